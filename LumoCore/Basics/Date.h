@@ -1,0 +1,24 @@
+#pragma once
+
+#include "LumoCore/Basics/Language.h"
+#include "Platform/TreeWalk.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace lumo {
+
+/// A moment, to the microsecond, in the years 1 to 9999.
+using Date = platform::Timestamp;
+
+/// ISO 8601 in UTC to the second: "2025-03-14T09:30:05Z". The fraction is dropped.
+std::string isoText(Date date);
+
+/// The moment that such a text names; absent for any other text.
+std::optional<Date> dateFromIsoText(std::string_view text);
+
+/// The day for a person to read, in the user's time zone: "3 nov 2026", "Nov 3, 2026".
+std::string dayText(Date date, Language language = currentLanguage());
+
+} // namespace lumo

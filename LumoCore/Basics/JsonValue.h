@@ -1,0 +1,50 @@
+#pragma once
+
+#include "LumoCore/Basics/Result.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace lumo {
+
+/// A JSON document in memory. Objects keep the order of their members. Strings are bytes: see `dumpJson`.
+struct JsonValue {
+    using Array = std::vector<JsonValue>;
+    struct Member;
+    using Object = std::vector<Member>;
+
+    std::variant<std::nullptr_t, bool, std::int64_t, double, std::string, Array, Object> value = nullptr;
+
+    /// The member's value; none when there is no such member or this is no object.
+    [[nodiscard]] const JsonValue* find(std::string_view name) const;
+
+    friend bool operator==(const JsonValue&, const JsonValue&) = default;
+};
+
+struct JsonValue::Member {
+    std::string name;
+    JsonValue value;
+
+    friend bool operator==(const Member&, const Member&) = default;
+};
+
+enum class JsonLayout { line, indented };
+
+/// The document as UTF-8. A byte that is not part of valid UTF-8 is written as the private-use character
+/// U+EF80 + (byte - 0x80), and so are the bytes of such characters themselves; `parseJson` turns them back,
+/// so that every file name survives the round trip exactly.
+std::string dumpJson(const JsonValue& document, JsonLayout layout);
+
+/// The largest document and the deepest nesting that are read.
+inline constexpr std::size_t mostJsonBytes = std::size_t{64} * 1024 * 1024;
+inline constexpr std::size_t mostJsonDepth = 64;
+
+/// Reads one document. Fails on anything malformed, on bytes that are not UTF-8, on whole numbers beyond 64
+/// bits and beyond the limits above.
+Result<JsonValue> parseJson(std::string_view bytes);
+
+} // namespace lumo

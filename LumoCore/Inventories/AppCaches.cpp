@@ -1,0 +1,69 @@
+#include "LumoCore/Inventories/AppCaches.h"
+
+#include "LumoCore/Basics/Path.h"
+#include "Platform/Folder.h"
+
+#include <algorithm>
+#include <array>
+#include <set>
+
+namespace lumo::AppCaches {
+
+namespace {
+
+/// Where applications keep caches under their identifier: macOS, the XDG base directories, Flatpak.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 3> places{
+    {{"~/Library/Caches/", ""}, {"~/.cache/", ""}, {"~/.var/app/", "/cache"}}};
+
+std::vector<std::string> pathsOf(const std::vector<Rule>& rules, const std::string& home) {
+    std::vector<std::string> paths;
+    for (const Rule& rule : rules) {
+        std::ranges::move(resolve(rule.locator, home), std::back_inserter(paths));
+    }
+    return paths;
+}
+
+bool isTaken(const std::string& path, const std::vector<std::string>& taken) {
+    return std::ranges::any_of(
+        taken, [&](const std::string& other) { return isInside(other, path) || isInside(path, other); });
+}
+
+Rule ruleFor(const InstalledApp& app, const std::string& path, Language language) {
+    const std::string name(app.name);
+    return {.id = "cache-app:" + app.bundleID,
+            .name = language == Language::es ? "Caché de " + name : name + " cache",
+            .category = Category::appCache,
+            .safety = Safety::safe,
+            .explanation = std::string(
+                text("Archivos temporales de la aplicación. Los vuelve a crear al usarla.",
+                     "Temporary files of the application. It creates them again when used.", language)),
+            .cleanup = cleanup::DeleteContents{},
+            .locator = locator::Path{path},
+            .closeFirst = app.bundleID};
+}
+
+} // namespace
+
+std::vector<Rule> rules(const std::vector<InstalledApp>& apps, const std::vector<Rule>& given,
+                        const std::string& home, Language language) {
+    std::vector<Rule> found;
+    std::set<std::string> known;
+    const std::vector<std::string> taken = pathsOf(given, home);
+    for (const InstalledApp& app : apps) {
+        if (app.bundleID.find('/') != std::string::npos || app.bundleID.starts_with('.') ||
+            !known.insert(app.bundleID).second) {
+            continue;
+        }
+        for (const auto& [before, after] : places) {
+            const std::string path = std::string(before) + app.bundleID + std::string(after);
+            const std::string absolute = expanded(path, home);
+            if (platform::kindOf(absolute) == platform::EntryKind::folder && !isTaken(absolute, taken)) {
+                found.push_back(ruleFor(app, path, language));
+                break;
+            }
+        }
+    }
+    return found;
+}
+
+} // namespace lumo::AppCaches

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "LumoCore/Inventories/DesktopEntry.h"
+#include "LumoCore/Inventories/InstalledApp.h"
+#include "Platform/RunningProcesses.h"
+
+#include <string>
+#include <vector>
+
+namespace lumo {
+
+/// Which applications were running at one moment, and how they are called.
+class AppStatus final {
+  public:
+    AppStatus(std::vector<InstalledApp> installed, std::vector<DesktopEntry> entries,
+              std::vector<platform::RunningProcess> processes);
+
+    /// The state of this machine now.
+    static AppStatus ofThisMachine(const std::string& home);
+
+    /// True when the application with that identifier was running. An application is known by the names of
+    /// its processes, by the program of its desktop entry, or by the unit that the desktop started it in.
+    [[nodiscard]] bool isRunning(const std::string& bundleID) const;
+
+    /// The name to show for an identifier: a running application's own, a well-known one, that of an
+    /// installed application, or else the identifier itself.
+    [[nodiscard]] std::string name(const std::string& bundleID) const;
+
+  private:
+    [[nodiscard]] const DesktopEntry* entryOf(const std::string& bundleID) const;
+
+    std::vector<InstalledApp> installed_;
+    std::vector<DesktopEntry> entries_;
+    std::vector<platform::RunningProcess> processes_;
+};
+
+} // namespace lumo

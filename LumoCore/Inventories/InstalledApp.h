@@ -1,0 +1,50 @@
+#pragma once
+
+#include "LumoCore/Basics/Codec.h"
+#include "LumoCore/Inventories/DesktopEntry.h"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lumo {
+
+/// An installed application: a bundle, or on Linux also a desktop entry.
+struct InstalledApp {
+    std::string name;
+    std::string bundleID; ///< "com.google.Chrome"; of a desktop entry its id.
+    std::string path;     ///< Of the bundle (ending in ".app") or of the desktop file.
+
+    static constexpr auto fields =
+        std::tuple{field("name", &InstalledApp::name), field("bundleID", &InstalledApp::bundleID),
+                   field("path", &InstalledApp::path)};
+
+    /// Words that never identify an application when a folder's name is compared with one.
+    static constexpr std::array<std::string_view, 24> genericTokens{
+        "com",   "org",     "net",    "io",      "ai",       "app",       "apps",    "mac",
+        "macos", "desktop", "agent",  "helper",  "install",  "installer", "updater", "update",
+        "data",  "cache",   "caches", "support", "launcher", "electron",  "shipit",  "group"};
+
+    /// The normal forms, longer than 2 bytes, of the name, of the file's name and of the identifier's last
+    /// part.
+    [[nodiscard]] std::vector<std::string> aliases() const;
+
+    /// Everything installed: the bundles of "/Applications", then those of the user's own, then desktop
+    /// entries. What cannot be read is left out.
+    static std::vector<InstalledApp> scan(const std::string& home);
+
+    /// The bundles in the roots and one level of folders below them, in the order they are found.
+    static std::vector<InstalledApp> bundlesIn(const std::vector<std::string>& roots);
+
+    /// The bundle at the path; absent when it has no readable identifier.
+    static std::optional<InstalledApp> read(const std::string& path);
+
+    /// Lower case, letters and numbers only.
+    static std::string normalize(std::string_view text);
+
+    friend bool operator==(const InstalledApp&, const InstalledApp&) = default;
+};
+
+} // namespace lumo

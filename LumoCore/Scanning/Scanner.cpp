@@ -1,0 +1,189 @@
+#include "LumoCore/Scanning/Scanner.h"
+
+#include "Platform/Clock.h"
+#include "Platform/Folder.h"
+#include "Platform/Volume.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+namespace lumo::Scanner {
+
+namespace {
+
+constexpr std::string_view appCachePrefix = "cache-app:";
+
+/// A rule and the paths it resolved to.
+struct Located {
+    const Rule* rule;
+    std::vector<std::string> paths;
+};
+
+FileTree::Watch watchOf(const ScanContext& context) {
+    return {context.progress != nullptr ? &context.progress->walked : nullptr, context.stop};
+}
+
+void enter(ScanPhase phase, const ScanContext& context) {
+    if (context.progress != nullptr) {
+        context.progress->phase = phase;
+    }
+}
+
+std::vector<Located> locate(const std::vector<Rule>& rules, const ScanOptions& options,
+                            const ScanContext& context) {
+    std::vector<Located> located;
+    for (const Rule& rule : rules) {
+        std::vector<std::string> paths = resolve(rule.locator, options.home, context.findInstallers);
+        if (!paths.empty()) {
+            located.push_back({&rule, std::move(paths)});
+        }
+    }
+    return located;
+}
+
+/// Every distinct path measured once, however many rules name it.
+std::map<std::string, Usage> measureDistinct(const std::vector<Located>& located, HardLinkRegistry& registry,
+                                             const FileTree::Watch& watch) {
+    std::set<std::string> distinct;
+    for (const Located& one : located) {
+        distinct.insert(one.paths.begin(), one.paths.end());
+    }
+    const std::vector<std::string> paths(distinct.begin(), distinct.end());
+    const std::vector<Usage> usages = FileTree::measureAll(paths, registry, watch);
+    std::map<std::string, Usage> measured;
+    for (std::size_t index = 0; index < paths.size(); ++index) {
+        measured.emplace(paths[index], usages[index]);
+    }
+    return measured;
+}
+
+Finding findingOf(const Located& located, const std::map<std::string, Usage>& measured) {
+    const Rule& rule = *located.rule;
+    Finding finding{.ruleID = rule.id,
+                    .name = rule.name,
+                    .category = rule.category,
+                    .safety = rule.safety,
+                    .explanation = rule.explanation,
+                    .cleanup = rule.cleanup,
+                    .paths = located.paths,
+                    .usage = {},
+                    .closeFirst = rule.closeFirst};
+    for (const std::string& path : located.paths) {
+        finding.usage += measured.at(path);
+    }
+    return finding;
+}
+
+/// Applications have many small caches that nobody would miss or look for.
+bool isWorthReporting(const Finding& finding) {
+    constexpr std::int64_t smallestAppCache = 50000000;
+    const std::int64_t smallest = finding.ruleID.starts_with(appCachePrefix) ? smallestAppCache : 1;
+    return finding.usage.allocatedBytes >= smallest;
+}
+
+/// Largest first; equal ones keep their order.
+void sortByAllocation(auto& items) {
+    std::ranges::stable_sort(items, std::ranges::greater{},
+                             [](const auto& item) { return item.usage.allocatedBytes; });
+}
+
+std::vector<Finding> findAll(const std::vector<Rule>& rules, const ScanOptions& options,
+                             const ScanContext& context, HardLinkRegistry& registry) {
+    enter(ScanPhase::locating, context);
+    std::vector<Rule> allRules = rules;
+    if (options.discoverAppCaches && context.findAppCaches) {
+        std::ranges::move(context.findAppCaches(rules, options.home), std::back_inserter(allRules));
+    }
+    const std::vector<Located> located = locate(allRules, options, context);
+    enter(ScanPhase::measuringRules, context);
+    const std::map<std::string, Usage> measured = measureDistinct(located, registry, watchOf(context));
+    std::vector<Finding> findings;
+    for (const Located& one : located) {
+        Finding finding = findingOf(one, measured);
+        if (isWorthReporting(finding)) {
+            findings.push_back(std::move(finding));
+        }
+    }
+    sortByAllocation(findings);
+    return findings;
+}
+
+std::vector<ProjectReport> findProjects(const ScanOptions& options, const ScanContext& context,
+                                        HardLinkRegistry& registry) {
+    constexpr int maxDepth = 5;
+    enter(ScanPhase::searchingProjects, context);
+    const std::vector<std::string> paths = discoverProjects(options.home, maxDepth, context.stop);
+    enter(ScanPhase::measuringProjects, context);
+    std::vector<ProjectReport> projects = measureProjects(paths, options.home, registry, watchOf(context));
+    std::ranges::stable_sort(projects, std::ranges::greater{}, &ProjectReport::recoverableBytes);
+    return projects;
+}
+
+std::vector<std::string> claimedBy(const ScanReport& report) {
+    std::vector<std::string> claimed{report.home + "/.minimax-agent/projects"};
+    for (const ProjectReport& project : report.projects) {
+        claimed.push_back(project.path);
+    }
+    for (const Finding& finding : report.findings) {
+        claimed.insert(claimed.end(), finding.paths.begin(), finding.paths.end());
+    }
+    return claimed;
+}
+
+std::vector<UnclassifiedItem> findUnclassified(const ScanReport& report, const ScanOptions& options,
+                                               const ScanContext& context, HardLinkRegistry& registry) {
+    enter(ScanPhase::measuringUnclassified, context);
+    const std::vector<std::string> paths =
+        unclassifiedCandidates(options.home, claimedBy(report), context.stop);
+    const std::vector<Usage> usages = FileTree::measureAll(paths, registry, watchOf(context));
+    const std::int64_t smallest = std::max<std::int64_t>(options.unclassifiedMinimumBytes, 1);
+    std::vector<UnclassifiedItem> items;
+    for (std::size_t index = 0; index < paths.size(); ++index) {
+        if (usages[index].allocatedBytes >= smallest) {
+            items.push_back({paths[index], usages[index]});
+        }
+    }
+    sortByAllocation(items);
+    return items;
+}
+
+} // namespace
+
+std::optional<ScanReport> scan(const std::vector<Rule>& rules, const ScanOptions& options,
+                               const ScanContext& context) {
+    const double start = platform::monotonicSeconds();
+    HardLinkRegistry registry;
+    ScanReport report;
+    report.home = options.home;
+    report.scannedAt = context.startedAt;
+    report.findings = findAll(rules, options, context, registry);
+    if (options.includeProjects && !context.stop.stop_requested()) {
+        report.projects = findProjects(options, context, registry);
+    }
+    if (!context.stop.stop_requested()) {
+        report.unclassified = findUnclassified(report, options, context, registry);
+    }
+    if (context.stop.stop_requested()) {
+        return std::nullopt;
+    }
+    report.volume = volumeInfo(options.home);
+    report.durationSeconds = platform::monotonicSeconds() - start;
+    return report;
+}
+
+std::vector<std::string> children(const std::string& path) {
+    std::vector<std::string> paths;
+    const std::string prefix = path.ends_with('/') ? path : path + "/";
+    for (const std::string& name : platform::namesIn(path)) {
+        paths.push_back(prefix + name);
+    }
+    return paths;
+}
+
+VolumeInfo volumeInfo(const std::string& home) {
+    const auto capacity = platform::volumeCapacity(home);
+    return capacity ? VolumeInfo{capacity->total, capacity->availableForImportant} : VolumeInfo{};
+}
+
+} // namespace lumo::Scanner

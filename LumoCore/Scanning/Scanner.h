@@ -1,0 +1,83 @@
+#pragma once
+
+#include "LumoCore/Rules/Rule.h"
+#include "LumoCore/Scanning/FileTree.h"
+#include "LumoCore/Scanning/ScanReport.h"
+
+#include <atomic>
+#include <functional>
+#include <optional>
+#include <stop_token>
+#include <string>
+#include <vector>
+
+namespace lumo {
+
+struct ScanOptions {
+    std::string home;                                  ///< Absolute path of the home folder to scan.
+    bool includeProjects = true;                       ///< Discover and measure developer projects.
+    std::int64_t unclassifiedMinimumBytes = 100000000; ///< Smallest unclaimed folder to report.
+    bool discoverAppCaches = true; ///< Add rules for the caches of installed applications.
+};
+
+/// What a scan is doing, in this order.
+enum class ScanPhase {
+    locating,
+    measuringRules,
+    searchingProjects,
+    measuringProjects,
+    measuringUnclassified
+};
+
+/// How far a scan is, for whoever shows it; written by the scan, read from any thread.
+struct ScanProgress {
+    std::atomic<ScanPhase> phase = ScanPhase::locating;
+    platform::WalkProgress walked;
+};
+
+/// What a scan works with besides its options.
+struct ScanContext {
+    Date startedAt = {};
+    std::stop_token stop = {};
+    ScanProgress* progress = nullptr;
+    InstallersFinder findInstallers = installersByExtension;
+    /// Extra rules for this machine, whose ids begin with "cache-app:"; asked when `discoverAppCaches` is
+    /// set.
+    std::function<std::vector<Rule>(const std::vector<Rule>& given, const std::string& home)> findAppCaches =
+        {};
+};
+
+/// One pass over a home folder. All operations may be called from any thread and keep nothing.
+namespace Scanner {
+
+/// What the rules find, the projects, the large folders that nobody claims, and the volume. Never fails;
+/// absent only when a stop was requested, at most 100 ms after it.
+std::optional<ScanReport> scan(const std::vector<Rule>& rules, const ScanOptions& options,
+                               const ScanContext& context);
+
+/// The project folders below the home folder, ascending. A project inside a project is part of it.
+std::vector<std::string> discoverProjects(const std::string& home, int maxDepth,
+                                          const std::stop_token& stop = {});
+
+/// One project measured; absent when there is no folder at the path.
+std::optional<ProjectReport> measureProject(const std::string& path, const std::string& home,
+                                            HardLinkRegistry& registry, const FileTree::Watch& watch = {});
+
+/// The same for many at once; those that are absent are left out.
+std::vector<ProjectReport> measureProjects(const std::vector<std::string>& paths, const std::string& home,
+                                           HardLinkRegistry& registry, const FileTree::Watch& watch = {});
+
+/// The folders where applications keep their files that lie neither in nor above a claimed path.
+std::vector<std::string> unclassifiedCandidates(const std::string& home,
+                                                const std::vector<std::string>& claimed,
+                                                const std::stop_token& stop = {});
+
+/// A folder's entries as absolute paths, ascending by name; none when it cannot be listed.
+std::vector<std::string> children(const std::string& path);
+
+/// The capacities of the volume that holds the home folder.
+VolumeInfo volumeInfo(const std::string& home);
+
+} // namespace Scanner
+
+} // namespace lumo

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// What the process was started with, and where it runs.
+namespace lumo::platform {
+
+/// The arguments, the program's name first.
+std::vector<std::string> processArguments();
+
+std::optional<std::string> environmentVariable(const std::string& name);
+
+/// The user's languages, most wanted first ("es-MX", "en"); empty when the system names none.
+std::vector<std::string> preferredLanguages();
+
+/// Folders in which the system keeps desktop entries of installed applications for all users (each holds an
+/// "applications" folder), most important first; empty where the system has no such thing.
+std::vector<std::string> systemDataFolders();
+
+/// The folder that holds the running program; empty when unknown.
+std::string programFolder();
+
+/// True when windows can be shown.
+bool hasScreen();
+
+/// Replaces this process by the program. Returns only when that fails.
+void becomeProgram(const std::string& path, const std::vector<std::string>& arguments);
+
+} // namespace lumo::platform

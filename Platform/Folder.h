@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Platform/SystemError.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Questions about single paths and folders. Final symbolic links are never followed. Names and paths are
+/// bytes.
+namespace lumo::platform {
+
+enum class EntryKind { folder, file, link, other };
+
+/// What stands at the path itself, absent when nothing does or its status cannot be read.
+std::optional<EntryKind> kindOf(const std::string& path);
+
+/// True when the path, with links followed, is a folder.
+bool isFolderThroughLinks(const std::string& path);
+
+/// The names in a folder without "." and "..", in ascending byte order; nothing when it cannot be listed.
+std::vector<std::string> namesIn(const std::string& folder);
+
+/// Hands every name in the folder and its kind to the visitor, in the order of the disk.
+/// Returns the folder's device, absent when the folder cannot be opened or is a link. A visitor that returns
+/// false ends the visit.
+std::optional<std::uint64_t>
+visitFolder(const std::string& folder,
+            const std::function<bool(std::string_view name, EntryKind kind)>& visitor);
+
+/// Where a symbolic link points, exactly as it is written in it; absent for anything else.
+std::optional<std::string> linkTarget(const std::string& path);
+
+/// The path made absolute against the working directory, without ".", "..", or doubled and final slashes
+/// being resolved on disk: only a leading working directory is added and final slashes are dropped.
+SystemResult<std::string> absolutePath(const std::string& path);
+
+} // namespace lumo::platform

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+#include <stop_token>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Physical walks that add up what trees of files take on disk. Links are never followed, other volumes never
+/// entered, and nothing is kept for a file but its share of the sums.
+namespace lumo::platform {
+
+/// A moment with the file system's precision, clamped to the years 1 to 9999.
+using Timestamp = std::chrono::sys_time<std::chrono::microseconds>;
+
+/// What identifies an object on a volume: an inode for hard links, a clone identifier for clones.
+struct FileIdentity {
+    std::int32_t device = 0;
+    std::uint64_t object = 0;
+};
+
+/// One tree to measure. A path that is no folder is measured as the one entry it is.
+struct TreeRequest {
+    std::string path;
+    /// Folders below the root for which this holds are listed in `setAside` instead of being counted or
+    /// entered. Called from several threads at once; none are set aside when empty.
+    std::function<bool(std::string_view name)> setsAside = {};
+    /// Regular files with one of these names, or anywhere below a folder with one of those names, do not
+    /// count for `lastDatedChange`.
+    std::vector<std::string> undatedFiles = {};
+    std::vector<std::string> undatedFolders = {};
+};
+
+/// The sums of one tree.
+struct TreeSums {
+    std::int64_t allocatedBytes = 0; ///< Blocks x 512 of every counted entry.
+    std::int64_t apparentBytes = 0;  ///< Lengths of the counted regular files.
+    std::int64_t fileCount = 0;      ///< Counted regular files.
+    std::int64_t unreadableCount = 0;
+    std::optional<Timestamp> lastModified;    ///< Latest content change of a counted regular file.
+    std::optional<Timestamp> lastDatedChange; ///< The same without the undated ones.
+    std::vector<std::string> setAside;        ///< Absolute paths, ascending.
+};
+
+/// What a walk has counted so far, for whoever shows it. Only ever grows during a walk.
+struct WalkProgress {
+    std::atomic<std::int64_t> entries = 0;
+    std::atomic<std::int64_t> bytes = 0;
+};
+
+/// What all trees of one walk share. The two claims are asked for regular files that may be reached twice and
+/// answer true the first time an identity is seen; they are called from several threads at once.
+struct WalkContext {
+    std::function<bool(FileIdentity)> claimLink;
+    std::function<bool(FileIdentity)> claimClone;
+    WalkProgress* progress = nullptr;
+    std::stop_token stop = {};
+};
+
+/// The sums of each request, in their order. Returns early, with what was counted, once a stop is requested.
+/// Work is shared between threads inside a tree as well as between trees; at most 64 descriptors are open.
+std::vector<TreeSums> walkTrees(std::span<const TreeRequest> requests, const WalkContext& context);
+
+/// The same through the C library's hierarchy walk, one tree after the other on the calling thread. It names
+/// entries by whole paths, so what lies beyond the system's path length counts as unreadable.
+std::vector<TreeSums> walkTreesPortably(std::span<const TreeRequest> requests, const WalkContext& context);
+
+} // namespace lumo::platform

@@ -1,0 +1,108 @@
+#include "Platform/Environment.h"
+
+#include "Platform/Folder.h"
+#include "Platform/StateFile.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <string_view>
+
+namespace lumo::platform {
+
+namespace {
+
+std::vector<std::string> split(std::string_view text, char separator) {
+    std::vector<std::string> parts;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find(separator), text.size());
+        if (end > 0) {
+            parts.emplace_back(text.substr(0, end));
+        }
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return parts;
+}
+
+/// "es_MX.UTF-8@euro" as "es-MX".
+std::string languageTag(std::string locale) {
+    locale.resize(std::min(locale.find_first_of(".@"), locale.size()));
+    std::ranges::replace(locale, '_', '-');
+    return locale;
+}
+
+/// The locale for messages by the C library's order of precedence.
+std::string messageLocale() {
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        if (const auto value = environmentVariable(name); value && !value->empty()) {
+            return *value;
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+std::vector<std::string> processArguments() {
+    constexpr std::size_t mostBytes = std::size_t{8} * 1024 * 1024;
+    const SystemResult<std::string> line = readWhole("/proc/self/cmdline", mostBytes);
+    std::vector<std::string> arguments;
+    for (std::string_view rest = line ? std::string_view(*line) : ""; !rest.empty();) {
+        const std::size_t end = std::min(rest.find('\0'), rest.size());
+        arguments.emplace_back(rest.substr(0, end));
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return arguments;
+}
+
+std::optional<std::string> environmentVariable(const std::string& name) {
+    const char* value = std::getenv(name.c_str());
+    return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
+}
+
+std::vector<std::string> preferredLanguages() {
+    const std::string locale = languageTag(messageLocale());
+    if (locale.empty() || locale == "C" || locale == "POSIX") {
+        return {};
+    }
+    std::vector<std::string> languages;
+    for (const std::string& language : split(environmentVariable("LANGUAGE").value_or(""), ':')) {
+        languages.push_back(languageTag(language));
+    }
+    languages.push_back(locale);
+    return languages;
+}
+
+std::vector<std::string> systemDataFolders() {
+    const std::string named = environmentVariable("XDG_DATA_DIRS").value_or("");
+    std::vector<std::string> folders = split(named.empty() ? "/usr/local/share:/usr/share" : named, ':');
+    for (const char* exported : {"/var/lib/flatpak/exports/share", "/var/lib/snapd/desktop"}) {
+        if (std::ranges::find(folders, exported) == folders.end()) {
+            folders.emplace_back(exported);
+        }
+    }
+    return folders;
+}
+
+std::string programFolder() {
+    const std::string program = linkTarget("/proc/self/exe").value_or("");
+    return program.substr(0, std::min(program.rfind('/'), program.size()));
+}
+
+bool hasScreen() {
+    return !environmentVariable("WAYLAND_DISPLAY").value_or("").empty() ||
+           !environmentVariable("DISPLAY").value_or("").empty();
+}
+
+void becomeProgram(const std::string& path, const std::vector<std::string>& arguments) {
+    std::vector<std::string> copies = arguments;
+    std::vector<char*> pointers;
+    for (std::string& argument : copies) {
+        pointers.push_back(argument.data());
+    }
+    pointers.push_back(nullptr);
+    execv(path.c_str(), pointers.data());
+}
+
+} // namespace lumo::platform

@@ -1,0 +1,405 @@
+#include "Platform/TreeWalk.h"
+
+#include "Platform/TreeTally.h"
+#include "Platform/linux/OpenFolders.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <condition_variable>
+#include <cstring>
+#include <memory>
+#include <mutex>
+#include <system_error>
+#include <thread>
+
+namespace lumo::platform {
+
+namespace {
+
+constexpr std::size_t bufferBytes = std::size_t{32} * 1024;
+using Buffer = std::unique_ptr<char[]>;
+
+/// How many threads and kept descriptors a walk may use.
+struct WalkLimits {
+    std::size_t threads;
+    std::size_t heldFolders;
+
+    /// Waiting for the disk is what takes the time when nothing is cached, so there are more threads than
+    /// cores.
+    static WalkLimits ofThisProcess() {
+        // 64 descriptors at the most, 16 of them left to the rest of the process and to folders being
+        // reopened.
+        constexpr std::size_t mostDescriptors = 64;
+        constexpr std::size_t reserved = 16;
+        rlimit limit = {};
+        std::size_t allowed = mostDescriptors;
+        if (getrlimit(RLIMIT_NOFILE, &limit) == 0) {
+            allowed = std::min<std::size_t>(allowed, limit.rlim_cur);
+        }
+        const std::size_t usable = std::max<std::size_t>(allowed, reserved + 4) - reserved;
+        const std::size_t wanted =
+            std::clamp<std::size_t>(std::size_t{4} * std::thread::hardware_concurrency(), 8, 16);
+        const std::size_t threads = std::clamp<std::size_t>(usable / 4, 1, wanted);
+        return {threads, usable - threads};
+    }
+};
+
+/// One entry as getdents64 writes it: the C library's `dirent64` has the same layout.
+const dirent64* entryAt(const char* buffer, std::size_t offset) {
+    return static_cast<const dirent64*>(static_cast<const void*>(buffer + offset));
+}
+
+bool isSelfOrParent(const char* name) {
+    return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
+}
+
+bool holds(const std::vector<std::string>& names, std::string_view name) {
+    return std::ranges::find(names, name) != names.end();
+}
+
+/// A piece of work: reading a folder, or counting a part of a large one that another thread reads.
+struct Task {
+    WalkedFolder* folder = nullptr;
+    Buffer entries;
+    std::size_t entryBytes = 0;
+};
+
+/// What one thread has found in one task, until it is merged.
+struct Haul {
+    TreeTally tally;
+    std::vector<std::unique_ptr<WalkedFolder>> children;
+    std::vector<std::string> setAside;
+};
+
+class Walk final {
+  public:
+    Walk(std::span<const TreeRequest> requests, const WalkContext& context)
+        : requests_(requests), context_(context), limits_(WalkLimits::ofThisProcess()),
+          open_(limits_.heldFolders), sums_(requests.size()) {}
+
+    std::vector<TreeSums> run() {
+        queueRoots();
+        {
+            const std::stop_callback wake(context_.stop, [this] {
+                const std::lock_guard<std::mutex> lock(mutex_);
+                changed_.notify_all();
+            });
+            work();
+            for (std::thread& thread : threads_) {
+                thread.join();
+            }
+        }
+        abandonRest();
+        for (TreeSums& sums : sums_) {
+            std::ranges::sort(sums.setAside);
+        }
+        return std::move(sums_);
+    }
+
+  private:
+    using Lock = OpenFolders::Lock;
+
+    void queueRoots() {
+        // The last one is taken first, so they are queued backwards.
+        for (std::size_t index = requests_.size(); index-- > 0;) {
+            if (requests_[index].path.empty()) {
+                continue;
+            }
+            auto root = std::make_unique<WalkedFolder>();
+            root->name = requests_[index].path;
+            root->tree = index;
+            tasks_.push_back({root.release(), nullptr, 0});
+        }
+    }
+
+    /// What every thread does until no work is left.
+    void work() {
+        Buffer buffer = std::make_unique_for_overwrite<char[]>(bufferBytes);
+        Lock lock(mutex_);
+        while (std::optional<Task> task = next(lock)) {
+            Haul haul;
+            if (task->entries) {
+                countPart(*task, haul, lock);
+            } else {
+                readFolder(*task->folder, buffer, haul, lock);
+            }
+            finish(*task->folder, haul);
+        }
+    }
+
+    std::optional<Task> next(Lock& lock) {
+        while (tasks_.empty() && working_ > 0 && !context_.stop.stop_requested()) {
+            ++idle_;
+            changed_.wait(lock);
+            --idle_;
+        }
+        if (tasks_.empty() || context_.stop.stop_requested()) {
+            changed_.notify_all();
+            return std::nullopt;
+        }
+        ++working_;
+        Task task = std::move(tasks_.back());
+        tasks_.pop_back();
+        return task;
+    }
+
+    /// Called and left with the lock held, like `countPart`; both work without it in between.
+    void readFolder(WalkedFolder& folder, Buffer& buffer, Haul& haul, Lock& lock) {
+        const int descriptor = openFolder(folder, haul, lock);
+        if (descriptor < 0) {
+            return;
+        }
+        lock.unlock();
+        bool isShared = false;
+        for (bool isFirst = true; !context_.stop.stop_requested(); isFirst = false) {
+            const ssize_t count = getdents64(descriptor, buffer.get(), bufferBytes);
+            if (count <= 0) {
+                // A folder removed while it is read simply has no more entries.
+                haul.tally.unreadableCount += count < 0 && errno != ENOENT ? 1 : 0;
+                break;
+            }
+            const auto entryBytes = static_cast<std::size_t>(count);
+            if (!isFirst && idle_.load(std::memory_order_relaxed) > 0) {
+                handOver(folder, descriptor, isShared, {&folder, std::move(buffer), entryBytes});
+                isShared = true;
+                buffer = std::make_unique_for_overwrite<char[]>(bufferBytes);
+            } else {
+                countEntries(folder, descriptor, buffer.get(), entryBytes, haul);
+            }
+        }
+        lock.lock();
+        keepOrClose(folder, descriptor, isShared, !haul.children.empty());
+    }
+
+    void countPart(const Task& part, Haul& haul, Lock& lock) {
+        // It was pinned for this part when the part was handed over.
+        const int descriptor = part.folder->descriptor;
+        lock.unlock();
+        countEntries(*part.folder, descriptor, part.entries.get(), part.entryBytes, haul);
+        lock.lock();
+        open_.unpin(*part.folder);
+    }
+
+    /// Lets a waiting thread count a part of a large folder, which would otherwise keep one thread busy while
+    /// the others have nothing left to do.
+    void handOver(WalkedFolder& folder, int descriptor, bool isShared, Task part) {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        if (!isShared) {
+            ++folder.pins; // For the thread that reads it.
+            open_.hold(folder, descriptor);
+        }
+        ++folder.pins;
+        ++folder.pending;
+        tasks_.push_back(std::move(part));
+        changed_.notify_one();
+    }
+
+    void keepOrClose(WalkedFolder& folder, int descriptor, bool isShared, bool hasChildren) {
+        if (isShared) {
+            open_.unpin(folder);
+        } else if (hasChildren) {
+            open_.hold(folder, descriptor);
+        } else {
+            close(descriptor);
+        }
+    }
+
+    /// Opens the folder for reading; -1 when there is nothing to read. The lock is held before and after.
+    int openFolder(WalkedFolder& folder, Haul& haul, Lock& lock) {
+        if (folder.parent == nullptr) {
+            lock.unlock();
+            const bool isFolder = countRoot(folder, haul);
+            lock.lock();
+            if (!isFolder) {
+                return -1;
+            }
+        }
+        // Other parts of the process may have used up its descriptors: then ours are given back first.
+        constexpr int mostAttempts = 3;
+        for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+            const int descriptor = tryOpen(folder, lock);
+            if (descriptor >= 0) {
+                return descriptor;
+            }
+            if (descriptor != -EMFILE && descriptor != -ENFILE) {
+                break;
+            }
+            open_.releaseUnused();
+        }
+        ++haul.tally.unreadableCount;
+        return -1;
+    }
+
+    /// A descriptor, or a negative errno value.
+    int tryOpen(WalkedFolder& folder, Lock& lock) {
+        int base = AT_FDCWD;
+        if (folder.parent != nullptr) {
+            base = open_.pin(*folder.parent, lock);
+            if (base < 0) {
+                return -EMFILE;
+            }
+        }
+        lock.unlock();
+        int descriptor = openat(base, folder.name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+        if (descriptor < 0) {
+            descriptor = -errno;
+        }
+        lock.lock();
+        if (folder.parent != nullptr) {
+            open_.unpin(*folder.parent);
+        }
+        return descriptor;
+    }
+
+    /// Counts the entry that a tree starts with. True when it is a folder, whose contents are to be read.
+    bool countRoot(WalkedFolder& root, Haul& haul) {
+        struct stat status = {};
+        if (fstatat(AT_FDCWD, root.name.c_str(), &status, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT) != 0) {
+            ++haul.tally.unreadableCount;
+            return false;
+        }
+        root.device = status.st_dev;
+        root.inode = status.st_ino;
+        const std::string_view name = std::string_view(root.name).substr(root.name.rfind('/') + 1);
+        haul.tally.count(status, !holds(requests_[root.tree].undatedFiles, name), context_, noClones);
+        showProgress(1, haul.tally.allocatedBytes);
+        return S_ISDIR(status.st_mode);
+    }
+
+    void countEntries(WalkedFolder& folder, int descriptor, const char* buffer, std::size_t bytes,
+                      Haul& haul) {
+        // A slow disk may need milliseconds an entry, and a stop must not wait for a whole buffer.
+        constexpr int entriesBetweenStopChecks = 32;
+        const std::int64_t bytesBefore = haul.tally.allocatedBytes;
+        std::int64_t entries = 0;
+        for (std::size_t offset = 0; offset < bytes;) {
+            const dirent64* entry = entryAt(buffer, offset);
+            offset += entry->d_reclen;
+            if (isSelfOrParent(entry->d_name)) {
+                continue;
+            }
+            if (++entries % entriesBetweenStopChecks == 0 && context_.stop.stop_requested()) {
+                break;
+            }
+            countEntry(folder, descriptor, entry->d_name, haul);
+        }
+        showProgress(entries, haul.tally.allocatedBytes - bytesBefore);
+    }
+
+    void countEntry(WalkedFolder& folder, int descriptor, const char* name, Haul& haul) {
+        struct stat status = {};
+        if (fstatat(descriptor, name, &status, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT) != 0) {
+            ++haul.tally.unreadableCount;
+            return;
+        }
+        const TreeRequest& request = requests_[folder.tree];
+        if (!S_ISDIR(status.st_mode)) {
+            const bool isDated = !folder.isUndated && !holds(request.undatedFiles, name);
+            haul.tally.count(status, isDated, context_, noClones);
+            return;
+        }
+        // Only mounts make a folder its own descendant; such a cycle is no entry of its own.
+        if (folder.isWithin(status.st_dev, status.st_ino)) {
+            return;
+        }
+        if (request.setsAside && request.setsAside(name)) {
+            haul.setAside.push_back(folder.pathOf(name));
+            return;
+        }
+        haul.tally.count(status, true, context_, noClones);
+        if (status.st_dev != folder.device) {
+            return;
+        }
+        auto child = std::make_unique<WalkedFolder>();
+        child->parent = &folder;
+        child->name = name;
+        child->tree = folder.tree;
+        child->device = status.st_dev;
+        child->inode = status.st_ino;
+        child->depth = folder.depth + 1;
+        child->isUndated = folder.isUndated || holds(request.undatedFolders, name);
+        haul.children.push_back(std::move(child));
+    }
+
+    static std::optional<FileIdentity> noClones() { return std::nullopt; }
+
+    void showProgress(std::int64_t entries, std::int64_t bytes) const {
+        if (context_.progress != nullptr) {
+            context_.progress->entries.fetch_add(entries, std::memory_order_relaxed);
+            context_.progress->bytes.fetch_add(bytes, std::memory_order_relaxed);
+        }
+    }
+
+    /// Merges what a task found and queues what it leaves to do. With the lock held.
+    void finish(WalkedFolder& folder, Haul& haul) {
+        TreeSums& sums = sums_[folder.tree];
+        haul.tally.addTo(sums);
+        std::ranges::move(haul.setAside, std::back_inserter(sums.setAside));
+        folder.pending += static_cast<std::uint32_t>(haul.children.size());
+        for (std::unique_ptr<WalkedFolder>& child : haul.children) {
+            tasks_.push_back({child.release(), nullptr, 0});
+        }
+        --working_;
+        letGo(&folder);
+        shareOut(haul.children.size());
+    }
+
+    void shareOut(std::size_t newTasks) {
+        for (std::size_t woken = std::min<std::size_t>(idle_, newTasks); woken > 0; --woken) {
+            changed_.notify_one();
+        }
+        // Threads are started when there is something for them to do: most measured trees are small.
+        if (idle_ == 0 && tasks_.size() > 1 && threads_.size() + 1 < limits_.threads &&
+            !context_.stop.stop_requested()) {
+            try {
+                threads_.emplace_back([this] { work(); });
+            } catch (const std::system_error&) {
+                // The system allows no more threads; those that run do the work.
+            }
+        }
+    }
+
+    /// One reason less for the folder to stay; without any it goes, and so may its ancestors.
+    void letGo(WalkedFolder* folder) {
+        while (folder != nullptr && --folder->pending == 0) {
+            open_.release(*folder);
+            WalkedFolder* parent = folder->parent;
+            delete folder;
+            folder = parent;
+        }
+    }
+
+    /// After a stop: gives back what the unfinished tasks hold.
+    void abandonRest() {
+        for (const Task& task : tasks_) {
+            letGo(task.folder);
+        }
+        tasks_.clear();
+    }
+
+    const std::span<const TreeRequest> requests_;
+    const WalkContext& context_;
+    const WalkLimits limits_;
+
+    std::mutex mutex_; ///< Guards everything below.
+    std::condition_variable changed_;
+    OpenFolders open_;
+    std::vector<Task> tasks_;
+    std::vector<TreeSums> sums_;
+    std::vector<std::thread> threads_;
+    std::size_t working_ = 0;
+    std::atomic<std::size_t> idle_ = 0; ///< Also read without the lock, as a hint.
+};
+
+} // namespace
+
+std::vector<TreeSums> walkTrees(std::span<const TreeRequest> requests, const WalkContext& context) {
+    return Walk(requests, context).run();
+}
+
+} // namespace lumo::platform

@@ -1,0 +1,137 @@
+#include "Platform/Folder.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <memory>
+
+namespace lumo::platform {
+
+namespace {
+
+struct CloseFolder {
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+
+EntryKind kindOfMode(mode_t mode) {
+    if (S_ISDIR(mode)) {
+        return EntryKind::folder;
+    }
+    if (S_ISREG(mode)) {
+        return EntryKind::file;
+    }
+    return S_ISLNK(mode) ? EntryKind::link : EntryKind::other;
+}
+
+EntryKind kindOfEntry(int folder, const dirent& entry) {
+    switch (entry.d_type) {
+    case DT_DIR:
+        return EntryKind::folder;
+    case DT_REG:
+        return EntryKind::file;
+    case DT_LNK:
+        return EntryKind::link;
+    case DT_UNKNOWN: {
+        // Some file systems do not tell the kind with the name.
+        struct stat status = {};
+        const bool isKnown = fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0;
+        return isKnown ? kindOfMode(status.st_mode) : EntryKind::other;
+    }
+    default:
+        return EntryKind::other;
+    }
+}
+
+/// Lists an open folder, which it takes over. False when the descriptor is no folder.
+bool visitOpen(int descriptor, const std::function<bool(std::string_view, EntryKind)>& visitor) {
+    const std::unique_ptr<DIR, CloseFolder> folder(fdopendir(descriptor));
+    if (!folder) {
+        close(descriptor);
+        return false;
+    }
+    while (const dirent* entry = readdir(folder.get())) {
+        const std::string_view name = entry->d_name;
+        if (name != "." && name != ".." && !visitor(name, kindOfEntry(descriptor, *entry))) {
+            break;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+std::optional<EntryKind> kindOf(const std::string& path) {
+    struct stat status = {};
+    if (lstat(path.c_str(), &status) != 0) {
+        return std::nullopt;
+    }
+    return kindOfMode(status.st_mode);
+}
+
+bool isFolderThroughLinks(const std::string& path) {
+    struct stat status = {};
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+std::vector<std::string> namesIn(const std::string& folder) {
+    std::vector<std::string> names;
+    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0) {
+        return names;
+    }
+    visitOpen(descriptor, [&](std::string_view name, EntryKind) {
+        names.emplace_back(name);
+        return true;
+    });
+    std::ranges::sort(names);
+    return names;
+}
+
+std::optional<std::uint64_t> visitFolder(const std::string& folder,
+                                         const std::function<bool(std::string_view, EntryKind)>& visitor) {
+    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    if (descriptor < 0) {
+        return std::nullopt;
+    }
+    struct stat status = {};
+    if (fstat(descriptor, &status) != 0) {
+        close(descriptor);
+        return std::nullopt;
+    }
+    if (!visitOpen(descriptor, visitor)) {
+        return std::nullopt;
+    }
+    return static_cast<std::uint64_t>(status.st_dev);
+}
+
+std::optional<std::string> linkTarget(const std::string& path) {
+    std::array<char, PATH_MAX> target = {};
+    const ssize_t length = readlink(path.c_str(), target.data(), target.size());
+    if (length < 0) {
+        return std::nullopt;
+    }
+    return std::string(target.data(), static_cast<std::size_t>(length));
+}
+
+SystemResult<std::string> absolutePath(const std::string& path) {
+    std::string absolute = path;
+    if (!absolute.starts_with('/')) {
+        const std::unique_ptr<char, decltype(&free)> folder(getcwd(nullptr, 0), &free);
+        if (!folder) {
+            return std::unexpected(SystemError{errno});
+        }
+        absolute = std::string(folder.get()) + "/" + absolute;
+    }
+    while (absolute.size() > 1 && absolute.ends_with('/')) {
+        absolute.pop_back();
+    }
+    return absolute;
+}
+
+} // namespace lumo::platform

@@ -1,0 +1,169 @@
+#include "Platform/StateFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+namespace lumo::platform {
+
+namespace {
+
+std::unexpected<SystemError> lastError() {
+    return std::unexpected(SystemError{errno});
+}
+
+/// Closes its descriptor when it goes.
+class Descriptor final {
+  public:
+    explicit Descriptor(int number) : number_(number) {}
+    ~Descriptor() {
+        if (number_ >= 0) {
+            ::close(number_);
+        }
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    [[nodiscard]] int number() const { return number_; }
+
+  private:
+    int number_;
+};
+
+SystemResult<void> writeBytes(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
+        if (written < 0 && errno != EINTR) {
+            return lastError();
+        }
+        bytes.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
+    }
+    return {};
+}
+
+SystemResult<void> syncFolder(const std::string& folder) {
+    const Descriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    // A file system that cannot sync folders answers EINVAL: the name is as durable there as it gets.
+    if (descriptor.number() < 0 || (fsync(descriptor.number()) != 0 && errno != EINVAL)) {
+        return lastError();
+    }
+    return {};
+}
+
+/// The regular file, or the free name, that the path leads to.
+SystemResult<std::string> fileToReplace(const std::string& path) {
+    struct stat status = {};
+    if (stat(path.c_str(), &status) != 0) {
+        return errno == ENOENT ? SystemResult<std::string>(path) : lastError();
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return std::unexpected(SystemError{S_ISDIR(status.st_mode) ? EISDIR : EINVAL});
+    }
+    const std::unique_ptr<char, decltype(&free)> resolved(realpath(path.c_str(), nullptr), &free);
+    return resolved ? SystemResult<std::string>(resolved.get()) : lastError();
+}
+
+SystemResult<void> writeSynced(const std::string& path, std::string_view bytes, unsigned mode) {
+    const Descriptor file(
+        open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, static_cast<mode_t>(mode)));
+    if (file.number() < 0) {
+        return lastError();
+    }
+    if (const auto written = writeBytes(file.number(), bytes); !written) {
+        return written;
+    }
+    if (fsync(file.number()) != 0) {
+        return lastError();
+    }
+    return {};
+}
+
+} // namespace
+
+SystemResult<std::string> readDescriptor(int descriptor, std::size_t limit) {
+    std::string bytes;
+    std::array<char, 16384> buffer = {};
+    for (;;) {
+        const ssize_t count = read(descriptor, buffer.data(), buffer.size());
+        if (count == 0) {
+            return bytes;
+        }
+        if (count < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            return lastError();
+        }
+        bytes.append(buffer.data(), static_cast<std::size_t>(count));
+        if (bytes.size() > limit) {
+            return std::unexpected(SystemError{EFBIG});
+        }
+    }
+}
+
+SystemResult<std::string> readWhole(const std::string& path, std::size_t limit) {
+    const Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (file.number() < 0) {
+        return lastError();
+    }
+    struct stat status = {};
+    if (fstat(file.number(), &status) != 0) {
+        return lastError();
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return std::unexpected(SystemError{S_ISDIR(status.st_mode) ? EISDIR : EINVAL});
+    }
+    return readDescriptor(file.number(), limit);
+}
+
+SystemResult<void> replaceWhole(const std::string& path, std::string_view bytes, unsigned mode) {
+    const SystemResult<std::string> target = fileToReplace(path);
+    if (!target) {
+        return std::unexpected(target.error());
+    }
+    const std::size_t slash = target->rfind('/');
+    const std::string folder = slash == std::string::npos ? "." : target->substr(0, slash + 1);
+    const std::string temporary = *target + ".nuevo-" + std::to_string(getpid());
+    unlink(temporary.c_str()); // Left by a process that died under the same number.
+    auto done = writeSynced(temporary, bytes, mode);
+    if (done && rename(temporary.c_str(), target->c_str()) != 0) {
+        done = lastError();
+    }
+    if (!done) {
+        unlink(temporary.c_str());
+        return done;
+    }
+    return syncFolder(folder);
+}
+
+SystemResult<void> makePrivateFolder(const std::string& folder) {
+    if (folder.empty() || mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST) {
+        return {};
+    }
+    if (errno != ENOENT) {
+        return lastError();
+    }
+    if (const auto made = makePrivateFolder(folder.substr(0, folder.rfind('/'))); !made) {
+        return made;
+    }
+    if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) {
+        return lastError();
+    }
+    return {};
+}
+
+SystemResult<void> renameAside(const std::string& path, const std::string& newPath) {
+    // A hard link fails where the name is taken, which rename does not.
+    if (link(path.c_str(), newPath.c_str()) != 0 || unlink(path.c_str()) != 0) {
+        return lastError();
+    }
+    return {};
+}
+
+} // namespace lumo::platform

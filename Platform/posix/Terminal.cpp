@@ -1,0 +1,67 @@
+#include "Platform/Terminal.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+
+namespace lumo::platform {
+
+namespace {
+
+volatile std::sig_atomic_t interrupted = 0;
+
+int descriptorOf(Stream stream) {
+    switch (stream) {
+    case Stream::input:
+        return STDIN_FILENO;
+    case Stream::output:
+        return STDOUT_FILENO;
+    case Stream::error:
+        break;
+    }
+    return STDERR_FILENO;
+}
+
+} // namespace
+
+bool isTerminal(Stream stream) {
+    return isatty(descriptorOf(stream)) == 1;
+}
+
+std::size_t terminalColumns(Stream stream) {
+    winsize size = {};
+    if (ioctl(descriptorOf(stream), TIOCGWINSZ, &size) != 0) {
+        return 0;
+    }
+    return size.ws_col;
+}
+
+bool writeAll(Stream stream, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = write(descriptorOf(stream), bytes.data(), bytes.size());
+        if (written < 0 && errno != EINTR) {
+            return false;
+        }
+        bytes.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
+    }
+    return true;
+}
+
+void noteInterrupts() {
+    struct sigaction action = {};
+    action.sa_handler = [](int) { interrupted = 1; };
+    sigemptyset(&action.sa_mask);
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGTERM, &action, nullptr);
+    // A closed pipe is a failed write, not the end of the process.
+    action.sa_handler = SIG_IGN;
+    sigaction(SIGPIPE, &action, nullptr);
+}
+
+bool wasInterrupted() {
+    return interrupted != 0;
+}
+
+} // namespace lumo::platform

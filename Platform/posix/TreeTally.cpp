@@ -1,0 +1,89 @@
+#include "Platform/TreeTally.h"
+
+#include <algorithm>
+
+namespace lumo::platform {
+
+namespace {
+
+bool isLater(const timespec& left, const timespec& right) {
+    return left.tv_sec != right.tv_sec ? left.tv_sec > right.tv_sec : left.tv_nsec > right.tv_nsec;
+}
+
+void keepLater(timespec& latest, bool& known, const timespec& candidate) {
+    if (!known || isLater(candidate, latest)) {
+        latest = candidate;
+        known = true;
+    }
+}
+
+timespec modificationOf(const struct stat& status) {
+#ifdef __APPLE__
+    return status.st_mtimespec;
+#else
+    return status.st_mtim;
+#endif
+}
+
+Timestamp timestampOf(const timespec& moment) {
+    // 0001-01-01 and 9999-12-31: beyond these a date has no four-digit year.
+    constexpr std::int64_t earliest = -62135596800;
+    constexpr std::int64_t latest = 253402300799;
+    const auto seconds = std::clamp<std::int64_t>(moment.tv_sec, earliest, latest);
+    return Timestamp(std::chrono::seconds(seconds) + std::chrono::microseconds(moment.tv_nsec / 1000));
+}
+
+void keepLater(std::optional<Timestamp>& latest, const timespec& candidate) {
+    const Timestamp moment = timestampOf(candidate);
+    if (!latest || moment > *latest) {
+        latest = moment;
+    }
+}
+
+} // namespace
+
+std::int64_t bytesOfBlocks(std::int64_t blocks) {
+    // The unit of st_blocks, whatever the file system's own block size is (POSIX leaves it open; every system
+    // this runs on uses 512).
+    constexpr std::int64_t blockBytes = 512;
+    return checkedProduct(blocks, blockBytes);
+}
+
+void TreeTally::charge(const struct stat& status, bool isDated) {
+    allocatedBytes = checkedSum(allocatedBytes, bytesOfBlocks(status.st_blocks));
+    apparentBytes = checkedSum(apparentBytes, status.st_size);
+    ++fileCount;
+    const timespec modified = modificationOf(status);
+    keepLater(lastModified, hasModified, modified);
+    if (isDated) {
+        keepLater(lastDatedChange, hasDatedChange, modified);
+    }
+}
+
+void TreeTally::merge(const TreeTally& other) {
+    allocatedBytes = checkedSum(allocatedBytes, other.allocatedBytes);
+    apparentBytes = checkedSum(apparentBytes, other.apparentBytes);
+    fileCount += other.fileCount;
+    unreadableCount += other.unreadableCount;
+    if (other.hasModified) {
+        keepLater(lastModified, hasModified, other.lastModified);
+    }
+    if (other.hasDatedChange) {
+        keepLater(lastDatedChange, hasDatedChange, other.lastDatedChange);
+    }
+}
+
+void TreeTally::addTo(TreeSums& sums) const {
+    sums.allocatedBytes = checkedSum(sums.allocatedBytes, allocatedBytes);
+    sums.apparentBytes = checkedSum(sums.apparentBytes, apparentBytes);
+    sums.fileCount += fileCount;
+    sums.unreadableCount += unreadableCount;
+    if (hasModified) {
+        keepLater(sums.lastModified, lastModified);
+    }
+    if (hasDatedChange) {
+        keepLater(sums.lastDatedChange, lastDatedChange);
+    }
+}
+
+} // namespace lumo::platform

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "TarvoCLI/Console.h"
+
+#include <CLI/CLI.hpp>
+
+#include <functional>
+
+namespace tarvo {
+
+/// What a command does once its arguments are read.
+using Action = std::function<ExitCode(const Invocation&)>;
+
+/// Adds a command under its name in the interface language, and under the other one as well.
+CLI::App* addCommand(CLI::App& parent, std::string_view spanish, std::string_view english,
+                     std::string_view meaningEs, std::string_view meaningEn);
+
+/// Each adds one command; when it was given, `chosen` becomes what it does.
+void addScanCommand(CLI::App& app, Action& chosen);
+void addRulesCommand(CLI::App& app, Action& chosen);
+void addAppsCommand(CLI::App& app, Action& chosen);
+void addSettingsCommand(CLI::App& app, Action& chosen);
+
+} // namespace tarvo

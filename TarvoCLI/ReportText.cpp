@@ -1,0 +1,246 @@
+#include "TarvoCLI/ReportText.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Text.h"
+#include "TarvoCLI/Table.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <span>
+
+namespace tarvo {
+
+using lumo::Finding;
+using lumo::ProjectReport;
+using lumo::Safety;
+using lumo::ScanReport;
+using lumo::text;
+
+namespace {
+
+/// What is smaller is summed up in one line: nobody looks for it.
+constexpr std::int64_t smallestShown = 1000000;
+
+std::string bytesText(std::int64_t bytes) {
+    return lumo::ByteFormat::string(bytes);
+}
+
+std::string countText(std::size_t count) {
+    return lumo::ByteFormat::number(static_cast<double>(count), 0);
+}
+
+std::string placeText(const std::string& path, const std::string& home) {
+    return lumo::printable(lumo::abbreviated(path, home));
+}
+
+/// One path, or for several of one folder that folder and how many.
+std::string placesText(const std::vector<std::string>& paths, const std::string& home) {
+    if (paths.size() == 1) {
+        return placeText(paths.front(), home);
+    }
+    const std::string folder = paths.front().substr(0, paths.front().rfind('/'));
+    return fmt::format("{}/ ({} {})", placeText(folder, home), countText(paths.size()),
+                       text("elementos", "items"));
+}
+
+Tint tintOf(Safety safety) {
+    switch (safety) {
+    case Safety::safe:
+        return Tint::safe;
+    case Safety::review:
+        return Tint::review;
+    case Safety::keep:
+        break;
+    }
+    return Tint::faint;
+}
+
+std::string headingOf(Safety safety) {
+    switch (safety) {
+    case Safety::safe:
+        return std::string(text("Se recrea solo", "Recreates itself"));
+    case Safety::review:
+        return std::string(text("Míralo antes", "Needs a look"));
+    case Safety::keep:
+        break;
+    }
+    return std::string(text("Se conserva", "Kept"));
+}
+
+/// Puts sections under each other.
+class Page final {
+  public:
+    explicit Page(const Invocation& invocation) : invocation_(invocation), columns_(outputColumns()) {}
+
+    void line(std::string_view words, Tint tint = Tint::plain) {
+        text_ += tinted(words, tint, invocation_) + "\n";
+    }
+
+    void section(std::string_view heading, std::int64_t bytes, Tint tint, const Table& table,
+                 std::string_view remark = {}) {
+        text_ += "\n" + tinted(fmt::format("● {}", heading), tint, invocation_) + "  " +
+                 tinted(bytesText(bytes), Tint::strong, invocation_) + "\n";
+        text_ += table.lines(2, columns_, invocation_);
+        if (!remark.empty()) {
+            line(fmt::format("  {}", remark), Tint::faint);
+        }
+    }
+
+    [[nodiscard]] std::string take() { return std::move(text_); }
+
+  private:
+    const Invocation& invocation_;
+    std::size_t columns_;
+    std::string text_;
+};
+
+Table sizedTable(Tint tint) {
+    return Table({{.align = Align::right, .tint = tint},
+                  {.align = Align::left, .mayShrink = true},
+                  {.align = Align::left, .tint = Tint::faint, .mayShrink = true}});
+}
+
+/// "and 3 more (2 MB)", or nothing when nothing was left out.
+std::string restText(std::size_t count, std::int64_t bytes) {
+    if (count == 0) {
+        return {};
+    }
+    return fmt::format(fmt::runtime(text("y {} más ({})", "and {} more ({})")), countText(count),
+                       bytesText(bytes));
+}
+
+void addFindings(Page& page, const ScanReport& report, Safety safety) {
+    Table table = sizedTable(tintOf(safety));
+    std::size_t restCount = 0;
+    std::int64_t restBytes = 0;
+    bool isFirst = true;
+    for (const Finding& finding : report.findings) {
+        if (finding.safety != safety) {
+            continue;
+        }
+        if (finding.usage.allocatedBytes < smallestShown && !isFirst) {
+            ++restCount;
+            restBytes += finding.usage.allocatedBytes;
+            continue;
+        }
+        isFirst = false;
+        table.add({bytesText(finding.usage.allocatedBytes), lumo::printable(finding.name),
+                   placesText(finding.paths, report.home)});
+    }
+    if (!table.isEmpty()) {
+        page.section(headingOf(safety), report.bytes(safety), tintOf(safety), table,
+                     restText(restCount, restBytes));
+    }
+}
+
+std::string artifactsText(const ProjectReport& project) {
+    std::vector<std::string> parts;
+    for (const lumo::ProjectArtifact& artifact : project.artifacts) {
+        if (artifact.usage.allocatedBytes >= smallestShown || parts.empty()) {
+            parts.push_back(fmt::format("{} {}", artifact.name, bytesText(artifact.usage.allocatedBytes)));
+        }
+    }
+    std::string shown = fmt::format("{}", fmt::join(parts, " · "));
+    if (project.lastCodeChange) {
+        shown += fmt::format("  {} {}", text("último cambio", "last change"),
+                             lumo::dayText(*project.lastCodeChange));
+    }
+    return shown;
+}
+
+void addProjects(Page& page, const ScanReport& report) {
+    constexpr std::size_t mostShown = 15;
+    Table table = sizedTable(Tint::safe);
+    std::size_t shown = 0;
+    std::size_t restCount = 0;
+    std::int64_t recoverable = 0;
+    std::int64_t restBytes = 0;
+    for (const ProjectReport& project : report.projects) {
+        const std::int64_t bytes = project.recoverableBytes();
+        recoverable += bytes;
+        if (project.artifacts.empty()) {
+            continue;
+        }
+        if (shown >= mostShown || (bytes < smallestShown && shown > 0)) {
+            ++restCount;
+            restBytes += bytes;
+            continue;
+        }
+        ++shown;
+        table.add({bytesText(bytes), lumo::printable(project.name), artifactsText(project)});
+    }
+    if (!table.isEmpty()) {
+        page.section(
+            text("Proyectos: carpetas que se vuelven a crear", "Projects: folders that can be rebuilt"),
+            recoverable, Tint::safe, table, restText(restCount, restBytes));
+    }
+}
+
+void addUnclassified(Page& page, const ScanReport& report) {
+    Table table = sizedTable(Tint::strong);
+    std::int64_t sum = 0;
+    for (const lumo::UnclassifiedItem& item : report.unclassified) {
+        sum += item.usage.allocatedBytes;
+        table.add({bytesText(item.usage.allocatedBytes), placeText(item.path, report.home), ""});
+    }
+    if (!table.isEmpty()) {
+        page.section(text("Carpetas grandes sin clasificar", "Large unclassified folders"), sum, Tint::strong,
+                     table);
+    }
+}
+
+std::string headText(const ScanReport& report) {
+    const std::string home = lumo::printable(report.home);
+    const std::string seconds = lumo::ByteFormat::number(report.durationSeconds, 1);
+    if (report.volume.totalBytes == 0) {
+        return fmt::format(fmt::runtime(text("{}: analizado en {} s", "{}: analyzed in {} s")), home,
+                           seconds);
+    }
+    return fmt::format(
+        fmt::runtime(text("{}: {} libres de {}, analizado en {} s", "{}: {} free of {}, analyzed in {} s")),
+        home, bytesText(report.volume.availableBytes), bytesText(report.volume.totalBytes), seconds);
+}
+
+void addClosing(Page& page, const ScanReport& report) {
+    page.line("");
+    if (const std::int64_t unreadable = report.unreadableCount(); unreadable > 0) {
+        page.line(fmt::format(fmt::runtime(text(
+                                  "No he podido leer {} elementos: lo que ocupan no está contado. Suele ser "
+                                  "falta de permiso.",
+                                  "{} items could not be read: what they take is not counted. Most often a "
+                                  "permission is missing.")),
+                              countText(static_cast<std::size_t>(unreadable))),
+                  Tint::review);
+    }
+    if (report.safeBytes() == 0 && report.findings.empty() && report.unclassified.empty()) {
+        page.line(text("No he encontrado nada que ocupe espacio sin necesidad.",
+                       "Nothing found that takes space needlessly."));
+        return;
+    }
+    page.line(fmt::format(fmt::runtime(text("Puedes recuperar {} sin riesgo; {} esperan a que los mires.",
+                                            "You can recover {} with no risk; {} wait for you to look at.")),
+                          bytesText(report.safeBytes()), bytesText(report.bytes(Safety::review))),
+              Tint::strong);
+    page.line(
+        text("Qué es cada cosa y cómo se libera: tarvo reglas. Todos los detalles: tarvo analizar --json.",
+             "What each thing is and how it is freed: tarvo rules. All details: tarvo scan --json."),
+        Tint::faint);
+}
+
+} // namespace
+
+std::string reportText(const ScanReport& report, const Invocation& invocation) {
+    Page page(invocation);
+    page.line(headText(report), Tint::strong);
+    addFindings(page, report, Safety::safe);
+    addProjects(page, report);
+    addFindings(page, report, Safety::review);
+    addUnclassified(page, report);
+    addFindings(page, report, Safety::keep);
+    addClosing(page, report);
+    return page.take();
+}
+
+} // namespace tarvo

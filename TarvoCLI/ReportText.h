@@ -1,0 +1,14 @@
+#pragma once
+
+#include "LumoCore/Scanning/ScanReport.h"
+#include "TarvoCLI/Console.h"
+
+#include <string>
+
+namespace tarvo {
+
+/// A scan report for a person to read: how full the disk is, what can go, what needs a look, what nobody
+/// knows.
+std::string reportText(const lumo::ScanReport& report, const Invocation& invocation);
+
+} // namespace tarvo

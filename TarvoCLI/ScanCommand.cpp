@@ -1,0 +1,118 @@
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Rules/RuleCatalog.h"
+#include "Platform/StateFile.h"
+#include "TarvoCLI/Commands.h"
+#include "TarvoCLI/ReportText.h"
+#include "TarvoCLI/WatchedScan.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+
+namespace tarvo {
+
+using lumo::text;
+
+namespace {
+
+struct ScanArguments {
+    bool isQuick = false;
+    bool leavesOutProjects = false;
+    bool leavesOutAppCaches = false;
+    std::optional<std::int64_t> minimumUnclassified;
+    std::string output;
+};
+
+lumo::ScanOptions optionsFrom(const ScanArguments& arguments, const std::string& home) {
+    constexpr std::int64_t quickMinimum = 300000000;
+    lumo::ScanOptions options{.home = home};
+    options.includeProjects = !arguments.isQuick && !arguments.leavesOutProjects;
+    options.discoverAppCaches = !arguments.leavesOutAppCaches;
+    if (arguments.isQuick) {
+        options.unclassifiedMinimumBytes = quickMinimum;
+    }
+    options.unclassifiedMinimumBytes =
+        arguments.minimumUnclassified.value_or(options.unclassifiedMinimumBytes);
+    return options;
+}
+
+std::vector<lumo::Rule> rulesFor(const ScanArguments& arguments) {
+    std::vector<lumo::Rule> rules = lumo::RuleCatalog::all();
+    if (arguments.isQuick) {
+        std::erase_if(rules, [](const lumo::Rule& rule) { return rule.needsFolderPermission(); });
+    }
+    return rules;
+}
+
+ExitCode runScan(const ScanArguments& arguments, const Invocation& invocation) {
+    const auto report = watchedScan(rulesFor(arguments), optionsFrom(arguments, invocation.home), invocation);
+    if (!report) {
+        return ExitCode::interrupted;
+    }
+    std::string json;
+    if (invocation.isJson || !arguments.output.empty()) {
+        json = lumo::dumpJson(lumo::encode(*report), lumo::JsonLayout::indented) + "\n";
+    }
+    const ExitCode printed = print(invocation.isJson ? json : reportText(*report, invocation));
+    if (arguments.output.empty()) {
+        return printed;
+    }
+    // Readable for whom the user's mask allows, like any file that a command is told to write.
+    constexpr unsigned mode = 0666;
+    if (const auto saved = lumo::platform::replaceWhole(arguments.output, json, mode); !saved) {
+        return complain(
+            fmt::format(fmt::runtime(text("no he podido guardar en {}: {}; elige otro lugar con --output",
+                                          "could not save to {}: {}; choose another place with --output")),
+                        lumo::printable(arguments.output), saved.error().reason()),
+            ExitCode::failed);
+    }
+    return printed;
+}
+
+CLI::Validator isByteCount() {
+    return CLI::Validator(
+        [](const std::string& word) {
+            const bool isCount = !word.empty() && word.size() <= 18 &&
+                                 std::ranges::all_of(word, [](char c) { return c >= '0' && c <= '9'; });
+            return isCount ? std::string()
+                           : fmt::format(fmt::runtime(text("«{}» no es un número de bytes",
+                                                           "“{}” is no number of bytes")),
+                                         word);
+        },
+        "");
+}
+
+} // namespace
+
+void addScanCommand(CLI::App& app, Action& chosen) {
+    CLI::App* command =
+        addCommand(app, "analizar", "scan", "qué llena tu carpeta personal y qué se puede liberar",
+                   "what fills your home folder and what can be freed");
+    const auto arguments = std::make_shared<ScanArguments>();
+    const auto words = [](std::string_view es, std::string_view en) { return std::string(text(es, en)); };
+    command->add_flag("--quick", arguments->isQuick,
+                      words("solo lo que no necesita permisos, sin proyectos",
+                            "only what needs no permission, without projects"));
+    command->add_flag("--no-projects", arguments->leavesOutProjects,
+                      words("no buscar proyectos", "do not look for projects"));
+    command
+        ->add_option("--min-unclassified", arguments->minimumUnclassified,
+                     words("carpeta sin clasificar más pequeña que se muestra, en bytes",
+                           "smallest unclassified folder to report, in bytes"))
+        ->check(isByteCount())
+        ->type_name("BYTES");
+    command->add_flag("--no-app-caches", arguments->leavesOutAppCaches,
+                      words("no añadir las cachés de las aplicaciones instaladas",
+                            "do not add the caches of installed applications"));
+    command
+        ->add_option("--output", arguments->output,
+                     words("guardar también aquí el informe en JSON", "also save the report as JSON here"))
+        ->type_name(words("FICHERO", "FILE"));
+    command->callback([arguments, &chosen] {
+        chosen = [arguments](const Invocation& invocation) { return runScan(*arguments, invocation); };
+    });
+}
+
+} // namespace tarvo

@@ -1,0 +1,130 @@
+#include "TarvoApp/Model/Preferences.h"
+#include "TarvoCLI/Commands.h"
+#include "TarvoCLI/Table.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+#include <span>
+
+namespace tarvo {
+
+using lumo::JsonValue;
+using lumo::text;
+
+namespace {
+
+struct SettingsArguments {
+    std::string key;
+    std::vector<std::string> words;
+};
+
+ExitCode show(const Preferences& preferences, std::span<const PreferenceKey> keys,
+              const Invocation& invocation) {
+    JsonValue::Object object;
+    Table table({{.tint = Tint::strong}, {.mayShrink = true}, {.tint = Tint::faint, .mayShrink = true}});
+    for (const PreferenceKey& key : keys) {
+        const auto value = preferences.value(key);
+        table.add({std::string(key.key), value ? wordsOf(*value) : "–",
+                   std::string(text(key.meaningEs, key.meaningEn))});
+        if (value) {
+            object.push_back({std::string(key.key), *value});
+        }
+    }
+    if (invocation.isJson) {
+        return print(lumo::dumpJson({std::move(object)}, lumo::JsonLayout::indented) + "\n");
+    }
+    if (keys.size() == 1) {
+        const auto value = preferences.value(keys.front());
+        return print(value ? wordsOf(*value) + "\n" : "");
+    }
+    return print(table.lines(0, outputColumns(), invocation));
+}
+
+/// Runs `act` on the named preference, or says which names there are.
+ExitCode withKey(const std::string& name, const std::function<ExitCode(const PreferenceKey&)>& act) {
+    const PreferenceKey* key = preferenceKey(name);
+    if (key == nullptr) {
+        return complain(
+            fmt::format(fmt::runtime(text("no hay ningún ajuste «{}»; tarvo ajustes los muestra todos",
+                                          "there is no setting “{}”; tarvo settings lists them all")),
+                        name),
+            ExitCode::usage);
+    }
+    return act(*key);
+}
+
+ExitCode change(const PreferenceKey& key, std::optional<JsonValue> value, const Invocation& invocation) {
+    Preferences preferences = Preferences::load(invocation.home);
+    if (const auto stored = preferences.store(key, std::move(value)); !stored) {
+        return complain(fmt::format(fmt::runtime(text("no he podido guardar el ajuste en {}",
+                                                      "the setting could not be saved in {}")),
+                                    stored.error().message),
+                        ExitCode::failed);
+    }
+    return show(preferences, {&key, 1}, invocation);
+}
+
+ExitCode set(const SettingsArguments& arguments, const Invocation& invocation) {
+    return withKey(arguments.key, [&](const PreferenceKey& key) {
+        lumo::Result<JsonValue> value = preferenceFromWords(key, arguments.words);
+        if (!value) {
+            return complain(value.error().message, ExitCode::usage);
+        }
+        return change(key, std::move(*value), invocation);
+    });
+}
+
+CLI::App* addKeyCommand(CLI::App& settings, const char* name, std::string_view meaningEs,
+                        std::string_view meaningEn, SettingsArguments& arguments) {
+    CLI::App* command = addCommand(settings, name, name, meaningEs, meaningEn);
+    command
+        ->add_option(std::string(text("CLAVE", "KEY")), arguments.key,
+                     std::string(text("qué ajuste", "which setting")))
+        ->required()
+        ->type_name("");
+    return command;
+}
+
+} // namespace
+
+void addSettingsCommand(CLI::App& app, Action& chosen) {
+    CLI::App* settings = addCommand(app, "ajustes", "settings", "los ajustes; sin más, los muestra todos",
+                                    "the settings; without more, shows them all");
+    settings->require_subcommand(0, 1);
+    const auto arguments = std::make_shared<SettingsArguments>();
+    settings->callback([settings, &chosen] {
+        if (settings->get_subcommands().empty()) {
+            chosen = [](const Invocation& invocation) {
+                return show(Preferences::load(invocation.home), preferenceKeys(), invocation);
+            };
+        }
+    });
+    addKeyCommand(*settings, "get", "muestra uno", "shows one", *arguments)->callback([arguments, &chosen] {
+        chosen = [arguments](const Invocation& invocation) {
+            return withKey(arguments->key, [&](const PreferenceKey& key) {
+                return show(Preferences::load(invocation.home), {&key, 1}, invocation);
+            });
+        };
+    });
+    CLI::App* setter = addKeyCommand(*settings, "set", "cambia uno", "changes one", *arguments);
+    setter
+        ->add_option(
+            std::string(text("VALOR", "VALUE")), arguments->words,
+            std::string(text("su nuevo valor; varios en una lista", "its new value; several for a list")))
+        ->type_name("");
+    setter->callback([arguments, &chosen] {
+        chosen = [arguments](const Invocation& invocation) { return set(*arguments, invocation); };
+    });
+    addKeyCommand(*settings, "unset", "vuelve al valor de fábrica", "goes back to the standard value",
+                  *arguments)
+        ->callback([arguments, &chosen] {
+            chosen = [arguments](const Invocation& invocation) {
+                return withKey(arguments->key, [&](const PreferenceKey& key) {
+                    return change(key, std::nullopt, invocation);
+                });
+            };
+        });
+}
+
+} // namespace tarvo

@@ -1,0 +1,104 @@
+#include "TarvoCLI/WatchedScan.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Inventories/AppCaches.h"
+#include "Platform/Clock.h"
+#include "Platform/Terminal.h"
+
+#include <fmt/format.h>
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+
+namespace tarvo {
+
+using lumo::ScanPhase;
+using lumo::text;
+namespace platform = lumo::platform;
+
+namespace {
+
+constexpr std::string_view clearLine = "\r\x1B[K";
+
+std::string_view phaseText(ScanPhase phase) {
+    switch (phase) {
+    case ScanPhase::locating:
+        return text("Buscando lo que conozco", "Looking for what I know");
+    case ScanPhase::measuringRules:
+        return text("Midiendo lo que conozco", "Measuring what I know");
+    case ScanPhase::searchingProjects:
+        return text("Buscando proyectos", "Looking for projects");
+    case ScanPhase::measuringProjects:
+        return text("Midiendo proyectos", "Measuring projects");
+    case ScanPhase::measuringUnclassified:
+        break;
+    }
+    return text("Midiendo carpetas sin clasificar", "Measuring unclassified folders");
+}
+
+void showProgress(const lumo::ScanProgress& progress, double seconds) {
+    const std::int64_t entries = progress.walked.entries.load(std::memory_order_relaxed);
+    const std::int64_t bytes = progress.walked.bytes.load(std::memory_order_relaxed);
+    const std::string line =
+        fmt::format("{}… {} {} · {} · {} s", phaseText(progress.phase),
+                    lumo::ByteFormat::number(static_cast<double>(entries), 0), text("elementos", "items"),
+                    lumo::ByteFormat::string(bytes), lumo::ByteFormat::number(seconds, 1));
+    const std::size_t columns = platform::terminalColumns(platform::Stream::error);
+    // One column stays free: a full line would wrap, and only its last part would be cleared.
+    const std::string shown = columns > 1 ? lumo::shortened(line, columns - 1) : line;
+    platform::writeAll(platform::Stream::error, std::string(clearLine) + shown);
+}
+
+std::vector<lumo::Rule> appCacheRules(const std::vector<lumo::Rule>& given, const std::string& home) {
+    return lumo::AppCaches::rules(lumo::InstalledApp::scan(home), given, home);
+}
+
+} // namespace
+
+std::optional<lumo::ScanReport> watchedScan(const std::vector<lumo::Rule>& rules,
+                                            const lumo::ScanOptions& options, const Invocation& invocation) {
+    using namespace std::chrono_literals;
+    platform::noteInterrupts();
+    std::stop_source stop;
+    lumo::ScanProgress progress;
+    lumo::ScanContext context;
+    context.startedAt = platform::now();
+    context.stop = stop.get_token();
+    context.progress = &progress;
+    context.findAppCaches = appCacheRules;
+
+    std::mutex mutex;
+    std::condition_variable finished;
+    bool isFinished = false;
+    std::optional<lumo::ScanReport> report;
+    std::jthread scan([&] {
+        std::optional<lumo::ScanReport> made = lumo::Scanner::scan(rules, options, context);
+        const std::lock_guard<std::mutex> lock(mutex);
+        report = std::move(made);
+        isFinished = true;
+        finished.notify_one();
+    });
+
+    const double start = platform::monotonicSeconds();
+    bool hasShown = false;
+    std::unique_lock<std::mutex> lock(mutex);
+    for (int ticks = 1; !finished.wait_for(lock, 20ms, [&] { return isFinished; }); ++ticks) {
+        if (platform::wasInterrupted()) {
+            stop.request_stop();
+        }
+        // A scan that is over in a moment shows nothing; after that ten times a second is smooth enough.
+        if (invocation.showsProgress && ticks % 5 == 0) {
+            showProgress(progress, platform::monotonicSeconds() - start);
+            hasShown = true;
+        }
+    }
+    if (hasShown) {
+        platform::writeAll(platform::Stream::error, clearLine);
+    }
+    return report;
+}
+
+} // namespace tarvo

@@ -1,0 +1,186 @@
+#include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/Result.h"
+#include "LumoCore/Basics/Text.h"
+#include "Platform/Environment.h"
+#include "Platform/Folder.h"
+#include "Platform/Terminal.h"
+#include "TarvoCLI/Commands.h"
+
+#include <fmt/format.h>
+
+#include <exception>
+
+namespace tarvo {
+
+using lumo::text;
+namespace platform = lumo::platform;
+
+CLI::App* addCommand(CLI::App& parent, std::string_view spanish, std::string_view english,
+                     std::string_view meaningEs, std::string_view meaningEn) {
+    const std::string name(text(spanish, english));
+    const std::string other(name == spanish ? english : spanish);
+    CLI::App* command = parent.add_subcommand(name, std::string(text(meaningEs, meaningEn)));
+    if (other != name) {
+        command->alias(other);
+    }
+    command->get_help_ptr()->group(std::string(text("Opciones", "Options")));
+    return command->group(std::string(text("Órdenes", "Commands")));
+}
+
+namespace {
+
+struct GlobalArguments {
+    std::string language; ///< Read when the texts are chosen, long before the arguments are parsed.
+    std::string home;
+    bool isJson = false;
+    bool isColorless = false;
+    bool isQuiet = false;
+};
+
+void addGlobalOptions(CLI::App& app, GlobalArguments& arguments) {
+    const auto words = [](std::string_view es, std::string_view en) { return std::string(text(es, en)); };
+    app.option_defaults()->group(words("Opciones", "Options"));
+    app.set_help_flag("-h,--help", words("muestra esta ayuda", "show this help"));
+    app.set_version_flag("--version", "tarvo " TARVO_VERSION,
+                         words("muestra la versión", "show the version"));
+    app.add_option("--idioma", arguments.language, words("idioma: es o en", "language: es or en"))
+        ->type_name("es|en");
+    app.add_option("--home", arguments.home,
+                   words("la carpeta personal con la que trabajar; si no, $HOME",
+                         "the home folder to work on; otherwise $HOME"))
+        ->type_name(words("CARPETA", "DIR"));
+    app.add_flag("--json", arguments.isJson,
+                 words("el resultado como un documento JSON", "the result as one JSON document"));
+    app.add_flag("--no-color", arguments.isColorless, words("sin colores", "no colour"));
+    app.add_flag("--quiet", arguments.isQuiet, words("sin mostrar el progreso", "no progress"));
+}
+
+void addCommands(CLI::App& app, Action& chosen) {
+    addScanCommand(app, chosen);
+    addRulesCommand(app, chosen);
+    addAppsCommand(app, chosen);
+    addSettingsCommand(app, chosen);
+}
+
+void translateHelp(CLI::App& app) {
+    app.get_formatter()->column_width(34);
+    for (const auto& [label, es] : {std::pair{"Usage", "Uso"},
+                                    {"OPTIONS", "OPCIONES"},
+                                    {"SUBCOMMAND", "ORDEN"},
+                                    {"SUBCOMMANDS", "ORDENES"},
+                                    {"Positionals", "Argumentos"},
+                                    {"REQUIRED", "obligatorio"}}) {
+        app.get_formatter()->label(label, std::string(text(es, label)));
+    }
+    if (lumo::currentLanguage() == lumo::Language::en) {
+        app.get_formatter()->label("Positionals", "Arguments");
+        app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+        app.get_formatter()->label("SUBCOMMANDS", "COMMANDS");
+        app.get_formatter()->label("REQUIRED", "required");
+    }
+}
+
+/// What is wrong with the arguments, and where to look.
+ExitCode explainUsage(const CLI::App& app, const CLI::ParseError& error) {
+    std::string problem = error.what();
+    if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) {
+        // The library lists them behind its own words.
+        const std::string rest =
+            problem.substr(problem.rfind(": ") == std::string::npos ? 0 : problem.rfind(": ") + 2);
+        problem = fmt::format(fmt::runtime(text("no entiendo «{}»", "I do not understand “{}”")), rest);
+    } else if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
+        problem = text("faltan argumentos", "arguments are missing");
+    } else if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
+        problem = fmt::format("{} ({})", text("falta un valor", "a value is missing"),
+                              problem.substr(0, problem.find(':')));
+    } else if (dynamic_cast<const CLI::ValidationError*>(&error) != nullptr ||
+               dynamic_cast<const CLI::ConversionError*>(&error) != nullptr) {
+        problem = fmt::format("{} ({})", text("un valor no sirve", "a value is not valid"), problem);
+    }
+    const std::string command =
+        app.get_subcommands().empty() ? "" : " " + app.get_subcommands().front()->get_name();
+    return complain(fmt::format(fmt::runtime(text("{}; mira tarvo{} --help", "{}; see tarvo{} --help")),
+                                lumo::printable(problem), command),
+                    ExitCode::usage);
+}
+
+/// The folder to work on; a failure says which remedy there is.
+lumo::Result<std::string> homeFrom(const GlobalArguments& arguments) {
+    const std::string named =
+        arguments.home.empty() ? platform::environmentVariable("HOME").value_or("") : arguments.home;
+    if (named.empty()) {
+        return lumo::failure(
+            std::string(text("no sé cuál es tu carpeta personal: indícala con --home CARPETA",
+                             "I do not know your home folder: name it with --home DIR")));
+    }
+    const auto absolute = platform::absolutePath(named);
+    if (!absolute || !platform::isFolderThroughLinks(*absolute)) {
+        return lumo::failure(
+            fmt::format(fmt::runtime(text("no existe la carpeta {}: indica otra con --home CARPETA",
+                                          "there is no folder {}: name another with --home DIR")),
+                        lumo::printable(named)));
+    }
+    return *absolute;
+}
+
+ExitCode showOverview(const CLI::App& app) {
+    const std::string application = platform::programFolder() + "/tarvo-app";
+    if (platform::hasScreen() && platform::kindOf(application)) {
+        platform::becomeProgram(application, {application});
+    }
+    return print(
+        std::string(text("Tarvo AI mide qué llena tu disco y dice qué se recrea solo, qué conviene mirar y "
+                         "qué hay que conservar.\nNada sale de tu máquina.\n\n",
+                         "Tarvo AI measures what fills your disk and says what recreates itself, what needs "
+                         "a look and what must be kept.\nNothing leaves your machine.\n\n")) +
+        app.help());
+}
+
+ExitCode run(int count, char** words) {
+    CLI::App app(std::string(text("Analiza y limpia tu disco sin miedo.",
+                                  "Analyse and clean your disk without fear.")),
+                 "tarvo");
+    app.fallthrough();
+    app.require_subcommand(0, 1);
+    translateHelp(app);
+    GlobalArguments arguments;
+    Action chosen;
+    addGlobalOptions(app, arguments);
+    addCommands(app, chosen);
+    try {
+        app.parse(count, words);
+    } catch (const CLI::CallForHelp&) {
+        return print(app.help());
+    } catch (const CLI::CallForVersion&) {
+        return print("tarvo " TARVO_VERSION "\n");
+    } catch (const CLI::ParseError& error) {
+        return explainUsage(app, error);
+    }
+    if (!chosen) {
+        return showOverview(app);
+    }
+    const lumo::Result<std::string> home = homeFrom(arguments);
+    if (!home) {
+        return complain(home.error().message, ExitCode::usage);
+    }
+    const bool hasColor = !arguments.isColorless &&
+                          platform::environmentVariable("NO_COLOR").value_or("").empty() &&
+                          platform::isTerminal(platform::Stream::output);
+    return chosen({.home = *home,
+                   .isJson = arguments.isJson,
+                   .hasColor = hasColor,
+                   .showsProgress = !arguments.isQuiet && platform::isTerminal(platform::Stream::error)});
+}
+
+} // namespace
+
+} // namespace tarvo
+
+int main(int count, char** words) {
+    try {
+        return static_cast<int>(tarvo::run(count, words));
+    } catch (const std::exception& error) {
+        // Nothing is expected here but memory running out.
+        return static_cast<int>(tarvo::complain(error.what(), tarvo::ExitCode::failed));
+    }
+}

@@ -1,0 +1,24 @@
+# Every target of ours is compiled with the same warnings, as errors, by both compilers.
+add_library(TarvoCompiling INTERFACE)
+target_compile_options(TarvoCompiling INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+    -Woverloaded-virtual -Wold-style-cast -Werror)
+target_include_directories(TarvoCompiling INTERFACE ${CMAKE_SOURCE_DIR})
+
+set(TARVO_SANITIZE "" CACHE STRING "Value for -fsanitize, empty for none")
+if(TARVO_SANITIZE)
+    add_compile_options(-fsanitize=${TARVO_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${TARVO_SANITIZE})
+endif()
+
+find_program(CCACHE ccache)
+if(CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+# tarvo_room(NAME SOURCES ... [USES ...]): a static library for one room of the house.
+function(tarvo_room name)
+    cmake_parse_arguments(ROOM "" "" "SOURCES;USES;LIBRARIES" ${ARGN})
+    add_library(${name} STATIC ${ROOM_SOURCES})
+    target_link_libraries(${name} PUBLIC TarvoCompiling ${ROOM_USES} PRIVATE ${ROOM_LIBRARIES})
+endfunction()
