@@ -11,10 +11,19 @@
 
 namespace lumo {
 
+/// One member of an object. A template, since objects are needed before the values they hold are complete.
+template <class Value>
+struct JsonMember {
+    std::string name;
+    Value value;
+
+    friend bool operator==(const JsonMember&, const JsonMember&) = default;
+};
+
 /// A JSON document in memory. Objects keep the order of their members. Strings are bytes: see `dumpJson`.
 struct JsonValue {
     using Array = std::vector<JsonValue>;
-    struct Member;
+    using Member = JsonMember<JsonValue>;
     using Object = std::vector<Member>;
 
     std::variant<std::nullptr_t, bool, std::int64_t, double, std::string, Array, Object> value = nullptr;
@@ -23,13 +32,6 @@ struct JsonValue {
     [[nodiscard]] const JsonValue* find(std::string_view name) const;
 
     friend bool operator==(const JsonValue&, const JsonValue&) = default;
-};
-
-struct JsonValue::Member {
-    std::string name;
-    JsonValue value;
-
-    friend bool operator==(const Member&, const Member&) = default;
 };
 
 enum class JsonLayout { line, indented };

@@ -1,3 +1,4 @@
+#include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Parallel.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Scanning/ProjectArtifacts.h"
@@ -86,8 +87,7 @@ void addArtifacts(ProjectReport& project, std::vector<std::pair<std::string, Usa
         artifact.hint = ProjectArtifacts::hint(name);
         project.artifacts.push_back(std::move(artifact));
     }
-    std::ranges::stable_sort(project.artifacts, std::ranges::greater{},
-                             [](const ProjectArtifact& artifact) { return artifact.usage.allocatedBytes; });
+    sortLargestFirst(project.artifacts);
 }
 
 platform::TreeRequest requestFor(const std::string& project) {

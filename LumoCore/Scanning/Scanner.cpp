@@ -1,5 +1,6 @@
 #include "LumoCore/Scanning/Scanner.h"
 
+#include "LumoCore/Basics/LargestFirst.h"
 #include "Platform/Clock.h"
 #include "Platform/Folder.h"
 #include "Platform/Volume.h"
@@ -82,12 +83,6 @@ bool isWorthReporting(const Finding& finding) {
     return finding.usage.allocatedBytes >= smallest;
 }
 
-/// Largest first; equal ones keep their order.
-void sortByAllocation(auto& items) {
-    std::ranges::stable_sort(items, std::ranges::greater{},
-                             [](const auto& item) { return item.usage.allocatedBytes; });
-}
-
 std::vector<Finding> findAll(const std::vector<Rule>& rules, const ScanOptions& options,
                              const ScanContext& context, HardLinkRegistry& registry) {
     enter(ScanPhase::locating, context);
@@ -105,7 +100,7 @@ std::vector<Finding> findAll(const std::vector<Rule>& rules, const ScanOptions& 
             findings.push_back(std::move(finding));
         }
     }
-    sortByAllocation(findings);
+    sortLargestFirst(findings);
     return findings;
 }
 
@@ -116,7 +111,7 @@ std::vector<ProjectReport> findProjects(const ScanOptions& options, const ScanCo
     const std::vector<std::string> paths = discoverProjects(options.home, maxDepth, context.stop);
     enter(ScanPhase::measuringProjects, context);
     std::vector<ProjectReport> projects = measureProjects(paths, options.home, registry, watchOf(context));
-    std::ranges::stable_sort(projects, std::ranges::greater{}, &ProjectReport::recoverableBytes);
+    sortLargestFirst(projects, &ProjectReport::recoverableBytes);
     return projects;
 }
 
@@ -144,7 +139,7 @@ std::vector<UnclassifiedItem> findUnclassified(const ScanReport& report, const S
             items.push_back({paths[index], usages[index]});
         }
     }
-    sortByAllocation(items);
+    sortLargestFirst(items);
     return items;
 }
 

@@ -5,6 +5,9 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <iterator>
+#include <utility>
 
 namespace lumo::platform {
 
@@ -50,6 +53,9 @@ OpenFolders::~OpenFolders() {
     for (const WalkedFolder* folder : held_) {
         close(folder->descriptor);
     }
+    for (const int descriptor : released_) {
+        close(descriptor);
+    }
 }
 
 void OpenFolders::hold(WalkedFolder& folder, int descriptor) {
@@ -75,11 +81,15 @@ void OpenFolders::release(WalkedFolder& folder) {
     if (folder.descriptor < 0) {
         return;
     }
-    close(folder.descriptor);
+    released_.push_back(folder.descriptor);
     folder.descriptor = -1;
     held_[folder.heldIndex] = held_.back();
     held_[folder.heldIndex]->heldIndex = folder.heldIndex;
     held_.pop_back();
+}
+
+std::vector<int> OpenFolders::takeReleased() {
+    return std::exchange(released_, {});
 }
 
 void OpenFolders::releaseUnused() {
@@ -93,16 +103,26 @@ void OpenFolders::releaseUnused() {
 
 void OpenFolders::evictBeyondBudget() {
     while (held_.size() > budget_) {
-        WalkedFolder* shallowest = nullptr;
-        for (WalkedFolder* folder : held_) {
-            if (folder->pins == 0 && (shallowest == nullptr || folder->depth < shallowest->depth)) {
-                shallowest = folder;
-            }
-        }
-        if (shallowest == nullptr) {
+        std::vector<WalkedFolder*> idle;
+        std::ranges::copy_if(held_, std::back_inserter(idle),
+                             [](const WalkedFolder* folder) { return folder->pins == 0; });
+        if (idle.empty()) {
             return;
         }
-        release(*shallowest);
+        std::ranges::sort(idle, {}, &WalkedFolder::depth);
+        // The deeper half is needed soon. Of the others the one goes that leaves the smallest gap, so that
+        // what stays is spread over the depth and every folder has an open ancestor not too far above it.
+        std::size_t leastMissed = 0;
+        std::uint32_t smallestGap = UINT32_MAX;
+        for (std::size_t index = 0; index < std::max<std::size_t>(idle.size() / 2, 1); ++index) {
+            const std::uint32_t above = index > 0 ? idle[index - 1]->depth : 0;
+            const std::uint32_t gap = idle[std::min(index + 1, idle.size() - 1)]->depth - above;
+            if (gap < smallestGap) {
+                smallestGap = gap;
+                leastMissed = index;
+            }
+        }
+        release(*idle[leastMissed]);
     }
 }
 

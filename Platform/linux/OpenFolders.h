@@ -7,9 +7,9 @@
 
 namespace lumo::platform {
 
-/// The descriptors that folders keep for their children, within a budget. When it is used up the shallowest
-/// folder loses its descriptor, because a depth-first walk needs it last; it is opened again from its nearest
-/// open ancestor when its turn comes. Paths are never put together, so depth has no limit.
+/// The descriptors that folders keep for their children, within a budget. When it is used up a folder far
+/// from the depth at which the walk is loses its descriptor; it is opened again from its nearest open
+/// ancestor when its turn comes. Paths are never put together, so depth has no limit.
 ///
 /// All operations take the walk's lock, which must be held by the caller.
 class OpenFolders final {
@@ -29,11 +29,15 @@ class OpenFolders final {
     int pin(WalkedFolder& folder, Lock& lock);
     void unpin(WalkedFolder& folder);
 
-    /// Closes the folder's descriptor, if it has one.
+    /// Takes the folder's descriptor from it, if it has one.
     void release(WalkedFolder& folder);
 
-    /// Closes every descriptor that nobody uses at this moment.
+    /// The same for every descriptor that nobody uses at this moment.
     void releaseUnused();
+
+    /// The descriptors that folders lost since the last call, for the caller to close once it has let go of
+    /// the lock: closing takes long enough to make the other threads queue.
+    std::vector<int> takeReleased();
 
   private:
     struct Opened {
@@ -47,6 +51,7 @@ class OpenFolders final {
 
     const std::size_t budget_;
     std::vector<WalkedFolder*> held_;
+    std::vector<int> released_;
     std::mutex reopening_; ///< One at a time, so that reopening needs few descriptors of its own.
 };
 

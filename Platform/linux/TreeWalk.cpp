@@ -16,6 +16,7 @@
 #include <mutex>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 namespace lumo::platform {
 
@@ -45,7 +46,8 @@ struct WalkLimits {
         const std::size_t wanted =
             std::clamp<std::size_t>(std::size_t{4} * std::thread::hardware_concurrency(), 8, 16);
         const std::size_t threads = std::clamp<std::size_t>(usable / 4, 1, wanted);
-        return {threads, usable - threads};
+        // Each thread reads one folder, and what folders lose is closed a moment later.
+        return {threads, (usable - threads) * 2 / 3};
     }
 };
 
@@ -74,6 +76,23 @@ struct Haul {
     TreeTally tally;
     std::vector<std::unique_ptr<WalkedFolder>> children;
     std::vector<std::string> setAside;
+    bool hasPinnedParent = false;
+};
+
+/// Has the lock held at the end of a scope, however that is left.
+class Relock final {
+  public:
+    explicit Relock(OpenFolders::Lock& lock) : lock_(lock) {}
+    ~Relock() {
+        if (!lock_.owns_lock()) {
+            lock_.lock();
+        }
+    }
+    Relock(const Relock&) = delete;
+    Relock& operator=(const Relock&) = delete;
+
+  private:
+    OpenFolders::Lock& lock_;
 };
 
 class Walk final {
@@ -130,10 +149,26 @@ class Walk final {
             }
             finish(*task->folder, haul);
         }
+        discard(lock);
+    }
+
+    /// Closes and frees what is no longer needed, without the lock.
+    void discard(Lock& lock) {
+        const std::vector<int> released = open_.takeReleased();
+        const std::vector<std::unique_ptr<WalkedFolder>> finished = std::exchange(finished_, {});
+        lock.unlock();
+        for (const int descriptor : released) {
+            close(descriptor);
+        }
     }
 
     std::optional<Task> next(Lock& lock) {
         while (tasks_.empty() && working_ > 0 && !context_.stop.stop_requested()) {
+            discard(lock);
+            lock.lock();
+            if (!tasks_.empty() || working_ == 0 || context_.stop.stop_requested()) {
+                break;
+            }
             ++idle_;
             changed_.wait(lock);
             --idle_;
@@ -151,10 +186,10 @@ class Walk final {
     /// Called and left with the lock held, like `countPart`; both work without it in between.
     void readFolder(WalkedFolder& folder, Buffer& buffer, Haul& haul, Lock& lock) {
         const int descriptor = openFolder(folder, haul, lock);
+        const Relock relock(lock);
         if (descriptor < 0) {
             return;
         }
-        lock.unlock();
         bool isShared = false;
         for (bool isFirst = true; !context_.stop.stop_requested(); isFirst = false) {
             const ssize_t count = getdents64(descriptor, buffer.get(), bufferBytes);
@@ -172,8 +207,16 @@ class Walk final {
                 countEntries(folder, descriptor, buffer.get(), entryBytes, haul);
             }
         }
+        if (!isShared && haul.children.empty()) {
+            close(descriptor);
+            return;
+        }
         lock.lock();
-        keepOrClose(folder, descriptor, isShared, !haul.children.empty());
+        if (isShared) {
+            open_.unpin(folder);
+        } else {
+            open_.hold(folder, descriptor);
+        }
     }
 
     void countPart(const Task& part, Haul& haul, Lock& lock) {
@@ -199,61 +242,42 @@ class Walk final {
         changed_.notify_one();
     }
 
-    void keepOrClose(WalkedFolder& folder, int descriptor, bool isShared, bool hasChildren) {
-        if (isShared) {
-            open_.unpin(folder);
-        } else if (hasChildren) {
-            open_.hold(folder, descriptor);
-        } else {
-            close(descriptor);
-        }
-    }
-
-    /// Opens the folder for reading; -1 when there is nothing to read. The lock is held before and after.
+    /// Opens the folder for reading; -1 when there is nothing to read. The lock is held before and not after;
+    /// the parent stays pinned, which saves taking the lock once more.
     int openFolder(WalkedFolder& folder, Haul& haul, Lock& lock) {
-        if (folder.parent == nullptr) {
-            lock.unlock();
-            const bool isFolder = countRoot(folder, haul);
-            lock.lock();
-            if (!isFolder) {
-                return -1;
-            }
-        }
         // Other parts of the process may have used up its descriptors: then ours are given back first.
         constexpr int mostAttempts = 3;
         for (int attempt = 0; attempt < mostAttempts; ++attempt) {
-            const int descriptor = tryOpen(folder, lock);
+            if (attempt > 0) {
+                lock.lock();
+                open_.releaseUnused();
+            }
+            const int base = folder.parent != nullptr ? pinParent(folder, haul, lock) : AT_FDCWD;
+            discard(lock);
+            if (folder.parent == nullptr && attempt == 0 && !countRoot(folder, haul)) {
+                return -1;
+            }
+            if (base == -1) {
+                continue;
+            }
+            const int descriptor =
+                openat(base, folder.name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
             if (descriptor >= 0) {
                 return descriptor;
             }
-            if (descriptor != -EMFILE && descriptor != -ENFILE) {
+            if (errno != EMFILE && errno != ENFILE) {
                 break;
             }
-            open_.releaseUnused();
         }
         ++haul.tally.unreadableCount;
         return -1;
     }
 
-    /// A descriptor, or a negative errno value.
-    int tryOpen(WalkedFolder& folder, Lock& lock) {
-        int base = AT_FDCWD;
-        if (folder.parent != nullptr) {
-            base = open_.pin(*folder.parent, lock);
-            if (base < 0) {
-                return -EMFILE;
-            }
+    int pinParent(WalkedFolder& folder, Haul& haul, Lock& lock) {
+        if (!haul.hasPinnedParent) {
+            haul.hasPinnedParent = open_.pin(*folder.parent, lock) >= 0;
         }
-        lock.unlock();
-        int descriptor = openat(base, folder.name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-        if (descriptor < 0) {
-            descriptor = -errno;
-        }
-        lock.lock();
-        if (folder.parent != nullptr) {
-            open_.unpin(*folder.parent);
-        }
-        return descriptor;
+        return haul.hasPinnedParent ? folder.parent->descriptor : -1;
     }
 
     /// Counts the entry that a tree starts with. True when it is a folder, whose contents are to be read.
@@ -337,6 +361,9 @@ class Walk final {
 
     /// Merges what a task found and queues what it leaves to do. With the lock held.
     void finish(WalkedFolder& folder, Haul& haul) {
+        if (haul.hasPinnedParent) {
+            open_.unpin(*folder.parent);
+        }
         TreeSums& sums = sums_[folder.tree];
         haul.tally.addTo(sums);
         std::ranges::move(haul.setAside, std::back_inserter(sums.setAside));
@@ -369,7 +396,7 @@ class Walk final {
         while (folder != nullptr && --folder->pending == 0) {
             open_.release(*folder);
             WalkedFolder* parent = folder->parent;
-            delete folder;
+            finished_.emplace_back(folder);
             folder = parent;
         }
     }
@@ -390,6 +417,7 @@ class Walk final {
     std::condition_variable changed_;
     OpenFolders open_;
     std::vector<Task> tasks_;
+    std::vector<std::unique_ptr<WalkedFolder>> finished_; ///< To be freed without the lock.
     std::vector<TreeSums> sums_;
     std::vector<std::thread> threads_;
     std::size_t working_ = 0;

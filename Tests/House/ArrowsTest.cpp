@@ -1,0 +1,118 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+// Rooms may use the rooms below them and nothing else. A line that goes the wrong way makes this fail.
+namespace {
+
+/// A room, the rooms it may include besides itself, and the libraries that it may.
+struct Room {
+    std::string folder;
+    std::vector<std::string> rooms;
+    std::vector<std::string> libraries;
+};
+
+const std::vector<std::string> coreBelow{"LumoCore/Basics", "Platform"};
+
+const std::vector<Room>& house() {
+    static const std::vector<Room> rooms{
+        {"Platform", {}, {"plist", "system"}},
+        {"LumoCore/Basics", {"Platform"}, {"fmt", "unicode", "nlohmann"}},
+        {"LumoCore/Rules", coreBelow, {"fmt"}},
+        {"LumoCore/Scanning", {"LumoCore/Rules", "LumoCore/Basics", "Platform"}, {"fmt"}},
+        {"LumoCore/Inventories",
+         {"LumoCore/Scanning", "LumoCore/Rules", "LumoCore/Basics", "Platform"},
+         {"fmt"}},
+        {"TarvoApp/Model", {"LumoCore", "LumoAI", "Platform"}, {"fmt"}},
+        {"TarvoCLI", {"TarvoMCP", "TarvoApp/Model", "LumoCore", "LumoAI", "Platform"}, {"fmt", "CLI"}},
+    };
+    return rooms;
+}
+
+/// Headers of the language's own library have no extension and no slash.
+bool isStandard(const std::string& header) {
+    return header.find_first_of("./") == std::string::npos;
+}
+
+/// Headers of the system: what only the platform may use.
+bool isSystem(const std::string& header) {
+    static const std::set<std::string> loose{"dirent.h", "fcntl.h", "fnmatch.h", "fts.h",    "locale.h",
+                                             "unistd.h", "poll.h",  "sched.h",   "signal.h", "pwd.h"};
+    return header.starts_with("sys/") || loose.contains(header);
+}
+
+std::string libraryOf(const std::string& header) {
+    return isSystem(header) ? "system" : header.substr(0, header.find('/'));
+}
+
+bool isAllowed(const Room& room, const std::string& header) {
+    const auto begins = [&](const std::string& folder) { return header.starts_with(folder + "/"); };
+    return isStandard(header) || begins(room.folder) || std::ranges::any_of(room.rooms, begins) ||
+           std::ranges::find(room.libraries, libraryOf(header)) != room.libraries.end();
+}
+
+std::string headerIn(const std::string& line) {
+    if (!line.starts_with("#include")) {
+        return {};
+    }
+    const std::size_t start = line.find_first_of("<\"") + 1;
+    return line.substr(start, line.find_first_of(">\"", start) - start);
+}
+
+std::vector<std::string> wrongLines(const Room& room) {
+    std::vector<std::string> wrong;
+    const std::filesystem::path root = std::filesystem::path(SOURCE_FOLDER) / room.folder;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
+        const std::string extension = entry.path().extension();
+        if (extension != ".h" && extension != ".cpp") {
+            continue;
+        }
+        std::ifstream file(entry.path());
+        std::size_t number = 0;
+        for (std::string line; std::getline(file, line);) {
+            ++number;
+            const std::string header = headerIn(line);
+            // A core header must not make those who include it know a library.
+            const bool isLeak = extension == ".h" && room.folder.starts_with("LumoCore") &&
+                                !isStandard(header) && !header.starts_with("LumoCore/") &&
+                                !header.starts_with("Platform/");
+            if (!header.empty() && (!isAllowed(room, header) || isLeak)) {
+                wrong.push_back(std::filesystem::relative(entry.path(), SOURCE_FOLDER).string() + ":" +
+                                std::to_string(number) + ": " + line);
+            }
+        }
+    }
+    return wrong;
+}
+
+} // namespace
+
+TEST(House, ArrowsPointDownwards) {
+    for (const Room& room : house()) {
+        for (const std::string& line : wrongLines(room)) {
+            ADD_FAILURE() << line;
+        }
+    }
+}
+
+TEST(House, EverySourceFileIsInARoom) {
+    for (const char* top : {"Platform", "LumoCore", "LumoAI", "TarvoApp", "TarvoCLI", "TarvoMCP"}) {
+        const std::filesystem::path root = std::filesystem::path(SOURCE_FOLDER) / top;
+        if (!std::filesystem::exists(root)) {
+            continue;
+        }
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
+            const std::string name = std::filesystem::relative(entry.path(), SOURCE_FOLDER).string();
+            const bool isSource = name.ends_with(".h") || name.ends_with(".cpp");
+            EXPECT_TRUE(!isSource || std::ranges::any_of(house(), [&](const Room& room) {
+                return name.starts_with(room.folder + "/");
+            })) << name;
+        }
+    }
+}

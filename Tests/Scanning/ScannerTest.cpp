@@ -1,0 +1,241 @@
+#include "LumoCore/Scanning/Scanner.h"
+#include "LumoCore/Rules/RuleCatalog.h"
+#include "LumoCore/Scanning/ProjectArtifacts.h"
+#include "Tests/support/TempHome.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using lumo::Finding;
+using lumo::ProjectReport;
+using lumo::Rule;
+using lumo::ScanContext;
+using lumo::ScanOptions;
+using lumo::ScanReport;
+using lumo::Usage;
+using tarvo::testing::allocatedBytes;
+using tarvo::testing::TempHome;
+using testing::ElementsAre;
+using testing::IsEmpty;
+namespace Scanner = lumo::Scanner;
+
+namespace {
+
+Rule ruleAt(std::string id, std::string path) {
+    Rule rule;
+    rule.id = std::move(id);
+    rule.safety = lumo::Safety::safe;
+    rule.locator = lumo::locator::Path{std::move(path)};
+    return rule;
+}
+
+ScanReport scan(const TempHome& home, const std::vector<Rule>& rules, ScanOptions options = {},
+                ScanContext context = {}) {
+    options.home = home.path();
+    return Scanner::scan(rules, options, context).value();
+}
+
+std::vector<std::string> idsOf(const ScanReport& report) {
+    std::vector<std::string> ids;
+    for (const Finding& finding : report.findings) {
+        ids.push_back(finding.ruleID);
+    }
+    return ids;
+}
+
+std::vector<std::string> unclassifiedOf(const ScanReport& report) {
+    std::vector<std::string> paths;
+    for (const lumo::UnclassifiedItem& item : report.unclassified) {
+        paths.push_back(item.path);
+    }
+    return paths;
+}
+
+} // namespace
+
+TEST(Scanner, ListsFindingsLargestFirstAndCreditsASharedPathToEveryRule) {
+    const TempHome home;
+    home.file("small/f", 10000);
+    home.file("large/f", 300000);
+    const ScanReport report = scan(home, {ruleAt("first", "~/small"), ruleAt("missing", "~/nowhere"),
+                                          ruleAt("big", "~/large"), ruleAt("second", "~/small")});
+    EXPECT_THAT(idsOf(report), ElementsAre("big", "first", "second"));
+    EXPECT_EQ(report.findings[1].usage, report.findings[2].usage);
+    EXPECT_EQ(report.findings[0].usage.allocatedBytes,
+              allocatedBytes(home.path("large")) + allocatedBytes(home.path("large/f")));
+}
+
+TEST(Scanner, SumsAFindingOverItsPathsAndDropsEmptyOnes) {
+    const TempHome home;
+    home.file("caches/a.updater", 5000);
+    home.file("caches/b.updater", 7000);
+    home.setModified("caches/a.updater", 1500000000);
+    home.setModified("caches/b.updater", 1600000000);
+    home.file("empty");
+    Rule rule = ruleAt("updaters", "");
+    rule.locator = lumo::locator::Children{"~/caches", {"*.updater"}};
+    const ScanReport report = scan(home, {rule, ruleAt("empty", "~/empty")});
+    ASSERT_THAT(idsOf(report), ElementsAre("updaters"));
+    EXPECT_THAT(report.findings[0].paths,
+                ElementsAre(home.path("caches/a.updater"), home.path("caches/b.updater")));
+    EXPECT_EQ(report.findings[0].usage.apparentBytes, 12000);
+    EXPECT_EQ(report.findings[0].usage.lastModified, lumo::Date(std::chrono::seconds(1600000000)));
+}
+
+TEST(Scanner, ReportsCachesOfApplicationsFromFiftyMegabytesUp) {
+    const TempHome home;
+    // One byte less or more than the bound cannot be staged: disks allocate whole blocks.
+    home.file("just-below", 49995776);
+    home.file("just-above", 50003968);
+    ScanContext context;
+    context.findAppCaches = [](const std::vector<Rule>&, const std::string&) {
+        return std::vector{ruleAt("cache-app:below", "~/just-below"),
+                           ruleAt("cache-app:above", "~/just-above")};
+    };
+    EXPECT_THAT(idsOf(scan(home, {}, {}, context)), ElementsAre("cache-app:above"));
+    EXPECT_THAT(idsOf(scan(home, {}, {.home = {}, .discoverAppCaches = false}, context)), IsEmpty());
+}
+
+TEST(Scanner, FindsProjectsButNoneInsideAnotherNorWhereNoneAreLookedFor) {
+    const TempHome home;
+    for (const char* marker :
+         {"code/app/package.json", "code/app/packages/lib/package.json", "code/.hidden/package.json",
+          "code/venv/pyproject.toml", ".dot/go.mod", "Library/x/Cargo.toml", "Movies/m/go.mod",
+          "a/b/c/d/e/f/go.mod", "a/b/c/d/e/g/go.mod", "tool/Package.swift",
+          ".minimax-agent/projects/p/requirements.txt"}) {
+        home.file(marker);
+    }
+    home.file("1/2/3/4/5/6/7/go.mod");
+    home.folder("repository/.git");
+    home.link("linked", home.path("code"));
+    EXPECT_THAT(Scanner::discoverProjects(home.path(), 5),
+                ElementsAre(home.path(".minimax-agent/projects/p"), home.path("a/b/c/d/e/f"),
+                            home.path("a/b/c/d/e/g"), home.path("code/app"), home.path("repository"),
+                            home.path("tool")));
+}
+
+TEST(Scanner, MeasuresAProjectsArtifactsApart) {
+    const TempHome home;
+    home.file("code/app/package.json", 100);
+    home.setModified("code/app/package.json", 1500000000);
+    home.file("code/app/node_modules/x/index.js", 50000);
+    home.file("code/app/packages/lib/node_modules/y/index.js", 30000);
+    home.file("code/app/packages/lib/node_modules/y/node_modules/z/index.js", 20000);
+    home.file("code/app/target/out", 70000);
+    home.file("code/app/.venv/bin/python", 40000);
+    lumo::HardLinkRegistry registry;
+    const std::string path = home.path("code/app");
+    std::optional<ProjectReport> project = Scanner::measureProject(path, home.path(), registry);
+    ASSERT_TRUE(project);
+    EXPECT_EQ(project->name, "code/app");
+    ASSERT_EQ(project->artifacts.size(), 2U); // "target" is none without a Cargo.toml.
+    EXPECT_EQ(project->artifacts[0].name, "node_modules");
+    EXPECT_THAT(project->artifacts[0].paths,
+                ElementsAre(path + "/node_modules", path + "/packages/lib/node_modules"));
+    EXPECT_EQ(project->artifacts[0].usage.apparentBytes, 100000);
+    EXPECT_EQ(project->artifacts[1].name, ".venv");
+    EXPECT_EQ(project->artifacts[1].hint, lumo::ProjectArtifacts::hint(".venv"));
+    EXPECT_EQ(project->usage.apparentBytes, 210100);
+    EXPECT_EQ(project->recoverableBytes(),
+              project->artifacts[0].usage.allocatedBytes + project->artifacts[1].usage.allocatedBytes);
+
+    home.file("code/app/Cargo.toml");
+    home.setModified("code/app/Cargo.toml", 1500000000);
+    lumo::HardLinkRegistry another;
+    project = Scanner::measureProject(path, home.path(), another);
+    ASSERT_EQ(project->artifacts.size(), 3U);
+    EXPECT_EQ(project->artifacts[1].name, "target");
+    EXPECT_EQ(project->lastCodeChange, lumo::Date(std::chrono::seconds(1500000000)));
+    EXPECT_FALSE(Scanner::measureProject(home.path("missing"), home.path(), another));
+}
+
+TEST(Scanner, VisitsAFolderAboveAClaimedOneAndOffersTheRest) {
+    const TempHome home;
+    for (const char* folder :
+         {"Library/Caches/pip/x", "Library/Caches/other", "Library/Application Support/Google/Chrome/Model/x",
+          "Library/Application Support/Google/Chrome/Other", "Library/Application Support/Google/Drive",
+          ".cache/uv", ".cache/mystery", ".deep/1/2/3/4/5", ".deep/1/2/side", "Visible", ".zed"}) {
+        home.folder(folder);
+    }
+    home.file("Library/Caches/loose", 100);
+    home.link(".linked", "Visible");
+    const auto candidates = Scanner::unclassifiedCandidates(
+        home.path(),
+        {home.path("Library/Caches/pip"), home.path("Library/Application Support/Google/Chrome/Model"),
+         home.path(".cache/uv"), home.path(".deep/1/2/3/4")});
+    EXPECT_THAT(candidates, ElementsAre(home.path("Library/Application Support/Google/Chrome/Other"),
+                                        home.path("Library/Application Support/Google/Drive"),
+                                        home.path("Library/Caches/other"), home.path(".cache/mystery"),
+                                        home.path(".deep/1/2/side"), home.path(".zed")));
+}
+
+TEST(Scanner, ReportsUnclaimedFoldersFromTheAskedSizeAndLeavesClaimedOnesToTheirRules) {
+    const TempHome home;
+    home.file(".large/f", 400000);
+    home.file(".larger/f", 500000);
+    home.file(".small/f", 1000);
+    home.file(".known/f", 400000);
+    home.file("work/package.json");
+    home.file(".minimax-agent/projects/p/f", 900000);
+    const ScanReport report =
+        scan(home, {ruleAt("known", "~/.known")}, {.home = {}, .unclassifiedMinimumBytes = 300000});
+    EXPECT_THAT(unclassifiedOf(report), ElementsAre(home.path(".larger"), home.path(".large")));
+    ASSERT_EQ(report.projects.size(), 1U);
+    EXPECT_EQ(report.projects[0].name, "work");
+    EXPECT_GT(report.volume.totalBytes, 0);
+
+    const ScanReport quick =
+        scan(home, {}, {.home = {}, .includeProjects = false, .unclassifiedMinimumBytes = 0});
+    EXPECT_THAT(quick.projects, IsEmpty());
+    EXPECT_THAT(unclassifiedOf(quick), ElementsAre(home.path(".larger"), home.path(".known"),
+                                                   home.path(".large"), home.path(".small")));
+}
+
+TEST(ScanReport, AddsUpWhatRecreatesItself) {
+    const auto withBytes = [](std::int64_t bytes, std::int64_t unreadable) {
+        return Usage{.allocatedBytes = bytes, .unreadableCount = unreadable, .lastModified = {}};
+    };
+    ScanReport report;
+    report.findings = {{.safety = lumo::Safety::safe, .usage = withBytes(100, 1)},
+                       {.safety = lumo::Safety::review, .usage = withBytes(1000, 2)},
+                       {.safety = lumo::Safety::safe, .usage = withBytes(200, 0)}};
+    report.projects = {{.usage = withBytes(90000, 4),
+                        .artifacts = {{.usage = withBytes(10, 0)}, {.usage = withBytes(20, 0)}}}};
+    report.unclassified = {{.path = "/x", .usage = withBytes(70000, 8)}};
+    EXPECT_EQ(report.bytes(lumo::Safety::review), 1000);
+    EXPECT_EQ(report.safeBytes(), 330);
+    EXPECT_EQ(report.unreadableCount(), 15);
+}
+
+TEST(Usage, StopsTheProcessRatherThanWrapping) {
+    Usage most{.allocatedBytes = std::numeric_limits<std::int64_t>::max(), .lastModified = {}};
+    EXPECT_DEATH(most += Usage({.allocatedBytes = 1, .lastModified = {}}), "64 bits");
+}
+
+TEST(Scanner, SurvivesHomesThatAreEmptyLinkedOrGone) {
+    const TempHome home;
+    home.folder("empty");
+    home.file("real/.cache/uv/f", 4000);
+    home.link("linked", "real");
+    const auto& rules = lumo::RuleCatalog::all();
+    for (const char* name : {"empty", "gone"}) {
+        ScanOptions options{.home = home.path(name)};
+        const auto report = Scanner::scan(rules, options, {});
+        ASSERT_TRUE(report) << name;
+        EXPECT_THAT(report->findings, IsEmpty()) << name;
+        EXPECT_THAT(report->unclassified, IsEmpty()) << name;
+    }
+    const auto report = Scanner::scan(rules, {.home = home.path("linked")}, {});
+    EXPECT_THAT(idsOf(*report), ElementsAre("uv-cache"));
+    EXPECT_THAT(report->findings[0].paths, ElementsAre(home.path("linked/.cache/uv")));
+}
+
+TEST(Scanner, AStoppedScanGivesNoReport) {
+    const TempHome home;
+    home.file(".cache/uv/f", 4000);
+    std::stop_source stop;
+    stop.request_stop();
+    ScanContext context;
+    context.stop = stop.get_token();
+    EXPECT_FALSE(Scanner::scan(lumo::RuleCatalog::all(), {.home = home.path()}, context));
+}

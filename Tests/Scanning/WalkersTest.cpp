@@ -1,0 +1,257 @@
+#include "LumoCore/Scanning/FileTree.h"
+#include "Tests/support/TempHome.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <fcntl.h>
+#include <random>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+using lumo::HardLinkRegistry;
+using lumo::Usage;
+using lumo::FileTree::usageOf;
+using lumo::platform::TreeRequest;
+using lumo::platform::TreeSums;
+using tarvo::testing::allocatedBytes;
+using tarvo::testing::asOrdinaryUser;
+using tarvo::testing::Outcome;
+using tarvo::testing::TempHome;
+
+namespace {
+
+std::string described(const TreeSums& sums) {
+    const auto date = [](const auto& moment) {
+        return moment ? std::to_string(moment->time_since_epoch().count()) : std::string("none");
+    };
+    std::string text = std::to_string(sums.allocatedBytes) + " allocated, " +
+                       std::to_string(sums.apparentBytes) + " apparent, " + std::to_string(sums.fileCount) +
+                       " files, " + std::to_string(sums.unreadableCount) + " unreadable, " +
+                       date(sums.lastModified) + ", " + date(sums.lastDatedChange);
+    for (const std::string& path : sums.setAside) {
+        text += "\n  " + path;
+    }
+    return text;
+}
+
+TreeSums walk(const TreeRequest& request) {
+    HardLinkRegistry registry;
+    return lumo::platform::walkTrees({&request, 1}, lumo::FileTree::contextOf(registry, {})).front();
+}
+
+TreeSums walkPortably(const TreeRequest& request) {
+    HardLinkRegistry registry;
+    return lumo::platform::walkTreesPortably({&request, 1}, lumo::FileTree::contextOf(registry, {})).front();
+}
+
+Usage measure(const std::string& path) {
+    HardLinkRegistry registry;
+    return lumo::FileTree::measure(path, registry);
+}
+
+void makeSocket(const std::string& path) {
+    const int descriptor = socket(AF_UNIX, SOCK_STREAM, 0);
+    sockaddr_un address = {};
+    address.sun_family = AF_UNIX;
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    ASSERT_EQ(bind(descriptor, static_cast<sockaddr*>(static_cast<void*>(&address)), sizeof address), 0);
+    close(descriptor);
+}
+
+/// A tree whose every choice follows from the seed.
+class RandomTree final {
+  public:
+    RandomTree(const TempHome& home, unsigned seed) : home_(home), random_(seed) { fill("", 0); }
+
+  private:
+    unsigned upTo(unsigned most) { return static_cast<unsigned>(random_() % (most + 1)); }
+
+    std::string freshName() {
+        static const std::array<std::string, 12> odd{"con espacios", "línea\nnueva", "\xFF\xFE roto", "café",
+                                                     "cafe\u0301",   ".oculto",      "node_modules",  ".git",
+                                                     ".DS_Store",    "target",       "-rf",           "日本"};
+        const std::string number = std::to_string(++made_);
+        return upTo(3) == 0 ? odd[upTo(odd.size() - 1)] + (upTo(1) == 0 ? "" : number) : "n" + number;
+    }
+
+    void fill(const std::string& folder, int depth) {
+        home_.folder(folder.empty() ? "." : folder);
+        for (unsigned count = upTo(9); count > 0; --count) {
+            const std::string name = folder + "/" + freshName();
+            if (faccessat(AT_FDCWD, home_.path(name).c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0) {
+                continue;
+            }
+            make(name, depth);
+        }
+    }
+
+    void make(const std::string& name, int depth) {
+        switch (upTo(8)) {
+        case 0:
+        case 1:
+        case 2:
+            if (depth < 6) {
+                fill(name, depth + 1);
+            }
+            break;
+        case 3:
+            home_.sparseFile(name, 1 + upTo(1000000));
+            break;
+        case 4:
+            if (!files_.empty()) {
+                home_.hardLink(name, files_[upTo(static_cast<unsigned>(files_.size()) - 1)]);
+            }
+            break;
+        case 5:
+            home_.link(name, upTo(1) == 0 ? "." : "nowhere");
+            break;
+        case 6:
+            home_.fifo(name);
+            break;
+        default:
+            home_.file(name, upTo(20000));
+            home_.setModified(name, 1000000000 + upTo(600000000));
+            files_.push_back(name);
+        }
+    }
+
+    const TempHome& home_;
+    std::mt19937 random_;
+    unsigned made_ = 0;
+    std::vector<std::string> files_;
+};
+
+} // namespace
+
+TEST(FileTree, ChargesBlocksOfEveryEntryButCountsOnlyFiles) {
+    const TempHome home;
+    home.folder("a/b");
+    home.file("a/ten", 10000);
+    home.sparseFile("a/b/holes", 5000000);
+    home.link("a/link", "b");
+    home.link("a/dangling", "nowhere");
+    home.fifo("a/fifo");
+    home.setModified("a/ten", 1700000000);
+    home.setModified("a/b/holes", 1600000000);
+    std::int64_t expected = 0;
+    for (const char* name : {"a", "a/b", "a/ten", "a/b/holes", "a/link", "a/dangling", "a/fifo"}) {
+        expected += allocatedBytes(home.path(name));
+    }
+    const Usage usage = measure(home.path("a"));
+    EXPECT_EQ(usage.allocatedBytes, expected);
+    EXPECT_EQ(usage.apparentBytes, 5010000);
+    EXPECT_EQ(usage.fileCount, 2);
+    EXPECT_EQ(usage.unreadableCount, 0);
+    EXPECT_EQ(usage.lastModified, lumo::Date(std::chrono::seconds(1700000000)));
+}
+
+TEST(FileTree, CountsAHardLinkedFileOnceInARegistryAndAgainInAnother) {
+    const TempHome home;
+    home.file("one/original", 100000);
+    home.hardLink("one/again", "one/original");
+    home.hardLink("two/elsewhere", "one/original");
+    const std::int64_t file = allocatedBytes(home.path("one/original"));
+    const std::int64_t one = allocatedBytes(home.path("one"));
+    const std::int64_t two = allocatedBytes(home.path("two"));
+    EXPECT_EQ(measure(home.path("one")).allocatedBytes, one + file);
+    EXPECT_EQ(measure(home.path("one")).fileCount, 1);
+    EXPECT_EQ(measure(home.path("two")).allocatedBytes, two + file);
+
+    HardLinkRegistry shared;
+    const std::vector<std::string> paths{home.path("one"), home.path("two")};
+    const std::vector<Usage> usages = lumo::FileTree::measureAll(paths, shared);
+    EXPECT_EQ(usages[0].allocatedBytes + usages[1].allocatedBytes, one + two + file);
+    EXPECT_EQ(usages[0].fileCount + usages[1].fileCount, 1);
+}
+
+TEST(FileTree, MeasuresPathsThatAreNoFolders) {
+    const TempHome home;
+    home.file("file", 5000);
+    home.link("link", "file");
+    EXPECT_EQ(measure(home.path("file")).allocatedBytes, allocatedBytes(home.path("file")));
+    EXPECT_EQ(measure(home.path("file")).fileCount, 1);
+    EXPECT_EQ(measure(home.path("link")).allocatedBytes, allocatedBytes(home.path("link")));
+    EXPECT_EQ(measure(home.path("link")).fileCount, 0);
+    EXPECT_EQ(measure(home.path("missing")), (Usage{.unreadableCount = 1, .lastModified = {}}));
+    EXPECT_EQ(measure(""), Usage());
+}
+
+TEST(Walkers, AgreeOnRandomTrees) {
+    for (unsigned seed = 1; seed <= 40; ++seed) {
+        const TempHome home;
+        const RandomTree tree(home, seed);
+        const TreeRequest plain{.path = home.path()};
+        EXPECT_EQ(described(walk(plain)), described(walkPortably(plain))) << "seed " << seed;
+        const TreeRequest project{
+            .path = home.path(),
+            .setsAside = [](std::string_view name) { return name.starts_with("node_modules"); },
+            .undatedFiles = {".DS_Store"},
+            .undatedFolders = {".git"}};
+        EXPECT_EQ(described(walk(project)), described(walkPortably(project))) << "seed " << seed;
+    }
+}
+
+TEST(Walkers, AgreeOnFixedOddities) {
+    const TempHome home;
+    makeSocket(home.path("socket"));
+    home.link("loop/a", "b");
+    home.link("loop/b", "a");
+    home.link("loop/up", "..");
+    home.file(std::string(255, 'n'), 100);
+    home.file("early", 1);
+    home.setModified("early", -5000000000);
+    home.file("future/late", 1);
+    home.setModified("future/late", 8000000000);
+    const TreeRequest request{.path = home.path()};
+    EXPECT_EQ(described(walk(request)), described(walkPortably(request)));
+    for (const char* name : {"socket", "loop/a", "missing", "early"}) {
+        const TreeRequest single{.path = home.path(name)};
+        EXPECT_EQ(described(walk(single)), described(walkPortably(single))) << name;
+    }
+}
+
+TEST(Walkers, CountAnUnreadableFolderAsItsOwnBlocksAndOneUnreadableEntry) {
+    const TempHome home;
+    const Outcome outcome = asOrdinaryUser(home.path(), [&] {
+        home.file("open/file", 5000);
+        home.file("closed/inside", 5000);
+        home.file("listable/inside", 5000);
+        home.file("listable/another", 5000);
+        std::int64_t expected = allocatedBytes(home.path());
+        for (const char* name : {"open", "open/file", "closed", "listable"}) {
+            expected += allocatedBytes(home.path(name));
+        }
+        home.setMode("closed", 0000);
+        home.setMode("listable", 0400); // Names can be read, statuses cannot.
+        const TreeRequest request{.path = home.path()};
+        const TreeSums fast = walk(request);
+        const bool holds = described(fast) == described(walkPortably(request)) &&
+                           fast.allocatedBytes == expected && fast.unreadableCount == 3 &&
+                           fast.fileCount == 1;
+        home.setMode("closed", 0700);
+        home.setMode("listable", 0700);
+        return holds;
+    });
+    if (outcome == Outcome::notPossible) {
+        GTEST_SKIP() << "cannot give up root's rights here";
+    }
+    EXPECT_EQ(outcome, Outcome::held);
+}
+
+TEST(Walkers, DateAProjectByItsOwnFilesAlone) {
+    const TempHome home;
+    home.file("src/main.c", 10);
+    home.setModified("src/main.c", 1500000000);
+    for (const char* name : {".git/objects/ab/1", "src/.git/index", ".DS_Store", "src/.DS_Store"}) {
+        home.file(name, 10);
+        home.setModified(name, 1600000000);
+    }
+    const TreeSums sums =
+        walk({.path = home.path(), .undatedFiles = {".DS_Store"}, .undatedFolders = {".git"}});
+    EXPECT_EQ(sums.lastDatedChange, lumo::Date(std::chrono::seconds(1500000000)));
+    EXPECT_EQ(sums.lastModified, lumo::Date(std::chrono::seconds(1600000000)));
+    EXPECT_EQ(sums.fileCount, 5);
+}

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvo::testing {
+
+/// A home folder of its own for one test, removed with everything in it afterwards. All names are relative to
+/// it; folders on the way are made. Failing to make something ends the test program, since no test means
+/// that.
+class TempHome final {
+  public:
+    TempHome();
+    ~TempHome();
+    TempHome(const TempHome&) = delete;
+    TempHome& operator=(const TempHome&) = delete;
+
+    [[nodiscard]] const std::string& path() const { return path_; }
+    [[nodiscard]] std::string path(std::string_view name) const;
+
+    std::string folder(std::string_view name) const;
+    /// A file of that many bytes, all of them written.
+    std::string file(std::string_view name, std::size_t bytes = 0) const;
+    std::string fileWith(std::string_view name, std::string_view content) const;
+    /// A file with a length but no blocks.
+    std::string sparseFile(std::string_view name, std::int64_t length) const;
+    std::string link(std::string_view name, std::string_view target) const;
+    std::string hardLink(std::string_view name, std::string_view existing) const;
+    std::string fifo(std::string_view name) const;
+    /// Sets the modification time, in seconds since 1970.
+    void setModified(std::string_view name, std::int64_t seconds) const;
+    void setMode(std::string_view name, unsigned mode) const;
+
+  private:
+    std::string path_;
+};
+
+/// Bytes that the one entry takes on disk, from its own status; links are not followed.
+std::int64_t allocatedBytes(const std::string& path);
+
+/// Runs the work in a child process without the rights of root and tells whether it returned true. Absent
+/// rights to do so make it return no value.
+enum class Outcome { held, failed, notPossible };
+Outcome asOrdinaryUser(const std::string& home, const std::function<bool()>& work);
+
+/// What a program printed and answered.
+struct Ran {
+    int exitCode = -1;
+    std::string output;
+    std::string error;
+};
+
+/// Runs the program with those arguments, standard input closed, no terminal, and only the given environment
+/// ("NAME=value").
+Ran runProgram(const std::string& program, const std::vector<std::string>& arguments,
+               const std::vector<std::string>& environment = {});
+
+/// The built command.
+std::string tarvoProgram();
+
+} // namespace tarvo::testing
