@@ -22,7 +22,7 @@ struct ScanArguments {
     bool leavesOutProjects = false;
     bool leavesOutAppCaches = false;
     std::optional<std::int64_t> minimumUnclassified;
-    std::string output;
+    std::optional<std::string> output;
 };
 
 lumo::ScanOptions optionsFrom(const ScanArguments& arguments, const std::string& home) {
@@ -52,20 +52,20 @@ ExitCode runScan(const ScanArguments& arguments, const Invocation& invocation) {
         return ExitCode::interrupted;
     }
     std::string json;
-    if (invocation.isJson || !arguments.output.empty()) {
+    if (invocation.isJson || arguments.output) {
         json = lumo::dumpJson(lumo::encode(*report), lumo::JsonLayout::indented) + "\n";
     }
     const ExitCode printed = print(invocation.isJson ? json : reportText(*report, invocation));
-    if (arguments.output.empty()) {
+    if (!arguments.output) {
         return printed;
     }
     // Readable for whom the user's mask allows, like any file that a command is told to write.
     constexpr unsigned mode = 0666;
-    if (const auto saved = lumo::platform::replaceWhole(arguments.output, json, mode); !saved) {
+    if (const auto saved = lumo::platform::replaceWhole(*arguments.output, json, mode); !saved) {
         return complain(
             fmt::format(fmt::runtime(text("no he podido guardar en {}: {}; elige otro lugar con --output",
                                           "could not save to {}: {}; choose another place with --output")),
-                        lumo::printable(arguments.output), saved.error().reason()),
+                        lumo::printable(*arguments.output), saved.error().reason()),
             ExitCode::failed);
     }
     return printed;

@@ -1,3 +1,4 @@
+#include "LumoCore/Basics/Text.h"
 #include "TarvoApp/Model/Preferences.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/Table.h"
@@ -48,7 +49,7 @@ ExitCode withKey(const std::string& name, const std::function<ExitCode(const Pre
         return complain(
             fmt::format(fmt::runtime(text("no hay ningún ajuste «{}»; tarvo ajustes los muestra todos",
                                           "there is no setting “{}”; tarvo settings lists them all")),
-                        name),
+                        lumo::printable(name)),
             ExitCode::usage);
     }
     return act(*key);

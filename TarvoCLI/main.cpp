@@ -9,6 +9,7 @@
 #include <fmt/format.h>
 
 #include <exception>
+#include <optional>
 
 namespace tarvo {
 
@@ -31,7 +32,7 @@ namespace {
 
 struct GlobalArguments {
     std::string language; ///< Read when the texts are chosen, long before the arguments are parsed.
-    std::string home;
+    std::optional<std::string> home;
     bool isJson = false;
     bool isColorless = false;
     bool isQuiet = false;
@@ -106,8 +107,9 @@ ExitCode explainUsage(const CLI::App& app, const CLI::ParseError& error) {
 
 /// The folder to work on; a failure says which remedy there is.
 lumo::Result<std::string> homeFrom(const GlobalArguments& arguments) {
+    // An empty --home is most often a variable that was never set: never a reason to take another folder.
     const std::string named =
-        arguments.home.empty() ? platform::environmentVariable("HOME").value_or("") : arguments.home;
+        arguments.home ? *arguments.home : platform::environmentVariable("HOME").value_or("");
     if (named.empty()) {
         return lumo::failure(
             std::string(text("no sé cuál es tu carpeta personal: indícala con --home CARPETA",

@@ -24,7 +24,7 @@ void appendStray(std::string& text, unsigned char byte) {
 
 UChar32 nextCharacter(std::string_view text, std::int32_t& offset) {
     UChar32 character = 0;
-    const auto* bytes = static_cast<const std::uint8_t*>(static_cast<const void*>(text.data()));
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
     U8_NEXT(bytes, offset, static_cast<std::int32_t>(text.size()), character);
     return character;
 }

@@ -9,8 +9,8 @@
 
 namespace lumo {
 
-/// Sorts by the bytes of each item, largest first; equal ones keep their order. The order is worked out on numbers,
-/// so that each item moves once.
+/// Sorts by the bytes of each item, largest first; equal ones keep their order. The order is worked out on
+/// numbers, so that each item moves once.
 template <class Item, class BytesOf>
 void sortLargestFirst(std::vector<Item>& items, BytesOf bytesOf) {
     std::vector<std::pair<std::int64_t, std::size_t>> order;

@@ -21,7 +21,7 @@ constexpr UChar32 replacement = 0xFFFD;
 UChar32 nextCharacter(std::string_view text, std::size_t& offset) {
     UChar32 character = 0;
     auto position = static_cast<std::int32_t>(offset);
-    const auto* bytes = static_cast<const std::uint8_t*>(static_cast<const void*>(text.data()));
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
     U8_NEXT(bytes, position, static_cast<std::int32_t>(text.size()), character);
     // A truncated sequence is passed byte by byte, so that each of its bytes is shown.
     offset = character < 0 ? offset + 1 : static_cast<std::size_t>(position);
@@ -174,7 +174,7 @@ std::string printable(std::string_view bytes) {
                               character == 0x2029;
         if (character == '\n') {
             shown += "\\n";
-        } else if (character < 0 || u_iscntrl(character) || misleads) {
+        } else if (character < 0 || u_charType(character) == U_CONTROL_CHAR || misleads) {
             for (const char byte : bytes.substr(start, offset - start)) {
                 shown += fmt::format("\\x{:02X}", static_cast<unsigned char>(byte));
             }

@@ -50,8 +50,8 @@ std::vector<Rule> rules(const std::vector<InstalledApp>& apps, const std::vector
     std::set<std::string> known;
     const std::vector<std::string> taken = pathsOf(given, home);
     for (const InstalledApp& app : apps) {
-        if (app.bundleID.find('/') != std::string::npos || app.bundleID.starts_with('.') ||
-            !known.insert(app.bundleID).second) {
+        if (app.bundleID.empty() || app.bundleID.find('/') != std::string::npos ||
+            app.bundleID.starts_with('.') || !known.insert(app.bundleID).second) {
             continue;
         }
         for (const auto& [before, after] : places) {

@@ -46,6 +46,9 @@ AppStatus AppStatus::ofThisMachine(const std::string& home) {
 }
 
 bool AppStatus::isRunning(const std::string& bundleID) const {
+    if (bundleID.empty()) {
+        return false; // What is unknown about a process is empty as well.
+    }
     const KnownApp* known = knownApp(bundleID);
     const DesktopEntry* entry = entryOf(bundleID);
     return std::ranges::any_of(processes_, [&](const platform::RunningProcess& process) {

@@ -87,8 +87,9 @@ void collect(const std::string& folder, const std::string& prefix, int depth,
              std::map<std::string, std::string>& pathsByID) {
     constexpr int deepest = 3;
     for (const std::string& name : platform::namesIn(folder)) {
-        const std::string path = folder + "/" + name;
-        if (name.ends_with(extension)) {
+        std::string path = folder;
+        path.append("/").append(name);
+        if (name.size() > extension.size() && name.ends_with(extension)) {
             pathsByID.emplace(prefix + name.substr(0, name.size() - extension.size()), path);
         } else if (depth < deepest && platform::kindOf(path) == EntryKind::folder) {
             collect(path, prefix + name + "-", depth + 1, pathsByID);

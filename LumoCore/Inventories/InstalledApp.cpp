@@ -60,7 +60,7 @@ std::optional<InstalledApp> InstalledApp::read(const std::string& path) {
         return std::nullopt;
     }
     const auto identifier = strings->find("CFBundleIdentifier");
-    if (identifier == strings->end()) {
+    if (identifier == strings->end() || identifier->second.empty()) {
         return std::nullopt;
     }
     for (const char* key : {"CFBundleDisplayName", "CFBundleName"}) {

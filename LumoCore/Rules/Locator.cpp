@@ -37,6 +37,11 @@ std::string standardized(std::string_view path) {
     return absolute.empty() ? "/" : absolute;
 }
 
+std::string entryPath(const std::string& folder, const std::string& name) {
+    std::string path = folder;
+    return path.append("/").append(name);
+}
+
 /// The names in the folder that match any pattern. Both sides are composed: names come back from some disks
 /// decomposed, while the patterns are written composed.
 std::vector<std::string> matchingChildren(const std::string& folder,
@@ -48,7 +53,7 @@ std::vector<std::string> matchingChildren(const std::string& folder,
             return platform::matchesShellPattern(composedName, composed(pattern));
         });
         if (matches) {
-            paths.push_back(folder + "/" + name);
+            paths.push_back(entryPath(folder, name));
         }
     }
     return paths;
@@ -109,7 +114,7 @@ std::vector<std::string> installersByExtension(const std::string& folder, locato
         const std::string lower = lowerAscii(name);
         const bool isInstaller = std::ranges::any_of(
             extensions, [&](std::string_view extension) { return lower.ends_with(extension); });
-        std::string path = folder + "/" + name;
+        std::string path = entryPath(folder, name);
         if (isInstaller && platform::kindOf(path) == EntryKind::file) {
             paths.push_back(std::move(path));
         }
@@ -130,8 +135,8 @@ std::set<std::string> linkTargetsIn(const std::vector<std::string>& commandFolde
     std::set<std::string> targets;
     for (const std::string& folder : commandFolders) {
         for (const std::string& name : platform::namesIn(folder)) {
-            if (const auto target = platform::linkTarget(folder + "/" + name)) {
-                targets.insert(standardized(target->starts_with('/') ? *target : folder + "/" + *target));
+            if (const auto target = platform::linkTarget(entryPath(folder, name))) {
+                targets.insert(standardized(target->starts_with('/') ? *target : entryPath(folder, *target)));
             }
         }
     }
@@ -141,12 +146,13 @@ std::set<std::string> linkTargetsIn(const std::vector<std::string>& commandFolde
 std::vector<std::string> versionsIn(const std::string& folder) {
     std::vector<std::string> names = platform::namesIn(folder);
     std::erase_if(names, [&](const std::string& name) {
-        return !beginsWithNumber(name) || platform::kindOf(folder + "/" + name) != EntryKind::folder;
+        return !beginsWithNumber(name) || platform::kindOf(entryPath(folder, name)) != EntryKind::folder;
     });
     std::ranges::sort(names, comesBeforeNumerically);
     std::vector<std::string> paths;
+    paths.reserve(names.size());
     for (const std::string& name : names) {
-        paths.push_back(folder + "/" + name);
+        paths.push_back(entryPath(folder, name));
     }
     return paths;
 }

@@ -98,6 +98,7 @@ bool hasScreen() {
 void becomeProgram(const std::string& path, const std::vector<std::string>& arguments) {
     std::vector<std::string> copies = arguments;
     std::vector<char*> pointers;
+    pointers.reserve(copies.size() + 1);
     for (std::string& argument : copies) {
         pointers.push_back(argument.data());
     }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+#include <ranges>
 #include <utility>
 
 namespace lumo::platform {
@@ -40,8 +41,8 @@ std::string WalkedFolder::pathOf(const char* entry) const {
         upwards.push_back(folder);
     }
     std::string path;
-    for (auto folder = upwards.rbegin(); folder != upwards.rend(); ++folder) {
-        path += (*folder)->name;
+    for (const WalkedFolder* folder : std::views::reverse(upwards)) {
+        path += folder->name;
         if (!path.ends_with('/')) {
             path += '/';
         }

@@ -53,7 +53,7 @@ struct WalkLimits {
 
 /// One entry as getdents64 writes it: the C library's `dirent64` has the same layout.
 const dirent64* entryAt(const char* buffer, std::size_t offset) {
-    return static_cast<const dirent64*>(static_cast<const void*>(buffer + offset));
+    return reinterpret_cast<const dirent64*>(buffer + offset);
 }
 
 bool isSelfOrParent(const char* name) {

@@ -122,11 +122,11 @@ std::optional<std::string> linkTarget(const std::string& path) {
 SystemResult<std::string> absolutePath(const std::string& path) {
     std::string absolute = path;
     if (!absolute.starts_with('/')) {
-        const std::unique_ptr<char, decltype(&free)> folder(getcwd(nullptr, 0), &free);
-        if (!folder) {
+        std::array<char, PATH_MAX> folder = {};
+        if (getcwd(folder.data(), folder.size()) == nullptr) {
             return std::unexpected(SystemError{errno});
         }
-        absolute = std::string(folder.get()) + "/" + absolute;
+        absolute = std::string(folder.data()) + "/" + absolute;
     }
     while (absolute.size() > 1 && absolute.ends_with('/')) {
         absolute.pop_back();

@@ -25,23 +25,44 @@ struct FreeText {
 
 using Text = std::unique_ptr<char, FreeText>;
 
-/// The library frees nested lists by recursion, so that a file made to nest deeply would use up the stack. No
-/// application's list comes near this depth.
-bool isNestedTooDeeply(std::string_view bytes) {
-    constexpr int mostLevels = 128;
-    int level = 0;
+/// The library reads and frees nested lists by recursion, so that a file made to nest deeply would use up the
+/// stack. Depth is at most the number of containers, and no application's list has nearly as many.
+constexpr std::uint64_t mostContainers = 4096;
+
+std::uint64_t openingTags(std::string_view bytes) {
+    std::uint64_t count = 0;
     for (std::size_t at = bytes.find('<'); at != std::string_view::npos; at = bytes.find('<', at + 1)) {
         const std::string_view tag = bytes.substr(at + 1);
-        if (tag.starts_with("array") || tag.starts_with("dict")) {
-            ++level;
-        } else if (tag.starts_with("/array") || tag.starts_with("/dict")) {
-            --level;
-        }
-        if (level > mostLevels) {
-            return true;
-        }
+        count += tag.starts_with("array") || tag.starts_with("dict") ? 1U : 0U;
     }
-    return false;
+    return count;
+}
+
+/// How many objects a binary list says it holds: eight bytes, most significant first, in the middle of the 32
+/// that end it.
+std::uint64_t objectCount(std::string_view bytes) {
+    constexpr std::size_t fromEnd = 24;
+    if (bytes.size() < fromEnd) {
+        return 0;
+    }
+    std::uint64_t count = 0;
+    for (const char byte : bytes.substr(bytes.size() - fromEnd, sizeof count)) {
+        count = count << 8 | static_cast<unsigned char>(byte);
+    }
+    return count;
+}
+
+plist_t parse(const std::string& bytes) {
+    plist_t list = nullptr;
+    const auto size = static_cast<std::uint32_t>(bytes.size());
+    if (bytes.starts_with("bplist")) {
+        if (objectCount(bytes) <= mostContainers) {
+            plist_from_bin(bytes.data(), size, &list);
+        }
+    } else if (openingTags(bytes) <= mostContainers) {
+        plist_from_xml(bytes.data(), size, &list);
+    }
+    return list;
 }
 
 std::optional<std::string> stringValue(plist_t node) {
@@ -57,12 +78,10 @@ std::optional<std::string> stringValue(plist_t node) {
 } // namespace
 
 std::optional<std::map<std::string, std::string>> parsePropertyListStrings(const std::string& bytes) {
-    if (bytes.empty() || bytes.size() > mostBytes ||
-        (!bytes.starts_with("bplist") && isNestedTooDeeply(bytes))) {
+    if (bytes.empty() || bytes.size() > mostBytes) {
         return std::nullopt;
     }
-    plist_t parsed = nullptr;
-    plist_from_memory(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &parsed);
+    plist_t parsed = parse(bytes);
     const std::unique_ptr<void, FreeList> list(parsed);
     if (!list || plist_get_node_type(parsed) != PLIST_DICT) {
         return std::nullopt;

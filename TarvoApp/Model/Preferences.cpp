@@ -60,8 +60,9 @@ bool isOfKind(const PreferenceKey& key, const JsonValue& value) {
 template <class Number>
 std::optional<Number> numberFrom(std::string_view word) {
     Number number = {};
-    const char* end = word.data() + word.size();
-    const auto [stop, problem] = std::from_chars(word.data(), end, number);
+    const std::string whole(word);
+    const char* end = whole.c_str() + whole.size();
+    const auto [stop, problem] = std::from_chars(whole.c_str(), end, number);
     return problem == std::errc() && stop == end ? std::optional(number) : std::nullopt;
 }
 
@@ -103,9 +104,14 @@ std::string expectation(const PreferenceKey& key) {
     return std::string(text("un texto", "a text"));
 }
 
+/// An empty word is nobody's folder, and stays empty for the check of the value to refuse.
 JsonValue foldersFrom(const std::vector<std::string>& words) {
     JsonValue::Array folders;
     for (const std::string& word : words) {
+        if (word.empty()) {
+            folders.push_back({word});
+            continue;
+        }
         folders.push_back({platform::absolutePath(word).value_or(word)});
     }
     return {std::move(folders)};

@@ -1,0 +1,278 @@
+#include "LumoCore/Inventories/InstalledApp.h"
+#include "LumoCore/Inventories/AppCaches.h"
+#include "Tests/support/TempHome.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+using lumo::DesktopEntry;
+using lumo::InstalledApp;
+using lumo::Rule;
+using tarvo::testing::TempHome;
+using testing::ElementsAre;
+using testing::IsEmpty;
+namespace locator = lumo::locator;
+
+namespace {
+
+std::string keyed(const std::string& key, const std::string& value) {
+    return "<key>" + key + "</key><string>" + value + "</string>";
+}
+
+std::string plist(const std::string& content) {
+    return R"(<?xml version="1.0" encoding="UTF-8"?><plist version="1.0"><dict>)" + content +
+           "</dict></plist>\n";
+}
+
+std::string identified(const std::string& identifier) {
+    return plist(keyed("CFBundleIdentifier", identifier));
+}
+
+/// A bundle with that property list.
+std::string bundle(const TempHome& home, const std::string& name, std::string_view list) {
+    home.fileWith(name + "/Contents/Info.plist", list);
+    return home.path(name);
+}
+
+std::string repeated(std::string_view part, std::size_t times) {
+    std::string text;
+    for (std::size_t count = 0; count < times; ++count) {
+        text += part;
+    }
+    return text;
+}
+
+/// The number's lowest bytes, the most significant first.
+std::string bigEndian(std::uint64_t number, int bytes) {
+    std::string text;
+    for (int shift = (bytes - 1) * 8; shift >= 0; shift -= 8) {
+        text += static_cast<char>((number >> shift) & 0xFF);
+    }
+    return text;
+}
+
+/// A binary list of arrays, each within the one before.
+std::string nestedBinary(std::size_t levels) {
+    std::string list = "bplist00";
+    std::string offsets;
+    for (std::size_t level = 0; level <= levels; ++level) {
+        offsets += bigEndian(list.size(), 4);
+        list += level < levels ? "\xA1" + bigEndian(level + 1, 4) : "\xA0";
+    }
+    const std::size_t table = list.size();
+    return list + offsets + std::string(6, '\0') + "\x04\x04" + bigEndian(levels + 1, 8) + bigEndian(0, 8) +
+           bigEndian(table, 8);
+}
+
+std::string desktopEntry(const std::string& lines) {
+    return "[Desktop Entry]\nType=Application\n" + lines;
+}
+
+std::optional<DesktopEntry> parse(const std::string& text) {
+    return lumo::parseDesktopEntry(text, "id", "/path");
+}
+
+std::vector<Rule> cacheRules(const TempHome& home, const std::string& identifier,
+                             const std::vector<Rule>& given = {}) {
+    return lumo::AppCaches::rules({{"Some App", identifier, "/p/Some App.app"}}, given, home.path(),
+                                  lumo::Language::en);
+}
+
+Rule ruleAt(const std::string& path) {
+    Rule rule;
+    rule.locator = locator::Path{path};
+    return rule;
+}
+
+} // namespace
+
+TEST(InstalledApp, ReadsTextAndBinaryPropertyLists) {
+    const TempHome home;
+    const std::string named =
+        bundle(home, "Code.app",
+               plist(keyed("CFBundleName", "Code") + keyed("CFBundleIdentifier", "com.a.code") +
+                     keyed("CFBundleDisplayName", "Código &amp; más")));
+    EXPECT_EQ(InstalledApp::read(named), (InstalledApp{"Código & más", "com.a.code", named}));
+
+    using namespace std::string_view_literals;
+    const std::string binary =
+        bundle(home, "Binary.app",
+               "bplist00\xd2\1\2\3\4_\x10\x12"
+               "CFBundleIdentifier\x5c"
+               "CFBundleName_\x10\x12"
+               "com.example.Binaryi"
+               "\0B\0i\0n\0a\0r\0i\0o\0 \0\xf1\x08\x0d\"/D\0\0\0\0\0\0\1\1\0\0\0\0\0\0\0\5\0\0\0\0\0\0\0\0"
+               "\0\0\0\0\0\0\0W"sv);
+    EXPECT_EQ(InstalledApp::read(binary), (InstalledApp{"Binario ñ", "com.example.Binary", binary}));
+}
+
+TEST(InstalledApp, FallsBackToTheBundleNameAndThenToItsFile) {
+    const TempHome home;
+    const std::string wrongKind = "<key>CFBundleDisplayName</key><integer>7</integer>";
+    const auto nameIn = [&](const std::string& content) {
+        return InstalledApp::read(
+                   bundle(home, "Foo 2.0 Bar.app", plist(keyed("CFBundleIdentifier", "com.a.b") + content)))
+            ->name;
+    };
+    EXPECT_EQ(nameIn(keyed("CFBundleName", "Foo")), "Foo");
+    EXPECT_EQ(nameIn(wrongKind + keyed("CFBundleName", "Foo")), "Foo");
+    EXPECT_EQ(nameIn(wrongKind), "Foo 2.0 Bar");
+}
+
+TEST(InstalledApp, PassesOverBundlesItCannotRead) {
+    const TempHome home;
+    const std::string good = identified("com.a.b");
+    for (const std::string& list :
+         {plist(keyed("CFBundleName", "No identifier")), plist("<key>CFBundleIdentifier</key><array/>"),
+          std::string(), std::string("not a list"), std::string("bplist00"), good.substr(0, good.size() / 2),
+          nestedBinary(3).substr(0, 30), std::string("<plist><string>com.a.b</string></plist>")}) {
+        EXPECT_FALSE(InstalledApp::read(bundle(home, "X.app", list))) << list;
+    }
+    home.folder("Y.app/Contents/Info.plist");
+    EXPECT_FALSE(InstalledApp::read(home.path("Y.app")));
+    EXPECT_FALSE(InstalledApp::read(home.path("missing.app")));
+}
+
+TEST(InstalledApp, SurvivesListsThatNestWithoutEnd) {
+    // Each runs in a process of its own: what is too deep for the stack would end this one.
+    const TempHome home;
+    const auto survives = [&](const std::string& list) {
+        const std::string path = bundle(home, "Deep.app", list);
+        EXPECT_EXIT(std::_Exit(InstalledApp::read(path) ? 1 : 0), testing::ExitedWithCode(0), "")
+            << list.substr(0, 60);
+    };
+    survives("<plist>" + repeated("<array>", 500000));
+    // Closing tags in comments and attributes close nothing.
+    survives("<plist>" + repeated("<array><!--</array-->", 190000));
+    survives("<plist>" + repeated("<array a=\"</array\">", 210000));
+    survives(nestedBinary(450000));
+}
+
+TEST(InstalledApp, FindsBundlesInTheRootsAndOneLevelBelow) {
+    const TempHome home;
+    const std::string list = identified("com.a.b");
+    const std::string top = bundle(home, "1/B.app", list);
+    const std::string below = bundle(home, "1/Utilities/A.app", list);
+    const std::string again = bundle(home, "2/B.app", list);
+    bundle(home, "1/Suite/Tools/C.app", list);
+    bundle(home, "1/B.app/Inner.app", list);
+    bundle(home, "elsewhere/D.app", list);
+    home.link("1/Linked", home.path("elsewhere"));
+    home.file("1/notes");
+    std::vector<std::string> paths;
+    for (const InstalledApp& app :
+         InstalledApp::bundlesIn({home.path("1"), home.path("no"), home.path("2")})) {
+        paths.push_back(app.path);
+    }
+    EXPECT_THAT(paths, ElementsAre(top, below, again));
+}
+
+TEST(InstalledApp, IsKnownByItsNormalFormsOfThreeBytesAndMore) {
+    EXPECT_THAT(
+        (InstalledApp{"Visual Studio Code", "com.microsoft.VSCode", "/a/Code - Insiders.app"}.aliases()),
+        ElementsAre("visualstudiocode", "codeinsiders", "vscode"));
+    EXPECT_THAT((InstalledApp{"Vi", "org.vim.MV", "/a/vi-m.app"}.aliases()), ElementsAre("vim"));
+    EXPECT_THAT((InstalledApp{"微", "firefox", "/a/firefox.desktop"}.aliases()),
+                ElementsAre("微", "firefox", "firefox"));
+}
+
+TEST(DesktopEntry, IsAnApplicationThatTheUserSees) {
+    const auto entry =
+        parse("# comment\n[Other]\nName=No\n\n[Desktop Entry]\r\nType = Application\nName= El Zorro \n"
+              "Name[en]=The Fox\nName=Second\nExec=/usr/bin/zorro %U\n[Desktop Action x]\nHidden=true\n");
+    EXPECT_EQ(entry, (DesktopEntry{"id", "El Zorro", "/path", "zorro"}));
+    for (const std::string& text :
+         {desktopEntry("Exec=x"), desktopEntry("Name=x\nHidden=true"), desktopEntry("Name=x\nNoDisplay=true"),
+          std::string("[Desktop Entry]\nType=Link\nName=x"), std::string("Type=Application\nName=x"),
+          std::string("\xFF\0[", 3), std::string()}) {
+        EXPECT_FALSE(parse(text)) << text;
+    }
+}
+
+TEST(DesktopEntry, NamesTheProgramUnlessItIsAnInterpreter) {
+    struct Case {
+        const char* line;
+        const char* program;
+    };
+    for (const Case& started :
+         {Case{"", ""}, Case{"firefox", "firefox"}, Case{"/usr/lib/firefox/firefox %u", "firefox"},
+          Case{"\"/opt/My App/my app\" --flag=1", "my app"},
+          Case{"env GDK_BACKEND=x11 LANG=C /opt/tool/tool", "tool"},
+          Case{"/usr/bin/env \"A=b c\" tool", "tool"}, Case{"GDK_BACKEND=x11 tool", "tool"},
+          Case{"python3.11 /usr/share/app.py", ""}, Case{"/usr/bin/flatpak run org.example.App", ""},
+          Case{"sh -c \"tool | other\"", ""}, Case{"env X=1 bash -c tool", ""}}) {
+        const std::string line = started.line;
+        EXPECT_EQ(parse(desktopEntry("Name=x\nExec=" + line))->program, started.program) << line;
+    }
+}
+
+TEST(DesktopEntry, IsHiddenByTheSameIdInAnEarlierFolder) {
+    const TempHome home;
+    const std::string mine = home.fileWith("user/applications/a.desktop", desktopEntry("Name=Mine"));
+    home.fileWith("user/applications/gone.desktop", desktopEntry("Name=x\nHidden=true"));
+    home.link("user/applications/c.desktop", "nowhere");
+    home.fileWith("system/applications/a.desktop", desktopEntry("Name=Theirs"));
+    home.fileWith("system/applications/gone.desktop", desktopEntry("Name=Back again"));
+    const std::string kept = home.fileWith("system/applications/c.desktop", desktopEntry("Name=Kept"));
+    const std::string deep =
+        home.fileWith("system/applications/kde/sub/d.desktop", desktopEntry("Name=Deep"));
+    home.fileWith("system/applications/notes.txt", desktopEntry("Name=Notes"));
+    EXPECT_THAT(lumo::desktopEntriesIn({home.path("user"), home.path("none"), home.path("system")}),
+                ElementsAre(DesktopEntry{"a", "Mine", mine, ""}, DesktopEntry{"c", "Kept", kept, ""},
+                            DesktopEntry{"kde-sub-d", "Deep", deep, ""}));
+}
+
+TEST(AppCaches, MakesARuleForAFolderUnderTheExactIdentifier) {
+    const TempHome home;
+    home.folder("Library/Caches/com.a.mac");
+    home.folder("Library/Caches/com.a.both");
+    home.folder(".cache/com.a.both");
+    home.folder(".cache/com.a.xdg");
+    home.folder(".var/app/com.a.flatpak/cache");
+    home.folder("Library/Caches/com.a.appendix");
+    home.folder("elsewhere");
+    home.link(".cache/com.a.link", home.path("elsewhere"));
+    home.file(".cache/com.a.file");
+    struct Case {
+        const char* identifier;
+        const char* path;
+    };
+    for (const Case& found :
+         {Case{"com.a.mac", "~/Library/Caches/com.a.mac"}, Case{"com.a.both", "~/Library/Caches/com.a.both"},
+          Case{"com.a.xdg", "~/.cache/com.a.xdg"}, Case{"com.a.flatpak", "~/.var/app/com.a.flatpak/cache"}}) {
+        const std::vector<Rule> rules = cacheRules(home, found.identifier);
+        ASSERT_EQ(rules.size(), 1U) << found.identifier;
+        EXPECT_EQ(rules.front().id, std::string("cache-app:") + found.identifier);
+        EXPECT_EQ(rules.front().locator, lumo::Locator(locator::Path{found.path}));
+        EXPECT_EQ(rules.front().safety, lumo::Safety::safe);
+        EXPECT_EQ(rules.front().cleanup, lumo::Cleanup(lumo::cleanup::DeleteContents{}));
+        EXPECT_EQ(rules.front().closeFirst, found.identifier);
+    }
+    for (const char* other : {"com.a.app", "com.a.Mac", "Some App", "com.a.link", "com.a.file", ".", "..",
+                              "../elsewhere", "com.a.mac/", "*"}) {
+        EXPECT_THAT(cacheRules(home, other), IsEmpty()) << other;
+    }
+}
+
+TEST(AppCaches, MakesNoRuleForAnEmptyIdentifier) {
+    // "~/Library/Caches/" and nothing behind it became a rule that empties the caches of everything.
+    const TempHome home;
+    home.folder("Library/Caches/other");
+    EXPECT_THAT(cacheRules(home, ""), IsEmpty());
+    EXPECT_THAT(cacheRules(home, "", {ruleAt("~/Library/Caches/other")}), IsEmpty());
+}
+
+TEST(AppCaches, LeavesAFolderToTheRuleThatHasIt) {
+    const TempHome home;
+    home.folder(".cache/tool/inner");
+    for (const char* given : {"~/.cache/tool", "~/.cache/tool/inner", "~/.cache"}) {
+        EXPECT_THAT(cacheRules(home, "tool", {ruleAt(given)}), IsEmpty()) << given;
+    }
+    for (const char* given : {"~/.cache/to", "~/.cache/tool/missing", "~/.cache/tool2"}) {
+        EXPECT_EQ(cacheRules(home, "tool", {ruleAt(given)}).size(), 1U) << given;
+    }
+    const InstalledApp twice{"Tool", "tool", "/p/tool.app"};
+    EXPECT_EQ(lumo::AppCaches::rules({twice, twice}, {}, home.path()).size(), 1U);
+}

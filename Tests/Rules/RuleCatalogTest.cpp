@@ -1,0 +1,106 @@
+#include "LumoCore/Rules/RuleCatalog.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <set>
+#include <sstream>
+
+using lumo::Language;
+using lumo::Rule;
+using lumo::Safety;
+using testing::ElementsAre;
+namespace RuleCatalog = lumo::RuleCatalog;
+
+namespace {
+
+/// The rule in one line, all its fields in it; where it looks stands as it is shown.
+std::string lineOf(const Rule& rule, Language language) {
+    constexpr std::array<std::string_view, 5> locators{"path", "children", "olderVersions", "newestVersion",
+                                                       "installers"};
+    std::string line = rule.id;
+    for (const std::string& part :
+         {std::string(lumo::nameOf(rule.category)), std::string(lumo::nameOf(rule.safety)),
+          std::string(locators.at(rule.locator.index())), rule.displayPath(language),
+          lumo::dumpJson(lumo::encode(rule.cleanup), lumo::JsonLayout::line), rule.closeFirst.value_or("-"),
+          rule.name, rule.explanation}) {
+        line += " | " + part;
+    }
+    return line + "\n";
+}
+
+void expectGolden(const std::string& name, const std::string& actual) {
+    const std::string path = std::string(GOLDEN_FOLDER) + "/" + name;
+    if (std::getenv("TARVO_REFRESH_GOLDEN") != nullptr) {
+        std::ofstream(path, std::ios::binary) << actual;
+    }
+    std::ostringstream golden;
+    golden << std::ifstream(path, std::ios::binary).rdbuf();
+    EXPECT_EQ(golden.str(), actual) << "When the change is meant, refresh the file:\n"
+                                    << "TARVO_REFRESH_GOLDEN=1 ctest --test-dir build/release -R RuleCatalog";
+}
+
+std::string catalogue(Language language) {
+    std::string lines;
+    for (const Rule& rule : RuleCatalog::inLanguage(language)) {
+        lines += lineOf(rule, language);
+    }
+    return lines;
+}
+
+} // namespace
+
+TEST(RuleCatalog, IsWrittenAsAgreedInSpanish) {
+    expectGolden("catalogue-es.txt", catalogue(Language::es));
+}
+
+TEST(RuleCatalog, IsWrittenAsAgreedInEnglish) {
+    expectGolden("catalogue-en.txt", catalogue(Language::en));
+}
+
+TEST(RuleCatalog, HasTheSafeRulesFirstThenThoseToLookAtThenThoseToKeepEachOnce) {
+    std::vector<std::pair<Safety, int>> runs;
+    std::set<std::string> ids;
+    for (const Rule& rule : RuleCatalog::all()) {
+        EXPECT_TRUE(ids.insert(rule.id).second) << rule.id;
+        if (runs.empty() || runs.back().first != rule.safety) {
+            runs.emplace_back(rule.safety, 0);
+        }
+        ++runs.back().second;
+    }
+    EXPECT_THAT(runs, ElementsAre(std::pair(Safety::safe, 34), std::pair(Safety::review, 24),
+                                  std::pair(Safety::keep, 6)));
+}
+
+TEST(RuleCatalog, TranslatesTextsAndInstructionsButNothingThatActs) {
+    const std::vector<Rule> spanish = RuleCatalog::inLanguage(Language::es);
+    const std::vector<Rule> english = RuleCatalog::inLanguage(Language::en);
+    ASSERT_EQ(spanish.size(), english.size());
+    for (std::size_t index = 0; index < spanish.size(); ++index) {
+        const Rule& es = spanish[index];
+        Rule en = english[index];
+        EXPECT_NE(es.name, en.name) << es.id;
+        EXPECT_NE(es.explanation, en.explanation) << es.id;
+        en.name = es.name;
+        en.explanation = es.explanation;
+        if (std::holds_alternative<lumo::cleanup::Manual>(es.cleanup)) {
+            EXPECT_NE(es.cleanup, en.cleanup) << es.id;
+            ASSERT_EQ(es.cleanup.index(), en.cleanup.index()) << es.id;
+            en.cleanup = es.cleanup;
+        }
+        EXPECT_EQ(es, en) << es.id; // Commands included.
+    }
+}
+
+TEST(RuleCatalog, KnowsWhichRulesLookWhereTheSystemAsksForPermission) {
+    std::vector<std::string> ids;
+    for (const Rule& rule : RuleCatalog::all()) {
+        if (rule.needsFolderPermission()) {
+            ids.push_back(rule.id);
+        }
+    }
+    EXPECT_THAT(ids, ElementsAre("used-installers", "downloaded-installers", "desktop-screenshots",
+                                 "photos-library"));
+}
