@@ -3,8 +3,9 @@
 #include <string>
 #include <string_view>
 
-/// Texts and names for comparing and showing. Input that is not UTF-8 is never refused: a stray byte stays, or
-/// becomes the replacement character where characters are mapped. None of the results is ever used as a path.
+/// Texts and names for comparing and showing. Input that is not UTF-8 is never refused: a stray byte stays,
+/// or becomes the replacement character where characters are mapped. None of the results is ever used as a
+/// path.
 namespace lumo {
 
 /// Canonical composition (Unicode NFC), in which file names and patterns are compared.

@@ -13,7 +13,6 @@
 
 using lumo::HardLinkRegistry;
 using lumo::Usage;
-using lumo::FileTree::usageOf;
 using lumo::platform::TreeRequest;
 using lumo::platform::TreeSums;
 using tarvo::testing::allocatedBytes;
