@@ -25,6 +25,10 @@ std::string programFolder();
 /// True when windows can be shown.
 bool hasScreen();
 
+/// Makes all threads allocate from one heap. The C library would give each thread one of its own, which costs
+/// several times the memory that a scan needs and gains it nothing. To be called before threads are started.
+void shareOneHeap();
+
 /// Replaces this process by the program. Returns only when that fails.
 void becomeProgram(const std::string& path, const std::vector<std::string>& arguments);
 

@@ -24,16 +24,25 @@ struct FileIdentity {
     std::uint64_t object = 0;
 };
 
-/// One tree to measure. A path that is no folder is measured as the one entry it is.
-struct TreeRequest {
-    std::string path;
+/// What a walk does differently in some folders and files of a tree.
+struct TreePolicy {
     /// Folders below the root for which this holds are listed in `setAside` instead of being counted or
     /// entered. Called from several threads at once; none are set aside when empty.
     std::function<bool(std::string_view name)> setsAside = {};
-    /// Regular files with one of these names, or anywhere below a folder with one of those names, do not
-    /// count for `lastDatedChange`.
+    /// Regular files with one of these names, or anywhere below a folder with one of those names, do not count
+    /// for `lastDatedChange`.
     std::vector<std::string> undatedFiles = {};
     std::vector<std::string> undatedFolders = {};
+};
+
+/// The policy of a tree in which nothing is special.
+const TreePolicy& plainTree();
+
+/// One tree to measure. A path that is no folder is measured as the one entry it is. There may be very many of
+/// these, so they own nothing: path and policy must outlive the walk.
+struct TreeRequest {
+    std::string_view path;
+    const TreePolicy* policy = &plainTree();
 };
 
 /// The sums of one tree.

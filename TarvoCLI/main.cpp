@@ -179,6 +179,7 @@ ExitCode run(int count, char** words) {
 } // namespace tarvo
 
 int main(int count, char** words) {
+    lumo::platform::shareOneHeap();
     try {
         return static_cast<int>(tarvo::run(count, words));
     } catch (const std::exception& error) {

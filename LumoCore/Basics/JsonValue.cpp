@@ -63,33 +63,67 @@ std::string withStraysRestored(std::string_view text) {
     return bytes;
 }
 
-nlohmann::ordered_json toLibrary(const JsonValue& document) {
-    using Library = nlohmann::ordered_json;
-    struct Convert {
-        Library operator()(std::nullptr_t) const { return nullptr; }
-        Library operator()(bool flag) const { return flag; }
-        Library operator()(std::int64_t number) const { return number; }
-        Library operator()(double number) const { return number; }
-        Library operator()(const std::string& text) const { return withStraysMarked(text); }
-        Library operator()(const JsonValue::Array& array) const {
-            Library list = Library::array();
-            for (const JsonValue& element : array) {
-                list.push_back(toLibrary(element));
-            }
-            return list;
+/// Writes a document without a second copy of it in the library's own form, which takes several times the
+/// memory.
+class Writer final {
+  public:
+    explicit Writer(JsonLayout layout) : isIndented_(layout == JsonLayout::indented) {}
+
+    void write(const JsonValue& document) {
+        std::visit([this](const auto& value) { write(value); }, document.value);
+    }
+
+    [[nodiscard]] std::string take() { return std::move(text_); }
+
+  private:
+    void write(std::nullptr_t) { text_ += "null"; }
+    void write(bool flag) { text_ += flag ? "true" : "false"; }
+    void write(std::int64_t number) { text_ += std::to_string(number); }
+    void write(double number) { text_ += nlohmann::json(number).dump(); }
+    void write(const std::string& text) { text_ += nlohmann::json(withStraysMarked(text)).dump(); }
+
+    void write(const JsonValue::Array& array) {
+        writeAll(array, '[', ']', [this](const JsonValue& element) { write(element); });
+    }
+
+    void write(const JsonValue::Object& object) {
+        writeAll(object, '{', '}', [this](const JsonValue::Member& member) {
+            write(member.name);
+            text_ += isIndented_ ? ": " : ":";
+            write(member.value);
+        });
+    }
+
+    template <class Elements, class WriteOne>
+    void writeAll(const Elements& elements, char opening, char closing, WriteOne writeOne) {
+        text_ += opening;
+        ++level_;
+        bool isFirst = true;
+        for (const auto& element : elements) {
+            text_ += isFirst ? "" : ",";
+            isFirst = false;
+            breakLine();
+            writeOne(element);
         }
-        Library operator()(const JsonValue::Object& object) const {
-            // Not through operator[], which looks every name up: names are unique already.
-            auto members = Library::object_t();
-            members.reserve(object.size());
-            for (const JsonValue::Member& member : object) {
-                members.Container::emplace_back(withStraysMarked(member.name), toLibrary(member.value));
-            }
-            return members;
+        --level_;
+        if (!isFirst) {
+            breakLine();
         }
-    };
-    return std::visit(Convert{}, document.value);
-}
+        text_ += closing;
+    }
+
+    void breakLine() {
+        constexpr std::size_t blanksALevel = 2;
+        if (isIndented_) {
+            text_ += '\n';
+            text_.append(level_ * blanksALevel, ' ');
+        }
+    }
+
+    const bool isIndented_;
+    std::size_t level_ = 0;
+    std::string text_;
+};
 
 /// Builds the document from the library's events, which come without recursion.
 class Builder final : public nlohmann::json_sax<nlohmann::json> {
@@ -187,7 +221,9 @@ const JsonValue* JsonValue::find(std::string_view name) const {
 }
 
 std::string dumpJson(const JsonValue& document, JsonLayout layout) {
-    return toLibrary(document).dump(layout == JsonLayout::indented ? 2 : -1);
+    Writer writer(layout);
+    writer.write(document);
+    return writer.take();
 }
 
 Result<JsonValue> parseJson(std::string_view bytes) {

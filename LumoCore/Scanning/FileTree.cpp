@@ -3,15 +3,15 @@
 namespace lumo::FileTree {
 
 Usage measure(const std::string& path, HardLinkRegistry& registry, const Watch& watch) {
-    return measureAll(std::span(&path, 1), registry, watch).front();
+    return measureAll({path}, registry, watch).front();
 }
 
-std::vector<Usage> measureAll(std::span<const std::string> paths, HardLinkRegistry& registry,
+std::vector<Usage> measureAll(const std::vector<std::string_view>& paths, HardLinkRegistry& registry,
                               const Watch& watch) {
     std::vector<platform::TreeRequest> requests;
     requests.reserve(paths.size());
-    for (const std::string& path : paths) {
-        requests.push_back({.path = path});
+    for (const std::string_view path : paths) {
+        requests.push_back({path});
     }
     std::vector<Usage> usages;
     usages.reserve(paths.size());

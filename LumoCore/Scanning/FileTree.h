@@ -4,9 +4,9 @@
 #include "LumoCore/Scanning/Usage.h"
 #include "Platform/TreeWalk.h"
 
-#include <span>
 #include <stop_token>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// Measuring files and folders: the one source of every size that is shown or compared.
@@ -24,7 +24,7 @@ struct Watch {
 Usage measure(const std::string& path, HardLinkRegistry& registry, const Watch& watch = {});
 
 /// The same for many paths at once, in their order; the work is shared between threads.
-std::vector<Usage> measureAll(std::span<const std::string> paths, HardLinkRegistry& registry,
+std::vector<Usage> measureAll(const std::vector<std::string_view>& paths, HardLinkRegistry& registry,
                               const Watch& watch = {});
 
 /// What a walk needs to charge shared files once.

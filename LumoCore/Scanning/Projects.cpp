@@ -90,15 +90,19 @@ void addArtifacts(ProjectReport& project, std::vector<std::pair<std::string, Usa
     sortLargestFirst(project.artifacts);
 }
 
-platform::TreeRequest requestFor(const std::string& project) {
-    const bool hasTarget = platform::kindOf(project + "/Cargo.toml").has_value();
-    return {.path = project,
-            .setsAside =
+platform::TreePolicy makePolicy(bool hasTarget) {
+    return {.setsAside =
                 [hasTarget](std::string_view name) {
                     return ProjectArtifacts::isRegenerable(name) || (hasTarget && name == "target");
                 },
             .undatedFiles = {".DS_Store"},
             .undatedFolders = {".git"}};
+}
+
+platform::TreeRequest requestFor(const std::string& project) {
+    static const platform::TreePolicy plain = makePolicy(false);
+    static const platform::TreePolicy withTarget = makePolicy(true);
+    return {project, platform::kindOf(project + "/Cargo.toml") ? &withTarget : &plain};
 }
 
 } // namespace
@@ -145,12 +149,13 @@ std::vector<ProjectReport> measureProjects(const std::vector<std::string>& paths
     for (const platform::TreeSums& sums : own) {
         artifactPaths.insert(artifactPaths.end(), sums.setAside.begin(), sums.setAside.end());
     }
-    const std::vector<Usage> artifactUsages = FileTree::measureAll(artifactPaths, registry, watch);
+    const std::vector<Usage> artifactUsages =
+        FileTree::measureAll({artifactPaths.begin(), artifactPaths.end()}, registry, watch);
 
     std::vector<ProjectReport> projects;
     std::size_t nextArtifact = 0;
     for (std::size_t index = 0; index < requests.size(); ++index) {
-        const std::string& path = requests[index].path;
+        const std::string path(requests[index].path);
         const bool isInHome = path.size() > home.size() && isInside(path, home);
         ProjectReport project{.name = isInHome ? path.substr(home.size() + 1) : path,
                               .path = path,

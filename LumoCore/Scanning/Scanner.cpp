@@ -6,8 +6,10 @@
 #include "Platform/Volume.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
-#include <set>
+#include <ranges>
+#include <string_view>
 
 namespace lumo::Scanner {
 
@@ -43,23 +45,24 @@ std::vector<Located> locate(const std::vector<Rule>& rules, const ScanOptions& o
     return located;
 }
 
-/// Every distinct path measured once, however many rules name it.
-std::map<std::string, Usage> measureDistinct(const std::vector<Located>& located, HardLinkRegistry& registry,
-                                             const FileTree::Watch& watch) {
-    std::set<std::string> distinct;
+/// Every distinct path measured once, however many rules name it. The keys are the located paths themselves.
+std::map<std::string_view, Usage> measureDistinct(const std::vector<Located>& located,
+                                                  HardLinkRegistry& registry, const FileTree::Watch& watch) {
+    std::map<std::string_view, Usage> measured;
     for (const Located& one : located) {
-        distinct.insert(one.paths.begin(), one.paths.end());
+        for (const std::string& path : one.paths) {
+            measured.try_emplace(path);
+        }
     }
-    const std::vector<std::string> paths(distinct.begin(), distinct.end());
+    std::vector<std::string_view> paths;
+    paths.reserve(measured.size());
+    std::ranges::copy(std::views::keys(measured), std::back_inserter(paths));
     const std::vector<Usage> usages = FileTree::measureAll(paths, registry, watch);
-    std::map<std::string, Usage> measured;
-    for (std::size_t index = 0; index < paths.size(); ++index) {
-        measured.emplace(paths[index], usages[index]);
-    }
+    std::ranges::copy(usages, std::views::values(measured).begin());
     return measured;
 }
 
-Finding findingOf(const Located& located, const std::map<std::string, Usage>& measured) {
+Finding findingOf(const Located& located, const std::map<std::string_view, Usage>& measured) {
     const Rule& rule = *located.rule;
     Finding finding{.ruleID = rule.id,
                     .name = rule.name,
@@ -92,7 +95,7 @@ std::vector<Finding> findAll(const std::vector<Rule>& rules, const ScanOptions& 
     }
     const std::vector<Located> located = locate(allRules, options, context);
     enter(ScanPhase::measuringRules, context);
-    const std::map<std::string, Usage> measured = measureDistinct(located, registry, watchOf(context));
+    const std::map<std::string_view, Usage> measured = measureDistinct(located, registry, watchOf(context));
     std::vector<Finding> findings;
     for (const Located& one : located) {
         Finding finding = findingOf(one, measured);
@@ -131,7 +134,8 @@ std::vector<UnclassifiedItem> findUnclassified(const ScanReport& report, const S
     enter(ScanPhase::measuringUnclassified, context);
     const std::vector<std::string> paths =
         unclassifiedCandidates(options.home, claimedBy(report), context.stop);
-    const std::vector<Usage> usages = FileTree::measureAll(paths, registry, watchOf(context));
+    const std::vector<Usage> usages =
+        FileTree::measureAll({paths.begin(), paths.end()}, registry, watchOf(context));
     const std::int64_t smallest = std::max<std::int64_t>(options.unclassifiedMinimumBytes, 1);
     std::vector<UnclassifiedItem> items;
     for (std::size_t index = 0; index < paths.size(); ++index) {

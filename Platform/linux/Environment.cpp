@@ -3,6 +3,7 @@
 #include "Platform/Folder.h"
 #include "Platform/StateFile.h"
 
+#include <malloc.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -94,6 +95,8 @@ bool hasScreen() {
     return !environmentVariable("WAYLAND_DISPLAY").value_or("").empty() ||
            !environmentVariable("DISPLAY").value_or("").empty();
 }
+
+void shareOneHeap() { mallopt(M_ARENA_MAX, 1); }
 
 void becomeProgram(const std::string& path, const std::vector<std::string>& arguments) {
     std::vector<std::string> copies = arguments;

@@ -102,7 +102,6 @@ class Walk final {
           open_(limits_.heldFolders), sums_(requests.size()) {}
 
     std::vector<TreeSums> run() {
-        queueRoots();
         {
             const std::stop_callback wake(context_.stop, [this] {
                 const std::lock_guard<std::mutex> lock(mutex_);
@@ -123,9 +122,11 @@ class Walk final {
   private:
     using Lock = OpenFolders::Lock;
 
-    void queueRoots() {
-        // The last one is taken first, so they are queued backwards.
-        for (std::size_t index = requests_.size(); index-- > 0;) {
+    /// Queues the next tree that has not been begun; false when there is none. Trees are begun one by one as
+    /// threads run out of work, since there may be very many.
+    bool beginNextTree() {
+        while (nextTree_ < requests_.size()) {
+            const std::size_t index = nextTree_++;
             if (requests_[index].path.empty()) {
                 continue;
             }
@@ -133,7 +134,9 @@ class Walk final {
             root->name = requests_[index].path;
             root->tree = index;
             tasks_.push_back({root.release(), nullptr, 0});
+            return true;
         }
+        return false;
     }
 
     /// What every thread does until no work is left.
@@ -163,7 +166,7 @@ class Walk final {
     }
 
     std::optional<Task> next(Lock& lock) {
-        while (tasks_.empty() && working_ > 0 && !context_.stop.stop_requested()) {
+        while (tasks_.empty() && !context_.stop.stop_requested() && !beginNextTree() && working_ > 0) {
             discard(lock);
             lock.lock();
             if (!tasks_.empty() || working_ == 0 || context_.stop.stop_requested()) {
@@ -290,7 +293,7 @@ class Walk final {
         root.device = status.st_dev;
         root.inode = status.st_ino;
         const std::string_view name = std::string_view(root.name).substr(root.name.rfind('/') + 1);
-        haul.tally.count(status, !holds(requests_[root.tree].undatedFiles, name), context_, noClones);
+        haul.tally.count(status, !holds(requests_[root.tree].policy->undatedFiles, name), context_, noClones);
         showProgress(1, haul.tally.allocatedBytes);
         return S_ISDIR(status.st_mode);
     }
@@ -321,9 +324,9 @@ class Walk final {
             ++haul.tally.unreadableCount;
             return;
         }
-        const TreeRequest& request = requests_[folder.tree];
+        const TreePolicy& policy = *requests_[folder.tree].policy;
         if (!S_ISDIR(status.st_mode)) {
-            const bool isDated = !folder.isUndated && !holds(request.undatedFiles, name);
+            const bool isDated = !folder.isUndated && !holds(policy.undatedFiles, name);
             haul.tally.count(status, isDated, context_, noClones);
             return;
         }
@@ -331,7 +334,7 @@ class Walk final {
         if (folder.isWithin(status.st_dev, status.st_ino)) {
             return;
         }
-        if (request.setsAside && request.setsAside(name)) {
+        if (policy.setsAside && policy.setsAside(name)) {
             haul.setAside.push_back(folder.pathOf(name));
             return;
         }
@@ -346,7 +349,7 @@ class Walk final {
         child->device = status.st_dev;
         child->inode = status.st_ino;
         child->depth = folder.depth + 1;
-        child->isUndated = folder.isUndated || holds(request.undatedFolders, name);
+        child->isUndated = folder.isUndated || holds(policy.undatedFolders, name);
         haul.children.push_back(std::move(child));
     }
 
@@ -381,8 +384,8 @@ class Walk final {
             changed_.notify_one();
         }
         // Threads are started when there is something for them to do: most measured trees are small.
-        if (idle_ == 0 && tasks_.size() > 1 && threads_.size() + 1 < limits_.threads &&
-            !context_.stop.stop_requested()) {
+        if (idle_ == 0 && tasks_.size() + (requests_.size() - nextTree_) > 1 &&
+            threads_.size() + 1 < limits_.threads && !context_.stop.stop_requested()) {
             try {
                 threads_.emplace_back([this] { work(); });
             } catch (const std::system_error&) {
@@ -417,6 +420,7 @@ class Walk final {
     std::condition_variable changed_;
     OpenFolders open_;
     std::vector<Task> tasks_;
+    std::size_t nextTree_ = 0;                            ///< The first request that has not been begun.
     std::vector<std::unique_ptr<WalkedFolder>> finished_; ///< To be freed without the lock.
     std::vector<TreeSums> sums_;
     std::vector<std::thread> threads_;

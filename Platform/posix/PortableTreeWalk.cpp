@@ -23,11 +23,11 @@ bool holds(const std::vector<std::string>& names, std::string_view name) {
 class PortableWalk {
   public:
     PortableWalk(const TreeRequest& request, const WalkContext& context)
-        : request_(request), context_(context) {}
+        : request_(request), policy_(*request.policy), context_(context) {}
 
     TreeSums run() {
         // fts takes mutable strings although it copies them.
-        std::string path = request_.path;
+        std::string path(request_.path);
         char* roots[] = {path.data(), nullptr};
         const std::unique_ptr<FTS, CloseWalk> walk(
             fts_open(roots, FTS_PHYSICAL | FTS_NOCHDIR | FTS_XDEV, nullptr));
@@ -70,13 +70,13 @@ class PortableWalk {
     void enter(FTS* walk, FTSENT* entry) {
         const std::string_view name(entry->fts_name, entry->fts_namelen);
         if (entry->fts_level > FTS_ROOTLEVEL) {
-            if (request_.setsAside && request_.setsAside(name)) {
+            if (policy_.setsAside && policy_.setsAside(name)) {
                 sums_.setAside.emplace_back(entry->fts_path, entry->fts_pathlen);
                 fts_set(walk, entry, FTS_SKIP);
                 return;
             }
             entry->fts_number =
-                entry->fts_parent->fts_number != 0 || holds(request_.undatedFolders, name) ? 1 : 0;
+                entry->fts_parent->fts_number != 0 || holds(policy_.undatedFolders, name) ? 1 : 0;
         }
         count(*entry);
     }
@@ -85,7 +85,7 @@ class PortableWalk {
         const struct stat& status = *entry.fts_statp;
         const bool isInUndatedFolder = entry.fts_level > FTS_ROOTLEVEL && entry.fts_parent->fts_number != 0;
         const bool isDated =
-            !isInUndatedFolder && !holds(request_.undatedFiles, {entry.fts_name, entry.fts_namelen});
+            !isInUndatedFolder && !holds(policy_.undatedFiles, {entry.fts_name, entry.fts_namelen});
         const std::int64_t before = tally_.allocatedBytes;
         tally_.count(status, isDated, context_,
                      [&] { return cloneFamily(entry.fts_accpath, identityOf(status).device); });
@@ -96,6 +96,7 @@ class PortableWalk {
     }
 
     const TreeRequest& request_;
+    const TreePolicy& policy_;
     const WalkContext& context_;
     TreeTally tally_;
     TreeSums sums_;

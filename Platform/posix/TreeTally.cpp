@@ -42,6 +42,11 @@ void keepLater(std::optional<Timestamp>& latest, const timespec& candidate) {
 
 } // namespace
 
+const TreePolicy& plainTree() {
+    static const TreePolicy policy;
+    return policy;
+}
+
 std::int64_t bytesOfBlocks(std::int64_t blocks) {
     // The unit of st_blocks, whatever the file system's own block size is (POSIX leaves it open; every system
     // this runs on uses 512).

@@ -196,7 +196,7 @@ TEST(AwkwardTrees, AStopEndsTheWalkWithinMomentsAndLeavesNothingBehind) {
         lumo::platform::WalkProgress progress;
         std::stop_source stop;
         std::thread measuring([&] {
-            const std::vector<std::string> again(2000, home.path());
+            const std::vector<std::string_view> again(2000, home.path());
             lumo::FileTree::measureAll(again, registry, {&progress, stop.get_token()});
         });
         while (progress.entries < round * 20) {

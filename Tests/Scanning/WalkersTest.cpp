@@ -13,6 +13,7 @@
 
 using lumo::HardLinkRegistry;
 using lumo::Usage;
+using lumo::platform::TreePolicy;
 using lumo::platform::TreeRequest;
 using lumo::platform::TreeSums;
 using tarvo::testing::allocatedBytes;
@@ -161,7 +162,7 @@ TEST(FileTree, CountsAHardLinkedFileOnceInARegistryAndAgainInAnother) {
 
     HardLinkRegistry shared;
     const std::vector<std::string> paths{home.path("one"), home.path("two")};
-    const std::vector<Usage> usages = lumo::FileTree::measureAll(paths, shared);
+    const std::vector<Usage> usages = lumo::FileTree::measureAll({paths.begin(), paths.end()}, shared);
     EXPECT_EQ(usages[0].allocatedBytes + usages[1].allocatedBytes, one + two + file);
     EXPECT_EQ(usages[0].fileCount + usages[1].fileCount, 1);
 }
@@ -184,11 +185,11 @@ TEST(Walkers, AgreeOnRandomTrees) {
         const RandomTree tree(home, seed);
         const TreeRequest plain{.path = home.path()};
         EXPECT_EQ(described(walk(plain)), described(walkPortably(plain))) << "seed " << seed;
-        const TreeRequest project{
-            .path = home.path(),
+        const TreePolicy policy{
             .setsAside = [](std::string_view name) { return name.starts_with("node_modules"); },
             .undatedFiles = {".DS_Store"},
             .undatedFolders = {".git"}};
+        const TreeRequest project{home.path(), &policy};
         EXPECT_EQ(described(walk(project)), described(walkPortably(project))) << "seed " << seed;
     }
 }
@@ -207,7 +208,8 @@ TEST(Walkers, AgreeOnFixedOddities) {
     const TreeRequest request{.path = home.path()};
     EXPECT_EQ(described(walk(request)), described(walkPortably(request)));
     for (const char* name : {"socket", "loop/a", "missing", "early"}) {
-        const TreeRequest single{.path = home.path(name)};
+        const std::string path = home.path(name);
+        const TreeRequest single{.path = path};
         EXPECT_EQ(described(walk(single)), described(walkPortably(single))) << name;
     }
 }
@@ -248,8 +250,8 @@ TEST(Walkers, DateAProjectByItsOwnFilesAlone) {
         home.file(name, 10);
         home.setModified(name, 1600000000);
     }
-    const TreeSums sums =
-        walk({.path = home.path(), .undatedFiles = {".DS_Store"}, .undatedFolders = {".git"}});
+    const TreePolicy policy{.undatedFiles = {".DS_Store"}, .undatedFolders = {".git"}};
+    const TreeSums sums = walk({home.path(), &policy});
     EXPECT_EQ(sums.lastDatedChange, lumo::Date(std::chrono::seconds(1500000000)));
     EXPECT_EQ(sums.lastModified, lumo::Date(std::chrono::seconds(1600000000)));
     EXPECT_EQ(sums.fileCount, 5);
