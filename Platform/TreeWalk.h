@@ -29,8 +29,8 @@ struct TreePolicy {
     /// Folders below the root for which this holds are listed in `setAside` instead of being counted or
     /// entered. Called from several threads at once; none are set aside when empty.
     std::function<bool(std::string_view name)> setsAside = {};
-    /// Regular files with one of these names, or anywhere below a folder with one of those names, do not count
-    /// for `lastDatedChange`.
+    /// Regular files with one of these names, or anywhere below a folder with one of those names, do not
+    /// count for `lastDatedChange`.
     std::vector<std::string> undatedFiles = {};
     std::vector<std::string> undatedFolders = {};
 };
@@ -38,8 +38,8 @@ struct TreePolicy {
 /// The policy of a tree in which nothing is special.
 const TreePolicy& plainTree();
 
-/// One tree to measure. A path that is no folder is measured as the one entry it is. There may be very many of
-/// these, so they own nothing: path and policy must outlive the walk.
+/// One tree to measure. A path that is no folder is measured as the one entry it is. There may be very many
+/// of these, so they own nothing: path and policy must outlive the walk.
 struct TreeRequest {
     std::string_view path;
     const TreePolicy* policy = &plainTree();

@@ -191,38 +191,62 @@ void addUnclassified(Page& page, const ScanReport& report) {
     }
 }
 
+/// How long the scan took, for a sentence: "1,2 s".
+std::string durationText(double seconds) {
+    constexpr double shortest = 0.1;
+    return (seconds < shortest ? "<" : "") + lumo::ByteFormat::number(std::max(seconds, shortest), 1) + " s";
+}
+
 std::string headText(const ScanReport& report) {
     const std::string home = lumo::printable(report.home);
-    const std::string seconds = lumo::ByteFormat::number(report.durationSeconds, 1);
+    const std::string duration = durationText(report.durationSeconds);
     if (report.volume.totalBytes == 0) {
-        return fmt::format(fmt::runtime(text("{}: analizado en {} s", "{}: analyzed in {} s")), home,
-                           seconds);
+        return fmt::format(fmt::runtime(text("{}: analizado en {}", "{}: analyzed in {}")), home, duration);
     }
     return fmt::format(
-        fmt::runtime(text("{}: {} libres de {}, analizado en {} s", "{}: {} free of {}, analyzed in {} s")),
-        home, bytesText(report.volume.availableBytes), bytesText(report.volume.totalBytes), seconds);
+        fmt::runtime(text("{}: {} libres de {}, analizado en {}", "{}: {} free of {}, analyzed in {}")), home,
+        bytesText(report.volume.availableBytes), bytesText(report.volume.totalBytes), duration);
+}
+
+std::string unreadableText(std::int64_t count) {
+    if (count == 1) {
+        return std::string(
+            text("No he podido leer 1 elemento: lo que ocupa no está contado. Suele ser falta de permiso.",
+                 "1 item could not be read: what it takes is not counted. Most often a permission is "
+                 "missing."));
+    }
+    return fmt::format(
+        fmt::runtime(text("No he podido leer {} elementos: lo que ocupan no está contado. Suele ser "
+                          "falta de permiso.",
+                          "{} items could not be read: what they take is not counted. Most often a "
+                          "permission is missing.")),
+        countText(static_cast<std::size_t>(count)));
+}
+
+/// What can be recovered, and what else there is to decide.
+std::string outcomeText(const ScanReport& report) {
+    const std::string safe = bytesText(report.safeBytes());
+    const std::int64_t review = report.bytes(Safety::review);
+    if (review == 0) {
+        return fmt::format(
+            fmt::runtime(text("Puedes recuperar {} sin riesgo.", "You can recover {} with no risk.")), safe);
+    }
+    return fmt::format(fmt::runtime(text("Puedes recuperar {} sin riesgo; {} esperan a que los mires.",
+                                         "You can recover {} with no risk; {} wait for you to look at.")),
+                       safe, bytesText(review));
 }
 
 void addClosing(Page& page, const ScanReport& report) {
     page.line("");
     if (const std::int64_t unreadable = report.unreadableCount(); unreadable > 0) {
-        page.line(fmt::format(fmt::runtime(text(
-                                  "No he podido leer {} elementos: lo que ocupan no está contado. Suele ser "
-                                  "falta de permiso.",
-                                  "{} items could not be read: what they take is not counted. Most often a "
-                                  "permission is missing.")),
-                              countText(static_cast<std::size_t>(unreadable))),
-                  Tint::review);
+        page.line(unreadableText(unreadable), Tint::review);
     }
     if (report.safeBytes() == 0 && report.findings.empty() && report.unclassified.empty()) {
         page.line(text("No he encontrado nada que ocupe espacio sin necesidad.",
                        "Nothing found that takes space needlessly."));
         return;
     }
-    page.line(fmt::format(fmt::runtime(text("Puedes recuperar {} sin riesgo; {} esperan a que los mires.",
-                                            "You can recover {} with no risk; {} wait for you to look at.")),
-                          bytesText(report.safeBytes()), bytesText(report.bytes(Safety::review))),
-              Tint::strong);
+    page.line(outcomeText(report), Tint::strong);
     page.line(
         text("Qué es cada cosa y cómo se libera: tarvo reglas. Todos los detalles: tarvo analizar --json.",
              "What each thing is and how it is freed: tarvo rules. All details: tarvo scan --json."),

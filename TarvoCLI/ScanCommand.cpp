@@ -1,3 +1,4 @@
+#include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Rules/RuleCatalog.h"
 #include "Platform/StateFile.h"
@@ -65,7 +66,7 @@ ExitCode runScan(const ScanArguments& arguments, const Invocation& invocation) {
         return complain(
             fmt::format(fmt::runtime(text("no he podido guardar en {}: {}; elige otro lugar con --output",
                                           "could not save to {}: {}; choose another place with --output")),
-                        lumo::printable(*arguments.output), saved.error().reason()),
+                        lumo::printable(*arguments.output), lumo::reasonText(saved.error())),
             ExitCode::failed);
     }
     return printed;

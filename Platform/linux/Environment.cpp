@@ -96,7 +96,9 @@ bool hasScreen() {
            !environmentVariable("DISPLAY").value_or("").empty();
 }
 
-void shareOneHeap() { mallopt(M_ARENA_MAX, 1); }
+void shareOneHeap() {
+    mallopt(M_ARENA_MAX, 1);
+}
 
 void becomeProgram(const std::string& path, const std::vector<std::string>& arguments) {
     std::vector<std::string> copies = arguments;

@@ -1,6 +1,7 @@
 #include "TarvoApp/Model/Preferences.h"
 
 #include "LumoCore/Basics/Date.h"
+#include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "Platform/Clock.h"
 #include "Platform/Folder.h"
@@ -243,7 +244,7 @@ Preferences Preferences::load(const std::string& home) {
     const auto bytes = platform::readWhole(pathFor(home), lumo::mostJsonBytes);
     if (!bytes) {
         if (!bytes.error().isMissing()) {
-            preferences.readProblem_ = bytes.error().reason();
+            preferences.readProblem_ = lumo::reasonText(bytes.error());
         }
         return preferences;
     }
@@ -273,7 +274,7 @@ lumo::Result<void> Preferences::store(const PreferenceKey& key, std::optional<Js
     if (isDamaged_) {
         const std::string aside = fmt::format("{}.{}", path, lumo::isoText(platform::now()));
         if (const auto moved = platform::renameAside(path, aside); !moved) {
-            return problem(moved.error().reason());
+            return problem(lumo::reasonText(moved.error()));
         }
         isDamaged_ = false;
     }
@@ -286,11 +287,11 @@ lumo::Result<void> Preferences::store(const PreferenceKey& key, std::optional<Js
         stored_.push_back({std::string(key.key), std::move(*value)});
     }
     if (const auto made = platform::makePrivateFolder(path.substr(0, path.rfind('/'))); !made) {
-        return problem(made.error().reason());
+        return problem(lumo::reasonText(made.error()));
     }
     const std::string bytes = lumo::dumpJson({stored_}, lumo::JsonLayout::indented) + "\n";
     if (const auto written = platform::replaceWhole(path, bytes); !written) {
-        return problem(written.error().reason());
+        return problem(lumo::reasonText(written.error()));
     }
     return {};
 }

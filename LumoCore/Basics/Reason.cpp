@@ -1,0 +1,40 @@
+#include "LumoCore/Basics/Reason.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+
+namespace lumo {
+
+namespace {
+
+struct Known {
+    int code;
+    std::string_view es;
+    std::string_view en;
+};
+
+constexpr std::array<Known, 13> knownReasons{{
+    {EACCES, "no hay permiso", "permission denied"},
+    {EPERM, "el sistema no lo permite", "the system does not allow it"},
+    {ENOENT, "no existe", "no such file or folder"},
+    {ENOTDIR, "una parte de la ruta no es una carpeta", "a part of the path is not a folder"},
+    {EISDIR, "es una carpeta", "it is a folder"},
+    {EEXIST, "ya existe", "it already exists"},
+    {EINVAL, "no es válido aquí", "it is not valid here"},
+    {ENOSPC, "el disco está lleno", "the disk is full"},
+    {EDQUOT, "se ha agotado la cuota de disco", "the disk quota is used up"},
+    {EROFS, "el disco es de solo lectura", "the disk is read-only"},
+    {EFBIG, "es demasiado grande", "it is too large"},
+    {EIO, "el disco ha fallado", "the disk failed"},
+    {ENAMETOOLONG, "el nombre es demasiado largo", "the name is too long"},
+}};
+
+} // namespace
+
+std::string reasonText(const platform::SystemError& error, Language language) {
+    const auto known = std::ranges::find(knownReasons, error.code, &Known::code);
+    return known != knownReasons.end() ? std::string(text(known->es, known->en, language)) : error.reason();
+}
+
+} // namespace lumo
