@@ -17,6 +17,7 @@ CLI::App* addCommand(CLI::App& parent, std::string_view spanish, std::string_vie
 
 /// Each adds one command; when it was given, `chosen` becomes what it does.
 void addScanCommand(CLI::App& app, Action& chosen);
+void addPlanCommand(CLI::App& app, Action& chosen);
 void addRulesCommand(CLI::App& app, Action& chosen);
 void addAppsCommand(CLI::App& app, Action& chosen);
 void addSettingsCommand(CLI::App& app, Action& chosen);

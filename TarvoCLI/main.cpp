@@ -8,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <exception>
 #include <optional>
 
@@ -58,6 +59,7 @@ void addGlobalOptions(CLI::App& app, GlobalArguments& arguments) {
 
 void addCommands(CLI::App& app, Action& chosen) {
     addScanCommand(app, chosen);
+    addPlanCommand(app, chosen);
     addRulesCommand(app, chosen);
     addAppsCommand(app, chosen);
     addSettingsCommand(app, chosen);
@@ -138,6 +140,23 @@ ExitCode showOverview(const CLI::App& app) {
         app.help());
 }
 
+/// The arguments as the library takes them, last first. It would read "--only=" as an option without a value
+/// and go on as if nothing had been asked; as two words the value is what it is, empty.
+std::vector<std::string> argumentsFrom(int count, char** words) {
+    std::vector<std::string> arguments;
+    for (int index = 1; index < count; ++index) {
+        const std::string_view word = words[index];
+        if (word.starts_with("--") && word.ends_with('=')) {
+            arguments.emplace_back(word.substr(0, word.size() - 1));
+            arguments.emplace_back();
+        } else {
+            arguments.emplace_back(word);
+        }
+    }
+    std::ranges::reverse(arguments);
+    return arguments;
+}
+
 ExitCode run(int count, char** words) {
     CLI::App app(std::string(text("Analiza y limpia tu disco sin miedo.",
                                   "Analyse and clean your disk without fear.")),
@@ -150,7 +169,7 @@ ExitCode run(int count, char** words) {
     addGlobalOptions(app, arguments);
     addCommands(app, chosen);
     try {
-        app.parse(count, words);
+        app.parse(argumentsFrom(count, words));
     } catch (const CLI::CallForHelp&) {
         return print(app.help());
     } catch (const CLI::CallForVersion&) {

@@ -114,4 +114,8 @@ struct ScanReport {
     friend bool operator==(const ScanReport&, const ScanReport&) = default;
 };
 
+/// A saved report. Fails on anything that no scan writes: malformed JSON, missing fields, negative counts, or
+/// counts whose sum does not fit in 64 bits.
+Result<ScanReport> scanReportFromJson(std::string_view bytes);
+
 } // namespace lumo

@@ -267,3 +267,41 @@ TEST(Command, ShowsAndChangesSettingsAsAnObjectFromKeyToValue) {
     home.file("other/.config/TarvoAI/preferencias.json/inside");
     isOneComplaint(runTarvo(home, {"ajustes", "set", "avisoGB", "5", "--home", home.path("other")}), 1);
 }
+
+TEST(Command, PlansFromASavedReportWithStoredPreferencesWhereOptionsAreSilent) {
+    const TempHome home;
+    home.file(".cache/uv/f", 2000000);
+    home.file("app/package.json", 10);
+    home.file("app/node_modules/f", 3000000);
+    const std::string report = home.path("report.json");
+    scan(home, {"--output", report});
+    const auto idsAndReasons = [&](Words words) {
+        words.insert(words.begin(), {"plan", "--report", report});
+        Words described;
+        const JsonValue plan = jsonOf(home, words);
+        for (const JsonValue& entry : std::get<JsonValue::Array>(plan.value)) {
+            const JsonValue* reason = entry.find("skipReason");
+            described.push_back(std::get<std::string>(entry.find("action")->find("id")->value) +
+                                (reason != nullptr ? ": " + std::get<std::string>(reason->value) : ""));
+        }
+        return described;
+    };
+    const std::string dependencies = "proyecto:app/node_modules";
+    const std::string active =
+        dependencies + ": proyecto con cambios hoy, no se incluye solo (inclúyelo con --dependencias)";
+    EXPECT_THAT(idsAndReasons({}), ElementsAre("uv-cache", active));
+    EXPECT_THAT(idsAndReasons({"--dependencias"}), ElementsAre("uv-cache", dependencies));
+    EXPECT_THAT(idsAndReasons({"--include", dependencies}), ElementsAre("uv-cache", dependencies));
+    EXPECT_THAT(idsAndReasons({"--active-days", "0"}), ElementsAre("uv-cache", dependencies));
+    EXPECT_THAT(idsAndReasons({"--exclude-project", home.path("app")}), ElementsAre("uv-cache"));
+    EXPECT_THAT(idsAndReasons({"--only="}), IsEmpty());
+    EXPECT_THAT(idsAndReasons({"--only=", "--only", "uv-cache"}), ElementsAre("uv-cache"));
+
+    EXPECT_EQ(runTarvo(home, {"ajustes", "set", "carpetasProtegidas", home.path(".cache")}).exitCode, 0);
+    EXPECT_THAT(idsAndReasons({"--only", "uv-cache"}),
+                ElementsAre("uv-cache: está en una carpeta protegida en Ajustes"));
+    EXPECT_THAT(idsAndReasons({"--only", "uv-cache", "--protect", "/elsewhere"}), ElementsAre("uv-cache"));
+
+    home.fileWith("broken.json", R"({"home": "/x"})");
+    isOneComplaint(runTarvo(home, {"plan", "--report", home.path("broken.json")}), 2);
+}

@@ -29,6 +29,9 @@ const std::vector<Room>& house() {
         {"LumoCore/Inventories",
          {"LumoCore/Scanning", "LumoCore/Rules", "LumoCore/Basics", "Platform"},
          {"fmt"}},
+        {"LumoCore/Cleanup",
+         {"LumoCore/Inventories", "LumoCore/Scanning", "LumoCore/Rules", "LumoCore/Basics", "Platform"},
+         {"fmt"}},
         {"TarvoApp/Model", {"LumoCore", "LumoAI", "Platform"}, {"fmt"}},
         {"TarvoCLI", {"TarvoMCP", "TarvoApp/Model", "LumoCore", "LumoAI", "Platform"}, {"fmt", "CLI"}},
     };
@@ -42,8 +45,9 @@ bool isStandard(const std::string& header) {
 
 /// Headers of the system: what only the platform may use.
 bool isSystem(const std::string& header) {
-    static const std::set<std::string> loose{"dirent.h", "fcntl.h", "fnmatch.h", "fts.h",    "locale.h",
-                                             "unistd.h", "poll.h",  "sched.h",   "signal.h", "pwd.h"};
+    static const std::set<std::string> loose{"dirent.h", "malloc.h", "fcntl.h",  "fnmatch.h",
+                                             "fts.h",    "locale.h", "unistd.h", "poll.h",
+                                             "sched.h",  "signal.h", "pwd.h"};
     return header.starts_with("sys/") || loose.contains(header);
 }
 

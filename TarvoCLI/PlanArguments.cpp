@@ -1,0 +1,113 @@
+#include "TarvoCLI/PlanArguments.h"
+
+#include "LumoCore/Inventories/AppStatus.h"
+#include "Platform/Clock.h"
+#include "Platform/Folder.h"
+#include "TarvoApp/Model/Preferences.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace tarvo {
+
+using lumo::text;
+
+namespace {
+
+std::vector<std::string> absolute(const std::vector<std::string>& folders) {
+    std::vector<std::string> paths;
+    for (const std::string& folder : folders) {
+        paths.push_back(lumo::platform::absolutePath(folder).value_or(folder));
+    }
+    return paths;
+}
+
+template <class Value>
+Value stored(const Preferences& preferences, std::string_view key) {
+    const std::optional<lumo::JsonValue> value = preferences.value(*preferenceKey(key));
+    return value ? lumo::decode<Value>(*value).value_or(Value()) : Value();
+}
+
+CLI::Validator isDayCount() {
+    return CLI::Validator(
+        [](const std::string& word) {
+            const bool isCount = !word.empty() && word.size() <= 5 &&
+                                 std::ranges::all_of(word, [](char c) { return c >= '0' && c <= '9'; });
+            return isCount ? std::string()
+                           : fmt::format(fmt::runtime(text("«{}» no es un número de días",
+                                                           "“{}” is no number of days")),
+                                         word);
+        },
+        "");
+}
+
+} // namespace
+
+void addPlanOptions(CLI::App& command, PlanArguments& arguments) {
+    const auto words = [](std::string_view es, std::string_view en) { return std::string(text(es, en)); };
+    command
+        .add_option(
+            "--include", arguments.include,
+            words("incluir también esto, que conviene mirar antes", "also include this, which needs a look"))
+        ->type_name("ID")
+        ->expected(1)
+        ->take_all();
+    command
+        .add_option("--only", arguments.only,
+                    words("solo esto; con --only= nada", "only this; nothing with --only="))
+        ->type_name("ID")
+        ->expected(1)
+        ->take_all();
+    command.add_flag("--dependencies,--dependencias", arguments.includesActiveDependencies,
+                     words("incluir las dependencias de proyectos con cambios recientes",
+                           "include the dependencies of recently changed projects"));
+    command
+        .add_option("--active-days", arguments.activeDays,
+                    words("días que un proyecto sigue activo tras un cambio",
+                          "days a project stays active after a change"))
+        ->check(isDayCount())
+        ->type_name("N");
+    command
+        .add_option("--protect", arguments.protectedFolders,
+                    words("no tocar esta carpeta", "do not touch this folder"))
+        ->type_name(words("CARPETA", "DIR"))
+        ->expected(1)
+        ->take_all();
+    command
+        .add_option("--exclude-project", arguments.excludedProjects,
+                    words("dejar fuera este proyecto", "leave this project out"))
+        ->type_name(words("CARPETA", "DIR"))
+        ->expected(1)
+        ->take_all();
+}
+
+lumo::CleanupOptions cleanupOptions(const PlanArguments& arguments, const Invocation& invocation) {
+    const Preferences preferences = Preferences::load(invocation.home);
+    lumo::CleanupOptions options;
+    options.include = {arguments.include.begin(), arguments.include.end()};
+    if (!arguments.only.empty()) {
+        options.only.emplace(arguments.only.begin(), arguments.only.end());
+        options.only->erase(""); // An empty one only says that there is a set.
+    }
+    options.includeActiveDependencies = arguments.includesActiveDependencies;
+    options.activeProjectDays =
+        arguments.activeDays.value_or(stored<std::int64_t>(preferences, "diasProyectoActivo"));
+    options.protectedFolders = arguments.protectedFolders.empty()
+                                   ? stored<std::vector<std::string>>(preferences, "carpetasProtegidas")
+                                   : absolute(arguments.protectedFolders);
+    options.excludedProjects = absolute(arguments.excludedProjects);
+    return options;
+}
+
+std::vector<lumo::PlanEntry> planFor(const lumo::ScanReport& report, const lumo::CleanupOptions& options,
+                                     const Invocation& invocation) {
+    const lumo::AppStatus status = lumo::AppStatus::ofThisMachine(invocation.home);
+    return lumo::CleanupPlanner::plan(
+        report, options,
+        {.now = lumo::platform::now(),
+         .isRunning = [&](const std::string& bundleID) { return status.isRunning(bundleID); },
+         .nameOf = [&](const std::string& bundleID) { return status.name(bundleID); }});
+}
+
+} // namespace tarvo

@@ -1,0 +1,61 @@
+#include "TarvoCLI/ReportSource.h"
+
+#include "LumoCore/Basics/Reason.h"
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Rules/RuleCatalog.h"
+#include "Platform/StateFile.h"
+#include "TarvoCLI/WatchedScan.h"
+
+#include <fmt/format.h>
+
+namespace tarvo {
+
+using lumo::text;
+
+namespace {
+
+ExitCode refuse(const std::string& file, const std::string& reason) {
+    return complain(
+        fmt::format(fmt::runtime(text("{} no es un informe que pueda leer ({}); haz uno con tarvo "
+                                      "analizar --json",
+                                      "{} is no report that can be read ({}); make one with tarvo scan "
+                                      "--json")),
+                    lumo::printable(file), lumo::printable(reason)),
+        ExitCode::usage);
+}
+
+} // namespace
+
+void addReportOption(CLI::App& command, ReportSource& source) {
+    command
+        .add_option(
+            "--report", source.file,
+            std::string(text("usar este informe guardado en vez de analizar; - para la entrada estándar",
+                             "use this saved report instead of scanning; - for standard input")))
+        ->type_name(std::string(text("FICHERO", "FILE")));
+}
+
+std::expected<lumo::ScanReport, ExitCode> reportFrom(const ReportSource& source,
+                                                     const Invocation& invocation) {
+    if (!source.file) {
+        auto report = watchedScan(lumo::RuleCatalog::all(), {.home = invocation.home}, invocation);
+        if (!report) {
+            return std::unexpected(ExitCode::interrupted);
+        }
+        return std::move(*report);
+    }
+    constexpr int standardInput = 0;
+    const auto bytes = *source.file == "-"
+                           ? lumo::platform::readDescriptor(standardInput, lumo::mostJsonBytes)
+                           : lumo::platform::readWhole(*source.file, lumo::mostJsonBytes);
+    if (!bytes) {
+        return std::unexpected(refuse(*source.file, lumo::reasonText(bytes.error())));
+    }
+    auto report = lumo::scanReportFromJson(*bytes);
+    if (!report) {
+        return std::unexpected(refuse(*source.file, report.error().message));
+    }
+    return std::move(*report);
+}
+
+} // namespace tarvo

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "LumoCore/Scanning/ScanReport.h"
+#include "TarvoCLI/Console.h"
+
+#include <CLI/CLI.hpp>
+
+#include <expected>
+#include <optional>
+#include <string>
+
+namespace tarvo {
+
+/// Where a command gets its scan report from.
+struct ReportSource {
+    std::optional<std::string> file; ///< "-" for standard input; absent to make one.
+};
+
+void addReportOption(CLI::App& command, ReportSource& source);
+
+/// The saved report, or a new full scan that stores nothing. On failure what went wrong has been said
+/// already, and the command answers with the code.
+std::expected<lumo::ScanReport, ExitCode> reportFrom(const ReportSource& source,
+                                                     const Invocation& invocation);
+
+} // namespace tarvo
