@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-/// Questions about single paths and folders. Final symbolic links are never followed. Names and paths are
-/// bytes.
+/// Questions about single paths and folders. Names and paths are bytes. A final symbolic link is not followed
+/// unless an operation says so.
 namespace lumo::platform {
 
 enum class EntryKind { folder, file, link, other };
@@ -21,7 +21,8 @@ std::optional<EntryKind> kindOf(const std::string& path);
 /// True when the path, with links followed, is a folder.
 bool isFolderThroughLinks(const std::string& path);
 
-/// The names in a folder without "." and "..", in ascending byte order; nothing when it cannot be listed.
+/// The names in a folder, or in one that a link leads to, without "." and "..", in ascending byte order;
+/// nothing when it cannot be listed.
 std::vector<std::string> namesIn(const std::string& folder);
 
 /// Hands every name in the folder and its kind to the visitor, in the order of the disk.
@@ -34,8 +35,8 @@ visitFolder(const std::string& folder,
 /// Where a symbolic link points, exactly as it is written in it; absent for anything else.
 std::optional<std::string> linkTarget(const std::string& path);
 
-/// The path made absolute against the working directory, without ".", "..", or doubled and final slashes
-/// being resolved on disk: only a leading working directory is added and final slashes are dropped.
+/// The path made absolute against the working directory, without ".", ".." and doubled or final slashes, so
+/// that it can be compared with others as text. One with ".." must exist; links in it are resolved then.
 SystemResult<std::string> absolutePath(const std::string& path);
 
 } // namespace lumo::platform

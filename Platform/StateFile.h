@@ -17,8 +17,8 @@ SystemResult<std::string> readWhole(const std::string& path, std::size_t limit);
 SystemResult<std::string> readDescriptor(int descriptor, std::size_t limit);
 
 /// Replaces the file by a synced temporary one beside it, so that a reader sees the old or the new bytes and
-/// nothing else. A link is followed, so that the file it points at is replaced. What is there and is no
-/// regular file is left alone and fails with EINVAL.
+/// nothing else; it keeps its mode if it is there. A link is followed, so that the file it points at is
+/// replaced. What is there and is no regular file is left alone and fails with EINVAL.
 SystemResult<void> replaceWhole(const std::string& path, std::string_view bytes, unsigned mode = 0600);
 
 /// Makes the folder and those on the way to it, for the user alone. One that is there already is left as it

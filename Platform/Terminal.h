@@ -13,7 +13,7 @@ bool isTerminal(Stream stream);
 /// Columns of the terminal behind the stream, 0 when there is none.
 std::size_t terminalColumns(Stream stream);
 
-/// Writes all bytes; false when the reader is gone or the disk is full.
+/// Writes all bytes; false when the disk is full or an interrupt was noted.
 bool writeAll(Stream stream, std::string_view bytes);
 
 /// From now on an interrupt (Ctrl-C, or a polite request to end) is only noted.

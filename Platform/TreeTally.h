@@ -24,7 +24,6 @@ struct TreeTally {
     template <class Clone>
     void count(const struct stat& status, bool isDated, const WalkContext& context, Clone&& clone);
 
-    void merge(const TreeTally& other);
     void addTo(TreeSums& sums) const;
 
   private:

@@ -4,7 +4,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 
 namespace tarvo {
 
@@ -14,6 +16,9 @@ using Action = std::function<ExitCode(const Invocation&)>;
 /// Adds a command under its name in the interface language, and under the other one as well.
 CLI::App* addCommand(CLI::App& parent, std::string_view spanish, std::string_view english,
                      std::string_view meaningEs, std::string_view meaningEn);
+
+/// Reads a number in decimal, which a validator has found to be one: the library would read "010" as octal.
+CLI::callback_t inDecimal(std::optional<std::int64_t>& number);
 
 /// Each adds one command; when it was given, `chosen` becomes what it does.
 void addScanCommand(CLI::App& app, Action& chosen);

@@ -39,6 +39,9 @@ std::string tinted(std::string_view text, Tint tint, const Invocation& invocatio
 
 ExitCode print(std::string_view text) {
     if (!platform::writeAll(platform::Stream::output, text)) {
+        if (platform::wasInterrupted()) {
+            return ExitCode::interrupted;
+        }
         return complain(lumo::text("no he podido escribir el resultado: comprueba a dónde va la salida",
                                    "the result could not be written: check where the output goes"),
                         ExitCode::failed);

@@ -4,6 +4,7 @@
 #include "Platform/Clock.h"
 #include "Platform/Folder.h"
 #include "TarvoApp/Model/Preferences.h"
+#include "TarvoCLI/Commands.h"
 
 #include <fmt/format.h>
 
@@ -29,6 +30,14 @@ Value stored(const Preferences& preferences, std::string_view key) {
     return value ? lumo::decode<Value>(*value).value_or(Value()) : Value();
 }
 
+/// Collects the words of an option as they are: the library would take one in square brackets apart.
+CLI::callback_t gather(std::vector<std::string>& words) {
+    return [&words](const CLI::results_t& results) {
+        words = results;
+        return true;
+    };
+}
+
 CLI::Validator isDayCount() {
     return CLI::Validator(
         [](const std::string& word) {
@@ -48,13 +57,13 @@ void addPlanOptions(CLI::App& command, PlanArguments& arguments) {
     const auto words = [](std::string_view es, std::string_view en) { return std::string(text(es, en)); };
     command
         .add_option(
-            "--include", arguments.include,
+            "--include", gather(arguments.include),
             words("incluir también esto, que conviene mirar antes", "also include this, which needs a look"))
         ->type_name("ID")
         ->expected(1)
         ->take_all();
     command
-        .add_option("--only", arguments.only,
+        .add_option("--only", gather(arguments.only),
                     words("solo esto; con --only= nada", "only this; nothing with --only="))
         ->type_name("ID")
         ->expected(1)
@@ -63,27 +72,31 @@ void addPlanOptions(CLI::App& command, PlanArguments& arguments) {
                      words("incluir las dependencias de proyectos con cambios recientes",
                            "include the dependencies of recently changed projects"));
     command
-        .add_option("--active-days", arguments.activeDays,
+        .add_option("--active-days", inDecimal(arguments.activeDays),
                     words("días que un proyecto sigue activo tras un cambio",
                           "days a project stays active after a change"))
         ->check(isDayCount())
         ->type_name("N");
     command
-        .add_option("--protect", arguments.protectedFolders,
+        .add_option("--protect", gather(arguments.protectedFolders),
                     words("no tocar esta carpeta", "do not touch this folder"))
         ->type_name(words("CARPETA", "DIR"))
         ->expected(1)
         ->take_all();
     command
-        .add_option("--exclude-project", arguments.excludedProjects,
+        .add_option("--exclude-project", gather(arguments.excludedProjects),
                     words("dejar fuera este proyecto", "leave this project out"))
         ->type_name(words("CARPETA", "DIR"))
         ->expected(1)
         ->take_all();
 }
 
-lumo::CleanupOptions cleanupOptions(const PlanArguments& arguments, const Invocation& invocation) {
+std::expected<lumo::CleanupOptions, ExitCode> cleanupOptions(const PlanArguments& arguments,
+                                                             const Invocation& invocation) {
     const Preferences preferences = Preferences::load(invocation.home);
+    if (const std::optional<std::string> problem = preferences.problem()) {
+        return std::unexpected(complain(*problem, ExitCode::failed));
+    }
     lumo::CleanupOptions options;
     options.include = {arguments.include.begin(), arguments.include.end()};
     if (!arguments.only.empty()) {

@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 
 #include <cstdint>
+#include <expected>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,7 +26,10 @@ struct PlanArguments {
 void addPlanOptions(CLI::App& command, PlanArguments& arguments);
 
 /// The planner's options, with the stored preferences where an option is silent. Folders are made absolute.
-lumo::CleanupOptions cleanupOptions(const PlanArguments& arguments, const Invocation& invocation);
+/// Without preferences that can be trusted there are none: what is wrong has been said, and the command
+/// answers the code.
+std::expected<lumo::CleanupOptions, ExitCode> cleanupOptions(const PlanArguments& arguments,
+                                                             const Invocation& invocation);
 
 /// The plan for a report on this machine at this moment.
 std::vector<lumo::PlanEntry> planFor(const lumo::ScanReport& report, const lumo::CleanupOptions& options,

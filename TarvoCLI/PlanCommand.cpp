@@ -72,12 +72,15 @@ std::string textOfPlan(const std::vector<PlanEntry>& entries, const Invocation& 
 }
 
 ExitCode runPlan(const PlanCommandArguments& arguments, const Invocation& invocation) {
+    const auto options = cleanupOptions(arguments.plan, invocation);
+    if (!options) {
+        return options.error();
+    }
     const auto report = reportFrom(arguments.source, invocation);
     if (!report) {
         return report.error();
     }
-    const std::vector<PlanEntry> entries =
-        planFor(*report, cleanupOptions(arguments.plan, invocation), invocation);
+    const std::vector<PlanEntry> entries = planFor(*report, *options, invocation);
     return print(invocation.isJson ? lumo::dumpJson(lumo::encode(entries), lumo::JsonLayout::indented) + "\n"
                                    : textOfPlan(entries, invocation));
 }

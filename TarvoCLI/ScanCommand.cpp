@@ -99,7 +99,7 @@ void addScanCommand(CLI::App& app, Action& chosen) {
     command->add_flag("--no-projects", arguments->leavesOutProjects,
                       words("no buscar proyectos", "do not look for projects"));
     command
-        ->add_option("--min-unclassified", arguments->minimumUnclassified,
+        ->add_option("--min-unclassified", inDecimal(arguments->minimumUnclassified),
                      words("carpeta sin clasificar más pequeña que se muestra, en bytes",
                            "smallest unclassified folder to report, in bytes"))
         ->check(isByteCount())

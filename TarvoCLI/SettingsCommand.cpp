@@ -32,14 +32,16 @@ ExitCode show(const Preferences& preferences, std::span<const PreferenceKey> key
             object.push_back({std::string(key.key), *value});
         }
     }
+    std::string shown = table.lines(0, outputColumns(), invocation);
     if (invocation.isJson) {
-        return print(lumo::dumpJson({std::move(object)}, lumo::JsonLayout::indented) + "\n");
-    }
-    if (keys.size() == 1) {
+        shown = lumo::dumpJson({std::move(object)}, lumo::JsonLayout::indented) + "\n";
+    } else if (keys.size() == 1) {
         const auto value = preferences.value(keys.front());
-        return print(value ? wordsOf(*value) + "\n" : "");
+        shown = value ? wordsOf(*value) + "\n" : "";
     }
-    return print(table.lines(0, outputColumns(), invocation));
+    const ExitCode printed = print(shown);
+    const std::optional<std::string> problem = preferences.problem();
+    return problem ? complain(*problem, ExitCode::failed) : printed;
 }
 
 /// Runs `act` on the named preference, or says which names there are.
@@ -113,6 +115,7 @@ void addSettingsCommand(CLI::App& app, Action& chosen) {
         ->add_option(
             std::string(text("VALOR", "VALUE")), arguments->words,
             std::string(text("su nuevo valor; varios en una lista", "its new value; several for a list")))
+        ->required()
         ->type_name("");
     setter->callback([arguments, &chosen] {
         chosen = [arguments](const Invocation& invocation) { return set(*arguments, invocation); };

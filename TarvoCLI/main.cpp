@@ -9,7 +9,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <exception>
+#include <new>
 #include <optional>
 
 namespace tarvo {
@@ -27,6 +30,13 @@ CLI::App* addCommand(CLI::App& parent, std::string_view spanish, std::string_vie
     }
     command->get_help_ptr()->group(std::string(text("Opciones", "Options")));
     return command->group(std::string(text("Órdenes", "Commands")));
+}
+
+CLI::callback_t inDecimal(std::optional<std::int64_t>& number) {
+    return [&number](const CLI::results_t& words) {
+        number = std::stoll(words.back(), nullptr, 10);
+        return true;
+    };
 }
 
 namespace {
@@ -124,13 +134,19 @@ lumo::Result<std::string> homeFrom(const GlobalArguments& arguments) {
                                           "there is no folder {}: name another with --home DIR")),
                         lumo::printable(named)));
     }
+    if (*absolute == "/") {
+        return lumo::failure(
+            std::string(text("el disco entero no es una carpeta personal: indica una con --home CARPETA",
+                             "the whole disk is no home folder: name one with --home DIR")));
+    }
     return *absolute;
 }
 
-ExitCode showOverview(const CLI::App& app) {
+ExitCode showOverview(const CLI::App& app, std::vector<std::string> words) {
     const std::string application = platform::programFolder() + "/tarvo-app";
     if (platform::hasScreen() && platform::kindOf(application)) {
-        platform::becomeProgram(application, {application});
+        words.front() = application;
+        platform::becomeProgram(application, words);
     }
     return print(
         std::string(text("Tarvo AI mide qué llena tu disco y dice qué se recrea solo, qué conviene mirar y "
@@ -177,12 +193,12 @@ ExitCode run(int count, char** words) {
     } catch (const CLI::ParseError& error) {
         return explainUsage(app, error);
     }
-    if (!chosen) {
-        return showOverview(app);
-    }
     const lumo::Result<std::string> home = homeFrom(arguments);
-    if (!home) {
+    if (!home && (chosen || arguments.home)) {
         return complain(home.error().message, ExitCode::usage);
+    }
+    if (!chosen) {
+        return showOverview(app, {words, words + count});
     }
     const bool hasColor = !arguments.isColorless &&
                           platform::environmentVariable("NO_COLOR").value_or("").empty() &&
@@ -199,10 +215,15 @@ ExitCode run(int count, char** words) {
 
 int main(int count, char** words) {
     lumo::platform::shareOneHeap();
+    // On whichever thread it happens; there is nothing left to build a better message with.
+    std::set_new_handler([] {
+        std::fputs("tarvo: out of memory\n", stderr);
+        std::_Exit(static_cast<int>(tarvo::ExitCode::failed));
+    });
     try {
         return static_cast<int>(tarvo::run(count, words));
     } catch (const std::exception& error) {
-        // Nothing is expected here but memory running out.
+        // Nothing is expected here; a library may know better.
         return static_cast<int>(tarvo::complain(error.what(), tarvo::ExitCode::failed));
     }
 }

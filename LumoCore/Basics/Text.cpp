@@ -185,6 +185,12 @@ std::string printable(std::string_view bytes) {
     return shown;
 }
 
+std::size_t characterCount(std::string_view text) {
+    std::size_t count = 0;
+    forEachCharacter(text, [&](UChar32) { ++count; });
+    return count;
+}
+
 std::size_t columns(std::string_view text) {
     std::size_t count = 0;
     forEachCharacter(text, [&](UChar32 character) { count += columnsOf(character); });

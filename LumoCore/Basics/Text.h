@@ -28,6 +28,9 @@ bool beginsWithNumber(std::string_view text);
 /// A name or path as a terminal may show it: one line, control characters and stray bytes as "\n", "\x1B".
 std::string printable(std::string_view bytes);
 
+/// Characters (code points) in the text.
+std::size_t characterCount(std::string_view text);
+
 /// Columns that the text takes on a terminal.
 std::size_t columns(std::string_view text);
 

@@ -24,7 +24,7 @@ std::vector<std::string> InstalledApp::aliases() const {
     constexpr std::size_t shortest = 3;
     const std::string_view lastPart = std::string_view(bundleID).substr(bundleID.rfind('.') + 1);
     std::vector<std::string> forms{normalize(name), normalize(fileStem(path)), normalize(lastPart)};
-    std::erase_if(forms, [](const std::string& form) { return form.size() < shortest; });
+    std::erase_if(forms, [](const std::string& form) { return characterCount(form) < shortest; });
     return forms;
 }
 

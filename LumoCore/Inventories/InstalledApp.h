@@ -27,8 +27,8 @@ struct InstalledApp {
         "macos", "desktop", "agent",  "helper",  "install",  "installer", "updater", "update",
         "data",  "cache",   "caches", "support", "launcher", "electron",  "shipit",  "group"};
 
-    /// The normal forms, longer than 2 bytes, of the name, of the file's name and of the identifier's last
-    /// part.
+    /// The normal forms, longer than 2 characters, of the name, of the file's name and of the identifier's
+    /// last part.
     [[nodiscard]] std::vector<std::string> aliases() const;
 
     /// Everything installed: the bundles of "/Applications", then those of the user's own, then desktop

@@ -35,14 +35,14 @@ bool marksProject(std::string_view name) {
     return std::ranges::find(markers, name) != markers.end();
 }
 
-Look lookInto(const Visited& folder) {
+Look lookInto(const Visited& folder, const std::stop_token& stop) {
     Look look;
     const auto device = platform::visitFolder(folder.path, [&](std::string_view name, EntryKind kind) {
         look.isProject = marksProject(name);
         if (kind == EntryKind::folder && !name.starts_with('.') && !ProjectArtifacts::isRegenerable(name)) {
             look.below.push_back({folder.path + "/" + std::string(name)});
         }
-        return !look.isProject;
+        return !look.isProject && !stop.stop_requested();
     });
     if (folder.device && device != folder.device) {
         return {}; // Another volume.
@@ -114,7 +114,8 @@ std::vector<std::string> discoverProjects(const std::string& home, int maxDepth,
     // Level by level, because the folders of one level can be looked into all at once.
     for (int depth = 0; depth <= maxDepth && !level.empty(); ++depth) {
         std::vector<Look> looks(level.size());
-        parallelFor(level.size(), stop, [&](std::size_t index) { looks[index] = lookInto(level[index]); });
+        parallelFor(level.size(), stop,
+                    [&](std::size_t index) { looks[index] = lookInto(level[index], stop); });
         std::vector<Visited> below;
         for (std::size_t index = 0; index < level.size(); ++index) {
             if (looks[index].isProject) {

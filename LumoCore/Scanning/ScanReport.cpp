@@ -7,28 +7,30 @@ namespace lumo {
 namespace {
 
 /// Adds up counts as they come from outside: negative ones and sums that do not fit are noted, not fatal.
+/// Lengths are only what files claim and may be any.
 class Audit final {
   public:
-    void add(std::int64_t count) {
-        isSound_ = isSound_ && count >= 0 && !__builtin_add_overflow(sum_, count, &sum_);
-    }
     void add(const Usage& usage) {
-        for (const std::int64_t count :
-             {usage.allocatedBytes, usage.apparentBytes, usage.fileCount, usage.unreadableCount}) {
-            add(count);
-        }
+        add(usage.allocatedBytes, allocatedBytes_);
+        add(usage.fileCount, fileCount_);
+        add(usage.unreadableCount, unreadableCount_);
+        isSound_ = isSound_ && usage.apparentBytes >= 0;
     }
     [[nodiscard]] bool isSound() const { return isSound_; }
 
   private:
-    std::int64_t sum_ = 0;
+    void add(std::int64_t count, std::int64_t& sum) {
+        isSound_ = isSound_ && count >= 0 && !__builtin_add_overflow(sum, count, &sum);
+    }
+
+    std::int64_t allocatedBytes_ = 0;
+    std::int64_t fileCount_ = 0;
+    std::int64_t unreadableCount_ = 0;
     bool isSound_ = true;
 };
 
 bool isSound(const ScanReport& report) {
     Audit audit;
-    audit.add(report.volume.totalBytes);
-    audit.add(report.volume.availableBytes);
     for (const Finding& finding : report.findings) {
         audit.add(finding.usage);
     }
@@ -41,7 +43,7 @@ bool isSound(const ScanReport& report) {
     for (const UnclassifiedItem& item : report.unclassified) {
         audit.add(item.usage);
     }
-    return audit.isSound();
+    return audit.isSound() && report.volume.totalBytes >= 0 && report.volume.availableBytes >= 0;
 }
 
 } // namespace

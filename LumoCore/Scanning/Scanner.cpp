@@ -37,6 +37,9 @@ std::vector<Located> locate(const std::vector<Rule>& rules, const ScanOptions& o
                             const ScanContext& context) {
     std::vector<Located> located;
     for (const Rule& rule : rules) {
+        if (context.stop.stop_requested()) {
+            break;
+        }
         std::vector<std::string> paths = resolve(rule.locator, options.home, context.findInstallers);
         if (!paths.empty()) {
             located.push_back({&rule, std::move(paths)});

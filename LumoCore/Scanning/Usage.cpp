@@ -8,7 +8,7 @@ namespace lumo {
 
 Usage& Usage::operator+=(const Usage& other) {
     allocatedBytes = checkedSum(allocatedBytes, other.allocatedBytes);
-    apparentBytes = checkedSum(apparentBytes, other.apparentBytes);
+    apparentBytes = saturatedSum(apparentBytes, other.apparentBytes);
     fileCount = checkedSum(fileCount, other.fileCount);
     unreadableCount = checkedSum(unreadableCount, other.unreadableCount);
     lastModified = std::max(lastModified, other.lastModified); // An absent date comes before every other.

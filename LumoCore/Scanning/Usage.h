@@ -20,7 +20,8 @@ struct Usage {
         field("fileCount", &Usage::fileCount), field("unreadableCount", &Usage::unreadableCount),
         field("lastModified", &Usage::lastModified)};
 
-    /// Adds the counts and keeps the later date. Stops the process on overflow.
+    /// Adds the counts and keeps the later date. Stops the process on overflow, but for the lengths, which
+    /// stay at the largest number then.
     Usage& operator+=(const Usage& other);
 
     friend bool operator==(const Usage&, const Usage&) = default;

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <limits>
 
 namespace lumo {
 
@@ -20,6 +21,11 @@ std::int64_t checkedSum(std::int64_t left, std::int64_t right) {
         stopOnOverflow();
     }
     return sum;
+}
+
+std::int64_t saturatedSum(std::int64_t left, std::int64_t right) {
+    std::int64_t sum = 0;
+    return __builtin_add_overflow(left, right, &sum) ? std::numeric_limits<std::int64_t>::max() : sum;
 }
 
 std::int64_t checkedProduct(std::int64_t left, std::int64_t right) {

@@ -9,6 +9,7 @@
 #include <array>
 #include <cerrno>
 #include <climits>
+#include <cstdlib>
 #include <memory>
 
 namespace lumo::platform {
@@ -62,6 +63,20 @@ bool visitOpen(int descriptor, const std::function<bool(std::string_view, EntryK
         }
     }
     return true;
+}
+
+/// The path without "." and doubled or final slashes.
+std::string withoutEmptyParts(std::string_view path) {
+    std::string plain;
+    while (!path.empty()) {
+        const std::size_t end = std::min(path.find('/'), path.size());
+        const std::string_view part = path.substr(0, end);
+        if (!part.empty() && part != ".") {
+            plain.append("/").append(part);
+        }
+        path.remove_prefix(std::min(end + 1, path.size()));
+    }
+    return plain.empty() ? "/" : plain;
 }
 
 } // namespace
@@ -128,10 +143,16 @@ SystemResult<std::string> absolutePath(const std::string& path) {
         }
         absolute = std::string(folder.data()) + "/" + absolute;
     }
-    while (absolute.size() > 1 && absolute.ends_with('/')) {
-        absolute.pop_back();
+    // Only the disk knows where ".." leads, since the folder before it may be a link.
+    if ((absolute + "/").find("/../") != std::string::npos) {
+        const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(absolute.c_str(), nullptr),
+                                                                   &std::free);
+        if (!resolved) {
+            return std::unexpected(SystemError{errno});
+        }
+        return std::string(resolved.get());
     }
-    return absolute;
+    return withoutEmptyParts(absolute);
 }
 
 } // namespace lumo::platform

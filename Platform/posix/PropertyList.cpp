@@ -27,7 +27,7 @@ using Text = std::unique_ptr<char, FreeText>;
 
 /// The library reads and frees nested lists by recursion, so that a file made to nest deeply would use up the
 /// stack. Depth is at most the number of containers, and no application's list has nearly as many.
-constexpr std::uint64_t mostContainers = 4096;
+constexpr std::uint64_t mostContainers = 16384;
 
 std::uint64_t openingTags(std::string_view bytes) {
     std::uint64_t count = 0;

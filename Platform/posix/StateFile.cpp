@@ -1,5 +1,7 @@
 #include "Platform/StateFile.h"
 
+#include "Platform/Folder.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -9,6 +11,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 
 namespace lumo::platform {
 
@@ -49,24 +52,47 @@ SystemResult<void> writeBytes(int descriptor, std::string_view bytes) {
 
 SystemResult<void> syncFolder(const std::string& folder) {
     const Descriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    // A file system that cannot sync folders answers EINVAL: the name is as durable there as it gets.
-    if (descriptor.number() < 0 || (fsync(descriptor.number()) != 0 && errno != EINVAL)) {
+    // A folder that may not be listed cannot be opened, and some file systems cannot sync folders and answer
+    // EINVAL: the name is as durable there as it gets.
+    if (descriptor.number() < 0) {
+        return errno == EACCES ? SystemResult<void>() : lastError();
+    }
+    if (fsync(descriptor.number()) != 0 && errno != EINVAL) {
         return lastError();
     }
     return {};
 }
 
-/// The regular file, or the free name, that the path leads to.
-SystemResult<std::string> fileToReplace(const std::string& path) {
+/// A file to be replaced: where it is when links are followed, and its mode if it is there.
+struct Replaced {
+    std::string path;
+    std::optional<mode_t> mode;
+};
+
+SystemResult<Replaced> fileToReplace(const std::string& path) {
     struct stat status = {};
-    if (stat(path.c_str(), &status) != 0) {
-        return errno == ENOENT ? SystemResult<std::string>(path) : lastError();
+    if (stat(path.c_str(), &status) == 0) {
+        if (!S_ISREG(status.st_mode)) {
+            return std::unexpected(SystemError{S_ISDIR(status.st_mode) ? EISDIR : EINVAL});
+        }
+        const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(path.c_str(), nullptr),
+                                                                   &std::free);
+        if (!resolved) {
+            return lastError();
+        }
+        constexpr mode_t permissions = 07777;
+        return Replaced{resolved.get(), status.st_mode & permissions};
     }
-    if (!S_ISREG(status.st_mode)) {
-        return std::unexpected(SystemError{S_ISDIR(status.st_mode) ? EISDIR : EINVAL});
+    if (errno != ENOENT) {
+        return lastError();
     }
-    const std::unique_ptr<char, decltype(&free)> resolved(realpath(path.c_str(), nullptr), &free);
-    return resolved ? SystemResult<std::string>(resolved.get()) : lastError();
+    // A link to a file that is still to be made is followed one step.
+    const std::optional<std::string> target = linkTarget(path);
+    if (!target) {
+        return Replaced{path, std::nullopt};
+    }
+    return Replaced{target->starts_with('/') ? *target : path.substr(0, path.rfind('/') + 1) + *target,
+                    std::nullopt};
 }
 
 SystemResult<void> writeSynced(const std::string& path, std::string_view bytes, unsigned mode) {
@@ -123,16 +149,20 @@ SystemResult<std::string> readWhole(const std::string& path, std::size_t limit) 
 }
 
 SystemResult<void> replaceWhole(const std::string& path, std::string_view bytes, unsigned mode) {
-    const SystemResult<std::string> target = fileToReplace(path);
-    if (!target) {
-        return std::unexpected(target.error());
+    const SystemResult<Replaced> replaced = fileToReplace(path);
+    if (!replaced) {
+        return std::unexpected(replaced.error());
     }
-    const std::size_t slash = target->rfind('/');
-    const std::string folder = slash == std::string::npos ? "." : target->substr(0, slash + 1);
-    const std::string temporary = *target + ".nuevo-" + std::to_string(getpid());
+    const std::string& target = replaced->path;
+    const std::size_t slash = target.rfind('/');
+    const std::string folder = slash == std::string::npos ? "." : target.substr(0, slash + 1);
+    const std::string temporary = target + ".nuevo-" + std::to_string(getpid());
     unlink(temporary.c_str()); // Left by a process that died under the same number.
     auto done = writeSynced(temporary, bytes, mode);
-    if (done && rename(temporary.c_str(), target->c_str()) != 0) {
+    if (done && replaced->mode && chmod(temporary.c_str(), *replaced->mode) != 0) {
+        done = lastError();
+    }
+    if (done && rename(temporary.c_str(), target.c_str()) != 0) {
         done = lastError();
     }
     if (!done) {
@@ -159,11 +189,17 @@ SystemResult<void> makePrivateFolder(const std::string& folder) {
 }
 
 SystemResult<void> renameAside(const std::string& path, const std::string& newPath) {
-    // A hard link fails where the name is taken, which rename does not.
-    if (link(path.c_str(), newPath.c_str()) != 0 || unlink(path.c_str()) != 0) {
+    // A hard link fails where the name is taken, which rename does not. Not every file system has them.
+    if (link(path.c_str(), newPath.c_str()) == 0) {
+        return unlink(path.c_str()) == 0 ? SystemResult<void>() : lastError();
+    }
+    if (errno != EPERM && errno != ENOTSUP) {
         return lastError();
     }
-    return {};
+    if (kindOf(newPath)) {
+        return std::unexpected(SystemError{EEXIST});
+    }
+    return rename(path.c_str(), newPath.c_str()) == 0 ? SystemResult<void>() : lastError();
 }
 
 } // namespace lumo::platform

@@ -41,7 +41,7 @@ std::size_t terminalColumns(Stream stream) {
 bool writeAll(Stream stream, std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t written = write(descriptorOf(stream), bytes.data(), bytes.size());
-        if (written < 0 && errno != EINTR) {
+        if (written < 0 && (errno != EINTR || wasInterrupted())) {
             return false;
         }
         bytes.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
@@ -55,9 +55,6 @@ void noteInterrupts() {
     sigemptyset(&action.sa_mask);
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
-    // A closed pipe is a failed write, not the end of the process.
-    action.sa_handler = SIG_IGN;
-    sigaction(SIGPIPE, &action, nullptr);
 }
 
 bool wasInterrupted() {

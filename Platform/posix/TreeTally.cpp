@@ -56,7 +56,7 @@ std::int64_t bytesOfBlocks(std::int64_t blocks) {
 
 void TreeTally::charge(const struct stat& status, bool isDated) {
     allocatedBytes = checkedSum(allocatedBytes, bytesOfBlocks(status.st_blocks));
-    apparentBytes = checkedSum(apparentBytes, status.st_size);
+    apparentBytes = saturatedSum(apparentBytes, status.st_size);
     ++fileCount;
     const timespec modified = modificationOf(status);
     keepLater(lastModified, hasModified, modified);
@@ -65,22 +65,9 @@ void TreeTally::charge(const struct stat& status, bool isDated) {
     }
 }
 
-void TreeTally::merge(const TreeTally& other) {
-    allocatedBytes = checkedSum(allocatedBytes, other.allocatedBytes);
-    apparentBytes = checkedSum(apparentBytes, other.apparentBytes);
-    fileCount += other.fileCount;
-    unreadableCount += other.unreadableCount;
-    if (other.hasModified) {
-        keepLater(lastModified, hasModified, other.lastModified);
-    }
-    if (other.hasDatedChange) {
-        keepLater(lastDatedChange, hasDatedChange, other.lastDatedChange);
-    }
-}
-
 void TreeTally::addTo(TreeSums& sums) const {
     sums.allocatedBytes = checkedSum(sums.allocatedBytes, allocatedBytes);
-    sums.apparentBytes = checkedSum(sums.apparentBytes, apparentBytes);
+    sums.apparentBytes = saturatedSum(sums.apparentBytes, apparentBytes);
     sums.fileCount += fileCount;
     sums.unreadableCount += unreadableCount;
     if (hasModified) {

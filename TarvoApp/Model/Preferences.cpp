@@ -263,6 +263,28 @@ std::optional<JsonValue> Preferences::value(const PreferenceKey& key) const {
     return found != stored_.end() && isOfKind(key, found->value) ? found->value : key.standard;
 }
 
+std::optional<std::string> Preferences::problem() const {
+    const std::string path = lumo::printable(pathFor(home_));
+    const auto say = [&](std::string_view es, std::string_view en) {
+        return fmt::format(fmt::runtime(text(es, en)), path);
+    };
+    if (!readProblem_.empty()) {
+        return say("no he podido leer los ajustes en {}: ", "the settings in {} could not be read: ") +
+               readProblem_;
+    }
+    if (isDamaged_) {
+        return say("los ajustes en {} están dañados: arregla el fichero o bórralo",
+                   "the settings in {} are damaged: mend the file or delete it");
+    }
+    const PreferenceKey& folders = *preferenceKey("carpetasProtegidas");
+    const auto stored = std::ranges::find(stored_, folders.key, &JsonValue::Member::name);
+    if (stored != stored_.end() && !isOfKind(folders, stored->value)) {
+        return say("las carpetas protegidas en {} no son una lista de rutas absolutas: corrígelas",
+                   "the protected folders in {} are no list of absolute paths: correct them");
+    }
+    return std::nullopt;
+}
+
 lumo::Result<void> Preferences::store(const PreferenceKey& key, std::optional<JsonValue> value) {
     const std::string path = pathFor(home_);
     const auto problem = [&](const std::string& reason) {
@@ -272,7 +294,10 @@ lumo::Result<void> Preferences::store(const PreferenceKey& key, std::optional<Js
         return problem(readProblem_);
     }
     if (isDamaged_) {
-        const std::string aside = fmt::format("{}.{}", path, lumo::isoText(platform::now()));
+        // Without the colons, which some file systems refuse in names.
+        std::string stamp = lumo::isoText(platform::now());
+        std::erase(stamp, ':');
+        const std::string aside = fmt::format("{}.{}", path, stamp);
         if (const auto moved = platform::renameAside(path, aside); !moved) {
             return problem(lumo::reasonText(moved.error()));
         }
@@ -298,7 +323,7 @@ lumo::Result<void> Preferences::store(const PreferenceKey& key, std::optional<Js
 
 lumo::Result<JsonValue> preferenceFromWords(const PreferenceKey& key, const std::vector<std::string>& words) {
     std::optional<JsonValue> value;
-    if (key.kind == PreferenceKind::folders) {
+    if (key.kind == PreferenceKind::folders && !words.empty()) {
         value = foldersFrom(words);
     } else if (words.size() == 1) {
         value = valueFrom(key, words.front());

@@ -43,6 +43,11 @@ class Preferences final {
     /// The stored value or else the standard one; absent when there is neither.
     [[nodiscard]] std::optional<lumo::JsonValue> value(const PreferenceKey& key) const;
 
+    /// Why what is stored may not be what the user chose: the store is damaged or cannot be read, or the
+    /// protected folders in it make no sense. Absent when all is well. Nothing may be cleaned while there is
+    /// such a problem.
+    [[nodiscard]] std::optional<std::string> problem() const;
+
     /// Stores a value, or with none goes back to the standard one, and writes the store at once. The store is
     /// not touched when it could not be read; keys that this program does not know stay in it.
     lumo::Result<void> store(const PreferenceKey& key, std::optional<lumo::JsonValue> value);

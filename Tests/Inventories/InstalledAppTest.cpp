@@ -169,13 +169,13 @@ TEST(InstalledApp, FindsBundlesInTheRootsAndOneLevelBelow) {
     EXPECT_THAT(paths, ElementsAre(top, below, again));
 }
 
-TEST(InstalledApp, IsKnownByItsNormalFormsOfThreeBytesAndMore) {
+TEST(InstalledApp, IsKnownByItsNormalFormsOfThreeCharactersAndMore) {
     EXPECT_THAT(
         (InstalledApp{"Visual Studio Code", "com.microsoft.VSCode", "/a/Code - Insiders.app"}.aliases()),
         ElementsAre("visualstudiocode", "codeinsiders", "vscode"));
     EXPECT_THAT((InstalledApp{"Vi", "org.vim.MV", "/a/vi-m.app"}.aliases()), ElementsAre("vim"));
-    EXPECT_THAT((InstalledApp{"微", "firefox", "/a/firefox.desktop"}.aliases()),
-                ElementsAre("微", "firefox", "firefox"));
+    EXPECT_THAT((InstalledApp{"微信", "a.b.微信开", "/a/firefox.desktop"}.aliases()),
+                ElementsAre("firefox", "微信开"));
 }
 
 TEST(DesktopEntry, IsAnApplicationThatTheUserSees) {

@@ -165,7 +165,6 @@ TEST(Preferences, AreMeantByThePersonsWords) {
           Case{"apariencia", {"light"}, "\"light\""}, Case{"tamanoTexto", {"0.5"}, "0.5"},
           Case{"tamanoTexto", {"3"}, "3.0"}, Case{"novedadesVistas", {"1.2"}, "\"1.2\""},
           Case{"ultimaLimpiezaSemanal", {"2024-02-29T00:00:00Z"}, "\"2024-02-29T00:00:00Z\""},
-          Case{"carpetasProtegidas", {}, "[]"},
           Case{"carpetasProtegidas", {"/a b/", "rel"}, "[\"/a b\",\"" + here + "/rel\"]"}}) {
         EXPECT_EQ(meaning(said.name, said.words), said.json) << said.name;
     }
@@ -187,6 +186,19 @@ TEST(Preferences, AreMeantByThePersonsWords) {
 }
 
 TEST(Preferences, RefuseAnEmptyFolder) {
-    // It stood for the working directory, which was then protected.
+    // It stood for the working directory, which was then protected. None at all is for "unset" to say.
+    EXPECT_FALSE(tarvo::preferenceFromWords(key("carpetasProtegidas"), {}));
     EXPECT_FALSE(tarvo::preferenceFromWords(key("carpetasProtegidas"), {"/a", ""}));
+}
+
+TEST(Preferences, SayWhenProtectedFoldersCannotBeTrusted) {
+    // Once a damaged store, or one wrong entry, silently meant that nothing was protected.
+    const TempHome home;
+    EXPECT_EQ(Preferences::load(home.path()).problem(), std::nullopt);
+    for (const char* content : {"{", "[]", R"({"carpetasProtegidas": ["/a", "~/b"]})"}) {
+        home.fileWith(".config/TarvoAI/preferencias.json", content);
+        EXPECT_TRUE(Preferences::load(home.path()).problem()) << content;
+    }
+    home.fileWith(".config/TarvoAI/preferencias.json", R"({"carpetasProtegidas": ["/a"], "avisoGB": "x"})");
+    EXPECT_EQ(Preferences::load(home.path()).problem(), std::nullopt);
 }
