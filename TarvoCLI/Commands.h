@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -16,6 +17,9 @@ using Action = std::function<ExitCode(const Invocation&)>;
 /// Adds a command under its name in the interface language, and under the other one as well.
 CLI::App* addCommand(CLI::App& parent, std::string_view spanish, std::string_view english,
                      std::string_view meaningEs, std::string_view meaningEn);
+
+/// Accepts decimal digits, at most that many; otherwise says the problem, in which "{}" stands for the word.
+CLI::Validator isDecimal(std::size_t mostDigits, std::string_view problemEs, std::string_view problemEn);
 
 /// Reads a number in decimal, which a validator has found to be one: the library would read "010" as octal.
 CLI::callback_t inDecimal(std::optional<std::int64_t>& number);

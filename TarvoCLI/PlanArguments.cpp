@@ -6,10 +6,6 @@
 #include "TarvoApp/Model/Preferences.h"
 #include "TarvoCLI/Commands.h"
 
-#include <fmt/format.h>
-
-#include <algorithm>
-
 namespace tarvo {
 
 using lumo::text;
@@ -38,19 +34,6 @@ CLI::callback_t gather(std::vector<std::string>& words) {
     };
 }
 
-CLI::Validator isDayCount() {
-    return CLI::Validator(
-        [](const std::string& word) {
-            const bool isCount = !word.empty() && word.size() <= 5 &&
-                                 std::ranges::all_of(word, [](char c) { return c >= '0' && c <= '9'; });
-            return isCount ? std::string()
-                           : fmt::format(fmt::runtime(text("«{}» no es un número de días",
-                                                           "“{}” is no number of days")),
-                                         word);
-        },
-        "");
-}
-
 } // namespace
 
 void addPlanOptions(CLI::App& command, PlanArguments& arguments) {
@@ -75,7 +58,7 @@ void addPlanOptions(CLI::App& command, PlanArguments& arguments) {
         .add_option("--active-days", inDecimal(arguments.activeDays),
                     words("días que un proyecto sigue activo tras un cambio",
                           "days a project stays active after a change"))
-        ->check(isDayCount())
+        ->check(isDecimal(5, "«{}» no es un número de días", "“{}” is no number of days"))
         ->type_name("N");
     command
         .add_option("--protect", gather(arguments.protectedFolders),

@@ -8,7 +8,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <memory>
 #include <optional>
 
@@ -72,19 +71,6 @@ ExitCode runScan(const ScanArguments& arguments, const Invocation& invocation) {
     return printed;
 }
 
-CLI::Validator isByteCount() {
-    return CLI::Validator(
-        [](const std::string& word) {
-            const bool isCount = !word.empty() && word.size() <= 18 &&
-                                 std::ranges::all_of(word, [](char c) { return c >= '0' && c <= '9'; });
-            return isCount ? std::string()
-                           : fmt::format(fmt::runtime(text("«{}» no es un número de bytes",
-                                                           "“{}” is no number of bytes")),
-                                         word);
-        },
-        "");
-}
-
 } // namespace
 
 void addScanCommand(CLI::App& app, Action& chosen) {
@@ -102,7 +88,7 @@ void addScanCommand(CLI::App& app, Action& chosen) {
         ->add_option("--min-unclassified", inDecimal(arguments->minimumUnclassified),
                      words("carpeta sin clasificar más pequeña que se muestra, en bytes",
                            "smallest unclassified folder to report, in bytes"))
-        ->check(isByteCount())
+        ->check(isDecimal(18, "«{}» no es un número de bytes", "“{}” is no number of bytes"))
         ->type_name("BYTES");
     command->add_flag("--no-app-caches", arguments->leavesOutAppCaches,
                       words("no añadir las cachés de las aplicaciones instaladas",

@@ -32,6 +32,17 @@ CLI::App* addCommand(CLI::App& parent, std::string_view spanish, std::string_vie
     return command->group(std::string(text("Órdenes", "Commands")));
 }
 
+CLI::Validator isDecimal(std::size_t mostDigits, std::string_view problemEs, std::string_view problemEn) {
+    const std::string problem(text(problemEs, problemEn));
+    return CLI::Validator(
+        [mostDigits, problem](const std::string& word) {
+            const bool isNumber = !word.empty() && word.size() <= mostDigits &&
+                                  std::ranges::all_of(word, [](char c) { return c >= '0' && c <= '9'; });
+            return isNumber ? std::string() : fmt::format(fmt::runtime(problem), word);
+        },
+        "");
+}
+
 CLI::callback_t inDecimal(std::optional<std::int64_t>& number) {
     return [&number](const CLI::results_t& words) {
         number = std::stoll(words.back(), nullptr, 10);
