@@ -1,5 +1,6 @@
 #include "Platform/StateFile.h"
 
+#include "Platform/Descriptor.h"
 #include "Platform/Folder.h"
 
 #include <fcntl.h>
@@ -20,24 +21,6 @@ namespace {
 std::unexpected<SystemError> lastError() {
     return std::unexpected(SystemError{errno});
 }
-
-/// Closes its descriptor when it goes.
-class Descriptor final {
-  public:
-    explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor() {
-        if (number_ >= 0) {
-            ::close(number_);
-        }
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    [[nodiscard]] int number() const { return number_; }
-
-  private:
-    int number_;
-};
 
 SystemResult<void> writeBytes(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {

@@ -1,0 +1,158 @@
+#include "Platform/Place.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <utility>
+
+namespace lumo::platform {
+
+namespace {
+
+std::unexpected<SystemError> failed(int code) {
+    return std::unexpected(SystemError{code});
+}
+
+bool isComponent(std::string_view name) {
+    return !name.empty() && name != "." && name != ".." && name.find('\0') == std::string_view::npos;
+}
+
+std::optional<std::string> realPath(const std::string& path) {
+    const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(path.c_str(), nullptr), &std::free);
+    return resolved ? std::optional<std::string>(resolved.get()) : std::nullopt;
+}
+
+/// Opens a real folder for resolving names in it: one that may not be listed will do.
+SystemResult<Descriptor> openFolder(int parent, const std::string& name) {
+    Descriptor folder(openat(parent, name.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (folder.isOpen()) {
+        return folder;
+    }
+    const int code = errno;
+    struct stat status = {};
+    const bool isLink = code == ENOTDIR && fstatat(parent, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+                        S_ISLNK(status.st_mode);
+    return failed(isLink ? ELOOP : code);
+}
+
+} // namespace
+
+SystemResult<BaseFolder> BaseFolder::open(const std::string& path) {
+    if (!path.starts_with('/') || path.find('\0') != std::string::npos) {
+        return failed(EINVAL);
+    }
+    const std::optional<std::string> real = realPath(path);
+    if (!real) {
+        return failed(errno);
+    }
+    BaseFolder base;
+    base.folder_ = Descriptor(::open(real->c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (!base.folder_.isOpen()) {
+        return failed(errno);
+    }
+    base.path_ = *real == "/" ? std::string() : *real;
+    return base;
+}
+
+SystemResult<Place> BaseFolder::placeWithoutLinks(std::string_view relative) const {
+    Place place{.folder = Descriptor(fcntl(folder_.number(), F_DUPFD_CLOEXEC, 0)), .folderPath = path_};
+    if (!place.folder.isOpen()) {
+        return failed(errno);
+    }
+    for (;;) {
+        const std::size_t end = relative.find('/');
+        const std::string name(relative.substr(0, end));
+        if (!isComponent(name)) {
+            return failed(EINVAL);
+        }
+        if (end == std::string_view::npos) {
+            place.name = name;
+            return place;
+        }
+        SystemResult<Descriptor> next = openFolder(place.folder.number(), name);
+        if (!next) {
+            return std::unexpected(next.error());
+        }
+        place.folder = std::move(*next);
+        place.folderPath += "/" + name;
+        relative.remove_prefix(end + 1);
+    }
+}
+
+SystemResult<Place> BaseFolder::place(std::string_view relative) const {
+    SystemResult<Place> place = placeWithoutLinks(relative);
+    if (place || place.error().code != ELOOP) {
+        return place;
+    }
+    // A link stands on the way. Where it leads is asked once; the way there is then walked without any.
+    const std::size_t slash = relative.rfind('/');
+    const std::optional<std::string> folder = realPath(path_ + "/" + std::string(relative.substr(0, slash)));
+    if (!folder) {
+        return failed(errno);
+    }
+    if (*folder != path_ && !folder->starts_with(path_ + "/")) {
+        return failed(EXDEV);
+    }
+    const std::string real = *folder + std::string(relative.substr(slash));
+    return placeWithoutLinks(std::string_view(real).substr(path_.size() + 1));
+}
+
+SystemResult<EntryKind> kindAt(const Place& place) {
+    struct stat status = {};
+    if (fstatat(place.folder.number(), place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
+        return failed(errno);
+    }
+    if (S_ISDIR(status.st_mode)) {
+        return EntryKind::folder;
+    }
+    if (S_ISREG(status.st_mode)) {
+        return EntryKind::file;
+    }
+    return S_ISLNK(status.st_mode) ? EntryKind::link : EntryKind::other;
+}
+
+SystemResult<unsigned> ownerOf(const std::string& folder) {
+    struct stat status = {};
+    if (stat(folder.c_str(), &status) != 0) {
+        return failed(errno);
+    }
+    return status.st_uid;
+}
+
+unsigned currentUser() {
+    return geteuid();
+}
+
+SystemResult<void> makeFolderAt(const Place& place, unsigned mode) {
+    if (mkdirat(place.folder.number(), place.name.c_str(), static_cast<mode_t>(mode)) == 0) {
+        return {};
+    }
+    if (errno != EEXIST) {
+        return failed(errno);
+    }
+    const SystemResult<EntryKind> kind = kindAt(place);
+    if (!kind) {
+        return std::unexpected(kind.error());
+    }
+    return *kind == EntryKind::folder ? SystemResult<void>() : failed(ENOTDIR);
+}
+
+SystemResult<void> moveWithoutReplacing(const Place& from, const Place& to) {
+    const int moved = renameat2(from.folder.number(), from.name.c_str(), to.folder.number(), to.name.c_str(),
+                                RENAME_NOREPLACE);
+    return moved == 0 ? SystemResult<void>() : failed(errno);
+}
+
+SystemResult<void> removeEmptyFolder(const Place& place) {
+    const int removed = unlinkat(place.folder.number(), place.name.c_str(), AT_REMOVEDIR);
+    return removed == 0 ? SystemResult<void>() : failed(errno);
+}
+
+} // namespace lumo::platform
