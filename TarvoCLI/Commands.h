@@ -29,6 +29,7 @@ void addScanCommand(CLI::App& app, Action& chosen);
 void addPlanCommand(CLI::App& app, Action& chosen);
 void addRulesCommand(CLI::App& app, Action& chosen);
 void addAppsCommand(CLI::App& app, Action& chosen);
+void addGrowthCommand(CLI::App& app, Action& chosen);
 void addSettingsCommand(CLI::App& app, Action& chosen);
 
 } // namespace tarvo

@@ -83,6 +83,7 @@ void addCommands(CLI::App& app, Action& chosen) {
     addPlanCommand(app, chosen);
     addRulesCommand(app, chosen);
     addAppsCommand(app, chosen);
+    addGrowthCommand(app, chosen);
     addSettingsCommand(app, chosen);
 }
 

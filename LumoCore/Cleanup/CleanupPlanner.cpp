@@ -123,7 +123,7 @@ std::string activeReason(std::int64_t days, const CleanupOptions& options, Langu
 std::optional<PlanEntry> entryFor(const ProjectReport& project, const ProjectArtifact& artifact,
                                   const CleanupOptions& options, const PlanSurroundings& surroundings) {
     constexpr std::int64_t smallest = 1000000;
-    const std::string id = "proyecto:" + project.name + "/" + artifact.name;
+    const std::string id = artifactID(project, artifact);
     if (artifact.usage.allocatedBytes < smallest || (options.only && !options.only->contains(id))) {
         return std::nullopt;
     }

@@ -32,6 +32,10 @@ const std::vector<Room>& house() {
         {"LumoCore/Cleanup",
          {"LumoCore/Inventories", "LumoCore/Scanning", "LumoCore/Rules", "LumoCore/Basics", "Platform"},
          {"fmt"}},
+        {"LumoCore/History",
+         {"LumoCore/Cleanup", "LumoCore/Inventories", "LumoCore/Scanning", "LumoCore/Rules",
+          "LumoCore/Basics", "Platform"},
+         {"fmt"}},
         {"TarvoApp/Model", {"LumoCore", "LumoAI", "Platform"}, {"fmt"}},
         {"TarvoCLI", {"TarvoMCP", "TarvoApp/Model", "LumoCore", "LumoAI", "Platform"}, {"fmt", "CLI"}},
     };
