@@ -51,7 +51,7 @@ bool isStandard(const std::string& header) {
 bool isSystem(const std::string& header) {
     static const std::set<std::string> loose{"dirent.h", "malloc.h", "fcntl.h",  "fnmatch.h",
                                              "fts.h",    "locale.h", "unistd.h", "poll.h",
-                                             "sched.h",  "signal.h", "pwd.h"};
+                                             "sched.h",  "signal.h", "pwd.h",    "spawn.h"};
     return header.starts_with("sys/") || loose.contains(header);
 }
 

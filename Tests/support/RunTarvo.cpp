@@ -4,12 +4,24 @@
 
 namespace tarvo::testing {
 
-Ran runTarvo(const TempHome& home, const std::vector<std::string>& words,
-             const std::vector<std::string>& environment) {
+namespace {
+
+std::vector<std::string> environmentOf(const TempHome& home, const std::vector<std::string>& more) {
     std::vector<std::string> all{"HOME=" + home.path(), "XDG_DATA_DIRS=" + home.path("no-data"),
                                  "TERM=xterm-256color"};
-    all.insert(all.end(), environment.begin(), environment.end());
-    return runProgram(tarvoProgram(), words, all);
+    all.insert(all.end(), more.begin(), more.end());
+    return all;
+}
+
+} // namespace
+
+Ran runTarvo(const TempHome& home, const std::vector<std::string>& words,
+             const std::vector<std::string>& environment) {
+    return runProgram(tarvoProgram(), words, environmentOf(home, environment));
+}
+
+Ran runTarvoOnTerminal(const TempHome& home, const std::vector<std::string>& words, std::string_view typed) {
+    return runOnTerminal(tarvoProgram(), words, environmentOf(home, {"TARVO_IDIOMA=es"}), typed);
 }
 
 lumo::JsonValue jsonOf(const TempHome& home, std::vector<std::string> words) {

@@ -12,6 +12,9 @@ namespace tarvo::testing {
 Ran runTarvo(const TempHome& home, const std::vector<std::string>& words,
              const std::vector<std::string>& environment = {"TARVO_IDIOMA=es"});
 
+/// The same in Spanish on a terminal, with the text typed.
+Ran runTarvoOnTerminal(const TempHome& home, const std::vector<std::string>& words, std::string_view typed);
+
 /// The one document that the command prints with --json; that it failed or said anything else fails the test.
 lumo::JsonValue jsonOf(const TempHome& home, std::vector<std::string> words);
 
