@@ -141,9 +141,9 @@ void addRefusals(std::vector<PlanEntry>& entries, const lumo::PathGuard& guard) 
 
 std::optional<ExitCode> declinedCleanup(const std::vector<PlanEntry>& entries,
                                         const std::vector<CleanupAction>& actions,
-                                        const Invocation& invocation) {
+                                        const lumo::CleanupOptions& options, const Invocation& invocation) {
     const CleanupShares shares = sharesOf(actions);
-    const std::string shown = planText(entries, invocation) + confirmationMessage(shares) + "\n";
+    const std::string shown = planText(entries, options, invocation) + confirmationMessage(shares) + "\n";
     // Standard output belongs to the document.
     platform::writeAll(invocation.isJson ? platform::Stream::error : platform::Stream::output, shown);
     return declined(
@@ -172,13 +172,14 @@ ExitCode report(const std::vector<CleanupOutcome>& outcomes, const Invocation& i
     return hasFailed ? ExitCode::failed : printed;
 }
 
-ExitCode dryRun(std::vector<PlanEntry> entries, const lumo::PathGuard& guard, const Invocation& invocation) {
+ExitCode dryRun(std::vector<PlanEntry> entries, const lumo::CleanupOptions& options,
+                const lumo::PathGuard& guard, const Invocation& invocation) {
     addRefusals(entries, guard);
     if (invocation.isJson) {
         return print(planJson(entries));
     }
     const std::vector<CleanupAction> actions = actionsOf(entries);
-    return print(planText(entries, invocation) +
+    return print(planText(entries, options, invocation) +
                  (actions.empty() ? std::string() : confirmationMessage(sharesOf(actions)) + "\n"));
 }
 
@@ -206,12 +207,13 @@ ExitCode runClean(const CleanArguments& arguments, const Invocation& invocation)
     const std::vector<CleanupAction> agreed = actionsOf(entries);
     const lumo::PathGuard guard(invocation.home);
     if (arguments.isDryRun) {
-        return dryRun(entries, guard, invocation);
+        return dryRun(entries, *options, guard, invocation);
     }
     if (agreed.empty()) {
-        return print(invocation.isJson ? "[]\n" : planText(entries, invocation));
+        return print(invocation.isJson ? "[]\n" : planText(entries, *options, invocation));
     }
-    if (const auto no = arguments.isConfirmed ? std::nullopt : declinedCleanup(entries, agreed, invocation)) {
+    if (const auto no =
+            arguments.isConfirmed ? std::nullopt : declinedCleanup(entries, agreed, *options, invocation)) {
         return *no;
     }
     auto lock = lockHome(guard, "clean");
