@@ -7,7 +7,6 @@
 #include "LumoCore/Inventories/AppCaches.h"
 #include "LumoCore/Rules/RuleCatalog.h"
 #include "Platform/Clock.h"
-#include "Platform/StateFile.h"
 #include "Platform/Terminal.h"
 #include "TarvoApp/Model/CleanupTexts.h"
 #include "TarvoCLI/Commands.h"
@@ -63,9 +62,7 @@ ExitCode refuseFile(const std::string& file, const std::string& reason) {
 
 std::expected<Planning, ExitCode>
 planningFromFile(const std::string& file, const lumo::CleanupOptions& options, const Invocation& invocation) {
-    constexpr int standardInput = 0;
-    const auto bytes = file == "-" ? platform::readDescriptor(standardInput, lumo::mostJsonBytes)
-                                   : platform::readWhole(file, lumo::mostJsonBytes);
+    const auto bytes = inputFrom(file);
     if (!bytes) {
         return std::unexpected(refuseFile(file, lumo::reasonText(bytes.error())));
     }
