@@ -12,6 +12,9 @@ std::vector<std::string> processArguments();
 
 std::optional<std::string> environmentVariable(const std::string& name);
 
+/// All variables as "NAME=value", in the order of the environment.
+std::vector<std::string> environmentVariables();
+
 /// The user's languages, most wanted first ("es-MX", "en"); empty when the system names none.
 std::vector<std::string> preferredLanguages();
 
@@ -21,6 +24,9 @@ std::vector<std::string> systemDataFolders();
 
 /// The folder that holds the running program; empty when unknown.
 std::string programFolder();
+
+/// The number under which the system knows this process.
+int processNumber();
 
 /// True when windows can be shown.
 bool hasScreen();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/SystemError.h"
+#include "Platform/TreeWalk.h"
 
 #include <cstdint>
 #include <functional>
@@ -17,6 +18,9 @@ enum class EntryKind { folder, file, link, other };
 
 /// What stands at the path itself, absent when nothing does or its status cannot be read.
 std::optional<EntryKind> kindOf(const std::string& path);
+
+/// When what stands at the path itself was last changed; absent when its status cannot be read.
+std::optional<Timestamp> modificationDate(const std::string& path);
 
 /// True when the path, with links followed, is a folder.
 bool isFolderThroughLinks(const std::string& path);

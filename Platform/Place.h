@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// Acting on exactly what was meant. A path is a promise that anybody may break between two looks: a folder
 /// on the way becomes a link, and the act lands elsewhere. So the way is opened step by step, and what is
@@ -28,6 +29,9 @@ class BaseFolder final {
     /// absolute.
     static SystemResult<BaseFolder> open(const std::string& path);
 
+    /// Opens the folder that stands at the place: a real one, since a link there fails with ELOOP.
+    static SystemResult<BaseFolder> openAt(const Place& place);
+
     /// The place of a path relative to this folder. Links on the way are followed as long as they stay in it,
     /// and fail with EXDEV when they leave it; the last component is never followed. Empty components, "."
     /// and ".." fail with EINVAL. Missing folders on the way fail as missing.
@@ -35,6 +39,15 @@ class BaseFolder final {
 
     /// The place of a path whose folders must all be real ones.
     [[nodiscard]] SystemResult<Place> placeWithoutLinks(std::string_view relative) const;
+
+    /// The same; missing folders on the way are made with that mode.
+    [[nodiscard]] SystemResult<Place> placeWithFolders(std::string_view relative, unsigned mode) const;
+
+    /// The names in the folder without "." and "..", in no order.
+    [[nodiscard]] SystemResult<std::vector<std::string>> names() const;
+
+    /// Takes from everybody but its owner the right to look into the folder, where it is this user's.
+    void makePrivate() const;
 
     /// The folder's path without links.
     [[nodiscard]] const std::string& path() const { return path_; }

@@ -21,6 +21,9 @@ SystemResult<std::string> readDescriptor(int descriptor, std::size_t limit);
 /// replaced. What is there and is no regular file is left alone and fails with EINVAL.
 SystemResult<void> replaceWhole(const std::string& path, std::string_view bytes, unsigned mode = 0600);
 
+/// Removes the temporary files in the folder that replacements left whose process is gone.
+void sweepTemporaries(const std::string& folder);
+
 /// Makes the folder and those on the way to it, for the user alone. One that is there already is left as it
 /// is.
 SystemResult<void> makePrivateFolder(const std::string& folder);

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
+#include <string>
 #include <string_view>
 
 /// The command's three streams, and the request to stop.
@@ -16,8 +18,15 @@ std::size_t terminalColumns(Stream stream);
 /// Writes all bytes; false when the disk is full or an interrupt was noted.
 bool writeAll(Stream stream, std::string_view bytes);
 
+/// The next line of standard input, without its line feed and at most 4096 bytes of it; absent at the end of
+/// the input and after an interrupt was noted.
+std::optional<std::string> readLine();
+
 /// From now on an interrupt (Ctrl-C, or a polite request to end) is only noted.
 void noteInterrupts();
+
+/// How often an interrupt was noted.
+int interruptCount();
 
 /// True once an interrupt was noted.
 bool wasInterrupted();

@@ -30,6 +30,9 @@ struct TreeTally {
     void charge(const struct stat& status, bool isDated);
 };
 
+/// When the entry was last changed.
+Timestamp modificationDateOf(const struct stat& status);
+
 std::int64_t bytesOfBlocks(std::int64_t blocks);
 
 inline FileIdentity identityOf(const struct stat& status) {

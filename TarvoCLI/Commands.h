@@ -24,11 +24,15 @@ CLI::Validator isDecimal(std::size_t mostDigits, std::string_view problemEs, std
 /// Reads a number in decimal, which a validator has found to be one: the library would read "010" as octal.
 CLI::callback_t inDecimal(std::optional<std::int64_t>& number);
 
-/// Each adds one command; when it was given, `chosen` becomes what it does.
+/// Each adds one command or a few; when one was given, `chosen` becomes what it does.
 void addScanCommand(CLI::App& app, Action& chosen);
 void addPlanCommand(CLI::App& app, Action& chosen);
+void addCleanCommand(CLI::App& app, Action& chosen);
+void addHoldingCommands(CLI::App& app, Action& chosen);
+void addHistoryCommand(CLI::App& app, Action& chosen);
 void addRulesCommand(CLI::App& app, Action& chosen);
 void addAppsCommand(CLI::App& app, Action& chosen);
+void addGrowthCommand(CLI::App& app, Action& chosen);
 void addSettingsCommand(CLI::App& app, Action& chosen);
 
 } // namespace tarvo

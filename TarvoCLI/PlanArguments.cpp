@@ -96,14 +96,20 @@ std::expected<lumo::CleanupOptions, ExitCode> cleanupOptions(const PlanArguments
     return options;
 }
 
+std::vector<lumo::PlanEntry>
+withSurroundings(const Invocation& invocation,
+                 const std::function<std::vector<lumo::PlanEntry>(const lumo::PlanSurroundings&)>& plan) {
+    const lumo::AppStatus status = lumo::AppStatus::ofThisMachine(invocation.home);
+    return plan({.now = lumo::platform::now(),
+                 .isRunning = [&](const std::string& bundleID) { return status.isRunning(bundleID); },
+                 .nameOf = [&](const std::string& bundleID) { return status.name(bundleID); }});
+}
+
 std::vector<lumo::PlanEntry> planFor(const lumo::ScanReport& report, const lumo::CleanupOptions& options,
                                      const Invocation& invocation) {
-    const lumo::AppStatus status = lumo::AppStatus::ofThisMachine(invocation.home);
-    return lumo::CleanupPlanner::plan(
-        report, options,
-        {.now = lumo::platform::now(),
-         .isRunning = [&](const std::string& bundleID) { return status.isRunning(bundleID); },
-         .nameOf = [&](const std::string& bundleID) { return status.name(bundleID); }});
+    return withSurroundings(invocation, [&](const lumo::PlanSurroundings& surroundings) {
+        return lumo::CleanupPlanner::plan(report, options, surroundings);
+    });
 }
 
 } // namespace tarvo

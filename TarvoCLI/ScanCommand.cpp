@@ -1,8 +1,12 @@
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Rules/RuleCatalog.h"
+#include "Platform/Clock.h"
 #include "Platform/StateFile.h"
+#include "TarvoApp/Model/CleanupTexts.h"
+#include "TarvoApp/Model/ScanUpkeep.h"
 #include "TarvoCLI/Commands.h"
+#include "TarvoCLI/HomeChange.h"
 #include "TarvoCLI/ReportText.h"
 #include "TarvoCLI/WatchedScan.h"
 
@@ -21,6 +25,7 @@ struct ScanArguments {
     bool isQuick = false;
     bool leavesOutProjects = false;
     bool leavesOutAppCaches = false;
+    bool storesNoSnapshot = false;
     std::optional<std::int64_t> minimumUnclassified;
     std::optional<std::string> output;
 };
@@ -46,16 +51,27 @@ std::vector<lumo::Rule> rulesFor(const ScanArguments& arguments) {
     return rules;
 }
 
+/// Ends what is past its days in the holding area, and says so.
+std::string purgeBefore(const Invocation& invocation) {
+    const std::int64_t purged = ScanUpkeep::purgeExpired(invocation.home, programName("scan"),
+                                                         lumo::platform::now(), std::chrono::seconds(0));
+    return purged > 0 ? purgedText(purged) + "\n" : std::string();
+}
+
 ExitCode runScan(const ScanArguments& arguments, const Invocation& invocation) {
+    const std::string purged = purgeBefore(invocation);
     const auto report = watchedScan(rulesFor(arguments), optionsFrom(arguments, invocation.home), invocation);
     if (!report) {
         return ExitCode::interrupted;
+    }
+    if (!arguments.isQuick && !arguments.storesNoSnapshot) {
+        ScanUpkeep::storeSnapshot(*report, programName("scan"), lumo::platform::now());
     }
     std::string json;
     if (invocation.isJson || arguments.output) {
         json = lumo::dumpJson(lumo::encode(*report), lumo::JsonLayout::indented) + "\n";
     }
-    const ExitCode printed = print(invocation.isJson ? json : reportText(*report, invocation));
+    const ExitCode printed = print(invocation.isJson ? json : purged + reportText(*report, invocation));
     if (!arguments.output) {
         return printed;
     }
@@ -93,6 +109,9 @@ void addScanCommand(CLI::App& app, Action& chosen) {
     command->add_flag("--no-app-caches", arguments->leavesOutAppCaches,
                       words("no añadir las cachés de las aplicaciones instaladas",
                             "do not add the caches of installed applications"));
+    command->add_flag("--no-snapshot", arguments->storesNoSnapshot,
+                      words("no recordar lo que ocupa cada cosa para ver qué crece",
+                            "do not remember what everything takes, to see what grows"));
     command
         ->add_option("--output", arguments->output,
                      words("guardar también aquí el informe en JSON", "also save the report as JSON here"))

@@ -5,13 +5,11 @@
 #include "LumoCore/Inventories/AppCaches.h"
 #include "Platform/Clock.h"
 #include "Platform/Terminal.h"
+#include "TarvoCLI/Watching.h"
 
 #include <fmt/format.h>
 
-#include <chrono>
-#include <condition_variable>
-#include <mutex>
-#include <thread>
+#include <stop_token>
 
 namespace tarvo {
 
@@ -20,8 +18,6 @@ using lumo::text;
 namespace platform = lumo::platform;
 
 namespace {
-
-constexpr std::string_view clearLine = "\r\x1B[K";
 
 std::string_view phaseText(ScanPhase phase) {
     switch (phase) {
@@ -60,7 +56,6 @@ std::vector<lumo::Rule> appCacheRules(const std::vector<lumo::Rule>& given, cons
 
 std::optional<lumo::ScanReport> watchedScan(const std::vector<lumo::Rule>& rules,
                                             const lumo::ScanOptions& options, const Invocation& invocation) {
-    using namespace std::chrono_literals;
     platform::noteInterrupts();
     std::stop_source stop;
     lumo::ScanProgress progress;
@@ -70,31 +65,19 @@ std::optional<lumo::ScanReport> watchedScan(const std::vector<lumo::Rule>& rules
     context.progress = &progress;
     context.findAppCaches = appCacheRules;
 
-    std::mutex mutex;
-    std::condition_variable finished;
-    bool isFinished = false;
     std::optional<lumo::ScanReport> report;
-    std::jthread scan([&] {
-        std::optional<lumo::ScanReport> made = lumo::Scanner::scan(rules, options, context);
-        const std::lock_guard<std::mutex> lock(mutex);
-        report = std::move(made);
-        isFinished = true;
-        finished.notify_one();
-    });
-
     const double start = platform::monotonicSeconds();
     bool hasShown = false;
-    std::unique_lock<std::mutex> lock(mutex);
-    for (int ticks = 1; !finished.wait_for(lock, 20ms, [&] { return isFinished; }); ++ticks) {
-        if (platform::wasInterrupted()) {
-            stop.request_stop();
-        }
-        // A scan that is over in a moment shows nothing; after that ten times a second is smooth enough.
-        if (invocation.showsProgress && ticks % 5 == 0) {
-            showProgress(progress, platform::monotonicSeconds() - start);
-            hasShown = true;
-        }
-    }
+    watch([&] { report = lumo::Scanner::scan(rules, options, context); },
+          [&](int ticks) {
+              if (platform::wasInterrupted()) {
+                  stop.request_stop();
+              }
+              if (invocation.showsProgress && showsOn(ticks)) {
+                  showProgress(progress, platform::monotonicSeconds() - start);
+                  hasShown = true;
+              }
+          });
     if (hasShown) {
         platform::writeAll(platform::Stream::error, clearLine);
     }

@@ -81,8 +81,12 @@ void addGlobalOptions(CLI::App& app, GlobalArguments& arguments) {
 void addCommands(CLI::App& app, Action& chosen) {
     addScanCommand(app, chosen);
     addPlanCommand(app, chosen);
+    addCleanCommand(app, chosen);
+    addHoldingCommands(app, chosen);
+    addHistoryCommand(app, chosen);
     addRulesCommand(app, chosen);
     addAppsCommand(app, chosen);
+    addGrowthCommand(app, chosen);
     addSettingsCommand(app, chosen);
 }
 

@@ -5,6 +5,7 @@
 #include <unicode/locid.h>
 
 #include <array>
+#include <ctime>
 #include <memory>
 
 namespace lumo {
@@ -23,6 +24,18 @@ std::optional<int> digits(std::string_view text, std::size_t from, std::size_t c
         value = value * 10 + (c - '0');
     }
     return value;
+}
+
+std::tm localTime(Date date) {
+    const std::time_t moment = system_clock::to_time_t(floor<seconds>(date));
+    std::tm parts = {};
+    localtime_r(&moment, &parts);
+    return parts;
+}
+
+Date fromLocalTime(std::tm parts) {
+    parts.tm_isdst = -1; // The time zone knows.
+    return floor<seconds>(system_clock::from_time_t(std::mktime(&parts)));
 }
 
 } // namespace
@@ -64,18 +77,71 @@ std::optional<Date> dateFromIsoText(std::string_view text) {
     return Date(sys_days(calendar)) + hours(parts[3]) + minutes(parts[4]) + seconds(parts[5]);
 }
 
-std::string dayText(Date date, Language language) {
-    const std::unique_ptr<icu::DateFormat> style(icu::DateFormat::createDateInstance(
-        icu::DateFormat::kMedium, icu::Locale(localeName(language).c_str())));
+std::string stampText(Date date) {
+    const std::tm parts = localTime(date);
+    return fmt::format("{:04}{:02}{:02}-{:02}{:02}{:02}", parts.tm_year + 1900, parts.tm_mon + 1,
+                       parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec);
+}
+
+std::optional<Date> dateFromStampText(std::string_view text) {
+    constexpr std::string_view shape = "dddddddd-dddddd";
+    if (text.size() != shape.size() || text[8] != '-') {
+        return std::nullopt;
+    }
+    constexpr std::array<std::pair<std::size_t, std::size_t>, 6> places{
+        {{0, 4}, {4, 2}, {6, 2}, {9, 2}, {11, 2}, {13, 2}}};
+    std::array<int, 6> values = {};
+    for (std::size_t index = 0; index < places.size(); ++index) {
+        const std::optional<int> value = digits(text, places[index].first, places[index].second);
+        if (!value) {
+            return std::nullopt;
+        }
+        values[index] = *value;
+    }
+    std::tm parts = {};
+    parts.tm_year = values[0] - 1900;
+    parts.tm_mon = values[1] - 1;
+    parts.tm_mday = values[2];
+    parts.tm_hour = values[3];
+    parts.tm_min = values[4];
+    parts.tm_sec = values[5];
+    const Date date = fromLocalTime(parts);
+    // The library turns the 31st of February into a day in March; such a stamp is nobody's.
+    return stampText(date) == text ? std::optional(date) : std::nullopt;
+}
+
+Date daysLater(Date date, int days) {
+    std::tm parts = localTime(date);
+    parts.tm_mday += days;
+    return fromLocalTime(parts) + (date - floor<seconds>(date));
+}
+
+namespace {
+
+std::string formatted(Date date, icu::DateFormat* made) {
+    const std::unique_ptr<icu::DateFormat> style(made);
     if (!style) {
         return isoText(date).substr(0, 10);
     }
-    icu::UnicodeString formatted;
+    icu::UnicodeString characters;
     style->format(static_cast<UDate>(duration_cast<milliseconds>(date.time_since_epoch()).count()),
-                  formatted);
+                  characters);
     std::string text;
-    formatted.toUTF8String(text);
+    characters.toUTF8String(text);
     return text;
+}
+
+} // namespace
+
+std::string dayText(Date date, Language language) {
+    return formatted(date, icu::DateFormat::createDateInstance(icu::DateFormat::kMedium,
+                                                               icu::Locale(localeName(language).c_str())));
+}
+
+std::string momentText(Date date, Language language) {
+    return formatted(
+        date, icu::DateFormat::createDateTimeInstance(icu::DateFormat::kMedium, icu::DateFormat::kShort,
+                                                      icu::Locale(localeName(language).c_str())));
 }
 
 } // namespace lumo

@@ -21,4 +21,16 @@ std::optional<Date> dateFromIsoText(std::string_view text);
 /// The day for a person to read, in the user's time zone: "3 nov 2026", "Nov 3, 2026".
 std::string dayText(Date date, Language language = currentLanguage());
 
+/// The day and the time of day, likewise: "3 nov 2026, 9:30", "Nov 3, 2026, 9:30 AM".
+std::string momentText(Date date, Language language = currentLanguage());
+
+/// The moment in the user's time zone as digits that sort: "20250314-093005".
+std::string stampText(Date date);
+
+/// The moment that such a stamp names; absent for any other text, and for times that no clock showed.
+std::optional<Date> dateFromStampText(std::string_view text);
+
+/// The same time of day that many calendar days later in the user's time zone, across changes of summer time.
+Date daysLater(Date date, int days);
+
 } // namespace lumo

@@ -14,7 +14,7 @@ struct Known {
     std::string_view en;
 };
 
-constexpr std::array<Known, 13> knownReasons{{
+constexpr std::array<Known, 20> knownReasons{{
     {EACCES, "no hay permiso", "permission denied"},
     {EPERM, "el sistema no lo permite", "the system does not allow it"},
     {ENOENT, "no existe", "no such file or folder"},
@@ -28,6 +28,13 @@ constexpr std::array<Known, 13> knownReasons{{
     {EFBIG, "es demasiado grande", "it is too large"},
     {EIO, "el disco ha fallado", "the disk failed"},
     {ENAMETOOLONG, "el nombre es demasiado largo", "the name is too long"},
+    {ELOOP, "es un enlace", "it is a link"},
+    {EXDEV, "está en otro volumen", "it is on another volume"},
+    {EBUSY, "está en uso, o hay un volumen montado ahí", "it is in use, or a volume is mounted there"},
+    {ENOTEMPTY, "otro programa escribe en la carpeta", "another program is writing into the folder"},
+    {EMFILE, "hay demasiados ficheros abiertos", "too many files are open"},
+    {E2BIG, "son demasiados elementos de una vez", "these are too many items at once"},
+    {ESTALE, "ha cambiado mientras tanto", "it changed meanwhile"},
 }};
 
 } // namespace

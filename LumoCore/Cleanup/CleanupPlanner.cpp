@@ -16,18 +16,6 @@ struct Way {
     std::string reason;
 };
 
-std::vector<std::string> wordsOf(std::string_view line) {
-    std::vector<std::string> words;
-    while (!line.empty()) {
-        const std::size_t end = std::min(line.find(' '), line.size());
-        if (end > 0) {
-            words.emplace_back(line.substr(0, end));
-        }
-        line.remove_prefix(std::min(end + 1, line.size()));
-    }
-    return words;
-}
-
 Way wayOf(const Finding& finding, Language language) {
     struct Choose {
         const Finding& finding;
@@ -38,14 +26,12 @@ Way wayOf(const Finding& finding, Language language) {
             return {method::TrashContents{finding.paths}, {}};
         }
         Way operator()(const cleanup::Command& how) const {
-            // "<...>" stands for something that only the user can name.
-            if (how.line.find('<') != std::string::npos) {
-                return {
-                    std::nullopt,
+            if (auto words = wordsOfCommand(how.line)) {
+                return {method::Command{std::move(*words)}, {}};
+            }
+            return {std::nullopt,
                     std::string(text("hay que elegir a mano: ", "you have to choose by hand: ", language)) +
                         how.line};
-            }
-            return {method::Command{wordsOf(how.line)}, {}};
         }
         Way operator()(const cleanup::Manual& how) const {
             return {std::nullopt, std::string(text("a mano: ", "by hand: ", language)) + how.instruction};
@@ -71,9 +57,8 @@ PlanEntry entryFor(const Finding& finding, const CleanupOptions& options,
     PlanEntry entry;
     if (!way.method) {
         entry.skipReason = std::move(way.reason);
-    } else if (finding.closeFirst && surroundings.isRunning(*finding.closeFirst)) {
-        entry.skipReason = fmt::format(fmt::runtime(text("cierra {} antes", "quit {} first", language)),
-                                       surroundings.nameOf(*finding.closeFirst));
+    } else {
+        entry.skipReason = openReason(finding.closeFirst, surroundings);
     }
     if (touchesProtected(finding.paths, options.protectedFolders)) {
         entry.skipReason = protectedReason(language);
@@ -123,7 +108,7 @@ std::string activeReason(std::int64_t days, const CleanupOptions& options, Langu
 std::optional<PlanEntry> entryFor(const ProjectReport& project, const ProjectArtifact& artifact,
                                   const CleanupOptions& options, const PlanSurroundings& surroundings) {
     constexpr std::int64_t smallest = 1000000;
-    const std::string id = "proyecto:" + project.name + "/" + artifact.name;
+    const std::string id = artifactID(project, artifact);
     if (artifact.usage.allocatedBytes < smallest || (options.only && !options.only->contains(id))) {
         return std::nullopt;
     }
@@ -167,6 +152,31 @@ std::vector<PlanEntry> plan(const ScanReport& report, const CleanupOptions& opti
         }
     }
     return entries;
+}
+
+std::optional<std::vector<std::string>> wordsOfCommand(std::string_view line) {
+    // "<...>" stands for something that only the user can name.
+    if (line.find('<') != std::string_view::npos) {
+        return std::nullopt;
+    }
+    std::vector<std::string> words;
+    while (!line.empty()) {
+        const std::size_t end = std::min(line.find(' '), line.size());
+        if (end > 0) {
+            words.emplace_back(line.substr(0, end));
+        }
+        line.remove_prefix(std::min(end + 1, line.size()));
+    }
+    return words;
+}
+
+std::optional<std::string> openReason(const std::optional<std::string>& closeFirst,
+                                      const PlanSurroundings& surroundings) {
+    if (!closeFirst || !surroundings.isRunning(*closeFirst)) {
+        return std::nullopt;
+    }
+    return fmt::format(fmt::runtime(text("cierra {} antes", "quit {} first", surroundings.language)),
+                       surroundings.nameOf(*closeFirst));
 }
 
 std::string protectedReason(Language language) {

@@ -49,6 +49,14 @@ namespace CleanupPlanner {
 std::vector<PlanEntry> plan(const ScanReport& report, const CleanupOptions& options,
                             const PlanSurroundings& surroundings);
 
+/// What is run for a rule's command line, the program first; absent when a part of it is the user's to
+/// choose.
+std::optional<std::vector<std::string>> wordsOfCommand(std::string_view line);
+
+/// The reason given while an application, if one is named, must be closed first; absent when it is not open.
+std::optional<std::string> openReason(const std::optional<std::string>& closeFirst,
+                                      const PlanSurroundings& surroundings);
+
 /// The reason given for what a protected folder holds back.
 std::string protectedReason(Language language = currentLanguage());
 

@@ -56,6 +56,14 @@ Result<ScanReport> scanReportFromJson(std::string_view bytes) {
     return report;
 }
 
+std::string artifactID(const ProjectReport& project, const ProjectArtifact& artifact) {
+    return std::string(artifactIDPrefix) + project.name + "/" + artifact.name;
+}
+
+std::string unclassifiedID(const UnclassifiedItem& item) {
+    return std::string(unclassifiedIDPrefix) + item.path;
+}
+
 std::int64_t ProjectReport::recoverableBytes() const {
     std::int64_t sum = 0;
     for (const ProjectArtifact& artifact : artifacts) {

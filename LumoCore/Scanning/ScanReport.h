@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace lumo {
@@ -85,6 +86,14 @@ struct VolumeInfo {
                                               field("availableBytes", &VolumeInfo::availableBytes)};
     friend bool operator==(const VolumeInfo&, const VolumeInfo&) = default;
 };
+
+/// What an artifact and an unclassified folder are known by in plans, selections and snapshots; a finding is
+/// known by its rule's identifier, which begins with neither prefix. The same in every language and release,
+/// since identifiers are stored.
+inline constexpr std::string_view artifactIDPrefix = "proyecto:";
+inline constexpr std::string_view unclassifiedIDPrefix = "sin:";
+std::string artifactID(const ProjectReport& project, const ProjectArtifact& artifact);
+std::string unclassifiedID(const UnclassifiedItem& item);
 
 /// All that one scan of a home folder found.
 struct ScanReport {

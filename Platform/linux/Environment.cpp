@@ -62,6 +62,14 @@ std::optional<std::string> environmentVariable(const std::string& name) {
     return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
 }
 
+std::vector<std::string> environmentVariables() {
+    std::vector<std::string> variables;
+    for (char** variable = environ; variable != nullptr && *variable != nullptr; ++variable) {
+        variables.emplace_back(*variable);
+    }
+    return variables;
+}
+
 std::vector<std::string> preferredLanguages() {
     const std::string locale = languageTag(messageLocale());
     if (locale.empty() || locale == "C" || locale == "POSIX") {
@@ -89,6 +97,10 @@ std::vector<std::string> systemDataFolders() {
 std::string programFolder() {
     const std::string program = linkTarget("/proc/self/exe").value_or("");
     return program.substr(0, std::min(program.rfind('/'), program.size()));
+}
+
+int processNumber() {
+    return getpid();
 }
 
 bool hasScreen() {

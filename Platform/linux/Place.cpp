@@ -1,5 +1,6 @@
 #include "Platform/Place.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -22,6 +23,18 @@ std::unexpected<SystemError> failed(int code) {
 
 bool isComponent(std::string_view name) {
     return !name.empty() && name != "." && name != ".." && name.find('\0') == std::string_view::npos;
+}
+
+/// True when every component is a name: nothing may depend on how far the way was walked.
+bool isSpeltOut(std::string_view relative) {
+    for (std::size_t slash = relative.find('/'); slash != std::string_view::npos;
+         slash = relative.find('/')) {
+        if (!isComponent(relative.substr(0, slash))) {
+            return false;
+        }
+        relative.remove_prefix(slash + 1);
+    }
+    return isComponent(relative);
 }
 
 std::optional<std::string> realPath(const std::string& path) {
@@ -62,6 +75,9 @@ SystemResult<BaseFolder> BaseFolder::open(const std::string& path) {
 }
 
 SystemResult<Place> BaseFolder::placeWithoutLinks(std::string_view relative) const {
+    if (!isSpeltOut(relative)) {
+        return failed(EINVAL);
+    }
     Place place{.folder = Descriptor(fcntl(folder_.number(), F_DUPFD_CLOEXEC, 0)), .folderPath = path_};
     if (!place.folder.isOpen()) {
         return failed(errno);
@@ -69,9 +85,6 @@ SystemResult<Place> BaseFolder::placeWithoutLinks(std::string_view relative) con
     for (;;) {
         const std::size_t end = relative.find('/');
         const std::string name(relative.substr(0, end));
-        if (!isComponent(name)) {
-            return failed(EINVAL);
-        }
         if (end == std::string_view::npos) {
             place.name = name;
             return place;
@@ -102,6 +115,68 @@ SystemResult<Place> BaseFolder::place(std::string_view relative) const {
     }
     const std::string real = *folder + std::string(relative.substr(slash));
     return placeWithoutLinks(std::string_view(real).substr(path_.size() + 1));
+}
+
+SystemResult<Place> BaseFolder::placeWithFolders(std::string_view relative, unsigned mode) const {
+    if (!isSpeltOut(relative)) {
+        return failed(EINVAL);
+    }
+    for (std::size_t slash = relative.find('/'); slash != std::string_view::npos;
+         slash = relative.find('/', slash + 1)) {
+        const SystemResult<Place> folder = place(relative.substr(0, slash));
+        if (!folder) {
+            return std::unexpected(folder.error());
+        }
+        // Whatever stands there already is judged when it is walked through: it may be a link that stays.
+        if (mkdirat(folder->folder.number(), folder->name.c_str(), static_cast<mode_t>(mode)) != 0 &&
+            errno != EEXIST) {
+            return failed(errno);
+        }
+    }
+    return place(relative);
+}
+
+SystemResult<BaseFolder> BaseFolder::openAt(const Place& place) {
+    SystemResult<Descriptor> folder = openFolder(place.folder.number(), place.name);
+    if (!folder) {
+        return std::unexpected(folder.error());
+    }
+    BaseFolder base;
+    base.folder_ = std::move(*folder);
+    base.path_ = place.path();
+    return base;
+}
+
+SystemResult<std::vector<std::string>> BaseFolder::names() const {
+    const int listed = openat(folder_.number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (listed < 0) {
+        return failed(errno);
+    }
+    const std::unique_ptr<DIR, int (*)(DIR*)> folder(fdopendir(listed), &closedir);
+    if (!folder) {
+        const int code = errno;
+        ::close(listed);
+        return failed(code);
+    }
+    std::vector<std::string> names;
+    errno = 0;
+    while (const dirent* entry = readdir(folder.get())) {
+        const std::string_view name = entry->d_name;
+        if (name != "." && name != "..") {
+            names.emplace_back(name);
+        }
+        errno = 0;
+    }
+    return errno == 0 ? SystemResult<std::vector<std::string>>(std::move(names)) : failed(errno);
+}
+
+void BaseFolder::makePrivate() const {
+    struct stat status = {};
+    constexpr mode_t others = 077;
+    if (fstat(folder_.number(), &status) == 0 && status.st_uid == geteuid() &&
+        (status.st_mode & others) != 0) {
+        fchmodat(folder_.number(), ".", 0700, 0);
+    }
 }
 
 SystemResult<EntryKind> kindAt(const Place& place) {

@@ -1,5 +1,7 @@
 #include "Platform/Folder.h"
 
+#include "Platform/TreeTally.h"
+
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -87,6 +89,14 @@ std::optional<EntryKind> kindOf(const std::string& path) {
         return std::nullopt;
     }
     return kindOfMode(status.st_mode);
+}
+
+std::optional<Timestamp> modificationDate(const std::string& path) {
+    struct stat status = {};
+    if (lstat(path.c_str(), &status) != 0) {
+        return std::nullopt;
+    }
+    return modificationDateOf(status);
 }
 
 bool isFolderThroughLinks(const std::string& path) {

@@ -2,6 +2,7 @@
 
 #include "Platform/Descriptor.h"
 #include "Platform/Folder.h"
+#include "Platform/LogFile.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -9,6 +10,8 @@
 
 #include <array>
 #include <cerrno>
+#include <charconv>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -17,6 +20,8 @@
 namespace lumo::platform {
 
 namespace {
+
+constexpr std::string_view temporaryMark = ".nuevo-"; ///< Between the file's name and the process.
 
 std::unexpected<SystemError> lastError() {
     return std::unexpected(SystemError{errno});
@@ -29,19 +34,6 @@ SystemResult<void> writeBytes(int descriptor, std::string_view bytes) {
             return lastError();
         }
         bytes.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
-    }
-    return {};
-}
-
-SystemResult<void> syncFolder(const std::string& folder) {
-    const Descriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    // A folder that may not be listed cannot be opened, and some file systems cannot sync folders and answer
-    // EINVAL: the name is as durable there as it gets.
-    if (descriptor.number() < 0) {
-        return errno == EACCES ? SystemResult<void>() : lastError();
-    }
-    if (fsync(descriptor.number()) != 0 && errno != EINVAL) {
-        return lastError();
     }
     return {};
 }
@@ -95,6 +87,22 @@ SystemResult<void> writeSynced(const std::string& path, std::string_view bytes, 
 
 } // namespace
 
+void sweepTemporaries(const std::string& folder) {
+    for (const std::string& name : namesIn(folder)) {
+        const std::size_t mark = name.rfind(temporaryMark);
+        if (mark == std::string::npos) {
+            continue;
+        }
+        const std::string digits = name.substr(mark + temporaryMark.size());
+        pid_t process = 0;
+        const auto parsed = std::from_chars(digits.data(), digits.data() + digits.size(), process);
+        const bool isNumber = parsed.ec == std::errc() && parsed.ptr == digits.data() + digits.size();
+        if (isNumber && process > 0 && kill(process, 0) != 0 && errno == ESRCH) {
+            unlink((folder + "/" + name).c_str());
+        }
+    }
+}
+
 SystemResult<std::string> readDescriptor(int descriptor, std::size_t limit) {
     std::string bytes;
     std::array<char, 16384> buffer = {};
@@ -139,7 +147,7 @@ SystemResult<void> replaceWhole(const std::string& path, std::string_view bytes,
     const std::string& target = replaced->path;
     const std::size_t slash = target.rfind('/');
     const std::string folder = slash == std::string::npos ? "." : target.substr(0, slash + 1);
-    const std::string temporary = target + ".nuevo-" + std::to_string(getpid());
+    const std::string temporary = target + std::string(temporaryMark) + std::to_string(getpid());
     unlink(temporary.c_str()); // Left by a process that died under the same number.
     auto done = writeSynced(temporary, bytes, mode);
     if (done && replaced->mode && chmod(temporary.c_str(), *replaced->mode) != 0) {

@@ -10,7 +10,7 @@ namespace lumo::platform {
 
 namespace {
 
-volatile std::sig_atomic_t interrupted = 0;
+volatile std::sig_atomic_t interrupts = 0;
 
 int descriptorOf(Stream stream) {
     switch (stream) {
@@ -49,16 +49,41 @@ bool writeAll(Stream stream, std::string_view bytes) {
     return true;
 }
 
+std::optional<std::string> readLine() {
+    constexpr std::size_t mostBytes = 4096;
+    std::string line;
+    for (;;) {
+        char next = 0;
+        const ssize_t count = read(STDIN_FILENO, &next, 1);
+        if (count < 0 && errno == EINTR && !wasInterrupted()) {
+            continue;
+        }
+        if (count < 0 || (count == 0 && line.empty())) {
+            return std::nullopt;
+        }
+        if (count == 0 || next == '\n') {
+            return line;
+        }
+        if (line.size() < mostBytes) {
+            line.push_back(next);
+        }
+    }
+}
+
 void noteInterrupts() {
     struct sigaction action = {};
-    action.sa_handler = [](int) { interrupted = 1; };
+    action.sa_handler = [](int) { interrupts = interrupts + 1; };
     sigemptyset(&action.sa_mask);
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
 }
 
+int interruptCount() {
+    return interrupts;
+}
+
 bool wasInterrupted() {
-    return interrupted != 0;
+    return interrupts != 0;
 }
 
 } // namespace lumo::platform

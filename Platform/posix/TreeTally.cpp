@@ -42,6 +42,10 @@ void keepLater(std::optional<Timestamp>& latest, const timespec& candidate) {
 
 } // namespace
 
+Timestamp modificationDateOf(const struct stat& status) {
+    return timestampOf(modificationOf(status));
+}
+
 const TreePolicy& plainTree() {
     static const TreePolicy policy;
     return policy;

@@ -1,5 +1,6 @@
 #include "LumoCore/Basics/Codec.h"
 #include "LumoCore/Scanning/ScanReport.h"
+#include "Tests/support/RunTarvo.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
@@ -11,7 +12,10 @@
 
 using lumo::JsonValue;
 using lumo::ScanReport;
+using tarvo::testing::json;
+using tarvo::testing::jsonOf;
 using tarvo::testing::Ran;
+using tarvo::testing::runTarvo;
 using tarvo::testing::TempHome;
 using testing::AllOf;
 using testing::Contains;
@@ -25,28 +29,6 @@ using testing::UnorderedElementsAreArray;
 using Words = std::vector<std::string>;
 
 namespace {
-
-/// Runs the command for the home folder, in Spanish unless the words say otherwise.
-Ran runTarvo(const TempHome& home, const Words& words, const Words& environment = {"TARVO_IDIOMA=es"}) {
-    Words all{"HOME=" + home.path(), "XDG_DATA_DIRS=" + home.path("no-data"), "TERM=xterm-256color"};
-    all.insert(all.end(), environment.begin(), environment.end());
-    return tarvo::testing::runProgram(tarvo::testing::tarvoProgram(), words, all);
-}
-
-/// The one document that the command prints, nothing else said.
-JsonValue jsonOf(const TempHome& home, Words words) {
-    words.emplace_back("--json");
-    const Ran ran = runTarvo(home, words);
-    EXPECT_EQ(ran.exitCode, 0) << testing::PrintToString(words);
-    EXPECT_EQ(ran.error, "") << testing::PrintToString(words);
-    const auto document = lumo::parseJson(ran.output);
-    EXPECT_TRUE(document) << ran.output;
-    return document.value_or(JsonValue());
-}
-
-JsonValue json(const std::string& text) {
-    return lumo::parseJson(text).value();
-}
 
 Words keysOf(const JsonValue& object) {
     Words keys;
@@ -90,10 +72,10 @@ TEST(Command, RunsUnderBothNamesInEitherLanguageAndWritesNoEscapeSequencesIntoAP
     const TempHome home;
     furnish(home);
     for (const Words& command :
-         {Words{"scan"}, Words{"analizar"}, Words{"rules"}, Words{"reglas"}, Words{"apps"}, Words{"settings"},
-          Words{"ajustes"}, Words{"settings", "get", "avisoGB"}, Words{"ajustes", "set", "avisoGB", "7"},
-          Words{"ajustes", "unset", "avisoGB"}, Words{"--help"}, Words{"scan", "--help"}, Words{"--version"},
-          Words{}}) {
+         {Words{"scan"}, Words{"analizar"}, Words{"rules"}, Words{"reglas"}, Words{"apps"}, Words{"growth"},
+          Words{"crecimiento"}, Words{"settings"}, Words{"ajustes"}, Words{"settings", "get", "avisoGB"},
+          Words{"ajustes", "set", "avisoGB", "7"}, Words{"ajustes", "unset", "avisoGB"}, Words{"--help"},
+          Words{"scan", "--help"}, Words{"--version"}, Words{}}) {
         for (const char* language : {"TARVO_IDIOMA=es", "TARVO_IDIOMA=en"}) {
             const Ran ran = runTarvo(home, command, {language});
             EXPECT_EQ(ran.exitCode, 0) << testing::PrintToString(command);

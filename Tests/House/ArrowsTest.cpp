@@ -32,6 +32,10 @@ const std::vector<Room>& house() {
         {"LumoCore/Cleanup",
          {"LumoCore/Inventories", "LumoCore/Scanning", "LumoCore/Rules", "LumoCore/Basics", "Platform"},
          {"fmt"}},
+        {"LumoCore/History",
+         {"LumoCore/Cleanup", "LumoCore/Inventories", "LumoCore/Scanning", "LumoCore/Rules",
+          "LumoCore/Basics", "Platform"},
+         {"fmt"}},
         {"TarvoApp/Model", {"LumoCore", "LumoAI", "Platform"}, {"fmt"}},
         {"TarvoCLI", {"TarvoMCP", "TarvoApp/Model", "LumoCore", "LumoAI", "Platform"}, {"fmt", "CLI"}},
     };
@@ -47,7 +51,7 @@ bool isStandard(const std::string& header) {
 bool isSystem(const std::string& header) {
     static const std::set<std::string> loose{"dirent.h", "malloc.h", "fcntl.h",  "fnmatch.h",
                                              "fts.h",    "locale.h", "unistd.h", "poll.h",
-                                             "sched.h",  "signal.h", "pwd.h"};
+                                             "sched.h",  "signal.h", "pwd.h",    "spawn.h"};
     return header.starts_with("sys/") || loose.contains(header);
 }
 

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <grp.h>
 #include <poll.h>
+#include <pty.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -130,12 +131,8 @@ Outcome asOrdinaryUser(const std::string& home, const std::function<bool()>& wor
 
 namespace {
 
-[[noreturn]] void becomeChild(const std::string& program, const std::vector<std::string>& arguments,
-                              const std::vector<std::string>& environment, int output, int error) {
-    const int input = open("/dev/null", O_RDONLY | O_CLOEXEC);
-    dup2(input, STDIN_FILENO);
-    dup2(output, STDOUT_FILENO);
-    dup2(error, STDERR_FILENO);
+[[noreturn]] void become(const std::string& program, const std::vector<std::string>& arguments,
+                         const std::vector<std::string>& environment) {
     const auto pointersOf = [](std::vector<std::string>& words) {
         std::vector<char*> pointers;
         for (std::string& word : words) {
@@ -149,6 +146,15 @@ namespace {
     std::vector<std::string> variables = environment;
     execve(program.c_str(), pointersOf(words).data(), pointersOf(variables).data());
     _exit(127);
+}
+
+[[noreturn]] void becomeChild(const std::string& program, const std::vector<std::string>& arguments,
+                              const std::vector<std::string>& environment, int output, int error) {
+    const int input = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    dup2(input, STDIN_FILENO);
+    dup2(output, STDOUT_FILENO);
+    dup2(error, STDERR_FILENO);
+    become(program, arguments, environment);
 }
 
 /// Reads both pipes until they end, so that a full one never blocks the program.
@@ -189,6 +195,28 @@ Ran runProgram(const std::string& program, const std::vector<std::string>& argum
     close(error[1]);
     Ran ran;
     drain(output[0], error[0], ran);
+    int status = 0;
+    require(waitpid(child, &status, 0) == child, "waitpid");
+    ran.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    return ran;
+}
+
+Ran runOnTerminal(const std::string& program, const std::vector<std::string>& arguments,
+                  const std::vector<std::string>& environment, std::string_view typed) {
+    int terminal = -1;
+    const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+    require(child >= 0, "forkpty");
+    if (child == 0) {
+        become(program, arguments, environment);
+    }
+    // The terminal keeps it until the program reads.
+    require(write(terminal, typed.data(), typed.size()) == static_cast<ssize_t>(typed.size()), "write");
+    Ran ran;
+    std::array<char, 4096> buffer = {};
+    for (ssize_t count = 0; (count = read(terminal, buffer.data(), buffer.size())) > 0;) {
+        ran.output.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+    close(terminal);
     int status = 0;
     require(waitpid(child, &status, 0) == child, "waitpid");
     ran.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);

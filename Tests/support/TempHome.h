@@ -58,6 +58,11 @@ struct Ran {
 Ran runProgram(const std::string& program, const std::vector<std::string>& arguments,
                const std::vector<std::string>& environment = {});
 
+/// Runs the program on a terminal of its own and types the text. Everything it shows, and the text, is in
+/// `output`.
+Ran runOnTerminal(const std::string& program, const std::vector<std::string>& arguments,
+                  const std::vector<std::string>& environment, std::string_view typed);
+
 /// The built command.
 std::string tarvoProgram();
 

@@ -1,0 +1,104 @@
+#include "LumoCore/Cleanup/ApplicationFolders.h"
+
+namespace lumo::ApplicationFolders {
+
+using platform::BaseFolder;
+using platform::Place;
+using platform::SystemResult;
+
+namespace {
+
+constexpr const char* supportParent = "Library/Application Support";
+constexpr const char* cachesParent = "Library/Caches";
+constexpr const char* ownName = "TarvoAI";
+constexpr const char* holdingName = "Apartado";
+constexpr const char* stagingName = "vaciando";
+
+SystemResult<BaseFolder> openIn(const BaseFolder& parent, const std::string& relative) {
+    const SystemResult<Place> place = parent.place(relative);
+    return place ? BaseFolder::openAt(*place) : std::unexpected(place.error());
+}
+
+SystemResult<BaseFolder> openIn(const SystemResult<BaseFolder>& parent, const std::string& relative) {
+    return parent ? openIn(*parent, relative) : std::unexpected(parent.error());
+}
+
+/// "TarvoAI" in a folder of the home that may itself have to be made, as other programs make it.
+SystemResult<BaseFolder> makeOwn(const BaseFolder& home, const std::string& parent) {
+    constexpr unsigned usual = 0755;
+    const SystemResult<Place> place = home.placeWithFolders(parent + "/" + ownName, usual);
+    if (!place) {
+        return std::unexpected(place.error());
+    }
+    if (const auto made = platform::makeFolderAt(*place, 0700); !made) {
+        return std::unexpected(made.error());
+    }
+    SystemResult<BaseFolder> folder = BaseFolder::openAt(*place);
+    if (folder) {
+        folder->makePrivate();
+    }
+    return folder;
+}
+
+SystemResult<BaseFolder> makeIn(const SystemResult<BaseFolder>& parent, const std::string& name) {
+    return parent ? makePrivateFolder(*parent, name) : std::unexpected(parent.error());
+}
+
+} // namespace
+
+std::string support(const std::string& home) {
+    return home + "/" + supportParent + "/" + ownName;
+}
+
+std::string historyLog(const std::string& home) {
+    return support(home) + "/historial.jsonl";
+}
+
+std::string intents(const std::string& home) {
+    return support(home) + "/apartado.jsonl";
+}
+
+std::string lock(const std::string& home) {
+    return support(home) + "/cerrojo";
+}
+
+SystemResult<BaseFolder> openSupport(const BaseFolder& home) {
+    return openIn(home, std::string(supportParent) + "/" + ownName);
+}
+
+SystemResult<BaseFolder> openHolding(const BaseFolder& home) {
+    return openIn(openSupport(home), holdingName);
+}
+
+SystemResult<BaseFolder> openStaging(const BaseFolder& home) {
+    return openIn(openIn(home, std::string(cachesParent) + "/" + ownName), stagingName);
+}
+
+SystemResult<BaseFolder> makeSupport(const BaseFolder& home) {
+    return makeOwn(home, supportParent);
+}
+
+SystemResult<BaseFolder> makeHolding(const BaseFolder& home) {
+    return makeIn(makeSupport(home), holdingName);
+}
+
+SystemResult<BaseFolder> makeStaging(const BaseFolder& home) {
+    return makeIn(makeOwn(home, cachesParent), stagingName);
+}
+
+SystemResult<BaseFolder> makePrivateFolder(const BaseFolder& parent, const std::string& name) {
+    const SystemResult<Place> place = parent.placeWithoutLinks(name);
+    if (!place) {
+        return std::unexpected(place.error());
+    }
+    if (const auto made = platform::makeFolderAt(*place, 0700); !made) {
+        return std::unexpected(made.error());
+    }
+    SystemResult<BaseFolder> folder = BaseFolder::openAt(*place);
+    if (folder) {
+        folder->makePrivate();
+    }
+    return folder;
+}
+
+} // namespace lumo::ApplicationFolders

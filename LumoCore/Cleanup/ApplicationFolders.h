@@ -1,0 +1,32 @@
+#pragma once
+
+#include "Platform/Place.h"
+
+#include <string>
+
+/// Where the application keeps its own files in a home folder. The three folders that hold what was the
+/// user's must be real ones: a link in their place counts as missing.
+namespace lumo::ApplicationFolders {
+
+/// home + "/Library/Application Support/TarvoAI".
+std::string support(const std::string& home);
+/// The cleanup log, the intents of moves under way, the lock.
+std::string historyLog(const std::string& home);
+std::string intents(const std::string& home);
+std::string lock(const std::string& home);
+
+/// The support folder, the holding root in it, and the staging folder for what is being emptied, opened.
+platform::SystemResult<platform::BaseFolder> openSupport(const platform::BaseFolder& home);
+platform::SystemResult<platform::BaseFolder> openHolding(const platform::BaseFolder& home);
+platform::SystemResult<platform::BaseFolder> openStaging(const platform::BaseFolder& home);
+
+/// The same, made where they are missing, for the user alone.
+platform::SystemResult<platform::BaseFolder> makeSupport(const platform::BaseFolder& home);
+platform::SystemResult<platform::BaseFolder> makeHolding(const platform::BaseFolder& home);
+platform::SystemResult<platform::BaseFolder> makeStaging(const platform::BaseFolder& home);
+
+/// Makes the folder in `parent` if it is missing, for the user alone, and opens it.
+platform::SystemResult<platform::BaseFolder> makePrivateFolder(const platform::BaseFolder& parent,
+                                                               const std::string& name);
+
+} // namespace lumo::ApplicationFolders

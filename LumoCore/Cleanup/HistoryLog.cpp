@@ -1,0 +1,52 @@
+#include "LumoCore/Cleanup/HistoryLog.h"
+
+#include "LumoCore/Cleanup/ApplicationFolders.h"
+#include "Platform/CheckedSum.h"
+#include "Platform/LogFile.h"
+#include "Platform/StateFile.h"
+
+#include <algorithm>
+
+namespace lumo {
+
+using platform::SystemResult;
+
+SystemResult<void> HistoryLog::append(const CleanupOutcome& outcome, const std::string& path) {
+    if (const auto made = platform::makePrivateFolder(path.substr(0, path.rfind('/'))); !made) {
+        return made;
+    }
+    const auto added = platform::appendLines(path, dumpJson(encode(outcome), JsonLayout::line) + "\n");
+    return added ? SystemResult<void>() : std::unexpected(added.error());
+}
+
+SystemResult<std::vector<CleanupOutcome>> HistoryLog::outcomes(const std::string& path) {
+    std::vector<CleanupOutcome> outcomes;
+    const auto read = platform::visitLines(path, mostJsonBytes, [&](std::string_view line) {
+        if (Result<CleanupOutcome> outcome = decodeJson<CleanupOutcome>(line)) {
+            outcomes.push_back(std::move(*outcome));
+        }
+    });
+    if (!read) {
+        return std::unexpected(read.error());
+    }
+    return outcomes;
+}
+
+std::int64_t CleanupHistory::total(const std::vector<CleanupOutcome>& outcomes) {
+    std::int64_t sum = 0;
+    for (const CleanupOutcome& outcome : outcomes) {
+        if (outcome.status == CleanupStatus::done) {
+            // Anybody may have written into the log: no number in it is a reason to stop.
+            sum = saturatedSum(sum, std::max<std::int64_t>(outcome.freedBytes, 0));
+            sum = saturatedSum(sum, std::max<std::int64_t>(outcome.trashedBytes, 0));
+        }
+    }
+    return sum;
+}
+
+std::int64_t CleanupHistory::total(const std::string& home) {
+    const auto outcomes = HistoryLog::outcomes(ApplicationFolders::historyLog(home));
+    return outcomes ? total(*outcomes) : 0;
+}
+
+} // namespace lumo

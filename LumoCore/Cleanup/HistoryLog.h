@@ -1,0 +1,31 @@
+#pragma once
+
+#include "LumoCore/Cleanup/CleanupOutcome.h"
+#include "Platform/SystemError.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// The log of all cleanups of a home: one outcome a line, oldest first. What was set aside can be put back
+/// only because it stands there, so a line counts as written once it is durable.
+namespace lumo::HistoryLog {
+
+/// Adds a line and makes it durable. On failure the log is as it was.
+platform::SystemResult<void> append(const CleanupOutcome& outcome, const std::string& path);
+
+/// The outcomes. A line that is torn, is not UTF-8 or does not decode costs itself alone; a missing log has
+/// none.
+platform::SystemResult<std::vector<CleanupOutcome>> outcomes(const std::string& path);
+
+} // namespace lumo::HistoryLog
+
+namespace lumo::CleanupHistory {
+
+/// What all cleanups freed or set aside in their time; failed ones do not count.
+std::int64_t total(const std::vector<CleanupOutcome>& outcomes);
+
+/// The same from the log of a home; 0 when there is none or it cannot be read.
+std::int64_t total(const std::string& home);
+
+} // namespace lumo::CleanupHistory

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "LumoCore/Basics/Date.h"
+#include "LumoCore/Cleanup/CleanupOutcome.h"
+#include "LumoCore/Cleanup/PathGuard.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// The holding area, "Recently Cleaned": what cleanups took from the user stays there for some days and can
+/// be put back. Batches are folders in it, one a cleanup. What ends a batch or an item for good first gives
+/// it a name in the staging folder, so that nothing half removed can be put back. The home's lock must be
+/// held for all that changes something.
+namespace lumo::Holding {
+
+inline constexpr int retentionDays = 7;
+
+/// One cleanup's folder.
+struct Batch {
+    std::string path;
+    Date date;              ///< From its name, or else when it last changed.
+    std::int64_t bytes = 0; ///< Allocated.
+
+    /// As many calendar days later, at the same time of day.
+    [[nodiscard]] Date expires(int days = retentionDays) const;
+
+    friend bool operator==(const Batch&, const Batch&) = default;
+};
+
+/// How an emptying ended.
+struct Emptied {
+    std::int64_t freed = 0;
+    std::vector<std::string> failures;
+
+    static constexpr auto fields =
+        std::tuple{field("freed", &Emptied::freed), field("failures", &Emptied::failures)};
+    friend bool operator==(const Emptied&, const Emptied&) = default;
+};
+
+/// home + "/Library/Application Support/TarvoAI/Apartado".
+std::string root(const std::string& home);
+
+/// Where a cleanup that begins then puts what it sets aside. Nothing is made yet.
+std::string newBatch(const std::string& home, Date now);
+
+/// All batches with their sizes, oldest first; equal dates by name. `now` dates what has no date at all.
+std::vector<Batch> batches(const PathGuard& guard, Date now);
+
+/// Removes the batches for good. One that cannot be removed goes back to its place and has a failure text.
+Emptied empty(const std::vector<Batch>& batches, const PathGuard& guard);
+
+/// The batches whose time is over.
+std::vector<Batch> expired(const std::vector<Batch>& batches, Date now, int days = retentionDays);
+
+/// Removes what has expired; the bytes freed. What cannot be removed is left and not counted.
+std::int64_t purgeExpired(const PathGuard& guard, Date now, int days = retentionDays);
+
+/// Removes all batches.
+Emptied emptyAll(const PathGuard& guard, Date now);
+
+/// Puts items back where they were, one after the other. A taken place is never touched; a batch that is
+/// empty then goes.
+TrashOperationResult restore(const std::vector<TrashedItem>& items, const PathGuard& guard);
+
+/// Deletes chosen items for good.
+TrashOperationResult emptyTrashed(const std::vector<TrashedItem>& items, const PathGuard& guard);
+
+/// Sweeps what an emptying that was cut short left behind, and batches that hold nothing.
+void sweep(const PathGuard& guard);
+
+} // namespace lumo::Holding

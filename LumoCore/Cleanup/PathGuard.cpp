@@ -1,0 +1,111 @@
+#include "LumoCore/Cleanup/PathGuard.h"
+
+#include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Reason.h"
+#include "LumoCore/Cleanup/ApplicationFolders.h"
+
+#include <algorithm>
+#include <cerrno>
+
+namespace lumo {
+
+using platform::BaseFolder;
+using platform::Place;
+using platform::SystemError;
+using platform::SystemResult;
+
+namespace {
+
+constexpr std::string_view applications = "/Applications/";
+
+SystemResult<BaseFolder> openApplications() {
+    SystemResult<BaseFolder> folder = BaseFolder::open("/Applications");
+    // A link there would make anything an application.
+    if (folder && folder->path() != "/Applications") {
+        return std::unexpected(SystemError{EXDEV});
+    }
+    return folder;
+}
+
+} // namespace
+
+PathGuard::PathGuard(std::string home) : home_(std::move(home)) {
+    SystemResult<BaseFolder> base = BaseFolder::open(home_);
+    if (!base || base->path().empty() || home_.ends_with('/')) {
+        return;
+    }
+    base_ = std::move(*base);
+    ownFolders_.push_back(ApplicationFolders::support(home_));
+    if (const SystemResult<BaseFolder> own = ApplicationFolders::openSupport(*base_)) {
+        ownFolders_.push_back(own->path());
+    }
+}
+
+std::string PathGuard::outside(const std::string& path, Language language) {
+    return std::string(text("fuera de tu carpeta personal: ", "outside your home folder: ", language)) + path;
+}
+
+bool PathGuard::isApplication(const std::string& path) const {
+    const std::string_view name = std::string_view(path).substr(std::min(applications.size(), path.size()));
+    return base_ && path.starts_with(applications) && name.ends_with(".app") && name.size() > 4 &&
+           name.find('/') == std::string_view::npos && name.find("..") == std::string_view::npos;
+}
+
+std::optional<std::string> PathGuard::relative(const std::string& path) const {
+    if (!base_ || !path.starts_with(home_ + "/")) {
+        return std::nullopt;
+    }
+    return path.substr(home_.size() + 1);
+}
+
+bool PathGuard::touchesOwnFolder(const std::string& path, const std::string& found) const {
+    return std::ranges::any_of(ownFolders_, [&](const std::string& own) {
+        return isInside(path, own) || isInside(own, path) || isInside(found, own) || isInside(own, found);
+    });
+}
+
+SystemResult<Place> PathGuard::place(const std::string& path) const {
+    const std::optional<std::string> inHome = relative(path);
+    if (!inHome && !isApplication(path)) {
+        return std::unexpected(SystemError{EXDEV});
+    }
+    SystemResult<Place> place = std::unexpected(SystemError{EXDEV});
+    if (inHome) {
+        place = base_->place(*inHome);
+    } else if (const SystemResult<BaseFolder> folder = openApplications()) {
+        place = folder->placeWithoutLinks(path.substr(applications.size()));
+    } else {
+        place = std::unexpected(folder.error());
+    }
+    if (place ? touchesOwnFolder(path, place->path())
+              : place.error().code == EINVAL || touchesOwnFolder(path, path)) {
+        return std::unexpected(SystemError{EXDEV});
+    }
+    return place;
+}
+
+SystemResult<Place> PathGuard::placeWithFolders(const std::string& path) const {
+    const std::optional<std::string> inHome = relative(path);
+    if (!inHome) {
+        return place(path);
+    }
+    constexpr unsigned usual = 0755;
+    return base_->placeWithFolders(*inHome, usual);
+}
+
+std::optional<std::string> PathGuard::refusal(const std::vector<std::string>& paths,
+                                              Language language) const {
+    for (const std::string& path : paths) {
+        const SystemResult<Place> found = place(path);
+        if (found || found.error().isMissing()) {
+            continue;
+        }
+        if (found.error().code == EXDEV) {
+            return outside(path, language);
+        }
+        return std::string(fileName(path)) + ": " + reasonText(found.error(), language);
+    }
+    return std::nullopt;
+}
+
+} // namespace lumo

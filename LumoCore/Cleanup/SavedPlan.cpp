@@ -1,0 +1,119 @@
+#include "LumoCore/Cleanup/SavedPlan.h"
+
+#include "LumoCore/Basics/Path.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace lumo {
+
+namespace {
+
+const Rule* ruleWith(const std::string& id, const std::vector<Rule>& rules) {
+    const auto rule = std::ranges::find(rules, id, &Rule::id);
+    return rule != rules.end() ? &*rule : nullptr;
+}
+
+bool isCommandOf(const Rule* rule, const method::Command& command) {
+    const auto* own = rule != nullptr ? std::get_if<cleanup::Command>(&rule->cleanup) : nullptr;
+    return own != nullptr && CleanupPlanner::wordsOfCommand(own->line) == command.words;
+}
+
+/// What no planner would have written, if anything.
+std::optional<std::string> problemOf(const CleanupAction& action, const std::vector<Rule>& rules) {
+    if (action.estimatedBytes < 0) {
+        return "a negative estimate";
+    }
+    if (action.safety == Safety::keep) {
+        return "something that is kept";
+    }
+    const auto* command = std::get_if<method::Command>(&action.method);
+    if (command != nullptr && !isCommandOf(ruleWith(action.id, rules), *command)) {
+        return "a command that is not its rule's";
+    }
+    return std::nullopt;
+}
+
+bool isSameCleanup(const Cleanup& left, const Cleanup& right) {
+    const bool areManual =
+        std::holds_alternative<cleanup::Manual>(left) && std::holds_alternative<cleanup::Manual>(right);
+    return areManual || left == right;
+}
+
+struct PathsOfMethod {
+    std::vector<std::string> operator()(const method::TrashItems& how) const { return how.paths; }
+    std::vector<std::string> operator()(const method::TrashContents& how) const { return how.folders; }
+    std::vector<std::string> operator()(const method::Command&) const { return {}; }
+    std::vector<std::string> operator()(const method::EvictFromICloud& how) const { return how.paths; }
+};
+
+/// All that the action may change, by itself or by running something.
+std::vector<std::string> pathsOf(const CleanupAction& action) {
+    std::vector<std::string> paths = std::visit(PathsOfMethod{}, action.method);
+    paths.insert(paths.end(), action.measuredPaths.begin(), action.measuredPaths.end());
+    paths.insert(paths.end(), action.fallbackContents.begin(), action.fallbackContents.end());
+    return paths;
+}
+
+bool isLeftOut(const CleanupAction& action, const CleanupOptions& options) {
+    const std::vector<std::string> paths = pathsOf(action);
+    return (options.only && !options.only->contains(action.id)) ||
+           std::ranges::any_of(options.excludedProjects, [&](const std::string& project) {
+               return std::ranges::any_of(paths,
+                                          [&](const std::string& path) { return isInside(path, project); });
+           });
+}
+
+} // namespace
+
+Result<std::vector<PlanEntry>> savedPlanFromJson(std::string_view bytes, const std::vector<Rule>& rules) {
+    Result<std::vector<PlanEntry>> entries = decodeJson<std::vector<PlanEntry>>(bytes);
+    if (!entries) {
+        return entries;
+    }
+    std::int64_t sum = 0;
+    for (std::size_t index = 0; index < entries->size(); ++index) {
+        const CleanupAction& action = (*entries)[index].action;
+        if (const auto problem = problemOf(action, rules)) {
+            return failure(fmt::format("document[{}].action: {} ({})", index, *problem, action.id));
+        }
+        if (__builtin_add_overflow(sum, action.estimatedBytes, &sum)) {
+            return failure("document: the estimates are too large");
+        }
+    }
+    return entries;
+}
+
+Result<void> checkCleanups(const ScanReport& report, const std::vector<Rule>& rules) {
+    for (std::size_t index = 0; index < report.findings.size(); ++index) {
+        const Finding& finding = report.findings[index];
+        const Rule* rule = ruleWith(finding.ruleID, rules);
+        if (rule == nullptr || rule->safety != finding.safety ||
+            !isSameCleanup(rule->cleanup, finding.cleanup)) {
+            return failure(fmt::format("document.findings[{}]: {} ({})", index,
+                                       rule == nullptr ? "an unknown rule" : "not as its rule says",
+                                       finding.ruleID));
+        }
+    }
+    return {};
+}
+
+std::vector<PlanEntry> heldBackNow(std::vector<PlanEntry> entries, const CleanupOptions& options,
+                                   const std::vector<Rule>& rules, const PlanSurroundings& surroundings) {
+    std::erase_if(entries, [&](const PlanEntry& entry) { return isLeftOut(entry.action, options); });
+    for (PlanEntry& entry : entries) {
+        if (entry.skipReason) {
+            continue;
+        }
+        const Rule* rule = ruleWith(entry.action.id, rules);
+        if (CleanupPlanner::touchesProtected(pathsOf(entry.action), options.protectedFolders)) {
+            entry.skipReason = CleanupPlanner::protectedReason(surroundings.language);
+        } else if (rule != nullptr) {
+            entry.skipReason = CleanupPlanner::openReason(rule->closeFirst, surroundings);
+        }
+    }
+    return entries;
+}
+
+} // namespace lumo

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Platform/Place.h"
+#include "Platform/SystemError.h"
+
+namespace lumo::platform {
+
+/// Removes what stands at the place and everything in it, for good. Nothing there is success, also when
+/// another program takes things away meanwhile.
+///
+/// Everything is reached through open folders, one name at a time: a link is removed and its target left
+/// alone, whatever is swapped while this runs. A folder on another mount than the place's folder is never
+/// entered; a mount point stays as it is and fails with EBUSY. Depth and width have no limit: at most 64
+/// descriptors are open, and memory does not grow with the number of entries.
+///
+/// A failure stops nothing: the rest of the tree is removed all the same, and the first reason is returned.
+/// Before that, unless only mounts were in the way, a second try gives folders of the current user at and
+/// below the place the owner's rights that they lack. What could not be removed stays, with those rights.
+/// ESTALE means that a folder was moved away while something in it was being removed; the try ended there.
+SystemResult<void> removeTree(const Place& place);
+
+/// Removes everything in the folder that stands at the place, in the same way, and leaves the folder. A link
+/// there has no contents of its own and fails with ELOOP; what is no folder has none and is a success.
+SystemResult<void> removeContents(const Place& place);
+
+} // namespace lumo::platform

@@ -1,0 +1,248 @@
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Reason.h"
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Cleanup/ApplicationFolders.h"
+#include "LumoCore/Cleanup/Holding.h"
+#include "LumoCore/Cleanup/SavedPlan.h"
+#include "LumoCore/Inventories/AppCaches.h"
+#include "LumoCore/Rules/RuleCatalog.h"
+#include "Platform/Clock.h"
+#include "Platform/StateFile.h"
+#include "Platform/Terminal.h"
+#include "TarvoApp/Model/CleanupTexts.h"
+#include "TarvoCLI/Commands.h"
+#include "TarvoCLI/HomeChange.h"
+#include "TarvoCLI/OutcomeText.h"
+#include "TarvoCLI/PlanArguments.h"
+#include "TarvoCLI/PlanText.h"
+#include "TarvoCLI/Question.h"
+#include "TarvoCLI/ReportSource.h"
+#include "TarvoCLI/WatchedCleanup.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+
+namespace tarvo {
+
+using lumo::CleanupAction;
+using lumo::CleanupOutcome;
+using lumo::PlanEntry;
+using lumo::text;
+namespace platform = lumo::platform;
+
+namespace {
+
+struct CleanArguments {
+    ReportSource source;
+    PlanArguments plan;
+    std::optional<std::string> savedPlan;
+    bool isConfirmed = false;
+    bool isDryRun = false;
+};
+
+/// Makes the plan for this moment; asked for once to show it and once more right before acting.
+using Planning = std::function<std::vector<PlanEntry>()>;
+
+/// What this build knows how to clean in the home folder.
+std::vector<lumo::Rule> knownRules(const std::string& home) {
+    std::vector<lumo::Rule> rules = lumo::RuleCatalog::all();
+    std::vector<lumo::Rule> ofApps = lumo::AppCaches::rules(lumo::InstalledApp::scan(home), rules, home);
+    rules.insert(rules.end(), ofApps.begin(), ofApps.end());
+    return rules;
+}
+
+ExitCode refuseFile(const std::string& file, const std::string& reason) {
+    return complain(fmt::format(fmt::runtime(text("no uso {} ({}): no se ha tocado nada",
+                                                  "{} is not used ({}): nothing was touched")),
+                                lumo::printable(file), lumo::printable(reason)),
+                    ExitCode::usage);
+}
+
+std::expected<Planning, ExitCode>
+planningFromFile(const std::string& file, const lumo::CleanupOptions& options, const Invocation& invocation) {
+    constexpr int standardInput = 0;
+    const auto bytes = file == "-" ? platform::readDescriptor(standardInput, lumo::mostJsonBytes)
+                                   : platform::readWhole(file, lumo::mostJsonBytes);
+    if (!bytes) {
+        return std::unexpected(refuseFile(file, lumo::reasonText(bytes.error())));
+    }
+    const std::vector<lumo::Rule> rules = knownRules(invocation.home);
+    const auto saved = lumo::savedPlanFromJson(*bytes, rules);
+    if (!saved) {
+        return std::unexpected(refuseFile(file, saved.error().message));
+    }
+    return [entries = *saved, rules, options, invocation] {
+        return withSurroundings(invocation, [&](const lumo::PlanSurroundings& surroundings) {
+            return lumo::heldBackNow(entries, options, rules, surroundings);
+        });
+    };
+}
+
+/// A report from outside must be one of this home and may bring no cleanups of its own.
+std::optional<ExitCode> refuseReport(const lumo::ScanReport& report, const std::string& file,
+                                     const Invocation& invocation) {
+    if (report.home != invocation.home) {
+        return refuseFile(file, fmt::format(fmt::runtime(text("es de la carpeta personal {}",
+                                                              "it is about the home folder {}")),
+                                            report.home));
+    }
+    if (const auto checked = lumo::checkCleanups(report, knownRules(invocation.home)); !checked) {
+        return refuseFile(file, checked.error().message);
+    }
+    return std::nullopt;
+}
+
+std::expected<Planning, ExitCode> planningFromReport(const ReportSource& source,
+                                                     const lumo::CleanupOptions& options,
+                                                     const Invocation& invocation) {
+    const auto report = reportFrom(source, invocation);
+    if (!report) {
+        return std::unexpected(report.error());
+    }
+    if (source.file) {
+        if (const auto refused = refuseReport(*report, *source.file, invocation)) {
+            return std::unexpected(*refused);
+        }
+    }
+    return [report = *report, options, invocation] { return planFor(report, options, invocation); };
+}
+
+std::vector<CleanupAction> actionsOf(const std::vector<PlanEntry>& entries) {
+    std::vector<CleanupAction> actions;
+    for (const PlanEntry& entry : entries) {
+        if (!entry.skipReason) {
+            actions.push_back(entry.action);
+        }
+    }
+    return actions;
+}
+
+/// The actions that were agreed to and that nothing speaks against since.
+std::vector<CleanupAction> stillAllowed(const std::vector<CleanupAction>& agreed, const Planning& planning) {
+    const std::vector<CleanupAction> now = actionsOf(planning());
+    std::vector<CleanupAction> allowed;
+    std::ranges::copy_if(agreed, std::back_inserter(allowed), [&](const CleanupAction& action) {
+        return std::ranges::find(now, action) != now.end();
+    });
+    return allowed;
+}
+
+/// What the plan and the question show: the same that will be carried out, with the guard's word on it.
+void addRefusals(std::vector<PlanEntry>& entries, const lumo::PathGuard& guard) {
+    for (PlanEntry& entry : entries) {
+        if (!entry.skipReason) {
+            entry.skipReason = guard.refusal(lumo::CleanupExecutor::touchedPaths(entry.action));
+        }
+    }
+}
+
+std::optional<ExitCode> declinedCleanup(const std::vector<PlanEntry>& entries,
+                                        const std::vector<CleanupAction>& actions,
+                                        const Invocation& invocation) {
+    const CleanupShares shares = sharesOf(actions);
+    const std::string shown = planText(entries, invocation) + confirmationMessage(shares) + "\n";
+    // Standard output belongs to the document.
+    platform::writeAll(invocation.isJson ? platform::Stream::error : platform::Stream::output, shown);
+    return declined(
+        fmt::format(fmt::runtime(text("¿Limpiar {}?", "Clean {}?")), lumo::ByteFormat::string(shares.total)));
+}
+
+ExitCode report(const std::vector<CleanupOutcome>& outcomes, const Invocation& invocation) {
+    std::string shown = lumo::dumpJson(lumo::encode(outcomes), lumo::JsonLayout::indented) + "\n";
+    if (!invocation.isJson) {
+        const bool hasHeld = std::ranges::any_of(
+            outcomes, [](const CleanupOutcome& outcome) { return outcome.restorable.has_value(); });
+        shown = outcomeText(outcomes, OutcomeDates::hidden, invocation) + "\n" +
+                tinted(cleanupDone(sumsOf(outcomes)), Tint::strong, invocation) + "\n" +
+                (hasHeld ? tinted(text("Para devolverlo a su sitio: tarvo deshacer\n",
+                                       "To put it back: tarvo undo\n"),
+                                  Tint::faint, invocation)
+                         : std::string());
+    }
+    const ExitCode printed = print(shown);
+    if (platform::wasInterrupted()) {
+        return ExitCode::interrupted;
+    }
+    const bool hasFailed = std::ranges::any_of(outcomes, [](const CleanupOutcome& outcome) {
+        return outcome.status == lumo::CleanupStatus::failed;
+    });
+    return hasFailed ? ExitCode::failed : printed;
+}
+
+ExitCode dryRun(std::vector<PlanEntry> entries, const lumo::PathGuard& guard, const Invocation& invocation) {
+    addRefusals(entries, guard);
+    if (invocation.isJson) {
+        return print(planJson(entries));
+    }
+    const std::vector<CleanupAction> actions = actionsOf(entries);
+    return print(planText(entries, invocation) +
+                 (actions.empty() ? std::string() : confirmationMessage(sharesOf(actions)) + "\n"));
+}
+
+ExitCode runClean(const CleanArguments& arguments, const Invocation& invocation) {
+    if (arguments.savedPlan && arguments.source.file) {
+        return complain(text("usa --plan o --report, no los dos", "use --plan or --report, not both"),
+                        ExitCode::usage);
+    }
+    if (const auto impossible = cannotAsk(arguments.isConfirmed || arguments.isDryRun)) {
+        return *impossible;
+    }
+    if (const auto refused = arguments.isDryRun ? std::nullopt : refuseForeign(invocation)) {
+        return *refused;
+    }
+    const auto options = cleanupOptions(arguments.plan, invocation);
+    if (!options) {
+        return options.error();
+    }
+    const auto planning = arguments.savedPlan ? planningFromFile(*arguments.savedPlan, *options, invocation)
+                                              : planningFromReport(arguments.source, *options, invocation);
+    if (!planning) {
+        return planning.error();
+    }
+    const std::vector<PlanEntry> entries = (*planning)();
+    const std::vector<CleanupAction> agreed = actionsOf(entries);
+    const lumo::PathGuard guard(invocation.home);
+    if (arguments.isDryRun) {
+        return dryRun(entries, guard, invocation);
+    }
+    if (agreed.empty()) {
+        return print(invocation.isJson ? "[]\n" : planText(entries, invocation));
+    }
+    if (const auto no = arguments.isConfirmed ? std::nullopt : declinedCleanup(entries, agreed, invocation)) {
+        return *no;
+    }
+    auto lock = lockHome(guard, "clean");
+    if (!lock) {
+        return lock.error();
+    }
+    return report(watchedCleanup(stillAllowed(agreed, *planning), guard, invocation), invocation);
+}
+
+} // namespace
+
+void addCleanCommand(CLI::App& app, Action& chosen) {
+    CLI::App* command = addCommand(app, "limpiar", "clean", "libera lo que diga el plan, tras preguntarte",
+                                   "free what the plan says, after asking you");
+    const auto arguments = std::make_shared<CleanArguments>();
+    const auto words = [](std::string_view es, std::string_view en) { return std::string(text(es, en)); };
+    addReportOption(*command, arguments->source);
+    addPlanOptions(*command, arguments->plan);
+    command
+        ->add_option("--plan", arguments->savedPlan,
+                     words("llevar a cabo este plan guardado; - para la entrada estándar",
+                           "carry out this saved plan; - for standard input"))
+        ->type_name(words("FICHERO", "FILE"));
+    command->add_flag("--yes", arguments->isConfirmed,
+                      words("confirmar sin preguntar", "confirm without asking"));
+    command->add_flag(
+        "--dry-run", arguments->isDryRun,
+        words("mostrar lo que haría y no tocar nada", "show what it would do and touch nothing"));
+    command->callback([arguments, &chosen] {
+        chosen = [arguments](const Invocation& invocation) { return runClean(*arguments, invocation); };
+    });
+}
+
+} // namespace tarvo

@@ -1,0 +1,112 @@
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Reason.h"
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/History/GrowthTracker.h"
+#include "LumoCore/History/SnapshotStore.h"
+#include "TarvoCLI/Commands.h"
+#include "TarvoCLI/ReportSource.h"
+#include "TarvoCLI/Table.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+
+namespace tarvo {
+
+using lumo::GrowthItem;
+using lumo::text;
+namespace GrowthTracker = lumo::GrowthTracker;
+
+namespace {
+
+/// What grew, as other programs read it.
+struct Growth {
+    std::optional<lumo::Date> since; ///< The baseline's; absent when there is none.
+    std::vector<GrowthItem> items;
+
+    static constexpr auto fields =
+        std::tuple{lumo::field("since", &Growth::since), lumo::field("items", &Growth::items)};
+};
+
+Growth growthOf(const lumo::ScanReport& report, const std::vector<lumo::DiskSnapshot>& stored) {
+    const auto baseline = GrowthTracker::baseline(stored, report.scannedAt, GrowthTracker::baselineAge);
+    if (!baseline) {
+        return {};
+    }
+    return {baseline->date, GrowthTracker::compare(lumo::DiskSnapshot::from(report), *baseline,
+                                                   GrowthTracker::smallestGrowth)};
+}
+
+/// "Yesterday" for what is nearer to one day than to two, otherwise the day: the scan before may be weeks
+/// ago.
+std::string heading(lumo::Date since, lumo::Date now) {
+    constexpr std::chrono::hours yesterdayEnds{36};
+    if (now - since >= GrowthTracker::baselineAge && now - since < yesterdayEnds) {
+        return std::string(text("LO QUE MÁS HA CRECIDO DESDE AYER", "GREW MOST SINCE YESTERDAY"));
+    }
+    return fmt::format(fmt::runtime(text("LO QUE MÁS HA CRECIDO DESDE EL {}", "GREW MOST SINCE {}")),
+                       lumo::dayText(since));
+}
+
+/// Why there is nothing to compare with, and how there will be.
+std::string reasonForNoBaseline(const lumo::platform::SystemResult<std::vector<lumo::DiskSnapshot>>& stored,
+                                const lumo::SnapshotStore& store) {
+    if (!stored) {
+        return fmt::format(fmt::runtime(text("No he podido leer los análisis anteriores en {}: {}.",
+                                             "The earlier scans in {} could not be read: {}.")),
+                           lumo::printable(store.path()), lumo::reasonText(stored.error()));
+    }
+    return std::string(
+        text("Es el primer análisis: aún no hay otro con el que compararlo. tarvo analizar guarda "
+             "con qué se comparan los siguientes.",
+             "This is the first scan: there is none to compare it with yet. tarvo scan stores "
+             "what later ones are compared with."));
+}
+
+std::string textOfItems(const Growth& growth, lumo::Date now, const Invocation& invocation) {
+    if (growth.items.empty()) {
+        return std::string(text("Nada ha crecido más de 200 MB.\n", "Nothing has grown more than 200 MB.\n"));
+    }
+    Table table({{.align = Align::right, .tint = Tint::review},
+                 {.mayShrink = true},
+                 {.align = Align::right, .tint = Tint::faint}});
+    for (const GrowthItem& item : growth.items) {
+        table.add({"+" + lumo::ByteFormat::string(item.delta), lumo::printable(item.name),
+                   fmt::format("{} {}", text("ahora", "now"), lumo::ByteFormat::string(item.now))});
+    }
+    return tinted(heading(*growth.since, now), Tint::strong, invocation) + "\n" +
+           table.lines(2, outputColumns(), invocation);
+}
+
+ExitCode runGrowth(const ReportSource& source, const Invocation& invocation) {
+    const auto report = reportFrom(source, invocation);
+    if (!report) {
+        return report.error();
+    }
+    const lumo::SnapshotStore store(invocation.home);
+    // What cannot be read is no history, as everywhere; a person is told so.
+    const auto stored = store.read();
+    const Growth growth = growthOf(*report, stored.value_or(std::vector<lumo::DiskSnapshot>()));
+    if (invocation.isJson) {
+        return print(lumo::dumpJson(lumo::encode(growth), lumo::JsonLayout::indented) + "\n");
+    }
+    std::string shown = textOfItems(growth, report->scannedAt, invocation);
+    if (!growth.since) {
+        shown += tinted(reasonForNoBaseline(stored, store), Tint::faint, invocation) + "\n";
+    }
+    return print(shown);
+}
+
+} // namespace
+
+void addGrowthCommand(CLI::App& app, Action& chosen) {
+    CLI::App* command = addCommand(app, "crecimiento", "growth", "qué ha crecido desde ayer",
+                                   "what has grown since yesterday");
+    const auto source = std::make_shared<ReportSource>();
+    addReportOption(*command, *source);
+    command->callback([source, &chosen] {
+        chosen = [source](const Invocation& invocation) { return runGrowth(*source, invocation); };
+    });
+}
+
+} // namespace tarvo

@@ -1,0 +1,54 @@
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Reason.h"
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Cleanup/ApplicationFolders.h"
+#include "LumoCore/Cleanup/HistoryLog.h"
+#include "TarvoCLI/Commands.h"
+#include "TarvoCLI/HomeChange.h"
+#include "TarvoCLI/OutcomeText.h"
+
+#include <fmt/format.h>
+
+namespace tarvo {
+
+using lumo::text;
+
+namespace {
+
+/// The log as programs see it.
+struct History {
+    std::int64_t total = 0;
+    std::vector<lumo::CleanupOutcome> outcomes;
+
+    static constexpr auto fields =
+        std::tuple{lumo::field("total", &History::total), lumo::field("outcomes", &History::outcomes)};
+};
+
+ExitCode runHistory(const Invocation& invocation) {
+    const auto outcomes = readHistory(invocation.home);
+    if (!outcomes) {
+        return outcomes.error();
+    }
+    const History history{.total = lumo::CleanupHistory::total(*outcomes), .outcomes = *outcomes};
+    if (invocation.isJson) {
+        return print(lumo::dumpJson(lumo::encode(history), lumo::JsonLayout::indented) + "\n");
+    }
+    if (history.outcomes.empty()) {
+        return print(text("Todavía no se ha limpiado nada.\n", "Nothing has been cleaned yet.\n"));
+    }
+    return print(outcomeText(history.outcomes, OutcomeDates::shown, invocation) + "\n" +
+                 tinted(fmt::format(fmt::runtime(text("Limpiado en total: {}", "Cleaned in all: {}")),
+                                    lumo::ByteFormat::string(history.total)),
+                        Tint::strong, invocation) +
+                 "\n");
+}
+
+} // namespace
+
+void addHistoryCommand(CLI::App& app, Action& chosen) {
+    addCommand(app, "historial", "history", "todas las limpiezas y lo que liberaron",
+               "all cleanups and what they freed")
+        ->callback([&chosen] { chosen = runHistory; });
+}
+
+} // namespace tarvo

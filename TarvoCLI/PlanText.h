@@ -1,0 +1,17 @@
+#pragma once
+
+#include "LumoCore/Cleanup/CleanupPlanner.h"
+#include "TarvoCLI/Console.h"
+
+#include <string>
+#include <vector>
+
+namespace tarvo {
+
+/// A plan for a person to read: what would be cleaned and how, what is left out and why.
+std::string planText(const std::vector<lumo::PlanEntry>& entries, const Invocation& invocation);
+
+/// A plan for programs.
+std::string planJson(const std::vector<lumo::PlanEntry>& entries);
+
+} // namespace tarvo

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "LumoCore/Cleanup/ApplicationFolders.h"
+#include "LumoCore/Cleanup/CleanupExecutor.h"
+#include "LumoCore/Cleanup/HistoryLog.h"
+#include "LumoCore/Cleanup/Holding.h"
+#include "LumoCore/Cleanup/Undoing.h"
+#include "Tests/support/TempHome.h"
+
+#include <string>
+#include <vector>
+
+namespace tarvo::testing {
+
+inline const lumo::Date cleaningTime = lumo::dateFromIsoText("2026-03-14T09:30:05Z").value();
+
+/// A home in which cleanups run.
+class CleaningHome final {
+  public:
+    [[nodiscard]] const TempHome& files() const { return files_; }
+    [[nodiscard]] const std::string& root() const { return files_.path(); }
+    [[nodiscard]] std::string path(std::string_view name) const { return files_.path(name); }
+    [[nodiscard]] lumo::PathGuard guard() const { return lumo::PathGuard(files_.path()); }
+
+    /// An action on those names with the bytes that they take now.
+    [[nodiscard]] lumo::CleanupAction action(lumo::Safety safety, lumo::Method method,
+                                             const std::vector<std::string>& names) const {
+        lumo::CleanupAction action{
+            .id = "id", .title = "Title", .safety = safety, .method = std::move(method)};
+        for (const std::string& name : names) {
+            action.measuredPaths.push_back(path(name));
+        }
+        action.estimatedBytes = lumo::CleanupExecutor::remaining(action);
+        return action;
+    }
+
+    /// An action that takes the items of those names.
+    [[nodiscard]] lumo::CleanupAction items(lumo::Safety safety,
+                                            const std::vector<std::string>& names) const {
+        lumo::CleanupAction made = action(safety, lumo::method::TrashItems{}, names);
+        made.method = lumo::method::TrashItems{made.measuredPaths};
+        return made;
+    }
+
+    [[nodiscard]] std::vector<lumo::CleanupOutcome> clean(const std::vector<lumo::CleanupAction>& actions,
+                                                          lumo::CleanupExecutor::Control control = {},
+                                                          lumo::Date now = cleaningTime) const {
+        const lumo::PathGuard guard = this->guard();
+        lumo::Mover mover(guard, lumo::Holding::newBatch(files_.path(), now));
+        control.now = [now] { return now; };
+        return lumo::CleanupExecutor::run(actions, guard, historyPath(), mover,
+                                          lumo::CleanupExecutor::SafeItems::deletedAtOnce, control);
+    }
+
+    /// Sets one item aside and tells where it is.
+    [[nodiscard]] lumo::TrashedItem setAside(const std::string& name, lumo::Date now = cleaningTime) const {
+        return clean({items(lumo::Safety::review, {name})}, {}, now).front().restorable.value().front();
+    }
+
+    [[nodiscard]] std::string historyPath() const {
+        return lumo::ApplicationFolders::historyLog(files_.path());
+    }
+    [[nodiscard]] std::vector<lumo::CleanupOutcome> history() const {
+        return lumo::HistoryLog::outcomes(historyPath()).value();
+    }
+
+    [[nodiscard]] lumo::TrashOperationResult undo() const {
+        return lumo::Holding::restore(lumo::Undoing::newestBatch(history(), guard()), guard());
+    }
+
+  private:
+    TempHome files_;
+};
+
+} // namespace tarvo::testing

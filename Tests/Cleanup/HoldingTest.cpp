@@ -1,0 +1,251 @@
+#include "Tests/Cleanup/CleaningHome.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+using lumo::Date;
+using lumo::Safety;
+using lumo::TrashedItem;
+using tarvo::testing::CleaningHome;
+using tarvo::testing::cleaningTime;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+namespace fs = std::filesystem;
+namespace Holding = lumo::Holding;
+using namespace std::chrono_literals;
+
+namespace {
+
+const std::string own = "Library/Application Support/TarvoAI/";
+
+/// Runs the rest of a test in a time zone.
+class InTimeZone final {
+  public:
+    explicit InTimeZone(const char* zone) {
+        setenv("TZ", zone, 1);
+        tzset();
+    }
+    ~InTimeZone() {
+        unsetenv("TZ");
+        tzset();
+    }
+    InTimeZone(const InTimeZone&) = delete;
+    InTimeZone& operator=(const InTimeZone&) = delete;
+};
+
+} // namespace
+
+TEST(Holding, ListsBatchesOldestFirstByStampOrElseByChange) {
+    const CleaningHome home;
+    const std::string root = own + "Apartado/";
+    home.files().file(root + "20260314-093005/A-x", 5000);
+    home.files().file(root + "20260231-000000/x");
+    home.files().file(root + "notes/x");
+    home.files().setModified(root + "notes", 1000000000);
+    home.files().setModified(root + "20260231-000000", 1100000000);
+    const auto batches = Holding::batches(home.guard(), cleaningTime);
+    ASSERT_THAT(batches, SizeIs(3));
+    EXPECT_EQ(batches[0].path, home.path(root + "notes"));
+    EXPECT_EQ(batches[0].date, Date(1000000000s));
+    EXPECT_EQ(batches[1].date, Date(1100000000s)) << "no such day";
+    EXPECT_EQ(batches[2].path, home.path(root + "20260314-093005"));
+    EXPECT_GT(batches[2].bytes, 5000);
+    EXPECT_THAT(Holding::batches(CleaningHome().guard(), cleaningTime), IsEmpty());
+}
+
+TEST(Holding, ExpiresAfterSevenCalendarDaysToTheSecondAcrossSummerTime) {
+    const InTimeZone madrid("Europe/Madrid");
+    const CleaningHome home;
+    // The clocks go forward on 29 March 2026: the seventh day ends an hour "early".
+    home.files().file(own + "Apartado/20260325-120000/x", 5000);
+    home.files().file(own + "Apartado/20260325-120100/x", 5000);
+    const auto batches = Holding::batches(home.guard(), cleaningTime);
+    const Date end = lumo::dateFromIsoText("2026-04-01T10:00:00Z").value();
+    EXPECT_EQ(batches[0].expires(), end);
+    EXPECT_EQ(Holding::purgeExpired(home.guard(), end - 1s), 0);
+    EXPECT_EQ(Holding::purgeExpired(home.guard(), end), batches[0].bytes);
+    EXPECT_FALSE(fs::exists(batches[0].path));
+    EXPECT_TRUE(fs::exists(batches[1].path));
+}
+
+TEST(Holding, PutsBackEverythingAsItWasAndRemovesTheEmptyBatch) {
+    const CleaningHome home;
+    home.files().fileWith("deep/folder/cache", "one");
+    home.files().fileWith("other/cache", "two");
+    home.files().file("deep/name\x80\n", 3);
+    home.files().setModified("deep/folder/cache", 1234567890);
+    home.files().setMode("deep/folder/cache", 0640);
+    const std::string longest = "other/" + std::string(254, 'x') + "\xC3"; // Cut inside a character's bytes.
+    home.files().file(longest, 1);
+    // The folder of an item that was set aside before goes, too: the last one has to come back first.
+    const auto outcomes =
+        home.clean({home.items(Safety::review, {"deep/folder/cache", "other/cache", longest}),
+                    home.items(Safety::review, {"deep"})});
+    EXPECT_FALSE(fs::exists(home.path("deep")));
+    const std::string batch = fs::path(outcomes[0].restorable->front().inTrash).parent_path();
+    EXPECT_EQ(fs::status(batch).permissions(), fs::perms::owner_all);
+
+    const auto result = home.undo();
+    EXPECT_THAT(result.failures, IsEmpty());
+    EXPECT_EQ(result.done, 4);
+    EXPECT_EQ(fs::file_size(home.path("deep/name\x80\n")), 3U);
+    EXPECT_TRUE(fs::exists(home.path(longest)));
+    EXPECT_EQ(fs::status(home.path("deep/folder/cache")).permissions(), fs::perms(0640));
+    EXPECT_FALSE(fs::exists(batch));
+    EXPECT_EQ(home.undo(), lumo::TrashOperationResult{});
+}
+
+TEST(Holding, RefusesToRestoreWhatIsTakenGoneOrNotItsOwn) {
+    const CleaningHome home;
+    for (const char* name : {"file", "link", "purged", "outside"}) {
+        home.files().fileWith(name, name);
+    }
+    std::vector<TrashedItem> items;
+    for (const char* name : {"file", "link", "purged", "outside"}) {
+        items.push_back(home.setAside(name));
+    }
+    home.files().fileWith("file", "newer");
+    home.files().link("link", "dangling");
+    fs::remove(items[2].inTrash);
+    items[3].original = "/tmp/tarvo-outside";
+    TrashedItem dots = items[0];
+    dots.original = home.path("sub/../file2");
+    TrashedItem crossed = items[0];
+    crossed.inTrash += "/../" + fs::path(items[0].inTrash).filename().string();
+    items.push_back(dots);
+    items.push_back(crossed);
+    items.push_back({.original = home.path("stolen"), .inTrash = home.files().file("victim")});
+    items.push_back({.original = home.path("batch"), .inTrash = fs::path(items[0].inTrash).parent_path()});
+
+    const auto result = Holding::restore(items, home.guard());
+    EXPECT_EQ(result.done, 0);
+    const auto gone = [](const std::string& name) {
+        return testing::AnyOf(name + ": no longer in Recently Cleaned", name + ": ya no está apartado");
+    };
+    EXPECT_THAT(result.failures, ElementsAre("file: ya existe en su sitio", "link: ya existe en su sitio",
+                                             gone("purged"), testing::HasSubstr("/tmp/tarvo-outside"),
+                                             gone("file2"), gone("file"), gone("stolen"), gone("batch")));
+    EXPECT_TRUE(fs::exists(items[0].inTrash));
+    EXPECT_TRUE(fs::exists(home.path("victim")));
+    EXPECT_FALSE(fs::exists(home.path("sub")));
+}
+
+TEST(Holding, EmptiesForGoodAndUnlinksLinksWithoutTheirTargets) {
+    const CleaningHome home;
+    home.files().file("letter", 9000);
+    home.files().file("kept/file");
+    (void)home.setAside("letter");
+    home.files().link(own + "Apartado/linked", home.path("kept"));
+    const auto before = Holding::batches(home.guard(), cleaningTime);
+    const auto emptied = Holding::emptyAll(home.guard(), cleaningTime);
+    EXPECT_THAT(emptied.failures, IsEmpty());
+    EXPECT_EQ(emptied.freed, before[0].bytes + before[1].bytes);
+    EXPECT_TRUE(fs::is_empty(home.path(own + "Apartado")));
+    EXPECT_TRUE(fs::is_empty(home.path("Library/Caches/TarvoAI/vaciando")));
+    EXPECT_TRUE(fs::exists(home.path("kept/file")));
+}
+
+TEST(Holding, EmptiesWithoutAStagingFolderAndPutsBackWhatCannotBeRemoved) {
+    const CleaningHome home;
+    home.files().file("letter", 9000);
+    home.files().file("tree/locked/file", 9000);
+    home.files().file("Library/Caches/TarvoAI"); // No staging folder can be made here.
+    const TrashedItem letter = home.setAside("letter", cleaningTime - 1h);
+    EXPECT_GT(Holding::emptyAll(home.guard(), cleaningTime).freed, 9000);
+    EXPECT_FALSE(fs::exists(letter.inTrash));
+
+    const TrashedItem tree = home.setAside("tree");
+    chown((tree.inTrash + "/locked").c_str(), 0, 0);
+    chmod((tree.inTrash + "/locked").c_str(), 0755);
+    const auto outcome = tarvo::testing::asOrdinaryUser(home.root(), [&] {
+        return true; // Only hands the home over.
+    });
+    if (outcome == tarvo::testing::Outcome::notPossible || geteuid() != 0) {
+        GTEST_SKIP() << "needs the right to own files as another user";
+    }
+    for (const auto& entry : fs::recursive_directory_iterator(home.path("Library"))) {
+        if (entry.path().filename() != "locked" && entry.path().filename() != "file") {
+            lchown(entry.path().c_str(), 65534, 65534);
+        }
+    }
+    lchown(home.path("Library").c_str(), 65534, 65534);
+    EXPECT_EQ(tarvo::testing::asOrdinaryUser(home.root(),
+                                             [&] {
+                                                 const auto emptied =
+                                                     Holding::emptyAll(home.guard(), cleaningTime);
+                                                 return emptied.freed == 0 && emptied.failures.size() == 1 &&
+                                                        fs::exists(tree.inTrash + "/locked/file");
+                                             }),
+              tarvo::testing::Outcome::held);
+}
+
+TEST(Holding, EmptiesChosenItemsOnlyInItsOwnArea) {
+    const CleaningHome home;
+    home.files().file("letter", 9000);
+    home.files().file("other");
+    const TrashedItem letter = home.setAside("letter");
+    const auto result = Holding::emptyTrashed(
+        {letter, letter, {.original = "x/other", .inTrash = home.path("other")}}, home.guard());
+    EXPECT_EQ(result.done, 1) << "what is gone is passed over";
+    EXPECT_THAT(result.failures,
+                ElementsAre(testing::AnyOf("other: not in Recently Cleaned", "other: no está apartado")));
+    EXPECT_TRUE(fs::exists(home.path("other")));
+}
+
+TEST(Holding, CountsALinkInPlaceOfItsFoldersAsMissing) {
+    const CleaningHome home;
+    home.files().file("letter");
+    const TrashedItem letter = home.setAside("letter");
+    fs::rename(home.path(own + "Apartado"), home.path("moved"));
+    home.files().link(own + "Apartado", home.path("moved"));
+    EXPECT_THAT(Holding::batches(home.guard(), cleaningTime), IsEmpty());
+    EXPECT_EQ(Holding::emptyAll(home.guard(), cleaningTime), Holding::Emptied{});
+    EXPECT_EQ(Holding::restore({letter}, home.guard()).done, 0);
+    home.files().file("second");
+    EXPECT_EQ(home.clean({home.items(Safety::review, {"second"})}).front().status,
+              lumo::CleanupStatus::failed);
+    EXPECT_TRUE(fs::exists(home.path("second")));
+}
+
+TEST(Undoing, FindsTheNewestBatchByTheLogAndThenTheOneBefore) {
+    const CleaningHome home;
+    for (const char* name : {"first", "second"}) {
+        home.files().file(name);
+    }
+    (void)home.setAside("first", cleaningTime);
+    (void)home.setAside("second", cleaningTime - 24h); // The clock was set back in between.
+    home.files().folder("first");
+    (void)home.setAside("first", cleaningTime - 48h);
+    EXPECT_EQ(home.undo().done, 1);
+    EXPECT_TRUE(fs::is_directory(home.path("first")));
+    EXPECT_EQ(home.undo().done, 1);
+    EXPECT_TRUE(fs::exists(home.path("second")));
+    const auto found = lumo::Undoing::newestFrom(home.path("first"), home.history(), home.guard());
+    ASSERT_TRUE(found);
+    EXPECT_TRUE(fs::is_regular_file(found->inTrash));
+}
+
+TEST(Undoing, CollectsWhatTheLatestCleanupSetAsideWithinAWindow) {
+    const auto outcome = [](Date date, std::int64_t bytes, const char* name) {
+        lumo::CleanupOutcome made{.id = name, .title = name, .trashedBytes = bytes};
+        made.date = date;
+        made.restorable = std::vector<TrashedItem>{{.original = name, .inTrash = name}};
+        return made;
+    };
+    lumo::CleanupOutcome later = outcome(cleaningTime + 1h, 7, "none");
+    later.restorable.reset();
+    const auto last = lumo::Undoing::lastBatchInTrash({outcome(cleaningTime - 61s, 1, "old"),
+                                                       outcome(cleaningTime - 60s, 2, "a"),
+                                                       outcome(cleaningTime, 4, "b"), later},
+                                                      60s);
+    EXPECT_EQ(last.bytes, 6);
+    ASSERT_THAT(last.items, SizeIs(2));
+    EXPECT_EQ(last.items.front().original, "a");
+}

@@ -1,0 +1,140 @@
+#include "LumoCore/Cleanup/PathGuard.h"
+#include "Platform/Place.h"
+#include "Tests/support/TempHome.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include <filesystem>
+
+using lumo::Language;
+using lumo::PathGuard;
+using tarvo::testing::TempHome;
+
+namespace {
+
+bool isRefused(const PathGuard& guard, const std::string& path) {
+    EXPECT_EQ(guard.refusal({path}, Language::es).has_value(),
+              !guard.place(path).has_value() && !guard.place(path).error().isMissing())
+        << path;
+    return guard.refusal({path}, Language::en) == "outside your home folder: " + path &&
+           guard.refusal({path}, Language::es) == "fuera de tu carpeta personal: " + path;
+}
+
+} // namespace
+
+TEST(PathGuard, RefusesEveryPathThatIsNotSpeltOutBeneathTheHome) {
+    const TempHome home;
+    home.file("file");
+    home.folder("folder");
+    const PathGuard guard(home.path());
+    const std::string h = home.path();
+    for (const std::string& path : {std::string(),
+                                    std::string("/"),
+                                    std::string("/etc/passwd"),
+                                    std::string("file"),
+                                    std::string("./file"),
+                                    h,
+                                    h + "/",
+                                    h + "/.",
+                                    h + "/..",
+                                    h + "x/file",
+                                    h + "/../other",
+                                    h + "/folder/../../etc",
+                                    h + "/missing/../file",
+                                    h + "/folder/./x",
+                                    h + "/folder//x",
+                                    h + "//file",
+                                    h + "/folder/",
+                                    h + "/missing/",
+                                    h + "/file" + std::string(1, '\0'),
+                                    h + std::string("/missing\0/x", 11),
+                                    std::string("/Applications"),
+                                    std::string("/Applications/"),
+                                    std::string("/Applications/.app"),
+                                    std::string("/Applications/Utilities/Foo.app"),
+                                    std::string("/Applications/Foo.app/../x"),
+                                    std::string("/Applications/Foo.app/x.app"),
+                                    std::string("/Applications//Foo.app"),
+                                    std::string("/Applications/..app"),
+                                    std::string("/Applications/Foo"),
+                                    std::string("/Library/Caches")}) {
+        EXPECT_TRUE(isRefused(guard, path)) << path;
+    }
+    for (const std::string& path : {h + "/file", h + "/folder/missing", h + "/missing/deep/er",
+                                    std::string("/Applications/Foo.app"), h + "/..x", h + "/fol\ner\x80"}) {
+        EXPECT_EQ(guard.refusal({path}), std::nullopt) << path;
+    }
+}
+
+TEST(PathGuard, RefusesEverythingInABadHome) {
+    const TempHome home;
+    home.file("file");
+    home.link("dangling", "nowhere");
+    for (const std::string& bad :
+         {std::string(), std::string("/"), std::string("."), home.path("file"), home.path("missing"),
+          home.path("dangling"), home.path() + "/", home.path() + std::string("\0x", 2)}) {
+        EXPECT_TRUE(isRefused(PathGuard(bad), bad + "/file")) << bad;
+        EXPECT_TRUE(isRefused(PathGuard(bad), "/file")) << bad;
+    }
+}
+
+TEST(PathGuard, FollowsLinksThatStayInTheHomeAndRefusesThoseThatLeave) {
+    const TempHome home;
+    const TempHome outside;
+    outside.file("sub/victim");
+    home.file("real/item");
+    home.link("relative", "real");
+    home.link("absolute", home.path("real"));
+    home.link("leaves", outside.path());
+    home.link("chain", "leaves");
+    home.link("up", "..");
+    home.link("loop", "loop");
+    const PathGuard guard(home.path());
+    for (const char* name : {"relative/item", "absolute/item"}) {
+        const auto place = guard.place(home.path(name));
+        ASSERT_TRUE(place) << name;
+        EXPECT_EQ(place->path(), std::filesystem::canonical(home.path("real")).string() + "/item");
+    }
+    for (const char* name : {"leaves/sub", "leaves/sub/victim", "chain/sub", "up/x"}) {
+        EXPECT_TRUE(isRefused(guard, home.path(name))) << name;
+    }
+    EXPECT_EQ(guard.refusal({home.path("leaves")}), std::nullopt) << "the link itself may go";
+    EXPECT_EQ(guard.refusal({home.path("loop/x")}, Language::en), "x: it is a link");
+}
+
+TEST(PathGuard, RefusesWhatIsHoldsOrLiesInTheOwnFolderHoweverItIsReached) {
+    const TempHome home;
+    const std::string own = "Library/Application Support/TarvoAI";
+    home.file(own + "/Apartado/20250101-000000/held");
+    home.link("shortcut", "Library/Application Support");
+    home.file("Library/Application Support/TarvoAI2/file");
+    const PathGuard guard(home.path());
+    for (const std::string& name :
+         {std::string("Library"), std::string("Library/Application Support"), own, own + "/Apartado",
+          own + "/Apartado/20250101-000000/held", own + "/missing/x", std::string("shortcut/TarvoAI"),
+          std::string("shortcut/TarvoAI/Apartado")}) {
+        EXPECT_TRUE(isRefused(guard, home.path(name))) << name;
+    }
+    EXPECT_EQ(guard.refusal({home.path("Library/Application Support/TarvoAI2")}), std::nullopt);
+}
+
+TEST(PathGuard, ActsOnWhatItFoundWhenTheFolderIsSwappedForALinkAfterwards) {
+    const TempHome home;
+    const TempHome outside;
+    outside.file("item", 10);
+    home.file("folder/item", 10);
+    home.folder("target");
+    const PathGuard guard(home.path());
+    const auto from = guard.place(home.path("folder/item"));
+    const auto to = guard.place(home.path("target/moved"));
+    ASSERT_TRUE(from && to);
+    std::filesystem::rename(home.path("folder"), home.path("aside"));
+    home.link("folder", outside.path());
+    EXPECT_TRUE(lumo::platform::moveWithoutReplacing(*from, *to));
+    EXPECT_TRUE(std::filesystem::exists(outside.path("item")));
+    EXPECT_FALSE(std::filesystem::exists(home.path("aside/item")));
+    EXPECT_TRUE(std::filesystem::exists(home.path("target/moved")));
+}

@@ -1,0 +1,131 @@
+#include "LumoCore/Cleanup/SavedPlan.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <limits>
+
+using lumo::PlanEntry;
+using lumo::Rule;
+using lumo::Safety;
+using testing::ElementsAre;
+using testing::HasSubstr;
+namespace method = lumo::method;
+
+namespace {
+
+const std::vector<Rule>& rules() {
+    static const std::vector<Rule> all{
+        {.id = "npm", .safety = Safety::safe, .cleanup = lumo::cleanup::Command{"npm  clean --force"}},
+        {.id = "chosen", .safety = Safety::review, .cleanup = lumo::cleanup::Command{"ollama rm <modelo>"}},
+        {.id = "web",
+         .safety = Safety::safe,
+         .cleanup = lumo::cleanup::DeleteItems{},
+         .closeFirst = "browser"},
+        {.id = "hand", .safety = Safety::review, .cleanup = lumo::cleanup::Manual{"Empty it"}}};
+    return all;
+}
+
+PlanEntry entry(std::string id, lumo::Method how, std::optional<std::string> reason = {}) {
+    return {{.id = std::move(id), .safety = Safety::safe, .estimatedBytes = 5, .method = std::move(how)},
+            std::move(reason)};
+}
+
+lumo::Result<std::vector<PlanEntry>> savedAndRead(const std::vector<PlanEntry>& entries) {
+    return lumo::savedPlanFromJson(lumo::dumpJson(lumo::encode(entries), lumo::JsonLayout::indented),
+                                   rules());
+}
+
+} // namespace
+
+TEST(SavedPlan, IsReadAsItWasSaved) {
+    const std::vector<PlanEntry> entries{
+        entry("npm", method::Command{{"npm", "clean", "--force"}}),
+        entry("npm", method::Command{{"npm", "clean", "--force"}}, "quit it first"),
+        entry("proyecto:a/target", method::TrashItems{{"/home/x/caf\xE9/target"}}),
+        entry("web", method::TrashContents{{"/home/x/web"}})};
+    EXPECT_EQ(savedAndRead(entries), entries);
+    EXPECT_EQ(savedAndRead({}), std::vector<PlanEntry>{});
+}
+
+TEST(SavedPlan, NeverBringsItsOwnCommandsNorActsOnWhatIsKept) {
+    const auto refusal = [](PlanEntry last) {
+        const auto read = savedAndRead({entry("web", method::TrashItems{}), std::move(last)});
+        return read ? "" : read.error().message;
+    };
+    const auto ofCommand = [&](std::string id, std::vector<std::string> words) {
+        return refusal(entry(std::move(id), method::Command{std::move(words)}, "left out, but a command"));
+    };
+    for (const std::string& message :
+         {ofCommand("npm", {"npm", "clean", "--force", "/"}), ofCommand("npm", {"npm", "clean"}),
+          ofCommand("npm", {"npm", "clean --force"}), ofCommand("web", {"npm", "clean", "--force"}),
+          ofCommand("other", {"npm", "clean", "--force"}), ofCommand("web", {}),
+          ofCommand("chosen", {"ollama", "rm", "<modelo>"}),
+          ofCommand("chosen", {"ollama", "rm", "llama"})}) {
+        EXPECT_THAT(message, HasSubstr("document[1].action: a command that is not its rule's"));
+    }
+    PlanEntry kept = entry("web", method::TrashItems{}, "reason");
+    kept.action.safety = Safety::keep;
+    EXPECT_EQ(refusal(kept), "document[1].action: something that is kept (web)");
+    PlanEntry counted = entry("web", method::TrashItems{});
+    counted.action.estimatedBytes = -1;
+    EXPECT_EQ(refusal(counted), "document[1].action: a negative estimate (web)");
+    counted.action.estimatedBytes = std::numeric_limits<std::int64_t>::max();
+    EXPECT_EQ(refusal(counted), "document: the estimates are too large");
+    EXPECT_FALSE(lumo::savedPlanFromJson(R"([{"skipReason":"x"}])", rules()));
+    EXPECT_FALSE(lumo::savedPlanFromJson("{}", rules()));
+}
+
+TEST(SavedPlan, TakesReportsOnlyWithTheCleanupsOfTheRules) {
+    const auto refusal = [](const std::string& id, Safety safety, lumo::Cleanup cleanup) {
+        lumo::ScanReport report;
+        report.findings = {{.ruleID = id, .safety = safety, .cleanup = std::move(cleanup)}};
+        const auto checked = lumo::checkCleanups(report, rules());
+        return checked ? "" : checked.error().message;
+    };
+    const lumo::Cleanup npm = lumo::cleanup::Command{"npm  clean --force"};
+    EXPECT_EQ(refusal("npm", Safety::safe, npm), "");
+    EXPECT_EQ(refusal("hand", Safety::review, lumo::cleanup::Manual{"Vacíala"}), "");
+    const std::string message = "document.findings[0]: not as its rule says ";
+    EXPECT_EQ(refusal("npm", Safety::review, npm), message + "(npm)");
+    EXPECT_EQ(refusal("npm", Safety::safe, lumo::cleanup::Command{"npm clean --force"}), message + "(npm)");
+    EXPECT_EQ(refusal("npm", Safety::safe, lumo::cleanup::Manual{"x"}), message + "(npm)");
+    EXPECT_EQ(refusal("hand", Safety::review, lumo::cleanup::DeleteItems{}), message + "(hand)");
+    EXPECT_EQ(refusal("new", Safety::safe, npm), "document.findings[0]: an unknown rule (new)");
+}
+
+TEST(SavedPlan, IsHeldBackByWhatHoldsAFreshPlanBack) {
+    const std::vector<std::string> work{"/home/x/work/app"};
+    const std::vector<std::string> beside{"/home/x/workshop"};
+    std::vector<PlanEntry> saved{entry("a", method::TrashItems{work}),
+                                 entry("a", method::TrashItems{work}, "before"),
+                                 entry("a", method::TrashContents{work}),
+                                 entry("a", method::EvictFromICloud{work}),
+                                 entry("npm", method::Command{}),
+                                 entry("npm", method::Command{}),
+                                 entry("a", method::TrashItems{beside}),
+                                 entry("web", method::TrashItems{beside}),
+                                 entry("web", method::TrashItems{beside}, "before")};
+    saved[4].action.measuredPaths = work;
+    saved[5].action.fallbackContents = work;
+    const auto reasons = [&](const lumo::CleanupOptions& options) {
+        std::vector<std::string> said;
+        for (const PlanEntry& held :
+             lumo::heldBackNow(saved, options, rules(),
+                               {.isRunning = [](const std::string& id) { return id == "browser"; },
+                                .nameOf = [](const std::string& id) { return "App " + id; },
+                                .language = lumo::Language::en})) {
+            said.push_back(held.skipReason.value_or(""));
+        }
+        return said;
+    };
+    const std::string open = "quit App browser first";
+    const std::string kept = "it's in a folder protected in Settings";
+    EXPECT_THAT(reasons({}), ElementsAre("", "before", "", "", "", "", "", open, "before"));
+    EXPECT_THAT(reasons({.protectedFolders = {"/home/x/work"}}),
+                ElementsAre(kept, "before", kept, kept, kept, kept, "", open, "before"));
+    EXPECT_THAT(reasons({.protectedFolders = {"/home/x/workshop/deep"}}),
+                ElementsAre("", "before", "", "", "", "", kept, kept, "before"));
+    EXPECT_THAT(reasons({.excludedProjects = {"/home/x/work"}}), ElementsAre("", open, "before"));
+    EXPECT_THAT(reasons({.only = std::set<std::string>{"web"}}), ElementsAre(open, "before"));
+}

@@ -1,0 +1,175 @@
+#include "LumoCore/History/GrowthTracker.h"
+#include "LumoCore/History/SnapshotStore.h"
+#include "Tests/support/TempHome.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <sstream>
+
+using lumo::DiskSnapshot;
+using lumo::GrowthItem;
+using lumo::SnapshotStore;
+using tarvo::testing::asOrdinaryUser;
+using tarvo::testing::Outcome;
+using tarvo::testing::TempHome;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using namespace std::chrono_literals;
+namespace GrowthTracker = lumo::GrowthTracker;
+namespace fs = std::filesystem;
+
+namespace {
+
+const lumo::Date now = *lumo::dateFromIsoText("2026-03-14T12:00:00Z");
+constexpr std::string_view stored = "Library/Application Support/TarvoAI/instantaneas.json";
+
+std::string content(const std::string& path) {
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+std::vector<GrowthItem> growth(std::map<std::string, std::int64_t> before,
+                               std::map<std::string, std::int64_t> after) {
+    return GrowthTracker::compare({.sizes = std::move(after)}, {.sizes = std::move(before)},
+                                  GrowthTracker::smallestGrowth);
+}
+
+} // namespace
+
+TEST(DiskSnapshot, AddsUpWhatHasTheSameIdentifierAndNamesItForAPerson) {
+    lumo::ScanReport report{.scannedAt = now, .volume = {.totalBytes = 900, .availableBytes = 300}};
+    report.findings = {{.ruleID = "uv-cache", .name = "uv", .usage = {.allocatedBytes = 5}},
+                       {.ruleID = "uv-cache", .name = "uv", .usage = {.allocatedBytes = 7}}};
+    report.projects = {{.name = "code/app",
+                        .path = "/home/x/code/app",
+                        .usage = {.allocatedBytes = 100},
+                        .artifacts = {{.name = "target", .usage = {.allocatedBytes = 20}},
+                                      {.name = "node_modules", .usage = {.allocatedBytes = 30}}}}};
+    report.unclassified = {{.path = "/home/x/caf\xE9", .usage = {.allocatedBytes = 40}}};
+    const DiskSnapshot expected{.date = now,
+                                .freeBytes = 300,
+                                .sizes = {{"proyecto:code/app/node_modules", 30},
+                                          {"proyecto:code/app/target", 20},
+                                          {"sin:/home/x/caf\xE9", 40},
+                                          {"uv-cache", 12}},
+                                .names = {{"proyecto:code/app/node_modules", "app · node_modules"},
+                                          {"proyecto:code/app/target", "app · target"},
+                                          {"sin:/home/x/caf\xE9", "caf\xE9"},
+                                          {"uv-cache", "uv"}}};
+    EXPECT_EQ(DiskSnapshot::from(report), expected);
+}
+
+TEST(GrowthTracker, TakesTheNewestSnapshotThatIsOldEnoughOrElseTheOldest) {
+    struct Case {
+        std::vector<std::chrono::microseconds> ages; ///< In the order of the store.
+        std::optional<std::chrono::microseconds> chosen;
+    };
+    for (const Case& one : {Case{{}, std::nullopt}, Case{{30s}, std::nullopt}, Case{{60s}, std::nullopt},
+                            Case{{60s + 1us}, 60s + 1us}, Case{{-2h, 0s}, std::nullopt},
+                            Case{{30h, 22h, 2h}, 22h}, Case{{5h, 2h}, 5h}, Case{{5h, 2h, 30s, -1h}, 5h},
+                            Case{{30h, 20h, 20h - 1us}, 20h}, Case{{30h, 20h - 1us}, 30h}}) {
+        std::vector<DiskSnapshot> snapshots;
+        for (const auto age : one.ages) {
+            snapshots.push_back({.date = now - age});
+        }
+        const auto chosen = GrowthTracker::baseline(snapshots, now, GrowthTracker::baselineAge);
+        const auto age = chosen ? std::optional(now - chosen->date) : std::nullopt;
+        EXPECT_EQ(age, one.chosen) << testing::PrintToString(one.ages.size());
+    }
+}
+
+TEST(GrowthTracker, ReportsWhatGrewByTheMinimumAndNewFoldersButNoNewRules) {
+    constexpr std::int64_t some = 300000000;
+    const std::string artifact = "proyecto:app/node_modules";
+    EXPECT_THAT(
+        growth({{"a", 5}, {"b", 5}, {"c", 500000000}}, {{"a", 200000005}, {"b", 200000004}, {"c", 5}}),
+        ElementsAre(GrowthItem{"a", "a", 200000000, 200000005}));
+    EXPECT_THAT(growth({}, {{artifact, some}, {"rule", some}, {"sin:/x", 200000000}, {"sin:/y", 199999999}}),
+                ElementsAre(GrowthItem{artifact, artifact, some, some},
+                            GrowthItem{"sin:/x", "sin:/x", 200000000, 200000000}));
+    EXPECT_THAT(growth({{"a", 0}, {"b", 0}, {"c", 0}}, {{"c", some}, {"b", some}, {"a", some - 1}}),
+                ElementsAre(GrowthItem{"b", "b", some, some}, GrowthItem{"c", "c", some, some},
+                            GrowthItem{"a", "a", some - 1, some - 1}));
+    const auto named = GrowthTracker::compare({.sizes = {{"a", 9}}, .names = {{"a", "New"}}},
+                                              {.sizes = {{"a", 1}}, .names = {{"a", "Old"}}}, 8);
+    EXPECT_THAT(named, ElementsAre(GrowthItem{"a", "New", 8, 9}));
+    // Differences that do not fit are the nearest number that does.
+    using Limits = std::numeric_limits<std::int64_t>;
+    EXPECT_THAT(growth({{"a", Limits::min()}, {"b", Limits::max()}}, {{"a", some}, {"b", Limits::min()}}),
+                ElementsAre(GrowthItem{"a", "a", Limits::max(), some}));
+}
+
+TEST(SnapshotStore, KeepsTheLastOnesForTheUserAlone) {
+    const TempHome home;
+    const SnapshotStore store(home.path());
+    EXPECT_THAT(store.load(), IsEmpty());
+    EXPECT_FALSE(fs::exists(home.path("Library"))) << "Reading wrote something.";
+    std::vector<DiskSnapshot> expected;
+    for (int hour = 0; hour < 61; ++hour) {
+        const DiskSnapshot snapshot{.date = now + std::chrono::hours(hour),
+                                    .freeBytes = hour,
+                                    .sizes = {{"sin:/caf\xE9\n", hour}, {"uv-cache", 1}},
+                                    .names = {{"sin:/caf\xE9\n", "caf\xE9\n"}}};
+        ASSERT_TRUE(store.append(snapshot, GrowthTracker::snapshotsKept));
+        expected.push_back(snapshot);
+        ASSERT_EQ(store.load().size(), std::min<std::size_t>(expected.size(), 60));
+    }
+    expected.erase(expected.begin());
+    EXPECT_EQ(store.load(), expected);
+    EXPECT_EQ(store.path(), home.path(stored));
+    EXPECT_EQ(fs::status(store.path()).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST(SnapshotStore, TakesWhatIsNoListForEmptyAndPassesOverWhatIsNoSnapshot) {
+    const std::string good = R"({"date":"2026-03-14T12:00:00Z","freeBytes":1,"sizes":{"a":2},"names":{}})";
+    struct Case {
+        std::string content;
+        std::size_t snapshots;
+    };
+    for (const Case& one :
+         {Case{"", 0}, Case{"[" + good, 0}, Case{good, 0}, Case{"[]", 0}, Case{"\xFF", 0},
+          Case{"[" + good + "," + good + "]", 2}, Case{"[null,7,{}," + good + ",[" + good + "]]", 1},
+          Case{R"([{"date":"yesterday","freeBytes":1,"sizes":{},"names":{}},)" + good + "]", 1},
+          Case{R"([{"date":"2026-03-14T12:00:00Z","freeBytes":1,"sizes":{"a":-1},"names":{}},)" + good + "]",
+               1},
+          Case{R"([{"date":"2026-03-14T12:00:00Z","freeBytes":1,"sizes":{"a":2,"a":3},"names":{}}])", 1},
+          Case{"[9999999999999999999," + good + "]", 0}}) {
+        const TempHome home;
+        home.fileWith(stored, one.content);
+        const SnapshotStore store(home.path());
+        EXPECT_EQ(store.load().size(), one.snapshots) << one.content;
+        EXPECT_EQ(content(home.path(stored)), one.content) << "Reading wrote something.";
+        EXPECT_TRUE(store.append({.date = now}, GrowthTracker::snapshotsKept)) << one.content;
+        EXPECT_EQ(store.load().size(), one.snapshots + 1) << one.content;
+    }
+}
+
+TEST(SnapshotStore, LeavesAFileThatCannotBeReadAsItIs) {
+    const TempHome home;
+    const SnapshotStore store(home.path());
+    const auto isLeftAlone = [&](int code) {
+        const auto appended = store.append({.date = now}, GrowthTracker::snapshotsKept);
+        return !appended && appended.error().code == code && store.load().empty() && !store.read();
+    };
+    home.fifo(stored);
+    EXPECT_TRUE(isLeftAlone(EINVAL));
+    fs::remove(store.path());
+    home.sparseFile(stored, std::int64_t{64} * 1024 * 1024 + 1);
+    EXPECT_TRUE(isLeftAlone(EFBIG));
+    EXPECT_EQ(fs::file_size(store.path()), std::uintmax_t{64} * 1024 * 1024 + 1);
+    home.fileWith(stored, "[]");
+    home.setMode(stored, 0000);
+    fs::permissions(fs::path(store.path()).parent_path(), fs::perms::all);
+    const Outcome outcome = asOrdinaryUser(home.path(), [&] { return isLeftAlone(EACCES); });
+    EXPECT_NE(outcome, Outcome::failed);
+    home.setMode(stored, 0600);
+    EXPECT_EQ(content(store.path()), "[]");
+    if (outcome == Outcome::notPossible) {
+        GTEST_SKIP() << "Root reads every file, and its rights could not be dropped.";
+    }
+}

@@ -1,0 +1,44 @@
+#include "TarvoApp/Model/CleanupTexts.h"
+
+#include <gtest/gtest.h>
+
+using lumo::CleanupAction;
+using lumo::Language;
+using lumo::Safety;
+using namespace tarvo;
+namespace method = lumo::method;
+
+TEST(CleanupTexts, TheConfirmationTellsApartWhatIsDeletedRunByAToolAndSetAside) {
+    const auto action = [](Safety safety, lumo::Method how, std::int64_t bytes) {
+        return CleanupAction{.safety = safety, .estimatedBytes = bytes, .method = std::move(how)};
+    };
+    const CleanupAction cache = action(Safety::safe, method::TrashItems{}, 1000);
+    const CleanupAction tool = action(Safety::safe, method::Command{}, 2000);
+    const CleanupAction images = action(Safety::review, method::Command{}, 4000000);
+    const CleanupAction letter = action(Safety::review, method::TrashContents{}, 8000000);
+    const CleanupAction cloud = action(Safety::review, method::EvictFromICloud{}, 16000);
+    EXPECT_EQ(sharesOf({cache, tool, images, letter, cloud}),
+              (CleanupShares{.total = 12019000, .trash = 8000000, .tool = 4000000}));
+    EXPECT_EQ(
+        confirmationMessage(sharesOf({cache, tool}), Language::en),
+        "Everything selected recreates itself: it's deleted right away and the space is freed instantly.");
+    EXPECT_EQ(
+        confirmationMessage(sharesOf({images}), Language::en),
+        "What recreates itself is deleted right away. 4 MB is deleted by its own tool (Docker, Ollama…): "
+        "freed right away and can't be undone.");
+    EXPECT_EQ(
+        confirmationMessage(sharesOf({cache, images, letter}), Language::es),
+        "Lo que se regenera solo se borra ya. 4 MB los borra su propia herramienta (Docker, Ollama…): se "
+        "liberan ya y no se pueden deshacer. 8 MB de lo tuyo se apartan 7 días: se pueden recuperar hasta "
+        "entonces.");
+}
+
+TEST(CleanupTexts, TellWhatWasDoneAndTheFirstFailure) {
+    EXPECT_EQ(cleanupDone({.freed = 3000000, .trashed = 0}, Language::en),
+              "Cleanup done: 3 MB freed and 0 MB in Recently Cleaned (deleted automatically in 7 days)");
+    EXPECT_EQ(restoredText({.done = 2}, Language::es), "Recuperados 2 elementos de lo apartado");
+    EXPECT_EQ(restoredText({.done = 2, .failures = {"a: x", "b: y"}}, Language::en),
+              "Restored 2 items from Recently Cleaned · 2 couldn't be restored: a: x");
+    EXPECT_EQ(emptiedText({.freed = 3000000}, Language::en), "Freed 3 MB: Recently Cleaned was emptied");
+    EXPECT_EQ(emptiedText({.freed = 1, .failures = {"a: x"}}, Language::es), "Vaciado con 1 errores: a: x");
+}
