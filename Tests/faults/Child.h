@@ -1,7 +1,6 @@
 #pragma once
 
 #include <chrono>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +19,9 @@ struct Ended {
     std::string error;
 };
 
+/// A program that takes longer hangs.
+inline constexpr std::chrono::microseconds hangLimit = std::chrono::seconds(20);
+
 /// A started program in a process group of its own, standard input empty, what it prints kept in memory.
 class Child final {
   public:
@@ -31,7 +33,7 @@ class Child final {
 
     void signal(int number) const;
     /// Waits for the end; kills the whole group when it does not come in time. To be called once.
-    Ended wait(std::chrono::microseconds limit = std::chrono::seconds(20));
+    Ended wait(std::chrono::microseconds limit = hangLimit);
 
   private:
     pid_t process_ = -1;

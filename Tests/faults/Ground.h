@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -7,11 +8,10 @@
 /// tracer that kills and fails system calls.
 namespace tarvo::faults::ground {
 
-/// To be called once, before there are threads. Makes a file system in memory, private to this process and
-/// its children, the place where every TempHome stands. Without the rights for that it is shared memory.
-void prepare();
-/// Takes away what `prepare` made.
-void leave();
+/// Runs the tests where every TempHome stands in memory, in a file system that is private to this program and
+/// its children, and where these are the only processes to be seen. Without the rights for that it is shared
+/// memory among all processes. To be called once, before there are threads. Returns what the tests return.
+int runTests(const std::function<int()>& tests);
 
 /// Why nothing can be mounted, and why no call can be traced; empty when it can be done.
 const std::string& whyNoMounts();

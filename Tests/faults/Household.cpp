@@ -122,8 +122,8 @@ void findLeftovers(const std::string& home, std::vector<Finding>& found) {
         found.push_back({Fault::broken, "left in the staging folder: " + staged});
     }
     for (const auto& [path, entry] : manifestOf(home)) {
-        if (path.find(".nuevo-") != std::string::npos) {
-            found.push_back({Fault::broken, "a temporary file is left: " + path});
+        if (path.find(".nuevo-") != std::string::npos || path.starts_with(support + "/vaciando-")) {
+            found.push_back({Fault::broken, "a temporary name is left: " + path});
         }
         const bool isState = lumo::isInside(path, support) || lumo::isInside(path, state.back());
         if (isState && path.ends_with(".json") && !lumo::parseJson(entry.bytes)) {
@@ -212,6 +212,10 @@ std::vector<Finding> Household::lies(const Ended& ended) const {
     if (ended.exitCode > 2 && ended.exitCode != 130) {
         lie("exit status " + std::to_string(ended.exitCode));
     }
+    if (ended.exitCode == 0 && std::ranges::count(scenario_.command, "--json") > 0 &&
+        !lumo::parseJson(ended.output)) {
+        lie("exit status 0 without the whole document");
+    }
     const JsonValue document = lumo::parseJson(ended.output).value_or(JsonValue());
     const auto* outcomes = std::get_if<JsonValue::Array>(&document.value);
     bool hasFailure = !listOf(document, "failures").empty();
@@ -262,11 +266,8 @@ void Household::takeBack(std::vector<Finding>& found) const {
         }
     }
     Words restore{"restore"};
-    std::set<std::string> missing;
     for (const Difference& difference : changes()) {
-        const std::string parent = difference.path.substr(0, difference.path.rfind('/'));
-        if (difference.what == "missing" && missing.insert(difference.path).second &&
-            !missing.contains(parent)) {
+        if (difference.what == "missing") {
             restore.push_back(path(difference.path));
         }
     }

@@ -81,7 +81,9 @@ std::vector<Difference> differences(const Manifest& before, const Manifest& now,
     for (const auto& [path, entry] : before) {
         const auto other = now.find(path);
         if (other == now.end()) {
-            if (!coversAny(tolerance.mayEnd, path)) {
+            const bool isNamed =
+                !found.empty() && found.back().what == "missing" && lumo::isInside(path, found.back().path);
+            if (!isNamed && !coversAny(tolerance.mayEnd, path)) {
                 found.push_back({path, "missing"});
             }
         } else if (!isSame(path, entry, other->second, tolerance)) {

@@ -35,6 +35,7 @@ struct Difference {
     std::string what; ///< "missing", "changed" or "new".
 };
 
+/// What is missing in a folder that is missing itself is not named.
 std::vector<Difference> differences(const Manifest& before, const Manifest& now, const Tolerance& tolerance);
 
 } // namespace tarvo::faults

@@ -2,12 +2,14 @@
 
 #include "Tests/faults/Ground.h"
 
+#include <fmt/chrono.h>
 #include <fmt/format.h>
 #include <signal.h>
 
 #include <algorithm>
 #include <atomic>
 #include <fstream>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <random>
@@ -26,168 +28,174 @@ const std::set<std::string> changing{"mkdirat", "mkdir", "renameat2", "renameat"
                                      "unlink",  "rmdir", "write",     "pwrite64", "fsync",     "fdatasync",
                                      "chmod",   "link",  "fchmod",    "fchmodat", "ftruncate", "linkat"};
 
-bool changesFiles(const std::string& name, const std::string& line) {
+bool changesFiles(const std::string& name, const std::string& call) {
+    const auto has = [&](const char* flag) { return call.find(flag) != std::string::npos; };
     return changing.contains(name) ||
-           (name.starts_with("openat") && line.find("O_CREAT") != std::string::npos) ||
-           (name.starts_with("openat") && line.find("O_WRONLY") != std::string::npos) ||
-           (name.starts_with("openat") && line.find("O_RDWR") != std::string::npos);
+           (name.starts_with("openat") && (has("O_CREAT") || has("O_WRONLY") || has("O_RDWR")));
 }
 
-/// In the long form everything; else the core thinned by the first number and the rest by the second.
-std::vector<Attempt> sample(const std::vector<std::pair<Attempt, bool>>& attempts, std::size_t coreStep,
-                            std::size_t step) {
+/// The calls of a run by name and ordinal, and whether they are near a change.
+using Calls = std::map<std::pair<std::string, std::size_t>, bool>;
+
+Calls recordedCalls(const Household& household) {
+    household.startScenario({"strace", "-f", "-qq", "-o", household.traceFile()}).wait();
+    std::ifstream trace(household.traceFile());
+    std::map<std::string, std::map<std::string, std::size_t>> counts;
+    std::map<std::string, bool> changedLast;
+    std::map<std::string, std::size_t> beforehand; // By the system's loader, which no injection survives.
+    bool hasBegun = false;
+    Calls calls;
+    for (std::string process, call; trace >> process && std::getline(trace >> std::ws, call);) {
+        const std::string name = call.substr(0, call.find('('));
+        if (name.find_first_not_of("abcdefghijklmnopqrstuvwxyz_0123456789") != std::string::npos ||
+            name == "execve" || name == "exit_group") {
+            continue; // The end of a process, a signal, the second half of a call, or nothing to disturb.
+        }
+        const std::size_t ordinal = ++counts[process][name];
+        hasBegun = hasBegun || call.find(household.home()) != std::string::npos;
+        if (!hasBegun) {
+            beforehand = counts[process];
+        } else if (ordinal > beforehand[name]) {
+            const bool changes = changesFiles(name, call);
+            calls[{name, ordinal}] |= std::exchange(changedLast[process], changes) || changes;
+        }
+    }
+    return calls;
+}
+
+std::vector<Attempt> killsIn(const Calls& calls) {
+    std::vector<Attempt> attempts;
+    for (const auto& [call, isCore] : calls) {
+        attempts.push_back({fmt::format("{}:signal=KILL:when={}", call.first, call.second), isCore});
+    }
+    return attempts;
+}
+
+std::vector<Attempt> errorsIn(const Calls& calls) {
+    std::vector<Attempt> attempts;
+    for (const auto& [call, isCore] : calls) {
+        if (!opening.contains(call.first) && !changing.contains(call.first)) {
+            continue;
+        }
+        for (const char* error : {"ENOSPC", "EIO", "EACCES", "EROFS", "EMFILE", "EXDEV"}) {
+            for (const char* forEver : {"", "+"}) {
+                attempts.push_back(
+                    {fmt::format("{}:error={}:when={}{}", call.first, error, call.second, forEver), isCore});
+            }
+        }
+    }
+    return attempts;
+}
+
+std::vector<Attempt> killsDuring(const Household& household) {
+    auto shortest = std::chrono::microseconds::max();
+    for (int run = 0; run < 3; ++run) {
+        household.reset();
+        const auto began = std::chrono::steady_clock::now();
+        household.startScenario().wait();
+        shortest = std::min(shortest, std::chrono::duration_cast<std::chrono::microseconds>(
+                                          std::chrono::steady_clock::now() - began));
+    }
+    std::mt19937_64 random(20250314);
+    std::vector<Attempt> attempts((ground::isLong() ? 2000 : 100) / scenarios().size() + 1);
+    for (Attempt& attempt : attempts) {
+        attempt.life = shortest * static_cast<std::int64_t>(random() % 1000) / 1000;
+    }
+    return attempts;
+}
+
+/// In the short form the core is thinned by the first number and the rest by the second.
+void thinOut(std::vector<Attempt>& attempts, std::size_t coreStep, std::size_t step) {
+    std::array<std::size_t, 2> counts = {};
+    const auto isLeftOut = [&](const Attempt& attempt) {
+        const std::size_t count = counts[attempt.isCore ? 1 : 0]++;
+        return count % (attempt.isCore ? coreStep : step) != (attempt.isCore ? 0 : step / 2);
+    };
     if (!ground::isLong()) {
+        std::erase_if(attempts, isLeftOut);
         fmt::print("short form: near changes every {}. point, elsewhere every {}. from number {}\n", coreStep,
                    step, step / 2);
     }
-    std::vector<Attempt> kept;
-    std::array<std::size_t, 2> counts = {};
-    for (const auto& [attempt, isCore] : attempts) {
-        const std::size_t count = counts[isCore ? 1 : 0]++;
-        if (ground::isLong() || count % (isCore ? coreStep : step) == (isCore ? 0 : step / 2)) {
-            kept.push_back(attempt);
-        }
+}
+
+bool isKill(const Attempt& attempt) {
+    return attempt.injection.empty() || attempt.injection.find("signal=KILL") != std::string::npos;
+}
+
+Words tracerFor(const Attempt& attempt, const std::string& traceFile) {
+    if (attempt.injection.empty()) {
+        return {};
     }
-    return kept;
-}
-
-Words tracer(const Attempt& attempt, const std::string& traceFile) {
+    Words words{"strace", "-f", "-qq", "-o", traceFile};
+    if (!isKill(attempt)) {
+        words.emplace_back("--seccomp-bpf"); // Several times as fast, and deaf to signals.
+    }
     const std::string name = attempt.injection.substr(0, attempt.injection.find(':'));
-    return {
-        "strace", "-f", "-qq", "-o", traceFile, "-e", "trace=" + name, "-e", "inject=" + attempt.injection};
+    words.insert(words.end(), {"-e", "trace=" + name, "-e", "inject=" + attempt.injection});
+    return words;
 }
 
-std::string contentOf(const std::string& path) {
-    std::ostringstream text;
-    text << std::ifstream(path).rdbuf();
-    return text.str();
+bool metTheRun(const Attempt& attempt, const Ended& ended, const std::string& traceFile) {
+    std::ostringstream trace;
+    trace << std::ifstream(traceFile).rdbuf();
+    return isKill(attempt) ? ended.signal == SIGKILL : trace.str().find("(INJECTED)") != std::string::npos;
 }
 
-/// One point: runs, judges, settles.
+/// One point: disturbs, judges, settles.
 Figures tryOut(const Household& household, const Attempt& attempt) {
     household.reset();
     const bool isTimed = attempt.injection.empty();
-    const Words before = isTimed ? Words{} : tracer(attempt, household.traceFile());
-    const bool isKill = isTimed || attempt.injection.find("signal=KILL") != std::string::npos;
-    const auto limit = isTimed ? attempt.life : std::chrono::seconds(20);
-    const Ended ended = household.startScenario(before).wait(limit);
+    const Ended ended = household.startScenario(tracerFor(attempt, household.traceFile()))
+                            .wait(isTimed ? attempt.life : hangLimit);
     std::vector<Finding> found;
     if (ended.hasHung && !isTimed) {
         found.push_back({Fault::hang, "did not end"});
-    } else if (ended.signal != 0 && !isKill) {
-        found.push_back({Fault::crash, "ended by signal " + std::to_string(ended.signal)});
+    } else if (ended.signal != 0 && !isKill(attempt)) {
+        found.push_back({Fault::crash, fmt::format("ended by signal {}", ended.signal)});
     } else if (ended.signal == 0) {
         found = household.lies(ended);
     }
     if (ended.error.find("strace: ") != std::string::npos) {
         found.push_back({Fault::broken, ended.error});
     }
-    Figures figures{.points = 1};
-    figures.hits = isKill
-                       ? (ended.signal == SIGKILL ? 1 : 0)
-                       : (contentOf(household.traceFile()).find("(INJECTED)") != std::string::npos ? 1 : 0);
+    Figures figures{.points = 1, .hits = metTheRun(attempt, ended, household.traceFile()) ? 1U : 0U};
     std::ranges::move(household.settle(), std::back_inserter(found));
     for (const Finding& finding : found) {
         ++figures.findings[static_cast<std::size_t>(finding.fault)];
-        figures.texts.push_back(
-            (isTimed ? fmt::format("killed after {} us", attempt.life.count()) : attempt.injection) + ": " +
-            finding.text);
+        const std::string how = isTimed ? fmt::format("killed after {}", attempt.life) : attempt.injection;
+        figures.texts.push_back(how + ": " + finding.text);
     }
     return figures;
 }
 
 } // namespace
 
-std::vector<CallSite> recordedCalls(const Household& household) {
-    household.reset();
-    household.startScenario({"strace", "-f", "-qq", "-o", household.traceFile()}).wait();
-    std::ifstream trace(household.traceFile());
-    std::map<std::string, std::map<std::string, std::size_t>> counts;
-    std::map<std::string, bool> follows;
-    std::map<std::pair<std::string, std::size_t>, bool> sites;
-    bool hasBegun = false;
-    for (std::string process, call; trace >> process && std::getline(trace >> std::ws, call);) {
-        const std::string name = call.substr(0, call.find('('));
-        if (name.empty() ||
-            name.find_first_not_of("abcdefghijklmnopqrstuvwxyz_0123456789") != std::string::npos) {
-            continue; // An ended process, a signal or the second half of a call.
-        }
-        const std::size_t ordinal = ++counts[process][name];
-        hasBegun = hasBegun || (name != "execve" && call.find(household.home()) != std::string::npos);
-        const bool changes = changesFiles(name, call);
-        const bool isCore = changes || std::exchange(follows[process], changes);
-        follows[process] = changes;
-        if (hasBegun && name != "exit_group" && name != "execve") {
-            bool& site = sites[{name, ordinal}];
-            site = site || isCore;
-        }
+std::vector<Attempt> attemptsAt(const Scenario& scenario, Disturbance disturbance) {
+    const Household household(scenario);
+    if (disturbance == Disturbance::killAtTime) {
+        return killsDuring(household);
     }
-    std::vector<CallSite> calls;
-    for (const auto& [site, isCore] : sites) {
-        calls.push_back({site.first, site.second, isCore});
-    }
-    return calls;
-}
-
-std::vector<Attempt> killsAtCalls(const std::vector<CallSite>& calls) {
-    std::vector<std::pair<Attempt, bool>> all;
-    for (const CallSite& call : calls) {
-        all.push_back({{fmt::format("{}:signal=KILL:when={}", call.name, call.ordinal)}, call.isCore});
-    }
-    return sample(all, 1, 5);
-}
-
-std::vector<Attempt> errorsAtCalls(const std::vector<CallSite>& calls) {
-    std::vector<std::pair<Attempt, bool>> all;
-    for (const CallSite& call : calls) {
-        if (!opening.contains(call.name) && !changing.contains(call.name)) {
-            continue;
-        }
-        for (const char* error : {"ENOSPC", "EIO", "EACCES", "EROFS", "EMFILE", "EXDEV"}) {
-            for (const char* howOften : {"", "+"}) {
-                all.push_back(
-                    {{fmt::format("{}:error={}:when={}{}", call.name, error, call.ordinal, howOften)},
-                     call.isCore});
-            }
-        }
-    }
-    // Numbers without a common divisor with the twelve ways of failing a call, so that all of them come up.
-    return sample(all, 5, 29);
-}
-
-std::vector<Attempt> killsAtTimes(const Household& household) {
-    household.reset();
-    const auto began = std::chrono::steady_clock::now();
-    household.startScenario().wait();
-    const auto took =
-        std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - began);
-    std::mt19937_64 random(20250314);
-    std::vector<Attempt> attempts;
-    const std::size_t count = (ground::isLong() ? 2000 : 100) / scenarios().size() + 1;
-    for (std::size_t index = 0; index < count; ++index) {
-        attempts.push_back(
-            {{}, std::chrono::microseconds(random() % static_cast<std::uint64_t>(took.count()))});
-    }
+    const bool isKill = disturbance == Disturbance::killAtCall;
+    const Calls calls = recordedCalls(household);
+    std::vector<Attempt> attempts = isKill ? killsIn(calls) : errorsIn(calls);
+    // 5 and 29 share no divisor with the twelve ways of failing a call, so that all of them come up.
+    thinOut(attempts, isKill ? 1 : 5, isKill ? 5 : 29);
     return attempts;
 }
 
 Figures& Figures::operator+=(const Figures& other) {
     points += other.points;
     hits += other.hits;
-    for (std::size_t fault = 0; fault < findings.size(); ++fault) {
-        findings[fault] += other.findings[fault];
-    }
-    constexpr std::size_t screenful = 40;
-    const std::size_t room = std::min(other.texts.size(), screenful - std::min(screenful, texts.size()));
-    texts.insert(texts.end(), other.texts.begin(), other.texts.begin() + static_cast<std::ptrdiff_t>(room));
+    std::ranges::transform(findings, other.findings, findings.begin(), std::plus());
+    texts.insert(texts.end(), other.texts.begin(), other.texts.end());
     return *this;
 }
 
 std::string lineOf(const Figures& figures) {
+    const auto& [losses, unrestorable, crashes, hangs, broken] = figures.findings;
     return fmt::format(
         "{} points, {} met the run; losses {}, unrestorable {}, crashes {}, hangs {}, broken {}",
-        figures.points, figures.hits, figures.findings[0], figures.findings[1], figures.findings[2],
-        figures.findings[3], figures.findings[4]);
+        figures.points, figures.hits, losses, unrestorable, crashes, hangs, broken);
 }
 
 Figures sweep(const Scenario& scenario, const std::vector<Attempt>& attempts) {
@@ -206,11 +214,6 @@ Figures sweep(const Scenario& scenario, const std::vector<Attempt>& attempts) {
     work();
     other.join();
     return figures;
-}
-
-Figures& totals() {
-    static Figures all;
-    return all;
 }
 
 } // namespace tarvo::faults
