@@ -24,9 +24,9 @@ struct ToolRun {
 /// background may go on, and is not waited for.
 ///
 /// A requested stop asks the tool and all that it started to end, and makes them after two seconds; what is
-/// stopped before it began is not started. The tool has always ended when this returns. Where the process
-/// ignores the ends of its children (SIGCHLD), it no longer does afterwards. May be called from several
-/// threads.
+/// stopped before it began is not started and counts as ended by us. The tool has always ended when this
+/// returns. Where the process ignores the ends of its children (SIGCHLD), it no longer does afterwards. May
+/// be called from several threads.
 ToolRun runTool(const std::vector<std::string>& arguments, const std::string& home,
                 std::stop_token stop = {});
 

@@ -7,7 +7,6 @@
 #include "LumoCore/Inventories/AppCaches.h"
 #include "LumoCore/Rules/RuleCatalog.h"
 #include "Platform/Clock.h"
-#include "Platform/StateFile.h"
 #include "Platform/Terminal.h"
 #include "TarvoApp/Model/CleanupTexts.h"
 #include "TarvoCLI/Commands.h"
@@ -63,9 +62,7 @@ ExitCode refuseFile(const std::string& file, const std::string& reason) {
 
 std::expected<Planning, ExitCode>
 planningFromFile(const std::string& file, const lumo::CleanupOptions& options, const Invocation& invocation) {
-    constexpr int standardInput = 0;
-    const auto bytes = file == "-" ? platform::readDescriptor(standardInput, lumo::mostJsonBytes)
-                                   : platform::readWhole(file, lumo::mostJsonBytes);
+    const auto bytes = inputFrom(file);
     if (!bytes) {
         return std::unexpected(refuseFile(file, lumo::reasonText(bytes.error())));
     }
@@ -141,9 +138,9 @@ void addRefusals(std::vector<PlanEntry>& entries, const lumo::PathGuard& guard) 
 
 std::optional<ExitCode> declinedCleanup(const std::vector<PlanEntry>& entries,
                                         const std::vector<CleanupAction>& actions,
-                                        const Invocation& invocation) {
+                                        const lumo::CleanupOptions& options, const Invocation& invocation) {
     const CleanupShares shares = sharesOf(actions);
-    const std::string shown = planText(entries, invocation) + confirmationMessage(shares) + "\n";
+    const std::string shown = planText(entries, options, invocation) + confirmationMessage(shares) + "\n";
     // Standard output belongs to the document.
     platform::writeAll(invocation.isJson ? platform::Stream::error : platform::Stream::output, shown);
     return declined(
@@ -172,13 +169,14 @@ ExitCode report(const std::vector<CleanupOutcome>& outcomes, const Invocation& i
     return hasFailed ? ExitCode::failed : printed;
 }
 
-ExitCode dryRun(std::vector<PlanEntry> entries, const lumo::PathGuard& guard, const Invocation& invocation) {
+ExitCode dryRun(std::vector<PlanEntry> entries, const lumo::CleanupOptions& options,
+                const lumo::PathGuard& guard, const Invocation& invocation) {
     addRefusals(entries, guard);
     if (invocation.isJson) {
         return print(planJson(entries));
     }
     const std::vector<CleanupAction> actions = actionsOf(entries);
-    return print(planText(entries, invocation) +
+    return print(planText(entries, options, invocation) +
                  (actions.empty() ? std::string() : confirmationMessage(sharesOf(actions)) + "\n"));
 }
 
@@ -206,12 +204,13 @@ ExitCode runClean(const CleanArguments& arguments, const Invocation& invocation)
     const std::vector<CleanupAction> agreed = actionsOf(entries);
     const lumo::PathGuard guard(invocation.home);
     if (arguments.isDryRun) {
-        return dryRun(entries, guard, invocation);
+        return dryRun(entries, *options, guard, invocation);
     }
     if (agreed.empty()) {
-        return print(invocation.isJson ? "[]\n" : planText(entries, invocation));
+        return print(invocation.isJson ? "[]\n" : planText(entries, *options, invocation));
     }
-    if (const auto no = arguments.isConfirmed ? std::nullopt : declinedCleanup(entries, agreed, invocation)) {
+    if (const auto no =
+            arguments.isConfirmed ? std::nullopt : declinedCleanup(entries, agreed, *options, invocation)) {
         return *no;
     }
     auto lock = lockHome(guard, "clean");

@@ -30,7 +30,7 @@ ExitCode runPlan(const PlanCommandArguments& arguments, const Invocation& invoca
     if (invocation.isJson) {
         return print(planJson(entries));
     }
-    return print(planText(entries, invocation) +
+    return print(planText(entries, *options, invocation) +
                  tinted(text("Lo que conviene mirar antes entra con --include ID; tarvo analizar lo muestra.",
                              "What needs a look comes in with --include ID; tarvo scan shows it."),
                         Tint::faint, invocation) +

@@ -8,6 +8,8 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include <set>
+
 namespace tarvo {
 
 using lumo::PlanEntry;
@@ -50,15 +52,31 @@ std::string section(std::string_view heading, const std::vector<PlanEntry>& entr
            table.lines(2, outputColumns(), invocation) + "\n";
 }
 
-} // namespace
-
-std::string planText(const std::vector<PlanEntry>& entries, const Invocation& invocation) {
-    const std::string shown = section(text("Se limpiaría", "Would be cleaned"), entries, false, invocation) +
-                              section(text("Se queda fuera", "Left out"), entries, true, invocation);
-    if (shown.empty()) {
-        return std::string(text("No hay nada que limpiar.\n", "There is nothing to clean.\n"));
+/// A mistyped identifier would otherwise look like something that needs no cleaning.
+std::string missingText(const std::vector<PlanEntry>& entries, const lumo::CleanupOptions& options) {
+    std::set<std::string> asked = options.include;
+    asked.merge(options.only.value_or(std::set<std::string>()));
+    for (const PlanEntry& entry : entries) {
+        asked.erase(entry.action.id);
+    }
+    std::string shown;
+    for (const std::string& id : asked) {
+        shown +=
+            fmt::format(fmt::runtime(text("No hay nada que se llame {}.\n", "There is nothing called {}.\n")),
+                        lumo::printable(id));
     }
     return shown;
+}
+
+} // namespace
+
+std::string planText(const std::vector<PlanEntry>& entries, const lumo::CleanupOptions& options,
+                     const Invocation& invocation) {
+    const std::string shown = section(text("Se limpiaría", "Would be cleaned"), entries, false, invocation) +
+                              section(text("Se queda fuera", "Left out"), entries, true, invocation);
+    return missingText(entries, options) +
+           (shown.empty() ? std::string(text("No hay nada que limpiar.\n", "There is nothing to clean.\n"))
+                          : shown);
 }
 
 std::string planJson(const std::vector<PlanEntry>& entries) {

@@ -35,6 +35,12 @@ void addReportOption(CLI::App& command, ReportSource& source) {
         ->type_name(std::string(text("FICHERO", "FILE")));
 }
 
+lumo::platform::SystemResult<std::string> inputFrom(const std::string& file) {
+    constexpr int standardInput = 0;
+    return file == "-" ? lumo::platform::readDescriptor(standardInput, lumo::mostJsonBytes)
+                       : lumo::platform::readWhole(file, lumo::mostJsonBytes);
+}
+
 std::expected<lumo::ScanReport, ExitCode> reportFrom(const ReportSource& source,
                                                      const Invocation& invocation) {
     if (!source.file) {
@@ -44,10 +50,7 @@ std::expected<lumo::ScanReport, ExitCode> reportFrom(const ReportSource& source,
         }
         return std::move(*report);
     }
-    constexpr int standardInput = 0;
-    const auto bytes = *source.file == "-"
-                           ? lumo::platform::readDescriptor(standardInput, lumo::mostJsonBytes)
-                           : lumo::platform::readWhole(*source.file, lumo::mostJsonBytes);
+    const auto bytes = inputFrom(*source.file);
     if (!bytes) {
         return std::unexpected(refuse(*source.file, lumo::reasonText(bytes.error())));
     }

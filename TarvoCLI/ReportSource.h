@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LumoCore/Scanning/ScanReport.h"
+#include "Platform/SystemError.h"
 #include "TarvoCLI/Console.h"
 
 #include <CLI/CLI.hpp>
@@ -17,6 +18,9 @@ struct ReportSource {
 };
 
 void addReportOption(CLI::App& command, ReportSource& source);
+
+/// The bytes of a file that a command was given, or of standard input for "-".
+lumo::platform::SystemResult<std::string> inputFrom(const std::string& file);
 
 /// The saved report, or a new full scan that stores nothing. On failure what went wrong has been said
 /// already, and the command answers with the code.

@@ -23,10 +23,8 @@ SystemResult<BaseFolder> openIn(const SystemResult<BaseFolder>& parent, const st
     return parent ? openIn(*parent, relative) : std::unexpected(parent.error());
 }
 
-/// "TarvoAI" in a folder of the home that may itself have to be made, as other programs make it.
-SystemResult<BaseFolder> makeOwn(const BaseFolder& home, const std::string& parent) {
-    constexpr unsigned usual = 0755;
-    const SystemResult<Place> place = home.placeWithFolders(parent + "/" + ownName, usual);
+/// Makes the folder at the place if there is none, for the user alone, and opens it.
+SystemResult<BaseFolder> makeAt(const SystemResult<Place>& place) {
     if (!place) {
         return std::unexpected(place.error());
     }
@@ -38,6 +36,12 @@ SystemResult<BaseFolder> makeOwn(const BaseFolder& home, const std::string& pare
         folder->makePrivate();
     }
     return folder;
+}
+
+/// "TarvoAI" in a folder of the home that may itself have to be made, as other programs make it.
+SystemResult<BaseFolder> makeOwn(const BaseFolder& home, const std::string& parent) {
+    constexpr unsigned usual = 0755;
+    return makeAt(home.placeWithFolders(parent + "/" + ownName, usual));
 }
 
 SystemResult<BaseFolder> makeIn(const SystemResult<BaseFolder>& parent, const std::string& name) {
@@ -87,18 +91,7 @@ SystemResult<BaseFolder> makeStaging(const BaseFolder& home) {
 }
 
 SystemResult<BaseFolder> makePrivateFolder(const BaseFolder& parent, const std::string& name) {
-    const SystemResult<Place> place = parent.placeWithoutLinks(name);
-    if (!place) {
-        return std::unexpected(place.error());
-    }
-    if (const auto made = platform::makeFolderAt(*place, 0700); !made) {
-        return std::unexpected(made.error());
-    }
-    SystemResult<BaseFolder> folder = BaseFolder::openAt(*place);
-    if (folder) {
-        folder->makePrivate();
-    }
-    return folder;
+    return makeAt(parent.placeWithoutLinks(name));
 }
 
 } // namespace lumo::ApplicationFolders

@@ -99,17 +99,13 @@ SystemResult<void> removeThroughStaging(const Place& item, const BaseFolder& hom
 }
 
 /// Removes an item's batch if nothing is left in it.
-void removeIfEmpty(const std::string& batch, const PathGuard& guard) {
+void removeIfEmpty(std::string_view batch, const PathGuard& guard) {
     const SystemResult<BaseFolder> holding = openHolding(guard);
     const SystemResult<Place> place =
         holding ? holding->placeWithoutLinks(fileName(batch)) : std::unexpected(holding.error());
     if (place) {
         (void)platform::removeEmptyFolder(*place);
     }
-}
-
-std::string folderOf(const std::string& path) {
-    return path.substr(0, path.rfind('/'));
 }
 
 std::string goneText(const TrashedItem& item) {
@@ -142,7 +138,7 @@ std::optional<std::string> restoreOne(const TrashedItem& item, const PathGuard& 
     const SystemResult<void> moved =
         original ? platform::moveWithoutReplacing(*held, *original) : std::unexpected(original.error());
     if (moved) {
-        removeIfEmpty(folderOf(item.inTrash), guard);
+        removeIfEmpty(batchOf(item.inTrash), guard);
         return std::nullopt;
     }
     return moved.error().code == EEXIST ? takenText(item)
@@ -153,6 +149,10 @@ std::optional<std::string> restoreOne(const TrashedItem& item, const PathGuard& 
 
 std::string root(const std::string& home) {
     return ApplicationFolders::support(home) + "/Apartado";
+}
+
+std::string_view batchOf(std::string_view inTrash) {
+    return inTrash.substr(0, inTrash.rfind('/'));
 }
 
 std::string newBatch(const std::string& home, Date now) {
@@ -240,7 +240,7 @@ TrashOperationResult emptyTrashed(const std::vector<TrashedItem>& items, const P
             held ? removeThroughStaging(*held, *guard.base()) : std::unexpected(held.error());
         if (removed) {
             ++result.done;
-            removeIfEmpty(folderOf(item.inTrash), guard);
+            removeIfEmpty(batchOf(item.inTrash), guard);
         } else if (!removed.error().isMissing()) {
             result.failures.push_back(withReason(name, removed.error()));
         }

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// The holding area, "Recently Cleaned": what cleanups took from the user stays there for some days and can
@@ -40,6 +41,9 @@ struct Emptied {
 
 /// home + "/Library/Application Support/TarvoAI/Apartado".
 std::string root(const std::string& home);
+
+/// The batch that a held item's path lies in.
+std::string_view batchOf(std::string_view inTrash);
 
 /// Where a cleanup that begins then puts what it sets aside. Nothing is made yet.
 std::string newBatch(const std::string& home, Date now);

@@ -27,13 +27,10 @@ std::set<std::string> loggedPlaces(const std::vector<CleanupOutcome>& outcomes) 
     return places;
 }
 
-std::string_view batchOf(std::string_view inTrash) {
-    return inTrash.substr(0, inTrash.rfind('/'));
-}
-
 /// True for intents of one action of one cleanup.
 bool belongTogether(const Intent& left, const Intent& right) {
-    return left.actionID == right.actionID && batchOf(left.inTrash) == batchOf(right.inTrash);
+    return left.actionID == right.actionID &&
+           Holding::batchOf(left.inTrash) == Holding::batchOf(right.inTrash);
 }
 
 /// The one outcome that each interrupted action owes, for what it had moved.

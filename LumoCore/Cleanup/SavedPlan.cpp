@@ -1,6 +1,7 @@
 #include "LumoCore/Cleanup/SavedPlan.h"
 
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Cleanup/CleanupExecutor.h"
 
 #include <fmt/format.h>
 
@@ -28,9 +29,14 @@ std::optional<std::string> problemOf(const CleanupAction& action, const std::vec
     if (action.safety == Safety::keep) {
         return "something that is kept";
     }
+    const Rule* rule = ruleWith(action.id, rules);
     const auto* command = std::get_if<method::Command>(&action.method);
-    if (command != nullptr && !isCommandOf(ruleWith(action.id, rules), *command)) {
+    if (command != nullptr && !isCommandOf(rule, *command)) {
         return "a command that is not its rule's";
+    }
+    // What needs a look is set aside; a file may not turn that into deleting.
+    if (rule != nullptr && action.safety < rule->safety) {
+        return "less care than its rule's";
     }
     return std::nullopt;
 }
@@ -41,18 +47,10 @@ bool isSameCleanup(const Cleanup& left, const Cleanup& right) {
     return areManual || left == right;
 }
 
-struct PathsOfMethod {
-    std::vector<std::string> operator()(const method::TrashItems& how) const { return how.paths; }
-    std::vector<std::string> operator()(const method::TrashContents& how) const { return how.folders; }
-    std::vector<std::string> operator()(const method::Command&) const { return {}; }
-    std::vector<std::string> operator()(const method::EvictFromICloud& how) const { return how.paths; }
-};
-
 /// All that the action may change, by itself or by running something.
 std::vector<std::string> pathsOf(const CleanupAction& action) {
-    std::vector<std::string> paths = std::visit(PathsOfMethod{}, action.method);
+    std::vector<std::string> paths = CleanupExecutor::touchedPaths(action);
     paths.insert(paths.end(), action.measuredPaths.begin(), action.measuredPaths.end());
-    paths.insert(paths.end(), action.fallbackContents.begin(), action.fallbackContents.end());
     return paths;
 }
 

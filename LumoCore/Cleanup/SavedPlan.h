@@ -13,7 +13,8 @@ namespace lumo {
 
 /// Reads a plan that was saved as JSON: a list of entries, as `encode` writes them. Fails on malformed JSON,
 /// missing fields, estimates that are negative or whose sum does not fit in 64 bits, actions on what is to be
-/// kept, and commands that are not exactly what the rule with the action's id runs. One id may come twice.
+/// kept or with less care than the rule with its id takes, and commands that are not exactly what that rule
+/// runs. One id may come twice.
 Result<std::vector<PlanEntry>> savedPlanFromJson(std::string_view bytes, const std::vector<Rule>& rules);
 
 /// Fails, with the finding's id, unless each finding is freed and judged as the rule with its id says.

@@ -17,10 +17,6 @@ bool isHeld(const TrashedItem& item) {
     return platform::kindOf(item.inTrash).has_value();
 }
 
-std::string_view batchOf(const TrashedItem& item) {
-    return std::string_view(item.inTrash).substr(0, item.inTrash.rfind('/'));
-}
-
 } // namespace
 
 std::vector<TrashedItem> newestBatch(const std::vector<CleanupOutcome>& outcomes, const PathGuard& guard) {
@@ -32,10 +28,10 @@ std::vector<TrashedItem> newestBatch(const std::vector<CleanupOutcome>& outcomes
             continue;
         }
         for (const TrashedItem& item : *outcome.restorable | std::views::reverse) {
-            const bool isCandidate =
-                batch ? batchOf(item) == *batch : isInside(item.inTrash, Holding::root(guard.home()));
+            const bool isCandidate = batch ? Holding::batchOf(item.inTrash) == *batch
+                                           : isInside(item.inTrash, Holding::root(guard.home()));
             if (isCandidate && isHeld(item)) {
-                batch = batchOf(item);
+                batch = Holding::batchOf(item.inTrash);
                 items.push_back(item);
             }
         }

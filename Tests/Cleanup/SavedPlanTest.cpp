@@ -67,6 +67,8 @@ TEST(SavedPlan, NeverBringsItsOwnCommandsNorActsOnWhatIsKept) {
     PlanEntry kept = entry("web", method::TrashItems{}, "reason");
     kept.action.safety = Safety::keep;
     EXPECT_EQ(refusal(kept), "document[1].action: something that is kept (web)");
+    EXPECT_EQ(refusal(entry("hand", method::TrashItems{})),
+              "document[1].action: less care than its rule's (hand)");
     PlanEntry counted = entry("web", method::TrashItems{});
     counted.action.estimatedBytes = -1;
     EXPECT_EQ(refusal(counted), "document[1].action: a negative estimate (web)");

@@ -177,16 +177,17 @@ TEST(ToolCommand, StopsAllThatAToolStartedAndWhatWouldNotListen) {
         int status;
     };
     for (const Case& one :
-         {Case{"echo $$ >ready; exec sleep 1000", 128 + SIGTERM},
-          Case{"sleep 1000 & echo $! >ready; wait", 128 + SIGTERM}, Case{"exec stubborn", 128 + SIGKILL},
-          Case{"stubborn >/dev/null 2>&1 & wait", 128 + SIGTERM}}) {
+         {Case{"echo $$ >ready; exec sleep 1000", 128 + SIGTERM}, Case{"polite & wait", 128 + SIGTERM},
+          Case{"exec stubborn", 128 + SIGKILL}, Case{"stubborn >/dev/null 2>&1 & wait", 128 + SIGTERM}}) {
         const TempHome home;
         addTool(home, ".local/bin/stubborn", "trap '' TERM; echo $$ >ready; exec sleep 1000");
+        addTool(home, ".local/bin/polite", "trap 'touch asked' TERM; sleep 1000 & echo $$ >ready; wait");
         pid_t process = 0;
         const ToolRun run = runUntilReady(home, one.script, process);
         EXPECT_TRUE(run.wasEndedByUs) << one.script;
         EXPECT_EQ(run.status, one.status) << one.script;
         EXPECT_TRUE(endsSoon(process)) << one.script;
+        EXPECT_EQ(lumo::platform::kindOf(home.path("asked")).has_value(), one.script.starts_with("polite"));
     }
     std::stop_source stop;
     stop.request_stop();
@@ -203,4 +204,7 @@ TEST(ToolCommand, DoesNotWaitForWhatAToolLeavesBehind) {
     const pid_t left = std::stoi(run.output);
     EXPECT_TRUE(isRunning(left));
     kill(left, SIGKILL);
+    const std::string late =
+        runScript(home, "(while kill -0 $$ 2>&-; do :; done; echo late) & echo early").output;
+    EXPECT_EQ(late, "early\nlate\n");
 }
