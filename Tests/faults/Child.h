@@ -1,0 +1,44 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include <sys/types.h>
+
+namespace tarvo::faults {
+
+using Words = std::vector<std::string>;
+
+/// How a program ended.
+struct Ended {
+    int exitCode = -1; ///< Negative when a signal ended it.
+    int signal = 0;
+    bool hasHung = false; ///< It did not end by itself and was killed.
+    std::string output;
+    std::string error;
+};
+
+/// A program that takes longer hangs.
+inline constexpr std::chrono::microseconds hangLimit = std::chrono::seconds(20);
+
+/// A started program in a process group of its own, standard input empty, what it prints kept in memory.
+class Child final {
+  public:
+    /// The first word is looked up in the search path; a program that is not there ends with 127.
+    Child(const Words& words, const Words& environment);
+    ~Child();
+    Child(const Child&) = delete;
+    Child& operator=(const Child&) = delete;
+
+    void signal(int number) const;
+    /// Waits for the end; kills the whole group when it does not come in time. To be called once.
+    Ended wait(std::chrono::microseconds limit = hangLimit);
+
+  private:
+    pid_t process_ = -1;
+    int output_ = -1;
+    int error_ = -1;
+};
+
+} // namespace tarvo::faults

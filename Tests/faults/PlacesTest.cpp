@@ -1,0 +1,140 @@
+#include "Tests/faults/Ground.h"
+#include "Tests/faults/Household.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/mount.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
+using namespace tarvo::faults;
+namespace fs = std::filesystem;
+
+namespace {
+
+/// A mount that ends with its owner, wherever it was moved to meanwhile.
+class Mounted final {
+  public:
+    Mounted(const std::string& source, const std::string& target, const char* type, unsigned long flags,
+            const char* options = "") {
+        EXPECT_EQ(mount(source.c_str(), target.c_str(), type, flags, options), 0) << target;
+        root_ = open(target.c_str(), O_PATH | O_CLOEXEC);
+    }
+    ~Mounted() {
+        umount2(("/proc/self/fd/" + std::to_string(root_)).c_str(), MNT_DETACH);
+        close(root_);
+    }
+    Mounted(const Mounted&) = delete;
+    Mounted& operator=(const Mounted&) = delete;
+
+  private:
+    int root_ = -1;
+};
+
+/// Homes on file systems of their own.
+class Places : public testing::Test {
+  protected:
+    void SetUp() override {
+        if (!ground::whyNoMounts().empty()) {
+            GTEST_SKIP() << ground::whyNoMounts();
+        }
+    }
+
+    /// A home on a small disk with nothing free on it.
+    struct FullDisk {
+        explicit FullDisk(const std::string& scenario)
+            : household(scenarioNamed(scenario)), disk("tmpfs", household.home(), "tmpfs", 0, "size=512k") {
+            household.runShell("cp -a template/home/. home");
+            std::ofstream fill(household.path("fill"), std::ios::binary);
+            while (fill << std::string(4096, 'x') << std::flush) {
+            }
+            EXPECT_EQ(fs::space(household.home()).available, 0U);
+        }
+        /// Makes room and looks at everything.
+        void settle() const {
+            fs::remove(household.path("fill"));
+            expectNone(household.settle());
+        }
+
+        Household household;
+        Mounted disk;
+    };
+};
+
+} // namespace
+
+TEST_F(Places, FreeSpaceOnAFullDisk) {
+    const FullDisk full("CleanCaches");
+    const Ended ended = full.household.startScenario().wait();
+    EXPECT_EQ(ended.exitCode, 0) << ended.output << ended.error;
+    EXPECT_FALSE(fs::exists(full.household.path("Library/Caches/app")));
+    EXPECT_GT(fs::space(full.household.home()).available, 0U);
+    full.settle();
+}
+
+TEST_F(Places, LoseNothingThatIsSetAsideOnAFullDisk) {
+    const FullDisk full("CleanOwn");
+    expectNone(full.household.lies(full.household.startScenario().wait()));
+    full.settle();
+}
+
+TEST_F(Places, GiveBackWhatWasSetAsideOnAFullDisk) {
+    for (const char* scenario : {"Undo", "Restore"}) {
+        const FullDisk full(scenario);
+        const Ended ended = full.household.startScenario().wait();
+        EXPECT_EQ(ended.exitCode, 0) << ended.output << ended.error;
+        expectNone(full.household.lies(ended));
+        full.settle();
+    }
+}
+
+TEST_F(Places, SayWhyNothingCanBeChangedOnAReadOnlyDisk) {
+    for (const Scenario& scenario : scenarios()) {
+        SCOPED_TRACE(scenario.name);
+        const Household household(scenario);
+        const Manifest before = manifestOf(household.home());
+        {
+            const Mounted bound(household.home(), household.home(), nullptr, MS_BIND);
+            const Mounted readOnly("none", household.home(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY);
+            const Ended ended = household.startScenario().wait();
+            expectNone(household.lies(ended));
+            // A scan has something to show even when it cannot be kept.
+            EXPECT_TRUE(ended.exitCode == 1 || scenario.name == "Scan") << ended.output;
+            EXPECT_FALSE(ended.output.empty() && ended.error.empty());
+        }
+        EXPECT_EQ(differences(before, manifestOf(household.home()), {}).size(), 0U);
+    }
+}
+
+TEST_F(Places, StayOutOfWhatIsMountedInACache) {
+    const Household household(scenarioNamed("CleanCaches"));
+    fs::create_directory(household.path("Library/Caches/app/mounted"));
+    fs::create_directory(household.path("Library/Caches/app/tree/memory"));
+    const Mounted bound(household.canary(), household.path("Library/Caches/app/mounted"), nullptr, MS_BIND);
+    const Mounted memory("tmpfs", household.path("Library/Caches/app/tree/memory"), "tmpfs", 0);
+    std::ofstream(household.path("Library/Caches/app/tree/memory/file")) << "kept";
+    const Ended ended = household.startScenario().wait();
+    EXPECT_EQ(ended.exitCode, 1) << ended.output;
+    expectNone(household.lies(ended));
+    expectNone(household.canaryFindings());
+    EXPECT_TRUE(fs::exists(household.path("Library/Caches/app/tree/memory/file")));
+    EXPECT_FALSE(fs::exists(household.path("Library/Caches/app/closed")));
+    EXPECT_FALSE(fs::exists(household.path(".cache/uv/wheel")));
+}
+
+TEST_F(Places, StayOutOfWhatIsMountedInAnItemThatIsSetAsideAndEmptied) {
+    const Household household(scenarioNamed("CleanOwn"));
+    for (const Words& second : {Words{"undo", "--json"}, Words{"empty", "--yes", "--json"}}) {
+        fs::create_directory(household.path("Downloads/set/mounted"));
+        {
+            const Mounted bound(household.canary(), household.path("Downloads/set/mounted"), nullptr,
+                                MS_BIND);
+            household.startScenario().wait();
+            household.run(second);
+            expectNone(household.canaryFindings());
+        }
+        household.reset();
+    }
+}

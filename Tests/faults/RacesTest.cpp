@@ -1,0 +1,150 @@
+#include "Tests/faults/Ground.h"
+#include "Tests/faults/Household.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <thread>
+
+using namespace tarvo::faults;
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Starts the commands together, round after round in a fresh home, and looks at what they leave.
+void race(const Scenario& scenario, const std::vector<Words>& commands) {
+    const Household household(scenario);
+    const int rounds = ground::isLong() ? 300 : 15;
+    for (int round = 0; round < rounds; ++round) {
+        household.reset();
+        std::vector<std::unique_ptr<Child>> children;
+        for (const Words& command : commands) {
+            children.push_back(std::make_unique<Child>(household.words(command), household.environment()));
+        }
+        for (const auto& child : children) {
+            const Ended ended = child->wait();
+            EXPECT_TRUE(ended.exitCode == 0 || ended.exitCode == 1) << ended.exitCode << ended.error;
+        }
+        expectNone(household.settle());
+        // An item is there whole or not at all.
+        EXPECT_EQ(fs::exists(household.path("Downloads/set")),
+                  fs::exists(household.path("Downloads/set/deep/er/twin")));
+    }
+}
+
+/// A folder that trades places with a link out of the home as fast as it can.
+class Gate final {
+  public:
+    explicit Gate(const Household& household)
+        : gate_(household.path("way/gate")), link_(household.path("way/link")) {
+        fs::create_directories(gate_);
+        fs::create_directory_symlink(household.canary() + "/kept", link_);
+        folder_ = open(gate_.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+        swapper_ = std::jthread([this](const std::stop_token& stop) {
+            while (!stop.stop_requested()) {
+                renameat2(AT_FDCWD, gate_.c_str(), AT_FDCWD, link_.c_str(), RENAME_EXCHANGE);
+            }
+        });
+    }
+    ~Gate() {
+        swapper_ = {};
+        close(folder_);
+    }
+    Gate(const Gate&) = delete;
+    Gate& operator=(const Gate&) = delete;
+
+    [[nodiscard]] bool holdsItem() const { return faccessat(folder_, "item/file", F_OK, 0) == 0; }
+    void putItem() const {
+        mkdirat(folder_, "item", 0755);
+        close(openat(folder_, "item/file", O_CREAT | O_WRONLY | O_CLOEXEC, 0644));
+    }
+
+  private:
+    std::string gate_;
+    std::string link_;
+    int folder_ = -1;
+    std::jthread swapper_;
+};
+
+std::size_t linesIn(const std::string& path) {
+    std::ifstream file(path);
+    std::size_t count = 0;
+    for (std::string line; std::getline(file, line);) {
+        ++count;
+    }
+    return count;
+}
+
+} // namespace
+
+TEST(Races, BetweenCleaningAndUndoingLoseNothing) {
+    race(scenarioNamed("CleanOwn"), {cleanPlan, cleanPlan, {"undo"}});
+}
+
+TEST(Races, BetweenCleaningUndoingAndEmptyingLeaveNothingHalf) {
+    Scenario scenario = scenarioNamed("CleanOwn");
+    scenario.endsItems = true;
+    race(scenario, {cleanPlan, {"undo"}, {"empty", "--yes"}});
+}
+
+TEST(Races, AgainstAFolderThatBecomesALinkNeverLeaveTheHome) {
+    const Scenario deleting{.plan = {safe("item", {"way/gate/item"})}, .command = cleanPlan};
+    const Scenario moving{.plan = {review("item", {"way/gate/item"})}, .command = cleanPlan};
+    for (const Scenario* scenario : {&deleting, &moving}) {
+        const Household household(*scenario);
+        const Gate gate(household);
+        const int rounds = ground::isLong() ? 5000 : 150;
+        std::array<int, 2> counts = {};
+        for (int round = 0; round < rounds; ++round) {
+            gate.putItem();
+            const Ended ended = household.startScenario().wait();
+            ASSERT_TRUE(ended.exitCode == 0 || ended.exitCode == 1) << ended.exitCode << ended.error;
+            // Refused means untouched, and done means done to the folder that was meant.
+            ASSERT_EQ(gate.holdsItem(), ended.exitCode == 1) << ended.output;
+            ++counts[static_cast<std::size_t>(ended.exitCode)];
+            if (round % 100 == 99) {
+                fs::remove_all(household.path("Library/Application Support/TarvoAI"));
+            }
+        }
+        expectNone(household.canaryFindings());
+        std::printf("Swaps: %d done, %d refused\n", counts[0], counts[1]);
+        EXPECT_GT(counts[0], 0);
+        EXPECT_GT(counts[1], 0);
+    }
+}
+
+TEST(Races, WithAnInterruptFinishTheItemInHandAndLogIt) {
+    constexpr int count = 300;
+    Scenario scenario{.command = cleanPlan};
+    for (int number = 0; number < count; ++number) {
+        scenario.plan.push_back(review("item" + std::to_string(number), {"many/" + std::to_string(number)}));
+    }
+    const Household household(scenario);
+    for (int number = 0; number < count; ++number) {
+        fs::create_directories(household.path("many/" + std::to_string(number)));
+    }
+    const std::string log = household.path("Library/Application Support/TarvoAI/historial.jsonl");
+    Child child = household.startScenario();
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (linesIn(log) < 3 && std::chrono::steady_clock::now() < deadline) {
+        std::this_thread::yield();
+    }
+    child.signal(SIGINT);
+    const Ended ended = child.wait();
+    EXPECT_EQ(ended.exitCode, 130) << ended.error;
+    const fs::directory_iterator left(household.path("many"));
+    const auto taken = static_cast<std::size_t>(count - std::distance(begin(left), end(left)));
+    EXPECT_EQ(linesIn(log), taken);
+    EXPECT_LT(taken, static_cast<std::size_t>(count));
+    EXPECT_FALSE(fs::exists(household.path("Library/Application Support/TarvoAI/apartado.jsonl")));
+    household.run({"undo"});
+    EXPECT_EQ(std::distance(fs::directory_iterator(household.path("many")), fs::directory_iterator()), count);
+}

@@ -1,0 +1,175 @@
+#include "LumoCore/Basics/JsonValue.h"
+#include "Tests/faults/Household.h"
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string_view>
+
+using namespace tarvo::faults;
+using lumo::CleanupAction;
+using lumo::JsonValue;
+using namespace std::literals;
+
+namespace {
+
+/// Paths that no action may touch: {H} is the home folder, {P} what holds it, {A} the application's
+/// support folder.
+constexpr const char* hostile = R"(
+    . .. / // ~ ~/Downloads etc /etc /etc/passwd /tmp /home /Library/Caches /Applications
+    /Applications/Utilities/Foo.app /Applications/Foo.app/../x /proc/self/cwd /proc/self/root{H}/Downloads/old.dmg
+    {H} {H}/ {H}// {H}/. {H}/.. {H}/../home {H}/../canary {H}x {H}x/Downloads
+    {P} {P}/ {P}/canary {P}/canary/kept/file {P}/alias {P}/alias/Downloads/old.dmg
+    {H}/Downloads/set/out/kept {H}/Downloads/set/out/kept/file {H}/Downloads/link/file
+    {H}/Library/Caches/app/out/kept/file {H}/Library {H}/Library/ {A} {A}/ {A}/.. {A}/historial.jsonl
+    {A}/apartado.jsonl {A}/cerrojo {A}/Apartado {A}/Apartado/20250314-093005 {A}/not/there/yet)";
+
+/// Every component of a path in turn with something put before it, and something put behind them all.
+void addSpoiled(const std::string& home, const std::string& relative, Words& paths) {
+    for (const std::string_view spoiler : {".."sv, "."sv, ""sv, "x/.."sv, "..\0x"sv, "\0"sv}) {
+        for (std::size_t at = 0; at != std::string::npos; at = relative.find('/', at + 1)) {
+            const std::size_t next = at == 0 ? 0 : at + 1;
+            paths.push_back(
+                fmt::format("{}/{}{}/{}", home, relative.substr(0, next), spoiler, relative.substr(next)));
+        }
+        paths.push_back(fmt::format("{}/{}/{}", home, relative, spoiler));
+    }
+    for (const std::string_view before : {"", "./", "~/", "/"}) {
+        paths.push_back(std::string(before) + relative);
+    }
+    for (const std::string_view before : {"/", " ", "file://", "/.", "//."}) {
+        paths.push_back(fmt::format("{}{}/{}", before, home, relative));
+    }
+    paths.push_back(fmt::format("{}/{}{}", home, relative, "\0.old"sv));
+}
+
+Words hostilePaths(const Household& household) {
+    Words paths{""};
+    std::istringstream shapes(hostile);
+    for (std::string shape; shapes >> shape;) {
+        paths.push_back(fmt::format(fmt::runtime(shape), fmt::arg("H", household.home()),
+                                    fmt::arg("P", household.slot()),
+                                    fmt::arg("A", household.path("Library/Application Support/TarvoAI"))));
+    }
+    for (const char* relative : {"Downloads/old.dmg", "Downloads/set/deep/er/twin", "Library/Caches/app",
+                                 ".cache/uv", "missing/folder/file"}) {
+        addSpoiled(household.home(), relative, paths);
+    }
+    std::ranges::sort(paths);
+    paths.erase(std::ranges::unique(paths).begin(), paths.end());
+    return paths;
+}
+
+CleanupAction actionOn(const std::string& path, std::size_t variant) {
+    CleanupAction action = variant % 2 == 0 ? safe("hostile", {path}) : review("hostile", {path});
+    if (variant / 2 % 2 == 1) {
+        action.method = lumo::method::TrashContents{{path}};
+    }
+    action.measuredPaths.clear();
+    return action;
+}
+
+void expectRefused(const JsonValue& outcome, const std::string& message) {
+    const JsonValue shown{message};
+    EXPECT_EQ(*outcome.find("status"), JsonValue{std::string("failed")})
+        << dumpJson(shown, lumo::JsonLayout::line);
+    const JsonValue* said = outcome.find("message");
+    EXPECT_TRUE(said != nullptr && *said == shown) << dumpJson(outcome, lumo::JsonLayout::line);
+}
+
+/// What a refusal changes nothing of: all but the log and the lock.
+class Untouched final {
+  public:
+    explicit Untouched(const Household& household) : household_(household), before_(now()) {}
+    ~Untouched() {
+        for (const Difference& difference :
+             differences(before_, now(), {.moved = {support + "historial.jsonl"}})) {
+            ADD_FAILURE() << difference.what << ": " << difference.path;
+        }
+    }
+    Untouched(const Untouched&) = delete;
+    Untouched& operator=(const Untouched&) = delete;
+
+  private:
+    static inline const std::string support = "home/Library/Application Support/TarvoAI/";
+
+    [[nodiscard]] Manifest now() const {
+        return manifestOf(household_.slot(), {"plan.json", support + "historial.jsonl", support + "cerrojo"});
+    }
+
+    const Household& household_;
+    Manifest before_;
+};
+
+} // namespace
+
+TEST(Refusals, MeetEveryPathThatIsNotPlainlyInTheHome) {
+    const Household household(scenarioNamed("CleanOwn"));
+    household.run({"empty", "--expired"});
+    std::filesystem::create_directory_symlink(household.home(), household.slot() + "/alias");
+    const Words paths = hostilePaths(household);
+    EXPECT_GE(paths.size(), 200U);
+    const Untouched untouched(household);
+    for (std::size_t variant = 0; variant < 4; ++variant) {
+        std::vector<CleanupAction> plan;
+        for (const std::string& path : paths) {
+            plan.push_back(actionOn(path, variant));
+        }
+        std::ofstream(household.slot() + "/plan.json", std::ios::binary) << planDocument(plan);
+        const bool isSpanish = variant < 2;
+        Words command = cleanPlan;
+        command.insert(command.end(), {"--idioma", isSpanish ? "es" : "en"});
+        const Ended ended = household.run(command);
+        EXPECT_EQ(ended.exitCode, 1) << ended.error;
+        const JsonValue document = lumo::parseJson(ended.output).value_or(JsonValue());
+        const auto* outcomes = std::get_if<JsonValue::Array>(&document.value);
+        ASSERT_TRUE(outcomes != nullptr && outcomes->size() == paths.size()) << ended.output;
+        for (std::size_t index = 0; index < paths.size(); ++index) {
+            expectRefused((*outcomes)[index],
+                          (isSpanish ? "fuera de tu carpeta personal: " : "outside your home folder: ") +
+                              paths[index]);
+        }
+    }
+}
+
+TEST(Refusals, MeetEveryFolderThatIsNoHome) {
+    const Household household(scenarioNamed("Undo"));
+    const std::string& home = household.home();
+    const std::string file = home + "/Documents/letter";
+    std::filesystem::create_symlink(home + "/nowhere", household.slot() + "/dangling");
+    std::filesystem::create_symlink(file, household.slot() + "/to-file");
+    const Untouched untouched(household);
+    for (const std::string& bad : {""s, "/"s, "//"s, "/tmp/.."s, "no/such/folder"s, home + "/missing",
+                                   home + "/missing/..", file, file + "/", file + "/..", home + "\n",
+                                   household.slot() + "/dangling", household.slot() + "/to-file"}) {
+        for (Words command : {cleanPlan, Words{"undo"}, Words{"restore", file}, Words{"empty", "--yes"},
+                              Words{"empty", "--expired"}, Words{"history"}, Words{"holding"}}) {
+            std::ranges::replace(command, "@plan", household.slot() + "/plan.json");
+            command.insert(command.begin(), tarvo::testing::tarvoProgram());
+            const Ended byVariable = Child(command, {"HOME=" + bad}).wait();
+            command.insert(command.end(), {"--home", bad});
+            const Ended byOption = Child(command, household.environment()).wait();
+            EXPECT_EQ(byVariable.exitCode, 2) << command[1] << ", HOME=" << bad << byVariable.error;
+            EXPECT_EQ(byOption.exitCode, 2) << command[1] << " --home " << bad << byOption.error;
+        }
+    }
+}
+
+TEST(Refusals, MeetTheHomeOfSomebodyElseWhenRootAsks) {
+    const Household household(scenarioNamed("Undo"));
+    constexpr uid_t somebody = 4321;
+    if (geteuid() != 0 || chown(household.home().c_str(), somebody, somebody) != 0) {
+        GTEST_SKIP() << "only root can give a folder away";
+    }
+    const Untouched untouched(household);
+    for (const Words& command : {cleanPlan, Words{"undo"}, Words{"empty", "--yes"}}) {
+        const Ended ended = household.run(command);
+        EXPECT_TRUE(ended.exitCode == 1 || ended.exitCode == 2) << ended.output;
+        EXPECT_NE(ended.error, "");
+    }
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "LumoCore/Cleanup/CleanupAction.h"
+#include "Tests/faults/Child.h"
+#include "Tests/support/TempHome.h"
+
+#include <functional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace tarvo::faults {
+
+/// One operation that is to be survived. The home that it works on is furnished by `furnish`; paths are
+/// relative to it. In commands "@plan" stands for the file with the plan, "@home" for the home folder, and a
+/// first word with a slash for a program of its own, run in the home folder.
+struct Scenario {
+    std::string name;
+    std::vector<lumo::CleanupAction> plan; ///< What "clean" takes, here or in the preparation.
+    std::vector<Words> preparation = {};   ///< Run once before the command under test; they succeed.
+    Words command;
+    bool endsItems = false; ///< The command deletes set-aside items for good.
+    /// Whether what an exit status of 0 says is true, for commands that report nothing else.
+    std::function<bool(const std::string& home)> isDone = {};
+    std::string program = {}; ///< Instead of the one that was built.
+};
+
+/// For the names of tests.
+inline void PrintTo(const Scenario& scenario, std::ostream* out) {
+    *out << scenario.name;
+}
+
+const std::vector<Scenario>& scenarios();
+const Scenario& scenarioNamed(const std::string& name);
+
+/// "home" with files, folders, links and strange names, and "canary" beside it, which nothing may change.
+void furnish(const testing::TempHome& slot);
+
+/// Actions on paths relative to a home.
+lumo::CleanupAction review(std::string id, Words items);
+lumo::CleanupAction safe(std::string id, Words items);
+/// The action with the full paths.
+lumo::CleanupAction placedIn(const std::string& home, lumo::CleanupAction action);
+/// A saved plan, as "clean --plan" takes it.
+std::string planDocument(const std::vector<lumo::CleanupAction>& actions);
+
+inline const Words cleanPlan{"clean", "--plan", "@plan", "--yes", "--json"};
+
+} // namespace tarvo::faults

@@ -1,0 +1,202 @@
+#include "Tests/faults/Scenario.h"
+
+#include "LumoCore/Basics/Codec.h"
+#include "Tests/faults/Ground.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace tarvo::faults {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A byte that is no UTF-8, a character that such bytes are written as, a quote and a line feed.
+const std::string strayName = "Downloads/caf\xE9 \xEE\xBF\xA9 \"\n";
+
+/// The longest name there is, in characters of two bytes.
+std::string longestName() {
+    std::string name = "Downloads/x";
+    for (int count = 0; count < 127; ++count) {
+        name += "ñ";
+    }
+    return name;
+}
+
+lumo::CleanupAction contentsOf(lumo::CleanupAction action) {
+    action.method =
+        lumo::method::TrashContents{std::get<lumo::method::TrashItems>(std::move(action.method)).paths};
+    return action;
+}
+
+lumo::CleanupAction command(std::string id, Words words, std::string folder) {
+    return {.id = std::move(id),
+            .title = "By command",
+            .safety = lumo::Safety::safe,
+            .estimatedBytes = 4096,
+            .method = lumo::method::Command{std::move(words)},
+            .measuredPaths = {folder},
+            .fallbackContents = {folder}};
+}
+
+/// Gives every batch the name that a cleanup of ten days ago would have given it.
+const Words agesBatches{"/bin/sh", "-c", R"(cd "$HOME/Library/Application Support/TarvoAI" || exit 1
+old=$(date -d '10 days ago' +%Y%m%d-%H%M%S)
+for batch in Apartado/*; do
+    mv "$batch" "Apartado/$old" && sed -i "s/${batch#*/}/$old/g" historial.jsonl || exit 1
+done)"};
+
+bool isStored(const std::string& home) {
+    std::ostringstream text;
+    text << std::ifstream(home + "/.config/TarvoAI/preferencias.json").rdbuf();
+    return text.str().find("\"avisoGB\": 7") != std::string::npos;
+}
+
+bool isBack(const std::string& home) {
+    return fs::exists(home + "/Downloads/set/a") && fs::exists(home + "/Downloads/old.dmg");
+}
+
+bool isEmptied(const std::string& home) {
+    const std::string held = home + "/Library/Application Support/TarvoAI/Apartado";
+    return !fs::exists(held) || fs::is_empty(held);
+}
+
+} // namespace
+
+lumo::CleanupAction review(std::string id, Words items) {
+    return {.id = std::move(id),
+            .title = "Own files",
+            .safety = lumo::Safety::review,
+            .estimatedBytes = 4096,
+            .method = lumo::method::TrashItems{items},
+            .measuredPaths = items};
+}
+
+lumo::CleanupAction safe(std::string id, Words items) {
+    lumo::CleanupAction action = review(std::move(id), std::move(items));
+    action.safety = lumo::Safety::safe;
+    return action;
+}
+
+void furnish(const testing::TempHome& slot) {
+    slot.fileWith("canary/kept/file", "canary");
+    slot.fileWith("canary/kept/item/file", "canary");
+    slot.setMode("canary/kept/file", 0440);
+    slot.fileWith("home/Documents/letter", "mine");
+    slot.hardLink("home/Documents/twin", "home/Documents/letter");
+    slot.fileWith("home/Downloads/old.dmg", "image");
+    slot.setMode("home/Downloads/old.dmg", 04751);
+    slot.fileWith("home/Downloads/set/a", "a");
+    slot.hardLink("home/Downloads/set/deep/er/twin", "home/Downloads/set/a");
+    slot.link("home/Downloads/set/out", "../../../canary");
+    slot.folder("home/Downloads/set/closed/inside");
+    slot.setMode("home/Downloads/set/closed", ground::whyNoMounts().empty() ? 0 : 0500);
+    slot.setModified("home/Downloads/set", 1'000'000'000);
+    slot.fileWith("home/Downloads/locked/file", "cannot be moved");
+    slot.setMode("home/Downloads/locked", 0500);
+    slot.fileWith("home/" + strayName, "stray");
+    slot.fileWith("home/" + longestName(), "long");
+    slot.link("home/Downloads/link", slot.path("canary/kept"));
+    slot.link("home/Downloads/dangling", "nowhere");
+    slot.fileWith("home/Movies/box/.hidden", "film");
+    slot.folder("home/Movies/box/empty");
+    slot.fileWith("home/Library/Caches/app/tree/file", "cache");
+    slot.fileWith("home/Library/Caches/app/closed/file", "cache");
+    slot.setMode("home/Library/Caches/app/closed", 0500);
+    slot.link("home/Library/Caches/app/out", slot.path("canary"));
+    slot.hardLink("home/Library/Caches/app/canary", "canary/kept/file");
+    slot.fileWith("home/Library/Caches/pip/wheel", "cache");
+    slot.fileWith("home/.cache/uv/wheel", "cache");
+    slot.fileWith("home/.npm/_cacache/index", "cache");
+    slot.folder("home/Library/Application Support");
+    slot.folder("home/.config");
+    slot.fileWith("home/.local/bin/npm", "#!/bin/sh\nrm -rf \"$HOME/.npm/_cacache\"\n");
+    slot.fileWith("home/.local/bin/pip", "#!/bin/sh\necho broken\nexit 3\n");
+    slot.setMode("home/.local/bin/npm", 0755);
+    slot.setMode("home/.local/bin/pip", 0755);
+}
+
+lumo::CleanupAction placedIn(const std::string& home, lumo::CleanupAction action) {
+    const auto place = [&](Words& paths) {
+        for (std::string& path : paths) {
+            path = home + "/" + path;
+        }
+    };
+    if (auto* items = std::get_if<lumo::method::TrashItems>(&action.method)) {
+        place(items->paths);
+    } else if (auto* contents = std::get_if<lumo::method::TrashContents>(&action.method)) {
+        place(contents->folders);
+    }
+    place(action.measuredPaths);
+    place(action.fallbackContents);
+    return action;
+}
+
+std::string planDocument(const std::vector<lumo::CleanupAction>& actions) {
+    lumo::JsonValue::Array entries;
+    for (const lumo::CleanupAction& action : actions) {
+        entries.push_back({lumo::JsonValue::Object{{"action", lumo::encode(action)}}});
+    }
+    return lumo::dumpJson({std::move(entries)}, lumo::JsonLayout::line);
+}
+
+const std::vector<Scenario>& scenarios() {
+    static const std::vector<lumo::CleanupAction> own{
+        review("old", {"Downloads/old.dmg", "Downloads/set", strayName}),
+        review("names", {longestName(), "Downloads/link", "Downloads/dangling"}),
+        contentsOf(review("box", {"Movies/box"}))};
+    static const std::vector<lumo::CleanupAction> caches{safe("app", {"Library/Caches/app"}),
+                                                         contentsOf(safe("uv", {".cache/uv"}))};
+    static const std::vector<lumo::CleanupAction> mixed{
+        review("old", {"Downloads/old.dmg"}),
+        review("fails", {"Downloads/set", "Downloads/locked", "Downloads/link"}),
+        command("npm-cache", {"npm", "cache", "clean", "--force"}, ".npm/_cacache"),
+        command("pip-cache", {"pip", "cache", "purge"}, "Library/Caches/pip"), caches.front()};
+    static const std::vector<lumo::CleanupAction> one{own.front()};
+    static const std::vector<Scenario> all{
+        {.name = "CleanOwn", .plan = own, .command = cleanPlan},
+        {.name = "CleanCaches", .plan = caches, .command = cleanPlan},
+        {.name = "CleanMixed", .plan = mixed, .command = cleanPlan},
+        {.name = "Undo",
+         .plan = own,
+         .preparation = {cleanPlan},
+         .command = {"undo", "--json"},
+         .isDone = isBack},
+        {.name = "Restore",
+         .plan = one,
+         .preparation = {cleanPlan},
+         .command = {"restore", "@home/Downloads/old.dmg", "@home/Downloads/set", "--json"},
+         .isDone = isBack},
+        {.name = "Empty",
+         .plan = one,
+         .preparation = {cleanPlan},
+         .command = {"empty", "--yes", "--json"},
+         .endsItems = true,
+         .isDone = isEmptied},
+        {.name = "EmptyExpired",
+         .plan = one,
+         .preparation = {cleanPlan, agesBatches},
+         .command = {"empty", "--expired", "--json"},
+         .endsItems = true,
+         .isDone = isEmptied},
+        {.name = "Scan",
+         .plan = one,
+         .preparation = {cleanPlan, {"scan", "--json"}, agesBatches},
+         .command = {"scan", "--json"},
+         .endsItems = true},
+        {.name = "SettingsSet",
+         .preparation = {{"settings", "set", "avisoGB", "5"}},
+         .command = {"settings", "set", "avisoGB", "7"},
+         .isDone = isStored},
+    };
+    return all;
+}
+
+const Scenario& scenarioNamed(const std::string& name) {
+    return *std::ranges::find(scenarios(), name, &Scenario::name);
+}
+
+} // namespace tarvo::faults
