@@ -1,5 +1,6 @@
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Cleanup/Holding.h"
 #include "LumoCore/Cleanup/Undoing.h"
@@ -83,9 +84,28 @@ std::string batchText(const Batch& batch, const std::vector<CleanupOutcome>& out
     return shown;
 }
 
+/// The batches. On failure what is wrong has been said.
+std::expected<std::vector<Batch>, ExitCode> batchesOf(const PathGuard& guard) {
+    auto batches = Holding::batches(guard, platform::now());
+    if (!batches) {
+        return std::unexpected(complain(
+            fmt::format(
+                fmt::runtime(text("no puedo mirar lo apartado ({}): comprueba los permisos de su carpeta",
+                                  "cannot look into Recently Cleaned ({}): check the permissions of "
+                                  "its folder")),
+                lumo::reasonText(batches.error())),
+            ExitCode::failed));
+    }
+    return std::move(*batches);
+}
+
 ExitCode runHolding(const Invocation& invocation) {
     const PathGuard guard(invocation.home);
-    const std::vector<Batch> batches = Holding::batches(guard, platform::now());
+    const auto held = batchesOf(guard);
+    if (!held) {
+        return held.error();
+    }
+    const std::vector<Batch>& batches = *held;
     if (invocation.isJson) {
         std::vector<ListedBatch> listed;
         for (const Batch& batch : batches) {
@@ -181,8 +201,8 @@ ExitCode tellNothingHeld(const Invocation& invocation) {
 }
 
 /// Empties the batches that the question was about. One that is not as it was then stays and is reported.
-Holding::Emptied emptyAsAgreed(const std::vector<Batch>& agreed, const PathGuard& guard) {
-    const std::vector<Batch> now = Holding::batches(guard, platform::now());
+Holding::Emptied emptyAsAgreed(const std::vector<Batch>& agreed, const std::vector<Batch>& now,
+                               const PathGuard& guard) {
     std::vector<Batch> unchanged;
     std::vector<std::string> changed;
     for (const Batch& batch : agreed) {
@@ -214,16 +234,20 @@ ExitCode emptyExpired(const Invocation& invocation) {
     if (!lock) {
         return lock.error();
     }
+    const auto batches = batchesOf(guard);
+    if (!batches) {
+        return batches.error();
+    }
     const lumo::Date now = platform::now();
     Holding::Emptied emptied;
     if (lock->mayPurge(now, std::chrono::seconds(0))) {
-        emptied = Holding::empty(Holding::expired(Holding::batches(guard, now), now), guard);
+        emptied = Holding::empty(Holding::expired(*batches, now), guard);
     } else {
-        complain(
-            text("el reloj ha dado un salto: lo apartado no caduca hasta dentro de una hora, vuelve a "
-                 "probar entonces",
-                 "the clock made a leap: nothing in Recently Cleaned expires for an hour, try again then"),
-            ExitCode::done);
+        complain(text("no me fío del reloj ahora: lo apartado no caduca hasta dentro de una hora, vuelve a "
+                      "probar entonces",
+                      "the clock cannot be trusted now: nothing in Recently Cleaned expires for an hour, try "
+                      "again then"),
+                 ExitCode::done);
     }
     if (emptied.freed == 0 && emptied.failures.empty() && !invocation.isJson) {
         return print(text("No hay nada caducado.\n", "Nothing has expired.\n"));
@@ -242,20 +266,27 @@ ExitCode runEmpty(const EmptyArguments& arguments, const Invocation& invocation)
         return *refused;
     }
     const PathGuard guard(invocation.home);
-    const std::vector<Batch> asked = Holding::batches(guard, platform::now());
-    if (!arguments.isConfirmed && asked.empty()) {
+    const auto asked = batchesOf(guard);
+    if (!asked) {
+        return asked.error();
+    }
+    if (!arguments.isConfirmed && asked->empty()) {
         return tellNothingHeld(invocation);
     }
-    if (const auto no = arguments.isConfirmed ? std::nullopt : declinedEmptying(asked)) {
+    if (const auto no = arguments.isConfirmed ? std::nullopt : declinedEmptying(*asked)) {
         return *no;
     }
     const auto lock = lockHome(guard, "empty");
     if (!lock) {
         return lock.error();
     }
-    const std::vector<Batch> agreed =
-        arguments.isConfirmed ? Holding::batches(guard, platform::now()) : asked;
-    return agreed.empty() ? tellNothingHeld(invocation) : tell(emptyAsAgreed(agreed, guard), invocation);
+    const auto now = batchesOf(guard);
+    if (!now) {
+        return now.error();
+    }
+    const std::vector<Batch>& agreed = arguments.isConfirmed ? *now : *asked;
+    return agreed.empty() ? tellNothingHeld(invocation)
+                          : tell(emptyAsAgreed(agreed, *now, guard), invocation);
 }
 
 template <class Run>

@@ -28,10 +28,13 @@ SystemResult<BaseFolder> makeAt(const SystemResult<Place>& place) {
     if (!place) {
         return std::unexpected(place.error());
     }
-    if (const auto made = platform::makeFolderAt(*place, 0700); !made) {
-        return std::unexpected(made.error());
-    }
     SystemResult<BaseFolder> folder = BaseFolder::openAt(*place);
+    if (!folder && folder.error().isMissing()) {
+        if (const auto made = platform::makeFolderAt(*place, 0700); !made) {
+            return std::unexpected(made.error());
+        }
+        folder = BaseFolder::openAt(*place);
+    }
     if (folder) {
         folder->makePrivate();
     }

@@ -163,10 +163,16 @@ Date Batch::expires(int days) const {
     return daysLater(date, days);
 }
 
-std::vector<Batch> batches(const PathGuard& guard, Date now) {
+SystemResult<std::vector<Batch>> batches(const PathGuard& guard, Date now) {
     const SystemResult<BaseFolder> holding = openHolding(guard);
-    std::vector<std::string> names =
-        holding ? holding->names().value_or(std::vector<std::string>()) : std::vector<std::string>();
+    SystemResult<std::vector<std::string>> listed =
+        holding ? holding->names() : std::unexpected(holding.error());
+    if (!listed) {
+        // A link in its place counts as missing.
+        const bool isMissing = listed.error().isMissing() || listed.error().code == ELOOP;
+        return isMissing ? SystemResult<std::vector<Batch>>() : std::unexpected(listed.error());
+    }
+    std::vector<std::string> names = std::move(*listed);
     std::ranges::sort(names);
     std::vector<Batch> batches;
     for (const std::string& name : names) {
@@ -207,11 +213,16 @@ std::vector<Batch> expired(const std::vector<Batch>& batches, Date now, int days
 }
 
 std::int64_t purgeExpired(const PathGuard& guard, Date now, int days) {
-    return empty(expired(batches(guard, now), now, days), guard).freed;
+    const SystemResult<std::vector<Batch>> held = batches(guard, now);
+    return held ? empty(expired(*held, now, days), guard).freed : 0;
 }
 
 Emptied emptyAll(const PathGuard& guard, Date now) {
-    return empty(batches(guard, now), guard);
+    const SystemResult<std::vector<Batch>> held = batches(guard, now);
+    if (!held) {
+        return {.freed = 0, .failures = {withReason(fileName(root(guard.home())), held.error())}};
+    }
+    return empty(*held, guard);
 }
 
 TrashOperationResult restore(const std::vector<TrashedItem>& items, const PathGuard& guard) {

@@ -48,8 +48,9 @@ std::string_view batchOf(std::string_view inTrash);
 /// Where a cleanup that begins then puts what it sets aside. Nothing is made yet.
 std::string newBatch(const std::string& home, Date now);
 
-/// All batches with their sizes, oldest first; equal dates by name. `now` dates what has no date at all.
-std::vector<Batch> batches(const PathGuard& guard, Date now);
+/// All batches with their sizes, oldest first; equal dates by name. None when there is no holding area; fails
+/// when it is there and cannot be listed. `now` dates what has no date at all.
+platform::SystemResult<std::vector<Batch>> batches(const PathGuard& guard, Date now);
 
 /// Removes the batches for good. One that cannot be removed goes back to its place and has a failure text.
 Emptied empty(const std::vector<Batch>& batches, const PathGuard& guard);

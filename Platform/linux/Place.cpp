@@ -48,11 +48,15 @@ SystemResult<Descriptor> openFolder(int parent, const std::string& name) {
     if (folder.isOpen()) {
         return folder;
     }
-    const int code = errno;
+    if (errno != ENOTDIR) {
+        return failed(errno);
+    }
     struct stat status = {};
-    const bool isLink = code == ENOTDIR && fstatat(parent, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
-                        S_ISLNK(status.st_mode);
-    return failed(isLink ? ELOOP : code);
+    if (fstatat(parent, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
+        return failed(errno);
+    }
+    // What is a folder now was a link a moment ago, and no reason to take its items for missing.
+    return failed(S_ISLNK(status.st_mode) || S_ISDIR(status.st_mode) ? ELOOP : ENOTDIR);
 }
 
 } // namespace
@@ -118,8 +122,9 @@ SystemResult<Place> BaseFolder::place(std::string_view relative) const {
 }
 
 SystemResult<Place> BaseFolder::placeWithFolders(std::string_view relative, unsigned mode) const {
-    if (!isSpeltOut(relative)) {
-        return failed(EINVAL);
+    SystemResult<Place> standing = place(relative);
+    if (standing || !standing.error().isMissing()) {
+        return standing;
     }
     for (std::size_t slash = relative.find('/'); slash != std::string_view::npos;
          slash = relative.find('/', slash + 1)) {

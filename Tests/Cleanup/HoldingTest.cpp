@@ -50,14 +50,14 @@ TEST(Holding, ListsBatchesOldestFirstByStampOrElseByChange) {
     home.files().file(root + "notes/x");
     home.files().setModified(root + "notes", 1000000000);
     home.files().setModified(root + "20260231-000000", 1100000000);
-    const auto batches = Holding::batches(home.guard(), cleaningTime);
+    const auto batches = Holding::batches(home.guard(), cleaningTime).value();
     ASSERT_THAT(batches, SizeIs(3));
     EXPECT_EQ(batches[0].path, home.path(root + "notes"));
     EXPECT_EQ(batches[0].date, Date(1000000000s));
     EXPECT_EQ(batches[1].date, Date(1100000000s)) << "no such day";
     EXPECT_EQ(batches[2].path, home.path(root + "20260314-093005"));
     EXPECT_GT(batches[2].bytes, 5000);
-    EXPECT_THAT(Holding::batches(CleaningHome().guard(), cleaningTime), IsEmpty());
+    EXPECT_THAT(Holding::batches(CleaningHome().guard(), cleaningTime).value(), IsEmpty());
 }
 
 TEST(Holding, ExpiresAfterSevenCalendarDaysToTheSecondAcrossSummerTime) {
@@ -66,7 +66,7 @@ TEST(Holding, ExpiresAfterSevenCalendarDaysToTheSecondAcrossSummerTime) {
     // The clocks go forward on 29 March 2026: the seventh day ends an hour "early".
     home.files().file(own + "Apartado/20260325-120000/x", 5000);
     home.files().file(own + "Apartado/20260325-120100/x", 5000);
-    const auto batches = Holding::batches(home.guard(), cleaningTime);
+    const auto batches = Holding::batches(home.guard(), cleaningTime).value();
     const Date end = lumo::dateFromIsoText("2026-04-01T10:00:00Z").value();
     EXPECT_EQ(batches[0].expires(), end);
     EXPECT_EQ(Holding::purgeExpired(home.guard(), end - 1s), 0);
@@ -143,7 +143,7 @@ TEST(Holding, EmptiesForGoodAndUnlinksLinksWithoutTheirTargets) {
     home.files().file("kept/file");
     (void)home.setAside("letter");
     home.files().link(own + "Apartado/linked", home.path("kept"));
-    const auto before = Holding::batches(home.guard(), cleaningTime);
+    const auto before = Holding::batches(home.guard(), cleaningTime).value();
     const auto emptied = Holding::emptyAll(home.guard(), cleaningTime);
     EXPECT_THAT(emptied.failures, IsEmpty());
     EXPECT_EQ(emptied.freed, before[0].bytes + before[1].bytes);
@@ -205,7 +205,7 @@ TEST(Holding, CountsALinkInPlaceOfItsFoldersAsMissing) {
     const TrashedItem letter = home.setAside("letter");
     fs::rename(home.path(own + "Apartado"), home.path("moved"));
     home.files().link(own + "Apartado", home.path("moved"));
-    EXPECT_THAT(Holding::batches(home.guard(), cleaningTime), IsEmpty());
+    EXPECT_THAT(Holding::batches(home.guard(), cleaningTime).value(), IsEmpty());
     EXPECT_EQ(Holding::emptyAll(home.guard(), cleaningTime), Holding::Emptied{});
     EXPECT_EQ(Holding::restore({letter}, home.guard()).done, 0);
     home.files().file("second");
