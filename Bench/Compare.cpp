@@ -1,10 +1,10 @@
 #include "ChildProcess.h"
 #include "Comparison.h"
+#include "NumberOf.h"
 #include "StopProgram.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <charconv>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -37,15 +37,6 @@ struct Arguments {
     Format format = Format::table;
 };
 
-int roundsOf(std::string_view text) {
-    int rounds = 0;
-    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), rounds);
-    if (failure != std::errc{} || end != text.data() + text.size() || rounds < 1) {
-        stopProgram(usage);
-    }
-    return rounds;
-}
-
 /// Absolute, and without a final slash, so that every contestant is handed the same words.
 std::string folderOf(std::string_view text) {
     std::error_code failure;
@@ -66,7 +57,7 @@ Arguments argumentsOf(int count, char** values) {
         } else if (value == "--home" && hasNext) {
             arguments.home = folderOf(values[++position]);
         } else if (value == "--rounds" && hasNext) {
-            arguments.rounds = roundsOf(values[++position]);
+            arguments.rounds = numberOf(values[++position], usage, 1);
         } else if (value == "--cold") {
             arguments.temperature = Temperature::cold;
         } else if (value == "--json") {

@@ -109,11 +109,10 @@ const char* nameOf(Temperature temperature) {
 
 } // namespace
 
-double Contestant::median() const {
-    std::vector<double> sorted = milliseconds;
-    std::ranges::sort(sorted);
-    const std::size_t middle = sorted.size() / 2;
-    return sorted.size() % 2 == 1 ? sorted[middle] : (sorted[middle - 1] + sorted[middle]) / 2;
+double medianOf(std::vector<double> values) {
+    std::ranges::sort(values);
+    const std::size_t middle = values.size() / 2;
+    return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
 }
 
 double Contestant::minimum() const {

@@ -12,6 +12,8 @@ namespace tarvo::bench {
 /// Which caches a run finds.
 enum class Temperature { warm, cold };
 
+double medianOf(std::vector<double> values);
+
 /// One program that was run, or could not be.
 struct Contestant {
     std::string name; ///< As the table shows it; `role` says what it stands for.
@@ -22,7 +24,7 @@ struct Contestant {
     double peakMebibytes = 0;         ///< The largest of all rounds.
 
     bool hasFigures() const { return problem.empty() && !milliseconds.empty(); }
-    double median() const;
+    double median() const { return medianOf(milliseconds); }
     double minimum() const;
 };
 

@@ -1,8 +1,8 @@
 #include "HomeRooms.h"
+#include "NumberOf.h"
 #include "StopProgram.h"
 
 #include <array>
-#include <charconv>
 #include <cstdint>
 #include <cstdlib>
 #include <ctime>
@@ -32,25 +32,15 @@ struct Arguments {
     std::uint64_t seed = 1;
 };
 
-template <typename Number>
-Number numberOf(std::string_view text) {
-    Number number{};
-    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (failure != std::errc{} || end != text.data() + text.size()) {
-        stopProgram(usage);
-    }
-    return number;
-}
-
 Arguments argumentsOf(int count, char** values) {
     Arguments arguments;
     for (int position = 1; position < count; ++position) {
         const std::string_view value = values[position];
         const bool hasNext = position + 1 < count;
         if (value == "--files" && hasNext) {
-            arguments.files = numberOf<std::int64_t>(values[++position]);
+            arguments.files = numberOf<std::int64_t>(values[++position], usage, 0);
         } else if (value == "--seed" && hasNext) {
-            arguments.seed = numberOf<std::uint64_t>(values[++position]);
+            arguments.seed = numberOf<std::uint64_t>(values[++position], usage, 0);
         } else if (!value.starts_with("--") && arguments.folder.empty()) {
             arguments.folder = value;
         } else {

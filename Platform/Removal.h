@@ -11,7 +11,7 @@ namespace lumo::platform {
 /// Everything is reached through open folders, one name at a time: a link is removed and its target left
 /// alone, whatever is swapped while this runs. A folder on another mount than the place's folder is never
 /// entered; a mount point stays as it is and fails with EBUSY. Depth and width have no limit: at most 64
-/// descriptors are open, and memory does not grow with the number of entries.
+/// descriptors are open, and memory grows with the depth alone.
 ///
 /// A failure stops nothing: the rest of the tree is removed all the same, and the first reason is returned.
 /// Before that, unless only mounts were in the way, a second try gives folders of the current user at and

@@ -112,6 +112,7 @@ struct Level {
     std::vector<std::size_t> stuck; ///< Hashes of the names that could not be removed: there may be millions.
     std::size_t stuckBefore = 0;    ///< So many of them, in order, are from earlier listings.
     int listings = 1;
+    bool hasBegun = false;   ///< This listing has been read from.
     bool hasRemoved = false; ///< Since this listing began.
     bool hasFailed = false;
 
@@ -127,9 +128,10 @@ struct Level {
         stuck.push_back(hashOf(entry));
     }
 
-    void beginListing() {
+    void begin() {
         std::ranges::sort(stuck);
         stuckBefore = stuck.size();
+        hasBegun = true;
         hasRemoved = false;
     }
 };
@@ -161,6 +163,9 @@ class RemovalPass final {
 
   private:
     const dirent* nextEntry(Level& level) {
+        if (!level.hasBegun) {
+            level.begin();
+        }
         for (;;) {
             errno = 0;
             const dirent* entry = readdir(level.listing.get());
@@ -281,7 +286,7 @@ class RemovalPass final {
             return errno;
         }
         static_cast<void>(folder.release());
-        level.beginListing();
+        level.hasBegun = false;
         return 0;
     }
 
@@ -309,7 +314,7 @@ class RemovalPass final {
         const bool isLeft = code == ENOTEMPTY || code == EEXIST;
         if (isLeft && level.hasRemoved && level.listings < mostListings) {
             rewinddir(level.listing.get());
-            level.beginListing();
+            level.hasBegun = false;
             ++level.listings;
             levels_.push_back(std::move(level));
         } else if (level.hasFailed || stays) {

@@ -1,5 +1,6 @@
 #include "LumoCore/Scanning/FileTree.h"
 #include "LumoCore/Scanning/Scanner.h"
+#include "Tests/support/AwkwardTree.h"
 #include "Tests/support/TempHome.h"
 
 #include <gtest/gtest.h>
@@ -8,17 +9,15 @@
 #include <chrono>
 #include <fcntl.h>
 #include <filesystem>
-#include <sched.h>
-#include <sys/mount.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 
 using lumo::HardLinkRegistry;
 using lumo::Usage;
 using tarvo::testing::allocatedBytes;
+using tarvo::testing::makeChain;
+using tarvo::testing::Outcome;
 using tarvo::testing::TempHome;
 
 namespace {
@@ -26,26 +25,6 @@ namespace {
 Usage measure(const std::string& path) {
     HardLinkRegistry registry;
     return lumo::FileTree::measure(path, registry);
-}
-
-/// A chain of folders named "d", with further folders "e" at its side where asked for, made by descriptors
-/// since its paths are longer than the system takes. Each level holds one file of 1 byte.
-void makeChain(const std::string& root, int levels, bool hasSiblings) {
-    int current = open(root.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    for (int level = 0; level < levels; ++level) {
-        ASSERT_EQ(mkdirat(current, "d", 0755), 0);
-        if (hasSiblings) {
-            ASSERT_EQ(mkdirat(current, "e", 0755), 0);
-            ASSERT_EQ(mkdirat(current, "a", 0755), 0);
-        }
-        const int file = openat(current, "f", O_CREAT | O_WRONLY | O_CLOEXEC, 0644);
-        ASSERT_EQ(write(file, "x", 1), 1);
-        close(file);
-        const int next = openat(current, "d", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-        close(current);
-        current = next;
-    }
-    close(current);
 }
 
 std::size_t openDescriptors() {
@@ -85,7 +64,7 @@ class DescriptorLimit final {
 TEST(AwkwardTrees, ATreeDeeperThanAnyPathIsMeasuredWhole) {
     const TempHome home;
     constexpr int levels = 20000;
-    makeChain(home.path(), levels, false);
+    close(makeChain(home.path(), levels, false));
     const Usage usage = measure(home.path());
     EXPECT_EQ(usage.fileCount, levels);
     EXPECT_EQ(usage.unreadableCount, 0);
@@ -96,7 +75,7 @@ TEST(AwkwardTrees, ATreeDeeperThanAnyPathIsMeasuredWhole) {
 TEST(AwkwardTrees, FoldersThatLostTheirDescriptorAreFoundAgain) {
     const TempHome home;
     constexpr int levels = 3000;
-    makeChain(home.path(), levels, true);
+    close(makeChain(home.path(), levels, true));
     for (const rlim_t most : {rlim_t{64}, rlim_t{24}}) {
         const DescriptorLimit limit(most);
         const Usage usage = measure(home.path());
@@ -162,25 +141,16 @@ TEST(AwkwardTrees, AMountInsideIsNotEntered) {
     const TempHome home;
     home.file("inside/file", 10000);
     home.folder("mounted");
-    const pid_t child = fork();
-    if (child == 0) {
-        const bool canMount = unshare(CLONE_NEWNS) == 0 &&
-                              mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-                              mount("none", home.path("mounted").c_str(), "tmpfs", 0, nullptr) == 0;
-        if (!canMount) {
-            _exit(77);
-        }
+    const Outcome outcome = tarvo::testing::withMounts({{"", home.path("mounted")}}, [&] {
         home.file("mounted/elsewhere", 50000);
         const Usage usage = measure(home.path());
         const auto projects = lumo::Scanner::discoverProjects(home.path(), 5);
-        _exit(usage.fileCount == 1 && usage.unreadableCount == 0 && projects.empty() ? 0 : 1);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    if (WEXITSTATUS(status) == 77) {
+        return usage.fileCount == 1 && usage.unreadableCount == 0 && projects.empty();
+    });
+    if (outcome == Outcome::notPossible) {
         GTEST_SKIP() << "cannot mount here";
     }
-    EXPECT_EQ(status, 0);
+    EXPECT_EQ(outcome, Outcome::held);
 }
 
 TEST(AwkwardTrees, AStopEndsTheWalkWithinMomentsAndLeavesNothingBehind) {

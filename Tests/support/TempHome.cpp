@@ -107,26 +107,33 @@ std::int64_t allocatedBytes(const std::string& path) {
     return std::int64_t{status.st_blocks} * 512;
 }
 
-Outcome asOrdinaryUser(const std::string& home, const std::function<bool()>& work) {
-    constexpr int impossible = 77;
+Outcome inChild(const std::function<Outcome()>& work) {
     const pid_t child = fork();
     require(child >= 0, "fork");
     if (child == 0) {
-        if (geteuid() == 0) {
-            constexpr uid_t nobody = 65534;
-            if (lchown(home.c_str(), nobody, nobody) != 0 || setgroups(0, nullptr) != 0 ||
-                setgid(nobody) != 0 || setuid(nobody) != 0) {
-                _exit(impossible);
-            }
-        }
-        _exit(work() ? 0 : 1);
+        _exit(static_cast<int>(work()));
     }
     int status = 0;
     require(waitpid(child, &status, 0) == child, "waitpid");
-    if (WIFEXITED(status) && WEXITSTATUS(status) == impossible) {
-        return Outcome::notPossible;
+    for (const Outcome outcome : {Outcome::held, Outcome::notPossible}) {
+        if (WIFEXITED(status) && WEXITSTATUS(status) == static_cast<int>(outcome)) {
+            return outcome;
+        }
     }
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0 ? Outcome::held : Outcome::failed;
+    return Outcome::failed;
+}
+
+Outcome asOrdinaryUser(const std::string& home, const std::function<bool()>& work) {
+    return inChild([&] {
+        constexpr uid_t nobody = 65534;
+        const bool isOrdinary =
+            geteuid() != 0 || (lchown(home.c_str(), nobody, nobody) == 0 && setgroups(0, nullptr) == 0 &&
+                               setgid(nobody) == 0 && setuid(nobody) == 0);
+        if (!isOrdinary) {
+            return Outcome::notPossible;
+        }
+        return work() ? Outcome::held : Outcome::failed;
+    });
 }
 
 namespace {

@@ -41,9 +41,13 @@ class TempHome final {
 /// Bytes that the one entry takes on disk, from its own status; links are not followed.
 std::int64_t allocatedBytes(const std::string& path);
 
-/// Runs the work in a child process without the rights of root and tells whether it returned true. Absent
-/// rights to do so make it return no value.
 enum class Outcome { held, failed, notPossible };
+
+/// Runs the work in a child process, whose rights, limits and mounts it may change.
+Outcome inChild(const std::function<Outcome()>& work);
+
+/// Runs the work in a child process without the rights of root and tells whether it returned true. The home
+/// belongs to that user from then on.
 Outcome asOrdinaryUser(const std::string& home, const std::function<bool()>& work);
 
 /// What a program printed and answered.

@@ -1,0 +1,127 @@
+#include "ChildProcess.h"
+#include "Comparison.h"
+#include "MachineShape.h"
+#include "NumberOf.h"
+#include "StopProgram.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <string>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+namespace tarvo::bench {
+
+namespace {
+
+constexpr const char* usage = "usage: compare-removals --bin DIR --folder DIR [--files N] [--rounds N]";
+
+struct Arguments {
+    std::string programs;
+    std::string folder;
+    int files = 1'000'000;
+    int rounds = 3;
+};
+
+Arguments argumentsOf(int count, char** values) {
+    Arguments arguments;
+    for (int position = 1; position + 1 < count; position += 2) {
+        const std::string_view name = values[position];
+        const char* value = values[position + 1];
+        if (name == "--bin") {
+            arguments.programs = value;
+        } else if (name == "--folder") {
+            arguments.folder = value;
+        } else if (name == "--files") {
+            arguments.files = numberOf(value, usage, 1);
+        } else if (name == "--rounds") {
+            arguments.rounds = numberOf(value, usage, 1);
+        } else {
+            stopProgram(usage);
+        }
+    }
+    if (arguments.programs.empty() || arguments.folder.empty() || count % 2 == 0) {
+        stopProgram(usage);
+    }
+    return arguments;
+}
+
+/// Everything is on the disk afterwards, so that no part of the making falls to whoever removes it.
+void makeFlatFolder(const std::string& path, int files) {
+    if (::mkdir(path.c_str(), 0755) != 0) {
+        stopOnFailedCall(path);
+    }
+    const int folder = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    for (int number = 0; number < files; ++number) {
+        const std::string name = fmt::format("entry-{:07}.cache", number);
+        const int file = ::openat(folder, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
+        if (file < 0) {
+            stopOnFailedCall(path + "/" + name);
+        }
+        ::close(file);
+    }
+    if (::syncfs(folder) != 0) {
+        stopOnFailedCall(path);
+    }
+    ::close(folder);
+}
+
+/// A removal that fails, or leaves the folder behind, has no time worth knowing.
+void runOnce(Contestant& contestant, const std::string& path) {
+    std::vector<std::string> command = contestant.command;
+    command.push_back(path);
+    const RunOutcome outcome = timedRun(command);
+    if (!outcome.failure.empty() || ::access(path.c_str(), F_OK) == 0) {
+        stopProgram(contestant.name + ": " + outcome.failure);
+    }
+    contestant.milliseconds.push_back(outcome.milliseconds);
+    contestant.peakMebibytes = std::max(contestant.peakMebibytes, outcome.peakMebibytes);
+}
+
+int compare(const Arguments& arguments) {
+    const auto rm = findProgram("rm");
+    if (!rm) {
+        stopProgram("rm: not installed");
+    }
+    Contestant peer{.name = "rm -rf", .command = {*rm, "-rf"}};
+    Contestant ours{.name = "remove-tree", .command = {arguments.programs + "/remove-tree"}};
+    // All are made before the first goes: some file systems search long for an inode after many were freed.
+    std::vector<std::string> paths;
+    for (int number = 0; number < 2 * arguments.rounds; ++number) {
+        paths.push_back(fmt::format("{}/flat-{}-{}", arguments.folder, ::getpid(), number));
+        makeFlatFolder(paths.back(), arguments.files);
+    }
+    std::vector<double> ratios;
+    for (std::size_t round = 0; round < paths.size() / 2; ++round) {
+        // Each is first in every other round: what the disk still has to do falls on both alike.
+        runOnce(round % 2 == 0 ? peer : ours, paths[2 * round]);
+        runOnce(round % 2 == 0 ? ours : peer, paths[2 * round + 1]);
+        ratios.push_back(ours.milliseconds.back() / peer.milliseconds.back());
+    }
+    const MachineShape machine = machineShapeAt(arguments.folder);
+    fmt::print("{} cores, {:.1f} GiB memory, {}, {}; one folder of {} files; {} rounds\n\n", machine.cores,
+               machine.memoryGibibytes, machine.kernel, machine.fileSystem, arguments.files,
+               arguments.rounds);
+    fmt::print("{:<12} {:>10} {:>10} {:>10}\n", "contestant", "median ms", "min ms", "peak MiB");
+    for (const Contestant& each : {peer, ours}) {
+        fmt::print("{:<12} {:>10.1f} {:>10.1f} {:>10.1f}\n", each.name, each.median(), each.minimum(),
+                   each.peakMebibytes);
+    }
+    fmt::print("\nmedian of the ratios of each round: {:.2f} ({:.2f} to {:.2f})\n", medianOf(ratios),
+               std::ranges::min(ratios), std::ranges::max(ratios));
+    return EXIT_SUCCESS;
+}
+
+} // namespace
+
+} // namespace tarvo::bench
+
+int main(int count, char** values) {
+    return tarvo::bench::compare(tarvo::bench::argumentsOf(count, values));
+}
