@@ -182,21 +182,20 @@ Words Household::environment() const {
 }
 
 Words Household::words(const Words& command, const Words& before) const {
+    const std::string program = scenario_.program.empty() ? testing::tarvoProgram() : scenario_.program;
+    const bool isOther = command.front().find('/') != std::string::npos;
     Words all = ground::asOrdinaryUser();
     all.insert(all.end(), before.begin(), before.end());
-    const bool isOwnProgram = command.front().find('/') != std::string::npos;
-    if (!isOwnProgram) {
-        all.push_back(scenario_.program.empty() ? testing::tarvoProgram() : scenario_.program);
+    if (!isOther) {
+        all.push_back(program);
     }
-    for (std::string word : command) {
-        if (word == "@plan") {
-            word = slot_.path("plan.json");
-        } else if (word.starts_with("@home")) {
-            word.replace(0, 5, home_);
-        }
-        all.push_back(std::move(word));
+    for (const std::string& word : command) {
+        all.push_back(word == "@plan"              ? slot_.path("plan.json")
+                      : word == "@tarvo"           ? program
+                      : word.starts_with("@home/") ? path(word.substr(6))
+                                                   : word);
     }
-    if (!isOwnProgram) {
+    if (!isOther) {
         all.insert(all.end(), {"--home", home_});
     }
     return all;

@@ -12,8 +12,8 @@
 namespace tarvo::faults {
 
 /// One operation that is to be survived. The home that it works on is furnished by `furnish`; paths are
-/// relative to it. In commands "@plan" stands for the file with the plan, "@home" for the home folder, and a
-/// first word with a slash for a program of its own, run in the home folder.
+/// relative to it. In commands "@plan" stands for the file with the plan, "@home" for the home folder,
+/// "@tarvo" for the program under test, and a first word with a slash for another program.
 struct Scenario {
     std::string name;
     std::vector<lumo::CleanupAction> plan; ///< What "clean" takes, here or in the preparation.
