@@ -22,6 +22,9 @@ std::optional<EntryKind> kindOf(const std::string& path);
 /// When what stands at the path itself was last changed; absent when its status cannot be read.
 std::optional<Timestamp> modificationDate(const std::string& path);
 
+/// True when it is certain that nothing stands at the path. What cannot be looked at may be there.
+bool isMissing(const std::string& path);
+
 /// True when the path, with links followed, is a folder.
 bool isFolderThroughLinks(const std::string& path);
 

@@ -41,7 +41,7 @@ std::vector<CleanupOutcome> owed(const std::vector<Intent>& intents, const std::
     HardLinkRegistry registry;
     for (const Intent& intent : intents) {
         if (logged.contains(intent.inTrash) || !isInside(intent.inTrash, Holding::root(guard.home())) ||
-            !platform::kindOf(intent.inTrash)) {
+            platform::isMissing(intent.inTrash)) {
             continue;
         }
         if (previous == nullptr || !belongTogether(*previous, intent)) {

@@ -14,7 +14,7 @@ namespace {
 /// True unless it is certain that nothing stands there: what cannot be looked at is worth an attempt that
 /// says why it fails.
 bool isHeld(const TrashedItem& item) {
-    return platform::kindOf(item.inTrash).has_value();
+    return !platform::isMissing(item.inTrash);
 }
 
 } // namespace

@@ -83,6 +83,11 @@ std::string withoutEmptyParts(std::string_view path) {
 
 } // namespace
 
+bool isMissing(const std::string& path) {
+    struct stat status = {};
+    return lstat(path.c_str(), &status) != 0 && SystemError{errno}.isMissing();
+}
+
 std::optional<EntryKind> kindOf(const std::string& path) {
     struct stat status = {};
     if (lstat(path.c_str(), &status) != 0) {
