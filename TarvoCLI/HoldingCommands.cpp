@@ -290,7 +290,7 @@ ExitCode runEmpty(const EmptyArguments& arguments, const Invocation& invocation)
 }
 
 template <class Run>
-void choose(CLI::App& command, Action& chosen, Run run) {
+void choose(CLI::App& command, Action& chosen, const Run& run) {
     command.callback([run, &chosen] { chosen = run; });
 }
 

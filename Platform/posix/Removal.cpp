@@ -233,7 +233,8 @@ class RemovalPass final {
         }
         // Not every system tells a folder from a lack of rights.
         struct stat status = {};
-        const bool isKnown = fstatat(currentFolder(), name, &status, AT_SYMLINK_NOFOLLOW) == 0;
+        const int folder = currentFolder();
+        const bool isKnown = folder >= 0 && fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) == 0;
         return isKnown && S_ISDIR(status.st_mode) ? EISDIR : code;
     }
 
