@@ -165,17 +165,15 @@ Date Batch::expires(int days) const {
 
 SystemResult<std::vector<Batch>> batches(const PathGuard& guard, Date now) {
     const SystemResult<BaseFolder> holding = openHolding(guard);
-    SystemResult<std::vector<std::string>> listed =
+    const SystemResult<std::vector<std::string>> listed =
         holding ? holding->names() : std::unexpected(holding.error());
     if (!listed) {
         // A link in its place counts as missing.
         const bool isMissing = listed.error().isMissing() || listed.error().code == ELOOP;
         return isMissing ? SystemResult<std::vector<Batch>>() : std::unexpected(listed.error());
     }
-    std::vector<std::string> names = std::move(*listed);
-    std::ranges::sort(names);
     std::vector<Batch> batches;
-    for (const std::string& name : names) {
+    for (const std::string& name : *listed) {
         Batch batch{.path = root(guard.home()) + "/" + name};
         const std::optional<Date> stamped = dateFromStampText(name);
         batch.date = stamped ? *stamped : platform::modificationDate(batch.path).value_or(now);
@@ -183,8 +181,9 @@ SystemResult<std::vector<Batch>> batches(const PathGuard& guard, Date now) {
         batch.bytes = FileTree::measure(batch.path, registry).allocatedBytes;
         batches.push_back(std::move(batch));
     }
-    std::stable_sort(batches.begin(), batches.end(),
-                     [](const Batch& left, const Batch& right) { return left.date < right.date; });
+    std::ranges::sort(batches, [](const Batch& left, const Batch& right) {
+        return left.date != right.date ? left.date < right.date : left.path < right.path;
+    });
     return batches;
 }
 
