@@ -206,3 +206,14 @@ TEST(HomeLock, RefusesRootOnSomebodyElsesHomeAndAHomeThatIsNone) {
     EXPECT_EQ(taken.error().message, HomeLock::foreignText());
     EXPECT_FALSE(fs::exists(home.path("Library")));
 }
+
+TEST(Recovery, GivesTheLogWhatItWasOwedSinceACleanupThatCouldNotWriteIt) {
+    const CleaningHome home;
+    home.files().file("letter", 9000);
+    home.files().folder(own + "historial.jsonl");
+    EXPECT_EQ(home.clean({home.items(Safety::review, {"letter"})}).front().status, lumo::CleanupStatus::done);
+    fs::remove(home.historyPath());
+    EXPECT_THAT(lumo::Recovery::recover(home.guard(), cleaningTime), IsEmpty());
+    EXPECT_EQ(home.undo().done, 1);
+    EXPECT_TRUE(fs::exists(home.path("letter")));
+}
