@@ -97,8 +97,8 @@ TEST(SavedPlan, TakesReportsOnlyWithTheCleanupsOfTheRules) {
 }
 
 TEST(SavedPlan, IsHeldBackByWhatHoldsAFreshPlanBack) {
-    const std::vector<std::string> work{"/home/x/work/app"};
-    const std::vector<std::string> beside{"/home/x/workshop"};
+    const std::vector<std::string> work{"/home/x/code/app"};
+    const std::vector<std::string> beside{"/home/x/codeshop"};
     std::vector<PlanEntry> saved{entry("a", method::TrashItems{work}),
                                  entry("a", method::TrashItems{work}, "before"),
                                  entry("a", method::TrashContents{work}),
@@ -124,10 +124,10 @@ TEST(SavedPlan, IsHeldBackByWhatHoldsAFreshPlanBack) {
     const std::string open = "quit App browser first";
     const std::string kept = "it's in a folder protected in Settings";
     EXPECT_THAT(reasons({}), ElementsAre("", "before", "", "", "", "", "", open, "before"));
-    EXPECT_THAT(reasons({.protectedFolders = {"/home/x/work"}}),
+    EXPECT_THAT(reasons({.protectedFolders = {"/home/x/code"}}),
                 ElementsAre(kept, "before", kept, kept, kept, kept, "", open, "before"));
-    EXPECT_THAT(reasons({.protectedFolders = {"/home/x/workshop/deep"}}),
+    EXPECT_THAT(reasons({.protectedFolders = {"/home/x/codeshop/deep"}}),
                 ElementsAre("", "before", "", "", "", "", kept, kept, "before"));
-    EXPECT_THAT(reasons({.excludedProjects = {"/home/x/work"}}), ElementsAre("", open, "before"));
+    EXPECT_THAT(reasons({.excludedProjects = {"/home/x/code"}}), ElementsAre("", open, "before"));
     EXPECT_THAT(reasons({.only = std::set<std::string>{"web"}}), ElementsAre(open, "before"));
 }
