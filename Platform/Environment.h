@@ -1,7 +1,9 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// What the process was started with, and where it runs.
@@ -21,6 +23,10 @@ std::vector<std::string> preferredLanguages();
 /// Folders in which the system keeps desktop entries of installed applications for all users (each holds an
 /// "applications" folder), most important first; empty where the system has no such thing.
 std::vector<std::string> systemDataFolders();
+
+/// Folders of a home, by their paths from there, that hold data of many programs side by side and belong to
+/// none; those of macOS are known to whoever looks into them, and are not among these.
+std::span<const std::string_view> sharedDataFolders();
 
 /// The folder that holds the running program; empty when unknown.
 std::string programFolder();

@@ -56,6 +56,46 @@ struct TreeSums {
     std::vector<std::string> setAside;        ///< Absolute paths, ascending.
 };
 
+struct TreePart;
+
+/// The largest entries of one folder.
+struct TreeParts {
+    std::vector<TreePart> largest; ///< Largest first; of equal ones by name, ascending.
+    std::int64_t restCount = 0;    ///< How many entries more there are,
+    std::int64_t restBytes = 0;    ///< and what these take.
+};
+
+/// An entry near the root of a tree, with everything below it.
+struct TreePart {
+    std::string name;
+    std::int64_t allocatedBytes = 0; ///< 0 for a file that was charged where another name of it stands.
+    bool isFolder = false;
+    TreeParts parts; ///< Of a folder; empty below the levels asked for.
+};
+
+/// What the regular files with one extension take.
+struct ExtensionSum {
+    std::string extension; ///< Without the point, A to Z in lower case; empty for files that have none.
+    std::int64_t allocatedBytes = 0;
+};
+
+/// How much is kept of a tree that is broken down.
+struct BreakdownLimits {
+    std::size_t mostParts = 1000;   ///< Entries of the root folder; at least 1.
+    std::size_t mostPartsBelow = 0; ///< Entries of each folder in it; with 0 there is only the one level.
+};
+
+/// The sums of one tree, and of its parts. The parts of the root folder and its own blocks add up to the
+/// whole; the extensions add up to what the regular files take.
+struct TreeBreakdown {
+    TreeSums sums;
+    TreeParts parts;
+    std::vector<ExtensionSum> extensions; ///< Ascending by extension.
+    /// Files whose extensions are not listed: a tree may hold a million different ones, and only some
+    /// thousands are kept, those with the largest sums so far.
+    std::int64_t otherExtensionsBytes = 0;
+};
+
 /// What a walk has counted so far, for whoever shows it. Only ever grows during a walk.
 struct WalkProgress {
     std::atomic<std::int64_t> entries = 0;
@@ -78,5 +118,13 @@ std::vector<TreeSums> walkTrees(std::span<const TreeRequest> requests, const Wal
 /// The same through the C library's hierarchy walk, one tree after the other on the calling thread. It names
 /// entries by whole paths, so what lies beyond the system's path length counts as unreadable.
 std::vector<TreeSums> walkTreesPortably(std::span<const TreeRequest> requests, const WalkContext& context);
+
+/// One tree and its parts in one walk. Everything else is as for `walkTrees`.
+TreeBreakdown breakDownTree(const TreeRequest& request, const BreakdownLimits& limits,
+                            const WalkContext& context);
+
+/// The same by the portable walk.
+TreeBreakdown breakDownTreePortably(const TreeRequest& request, const BreakdownLimits& limits,
+                                    const WalkContext& context);
 
 } // namespace lumo::platform

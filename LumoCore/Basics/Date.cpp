@@ -118,6 +118,19 @@ Date daysLater(Date date, int days) {
 
 namespace {
 
+sys_days localDay(Date date) {
+    const std::tm parts = localTime(date);
+    return year{parts.tm_year + 1900} / (parts.tm_mon + 1) / parts.tm_mday;
+}
+
+} // namespace
+
+int midnightsBetween(Date earlier, Date later) {
+    return static_cast<int>((localDay(later) - localDay(earlier)).count());
+}
+
+namespace {
+
 std::string formatted(Date date, icu::DateFormat* made) {
     const std::unique_ptr<icu::DateFormat> style(made);
     if (!style) {

@@ -33,4 +33,7 @@ std::optional<Date> dateFromStampText(std::string_view text);
 /// The same time of day that many calendar days later in the user's time zone, across changes of summer time.
 Date daysLater(Date date, int days);
 
+/// Midnights in the user's time zone between the moments: 0 within a day, 1 from any time yesterday to today.
+int midnightsBetween(Date earlier, Date later);
+
 } // namespace lumo

@@ -4,6 +4,7 @@
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
 #include <unicode/normalizer2.h>
+#include <unicode/regex.h>
 #include <unicode/uchar.h>
 #include <unicode/utf8.h>
 
@@ -65,6 +66,11 @@ std::string mapped(std::string_view text, Mapping&& mapping) {
     return result;
 }
 
+bool isLetterOrNumber(UChar32 character) {
+    return u_hasBinaryProperty(character, UCHAR_ALPHABETIC) ||
+           u_getIntPropertyValue(character, UCHAR_NUMERIC_TYPE) != U_NT_NONE;
+}
+
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
@@ -111,19 +117,56 @@ std::string folded(std::string_view text) {
     }));
 }
 
-std::string lettersAndDigits(std::string_view text) {
-    const std::string lower =
-        mapped(composed(text), [](icu::StringPiece source, icu::ByteSink& sink, UErrorCode& error) {
-            icu::CaseMap::utf8ToLower("", 0, source, sink, nullptr, error);
-        });
-    std::string kept;
-    forEachCharacter(lower, [&](UChar32 character) {
-        if (u_hasBinaryProperty(character, UCHAR_ALPHABETIC) ||
-            u_getIntPropertyValue(character, UCHAR_NUMERIC_TYPE) != U_NT_NONE) {
-            append(kept, character);
-        }
+std::string lowerCased(std::string_view text) {
+    return mapped(text, [](icu::StringPiece source, icu::ByteSink& sink, UErrorCode& error) {
+        icu::CaseMap::utf8ToLower("", 0, source, sink, nullptr, error);
     });
+}
+
+std::vector<std::string> words(std::string_view text) {
+    std::vector<std::string> found;
+    bool isInWord = false;
+    forEachCharacter(lowerCased(composed(text)), [&](UChar32 character) {
+        const bool belongs = isLetterOrNumber(character);
+        if (belongs && !isInWord) {
+            found.emplace_back();
+        }
+        if (belongs) {
+            append(found.back(), character);
+        }
+        isInWord = belongs;
+    });
+    return found;
+}
+
+std::string lettersAndDigits(std::string_view text) {
+    std::string kept;
+    for (const std::string& word : words(text)) {
+        kept += word;
+    }
     return kept;
+}
+
+std::string wordsApart(std::string_view text) {
+    std::string apart;
+    forEachCharacter(
+        text, [&](UChar32 character) { append(apart, isLetterOrNumber(character) ? character : ' '); });
+    return apart;
+}
+
+std::vector<std::string> matchesOf(std::string_view pattern, std::string_view text) {
+    const auto unicode = [](std::string_view bytes) {
+        return icu::UnicodeString::fromUTF8({bytes.data(), static_cast<std::int32_t>(bytes.size())});
+    };
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::UnicodeString searched = unicode(text);
+    icu::RegexMatcher matcher(unicode(pattern), searched, 0, status);
+    matcher.setStackLimit(0, status); // Giving up on a long text would look like finding nothing in it.
+    std::vector<std::string> matches;
+    while (matcher.find(status)) {
+        matcher.group(status).toUTF8String(matches.emplace_back());
+    }
+    return matches;
 }
 
 bool comesBeforeNumerically(std::string_view left, std::string_view right) {

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// Texts and names for comparing and showing. Input that is not UTF-8 is never refused: a stray byte stays,
 /// or becomes the replacement character where characters are mapped. None of the results is ever used as a
@@ -14,9 +15,23 @@ std::string composed(std::string_view text);
 /// For searching: composed, without case and without diacritics ("Café" and "CAFE" fold alike).
 std::string folded(std::string_view text);
 
+/// In lower case, as the characters themselves say; the same in every language.
+std::string lowerCased(std::string_view text);
+
+/// The runs of letters and numbers, composed and in lower case: "Visual-Studio Code" gives "visual", "studio"
+/// and "code".
+std::vector<std::string> words(std::string_view text);
+
 /// For matching names of applications: lower case, letters and numbers only ("Visual Studio Code" gives
 /// "visualstudiocode").
 std::string lettersAndDigits(std::string_view text);
+
+/// The text with a blank in place of every character that is neither a letter nor a number.
+std::string wordsApart(std::string_view text);
+
+/// All that the regular expression matches, from the first to the last, none overlapping another. Classes
+/// such as \d and \s mean the digits and blanks of all scripts.
+std::vector<std::string> matchesOf(std::string_view pattern, std::string_view text);
 
 /// True when `left` comes before `right` with runs of digits compared as numbers ("2.0.9" before "2.0.10")
 /// and everything else byte by byte.

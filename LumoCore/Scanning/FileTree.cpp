@@ -1,6 +1,47 @@
 #include "LumoCore/Scanning/FileTree.h"
 
+#include "LumoCore/Basics/LargestFirst.h"
+#include "LumoCore/Basics/Text.h"
+#include "Platform/CheckedSum.h"
+
+#include <map>
+
 namespace lumo::FileTree {
+
+namespace {
+
+/// The extensions with all their letters in lower case, which may make several of the walk's one.
+std::vector<NamedSize> namedExtensions(const platform::TreeBreakdown& tree, Language language) {
+    std::map<std::string, std::int64_t> sums;
+    for (const platform::ExtensionSum& sum : tree.extensions) {
+        std::int64_t& bytes = sums[lowerCased(sum.extension)];
+        bytes = checkedSum(bytes, sum.allocatedBytes);
+    }
+    std::vector<NamedSize> named;
+    for (const auto& [extension, bytes] : sums) {
+        named.push_back(
+            {extension.empty() ? std::string(text("sin extensión", "no extension", language)) : extension,
+             bytes});
+    }
+    sortLargestFirst(named, &NamedSize::bytes);
+    return named;
+}
+
+std::vector<NamedSize> extensionsOf(const platform::TreeBreakdown& tree, Language language) {
+    std::vector<NamedSize> named = namedExtensions(tree, language);
+    std::int64_t others = tree.otherExtensionsBytes;
+    while (named.size() > mostListed) {
+        others = checkedSum(others, named.back().bytes);
+        named.pop_back();
+    }
+    if (others > 0) {
+        named.push_back({std::string(text("otras extensiones", "other extensions", language)), others});
+        sortLargestFirst(named, &NamedSize::bytes);
+    }
+    return named;
+}
+
+} // namespace
 
 Usage measure(const std::string& path, HardLinkRegistry& registry, const Watch& watch) {
     return measureAll({path}, registry, watch).front();
@@ -19,6 +60,22 @@ std::vector<Usage> measureAll(const std::vector<std::string_view>& paths, HardLi
         usages.push_back(usageOf(sums));
     }
     return usages;
+}
+
+Breakdown breakdown(const std::string& path, const Watch& watch, Language language) {
+    HardLinkRegistry registry;
+    return breakdownOf(platform::breakDownTree({path}, {.mostParts = mostListed}, contextOf(registry, watch)),
+                       language);
+}
+
+Breakdown breakdownOf(const platform::TreeBreakdown& tree, Language language) {
+    Breakdown breakdown{
+        .usage = usageOf(tree.sums), .children = {}, .extensions = extensionsOf(tree, language)};
+    breakdown.children.reserve(tree.parts.largest.size());
+    for (const platform::TreePart& part : tree.parts.largest) {
+        breakdown.children.push_back({part.name, part.allocatedBytes, part.isFolder});
+    }
+    return breakdown;
 }
 
 platform::WalkContext contextOf(HardLinkRegistry& registry, const Watch& watch) {

@@ -1,5 +1,6 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Scanning/Scanner.h"
+#include "Platform/Environment.h"
 #include "Platform/Folder.h"
 
 #include <set>
@@ -11,10 +12,15 @@ namespace {
 
 using platform::EntryKind;
 
-/// The paths that rules and projects already account for.
+/// The paths that rules and projects already account for, and the folders that are many programs'.
 class Claims final {
   public:
-    explicit Claims(const std::vector<std::string>& paths) : paths_(paths.begin(), paths.end()) {}
+    Claims(const std::string& home, const std::vector<std::string>& paths)
+        : paths_(paths.begin(), paths.end()) {
+        for (const std::string_view folder : platform::sharedDataFolders()) {
+            shared_.insert(home + "/" + std::string(folder));
+        }
+    }
 
     [[nodiscard]] bool cover(const std::string& path) const {
         for (std::size_t end = path.size(); end != std::string::npos && end > 0;
@@ -26,14 +32,20 @@ class Claims final {
         return false;
     }
 
+    /// Of such a folder nothing can be said as a whole, only of what is in it.
+    [[nodiscard]] bool divide(const std::string& path) const {
+        return shared_.contains(path) || haveSomeBelow(path);
+    }
+
+  private:
     [[nodiscard]] bool haveSomeBelow(const std::string& path) const {
         const std::string prefix = path + "/";
         const auto next = paths_.lower_bound(prefix);
         return next != paths_.end() && next->starts_with(prefix);
     }
 
-  private:
     std::set<std::string> paths_;
+    std::set<std::string> shared_;
 };
 
 std::vector<std::string> foldersIn(const std::string& path) {
@@ -48,7 +60,7 @@ void visit(const std::string& path, int depth, const Claims& claims, std::vector
     if (claims.cover(path)) {
         return;
     }
-    if (!claims.haveSomeBelow(path)) {
+    if (!claims.divide(path)) {
         candidates.push_back(path);
         return;
     }
@@ -65,7 +77,7 @@ void visit(const std::string& path, int depth, const Claims& claims, std::vector
 std::vector<std::string> unclassifiedCandidates(const std::string& home,
                                                 const std::vector<std::string>& claimed,
                                                 const std::stop_token& stop) {
-    const Claims claims(claimed);
+    const Claims claims(home, claimed);
     std::vector<std::string> candidates;
     const auto visitRoots = [&](const std::vector<std::string>& roots) {
         for (const std::string& root : roots) {

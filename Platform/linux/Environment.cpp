@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <string_view>
 
@@ -91,6 +92,13 @@ std::vector<std::string> systemDataFolders() {
             folders.emplace_back(exported);
         }
     }
+    return folders;
+}
+
+std::span<const std::string_view> sharedDataFolders() {
+    // The standard places of the desktops' base directories, and Flatpak's.
+    static constexpr auto folders = std::to_array<std::string_view>(
+        {".cache", ".config", ".local", ".local/share", ".local/state", ".var", ".var/app"});
     return folders;
 }
 

@@ -2,6 +2,7 @@
 
 #include "Platform/TreeTally.h"
 #include "Platform/linux/OpenFolders.h"
+#include "Platform/linux/WalkBreakdown.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -77,6 +78,7 @@ struct Haul {
     std::vector<std::unique_ptr<WalkedFolder>> children;
     std::vector<std::string> setAside;
     bool hasPinnedParent = false;
+    BreakdownHaul breakdown;
 };
 
 /// Has the lock held at the end of a scope, however that is left.
@@ -101,6 +103,12 @@ class Walk final {
         : requests_(requests), context_(context), limits_(WalkLimits::ofThisProcess()),
           open_(limits_.heldFolders), sums_(requests.size()) {}
 
+    /// Breaks the one tree down within the limits.
+    Walk(const TreeRequest& request, const WalkContext& context, const BreakdownLimits& limits)
+        : Walk({&request, 1}, context) {
+        breakdown_.emplace(limits);
+    }
+
     std::vector<TreeSums> run() {
         {
             const std::stop_callback wake(context_.stop, [this] {
@@ -119,6 +127,8 @@ class Walk final {
         return std::move(sums_);
     }
 
+    TreeBreakdown runBreakdown() { return breakdown_->take(std::move(run().front())); }
+
   private:
     using Lock = OpenFolders::Lock;
 
@@ -133,6 +143,9 @@ class Walk final {
             auto root = std::make_unique<WalkedFolder>();
             root->name = requests_[index].path;
             root->tree = index;
+            if (breakdown_) {
+                breakdown_->begin(*root);
+            }
             tasks_.push_back({root.release(), nullptr, 0});
             return true;
         }
@@ -142,15 +155,22 @@ class Walk final {
     /// What every thread does until no work is left.
     void work() {
         Buffer buffer = std::make_unique_for_overwrite<char[]>(bufferBytes);
+        ExtensionTally extensions;
         Lock lock(mutex_);
         while (std::optional<Task> task = next(lock)) {
             Haul haul;
+            if (breakdown_) {
+                haul.breakdown = breakdown_->haulFor(*task->folder, extensions);
+            }
             if (task->entries) {
                 countPart(*task, haul, lock);
             } else {
                 readFolder(*task->folder, buffer, haul, lock);
             }
             finish(*task->folder, haul);
+        }
+        if (breakdown_) {
+            breakdown_->add(extensions);
         }
         discard(lock);
     }
@@ -292,10 +312,15 @@ class Walk final {
         }
         root.device = status.st_dev;
         root.inode = status.st_ino;
-        const std::string_view name = std::string_view(root.name).substr(root.name.rfind('/') + 1);
-        haul.tally.count(status, !holds(requests_[root.tree].policy->undatedFiles, name), context_, noClones);
+        const bool isFolder = S_ISDIR(status.st_mode);
+        if (isFolder) {
+            haul.tally.count(status, true, context_, noClones);
+        } else {
+            haul.breakdown.parts.reset(); // It is no part of itself.
+            countFile(root, root.name.c_str() + root.name.rfind('/') + 1, status, haul);
+        }
         showProgress(1, haul.tally.allocatedBytes);
-        return S_ISDIR(status.st_mode);
+        return isFolder;
     }
 
     void countEntries(WalkedFolder& folder, int descriptor, const char* buffer, std::size_t bytes,
@@ -324,22 +349,44 @@ class Walk final {
             ++haul.tally.unreadableCount;
             return;
         }
-        const TreePolicy& policy = *requests_[folder.tree].policy;
-        if (!S_ISDIR(status.st_mode)) {
-            const bool isDated = !folder.isUndated && !holds(policy.undatedFiles, name);
-            haul.tally.count(status, isDated, context_, noClones);
-            return;
+        if (S_ISDIR(status.st_mode)) {
+            countFolder(folder, name, status, haul);
+        } else {
+            countFile(folder, name, status, haul);
         }
+    }
+
+    /// Counts an entry that is no folder.
+    void countFile(const WalkedFolder& folder, const char* name, const struct stat& status, Haul& haul) {
+        const TreePolicy& policy = *requests_[folder.tree].policy;
+        const bool isDated = !folder.isUndated && !holds(policy.undatedFiles, name);
+        const std::int64_t bytesBefore = haul.tally.allocatedBytes;
+        const std::int64_t filesBefore = haul.tally.fileCount;
+        haul.tally.count(status, isDated, context_, noClones);
+        if (breakdown_) {
+            haul.breakdown.addFile(name, haul.tally.allocatedBytes - bytesBefore,
+                                   haul.tally.fileCount > filesBefore);
+        }
+    }
+
+    /// Counts a folder in a folder, and keeps it for being read.
+    void countFolder(WalkedFolder& folder, const char* name, const struct stat& status, Haul& haul) {
         // Only mounts make a folder its own descendant; such a cycle is no entry of its own.
         if (folder.isWithin(status.st_dev, status.st_ino)) {
             return;
         }
+        const TreePolicy& policy = *requests_[folder.tree].policy;
         if (policy.setsAside && policy.setsAside(name)) {
             haul.setAside.push_back(folder.pathOf(name));
             return;
         }
+        const std::int64_t bytesBefore = haul.tally.allocatedBytes;
         haul.tally.count(status, true, context_, noClones);
+        const std::int64_t bytes = haul.tally.allocatedBytes - bytesBefore;
         if (status.st_dev != folder.device) {
+            if (haul.breakdown.parts) {
+                haul.breakdown.parts->add(name, bytes, true);
+            }
             return;
         }
         auto child = std::make_unique<WalkedFolder>();
@@ -350,6 +397,9 @@ class Walk final {
         child->inode = status.st_ino;
         child->depth = folder.depth + 1;
         child->isUndated = folder.isUndated || holds(policy.undatedFolders, name);
+        if (breakdown_) {
+            breakdown_->place(*child, bytes, haul.breakdown);
+        }
         haul.children.push_back(std::move(child));
     }
 
@@ -370,6 +420,9 @@ class Walk final {
         TreeSums& sums = sums_[folder.tree];
         haul.tally.addTo(sums);
         std::ranges::move(haul.setAside, std::back_inserter(sums.setAside));
+        if (breakdown_) {
+            breakdown_->merge(folder, haul.tally.allocatedBytes, std::move(haul.breakdown));
+        }
         folder.pending += static_cast<std::uint32_t>(haul.children.size());
         for (std::unique_ptr<WalkedFolder>& child : haul.children) {
             tasks_.push_back({child.release(), nullptr, 0});
@@ -399,6 +452,9 @@ class Walk final {
         while (folder != nullptr && --folder->pending == 0) {
             open_.release(*folder);
             WalkedFolder* parent = folder->parent;
+            if (breakdown_) {
+                breakdown_->end(*folder);
+            }
             finished_.emplace_back(folder);
             folder = parent;
         }
@@ -423,6 +479,7 @@ class Walk final {
     std::size_t nextTree_ = 0;                            ///< The first request that has not been begun.
     std::vector<std::unique_ptr<WalkedFolder>> finished_; ///< To be freed without the lock.
     std::vector<TreeSums> sums_;
+    std::optional<WalkBreakdown> breakdown_; ///< Of the one tree, when it is to be broken down.
     std::vector<std::thread> threads_;
     std::size_t working_ = 0;
     std::atomic<std::size_t> idle_ = 0; ///< Also read without the lock, as a hint.
@@ -432,6 +489,11 @@ class Walk final {
 
 std::vector<TreeSums> walkTrees(std::span<const TreeRequest> requests, const WalkContext& context) {
     return Walk(requests, context).run();
+}
+
+TreeBreakdown breakDownTree(const TreeRequest& request, const BreakdownLimits& limits,
+                            const WalkContext& context) {
+    return Walk(request, context, limits).runBreakdown();
 }
 
 } // namespace lumo::platform

@@ -8,6 +8,8 @@
 
 namespace lumo::platform {
 
+struct Branch;
+
 /// A folder whose tree is being measured. It lives from the moment its parent lists it until it and
 /// everything below it has been read; a child keeps its parent alive.
 struct WalkedFolder {
@@ -19,6 +21,7 @@ struct WalkedFolder {
     ino_t inode = 0;
     std::uint32_t depth = 0;
     bool isUndated = false;
+    Branch* branch = nullptr; ///< What its bytes count for when the tree is broken down.
 
     // Guarded by the walk's lock.
     std::uint32_t pending = 1; ///< Its own reading, parts of it handed to others, and unfinished children.

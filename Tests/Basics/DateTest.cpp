@@ -54,3 +54,13 @@ TEST(Date, IsReadAsADayInTheLanguage) {
     EXPECT_EQ(lumo::dayText(noon, lumo::Language::es), "3 nov 2026");
     EXPECT_EQ(lumo::dayText(noon, lumo::Language::en), "Nov 3, 2026");
 }
+
+TEST(Date, CountsMidnightsInTheUsersTimeZone) {
+    const auto between = [](const char* earlier, const char* later) {
+        return lumo::midnightsBetween(*lumo::dateFromStampText(earlier), *lumo::dateFromStampText(later));
+    };
+    EXPECT_EQ(between("20260314-233000", "20260315-003000"), 1);
+    EXPECT_EQ(between("20260314-000000", "20260314-235959"), 0);
+    EXPECT_EQ(between("20250314-120000", "20260314-090000"), 365);
+    EXPECT_EQ(between("20260315-000000", "20260314-235959"), -1);
+}

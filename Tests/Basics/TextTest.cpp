@@ -78,6 +78,13 @@ TEST(Text, ShowsTheJoinersThatScriptsAndEmojiAreWrittenWith) {
     EXPECT_EQ(lumo::printable(persian), persian);
 }
 
+TEST(Text, FindsTheWordsOfANameInLowerCase) {
+    EXPECT_EQ(lumo::words("Visual-Studio  Code2 \xFF.É"),
+              (std::vector<std::string>{"visual", "studio", "code2", "é"}));
+    EXPECT_EQ(lumo::words("--"), std::vector<std::string>());
+    EXPECT_EQ(lumo::lowerCased("A.ÑÉ日-İ"), "a.ñé日-i\u0307");
+}
+
 TEST(Text, CountsTheColumnsOfATerminal) {
     EXPECT_EQ(lumo::columns("ñandú"), 5U);
     EXPECT_EQ(lumo::columns("n\u0303a"), 2U);

@@ -154,7 +154,8 @@ TEST(Scanner, VisitsAFolderAboveAClaimedOneAndOffersTheRest) {
     for (const char* folder :
          {"Library/Caches/pip/x", "Library/Caches/other", "Library/Application Support/Google/Chrome/Model/x",
           "Library/Application Support/Google/Chrome/Other", "Library/Application Support/Google/Drive",
-          ".cache/uv", ".cache/mystery", ".deep/1/2/3/4/5", ".deep/1/2/side", "Visible", ".zed"}) {
+          ".cache/uv", ".cache/mystery", ".deep/1/2/3/4/5", ".deep/1/2/side", "Visible", ".zed",
+          ".local/share/game/x", ".local/bin", ".var/app/org.a.B/x"}) {
         home.folder(folder);
     }
     home.file("Library/Caches/loose", 100);
@@ -166,7 +167,9 @@ TEST(Scanner, VisitsAFolderAboveAClaimedOneAndOffersTheRest) {
     EXPECT_THAT(candidates, ElementsAre(home.path("Library/Application Support/Google/Chrome/Other"),
                                         home.path("Library/Application Support/Google/Drive"),
                                         home.path("Library/Caches/other"), home.path(".cache/mystery"),
-                                        home.path(".deep/1/2/side"), home.path(".zed")));
+                                        home.path(".deep/1/2/side"), home.path(".local/bin"),
+                                        home.path(".local/share/game"), home.path(".var/app/org.a.B"),
+                                        home.path(".zed")));
 }
 
 TEST(Scanner, ReportsUnclaimedFoldersFromTheAskedSizeAndLeavesClaimedOnesToTheirRules) {

@@ -13,6 +13,9 @@
 
 using lumo::HardLinkRegistry;
 using lumo::Usage;
+using lumo::platform::BreakdownLimits;
+using lumo::platform::TreeBreakdown;
+using lumo::platform::TreeParts;
 using lumo::platform::TreePolicy;
 using lumo::platform::TreeRequest;
 using lumo::platform::TreeSums;
@@ -35,6 +38,40 @@ std::string described(const TreeSums& sums) {
         text += "\n  " + path;
     }
     return text;
+}
+
+std::string described(const TreeParts& parts, const std::string& indent) {
+    std::string text =
+        indent + std::to_string(parts.restCount) + " more, " + std::to_string(parts.restBytes) + "\n";
+    for (const auto& part : parts.largest) {
+        text += indent + part.name + (part.isFolder ? "/ " : " ") + std::to_string(part.allocatedBytes) +
+                "\n" + described(part.parts, indent + "  ");
+    }
+    return text;
+}
+
+std::string described(const TreeBreakdown& breakdown) {
+    std::string text = described(breakdown.sums) + "\n" + described(breakdown.parts, "");
+    for (const auto& [extension, bytes] : breakdown.extensions) {
+        text += extension + " " + std::to_string(bytes) + "\n";
+    }
+    return text;
+}
+
+/// What the parts of a level take with what was left out of them.
+std::int64_t totalOf(const TreeParts& parts) {
+    std::int64_t total = parts.restBytes;
+    for (const auto& part : parts.largest) {
+        total += part.allocatedBytes;
+    }
+    return total;
+}
+
+TreeBreakdown breakDown(const std::string& path, const BreakdownLimits& limits, bool isPortable = false) {
+    HardLinkRegistry registry;
+    const auto context = lumo::FileTree::contextOf(registry, {});
+    return isPortable ? breakDownTreePortably({path}, limits, context)
+                      : breakDownTree({path}, limits, context);
 }
 
 TreeSums walk(const TreeRequest& request) {
@@ -61,18 +98,23 @@ void makeSocket(const std::string& path) {
     close(descriptor);
 }
 
+enum class HardLinks { some, none };
+
 /// A tree whose every choice follows from the seed.
 class RandomTree final {
   public:
-    RandomTree(const TempHome& home, unsigned seed) : home_(home), random_(seed) { fill("", 0); }
+    RandomTree(const TempHome& home, unsigned seed, HardLinks links = HardLinks::some)
+        : home_(home), random_(seed), links_(links) {
+        fill("", 0);
+    }
 
   private:
     unsigned upTo(unsigned most) { return static_cast<unsigned>(random_() % (most + 1)); }
 
     std::string freshName() {
-        static const std::array<std::string, 12> odd{"con espacios", "línea\nnueva", "\xFF\xFE roto", "café",
-                                                     "cafe\u0301",   ".oculto",      "node_modules",  ".git",
-                                                     ".DS_Store",    "target",       "-rf",           "日本"};
+        static const std::array<std::string, 14> odd{
+            "con espacios", "línea\nnueva", "\xFF\xFE roto", "café", "cafe\u0301", ".oculto",  "node_modules",
+            ".git",         ".DS_Store",    "target",        "-rf",  "日本",       "foto.JPG", "a.tar.gz"};
         const std::string number = std::to_string(++made_);
         return upTo(3) == 0 ? odd[upTo(odd.size() - 1)] + (upTo(1) == 0 ? "" : number) : "n" + number;
     }
@@ -101,7 +143,7 @@ class RandomTree final {
             home_.sparseFile(name, 1 + upTo(1000000));
             break;
         case 4:
-            if (!files_.empty()) {
+            if (!files_.empty() && links_ == HardLinks::some) {
                 home_.hardLink(name, files_[upTo(static_cast<unsigned>(files_.size()) - 1)]);
             }
             break;
@@ -120,6 +162,7 @@ class RandomTree final {
 
     const TempHome& home_;
     std::mt19937 random_;
+    HardLinks links_;
     unsigned made_ = 0;
     std::vector<std::string> files_;
 };
@@ -194,6 +237,58 @@ TEST(Walkers, AgreeOnRandomTrees) {
     }
 }
 
+TEST(Walkers, BreakATreeDownAlikeIntoPartsThatAddUpToWhatItMeasures) {
+    for (unsigned seed = 1; seed <= 40; ++seed) {
+        const TempHome home;
+        // Of several names of a file either may be charged, so with links only the sums are the same.
+        const HardLinks links = seed % 2 == 0 ? HardLinks::some : HardLinks::none;
+        const RandomTree tree(home, seed, links);
+        const TreeSums measured = walk({.path = home.path()});
+        std::int64_t files = 0;
+        for (const auto& [extension, bytes] : breakDown(home.path(), {}).extensions) {
+            files += bytes;
+        }
+        EXPECT_LE(files, measured.allocatedBytes);
+        for (const BreakdownLimits& limits : {BreakdownLimits{}, {.mostParts = 2}, {50, 50}, {4, 1}}) {
+            const TreeBreakdown fast = breakDown(home.path(), limits);
+            const TreeBreakdown portable = breakDown(home.path(), limits, true);
+            EXPECT_EQ(described(fast.sums), described(measured)) << "seed " << seed;
+            EXPECT_EQ(totalOf(fast.parts) + allocatedBytes(home.path()), measured.allocatedBytes);
+            EXPECT_LE(fast.parts.largest.size(), limits.mostParts);
+            for (const auto& part : fast.parts.largest) {
+                const std::string path = home.path(part.name);
+                EXPECT_TRUE(limits.mostPartsBelow == 0 || !part.isFolder ||
+                            totalOf(part.parts) + allocatedBytes(path) == part.allocatedBytes);
+            }
+            if (links == HardLinks::none) {
+                EXPECT_EQ(described(fast), described(portable)) << "seed " << seed;
+            }
+        }
+    }
+}
+
+TEST(Walkers, BreakDownALargeFolderThatThreadsShareAndStopWhenAsked) {
+    const TempHome home;
+    std::int64_t expected = 0;
+    for (int number = 0; number < 6000; ++number) {
+        home.file("wide/f" + std::to_string(number) + ".x", number < 5 ? 100000 : 0);
+    }
+    const TreeBreakdown breakdown = breakDown(home.path("wide"), {.mostParts = 5});
+    for (const auto& part : breakdown.parts.largest) {
+        expected += allocatedBytes(home.path("wide/" + part.name));
+    }
+    EXPECT_EQ(breakdown.parts.restCount, 5995);
+    EXPECT_EQ(totalOf(breakdown.parts), expected);
+    EXPECT_EQ(breakdown.extensions.front().allocatedBytes, expected);
+
+    std::stop_source stop;
+    stop.request_stop();
+    HardLinkRegistry registry;
+    const auto context = lumo::FileTree::contextOf(registry, {.stop = stop.get_token()});
+    EXPECT_EQ(breakDownTree({home.path("wide")}, {}, context).parts.largest.size(), 0U);
+    EXPECT_EQ(breakDownTreePortably({home.path("wide")}, {}, context).parts.largest.size(), 0U);
+}
+
 TEST(Walkers, AgreeOnFixedOddities) {
     const TempHome home;
     makeSocket(home.path("socket"));
@@ -211,6 +306,7 @@ TEST(Walkers, AgreeOnFixedOddities) {
         const std::string path = home.path(name);
         const TreeRequest single{.path = path};
         EXPECT_EQ(described(walk(single)), described(walkPortably(single))) << name;
+        EXPECT_EQ(described(breakDown(path, {})), described(breakDown(path, {}, true))) << name;
     }
 }
 

@@ -1,0 +1,132 @@
+#include "LumoCore/Scanning/FolderContents.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/LargestFirst.h"
+#include "LumoCore/Basics/Path.h"
+#include "Platform/CheckedSum.h"
+#include "Platform/Folder.h"
+
+namespace lumo::FolderContents {
+
+namespace {
+
+std::string pathIn(std::string_view folder, std::string_view name) {
+    return std::string(folder) + (folder.ends_with('/') ? "" : "/") + std::string(name);
+}
+
+std::string restName(std::int64_t count) {
+    return count == 1 ? std::string(text("1 elemento más", "1 more item"))
+                      : ByteFormat::number(static_cast<double>(count), 0) +
+                            std::string(text(" elementos más", " more items"));
+}
+
+std::vector<Item> itemsOf(const platform::TreeParts& parts, const std::string& folder) {
+    std::vector<Item> items;
+    items.reserve(parts.largest.size() + 1);
+    for (const platform::TreePart& part : parts.largest) {
+        const std::string path = pathIn(folder, part.name);
+        items.push_back({.name = part.name,
+                         .path = path,
+                         .bytes = part.allocatedBytes,
+                         .isDirectory = part.isFolder,
+                         .children = itemsOf(part.parts, path),
+                         .via = {}});
+    }
+    if (parts.restCount > 0) {
+        items.push_back({.name = restName(parts.restCount),
+                         .path = {},
+                         .bytes = parts.restBytes,
+                         .children = {},
+                         .via = {}});
+        sortLargestFirst(items, &Item::bytes);
+    }
+    return items;
+}
+
+Item fileItem(const std::string& path, std::int64_t bytes) {
+    return {.name = std::string(fileName(path)), .path = path, .bytes = bytes, .children = {}, .via = {}};
+}
+
+std::int64_t totalOf(const std::vector<Item>& items) {
+    std::int64_t total = 0;
+    for (const Item& item : items) {
+        total = checkedSum(total, item.bytes);
+    }
+    return total;
+}
+
+bool isOpenedThrough(const std::vector<Item>& items) {
+    if (items.empty() || !items.front().isDirectory || items.front().children.empty()) {
+        return false;
+    }
+    // At least 95 %: the others have at most a twentieth.
+    const std::int64_t total = totalOf(items);
+    return items.size() == 1 || total - items.front().bytes <= total / 20;
+}
+
+} // namespace
+
+Survey survey(const std::string& path, const FileTree::Watch& watch) {
+    HardLinkRegistry registry;
+    const platform::TreeBreakdown tree =
+        platform::breakDownTree({path}, {.mostParts = mostItems, .mostPartsBelow = mostItemsBelow},
+                                FileTree::contextOf(registry, watch));
+    Survey survey{.breakdown = FileTree::breakdownOf(tree), .items = itemsOf(tree.parts, path)};
+    const auto kind = platform::kindOf(path);
+    if (kind && kind != platform::EntryKind::folder) {
+        survey.items = {fileItem(path, tree.sums.allocatedBytes)};
+    }
+    return survey;
+}
+
+Usage usageOf(const std::string& path, const FileTree::Watch& watch) {
+    HardLinkRegistry registry;
+    return FileTree::measure(path, registry, watch);
+}
+
+std::vector<Item> twoLevels(const std::string& path, const FileTree::Watch& watch) {
+    return survey(path, watch).items;
+}
+
+std::vector<Item> list(const std::vector<std::string>& paths, const FileTree::Watch& watch) {
+    if (paths.size() == 1) {
+        return twoLevels(paths.front(), watch);
+    }
+    HardLinkRegistry registry;
+    std::vector<Item> items;
+    for (const std::string& path : paths) {
+        const auto kind = platform::kindOf(path);
+        if (!kind) {
+            continue;
+        }
+        const platform::TreeBreakdown tree = platform::breakDownTree({path}, {.mostParts = mostItemsBelow},
+                                                                     FileTree::contextOf(registry, watch));
+        Item item = fileItem(path, tree.sums.allocatedBytes);
+        item.isDirectory = kind == platform::EntryKind::folder;
+        item.children = itemsOf(tree.parts, path);
+        item.via = path.substr(0, path.rfind('/'));
+        items.push_back(std::move(item));
+    }
+    sortLargestFirst(items, &Item::bytes);
+    return items;
+}
+
+bool canOpen(const std::vector<std::string>& paths) {
+    return paths.size() > 1 ||
+           (paths.size() == 1 && platform::kindOf(paths.front()) == platform::EntryKind::folder);
+}
+
+Listing open(const std::vector<std::string>& paths,
+             const std::function<std::vector<Item>(const std::vector<std::string>& paths)>& list) {
+    constexpr std::size_t mostSkipped = 6;
+    Listing listing{.items = list(paths), .paths = paths, .skipped = {}};
+    while (listing.skipped.size() < mostSkipped && isOpenedThrough(listing.items)) {
+        const Item opened = std::move(listing.items.front());
+        listing.skipped.push_back(opened.name);
+        listing.paths = {opened.path};
+        listing.items = list(listing.paths);
+    }
+    return listing;
+}
+
+} // namespace lumo::FolderContents

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "Platform/TreeWalk.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+/// What a walk keeps while it breaks a tree down: shared by all walkers, so that they cannot differ in it.
+namespace lumo::platform {
+
+/// How many entries are kept of a folder that many levels below the root; with 0 its entries are no parts.
+inline std::size_t mostPartsAt(std::size_t level, const BreakdownLimits& limits) {
+    return level == 0 ? limits.mostParts : level == 1 ? limits.mostPartsBelow : 0;
+}
+
+/// The largest parts out of any number of them, in the memory of twice as many as are kept.
+class LargestParts final {
+  public:
+    explicit LargestParts(std::size_t most) : most_(most) {}
+
+    /// One with nothing in it, to be added to this one later: what has no chance here has none there.
+    [[nodiscard]] LargestParts fresh() const;
+
+    /// Cheap for what is too small to be kept.
+    void add(std::string_view name, std::int64_t bytes, bool isFolder);
+    void add(TreePart part);
+    void add(LargestParts other);
+
+    [[nodiscard]] TreeParts take();
+
+  private:
+    /// Counts a part that is too small with the rest, and tells that it did.
+    bool leavesOut(std::string_view name, std::int64_t bytes);
+    void cut();
+
+    std::size_t most_;
+    std::int64_t smallestBytes_ = -1; ///< Of the smallest that was kept when parts were last left out.
+    std::string smallestName_;
+    TreeParts parts_; ///< In no order until they are taken.
+};
+
+/// What files take by their extensions.
+class ExtensionTally final {
+  public:
+    void add(std::string_view fileName, std::int64_t bytes);
+    void add(const ExtensionTally& other);
+
+    void addTo(TreeBreakdown& breakdown) const;
+
+  private:
+    struct Hash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
+    };
+    using Sums = std::unordered_map<std::string, std::int64_t, Hash, std::equal_to<>>;
+
+    void addTo(std::string_view extension, std::int64_t bytes);
+    void cut();
+
+    Sums sums_;
+    std::int64_t otherBytes_ = 0;
+    Sums::value_type* last_ = nullptr; ///< The sum added to last: neighbours mostly share their extension.
+    std::string extension_;            ///< Kept for its memory.
+};
+
+} // namespace lumo::platform
