@@ -6,6 +6,9 @@
 #include "Platform/Folder.h"
 #include "Platform/PropertyList.h"
 
+#include <algorithm>
+#include <functional>
+
 namespace lumo {
 
 namespace {
@@ -18,7 +21,64 @@ void appendBundle(const std::string& path, std::vector<InstalledApp>& apps) {
     }
 }
 
+/// The same identifier, or one that the other begins with: "com.foo.bar.agent" belongs to "com.foo.bar".
+bool isSameOrBelow(std::string_view identifier, std::string_view other) {
+    return identifier.starts_with(other) &&
+           (identifier.size() == other.size() || identifier[other.size()] == '.');
+}
+
+/// Words of a folder's name that may tell whose it is.
+std::vector<std::string> tellingWords(std::string_view name) {
+    constexpr std::size_t shortest = 4;
+    std::vector<std::string> telling = words(name);
+    std::erase_if(telling, [](const std::string& word) {
+        return characterCount(word) < shortest ||
+               std::ranges::find(InstalledApp::genericTokens, word) != InstalledApp::genericTokens.end();
+    });
+    return telling;
+}
+
+bool isNamedBy(const InstalledApp& app, const std::vector<std::string>& words) {
+    return std::ranges::any_of(app.aliases(), [&](const std::string& alias) {
+        return std::ranges::any_of(words, [&](const std::string& word) { return alias.contains(word); });
+    });
+}
+
+std::optional<InstalledApp> firstOf(const std::vector<InstalledApp>& apps,
+                                    const std::function<bool(const InstalledApp&)>& matches) {
+    const auto found = std::ranges::find_if(apps, matches);
+    return found != apps.end() ? std::optional(*found) : std::nullopt;
+}
+
 } // namespace
+
+std::string_view InstalledApp::spokenName() const {
+    return path.ends_with(bundleExtension) ? fileStem(path) : std::string_view(name);
+}
+
+std::optional<InstalledApp> InstalledApp::related(std::string_view folderName,
+                                                  const std::vector<InstalledApp>& apps) {
+    const std::string sought = lowerCased(folderName.substr(folderName.starts_with('.') ? 1 : 0));
+    if (sought.contains('.')) {
+        auto byIdentifier = firstOf(apps, [&](const InstalledApp& app) {
+            const std::string identifier = lowerCased(app.bundleID);
+            return isSameOrBelow(sought, identifier) || isSameOrBelow(identifier, sought);
+        });
+        if (byIdentifier) {
+            return byIdentifier;
+        }
+    }
+    const std::string form = normalize(sought);
+    auto byAlias = firstOf(apps, [&](const InstalledApp& app) {
+        const std::vector<std::string> aliases = app.aliases();
+        return std::ranges::find(aliases, form) != aliases.end();
+    });
+    if (byAlias) {
+        return byAlias;
+    }
+    const std::vector<std::string> words = tellingWords(sought);
+    return firstOf(apps, [&](const InstalledApp& app) { return isNamedBy(app, words); });
+}
 
 std::vector<std::string> InstalledApp::aliases() const {
     constexpr std::size_t shortest = 3;
@@ -55,7 +115,9 @@ std::vector<InstalledApp> InstalledApp::bundlesIn(const std::vector<std::string>
 }
 
 std::optional<InstalledApp> InstalledApp::read(const std::string& path) {
-    const auto strings = platform::readPropertyListStrings(path + "/Contents/Info.plist");
+    static constexpr auto keys =
+        std::to_array<const char*>({"CFBundleIdentifier", "CFBundleDisplayName", "CFBundleName"});
+    const auto strings = platform::readPropertyListStrings(path + "/Contents/Info.plist", keys);
     if (!strings) {
         return std::nullopt;
     }

@@ -31,6 +31,15 @@ struct InstalledApp {
     /// last part.
     [[nodiscard]] std::vector<std::string> aliases() const;
 
+    /// What a sentence calls the application: a bundle by its file's name, a desktop entry by its own.
+    [[nodiscard]] std::string_view spokenName() const;
+
+    /// The application that a folder of that name belongs to, as far as the name tells: by its identifier,
+    /// else by an alias, else by a word that an alias contains; each time the first in the list. A leading
+    /// point of the name does not count.
+    static std::optional<InstalledApp> related(std::string_view folderName,
+                                               const std::vector<InstalledApp>& apps);
+
     /// Everything installed: the bundles of "/Applications", then those of the user's own, then desktop
     /// entries. What cannot be read is left out.
     static std::vector<InstalledApp> scan(const std::string& home);

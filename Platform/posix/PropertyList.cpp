@@ -5,7 +5,6 @@
 #include <plist/plist.h>
 
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <string_view>
 
@@ -18,12 +17,6 @@ constexpr std::size_t mostBytes = std::size_t{4} * 1024 * 1024;
 struct FreeList {
     void operator()(void* node) const { plist_free(node); }
 };
-
-struct FreeText {
-    void operator()(char* text) const { std::free(text); }
-};
-
-using Text = std::unique_ptr<char, FreeText>;
 
 /// The library reads and frees nested lists by recursion, so that a file made to nest deeply would use up the
 /// stack. Depth is at most the number of containers, and no application's list has nearly as many.
@@ -65,19 +58,24 @@ plist_t parse(const std::string& bytes) {
     return list;
 }
 
+/// The library ends the process when asked for a copy of a string, or of a key, that holds a zero byte: so
+/// the values are looked at in place, and keys are looked up instead of listed.
 std::optional<std::string> stringValue(plist_t node) {
-    if (plist_get_node_type(node) != PLIST_STRING) {
+    if (node == nullptr || plist_get_node_type(node) != PLIST_STRING) {
         return std::nullopt;
     }
-    char* value = nullptr;
-    plist_get_string_val(node, &value);
-    const Text owned(value);
-    return owned ? std::optional<std::string>(owned.get()) : std::nullopt;
+    std::uint64_t length = 0;
+    const char* value = plist_get_string_ptr(node, &length);
+    if (value == nullptr || std::string_view(value).size() != length) {
+        return std::nullopt;
+    }
+    return std::string(value, length);
 }
 
 } // namespace
 
-std::optional<std::map<std::string, std::string>> parsePropertyListStrings(const std::string& bytes) {
+std::optional<std::map<std::string, std::string>>
+parsePropertyListStrings(const std::string& bytes, std::span<const char* const> keys) {
     if (bytes.empty() || bytes.size() > mostBytes) {
         return std::nullopt;
     }
@@ -86,27 +84,19 @@ std::optional<std::map<std::string, std::string>> parsePropertyListStrings(const
     if (!list || plist_get_node_type(parsed) != PLIST_DICT) {
         return std::nullopt;
     }
-    plist_dict_iter iterator = nullptr;
-    plist_dict_new_iter(parsed, &iterator);
-    const std::unique_ptr<void, decltype(&std::free)> iteratorOwner(iterator, &std::free);
     std::map<std::string, std::string> strings;
-    for (;;) {
-        char* key = nullptr;
-        plist_t value = nullptr;
-        plist_dict_next_item(parsed, iterator, &key, &value);
-        const Text ownedKey(key);
-        if (!ownedKey) {
-            return strings;
-        }
-        if (const std::optional<std::string> text = stringValue(value)) {
-            strings.emplace(ownedKey.get(), *text);
+    for (const char* key : keys) {
+        if (const std::optional<std::string> text = stringValue(plist_dict_get_item(parsed, key))) {
+            strings.emplace(key, *text);
         }
     }
+    return strings;
 }
 
-std::optional<std::map<std::string, std::string>> readPropertyListStrings(const std::string& path) {
+std::optional<std::map<std::string, std::string>> readPropertyListStrings(const std::string& path,
+                                                                          std::span<const char* const> keys) {
     const SystemResult<std::string> bytes = readWhole(path, mostBytes);
-    return bytes ? parsePropertyListStrings(*bytes) : std::nullopt;
+    return bytes ? parsePropertyListStrings(*bytes, keys) : std::nullopt;
 }
 
 } // namespace lumo::platform

@@ -130,6 +130,14 @@ TEST(InstalledApp, PassesOverBundlesItCannotRead) {
           nestedBinary(3).substr(0, 30), std::string("<plist><string>com.a.b</string></plist>")}) {
         EXPECT_FALSE(InstalledApp::read(bundle(home, "X.app", list))) << list;
     }
+    // Keys and values with a zero byte in them ended the process.
+    using namespace std::string_view_literals;
+    const auto cut = InstalledApp::read(
+        bundle(home, "Zero.app",
+               "bplist00\xd2\1\2\3\4_\x10\x12"
+               "CFBundleIdentifierRC\0Wcom.a\0bQx\x08\x0d\"%-\0\0\0\0\0\0\1\1\0\0\0\0\0\0\0\5\0\0\0\0\0\0\0\0"
+               "\0\0\0\0\0\0\0/"sv));
+    EXPECT_TRUE(!cut || cut->bundleID == "com.a");
     home.folder("Y.app/Contents/Info.plist");
     EXPECT_FALSE(InstalledApp::read(home.path("Y.app")));
     EXPECT_FALSE(InstalledApp::read(home.path("missing.app")));
@@ -275,4 +283,42 @@ TEST(AppCaches, LeavesAFolderToTheRuleThatHasIt) {
     }
     const InstalledApp twice{"Tool", "tool", "/p/tool.app"};
     EXPECT_EQ(lumo::AppCaches::rules({twice, twice}, {}, home.path()).size(), 1U);
+}
+
+TEST(InstalledApp, IsRelatedToAFolderByIdentifierThenAliasThenWord) {
+    const std::vector<InstalledApp> apps{{"Foo Tool", "com.foo.bar", "/Applications/Foo Bar.app"},
+                                         {"Visual Studio Code", "com.microsoft.VSCode", "/a/Code - OSS.app"},
+                                         {"Baz", "com.foo.bar.agent", "/a/Baz.app"},
+                                         {"Café Élite", "org.example.cafe", "/a/cafe.desktop"}};
+    struct Case {
+        const char* folder;
+        const char* name;
+    };
+    for (const Case& expected : {Case{"com.foo.bar", "Foo Tool"},
+                                 Case{"COM.Foo.Bar.agent", "Foo Tool"},
+                                 Case{"com.foo", "Foo Tool"},
+                                 Case{".com.foo.bar.x", "Foo Tool"},
+                                 Case{"com.foobar", "Foo Tool"},
+                                 Case{"com.foo.ba", ""},
+                                 Case{"Code - OSS", "Visual Studio Code"},
+                                 Case{".vscode", "Visual Studio Code"},
+                                 Case{"..vscode", "Visual Studio Code"},
+                                 Case{"com.microsoft.VSCode.ShipIt", "Visual Studio Code"},
+                                 Case{"BAR", "Foo Tool"},
+                                 Case{"baz", "Baz"},
+                                 Case{"foobar", "Foo Tool"},
+                                 Case{"my-studio-cache", "Visual Studio Code"},
+                                 Case{"cafe\u0301 e\u0301lite", "Café Élite"},
+                                 Case{"net.elite.thing", ""},
+                                 Case{"Élite backups", "Café Élite"},
+                                 Case{"tool", "Foo Tool"},
+                                 Case{"too", ""},
+                                 Case{"desktop helper", ""},
+                                 Case{"", ""},
+                                 Case{".", ""}}) {
+        const auto app = InstalledApp::related(expected.folder, apps);
+        EXPECT_EQ(app ? app->name : "", expected.name) << expected.folder;
+    }
+    EXPECT_EQ(apps.front().spokenName(), "Foo Bar");
+    EXPECT_EQ(apps.back().spokenName(), "Café Élite");
 }

@@ -1,0 +1,128 @@
+#include "LumoCore/Explaining/FolderEvidence.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Explaining/ShortSize.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace lumo {
+
+namespace {
+
+void keepFirst(std::vector<NamedSize>& sizes, std::size_t most) {
+    sizes.resize(std::min(sizes.size(), most));
+}
+
+/// The names and sizes in the pattern, after the heading; nothing without any.
+std::string listLine(std::string_view heading, const char* pattern, const std::vector<NamedSize>& sizes,
+                     Language language) {
+    std::vector<std::string> parts;
+    for (const NamedSize& size : sizes) {
+        parts.push_back(
+            fmt::format(fmt::runtime(pattern), printable(size.name), shortSize(size.bytes, language)));
+    }
+    return parts.empty() ? std::string() : fmt::format("{}{}\n", heading, fmt::join(parts, ", "));
+}
+
+std::string changeLine(Date changed, Date now, Language language) {
+    // A clock that was ahead makes files of tomorrow.
+    const int days = midnightsBetween(changed, now);
+    const std::string when = days <= 0
+                                 ? std::string(text("hoy", "today", language))
+                                 : fmt::format(fmt::runtime(text("hace {} días", "{} days ago", language)),
+                                               ByteFormat::number(days, 0, language));
+    return fmt::format("{}{}\n", text("Último cambio: ", "Last change: ", language), when);
+}
+
+std::string appLine(const std::optional<InstalledApp>& app, Language language) {
+    if (app) {
+        return fmt::format("{}{}\n",
+                           text("App relacionada, instalada: ", "Related app, installed: ", language),
+                           printable(app->name));
+    }
+    return std::string(text("Ninguna app instalada coincide con el nombre: puede ser de una herramienta de "
+                            "terminal o un resto de una app desinstalada.\n",
+                            "No installed app matches the name: it may belong to a terminal tool or be left "
+                            "over from an uninstalled app.\n",
+                            language));
+}
+
+} // namespace
+
+FolderEvidence FolderEvidence::gather(const std::string& path, const std::string& home,
+                                      const std::vector<InstalledApp>& apps, const FileTree::Watch& watch,
+                                      Language language) {
+    constexpr std::size_t mostEntries = 8;
+    constexpr std::size_t mostTypes = 5;
+    FileTree::Breakdown breakdown = FileTree::breakdown(path, watch, language);
+    FolderEvidence evidence{.path = path,
+                            .displayPath = abbreviated(path, home),
+                            .location = folderLocation(path, home),
+                            .usage = breakdown.usage,
+                            .largestEntries = std::move(breakdown.children),
+                            .fileTypes = std::move(breakdown.extensions),
+                            .relatedApp = InstalledApp::related(fileName(path), apps)};
+    keepFirst(evidence.largestEntries, mostEntries);
+    keepFirst(evidence.fileTypes, mostTypes);
+    evidence.isAppleComponent = evidence.folderName().starts_with("com.apple.") ||
+                                evidence.folderName().starts_with("group.com.apple.");
+    return evidence;
+}
+
+std::vector<FolderEvidence> FolderEvidence::gatherAll(const std::vector<std::string>& paths,
+                                                      const std::string& home, const FileTree::Watch& watch,
+                                                      const std::function<void(std::size_t)>& onBegin) {
+    const std::vector<InstalledApp> apps = InstalledApp::scan(home);
+    std::vector<FolderEvidence> all;
+    for (const std::string& path : paths) {
+        if (onBegin) {
+            onBegin(all.size());
+        }
+        FolderEvidence evidence = gather(path, home, apps, watch);
+        if (watch.stop.stop_requested()) {
+            break;
+        }
+        all.push_back(std::move(evidence));
+    }
+    return all;
+}
+
+std::string_view FolderEvidence::folderName() const {
+    return fileName(path);
+}
+
+std::optional<std::string> FolderEvidence::appName() const {
+    return relatedApp ? std::optional(printable(relatedApp->spokenName())) : std::nullopt;
+}
+
+std::string FolderEvidence::promptDescription(Date now, Language language) const {
+    const std::string files = ByteFormat::number(static_cast<double>(usage.fileCount), 0, language);
+    std::string lines =
+        fmt::format(fmt::runtime(text("{}: {} en {} archivos\n", "{}: {} in {} files\n", language)),
+                    printable(displayPath), shortSize(usage.allocatedBytes, language), files);
+    lines += std::string(description(location, language)) + "\n";
+    if (usage.lastModified) {
+        lines += changeLine(*usage.lastModified, now, language);
+    }
+    lines += appLine(relatedApp, language);
+    if (isAppleComponent) {
+        lines += text("Pertenece a macOS (identificador de Apple).\n",
+                      "Belongs to macOS (Apple identifier).\n", language);
+    }
+    lines += listLine(text("Contenido más grande: ", "Largest contents: ", language), "{} ({})",
+                      largestEntries, language);
+    lines += listLine(text("Tipos de archivo: ", "File types: ", language), "{} {}", fileTypes, language);
+    if (usage.unreadableCount > 0) {
+        lines += fmt::format(
+            "{}{}\n", text("Elementos sin permiso de lectura: ", "Items without read permission: ", language),
+            ByteFormat::number(static_cast<double>(usage.unreadableCount), 0, language));
+    }
+    lines.pop_back(); // The last line feed.
+    return lines;
+}
+
+} // namespace lumo
