@@ -1,6 +1,7 @@
 #include "LumoCore/Cleanup/CleanupPlanner.h"
 
 #include "LumoCore/Basics/Path.h"
+#include "Platform/CheckedSum.h"
 
 #include <fmt/format.h>
 
@@ -152,6 +153,16 @@ std::vector<PlanEntry> plan(const ScanReport& report, const CleanupOptions& opti
         }
     }
     return entries;
+}
+
+std::int64_t safeRecoverableBytes(const std::vector<PlanEntry>& entries) {
+    std::int64_t bytes = 0;
+    for (const PlanEntry& entry : entries) {
+        if (entry.action.safety == Safety::safe && !entry.skipReason) {
+            bytes = checkedSum(bytes, entry.action.estimatedBytes);
+        }
+    }
+    return bytes;
 }
 
 std::optional<std::vector<std::string>> wordsOfCommand(std::string_view line) {

@@ -49,6 +49,9 @@ namespace CleanupPlanner {
 std::vector<PlanEntry> plan(const ScanReport& report, const CleanupOptions& options,
                             const PlanSurroundings& surroundings);
 
+/// What these entries free with no risk: the safe ones that nothing holds back.
+std::int64_t safeRecoverableBytes(const std::vector<PlanEntry>& entries);
+
 /// What is run for a rule's command line, the program first; absent when a part of it is the user's to
 /// choose.
 std::optional<std::vector<std::string>> wordsOfCommand(std::string_view line);

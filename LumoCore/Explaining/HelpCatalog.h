@@ -1,0 +1,72 @@
+#pragma once
+
+#include "LumoCore/Basics/Codec.h"
+#include "LumoCore/Basics/Language.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lumo {
+
+/// One question of the help and its answer.
+struct HelpTopic {
+    std::string id; ///< The same in both languages.
+    std::string question;
+    std::string answer;
+    std::vector<std::string> keywords; ///< Lower case, without accents.
+
+    static constexpr auto fields =
+        std::tuple{field("id", &HelpTopic::id), field("question", &HelpTopic::question),
+                   field("answer", &HelpTopic::answer), field("keywords", &HelpTopic::keywords)};
+    friend bool operator==(const HelpTopic&, const HelpTopic&) = default;
+};
+
+/// What a person is told who asked something.
+struct HelpAnswer {
+    std::string text;
+    bool byAI = false;                ///< A language model wrote the text.
+    std::vector<std::string> sources; ///< Ids of the topics to show under it.
+
+    static constexpr auto fields =
+        std::tuple{field("text", &HelpAnswer::text), field("byAI", &HelpAnswer::byAI),
+                   field("sources", &HelpAnswer::sources)};
+    friend bool operator==(const HelpAnswer&, const HelpAnswer&) = default;
+};
+
+/// The fixed questions and answers, and which of them a question in somebody's own words is about.
+namespace HelpCatalog {
+
+/// The topics in the order in which they are shown. They last as long as the process.
+const std::vector<HelpTopic>& topics(Language language = currentLanguage());
+
+/// The topic that these words name: its id, or its question word for word; none when there is no such topic.
+const HelpTopic* topicNamed(std::string_view words, Language language = currentLanguage());
+
+/// Without case and accents, and with a blank in place of everything that is no letter and no number.
+std::string normalize(std::string_view text);
+
+struct ScoredTopic {
+    const HelpTopic* topic = nullptr; ///< Never null; one of `topics`.
+    int score = 0;
+};
+
+/// The topics that share words with the question, best first. A word of three characters or more counts 3 in
+/// a topic's question or keywords, and 1 in its answer.
+std::vector<ScoredTopic> scored(std::string_view question, Language language = currentLanguage());
+
+/// The first of these, at most `limit`.
+std::vector<const HelpTopic*> relevant(std::string_view question, std::size_t limit,
+                                       Language language = currentLanguage());
+
+/// True for a question about what is on this disk, which no fixed text can answer.
+bool isAboutThisMac(std::string_view question);
+
+/// The answer of the topic that clearly matches; none when no one does or the question is about this Mac.
+std::optional<HelpAnswer> directAnswer(std::string_view question, Language language = currentLanguage());
+
+} // namespace HelpCatalog
+
+} // namespace lumo

@@ -1,0 +1,111 @@
+#include "LumoCore/Explaining/HelpAssistant.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using lumo::HelpAnswer;
+using lumo::Language;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+using testing::StartsWith;
+namespace HelpAssistant = lumo::HelpAssistant;
+namespace HelpGuard = lumo::HelpGuard;
+
+namespace {
+
+/// Asks with a model that always writes that text, and notes what it was shown.
+struct Asked {
+    std::string context;
+    int facts = 0;
+
+    HelpAnswer ask(const std::string& question, std::optional<std::string> written) {
+        return HelpAssistant::answer(
+            question,
+            [this] {
+                ++facts;
+                return std::vector<std::string>{"Docker: 12,3 GB.", "Libre: 5 MB."};
+            },
+            [this, written](const std::string&, const std::string& shown) {
+                context = shown;
+                return written;
+            },
+            Language::es);
+    }
+};
+
+} // namespace
+
+TEST(HelpGuard, RefusesCommandsMenuPathsUnknownSizesAndLongTexts) {
+    const std::string allowed = "Docker ocupa 12,3 GB.";
+    struct Case {
+        std::string text;
+        bool isAcceptable;
+    };
+    for (const Case& expected : {Case{"Ocupa 12,3 GB.", true},
+                                 {"Ocupa 12.3 GB.", false},
+                                 {"Ocupa 12,3\u00A0GB.", false}, // Another blank is another text.
+                                 {"Ocupa \u0663 GB.", false},    // Digits of another script, too.
+                                 {"Sin cifras.", true},
+                                 {"", false},
+                                 {std::string(700, 'x'), true},
+                                 {std::string(701, 'x'), false},
+                                 {"Abre el TERMINAL", false},
+                                 {"Ajustes → General", false},
+                                 {"SuDo algo", false},
+                                 {"usa RM -rf", false},
+                                 {"a firm answer", false}, // "rm " is looked for as it is.
+                                 {"defaults write x", false},
+                                 {"chmod", false}}) {
+        EXPECT_EQ(HelpGuard::acceptable(expected.text, allowed), expected.isAcceptable) << expected.text;
+    }
+    std::string accents;
+    for (int count = 0; count < 700; ++count) {
+        accents += "é"; // Characters are counted, not bytes.
+    }
+    EXPECT_TRUE(HelpGuard::acceptable(accents, allowed));
+    EXPECT_FALSE(HelpGuard::acceptable("5 GB", "nada"));
+}
+
+TEST(HelpAssistant, AnswersFromTheCatalogueWithoutAskingAnyone) {
+    Asked asked;
+    const HelpAnswer answer = asked.ask("¿Cómo deshago una limpieza?", "otra cosa");
+    EXPECT_THAT(answer.sources, ElementsAre("apartado"));
+    EXPECT_FALSE(answer.byAI);
+    EXPECT_EQ(asked.facts, 0);
+}
+
+TEST(HelpAssistant, ShowsTheModelTheClosestTopicsAndTheFactsAndBelievesWhatItCanCheck) {
+    Asked asked;
+    const HelpAnswer answer = asked.ask("¿Cuánto ocupa Docker?", "Docker ocupa 12,3 GB.");
+    EXPECT_EQ(answer.text, "Docker ocupa 12,3 GB.");
+    EXPECT_TRUE(answer.byAI);
+    ASSERT_THAT(answer.sources, SizeIs(3));
+    EXPECT_EQ(answer.sources.front(), "docker");
+    EXPECT_THAT(asked.context, StartsWith("AYUDA:\n¿Por qué Docker aparenta más de lo que ocupa?\nDocker "));
+    EXPECT_THAT(asked.context, HasSubstr(".\n\n¿"));
+    EXPECT_THAT(asked.context, EndsWith("\n\nDATOS DE ESTE MAC:\nDocker: 12,3 GB.\nLibre: 5 MB."));
+    EXPECT_THAT(asked.ask("y de la", "Sí.").sources,
+                ElementsAre("colores", "regenera", "libera", "apartado", "vaciar", "permisos"));
+}
+
+TEST(HelpAssistant, FallsBackToTheClosestTopicsWhenThereIsNoAnswerToBelieve) {
+    Asked asked;
+    for (const std::optional<std::string>& refused :
+         {std::optional<std::string>(), std::optional<std::string>(""),
+          std::optional<std::string>("Abre la Terminal."), std::optional<std::string>("Ocupa 99 GB.")}) {
+        const HelpAnswer answer = asked.ask("¿Cuánto ocupa Docker?", refused);
+        EXPECT_THAT(answer.text, StartsWith("No encuentro esa duda en la ayuda."));
+        EXPECT_FALSE(answer.byAI);
+        EXPECT_THAT(answer.sources, SizeIs(3));
+    }
+    asked.facts = 0;
+    const auto facts = [&] {
+        ++asked.facts;
+        return std::vector<std::string>();
+    };
+    EXPECT_THAT(HelpAssistant::answer("y de la", facts, {}, Language::es).sources, IsEmpty());
+    EXPECT_EQ(asked.facts, 0); // Nothing is measured when there is no model.
+}
