@@ -1,5 +1,6 @@
 #include "TarvoApp/Model/Preferences.h"
 
+#include "LumoAI/LocalModelPlace.h"
 #include "LumoCore/Basics/Date.h"
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
@@ -54,6 +55,10 @@ bool isOfKind(const PreferenceKey& key, const JsonValue& value) {
         const auto* date = std::get_if<std::string>(&value.value);
         return date != nullptr && lumo::dateFromIsoText(*date);
     }
+    case PreferenceKind::localModel: {
+        const auto* place = std::get_if<std::string>(&value.value);
+        return place != nullptr && lumo::LocalModelPlace::parse(*place);
+    }
     }
     return false;
 }
@@ -99,6 +104,10 @@ std::string expectation(const PreferenceKey& key) {
         return std::string(text("una fecha como 2025-03-14T09:30:05Z", "a date like 2025-03-14T09:30:05Z"));
     case PreferenceKind::folders:
         return std::string(text("carpetas", "folders"));
+    case PreferenceKind::localModel:
+        return std::string(
+            text("una dirección de este ordenador y un modelo, como «http://127.0.0.1:11434 llama3.2»",
+                 "an address of this computer and a model, like “http://127.0.0.1:11434 llama3.2”"));
     case PreferenceKind::text:
         break;
     }
@@ -226,6 +235,10 @@ std::span<const PreferenceKey> preferenceKeys() {
          .kind = Kind::date,
          .meaningEs = "fecha del último aviso de poco espacio",
          .meaningEn = "date of the last low-space warning"},
+        {.key = "modeloLocal",
+         .kind = Kind::localModel,
+         .meaningEs = "modelo de lenguaje en este ordenador: dirección y nombre",
+         .meaningEn = "language model on this computer: address and name"},
     });
     return keys;
 }
@@ -325,6 +338,8 @@ lumo::Result<JsonValue> preferenceFromWords(const PreferenceKey& key, const std:
     std::optional<JsonValue> value;
     if (key.kind == PreferenceKind::folders && !words.empty()) {
         value = foldersFrom(words);
+    } else if (key.kind == PreferenceKind::localModel) {
+        value = JsonValue{fmt::format("{}", fmt::join(words, " "))};
     } else if (words.size() == 1) {
         value = valueFrom(key, words.front());
     }

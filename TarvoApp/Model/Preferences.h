@@ -14,7 +14,7 @@
 namespace tarvo {
 
 /// What may be stored under a key.
-enum class PreferenceKind { integer, boolean, number, text, choice, folders, date };
+enum class PreferenceKind { integer, boolean, number, text, choice, folders, date, localModel };
 
 /// One preference. Keys are stored words and the same in both languages.
 struct PreferenceKey {

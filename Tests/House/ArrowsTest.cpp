@@ -36,6 +36,11 @@ const std::vector<Room>& house() {
          {"LumoCore/Cleanup", "LumoCore/Inventories", "LumoCore/Scanning", "LumoCore/Rules",
           "LumoCore/Basics", "Platform"},
          {"fmt"}},
+        {"LumoCore/Explaining",
+         {"LumoCore/History", "LumoCore/Cleanup", "LumoCore/Inventories", "LumoCore/Scanning",
+          "LumoCore/Rules", "LumoCore/Basics", "Platform"},
+         {"fmt"}},
+        {"LumoAI", {"LumoCore", "Platform"}, {"fmt"}},
         {"TarvoApp/Model", {"LumoCore", "LumoAI", "Platform"}, {"fmt"}},
         {"TarvoCLI", {"TarvoMCP", "TarvoApp/Model", "LumoCore", "LumoAI", "Platform"}, {"fmt", "CLI"}},
     };
@@ -52,7 +57,8 @@ bool isSystem(const std::string& header) {
     static const std::set<std::string> loose{"dirent.h", "malloc.h", "fcntl.h",  "fnmatch.h",
                                              "fts.h",    "locale.h", "unistd.h", "poll.h",
                                              "sched.h",  "signal.h", "pwd.h",    "spawn.h"};
-    return header.starts_with("sys/") || loose.contains(header);
+    return header.starts_with("sys/") || header.starts_with("netinet/") || header.starts_with("arpa/") ||
+           loose.contains(header);
 }
 
 std::string libraryOf(const std::string& header) {

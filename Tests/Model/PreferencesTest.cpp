@@ -61,7 +61,7 @@ TEST(Preferences, HaveTheAgreedKeysAndStandardValues) {
               "limpiezaSemanal false\ndiasProyectoActivo 30\ncarpetasProtegidas []\nresumenConIA true\n"
               "explicarAlAnalizar false\ntamanoTexto 1.0\nnovedadesVistas absent\n"
               "ultimaLimpiezaSemanal absent\nultimaLimpiezaSemanalBytes absent\n"
-              "avisoPocoEspacioEnviado absent\n");
+              "avisoPocoEspacioEnviado absent\nmodeloLocal absent\n");
     EXPECT_FALSE(std::filesystem::exists(home.path(".config"))) << "Reading wrote something.";
 }
 
@@ -164,6 +164,7 @@ TEST(Preferences, AreMeantByThePersonsWords) {
           Case{"limpiezaSemanal", {"no"}, "false"}, Case{"limpiezaSemanal", {"0"}, "false"},
           Case{"apariencia", {"light"}, "\"light\""}, Case{"tamanoTexto", {"0.5"}, "0.5"},
           Case{"tamanoTexto", {"3"}, "3.0"}, Case{"novedadesVistas", {"1.2"}, "\"1.2\""},
+          Case{"modeloLocal", {"http://[::1]:80", "a:b"}, "\"http://[::1]:80 a:b\""},
           Case{"ultimaLimpiezaSemanal", {"2024-02-29T00:00:00Z"}, "\"2024-02-29T00:00:00Z\""},
           Case{"carpetasProtegidas", {"/a b/", "rel"}, "[\"/a b\",\"" + here + "/rel\"]"}}) {
         EXPECT_EQ(meaning(said.name, said.words), said.json) << said.name;

@@ -1,0 +1,64 @@
+#include "LumoAI/ExplanationService.h"
+
+#include "LumoAI/AIExplainer.h"
+#include "LumoAI/ExplanationCache.h"
+#include "LumoAI/WithTimeout.h"
+#include "LumoCore/Explaining/HeuristicExplainer.h"
+
+namespace lumo {
+
+namespace {
+
+/// What the model says of the folder in time; absent when it fails.
+std::optional<Explanation> askModel(const FolderEvidence& evidence, LanguageModel& model,
+                                    const ExplanationSettings& settings) {
+    const auto explained = withTimeout(
+        settings.modelTime,
+        [&](const std::stop_token& stop) {
+            return AIExplainer::explain(evidence, model, settings.now, stop, settings.language);
+        },
+        settings.watch.stop);
+    return explained && *explained ? std::optional(**explained) : std::nullopt;
+}
+
+} // namespace
+
+std::map<std::string, Explanation> ExplanationService::explain(const std::vector<std::string>& folders,
+                                                               LanguageModel& model,
+                                                               const ExplanationSettings& settings) {
+    std::map<std::string, Explanation> explanations;
+    if (folders.empty()) {
+        return explanations;
+    }
+    const bool isModelUsable = !model.unavailableReason(settings.language);
+    ExplanationCache cache = ExplanationCache::ofHome(settings.cacheHome);
+    bool isCacheChanged = false;
+    for (std::size_t index = 0; index < folders.size(); ++index) {
+        const FolderEvidence evidence = FolderEvidence::gather(folders[index], settings.home, settings.apps,
+                                                               settings.watch, settings.language);
+        std::optional<Explanation> explanation = cache.lookup(evidence, settings.now);
+        if (!explanation && isModelUsable) {
+            explanation = askModel(evidence, model, settings);
+            if (explanation) {
+                cache.store(*explanation);
+                isCacheChanged = true;
+            }
+        }
+        if (settings.watch.stop.stop_requested()) {
+            break;
+        }
+        explanations.insert_or_assign(
+            folders[index], explanation
+                                ? *explanation
+                                : HeuristicExplainer::explain(evidence, settings.now, settings.language));
+        if (settings.progress) {
+            settings.progress(index + 1, folders.size());
+        }
+    }
+    if (isCacheChanged) {
+        static_cast<void>(cache.save()); // Only costs asking again.
+    }
+    return explanations;
+}
+
+} // namespace lumo

@@ -1,0 +1,83 @@
+#include "LumoAI/Instructions.h"
+
+#include "LumoCore/Explaining/FreeingAction.h"
+
+namespace lumo {
+
+// Runs of blanks are part of the English texts, which models have been tried with as they stand.
+
+std::string_view folderInstructions(Language language) {
+    return text(
+        "Eres un experto en macOS que ayuda a liberar espacio en disco. Te describen una carpeta con datos "
+        "medidos: ubicación, tamaño, contenido y la app instalada relacionada, si la hay. Explica qué es y "
+        "cómo liberar su espacio. Responde siempre en español, con frases cortas y claras. Básate solo en "
+        "los datos; si no estás seguro de a qué pertenece, dilo. Si dice que pertenece a macOS, es de "
+        "Apple: no digas que es de terceros. Riesgo: «seguro» solo si se regenera sola (cachés, descargas "
+        "temporales, registros); «revisar» si puede contener ajustes, sesiones, modelos descargados o "
+        "datos del usuario; «conservar» si parecen documentos o datos personales. Ante la duda, «revisar». "
+        "Acción: elige una. «vaciar_desde_app» si es caché o datos temporales de una app instalada; "
+        "«desinstalar_herramienta» si es de una herramienta de terminal; «borrar_si_no_se_usa» si parece "
+        "de una app desinstalada o algo abandonado; «revisar_contenido» si no está claro qué es; "
+        "«no_tocar» si parece necesario para que algo funcione.\n"
+        "\n"
+        "Ejemplos:\n"
+        "- Application Support de Slack (app instalada) con Cache y Service Worker: que_es «Datos de "
+        "Slack: cachés y mensajes guardados para usarlo sin conexión»; riesgo «revisar»; accion "
+        "«vaciar_desde_app».\n"
+        "- ~/.npm-global sin app relacionada, con muchos .js: que_es «Herramientas de terminal instaladas "
+        "con npm de forma global»; riesgo «revisar»; accion «desinstalar_herramienta».\n"
+        "- Containers con nombre de app y ninguna app instalada: que_es «Datos de una app que ya no está "
+        "instalada»; riesgo «revisar»; accion «borrar_si_no_se_usa».\n"
+        "- Carpeta con archivos .gguf grandes: que_es «Modelos de IA descargados»; riesgo «revisar»; "
+        "accion «revisar_contenido».",
+        "You are a macOS expert who helps free up disk space. You're given a folder described     with "
+        "measured data: location, size, contents and the related installed app, if any.     Explain what "
+        "it is and how to free its space. Always answer in English, with short, clear sentences.     Write "
+        "que_es, pertenece_a and motivo in English.     Rely only on the data; if you're not sure what it "
+        "belongs to, say so.     If it says it belongs to macOS, it's Apple's: don't say it's "
+        "third-party.     Risk (riesgo): «seguro» only if it recreates itself (caches, temporary "
+        "downloads, logs);     «revisar» if it may contain settings, sessions, downloaded models or user "
+        "data;     «conservar» if it looks like documents or personal data. When in doubt, «revisar».     "
+        "Action (accion): choose one. «vaciar_desde_app» if it's a cache or temporary data of an installed "
+        "app;     «desinstalar_herramienta» if it belongs to a terminal tool; «borrar_si_no_se_usa» if it "
+        "looks     like it's from an uninstalled app or something abandoned; «revisar_contenido» if it's "
+        "unclear what it is;     «no_tocar» if it seems necessary for something to work.\n"
+        "\n"
+        "Examples:\n"
+        "- Slack's Application Support (installed app) with Cache and Service Worker: que_es «Slack "
+        "data:     caches and messages saved for offline use»; riesgo «revisar»; accion "
+        "«vaciar_desde_app».\n"
+        "- ~/.npm-global with no related app, with many .js files: que_es «Terminal tools installed     "
+        "globally with npm»; riesgo «revisar»; accion «desinstalar_herramienta».\n"
+        "- Containers with an app name and no installed app: que_es «Data from an app that's no longer     "
+        "installed»; riesgo «revisar»; accion «borrar_si_no_se_usa».\n"
+        "- Folder with large .gguf files: que_es «Downloaded AI models»; riesgo «revisar»;     accion "
+        "«revisar_contenido».",
+        language);
+}
+
+AnswerSchema folderAnswerSchema(Language language) {
+    const auto in = [&](std::string_view es, std::string_view en) {
+        return std::string(text(es, en, language));
+    };
+    const auto& actions = EnumNames<FreeingAction>::values;
+    return {.name = "ExplicacionCarpeta",
+            .properties = {
+                {.name = "que_es",
+                 .description = in("Qué es la carpeta, en una frase", "What the folder is, in one sentence")},
+                {.name = "pertenece_a",
+                 .description = in("App o herramienta a la que pertenece, o «desconocida»",
+                                   "App or tool it belongs to, or “unknown”")},
+                {.name = "riesgo",
+                 .description = in("Riesgo de borrarla", "Risk of deleting it"),
+                 .choiceName = "Riesgo",
+                 .choices = {"seguro", "revisar", "conservar"}},
+                {.name = "motivo",
+                 .description = in("Por qué ese riesgo, en una frase", "Why that risk, in one sentence")},
+                {.name = "accion",
+                 .description = in("Qué conviene hacer con la carpeta", "What to do with the folder"),
+                 .choiceName = "Accion",
+                 .choices = {actions.begin(), actions.end()}}}};
+}
+
+} // namespace lumo
