@@ -32,7 +32,12 @@ void addHoldingCommands(CLI::App& app, Action& chosen);
 void addHistoryCommand(CLI::App& app, Action& chosen);
 void addRulesCommand(CLI::App& app, Action& chosen);
 void addAppsCommand(CLI::App& app, Action& chosen);
+void addFolderCommand(CLI::App& app, Action& chosen);
+void addExplainCommand(CLI::App& app, Action& chosen);
 void addGrowthCommand(CLI::App& app, Action& chosen);
+void addSummaryCommand(CLI::App& app, Action& chosen);
+void addAskCommand(CLI::App& app, Action& chosen);
+void addSpaceCommand(CLI::App& app, Action& chosen);
 void addSettingsCommand(CLI::App& app, Action& chosen);
 
 } // namespace tarvo

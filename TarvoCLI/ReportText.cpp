@@ -45,30 +45,6 @@ std::string placesText(const std::vector<std::string>& paths, const std::string&
                        text("elementos", "items"));
 }
 
-Tint tintOf(Safety safety) {
-    switch (safety) {
-    case Safety::safe:
-        return Tint::safe;
-    case Safety::review:
-        return Tint::review;
-    case Safety::keep:
-        break;
-    }
-    return Tint::faint;
-}
-
-std::string headingOf(Safety safety) {
-    switch (safety) {
-    case Safety::safe:
-        return std::string(text("Se recrea solo", "Recreates itself"));
-    case Safety::review:
-        return std::string(text("Míralo antes", "Needs a look"));
-    case Safety::keep:
-        break;
-    }
-    return std::string(text("Se conserva", "Kept"));
-}
-
 /// Puts sections under each other.
 class Page final {
   public:
@@ -254,6 +230,30 @@ void addClosing(Page& page, const ScanReport& report) {
 }
 
 } // namespace
+
+Tint tintOf(Safety safety) {
+    switch (safety) {
+    case Safety::safe:
+        return Tint::safe;
+    case Safety::review:
+        return Tint::review;
+    case Safety::keep:
+        break;
+    }
+    return Tint::faint;
+}
+
+std::string headingOf(Safety safety) {
+    switch (safety) {
+    case Safety::safe:
+        return std::string(text("Se recrea solo", "Recreates itself"));
+    case Safety::review:
+        return std::string(text("Míralo antes", "Needs a look"));
+    case Safety::keep:
+        break;
+    }
+    return std::string(text("Se conserva", "Kept"));
+}
 
 std::string reportText(const ScanReport& report, const Invocation& invocation) {
     Page page(invocation);

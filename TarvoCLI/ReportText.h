@@ -11,4 +11,8 @@ namespace tarvo {
 /// knows.
 std::string reportText(const lumo::ScanReport& report, const Invocation& invocation);
 
+/// What a safety is called, and the colour it has.
+std::string headingOf(lumo::Safety safety);
+Tint tintOf(lumo::Safety safety);
+
 } // namespace tarvo

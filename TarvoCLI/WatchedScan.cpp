@@ -1,13 +1,9 @@
 #include "TarvoCLI/WatchedScan.h"
 
-#include "LumoCore/Basics/ByteFormat.h"
-#include "LumoCore/Basics/Text.h"
 #include "LumoCore/Inventories/AppCaches.h"
 #include "Platform/Clock.h"
 #include "Platform/Terminal.h"
 #include "TarvoCLI/Watching.h"
-
-#include <fmt/format.h>
 
 #include <stop_token>
 
@@ -33,19 +29,6 @@ std::string_view phaseText(ScanPhase phase) {
         break;
     }
     return text("Midiendo carpetas sin clasificar", "Measuring unclassified folders");
-}
-
-void showProgress(const lumo::ScanProgress& progress, double seconds) {
-    const std::int64_t entries = progress.walked.entries.load(std::memory_order_relaxed);
-    const std::int64_t bytes = progress.walked.bytes.load(std::memory_order_relaxed);
-    const std::string line =
-        fmt::format("{}… {} {} · {} · {} s", phaseText(progress.phase),
-                    lumo::ByteFormat::number(static_cast<double>(entries), 0), text("elementos", "items"),
-                    lumo::ByteFormat::string(bytes), lumo::ByteFormat::number(seconds, 1));
-    const std::size_t columns = platform::terminalColumns(platform::Stream::error);
-    // One column stays free: a full line would wrap, and only its last part would be cleared.
-    const std::string shown = columns > 1 ? lumo::shortened(line, columns - 1) : line;
-    platform::writeAll(platform::Stream::error, std::string(clearLine) + shown);
 }
 
 std::vector<lumo::Rule> appCacheRules(const std::vector<lumo::Rule>& given, const std::string& home) {
@@ -74,7 +57,7 @@ std::optional<lumo::ScanReport> watchedScan(const std::vector<lumo::Rule>& rules
                   stop.request_stop();
               }
               if (invocation.showsProgress && showsOn(ticks)) {
-                  showProgress(progress, platform::monotonicSeconds() - start);
+                  showWalk(phaseText(progress.phase), progress.walked, platform::monotonicSeconds() - start);
                   hasShown = true;
               }
           });

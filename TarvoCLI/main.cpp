@@ -87,6 +87,11 @@ void addCommands(CLI::App& app, Action& chosen) {
     addRulesCommand(app, chosen);
     addAppsCommand(app, chosen);
     addGrowthCommand(app, chosen);
+    addFolderCommand(app, chosen);
+    addExplainCommand(app, chosen);
+    addSummaryCommand(app, chosen);
+    addAskCommand(app, chosen);
+    addSpaceCommand(app, chosen);
     addSettingsCommand(app, chosen);
 }
 

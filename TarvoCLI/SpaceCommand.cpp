@@ -1,0 +1,60 @@
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Inventories/SystemSpace.h"
+#include "TarvoCLI/Commands.h"
+#include "TarvoCLI/Paragraph.h"
+
+#include <fmt/format.h>
+
+namespace tarvo {
+
+using lumo::SystemSpace;
+using lumo::text;
+
+namespace {
+
+std::string snapshotsText(const std::vector<lumo::Date>& snapshots) {
+    if (snapshots.size() == 1) {
+        return fmt::format(fmt::runtime(text("1 instantánea local de Time Machine, del {}",
+                                             "1 local Time Machine snapshot, from {}")),
+                           lumo::momentText(snapshots.front()));
+    }
+    return fmt::format(fmt::runtime(text("{} instantáneas locales de Time Machine, la más antigua del {}",
+                                         "{} local Time Machine snapshots, the oldest from {}")),
+                       snapshots.size(), lumo::momentText(snapshots.front()));
+}
+
+std::string textOfSpace(const SystemSpace& space) {
+    if (space == SystemSpace()) {
+        return paragraph(
+            text("El sistema no guarda ahora espacio que libere solo: lo que ves ocupado sigue "
+                 "así hasta que se limpia. (En un Mac suele haber algo; en Linux no lo hay.)",
+                 "There is no space now that the system frees by itself: what you see taken stays "
+                 "so until it is cleaned. (A Mac mostly has some; Linux has none.)"),
+            readingColumns());
+    }
+    std::string shown = lumo::ByteFormat::string(space.purgeableBytes) +
+                        std::string(text(" que macOS libera solo cuando lo necesita",
+                                         " that macOS frees by itself when needed")) +
+                        "\n";
+    if (!space.localSnapshots.empty()) {
+        shown += snapshotsText(space.localSnapshots) + "\n";
+    }
+    return shown;
+}
+
+} // namespace
+
+void addSpaceCommand(CLI::App& app, Action& chosen) {
+    addCommand(app, "espacio", "space", "el espacio que el sistema libera solo",
+               "the space that the system frees by itself")
+        ->callback([&chosen] {
+            chosen = [](const Invocation& invocation) {
+                const SystemSpace space = SystemSpace::measure("/");
+                return print(invocation.isJson
+                                 ? lumo::dumpJson(lumo::encode(space), lumo::JsonLayout::indented) + "\n"
+                                 : textOfSpace(space));
+            };
+        });
+}
+
+} // namespace tarvo
