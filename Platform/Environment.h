@@ -31,6 +31,10 @@ std::span<const std::string_view> sharedDataFolders();
 /// The folder that holds the running program; empty when unknown.
 std::string programFolder();
 
+/// The path of this application's command where applications are single programs in a folder of their own
+/// choice; empty where they are bundles, and when there is none beside the running program.
+std::string commandBesideProgram();
+
 /// The number under which the system knows this process.
 int processNumber();
 

@@ -28,6 +28,9 @@ bool isMissing(const std::string& path);
 /// True when the path, with links followed, is a folder.
 bool isFolderThroughLinks(const std::string& path);
 
+/// True when the path, with links followed, is a regular file that this user may run.
+bool isProgram(const std::string& path);
+
 /// The names in a folder, or in one that a link leads to, without "." and "..", in ascending byte order;
 /// nothing when it cannot be listed.
 std::vector<std::string> namesIn(const std::string& folder);

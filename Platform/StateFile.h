@@ -3,6 +3,7 @@
 #include "Platform/SystemError.h"
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -21,8 +22,15 @@ SystemResult<std::string> readDescriptor(int descriptor, std::size_t limit);
 /// replaced. What is there and is no regular file is left alone and fails with EINVAL.
 SystemResult<void> replaceWhole(const std::string& path, std::string_view bytes, unsigned mode = 0600);
 
-/// Removes the temporary files in the folder that replacements left whose process is gone.
-void sweepTemporaries(const std::string& folder);
+/// Writes the bytes into a synced temporary file beside the path and returns its path; on failure there is
+/// none. What is to be set on the open file besides its mode, `prepare` sets before the sync.
+SystemResult<std::string>
+writeTemporary(const std::string& path, std::string_view bytes, unsigned mode,
+               const std::function<SystemResult<void>(int descriptor)>& prepare = {});
+
+/// Removes the temporary files in the folder that replacements left whose process is gone: all of them, or
+/// those beside the file of that name.
+void sweepTemporaries(const std::string& folder, std::string_view file = {});
 
 /// Makes the folder and those on the way to it, for the user alone. One that is there already is left as it
 /// is.

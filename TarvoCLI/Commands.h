@@ -39,5 +39,6 @@ void addSummaryCommand(CLI::App& app, Action& chosen);
 void addAskCommand(CLI::App& app, Action& chosen);
 void addSpaceCommand(CLI::App& app, Action& chosen);
 void addSettingsCommand(CLI::App& app, Action& chosen);
+void addAgentsCommand(CLI::App& app, Action& chosen);
 
 } // namespace tarvo

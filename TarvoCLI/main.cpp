@@ -93,6 +93,7 @@ void addCommands(CLI::App& app, Action& chosen) {
     addAskCommand(app, chosen);
     addSpaceCommand(app, chosen);
     addSettingsCommand(app, chosen);
+    addAgentsCommand(app, chosen);
 }
 
 void translateHelp(CLI::App& app) {

@@ -67,7 +67,7 @@ std::string withStraysRestored(std::string_view text) {
 /// memory.
 class Writer final {
   public:
-    explicit Writer(JsonLayout layout) : isIndented_(layout == JsonLayout::indented) {}
+    explicit Writer(JsonLayout layout) : layout_(layout) {}
 
     void write(const JsonValue& document) {
         std::visit([this](const auto& value) { write(value); }, document.value);
@@ -89,7 +89,7 @@ class Writer final {
     void write(const JsonValue::Object& object) {
         writeAll(object, '{', '}', [this](const JsonValue::Member& member) {
             write(member.name);
-            text_ += isIndented_ ? ": " : ":";
+            text_ += layout_ == JsonLayout::line ? ":" : ": ";
             write(member.value);
         });
     }
@@ -100,7 +100,7 @@ class Writer final {
         ++level_;
         bool isFirst = true;
         for (const auto& element : elements) {
-            text_ += isFirst ? "" : ",";
+            text_ += isFirst ? "" : layout_ == JsonLayout::spaced ? ", " : ",";
             isFirst = false;
             breakLine();
             writeOne(element);
@@ -114,13 +114,13 @@ class Writer final {
 
     void breakLine() {
         constexpr std::size_t blanksALevel = 2;
-        if (isIndented_) {
+        if (layout_ == JsonLayout::indented) {
             text_ += '\n';
             text_.append(level_ * blanksALevel, ' ');
         }
     }
 
-    const bool isIndented_;
+    const JsonLayout layout_;
     std::size_t level_ = 0;
     std::string text_;
 };

@@ -34,7 +34,11 @@ struct JsonValue {
     friend bool operator==(const JsonValue&, const JsonValue&) = default;
 };
 
-enum class JsonLayout { line, indented };
+enum class JsonLayout {
+    line,     ///< On one line without a blank.
+    spaced,   ///< On one line with a blank after each colon and comma.
+    indented, ///< A line for each value, two blanks further in for each level.
+};
 
 /// The document as UTF-8. A byte that is not part of valid UTF-8 is written as the private-use character
 /// U+EF80 + (byte - 0x80), and so are the bytes of such characters themselves; `parseJson` turns them back,

@@ -69,6 +69,14 @@ std::string lock(const std::string& home) {
     return support(home) + "/cerrojo";
 }
 
+std::string claudeDesktopSettings(const std::string& home) {
+    return home + "/" + supportParent + "/Claude/claude_desktop_config.json";
+}
+
+std::string claudeDesktopBackup(const std::string& home) {
+    return claudeDesktopSettings(home) + ".antes-de-tarvo";
+}
+
 SystemResult<BaseFolder> openSupport(const BaseFolder& home) {
     return openIn(home, std::string(supportParent) + "/" + ownName);
 }

@@ -15,6 +15,10 @@ std::string historyLog(const std::string& home);
 std::string intents(const std::string& home);
 std::string lock(const std::string& home);
 
+/// Settings of Claude Desktop's, which this application rewrites, and the backup that it makes first.
+std::string claudeDesktopSettings(const std::string& home);
+std::string claudeDesktopBackup(const std::string& home);
+
 /// The support folder, the holding root in it, and the staging folder for what is being emptied, opened.
 platform::SystemResult<platform::BaseFolder> openSupport(const platform::BaseFolder& home);
 platform::SystemResult<platform::BaseFolder> openHolding(const platform::BaseFolder& home);

@@ -7,6 +7,7 @@
 #include "LumoCore/Cleanup/Intents.h"
 #include "LumoCore/Scanning/FileTree.h"
 #include "Platform/CheckedSum.h"
+#include "Platform/ForeignFile.h"
 #include "Platform/StateFile.h"
 
 #include <set>
@@ -88,6 +89,8 @@ std::vector<CleanupOutcome> recover(const PathGuard& guard, Date now) {
     Holding::sweep(guard);
     platform::sweepTemporaries(ApplicationFolders::support(guard.home()));
     platform::sweepTemporaries(guard.home() + "/.config/TarvoAI");
+    platform::sweepForeign(ApplicationFolders::claudeDesktopSettings(guard.home()),
+                           ApplicationFolders::claudeDesktopBackup(guard.home()));
     return missing;
 }
 

@@ -107,6 +107,11 @@ std::string programFolder() {
     return program.substr(0, std::min(program.rfind('/'), program.size()));
 }
 
+std::string commandBesideProgram() {
+    const std::string command = programFolder() + "/tarvo";
+    return isProgram(command) ? command : "";
+}
+
 int processNumber() {
     return getpid();
 }

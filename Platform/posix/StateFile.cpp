@@ -70,7 +70,8 @@ SystemResult<Replaced> fileToReplace(const std::string& path) {
                     std::nullopt};
 }
 
-SystemResult<void> writeSynced(const std::string& path, std::string_view bytes, unsigned mode) {
+SystemResult<void> writeSynced(const std::string& path, std::string_view bytes, unsigned mode,
+                               const std::function<SystemResult<void>(int)>& prepare) {
     const Descriptor file(
         open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, static_cast<mode_t>(mode)));
     if (file.number() < 0) {
@@ -78,6 +79,9 @@ SystemResult<void> writeSynced(const std::string& path, std::string_view bytes, 
     }
     if (const auto written = writeBytes(file.number(), bytes); !written) {
         return written;
+    }
+    if (const auto prepared = prepare ? prepare(file.number()) : SystemResult<void>(); !prepared) {
+        return prepared;
     }
     if (fsync(file.number()) != 0) {
         return lastError();
@@ -87,10 +91,10 @@ SystemResult<void> writeSynced(const std::string& path, std::string_view bytes, 
 
 } // namespace
 
-void sweepTemporaries(const std::string& folder) {
+void sweepTemporaries(const std::string& folder, std::string_view file) {
     for (const std::string& name : namesIn(folder)) {
         const std::size_t mark = name.rfind(temporaryMark);
-        if (mark == std::string::npos) {
+        if (mark == std::string::npos || (!file.empty() && name.substr(0, mark) != file)) {
             continue;
         }
         const std::string digits = name.substr(mark + temporaryMark.size());
@@ -139,6 +143,17 @@ SystemResult<std::string> readWhole(const std::string& path, std::size_t limit) 
     return readDescriptor(file.number(), limit);
 }
 
+SystemResult<std::string> writeTemporary(const std::string& path, std::string_view bytes, unsigned mode,
+                                         const std::function<SystemResult<void>(int)>& prepare) {
+    const std::string temporary = path + std::string(temporaryMark) + std::to_string(getpid());
+    unlink(temporary.c_str()); // Left by a process that died under the same number.
+    if (const auto written = writeSynced(temporary, bytes, mode, prepare); !written) {
+        unlink(temporary.c_str());
+        return std::unexpected(written.error());
+    }
+    return temporary;
+}
+
 SystemResult<void> replaceWhole(const std::string& path, std::string_view bytes, unsigned mode) {
     const SystemResult<Replaced> replaced = fileToReplace(path);
     if (!replaced) {
@@ -147,17 +162,19 @@ SystemResult<void> replaceWhole(const std::string& path, std::string_view bytes,
     const std::string& target = replaced->path;
     const std::size_t slash = target.rfind('/');
     const std::string folder = slash == std::string::npos ? "." : target.substr(0, slash + 1);
-    const std::string temporary = target + std::string(temporaryMark) + std::to_string(getpid());
-    unlink(temporary.c_str()); // Left by a process that died under the same number.
-    auto done = writeSynced(temporary, bytes, mode);
-    if (done && replaced->mode && chmod(temporary.c_str(), *replaced->mode) != 0) {
+    const SystemResult<std::string> temporary = writeTemporary(target, bytes, mode);
+    if (!temporary) {
+        return std::unexpected(temporary.error());
+    }
+    SystemResult<void> done;
+    if (replaced->mode && chmod(temporary->c_str(), *replaced->mode) != 0) {
         done = lastError();
     }
-    if (done && rename(temporary.c_str(), target.c_str()) != 0) {
+    if (done && rename(temporary->c_str(), target.c_str()) != 0) {
         done = lastError();
     }
     if (!done) {
-        unlink(temporary.c_str());
+        unlink(temporary->c_str());
         return done;
     }
     return syncFolder(folder);

@@ -1,10 +1,13 @@
 #include "Platform/Folder.h"
+#include "Platform/ForeignFile.h"
 #include "Platform/StateFile.h"
 #include "Tests/support/TempHome.h"
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <filesystem>
+#include <fstream>
 
 using lumo::platform::absolutePath;
 using lumo::platform::readWhole;
@@ -57,4 +60,52 @@ TEST(StateFile, LeavesAloneWhatIsNoRegularFileAndNeverBlocksOnIt) {
     EXPECT_FALSE(readWhole(home.path("fifo"), 10));
     EXPECT_FALSE(readWhole(home.path("folder"), 10));
     EXPECT_FALSE(readWhole(home.path("large"), 10));
+}
+
+TEST(ForeignFile, StartsOverWhenItsOwnerWritesMeanwhileAndGivesUpInTheEnd) {
+    const TempHome home;
+    const std::string path = home.fileWith("settings", "a");
+    home.setMode("settings", 0640);
+    const auto rewrite = [&](int writes) {
+        return lumo::platform::rewriteForeign(path, path + ".old", 100, [&](const auto& present) {
+            if (writes-- > 0) {
+                std::ofstream(path) << *present << "b";
+            }
+            return std::optional(present.value_or("") + "!");
+        });
+    };
+    ASSERT_TRUE(rewrite(2));
+    EXPECT_EQ(readWhole(path, 100), "abb!");
+    EXPECT_EQ(readWhole(path + ".old", 100), "abb");
+    EXPECT_EQ(std::filesystem::status(path + ".old").permissions(), std::filesystem::perms(0640));
+    EXPECT_EQ(rewrite(99).error().code, ESTALE);
+    EXPECT_EQ(readWhole(path, 100), "abb!bbbbb");
+    EXPECT_EQ(lumo::platform::namesIn(home.path()), (std::vector<std::string>{"settings", "settings.old"}));
+}
+
+TEST(ForeignFile, IsLeftAloneWhenItMayNotBeWrittenOrIsNoFile) {
+    const TempHome home;
+    home.fileWith("a/settings", "old");
+    home.setMode("a/settings", 0400);
+    home.folder("b/settings");
+    home.fifo("c/settings");
+    home.link("d", "settings");
+    home.link("settings", "d");
+    home.fileWith("e", "no folder");
+    EXPECT_NE(tarvo::testing::asOrdinaryUser(
+                  home.path(),
+                  [&] {
+                      bool isRefused = true;
+                      for (const char* name : {"a/settings", "b/settings", "c/settings", "d", "e/f"}) {
+                          const std::string path = home.path(name);
+                          isRefused = isRefused && !lumo::platform::rewriteForeign(
+                                                       path, path + ".old", 100, [](const auto&) {
+                                                           return std::optional<std::string>("new");
+                                                       });
+                      }
+                      return isRefused;
+                  }),
+              tarvo::testing::Outcome::failed);
+    EXPECT_EQ(readWhole(home.path("a/settings"), 100), "old");
+    EXPECT_EQ(lumo::platform::namesIn(home.path("a")), std::vector<std::string>{"settings"});
 }

@@ -22,7 +22,7 @@ using lumo::JsonValue;
 
 const std::string support = "Library/Application Support/TarvoAI";
 const std::string staging = "Library/Caches/TarvoAI/vaciando";
-const Words state{support, "Library/Caches/TarvoAI", ".config/TarvoAI"};
+const Words state{support, "Library/Caches/TarvoAI", "Library/Application Support/Claude", ".config/TarvoAI"};
 
 std::string textOf(const JsonValue& object, std::string_view name) {
     const JsonValue* member = object.find(name);
@@ -293,6 +293,9 @@ std::vector<Finding> Household::settle() const {
                             : isHeld                     ? Fault::unrestorable
                                                          : Fault::loss;
         found.push_back({fault, difference.what + ": " + lumo::printable(difference.path)});
+    }
+    if (scenario_.isWhole && !scenario_.isWhole(home_)) {
+        found.push_back({Fault::loss, "a rewritten file is neither the old nor the new one"});
     }
     std::ranges::move(canaryFindings(), std::back_inserter(found));
     return found;

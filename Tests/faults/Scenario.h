@@ -22,6 +22,8 @@ struct Scenario {
     bool endsItems = false; ///< The command deletes set-aside items for good.
     /// Whether what an exit status of 0 says is true, for commands that report nothing else.
     std::function<bool(const std::string& home)> isDone = {};
+    /// Whether a file that is rewritten holds all of the old or all of the new, whatever happened.
+    std::function<bool(const std::string& home)> isWhole = {};
     std::string program = {}; ///< Instead of the one that was built.
 };
 

@@ -71,6 +71,38 @@ bool isEmptied(const std::string& home) {
     return !fs::exists(held) || fs::is_empty(held);
 }
 
+const std::string agentSettings = "{\n  \"size\": 1.0,\n  \"mcpServers\": {\n    \"other\": {}\n  }\n}\n";
+
+/// Settings of an agent's, behind a link.
+const Words hasAgentSettings{"/bin/sh", "-c",
+                             R"(folder="$HOME/Library/Application Support/Claude"
+mkdir -p "$folder" && cd "$folder" || exit 1
+ln -s real.json claude_desktop_config.json && printf '%s' "$0" >real.json && chmod 640 real.json)",
+                             agentSettings};
+
+std::string contentIn(const std::string& path) {
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+bool isLinked(const std::string& home) {
+    const std::string text = contentIn(home + "/Library/Application Support/Claude/real.json");
+    const std::size_t added = text.find(",\n    \"tarvo-ai\": {");
+    const std::size_t end = text.find("\n    }", added);
+    return added != std::string::npos && end != std::string::npos &&
+           text.substr(0, added) + text.substr(end + 6) == agentSettings;
+}
+
+bool isWholeAgentSettings(const std::string& home) {
+    const std::string folder = home + "/Library/Application Support/Claude";
+    const std::string backup = folder + "/claude_desktop_config.json.antes-de-tarvo";
+    return fs::is_symlink(folder + "/claude_desktop_config.json") &&
+           fs::status(folder + "/real.json").permissions() == fs::perms(0640) &&
+           (isLinked(home) ? contentIn(backup) == agentSettings
+                           : contentIn(folder + "/real.json") == agentSettings);
+}
+
 } // namespace
 
 lumo::CleanupAction review(std::string id, Words items) {
@@ -202,6 +234,11 @@ const std::vector<Scenario>& scenarios() {
          .preparation = {{"settings", "set", "avisoGB", "5"}},
          .command = {"settings", "set", "avisoGB", "7"},
          .isDone = isStored},
+        {.name = "AgentsConnect",
+         .preparation = {hasAgentSettings},
+         .command = {"agents", "connect", "claude-desktop", "--json"},
+         .isDone = isLinked,
+         .isWhole = isWholeAgentSettings},
     };
     return all;
 }
