@@ -34,6 +34,7 @@ void addRulesCommand(CLI::App& app, Action& chosen);
 void addAppsCommand(CLI::App& app, Action& chosen);
 void addFolderCommand(CLI::App& app, Action& chosen);
 void addExplainCommand(CLI::App& app, Action& chosen);
+void addArchiveCommand(CLI::App& app, Action& chosen);
 void addGrowthCommand(CLI::App& app, Action& chosen);
 void addSummaryCommand(CLI::App& app, Action& chosen);
 void addAskCommand(CLI::App& app, Action& chosen);

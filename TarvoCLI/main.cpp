@@ -83,6 +83,7 @@ void addCommands(CLI::App& app, Action& chosen) {
     addPlanCommand(app, chosen);
     addCleanCommand(app, chosen);
     addHoldingCommands(app, chosen);
+    addArchiveCommand(app, chosen);
     addHistoryCommand(app, chosen);
     addRulesCommand(app, chosen);
     addAppsCommand(app, chosen);

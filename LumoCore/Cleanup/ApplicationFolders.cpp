@@ -77,6 +77,10 @@ std::string claudeDesktopBackup(const std::string& home) {
     return claudeDesktopSettings(home) + ".antes-de-tarvo";
 }
 
+std::string archiving(const std::string& home) {
+    return support(home) + "/archivando.jsonl";
+}
+
 SystemResult<BaseFolder> openSupport(const BaseFolder& home) {
     return openIn(home, std::string(supportParent) + "/" + ownName);
 }

@@ -14,6 +14,8 @@ std::string support(const std::string& home);
 std::string historyLog(const std::string& home);
 std::string intents(const std::string& home);
 std::string lock(const std::string& home);
+/// Where archives are being made.
+std::string archiving(const std::string& home);
 
 /// Settings of Claude Desktop's, which this application rewrites, and the backup that it makes first.
 std::string claudeDesktopSettings(const std::string& home);

@@ -18,17 +18,8 @@ Mover::Mover(const PathGuard& guard, std::string batch)
 
 std::string Mover::heldName(std::string_view name) {
     constexpr std::size_t mostBytes = 255;
-    std::string held = uniqueID() + "-";
-    std::size_t length = name.size();
-    if (held.size() + length > mostBytes) {
-        length = mostBytes - held.size();
-        const auto isContinuation = [&](char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; };
-        // No character has more than four bytes; longer runs of such bytes are no characters anyway.
-        for (int steps = 0; steps < 3 && isContinuation(name[length]); ++steps) {
-            --length;
-        }
-    }
-    return held += name.substr(0, length);
+    const std::string beginning = uniqueID() + "-";
+    return beginning + std::string(cutToBytes(name, mostBytes - beginning.size()));
 }
 
 SystemResult<std::vector<std::string>> Mover::reserve(const CleanupAction& action,

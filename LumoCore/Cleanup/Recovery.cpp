@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Cleanup/ApplicationFolders.h"
+#include "LumoCore/Cleanup/ArchiveStaging.h"
 #include "LumoCore/Cleanup/HistoryLog.h"
 #include "LumoCore/Cleanup/Holding.h"
 #include "LumoCore/Cleanup/Intents.h"
@@ -87,6 +88,7 @@ std::vector<CleanupOutcome> settleIntents(const PathGuard& guard, Date now) {
 std::vector<CleanupOutcome> recover(const PathGuard& guard, Date now) {
     std::vector<CleanupOutcome> missing = settleIntents(guard, now);
     Holding::sweep(guard);
+    ArchiveStaging::sweep(guard);
     platform::sweepTemporaries(ApplicationFolders::support(guard.home()));
     platform::sweepTemporaries(guard.home() + "/.config/TarvoAI");
     platform::sweepForeign(ApplicationFolders::claudeDesktopSettings(guard.home()),

@@ -65,7 +65,7 @@ Words takenBy(const lumo::CleanupAction& action) {
 }
 
 Tolerance toleranceOf(const Scenario& scenario) {
-    Tolerance tolerance{.mayEnd = {}, .moved = state};
+    Tolerance tolerance{.mayEnd = {}, .moved = state, .mayAppear = scenario.mayAppear};
     for (const lumo::CleanupAction& action : scenario.plan) {
         const Words taken = takenBy(action);
         Words ended = action.fallbackContents;
@@ -115,7 +115,8 @@ void findUnnamedItems(const std::string& home, std::vector<Finding>& found) {
 }
 
 void findLeftovers(const std::string& home, std::vector<Finding>& found) {
-    if (exists(home + "/" + support + "/apartado.jsonl")) {
+    if (exists(home + "/" + support + "/apartado.jsonl") ||
+        exists(home + "/" + support + "/archivando.jsonl")) {
         found.push_back({Fault::broken, "an intent is left"});
     }
     for (const std::string& staged : childrenOf(home + "/" + staging)) {
@@ -283,6 +284,9 @@ std::vector<Finding> Household::settle() const {
     }
     findLeftovers(home_, found);
     findUnnamedItems(home_, found);
+    if (const std::string problem = scenario_.problem ? scenario_.problem(home_) : ""; !problem.empty()) {
+        found.push_back({Fault::loss, problem});
+    }
     takeBack(found);
     const Manifest held = manifestOf(path(support));
     for (const Difference& difference : changes()) {
@@ -293,9 +297,6 @@ std::vector<Finding> Household::settle() const {
                             : isHeld                     ? Fault::unrestorable
                                                          : Fault::loss;
         found.push_back({fault, difference.what + ": " + lumo::printable(difference.path)});
-    }
-    if (scenario_.isWhole && !scenario_.isWhole(home_)) {
-        found.push_back({Fault::loss, "a rewritten file is neither the old nor the new one"});
     }
     std::ranges::move(canaryFindings(), std::back_inserter(found));
     return found;

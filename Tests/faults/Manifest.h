@@ -28,6 +28,7 @@ Manifest manifestOf(const std::string& root, const std::vector<std::string>& wit
 struct Tolerance {
     std::vector<std::string> mayEnd; ///< May be gone, or be there in part.
     std::vector<std::string> moved;  ///< The folders that hold these may have other times.
+    std::vector<std::string> mayAppear;
 };
 
 struct Difference {

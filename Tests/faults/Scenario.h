@@ -22,9 +22,11 @@ struct Scenario {
     bool endsItems = false; ///< The command deletes set-aside items for good.
     /// Whether what an exit status of 0 says is true, for commands that report nothing else.
     std::function<bool(const std::string& home)> isDone = {};
-    /// Whether a file that is rewritten holds all of the old or all of the new, whatever happened.
-    std::function<bool(const std::string& home)> isWhole = {};
     std::string program = {}; ///< Instead of the one that was built.
+    Words mayAppear = {};     ///< What the command may leave beside what was there.
+    /// What is wrong with the home after the next start, before anything is taken back; empty when nothing
+    /// is.
+    std::function<std::string(const std::string& home)> problem = {};
 };
 
 /// For the names of tests.

@@ -94,13 +94,27 @@ bool isLinked(const std::string& home) {
            text.substr(0, added) + text.substr(end + 6) == agentSettings;
 }
 
-bool isWholeAgentSettings(const std::string& home) {
+std::string agentSettingsProblem(const std::string& home) {
     const std::string folder = home + "/Library/Application Support/Claude";
     const std::string backup = folder + "/claude_desktop_config.json.antes-de-tarvo";
-    return fs::is_symlink(folder + "/claude_desktop_config.json") &&
-           fs::status(folder + "/real.json").permissions() == fs::perms(0640) &&
-           (isLinked(home) ? contentIn(backup) == agentSettings
-                           : contentIn(folder + "/real.json") == agentSettings);
+    const bool isWhole = fs::is_symlink(folder + "/claude_desktop_config.json") &&
+                         fs::status(folder + "/real.json").permissions() == fs::perms(0640) &&
+                         contentIn(isLinked(home) ? backup : folder + "/real.json") == agentSettings;
+    return isWhole ? "" : "the settings are neither the old nor the new ones";
+}
+
+bool isArchived(const std::string& home) {
+    return !fs::exists(home + "/Movies/box") && fs::exists(home + "/Movies/box.zip");
+}
+
+/// An original that was set aside has an archive, and an archive that is there can be unpacked.
+std::string archiveProblem(const std::string& home) {
+    const std::string archive = home + "/Movies/box.zip";
+    if (!fs::exists(archive)) {
+        return fs::exists(home + "/Movies/box") ? "" : "the original is set aside and there is no archive";
+    }
+    const Ended tested = Child({"unzip", "-tqq", archive}, {"PATH=/usr/bin:/bin"}).wait();
+    return tested.exitCode == 0 ? "" : "the archive cannot be unpacked: " + tested.output;
 }
 
 } // namespace
@@ -142,6 +156,7 @@ void furnish(const testing::TempHome& slot) {
     slot.link("home/Downloads/dangling", "nowhere");
     slot.fileWith("home/Movies/box/.hidden", "film");
     slot.folder("home/Movies/box/empty");
+    slot.link("home/Movies/box/out", "../../../canary");
     slot.fileWith("home/Library/Caches/app/tree/file", "cache");
     slot.fileWith("home/Library/Caches/app/closed/file", "cache");
     slot.setMode("home/Library/Caches/app/closed", 0500);
@@ -195,6 +210,7 @@ const std::vector<Scenario>& scenarios() {
         command("npm-cache", {"npm", "cache", "clean", "--force"}, ".npm/_cacache"),
         command("pip-cache", {"pip", "cache", "purge"}, "Library/Caches/pip"), caches.front()};
     static const std::vector<lumo::CleanupAction> one{own.front()};
+    static const std::vector<lumo::CleanupAction> box{review("box", {"Movies/box"})};
     static const std::vector<Scenario> all{
         {.name = "CleanOwn", .plan = own, .command = cleanPlan},
         {.name = "CleanCaches", .plan = caches, .command = cleanPlan},
@@ -238,7 +254,13 @@ const std::vector<Scenario>& scenarios() {
          .preparation = {hasAgentSettings},
          .command = {"agents", "connect", "claude-desktop", "--json"},
          .isDone = isLinked,
-         .isWhole = isWholeAgentSettings},
+         .problem = agentSettingsProblem},
+        {.name = "Archive",
+         .plan = box,
+         .command = {"archive", "@home/Movies/box", "--yes", "--json"},
+         .isDone = isArchived,
+         .mayAppear = {"Movies/box.zip"},
+         .problem = archiveProblem},
     };
     return all;
 }
