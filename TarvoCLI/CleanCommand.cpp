@@ -4,10 +4,9 @@
 #include "LumoCore/Cleanup/ApplicationFolders.h"
 #include "LumoCore/Cleanup/Holding.h"
 #include "LumoCore/Cleanup/SavedPlan.h"
-#include "LumoCore/Inventories/AppCaches.h"
-#include "LumoCore/Rules/RuleCatalog.h"
 #include "Platform/Clock.h"
 #include "Platform/Terminal.h"
+#include "TarvoApp/Model/CleanupPlanning.h"
 #include "TarvoApp/Model/CleanupTexts.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/HomeChange.h"
@@ -45,14 +44,6 @@ struct CleanArguments {
 /// Makes the plan for this moment; asked for once to show it and once more right before acting.
 using Planning = std::function<std::vector<PlanEntry>()>;
 
-/// What this build knows how to clean in the home folder.
-std::vector<lumo::Rule> knownRules(const std::string& home) {
-    std::vector<lumo::Rule> rules = lumo::RuleCatalog::all();
-    std::vector<lumo::Rule> ofApps = lumo::AppCaches::rules(lumo::InstalledApp::scan(home), rules, home);
-    rules.insert(rules.end(), ofApps.begin(), ofApps.end());
-    return rules;
-}
-
 ExitCode refuseFile(const std::string& file, const std::string& reason) {
     return complain(fmt::format(fmt::runtime(text("no uso {} ({}): no se ha tocado nada",
                                                   "{} is not used ({}): nothing was touched")),
@@ -72,7 +63,7 @@ planningFromFile(const std::string& file, const lumo::CleanupOptions& options, c
         return std::unexpected(refuseFile(file, saved.error().message));
     }
     return [entries = *saved, rules, options, invocation] {
-        return withSurroundings(invocation, [&](const lumo::PlanSurroundings& surroundings) {
+        return withSurroundings(invocation.home, [&](const lumo::PlanSurroundings& surroundings) {
             return lumo::heldBackNow(entries, options, rules, surroundings);
         });
     };
@@ -104,36 +95,7 @@ std::expected<Planning, ExitCode> planningFromReport(const ReportSource& source,
             return std::unexpected(*refused);
         }
     }
-    return [report = *report, options, invocation] { return planFor(report, options, invocation); };
-}
-
-std::vector<CleanupAction> actionsOf(const std::vector<PlanEntry>& entries) {
-    std::vector<CleanupAction> actions;
-    for (const PlanEntry& entry : entries) {
-        if (!entry.skipReason) {
-            actions.push_back(entry.action);
-        }
-    }
-    return actions;
-}
-
-/// The actions that were agreed to and that nothing speaks against since.
-std::vector<CleanupAction> stillAllowed(const std::vector<CleanupAction>& agreed, const Planning& planning) {
-    const std::vector<CleanupAction> now = actionsOf(planning());
-    std::vector<CleanupAction> allowed;
-    std::ranges::copy_if(agreed, std::back_inserter(allowed), [&](const CleanupAction& action) {
-        return std::ranges::find(now, action) != now.end();
-    });
-    return allowed;
-}
-
-/// What the plan and the question show: the same that will be carried out, with the guard's word on it.
-void addRefusals(std::vector<PlanEntry>& entries, const lumo::PathGuard& guard) {
-    for (PlanEntry& entry : entries) {
-        if (!entry.skipReason) {
-            entry.skipReason = guard.refusal(lumo::CleanupExecutor::touchedPaths(entry.action));
-        }
-    }
+    return [report = *report, options, invocation] { return planFor(report, options, invocation.home); };
 }
 
 std::optional<ExitCode> declinedCleanup(const std::vector<PlanEntry>& entries,
@@ -217,7 +179,7 @@ ExitCode runClean(const CleanArguments& arguments, const Invocation& invocation)
     if (!lock) {
         return lock.error();
     }
-    return report(watchedCleanup(stillAllowed(agreed, *planning), guard, invocation), invocation);
+    return report(watchedCleanup(stillAllowed(agreed, (*planning)()), guard, invocation), invocation);
 }
 
 } // namespace

@@ -41,5 +41,6 @@ void addAskCommand(CLI::App& app, Action& chosen);
 void addSpaceCommand(CLI::App& app, Action& chosen);
 void addSettingsCommand(CLI::App& app, Action& chosen);
 void addAgentsCommand(CLI::App& app, Action& chosen);
+void addMcpCommand(CLI::App& app, Action& chosen);
 
 } // namespace tarvo

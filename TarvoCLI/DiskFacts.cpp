@@ -1,5 +1,6 @@
 #include "TarvoCLI/DiskFacts.h"
 
+#include "TarvoApp/Model/CleanupPlanning.h"
 #include "TarvoCLI/PlanArguments.h"
 
 namespace tarvo {
@@ -14,7 +15,7 @@ std::expected<MeasuredDisk, ExitCode> measuredDisk(const ReportSource& source, c
         return std::unexpected(report.error());
     }
     const std::int64_t recoverable =
-        lumo::CleanupPlanner::safeRecoverableBytes(planFor(*report, *options, invocation));
+        lumo::CleanupPlanner::safeRecoverableBytes(planFor(*report, *options, invocation.home));
     return MeasuredDisk{.report = std::move(*report), .recoverable = recoverable};
 }
 

@@ -13,29 +13,12 @@
 
 namespace tarvo {
 
+using lumo::Growth;
 using lumo::GrowthItem;
 using lumo::text;
 namespace GrowthTracker = lumo::GrowthTracker;
 
 namespace {
-
-/// What grew, as other programs read it.
-struct Growth {
-    std::optional<lumo::Date> since; ///< The baseline's; absent when there is none.
-    std::vector<GrowthItem> items;
-
-    static constexpr auto fields =
-        std::tuple{lumo::field("since", &Growth::since), lumo::field("items", &Growth::items)};
-};
-
-Growth growthOf(const lumo::ScanReport& report, const std::vector<lumo::DiskSnapshot>& stored) {
-    const auto baseline = GrowthTracker::baseline(stored, report.scannedAt, GrowthTracker::baselineAge);
-    if (!baseline) {
-        return {};
-    }
-    return {baseline->date, GrowthTracker::compare(lumo::DiskSnapshot::from(report), *baseline,
-                                                   GrowthTracker::smallestGrowth)};
-}
 
 /// "Yesterday" for what is nearer to one day than to two, otherwise the day: the scan before may be weeks
 /// ago.
@@ -86,7 +69,8 @@ ExitCode runGrowth(const ReportSource& source, const Invocation& invocation) {
     const lumo::SnapshotStore store(invocation.home);
     // What cannot be read is no history, as everywhere; a person is told so.
     const auto stored = store.read();
-    const Growth growth = growthOf(*report, stored.value_or(std::vector<lumo::DiskSnapshot>()));
+    const Growth growth =
+        GrowthTracker::growthOf(*report, stored.value_or(std::vector<lumo::DiskSnapshot>()));
     if (invocation.isJson) {
         return print(lumo::dumpJson(lumo::encode(growth), lumo::JsonLayout::indented) + "\n");
     }

@@ -5,6 +5,8 @@
 #include "Platform/CheckedSum.h"
 #include "TarvoCLI/Table.h"
 
+#include <fmt/format.h>
+
 namespace tarvo {
 
 using lumo::CleanupOutcome;
@@ -25,6 +27,13 @@ std::string whatBecameOf(const CleanupOutcome& outcome) {
                                                                       : text("liberado", "freed"));
 }
 
+/// Whose wish it was, where that was not the user's alone.
+std::string callerText(const CleanupOutcome& outcome) {
+    return outcome.caller ? fmt::format(fmt::runtime(text(" (a petición de {})", " (asked for by {})")),
+                                        lumo::printable(*outcome.caller))
+                          : std::string();
+}
+
 } // namespace
 
 std::string outcomeText(const std::vector<CleanupOutcome>& outcomes, OutcomeDates dates,
@@ -39,7 +48,7 @@ std::string outcomeText(const std::vector<CleanupOutcome>& outcomes, OutcomeDate
     for (const CleanupOutcome& outcome : outcomes) {
         const std::int64_t bytes = lumo::saturatedSum(outcome.freedBytes, outcome.trashedBytes);
         std::vector<std::string> cells{lumo::ByteFormat::string(bytes), lumo::printable(outcome.title),
-                                       whatBecameOf(outcome)};
+                                       whatBecameOf(outcome) + callerText(outcome)};
         if (dates == OutcomeDates::shown) {
             cells.insert(cells.begin(), lumo::momentText(outcome.date));
         }

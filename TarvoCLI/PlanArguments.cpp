@@ -1,9 +1,7 @@
 #include "TarvoCLI/PlanArguments.h"
 
-#include "LumoCore/Inventories/AppStatus.h"
-#include "Platform/Clock.h"
 #include "Platform/Folder.h"
-#include "TarvoApp/Model/Preferences.h"
+#include "TarvoApp/Model/CleanupPlanning.h"
 #include "TarvoCLI/Commands.h"
 
 namespace tarvo {
@@ -18,12 +16,6 @@ std::vector<std::string> absolute(const std::vector<std::string>& folders) {
         paths.push_back(lumo::platform::absolutePath(folder).value_or(folder));
     }
     return paths;
-}
-
-template <class Value>
-Value stored(const Preferences& preferences, std::string_view key) {
-    const std::optional<lumo::JsonValue> value = preferences.value(*preferenceKey(key));
-    return value ? lumo::decode<Value>(*value).value_or(Value()) : Value();
 }
 
 /// Collects the words of an option as they are: the library would take one in square brackets apart.
@@ -80,36 +72,19 @@ std::expected<lumo::CleanupOptions, ExitCode> cleanupOptions(const PlanArguments
     if (const std::optional<std::string> problem = preferences.problem()) {
         return std::unexpected(complain(*problem, ExitCode::failed));
     }
-    lumo::CleanupOptions options;
+    lumo::CleanupOptions options = storedOptions(preferences);
     options.include = {arguments.include.begin(), arguments.include.end()};
     if (!arguments.only.empty()) {
         options.only.emplace(arguments.only.begin(), arguments.only.end());
         options.only->erase(""); // An empty one only says that there is a set.
     }
     options.includeActiveDependencies = arguments.includesActiveDependencies;
-    options.activeProjectDays =
-        arguments.activeDays.value_or(stored<std::int64_t>(preferences, "diasProyectoActivo"));
-    options.protectedFolders = arguments.protectedFolders.empty()
-                                   ? stored<std::vector<std::string>>(preferences, "carpetasProtegidas")
-                                   : absolute(arguments.protectedFolders);
+    options.activeProjectDays = arguments.activeDays.value_or(options.activeProjectDays);
+    if (!arguments.protectedFolders.empty()) {
+        options.protectedFolders = absolute(arguments.protectedFolders);
+    }
     options.excludedProjects = absolute(arguments.excludedProjects);
     return options;
-}
-
-std::vector<lumo::PlanEntry>
-withSurroundings(const Invocation& invocation,
-                 const std::function<std::vector<lumo::PlanEntry>(const lumo::PlanSurroundings&)>& plan) {
-    const lumo::AppStatus status = lumo::AppStatus::ofThisMachine(invocation.home);
-    return plan({.now = lumo::platform::now(),
-                 .isRunning = [&](const std::string& bundleID) { return status.isRunning(bundleID); },
-                 .nameOf = [&](const std::string& bundleID) { return status.name(bundleID); }});
-}
-
-std::vector<lumo::PlanEntry> planFor(const lumo::ScanReport& report, const lumo::CleanupOptions& options,
-                                     const Invocation& invocation) {
-    return withSurroundings(invocation, [&](const lumo::PlanSurroundings& surroundings) {
-        return lumo::CleanupPlanner::plan(report, options, surroundings);
-    });
 }
 
 } // namespace tarvo

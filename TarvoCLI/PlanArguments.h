@@ -32,13 +32,4 @@ void addPlanOptions(CLI::App& command, PlanArguments& arguments);
 std::expected<lumo::CleanupOptions, ExitCode> cleanupOptions(const PlanArguments& arguments,
                                                              const Invocation& invocation);
 
-/// Calls the function with what the planner asks about this machine at this moment.
-std::vector<lumo::PlanEntry>
-withSurroundings(const Invocation& invocation,
-                 const std::function<std::vector<lumo::PlanEntry>(const lumo::PlanSurroundings&)>& plan);
-
-/// The plan for a report on this machine at this moment.
-std::vector<lumo::PlanEntry> planFor(const lumo::ScanReport& report, const lumo::CleanupOptions& options,
-                                     const Invocation& invocation);
-
 } // namespace tarvo

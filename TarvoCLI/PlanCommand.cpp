@@ -1,3 +1,4 @@
+#include "TarvoApp/Model/CleanupPlanning.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/PlanArguments.h"
 #include "TarvoCLI/PlanText.h"
@@ -26,7 +27,7 @@ ExitCode runPlan(const PlanCommandArguments& arguments, const Invocation& invoca
     if (!report) {
         return report.error();
     }
-    const std::vector<PlanEntry> entries = planFor(*report, *options, invocation);
+    const std::vector<PlanEntry> entries = planFor(*report, *options, invocation.home);
     if (invocation.isJson) {
         return print(planJson(entries));
     }

@@ -1,9 +1,9 @@
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
-#include "LumoCore/Rules/RuleCatalog.h"
 #include "Platform/Clock.h"
 #include "Platform/StateFile.h"
 #include "TarvoApp/Model/CleanupTexts.h"
+#include "TarvoApp/Model/ScanPass.h"
 #include "TarvoApp/Model/ScanUpkeep.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/HomeChange.h"
@@ -30,25 +30,17 @@ struct ScanArguments {
     std::optional<std::string> output;
 };
 
+ScanPass passOf(const ScanArguments& arguments) {
+    return arguments.isQuick ? ScanPass::quick : ScanPass::full;
+}
+
 lumo::ScanOptions optionsFrom(const ScanArguments& arguments, const std::string& home) {
-    constexpr std::int64_t quickMinimum = 300000000;
-    lumo::ScanOptions options{.home = home};
-    options.includeProjects = !arguments.isQuick && !arguments.leavesOutProjects;
+    lumo::ScanOptions options = optionsFor(passOf(arguments), home);
+    options.includeProjects = options.includeProjects && !arguments.leavesOutProjects;
     options.discoverAppCaches = !arguments.leavesOutAppCaches;
-    if (arguments.isQuick) {
-        options.unclassifiedMinimumBytes = quickMinimum;
-    }
     options.unclassifiedMinimumBytes =
         arguments.minimumUnclassified.value_or(options.unclassifiedMinimumBytes);
     return options;
-}
-
-std::vector<lumo::Rule> rulesFor(const ScanArguments& arguments) {
-    std::vector<lumo::Rule> rules = lumo::RuleCatalog::all();
-    if (arguments.isQuick) {
-        std::erase_if(rules, [](const lumo::Rule& rule) { return rule.needsFolderPermission(); });
-    }
-    return rules;
 }
 
 /// Ends what is past its days in the holding area, and says so.
@@ -60,7 +52,8 @@ std::string purgeBefore(const Invocation& invocation) {
 
 ExitCode runScan(const ScanArguments& arguments, const Invocation& invocation) {
     const std::string purged = purgeBefore(invocation);
-    const auto report = watchedScan(rulesFor(arguments), optionsFrom(arguments, invocation.home), invocation);
+    const auto report =
+        watchedScan(rulesFor(passOf(arguments)), optionsFrom(arguments, invocation.home), invocation);
     if (!report) {
         return ExitCode::interrupted;
     }

@@ -1,8 +1,8 @@
 #include "TarvoCLI/WatchedScan.h"
 
-#include "LumoCore/Inventories/AppCaches.h"
 #include "Platform/Clock.h"
 #include "Platform/Terminal.h"
+#include "TarvoApp/Model/ScanPass.h"
 #include "TarvoCLI/Watching.h"
 
 #include <stop_token>
@@ -29,10 +29,6 @@ std::string_view phaseText(ScanPhase phase) {
         break;
     }
     return text("Midiendo carpetas sin clasificar", "Measuring unclassified folders");
-}
-
-std::vector<lumo::Rule> appCacheRules(const std::vector<lumo::Rule>& given, const std::string& home) {
-    return lumo::AppCaches::rules(lumo::InstalledApp::scan(home), given, home);
 }
 
 } // namespace

@@ -95,6 +95,7 @@ void addCommands(CLI::App& app, Action& chosen) {
     addSpaceCommand(app, chosen);
     addSettingsCommand(app, chosen);
     addAgentsCommand(app, chosen);
+    addMcpCommand(app, chosen);
 }
 
 void translateHelp(CLI::App& app) {

@@ -244,7 +244,8 @@ std::expected<std::string, ArchiveError> archive(const std::string& path, const 
 }
 
 std::vector<CleanupOutcome> setAside(const std::string& path, const std::string& title,
-                                     std::int64_t estimatedBytes, const PathGuard& guard, Date now) {
+                                     std::int64_t estimatedBytes, const PathGuard& guard, Date now,
+                                     const std::optional<std::string>& caller) {
     const CleanupAction action{.id = "archivar:" + path,
                                .title = title,
                                .safety = Safety::review,
@@ -253,7 +254,8 @@ std::vector<CleanupOutcome> setAside(const std::string& path, const std::string&
                                .measuredPaths = {path}};
     Mover mover(guard, Holding::newBatch(guard.home(), now));
     return CleanupExecutor::run({action}, guard, ApplicationFolders::historyLog(guard.home()), mover,
-                                CleanupExecutor::SafeItems::setAside, {.now = [now] { return now; }});
+                                CleanupExecutor::SafeItems::setAside,
+                                {.now = [now] { return now; }, .caller = caller});
 }
 
 } // namespace lumo::Archiver

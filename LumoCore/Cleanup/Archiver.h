@@ -79,8 +79,9 @@ std::expected<std::string, ArchiveError> archive(const std::string& path, const 
                                                  const PathGuard& guard, const ArchiveControl& control = {});
 
 /// Sets the archived original aside in a batch of its own and logs it; `estimatedBytes` is what it takes on
-/// disk. The one outcome.
+/// disk, and the caller an agent that asked for it. The one outcome.
 std::vector<CleanupOutcome> setAside(const std::string& path, const std::string& title,
-                                     std::int64_t estimatedBytes, const PathGuard& guard, Date now);
+                                     std::int64_t estimatedBytes, const PathGuard& guard, Date now,
+                                     const std::optional<std::string>& caller = {});
 
 } // namespace lumo::Archiver

@@ -253,6 +253,7 @@ CleanupOutcome perform(const CleanupAction& action, const PathGuard& guard, Move
                        const Control& control) {
     CleanupOutcome outcome = handle(action, guard, mover, safeItems, control);
     outcome.date = control.now();
+    outcome.caller = control.caller;
     return outcome;
 }
 

@@ -24,6 +24,7 @@ struct Control {
     std::stop_token stop = {};       ///< Ends after the action in hand.
     std::stop_token cancelTool = {}; ///< Ends a tool that is running, too.
     std::function<Date()> now;
+    std::optional<std::string> caller = {}; ///< The agent that asked, for the log.
 };
 
 /// Carries out the actions one after the other, each with one line in the log; one that fails does not hold

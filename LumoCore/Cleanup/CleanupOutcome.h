@@ -37,6 +37,8 @@ struct CleanupOutcome {
     /// What can be put back, also after a failure; absent when there is nothing.
     std::optional<std::vector<TrashedItem>> restorable;
     Date date; ///< When the action ended.
+    /// The agent that asked for it, by the name it gives itself; absent for the user's own cleanups.
+    std::optional<std::string> caller;
 
     static constexpr auto fields = std::tuple{field("id", &CleanupOutcome::id),
                                               field("title", &CleanupOutcome::title),
@@ -45,7 +47,8 @@ struct CleanupOutcome {
                                               field("freedBytes", &CleanupOutcome::freedBytes),
                                               field("trashedBytes", &CleanupOutcome::trashedBytes),
                                               field("restorable", &CleanupOutcome::restorable),
-                                              field("date", &CleanupOutcome::date)};
+                                              field("date", &CleanupOutcome::date),
+                                              field("caller", &CleanupOutcome::caller)};
     friend bool operator==(const CleanupOutcome&, const CleanupOutcome&) = default;
 };
 

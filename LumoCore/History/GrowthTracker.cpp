@@ -59,4 +59,12 @@ std::vector<GrowthItem> compare(const DiskSnapshot& now, const DiskSnapshot& bas
     return items;
 }
 
+Growth growthOf(const ScanReport& report, const std::vector<DiskSnapshot>& stored) {
+    const auto since = baseline(stored, report.scannedAt, baselineAge);
+    if (!since) {
+        return {};
+    }
+    return {since->date, compare(DiskSnapshot::from(report), *since, smallestGrowth)};
+}
+
 } // namespace lumo::GrowthTracker

@@ -24,6 +24,15 @@ struct GrowthItem {
     friend bool operator==(const GrowthItem&, const GrowthItem&) = default;
 };
 
+/// What grew, and since when.
+struct Growth {
+    std::optional<Date> since; ///< The baseline's; absent when there is none.
+    std::vector<GrowthItem> items;
+
+    static constexpr auto fields = std::tuple{field("since", &Growth::since), field("items", &Growth::items)};
+    friend bool operator==(const Growth&, const Growth&) = default;
+};
+
 /// What has grown since about a day ago: functions of their arguments.
 namespace GrowthTracker {
 
@@ -44,6 +53,9 @@ std::optional<DiskSnapshot> baseline(const std::vector<DiskSnapshot>& snapshots,
 /// baseline does not know counts from zero when it is an artifact or an unclassified folder, and is left out
 /// when it is a finding: a rule that is new in a release finds what was there all the time.
 std::vector<GrowthItem> compare(const DiskSnapshot& now, const DiskSnapshot& baseline, std::int64_t minimum);
+
+/// What grew in the report since the baseline among the stored snapshots, by the limits above.
+Growth growthOf(const ScanReport& report, const std::vector<DiskSnapshot>& stored);
 
 } // namespace GrowthTracker
 

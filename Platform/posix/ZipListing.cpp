@@ -1,7 +1,7 @@
 #include "Platform/ZipListing.h"
 
 #include <sys/stat.h>
-#include <zip.h>
+#include <unzip.h>
 
 #include <cerrno>
 #include <memory>
@@ -12,7 +12,7 @@ namespace lumo::platform {
 namespace {
 
 struct CloseZip {
-    void operator()(zip_t* archive) const { zip_discard(archive); }
+    void operator()(void* archive) const { unzClose(archive); }
 };
 
 EntryKind kindOfMode(mode_t mode) {
@@ -23,25 +23,31 @@ EntryKind kindOfMode(mode_t mode) {
     return mode == 0 || S_ISREG(mode) ? EntryKind::file : EntryKind::other;
 }
 
-std::optional<ZipEntry> entryAt(zip_t* archive, zip_uint64_t index) {
-    const char* name = zip_get_name(archive, index, ZIP_FL_ENC_RAW);
-    zip_stat_t status;
-    zip_stat_init(&status);
-    zip_uint8_t system = 0;
-    zip_uint32_t attributes = 0;
-    if (name == nullptr || zip_stat_index(archive, index, ZIP_FL_ENC_RAW, &status) != 0 ||
-        zip_file_get_external_attributes(archive, index, 0, &system, &attributes) != 0) {
+/// The entry that the archive stands at; its name is kept in the given text.
+std::optional<ZipEntry> currentEntry(unzFile archive, std::string& name) {
+    unz_file_info64 status = {};
+    if (unzGetCurrentFileInfo64(archive, &status, nullptr, 0, nullptr, 0, nullptr, 0) != UNZ_OK) {
         return std::nullopt;
     }
-    constexpr unsigned modeShift = 16; // The upper half of the attributes, in archives made on Unix.
-    const mode_t mode = system == ZIP_OPSYS_UNIX ? attributes >> modeShift : 0;
+    name.resize(status.size_filename);
+    if (unzGetCurrentFileInfo64(archive, nullptr, name.data(), status.size_filename, nullptr, 0, nullptr,
+                                0) != UNZ_OK) {
+        return std::nullopt;
+    }
+    // In archives made on Unix the upper half of the attributes is the mode (PKWARE's
+    // APPNOTE, 4.4.2, 4.4.15).
+    constexpr unsigned systemShift = 8;
+    constexpr unsigned unixSystem = 3;
+    constexpr unsigned modeShift = 16;
+    const bool isFromUnix = (status.version >> systemShift) == unixSystem;
+    const auto mode = isFromUnix ? static_cast<mode_t>(status.external_fa >> modeShift) : 0;
     ZipEntry entry{.name = name, .kind = kindOfMode(mode)};
     if (entry.name.ends_with('/')) {
         entry.name.remove_suffix(1);
         entry.kind = EntryKind::folder;
     }
-    entry.bytes = static_cast<std::int64_t>(status.size);
-    entry.checksum = status.crc;
+    entry.bytes = static_cast<std::int64_t>(status.uncompressed_size);
+    entry.checksum = static_cast<std::uint32_t>(status.crc);
     return entry;
 }
 
@@ -49,21 +55,22 @@ std::optional<ZipEntry> entryAt(zip_t* archive, zip_uint64_t index) {
 
 SystemResult<void> visitZip(const std::string& path,
                             const std::function<bool(const ZipEntry& entry)>& visitor) {
-    const std::unique_ptr<zip_t, CloseZip> archive(zip_open(path.c_str(), ZIP_RDONLY, nullptr));
+    const std::unique_ptr<void, CloseZip> archive(unzOpen64(path.c_str()));
     if (!archive) {
         return std::unexpected(SystemError{EBADMSG});
     }
-    const zip_int64_t count = zip_get_num_entries(archive.get(), 0);
-    for (zip_int64_t index = 0; index < count; ++index) {
-        const std::optional<ZipEntry> entry = entryAt(archive.get(), static_cast<zip_uint64_t>(index));
+    std::string name;
+    int state = unzGoToFirstFile(archive.get());
+    for (; state == UNZ_OK; state = unzGoToNextFile(archive.get())) {
+        const std::optional<ZipEntry> entry = currentEntry(archive.get(), name);
         if (!entry) {
             return std::unexpected(SystemError{EBADMSG});
         }
         if (!visitor(*entry)) {
-            break;
+            return {};
         }
     }
-    return {};
+    return state == UNZ_END_OF_LIST_OF_FILE ? SystemResult<void>() : std::unexpected(SystemError{EBADMSG});
 }
 
 } // namespace lumo::platform

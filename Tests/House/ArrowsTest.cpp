@@ -22,7 +22,7 @@ const std::vector<std::string> coreBelow{"LumoCore/Basics", "Platform"};
 
 const std::vector<Room>& house() {
     static const std::vector<Room> rooms{
-        {"Platform", {}, {"plist", "system", "zip.h", "zlib.h"}},
+        {"Platform", {}, {"nettle", "plist", "system", "unzip.h", "zlib.h"}},
         {"LumoCore/Basics", {"Platform"}, {"fmt", "unicode", "nlohmann"}},
         {"LumoCore/Rules", coreBelow, {"fmt"}},
         {"LumoCore/Scanning", {"LumoCore/Rules", "LumoCore/Basics", "Platform"}, {"fmt"}},
@@ -42,6 +42,7 @@ const std::vector<Room>& house() {
          {"fmt"}},
         {"LumoAI", {"LumoCore", "Platform"}, {"fmt"}},
         {"TarvoApp/Model", {"LumoCore", "LumoAI", "Platform"}, {"fmt"}},
+        {"TarvoMCP", {"TarvoApp/Model", "LumoCore", "LumoAI", "Platform"}, {"fmt"}},
         {"TarvoCLI", {"TarvoMCP", "TarvoApp/Model", "LumoCore", "LumoAI", "Platform"}, {"fmt", "CLI"}},
     };
     return rooms;

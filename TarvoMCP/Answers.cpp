@@ -1,0 +1,292 @@
+#include "TarvoMCP/Answers.h"
+
+#include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Reason.h"
+#include "LumoCore/Basics/UniqueID.h"
+#include "LumoCore/Cleanup/ApplicationFolders.h"
+#include "LumoCore/Cleanup/HistoryLog.h"
+#include "LumoCore/Cleanup/Holding.h"
+#include "Platform/CheckedSum.h"
+#include "TarvoApp/Model/CleanupPlanning.h"
+#include "TarvoApp/Model/CleanupTexts.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace tarvo::mcp {
+
+using lumo::text;
+namespace platform = lumo::platform;
+
+namespace {
+
+constexpr std::size_t mostPaths = 5;
+constexpr std::size_t mostProjects = 50;
+constexpr std::size_t mostUnknown = 50;
+constexpr std::size_t mostItems = 40;
+constexpr std::size_t mostInside = 10;
+constexpr std::size_t mostExtensions = 10;
+constexpr std::size_t idCharacters = 36; // A UUID's.
+
+template <class Value>
+std::vector<Value> firstOf(std::vector<Value> values, std::size_t most) {
+    values.resize(std::min(values.size(), most));
+    return values;
+}
+
+/// How many of a list were left out.
+std::int64_t leftOut(std::size_t count, std::size_t most) {
+    return static_cast<std::int64_t>(count - std::min(count, most));
+}
+
+JsonValue bytes() {
+    return schema("integer", "bytes");
+}
+
+JsonValue safety() {
+    JsonValue value = schema("string", "safe: recreates itself; review: needs a look; keep: never delete");
+    std::get<JsonValue::Object>(value.value)
+        .push_back({"enum", list({word("safe"), word("review"), word("keep")})});
+    return value;
+}
+
+JsonValue aText() {
+    return schema("string");
+}
+
+JsonValue count() {
+    return schema("integer");
+}
+
+/// The id of something that is held: the beginning of its name there. Empty for what has none.
+std::string idOf(const lumo::TrashedItem& item) {
+    const std::string_view name = lumo::fileName(item.inTrash);
+    const std::string_view id = name.substr(0, idCharacters);
+    return lumo::isUniqueID(id) ? std::string(id) : std::string();
+}
+
+/// All that the log has set aside in this home's holding area and that is still there.
+std::vector<lumo::TrashedItem> stillHeld(const std::vector<lumo::CleanupOutcome>& outcomes,
+                                         const lumo::PathGuard& guard) {
+    const std::string root = lumo::Holding::root(guard.home());
+    std::vector<lumo::TrashedItem> held;
+    for (const lumo::CleanupOutcome& outcome : outcomes) {
+        for (const lumo::TrashedItem& item : outcome.restorable.value_or(std::vector<lumo::TrashedItem>())) {
+            if (lumo::isInside(item.inTrash, root) && !idOf(item).empty() &&
+                !platform::isMissing(item.inTrash)) {
+                held.push_back(item);
+            }
+        }
+    }
+    return held;
+}
+
+lumo::Failure unreadable(const platform::SystemError& error) {
+    return {fmt::format(
+        fmt::runtime(text("no puedo mirar lo apartado ({}).", "cannot look into Recently Cleaned ({}).")),
+        lumo::reasonText(error))};
+}
+
+} // namespace
+
+Analysis analysisOf(const lumo::ScanReport& report, bool isQuick) {
+    Analysis analysis{.home = report.home,
+                      .isQuick = isQuick,
+                      .totalBytes = report.volume.totalBytes,
+                      .availableBytes = report.volume.availableBytes,
+                      .safeBytes = report.safeBytes(),
+                      .reviewBytes = report.bytes(lumo::Safety::review),
+                      .keepBytes = report.bytes(lumo::Safety::keep),
+                      .moreProjects = leftOut(report.projects.size(), mostProjects),
+                      .moreUnknownFolders = leftOut(report.unclassified.size(), mostUnknown),
+                      .unreadable = report.unreadableCount()};
+    for (const lumo::Finding& finding : report.findings) {
+        analysis.items.push_back({finding.ruleID, finding.name, finding.safety, finding.usage.allocatedBytes,
+                                  finding.explanation, firstOf(finding.paths, mostPaths)});
+    }
+    for (const lumo::ProjectReport& project : firstOf(report.projects, mostProjects)) {
+        analysis.projects.push_back(
+            {project.name, project.usage.allocatedBytes, project.recoverableBytes(), project.lastCodeChange});
+    }
+    for (const lumo::UnclassifiedItem& folder : firstOf(report.unclassified, mostUnknown)) {
+        analysis.unknownFolders.push_back({folder.path, folder.usage.allocatedBytes});
+    }
+    return analysis;
+}
+
+JsonValue analysisSchema() {
+    return schemaOf(
+        {{"home", aText(), true},
+         {"quick", schema("boolean"), true},
+         {"totalBytes", bytes(), true},
+         {"availableBytes", bytes(), true},
+         {"safeBytes", bytes(), true},
+         {"reviewBytes", bytes(), true},
+         {"keepBytes", bytes(), true},
+         {"items",
+          listOf(schemaOf({{"id", aText(), true},
+                           {"name", aText(), true},
+                           {"safety", safety(), true},
+                           {"bytes", bytes(), true},
+                           {"explanation", aText(), true},
+                           {"paths", listOf(aText()), true}})),
+          true},
+         {"projects",
+          listOf(schemaOf({{"name", aText(), true},
+                           {"bytes", bytes(), true},
+                           {"recoverableBytes", bytes(), true},
+                           {"lastCodeChange", aText()}})),
+          true},
+         {"moreProjects", count(), true},
+         {"unknownFolders", listOf(schemaOf({{"path", aText(), true}, {"bytes", bytes(), true}})), true},
+         {"moreUnknownFolders", count(), true},
+         {"unreadable", count(), true}});
+}
+
+FolderAnswer contentsOf(const std::string& path, const lumo::FileTree::Breakdown& breakdown,
+                        const lumo::FolderContents::Listing& listing) {
+    FolderAnswer answer{.path = path,
+                        .bytes = breakdown.usage.allocatedBytes,
+                        .files = breakdown.usage.fileCount,
+                        .unreadable = breakdown.usage.unreadableCount,
+                        .skipped = listing.skipped,
+                        .items = firstOf(listing.items, mostItems),
+                        .moreItems = leftOut(listing.items.size(), mostItems),
+                        .extensions = firstOf(breakdown.extensions, mostExtensions)};
+    for (lumo::FolderContents::Item& item : answer.items) {
+        item.children = firstOf(std::move(item.children), mostInside);
+    }
+    return answer;
+}
+
+JsonValue contentsSchema() {
+    const auto item = [](std::vector<Property> more) {
+        std::vector<Property> properties{{"name", aText(), true},
+                                         {"path", aText(), true},
+                                         {"bytes", bytes(), true},
+                                         {"isDirectory", schema("boolean"), true}};
+        std::ranges::move(more, std::back_inserter(properties));
+        return schemaOf(std::move(properties));
+    };
+    return schemaOf(
+        {{"path", aText(), true},
+         {"bytes", bytes(), true},
+         {"files", count(), true},
+         {"unreadable", count(), true},
+         {"skipped", listOf(aText(), "folders gone straight through: they hold nearly everything"), true},
+         {"items", listOf(item({{"children", listOf(item({})), true}})), true},
+         {"moreItems", count(), true},
+         {"extensions", listOf(schemaOf({{"name", aText(), true}, {"bytes", bytes(), true}})), true}});
+}
+
+JsonValue explanationSchema() {
+    return schemaOf({{"path", aText(), true},
+                     {"sizeBytes", bytes(), true},
+                     {"whatItIs", aText(), true},
+                     {"owner", aText(), true},
+                     {"safety", safety(), true},
+                     {"reason", aText(), true},
+                     {"howToFree", aText(), true},
+                     {"note", aText()},
+                     {"source", schema("string", "ai or heuristic"), true}});
+}
+
+JsonValue growthSchema() {
+    return schemaOf({{"since", aText()},
+                     {"items",
+                      listOf(schemaOf({{"id", aText(), true},
+                                       {"name", aText(), true},
+                                       {"delta", bytes(), true},
+                                       {"now", bytes(), true}})),
+                      true}});
+}
+
+JsonValue answerSchema() {
+    return schemaOf({{"text", aText(), true},
+                     {"byAI", schema("boolean"), true},
+                     {"sources", listOf(aText(), "ids of help topics"), true}});
+}
+
+Fate fateOf(const lumo::CleanupAction& action) {
+    if (std::holds_alternative<lumo::method::Command>(action.method)) {
+        return Fate::byItsOwnTool;
+    }
+    return action.safety == lumo::Safety::safe ? Fate::deletedAtOnce : Fate::setAside;
+}
+
+Proposal proposalOf(const ProposedPlan& plan) {
+    const CleanupShares shares = sharesOf(actionsOf(plan.entries));
+    Proposal proposal{.plan = plan.handle,
+                      .items = {},
+                      .totalBytes = shares.total,
+                      .deletedAtOnceBytes = shares.total - shares.trash - shares.tool,
+                      .setAsideBytes = shares.trash,
+                      .byItsOwnToolBytes = shares.tool};
+    for (const lumo::PlanEntry& entry : plan.entries) {
+        proposal.items.push_back({entry.action.id, entry.action.title, entry.action.safety,
+                                  entry.action.estimatedBytes, fateOf(entry.action), entry.skipReason});
+    }
+    return proposal;
+}
+
+JsonValue proposalSchema() {
+    return schemaOf({{"plan", schema("string", "the handle that clean takes"), true},
+                     {"items",
+                      listOf(schemaOf({{"id", aText(), true},
+                                       {"title", aText(), true},
+                                       {"safety", safety(), true},
+                                       {"bytes", bytes(), true},
+                                       {"fate",
+                                        schema("string", "deletedAtOnce, setAside for 7 days, or "
+                                                         "byItsOwnTool"),
+                                        true},
+                                       {"blockedBecause", aText()}})),
+                      true},
+                     {"totalBytes", bytes(), true},
+                     {"deletedAtOnceBytes", bytes(), true},
+                     {"setAsideBytes", bytes(), true},
+                     {"byItsOwnToolBytes", bytes(), true}});
+}
+
+lumo::Result<HeldItems> heldItems(const lumo::PathGuard& guard, lumo::Date now) {
+    const auto outcomes = lumo::HistoryLog::outcomes(lumo::ApplicationFolders::historyLog(guard.home()));
+    if (!outcomes) {
+        return std::unexpected(unreadable(outcomes.error()));
+    }
+    const auto batches = lumo::Holding::batches(guard, now);
+    if (!batches) {
+        return std::unexpected(unreadable(batches.error()));
+    }
+    HeldItems held;
+    for (const lumo::Holding::Batch& batch : *batches) {
+        held.bytes = lumo::checkedSum(held.bytes, batch.bytes);
+    }
+    for (const lumo::TrashedItem& item : stillHeld(*outcomes, guard)) {
+        const auto batch = std::ranges::find(*batches, lumo::Holding::batchOf(item.inTrash),
+                                             [](const auto& each) { return std::string_view(each.path); });
+        if (batch != batches->end()) {
+            held.items.push_back({idOf(item), item.original, batch->expires()});
+        }
+    }
+    return held;
+}
+
+JsonValue heldSchema() {
+    return schemaOf({{"items",
+                      listOf(schemaOf({{"id", schema("string", "the id that restore takes"), true},
+                                       {"original", schema("string", "where it was and goes back to"), true},
+                                       {"expires", schema("string", "when it is deleted by itself"), true}})),
+                      true},
+                     {"bytes", bytes(), true}});
+}
+
+std::optional<lumo::TrashedItem> heldItemNamed(const std::string& id,
+                                               const std::vector<lumo::CleanupOutcome>& outcomes,
+                                               const lumo::PathGuard& guard) {
+    const std::vector<lumo::TrashedItem> held = stillHeld(outcomes, guard);
+    const auto found = std::ranges::find(held, id, idOf);
+    return found != held.end() && !id.empty() ? std::optional(*found) : std::nullopt;
+}
+
+} // namespace tarvo::mcp

@@ -1,0 +1,446 @@
+#include "TarvoMCP/Tools.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Reason.h"
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Cleanup/ApplicationFolders.h"
+#include "LumoCore/Cleanup/Archiver.h"
+#include "LumoCore/Cleanup/CleanupExecutor.h"
+#include "LumoCore/Cleanup/HistoryLog.h"
+#include "LumoCore/Cleanup/Holding.h"
+#include "LumoCore/Cleanup/HomeLock.h"
+#include "LumoCore/Cleanup/Undoing.h"
+#include "LumoCore/Scanning/FileTree.h"
+#include "Platform/Clock.h"
+#include "Platform/Environment.h"
+#include "TarvoApp/Model/ArchiveTexts.h"
+#include "TarvoApp/Model/CleanupPlanning.h"
+#include "TarvoApp/Model/CleanupTexts.h"
+#include "TarvoMCP/Answers.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <chrono>
+
+namespace tarvo::mcp {
+
+using lumo::CleanupAction;
+using lumo::CleanupOutcome;
+using lumo::text;
+using lumo::TrashedItem;
+namespace platform = lumo::platform;
+
+namespace {
+
+std::string in(std::string_view es, std::string_view en) {
+    return std::string(text(es, en));
+}
+
+/// The word as a shell reads it back.
+std::string quoted(std::string_view word) {
+    std::string text = "'";
+    for (const char c : word) {
+        text += c == '\'' ? "'\\''" : std::string(1, c);
+    }
+    return text + "'";
+}
+
+/// A command that the user can give, for this home.
+std::string commandLine(std::string_view words, const std::string& home) {
+    const bool isUsual = platform::environmentVariable("HOME") == home;
+    return "tarvo " + std::string(words) + (isUsual ? "" : " --home " + quoted(home));
+}
+
+/// Why nothing was done, where the user did not agree; absent when they did.
+std::optional<ToolAnswer> unlessGiven(Consent consent, const std::string& command) {
+    switch (consent) {
+    case Consent::given:
+        return std::nullopt;
+    case Consent::pending:
+        return pending();
+    case Consent::declined:
+        return problem(in("El usuario ha dicho que no: no se ha tocado nada.",
+                          "The user said no: nothing was touched."));
+    case Consent::invalid:
+        return problem(
+            in("Esa respuesta no corresponde a ninguna pregunta abierta: no se ha tocado nada. Llama otra "
+               "vez sin ella para volver a preguntar.",
+               "That reply belongs to no open question: nothing was touched. Call again without it to ask "
+               "anew."));
+    case Consent::cannotAsk:
+        break;
+    }
+    return problem(fmt::format(
+        fmt::runtime(text(
+            "Este programa no puede preguntar al usuario, así que no se ha tocado nada. El usuario puede "
+            "hacerlo en un terminal: {}",
+            "This client cannot ask the user, so nothing was touched. The user can do it in a terminal: "
+            "{}")),
+        command));
+}
+
+/// The lines of a question, one an item; of many only the first.
+std::string itemLines(const std::vector<std::string>& items) {
+    constexpr std::size_t mostShown = 15;
+    std::string lines;
+    for (std::size_t index = 0; index < std::min(items.size(), mostShown); ++index) {
+        lines += "• " + lumo::printable(items[index]) + "\n";
+    }
+    if (items.size() > mostShown) {
+        lines += fmt::format(fmt::runtime(text("… y {} más\n", "… and {} more\n")), items.size() - mostShown);
+    }
+    return lines;
+}
+
+lumo::Result<lumo::HomeLock> lockFor(const lumo::PathGuard& guard) {
+    using namespace std::chrono_literals;
+    return lumo::HomeLock::take(guard, {.program = fmt::format("tarvo mcp ({})", platform::processNumber()),
+                                        .patience = 3s,
+                                        .now = platform::now()});
+}
+
+/// The log with what a recovery could not write into it.
+lumo::Result<std::vector<CleanupOutcome>> historyUnder(const lumo::HomeLock& lock, const std::string& home) {
+    auto outcomes = lumo::HistoryLog::outcomes(lumo::ApplicationFolders::historyLog(home));
+    if (!outcomes) {
+        return lumo::failure(fmt::format(fmt::runtime(text("no puedo leer el historial de limpiezas ({})",
+                                                           "cannot read the cleanup history ({})")),
+                                         lumo::reasonText(outcomes.error())));
+    }
+    outcomes->insert(outcomes->end(), lock.unlogged().begin(), lock.unlogged().end());
+    return std::move(*outcomes);
+}
+
+// Cleaning.
+
+/// What the ids choose of the plan; all of it without any. A failure names an id that cannot be chosen.
+lumo::Result<std::vector<CleanupAction>> chosenActions(const ProposedPlan& plan,
+                                                       const std::vector<std::string>& ids) {
+    const std::vector<CleanupAction> all = actionsOf(plan.entries);
+    if (ids.empty()) {
+        return all;
+    }
+    std::vector<CleanupAction> chosen;
+    std::ranges::copy_if(all, std::back_inserter(chosen), [&](const CleanupAction& action) {
+        return std::ranges::find(ids, action.id) != ids.end();
+    });
+    for (const std::string& id : ids) {
+        if (std::ranges::find(all, id, &CleanupAction::id) == all.end()) {
+            return lumo::failure(
+                fmt::format(fmt::runtime(text("el plan no puede limpiar «{}»", "the plan cannot clean “{}”")),
+                            lumo::printable(id)));
+        }
+    }
+    return chosen;
+}
+
+std::string cleaningCommand(const ProposedPlan& plan, const std::vector<CleanupAction>& actions,
+                            const std::string& home) {
+    std::string words = "clean";
+    for (const std::string& id : plan.options.include) {
+        words += " --include " + quoted(id);
+    }
+    for (const CleanupAction& action : actions) {
+        words += " --only " + quoted(action.id);
+    }
+    return commandLine(words + (plan.options.includeActiveDependencies ? " --dependencies" : ""), home);
+}
+
+std::string cleaningQuestion(const std::vector<CleanupAction>& actions, const std::string& caller) {
+    std::vector<std::string> items;
+    for (const CleanupAction& action : actions) {
+        items.push_back(action.title + " — " + lumo::ByteFormat::string(action.estimatedBytes));
+    }
+    const CleanupShares shares = sharesOf(actions);
+    return fmt::format(fmt::runtime(text("{} pide limpiar {} con Tarvo AI:\n{}{}",
+                                         "{} asks to clean {} with Tarvo AI:\n{}{}")),
+                       caller, lumo::ByteFormat::string(shares.total), itemLines(items),
+                       confirmationMessage(shares));
+}
+
+/// What came of a cleanup.
+struct Cleaned {
+    std::vector<CleanupOutcome> outcomes;
+    std::int64_t freedBytes = 0;
+    std::int64_t setAsideBytes = 0;
+
+    static constexpr auto fields = std::tuple{lumo::field("outcomes", &Cleaned::outcomes),
+                                              lumo::field("freedBytes", &Cleaned::freedBytes),
+                                              lumo::field("setAsideBytes", &Cleaned::setAsideBytes)};
+};
+
+JsonValue outcomesSchema() {
+    return listOf(schemaOf({{"id", schema("string"), true},
+                            {"title", schema("string"), true},
+                            {"status", schema("string", "done or failed"), true},
+                            {"message", schema("string")},
+                            {"freedBytes", schema("integer"), true},
+                            {"trashedBytes", schema("integer", "set aside, not free yet"), true}}));
+}
+
+ToolAnswer answerOf(std::vector<CleanupOutcome> outcomes) {
+    const CleanupSums sums = sumsOf(outcomes);
+    const std::string said = cleanupDone(sums);
+    return {.text = said, .structured = lumo::encode(Cleaned{std::move(outcomes), sums.freed, sums.trashed})};
+}
+
+ToolAnswer carryOut(Workspace& workspace, const ProposedPlan& plan, const std::vector<CleanupAction>& agreed,
+                    const ToolCall& call) {
+    const lumo::PathGuard guard(workspace.home());
+    const auto lock = lockFor(guard);
+    if (!lock) {
+        return problem(lock.error().message);
+    }
+    std::vector<lumo::PlanEntry> now = planFor(plan.report, plan.options, workspace.home());
+    addRefusals(now, guard);
+    const std::vector<CleanupAction> actions = stillAllowed(agreed, now);
+    lumo::Mover mover(guard, lumo::Holding::newBatch(guard.home(), platform::now()));
+    const lumo::CleanupExecutor::Control control{.onBegin =
+                                                     [&](std::size_t index) {
+                                                         call.progress(static_cast<std::int64_t>(index),
+                                                                       lumo::printable(actions[index].title));
+                                                     },
+                                                 .stop = call.stop,
+                                                 .cancelTool = call.stop,
+                                                 .now = platform::now,
+                                                 .caller = call.caller};
+    auto outcomes =
+        lumo::CleanupExecutor::run(actions, guard, lumo::ApplicationFolders::historyLog(guard.home()), mover,
+                                   lumo::CleanupExecutor::SafeItems::deletedAtOnce, control);
+    workspace.forgetReports();
+    return answerOf(std::move(outcomes));
+}
+
+ToolAnswer clean(Workspace& workspace, const ToolCall& call) {
+    const auto handle = textArgument(call.arguments, "plan");
+    const auto ids = textsArgument(call.arguments, "items");
+    if (!handle || !ids) {
+        return problem(handle ? ids.error().message : handle.error().message);
+    }
+    const ProposedPlan* plan = workspace.planNamed(handle->value_or(""));
+    if (plan == nullptr) {
+        return problem(in("No hay ningún plan con ese identificador: haz uno con propose_cleanup.",
+                          "There is no plan with that handle: make one with propose_cleanup."));
+    }
+    const auto actions = chosenActions(*plan, *ids);
+    if (!actions || actions->empty()) {
+        return problem(actions ? in("El plan no tiene nada que limpiar.", "The plan has nothing to clean.")
+                               : actions.error().message);
+    }
+    const std::string subject = plan->handle + dumpJson(lumo::encode(*actions), lumo::JsonLayout::line);
+    const Consent consent = call.ask(cleaningQuestion(*actions, call.caller), subject);
+    if (auto answer = unlessGiven(consent, cleaningCommand(*plan, *actions, workspace.home()))) {
+        return *answer;
+    }
+    return carryOut(workspace, *plan, *actions, call);
+}
+
+// Putting back.
+
+/// What is to be put back: the items with the ids, or without ids those of the newest batch. A failure names
+/// an id of nothing.
+lumo::Result<std::vector<TrashedItem>> itemsToRestore(const std::vector<std::string>& ids,
+                                                      const std::vector<CleanupOutcome>& outcomes,
+                                                      const lumo::PathGuard& guard) {
+    if (ids.empty()) {
+        return lumo::Undoing::newestBatch(outcomes, guard);
+    }
+    std::vector<TrashedItem> items;
+    for (const std::string& id : ids) {
+        const auto item = heldItemNamed(id, outcomes, guard);
+        if (!item) {
+            return lumo::failure(fmt::format(fmt::runtime(text("nada apartado tiene el identificador «{}»",
+                                                               "nothing set aside has the id “{}”")),
+                                             lumo::printable(id)));
+        }
+        items.push_back(*item);
+    }
+    return items;
+}
+
+std::string restoringCommand(const std::vector<std::string>& ids, const std::vector<TrashedItem>& items,
+                             const std::string& home) {
+    std::string words = ids.empty() ? "undo" : "restore";
+    for (const TrashedItem& item : ids.empty() ? std::vector<TrashedItem>() : items) {
+        words += " " + quoted(item.original);
+    }
+    return commandLine(words, home);
+}
+
+std::string restoringQuestion(const std::vector<TrashedItem>& items, const std::string& caller,
+                              const std::string& home) {
+    std::vector<std::string> originals;
+    for (const TrashedItem& item : items) {
+        originals.push_back(lumo::abbreviated(item.original, home));
+    }
+    return fmt::format(fmt::runtime(text("{} pide devolver a su sitio con Tarvo AI:\n{}",
+                                         "{} asks to put back with Tarvo AI:\n{}")),
+                       caller, itemLines(originals));
+}
+
+ToolAnswer restore(Workspace& workspace, const ToolCall& call) {
+    const auto ids = textsArgument(call.arguments, "items");
+    if (!ids) {
+        return problem(ids.error().message);
+    }
+    const lumo::PathGuard guard(workspace.home());
+    const auto logged = lumo::HistoryLog::outcomes(lumo::ApplicationFolders::historyLog(guard.home()));
+    const auto shown = itemsToRestore(*ids, logged.value_or(std::vector<CleanupOutcome>()), guard);
+    if (!shown || shown->empty()) {
+        return problem(shown ? in("No hay nada que deshacer.", "There is nothing to undo.")
+                             : shown.error().message);
+    }
+    const Consent consent = call.ask(restoringQuestion(*shown, call.caller, workspace.home()),
+                                     dumpJson(lumo::encode(*shown), lumo::JsonLayout::line));
+    if (auto answer = unlessGiven(consent, restoringCommand(*ids, *shown, workspace.home()))) {
+        return *answer;
+    }
+    const auto lock = lockFor(guard);
+    if (!lock) {
+        return problem(lock.error().message);
+    }
+    const auto history = historyUnder(*lock, workspace.home());
+    const auto items = history ? itemsToRestore(*ids, *history, guard) : std::unexpected(history.error());
+    if (!items || *items != *shown) {
+        return problem(items ? in("Lo apartado ha cambiado mientras tanto: no se ha tocado nada.",
+                                  "What is set aside has changed meanwhile: nothing was touched.")
+                             : items.error().message);
+    }
+    const lumo::TrashOperationResult result = lumo::Holding::restore(*items, guard);
+    workspace.forgetReports();
+    return {.text = restoredText(result), .structured = lumo::encode(result)};
+}
+
+// Archiving.
+
+struct Archived {
+    std::string archive;
+    std::vector<CleanupOutcome> outcomes;
+
+    static constexpr auto fields =
+        std::tuple{lumo::field("archive", &Archived::archive), lumo::field("outcomes", &Archived::outcomes)};
+};
+
+ToolAnswer archiveUnderLock(Workspace& workspace, const std::string& path,
+                            const lumo::Archiver::Estimate& estimate, const ToolCall& call) {
+    const lumo::PathGuard guard(workspace.home());
+    const auto lock = lockFor(guard);
+    if (!lock) {
+        return problem(lock.error().message);
+    }
+    // Measured now, since nothing may take time between the last look at the original and its move.
+    lumo::HardLinkRegistry registry;
+    const std::int64_t bytes = lumo::FileTree::measure(path, registry).allocatedBytes;
+    lumo::Archiver::ArchiveProgress progress;
+    std::expected<std::string, lumo::Archiver::ArchiveError> archive;
+    whileTicking(
+        [&] {
+            call.progress(progress.writtenBytes + progress.checkedBytes,
+                          lumo::printable(lumo::fileName(path)));
+        },
+        [&] {
+            archive = lumo::Archiver::archive(
+                path, lumo::Archiver::destination(path), guard,
+                {.expectedBytes = estimate.compressedBytes, .progress = &progress, .stop = call.stop});
+        });
+    if (!archive) {
+        return problem(archive.error().errorDescription());
+    }
+    const auto outcomes = lumo::Archiver::setAside(path, std::string(lumo::fileName(path)), bytes, guard,
+                                                   platform::now(), call.caller);
+    workspace.forgetReports();
+    lumo::HardLinkRegistry ofArchive;
+    return {.text = archivedText(lumo::abbreviated(*archive, workspace.home()),
+                                 lumo::FileTree::measure(*archive, ofArchive).apparentBytes),
+            .structured = lumo::encode(Archived{*archive, outcomes})};
+}
+
+ToolAnswer archive(Workspace& workspace, const ToolCall& call) {
+    const auto given = textArgument(call.arguments, "path");
+    if (!given) {
+        return problem(given.error().message);
+    }
+    const auto path = workspace.pathInHome(given->value_or(""));
+    if (!path) {
+        return problem(path.error().message);
+    }
+    if (const auto refusal = lumo::Archiver::refusal(*path, workspace.home())) {
+        return problem(*refusal);
+    }
+    const auto estimate = lumo::Archiver::estimate(*path, lumo::Archiver::usualSamples,
+                                                   lumo::Archiver::usualSampleBytes, call.stop);
+    const std::string name = lumo::printable(lumo::fileName(*path));
+    const std::string destination = lumo::Archiver::destination(*path);
+    const std::string question = fmt::format(
+        fmt::runtime(text("{} pide archivar con Tarvo AI:\n• {}\n{}\n{}",
+                          "{} asks to archive with Tarvo AI:\n• {}\n{}\n{}")),
+        call.caller, lumo::printable(lumo::abbreviated(*path, workspace.home())),
+        estimateText(name, estimate), archiveExplanation(lumo::printable(lumo::fileName(destination))));
+    const Consent consent = call.ask(question, *path);
+    if (auto answer = unlessGiven(consent, commandLine("archive " + quoted(*path), workspace.home()))) {
+        return *answer;
+    }
+    return archiveUnderLock(workspace, *path, estimate, call);
+}
+
+} // namespace
+
+std::vector<Tool> changingTools(const std::shared_ptr<Workspace>& workspace) {
+    constexpr ToolHints deletes{.isReadOnly = false, .isDestructive = true, .isIdempotent = false};
+    constexpr ToolHints moves{.isReadOnly = false, .isDestructive = false, .isIdempotent = false};
+    std::vector<Tool> tools;
+    tools.push_back(
+        {.name = "clean",
+         .title = in("Limpiar", "Clean"),
+         .description = in(
+             "Lleva a cabo un plan de propose_cleanup, o solo lo que elijas de él. Antes pregunta al usuario "
+             "y "
+             "solo sigue si acepta. Lo que se recrea solo se borra; lo del usuario se aparta 7 días.",
+             "Carries out a plan of propose_cleanup, or only what you choose of it. Asks the user first and "
+             "only "
+             "goes on when they accept. What recreates itself is deleted; the user's own is set aside for 7 "
+             "days."),
+         .input = schemaOf(
+             {{"plan", schema("string", text("el identificador del plan", "the plan's handle")), true},
+              {"items", listOf(schema("string"), text("identificadores; sin ellos, todo el plan",
+                                                      "ids; without them the whole plan"))}}),
+         .output = schemaOf({{"outcomes", outcomesSchema(), true},
+                             {"freedBytes", schema("integer"), true},
+                             {"setAsideBytes", schema("integer"), true}}),
+         .hints = deletes,
+         .run = [workspace](const ToolCall& call) { return clean(*workspace, call); }});
+    tools.push_back(
+        {.name = "restore",
+         .title = in("Devolver a su sitio", "Put back"),
+         .description =
+             in("Deshace la última limpieza, o devuelve a su sitio lo que elijas de list_set_aside. Antes "
+                "pregunta al usuario. Nunca pisa nada.",
+                "Undoes the last cleanup, or puts back what you choose of list_set_aside. Asks the user "
+                "first. Never overwrites anything."),
+         .input = schemaOf(
+             {{"items", listOf(schema("string"), text("identificadores; sin ellos, la última limpieza",
+                                                      "ids; without them the last cleanup"))}}),
+         .output =
+             schemaOf({{"done", schema("integer"), true}, {"failures", listOf(schema("string")), true}}),
+         .hints = moves,
+         .run = [workspace](const ToolCall& call) { return restore(*workspace, call); }});
+    tools.push_back(
+        {.name = "archive",
+         .title = in("Archivar", "Archive"),
+         .description =
+             in("Cambia una carpeta o un archivo del usuario por un zip comprobado y aparta el original 7 "
+                "días. Antes pregunta al usuario.",
+                "Replaces a folder or file of the user's by a verified zip and sets the original aside for "
+                "7 days. Asks the user first."),
+         .input = schemaOf(
+             {{"path", schema("string", text("ruta en la carpeta personal", "path in the home folder")),
+               true}}),
+         .output = schemaOf({{"archive", schema("string"), true}, {"outcomes", outcomesSchema(), true}}),
+         .hints = moves,
+         .run = [workspace](const ToolCall& call) { return archive(*workspace, call); }});
+    return tools;
+}
+
+} // namespace tarvo::mcp

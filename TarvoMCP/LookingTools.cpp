@@ -1,0 +1,303 @@
+#include "TarvoMCP/Tools.h"
+
+#include "LumoAI/ExplanationService.h"
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Explaining/DiskSummary.h"
+#include "LumoCore/Explaining/HelpAssistant.h"
+#include "LumoCore/History/GrowthTracker.h"
+#include "LumoCore/History/SnapshotStore.h"
+#include "LumoCore/Scanning/FolderContents.h"
+#include "Platform/Clock.h"
+#include "TarvoApp/Model/CleanupPlanning.h"
+#include "TarvoApp/Model/CleanupTexts.h"
+#include "TarvoApp/Model/ModelChoice.h"
+#include "TarvoMCP/Answers.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace tarvo::mcp {
+
+using lumo::text;
+namespace FolderContents = lumo::FolderContents;
+namespace platform = lumo::platform;
+
+namespace {
+
+std::string in(std::string_view es, std::string_view en) {
+    return std::string(text(es, en));
+}
+
+ToolAnswer wrongArguments(const lumo::Failure& failure) {
+    return problem(failure.message);
+}
+
+ToolAnswer stopped() {
+    return problem(in("Interrumpido.", "Interrupted."));
+}
+
+std::int64_t recoverable(const lumo::ScanReport& report, const std::string& home) {
+    const lumo::CleanupOptions options = storedOptions(Preferences::load(home));
+    return lumo::CleanupPlanner::safeRecoverableBytes(planFor(report, options, home));
+}
+
+ToolAnswer analyze(Workspace& workspace, const ToolCall& call) {
+    const auto isQuick = flagArgument(call.arguments, "quick");
+    if (!isQuick) {
+        return wrongArguments(isQuick.error());
+    }
+    const auto report = workspace.scan(*isQuick, call);
+    if (!report) {
+        return stopped();
+    }
+    return {.text = lumo::DiskSummary::templateText(*report, recoverable(*report, workspace.home()),
+                                                    platform::now()),
+            .structured = lumo::encode(analysisOf(*report, *isQuick))};
+}
+
+ToolAnswer listFolder(Workspace& workspace, const ToolCall& call) {
+    const auto given = textArgument(call.arguments, "path");
+    if (!given) {
+        return wrongArguments(given.error());
+    }
+    const auto path = workspace.pathInHome(given->value_or(""));
+    if (!path) {
+        return problem(path.error().message);
+    }
+    platform::WalkProgress walked;
+    const lumo::FileTree::Watch watch{&walked, call.stop};
+    FolderContents::Survey survey;
+    FolderContents::Listing listing;
+    const std::vector<std::string> asked{*path};
+    whileTicking([&] { call.progress(walked.entries, lumo::abbreviated(*path, workspace.home())); },
+                 [&] {
+                     survey = FolderContents::survey(*path, watch);
+                     listing = FolderContents::open(asked, [&](const std::vector<std::string>& paths) {
+                         return paths == asked ? survey.items : FolderContents::list(paths, watch);
+                     });
+                 });
+    if (call.stop.stop_requested()) {
+        return stopped();
+    }
+    return {.text = fmt::format("{}: {}", lumo::printable(lumo::abbreviated(*path, workspace.home())),
+                                lumo::ByteFormat::string(survey.breakdown.usage.allocatedBytes)),
+            .structured = lumo::encode(contentsOf(*path, survey.breakdown, listing))};
+}
+
+ToolAnswer explainFolder(Workspace& workspace, const ToolCall& call) {
+    const auto given = textArgument(call.arguments, "path");
+    if (!given) {
+        return wrongArguments(given.error());
+    }
+    const auto path = workspace.pathInHome(given->value_or(""));
+    if (!path) {
+        return problem(path.error().message);
+    }
+    const auto model = chosenModel(Preferences::load(workspace.home()));
+    const auto explanations =
+        lumo::ExplanationService::explain({*path}, *model,
+                                          {.home = workspace.home(),
+                                           .cacheHome = workspace.home(),
+                                           .apps = lumo::InstalledApp::scan(workspace.home()),
+                                           .now = platform::now(),
+                                           .watch = {nullptr, call.stop}});
+    if (explanations.empty()) {
+        return stopped();
+    }
+    const lumo::Explanation& explanation = explanations.begin()->second;
+    return {.text = fmt::format("{}. {} {}", explanation.whatItIs, explanation.reason, explanation.howToFree),
+            .structured = lumo::encode(explanation)};
+}
+
+ToolAnswer whatGrew(Workspace& workspace, const ToolCall& call) {
+    const auto report = workspace.recentReport(call);
+    if (!report) {
+        return stopped();
+    }
+    const auto stored = lumo::SnapshotStore(workspace.home()).read();
+    const lumo::Growth growth =
+        lumo::GrowthTracker::growthOf(*report, stored.value_or(std::vector<lumo::DiskSnapshot>()));
+    std::string said =
+        in("No hay un análisis anterior con el que comparar.", "There is no earlier scan to compare with.");
+    if (growth.since) {
+        said = growth.items.empty()
+                   ? in("Nada ha crecido más de 200 MB.", "Nothing has grown more than 200 MB.")
+                   : fmt::format("{}: +{}", lumo::printable(growth.items.front().name),
+                                 lumo::ByteFormat::string(growth.items.front().delta));
+    }
+    return {.text = said, .structured = lumo::encode(growth)};
+}
+
+ToolAnswer propose(Workspace& workspace, const ToolCall& call) {
+    const auto include = textsArgument(call.arguments, "include");
+    const auto dependencies = flagArgument(call.arguments, "dependencies");
+    if (!include || !dependencies) {
+        return wrongArguments(include ? dependencies.error() : include.error());
+    }
+    const Preferences preferences = Preferences::load(workspace.home());
+    if (const auto trouble = preferences.problem()) {
+        return problem(*trouble);
+    }
+    const auto report = workspace.recentReport(call);
+    if (!report) {
+        return stopped();
+    }
+    ProposedPlan plan{.handle = {}, .report = *report, .options = storedOptions(preferences), .entries = {}};
+    plan.options.include = {include->begin(), include->end()};
+    plan.options.includeActiveDependencies = *dependencies;
+    plan.entries = planFor(plan.report, plan.options, workspace.home());
+    addRefusals(plan.entries, lumo::PathGuard(workspace.home()));
+    const ProposedPlan& kept = workspace.keep(std::move(plan));
+    const auto actions = actionsOf(kept.entries);
+    return {.text = actions.empty() ? in("No hay nada que limpiar ahora.", "There is nothing to clean now.")
+                                    : confirmationMessage(sharesOf(actions)),
+            .structured = lumo::encode(proposalOf(kept))};
+}
+
+ToolAnswer listSetAside(const Workspace& workspace, const ToolCall&) {
+    const auto held = heldItems(lumo::PathGuard(workspace.home()), platform::now());
+    if (!held) {
+        return problem(held.error().message);
+    }
+    return {.text =
+                held->items.empty()
+                    ? in("No hay nada apartado.", "Nothing is in Recently Cleaned.")
+                    : fmt::format(fmt::runtime(text("{} elementos apartados.", "{} items are set aside.")),
+                                  held->items.size()),
+            .structured = lumo::encode(*held)};
+}
+
+ToolAnswer help(const ToolCall& call) {
+    const auto question = textArgument(call.arguments, "question");
+    if (!question) {
+        return wrongArguments(question.error());
+    }
+    const lumo::HelpAnswer answer = lumo::HelpAssistant::answer(question->value_or(""), {}, {});
+    return {.text = answer.text, .structured = lumo::encode(answer)};
+}
+
+JsonValue noArguments() {
+    return schemaOf({});
+}
+
+JsonValue pathArgument() {
+    return schemaOf({{"path",
+                      schema("string", text("ruta en la carpeta personal, por ejemplo ~/Downloads",
+                                            "path in the home folder, for example ~/Downloads")),
+                      true}});
+}
+
+} // namespace
+
+std::vector<Tool> lookingTools(const std::shared_ptr<Workspace>& workspace) {
+    std::vector<Tool> tools;
+    tools.push_back(
+        {.name = "analyze_disk",
+         .title = in("Analizar el disco", "Analyze the disk"),
+         .description = in(
+             "Mide la carpeta personal y dice qué ocupa sitio: qué se recrea solo (safe), qué hay que mirar "
+             "antes (review), qué se conserva (keep), proyectos con carpetas que se regeneran y carpetas "
+             "grandes que nadie conoce. No cambia nada.",
+             "Measures the home folder and tells what takes up space: what recreates itself (safe), what "
+             "needs "
+             "a look first (review), what is kept (keep), projects with folders that can be rebuilt, and "
+             "large "
+             "folders that nobody recognises. Changes nothing."),
+         .input =
+             schemaOf({{"quick", schema("boolean", text("sin proyectos ni carpetas protegidas: más rápido",
+                                                        "without projects and protected folders: faster"))}}),
+         .output = analysisSchema(),
+         .hints = {},
+         .run = [workspace](const ToolCall& call) { return analyze(*workspace, call); }});
+    tools.push_back(
+        {.name = "list_folder",
+         .title = in("Ver qué hay en una carpeta", "See what is in a folder"),
+         .description = in("Lista lo que hay en una carpeta de la carpeta personal, lo más grande "
+                           "primero, y pasa de largo por carpetas que lo contienen casi todo.",
+                           "Lists what is in a folder of the home folder, largest first, and goes "
+                           "straight through folders that hold nearly everything."),
+         .input = pathArgument(),
+         .output = contentsSchema(),
+         .hints = {},
+         .run = [workspace](const ToolCall& call) { return listFolder(*workspace, call); }});
+    tools.push_back(
+        {.name = "explain_folder",
+         .title = in("Explicar una carpeta", "Explain a folder"),
+         .description = in("Dice qué es una carpeta, de qué app es, cuánto riesgo tiene borrarla y qué "
+                           "conviene hacer.",
+                           "Says what a folder is, which app it belongs to, how risky deleting it is "
+                           "and what to do about it."),
+         .input = pathArgument(),
+         .output = explanationSchema(),
+         .hints = {},
+         .run = [workspace](const ToolCall& call) { return explainFolder(*workspace, call); }});
+    tools.push_back(
+        {.name = "what_grew",
+         .title = in("Ver qué ha crecido", "See what grew"),
+         .description = in("Compara el disco con un análisis de hace un día o más y dice qué ha crecido.",
+                           "Compares the disk with a scan from a day ago or earlier and tells what "
+                           "grew."),
+         .input = noArguments(),
+         .output = growthSchema(),
+         .hints = {},
+         .run = [workspace](const ToolCall& call) { return whatGrew(*workspace, call); }});
+    tools.push_back({.name = "propose_cleanup",
+                     .title = in("Proponer una limpieza", "Propose a cleanup"),
+                     .description = in("Hace un plan de limpieza y lo devuelve con un identificador. No "
+                                       "limpia nada: para eso está clean, "
+                                       "que antes pregunta al usuario.",
+                                       "Makes a cleanup plan and returns it with a handle. Cleans nothing: "
+                                       "that is for clean, which asks "
+                                       "the user first."),
+                     .input = schemaOf(
+                         {{"include", listOf(schema("string"),
+                                             text("identificadores de lo que hay que mirar antes y el "
+                                                  "usuario quiere incluir",
+                                                  "ids of what needs a look that the user wants included"))},
+                          {"dependencies",
+                           schema("boolean", text("incluir dependencias de proyectos con cambios recientes",
+                                                  "include dependencies of recently changed projects"))}}),
+                     .output = proposalSchema(),
+                     .hints = {.isIdempotent = false},
+                     .run = [workspace](const ToolCall& call) { return propose(*workspace, call); }});
+    tools.push_back(
+        {.name = "list_set_aside",
+         .title = in("Ver lo apartado", "See what is set aside"),
+         .description = in("Lista lo que las limpiezas apartaron y aún se puede devolver a su sitio.",
+                           "Lists what cleanups set aside and can still be put back."),
+         .input = noArguments(),
+         .output = heldSchema(),
+         .hints = {},
+         .run = [workspace](const ToolCall& call) { return listSetAside(*workspace, call); }});
+    tools.push_back({.name = "help",
+                     .title = in("Ayuda de Tarvo AI", "Tarvo AI help"),
+                     .description = in("Responde con el texto de la ayuda a preguntas sobre Tarvo AI.",
+                                       "Answers questions about Tarvo AI with the text of its help."),
+                     .input = schemaOf({{"question", schema("string"), true}}),
+                     .output = answerSchema(),
+                     .hints = {},
+                     .run = [](const ToolCall& call) { return help(call); }});
+    return tools;
+}
+
+std::string instructions(bool mayChange) {
+    return in("Tarvo AI dice qué ocupa sitio en la carpeta personal y qué se puede borrar sin miedo. Empieza "
+              "por "
+              "analyze_disk. Todos los tamaños están en bytes.",
+              "Tarvo AI tells what takes up space in the home folder and what can go without fear. Begin "
+              "with "
+              "analyze_disk. All sizes are in bytes.") +
+           (mayChange
+                ? in(" Para limpiar: propose_cleanup y luego clean, que pregunta al usuario por su cuenta; "
+                     "no "
+                     "confirmes en su nombre.",
+                     " To clean: propose_cleanup, then clean, which asks the user by itself; do not confirm "
+                     "in their name.")
+                : in(" Este servidor es de solo lectura: no limpia.",
+                     " This server is read-only: it does not clean."));
+}
+
+} // namespace tarvo::mcp

@@ -1,0 +1,113 @@
+#include "TarvoMCP/Tool.h"
+
+#include "LumoCore/Basics/Codec.h"
+
+namespace tarvo::mcp {
+
+namespace {
+
+JsonValue content(std::string_view text) {
+    return object({{"type", word("text")}, {"text", word(text)}});
+}
+
+template <class Value>
+lumo::Result<std::optional<Value>> argument(const JsonValue& arguments, std::string_view name) {
+    const JsonValue* given = arguments.find(name);
+    if (given == nullptr || std::holds_alternative<std::nullptr_t>(given->value)) {
+        return std::optional<Value>();
+    }
+    lumo::Result<Value> value = lumo::decode<Value>(*given);
+    if (!value) {
+        return lumo::failure(std::string(name) + value.error().message);
+    }
+    return std::optional<Value>(std::move(*value));
+}
+
+} // namespace
+
+ToolAnswer problem(std::string text) {
+    return {.text = std::move(text), .isProblem = true};
+}
+
+ToolAnswer pending() {
+    return {.text = {}, .isPending = true};
+}
+
+JsonValue described(const Tool& tool) {
+    return object({{"name", word(tool.name)},
+                   {"title", word(tool.title)},
+                   {"description", word(tool.description)},
+                   {"inputSchema", tool.input},
+                   {"outputSchema", tool.output},
+                   {"annotations", object({{"title", word(tool.title)},
+                                           {"readOnlyHint", flag(tool.hints.isReadOnly)},
+                                           {"destructiveHint", flag(tool.hints.isDestructive)},
+                                           {"idempotentHint", flag(tool.hints.isIdempotent)},
+                                           {"openWorldHint", flag(false)}})}});
+}
+
+JsonValue resultOf(const ToolAnswer& answer) {
+    std::vector<JsonValue> blocks{content(answer.text)};
+    if (!answer.structured) {
+        return object({{"content", list(std::move(blocks))}, {"isError", flag(answer.isProblem)}});
+    }
+    // Clients of the first revisions read only texts.
+    blocks.push_back(content(dumpJson(*answer.structured, lumo::JsonLayout::line)));
+    return object({{"content", list(std::move(blocks))},
+                   {"structuredContent", *answer.structured},
+                   {"isError", flag(answer.isProblem)}});
+}
+
+JsonValue schemaOf(std::vector<Property> properties) {
+    JsonValue::Object members;
+    std::vector<JsonValue> required;
+    for (Property& property : properties) {
+        if (property.isRequired) {
+            required.push_back(word(property.name));
+        }
+        members.push_back({std::move(property.name), std::move(property.schema)});
+    }
+    return object(
+        {{"type", word("object")}, {"properties", {std::move(members)}}, {"required", list(required)}});
+}
+
+JsonValue schema(std::string_view type, std::string_view description) {
+    JsonValue::Object members{{"type", word(type)}};
+    if (!description.empty()) {
+        members.push_back({"description", word(description)});
+    }
+    return {std::move(members)};
+}
+
+JsonValue listOf(JsonValue items, std::string_view description) {
+    JsonValue value = schema("array", description);
+    std::get<JsonValue::Object>(value.value).push_back({"items", std::move(items)});
+    return value;
+}
+
+lumo::Result<std::optional<std::string>> textArgument(const JsonValue& arguments, std::string_view name) {
+    return argument<std::string>(arguments, name);
+}
+
+lumo::Result<bool> flagArgument(const JsonValue& arguments, std::string_view name) {
+    const auto given = argument<bool>(arguments, name);
+    return given ? lumo::Result<bool>(given->value_or(false)) : std::unexpected(given.error());
+}
+
+lumo::Result<std::vector<std::string>> textsArgument(const JsonValue& arguments, std::string_view name) {
+    auto given = argument<std::vector<std::string>>(arguments, name);
+    return given ? lumo::Result<std::vector<std::string>>(given->value_or(std::vector<std::string>()))
+                 : std::unexpected(given.error());
+}
+
+lumo::Result<void> checkNames(const Tool& tool, const JsonValue& arguments) {
+    const JsonValue* known = tool.input.find("properties");
+    for (const auto& member : std::get<JsonValue::Object>(arguments.value)) {
+        if (known == nullptr || known->find(member.name) == nullptr) {
+            return lumo::failure("there is no argument \"" + member.name + "\"");
+        }
+    }
+    return {};
+}
+
+} // namespace tarvo::mcp

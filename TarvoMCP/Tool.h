@@ -1,0 +1,82 @@
+#pragma once
+
+#include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/Result.h"
+#include "TarvoMCP/Consent.h"
+#include "TarvoMCP/Json.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <stop_token>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What the server offers: functions that a model may call.
+namespace tarvo::mcp {
+
+/// One call, and the way back to whoever made it.
+struct ToolCall {
+    JsonValue arguments; ///< An object.
+    std::string caller;  ///< What the client calls itself.
+    std::stop_token stop = {};
+    /// Tells how far the work is; a figure that only ever grows, and a sentence.
+    std::function<void(std::int64_t done, const std::string& message)> progress;
+    /// Asks the user whether the subject, which says exactly what would be done, may be done.
+    std::function<Consent(const std::string& question, const std::string& subject)> ask;
+};
+
+/// What came of a call. `problem` is one that the model can understand and put right.
+struct ToolAnswer {
+    std::string text;                         ///< A sentence or two for whoever reads along.
+    std::optional<JsonValue> structured = {}; ///< As the output schema has it; absent with a problem.
+    bool isProblem = false;
+    bool isPending = false; ///< The question to the user is the answer.
+};
+
+ToolAnswer problem(std::string text);
+ToolAnswer pending();
+
+/// What clients are told about a tool so that they can judge it.
+struct ToolHints {
+    bool isReadOnly = true;
+    bool isDestructive = false;
+    bool isIdempotent = true;
+};
+
+struct Tool {
+    std::string name;
+    std::string title;
+    std::string description;
+    JsonValue input;  ///< JSON Schema of an object.
+    JsonValue output; ///< JSON Schema of an object.
+    ToolHints hints;
+    std::function<ToolAnswer(const ToolCall& call)> run;
+};
+
+/// The tool as a list of tools has it.
+JsonValue described(const Tool& tool);
+
+/// The answer as the result of a call.
+JsonValue resultOf(const ToolAnswer& answer);
+
+/// JSON Schema of an object; members without "required" may be missing.
+struct Property {
+    std::string name;
+    JsonValue schema;
+    bool isRequired = false;
+};
+JsonValue schemaOf(std::vector<Property> properties);
+JsonValue schema(std::string_view type, std::string_view description = {});
+JsonValue listOf(JsonValue items, std::string_view description = {});
+
+/// The arguments of a call, checked while they are read; a failure says what is wrong with them.
+lumo::Result<std::optional<std::string>> textArgument(const JsonValue& arguments, std::string_view name);
+lumo::Result<bool> flagArgument(const JsonValue& arguments, std::string_view name);
+lumo::Result<std::vector<std::string>> textsArgument(const JsonValue& arguments, std::string_view name);
+
+/// Fails when there is an argument that the tool does not have: a misspelt one must not be passed over.
+lumo::Result<void> checkNames(const Tool& tool, const JsonValue& arguments);
+
+} // namespace tarvo::mcp

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "LumoCore/Cleanup/CleanupPlanner.h"
+#include "LumoCore/Cleanup/PathGuard.h"
+#include "LumoCore/Scanning/ScanReport.h"
+#include "TarvoMCP/Tool.h"
+
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tarvo::mcp {
+
+/// A cleanup that was proposed and may be carried out.
+struct ProposedPlan {
+    std::string handle;
+    lumo::ScanReport report;
+    lumo::CleanupOptions options;
+    std::vector<lumo::PlanEntry> entries; ///< As they were shown.
+};
+
+/// What the tools know of the home from one call to the next. Used by one thread.
+class Workspace final {
+  public:
+    explicit Workspace(const std::string& home) : home_(home) {}
+
+    [[nodiscard]] const std::string& home() const { return home_; }
+
+    /// Measures the home, quickly or in full, with progress. Stores nothing and removes nothing. Absent after
+    /// a stop.
+    std::optional<lumo::ScanReport> scan(bool isQuick, const ToolCall& call);
+
+    /// The last full report when it is some minutes old at most, else a new one.
+    std::optional<lumo::ScanReport> recentReport(const ToolCall& call);
+
+    /// The path in the home that a client named: absolute, or from the home on, with or without "~". A
+    /// failure says why it may not be looked at.
+    [[nodiscard]] lumo::Result<std::string> pathInHome(const std::string& given) const;
+
+    /// Keeps a plan under a handle of its own; only the newest few are kept.
+    const ProposedPlan& keep(ProposedPlan plan);
+    [[nodiscard]] const ProposedPlan* planNamed(const std::string& handle) const;
+    /// What was cleaned is no longer as the reports have it.
+    void forgetReports();
+
+  private:
+    std::string home_;
+    std::optional<lumo::ScanReport> report_;
+    double reportedAt_ = 0; ///< On the clock that is never set.
+    std::deque<ProposedPlan> plans_;
+};
+
+/// Runs the work and calls `tick` a few times a second meanwhile, on a thread that has ended when this
+/// returns.
+void whileTicking(const std::function<void()>& tick, const std::function<void()>& work);
+
+} // namespace tarvo::mcp
