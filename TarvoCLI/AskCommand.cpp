@@ -168,12 +168,18 @@ void addAskCommand(CLI::App& app, Action& chosen) {
     CLI::App* command = addCommand(app, "preguntar", "ask", "pregunta lo que quieras saber de Tarvo AI",
                                    "ask what you want to know about Tarvo AI");
     const auto arguments = std::make_shared<AskArguments>();
+    // As they are: the library would take a word in square brackets apart.
+    const auto gather = [arguments](const CLI::results_t& words) {
+        arguments->words = words;
+        return true;
+    };
     command
-        ->add_option_function<std::vector<std::string>>(
-            std::string(text("PREGUNTA", "QUESTION")),
-            [arguments](const std::vector<std::string>& words) { arguments->words = words; },
+        ->add_option(
+            "question", CLI::callback_t(gather),
             std::string(text("con tus palabras, con o sin comillas", "in your words, quoted or not")))
-        ->type_name("");
+        ->type_name("")
+        ->option_text(std::string(text("PREGUNTA", "QUESTION")))
+        ->expected(-1);
     command->add_flag("--topics", arguments->listsTopics,
                       std::string(text("las preguntas que hay; con la palabra de una, su respuesta",
                                        "the questions there are; with the word of one, its answer")));

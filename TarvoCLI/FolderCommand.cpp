@@ -36,12 +36,13 @@ ExitCode runFolder(const std::string& word, const Invocation& invocation) {
         return path.error();
     }
     FolderReport report;
-    const std::string doing = fmt::format("{} {}", text("Midiendo", "Measuring"),
-                                          lumo::printable(lumo::abbreviated(*path, invocation.home)));
     if (!watchWalk(
             invocation,
             [&](const lumo::FileTree::Watch& watch) { report = reportOn(*path, invocation.home, watch); },
-            [&] { return doing; })) {
+            [&] {
+                return fmt::format("{} {}", text("Midiendo", "Measuring"),
+                                   lumo::printable(lumo::abbreviated(*path, invocation.home)));
+            })) {
         return ExitCode::interrupted;
     }
     if (invocation.isJson) {

@@ -118,7 +118,7 @@ lumo::Result<std::vector<CleanupOutcome>> historyUnder(const lumo::HomeLock& loc
 /// What the ids choose of the plan; all of it without any. A failure names an id that cannot be chosen.
 lumo::Result<std::vector<CleanupAction>> chosenActions(const ProposedPlan& plan,
                                                        const std::vector<std::string>& ids) {
-    const std::vector<CleanupAction> all = actionsOf(plan.entries);
+    std::vector<CleanupAction> all = actionsOf(plan.entries);
     if (ids.empty()) {
         return all;
     }

@@ -70,7 +70,7 @@ std::optional<lumo::ScanReport> Workspace::recentReport(const ToolCall& call) {
 }
 
 lumo::Result<std::string> Workspace::pathInHome(const std::string& given) const {
-    const std::string path = spelledOut(given, home_);
+    std::string path = spelledOut(given, home_);
     if (path != home_) {
         if (const auto refusal = lumo::PathGuard(home_).refusal({path})) {
             return lumo::failure(*refusal);

@@ -27,9 +27,9 @@ std::string_view trimmed(std::string_view text) {
 /// The number that the digits are, and nothing else; a number beyond the type is the largest one.
 std::optional<std::size_t> lengthFrom(std::string_view digits) {
     std::size_t length = 0;
-    const char* end = digits.data() + digits.size();
-    const auto [stop, problem] = std::from_chars(digits.data(), end, length);
-    if (stop != end || problem == std::errc::invalid_argument) {
+    const auto [stop, problem] = std::from_chars(digits.data(), digits.data() + digits.size(), length);
+    const bool isWhole = stop == digits.data() + digits.size();
+    if (!isWhole || problem == std::errc::invalid_argument) {
         return std::nullopt;
     }
     return problem == std::errc() ? length : std::string::npos;

@@ -145,7 +145,7 @@ SystemResult<std::string> readWhole(const std::string& path, std::size_t limit) 
 
 SystemResult<std::string> writeTemporary(const std::string& path, std::string_view bytes, unsigned mode,
                                          const std::function<SystemResult<void>(int)>& prepare) {
-    const std::string temporary = path + std::string(temporaryMark) + std::to_string(getpid());
+    std::string temporary = path + std::string(temporaryMark) + std::to_string(getpid());
     unlink(temporary.c_str()); // Left by a process that died under the same number.
     if (const auto written = writeSynced(temporary, bytes, mode, prepare); !written) {
         unlink(temporary.c_str());
