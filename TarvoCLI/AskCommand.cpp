@@ -179,7 +179,8 @@ void addAskCommand(CLI::App& app, Action& chosen) {
             std::string(text("con tus palabras, con o sin comillas", "in your words, quoted or not")))
         ->type_name("")
         ->option_text(std::string(text("PREGUNTA", "QUESTION")))
-        ->expected(-1);
+        ->expected(-1)
+        ->take_all();
     command->add_flag("--topics", arguments->listsTopics,
                       std::string(text("las preguntas que hay; con la palabra de una, su respuesta",
                                        "the questions there are; with the word of one, its answer")));
