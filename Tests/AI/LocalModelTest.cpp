@@ -3,20 +3,16 @@
 #include "LumoAI/Instructions.h"
 #include "LumoAI/WithTimeout.h"
 #include "Tests/AI/FakeModelService.h"
+#include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 
-using lumo::ChatInterface;
-using lumo::Language;
-using lumo::LocalModel;
-using lumo::LocalModelPlace;
-using tarvo::testing::FakeModelService;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::SizeIs;
+using namespace lumo;
+using namespace tarvo::testing;
+using namespace testing;
 
 namespace {
 
@@ -44,8 +40,8 @@ std::string answer(LocalModel& model, const std::stop_token& stop = {}) {
 
 TEST(LocalModel, IsAskedInTheWordsOfEitherInterface) {
     setenv("http_proxy", "http://127.0.0.1:1", 1);
-    const lumo::AnswerSchema schema = lumo::folderAnswerSchema(Language::es);
-    const std::string form = dumpJson(schema.json(), lumo::JsonLayout::line);
+    const AnswerSchema schema = folderAnswerSchema(Language::es);
+    const std::string form = dumpJson(schema.json(), JsonLayout::line);
     EXPECT_LT(form.find("\"que_es\":{"), form.find("\"pertenece_a\":{"));
     EXPECT_LT(form.find("\"pertenece_a\":{"), form.find("\"riesgo\":{"));
     EXPECT_LT(form.find("\"riesgo\":{"), form.find("\"motivo\":{"));
@@ -65,7 +61,7 @@ TEST(LocalModel, IsAskedInTheWordsOfEitherInterface) {
         LocalModel model = modelOf(service);
         EXPECT_EQ(model.unavailableReason(Language::es), std::nullopt);
         EXPECT_EQ(model.respond({"A     B", "ñ", schema}, {}), "{\"x\":1}");
-        EXPECT_THAT(service.questions(), testing::ElementsAre(expected[static_cast<std::size_t>(chat)]));
+        EXPECT_THAT(service.questions(), ElementsAre(expected[static_cast<std::size_t>(chat)]));
     }
     unsetenv("http_proxy");
 }
@@ -145,50 +141,30 @@ TEST(LocalModel, IsGivenUpWhenTheTimeRunsOut) {
         FakeModelService service(chat);
         service.reply = [&](const httplib::Request&, httplib::Response&) { service.waitForTheEnd(); };
         LocalModel model = modelOf(service);
-        EXPECT_EQ(lumo::withTimeout(100ms, [&](const std::stop_token& stop) { return answer(model, stop); }),
+        EXPECT_EQ(withTimeout(100ms, [&](const std::stop_token& stop) { return answer(model, stop); }),
                   std::nullopt);
         EXPECT_THAT(service.questions(), SizeIs(1));
     }
 }
 
 TEST(LocalModelPlace, IsLiterallyThisMachineAndNothingElse) {
-    using lumo::platform::LoopbackFamily;
+    using platform::LoopbackFamily;
     EXPECT_EQ(LocalModelPlace::parse("http://127.0.0.1:11434 llama3.2"),
               (LocalModelPlace{{LoopbackFamily::ipv4, 11434}, "llama3.2"}));
     EXPECT_EQ(LocalModelPlace::parse("http://[::1]:65535 /my models/a.gguf"),
               (LocalModelPlace{{LoopbackFamily::ipv6, 65535}, "/my models/a.gguf"}));
-    for (const char* refused : {"",
-                                "http://127.0.0.1:11434",
-                                "http://127.0.0.1:11434 ",
-                                "http://127.0.0.1:11434  m",
-                                "http://127.0.0.1 m",
-                                "http://127.0.0.1: m",
-                                "http://127.0.0.1:0 m",
-                                "http://127.0.0.1:65536 m",
-                                "http://127.0.0.1:080 m",
-                                "http://127.0.0.1:+80 m",
-                                "http://127.0.0.1:80/ m",
-                                "http://127.0.0.1:80/v1 m",
-                                "http://127.0.0.1:80?a m",
-                                "http://127.0.0.1:80#a m",
-                                "http://u@127.0.0.1:80 m",
-                                "http://127.0.0.1:80@example.com:80 m",
-                                "https://127.0.0.1:80 m",
-                                "HTTP://127.0.0.1:80 m",
-                                "127.0.0.1:80 m",
-                                "http://localhost:80 m",
-                                "http://127.0.0.2:80 m",
-                                "http://127.1:80 m",
-                                "http://0x7f000001:80 m",
-                                "http://0.0.0.0:80 m",
-                                "http://[::]:80 m",
-                                "http://[0:0:0:0:0:0:0:1]:80 m",
-                                "http://[::ffff:127.0.0.1]:80 m",
-                                "http://::1:80 m",
-                                "http://[::1%lo]:80 m",
-                                "http://192.168.1.2:80 m",
-                                "http://127.0.0.1:80 m\n",
-                                "http://127.0.0.1:80 \xFF"}) {
+    for (const std::string& refused : wordsIn(R"(http://127.0.0.1 http://127.0.0.1: http://127.0.0.1:0
+            http://127.0.0.1:65536 http://127.0.0.1:080 http://127.0.0.1:+80 http://127.0.0.1:80/
+            http://127.0.0.1:80/v1 http://127.0.0.1:80?a http://127.0.0.1:80#a http://u@127.0.0.1:80
+            http://127.0.0.1:80@example.com:80 https://127.0.0.1:80 HTTP://127.0.0.1:80 127.0.0.1:80
+            http://localhost:80 http://127.0.0.2:80 http://127.1:80 http://0x7f000001:80 http://0.0.0.0:80
+            http://[::]:80 http://[0:0:0:0:0:0:0:1]:80 http://[::ffff:127.0.0.1]:80 http://::1:80
+            http://[::1%lo]:80 http://192.168.1.2:80)")) {
+        EXPECT_EQ(LocalModelPlace::parse(refused + " m"), std::nullopt) << refused;
+    }
+    for (const char* refused :
+         {"", "http://127.0.0.1:11434", "http://127.0.0.1:11434 ", "http://127.0.0.1:11434  m",
+          "http://127.0.0.1:80 m\n", "http://127.0.0.1:80 \xFF"}) {
         EXPECT_EQ(LocalModelPlace::parse(refused), std::nullopt) << refused;
     }
 }

@@ -7,14 +7,9 @@
 
 #include <memory>
 
-using lumo::ChatInterface;
-using tarvo::testing::FakeModelService;
-using tarvo::testing::jsonOf;
-using tarvo::testing::runTarvo;
-using tarvo::testing::TempHome;
-using testing::AllOf;
-using testing::HasSubstr;
-using testing::SizeIs;
+using namespace lumo;
+using namespace tarvo::testing;
+using namespace testing;
 
 namespace {
 
@@ -44,9 +39,8 @@ TEST(ExplainCommand, ShowsWhatTheChosenModelWroteAndAsksItOnce) {
 
 TEST(SummaryCommand, TakesTheModelsTextOnlyWithTheFiguresOfTheFacts) {
     const TempHome home;
-    lumo::ScanReport report{.home = home.path(), .volume = {.availableBytes = 5000000000}};
-    const std::string file =
-        home.fileWith("r.json", lumo::dumpJson(lumo::encode(report), lumo::JsonLayout::line));
+    ScanReport report{.home = home.path(), .volume = {.availableBytes = 5000000000}};
+    const std::string file = home.fileWith("r.json", dumpJson(encode(report), JsonLayout::line));
     auto service = std::make_unique<FakeModelService>(ChatInterface::openAI);
     runTarvo(home, {"settings", "set", "modeloLocal", service->place()});
     const auto summary = [&] { return runTarvo(home, {"summary", "--report", file}); };

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-using lumo::Language;
+using namespace lumo;
 using tarvo::testing::Parrot;
 
 TEST(ModelWriters, AskWithTheInstructionsOfTheLanguageAndGiveNothingLate) {
@@ -12,18 +12,18 @@ TEST(ModelWriters, AskWithTheInstructionsOfTheLanguageAndGiveNothingLate) {
     for (const Language language : {Language::es, Language::en}) {
         Parrot model;
         model.answer = "Bien.";
-        EXPECT_EQ(lumo::summaryWriter(model, {}, language)({"A.", "B."}), "Bien.");
-        EXPECT_EQ(model.last.instructions, lumo::AISummaryWriter::instructions(language));
+        EXPECT_EQ(summaryWriter(model, {}, language)({"A.", "B."}), "Bien.");
+        EXPECT_EQ(model.last.instructions, AISummaryWriter::instructions(language));
         EXPECT_EQ(model.last.prompt, "A.\nB.");
-        EXPECT_EQ(lumo::helpWriter(model, {}, language)("¿Q?", "AYUDA"), "Bien.");
-        EXPECT_EQ(model.last.instructions, lumo::HelpWriter::instructions(language));
-        EXPECT_EQ(model.last.prompt, lumo::HelpWriter::prompt("¿Q?", "AYUDA", language));
+        EXPECT_EQ(helpWriter(model, {}, language)("¿Q?", "AYUDA"), "Bien.");
+        EXPECT_EQ(model.last.instructions, HelpWriter::instructions(language));
+        EXPECT_EQ(model.last.prompt, HelpWriter::prompt("¿Q?", "AYUDA", language));
         EXPECT_FALSE(model.last.schema);
         model.isSlow = true;
-        EXPECT_EQ(lumo::summaryWriter(model, {}, language, 1ms)({}), std::nullopt);
-        EXPECT_EQ(lumo::helpWriter(model, {}, language, 1ms)("", ""), std::nullopt);
+        EXPECT_EQ(summaryWriter(model, {}, language, 1ms)({}), std::nullopt);
+        EXPECT_EQ(helpWriter(model, {}, language, 1ms)("", ""), std::nullopt);
         model.reason = "no";
-        EXPECT_FALSE(lumo::summaryWriter(model, {}, language));
-        EXPECT_FALSE(lumo::helpWriter(model, {}, language));
+        EXPECT_FALSE(summaryWriter(model, {}, language));
+        EXPECT_FALSE(helpWriter(model, {}, language));
     }
 }

@@ -20,15 +20,9 @@ int untilStopped(const std::stop_token& stop) {
 
 } // namespace
 
-TEST(WithTimeout, GivesTheValueOfWhatEndsInTime) {
+TEST(WithTimeout, StopsWhatIsTooSlowOrStoppedFromOutside) {
     EXPECT_EQ(withTimeout(1h, [](const std::stop_token& stop) { return stop.stop_requested() ? 1 : 2; }), 2);
-}
-
-TEST(WithTimeout, StopsWhatIsTooSlowAndDropsItsLateValue) {
-    EXPECT_EQ(withTimeout(1ms, untilStopped), std::nullopt);
-}
-
-TEST(WithTimeout, PassesAStopFromOutsideOn) {
+    EXPECT_EQ(withTimeout(1ms, untilStopped), std::nullopt) << "a late value is dropped";
     std::stop_source outside;
     std::jthread stopping([&] { outside.request_stop(); });
     EXPECT_EQ(withTimeout(1h, untilStopped, outside.get_token()), 7);

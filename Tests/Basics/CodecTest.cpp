@@ -3,10 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-using lumo::Date;
-using lumo::field;
-using lumo::JsonLayout;
-using lumo::JsonValue;
+using namespace lumo;
 using testing::HasSubstr;
 
 namespace {
@@ -59,7 +56,7 @@ House house() {
     return {.number = std::numeric_limits<std::int64_t>::min(),
             .area = 2.5,
             .isOpen = true,
-            .built = lumo::dateFromIsoText("2025-03-14T09:30:05Z").value(),
+            .built = dateFromIsoText("2025-03-14T09:30:05Z").value(),
             .colour = Colour::darkBlue,
             .surface = Painted{"Ana"},
             .doors = {{"front", 210}, {"back", {}}},
@@ -86,23 +83,20 @@ struct lumo::EnumNames<Colour> {
 };
 
 TEST(Codec, WritesARecordByItsFieldsAndReadsItBack) {
-    EXPECT_EQ(lumo::dumpJson(lumo::encode(house()), JsonLayout::line), houseText);
-    EXPECT_EQ(lumo::decodeJson<House>(houseText), house());
-    const std::string indented = lumo::dumpJson(lumo::encode(house()), JsonLayout::indented);
+    EXPECT_EQ(dumpJson(encode(house()), JsonLayout::line), houseText);
+    EXPECT_EQ(decodeJson<House>(houseText), house());
+    const std::string indented = dumpJson(encode(house()), JsonLayout::indented);
     EXPECT_THAT(indented, HasSubstr("\n  \"number\""));
-    EXPECT_EQ(lumo::decodeJson<House>(indented), house());
+    EXPECT_EQ(decodeJson<House>(indented), house());
 }
 
 TEST(Codec, TakesWhatOtherProgramsWriteDifferently) {
-    struct Case {
-        std::string text;
-        House expected;
-    };
+    using Case = std::tuple<std::string, House>;
     House bare = house();
     bare.surface = Bare{};
     House whole = house();
     whole.area = 2;
-    for (const Case& same : {
+    for (const auto& [text, expected] : {
              Case{with(R"("back"})", R"("back","height":null})"), house()},
              Case{with(R"({"number")", R"({"later":[{}],"number")"), house()},
              Case{with("-9223372036854775808", " -9223372036854775808 ") + "\n", house()},
@@ -110,16 +104,13 @@ TEST(Codec, TakesWhatOtherProgramsWriteDifferently) {
              Case{with(R"({"painted":{"_0":"Ana"}})", R"({"bare":{}})"), bare},
              Case{with("2.5", "2"), whole},
          }) {
-        EXPECT_EQ(lumo::decodeJson<House>(same.text), same.expected) << same.text;
+        EXPECT_EQ(decodeJson<House>(text), expected) << text;
     }
 }
 
 TEST(Codec, RefusesWhatDoesNotFitAndNamesThePlace) {
-    struct Case {
-        std::string text;
-        const char* message;
-    };
-    for (const Case& refused : {
+    using Case = std::tuple<std::string, const char*>;
+    for (const auto& [text, message] : {
              Case{"[]", "document: expected an object"},
              Case{with("-9223372036854775808", "1.0"), "document.number: expected a whole number"},
              Case{with(R"("area":2.5,)", ""), "document.area: missing"},
@@ -137,9 +128,9 @@ TEST(Codec, RefusesWhatDoesNotFitAndNamesThePlace) {
              Case{with("210", R"("210")"), "document.doors[0].height: expected a whole number"},
              Case{with(R"({"name":"side"})", "[]"), "document.byOwner.Íñigo: expected an object"},
          }) {
-        const auto read = lumo::decodeJson<House>(refused.text);
-        ASSERT_FALSE(read) << refused.text;
-        EXPECT_EQ(read.error().message, refused.message);
+        const auto read = decodeJson<House>(text);
+        ASSERT_FALSE(read) << text;
+        EXPECT_EQ(read.error().message, message);
     }
 }
 
@@ -150,26 +141,26 @@ TEST(Json, CarriesFileNamesThroughExactly) {
           std::string("\uEF80\uEFE9\uEFFF"), std::string("\uEF7F\uF000\uFFFD\U0010FFFF"),
           std::string("\uEF80\xFF\xEE\xBE")}) {
         const JsonValue document{JsonValue::Object{{name, {name}}}};
-        const std::string text = lumo::dumpJson(document, JsonLayout::line);
+        const std::string text = dumpJson(document, JsonLayout::line);
         // Text that is not UTF-8 would be refused here.
-        EXPECT_EQ(lumo::parseJson(text), document) << text;
+        EXPECT_EQ(parseJson(text), document) << text;
     }
-    const std::string shown = lumo::dumpJson({std::string("ñ\xE9\U0001F600")}, JsonLayout::line);
+    const std::string shown = dumpJson({std::string("ñ\xE9\U0001F600")}, JsonLayout::line);
     EXPECT_EQ(shown, "\"ñ\uEFE9\U0001F600\"");
 }
 
 TEST(Json, RefusesWhatIsMalformedTooLargeOrTooDeep) {
-    EXPECT_TRUE(lumo::parseJson(nested(lumo::mostJsonDepth)));
-    EXPECT_EQ(lumo::parseJson("9223372036854775807"), JsonValue{std::numeric_limits<std::int64_t>::max()});
+    EXPECT_TRUE(parseJson(nested(mostJsonDepth)));
+    EXPECT_EQ(parseJson("9223372036854775807"), JsonValue{std::numeric_limits<std::int64_t>::max()});
     using namespace std::string_literals;
     for (const std::string& text :
-         {nested(lumo::mostJsonDepth + 1), std::string(1000000, '['),
-          std::string(lumo::mostJsonBytes + 1, ' '), "9223372036854775808"s, "-9223372036854775809"s,
-          "18446744073709551616"s, "1e999"s, ""s, "{"s, "{\"a\":1,}"s, "{\"a\":1} x"s, "NaN"s, "01"s,
-          "\"a\nb\""s, "\"caf\xE9\""s, "\"\xED\xA0\x80\""s, "\"\\ud800\""s, "\"a\0"s}) {
-        EXPECT_FALSE(lumo::parseJson(text)) << text.substr(0, 40);
+         {nested(mostJsonDepth + 1), std::string(1000000, '['), std::string(mostJsonBytes + 1, ' '),
+          "9223372036854775808"s, "-9223372036854775809"s, "18446744073709551616"s, "1e999"s, ""s, "{"s,
+          "{\"a\":1,}"s, "{\"a\":1} x"s, "NaN"s, "01"s, "\"a\nb\""s, "\"caf\xE9\""s, "\"\xED\xA0\x80\""s,
+          "\"\\ud800\""s, "\"a\0"s}) {
+        EXPECT_FALSE(parseJson(text)) << text.substr(0, 40);
     }
     for (std::size_t length = 0; length < houseText.size(); ++length) {
-        EXPECT_FALSE(lumo::parseJson(std::string_view(houseText).substr(0, length))) << length;
+        EXPECT_FALSE(parseJson(std::string_view(houseText).substr(0, length))) << length;
     }
 }

@@ -1,10 +1,12 @@
 #include "LumoCore/Basics/JsonEdit.h"
+#include "Tests/support/TempHome.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 
 using lumo::JsonValue;
+using tarvo::testing::wordsIn;
 namespace JsonEdit = lumo::JsonEdit;
 
 namespace {
@@ -23,12 +25,8 @@ std::string without(std::string_view document) {
 } // namespace
 
 TEST(JsonEdit, AddsAMemberAsTheDocumentIsLaidOutAndTakesItAwayAgain) {
-    struct Case {
-        std::string before;
-        std::string after;
-        bool comesBack; ///< Otherwise an object for the member had to be made, and stays.
-    };
-    for (const Case& each : {
+    using Case = std::tuple<std::string, std::string, bool>;
+    for (const auto& [before, after, comesBack] : {
              Case{"{}", "{\n  \"list\": {\n    \"new\": {\n      \"a\": 1\n    }\n  }\n}", false},
              Case{R"({"x":1.0})", R"({"x":1.0, "list": {"new": {"a": 1}}})", false},
              Case{R"({"list":null , "x":1})", R"({"list":{"new": {"a": 1}} , "x":1})", false},
@@ -44,40 +42,26 @@ TEST(JsonEdit, AddsAMemberAsTheDocumentIsLaidOutAndTakesItAwayAgain) {
              Case{"{\n    \"list\": {}\n}",
                   "{\n    \"list\": {\n        \"new\": {\n            \"a\": 1\n        }\n    }\n}", true},
          }) {
-        EXPECT_EQ(with(each.before), each.after);
-        EXPECT_EQ(with(each.after), each.after);
-        EXPECT_EQ(without(each.before), each.before) << "There was nothing to remove.";
-        EXPECT_EQ(without(each.after) == each.before, each.comesBack) << without(each.after);
+        EXPECT_EQ(with(before), after);
+        EXPECT_EQ(with(after), after);
+        EXPECT_EQ(without(before), before) << "There was nothing to remove.";
+        EXPECT_EQ(without(after) == before, comesBack) << without(after);
     }
     EXPECT_EQ(without(R"({"list": {"new":1 , "b":2}})"), R"({"list": {"b":2}})");
     EXPECT_EQ(without(R"({"list": {"a":0, "new":1 , "b":2}})"), R"({"list": {"a":0 , "b":2}})");
 }
 
 TEST(JsonEdit, RefusesWhatIsNoObjectToTheLetterAndWhatHasAKeyOfThePathTwice) {
-    const std::string deep(64, '[');
-    for (const std::string& document : {std::string(),
-                                        std::string("[]"),
-                                        std::string("{"),
-                                        std::string("{} x"),
-                                        std::string("{\"a\":1,}"),
-                                        std::string("{\"a\":01}"),
-                                        std::string("{\"a\":.5}"),
-                                        std::string("{\"a\":1.}"),
-                                        std::string("{\"a\":1e}"),
-                                        std::string("{\"a\":-}"),
-                                        std::string("{\"a\":\"\\x\"}"),
-                                        std::string("{\"a\":\"\\u12g4\"}"),
-                                        std::string("{\"a\":\"\n\"}"),
-                                        std::string("{\"a\":\"\xFF\"}"),
-                                        std::string("{\"a\":\"\xC3\"}"),
-                                        std::string("{\"a\":tru}"),
-                                        std::string("{'a':1}"),
-                                        std::string("{\"a\" 1}"),
-                                        std::string("// no\n{}"),
-                                        std::string("{}\0", 3),
-                                        std::string("{\"a\":NaN}"),
-                                        "{\"a\":" + deep + std::string(64, ']') + "}",
-                                        std::string("{\"a\":\"")}) {
+    const std::string tooDeep = R"({"a":)" + std::string(64, '[') + std::string(64, ']') + "}";
+    for (const std::string& document :
+         wordsIn(R"([] { {}x {"a":1,} {"a":01} {"a":.5} {"a":1.} {"a":1e} {"a":-} {"a":"\x"} {"a":"\u12g4"}
+                 {"a":tru} {'a':1} {"a"1} //no{} {"a":NaN} {"a":" )" +
+                 tooDeep)) {
+        EXPECT_EQ(with(document), "malformed") << document;
+    }
+    using namespace std::string_view_literals;
+    for (const std::string_view document : {""sv, "{} x"sv, "{\"a\":\"\n\"}"sv, "{\"a\":\"\xFF\"}"sv,
+                                            "{\"a\":\"\xC3\"}"sv, "// no\n{}"sv, "{}\0"sv}) {
         EXPECT_EQ(with(document), "malformed") << document;
     }
     EXPECT_EQ(with(R"({"list":{},"li\u0073t":{}})"), "ambiguous");

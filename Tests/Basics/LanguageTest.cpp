@@ -5,13 +5,8 @@
 using lumo::Language;
 
 TEST(Language, IsTheFirstThatArgumentsEnvironmentOrPreferencesAskFor) {
-    struct Case {
-        const char* about;
-        std::vector<std::string> arguments;
-        std::optional<std::string> variable;
-        std::vector<std::string> preferred;
-        Language expected;
-    };
+    using Case = std::tuple<const char*, std::vector<std::string>, std::optional<std::string>,
+                            std::vector<std::string>, Language>;
     const std::vector<Case> cases{
         {"an argument wins", {"tarvo", "--idioma", "en"}, "es", {"es-ES"}, Language::en},
         {"behind a command", {"tarvo", "scan", "--idioma", "es"}, "en", {"en"}, Language::es},
@@ -29,8 +24,7 @@ TEST(Language, IsTheFirstThatArgumentsEnvironmentOrPreferencesAskFor) {
         {"only the first preference counts", {}, {}, {"ca-ES", "es-ES"}, Language::en},
         {"no preference", {}, {}, {}, Language::en},
     };
-    for (const Case& asked : cases) {
-        EXPECT_EQ(lumo::detectLanguage(asked.arguments, asked.variable, asked.preferred), asked.expected)
-            << asked.about;
+    for (const auto& [about, arguments, variable, preferred, expected] : cases) {
+        EXPECT_EQ(lumo::detectLanguage(arguments, variable, preferred), expected) << about;
     }
 }

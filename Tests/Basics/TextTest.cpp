@@ -50,11 +50,8 @@ TEST(Text, KnowsNumbersOfEveryScript) {
 }
 
 TEST(Text, ShowsNothingThatMovesTheTerminalOrMisleads) {
-    struct Case {
-        std::string bytes;
-        const char* shown;
-    };
-    for (const Case& expected : {
+    using Case = std::tuple<std::string, const char*>;
+    for (const auto& [bytes, shown] : {
              Case{"~/Código/日本 ñ", "~/Código/日本 ñ"},
              Case{"a\nb\tc\r", "a\\nb\\x09c\\x0D"},
              Case{"\x1B[31mred\x7F", "\\x1B[31mred\\x7F"},
@@ -66,7 +63,7 @@ TEST(Text, ShowsNothingThatMovesTheTerminalOrMisleads) {
              Case{"fdp.\u202Eexe", "fdp.\\xE2\\x80\\xAEexe"},
              Case{"\u2066a\u2069\u2028", "\\xE2\\x81\\xA6a\\xE2\\x81\\xA9\\xE2\\x80\\xA8"},
          }) {
-        EXPECT_EQ(lumo::printable(expected.bytes), expected.shown);
+        EXPECT_EQ(lumo::printable(bytes), shown);
     }
 }
 

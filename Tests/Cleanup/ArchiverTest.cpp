@@ -1,5 +1,6 @@
 #include "LumoCore/Cleanup/Archiver.h"
 #include "LumoCore/Cleanup/HomeLock.h"
+#include "Platform/Folder.h"
 #include "Platform/ZipListing.h"
 #include "Tests/Cleanup/CleaningHome.h"
 
@@ -7,18 +8,15 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <random>
 #include <thread>
 
-using lumo::Archiver::ArchiveError;
-using lumo::Archiver::ArchiveProblem;
-using lumo::Archiver::Estimate;
-using tarvo::testing::CleaningHome;
-using tarvo::testing::cleaningTime;
-using testing::ElementsAre;
-using testing::HasSubstr;
-namespace Archiver = lumo::Archiver;
+using namespace lumo;
+using Archiver::ArchiveError;
+using Archiver::ArchiveProblem;
+using Archiver::Estimate;
+using namespace tarvo::testing;
+using namespace testing;
 namespace fs = std::filesystem;
 
 namespace {
@@ -32,27 +30,12 @@ std::string randomBytes(std::size_t count) {
     return bytes;
 }
 
-/// Puts a tool of that name before the system's, which the script finds under its usual path.
-void replaceTool(const CleaningHome& home, const std::string& name, const std::string& script) {
-    home.files().fileWith(".local/bin/" + name, "#!/bin/sh\n" + script + "\n");
-    home.files().setMode(".local/bin/" + name, 0755);
-}
-
 std::expected<std::string, ArchiveError> archiveOld(const CleaningHome& home,
                                                     const Archiver::ArchiveControl& control = {}) {
     const std::string path = home.path("Documents/Old");
-    const lumo::PathGuard guard = home.guard();
+    const PathGuard guard = home.guard();
     fs::create_directories(fs::path(home.historyPath()).parent_path());
     return Archiver::archive(path, Archiver::destination(path), guard, control);
-}
-
-std::vector<std::string> namesIn(const std::string& folder) {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(folder)) {
-        names.push_back(entry.path().filename());
-    }
-    std::ranges::sort(names);
-    return names;
 }
 
 } // namespace
@@ -84,9 +67,9 @@ TEST(Archiver, RefusesWhatArchivingWouldBreakAndSaysWhy) {
         {home.path("Downloads/film.mp4"), ""},
         {home.path("Documents/Library"), ""}};
     for (const auto& [path, reason] : rows) {
-        EXPECT_EQ(Archiver::refusal(path, home.root(), lumo::Language::es).value_or(""), reason) << path;
+        EXPECT_EQ(Archiver::refusal(path, home.root(), Language::es).value_or(""), reason) << path;
     }
-    EXPECT_EQ(Archiver::refusal(home.path("Music"), home.root(), lumo::Language::en).value_or(""),
+    EXPECT_EQ(Archiver::refusal(home.path("Music"), home.root(), Language::en).value_or(""),
               "“Music” is a macOS folder: pick one inside it.");
 }
 
@@ -131,7 +114,7 @@ TEST(Archiver, ArchivesAwkwardNamesAndSetsTheOriginalAside) {
     home.files().folder("Documents/-Old[1]/empty");
     home.files().link("Documents/-Old[1]/link", "../..");
     const std::string path = home.path("Documents/-Old[1]");
-    const lumo::PathGuard guard = home.guard();
+    const PathGuard guard = home.guard();
     fs::create_directories(fs::path(home.historyPath()).parent_path());
     // An archive that appears meanwhile under the wanted name is left alone.
     home.files().fileWith("Documents/-Old[1].zip", "mine");
@@ -139,13 +122,13 @@ TEST(Archiver, ArchivesAwkwardNamesAndSetsTheOriginalAside) {
     ASSERT_TRUE(made) << made.error().errorDescription() << made.error().detail;
     EXPECT_EQ(*made, path + " (2).zip");
     EXPECT_EQ(fs::status(*made).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-    std::map<std::string, lumo::platform::EntryKind> kinds;
-    ASSERT_TRUE(lumo::platform::visitZip(*made, [&](const lumo::platform::ZipEntry& entry) {
+    std::map<std::string, platform::EntryKind> kinds;
+    ASSERT_TRUE(platform::visitZip(*made, [&](const platform::ZipEntry& entry) {
         return kinds.emplace(entry.name, entry.kind).second;
     }));
     EXPECT_EQ(kinds.size(), 11U);
-    EXPECT_EQ(kinds.at("-Old[1]/link"), lumo::platform::EntryKind::link);
-    EXPECT_EQ(kinds.at("-Old[1]/empty"), lumo::platform::EntryKind::folder);
+    EXPECT_EQ(kinds.at("-Old[1]/link"), platform::EntryKind::link);
+    EXPECT_EQ(kinds.at("-Old[1]/empty"), platform::EntryKind::folder);
 
     const auto outcomes = Archiver::setAside(path, "Old", 40000, guard, cleaningTime);
     ASSERT_EQ(outcomes.size(), 1U);
@@ -154,16 +137,12 @@ TEST(Archiver, ArchivesAwkwardNamesAndSetsTheOriginalAside) {
     EXPECT_EQ(home.history(), outcomes);
     EXPECT_FALSE(fs::exists(path));
     EXPECT_EQ(home.undo().done, 1);
-    EXPECT_THAT(namesIn(home.path("Documents")), ElementsAre("-Old[1]", "-Old[1] (2).zip", "-Old[1].zip"));
+    EXPECT_THAT(platform::namesIn(home.path("Documents")),
+                ElementsAre("-Old[1]", "-Old[1] (2).zip", "-Old[1].zip"));
 }
 
 TEST(Archiver, LeavesNothingButTheOriginalWhenAnythingIsNotAsItMustBe) {
-    struct Row {
-        std::string tool;
-        std::string script; ///< Of the tool that is put in its place.
-        ArchiveProblem problem;
-        std::string detail;
-    };
+    using Row = std::tuple<std::string, std::string, ArchiveProblem, std::string>;
     const std::string grows = "/usr/bin/zip \"$@\"; s=$?; echo more >>Old/file; exit $s";
     // Neither length nor time tell that something else stands there now.
     const std::string changes = "/usr/bin/zip \"$@\"; s=$?; touch -r Old/file ../t; printf BBBB >Old/file; "
@@ -177,16 +156,16 @@ TEST(Archiver, LeavesNothingButTheOriginalWhenAnythingIsNotAsItMustBe) {
         {"zip", "shift; shift; /usr/bin/zip -r \"$@\"", ArchiveProblem::notVerified, ""},
         {"zip", "/usr/bin/zip \"$@\"; s=$?; touch Old/sub/new; exit $s", ArchiveProblem::notVerified, ""},
         {"unzip", "exit 3", ArchiveProblem::notVerified, "3"}};
-    for (const Row& row : rows) {
+    for (const auto& [tool, script, problem, detail] : rows) {
         const CleaningHome home;
         home.files().fileWith("Documents/Old/file", "AAAA");
         home.files().link("Documents/Old/sub/link", "../file");
-        replaceTool(home, row.tool, row.script);
+        home.files().program(".local/bin/" + tool, script); // Found before the system\'s.
         const auto made = archiveOld(home);
-        ASSERT_FALSE(made) << row.script;
-        EXPECT_EQ(made.error().problem, row.problem) << row.script << made.error().detail;
-        EXPECT_THAT(made.error().detail, HasSubstr(row.detail)) << row.script;
-        EXPECT_THAT(namesIn(home.path("Documents")), ElementsAre("Old")) << row.script;
+        ASSERT_FALSE(made) << script;
+        EXPECT_EQ(made.error().problem, problem) << script << made.error().detail;
+        EXPECT_THAT(made.error().detail, HasSubstr(detail)) << script;
+        EXPECT_THAT(platform::namesIn(home.path("Documents")), ElementsAre("Old")) << script;
         EXPECT_TRUE(fs::exists(home.path("Documents/Old/file")));
         EXPECT_FALSE(fs::exists(home.path("Library/Application Support/TarvoAI/archivando.jsonl")));
     }
@@ -197,7 +176,7 @@ TEST(Archiver, BeginsNothingThatCannotEndWell) {
     home.files().fileWith("Documents/Old/file", "x");
     const auto big = archiveOld(home, {.expectedBytes = std::int64_t{1} << 62});
     EXPECT_EQ(big.error().problem, ArchiveProblem::notEnoughSpace);
-    EXPECT_THAT(big.error().errorDescription(lumo::Language::en), HasSubstr("GB needed). Free something"));
+    EXPECT_THAT(big.error().errorDescription(Language::en), HasSubstr("GB needed). Free something"));
     std::stop_source stopped;
     stopped.request_stop();
     EXPECT_EQ(archiveOld(home, {.stop = stopped.get_token()}).error().problem, ArchiveProblem::interrupted);
@@ -205,14 +184,14 @@ TEST(Archiver, BeginsNothingThatCannotEndWell) {
     const auto pipe = archiveOld(home);
     EXPECT_EQ(pipe.error().problem, ArchiveProblem::notVerified);
     EXPECT_THAT(pipe.error().detail, HasSubstr("Old/pipe"));
-    EXPECT_THAT(namesIn(home.path("Documents")), ElementsAre("Old"));
+    EXPECT_THAT(platform::namesIn(home.path("Documents")), ElementsAre("Old"));
 }
 
 TEST(Archiver, EndsTheToolAndTakesItsFileBackWhenStopped) {
     const CleaningHome home;
     home.files().fileWith("Documents/Old/file", "x");
-    replaceTool(home, "zip",
-                "for a; do case $a in *.zip) echo half >\"${a%.zip}.part\";; esac; done; sleep 60");
+    home.files().program(".local/bin/zip",
+                         "for a; do case $a in *.zip) echo half >\"${a%.zip}.part\";; esac; done; sleep 60");
     std::stop_source stop;
     Archiver::ArchiveProgress progress;
     std::jthread stopper([&] {
@@ -223,7 +202,7 @@ TEST(Archiver, EndsTheToolAndTakesItsFileBackWhenStopped) {
     });
     const auto made = archiveOld(home, {.progress = &progress, .stop = stop.get_token()});
     EXPECT_EQ(made.error().problem, ArchiveProblem::interrupted);
-    EXPECT_THAT(namesIn(home.path("Documents")), ElementsAre("Old"));
+    EXPECT_THAT(platform::namesIn(home.path("Documents")), ElementsAre("Old"));
 }
 
 TEST(Archiver, SweepsWhatADeadProcessLeftAndNothingElse) {
@@ -238,7 +217,7 @@ TEST(Archiver, SweepsWhatADeadProcessLeftAndNothingElse) {
     }
     const std::string own = "Library/Application Support/TarvoAI/archivando.jsonl";
     home.files().fileWith(own, notes + "{\"torn");
-    ASSERT_TRUE(lumo::HomeLock::take(home.guard(), {.program = "test", .now = cleaningTime}));
-    EXPECT_THAT(namesIn(home.path("Documents")), ElementsAre("mine"));
+    ASSERT_TRUE(HomeLock::take(home.guard(), {.program = "test", .now = cleaningTime}));
+    EXPECT_THAT(platform::namesIn(home.path("Documents")), ElementsAre("mine"));
     EXPECT_FALSE(fs::exists(home.path(own)));
 }

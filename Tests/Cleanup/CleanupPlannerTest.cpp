@@ -3,29 +3,21 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-using lumo::CleanupOptions;
-using lumo::Finding;
-using lumo::Language;
-using lumo::PlanEntry;
-using lumo::ProjectReport;
-using lumo::Safety;
-using lumo::ScanReport;
-using testing::ElementsAre;
-using testing::IsEmpty;
-namespace CleanupPlanner = lumo::CleanupPlanner;
+using namespace lumo;
+using namespace testing;
 
 namespace {
 
-const lumo::Date now = *lumo::dateFromIsoText("2026-03-14T12:00:00Z");
+const Date now = *dateFromIsoText("2026-03-14T12:00:00Z");
 
-lumo::PlanSurroundings surroundings(Language language = Language::en) {
+PlanSurroundings surroundings(Language language = Language::en) {
     return {.now = now,
             .isRunning = [](const std::string& id) { return id == "running"; },
             .nameOf = [](const std::string& id) { return "App " + id; },
             .language = language};
 }
 
-Finding finding(std::string id, Safety safety, lumo::Cleanup cleanup) {
+Finding finding(std::string id, Safety safety, Cleanup cleanup) {
     return {.ruleID = id,
             .name = "Name of " + id,
             .safety = safety,
@@ -65,10 +57,10 @@ std::vector<std::string> idsOf(const std::vector<PlanEntry>& entries) {
 } // namespace
 
 TEST(CleanupPlanner, AdmitsBySafetyTicksAndTheOnlySet) {
-    const ScanReport report = reportOf({finding("keep", Safety::keep, lumo::cleanup::DeleteItems{}),
-                                        finding("review", Safety::review, lumo::cleanup::DeleteItems{}),
-                                        finding("ticked", Safety::review, lumo::cleanup::DeleteItems{}),
-                                        finding("safe", Safety::safe, lumo::cleanup::DeleteItems{})});
+    const ScanReport report = reportOf({finding("keep", Safety::keep, cleanup::DeleteItems{}),
+                                        finding("review", Safety::review, cleanup::DeleteItems{}),
+                                        finding("ticked", Safety::review, cleanup::DeleteItems{}),
+                                        finding("safe", Safety::safe, cleanup::DeleteItems{})});
     const auto planned = [&](const CleanupOptions& options) {
         return idsOf(CleanupPlanner::plan(report, options, surroundings()));
     };
@@ -80,31 +72,28 @@ TEST(CleanupPlanner, AdmitsBySafetyTicksAndTheOnlySet) {
 }
 
 TEST(CleanupPlanner, ChoosesTheMethodByTheCleanupAndLeavesChoicesToTheUser) {
-    const auto entry = [](lumo::Cleanup cleanup, Safety safety = Safety::safe) {
+    const auto entry = [](Cleanup cleanup, Safety safety = Safety::safe) {
         return CleanupPlanner::plan(reportOf({finding("a", safety, std::move(cleanup))}), {.include = {"a"}},
                                     surroundings())
             .front();
     };
     const std::vector<std::string> paths{"/home/x/a"};
     const std::vector<std::string> nothing;
-    EXPECT_EQ(entry(lumo::cleanup::DeleteItems{}).action.method,
-              lumo::Method(lumo::method::TrashItems{paths}));
-    EXPECT_EQ(entry(lumo::cleanup::DeleteContents{}).action.method,
-              lumo::Method(lumo::method::TrashContents{paths}));
-    const PlanEntry command = entry(lumo::cleanup::Command{"npm  cache clean --force "});
-    EXPECT_EQ(command.action.method,
-              lumo::Method(lumo::method::Command{{"npm", "cache", "clean", "--force"}}));
+    EXPECT_EQ(entry(cleanup::DeleteItems{}).action.method, Method(method::TrashItems{paths}));
+    EXPECT_EQ(entry(cleanup::DeleteContents{}).action.method, Method(method::TrashContents{paths}));
+    const PlanEntry command = entry(cleanup::Command{"npm  cache clean --force "});
+    EXPECT_EQ(command.action.method, Method(method::Command{{"npm", "cache", "clean", "--force"}}));
     EXPECT_EQ(command.action.fallbackContents, paths);
     EXPECT_EQ(command.action.title, "Name of a");
-    EXPECT_EQ(entry(lumo::cleanup::Command{"x"}, Safety::review).action.fallbackContents, nothing);
-    const PlanEntry choice = entry(lumo::cleanup::Command{"ollama rm <modelo>"});
+    EXPECT_EQ(entry(cleanup::Command{"x"}, Safety::review).action.fallbackContents, nothing);
+    const PlanEntry choice = entry(cleanup::Command{"ollama rm <modelo>"});
     EXPECT_EQ(choice.skipReason, "you have to choose by hand: ollama rm <modelo>");
-    EXPECT_EQ(choice.action.method, lumo::Method(lumo::method::TrashItems{}));
-    EXPECT_EQ(entry(lumo::cleanup::Manual{"Empty it"}).skipReason, "by hand: Empty it");
+    EXPECT_EQ(choice.action.method, Method(method::TrashItems{}));
+    EXPECT_EQ(entry(cleanup::Manual{"Empty it"}).skipReason, "by hand: Empty it");
 }
 
 TEST(CleanupPlanner, GivesTheMostImportantReason) {
-    Finding held = finding("a", Safety::safe, lumo::cleanup::DeleteItems{});
+    Finding held = finding("a", Safety::safe, cleanup::DeleteItems{});
     held.closeFirst = "running";
     const auto reason = [&](const CleanupOptions& options, Language language = Language::en) {
         return CleanupPlanner::plan(reportOf({held}), options, surroundings(language)).front().skipReason;
@@ -115,7 +104,7 @@ TEST(CleanupPlanner, GivesTheMostImportantReason) {
     held.closeFirst = "idle";
     EXPECT_EQ(reason({}), std::nullopt);
     held.closeFirst = "running";
-    held.cleanup = lumo::cleanup::Manual{"Empty it"};
+    held.cleanup = cleanup::Manual{"Empty it"};
     EXPECT_EQ(reason({}), "by hand: Empty it");
 }
 
@@ -123,40 +112,31 @@ TEST(CleanupPlanner, HoldsBackDependenciesOfActiveProjects) {
     using namespace std::chrono;
     const std::string before = "project changed ";
     const std::string after = ", so it isn't included by default (include it with --dependencies)";
-    struct Case {
-        std::optional<seconds> age;
-        std::string artifact;
-        CleanupOptions options;
-        std::optional<std::string> reason;
-    };
+    using Case = std::tuple<std::optional<seconds>, std::string, CleanupOptions, std::optional<std::string>>;
     const std::string id = "proyecto:code/app/node_modules";
-    const std::vector<Case> cases{
-        {hours(23), "node_modules", {}, before + "today" + after},
-        {hours(24), ".venv", {}, before + "yesterday" + after},
-        {days(30) - seconds(1), "venv", {}, before + "29 days ago" + after},
-        {days(30), "node_modules", {}, std::nullopt},
-        {-hours(80), "node_modules", {}, before + "today" + after},
-        {std::nullopt, "node_modules", {}, std::nullopt},
-        {hours(1), "target", {}, std::nullopt},
-        {hours(1), "node_modules", {.includeActiveDependencies = true}, std::nullopt},
-        {hours(1), "node_modules", {.include = {id}}, std::nullopt},
-        {hours(1), "node_modules", {.only = std::set<std::string>{id}}, before + "today" + after},
-        {days(2), "node_modules", {.activeProjectDays = 2}, std::nullopt},
-        {hours(1),
-         "node_modules",
-         {.recentProjectHint = "!"},
-         before + "today, so it isn't included by default!"},
-        {hours(1),
-         "target",
-         {.protectedFolders = {"/home/x/code"}},
-         "it's in a folder protected in Settings"},
-    };
-    for (const Case& one : cases) {
-        const auto entries =
-            CleanupPlanner::plan(reportOf(one.age, one.artifact, 1000000), one.options, surroundings());
-        ASSERT_EQ(entries.size(), 1U) << one.artifact;
-        EXPECT_EQ(entries.front().skipReason, one.reason) << one.artifact;
-        EXPECT_EQ(entries.front().action.title, "code/app · " + one.artifact);
+    const auto no = std::nullopt;
+    for (const auto& [age, artifact, options, reason] :
+         {Case{hours(23), "node_modules", {}, before + "today" + after},
+          Case{hours(24), ".venv", {}, before + "yesterday" + after},
+          Case{days(30) - seconds(1), "venv", {}, before + "29 days ago" + after},
+          Case{days(30), "node_modules", {}, no}, Case{no, "node_modules", {}, no},
+          Case{hours(1), "target", {}, no}, Case{-hours(80), "node_modules", {}, before + "today" + after},
+          Case{hours(1), "node_modules", {.includeActiveDependencies = true}, no},
+          Case{hours(1), "node_modules", {.include = {id}}, no},
+          Case{hours(1), "node_modules", {.only = std::set<std::string>{id}}, before + "today" + after},
+          Case{days(2), "node_modules", {.activeProjectDays = 2}, no},
+          Case{hours(1),
+               "node_modules",
+               {.recentProjectHint = "!"},
+               before + "today, so it isn't included by default!"},
+          Case{hours(1),
+               "target",
+               {.protectedFolders = {"/home/x/code"}},
+               "it's in a folder protected in Settings"}}) {
+        const auto entries = CleanupPlanner::plan(reportOf(age, artifact, 1000000), options, surroundings());
+        ASSERT_EQ(entries.size(), 1U) << artifact;
+        EXPECT_EQ(entries.front().skipReason, reason) << artifact;
+        EXPECT_EQ(entries.front().action.title, "code/app · " + artifact);
     }
     EXPECT_THAT(CleanupPlanner::plan(reportOf(hours(1), "target", 999999), {}, surroundings()), IsEmpty());
     EXPECT_THAT(CleanupPlanner::plan(reportOf(hours(1), "target", 1000000),
@@ -165,29 +145,28 @@ TEST(CleanupPlanner, HoldsBackDependenciesOfActiveProjects) {
 }
 
 TEST(CleanupPlanner, ProtectsWhatLiesInAFolderAndWhatHoldsIt) {
-    const std::vector<std::string> work{"/Users/x/Work"};
-    for (const auto& [path, isTouched] :
-         std::vector<std::pair<std::string, bool>>{{"/Users/x/Work", true},
-                                                   {"/Users/x/Work/app/node_modules", true},
-                                                   {"/Users/x", true},
-                                                   {"/Users/x/Workshop", false},
-                                                   {"/Users/x/Wor", false}}) {
-        EXPECT_EQ(CleanupPlanner::touchesProtected({"/elsewhere", path}, work), isTouched) << path;
+    for (const auto& [path, isTouched] : {std::pair{"/Users/x/Work", true},
+                                          {"/Users/x/Work/a/b", true},
+                                          {"/Users/x", true},
+                                          {"/Users/x/Workshop", false},
+                                          {"/Users/x/Wor", false}}) {
+        EXPECT_EQ(CleanupPlanner::touchesProtected({"/elsewhere", path}, {"/Users/x/Work"}), isTouched)
+            << path;
     }
 }
 
 TEST(ScanReport, RefusesSavedReportsThatNoScanWrites) {
     ScanReport report = reportOf(std::chrono::hours(1), "target", 1000000);
-    report.findings = {finding("a", Safety::safe, lumo::cleanup::Command{"x y"})};
+    report.findings = {finding("a", Safety::safe, cleanup::Command{"x y"})};
     const auto read = [](const ScanReport& written) {
-        return lumo::scanReportFromJson(lumo::dumpJson(lumo::encode(written), lumo::JsonLayout::line));
+        return scanReportFromJson(dumpJson(encode(written), JsonLayout::line));
     };
-    EXPECT_EQ(read(report), lumo::Result<ScanReport>(report));
+    EXPECT_EQ(read(report), Result<ScanReport>(report));
     ScanReport negative = report;
     negative.findings[0].usage.fileCount = -1;
     EXPECT_FALSE(read(negative));
     ScanReport tooMuch = report;
     tooMuch.projects[0].usage.allocatedBytes = std::numeric_limits<std::int64_t>::max();
     EXPECT_FALSE(read(tooMuch));
-    EXPECT_FALSE(lumo::scanReportFromJson("[]"));
+    EXPECT_FALSE(scanReportFromJson("[]"));
 }

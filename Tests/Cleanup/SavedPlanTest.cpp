@@ -5,35 +5,27 @@
 
 #include <limits>
 
-using lumo::PlanEntry;
-using lumo::Rule;
-using lumo::Safety;
-using testing::ElementsAre;
-using testing::HasSubstr;
-namespace method = lumo::method;
+using namespace lumo;
+using namespace testing;
 
 namespace {
 
 const std::vector<Rule>& rules() {
     static const std::vector<Rule> all{
-        {.id = "npm", .safety = Safety::safe, .cleanup = lumo::cleanup::Command{"npm  clean --force"}},
-        {.id = "chosen", .safety = Safety::review, .cleanup = lumo::cleanup::Command{"ollama rm <modelo>"}},
-        {.id = "web",
-         .safety = Safety::safe,
-         .cleanup = lumo::cleanup::DeleteItems{},
-         .closeFirst = "browser"},
-        {.id = "hand", .safety = Safety::review, .cleanup = lumo::cleanup::Manual{"Empty it"}}};
+        {.id = "npm", .safety = Safety::safe, .cleanup = cleanup::Command{"npm  clean --force"}},
+        {.id = "chosen", .safety = Safety::review, .cleanup = cleanup::Command{"ollama rm <modelo>"}},
+        {.id = "web", .safety = Safety::safe, .cleanup = cleanup::DeleteItems{}, .closeFirst = "browser"},
+        {.id = "hand", .safety = Safety::review, .cleanup = cleanup::Manual{"Empty it"}}};
     return all;
 }
 
-PlanEntry entry(std::string id, lumo::Method how, std::optional<std::string> reason = {}) {
+PlanEntry entry(std::string id, Method how, std::optional<std::string> reason = {}) {
     return {{.id = std::move(id), .safety = Safety::safe, .estimatedBytes = 5, .method = std::move(how)},
             std::move(reason)};
 }
 
-lumo::Result<std::vector<PlanEntry>> savedAndRead(const std::vector<PlanEntry>& entries) {
-    return lumo::savedPlanFromJson(lumo::dumpJson(lumo::encode(entries), lumo::JsonLayout::indented),
-                                   rules());
+Result<std::vector<PlanEntry>> savedAndRead(const std::vector<PlanEntry>& entries) {
+    return savedPlanFromJson(dumpJson(encode(entries), JsonLayout::indented), rules());
 }
 
 } // namespace
@@ -74,25 +66,25 @@ TEST(SavedPlan, NeverBringsItsOwnCommandsNorActsOnWhatIsKept) {
     EXPECT_EQ(refusal(counted), "document[1].action: a negative estimate (web)");
     counted.action.estimatedBytes = std::numeric_limits<std::int64_t>::max();
     EXPECT_EQ(refusal(counted), "document: the estimates are too large");
-    EXPECT_FALSE(lumo::savedPlanFromJson(R"([{"skipReason":"x"}])", rules()));
-    EXPECT_FALSE(lumo::savedPlanFromJson("{}", rules()));
+    EXPECT_FALSE(savedPlanFromJson(R"([{"skipReason":"x"}])", rules()));
+    EXPECT_FALSE(savedPlanFromJson("{}", rules()));
 }
 
 TEST(SavedPlan, TakesReportsOnlyWithTheCleanupsOfTheRules) {
-    const auto refusal = [](const std::string& id, Safety safety, lumo::Cleanup cleanup) {
-        lumo::ScanReport report;
+    const auto refusal = [](const std::string& id, Safety safety, Cleanup cleanup) {
+        ScanReport report;
         report.findings = {{.ruleID = id, .safety = safety, .cleanup = std::move(cleanup)}};
-        const auto checked = lumo::checkCleanups(report, rules());
+        const auto checked = checkCleanups(report, rules());
         return checked ? "" : checked.error().message;
     };
-    const lumo::Cleanup npm = lumo::cleanup::Command{"npm  clean --force"};
+    const Cleanup npm = cleanup::Command{"npm  clean --force"};
     EXPECT_EQ(refusal("npm", Safety::safe, npm), "");
-    EXPECT_EQ(refusal("hand", Safety::review, lumo::cleanup::Manual{"Vacíala"}), "");
+    EXPECT_EQ(refusal("hand", Safety::review, cleanup::Manual{"Vacíala"}), "");
     const std::string message = "document.findings[0]: not as its rule says ";
     EXPECT_EQ(refusal("npm", Safety::review, npm), message + "(npm)");
-    EXPECT_EQ(refusal("npm", Safety::safe, lumo::cleanup::Command{"npm clean --force"}), message + "(npm)");
-    EXPECT_EQ(refusal("npm", Safety::safe, lumo::cleanup::Manual{"x"}), message + "(npm)");
-    EXPECT_EQ(refusal("hand", Safety::review, lumo::cleanup::DeleteItems{}), message + "(hand)");
+    EXPECT_EQ(refusal("npm", Safety::safe, cleanup::Command{"npm clean --force"}), message + "(npm)");
+    EXPECT_EQ(refusal("npm", Safety::safe, cleanup::Manual{"x"}), message + "(npm)");
+    EXPECT_EQ(refusal("hand", Safety::review, cleanup::DeleteItems{}), message + "(hand)");
     EXPECT_EQ(refusal("new", Safety::safe, npm), "document.findings[0]: an unknown rule (new)");
 }
 
@@ -110,13 +102,13 @@ TEST(SavedPlan, IsHeldBackByWhatHoldsAFreshPlanBack) {
                                  entry("web", method::TrashItems{beside}, "before")};
     saved[4].action.measuredPaths = work;
     saved[5].action.fallbackContents = work;
-    const auto reasons = [&](const lumo::CleanupOptions& options) {
+    const auto reasons = [&](const CleanupOptions& options) {
         std::vector<std::string> said;
         for (const PlanEntry& held :
-             lumo::heldBackNow(saved, options, rules(),
-                               {.isRunning = [](const std::string& id) { return id == "browser"; },
-                                .nameOf = [](const std::string& id) { return "App " + id; },
-                                .language = lumo::Language::en})) {
+             heldBackNow(saved, options, rules(),
+                         {.isRunning = [](const std::string& id) { return id == "browser"; },
+                          .nameOf = [](const std::string& id) { return "App " + id; },
+                          .language = Language::en})) {
             said.push_back(held.skipReason.value_or(""));
         }
         return said;

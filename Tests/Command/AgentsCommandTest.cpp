@@ -3,14 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-using tarvo::testing::json;
-using tarvo::testing::jsonOf;
-using tarvo::testing::Ran;
-using tarvo::testing::runTarvo;
-using tarvo::testing::tarvoProgram;
-using tarvo::testing::TempHome;
-using testing::HasSubstr;
-using testing::StartsWith;
+using namespace tarvo::testing;
+using namespace testing;
 
 TEST(AgentsCommand, AnswersInTheShapesThatProgramsRelyOn) {
     const TempHome home;

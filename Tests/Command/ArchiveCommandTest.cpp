@@ -6,35 +6,30 @@
 
 #include <filesystem>
 
-using tarvo::testing::json;
-using tarvo::testing::jsonOf;
-using tarvo::testing::Ran;
-using tarvo::testing::runTarvo;
-using tarvo::testing::TempHome;
-using testing::AllOf;
-using testing::HasSubstr;
+using namespace lumo;
+using namespace tarvo::testing;
+using namespace testing;
 namespace fs = std::filesystem;
 
 TEST(ArchiveCommand, EstimatesAsksArchivesAndIsUndone) {
     const TempHome home;
     const std::string old = home.path("Documents/Old");
-    home.file("Documents/Old/file", 50000);
-    home.file("Documents/Old/photo.jpg", 50000);
-    const lumo::JsonValue estimated = jsonOf(home, {"archivar", old, "--estimate"});
-    EXPECT_EQ(*estimated.find("destination"), lumo::JsonValue{old + ".zip"});
-    EXPECT_EQ(*estimated.find("estimate")->find("bytes"), lumo::JsonValue{std::int64_t{100000}});
+    home.files({"Documents/Old/file", "Documents/Old/photo.jpg"}, 50000);
+    const JsonValue estimated = jsonOf(home, {"archivar", old, "--estimate"});
+    EXPECT_EQ(*estimated.find("destination"), JsonValue{old + ".zip"});
+    EXPECT_EQ(*estimated.find("estimate")->find("bytes"), JsonValue{std::int64_t{100000}});
     for (const std::string answer : {"\n", "n\n"}) {
-        const Ran ran = tarvo::testing::runTarvoOnTerminal(home, {"archive", old}, answer);
+        const Ran ran = runTarvoOnTerminal(home, {"archive", old}, answer);
         EXPECT_EQ(ran.exitCode, 1);
         EXPECT_THAT(ran.output, AllOf(HasSubstr("Se creará Old.zip al lado"), HasSubstr("7 días"),
                                       HasSubstr("¿Archivar «Old»? [s/N]")));
         EXPECT_FALSE(fs::exists(old + ".zip"));
     }
     EXPECT_EQ(runTarvo(home, {"archive", old}).exitCode, 2) << "nobody to ask";
-    const lumo::JsonValue done = jsonOf(home, {"archive", old, "--yes"});
-    EXPECT_EQ(*done.find("archive"), lumo::JsonValue{old + ".zip"});
-    const auto outcomes = lumo::decode<std::vector<lumo::CleanupOutcome>>(*done.find("outcomes")).value();
-    EXPECT_EQ(outcomes.front().status, lumo::CleanupStatus::done);
+    const JsonValue done = jsonOf(home, {"archive", old, "--yes"});
+    EXPECT_EQ(*done.find("archive"), JsonValue{old + ".zip"});
+    const auto outcomes = decode<std::vector<CleanupOutcome>>(*done.find("outcomes")).value();
+    EXPECT_EQ(outcomes.front().status, CleanupStatus::done);
     EXPECT_GE(outcomes.front().trashedBytes, 100000);
     EXPECT_FALSE(fs::exists(old));
     EXPECT_EQ(jsonOf(home, {"undo"}), json(R"({"done": 1, "failures": []})"));
@@ -49,9 +44,6 @@ TEST(ArchiveCommand, SaysWhyNot) {
     EXPECT_EQ(refused.exitCode, 1);
     EXPECT_EQ(json(refused.output),
               json(R"({"refusal": "«Documents» es una carpeta de macOS: elige una de dentro."})"));
-    const Ran english = runTarvo(home, {"archive", home.path("Documents")}, {"TARVO_IDIOMA=en"});
-    EXPECT_EQ(english.exitCode, 1);
-    EXPECT_THAT(english.error, HasSubstr("This can't be archived: “Documents” is a macOS folder"));
     EXPECT_EQ(runTarvo(home, {"archive", home.path("Documents/none"), "--estimate"}).exitCode, 2);
     EXPECT_THAT(runTarvo(home, {"archive", home.path("Documents/Photos"), "--estimate"}).output,
                 HasSubstr("Apenas se comprime: ahorrarías unos 0 MB."));

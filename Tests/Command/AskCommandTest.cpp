@@ -1,16 +1,12 @@
 #include "LumoCore/Scanning/ScanReport.h"
 #include "Tests/support/RunTarvo.h"
-#include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-using tarvo::testing::json;
-using tarvo::testing::jsonOf;
-using tarvo::testing::runTarvo;
-using tarvo::testing::TempHome;
-using testing::HasSubstr;
-using testing::StartsWith;
+using namespace lumo;
+using namespace tarvo::testing;
+using namespace testing;
 
 TEST(AskCommand, AnswersWordsWithAndWithoutQuotesAndOpensTopicsByTheirNames) {
     const TempHome home;
@@ -22,7 +18,7 @@ TEST(AskCommand, AnswersWordsWithAndWithoutQuotesAndOpensTopicsByTheirNames) {
     EXPECT_THAT(runTarvo(home, {"ask", "--topics"}, {"TARVO_IDIOMA=en"}).output,
                 HasSubstr("  lento         Why is it slow, or showing “Also searching…”?\n"));
     const auto topics = jsonOf(home, {"ask", "--topics"});
-    EXPECT_EQ(std::get<lumo::JsonValue::Array>(topics.value).size(), 31U);
+    EXPECT_EQ(std::get<JsonValue::Array>(topics.value).size(), 31U);
     for (const std::vector<std::string>& wrong :
          {std::vector<std::string>{"ask"}, std::vector<std::string>{"ask", "--topics", "nada"}}) {
         EXPECT_EQ(runTarvo(home, wrong).exitCode, 2);
@@ -44,16 +40,15 @@ TEST(AskCommand, ListsRelatedQuestionsUnderWhatItDoesNotKnowAndMeasuresNothingFo
 
 TEST(SummaryCommand, TellsWhatThePlanFreesNowAndFromWhichFacts) {
     const TempHome home;
-    lumo::ScanReport report{.home = home.path(), .volume = {.availableBytes = 5000000000}};
-    lumo::Finding cache;
-    cache.safety = lumo::Safety::safe;
-    cache.cleanup = lumo::cleanup::DeleteContents{};
+    ScanReport report{.home = home.path(), .volume = {.availableBytes = 5000000000}};
+    Finding cache;
+    cache.safety = Safety::safe;
+    cache.cleanup = cleanup::DeleteContents{};
     cache.paths = {home.path("a")};
     cache.usage.allocatedBytes = 2000000000;
     report.findings = {cache, cache};
     report.findings.back().paths = {home.path("protected/b")};
-    const std::string file =
-        home.fileWith("r.json", lumo::dumpJson(lumo::encode(report), lumo::JsonLayout::line));
+    const std::string file = home.fileWith("r.json", dumpJson(encode(report), JsonLayout::line));
     runTarvo(home, {"settings", "set", "carpetasProtegidas", home.folder("protected")});
     EXPECT_EQ(jsonOf(home, {"summary", "--report", file}),
               json(R"({"text": "Puedes recuperar 2,0 GB sin riesgo, sobre todo 4,0 GB en cachés de )"

@@ -1,31 +1,25 @@
 #include "LumoCore/History/SnapshotStore.h"
 #include "Tests/support/RunTarvo.h"
-#include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
-using lumo::SnapshotStore;
-using tarvo::testing::json;
-using tarvo::testing::jsonOf;
-using tarvo::testing::runTarvo;
-using tarvo::testing::TempHome;
-using testing::HasSubstr;
-using testing::Not;
-using testing::StartsWith;
+using namespace lumo;
+using namespace tarvo::testing;
+using namespace testing;
 
 namespace {
 
-const lumo::Date noon = *lumo::dateFromIsoText("2026-03-14T12:00:00Z");
+const Date noon = *dateFromIsoText("2026-03-14T12:00:00Z");
 
 /// Saves a report of two unclassified folders and gives the words that ask about it.
 std::vector<std::string> askAboutGrowth(const TempHome& home) {
-    lumo::ScanReport report{.home = home.path(), .scannedAt = noon};
+    ScanReport report{.home = home.path(), .scannedAt = noon};
     report.unclassified = {{.path = "/x/a\x1B\xE9", .usage = {.allocatedBytes = 2500000000}},
                            {.path = "/x/b", .usage = {.allocatedBytes = 199999999}}};
-    const std::string text = lumo::dumpJson(lumo::encode(report), lumo::JsonLayout::line);
+    const std::string text = dumpJson(encode(report), JsonLayout::line);
     return {"growth", "--report", home.fileWith("report.json", text)};
 }
 
@@ -65,5 +59,5 @@ TEST(GrowthCommand, SaysWhyThereIsNothingToCompareWith) {
     home.folder("Library/Application Support/TarvoAI/instantaneas.json");
     EXPECT_EQ(jsonOf(home, words), json(R"({"items":[]})"));
     EXPECT_THAT(runTarvo(home, words, {"TARVO_IDIOMA=en"}).output,
-                testing::AllOf(HasSubstr("instantaneas.json could not be read: "), Not(HasSubstr("first"))));
+                AllOf(HasSubstr("instantaneas.json could not be read: "), Not(HasSubstr("first"))));
 }

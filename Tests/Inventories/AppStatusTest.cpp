@@ -2,10 +2,8 @@
 
 #include <gtest/gtest.h>
 
-using lumo::AppStatus;
-using lumo::DesktopEntry;
-using lumo::InstalledApp;
-using lumo::platform::RunningProcess;
+using namespace lumo;
+using platform::RunningProcess;
 
 namespace {
 
@@ -24,13 +22,8 @@ AppStatus with(std::vector<RunningProcess> processes) {
 } // namespace
 
 TEST(AppStatus, KnowsARunningApplicationByProcessProgramOrUnit) {
-    struct Case {
-        const char* about;
-        RunningProcess process;
-        const char* bundleID;
-        bool isRunning;
-    };
-    for (const Case& asked : {
+    using Case = std::tuple<const char*, RunningProcess, const char*, bool>;
+    for (const auto& [about, process, bundleID, isRunning] : {
              Case{"a known process", {"chrome", "", ""}, "com.google.Chrome", true},
              Case{"called by a known name", {"ld.so", "google-chrome", ""}, "com.google.Chrome", true},
              Case{"a backend without a window", {"com.docker.backend", "", ""}, "com.docker.docker", true},
@@ -44,13 +37,9 @@ TEST(AppStatus, KnowsARunningApplicationByProcessProgramOrUnit) {
              Case{"another unit", {"", "", "launched-2"}, "launched", false},
              Case{"an entry that names no program", {"", "", ""}, "launched", false},
          }) {
-        EXPECT_EQ(with({{"init", "init", ""}, asked.process}).isRunning(asked.bundleID), asked.isRunning)
-            << asked.about;
+        EXPECT_EQ(with({{"init", "init", ""}, process}).isRunning(bundleID), isRunning) << about;
     }
     EXPECT_FALSE(with({}).isRunning("com.google.Chrome"));
-}
-
-TEST(AppStatus, TakesNoProcessForAnEmptyIdentifier) {
     // Every process that no desktop started counted as the application without an identifier.
     EXPECT_FALSE(with({{"init", "init", ""}}).isRunning(""));
 }

@@ -7,13 +7,9 @@
 
 #include <cstdlib>
 
-using lumo::DesktopEntry;
-using lumo::InstalledApp;
-using lumo::Rule;
-using tarvo::testing::TempHome;
-using testing::ElementsAre;
-using testing::IsEmpty;
-namespace locator = lumo::locator;
+using namespace lumo;
+using namespace tarvo::testing;
+using namespace testing;
 
 namespace {
 
@@ -71,13 +67,12 @@ std::string desktopEntry(const std::string& lines) {
 }
 
 std::optional<DesktopEntry> parse(const std::string& text) {
-    return lumo::parseDesktopEntry(text, "id", "/path");
+    return parseDesktopEntry(text, "id", "/path");
 }
 
 std::vector<Rule> cacheRules(const TempHome& home, const std::string& identifier,
                              const std::vector<Rule>& given = {}) {
-    return lumo::AppCaches::rules({{"Some App", identifier, "/p/Some App.app"}}, given, home.path(),
-                                  lumo::Language::en);
+    return AppCaches::rules({{"Some App", identifier, "/p/Some App.app"}}, given, home.path(), Language::en);
 }
 
 Rule ruleAt(const std::string& path) {
@@ -148,7 +143,7 @@ TEST(InstalledApp, SurvivesListsThatNestWithoutEnd) {
     const TempHome home;
     const auto survives = [&](const std::string& list) {
         const std::string path = bundle(home, "Deep.app", list);
-        EXPECT_EXIT(std::_Exit(InstalledApp::read(path) ? 1 : 0), testing::ExitedWithCode(0), "")
+        EXPECT_EXIT(std::_Exit(InstalledApp::read(path) ? 1 : 0), ExitedWithCode(0), "")
             << list.substr(0, 60);
     };
     survives("<plist>" + repeated("<array>", 500000));
@@ -169,12 +164,8 @@ TEST(InstalledApp, FindsBundlesInTheRootsAndOneLevelBelow) {
     bundle(home, "elsewhere/D.app", list);
     home.link("1/Linked", home.path("elsewhere"));
     home.file("1/notes");
-    std::vector<std::string> paths;
-    for (const InstalledApp& app :
-         InstalledApp::bundlesIn({home.path("1"), home.path("no"), home.path("2")})) {
-        paths.push_back(app.path);
-    }
-    EXPECT_THAT(paths, ElementsAre(top, below, again));
+    const auto found = InstalledApp::bundlesIn({home.path("1"), home.path("no"), home.path("2")});
+    EXPECT_THAT(eachOf(found, &InstalledApp::path), ElementsAre(top, below, again));
 }
 
 TEST(InstalledApp, IsKnownByItsNormalFormsOfThreeCharactersAndMore) {
@@ -200,19 +191,16 @@ TEST(DesktopEntry, IsAnApplicationThatTheUserSees) {
 }
 
 TEST(DesktopEntry, NamesTheProgramUnlessItIsAnInterpreter) {
-    struct Case {
-        const char* line;
-        const char* program;
-    };
-    for (const Case& started :
+    using Case = std::tuple<const char*, const char*>;
+    for (const auto& [started, program] :
          {Case{"", ""}, Case{"firefox", "firefox"}, Case{"/usr/lib/firefox/firefox %u", "firefox"},
           Case{"\"/opt/My App/my app\" --flag=1", "my app"},
           Case{"env GDK_BACKEND=x11 LANG=C /opt/tool/tool", "tool"},
           Case{"/usr/bin/env \"A=b c\" tool", "tool"}, Case{"GDK_BACKEND=x11 tool", "tool"},
           Case{"python3.11 /usr/share/app.py", ""}, Case{"/usr/bin/flatpak run org.example.App", ""},
           Case{"sh -c \"tool | other\"", ""}, Case{"env X=1 bash -c tool", ""}}) {
-        const std::string line = started.line;
-        EXPECT_EQ(parse(desktopEntry("Name=x\nExec=" + line))->program, started.program) << line;
+        const std::string line = started;
+        EXPECT_EQ(parse(desktopEntry("Name=x\nExec=" + line))->program, program) << line;
     }
 }
 
@@ -227,49 +215,36 @@ TEST(DesktopEntry, IsHiddenByTheSameIdInAnEarlierFolder) {
     const std::string deep =
         home.fileWith("system/applications/kde/sub/d.desktop", desktopEntry("Name=Deep"));
     home.fileWith("system/applications/notes.txt", desktopEntry("Name=Notes"));
-    EXPECT_THAT(lumo::desktopEntriesIn({home.path("user"), home.path("none"), home.path("system")}),
+    EXPECT_THAT(desktopEntriesIn({home.path("user"), home.path("none"), home.path("system")}),
                 ElementsAre(DesktopEntry{"a", "Mine", mine, ""}, DesktopEntry{"c", "Kept", kept, ""},
                             DesktopEntry{"kde-sub-d", "Deep", deep, ""}));
 }
 
 TEST(AppCaches, MakesARuleForAFolderUnderTheExactIdentifier) {
     const TempHome home;
-    home.folder("Library/Caches/com.a.mac");
-    home.folder("Library/Caches/com.a.both");
-    home.folder(".cache/com.a.both");
-    home.folder(".cache/com.a.xdg");
-    home.folder(".var/app/com.a.flatpak/cache");
-    home.folder("Library/Caches/com.a.appendix");
-    home.folder("elsewhere");
+    home.folders({"Library/Caches/com.a.mac", "Library/Caches/com.a.both", ".cache/com.a.both",
+                  ".cache/com.a.xdg", ".var/app/com.a.flatpak/cache", "Library/Caches/com.a.appendix",
+                  "elsewhere"});
     home.link(".cache/com.a.link", home.path("elsewhere"));
     home.file(".cache/com.a.file");
-    struct Case {
-        const char* identifier;
-        const char* path;
-    };
-    for (const Case& found :
-         {Case{"com.a.mac", "~/Library/Caches/com.a.mac"}, Case{"com.a.both", "~/Library/Caches/com.a.both"},
-          Case{"com.a.xdg", "~/.cache/com.a.xdg"}, Case{"com.a.flatpak", "~/.var/app/com.a.flatpak/cache"}}) {
-        const std::vector<Rule> rules = cacheRules(home, found.identifier);
-        ASSERT_EQ(rules.size(), 1U) << found.identifier;
-        EXPECT_EQ(rules.front().id, std::string("cache-app:") + found.identifier);
-        EXPECT_EQ(rules.front().locator, lumo::Locator(locator::Path{found.path}));
-        EXPECT_EQ(rules.front().safety, lumo::Safety::safe);
-        EXPECT_EQ(rules.front().cleanup, lumo::Cleanup(lumo::cleanup::DeleteContents{}));
-        EXPECT_EQ(rules.front().closeFirst, found.identifier);
+    for (const auto& [identifier, path] : {std::pair{"com.a.mac", "~/Library/Caches/com.a.mac"},
+                                           {"com.a.both", "~/Library/Caches/com.a.both"},
+                                           {"com.a.xdg", "~/.cache/com.a.xdg"},
+                                           {"com.a.flatpak", "~/.var/app/com.a.flatpak/cache"}}) {
+        const std::vector<Rule> rules = cacheRules(home, identifier);
+        ASSERT_EQ(rules.size(), 1U) << identifier;
+        EXPECT_EQ(rules.front().id, std::string("cache-app:") + identifier);
+        EXPECT_EQ(rules.front().locator, Locator(locator::Path{path}));
+        EXPECT_EQ(rules.front().safety, Safety::safe);
+        EXPECT_EQ(rules.front().cleanup, Cleanup(cleanup::DeleteContents{}));
+        EXPECT_EQ(rules.front().closeFirst, identifier);
     }
-    for (const char* other : {"com.a.app", "com.a.Mac", "Some App", "com.a.link", "com.a.file", ".", "..",
+    // With nothing behind "~/Library/Caches/" it became a rule that empties the caches of everything.
+    for (const char* other : {"", "com.a.app", "com.a.Mac", "Some App", "com.a.link", "com.a.file", ".", "..",
                               "../elsewhere", "com.a.mac/", "*"}) {
         EXPECT_THAT(cacheRules(home, other), IsEmpty()) << other;
     }
-}
-
-TEST(AppCaches, MakesNoRuleForAnEmptyIdentifier) {
-    // "~/Library/Caches/" and nothing behind it became a rule that empties the caches of everything.
-    const TempHome home;
-    home.folder("Library/Caches/other");
-    EXPECT_THAT(cacheRules(home, ""), IsEmpty());
-    EXPECT_THAT(cacheRules(home, "", {ruleAt("~/Library/Caches/other")}), IsEmpty());
+    EXPECT_THAT(cacheRules(home, "", {ruleAt("~/Library/Caches/com.a.mac")}), IsEmpty());
 }
 
 TEST(AppCaches, LeavesAFolderToTheRuleThatHasIt) {
@@ -282,7 +257,7 @@ TEST(AppCaches, LeavesAFolderToTheRuleThatHasIt) {
         EXPECT_EQ(cacheRules(home, "tool", {ruleAt(given)}).size(), 1U) << given;
     }
     const InstalledApp twice{"Tool", "tool", "/p/tool.app"};
-    EXPECT_EQ(lumo::AppCaches::rules({twice, twice}, {}, home.path()).size(), 1U);
+    EXPECT_EQ(AppCaches::rules({twice, twice}, {}, home.path()).size(), 1U);
 }
 
 TEST(InstalledApp, IsRelatedToAFolderByIdentifierThenAliasThenWord) {
@@ -290,34 +265,19 @@ TEST(InstalledApp, IsRelatedToAFolderByIdentifierThenAliasThenWord) {
                                          {"Visual Studio Code", "com.microsoft.VSCode", "/a/Code - OSS.app"},
                                          {"Baz", "com.foo.bar.agent", "/a/Baz.app"},
                                          {"Café Élite", "org.example.cafe", "/a/cafe.desktop"}};
-    struct Case {
-        const char* folder;
-        const char* name;
-    };
-    for (const Case& expected : {Case{"com.foo.bar", "Foo Tool"},
-                                 Case{"COM.Foo.Bar.agent", "Foo Tool"},
-                                 Case{"com.foo", "Foo Tool"},
-                                 Case{".com.foo.bar.x", "Foo Tool"},
-                                 Case{"com.foobar", "Foo Tool"},
-                                 Case{"com.foo.ba", ""},
-                                 Case{"Code - OSS", "Visual Studio Code"},
-                                 Case{".vscode", "Visual Studio Code"},
-                                 Case{"..vscode", "Visual Studio Code"},
-                                 Case{"com.microsoft.VSCode.ShipIt", "Visual Studio Code"},
-                                 Case{"BAR", "Foo Tool"},
-                                 Case{"baz", "Baz"},
-                                 Case{"foobar", "Foo Tool"},
-                                 Case{"my-studio-cache", "Visual Studio Code"},
-                                 Case{"cafe\u0301 e\u0301lite", "Café Élite"},
-                                 Case{"net.elite.thing", ""},
-                                 Case{"Élite backups", "Café Élite"},
-                                 Case{"tool", "Foo Tool"},
-                                 Case{"too", ""},
-                                 Case{"desktop helper", ""},
-                                 Case{"", ""},
-                                 Case{".", ""}}) {
-        const auto app = InstalledApp::related(expected.folder, apps);
-        EXPECT_EQ(app ? app->name : "", expected.name) << expected.folder;
+    using Folders = std::vector<const char*>;
+    for (const auto& [name, folders] :
+         {std::pair{"Foo Tool", Folders{"com.foo.bar", "COM.Foo.Bar.agent", "com.foo", ".com.foo.bar.x",
+                                        "com.foobar", "BAR", "foobar", "tool"}},
+          {"Visual Studio Code",
+           Folders{"Code - OSS", ".vscode", "..vscode", "com.microsoft.VSCode.ShipIt", "my-studio-cache"}},
+          {"Baz", Folders{"baz"}},
+          {"Café Élite", Folders{"cafe\u0301 e\u0301lite", "Élite backups"}},
+          {"", Folders{"com.foo.ba", "net.elite.thing", "too", "desktop helper", "", "."}}}) {
+        for (const char* folder : folders) {
+            const auto app = InstalledApp::related(folder, apps);
+            EXPECT_EQ(app ? app->name : "", name) << folder;
+        }
     }
     EXPECT_EQ(apps.front().spokenName(), "Foo Bar");
     EXPECT_EQ(apps.back().spokenName(), "Café Élite");

@@ -4,8 +4,7 @@
 #include <gtest/gtest.h>
 
 using lumo::SystemSpace;
-using testing::ElementsAre;
-using testing::IsEmpty;
+using namespace testing;
 
 TEST(SystemSpace, ReadsTheDatesOfSnapshotsOldestFirstAndPassesOverWhatIsNoDate) {
     const auto dates = SystemSpace::parseSnapshots(

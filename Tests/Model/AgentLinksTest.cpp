@@ -1,5 +1,4 @@
 #include "TarvoApp/Model/AgentLinks.h"
-#include "Platform/StateFile.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
@@ -9,10 +8,8 @@
 #include <filesystem>
 
 using namespace tarvo::AgentLinks;
-using tarvo::testing::TempHome;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::StartsWith;
+using namespace tarvo::testing;
+using namespace testing;
 
 namespace {
 
@@ -22,14 +19,9 @@ namespace {
 const std::string folder = "Library/Application Support/Claude/";
 const std::string desktop = folder + "claude_desktop_config.json";
 
-std::string content(const std::string& path) {
-    return lumo::platform::readWhole(path, 10000).value_or("missing");
-}
-
 /// Claude Code, which writes down how it was started.
 void install(const TempHome& home, const std::string& place, const std::string& more) {
-    home.fileWith(place, "#!/bin/sh\nprintf '%s\\n' \"$HOME\" \"$@\" >>" + home.path("calls") + "\n" + more);
-    home.setMode(place, 0755);
+    home.program(place, "printf '%s\\n' \"$HOME\" \"$@\" >>" + home.path("calls") + "\n" + more);
 }
 
 std::string messageOf(const LinkResult& result) {
@@ -39,10 +31,7 @@ std::string messageOf(const LinkResult& result) {
 } // namespace
 
 TEST(AgentLinks, FindTheServerOnlyInSettingsThatHaveItUnderItsName) {
-    struct Case {
-        const char* settings;
-        LinkState state;
-    };
+    using Case = std::pair<const char*, LinkState>;
     for (const auto& [settings, state] :
          {Case{R"({"mcpServers": {"tarvo-ai": null}, "n": 12345678901234567890})", LinkState::linked},
           Case{R"({"mcpServers": {"tarvo": {}}, "tarvo-ai": {}})", LinkState::notLinked},
@@ -86,17 +75,14 @@ TEST(AgentLinks, AreMadeByClaudeCodeForTheHomeThatIsMeant) {
     EXPECT_EQ(messageOf(disconnectClaudeCode(home.path())), "done: Disconnected.");
     const std::string calls = home.path() + "\nmcp\nadd\n--scope\nuser\ntarvo-ai\n--\n" + serverExecutable() +
                               "\nmcp\n" + home.path() + "\nmcp\nremove\n--scope\nuser\ntarvo-ai\n";
-    EXPECT_EQ(content(home.path("calls")), calls);
+    EXPECT_EQ(contentOf(home.path("calls")), calls);
     home.fileWith(".claude.json", R"({"mcpServers": {"tarvo-ai": {}}})");
     EXPECT_THAT(messageOf(connectClaudeCode(home.path())), StartsWith("done: "));
-    EXPECT_EQ(content(home.path("calls")), calls) << "It was there already.";
+    EXPECT_EQ(contentOf(home.path("calls")), calls) << "It was there already.";
 }
 
 TEST(AgentLinks, SayWhyClaudeCodeMadeNone) {
-    struct Case {
-        const char* script;
-        const char* message;
-    };
+    using Case = std::pair<const char*, const char*>;
     for (const auto& [script, message] : {Case{"#!/bin/sh\nprintf 'no\\n way\\n\\n' >&2; exit 3", "no\n way"},
                                           Case{"#!/bin/sh\nexit 4", "Claude Code: code 4"},
                                           Case{"#!/nonexistent", "Couldn't open Claude Code."}}) {
@@ -114,40 +100,30 @@ TEST(AgentLinks, SayWhyClaudeCodeMadeNone) {
     EXPECT_THAT(messageOf(disconnectClaudeCode(home.path(), stop.get_token())), StartsWith("Interrupted"));
 }
 
-TEST(AgentLinks, KeepEverythingElseInClaudeDesktopsSettings) {
-    const TempHome home;
-    const std::string before = "{\r\n\t\"mcpServers\": {\r\n\t\t\"b\": {\"n\": 1.0}\r\n\t}\r\n}";
-    home.fileWith(folder + "real.json", before);
-    home.setMode(folder + "real.json", 0604);
-    home.link(desktop, "real.json");
-    EXPECT_EQ(messageOf(setInClaudeDesktop(home.path(), true)),
-              "done: Connected. Quit and reopen Claude to see it.");
-    EXPECT_TRUE(isInClaudeDesktop(home.path()));
-    EXPECT_THAT(content(home.path(desktop)), HasSubstr(",\r\n\t\t\"tarvo-ai\": {\r\n\t\t\t\"command\": \"/"));
-    EXPECT_TRUE(std::filesystem::is_symlink(home.path(desktop)));
-    EXPECT_EQ(std::filesystem::status(home.path(desktop)).permissions(), std::filesystem::perms(0604));
-    EXPECT_TRUE(setInClaudeDesktop(home.path(), true));
-    EXPECT_EQ(content(home.path(desktop + ".antes-de-tarvo")), before) << "Nothing was to be changed.";
-    EXPECT_THAT(messageOf(setInClaudeDesktop(home.path(), false)), StartsWith("done: Disconnected."));
-    EXPECT_EQ(content(home.path(desktop)), before);
-}
-
-TEST(AgentLinks, StartClaudeDesktopsSettingsAndRefuseBrokenOnes) {
+TEST(AgentLinks, ChangeClaudeDesktopsSettingsBackAndForthAndRefuseBrokenOnes) {
     for (const std::string broken : {"[]", "", "{\"a\": 1", R"({"mcpServers": {}, "mcpServers": {}})"}) {
         const TempHome home;
         home.fileWith(desktop, broken);
         EXPECT_THAT(messageOf(setInClaudeDesktop(home.path(), true)), EndsWith("I won't touch it."))
             << broken;
-        EXPECT_EQ(content(home.path(desktop)), broken);
+        EXPECT_EQ(contentOf(home.path(desktop)), broken);
         EXPECT_FALSE(std::filesystem::exists(home.path(desktop + ".antes-de-tarvo")));
     }
     const TempHome home;
     EXPECT_TRUE(setInClaudeDesktop(home.path(), false));
     EXPECT_FALSE(std::filesystem::exists(home.path("Library"))) << "There was nothing to remove.";
+    const std::string before = "{\r\n\t\"mcpServers\": {\r\n\t\t\"b\": {\"n\": 1.0}\r\n\t}\r\n}";
+    home.fileWith(desktop, before);
+    EXPECT_EQ(messageOf(setInClaudeDesktop(home.path(), true)),
+              "done: Connected. Quit and reopen Claude to see it.");
+    EXPECT_TRUE(isInClaudeDesktop(home.path()));
+    EXPECT_THAT(messageOf(setInClaudeDesktop(home.path(), false)), StartsWith("done: Disconnected."));
+    EXPECT_EQ(contentOf(home.path(desktop)), before);
+    std::filesystem::remove_all(home.path("Library"));
     EXPECT_TRUE(setInClaudeDesktop(home.path(), true));
     const std::string server = R"({"command": ")" + serverExecutable() + R"(", "args": ["mcp"]})";
     EXPECT_EQ(jsonSnippet(), R"({"mcpServers": {"tarvo-ai": )" + server + "}}");
-    EXPECT_EQ(lumo::platform::readWhole(home.path(desktop), 10000).value_or("").back(), '\n');
+    EXPECT_EQ(contentOf(home.path(desktop)).back(), '\n');
     home.fileWith(desktop, R"({"mcpServers": {"tarvo-ai": {"args":["mcp"],"command":")" + serverExecutable() +
                                R"("}}})");
     EXPECT_TRUE(setInClaudeDesktop(home.path(), true));

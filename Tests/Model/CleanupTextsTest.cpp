@@ -2,14 +2,11 @@
 
 #include <gtest/gtest.h>
 
-using lumo::CleanupAction;
-using lumo::Language;
-using lumo::Safety;
+using namespace lumo;
 using namespace tarvo;
-namespace method = lumo::method;
 
 TEST(CleanupTexts, TheConfirmationTellsApartWhatIsDeletedRunByAToolAndSetAside) {
-    const auto action = [](Safety safety, lumo::Method how, std::int64_t bytes) {
+    const auto action = [](Safety safety, Method how, std::int64_t bytes) {
         return CleanupAction{.safety = safety, .estimatedBytes = bytes, .method = std::move(how)};
     };
     const CleanupAction cache = action(Safety::safe, method::TrashItems{}, 1000);

@@ -9,10 +9,11 @@
 #include <filesystem>
 #include <fstream>
 
-using lumo::platform::absolutePath;
-using lumo::platform::readWhole;
-using lumo::platform::replaceWhole;
-using tarvo::testing::TempHome;
+using namespace lumo;
+using platform::absolutePath;
+using platform::readWhole;
+using platform::replaceWhole;
+using namespace tarvo::testing;
 
 TEST(Folder, MakesPathsComparableAsText) {
     // Once "." stayed in a protected folder's path, which then protected nothing.
@@ -20,14 +21,11 @@ TEST(Folder, MakesPathsComparableAsText) {
     home.folder("a/b");
     home.link("to-b", "a/b");
     const std::string here = std::filesystem::current_path();
+    using Case = std::pair<std::string, std::string>;
     for (const auto& [given, expected] :
-         std::vector<std::pair<std::string, std::string>>{{home.path() + "//a/./b/", home.path("a/b")},
-                                                          {home.path("a/.."), home.path()},
-                                                          {home.path("to-b/.."), home.path("a")},
-                                                          {home.path("to-b"), home.path("to-b")},
-                                                          {".", here},
-                                                          {"x/", here + "/x"},
-                                                          {"//", "/"}}) {
+         {Case{home.path() + "//a/./b/", home.path("a/b")}, Case{home.path("a/.."), home.path()},
+          Case{home.path("to-b/.."), home.path("a")}, Case{home.path("to-b"), home.path("to-b")},
+          Case{".", here}, Case{"x/", here + "/x"}, Case{"//", "/"}}) {
         EXPECT_EQ(absolutePath(given), expected) << given;
     }
     EXPECT_FALSE(absolutePath(home.path("missing/..")));
@@ -47,7 +45,7 @@ TEST(StateFile, IsReplacedWholeWhereLinksLeadAndKeepsItsMode) {
     EXPECT_TRUE(std::filesystem::is_symlink(home.path("dangling")));
     EXPECT_EQ(std::filesystem::status(home.path("kept/real")).permissions(), std::filesystem::perms(0640));
     EXPECT_EQ(std::filesystem::status(home.path("kept/new")).permissions(), std::filesystem::perms(0600));
-    EXPECT_EQ(lumo::platform::namesIn(home.path("kept")), (std::vector<std::string>{"new", "real"}));
+    EXPECT_EQ(platform::namesIn(home.path("kept")), (std::vector<std::string>{"new", "real"}));
 }
 
 TEST(StateFile, LeavesAloneWhatIsNoRegularFileAndNeverBlocksOnIt) {
@@ -67,7 +65,7 @@ TEST(ForeignFile, StartsOverWhenItsOwnerWritesMeanwhileAndGivesUpInTheEnd) {
     const std::string path = home.fileWith("settings", "a");
     home.setMode("settings", 0640);
     const auto rewrite = [&](int writes) {
-        return lumo::platform::rewriteForeign(path, path + ".old", 100, [&](const auto& present) {
+        return platform::rewriteForeign(path, path + ".old", 100, [&](const auto& present) {
             if (writes-- > 0) {
                 std::ofstream(path) << *present << "b";
             }
@@ -80,7 +78,7 @@ TEST(ForeignFile, StartsOverWhenItsOwnerWritesMeanwhileAndGivesUpInTheEnd) {
     EXPECT_EQ(std::filesystem::status(path + ".old").permissions(), std::filesystem::perms(0640));
     EXPECT_EQ(rewrite(99).error().code, ESTALE);
     EXPECT_EQ(readWhole(path, 100), "abb!bbbbb");
-    EXPECT_EQ(lumo::platform::namesIn(home.path()), (std::vector<std::string>{"settings", "settings.old"}));
+    EXPECT_EQ(platform::namesIn(home.path()), (std::vector<std::string>{"settings", "settings.old"}));
 }
 
 TEST(ForeignFile, IsLeftAloneWhenItMayNotBeWrittenOrIsNoFile) {
@@ -92,20 +90,15 @@ TEST(ForeignFile, IsLeftAloneWhenItMayNotBeWrittenOrIsNoFile) {
     home.link("d", "settings");
     home.link("settings", "d");
     home.fileWith("e", "no folder");
-    EXPECT_NE(tarvo::testing::asOrdinaryUser(
-                  home.path(),
-                  [&] {
-                      bool isRefused = true;
-                      for (const char* name : {"a/settings", "b/settings", "c/settings", "d", "e/f"}) {
-                          const std::string path = home.path(name);
-                          isRefused = isRefused && !lumo::platform::rewriteForeign(
-                                                       path, path + ".old", 100, [](const auto&) {
-                                                           return std::optional<std::string>("new");
-                                                       });
-                      }
-                      return isRefused;
-                  }),
-              tarvo::testing::Outcome::failed);
+    const auto rewriteAll = [&] {
+        for (const char* name : {"a/settings", "b/settings", "c/settings", "d", "e/f"}) {
+            EXPECT_FALSE(platform::rewriteForeign(home.path(name), home.path("old"), 100, [](const auto&) {
+                return std::optional<std::string>("new");
+            })) << name;
+        }
+        return !HasFailure();
+    };
+    EXPECT_NE(asOrdinaryUser(home.path(), rewriteAll), Outcome::failed);
     EXPECT_EQ(readWhole(home.path("a/settings"), 100), "old");
-    EXPECT_EQ(lumo::platform::namesIn(home.path("a")), std::vector<std::string>{"settings"});
+    EXPECT_EQ(platform::namesIn(home.path("a")), std::vector<std::string>{"settings"});
 }

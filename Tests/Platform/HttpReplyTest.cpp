@@ -32,11 +32,8 @@ TEST(HttpReply, IsPutTogetherFromPiecesOfAnySize) {
 
 TEST(HttpReply, IsRefusedWhenItIsMalformedCutOffOrTooLarge) {
     const std::string longHead = "HTTP/1.0 200 OK\r\nX: " + std::string(HttpReplyReader::mostHeadBytes, 'x');
-    struct Case {
-        std::string bytes;
-        State expected;
-    };
-    for (const Case& refused :
+    using Case = std::tuple<std::string, State>;
+    for (const auto& [bytes, expected] :
          {Case{"", State::malformed}, Case{"SSH-2.0-x\r\n\r\n", State::malformed},
           Case{"HTTP/2 200 OK\r\n\r\n", State::malformed}, Case{"HTTP/1.1 20 OK\r\n\r\n", State::malformed},
           Case{"HTTP/1.1 2000\r\n\r\n", State::malformed}, Case{"HTTP/1.1 100 C\r\n\r\n", State::malformed},
@@ -51,7 +48,7 @@ TEST(HttpReply, IsRefusedWhenItIsMalformedCutOffOrTooLarge) {
           Case{"HTTP/1.1 200 OK\r\n\r\nabcd", State::tooLarge}, Case{longHead, State::tooLarge}}) {
         for (const std::size_t piece : {std::size_t{1}, std::size_t{1000}}) {
             HttpReplyReader reader(3);
-            EXPECT_EQ(read(reader, refused.bytes, piece), refused.expected) << refused.bytes.substr(0, 80);
+            EXPECT_EQ(read(reader, bytes, piece), expected) << bytes.substr(0, 80);
         }
     }
 }

@@ -14,27 +14,19 @@
 #include <cstdlib>
 #include <thread>
 
-using lumo::platform::readWhole;
-using lumo::platform::runTool;
-using lumo::platform::ToolRun;
-using tarvo::testing::TempHome;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
-using testing::StartsWith;
+using namespace lumo;
+using platform::readWhole;
+using platform::runTool;
+using platform::ToolRun;
+using namespace tarvo::testing;
+using namespace testing;
 
 namespace {
 
 constexpr std::size_t mostOutput = std::size_t{64} * 1024 + std::size_t{1024} * 1024;
 
-void addTool(const TempHome& home, std::string_view name, std::string_view script) {
-    home.fileWith(name, "#!/bin/sh\n" + std::string(script));
-    home.setMode(name, 0755);
-}
-
 ToolRun runScript(const TempHome& home, std::string_view script, std::stop_token stop = {}) {
-    addTool(home, ".local/bin/tool", script);
+    home.program(".local/bin/tool", script);
     return runTool({"tool"}, home.path(), std::move(stop));
 }
 
@@ -76,10 +68,10 @@ ToolRun runUntilReady(const TempHome& home, std::string_view script, pid_t& proc
 
 TEST(ToolCommand, FindsToolsWhereTheyInstallThemselves) {
     const TempHome home;
-    addTool(home, ".local/bin/tool", "echo local \"$@\"; echo $PATH");
-    addTool(home, ".bun/bin/tool", "echo bun");
-    addTool(home, ".bun/bin/other", "echo bun >&2; exit 3");
-    addTool(home, "inherited/third", "echo third");
+    home.program(".local/bin/tool", "echo local \"$@\"; echo $PATH");
+    home.program(".bun/bin/tool", "echo bun");
+    home.program(".bun/bin/other", "echo bun >&2; exit 3");
+    home.program("inherited/third", "echo third");
     const std::string added =
         home.path(".local/bin") + ":" + home.path(".bun/bin") + ":/opt/homebrew/bin:/usr/local/bin:";
     ASSERT_EQ(setenv("PATH", (home.path("inherited") + ":/bin").c_str(), 1), 0);
@@ -95,15 +87,11 @@ TEST(ToolCommand, FindsToolsWhereTheyInstallThemselves) {
 
 TEST(ToolCommand, SaysWhyAToolCouldNotBeStarted) {
     const TempHome home;
-    for (const std::vector<std::string>& arguments :
-         std::vector<std::vector<std::string>>{{},
-                                               {"--version"},
-                                               {"-i"},
-                                               {"A=b", "true"},
-                                               {"tool-that-is-not-installed"},
-                                               {"echo", std::string(std::size_t{8} << 20, 'x')}}) {
+    for (const Words& arguments :
+         {Words{}, Words{"--version"}, Words{"-i"}, Words{"A=b", "true"}, Words{"tool-that-is-not-installed"},
+          Words{"echo", std::string(std::size_t{8} << 20, 'x')}}) {
         const ToolRun run = runTool(arguments, home.path());
-        EXPECT_EQ(run.status, 127) << testing::PrintToString(arguments).substr(0, 60);
+        EXPECT_EQ(run.status, 127) << PrintToString(arguments).substr(0, 60);
         EXPECT_THAT(run.output, Not(IsEmpty()));
         EXPECT_FALSE(run.wasEndedByUs);
     }
@@ -111,9 +99,9 @@ TEST(ToolCommand, SaysWhyAToolCouldNotBeStarted) {
 
 TEST(ToolCommand, StartsToolsWithNothingOfOursButTheOutput) {
     const TempHome home;
-    const auto lock = lumo::platform::BaseFolder::open(home.path());
+    const auto lock = platform::BaseFolder::open(home.path());
     // What the tests themselves were started with is not ours.
-    for (const std::string& name : lumo::platform::namesIn("/proc/self/fd")) {
+    for (const std::string& name : platform::namesIn("/proc/self/fd")) {
         if (const int number = std::stoi(name); number > 2) {
             fcntl(number, F_SETFD, FD_CLOEXEC);
         }
@@ -172,28 +160,25 @@ TEST(ToolCommand, StopsAToolThatWritesForever) {
 }
 
 TEST(ToolCommand, StopsAllThatAToolStartedAndWhatWouldNotListen) {
-    struct Case {
-        std::string script;
-        int status;
-    };
-    for (const Case& one :
+    using Case = std::tuple<std::string, int>;
+    for (const auto& [script, status] :
          {Case{"echo $$ >ready; exec sleep 1000", 128 + SIGTERM}, Case{"polite & wait", 128 + SIGTERM},
           Case{"exec stubborn", 128 + SIGKILL}, Case{"stubborn >/dev/null 2>&1 & wait", 128 + SIGTERM}}) {
         const TempHome home;
-        addTool(home, ".local/bin/stubborn", "trap '' TERM; echo $$ >ready; exec sleep 1000");
-        addTool(home, ".local/bin/polite", "trap 'touch asked' TERM; sleep 1000 & echo $$ >ready; wait");
+        home.program(".local/bin/stubborn", "trap '' TERM; echo $$ >ready; exec sleep 1000");
+        home.program(".local/bin/polite", "trap 'touch asked' TERM; sleep 1000 & echo $$ >ready; wait");
         pid_t process = 0;
-        const ToolRun run = runUntilReady(home, one.script, process);
-        EXPECT_TRUE(run.wasEndedByUs) << one.script;
-        EXPECT_EQ(run.status, one.status) << one.script;
-        EXPECT_TRUE(endsSoon(process)) << one.script;
-        EXPECT_EQ(lumo::platform::kindOf(home.path("asked")).has_value(), one.script.starts_with("polite"));
+        const ToolRun run = runUntilReady(home, script, process);
+        EXPECT_TRUE(run.wasEndedByUs) << script;
+        EXPECT_EQ(run.status, status) << script;
+        EXPECT_TRUE(endsSoon(process)) << script;
+        EXPECT_EQ(platform::kindOf(home.path("asked")).has_value(), script.starts_with("polite"));
     }
     std::stop_source stop;
     stop.request_stop();
     const TempHome home;
     EXPECT_TRUE(runScript(home, "touch " + home.path("started"), stop.get_token()).wasEndedByUs);
-    EXPECT_FALSE(lumo::platform::kindOf(home.path("started")));
+    EXPECT_FALSE(platform::kindOf(home.path("started")));
 }
 
 TEST(ToolCommand, DoesNotWaitForWhatAToolLeavesBehind) {

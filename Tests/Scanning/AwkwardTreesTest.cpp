@@ -1,5 +1,6 @@
 #include "LumoCore/Scanning/FileTree.h"
 #include "LumoCore/Scanning/Scanner.h"
+#include "Platform/Folder.h"
 #include "Tests/support/AwkwardTree.h"
 #include "Tests/support/TempHome.h"
 
@@ -7,40 +8,24 @@
 
 #include <atomic>
 #include <chrono>
-#include <fcntl.h>
 #include <filesystem>
 #include <sys/resource.h>
 #include <thread>
 #include <unistd.h>
 
-using lumo::HardLinkRegistry;
-using lumo::Usage;
-using tarvo::testing::allocatedBytes;
-using tarvo::testing::makeChain;
-using tarvo::testing::Outcome;
-using tarvo::testing::TempHome;
+using namespace lumo;
+using namespace tarvo::testing;
 
 namespace {
 
 Usage measure(const std::string& path) {
     HardLinkRegistry registry;
-    return lumo::FileTree::measure(path, registry);
+    return FileTree::measure(path, registry);
 }
 
-std::size_t openDescriptors() {
-    std::size_t count = 0;
-    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
-        ++count;
-    }
-    return count;
-}
-
-std::size_t runningThreads() {
-    std::size_t count = 0;
-    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator("/proc/self/task")) {
-        ++count;
-    }
-    return count;
+/// How many there are of "fd" or "task", descriptors or threads, of this process.
+std::size_t countOf(const std::string& kind) {
+    return lumo::platform::namesIn("/proc/self/" + kind).size();
 }
 
 /// Lowers the limit of descriptors while it lives.
@@ -61,51 +46,19 @@ class DescriptorLimit final {
 
 } // namespace
 
-TEST(AwkwardTrees, ATreeDeeperThanAnyPathIsMeasuredWhole) {
-    const TempHome home;
-    constexpr int levels = 20000;
-    close(makeChain(home.path(), levels, false));
-    const Usage usage = measure(home.path());
-    EXPECT_EQ(usage.fileCount, levels);
-    EXPECT_EQ(usage.unreadableCount, 0);
-    EXPECT_EQ(usage.allocatedBytes,
-              (levels + 1) * allocatedBytes(home.path("d")) + levels * allocatedBytes(home.path("f")));
-}
-
-TEST(AwkwardTrees, FoldersThatLostTheirDescriptorAreFoundAgain) {
-    const TempHome home;
-    constexpr int levels = 3000;
-    close(makeChain(home.path(), levels, true));
-    for (const rlim_t most : {rlim_t{64}, rlim_t{24}}) {
-        const DescriptorLimit limit(most);
+TEST(AwkwardTrees, ATreeDeeperThanPathsAndDescriptorsReachIsMeasuredWhole) {
+    for (const auto& [levels, hasSiblings, descriptors] :
+         {std::tuple{20000, false, 1024}, {3000, true, 64}, {3000, true, 24}}) {
+        const TempHome home;
+        close(makeChain(home.path(), levels, hasSiblings));
+        const DescriptorLimit limit(static_cast<rlim_t>(descriptors));
         const Usage usage = measure(home.path());
-        EXPECT_EQ(usage.fileCount, levels) << most;
-        EXPECT_EQ(usage.unreadableCount, 0) << most;
+        EXPECT_EQ(usage.fileCount, levels) << descriptors;
+        EXPECT_EQ(usage.unreadableCount, 0) << descriptors;
         EXPECT_EQ(usage.allocatedBytes,
-                  (3 * levels + 1) * allocatedBytes(home.path("d")) + levels * allocatedBytes(home.path("f")))
-            << most;
+                  (levels * (hasSiblings ? 3 : 1) + 1) * allocatedBytes(home.path("d")) +
+                      levels * allocatedBytes(home.path("f")));
     }
-}
-
-TEST(AwkwardTrees, AFlatFolderOfManyEntriesIsSharedBetweenThreads) {
-    const TempHome home;
-    constexpr int entries = 30000;
-    const int folder = open(home.path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    for (int index = 0; index < entries; ++index) {
-        const std::string name = "entry-with-a-rather-long-name-" + std::to_string(index);
-        if (index % 3 == 0) {
-            ASSERT_EQ(mkdirat(folder, name.c_str(), 0755), 0);
-        } else {
-            close(openat(folder, name.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0644));
-        }
-    }
-    close(folder);
-    const Usage usage = measure(home.path());
-    EXPECT_EQ(usage.fileCount, entries - entries / 3);
-    EXPECT_EQ(usage.unreadableCount, 0);
-    EXPECT_EQ(usage.allocatedBytes,
-              allocatedBytes(home.path()) +
-                  entries / 3 * allocatedBytes(home.path("entry-with-a-rather-long-name-0")));
 }
 
 TEST(AwkwardTrees, EntriesThatVanishOrChangeKindMeanwhileDoNoHarm) {
@@ -126,13 +79,13 @@ TEST(AwkwardTrees, EntriesThatVanishOrChangeKindMeanwhileDoNoHarm) {
             std::filesystem::rename(aside, path);
         }
     });
-    const std::size_t descriptors = openDescriptors();
+    const std::size_t descriptors = countOf("fd");
     for (int round = 0; round < 60; ++round) {
         const Usage usage = measure(home.path());
         EXPECT_GE(usage.allocatedBytes, 10000);
         EXPECT_LE(usage.fileCount, 601);
     }
-    EXPECT_EQ(openDescriptors(), descriptors);
+    EXPECT_EQ(countOf("fd"), descriptors);
     isOver = true;
     mover.join();
 }
@@ -141,16 +94,13 @@ TEST(AwkwardTrees, AMountInsideIsNotEntered) {
     const TempHome home;
     home.file("inside/file", 10000);
     home.folder("mounted");
-    const Outcome outcome = tarvo::testing::withMounts({{"", home.path("mounted")}}, [&] {
+    const Outcome outcome = withMounts({{"", home.path("mounted")}}, [&] {
         home.file("mounted/elsewhere", 50000);
         const Usage usage = measure(home.path());
-        const auto projects = lumo::Scanner::discoverProjects(home.path(), 5);
+        const auto projects = Scanner::discoverProjects(home.path(), 5);
         return usage.fileCount == 1 && usage.unreadableCount == 0 && projects.empty();
     });
-    if (outcome == Outcome::notPossible) {
-        GTEST_SKIP() << "cannot mount here";
-    }
-    EXPECT_EQ(outcome, Outcome::held);
+    expectHeld(outcome);
 }
 
 TEST(AwkwardTrees, AStopEndsTheWalkWithinMomentsAndLeavesNothingBehind) {
@@ -159,15 +109,15 @@ TEST(AwkwardTrees, AStopEndsTheWalkWithinMomentsAndLeavesNothingBehind) {
         home.file("a/" + std::to_string(index % 20) + "/" + std::to_string(index) + "/file");
     }
     std::thread([] {}).join(); // A sanitizer starts one of its own beside the first.
-    const std::size_t threads = runningThreads();
-    const std::size_t descriptors = openDescriptors();
+    const std::size_t threads = countOf("task");
+    const std::size_t descriptors = countOf("fd");
     for (int round = 0; round < 50; ++round) {
         HardLinkRegistry registry;
-        lumo::platform::WalkProgress progress;
+        platform::WalkProgress progress;
         std::stop_source stop;
         std::thread measuring([&] {
             const std::vector<std::string_view> again(2000, home.path());
-            lumo::FileTree::measureAll(again, registry, {&progress, stop.get_token()});
+            FileTree::measureAll(again, registry, {&progress, stop.get_token()});
         });
         while (progress.entries < round * 20) {
             std::this_thread::yield();
@@ -178,6 +128,6 @@ TEST(AwkwardTrees, AStopEndsTheWalkWithinMomentsAndLeavesNothingBehind) {
         // Generous enough for a sanitizer on a busy machine; without the stop this takes far longer.
         EXPECT_LT(std::chrono::steady_clock::now() - asked, std::chrono::milliseconds(500));
     }
-    EXPECT_EQ(runningThreads(), threads);
-    EXPECT_EQ(openDescriptors(), descriptors);
+    EXPECT_EQ(countOf("task"), threads);
+    EXPECT_EQ(countOf("fd"), descriptors);
 }

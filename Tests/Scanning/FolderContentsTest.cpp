@@ -8,30 +8,17 @@
 
 #include <map>
 
-using lumo::FolderLocation;
-using lumo::Language;
-using lumo::NamedSize;
-using lumo::FolderContents::Item;
-using lumo::FolderContents::Listing;
-using lumo::platform::ExtensionTally;
-using lumo::platform::LargestParts;
-using lumo::platform::TreeBreakdown;
-using lumo::platform::TreeParts;
-using tarvo::testing::allocatedBytes;
-using tarvo::testing::TempHome;
-using testing::ElementsAre;
-using testing::IsEmpty;
-namespace FileTree = lumo::FileTree;
-namespace FolderContents = lumo::FolderContents;
+using namespace lumo;
+using FolderContents::Item;
+using FolderContents::Listing;
+using platform::ExtensionTally;
+using platform::LargestParts;
+using platform::TreeBreakdown;
+using platform::TreeParts;
+using namespace tarvo::testing;
+using namespace testing;
 
 namespace {
-
-/// What stands at these paths, by their paths.
-std::vector<std::string> pathsOf(const std::vector<Item>& items) {
-    std::vector<std::string> paths;
-    std::ranges::transform(items, std::back_inserter(paths), &Item::path);
-    return paths;
-}
 
 Item folderItem(const std::string& name, std::int64_t bytes) {
     return {
@@ -56,9 +43,7 @@ TEST(FileTree, BreaksAFolderDownByChildAndLowerCasedExtension) {
     home.file("a/big/deep/two.jpg", 30000);
     home.file("a/three.Ñ", 20000);
     home.file("a/four.ñ", 10000);
-    for (const char* name : {"plain", ".hidden", "ends.", "..x", "a.b.Gz"}) {
-        home.file(std::string("a/") + name, 5000);
-    }
+    home.files({"a/plain", "a/.hidden", "a/ends.", "a/..x", "a/a.b.Gz"}, 5000);
     home.link("a/link.jpg", "nowhere");
     const auto bytes = [&](const char* name) { return allocatedBytes(home.path(std::string("a/") + name)); };
     const FileTree::Breakdown breakdown = FileTree::breakdown(home.path("a"), {}, Language::es);
@@ -137,8 +122,9 @@ TEST(FolderContents, ListsTwoLevelsLargestFirstAndSumsUpWhatIsTooMuch) {
     home.file("f/single/below/deep", 4000000);
     home.file("f/file", 9000);
     const std::vector<Item> items = FolderContents::list({home.path("f")});
-    EXPECT_THAT(pathsOf(items), ElementsAre(home.path("f/single"), home.path("f/many"), home.path("f/file")));
-    EXPECT_THAT(pathsOf(items[0].children), ElementsAre(home.path("f/single/below")));
+    EXPECT_THAT(eachOf(items, &Item::path),
+                ElementsAre(home.path("f/single"), home.path("f/many"), home.path("f/file")));
+    EXPECT_THAT(eachOf(items[0].children, &Item::path), ElementsAre(home.path("f/single/below")));
     EXPECT_THAT(items[0].children[0].children, IsEmpty());
     EXPECT_EQ(items[0].bytes, FolderContents::usageOf(home.path("f/single")).allocatedBytes);
     const std::vector<Item>& many = items[1].children;
@@ -148,31 +134,29 @@ TEST(FolderContents, ListsTwoLevelsLargestFirstAndSumsUpWhatIsTooMuch) {
     EXPECT_FALSE(items[2].isDirectory);
     EXPECT_EQ(items[2].bytes, allocatedBytes(home.path("f/file")));
 
-    EXPECT_THAT(pathsOf(FolderContents::list({home.path("f/file")})), ElementsAre(home.path("f/file")));
+    EXPECT_THAT(eachOf(FolderContents::list({home.path("f/file")}), &Item::path),
+                ElementsAre(home.path("f/file")));
     EXPECT_THAT(FolderContents::list({home.path("missing")}), IsEmpty());
     const auto several =
         FolderContents::list({home.path("f/file"), home.path("missing"), home.path("f/single")});
-    EXPECT_THAT(pathsOf(several), ElementsAre(home.path("f/single"), home.path("f/file")));
+    EXPECT_THAT(eachOf(several, &Item::path), ElementsAre(home.path("f/single"), home.path("f/file")));
     EXPECT_EQ(several[0].via, home.path("f"));
     EXPECT_EQ(several[0].children, items[0].children);
 }
 
 TEST(FolderContents, GoesThroughAFolderThatHoldsNearlyEverything) {
-    struct Case {
-        std::vector<Item> items;
-        std::size_t skipped;
-    };
+    using Items = std::vector<Item>;
     const Item file{.name = "file", .bytes = 99};
     Item hollow = folderItem("hollow", 99);
     hollow.children.clear();
-    for (const Case& expected :
-         {Case{{folderItem("a", 0)}, 1}, Case{{}, 0}, Case{{file}, 0}, Case{{hollow}, 0},
-          Case{{folderItem("a", 96), folderItem("b", 4)}, 1},
-          Case{{folderItem("a", 95), folderItem("b", 5)}, 1},
-          Case{{folderItem("a", 94), folderItem("b", 6)}, 0},
-          Case{{folderItem("a", 949999), folderItem("b", 50001)}, 0}, Case{{file, folderItem("b", 1)}, 0}}) {
-        EXPECT_EQ(skippedOf(expected.items).size(), expected.skipped)
-            << testing::PrintToString(expected.skipped);
+    using Case = std::pair<Items, std::size_t>;
+    for (const auto& [items, skipped] :
+         {Case{Items{folderItem("a", 0)}, 1}, Case{Items{}, 0}, Case{Items{file}, 0}, Case{Items{hollow}, 0},
+          Case{Items{folderItem("a", 95), folderItem("b", 5)}, 1},
+          Case{Items{folderItem("a", 94), folderItem("b", 6)}, 0},
+          Case{Items{folderItem("a", 949999), folderItem("b", 50001)}, 0},
+          Case{Items{file, folderItem("b", 1)}, 0}}) {
+        EXPECT_EQ(skippedOf(items).size(), skipped) << items.size();
     }
 }
 
@@ -183,56 +167,32 @@ TEST(FolderContents, GoesThroughSixFoldersAtMost) {
         FolderContents::open({home.path()}, [](const auto& paths) { return FolderContents::list(paths); });
     EXPECT_THAT(listing.skipped, ElementsAre("1", "2", "3", "4", "5", "6"));
     EXPECT_THAT(listing.paths, ElementsAre(home.path("1/2/3/4/5/6")));
-    EXPECT_THAT(pathsOf(listing.items), ElementsAre(home.path("1/2/3/4/5/6/7")));
+    EXPECT_THAT(eachOf(listing.items, &Item::path), ElementsAre(home.path("1/2/3/4/5/6/7")));
 }
 
 TEST(FolderContents, OpensSeveralPathsOrOneFolder) {
     const TempHome home;
     home.file("folder/file");
     home.link("link", "folder");
-    struct Case {
-        std::vector<std::string> paths;
-        bool canOpen;
-    };
-    for (const Case& expected : {Case{{}, false}, Case{{"/nowhere", "/else"}, true},
-                                 Case{{home.path("folder")}, true}, Case{{home.path("folder/file")}, false},
-                                 Case{{home.path("link")}, false}, Case{{"/nowhere"}, false}}) {
-        EXPECT_EQ(FolderContents::canOpen(expected.paths), expected.canOpen)
-            << testing::PrintToString(expected.paths);
+    EXPECT_TRUE(FolderContents::canOpen({"/nowhere", "/else"}));
+    EXPECT_TRUE(FolderContents::canOpen({home.path("folder")}));
+    EXPECT_FALSE(FolderContents::canOpen({}));
+    for (const char* other : {"folder/file", "link", "nowhere"}) {
+        EXPECT_FALSE(FolderContents::canOpen({home.path(other)})) << other;
     }
 }
 
 TEST(FolderLocation, FollowsFromThePathAlone) {
-    struct Case {
-        const char* path;
-        FolderLocation location;
-        const char* es;
-        const char* en;
-    };
-    for (const Case& expected :
-         {Case{"/h/Library/Caches/x", FolderLocation::caches,
-               "carpeta de cachés de macOS (las apps deben poder regenerar lo que hay aquí)",
-               "macOS caches folder (apps must be able to recreate what's here)"},
-          Case{"/h/Library/Application Support/x/y", FolderLocation::applicationSupport,
-               "Application Support (datos y ajustes de apps)",
-               "Application Support (app data and settings)"},
-          Case{"/h/Library/Containers/x", FolderLocation::containers, "contenedor de una app con sandbox",
-               "a sandboxed app's container"},
-          Case{"/h/Library/Group Containers/x", FolderLocation::groupContainers,
-               "datos compartidos entre apps de un mismo desarrollador",
-               "data shared between apps from the same developer"},
-          Case{"/h/Library/Developer/x", FolderLocation::developer, "herramientas de desarrollo de Apple",
-               "Apple developer tools"},
-          Case{"/h/.config/x", FolderLocation::hiddenHome,
-               "carpeta oculta en la carpeta personal (suele ser de herramientas de terminal o de IA)",
-               "hidden folder in the home folder (usually from terminal or AI tools)"},
-          Case{"/h/Library/Caches", FolderLocation::other, "otra ubicación", "other location"},
-          Case{"/h", FolderLocation::other, "otra ubicación", "other location"},
-          Case{"/other/.config", FolderLocation::other, "otra ubicación", "other location"},
-          Case{"/h/code/.git", FolderLocation::other, "otra ubicación", "other location"}}) {
-        const FolderLocation location = lumo::folderLocation(expected.path, "/h");
-        EXPECT_EQ(location, expected.location) << expected.path;
-        EXPECT_EQ(lumo::description(location, Language::es), expected.es);
-        EXPECT_EQ(lumo::description(location, Language::en), expected.en);
+    using enum FolderLocation;
+    using Case = std::pair<const char*, FolderLocation>;
+    for (const auto& [path, expected] :
+         {Case{"/h/Library/Caches/x", caches}, Case{"/h/Library/Application Support/x/y", applicationSupport},
+          Case{"/h/Library/Containers/x", containers}, Case{"/h/Library/Group Containers/x", groupContainers},
+          Case{"/h/Library/Developer/x", developer}, Case{"/h/.config/x", hiddenHome},
+          Case{"/h/Library/Caches", other}, Case{"/h", other}, Case{"/other/.config", other},
+          Case{"/h/code/.git", other}}) {
+        EXPECT_EQ(folderLocation(path, "/h"), expected) << path;
     }
+    EXPECT_EQ(description(containers, Language::es), "contenedor de una app con sandbox");
+    EXPECT_EQ(description(containers, Language::en), "a sandboxed app's container");
 }

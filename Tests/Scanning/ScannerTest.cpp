@@ -6,26 +6,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-using lumo::Finding;
-using lumo::ProjectReport;
-using lumo::Rule;
-using lumo::ScanContext;
-using lumo::ScanOptions;
-using lumo::ScanReport;
-using lumo::Usage;
-using tarvo::testing::allocatedBytes;
-using tarvo::testing::TempHome;
-using testing::ElementsAre;
-using testing::IsEmpty;
-namespace Scanner = lumo::Scanner;
+using namespace lumo;
+using namespace tarvo::testing;
+using namespace testing;
 
 namespace {
 
 Rule ruleAt(std::string id, std::string path) {
     Rule rule;
     rule.id = std::move(id);
-    rule.safety = lumo::Safety::safe;
-    rule.locator = lumo::locator::Path{std::move(path)};
+    rule.safety = Safety::safe;
+    rule.locator = locator::Path{std::move(path)};
     return rule;
 }
 
@@ -33,22 +24,6 @@ ScanReport scan(const TempHome& home, const std::vector<Rule>& rules, ScanOption
                 ScanContext context = {}) {
     options.home = home.path();
     return Scanner::scan(rules, options, context).value();
-}
-
-std::vector<std::string> idsOf(const ScanReport& report) {
-    std::vector<std::string> ids;
-    for (const Finding& finding : report.findings) {
-        ids.push_back(finding.ruleID);
-    }
-    return ids;
-}
-
-std::vector<std::string> unclassifiedOf(const ScanReport& report) {
-    std::vector<std::string> paths;
-    for (const lumo::UnclassifiedItem& item : report.unclassified) {
-        paths.push_back(item.path);
-    }
-    return paths;
 }
 
 } // namespace
@@ -59,7 +34,7 @@ TEST(Scanner, ListsFindingsLargestFirstAndCreditsASharedPathToEveryRule) {
     home.file("large/f", 300000);
     const ScanReport report = scan(home, {ruleAt("first", "~/small"), ruleAt("missing", "~/nowhere"),
                                           ruleAt("big", "~/large"), ruleAt("second", "~/small")});
-    EXPECT_THAT(idsOf(report), ElementsAre("big", "first", "second"));
+    EXPECT_THAT(eachOf(report.findings, &Finding::ruleID), ElementsAre("big", "first", "second"));
     EXPECT_EQ(report.findings[1].usage, report.findings[2].usage);
     EXPECT_EQ(report.findings[0].usage.allocatedBytes,
               allocatedBytes(home.path("large")) + allocatedBytes(home.path("large/f")));
@@ -73,13 +48,13 @@ TEST(Scanner, SumsAFindingOverItsPathsAndDropsEmptyOnes) {
     home.setModified("caches/b.updater", 1600000000);
     home.file("empty");
     Rule rule = ruleAt("updaters", "");
-    rule.locator = lumo::locator::Children{"~/caches", {"*.updater"}};
+    rule.locator = locator::Children{"~/caches", {"*.updater"}};
     const ScanReport report = scan(home, {rule, ruleAt("empty", "~/empty")});
-    ASSERT_THAT(idsOf(report), ElementsAre("updaters"));
+    ASSERT_THAT(eachOf(report.findings, &Finding::ruleID), ElementsAre("updaters"));
     EXPECT_THAT(report.findings[0].paths,
                 ElementsAre(home.path("caches/a.updater"), home.path("caches/b.updater")));
     EXPECT_EQ(report.findings[0].usage.apparentBytes, 12000);
-    EXPECT_EQ(report.findings[0].usage.lastModified, lumo::Date(std::chrono::seconds(1600000000)));
+    EXPECT_EQ(report.findings[0].usage.lastModified, Date(std::chrono::seconds(1600000000)));
 }
 
 TEST(Scanner, ReportsCachesOfApplicationsFromFiftyMegabytesUp) {
@@ -92,19 +67,19 @@ TEST(Scanner, ReportsCachesOfApplicationsFromFiftyMegabytesUp) {
         return std::vector{ruleAt("cache-app:below", "~/just-below"),
                            ruleAt("cache-app:above", "~/just-above")};
     };
-    EXPECT_THAT(idsOf(scan(home, {}, {}, context)), ElementsAre("cache-app:above"));
-    EXPECT_THAT(idsOf(scan(home, {}, {.home = {}, .discoverAppCaches = false}, context)), IsEmpty());
+    EXPECT_THAT(eachOf(scan(home, {}, {}, context).findings, &Finding::ruleID),
+                ElementsAre("cache-app:above"));
+    EXPECT_THAT(
+        eachOf(scan(home, {}, {.home = {}, .discoverAppCaches = false}, context).findings, &Finding::ruleID),
+        IsEmpty());
 }
 
 TEST(Scanner, FindsProjectsButNoneInsideAnotherNorWhereNoneAreLookedFor) {
     const TempHome home;
-    for (const char* marker :
-         {"code/app/package.json", "code/app/packages/lib/package.json", "code/.hidden/package.json",
-          "code/venv/pyproject.toml", ".dot/go.mod", "Library/x/Cargo.toml", "Movies/m/go.mod",
-          "a/b/c/d/e/f/go.mod", "a/b/c/d/e/g/go.mod", "tool/Package.swift",
-          ".minimax-agent/projects/p/requirements.txt"}) {
-        home.file(marker);
-    }
+    home.files({"code/app/package.json", "code/app/packages/lib/package.json", "code/.hidden/package.json",
+                "code/venv/pyproject.toml", ".dot/go.mod", "Library/x/Cargo.toml", "Movies/m/go.mod",
+                "a/b/c/d/e/f/go.mod", "a/b/c/d/e/g/go.mod", "tool/Package.swift",
+                ".minimax-agent/projects/p/requirements.txt"});
     home.file("1/2/3/4/5/6/7/go.mod");
     home.folder("repository/.git");
     home.link("linked", home.path("code"));
@@ -123,7 +98,7 @@ TEST(Scanner, MeasuresAProjectsArtifactsApart) {
     home.file("code/app/packages/lib/node_modules/y/node_modules/z/index.js", 20000);
     home.file("code/app/target/out", 70000);
     home.file("code/app/.venv/bin/python", 40000);
-    lumo::HardLinkRegistry registry;
+    HardLinkRegistry registry;
     const std::string path = home.path("code/app");
     std::optional<ProjectReport> project = Scanner::measureProject(path, home.path(), registry);
     ASSERT_TRUE(project);
@@ -134,30 +109,28 @@ TEST(Scanner, MeasuresAProjectsArtifactsApart) {
                 ElementsAre(path + "/node_modules", path + "/packages/lib/node_modules"));
     EXPECT_EQ(project->artifacts[0].usage.apparentBytes, 100000);
     EXPECT_EQ(project->artifacts[1].name, ".venv");
-    EXPECT_EQ(project->artifacts[1].hint, lumo::ProjectArtifacts::hint(".venv"));
+    EXPECT_EQ(project->artifacts[1].hint, ProjectArtifacts::hint(".venv"));
     EXPECT_EQ(project->usage.apparentBytes, 210100);
     EXPECT_EQ(project->recoverableBytes(),
               project->artifacts[0].usage.allocatedBytes + project->artifacts[1].usage.allocatedBytes);
 
     home.file("code/app/Cargo.toml");
     home.setModified("code/app/Cargo.toml", 1500000000);
-    lumo::HardLinkRegistry another;
+    HardLinkRegistry another;
     project = Scanner::measureProject(path, home.path(), another);
     ASSERT_EQ(project->artifacts.size(), 3U);
     EXPECT_EQ(project->artifacts[1].name, "target");
-    EXPECT_EQ(project->lastCodeChange, lumo::Date(std::chrono::seconds(1500000000)));
+    EXPECT_EQ(project->lastCodeChange, Date(std::chrono::seconds(1500000000)));
     EXPECT_FALSE(Scanner::measureProject(home.path("missing"), home.path(), another));
 }
 
 TEST(Scanner, VisitsAFolderAboveAClaimedOneAndOffersTheRest) {
     const TempHome home;
-    for (const char* folder :
-         {"Library/Caches/pip/x", "Library/Caches/other", "Library/Application Support/Google/Chrome/Model/x",
-          "Library/Application Support/Google/Chrome/Other", "Library/Application Support/Google/Drive",
-          ".cache/uv", ".cache/mystery", ".deep/1/2/3/4/5", ".deep/1/2/side", "Visible", ".zed",
-          ".local/share/game/x", ".local/bin", ".var/app/org.a.B/x"}) {
-        home.folder(folder);
-    }
+    home.folders(
+        {"Library/Caches/pip/x", "Library/Caches/other", "Library/Application Support/Google/Chrome/Model/x",
+         "Library/Application Support/Google/Chrome/Other", "Library/Application Support/Google/Drive",
+         ".cache/uv", ".cache/mystery", ".deep/1/2/3/4/5", ".deep/1/2/side", "Visible", ".zed",
+         ".local/share/game/x", ".local/bin", ".var/app/org.a.B/x"});
     home.file("Library/Caches/loose", 100);
     home.link(".linked", "Visible");
     const auto candidates = Scanner::unclassifiedCandidates(
@@ -182,7 +155,8 @@ TEST(Scanner, ReportsUnclaimedFoldersFromTheAskedSizeAndLeavesClaimedOnesToTheir
     home.file(".minimax-agent/projects/p/f", 900000);
     const ScanReport report =
         scan(home, {ruleAt("known", "~/.known")}, {.home = {}, .unclassifiedMinimumBytes = 300000});
-    EXPECT_THAT(unclassifiedOf(report), ElementsAre(home.path(".larger"), home.path(".large")));
+    EXPECT_THAT(eachOf(report.unclassified, &UnclassifiedItem::path),
+                ElementsAre(home.path(".larger"), home.path(".large")));
     ASSERT_EQ(report.projects.size(), 1U);
     EXPECT_EQ(report.projects[0].name, "work");
     EXPECT_GT(report.volume.totalBytes, 0);
@@ -190,24 +164,20 @@ TEST(Scanner, ReportsUnclaimedFoldersFromTheAskedSizeAndLeavesClaimedOnesToTheir
     const ScanReport quick =
         scan(home, {}, {.home = {}, .includeProjects = false, .unclassifiedMinimumBytes = 0});
     EXPECT_THAT(quick.projects, IsEmpty());
-    EXPECT_THAT(unclassifiedOf(quick), ElementsAre(home.path(".larger"), home.path(".known"),
-                                                   home.path(".large"), home.path(".small")));
+    EXPECT_THAT(
+        eachOf(quick.unclassified, &UnclassifiedItem::path),
+        ElementsAre(home.path(".larger"), home.path(".known"), home.path(".large"), home.path(".small")));
 }
 
 TEST(ScanReport, AddsUpWhatRecreatesItself) {
-    const auto withBytes = [](std::int64_t bytes, std::int64_t unreadable) {
-        return Usage{.allocatedBytes = bytes, .unreadableCount = unreadable, .lastModified = {}};
-    };
     ScanReport report;
-    report.findings = {{.safety = lumo::Safety::safe, .usage = withBytes(100, 1)},
-                       {.safety = lumo::Safety::review, .usage = withBytes(1000, 2)},
-                       {.safety = lumo::Safety::safe, .usage = withBytes(200, 0)}};
-    report.projects = {{.usage = withBytes(90000, 4),
-                        .artifacts = {{.usage = withBytes(10, 0)}, {.usage = withBytes(20, 0)}}}};
-    report.unclassified = {{.path = "/x", .usage = withBytes(70000, 8)}};
-    EXPECT_EQ(report.bytes(lumo::Safety::review), 1000);
+    report.findings = {{.safety = Safety::safe, .usage = {.allocatedBytes = 300, .unreadableCount = 1}},
+                       {.safety = Safety::review, .usage = {.allocatedBytes = 1000, .unreadableCount = 2}}};
+    report.projects = {{.usage = {.allocatedBytes = 90000, .unreadableCount = 4},
+                        .artifacts = {{.usage = {.allocatedBytes = 30}}}}};
+    EXPECT_EQ(report.bytes(Safety::review), 1000);
     EXPECT_EQ(report.safeBytes(), 330);
-    EXPECT_EQ(report.unreadableCount(), 15);
+    EXPECT_EQ(report.unreadableCount(), 7);
 }
 
 TEST(Usage, StopsTheProcessRatherThanWrapping) {
@@ -220,7 +190,7 @@ TEST(Scanner, SurvivesHomesThatAreEmptyLinkedOrGone) {
     home.folder("empty");
     home.file("real/.cache/uv/f", 4000);
     home.link("linked", "real");
-    const auto& rules = lumo::RuleCatalog::all();
+    const auto& rules = RuleCatalog::all();
     for (const char* name : {"empty", "gone"}) {
         ScanOptions options{.home = home.path(name)};
         const auto report = Scanner::scan(rules, options, {});
@@ -229,7 +199,7 @@ TEST(Scanner, SurvivesHomesThatAreEmptyLinkedOrGone) {
         EXPECT_THAT(report->unclassified, IsEmpty()) << name;
     }
     const auto report = Scanner::scan(rules, {.home = home.path("linked")}, {});
-    EXPECT_THAT(idsOf(*report), ElementsAre("uv-cache"));
+    EXPECT_THAT(eachOf(report->findings, &Finding::ruleID), ElementsAre("uv-cache"));
     EXPECT_THAT(report->findings[0].paths, ElementsAre(home.path("linked/.cache/uv")));
 }
 
@@ -240,5 +210,5 @@ TEST(Scanner, AStoppedScanGivesNoReport) {
     stop.request_stop();
     ScanContext context;
     context.stop = stop.get_token();
-    EXPECT_FALSE(Scanner::scan(lumo::RuleCatalog::all(), {.home = home.path()}, context));
+    EXPECT_FALSE(Scanner::scan(RuleCatalog::all(), {.home = home.path()}, context));
 }

@@ -1,6 +1,6 @@
 #include "Tests/faults/Ground.h"
 
-#include "Tests/faults/Child.h"
+#include "Tests/support/Child.h"
 
 #include <sched.h>
 #include <signal.h>
@@ -16,18 +16,14 @@
 #include <filesystem>
 #include <fstream>
 
-namespace tarvo::faults::ground {
+namespace tarvo::faults {
+
+using testing::Child;
+using testing::Words;
 
 namespace {
 
-struct Ground {
-    std::string folder;
-    std::string whyNoMounts;
-    std::string whyNoTracing;
-    std::vector<std::string> asOrdinaryUser;
-};
-
-Ground& ground() {
+Ground& ownGround() {
     static Ground made;
     return made;
 }
@@ -58,7 +54,7 @@ std::string enterNamespaces() {
 
 std::string mountAll() {
     if (mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-        mount("tmpfs", ground().folder.c_str(), "tmpfs", 0, "mode=0755") != 0) {
+        mount("tmpfs", ownGround().folder.c_str(), "tmpfs", 0, "mode=0755") != 0) {
         return because("no file system can be mounted");
     }
     // Some containers forbid this one; all processes are to be seen then.
@@ -76,10 +72,10 @@ void prepare() {
     Words attempt = withoutRights;
     attempt.emplace_back("true");
     if (geteuid() == 0 && works(attempt)) {
-        ground().asOrdinaryUser = withoutRights;
+        ownGround().asOrdinaryUser = withoutRights;
     }
     if (!works({"strace", "-f", "-qq", "-o", "/dev/null", "-e", "trace=close", "true"})) {
-        ground().whyNoTracing = "strace is missing or may not trace here";
+        ownGround().whyNoTracing = "strace is missing or may not trace here";
     }
 }
 
@@ -88,7 +84,7 @@ int runAsFirstProcess(const std::function<int()>& tests) {
     const pid_t first = fork();
     if (first == 0) {
         prctl(PR_SET_PDEATHSIG, SIGKILL);
-        ground().whyNoMounts = mountAll();
+        ownGround().whyNoMounts = mountAll();
         prepare();
         const int result = tests();
         std::fflush(nullptr);
@@ -96,7 +92,7 @@ int runAsFirstProcess(const std::function<int()>& tests) {
     }
     int status = 0;
     waitpid(first, &status, 0);
-    umount2(ground().folder.c_str(), MNT_DETACH);
+    umount2(ownGround().folder.c_str(), MNT_DETACH);
     return WIFEXITED(status) ? WEXITSTATUS(status) : 1;
 }
 
@@ -104,40 +100,29 @@ int runAsFirstProcess(const std::function<int()>& tests) {
 
 int runTests(const std::function<int()>& tests) {
     const bool hasSharedMemory = access("/dev/shm", W_OK) == 0;
-    ground().folder = std::string(hasSharedMemory ? "/dev/shm" : "/tmp") + "/tarvo-faults-XXXXXX";
-    if (mkdtemp(ground().folder.data()) == nullptr) {
-        std::perror(ground().folder.c_str());
+    ownGround().folder = std::string(hasSharedMemory ? "/dev/shm" : "/tmp") + "/tarvo-faults-XXXXXX";
+    if (mkdtemp(ownGround().folder.data()) == nullptr) {
+        std::perror(ownGround().folder.c_str());
         return 1;
     }
-    setenv("TMPDIR", ground().folder.c_str(), 1);
-    ground().whyNoMounts = enterNamespaces();
+    const char* form = std::getenv("TARVO_FAULTS");
+    ownGround().isLong = form != nullptr && std::string(form) == "long";
+    setenv("TMPDIR", ownGround().folder.c_str(), 1);
+    ownGround().whyNoMounts = enterNamespaces();
     int result = 0;
-    if (ground().whyNoMounts.empty()) {
+    if (ownGround().whyNoMounts.empty()) {
         result = runAsFirstProcess(tests);
     } else {
         prepare();
         result = tests();
     }
     std::error_code ignored;
-    std::filesystem::remove(ground().folder, ignored);
+    std::filesystem::remove(ownGround().folder, ignored);
     return result;
 }
 
-const std::string& whyNoMounts() {
-    return ground().whyNoMounts;
+const Ground& ground() {
+    return ownGround();
 }
 
-const std::string& whyNoTracing() {
-    return ground().whyNoTracing;
-}
-
-const std::vector<std::string>& asOrdinaryUser() {
-    return ground().asOrdinaryUser;
-}
-
-bool isLong() {
-    const char* form = std::getenv("TARVO_FAULTS");
-    return form != nullptr && std::string(form) == "long";
-}
-
-} // namespace tarvo::faults::ground
+} // namespace tarvo::faults

@@ -1,8 +1,8 @@
 #include "Tests/faults/Household.h"
 
-#include "LumoCore/Basics/JsonValue.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Cleanup/CleanupOutcome.h"
 #include "Tests/faults/Ground.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +11,6 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
-#include <sstream>
 
 namespace tarvo::faults {
 
@@ -19,22 +18,11 @@ namespace {
 
 namespace fs = std::filesystem;
 using lumo::JsonValue;
+using Items = std::vector<lumo::TrashedItem>;
 
 const std::string support = "Library/Application Support/TarvoAI";
 const std::string staging = "Library/Caches/TarvoAI/vaciando";
 const Words state{support, "Library/Caches/TarvoAI", "Library/Application Support/Claude", ".config/TarvoAI"};
-
-std::string textOf(const JsonValue& object, std::string_view name) {
-    const JsonValue* member = object.find(name);
-    const auto* text = member == nullptr ? nullptr : std::get_if<std::string>(&member->value);
-    return text == nullptr ? "" : *text;
-}
-
-JsonValue::Array listOf(const JsonValue& object, std::string_view name) {
-    const JsonValue* member = object.find(name);
-    const auto* list = member == nullptr ? nullptr : std::get_if<JsonValue::Array>(&member->value);
-    return list == nullptr ? JsonValue::Array() : *list;
-}
 
 bool exists(const std::string& path) {
     std::error_code error;
@@ -85,11 +73,11 @@ std::set<std::string> namedInLog(const std::string& home, std::vector<Finding>& 
     std::ifstream log(home + "/" + support + "/historial.jsonl", std::ios::binary);
     int torn = 0;
     for (std::string line; std::getline(log, line);) {
-        const auto outcome = lumo::parseJson(line);
+        const auto outcome = lumo::decodeJson<lumo::CleanupOutcome>(line);
         torn += outcome ? 0 : 1;
-        for (const JsonValue& item : outcome ? listOf(*outcome, "restorable") : JsonValue::Array()) {
-            if (!named.insert(textOf(item, "inTrash")).second) {
-                found.push_back({Fault::broken, "named twice in the log: " + textOf(item, "inTrash")});
+        for (const lumo::TrashedItem& item : outcome ? outcome->restorable.value_or(Items()) : Items()) {
+            if (!named.insert(item.inTrash).second) {
+                found.push_back({Fault::broken, "named twice in the log: " + item.inTrash});
             }
         }
     }
@@ -159,7 +147,7 @@ Household::Household(const Scenario& scenario)
     }
     slot_.fileWith("plan.json", planDocument(placed));
     for (const Words& command : scenario.preparation) {
-        const Ended ended = run(command);
+        const Ran ended = run(command);
         EXPECT_EQ(ended.exitCode, 0) << scenario.name << ", " << command.front() << ": " << ended.error
                                      << ended.output;
     }
@@ -174,7 +162,7 @@ void Household::reset() const {
 }
 
 void Household::runShell(const std::string& script) const {
-    const Ended ended = Child({"/bin/sh", "-c", "cd \"$0\" && " + script, slot()}, environment()).wait();
+    const Ran ended = Child({"/bin/sh", "-c", "cd \"$0\" && " + script, slot()}, environment()).wait();
     EXPECT_EQ(ended.exitCode, 0) << ended.error;
 }
 
@@ -185,7 +173,7 @@ Words Household::environment() const {
 Words Household::words(const Words& command, const Words& before) const {
     const std::string program = scenario_.program.empty() ? testing::tarvoProgram() : scenario_.program;
     const bool isOther = command.front().find('/') != std::string::npos;
-    Words all = ground::asOrdinaryUser();
+    Words all = ground().asOrdinaryUser;
     all.insert(all.end(), before.begin(), before.end());
     if (!isOther) {
         all.push_back(program);
@@ -206,7 +194,7 @@ Child Household::start(const Words& command, const Words& before) const {
     return Child(words(command, before), environment());
 }
 
-std::vector<Finding> Household::lies(const Ended& ended) const {
+std::vector<Finding> Household::lies(const Ran& ended) const {
     std::vector<Finding> found;
     const auto lie = [&](const std::string& text) { found.push_back({Fault::broken, text}); };
     if (ended.exitCode > 2 && ended.exitCode != 130) {
@@ -217,16 +205,17 @@ std::vector<Finding> Household::lies(const Ended& ended) const {
         lie("exit status 0 without the whole document");
     }
     const JsonValue document = lumo::parseJson(ended.output).value_or(JsonValue());
-    const auto* outcomes = std::get_if<JsonValue::Array>(&document.value);
-    bool hasFailure = !listOf(document, "failures").empty();
-    for (const JsonValue& outcome : outcomes == nullptr ? JsonValue::Array() : *outcomes) {
-        const bool isDone = textOf(outcome, "status") == "done";
+    const JsonValue* failures = document.find("failures");
+    bool hasFailure = failures != nullptr && *failures != JsonValue{JsonValue::Array()};
+    const auto outcomes = lumo::decode<std::vector<lumo::CleanupOutcome>>(document);
+    for (const lumo::CleanupOutcome& outcome : outcomes.value_or(std::vector<lumo::CleanupOutcome>())) {
+        const bool isDone = outcome.status == lumo::CleanupStatus::done;
         hasFailure = hasFailure || !isDone;
-        if (!isDone && textOf(outcome, "message").empty()) {
-            lie("failed without a reason: " + textOf(outcome, "id"));
+        if (!isDone && outcome.message.value_or("").empty()) {
+            lie("failed without a reason: " + outcome.id);
         }
         for (const lumo::CleanupAction& action : scenario_.plan) {
-            if (isDone && action.id == textOf(outcome, "id") && isStillThere(placedIn(home_, action))) {
+            if (isDone && action.id == outcome.id && isStillThere(placedIn(home_, action))) {
                 lie("done, and still in its place: " + action.id);
             }
         }
@@ -254,7 +243,7 @@ std::vector<Finding> Household::canaryFindings() const {
 
 void Household::takeBack(std::vector<Finding>& found) const {
     for (int round = 0; round < 10; ++round) {
-        const Ended undo = run({"undo", "--json"});
+        const Ran undo = run({"undo", "--json"});
         const auto document = lumo::parseJson(undo.output);
         const JsonValue* done = document ? document->find("done") : nullptr;
         if (undo.hasHung || undo.signal != 0 || done == nullptr) {
@@ -278,7 +267,7 @@ void Household::takeBack(std::vector<Finding>& found) const {
 
 std::vector<Finding> Household::settle() const {
     std::vector<Finding> found;
-    const Ended next = run({"empty", "--expired", "--quiet"});
+    const Ran next = run({"empty", "--expired", "--quiet"});
     if (next.exitCode != 0) {
         found.push_back({Fault::broken, "the next start fails: " + next.error + next.output});
     }

@@ -38,7 +38,7 @@ class Household final {
     /// A command of the program for this home, with the words put before it.
     [[nodiscard]] Words words(const Words& command, const Words& before = {}) const;
     [[nodiscard]] Child start(const Words& command, const Words& before = {}) const;
-    Ended run(const Words& command, const Words& before = {}) const { return start(command, before).wait(); }
+    Ran run(const Words& command, const Words& before = {}) const { return start(command, before).wait(); }
     /// The same for the command under test.
     [[nodiscard]] Child startScenario(const Words& before = {}) const {
         return start(scenario_.command, before);
@@ -46,7 +46,7 @@ class Household final {
     [[nodiscard]] Words environment() const;
 
     /// What a run says about itself that is not so. What a signal ended says nothing.
-    [[nodiscard]] std::vector<Finding> lies(const Ended& ended) const;
+    [[nodiscard]] std::vector<Finding> lies(const Ran& ended) const;
 
     /// Starts the next command, takes everything back, and tells what is not as it must be then.
     [[nodiscard]] std::vector<Finding> settle() const;

@@ -1,13 +1,12 @@
 #include "Tests/faults/Manifest.h"
 
 #include "LumoCore/Basics/Path.h"
+#include "Tests/support/TempHome.h"
 
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 namespace tarvo::faults {
 
@@ -29,9 +28,7 @@ Entry entryAt(const std::filesystem::path& path) {
         entry.bytes = std::filesystem::read_symlink(path).native();
     } else if (S_ISREG(status.st_mode)) {
         entry.kind = 'f';
-        std::ostringstream content;
-        content << std::ifstream(path, std::ios::binary).rdbuf();
-        entry.bytes = std::move(content).str();
+        entry.bytes = testing::contentOf(path.native());
     }
     return entry;
 }

@@ -7,10 +7,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <thread>
 
@@ -22,7 +22,7 @@ namespace {
 /// Starts the commands together, round after round in a fresh home, and looks at what they leave.
 void race(const Scenario& scenario, const std::vector<Words>& commands) {
     const Household household(scenario);
-    const int rounds = ground::isLong() ? 300 : 15;
+    const int rounds = ground().isLong ? 300 : 15;
     for (int round = 0; round < rounds; ++round) {
         household.reset();
         std::vector<std::unique_ptr<Child>> children;
@@ -30,7 +30,7 @@ void race(const Scenario& scenario, const std::vector<Words>& commands) {
             children.push_back(std::make_unique<Child>(household.words(command), household.environment()));
         }
         for (const auto& child : children) {
-            const Ended ended = child->wait();
+            const Ran ended = child->wait();
             EXPECT_TRUE(ended.exitCode == 0 || ended.exitCode == 1) << ended.exitCode << ended.error;
         }
         expectNone(household.settle());
@@ -74,13 +74,8 @@ class Gate final {
     std::jthread swapper_;
 };
 
-std::size_t linesIn(const std::string& path) {
-    std::ifstream file(path);
-    std::size_t count = 0;
-    for (std::string line; std::getline(file, line);) {
-        ++count;
-    }
-    return count;
+std::ptrdiff_t linesIn(const std::string& path) {
+    return std::ranges::count(tarvo::testing::contentOf(path), '\n');
 }
 
 } // namespace
@@ -101,11 +96,11 @@ TEST(Races, AgainstAFolderThatBecomesALinkNeverLeaveTheHome) {
     for (const Scenario* scenario : {&deleting, &moving}) {
         const Household household(*scenario);
         const Gate gate(household);
-        const int rounds = ground::isLong() ? 5000 : 150;
+        const int rounds = ground().isLong ? 5000 : 150;
         std::array<int, 2> counts = {};
         for (int round = 0; round < rounds; ++round) {
             gate.putItem();
-            const Ended ended = household.startScenario().wait();
+            const Ran ended = household.startScenario().wait();
             ASSERT_TRUE(ended.exitCode == 0 || ended.exitCode == 1) << ended.exitCode << ended.error;
             // Refused means untouched, and done means done to the folder that was meant.
             ASSERT_EQ(gate.holdsItem(), ended.exitCode == 1) << ended.output;
@@ -138,12 +133,12 @@ TEST(Races, WithAnInterruptFinishTheItemInHandAndLogIt) {
         std::this_thread::yield();
     }
     child.signal(SIGINT);
-    const Ended ended = child.wait();
+    const Ran ended = child.wait();
     EXPECT_EQ(ended.exitCode, 130) << ended.error;
     const fs::directory_iterator left(household.path("many"));
-    const auto taken = static_cast<std::size_t>(count - std::distance(begin(left), end(left)));
+    const auto taken = count - std::distance(begin(left), end(left));
     EXPECT_EQ(linesIn(log), taken);
-    EXPECT_LT(taken, static_cast<std::size_t>(count));
+    EXPECT_LT(taken, count);
     EXPECT_FALSE(fs::exists(household.path("Library/Application Support/TarvoAI/apartado.jsonl")));
     household.run({"undo"});
     EXPECT_EQ(std::distance(fs::directory_iterator(household.path("many")), fs::directory_iterator()), count);

@@ -1,4 +1,4 @@
-#include "LumoCore/Basics/JsonValue.h"
+#include "LumoCore/Cleanup/CleanupOutcome.h"
 #include "Tests/faults/Household.h"
 
 #include <fmt/format.h>
@@ -13,7 +13,6 @@
 
 using namespace tarvo::faults;
 using lumo::CleanupAction;
-using lumo::JsonValue;
 using namespace std::literals;
 
 namespace {
@@ -74,14 +73,6 @@ CleanupAction actionOn(const std::string& path, std::size_t variant) {
     return action;
 }
 
-void expectRefused(const JsonValue& outcome, const std::string& message) {
-    const JsonValue shown{message};
-    EXPECT_EQ(*outcome.find("status"), JsonValue{std::string("failed")})
-        << dumpJson(shown, lumo::JsonLayout::line);
-    const JsonValue* said = outcome.find("message");
-    EXPECT_TRUE(said != nullptr && *said == shown) << dumpJson(outcome, lumo::JsonLayout::line);
-}
-
 /// What a refusal changes nothing of: all but the log and the lock.
 class Untouched final {
   public:
@@ -124,15 +115,15 @@ TEST(Refusals, MeetEveryPathThatIsNotPlainlyInTheHome) {
         const bool isSpanish = variant < 2;
         Words command = cleanPlan;
         command.insert(command.end(), {"--idioma", isSpanish ? "es" : "en"});
-        const Ended ended = household.run(command);
+        const Ran ended = household.run(command);
         EXPECT_EQ(ended.exitCode, 1) << ended.error;
-        const JsonValue document = lumo::parseJson(ended.output).value_or(JsonValue());
-        const auto* outcomes = std::get_if<JsonValue::Array>(&document.value);
-        ASSERT_TRUE(outcomes != nullptr && outcomes->size() == paths.size()) << ended.output;
+        const std::string reason =
+            isSpanish ? "fuera de tu carpeta personal: " : "outside your home folder: ";
+        const auto outcomes = lumo::decodeJson<std::vector<lumo::CleanupOutcome>>(ended.output).value();
+        ASSERT_EQ(outcomes.size(), paths.size());
         for (std::size_t index = 0; index < paths.size(); ++index) {
-            expectRefused((*outcomes)[index],
-                          (isSpanish ? "fuera de tu carpeta personal: " : "outside your home folder: ") +
-                              paths[index]);
+            EXPECT_EQ(outcomes[index].status, lumo::CleanupStatus::failed) << paths[index];
+            EXPECT_EQ(outcomes[index].message, reason + paths[index]);
         }
     }
 }
@@ -151,9 +142,9 @@ TEST(Refusals, MeetEveryFolderThatIsNoHome) {
                               Words{"empty", "--expired"}, Words{"history"}, Words{"holding"}}) {
             std::ranges::replace(command, "@plan", household.slot() + "/plan.json");
             command.insert(command.begin(), tarvo::testing::tarvoProgram());
-            const Ended byVariable = Child(command, {"HOME=" + bad}).wait();
+            const Ran byVariable = Child(command, {"HOME=" + bad}).wait();
             command.insert(command.end(), {"--home", bad});
-            const Ended byOption = Child(command, household.environment()).wait();
+            const Ran byOption = Child(command, household.environment()).wait();
             EXPECT_EQ(byVariable.exitCode, 2) << command[1] << ", HOME=" << bad << byVariable.error;
             EXPECT_EQ(byOption.exitCode, 2) << command[1] << " --home " << bad << byOption.error;
         }
@@ -168,7 +159,7 @@ TEST(Refusals, MeetTheHomeOfSomebodyElseWhenRootAsks) {
     }
     const Untouched untouched(household);
     for (const Words& command : {cleanPlan, Words{"undo"}, Words{"empty", "--yes"}}) {
-        const Ended ended = household.run(command);
+        const Ran ended = household.run(command);
         EXPECT_TRUE(ended.exitCode == 1 || ended.exitCode == 2) << ended.output;
         EXPECT_NE(ended.error, "");
     }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "LumoCore/Cleanup/CleanupAction.h"
-#include "Tests/faults/Child.h"
 #include "Tests/support/TempHome.h"
 
 #include <functional>
@@ -10,6 +9,11 @@
 #include <vector>
 
 namespace tarvo::faults {
+
+using testing::Child;
+using testing::hangLimit;
+using testing::Ran;
+using testing::Words;
 
 /// One operation that is to be survived. The home that it works on is furnished by `furnish`; paths are
 /// relative to it. In commands "@plan" stands for the file with the plan, "@home" for the home folder,

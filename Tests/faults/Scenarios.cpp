@@ -5,8 +5,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 namespace tarvo::faults {
 
@@ -57,9 +55,8 @@ test -s "$HOME/Library/Application Support/TarvoAI/apartado.jsonl")",
                         "@tarvo", "@plan"};
 
 bool isStored(const std::string& home) {
-    std::ostringstream text;
-    text << std::ifstream(home + "/.config/TarvoAI/preferencias.json").rdbuf();
-    return text.str().find("\"avisoGB\": 7") != std::string::npos;
+    return testing::contentOf(home + "/.config/TarvoAI/preferencias.json").find("\"avisoGB\": 7") !=
+           std::string::npos;
 }
 
 bool isBack(const std::string& home) {
@@ -80,14 +77,8 @@ mkdir -p "$folder" && cd "$folder" || exit 1
 ln -s real.json claude_desktop_config.json && printf '%s' "$0" >real.json && chmod 640 real.json)",
                              agentSettings};
 
-std::string contentIn(const std::string& path) {
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
-
 bool isLinked(const std::string& home) {
-    const std::string text = contentIn(home + "/Library/Application Support/Claude/real.json");
+    const std::string text = testing::contentOf(home + "/Library/Application Support/Claude/real.json");
     const std::size_t added = text.find(",\n    \"tarvo-ai\": {");
     const std::size_t end = text.find("\n    }", added);
     return added != std::string::npos && end != std::string::npos &&
@@ -99,7 +90,7 @@ std::string agentSettingsProblem(const std::string& home) {
     const std::string backup = folder + "/claude_desktop_config.json.antes-de-tarvo";
     const bool isWhole = fs::is_symlink(folder + "/claude_desktop_config.json") &&
                          fs::status(folder + "/real.json").permissions() == fs::perms(0640) &&
-                         contentIn(isLinked(home) ? backup : folder + "/real.json") == agentSettings;
+                         testing::contentOf(isLinked(home) ? backup : folder + "/real.json") == agentSettings;
     return isWhole ? "" : "the settings are neither the old nor the new ones";
 }
 
@@ -113,7 +104,7 @@ std::string archiveProblem(const std::string& home) {
     if (!fs::exists(archive)) {
         return fs::exists(home + "/Movies/box") ? "" : "the original is set aside and there is no archive";
     }
-    const Ended tested = Child({"unzip", "-tqq", archive}, {"PATH=/usr/bin:/bin"}).wait();
+    const Ran tested = Child({"unzip", "-tqq", archive}, {"PATH=/usr/bin:/bin"}).wait();
     return tested.exitCode == 0 ? "" : "the archive cannot be unpacked: " + tested.output;
 }
 
@@ -146,7 +137,7 @@ void furnish(const testing::TempHome& slot) {
     slot.hardLink("home/Downloads/set/deep/er/twin", "home/Downloads/set/a");
     slot.link("home/Downloads/set/out", "../../../canary");
     slot.folder("home/Downloads/set/closed/inside");
-    slot.setMode("home/Downloads/set/closed", ground::whyNoMounts().empty() ? 0 : 0500);
+    slot.setMode("home/Downloads/set/closed", ground().whyNoMounts.empty() ? 0 : 0500);
     slot.setModified("home/Downloads/set", 1'000'000'000);
     slot.fileWith("home/Downloads/locked/file", "cannot be moved");
     slot.setMode("home/Downloads/locked", 0500);
@@ -167,10 +158,8 @@ void furnish(const testing::TempHome& slot) {
     slot.fileWith("home/.npm/_cacache/index", "cache");
     slot.folder("home/Library/Application Support");
     slot.folder("home/.config");
-    slot.fileWith("home/.local/bin/npm", "#!/bin/sh\nrm -rf \"$HOME/.npm/_cacache\"\n");
-    slot.fileWith("home/.local/bin/pip", "#!/bin/sh\necho broken\nexit 3\n");
-    slot.setMode("home/.local/bin/npm", 0755);
-    slot.setMode("home/.local/bin/pip", 0755);
+    slot.program("home/.local/bin/npm", "rm -rf \"$HOME/.npm/_cacache\"");
+    slot.program("home/.local/bin/pip", "echo broken\nexit 3");
 }
 
 lumo::CleanupAction placedIn(const std::string& home, lumo::CleanupAction action) {

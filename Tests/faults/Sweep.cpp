@@ -14,7 +14,6 @@
 #include <mutex>
 #include <random>
 #include <set>
-#include <sstream>
 #include <thread>
 #include <utility>
 
@@ -97,7 +96,7 @@ std::vector<Attempt> killsDuring(const Household& household) {
                                           std::chrono::steady_clock::now() - began));
     }
     std::mt19937_64 random(20250314);
-    std::vector<Attempt> attempts((ground::isLong() ? 2000 : 100) / scenarios().size() + 1);
+    std::vector<Attempt> attempts((ground().isLong ? 2000 : 100) / scenarios().size() + 1);
     for (Attempt& attempt : attempts) {
         attempt.life = shortest * static_cast<std::int64_t>(random() % 1000) / 1000;
     }
@@ -111,7 +110,7 @@ void thinOut(std::vector<Attempt>& attempts, std::size_t coreStep, std::size_t s
         const std::size_t count = counts[attempt.isCore ? 1 : 0]++;
         return count % (attempt.isCore ? coreStep : step) != (attempt.isCore ? 0 : step / 2);
     };
-    if (!ground::isLong()) {
+    if (!ground().isLong) {
         std::erase_if(attempts, isLeftOut);
         fmt::print("short form: near changes every {}. point, elsewhere every {}. from number {}\n", coreStep,
                    step, step / 2);
@@ -135,18 +134,17 @@ Words tracerFor(const Attempt& attempt, const std::string& traceFile) {
     return words;
 }
 
-bool metTheRun(const Attempt& attempt, const Ended& ended, const std::string& traceFile) {
-    std::ostringstream trace;
-    trace << std::ifstream(traceFile).rdbuf();
-    return isKill(attempt) ? ended.signal == SIGKILL : trace.str().find("(INJECTED)") != std::string::npos;
+bool metTheRun(const Attempt& attempt, const Ran& ended, const std::string& traceFile) {
+    return isKill(attempt) ? ended.signal == SIGKILL
+                           : testing::contentOf(traceFile).find("(INJECTED)") != std::string::npos;
 }
 
 /// One point: disturbs, judges, settles.
 Figures tryOut(const Household& household, const Attempt& attempt) {
     household.reset();
     const bool isTimed = attempt.injection.empty();
-    const Ended ended = household.startScenario(tracerFor(attempt, household.traceFile()))
-                            .wait(isTimed ? attempt.life : hangLimit);
+    const Ran ended = household.startScenario(tracerFor(attempt, household.traceFile()))
+                          .wait(isTimed ? attempt.life : hangLimit);
     std::vector<Finding> found;
     if (ended.hasHung && !isTimed) {
         found.push_back({Fault::hang, "did not end"});

@@ -14,8 +14,8 @@ Figures totals;
 class Sweeps : public testing::TestWithParam<Scenario> {
   protected:
     void SetUp() override {
-        if (!ground::whyNoTracing().empty()) {
-            GTEST_SKIP() << ground::whyNoTracing();
+        if (!ground().whyNoTracing.empty()) {
+            GTEST_SKIP() << ground().whyNoTracing;
         }
     }
 
@@ -47,18 +47,18 @@ TEST_P(Sweeps, LoseNothingToAKillAtAnyTime) {
 }
 
 TEST(Harness, FindsWhatIsLostByACleanerThatLogsAfterItMoved) {
-    if (!ground::whyNoTracing().empty()) {
-        GTEST_SKIP() << ground::whyNoTracing();
+    if (!ground().whyNoTracing.empty()) {
+        GTEST_SKIP() << ground().whyNoTracing;
     }
     const tarvo::testing::TempHome careless;
-    careless.fileWith("cleaner", R"(#!/bin/sh
-state="$HOME/Library/Application Support/TarvoAI"
+    careless.program("cleaner", R"(state="$HOME/Library/Application Support/TarvoAI"
 held="$state/Apartado/20250314-093005/1-old.dmg"
 case $1 in
 clean)
     mkdir -p "${held%/*}"
     mv "$HOME/Downloads/old.dmg" "$held"
-    printf '{"restorable":[{"inTrash":"%s"}]}\n' "$held" >>"$state/historial.jsonl"
+    line='{"id":"","title":"","status":"done","freedBytes":0,"trashedBytes":0,"date":"2025-03-14T09:30:05Z",'
+    printf '%s"restorable":[{"original":"","inTrash":"%s"}]}\n' "$line" "$held" >>"$state/historial.jsonl"
     echo '[]' ;;
 undo)
     done=0
@@ -71,7 +71,6 @@ empty)
 esac
 exit 0
 )");
-    careless.setMode("cleaner", 0755);
     const Scenario scenario{.name = "Careless",
                             .plan = {review("old", {"Downloads/old.dmg"})},
                             .command = cleanPlan,
@@ -87,7 +86,7 @@ INSTANTIATE_TEST_SUITE_P(Of, Sweeps, testing::ValuesIn(scenarios()),
 
 int main(int count, char** words) {
     testing::InitGoogleTest(&count, words);
-    return ground::runTests([] {
+    return runTests([] {
         const int result = RUN_ALL_TESTS();
         std::printf("All sweeps: %s\n", lineOf(totals).c_str());
         return result;

@@ -1,9 +1,9 @@
 #include "Tests/support/TempHome.h"
 
+#include <gtest/gtest.h>
+
 #include <fcntl.h>
 #include <grp.h>
-#include <poll.h>
-#include <pty.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 
 namespace tarvo::testing {
 
@@ -55,6 +56,14 @@ std::string TempHome::folder(std::string_view name) const {
     return path(name);
 }
 
+void TempHome::folders(std::initializer_list<std::string_view> names) const {
+    std::ranges::for_each(names, [this](std::string_view name) { folder(name); });
+}
+
+void TempHome::files(std::initializer_list<std::string_view> names, std::size_t bytes) const {
+    std::ranges::for_each(names, [&](std::string_view name) { file(name, bytes); });
+}
+
 std::string TempHome::file(std::string_view name, std::size_t bytes) const {
     return fileWith(name, std::string(bytes, 'x'));
 }
@@ -65,6 +74,12 @@ std::string TempHome::fileWith(std::string_view name, std::string_view content) 
     file << content;
     file.close();
     require(file.good(), path(name));
+    return path(name);
+}
+
+std::string TempHome::program(std::string_view name, std::string_view script) const {
+    fileWith(name, "#!/bin/sh\n" + std::string(script) + "\n");
+    setMode(name, 0755);
     return path(name);
 }
 
@@ -136,102 +151,22 @@ Outcome asOrdinaryUser(const std::string& home, const std::function<bool()>& wor
     });
 }
 
-namespace {
-
-[[noreturn]] void become(const std::string& program, const std::vector<std::string>& arguments,
-                         const std::vector<std::string>& environment) {
-    const auto pointersOf = [](std::vector<std::string>& words) {
-        std::vector<char*> pointers;
-        for (std::string& word : words) {
-            pointers.push_back(word.data());
-        }
-        pointers.push_back(nullptr);
-        return pointers;
-    };
-    std::vector<std::string> words{program};
-    words.insert(words.end(), arguments.begin(), arguments.end());
-    std::vector<std::string> variables = environment;
-    execve(program.c_str(), pointersOf(words).data(), pointersOf(variables).data());
-    _exit(127);
-}
-
-[[noreturn]] void becomeChild(const std::string& program, const std::vector<std::string>& arguments,
-                              const std::vector<std::string>& environment, int output, int error) {
-    const int input = open("/dev/null", O_RDONLY | O_CLOEXEC);
-    dup2(input, STDIN_FILENO);
-    dup2(output, STDOUT_FILENO);
-    dup2(error, STDERR_FILENO);
-    become(program, arguments, environment);
-}
-
-/// Reads both pipes until they end, so that a full one never blocks the program.
-void drain(int output, int error, Ran& ran) {
-    std::array<pollfd, 2> pipes{pollfd{output, POLLIN, 0}, pollfd{error, POLLIN, 0}};
-    const std::array<std::string*, 2> texts{&ran.output, &ran.error};
-    while (pipes[0].fd >= 0 || pipes[1].fd >= 0) {
-        require(poll(pipes.data(), pipes.size(), -1) >= 0, "poll");
-        for (std::size_t index = 0; index < pipes.size(); ++index) {
-            if (pipes[index].revents == 0) {
-                continue;
-            }
-            std::array<char, 65536> buffer;
-            const ssize_t count = read(pipes[index].fd, buffer.data(), buffer.size());
-            if (count <= 0) {
-                close(pipes[index].fd);
-                pipes[index].fd = -1;
-            } else {
-                texts[index]->append(buffer.data(), static_cast<std::size_t>(count));
-            }
-        }
+void expectHeld(Outcome outcome) {
+    if (outcome == Outcome::notPossible) {
+        GTEST_SKIP() << "no rights to mount or to change the user here";
     }
+    EXPECT_EQ(outcome, Outcome::held);
 }
 
-} // namespace
-
-Ran runProgram(const std::string& program, const std::vector<std::string>& arguments,
-               const std::vector<std::string>& environment) {
-    std::array<int, 2> output = {};
-    std::array<int, 2> error = {};
-    require(pipe2(output.data(), O_CLOEXEC) == 0 && pipe2(error.data(), O_CLOEXEC) == 0, "pipe2");
-    const pid_t child = fork();
-    require(child >= 0, "fork");
-    if (child == 0) {
-        becomeChild(program, arguments, environment, output[1], error[1]);
-    }
-    close(output[1]);
-    close(error[1]);
-    Ran ran;
-    drain(output[0], error[0], ran);
-    int status = 0;
-    require(waitpid(child, &status, 0) == child, "waitpid");
-    ran.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    return ran;
+std::string contentOf(const std::string& path) {
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return std::move(text).str();
 }
 
-Ran runOnTerminal(const std::string& program, const std::vector<std::string>& arguments,
-                  const std::vector<std::string>& environment, std::string_view typed) {
-    int terminal = -1;
-    const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
-    require(child >= 0, "forkpty");
-    if (child == 0) {
-        become(program, arguments, environment);
-    }
-    // The terminal keeps it until the program reads.
-    require(write(terminal, typed.data(), typed.size()) == static_cast<ssize_t>(typed.size()), "write");
-    Ran ran;
-    std::array<char, 4096> buffer = {};
-    for (ssize_t count = 0; (count = read(terminal, buffer.data(), buffer.size())) > 0;) {
-        ran.output.append(buffer.data(), static_cast<std::size_t>(count));
-    }
-    close(terminal);
-    int status = 0;
-    require(waitpid(child, &status, 0) == child, "waitpid");
-    ran.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    return ran;
-}
-
-std::string tarvoProgram() {
-    return TARVO_PROGRAM;
+Words wordsIn(std::string_view text) {
+    std::istringstream words{std::string(text)};
+    return {std::istream_iterator<std::string>(words), {}};
 }
 
 } // namespace tarvo::testing

@@ -1,7 +1,12 @@
 #pragma once
 
+#include "Tests/support/Child.h"
+
+#include <algorithm>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,9 +27,13 @@ class TempHome final {
     [[nodiscard]] std::string path(std::string_view name) const;
 
     std::string folder(std::string_view name) const;
+    void folders(std::initializer_list<std::string_view> names) const;
+    void files(std::initializer_list<std::string_view> names, std::size_t bytes = 0) const;
     /// A file of that many bytes, all of them written.
     std::string file(std::string_view name, std::size_t bytes = 0) const;
     std::string fileWith(std::string_view name, std::string_view content) const;
+    /// A program that a shell runs.
+    std::string program(std::string_view name, std::string_view script) const;
     /// A file with a length but no blocks.
     std::string sparseFile(std::string_view name, std::int64_t length) const;
     std::string link(std::string_view name, std::string_view target) const;
@@ -50,24 +59,21 @@ Outcome inChild(const std::function<Outcome()>& work);
 /// belongs to that user from then on.
 Outcome asOrdinaryUser(const std::string& home, const std::function<bool()>& work);
 
-/// What a program printed and answered.
-struct Ran {
-    int exitCode = -1;
-    std::string output;
-    std::string error;
-};
+/// Skips the running test where the work was not possible and fails it where it did not hold.
+void expectHeld(Outcome outcome);
 
-/// Runs the program with those arguments, standard input closed, no terminal, and only the given environment
-/// ("NAME=value").
-Ran runProgram(const std::string& program, const std::vector<std::string>& arguments,
-               const std::vector<std::string>& environment = {});
+/// The bytes of the file; nothing where there is none.
+std::string contentOf(const std::string& path);
 
-/// Runs the program on a terminal of its own and types the text. Everything it shows, and the text, is in
-/// `output`.
-Ran runOnTerminal(const std::string& program, const std::vector<std::string>& arguments,
-                  const std::vector<std::string>& environment, std::string_view typed);
+/// The member of each record.
+template <class Records, class Value, class Record>
+std::vector<Value> eachOf(const Records& records, Value Record::* member) {
+    std::vector<Value> values;
+    std::ranges::transform(records, std::back_inserter(values), member);
+    return values;
+}
 
-/// The built command.
-std::string tarvoProgram();
+/// The words of a text, which blanks and line feeds separate: a table of samples.
+Words wordsIn(std::string_view text);
 
 } // namespace tarvo::testing

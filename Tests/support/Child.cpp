@@ -1,7 +1,8 @@
-#include "Tests/faults/Child.h"
+#include "Tests/support/Child.h"
 
 #include <fcntl.h>
 #include <poll.h>
+#include <pty.h>
 #include <signal.h>
 #include <spawn.h>
 #include <sys/mman.h>
@@ -11,8 +12,9 @@
 
 #include <array>
 #include <ctime>
+#include <utility>
 
-namespace tarvo::faults {
+namespace tarvo::testing {
 
 namespace {
 
@@ -33,6 +35,19 @@ std::string contentOf(int descriptor) {
         content.append(buffer.data(), static_cast<std::size_t>(count));
     }
     return content;
+}
+
+Words wordsOf(const std::string& program, const Words& arguments) {
+    Words words{program};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    return words;
+}
+
+void setEnd(Ran& ran, pid_t process) {
+    int status = 0;
+    waitpid(process, &status, 0);
+    ran.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    ran.signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
 }
 
 } // namespace
@@ -71,26 +86,54 @@ void Child::signal(int number) const {
     }
 }
 
-Ended Child::wait(std::chrono::microseconds limit) {
-    Ended ended{.exitCode = 127};
+Ran Child::wait(std::chrono::microseconds limit) {
+    Ran ran{.exitCode = 127};
     if (process_ <= 0) {
-        return ended;
+        return ran;
     }
     pollfd handle{static_cast<int>(syscall(SYS_pidfd_open, process_, 0)), POLLIN, 0};
     const timespec time{limit.count() / 1'000'000, limit.count() % 1'000'000 * 1000};
     if (ppoll(&handle, 1, &time, nullptr) == 0) {
-        ended.hasHung = true;
+        ran.hasHung = true;
         kill(-process_, SIGKILL);
     }
     close(handle.fd);
-    int status = 0;
-    waitpid(process_, &status, 0);
-    process_ = -1;
-    ended.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    ended.signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
-    ended.output = contentOf(output_);
-    ended.error = contentOf(error_);
-    return ended;
+    setEnd(ran, std::exchange(process_, -1));
+    ran.output = contentOf(output_);
+    ran.error = contentOf(error_);
+    return ran;
 }
 
-} // namespace tarvo::faults
+Ran runProgram(const std::string& program, const Words& arguments, const Words& environment) {
+    return Child(wordsOf(program, arguments), environment).wait(std::chrono::minutes(10));
+}
+
+Ran runOnTerminal(const std::string& program, const Words& arguments, const Words& environment,
+                  std::string_view typed) {
+    int terminal = -1;
+    const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (child == 0) {
+        Words words = wordsOf(program, arguments);
+        Words variables = environment;
+        execve(program.c_str(), pointersOf(words).data(), pointersOf(variables).data());
+        _exit(127);
+    }
+    // The terminal keeps it until the program reads.
+    Ran ran;
+    if (child < 0 || write(terminal, typed.data(), typed.size()) < 0) {
+        return ran;
+    }
+    std::array<char, 4096> buffer = {};
+    for (ssize_t count = 0; (count = read(terminal, buffer.data(), buffer.size())) > 0;) {
+        ran.output.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+    close(terminal);
+    setEnd(ran, child);
+    return ran;
+}
+
+std::string tarvoProgram() {
+    return TARVO_PROGRAM;
+}
+
+} // namespace tarvo::testing

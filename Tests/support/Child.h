@@ -2,16 +2,17 @@
 
 #include <chrono>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <sys/types.h>
 
-namespace tarvo::faults {
+namespace tarvo::testing {
 
 using Words = std::vector<std::string>;
 
-/// How a program ended.
-struct Ended {
+/// How a program ended, and what it said.
+struct Ran {
     int exitCode = -1; ///< Negative when a signal ended it.
     int signal = 0;
     bool hasHung = false; ///< It did not end by itself and was killed.
@@ -33,7 +34,7 @@ class Child final {
 
     void signal(int number) const;
     /// Waits for the end; kills the whole group when it does not come in time. To be called once.
-    Ended wait(std::chrono::microseconds limit = hangLimit);
+    Ran wait(std::chrono::microseconds limit = hangLimit);
 
   private:
     pid_t process_ = -1;
@@ -41,4 +42,15 @@ class Child final {
     int error_ = -1;
 };
 
-} // namespace tarvo::faults
+/// Runs the program with those arguments and only the given environment ("NAME=value").
+Ran runProgram(const std::string& program, const Words& arguments, const Words& environment = {});
+
+/// Runs the program on a terminal of its own and types the text. Everything it shows, and the text, is in
+/// `output`.
+Ran runOnTerminal(const std::string& program, const Words& arguments, const Words& environment,
+                  std::string_view typed);
+
+/// The built command.
+std::string tarvoProgram();
+
+} // namespace tarvo::testing
