@@ -3,6 +3,8 @@
 #include "LumoCore/Basics/ByteFormat.h"
 #include "Platform/CheckedSum.h"
 
+#include <algorithm>
+
 namespace tarvo {
 
 using lumo::Language;
@@ -108,6 +110,66 @@ std::string emptiedText(const lumo::Holding::Emptied& emptied, Language language
     }
     return pair("Liberados ", "Freed ", language) + string(emptied.freed, language) +
            pair(": lo apartado se ha borrado", ": Recently Cleaned was emptied", language);
+}
+
+std::string deletePermanentlyTitle(Language language) {
+    return pair("Borrar definitivamente", "Delete Permanently", language);
+}
+
+std::string requestCleanHelp(Language language) {
+    return pair("Limpiar lo marcado (⌘⌫). Siempre te pide confirmación.",
+                "Clean what's selected (⌘⌫). It always asks you to confirm.", language);
+}
+
+std::string cleanHelp(const CleanupShares& shares, Language language) {
+    // A tool's deletions come first: they are what nobody can take back.
+    if (shares.tool > 0) {
+        return pair("Se libera al momento; lo de Docker u Ollama no se puede deshacer",
+                    "Freed right away; Docker and Ollama items can't be undone", language);
+    }
+    if (shares.trash > 0) {
+        return requestCleanHelp(language);
+    }
+    return pair("Se libera al momento: todo lo marcado se regenera solo",
+                "Freed right away: everything selected recreates itself", language);
+}
+
+std::string cleanTitle(const CleanupShares& shares, Language language) {
+    return pair("Limpiar ", "Clean ", language) + string(shares.total, language);
+}
+
+HeldTotals totalsOf(const std::vector<lumo::Holding::Batch>& batches) {
+    HeldTotals totals;
+    for (const lumo::Holding::Batch& batch : batches) {
+        totals.bytes = lumo::checkedSum(totals.bytes, batch.bytes);
+        totals.expiry = std::min(totals.expiry.value_or(batch.expires()), batch.expires());
+    }
+    return totals;
+}
+
+std::string heldTitle(const HeldTotals& held, Language language) {
+    return string(held.bytes, language) + pair(" apartados", " in Recently Cleaned", language);
+}
+
+std::string heldText(lumo::Date expiry, Language language) {
+    return pair("Se borran solos el ", "Deleted automatically on ", language) +
+           lumo::dayText(expiry, language) +
+           pair(". Hasta entonces puedes deshacer, o vaciarlo ya para liberar el espacio.",
+                ". Until then you can undo, or empty it now to free the space.", language);
+}
+
+std::string undoHelp(Language language) {
+    return pair("Devuelve a su sitio lo que apartó la última limpieza",
+                "Puts back what the last cleanup set aside", language);
+}
+
+std::string emptyNowTitle(Language language) {
+    return pair("Vaciar ahora…", "Empty Now…", language);
+}
+
+std::string emptyBannerQuestion(const HeldTotals& held, Language language) {
+    return pair("¿Borrar definitivamente ", "Permanently delete ", language) + string(held.bytes, language) +
+           pair(" de lo apartado?", " from Recently Cleaned?", language);
 }
 
 std::string purgedText(std::int64_t bytes, Language language) {

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "LumoCore/Basics/Date.h"
 #include "LumoCore/Basics/Language.h"
 #include "LumoCore/Cleanup/CleanupAction.h"
 #include "LumoCore/Cleanup/CleanupOutcome.h"
 #include "LumoCore/Cleanup/Holding.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -47,6 +49,34 @@ std::string emptyQuestion(lumo::Language language = lumo::currentLanguage());
 std::string emptyExplanation(lumo::Language language = lumo::currentLanguage());
 std::string emptiedText(const lumo::Holding::Emptied& emptied,
                         lumo::Language language = lumo::currentLanguage());
+
+/// What the button in that question says.
+std::string deletePermanentlyTitle(lumo::Language language = lumo::currentLanguage());
+
+/// What the button does that asks for the confirmation, and what the one in it does: as much as the selection
+/// allows to say.
+std::string requestCleanHelp(lumo::Language language = lumo::currentLanguage());
+std::string cleanHelp(const CleanupShares& shares, lumo::Language language = lumo::currentLanguage());
+
+/// What the button in the confirmation says: the amount with the verb, so that nobody agrees to a surprise.
+std::string cleanTitle(const CleanupShares& shares, lumo::Language language = lumo::currentLanguage());
+
+/// All that is set aside now.
+struct HeldTotals {
+    std::int64_t bytes = 0;
+    std::optional<lumo::Date> expiry; ///< When the oldest batch goes; absent when there is none.
+
+    friend bool operator==(const HeldTotals&, const HeldTotals&) = default;
+};
+HeldTotals totalsOf(const std::vector<lumo::Holding::Batch>& batches);
+
+/// The banner over what is set aside: how much, until when, its buttons, and the question before all of it
+/// goes.
+std::string heldTitle(const HeldTotals& held, lumo::Language language = lumo::currentLanguage());
+std::string heldText(lumo::Date expiry, lumo::Language language = lumo::currentLanguage());
+std::string undoHelp(lumo::Language language = lumo::currentLanguage());
+std::string emptyNowTitle(lumo::Language language = lumo::currentLanguage());
+std::string emptyBannerQuestion(const HeldTotals& held, lumo::Language language = lumo::currentLanguage());
 
 /// What is said when something was deleted because its time was over.
 std::string purgedText(std::int64_t bytes, lumo::Language language = lumo::currentLanguage());

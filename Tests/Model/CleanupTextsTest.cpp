@@ -39,3 +39,14 @@ TEST(CleanupTexts, TellWhatWasDoneAndTheFirstFailure) {
     EXPECT_EQ(emptiedText({.freed = 3000000}, Language::en), "Freed 3 MB: Recently Cleaned was emptied");
     EXPECT_EQ(emptiedText({.freed = 1, .failures = {"a: x"}}, Language::es), "Vaciado con 1 errores: a: x");
 }
+
+TEST(CleanupTexts, TheHelpWarnsOfWhatCannotBeTakenBackFirst) {
+    EXPECT_EQ(cleanHelp({.total = 9}, Language::es),
+              "Se libera al momento: todo lo marcado se regenera solo");
+    EXPECT_EQ(cleanHelp({.total = 9, .trash = 4}, Language::en), requestCleanHelp(Language::en));
+    EXPECT_EQ(cleanHelp({.total = 9, .trash = 4, .tool = 4}, Language::en),
+              "Freed right away; Docker and Ollama items can't be undone");
+    EXPECT_EQ(totalsOf({}), HeldTotals{});
+    EXPECT_EQ(emptyBannerQuestion({.bytes = 3000000}, Language::en),
+              "Permanently delete 3 MB from Recently Cleaned?");
+}

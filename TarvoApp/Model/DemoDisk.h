@@ -1,0 +1,46 @@
+#pragma once
+
+#include "LumoCore/Basics/Date.h"
+#include "LumoCore/Basics/Language.h"
+#include "LumoCore/Cleanup/CleanupPlanner.h"
+#include "LumoCore/Cleanup/Holding.h"
+#include "LumoCore/Explaining/Explanation.h"
+#include "LumoCore/History/DiskSnapshot.h"
+#include "LumoCore/Scanning/ScanReport.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// A made-up Mac, to look at the application without showing one's own disk and for its pictures. Nothing of
+/// it exists: no function here reads or writes anything, and its paths must never be acted upon. The same
+/// moment gives the same disk.
+namespace tarvo::DemoDisk {
+
+inline constexpr std::string_view home = "/Users/demo";
+
+/// What its full scan finds: something of every category and safety, projects old and new, and folders that
+/// no rule knows.
+lumo::ScanReport report(lumo::Date now, lumo::Language language = lumo::currentLanguage());
+
+/// The plan for that report, as a window shows it. One browser is open, one project was changed today.
+std::vector<lumo::PlanEntry> entries(const lumo::ScanReport& report,
+                                     lumo::Language language = lumo::currentLanguage());
+
+/// What yesterday's scan found, with which the report is compared to tell what grew.
+lumo::DiskSnapshot yesterday(const lumo::ScanReport& report);
+
+/// What earlier cleanups set aside, oldest first.
+std::vector<lumo::Holding::Batch> held(lumo::Date now);
+
+/// What is known of the unclassified folders. One has none yet, so that there is something to explain.
+std::vector<lumo::Explanation> explanations(lumo::Date now,
+                                            lumo::Language language = lumo::currentLanguage());
+
+/// What a cleanup of the actions would come to, for the made-up celebration.
+std::vector<lumo::CleanupOutcome> outcomes(const std::vector<lumo::CleanupAction>& actions, lumo::Date now);
+
+/// What the banner says, and the answer to whoever tries to clean.
+std::string notice(lumo::Language language = lumo::currentLanguage());
+
+} // namespace tarvo::DemoDisk

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "LumoCore/Rules/Rule.h"
+#include "LumoCore/Rules/RuleRow.h"
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+/// What the made-up Mac consists of: one row a thing, sizes in megabytes, paths with "~" for the home folder.
+namespace tarvo::DemoDisk {
+
+using lumo::RuleCatalog::Both;
+
+struct FindingRow {
+    std::string_view rule;
+    std::int64_t megabytes = 0;
+    std::int64_t grown = 0;                    ///< Since yesterday.
+    std::vector<std::string_view> places = {}; ///< Where the rule's locator is a search; else its own path.
+};
+
+struct ArtifactRow {
+    std::string_view name;
+    std::int64_t megabytes = 0;
+    std::int64_t grown = 0;
+};
+
+struct ProjectRow {
+    Both name;                     ///< Relative to the home folder.
+    std::int64_t ownMegabytes = 0; ///< Besides its artifacts.
+    int daysAgo = 0;               ///< Of the last change.
+    std::vector<ArtifactRow> artifacts;
+};
+
+/// What an explanation says.
+struct ExplanationRow {
+    Both whatItIs;
+    std::string_view owner;
+    lumo::Safety safety = lumo::Safety::review;
+    std::optional<lumo::Safety> suggested; ///< By a model; absent when it was a rule of thumb.
+    Both reason;
+    Both howToFree;
+    Both note = {};
+};
+
+struct UnclassifiedRow {
+    std::string_view path;
+    std::int64_t megabytes = 0;
+    std::int64_t grown = 0;
+    std::optional<ExplanationRow> explanation = {};
+};
+
+std::span<const FindingRow> findingRows();
+std::span<const ProjectRow> projectRows();
+std::span<const UnclassifiedRow> unclassifiedRows();
+
+} // namespace tarvo::DemoDisk

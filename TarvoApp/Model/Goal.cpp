@@ -1,0 +1,58 @@
+#include "TarvoApp/Model/Goal.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "Platform/CheckedSum.h"
+#include "TarvoApp/Model/Said.h"
+
+#include <algorithm>
+
+namespace tarvo::Goal {
+
+using lumo::Language;
+
+std::int64_t raised(std::int64_t goal) {
+    return lumo::saturatedSum(goal, step);
+}
+
+std::int64_t lowered(std::int64_t goal) {
+    return goal < 2 * step ? step : goal - step;
+}
+
+bool isReached(std::int64_t goal, std::int64_t selected) {
+    return selected >= goal;
+}
+
+double fraction(std::int64_t goal, std::int64_t selected) {
+    if (isReached(goal, selected)) {
+        return 1;
+    }
+    return std::max(static_cast<double>(selected) / static_cast<double>(goal), 0.0);
+}
+
+std::string label(Language language) {
+    return said("Objetivo", "Goal", language);
+}
+
+std::string goalText(std::int64_t goal) {
+    return std::to_string(goal / step) + " GB";
+}
+
+std::string meterText(std::int64_t goal, std::int64_t selected, Language language) {
+    if (isReached(goal, selected)) {
+        return said("Cumples el objetivo con ", "You reach your goal with ", language) +
+               lumo::ByteFormat::string(selected, language);
+    }
+    return lumo::ByteFormat::string(goal - selected, language) +
+           said(": marca más elementos en el mapa o en la lista",
+                " to go: select more items in the map or the list", language);
+}
+
+std::string raiseHelp(Language language) {
+    return said("Subir objetivo 1 GB", "Raise goal by 1 GB", language);
+}
+
+std::string lowerHelp(Language language) {
+    return said("Bajar objetivo 1 GB", "Lower goal by 1 GB", language);
+}
+
+} // namespace tarvo::Goal

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "LumoCore/Basics/Language.h"
+#include "LumoCore/Cleanup/CleanupPlanner.h"
+#include "LumoCore/Scanning/ScanReport.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The rows of the main list: all that a scan found worth showing, in the order in which it is shown.
+namespace tarvo {
+
+/// The list's groups, from what needs no thought to what nobody has looked at yet.
+enum class RowGroup { safe, review, keep, unclassified };
+
+/// One line of the list and one tile of the map.
+struct Row {
+    std::string id;     ///< The plan entry's; a kept finding's rule; "sin:" + path of an unclassified folder.
+    std::string title;  ///< As it may be shown: names from the disk without stray bytes.
+    std::string detail; ///< What it is, or where it lies; one sentence or one path.
+    std::int64_t bytes = 0;
+    std::optional<lumo::Safety> safety; ///< Absent for an unclassified folder.
+    RowGroup group = RowGroup::safe;
+    std::optional<std::string> skipReason; ///< Why it cannot be ticked now, although it has an entry.
+    std::vector<std::string> paths;        ///< Absolute: what the row stands for on disk.
+
+    friend bool operator==(const Row&, const Row&) = default;
+};
+
+/// The rows of a report with its plan: a row for each entry, each finding that is kept and each unclassified
+/// folder. Group by group, the largest first. Entries that the report knows nothing of have their measured
+/// paths and no detail.
+std::vector<Row> rowsOf(const lumo::ScanReport& report, const std::vector<lumo::PlanEntry>& entries,
+                        lumo::Language language = lumo::currentLanguage());
+
+/// The group's word above its rows.
+std::string groupTitle(RowGroup group, lumo::Language language = lumo::currentLanguage());
+
+/// The bytes of a group's rows.
+std::int64_t bytesOf(RowGroup group, const std::vector<Row>& rows);
+
+/// The rows whose title, detail or paths hold the words searched for, whatever their case and accents; all
+/// of them while nothing is searched for.
+std::vector<Row> rowsMatching(std::string_view searched, const std::vector<Row>& rows);
+
+} // namespace tarvo

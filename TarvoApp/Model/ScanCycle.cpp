@@ -1,0 +1,39 @@
+#include "TarvoApp/Model/ScanCycle.h"
+
+#include "LumoCore/Basics/Path.h"
+#include "TarvoApp/Model/Said.h"
+
+#include <algorithm>
+
+namespace tarvo {
+
+using lumo::Language;
+
+bool isRescanDue(const std::optional<lumo::Date>& lastScan, const Phase& phase, lumo::Date now) {
+    if (!lastScan || !isIdle(phase)) {
+        return false;
+    }
+    // A report from the future has an unknown age: the clock was set back.
+    return now - *lastScan > rescanAge || *lastScan > now;
+}
+
+std::vector<Volume> otherVolumes(const std::vector<Volume>& mounted, std::string_view folder) {
+    std::vector<Volume> others = mounted;
+    std::erase_if(others, [&](const Volume& volume) {
+        return volume.path == folder || !lumo::isInside(volume.path, folder);
+    });
+    std::ranges::sort(others, {}, &Volume::name);
+    return others;
+}
+
+std::string unreadableVolumeText(const Volume& volume, Language language) {
+    return said("No he podido leer ", "I couldn't read ", language) + volume.name +
+           said(". Si macOS pidió permiso para el disco, acéptalo y vuelve a probar.",
+                ". If macOS asked for permission for the drive, allow it and try again.", language);
+}
+
+std::string scanAgainHelp(Language language) {
+    return said("Volver a analizar (⌘R)", "Analyze again (⌘R)", language);
+}
+
+} // namespace tarvo

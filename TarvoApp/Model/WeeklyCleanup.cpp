@@ -1,0 +1,95 @@
+#include "TarvoApp/Model/WeeklyCleanup.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "TarvoApp/Model/CleanupPlanning.h"
+#include "TarvoApp/Model/Said.h"
+
+namespace tarvo::WeeklyCleanup {
+
+using lumo::Language;
+
+namespace {
+
+constexpr std::string_view dateKey = "ultimaLimpiezaSemanal";
+constexpr std::string_view bytesKey = "ultimaLimpiezaSemanalBytes";
+
+template <class Value>
+std::optional<Value> stored(const Preferences& preferences, std::string_view key) {
+    const std::optional<lumo::JsonValue> value = preferences.value(*preferenceKey(key));
+    const auto decoded = value ? lumo::decode<Value>(*value) : lumo::failure("absent");
+    return decoded ? std::optional(*decoded) : std::nullopt;
+}
+
+bool isTimeOver(const std::optional<lumo::Date>& last, lumo::Date now) {
+    return !last || now - *last >= interval;
+}
+
+} // namespace
+
+Record storedRecord(const Preferences& preferences) {
+    return {.last = stored<lumo::Date>(preferences, dateKey),
+            .bytes = stored<std::int64_t>(preferences, bytesKey)};
+}
+
+lumo::Result<void> storeBeginning(Preferences& preferences, lumo::Date now) {
+    return preferences.store(*preferenceKey(dateKey), lumo::encode(now));
+}
+
+lumo::Result<void> storeFreed(Preferences& preferences, std::int64_t bytes) {
+    return preferences.store(*preferenceKey(bytesKey), lumo::encode(bytes));
+}
+
+bool isDue(const Situation& situation) {
+    return situation.isOn && situation.mode.isForReal() && isIdle(situation.phase) && situation.hasReport &&
+           isTimeOver(situation.last, situation.now);
+}
+
+std::vector<lumo::CleanupAction> actions(const std::vector<lumo::PlanEntry>& entries) {
+    if (lumo::CleanupPlanner::safeRecoverableBytes(entries) < smallestGain) {
+        return {};
+    }
+    std::vector<lumo::CleanupAction> actions = actionsOf(entries);
+    std::erase_if(actions,
+                  [](const lumo::CleanupAction& action) { return action.safety != lumo::Safety::safe; });
+    return actions;
+}
+
+std::optional<std::string> notice(std::int64_t freed, Language language) {
+    if (freed <= 0) {
+        return std::nullopt;
+    }
+    return said("Limpieza semanal: liberados ", "Weekly cleanup: freed ", language) +
+           lumo::ByteFormat::string(freed, language);
+}
+
+std::optional<Notification> notification(std::int64_t freed, Language language) {
+    if (freed <= 0) {
+        return std::nullopt;
+    }
+    return Notification{
+        .id = "limpieza-semanal",
+        .title = said("Limpieza semanal: ", "Weekly cleanup: ", language) +
+                 lumo::ByteFormat::string(freed, language) + said(" liberados", " freed", language),
+        .body =
+            said("Solo cachés y archivos que se regeneran solos. Tus archivos no se han tocado.",
+                 "Only caches and files that recreate themselves. Your files weren't touched.", language)};
+}
+
+std::optional<std::string> autoCleanStatus(bool isOn, const Record& record, lumo::Date now,
+                                           Language language) {
+    if (!isOn) {
+        return std::nullopt;
+    }
+    std::string status = said("Limpieza semanal: ", "Weekly cleanup: ", language);
+    status += isTimeOver(record.last, now) ? said("hoy", "today", language)
+                                           : lumo::dayText(*record.last + interval, language);
+    if (record.last && record.bytes) {
+        status += *record.bytes == 0
+                      ? said(" · la última no encontró nada", " · the last one found nothing", language)
+                      : said(" · la última liberó ", " · the last one freed ", language) +
+                            lumo::ByteFormat::string(*record.bytes, language);
+    }
+    return status;
+}
+
+} // namespace tarvo::WeeklyCleanup
