@@ -41,6 +41,7 @@ void addAskCommand(CLI::App& app, Action& chosen);
 void addSpaceCommand(CLI::App& app, Action& chosen);
 void addSettingsCommand(CLI::App& app, Action& chosen);
 void addAgentsCommand(CLI::App& app, Action& chosen);
+void addMapCommand(CLI::App& app, Action& chosen);
 void addMcpCommand(CLI::App& app, Action& chosen);
 
 } // namespace tarvo

@@ -95,6 +95,7 @@ void addCommands(CLI::App& app, Action& chosen) {
     addSpaceCommand(app, chosen);
     addSettingsCommand(app, chosen);
     addAgentsCommand(app, chosen);
+    addMapCommand(app, chosen);
     addMcpCommand(app, chosen);
 }
 

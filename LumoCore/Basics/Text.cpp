@@ -123,6 +123,18 @@ std::string lowerCased(std::string_view text) {
     });
 }
 
+std::string capitalized(std::string_view text) {
+    std::size_t first = 0;
+    if (!text.empty()) {
+        nextCharacter(text, first);
+    }
+    return mapped(text.substr(0, first),
+                  [](icu::StringPiece source, icu::ByteSink& sink, UErrorCode& error) {
+                      icu::CaseMap::utf8ToUpper("", 0, source, sink, nullptr, error);
+                  }) +
+           std::string(text.substr(first));
+}
+
 std::vector<std::string> words(std::string_view text) {
     std::vector<std::string> found;
     bool isInWord = false;

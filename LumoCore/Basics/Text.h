@@ -18,6 +18,9 @@ std::string folded(std::string_view text);
 /// In lower case, as the characters themselves say; the same in every language.
 std::string lowerCased(std::string_view text);
 
+/// The text with its first character in upper case.
+std::string capitalized(std::string_view text);
+
 /// The runs of letters and numbers, composed and in lower case: "Visual-Studio Code" gives "visual", "studio"
 /// and "code".
 std::vector<std::string> words(std::string_view text);

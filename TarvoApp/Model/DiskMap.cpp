@@ -1,0 +1,232 @@
+#include "TarvoApp/Model/DiskMap.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/LargestFirst.h"
+#include "LumoCore/Basics/Text.h"
+#include "Platform/CheckedSum.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarvo::DiskMap {
+
+using lumo::Language;
+using lumo::text;
+
+namespace {
+
+std::string in(std::string_view es, std::string_view en, Language language) {
+    return std::string(text(es, en, language));
+}
+
+/// The tile for all that has none of its own.
+Tile otherTile(std::size_t count, std::int64_t bytes, std::string detail, Language language) {
+    return {.id = std::string(TileID::others),
+            .label = fmt::format(fmt::runtime(text("Otros {} elementos", "{} other items", language)),
+                                 lumo::ByteFormat::number(static_cast<double>(count), 0, language)),
+            .detail = std::move(detail),
+            .bytes = bytes,
+            .kind = Tile::Kind::rest,
+            .safety = {}};
+}
+
+std::int64_t totalOf(const std::vector<Row>& rows) {
+    std::int64_t total = 0;
+    for (const Row& row : rows) {
+        total = lumo::checkedSum(total, row.bytes);
+    }
+    return total;
+}
+
+void addWholeDisk(std::vector<Tile>& tiles, const lumo::VolumeInfo& volume, std::int64_t inRows,
+                  Language language) {
+    tiles.push_back({.id = std::string(TileID::restOfDisk),
+                     .label = in("Sistema, apps y tus archivos", "System, apps and your files", language),
+                     .detail = in("macOS, aplicaciones y tus documentos: no se toca",
+                                  "macOS, apps and your documents: not touched", language),
+                     .bytes = volume.totalBytes - volume.availableBytes - inRows,
+                     .kind = Tile::Kind::rest,
+                     .safety = {}});
+    tiles.push_back({.id = std::string(TileID::freeSpace),
+                     .label = in("Libre", "Free", language),
+                     .detail = in("Espacio disponible", "Available space", language),
+                     .bytes = volume.availableBytes,
+                     .kind = Tile::Kind::free,
+                     .safety = {}});
+}
+
+/// How much of the folder an entry is.
+std::string shareText(std::int64_t bytes, std::int64_t total, const std::string& title, Language language) {
+    constexpr double percent = 100;
+    const double share = std::round(static_cast<double>(bytes) / static_cast<double>(total) * percent);
+    if (share < 1) {
+        return in("Menos del 1 % de ", "Less than 1% of ", language) + title;
+    }
+    return fmt::format("{:.0f}{}{}", share, text(" % de ", "% of ", language), title);
+}
+
+const lumo::PlanEntry* entryOf(const std::string& id, const std::vector<lumo::PlanEntry>& entries) {
+    const auto found =
+        std::ranges::find_if(entries, [&](const lumo::PlanEntry& entry) { return entry.action.id == id; });
+    return found != entries.end() ? &*found : nullptr;
+}
+
+std::string blockedText(const Tile& tile, const std::vector<lumo::PlanEntry>& entries, Language language) {
+    const lumo::PlanEntry* entry = entryOf(tile.id, entries);
+    return entry != nullptr && entry->skipReason
+               ? lumo::capitalized(*entry->skipReason)
+               : in("no se puede limpiar ahora", "can't be cleaned right now", language);
+}
+
+std::string insideText(const Tile& tile, Language language) {
+    if (!tile.isFolder) {
+        return in("Archivo · clic derecho para verlo en el Finder",
+                  "File · right-click to show it in the Finder", language);
+    }
+    return in("Carpeta · pincha para ver qué hay dentro", "Folder · click to see what's inside", language);
+}
+
+std::string infoText(const Tile& tile, Language language) {
+    if (tile.id.starts_with(lumo::unclassifiedIDPrefix)) {
+        return in("Sin clasificar: pulsa «Explicar con IA»", "Unclassified: click “Explain with AI”",
+                  language);
+    }
+    if (tile.id.starts_with('_')) {
+        return in("Solo para que veas el disco entero", "Only so you can see the whole disk", language);
+    }
+    return in("Tus datos: solo se enseña", "Your data: shown only", language);
+}
+
+} // namespace
+
+std::vector<Tile> tiles(const std::vector<Row>& rows, const lumo::VolumeInfo& volume, bool isWholeDisk,
+                        Language language) {
+    std::vector<Row> shown = rows;
+    std::erase_if(shown, [](const Row& row) { return row.bytes < 1; });
+    lumo::sortLargestFirst(shown, &Row::bytes);
+    std::vector<Tile> tiles;
+    std::int64_t others = 0;
+    for (std::size_t index = 0; index < shown.size(); ++index) {
+        const Row& row = shown[index];
+        if (index < mostRows) {
+            tiles.push_back({.id = row.id,
+                             .label = row.title,
+                             .detail = row.detail,
+                             .bytes = row.bytes,
+                             .kind = Tile::Kind::item,
+                             .safety = row.safety});
+        } else {
+            others = lumo::checkedSum(others, row.bytes);
+        }
+    }
+    if (shown.size() > mostRows) {
+        tiles.push_back(otherTile(shown.size() - mostRows, others,
+                                  in("Lo más pequeño, junto: está en la lista",
+                                     "The smallest items, together: they're in the list", language),
+                                  language));
+    }
+    if (isWholeDisk) {
+        addWholeDisk(tiles, volume, totalOf(shown), language);
+    }
+    std::erase_if(tiles, [](const Tile& tile) { return tile.bytes < 1; });
+    return tiles;
+}
+
+std::vector<Tile> tiles(const ZoomLevel& level, Language language) {
+    std::int64_t total = 0;
+    std::int64_t others = 0;
+    for (std::size_t index = 0; index < level.items.size(); ++index) {
+        total = lumo::checkedSum(total, level.items[index].bytes);
+        others = lumo::checkedSum(others, index < mostEntries ? 0 : level.items[index].bytes);
+    }
+    total = std::max<std::int64_t>(total, 1);
+    std::vector<Tile> tiles;
+    for (std::size_t index = 0; index < std::min(level.items.size(), mostEntries); ++index) {
+        const lumo::FolderContents::Item& item = level.items[index];
+        tiles.push_back({.id = std::string(TileID::insidePrefix) + item.path,
+                         .label = item.name,
+                         .detail = shareText(item.bytes, total, level.title, language),
+                         .bytes = item.bytes,
+                         .kind = Tile::Kind::inside,
+                         .safety = level.safety,
+                         .children = item.children,
+                         .isFolder = item.isDirectory});
+    }
+    if (level.items.size() > mostEntries) {
+        tiles.push_back(otherTile(level.items.size() - mostEntries, others,
+                                  in("Lo más pequeño, junto", "The smallest items, together", language),
+                                  language));
+    }
+    return tiles;
+}
+
+std::vector<Rect> layout(const std::vector<Tile>& tiles, double width, double height) {
+    std::vector<double> values;
+    values.reserve(tiles.size());
+    for (const Tile& tile : tiles) {
+        values.push_back(static_cast<double>(std::max<std::int64_t>(tile.bytes, 0)));
+    }
+    return Squarify::layout(values, {0, 0, width, height});
+}
+
+Rect drawn(const Rect& place) {
+    constexpr double gap = 4;
+    return {place.x + gap / 2, place.y + gap / 2, std::max(place.width - gap, 0.0),
+            std::max(place.height - gap, 0.0)};
+}
+
+TileState stateOf(const std::string& id, const std::set<std::string>& selection,
+                  const std::vector<lumo::PlanEntry>& entries) {
+    if (selection.contains(id)) {
+        return TileState::selected;
+    }
+    const lumo::PlanEntry* entry = entryOf(id, entries);
+    if (entry == nullptr) {
+        return TileState::info;
+    }
+    return entry->skipReason ? TileState::blocked : TileState::unselected;
+}
+
+std::string statusOf(const Tile& tile, TileState state, const std::vector<lumo::PlanEntry>& entries,
+                     Language language) {
+    if (tile.id.starts_with(TileID::insidePrefix)) {
+        return insideText(tile, language);
+    }
+    switch (state) {
+    case TileState::selected:
+        return in("Marcado: entra en la limpieza", "Selected: included in the cleanup", language);
+    case TileState::unselected:
+        return in("Sin marcar · pincha para marcarlo", "Not selected · click to select it", language);
+    case TileState::blocked:
+        return blockedText(tile, entries, language);
+    case TileState::info:
+        break;
+    }
+    return infoText(tile, language);
+}
+
+std::optional<Color> colorOf(const Tile& tile) {
+    constexpr Color unknown{0.38, 0.31, 0.84};
+    const bool isRow = tile.kind == Tile::Kind::item || tile.kind == Tile::Kind::inside;
+    if (!isRow) {
+        return std::nullopt;
+    }
+    if (!tile.safety) {
+        return tile.kind == Tile::Kind::inside || tile.id.starts_with(lumo::unclassifiedIDPrefix)
+                   ? std::optional(unknown)
+                   : std::nullopt;
+    }
+    switch (*tile.safety) {
+    case lumo::Safety::safe:
+        return Color{0.11, 0.69, 0.48};
+    case lumo::Safety::review:
+        return Color{0.93, 0.63, 0.0};
+    case lumo::Safety::keep:
+        break;
+    }
+    return Color{0.53, 0.53, 0.5};
+}
+
+} // namespace tarvo::DiskMap

@@ -1,0 +1,163 @@
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Reason.h"
+#include "LumoCore/Basics/Text.h"
+#include "Platform/Environment.h"
+#include "Platform/Folder.h"
+#include "Platform/StateFile.h"
+#include "TarvoApp/Model/DiskMapSvg.h"
+#include "TarvoApp/Model/Selection.h"
+#include "TarvoCLI/Commands.h"
+#include "TarvoCLI/ReportSource.h"
+#include "TarvoCLI/Table.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+
+namespace tarvo {
+
+using DiskMap::PlacedTile;
+using lumo::text;
+
+namespace {
+
+struct MapArguments {
+    ReportSource source;
+    std::optional<std::int64_t> width;
+    std::optional<std::int64_t> height;
+    bool isWholeDisk = false;
+    std::optional<std::string> picture;
+};
+
+/// A tile as programs see it.
+struct ShownTile {
+    std::string id;
+    std::string label;
+    std::string detail;
+    std::int64_t bytes = 0;
+    Tile::Kind kind = Tile::Kind::item;
+    std::optional<lumo::Safety> safety;
+    TileState state = TileState::info;
+    std::string status;
+    Rect rect;
+
+    static constexpr auto fields =
+        std::tuple{lumo::field("id", &ShownTile::id),         lumo::field("label", &ShownTile::label),
+                   lumo::field("detail", &ShownTile::detail), lumo::field("bytes", &ShownTile::bytes),
+                   lumo::field("kind", &ShownTile::kind),     lumo::field("safety", &ShownTile::safety),
+                   lumo::field("state", &ShownTile::state),   lumo::field("status", &ShownTile::status),
+                   lumo::field("rect", &ShownTile::rect)};
+};
+
+/// The map with what its tiles say.
+struct DrawnMap {
+    std::vector<PlacedTile> tiles;
+    std::vector<std::string> statuses;
+};
+
+DrawnMap drawnMap(const lumo::ScanReport& report, bool isWholeDisk, double width, double height,
+                  const std::string& home) {
+    const std::vector<lumo::PlanEntry> entries =
+        plannedEntries(report, Preferences::load(home), home, lumo::platform::programFolder());
+    const Selection selection = defaultSelection(entries);
+    const std::vector<Tile> tiles = DiskMap::tiles(rowsOf(report, entries), report.volume, isWholeDisk);
+    const std::vector<Rect> places = DiskMap::layout(tiles, width, height);
+    DrawnMap drawn;
+    for (std::size_t index = 0; index < tiles.size(); ++index) {
+        const TileState state = DiskMap::stateOf(tiles[index].id, selection, entries);
+        drawn.tiles.push_back({tiles[index], state, places[index]});
+        drawn.statuses.push_back(DiskMap::statusOf(tiles[index], state, entries));
+    }
+    return drawn;
+}
+
+std::string mapJson(const DrawnMap& map) {
+    std::vector<ShownTile> shown;
+    for (std::size_t index = 0; index < map.tiles.size(); ++index) {
+        const auto& [tile, state, place] = map.tiles[index];
+        shown.push_back({tile.id, tile.label, tile.detail, tile.bytes, tile.kind, tile.safety, state,
+                         map.statuses[index], place});
+    }
+    return lumo::dumpJson(lumo::encode(shown), lumo::JsonLayout::indented) + "\n";
+}
+
+std::string mapText(const DrawnMap& map, const Invocation& invocation) {
+    if (map.tiles.empty()) {
+        return std::string(text("No hay nada que dibujar.\n", "There is nothing to draw.\n"));
+    }
+    Table table({{.align = Align::right, .tint = Tint::strong},
+                 {.mayShrink = true},
+                 {.tint = Tint::faint, .mayShrink = true}});
+    for (std::size_t index = 0; index < map.tiles.size(); ++index) {
+        const Tile& tile = map.tiles[index].tile;
+        table.add({lumo::ByteFormat::string(tile.bytes), lumo::printable(tile.label),
+                   lumo::printable(map.statuses[index])});
+    }
+    return table.lines(0, outputColumns(), invocation) +
+           tinted(text("Para verlo como dibujo: tarvo mapa --svg FICHERO\n",
+                       "To see it drawn: tarvo map --svg FILE\n"),
+                  Tint::faint, invocation);
+}
+
+/// Saves the picture; a code when that failed, which has been said.
+std::optional<ExitCode> savePicture(const std::string& file, const std::string& picture) {
+    const auto path = lumo::platform::absolutePath(file);
+    const auto saved = path ? lumo::platform::replaceWhole(*path, picture) : std::unexpected(path.error());
+    if (saved) {
+        return std::nullopt;
+    }
+    return complain(fmt::format(fmt::runtime(text("no he podido escribir {} ({})", "cannot write {} ({})")),
+                                lumo::printable(file), lumo::reasonText(saved.error())),
+                    ExitCode::failed);
+}
+
+ExitCode runMap(const MapArguments& arguments, const Invocation& invocation) {
+    constexpr std::int64_t usualWidth = 1200;
+    constexpr std::int64_t usualHeight = 800;
+    const auto report = reportFrom(arguments.source, invocation);
+    if (!report) {
+        return report.error();
+    }
+    const auto width = static_cast<double>(arguments.width.value_or(usualWidth));
+    const auto height = static_cast<double>(arguments.height.value_or(usualHeight));
+    const DrawnMap map = drawnMap(*report, arguments.isWholeDisk, width, height, invocation.home);
+    if (arguments.picture) {
+        if (const auto problem = savePicture(*arguments.picture, DiskMap::svg(map.tiles, width, height))) {
+            return *problem;
+        }
+    }
+    if (invocation.isJson) {
+        return print(mapJson(map));
+    }
+    return arguments.picture ? ExitCode::done : print(mapText(map, invocation));
+}
+
+} // namespace
+
+void addMapCommand(CLI::App& app, Action& chosen) {
+    CLI::App* command = addCommand(app, "mapa", "map", "el mapa del disco, en texto o dibujado",
+                                   "the disk map, as text or drawn");
+    const auto arguments = std::make_shared<MapArguments>();
+    const auto words = [](std::string_view es, std::string_view en) { return std::string(text(es, en)); };
+    addReportOption(*command, arguments->source);
+    const auto addSize = [&](const char* name, std::optional<std::int64_t>& value,
+                             const std::string& meaning) {
+        command->add_option(name, inDecimal(value), meaning)
+            ->check(isDecimal(5, "«{}» no es un número de puntos", "“{}” is no number of points"))
+            ->type_name("N");
+    };
+    addSize("--width", arguments->width, words("ancho del mapa (1200)", "width of the map (1200)"));
+    addSize("--height", arguments->height, words("alto del mapa (800)", "height of the map (800)"));
+    command->add_flag("--whole-disk", arguments->isWholeDisk,
+                      words("también el resto del disco y el espacio libre",
+                            "the rest of the disk and the free space as well"));
+    command
+        ->add_option("--svg", arguments->picture,
+                     words("dibujarlo en este fichero", "draw it into this file"))
+        ->type_name(words("FICHERO", "FILE"));
+    command->callback([arguments, &chosen] {
+        chosen = [arguments](const Invocation& invocation) { return runMap(*arguments, invocation); };
+    });
+}
+
+} // namespace tarvo
