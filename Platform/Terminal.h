@@ -22,6 +22,10 @@ bool writeAll(Stream stream, std::string_view bytes);
 /// the input and after an interrupt was noted.
 std::optional<std::string> readLine();
 
+/// From now on writing to a pipe that nobody reads fails instead of ending the process. Tools that are run
+/// have it as usual.
+void ignoreBrokenPipes();
+
 /// From now on an interrupt (Ctrl-C, or a polite request to end) is only noted.
 void noteInterrupts();
 

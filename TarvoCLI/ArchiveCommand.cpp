@@ -6,6 +6,7 @@
 #include "Platform/Terminal.h"
 #include "TarvoApp/Model/ArchiveTexts.h"
 #include "TarvoCLI/Commands.h"
+#include "TarvoCLI/GivenPath.h"
 #include "TarvoCLI/HomeChange.h"
 #include "TarvoCLI/Question.h"
 #include "TarvoCLI/WatchedArchive.h"
@@ -39,19 +40,6 @@ std::string document(JsonValue::Object members) {
 
 std::string shownName(const std::string& path) {
     return lumo::printable(lumo::fileName(path));
-}
-
-/// The path made absolute, of something that is there.
-std::expected<std::string, ExitCode> existing(const std::string& given) {
-    const auto path = platform::absolutePath(given);
-    if (given.empty() || !path || platform::isMissing(*path)) {
-        return std::unexpected(
-            complain(fmt::format(fmt::runtime(text("no hay nada en «{}»: comprueba la ruta",
-                                                   "there is nothing at “{}”: check the path")),
-                                 lumo::printable(given)),
-                     ExitCode::usage));
-    }
-    return *path;
 }
 
 ExitCode refuse(const std::string& refusal, const Invocation& invocation) {
@@ -104,11 +92,7 @@ ExitCode tell(const std::string& archive, const std::vector<CleanupOutcome>& out
                          Tint::faint, invocation));
     }
     if (!isDone) {
-        return complain(fmt::format(fmt::runtime(text("el archivo comprobado está en {}, pero el original "
-                                                      "sigue en su sitio ({})",
-                                                      "the verified archive is {}, but the original is still "
-                                                      "in its place ({})")),
-                                    shown, lumo::printable(outcome.message.value_or(""))),
+        return complain(originalKeptText(shown, lumo::printable(outcome.message.value_or(""))),
                         ExitCode::failed);
     }
     return platform::wasInterrupted() ? ExitCode::interrupted : printed;
@@ -134,7 +118,7 @@ ExitCode archiveAndSetAside(const std::string& path, const Estimate& estimate, c
 }
 
 ExitCode runArchive(const ArchiveArguments& arguments, const Invocation& invocation) {
-    const auto path = existing(arguments.path);
+    const auto path = givenPath(arguments.path);
     if (!path) {
         return path.error();
     }

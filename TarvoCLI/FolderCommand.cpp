@@ -17,17 +17,11 @@ namespace FolderContents = lumo::FolderContents;
 namespace {
 
 FolderReport reportOn(const std::string& path, const std::string& home, const lumo::FileTree::Watch& watch) {
-    FolderContents::Survey survey = FolderContents::survey(path, watch);
-    const std::vector<std::string> asked{path};
-    FolderReport report;
-    report.breakdown = std::move(survey.breakdown);
-    report.listing = FolderContents::open(asked, [&](const std::vector<std::string>& paths) {
-        // The survey has measured what was asked for already; on a large folder that saves half the time.
-        return paths == asked ? std::move(survey.items) : FolderContents::list(paths, watch);
-    });
-    report.location = lumo::folderLocation(path, home);
-    report.canOpen = FolderContents::canOpen(asked);
-    return report;
+    FolderContents::Opened opened = FolderContents::openOne(path, watch);
+    return {.listing = std::move(opened.listing),
+            .breakdown = std::move(opened.breakdown),
+            .location = lumo::folderLocation(path, home),
+            .canOpen = FolderContents::canOpen({path})};
 }
 
 ExitCode runFolder(const std::string& word, const Invocation& invocation) {

@@ -1,6 +1,5 @@
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Path.h"
-#include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Cleanup/Holding.h"
 #include "LumoCore/Cleanup/Undoing.h"
@@ -88,13 +87,7 @@ std::string batchText(const Batch& batch, const std::vector<CleanupOutcome>& out
 std::expected<std::vector<Batch>, ExitCode> batchesOf(const PathGuard& guard) {
     auto batches = Holding::batches(guard, platform::now());
     if (!batches) {
-        return std::unexpected(complain(
-            fmt::format(
-                fmt::runtime(text("no puedo mirar lo apartado ({}): comprueba los permisos de su carpeta",
-                                  "cannot look into Recently Cleaned ({}): check the permissions of "
-                                  "its folder")),
-                lumo::reasonText(batches.error())),
-            ExitCode::failed));
+        return std::unexpected(complain(unreadableHoldingText(batches.error()), ExitCode::failed));
     }
     return std::move(*batches);
 }

@@ -1,11 +1,11 @@
 #include "TarvoCLI/HomeChange.h"
 
 #include "LumoCore/Basics/Language.h"
-#include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Cleanup/ApplicationFolders.h"
 #include "LumoCore/Cleanup/HistoryLog.h"
 #include "Platform/Clock.h"
 #include "Platform/Environment.h"
+#include "TarvoApp/Model/CleanupTexts.h"
 
 #include <fmt/format.h>
 
@@ -40,13 +40,7 @@ std::expected<std::vector<lumo::CleanupOutcome>, ExitCode>
 readHistory(const std::string& home, const std::vector<lumo::CleanupOutcome>& unlogged) {
     auto outcomes = lumo::HistoryLog::outcomes(lumo::ApplicationFolders::historyLog(home));
     if (!outcomes) {
-        return std::unexpected(complain(
-            fmt::format(fmt::runtime(lumo::text("no puedo leer el historial de limpiezas ({}): comprueba "
-                                                "sus permisos",
-                                                "cannot read the cleanup history ({}): check its "
-                                                "permissions")),
-                        lumo::reasonText(outcomes.error())),
-            ExitCode::failed));
+        return std::unexpected(complain(unreadableHistoryText(outcomes.error()), ExitCode::failed));
     }
     outcomes->insert(outcomes->end(), unlogged.begin(), unlogged.end());
     return std::move(*outcomes);

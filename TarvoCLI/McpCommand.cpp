@@ -17,6 +17,7 @@ namespace {
 
 ExitCode serve(bool isReadOnly, const Invocation& invocation) {
     platform::noteInterrupts();
+    platform::ignoreBrokenPipes();
     const auto workspace = std::make_shared<mcp::Workspace>(invocation.home);
     // Root on somebody else's home may look, as on the command line.
     const bool mayChange = !isReadOnly && !lumo::HomeLock::isForeign(invocation.home);
@@ -40,7 +41,7 @@ ExitCode serve(bool isReadOnly, const Invocation& invocation) {
         }
     }
     server.end();
-    return ExitCode::done;
+    return platform::wasInterrupted() ? ExitCode::interrupted : ExitCode::done;
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "TarvoMCP/Answers.h"
 
 #include "LumoCore/Basics/Path.h"
-#include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/UniqueID.h"
 #include "LumoCore/Cleanup/ApplicationFolders.h"
 #include "LumoCore/Cleanup/HistoryLog.h"
@@ -10,13 +9,10 @@
 #include "TarvoApp/Model/CleanupPlanning.h"
 #include "TarvoApp/Model/CleanupTexts.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 
 namespace tarvo::mcp {
 
-using lumo::text;
 namespace platform = lumo::platform;
 
 namespace {
@@ -45,7 +41,9 @@ JsonValue bytes() {
 }
 
 JsonValue safety() {
-    JsonValue value = schema("string", "safe: recreates itself; review: needs a look; keep: never delete");
+    JsonValue value =
+        schema("string", lumo::text("safe: se recrea solo; review: míralo antes; keep: no se borra",
+                                    "safe: recreates itself; review: needs a look; keep: never delete"));
     std::get<JsonValue::Object>(value.value)
         .push_back({"enum", list({word("safe"), word("review"), word("keep")})});
     return value;
@@ -80,12 +78,6 @@ std::vector<lumo::TrashedItem> stillHeld(const std::vector<lumo::CleanupOutcome>
         }
     }
     return held;
-}
-
-lumo::Failure unreadable(const platform::SystemError& error) {
-    return {fmt::format(
-        fmt::runtime(text("no puedo mirar lo apartado ({}).", "cannot look into Recently Cleaned ({}).")),
-        lumo::reasonText(error))};
 }
 
 } // namespace
@@ -174,7 +166,10 @@ JsonValue contentsSchema() {
          {"bytes", bytes(), true},
          {"files", count(), true},
          {"unreadable", count(), true},
-         {"skipped", listOf(aText(), "folders gone straight through: they hold nearly everything"), true},
+         {"skipped",
+          listOf(aText(), lumo::text("carpetas que se pasan de largo: contienen casi todo",
+                                     "folders gone straight through: they hold nearly everything")),
+          true},
          {"items", listOf(item({{"children", listOf(item({})), true}})), true},
          {"moreItems", count(), true},
          {"extensions", listOf(schemaOf({{"name", aText(), true}, {"bytes", bytes(), true}})), true}});
@@ -203,9 +198,11 @@ JsonValue growthSchema() {
 }
 
 JsonValue answerSchema() {
-    return schemaOf({{"text", aText(), true},
-                     {"byAI", schema("boolean"), true},
-                     {"sources", listOf(aText(), "ids of help topics"), true}});
+    return schemaOf(
+        {{"text", aText(), true},
+         {"byAI", schema("boolean"), true},
+         {"sources",
+          listOf(aText(), lumo::text("identificadores de temas de la ayuda", "ids of help topics")), true}});
 }
 
 Fate fateOf(const lumo::CleanupAction& action) {
@@ -231,32 +228,37 @@ Proposal proposalOf(const ProposedPlan& plan) {
 }
 
 JsonValue proposalSchema() {
-    return schemaOf({{"plan", schema("string", "the handle that clean takes"), true},
-                     {"items",
-                      listOf(schemaOf({{"id", aText(), true},
-                                       {"title", aText(), true},
-                                       {"safety", safety(), true},
-                                       {"bytes", bytes(), true},
-                                       {"fate",
-                                        schema("string", "deletedAtOnce, setAside for 7 days, or "
-                                                         "byItsOwnTool"),
-                                        true},
-                                       {"blockedBecause", aText()}})),
-                      true},
-                     {"totalBytes", bytes(), true},
-                     {"deletedAtOnceBytes", bytes(), true},
-                     {"setAsideBytes", bytes(), true},
-                     {"byItsOwnToolBytes", bytes(), true}});
+    return schemaOf(
+        {{"plan",
+          schema("string", lumo::text("el identificador que pide clean", "the handle that clean takes")),
+          true},
+         {"items",
+          listOf(
+              schemaOf({{"id", aText(), true},
+                        {"title", aText(), true},
+                        {"safety", safety(), true},
+                        {"bytes", bytes(), true},
+                        {"fate",
+                         schema("string", lumo::text("deletedAtOnce (se borra ya), setAside (se aparta 7 "
+                                                     "días) o byItsOwnTool (lo borra su herramienta)",
+                                                     "deletedAtOnce, setAside for 7 days, or byItsOwnTool")),
+                         true},
+                        {"blockedBecause", aText()}})),
+          true},
+         {"totalBytes", bytes(), true},
+         {"deletedAtOnceBytes", bytes(), true},
+         {"setAsideBytes", bytes(), true},
+         {"byItsOwnToolBytes", bytes(), true}});
 }
 
 lumo::Result<HeldItems> heldItems(const lumo::PathGuard& guard, lumo::Date now) {
     const auto outcomes = lumo::HistoryLog::outcomes(lumo::ApplicationFolders::historyLog(guard.home()));
     if (!outcomes) {
-        return std::unexpected(unreadable(outcomes.error()));
+        return lumo::failure(unreadableHistoryText(outcomes.error()));
     }
     const auto batches = lumo::Holding::batches(guard, now);
     if (!batches) {
-        return std::unexpected(unreadable(batches.error()));
+        return lumo::failure(unreadableHoldingText(batches.error()));
     }
     HeldItems held;
     for (const lumo::Holding::Batch& batch : *batches) {
@@ -273,12 +275,21 @@ lumo::Result<HeldItems> heldItems(const lumo::PathGuard& guard, lumo::Date now) 
 }
 
 JsonValue heldSchema() {
-    return schemaOf({{"items",
-                      listOf(schemaOf({{"id", schema("string", "the id that restore takes"), true},
-                                       {"original", schema("string", "where it was and goes back to"), true},
-                                       {"expires", schema("string", "when it is deleted by itself"), true}})),
-                      true},
-                     {"bytes", bytes(), true}});
+    return schemaOf(
+        {{"items",
+          listOf(schemaOf(
+              {{"id",
+                schema("string",
+                       lumo::text("el identificador que pide restore", "the id that restore takes")),
+                true},
+               {"original",
+                schema("string", lumo::text("dónde estaba y adónde vuelve", "where it was and goes back to")),
+                true},
+               {"expires",
+                schema("string", lumo::text("cuándo se borra solo", "when it is deleted by itself")),
+                true}})),
+          true},
+         {"bytes", bytes(), true}});
 }
 
 std::optional<lumo::TrashedItem> heldItemNamed(const std::string& id,

@@ -2,7 +2,6 @@
 
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Path.h"
-#include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Cleanup/ApplicationFolders.h"
 #include "LumoCore/Cleanup/Archiver.h"
@@ -105,9 +104,7 @@ lumo::Result<lumo::HomeLock> lockFor(const lumo::PathGuard& guard) {
 lumo::Result<std::vector<CleanupOutcome>> historyUnder(const lumo::HomeLock& lock, const std::string& home) {
     auto outcomes = lumo::HistoryLog::outcomes(lumo::ApplicationFolders::historyLog(home));
     if (!outcomes) {
-        return lumo::failure(fmt::format(fmt::runtime(text("no puedo leer el historial de limpiezas ({})",
-                                                           "cannot read the cleanup history ({})")),
-                                         lumo::reasonText(outcomes.error())));
+        return lumo::failure(unreadableHistoryText(outcomes.error()));
     }
     outcomes->insert(outcomes->end(), lock.unlogged().begin(), lock.unlogged().end());
     return std::move(*outcomes);
@@ -172,18 +169,34 @@ struct Cleaned {
 };
 
 JsonValue outcomesSchema() {
-    return listOf(schemaOf({{"id", schema("string"), true},
-                            {"title", schema("string"), true},
-                            {"status", schema("string", "done or failed"), true},
-                            {"message", schema("string")},
-                            {"freedBytes", schema("integer"), true},
-                            {"trashedBytes", schema("integer", "set aside, not free yet"), true}}));
+    return listOf(
+        schemaOf({{"id", schema("string"), true},
+                  {"title", schema("string"), true},
+                  {"status", schema("string", "done or failed"), true},
+                  {"message", schema("string")},
+                  {"freedBytes", schema("integer"), true},
+                  {"trashedBytes",
+                   schema("integer", text("apartado, aún no libre", "set aside, not free yet")), true}}));
 }
 
-ToolAnswer answerOf(std::vector<CleanupOutcome> outcomes) {
+/// What came of it, with what failed and what was agreed to but has a reason against it by now.
+ToolAnswer answerOf(std::vector<CleanupOutcome> outcomes, std::size_t leftOut) {
     const CleanupSums sums = sumsOf(outcomes);
-    const std::string said = cleanupDone(sums);
-    return {.text = said, .structured = lumo::encode(Cleaned{std::move(outcomes), sums.freed, sums.trashed})};
+    const auto failed = std::ranges::count(outcomes, lumo::CleanupStatus::failed, &CleanupOutcome::status);
+    std::string said = cleanupDone(sums);
+    if (failed > 0) {
+        said += fmt::format(fmt::runtime(text(" · {} no se pudieron limpiar", " · {} could not be cleaned")),
+                            failed);
+    }
+    if (leftOut > 0) {
+        said += fmt::format(
+            fmt::runtime(text(" · {} se han dejado, porque ahora hay un motivo para no limpiarlos",
+                              " · {} were left, since there is a reason not to clean them by now")),
+            leftOut);
+    }
+    return {.text = said,
+            .structured = lumo::encode(Cleaned{std::move(outcomes), sums.freed, sums.trashed}),
+            .isProblem = failed > 0};
 }
 
 ToolAnswer carryOut(Workspace& workspace, const ProposedPlan& plan, const std::vector<CleanupAction>& agreed,
@@ -193,7 +206,15 @@ ToolAnswer carryOut(Workspace& workspace, const ProposedPlan& plan, const std::v
     if (!lock) {
         return problem(lock.error().message);
     }
-    std::vector<lumo::PlanEntry> now = planFor(plan.report, plan.options, workspace.home());
+    // The user may have protected something since it was proposed.
+    const Preferences preferences = Preferences::load(workspace.home());
+    if (const auto trouble = preferences.problem()) {
+        return problem(*trouble);
+    }
+    lumo::CleanupOptions options = storedOptions(preferences);
+    options.include = plan.options.include;
+    options.includeActiveDependencies = plan.options.includeActiveDependencies;
+    std::vector<lumo::PlanEntry> now = planFor(plan.report, options, workspace.home());
     addRefusals(now, guard);
     const std::vector<CleanupAction> actions = stillAllowed(agreed, now);
     lumo::Mover mover(guard, lumo::Holding::newBatch(guard.home(), platform::now()));
@@ -210,7 +231,7 @@ ToolAnswer carryOut(Workspace& workspace, const ProposedPlan& plan, const std::v
         lumo::CleanupExecutor::run(actions, guard, lumo::ApplicationFolders::historyLog(guard.home()), mover,
                                    lumo::CleanupExecutor::SafeItems::deletedAtOnce, control);
     workspace.forgetReports();
-    return answerOf(std::move(outcomes));
+    return answerOf(std::move(outcomes), agreed.size() - actions.size());
 }
 
 ToolAnswer clean(Workspace& workspace, const ToolCall& call) {
@@ -280,14 +301,24 @@ std::string restoringQuestion(const std::vector<TrashedItem>& items, const std::
                        caller, itemLines(originals));
 }
 
+/// The same from the log as it is once a recovery has been there, so that the question and the act agree.
+lumo::Result<std::vector<TrashedItem>> itemsUnderLock(const std::vector<std::string>& ids,
+                                                      const lumo::PathGuard& guard) {
+    const auto lock = lockFor(guard);
+    if (!lock) {
+        return std::unexpected(lock.error());
+    }
+    const auto history = historyUnder(*lock, guard.home());
+    return history ? itemsToRestore(ids, *history, guard) : std::unexpected(history.error());
+}
+
 ToolAnswer restore(Workspace& workspace, const ToolCall& call) {
     const auto ids = textsArgument(call.arguments, "items");
     if (!ids) {
         return problem(ids.error().message);
     }
     const lumo::PathGuard guard(workspace.home());
-    const auto logged = lumo::HistoryLog::outcomes(lumo::ApplicationFolders::historyLog(guard.home()));
-    const auto shown = itemsToRestore(*ids, logged.value_or(std::vector<CleanupOutcome>()), guard);
+    const auto shown = itemsUnderLock(*ids, guard);
     if (!shown || shown->empty()) {
         return problem(shown ? in("No hay nada que deshacer.", "There is nothing to undo.")
                              : shown.error().message);
@@ -346,15 +377,23 @@ ToolAnswer archiveUnderLock(Workspace& workspace, const std::string& path,
                 {.expectedBytes = estimate.compressedBytes, .progress = &progress, .stop = call.stop});
         });
     if (!archive) {
-        return problem(archive.error().errorDescription());
+        const std::string& detail = archive.error().detail;
+        return problem(archive.error().errorDescription() +
+                       (detail.empty() ? "" : " (" + lumo::printable(detail) + ")"));
     }
     const auto outcomes = lumo::Archiver::setAside(path, std::string(lumo::fileName(path)), bytes, guard,
                                                    platform::now(), call.caller);
     workspace.forgetReports();
+    const std::string shown = lumo::printable(lumo::abbreviated(*archive, workspace.home()));
+    const JsonValue structured = lumo::encode(Archived{*archive, outcomes});
+    if (outcomes.front().status == lumo::CleanupStatus::failed) {
+        return {.text = originalKeptText(shown, lumo::printable(outcomes.front().message.value_or(""))),
+                .structured = structured,
+                .isProblem = true};
+    }
     lumo::HardLinkRegistry ofArchive;
-    return {.text = archivedText(lumo::abbreviated(*archive, workspace.home()),
-                                 lumo::FileTree::measure(*archive, ofArchive).apparentBytes),
-            .structured = lumo::encode(Archived{*archive, outcomes})};
+    return {.text = archivedText(shown, lumo::FileTree::measure(*archive, ofArchive).apparentBytes),
+            .structured = structured};
 }
 
 ToolAnswer archive(Workspace& workspace, const ToolCall& call) {

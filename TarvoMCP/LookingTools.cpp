@@ -3,6 +3,7 @@
 #include "LumoAI/ExplanationService.h"
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Explaining/DiskSummary.h"
 #include "LumoCore/Explaining/HelpAssistant.h"
@@ -69,22 +70,15 @@ ToolAnswer listFolder(Workspace& workspace, const ToolCall& call) {
     }
     platform::WalkProgress walked;
     const lumo::FileTree::Watch watch{&walked, call.stop};
-    FolderContents::Survey survey;
-    FolderContents::Listing listing;
-    const std::vector<std::string> asked{*path};
+    FolderContents::Opened opened;
     whileTicking([&] { call.progress(walked.entries, lumo::abbreviated(*path, workspace.home())); },
-                 [&] {
-                     survey = FolderContents::survey(*path, watch);
-                     listing = FolderContents::open(asked, [&](const std::vector<std::string>& paths) {
-                         return paths == asked ? survey.items : FolderContents::list(paths, watch);
-                     });
-                 });
+                 [&] { opened = FolderContents::openOne(*path, watch); });
     if (call.stop.stop_requested()) {
         return stopped();
     }
     return {.text = fmt::format("{}: {}", lumo::printable(lumo::abbreviated(*path, workspace.home())),
-                                lumo::ByteFormat::string(survey.breakdown.usage.allocatedBytes)),
-            .structured = lumo::encode(contentsOf(*path, survey.breakdown, listing))};
+                                lumo::ByteFormat::string(opened.breakdown.usage.allocatedBytes)),
+            .structured = lumo::encode(contentsOf(*path, opened.breakdown, opened.listing))};
 }
 
 ToolAnswer explainFolder(Workspace& workspace, const ToolCall& call) {
@@ -118,8 +112,12 @@ ToolAnswer whatGrew(Workspace& workspace, const ToolCall& call) {
         return stopped();
     }
     const auto stored = lumo::SnapshotStore(workspace.home()).read();
-    const lumo::Growth growth =
-        lumo::GrowthTracker::growthOf(*report, stored.value_or(std::vector<lumo::DiskSnapshot>()));
+    if (!stored) {
+        return problem(fmt::format(fmt::runtime(text("No he podido leer los análisis anteriores: {}.",
+                                                     "The earlier scans could not be read: {}.")),
+                                   lumo::reasonText(stored.error())));
+    }
+    const lumo::Growth growth = lumo::GrowthTracker::growthOf(*report, *stored);
     std::string said =
         in("No hay un análisis anterior con el que comparar.", "There is no earlier scan to compare with.");
     if (growth.since) {

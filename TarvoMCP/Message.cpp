@@ -26,7 +26,9 @@ Message invalid(const JsonValue& document, std::string reason) {
 
 Message readResponse(const JsonValue& document) {
     const JsonValue* result = document.find("result");
-    if ((result == nullptr) == (document.find("error") == nullptr)) {
+    const JsonValue* error = document.find("error");
+    const bool hasError = error != nullptr && *error != JsonValue(); // Some put a null beside a result.
+    if ((result != nullptr) == hasError) {
         return invalid(document, "a message has a method, a result or an error");
     }
     return Response{idOf(document), result != nullptr ? std::optional(*result) : std::nullopt};
@@ -54,13 +56,14 @@ Message readMessage(std::string_view text) {
     if (method == nullptr) {
         return invalid(*document, "method: expected a string");
     }
-    if (params != nullptr && !std::holds_alternative<JsonValue::Object>(params->value)) {
-        return Malformed{idOf(*document), ErrorCode::invalidParams, "params: expected an object"};
-    }
-    const JsonValue given = params != nullptr ? *params : JsonValue();
+    const bool hasParams = params != nullptr && std::holds_alternative<JsonValue::Object>(params->value);
+    const JsonValue given = hasParams ? *params : JsonValue();
     const JsonValue* id = document->find("id");
     if (id == nullptr) {
-        return Notification{*method, given};
+        return Notification{*method, given}; // Never answered, whatever is wrong with it.
+    }
+    if (params != nullptr && !hasParams) {
+        return Malformed{idOf(*document), ErrorCode::invalidParams, "params: expected an object"};
     }
     return isID(*id) ? Message(Request{*id, *method, given})
                      : invalid(*document, "id: expected a string or a whole number");

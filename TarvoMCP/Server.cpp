@@ -4,6 +4,7 @@
 #include "Platform/Signing.h"
 
 #include <algorithm>
+#include <exception>
 
 namespace tarvo::mcp {
 
@@ -186,10 +187,11 @@ void Server::takeCall(const Request& request, const Peer& peer) {
 
 void Server::work() {
     while (const std::shared_ptr<Job> job = nextJob()) {
-        if (!job->stop.stop_requested()) {
+        if (job->stop.stop_requested()) {
+            finish(*job);
+        } else {
             run(*job);
         }
-        finish(*job);
     }
 }
 
@@ -207,12 +209,21 @@ std::shared_ptr<Server::Job> Server::nextJob() {
 void Server::run(Job& job) {
     std::optional<JsonValue> form;
     const ToolCall call = callOf(job, form);
-    const auto checked = checkNames(*job.tool, call.arguments);
-    const ToolAnswer answer = checked ? job.tool->run(call) : problem(checked.error().message);
+    ToolAnswer answer;
+    std::optional<std::string> fault;
+    try {
+        const auto checked = checkNames(*job.tool, call.arguments);
+        answer = checked ? job.tool->run(call) : problem(checked.error().message);
+    } catch (const std::exception& error) { // Memory or threads have run out; the next call may fare better.
+        fault = error.what();
+    }
+    finish(job); // Before the answer: whoever has that may use the id again.
     if (job.stop.stop_requested()) {
         return; // Whoever cancelled expects no answer.
     }
-    if (answer.isPending && form) {
+    if (fault) {
+        send(errorLine(job.request.id, ErrorCode::internalError, *fault));
+    } else if (answer.isPending && form) {
         sendResult(job.request, job.peer, std::move(*form), "input_required");
     } else {
         sendResult(job.request, job.peer, resultOf(answer));
@@ -250,6 +261,9 @@ Consent Server::ask(Job& job, const std::string& question, const std::string& su
     if (!job.peer.canBeAsked) {
         return Consent::cannotAsk;
     }
+    if (job.stop.stop_requested()) {
+        return Consent::declined; // No question flashes up for a call that nobody waits for.
+    }
     return job.peer.isStateless ? askByResult(job, question, subject, form) : askByRequest(job, question);
 }
 
@@ -275,9 +289,12 @@ Consent Server::askByRequest(const Job& job, const std::string& question) {
 
 Consent Server::askByResult(const Job& job, const std::string& question, const std::string& subject,
                             std::optional<JsonValue>& form) {
-    // The subject itself can be long; what it comes to is not.
-    const std::string about = job.tool->name + " " + lumo::platform::digestOf(subject);
+    // All that the user is shown, and what stands behind it; both can be long, what they come to is not.
+    const std::string about =
+        job.tool->name + " " + lumo::platform::digestOf(job.peer.name + "\n" + question + "\n" + subject);
     const JsonValue& params = job.request.params;
+    const JsonValue* replies = objectIn(params, "inputResponses");
+    const JsonValue* reply = replies != nullptr ? objectIn(*replies, consentKey) : nullptr;
     const std::string* ticket = textIn(params, "requestState");
     if (ticket == nullptr) {
         const JsonValue asked =
@@ -286,12 +303,9 @@ Consent Server::askByResult(const Job& job, const std::string& question, const s
                        {"requestState", word(tickets_.issue(about, lumo::platform::monotonicSeconds()))}});
         return Consent::pending;
     }
-    if (!tickets_.redeem(*ticket, about, lumo::platform::monotonicSeconds())) {
-        return Consent::invalid;
-    }
-    const JsonValue* replies = objectIn(params, "inputResponses");
-    const JsonValue* reply = replies != nullptr ? objectIn(*replies, consentKey) : nullptr;
-    return reply != nullptr ? consentIn(*reply) : Consent::declined;
+    const bool isReply =
+        reply != nullptr && tickets_.redeem(*ticket, about, lumo::platform::monotonicSeconds());
+    return isReply ? consentIn(*reply) : Consent::invalid;
 }
 
 void Server::send(const std::string& line) {

@@ -1,6 +1,9 @@
 #include "TarvoMCP/Tool.h"
 
 #include "LumoCore/Basics/Codec.h"
+#include "LumoCore/Basics/Text.h"
+
+#include <fmt/format.h>
 
 namespace tarvo::mcp {
 
@@ -104,7 +107,16 @@ lumo::Result<void> checkNames(const Tool& tool, const JsonValue& arguments) {
     const JsonValue* known = tool.input.find("properties");
     for (const auto& member : std::get<JsonValue::Object>(arguments.value)) {
         if (known == nullptr || known->find(member.name) == nullptr) {
-            return lumo::failure("there is no argument \"" + member.name + "\"");
+            return lumo::failure(fmt::format(
+                fmt::runtime(lumo::text("no hay ningún argumento «{}»", "there is no argument “{}”")),
+                lumo::printable(member.name)));
+        }
+    }
+    for (const JsonValue& name : std::get<JsonValue::Array>(tool.input.find("required")->value)) {
+        if (arguments.find(std::get<std::string>(name.value)) == nullptr) {
+            return lumo::failure(fmt::format(
+                fmt::runtime(lumo::text("falta el argumento «{}»", "the argument “{}” is missing")),
+                std::get<std::string>(name.value)));
         }
     }
     return {};

@@ -76,7 +76,8 @@ lumo::Result<std::optional<std::string>> textArgument(const JsonValue& arguments
 lumo::Result<bool> flagArgument(const JsonValue& arguments, std::string_view name);
 lumo::Result<std::vector<std::string>> textsArgument(const JsonValue& arguments, std::string_view name);
 
-/// Fails when there is an argument that the tool does not have: a misspelt one must not be passed over.
+/// Fails when there is an argument that the tool does not have, since a misspelt one must not be passed over,
+/// or when one is missing that it needs.
 lumo::Result<void> checkNames(const Tool& tool, const JsonValue& arguments);
 
 } // namespace tarvo::mcp

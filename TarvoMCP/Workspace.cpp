@@ -12,6 +12,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <system_error>
 #include <thread>
 
 namespace tarvo::mcp {
@@ -72,8 +73,14 @@ std::optional<lumo::ScanReport> Workspace::recentReport(const ToolCall& call) {
 lumo::Result<std::string> Workspace::pathInHome(const std::string& given) const {
     std::string path = spelledOut(given, home_);
     if (path != home_) {
-        if (const auto refusal = lumo::PathGuard(home_).refusal({path})) {
-            return lumo::failure(*refusal);
+        const lumo::PathGuard guard(home_);
+        if (!guard.base() || !path.starts_with(home_ + "/")) {
+            return lumo::failure(lumo::PathGuard::outside(path));
+        }
+        // Links on the way are followed as long as they stay in the home.
+        const auto place = guard.base()->place(std::string_view(path).substr(home_.size() + 1));
+        if (!place && !place.error().isMissing()) {
+            return lumo::failure(lumo::PathGuard::outside(path));
         }
     }
     if (!platform::kindOf(path)) {
@@ -86,6 +93,7 @@ lumo::Result<std::string> Workspace::pathInHome(const std::string& given) const 
 const ProposedPlan& Workspace::keep(ProposedPlan plan) {
     constexpr std::size_t mostKept = 8;
     plan.handle = "plan-" + lumo::uniqueID();
+    plan.proposedAt = platform::monotonicSeconds();
     plans_.push_back(std::move(plan));
     if (plans_.size() > mostKept) {
         plans_.pop_front();
@@ -95,7 +103,9 @@ const ProposedPlan& Workspace::keep(ProposedPlan plan) {
 
 const ProposedPlan* Workspace::planNamed(const std::string& handle) const {
     const auto found = std::ranges::find(plans_, handle, &ProposedPlan::handle);
-    return found != plans_.end() ? &*found : nullptr;
+    constexpr double lifetime = 3600;
+    const bool isFresh = found != plans_.end() && platform::monotonicSeconds() - found->proposedAt < lifetime;
+    return isFresh ? &*found : nullptr;
 }
 
 void Workspace::forgetReports() {
@@ -103,15 +113,20 @@ void Workspace::forgetReports() {
 }
 
 void whileTicking(const std::function<void()>& tick, const std::function<void()>& work) {
-    const std::jthread ticking([&](const std::stop_token& isDone) {
-        constexpr std::chrono::milliseconds pause{250};
-        std::mutex mutex;
-        std::unique_lock lock(mutex);
-        std::condition_variable_any bell;
-        while (!bell.wait_for(lock, isDone, pause, [&] { return isDone.stop_requested(); })) {
-            tick();
-        }
-    });
+    std::jthread ticking;
+    try {
+        ticking = std::jthread([&](const std::stop_token& isDone) {
+            constexpr std::chrono::milliseconds pause{250};
+            std::mutex mutex;
+            std::unique_lock lock(mutex);
+            std::condition_variable_any bell;
+            while (!bell.wait_for(lock, isDone, pause, [&] { return isDone.stop_requested(); })) {
+                tick();
+            }
+        });
+    } catch (const std::system_error&) {
+        // Nobody hears how far it is; the work is done all the same.
+    }
     work();
 }
 

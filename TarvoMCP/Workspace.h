@@ -19,6 +19,7 @@ struct ProposedPlan {
     lumo::ScanReport report;
     lumo::CleanupOptions options;
     std::vector<lumo::PlanEntry> entries; ///< As they were shown.
+    double proposedAt = 0;                ///< On the clock that is never set.
 };
 
 /// What the tools know of the home from one call to the next. Used by one thread.
@@ -41,6 +42,7 @@ class Workspace final {
 
     /// Keeps a plan under a handle of its own; only the newest few are kept.
     const ProposedPlan& keep(ProposedPlan plan);
+    /// None for one that is gone or older than an hour: the disk is no longer what it was.
     [[nodiscard]] const ProposedPlan* planNamed(const std::string& handle) const;
     /// What was cleaned is no longer as the reports have it.
     void forgetReports();

@@ -129,4 +129,13 @@ Listing open(const std::vector<std::string>& paths,
     return listing;
 }
 
+Opened openOne(const std::string& path, const FileTree::Watch& watch) {
+    Survey surveyed = survey(path, watch);
+    const std::vector<std::string> asked{path};
+    Listing listing = open(asked, [&](const std::vector<std::string>& paths) {
+        return paths == asked ? std::move(surveyed.items) : list(paths, watch);
+    });
+    return {.breakdown = std::move(surveyed.breakdown), .listing = std::move(listing)};
+}
+
 } // namespace lumo::FolderContents

@@ -73,4 +73,14 @@ bool canOpen(const std::vector<std::string>& paths);
 Listing open(const std::vector<std::string>& paths,
              const std::function<std::vector<Item>(const std::vector<std::string>& paths)>& list);
 
+/// A folder's breakdown, and what is shown after it was opened.
+struct Opened {
+    FileTree::Breakdown breakdown;
+    Listing listing;
+};
+
+/// Opens one path by `list`, without measuring again what its breakdown has measured: on a large folder that
+/// saves half the time.
+Opened openOne(const std::string& path, const FileTree::Watch& watch = {});
+
 } // namespace lumo::FolderContents

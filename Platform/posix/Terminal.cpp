@@ -70,6 +70,10 @@ std::optional<std::string> readLine() {
     }
 }
 
+void ignoreBrokenPipes() {
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
 void noteInterrupts() {
     struct sigaction action = {};
     action.sa_handler = [](int) { interrupts = interrupts + 1; };

@@ -62,4 +62,12 @@ std::string archivedText(std::string_view archive, std::int64_t archiveBytes, La
         archive, ByteFormat::string(archiveBytes, language));
 }
 
+std::string originalKeptText(std::string_view archive, std::string_view reason, lumo::Language language) {
+    return fmt::format(
+        fmt::runtime(lumo::text("el archivo comprobado está en {}, pero el original sigue en su sitio ({})",
+                                "the verified archive is {}, but the original is still in its place ({})",
+                                language)),
+        archive, reason);
+}
+
 } // namespace tarvo

@@ -28,6 +28,10 @@ std::string archiveExplanation(std::string_view archiveName,
 
 std::string archiveQuestion(std::string_view name, lumo::Language language = lumo::currentLanguage());
 
+/// What is said when the archive is verified, and yet the original could not be set aside.
+std::string originalKeptText(std::string_view archive, std::string_view reason,
+                             lumo::Language language = lumo::currentLanguage());
+
 /// The sentence afterwards.
 std::string archivedText(std::string_view archive, std::int64_t archiveBytes,
                          lumo::Language language = lumo::currentLanguage());

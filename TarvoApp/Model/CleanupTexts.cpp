@@ -1,7 +1,10 @@
 #include "TarvoApp/Model/CleanupTexts.h"
 
 #include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Reason.h"
 #include "Platform/CheckedSum.h"
+
+#include <fmt/format.h>
 
 #include <algorithm>
 
@@ -81,6 +84,21 @@ std::string cleanupDone(const CleanupSums& sums, Language language) {
            pair(" apartados (se borran solos en ", " in Recently Cleaned (deleted automatically in ",
                 language) +
            days() + pair(" días)", " days)", language);
+}
+
+std::string unreadableHistoryText(const lumo::platform::SystemError& error, Language language) {
+    return fmt::format(
+        fmt::runtime(text("no puedo leer el historial de limpiezas ({}): comprueba sus permisos",
+                          "cannot read the cleanup history ({}): check its permissions", language)),
+        lumo::reasonText(error, language));
+}
+
+std::string unreadableHoldingText(const lumo::platform::SystemError& error, Language language) {
+    return fmt::format(
+        fmt::runtime(text("no puedo mirar lo apartado ({}): comprueba los permisos de su carpeta",
+                          "cannot look into Recently Cleaned ({}): check the permissions of its folder",
+                          language)),
+        lumo::reasonText(error, language));
 }
 
 std::string restoredText(const lumo::TrashOperationResult& result, Language language) {

@@ -5,6 +5,7 @@
 #include "LumoCore/Cleanup/CleanupAction.h"
 #include "LumoCore/Cleanup/CleanupOutcome.h"
 #include "LumoCore/Cleanup/Holding.h"
+#include "Platform/SystemError.h"
 
 #include <cstdint>
 #include <optional>
@@ -39,6 +40,12 @@ CleanupSums sumsOf(const std::vector<lumo::CleanupOutcome>& outcomes);
 
 /// The sentence after a cleanup.
 std::string cleanupDone(const CleanupSums& sums, lumo::Language language = lumo::currentLanguage());
+
+/// Why the cleanup log, or what is set aside, cannot be shown, as the end of a sentence.
+std::string unreadableHistoryText(const lumo::platform::SystemError& error,
+                                  lumo::Language language = lumo::currentLanguage());
+std::string unreadableHoldingText(const lumo::platform::SystemError& error,
+                                  lumo::Language language = lumo::currentLanguage());
 
 /// The sentence after something was put back.
 std::string restoredText(const lumo::TrashOperationResult& result,

@@ -94,7 +94,8 @@ TEST(MessageReader, AnswersWhatIsNoMessageWithItsReason) {
     }
     // Neither needs an answer: an empty line, a reply to nothing, and a note that nobody knows.
     for (const char* line :
-         {"", " \r", R"({"jsonrpc":"2.0","id":1,"result":{}})", R"({"jsonrpc":"2.0","method":"x"})",
+         {"", " \r", R"({"jsonrpc":"2.0","id":1,"result":{}})",
+          R"({"jsonrpc":"2.0","method":"x","params":[]})",
           R"({"jsonrpc":"2.0","method":"notifications/cancelled","params":{"requestId":9}})"}) {
         client.send(line);
     }
@@ -153,6 +154,7 @@ TEST(Server, RefusesCallsThatNoToolCanMean) {
 
 TEST(Server, CountsOnlyAnAcceptedQuestionAsTheUsersWord) {
     EXPECT_EQ(wordAfter(R"("result":{"action":"accept","content":{}})"), "given");
+    EXPECT_EQ(wordAfter(R"("result":{"action":"accept"},"error":null)"), "given");
     for (const char* reply :
          {R"("result":{"action":"decline"})", R"("result":{"action":"cancel"})",
           R"("result":{"action":true})", R"("result":{"action":"Accept"})", R"("result":{})",
@@ -196,7 +198,7 @@ TEST(Server, AsksStatelessClientsByItsAnswerAndBelievesEachTicketOnce) {
     EXPECT_EQ(replied("a", at(call("a", ""), "result/requestState"), "decline"), "declined");
     EXPECT_EQ(at(call("a", R"(,"requestState":")" + at(call("a", ""), "result/requestState") + "\""),
                  "result/content/0/text"),
-              "declined")
+              "invalid")
         << "no reply beside it";
     client.call(99, "ask", "{}", "," + envelope("{}"));
     EXPECT_EQ(at(client.answer(99), "result/content/0/text"), "cannotAsk");

@@ -109,10 +109,12 @@ TEST(Tools, LookOnlyIntoTheHome) {
     home.file("Music/a.flac", 100000);
     home.link("out", "/");
     Agent agent(home);
-    for (const char* path : {"~", "Music", "~/Music/", "."}) {
+    home.folder("Library/Application Support/TarvoAI");
+    for (const char* path : {"~", "Music", "~/Music/", ".", "~/Library"}) {
         EXPECT_FALSE(agent.call("list_folder", R"({"path":")" + std::string(path) + "\"}").isProblem) << path;
     }
-    for (const char* path : {"/etc", "..", "~/../..", "out/etc", "/", "Music/../../x", "nothing", "~root"}) {
+    for (const char* path : {"/etc", "..", "~/../..", "out/etc", "/", "Music/../../x", "nothing", "~root",
+                             "/Applications/X.app"}) {
         for (const char* tool : {"list_folder", "explain_folder", "archive"}) {
             EXPECT_TRUE(
                 agent.call(tool, R"({"path":")" + std::string(path) + "\"}", Consent::given).isProblem)
