@@ -108,15 +108,8 @@ std::string answerText(const std::string& question, const HelpAnswer& answer, co
     if (topic != nullptr && topic->answer == answer.text) {
         return topicText(*topic, invocation);
     }
-    // Some of our own questions sound like questions about this disk. Whoever copied one wants its answer.
-    if (const HelpTopic* asked = HelpCatalog::topicNamed(question)) {
+    if (const HelpTopic* asked = HelpCatalog::topicAskedFor(question)) {
         return topicText(*asked, invocation);
-    }
-    // People ask in their own language, whatever the interface's is.
-    const lumo::Language other =
-        lumo::currentLanguage() == lumo::Language::es ? lumo::Language::en : lumo::Language::es;
-    if (const auto direct = HelpCatalog::directAnswer(question, other)) {
-        return topicText(*HelpCatalog::topicNamed(direct->sources.front(), other), invocation);
     }
     return paragraph(answer.text, readingColumns()) + "\n" + relatedText(question, answer, invocation);
 }
@@ -124,7 +117,9 @@ std::string answerText(const std::string& question, const HelpAnswer& answer, co
 /// The answer, with the model's help only where the help does not know. Then the disk is measured first,
 /// since questions that no fixed text can answer are mostly about it.
 std::expected<HelpAnswer, ExitCode> answerTo(const std::string& question, const Invocation& invocation) {
-    const auto model = HelpCatalog::directAnswer(question) ? nullptr : usersModel(invocation);
+    const bool isKnown =
+        HelpCatalog::directAnswer(question) || HelpCatalog::topicAskedFor(question) != nullptr;
+    const auto model = isKnown ? nullptr : usersModel(invocation);
     if (!model) {
         return HelpAssistant::answer(question, {}, {});
     }

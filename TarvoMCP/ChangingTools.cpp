@@ -63,11 +63,10 @@ std::optional<ToolAnswer> unlessGiven(Consent consent, const std::string& comman
         return problem(in("El usuario ha dicho que no: no se ha tocado nada.",
                           "The user said no: nothing was touched."));
     case Consent::invalid:
-        return problem(
-            in("Esa respuesta no corresponde a ninguna pregunta abierta: no se ha tocado nada. Llama otra "
-               "vez sin ella para volver a preguntar.",
-               "That reply belongs to no open question: nothing was touched. Call again without it to ask "
-               "anew."));
+        return problem(in("Esa respuesta no corresponde a ninguna pregunta abierta: no se ha tocado nada. "
+                          "Llama otra vez sin ella para volver a preguntar.",
+                          "That reply belongs to no open question: nothing was touched. Call again without "
+                          "it to ask anew."));
     case Consent::cannotAsk:
         break;
     }
@@ -75,8 +74,7 @@ std::optional<ToolAnswer> unlessGiven(Consent consent, const std::string& comman
         fmt::runtime(text(
             "Este programa no puede preguntar al usuario, así que no se ha tocado nada. El usuario puede "
             "hacerlo en un terminal: {}",
-            "This client cannot ask the user, so nothing was touched. The user can do it in a terminal: "
-            "{}")),
+            "This client cannot ask the user, so nothing was touched. The user can do it in a terminal: {}")),
         command));
 }
 
@@ -435,12 +433,10 @@ std::vector<Tool> changingTools(const std::shared_ptr<Workspace>& workspace) {
          .title = in("Limpiar", "Clean"),
          .description = in(
              "Lleva a cabo un plan de propose_cleanup, o solo lo que elijas de él. Antes pregunta al usuario "
-             "y "
-             "solo sigue si acepta. Lo que se recrea solo se borra; lo del usuario se aparta 7 días.",
+             "y solo sigue si acepta. Lo que se recrea solo se borra; lo del usuario se aparta 7 días.",
              "Carries out a plan of propose_cleanup, or only what you choose of it. Asks the user first and "
-             "only "
-             "goes on when they accept. What recreates itself is deleted; the user's own is set aside for 7 "
-             "days."),
+             "only goes on when they accept. What recreates itself is deleted; the user's own is set aside "
+             "for 7 days."),
          .input = schemaOf(
              {{"plan", schema("string", text("el identificador del plan", "the plan's handle")), true},
               {"items", listOf(schema("string"), text("identificadores; sin ellos, todo el plan",
@@ -453,11 +449,10 @@ std::vector<Tool> changingTools(const std::shared_ptr<Workspace>& workspace) {
     tools.push_back(
         {.name = "restore",
          .title = in("Devolver a su sitio", "Put back"),
-         .description =
-             in("Deshace la última limpieza, o devuelve a su sitio lo que elijas de list_set_aside. Antes "
-                "pregunta al usuario. Nunca pisa nada.",
-                "Undoes the last cleanup, or puts back what you choose of list_set_aside. Asks the user "
-                "first. Never overwrites anything."),
+         .description = in("Deshace la última limpieza, o devuelve a su sitio lo que elijas de "
+                           "list_set_aside. Antes pregunta al usuario. Nunca pisa nada.",
+                           "Undoes the last cleanup, or puts back what you choose of list_set_aside. Asks "
+                           "the user first. Never overwrites anything."),
          .input = schemaOf(
              {{"items", listOf(schema("string"), text("identificadores; sin ellos, la última limpieza",
                                                       "ids; without them the last cleanup"))}}),
@@ -468,11 +463,10 @@ std::vector<Tool> changingTools(const std::shared_ptr<Workspace>& workspace) {
     tools.push_back(
         {.name = "archive",
          .title = in("Archivar", "Archive"),
-         .description =
-             in("Cambia una carpeta o un archivo del usuario por un zip comprobado y aparta el original 7 "
-                "días. Antes pregunta al usuario.",
-                "Replaces a folder or file of the user's by a verified zip and sets the original aside for "
-                "7 days. Asks the user first."),
+         .description = in("Cambia una carpeta o un archivo del usuario por un zip comprobado y aparta el "
+                           "original 7 días. Antes pregunta al usuario.",
+                           "Replaces a folder or file of the user's by a verified zip and sets the original "
+                           "aside for 7 days. Asks the user first."),
          .input = schemaOf(
              {{"path", schema("string", text("ruta en la carpeta personal", "path in the home folder")),
                true}}),

@@ -173,7 +173,10 @@ ToolAnswer help(const ToolCall& call) {
     if (!question) {
         return wrongArguments(question.error());
     }
-    const lumo::HelpAnswer answer = lumo::HelpAssistant::answer(question->value_or(""), {}, {});
+    lumo::HelpAnswer answer = lumo::HelpAssistant::answer(question->value_or(""), {}, {});
+    if (const auto* topic = lumo::HelpCatalog::topicAskedFor(question->value_or(""))) {
+        answer = {.text = topic->answer, .byAI = false, .sources = {topic->id}};
+    }
     return {.text = answer.text, .structured = lumo::encode(answer)};
 }
 
@@ -195,28 +198,27 @@ std::vector<Tool> lookingTools(const std::shared_ptr<Workspace>& workspace) {
     tools.push_back(
         {.name = "analyze_disk",
          .title = in("Analizar el disco", "Analyze the disk"),
-         .description = in(
-             "Mide la carpeta personal y dice qué ocupa sitio: qué se recrea solo (safe), qué hay que mirar "
-             "antes (review), qué se conserva (keep), proyectos con carpetas que se regeneran y carpetas "
-             "grandes que nadie conoce. No cambia nada.",
-             "Measures the home folder and tells what takes up space: what recreates itself (safe), what "
-             "needs "
-             "a look first (review), what is kept (keep), projects with folders that can be rebuilt, and "
-             "large "
-             "folders that nobody recognises. Changes nothing."),
+         .description =
+             in("Mide la carpeta personal y dice qué ocupa sitio: qué se recrea solo (safe), qué hay que "
+                "mirar antes (review), qué se conserva (keep), proyectos con carpetas que se regeneran y "
+                "carpetas grandes que nadie conoce. No cambia nada.",
+                "Measures the home folder and tells what takes up space: what recreates itself (safe), what "
+                "needs a look first (review), what is kept (keep), projects with folders that can be "
+                "rebuilt, and large folders that nobody recognises. Changes nothing."),
          .input =
-             schemaOf({{"quick", schema("boolean", text("sin proyectos ni carpetas protegidas: más rápido",
-                                                        "without projects and protected folders: faster"))}}),
+             schemaOf({{"quick", schema("boolean",
+                                        text("sin proyectos ni carpetas que piden permiso: más rápido",
+                                             "without projects and folders that need permission: faster"))}}),
          .output = analysisSchema(),
          .hints = {},
          .run = [workspace](const ToolCall& call) { return analyze(*workspace, call); }});
     tools.push_back(
         {.name = "list_folder",
          .title = in("Ver qué hay en una carpeta", "See what is in a folder"),
-         .description = in("Lista lo que hay en una carpeta de la carpeta personal, lo más grande "
-                           "primero, y pasa de largo por carpetas que lo contienen casi todo.",
-                           "Lists what is in a folder of the home folder, largest first, and goes "
-                           "straight through folders that hold nearly everything."),
+         .description = in("Lista lo que hay en una carpeta de la carpeta personal, lo más grande primero, y "
+                           "pasa de largo por carpetas que lo contienen casi todo.",
+                           "Lists what is in a folder of the home folder, largest first, and goes straight "
+                           "through folders that hold nearly everything."),
          .input = pathArgument(),
          .output = contentsSchema(),
          .hints = {},
@@ -224,10 +226,10 @@ std::vector<Tool> lookingTools(const std::shared_ptr<Workspace>& workspace) {
     tools.push_back(
         {.name = "explain_folder",
          .title = in("Explicar una carpeta", "Explain a folder"),
-         .description = in("Dice qué es una carpeta, de qué app es, cuánto riesgo tiene borrarla y qué "
-                           "conviene hacer.",
-                           "Says what a folder is, which app it belongs to, how risky deleting it is "
-                           "and what to do about it."),
+         .description =
+             in("Dice qué es una carpeta, de qué app es, cuánto riesgo tiene borrarla y qué conviene hacer.",
+                "Says what a folder is, which app it belongs to, how risky deleting it is and what to do "
+                "about it."),
          .input = pathArgument(),
          .output = explanationSchema(),
          .hints = {},
@@ -236,31 +238,29 @@ std::vector<Tool> lookingTools(const std::shared_ptr<Workspace>& workspace) {
         {.name = "what_grew",
          .title = in("Ver qué ha crecido", "See what grew"),
          .description = in("Compara el disco con un análisis de hace un día o más y dice qué ha crecido.",
-                           "Compares the disk with a scan from a day ago or earlier and tells what "
-                           "grew."),
+                           "Compares the disk with a scan from a day ago or earlier and tells what grew."),
          .input = noArguments(),
          .output = growthSchema(),
          .hints = {},
          .run = [workspace](const ToolCall& call) { return whatGrew(*workspace, call); }});
-    tools.push_back({.name = "propose_cleanup",
-                     .title = in("Proponer una limpieza", "Propose a cleanup"),
-                     .description = in("Hace un plan de limpieza y lo devuelve con un identificador. No "
-                                       "limpia nada: para eso está clean, "
-                                       "que antes pregunta al usuario.",
-                                       "Makes a cleanup plan and returns it with a handle. Cleans nothing: "
-                                       "that is for clean, which asks "
-                                       "the user first."),
-                     .input = schemaOf(
-                         {{"include", listOf(schema("string"),
-                                             text("identificadores de lo que hay que mirar antes y el "
-                                                  "usuario quiere incluir",
-                                                  "ids of what needs a look that the user wants included"))},
-                          {"dependencies",
-                           schema("boolean", text("incluir dependencias de proyectos con cambios recientes",
-                                                  "include dependencies of recently changed projects"))}}),
-                     .output = proposalSchema(),
-                     .hints = {.isIdempotent = false},
-                     .run = [workspace](const ToolCall& call) { return propose(*workspace, call); }});
+    tools.push_back(
+        {.name = "propose_cleanup",
+         .title = in("Proponer una limpieza", "Propose a cleanup"),
+         .description = in("Hace un plan de limpieza y lo devuelve con un identificador. No limpia nada: "
+                           "para eso está clean, que antes pregunta al usuario.",
+                           "Makes a cleanup plan and returns it with a handle. Cleans nothing: that is for "
+                           "clean, which asks the user first."),
+         .input = schemaOf(
+             {{"include",
+               listOf(schema("string"),
+                      text("identificadores de lo que hay que mirar antes y el usuario quiere incluir",
+                           "ids of what needs a look that the user wants included"))},
+              {"dependencies",
+               schema("boolean", text("incluir dependencias de proyectos con cambios recientes",
+                                      "include dependencies of recently changed projects"))}}),
+         .output = proposalSchema(),
+         .hints = {.isIdempotent = false},
+         .run = [workspace](const ToolCall& call) { return propose(*workspace, call); }});
     tools.push_back(
         {.name = "list_set_aside",
          .title = in("Ver lo apartado", "See what is set aside"),
@@ -283,19 +283,15 @@ std::vector<Tool> lookingTools(const std::shared_ptr<Workspace>& workspace) {
 
 std::string instructions(bool mayChange) {
     return in("Tarvo AI dice qué ocupa sitio en la carpeta personal y qué se puede borrar sin miedo. Empieza "
-              "por "
-              "analyze_disk. Todos los tamaños están en bytes.",
+              "por analyze_disk. Todos los tamaños están en bytes.",
               "Tarvo AI tells what takes up space in the home folder and what can go without fear. Begin "
-              "with "
-              "analyze_disk. All sizes are in bytes.") +
-           (mayChange
-                ? in(" Para limpiar: propose_cleanup y luego clean, que pregunta al usuario por su cuenta; "
-                     "no "
-                     "confirmes en su nombre.",
-                     " To clean: propose_cleanup, then clean, which asks the user by itself; do not confirm "
-                     "in their name.")
-                : in(" Este servidor es de solo lectura: no limpia.",
-                     " This server is read-only: it does not clean."));
+              "with analyze_disk. All sizes are in bytes.") +
+           (mayChange ? in(" Para limpiar: propose_cleanup y luego clean, que pregunta al usuario por su "
+                           "cuenta; no confirmes en su nombre.",
+                           " To clean: propose_cleanup, then clean, which asks the user by itself; do not "
+                           "confirm in their name.")
+                      : in(" Este servidor es de solo lectura: no limpia.",
+                           " This server is read-only: it does not clean."));
 }
 
 } // namespace tarvo::mcp

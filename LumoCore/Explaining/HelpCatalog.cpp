@@ -185,4 +185,16 @@ std::optional<HelpAnswer> directAnswer(std::string_view question, Language langu
     return HelpAnswer{.text = topic.answer, .byAI = false, .sources = {topic.id}};
 }
 
+const HelpTopic* topicAskedFor(std::string_view question, Language language) {
+    if (directAnswer(question, language)) {
+        return nullptr;
+    }
+    if (const HelpTopic* topic = topicNamed(question, language)) {
+        return topic;
+    }
+    const Language other = language == Language::es ? Language::en : Language::es;
+    const std::optional<HelpAnswer> answer = directAnswer(question, other);
+    return answer ? topicNamed(answer->sources.front(), other) : nullptr;
+}
+
 } // namespace lumo::HelpCatalog
