@@ -73,8 +73,7 @@ const lumo::PlanEntry* entryOf(const std::string& id, const std::vector<lumo::Pl
     return found != entries.end() ? &*found : nullptr;
 }
 
-std::string blockedText(const Tile& tile, const std::vector<lumo::PlanEntry>& entries, Language language) {
-    const lumo::PlanEntry* entry = entryOf(tile.id, entries);
+std::string blockedText(const lumo::PlanEntry* entry, Language language) {
     return entry != nullptr && entry->skipReason
                ? lumo::capitalized(*entry->skipReason)
                : in("no se puede limpiar ahora", "can't be cleaned right now", language);
@@ -177,12 +176,39 @@ Rect drawn(const Rect& place) {
             std::max(place.height - gap, 0.0)};
 }
 
+std::vector<Rect> nestedLayout(const std::vector<lumo::FolderContents::Item>& children, double width,
+                               double height, double textScale) {
+    constexpr double margin = 5;
+    constexpr double gap = 2;
+    constexpr double lowestWithBand = 70;
+    constexpr double narrowestWithTexts = 64;
+    const double band = width > narrowestWithTexts ? 38 * textScale : margin - 1;
+    const Rect room{margin, band, width - 2 * margin, height - band - margin};
+    if (height <= lowestWithBand || room.width <= 24 || room.height <= 18) {
+        return {};
+    }
+    std::vector<double> values;
+    for (const lumo::FolderContents::Item& child : children) {
+        values.push_back(static_cast<double>(std::max<std::int64_t>(child.bytes, 0)));
+    }
+    std::vector<Rect> places = Squarify::layout(values, room);
+    for (Rect& place : places) {
+        place = {place.x + gap / 2, place.y + gap / 2, std::max(place.width - gap, 0.0),
+                 std::max(place.height - gap, 0.0)};
+    }
+    return places;
+}
+
 TileState stateOf(const std::string& id, const std::set<std::string>& selection,
                   const std::vector<lumo::PlanEntry>& entries) {
+    return stateOf(id, selection, entryOf(id, entries));
+}
+
+TileState stateOf(const std::string& id, const std::set<std::string>& selection,
+                  const lumo::PlanEntry* entry) {
     if (selection.contains(id)) {
         return TileState::selected;
     }
-    const lumo::PlanEntry* entry = entryOf(id, entries);
     if (entry == nullptr) {
         return TileState::info;
     }
@@ -191,6 +217,10 @@ TileState stateOf(const std::string& id, const std::set<std::string>& selection,
 
 std::string statusOf(const Tile& tile, TileState state, const std::vector<lumo::PlanEntry>& entries,
                      Language language) {
+    return statusOf(tile, state, entryOf(tile.id, entries), language);
+}
+
+std::string statusOf(const Tile& tile, TileState state, const lumo::PlanEntry* entry, Language language) {
     if (tile.id.starts_with(TileID::insidePrefix)) {
         return insideText(tile, language);
     }
@@ -200,11 +230,23 @@ std::string statusOf(const Tile& tile, TileState state, const std::vector<lumo::
     case TileState::unselected:
         return in("Sin marcar · pincha para marcarlo", "Not selected · click to select it", language);
     case TileState::blocked:
-        return blockedText(tile, entries, language);
+        return blockedText(entry, language);
     case TileState::info:
         break;
     }
     return infoText(tile, language);
+}
+
+std::string magnifierText(Language language) {
+    return in(" · la lupa enseña qué hay dentro", " · the magnifier shows what's inside", language);
+}
+
+bool wantsDarkInk(const Color& color) {
+    // Relative luminance (WCAG 2.1); at 0.179 the contrast to black is the one to white.
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color[0]) + 0.7152 * linear(color[1]) + 0.0722 * linear(color[2]) > 0.179;
 }
 
 std::optional<Color> colorOf(const Tile& tile) {

@@ -76,18 +76,34 @@ std::vector<Rect> layout(const std::vector<Tile>& tiles, double width, double he
 /// The part of a tile's place that is drawn: a gap of 4 is left between two tiles.
 Rect drawn(const Rect& place);
 
+/// Where the folder's entries are in a tile of that drawn size, relative to it: below a band for the tile's
+/// texts, where there is room for one. None where the tile is too small for any.
+std::vector<Rect> nestedLayout(const std::vector<lumo::FolderContents::Item>& children, double width,
+                               double height, double textScale);
+
+/// The entry is the plan's for that id, if it has one.
+TileState stateOf(const std::string& id, const std::set<std::string>& selection,
+                  const lumo::PlanEntry* entry);
 TileState stateOf(const std::string& id, const std::set<std::string>& selection,
                   const std::vector<lumo::PlanEntry>& entries);
 
 /// What the tile's card says about it.
+std::string statusOf(const Tile& tile, TileState state, const lumo::PlanEntry* entry,
+                     lumo::Language language = lumo::currentLanguage());
 std::string statusOf(const Tile& tile, TileState state, const std::vector<lumo::PlanEntry>& entries,
                      lumo::Language language = lumo::currentLanguage());
+
+/// What the magnifier on a tile that can be opened adds to its help.
+std::string magnifierText(lumo::Language language = lumo::currentLanguage());
 
 /// Red, green and blue from 0 to 1.
 using Color = std::array<double, 3>;
 
 /// The colour of the tile; absent for the neutral gray of what is only there for context.
 std::optional<Color> colorOf(const Tile& tile);
+
+/// True when near-black is easier to read on the colour than near-white.
+bool wantsDarkInk(const Color& color);
 
 } // namespace DiskMap
 

@@ -23,18 +23,9 @@ std::string hex(const Color& color) {
                        std::lround(color[2] * most));
 }
 
-/// How bright a colour is (WCAG 2.1, relative luminance).
-double luminance(const Color& color) {
-    const auto linear = [](double part) {
-        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color[0]) + 0.7152 * linear(color[1]) + 0.0722 * linear(color[2]);
-}
-
 /// Near-black or near-white, whichever is easier to read on the colour.
 std::string inkOn(const Color& color) {
-    constexpr double asFarFromBoth = 0.179; // There the contrast to black is the one to white.
-    return luminance(color) > asFarFromBoth ? "#1a1a19" : "#fdfdfb";
+    return wantsDarkInk(color) ? "#1a1a19" : "#fdfdfb";
 }
 
 std::string escaped(std::string_view text) {

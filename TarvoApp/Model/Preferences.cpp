@@ -298,6 +298,21 @@ std::optional<std::string> Preferences::problem() const {
     return std::nullopt;
 }
 
+bool Preferences::hold(const PreferenceKey& key, std::optional<JsonValue> value) {
+    if (value && !isOfKind(key, *value)) {
+        return false;
+    }
+    const auto found = std::ranges::find(stored_, key.key, &JsonValue::Member::name);
+    if (!value && found != stored_.end()) {
+        stored_.erase(found);
+    } else if (value && found != stored_.end()) {
+        found->value = std::move(*value);
+    } else if (value) {
+        stored_.push_back({std::string(key.key), std::move(*value)});
+    }
+    return true;
+}
+
 lumo::Result<void> Preferences::store(const PreferenceKey& key, std::optional<JsonValue> value) {
     const std::string path = pathFor(home_);
     const auto problem = [&](const std::string& reason) {
@@ -305,6 +320,9 @@ lumo::Result<void> Preferences::store(const PreferenceKey& key, std::optional<Js
     };
     if (!readProblem_.empty()) {
         return problem(readProblem_);
+    }
+    if (value && !isOfKind(key, *value)) {
+        return lumo::failure(fmt::format("{}: {}", key.key, expectation(key)));
     }
     if (isDamaged_) {
         // Without the colons, which some file systems refuse in names.
@@ -316,14 +334,7 @@ lumo::Result<void> Preferences::store(const PreferenceKey& key, std::optional<Js
         }
         isDamaged_ = false;
     }
-    const auto found = std::ranges::find(stored_, key.key, &JsonValue::Member::name);
-    if (!value && found != stored_.end()) {
-        stored_.erase(found);
-    } else if (value && found != stored_.end()) {
-        found->value = std::move(*value);
-    } else if (value) {
-        stored_.push_back({std::string(key.key), std::move(*value)});
-    }
+    hold(key, std::move(value));
     if (const auto made = platform::makePrivateFolder(path.substr(0, path.rfind('/'))); !made) {
         return problem(lumo::reasonText(made.error()));
     }

@@ -52,6 +52,10 @@ class Preferences final {
     /// not touched when it could not be read; keys that this program does not know stay in it.
     lumo::Result<void> store(const PreferenceKey& key, std::optional<lumo::JsonValue> value);
 
+    /// Takes a value, or with none goes back to the standard one, without writing the store. False, and
+    /// nothing changes, when the value is none that the key allows.
+    bool hold(const PreferenceKey& key, std::optional<lumo::JsonValue> value);
+
     /// Where the preferences of a home folder are kept.
     static std::string pathFor(const std::string& home);
 

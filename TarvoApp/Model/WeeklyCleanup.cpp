@@ -10,9 +10,6 @@ using lumo::Language;
 
 namespace {
 
-constexpr std::string_view dateKey = "ultimaLimpiezaSemanal";
-constexpr std::string_view bytesKey = "ultimaLimpiezaSemanalBytes";
-
 template <class Value>
 std::optional<Value> stored(const Preferences& preferences, std::string_view key) {
     const std::optional<lumo::JsonValue> value = preferences.value(*preferenceKey(key));
@@ -29,14 +26,6 @@ bool isTimeOver(const std::optional<lumo::Date>& last, lumo::Date now) {
 Record storedRecord(const Preferences& preferences) {
     return {.last = stored<lumo::Date>(preferences, dateKey),
             .bytes = stored<std::int64_t>(preferences, bytesKey)};
-}
-
-lumo::Result<void> storeBeginning(Preferences& preferences, lumo::Date now) {
-    return preferences.store(*preferenceKey(dateKey), lumo::encode(now));
-}
-
-lumo::Result<void> storeFreed(Preferences& preferences, std::int64_t bytes) {
-    return preferences.store(*preferenceKey(bytesKey), lumo::encode(bytes));
 }
 
 bool isDue(const Situation& situation) {

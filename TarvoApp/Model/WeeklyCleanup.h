@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// The cleanup that runs by itself once a week when the user wants it, and takes only what recreates itself.
@@ -22,6 +23,11 @@ inline constexpr std::chrono::seconds interval{604800};
 /// Less than this together is not worth running for.
 inline constexpr std::int64_t smallestGain = 200000000;
 
+/// Where the preferences keep a run's beginning, which is stored before anything is cleaned so that a run
+/// that ends badly is not repeated every minute, and what it freed.
+inline constexpr std::string_view dateKey = "ultimaLimpiezaSemanal";
+inline constexpr std::string_view bytesKey = "ultimaLimpiezaSemanalBytes";
+
 /// What is stored of the last run.
 struct Record {
     std::optional<lumo::Date> last;    ///< When it began.
@@ -31,12 +37,6 @@ struct Record {
 };
 
 Record storedRecord(const Preferences& preferences);
-
-/// Stores a run's beginning, before anything is cleaned: a run that ends badly is not repeated every minute.
-lumo::Result<void> storeBeginning(Preferences& preferences, lumo::Date now);
-
-/// Stores what it freed.
-lumo::Result<void> storeFreed(Preferences& preferences, std::int64_t bytes);
 
 /// What decides whether it runs.
 struct Situation {
