@@ -17,10 +17,13 @@ bool isRescanDue(const std::optional<lumo::Date>& lastScan, const Phase& phase, 
     return now - *lastScan > rescanAge || *lastScan > now;
 }
 
-std::vector<Volume> otherVolumes(const std::vector<Volume>& mounted, std::string_view folder) {
+std::vector<Volume> otherVolumes(const std::vector<Volume>& mounted,
+                                 std::span<const std::string_view> folders) {
     std::vector<Volume> others = mounted;
     std::erase_if(others, [&](const Volume& volume) {
-        return volume.path == folder || !lumo::isInside(volume.path, folder);
+        return std::ranges::none_of(folders, [&](std::string_view folder) {
+            return volume.path != folder && lumo::isInside(volume.path, folder);
+        });
     });
     std::ranges::sort(others, {}, &Volume::name);
     return others;

@@ -2,11 +2,12 @@
 
 #include "LumoCore/Basics/Date.h"
 #include "LumoCore/Basics/Language.h"
+#include "Platform/MountedVolumes.h"
 #include "TarvoApp/Model/Phase.h"
 
 #include <chrono>
-#include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,18 +26,12 @@ inline constexpr std::chrono::seconds rescanAge{10800};
 bool isRescanDue(const std::optional<lumo::Date>& lastScan, const Phase& phase, lumo::Date now);
 
 /// A mounted volume.
-struct Volume {
-    std::string path; ///< Where it is mounted.
-    std::string name;
-    std::int64_t total = 0;
-    std::int64_t free = 0;
+using Volume = lumo::platform::MountedVolume;
 
-    friend bool operator==(const Volume&, const Volume&) = default;
-};
-
-/// Of the mounted volumes those that a person would call another disk: mounted somewhere in the folder, which
-/// is "/Volumes" on macOS, and not the start-up disk. By name.
-std::vector<Volume> otherVolumes(const std::vector<Volume>& mounted, std::string_view folder = "/Volumes");
+/// Of the mounted volumes those that a person would call another disk: mounted somewhere in one of the
+/// folders, and not the start-up disk. By name.
+std::vector<Volume> otherVolumes(const std::vector<Volume>& mounted,
+                                 std::span<const std::string_view> folders = lumo::platform::volumeFolders());
 
 /// What is said when nothing of a volume could be read.
 std::string unreadableVolumeText(const Volume& volume, lumo::Language language = lumo::currentLanguage());

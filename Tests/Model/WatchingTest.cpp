@@ -126,6 +126,16 @@ TEST(WeeklyCleanup, SaysWhenItRunsNextFromWhatIsStored) {
     EXPECT_EQ(status(now + seconds(604800), Language::es), "Limpieza semanal: hoy · la última liberó 3 MB");
 }
 
+TEST(RunMode, LooksWithoutTouchingAndHoldsTheFirstScanBackForTheWelcome) {
+    EXPECT_TRUE(RunMode::from({"tarvo-app"}).isForReal());
+    EXPECT_FALSE(RunMode::from({"tarvo-app", "--demo"}).isForReal());
+    const RunMode capturing = RunMode::from({"tarvo-app", "--captura", "--bienvenida"});
+    EXPECT_FALSE(capturing.isForReal());
+    EXPECT_TRUE(capturing.showsWelcome(true) && capturing.startsWithScan(true));
+    EXPECT_TRUE(RunMode().showsWelcome(false));
+    EXPECT_FALSE(RunMode().showsWelcome(true) || RunMode().startsWithScan(true));
+}
+
 TEST(ScanCycle, ScansAgainAfterThreeHoursAndOnlyWhenIdle) {
     EXPECT_FALSE(isRescanDue({}, phase::Idle{}, now));
     EXPECT_FALSE(isRescanDue(now - seconds(10800), phase::Idle{}, now));
@@ -140,8 +150,12 @@ TEST(ScanCycle, KnowsOtherDisksByWhereTheyAreMounted) {
                                       {"/Volumes/Tapes", "Tapes", 9, 1},
                                       {"/Volumes", "x", 9, 1},
                                       {"/VolumesOld/A", "A", 9, 1},
-                                      {"/Volumes/Backup", "Backup", 9, 1}};
-    EXPECT_EQ(otherVolumes(mounted), (std::vector<Volume>{mounted[4], mounted[1]}));
+                                      {"/Volumes/Backup", "Backup", 9, 1},
+                                      {"/run/media/ana/Photos", "Photos", 9, 1},
+                                      {"/mnt/nas", "Attic", 9, 1}};
+    const auto in = [&](std::vector<std::string_view> folders) { return otherVolumes(mounted, folders); };
+    EXPECT_EQ(in({"/Volumes"}), (std::vector<Volume>{mounted[4], mounted[1]}));
+    EXPECT_EQ(in({"/media", "/run/media", "/mnt"}), (std::vector<Volume>{mounted[6], mounted[5]}));
     EXPECT_EQ(unreadableVolumeText(mounted[1], Language::en),
               "I couldn't read Tapes. If macOS asked for permission for the drive, allow it and try again.");
 }
