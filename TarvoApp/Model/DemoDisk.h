@@ -6,6 +6,7 @@
 #include "LumoCore/Cleanup/Holding.h"
 #include "LumoCore/Explaining/Explanation.h"
 #include "LumoCore/History/DiskSnapshot.h"
+#include "LumoCore/Scanning/FolderContents.h"
 #include "LumoCore/Scanning/ScanReport.h"
 
 #include <string>
@@ -36,6 +37,15 @@ std::vector<lumo::Holding::Batch> held(lumo::Date now);
 /// What is known of the unclassified folders. One has none yet, so that there is something to explain.
 std::vector<lumo::Explanation> explanations(lumo::Date now,
                                             lumo::Language language = lumo::currentLanguage());
+
+/// What is in a folder of the report, or in a folder that such a listing names; nothing for a file and any
+/// other path. It adds up to what the folder takes; sizes are the same in both languages.
+lumo::FolderContents::Listing contents(const std::string& path,
+                                       lumo::Language language = lumo::currentLanguage());
+
+/// The same for all paths of one thing. Several are listed themselves, as `FolderContents::list` does.
+lumo::FolderContents::Listing contents(const std::vector<std::string>& paths,
+                                       lumo::Language language = lumo::currentLanguage());
 
 /// What a cleanup of the actions would come to, for the made-up celebration.
 std::vector<lumo::CleanupOutcome> outcomes(const std::vector<lumo::CleanupAction>& actions, lumo::Date now);

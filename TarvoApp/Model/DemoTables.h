@@ -52,8 +52,23 @@ struct UnclassifiedRow {
     std::optional<ExplanationRow> explanation = {};
 };
 
+/// Something in a made-up folder; without parts it is a file.
+struct PartRow {
+    std::string_view name;
+    int share = 1; ///< Of the folder it is in, relative to those beside it.
+    std::vector<PartRow> parts = {};
+};
+
+/// What folders hold. They are known by their rule, by the name of an artifact, by the path of an
+/// unclassified folder or, for all rules that have none of their own, by the name of their category.
+struct FolderRow {
+    std::string_view of;
+    std::vector<PartRow> parts;
+};
+
 std::span<const FindingRow> findingRows();
 std::span<const ProjectRow> projectRows();
 std::span<const UnclassifiedRow> unclassifiedRows();
+std::span<const FolderRow> folderRows();
 
 } // namespace tarvo::DemoDisk

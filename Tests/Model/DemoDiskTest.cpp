@@ -70,3 +70,56 @@ TEST(DemoDisk, ShowsWhatIsHeldBackWhatGrewAndWhatIsSetAside) {
     EXPECT_EQ(sums.freed, sharesOf(actions).total);
     EXPECT_EQ(sums.trashed, 0);
 }
+
+namespace {
+
+/// Checks the listing of a folder and, one after another, of the folders in it.
+void expectWholeListing(const std::string& path, std::int64_t bytes, Language language) {
+    const auto listing = DemoDisk::contents(path, language);
+    std::int64_t sum = 0;
+    std::set<std::string> names;
+    for (const auto& item : listing.items) {
+        sum += item.bytes;
+        EXPECT_TRUE(names.insert(item.name).second) << item.path;
+        EXPECT_EQ(item.path, path + "/" + item.name);
+        EXPECT_GT(item.bytes, 0) << item.path;
+        EXPECT_NE(item.isDirectory, item.children.empty()) << item.path;
+        if (item.isDirectory) {
+            expectWholeListing(item.path, item.bytes, language);
+        }
+    }
+    EXPECT_EQ(sum, bytes) << path;
+    EXPECT_TRUE(std::ranges::is_sorted(listing.items, std::greater(), [](auto& each) { return each.bytes; }));
+}
+
+} // namespace
+
+TEST(DemoDisk, ShowsWhatIsInItsFolders) {
+    for (const Language language : {Language::es, Language::en}) {
+        const lumo::ScanReport report = DemoDisk::report(now, language);
+        for (const lumo::Finding& finding : report.findings) {
+            const auto listing = DemoDisk::contents(finding.paths, language);
+            if (finding.paths.size() == 1 && !listing.items.empty()) {
+                expectWholeListing(finding.paths.front(), finding.usage.allocatedBytes, language);
+                continue;
+            }
+            std::int64_t sum = 0;
+            for (const auto& item : listing.items) {
+                sum += item.bytes;
+                EXPECT_EQ(*item.via + "/" + item.name, item.path);
+            }
+            EXPECT_EQ(sum, finding.ruleID == "docker-disk" ? 0 : finding.usage.allocatedBytes)
+                << finding.ruleID;
+        }
+        for (const lumo::ProjectReport& project : report.projects) {
+            for (const lumo::ProjectArtifact& artifact : project.artifacts) {
+                expectWholeListing(artifact.paths.front(), artifact.usage.allocatedBytes, language);
+            }
+        }
+        for (const lumo::UnclassifiedItem& item : report.unclassified) {
+            expectWholeListing(item.path, item.usage.allocatedBytes, language);
+        }
+    }
+    EXPECT_THAT(DemoDisk::contents("/etc").items, SizeIs(0));
+    EXPECT_THAT(DemoDisk::contents("/Users/demo/Downloads/Docker.dmg").items, SizeIs(0));
+}
