@@ -7,6 +7,7 @@
 #include "LumoCore/Scanning/ScanReport.h"
 #include "Platform/CheckedSum.h"
 #include "TarvoApp/Model/CleanupTexts.h"
+#include "TarvoApp/Model/DesktopFolder.h"
 #include "TarvoApp/Model/Said.h"
 
 #include <algorithm>
@@ -117,7 +118,7 @@ std::string categoryTitle(const std::optional<Category>& category, Language lang
 
 std::string shareImagePath(const std::string& home, lumo::Date now) {
     const std::string stamp = lumo::stampText(now);
-    return home + "/Desktop/TarvoAI-liberado-" + stamp.substr(0, 4) + "-" + stamp.substr(4, 2) + "-" +
+    return desktopFolder(home) + "/TarvoAI-liberado-" + stamp.substr(0, 4) + "-" + stamp.substr(4, 2) + "-" +
            stamp.substr(6, 2) + ".png";
 }
 

@@ -65,7 +65,7 @@ struct ShareStats {
 std::string categoryTitle(const std::optional<lumo::Category>& category,
                           lumo::Language language = lumo::currentLanguage());
 
-/// Where the card is saved: on the desktop, under the day in the user's time zone.
+/// Where the card is saved: on the desktop (see `desktopFolder`), under the day in the user's time zone.
 std::string shareImagePath(const std::string& home, lumo::Date now);
 
 /// What is said when the card was saved, could not be, or was copied.
