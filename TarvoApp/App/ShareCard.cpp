@@ -1,0 +1,287 @@
+#include "TarvoApp/App/ShareCard.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/LargestFirst.h"
+#include "LumoCore/Basics/Reason.h"
+#include "Platform/StateFile.h"
+#include "TarvoApp/Model/Said.h"
+
+#include <QBuffer>
+#include <QColor>
+#include <QFont>
+#include <QFontMetricsF>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QRectF>
+#include <QString>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace tarvo::ShareCard {
+
+using lumo::Language;
+
+namespace {
+
+const QColor background(0xF6, 0xF6, 0xF3);
+const QColor surface(0xFF, 0xFF, 0xFF);
+const QColor hairline(0xE2, 0xE2, 0xDD);
+const QColor ink(0x1A, 0x1A, 0x19);
+const QColor quietInk(0x62, 0x62, 0x5E);
+const QColor green = QColor::fromRgbF(0.11F, 0.69F, 0.48F);
+const QColor paleGreen(0xC9, 0xE9, 0xDB);
+const QColor used(0xD6, 0xD6, 0xD0);
+
+/// The column with the figures, and the card with the kinds beside it.
+constexpr double margin = 72;
+constexpr double columnWidth = 456;
+const QRectF kindsCard(584, 72, width - margin - 584, 446);
+
+enum class Weight { regular, bold };
+enum class Side { left, right };
+
+struct Style {
+    double size = 20;
+    QColor color = ink;
+    Weight weight = Weight::regular;
+};
+
+/// One line of the kinds: a name and what it freed.
+struct Kind {
+    std::string name;
+    std::int64_t bytes = 0;
+};
+
+/// Draws in one language. Nothing is ever cut: a text that is too long for its place becomes smaller.
+class Drawing final {
+  public:
+    Drawing(QPainter& painter, Language language) : painter_(painter), language_(language) {}
+
+    void draw(const ShareStats& stats);
+
+  private:
+    void drawName();
+    void drawFigure(std::int64_t bytes);
+    void drawSpace(const ShareStats& stats);
+    void drawMilestones(const ShareStats& stats);
+    void drawKinds(const std::vector<Kind>& kinds);
+    void drawKind(const Kind& kind, std::int64_t largest, const QRectF& row);
+    void drawPromise();
+    [[nodiscard]] std::vector<Kind> kindsOf(const ShareStats& stats) const;
+
+    /// Draws one line of text on the baseline and returns its width.
+    double write(const std::string& text, const QRectF& line, const Style& style, Side side = Side::left);
+    void fill(const QRectF& bar, const QColor& color, double radius);
+    [[nodiscard]] std::string bytesText(std::int64_t bytes) const {
+        return lumo::ByteFormat::string(bytes, language_);
+    }
+    [[nodiscard]] std::string in(std::string_view es, std::string_view en) const {
+        return said(es, en, language_);
+    }
+
+    QPainter& painter_;
+    Language language_;
+};
+
+QFont fontOf(const Style& style, double size) {
+    QFont font = QGuiApplication::font();
+    font.setPixelSize(static_cast<int>(size));
+    font.setWeight(style.weight == Weight::bold ? QFont::Bold : QFont::Normal);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    return font;
+}
+
+double Drawing::write(const std::string& text, const QRectF& line, const Style& style, Side side) {
+    constexpr double smallest = 8;
+    const QString words = QString::fromStdString(text);
+    double size = style.size;
+    QFont font = fontOf(style, size);
+    while (size > smallest && QFontMetricsF(font).horizontalAdvance(words) > line.width()) {
+        font = fontOf(style, --size);
+    }
+    const double taken = QFontMetricsF(font).horizontalAdvance(words);
+    painter_.setFont(font);
+    painter_.setPen(style.color);
+    painter_.drawText(QPointF(side == Side::left ? line.left() : line.right() - taken, line.bottom()), words);
+    return taken;
+}
+
+void Drawing::fill(const QRectF& bar, const QColor& color, double radius) {
+    painter_.setPen(Qt::NoPen);
+    painter_.setBrush(color);
+    painter_.drawRoundedRect(bar, radius, radius);
+}
+
+void Drawing::draw(const ShareStats& stats) {
+    painter_.fillRect(QRectF(0, 0, width, height), background);
+    drawName();
+    drawFigure(stats.freedBytes);
+    drawSpace(stats);
+    drawMilestones(stats);
+    drawKinds(kindsOf(stats));
+    drawPromise();
+}
+
+/// The name beside its sign: a small map of a disk.
+void Drawing::drawName() {
+    const QRectF sign(margin, margin, 44, 44);
+    fill(sign, green, 10);
+    fill({sign.left() + 9, sign.top() + 9, 14, 26}, surface, 3);
+    fill({sign.left() + 26, sign.top() + 9, 9, 14}, surface, 3);
+    fill({sign.left() + 26, sign.top() + 26, 9, 9}, paleGreen, 3);
+    write("Tarvo AI", {sign.right() + 16, 0, 300, margin + 32}, {.size = 28, .weight = Weight::bold});
+}
+
+void Drawing::drawFigure(std::int64_t bytes) {
+    write(in("Espacio liberado", "Space freed"), {margin, 0, columnWidth, 188},
+          {.size = 24, .color = quietInk});
+    write(bytesText(bytes), {margin - 4, 0, columnWidth + 4, 290}, {.size = 104, .weight = Weight::bold});
+}
+
+/// The disk as one bar, and what was free on it before and is now.
+void Drawing::drawSpace(const ShareStats& stats) {
+    const QRectF bar(margin, 332, columnWidth, 16);
+    const auto capacity = static_cast<double>(std::max<std::int64_t>(stats.capacity, 1));
+    const auto partOf = [&](std::int64_t bytes) {
+        return std::clamp(static_cast<double>(bytes) / capacity, 0.0, 1.0) * bar.width();
+    };
+    const double now = partOf(stats.freeAfter);
+    const double before = std::min(partOf(stats.freeBefore), now);
+    fill(bar, paleGreen, 8);
+    // What was gained lies between what is used and what was free anyway.
+    painter_.save();
+    painter_.setClipRect(QRectF(bar.left(), bar.top(), bar.width() - before, bar.height()));
+    fill(bar, green, 8);
+    painter_.setClipRect(QRectF(bar.left(), bar.top(), bar.width() - now, bar.height()));
+    fill(bar, used, 8);
+    painter_.restore();
+
+    const QRectF left(margin, 0, columnWidth / 2 - 8, 376);
+    const QRectF right = left.translated(columnWidth / 2 + 8, 0);
+    const Style quiet{.size = 17, .color = quietInk};
+    write(in("Libre antes", "Free before"), left, quiet);
+    write(in("Libre ahora", "Free now"), right, quiet, Side::right);
+    write(bytesText(stats.freeBefore), left.translated(0, 30), {.size = 25});
+    write(bytesText(stats.freeAfter), right.translated(0, 30), {.size = 25, .weight = Weight::bold},
+          Side::right);
+}
+
+/// All cleanups together, on the way from one milestone to the next.
+void Drawing::drawMilestones(const ShareStats& stats) {
+    const QRectF line(margin, 0, columnWidth, 456);
+    const double taken = write(in("En total con Tarvo AI: ", "In total with Tarvo AI: "), line,
+                               {.size = 17, .color = quietInk});
+    write(bytesText(stats.lifetimeBytes), {line.left() + taken + 6, 0, columnWidth - taken - 6, 456},
+          {.size = 17, .weight = Weight::bold});
+
+    constexpr double dot = 14;
+    constexpr double middle = 485;
+    const std::size_t reached = stats.reachedMilestones().size();
+    const double step = (columnWidth - dot) / static_cast<double>(ShareStats::milestones.size() - 1);
+    fill({margin, middle - 1.5, columnWidth, 3}, used, 1.5);
+    if (reached > 1) {
+        fill({margin, middle - 1.5, step * static_cast<double>(reached - 1) + dot, 3}, green, 1.5);
+    }
+    for (std::size_t index = 0; index < ShareStats::milestones.size(); ++index) {
+        const bool isReached = index < reached;
+        const bool isLast = index + 1 == ShareStats::milestones.size();
+        const QRectF place(margin + step * static_cast<double>(index), middle - dot / 2, dot, dot);
+        fill(place, isReached ? green : used, dot / 2);
+        fill(place.adjusted(4, 4, -4, -4), isReached ? surface : background, dot / 2);
+        const double amount = static_cast<double>(ShareStats::milestones[index]) / 1e9;
+        const std::string label = lumo::ByteFormat::number(amount, 0, language_) + (isLast ? " GB" : "");
+        const Style style{.size = 14,
+                          .color = isReached ? ink : quietInk,
+                          .weight = isReached ? Weight::bold : Weight::regular};
+        write(label, {isLast ? place.right() - 100 : place.left(), 0, 100, 514}, style,
+              isLast ? Side::right : Side::left);
+    }
+}
+
+std::vector<Kind> Drawing::kindsOf(const ShareStats& stats) const {
+    std::vector<Kind> kinds;
+    std::int64_t rest = stats.freedBytes;
+    for (const ShareStats::Item& item : stats.items) {
+        kinds.push_back({categoryTitle(item.category, language_), item.bytes});
+        rest -= item.bytes;
+    }
+    if (rest > 0) {
+        kinds.push_back({in("Apartado de antes", "Emptied from Recently Cleaned"), rest});
+    }
+    lumo::sortLargestFirst(kinds, &Kind::bytes);
+    return kinds;
+}
+
+void Drawing::drawKinds(const std::vector<Kind>& kinds) {
+    painter_.setPen(hairline);
+    painter_.setBrush(surface);
+    painter_.drawRoundedRect(kindsCard.adjusted(0.5, 0.5, -0.5, -0.5), 20, 20);
+    const QRectF inside = kindsCard.adjusted(36, 30, -36, -30);
+    constexpr double mostRow = 92;
+    const double row =
+        std::min(mostRow, inside.height() / static_cast<double>(std::max<std::size_t>(kinds.size(), 1)));
+    const double top = inside.center().y() - row * static_cast<double>(kinds.size()) / 2;
+    for (std::size_t index = 0; index < kinds.size(); ++index) {
+        drawKind(kinds[index], kinds.front().bytes,
+                 {inside.left(), top + row * static_cast<double>(index), inside.width(), row});
+    }
+}
+
+void Drawing::drawKind(const Kind& kind, std::int64_t largest, const QRectF& row) {
+    const double size = std::clamp(row.height() * 0.42, 13.0, 23.0);
+    const double thickness = std::clamp(row.height() * 0.17, 5.0, 12.0);
+    const double gap = size * 0.5;
+    const double baseline = row.center().y() + (size * 0.75 - gap - thickness) / 2;
+    const QRectF line(row.left(), 0, row.width(), baseline);
+    const double taken =
+        write(bytesText(kind.bytes), line, {.size = size, .weight = Weight::bold}, Side::right);
+    write(kind.name, line.adjusted(0, 0, -taken - 20, 0), {.size = size});
+
+    const QRectF bar(row.left(), baseline + gap, row.width(), thickness);
+    const double part =
+        static_cast<double>(kind.bytes) / static_cast<double>(std::max<std::int64_t>(largest, 1));
+    fill(bar, background, thickness / 2);
+    fill({bar.left(), bar.top(), std::max(bar.width() * part, thickness), thickness}, green, thickness / 2);
+}
+
+void Drawing::drawPromise() {
+    write(
+        in("Solo borra lo que se regenera solo. Analizar y limpiar se hace todo en tu equipo.",
+           "It only deletes what recreates itself. Analyzing and cleaning all happen on your own computer."),
+        {margin, 0, width - 2 * margin, 572}, {.size = 18, .color = quietInk});
+}
+
+} // namespace
+
+QImage drawn(const ShareStats& stats, Language language) {
+    QImage image(width, height, QImage::Format_RGB32);
+    QPainter painter(&image);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    Drawing(painter, language).draw(stats);
+    return image;
+}
+
+lumo::Result<void> save(const QImage& image, const std::string& home, lumo::Date now, Language language) {
+    const auto failed = [&](int code) {
+        return lumo::failure(imageFailedText(lumo::reasonText({code}, language), language));
+    };
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    if (!image.save(&buffer, "PNG")) {
+        return failed(EINVAL);
+    }
+    constexpr unsigned readableByAll = 0644; // It is made to be shown.
+    const auto saved = lumo::platform::replaceWhole(
+        shareImagePath(home, now), {bytes.constData(), static_cast<std::size_t>(bytes.size())},
+        readableByAll);
+    if (!saved) {
+        return failed(saved.error().code);
+    }
+    return {};
+}
+
+} // namespace tarvo::ShareCard
