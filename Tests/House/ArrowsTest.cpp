@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <set>
@@ -41,15 +42,21 @@ const std::vector<Room>& house() {
          {"fmt"}},
         {"LumoAI", {"LumoCore", "Platform"}, {"fmt"}},
         {"TarvoApp/Model", {"LumoCore", "LumoAI", "Platform"}, {"fmt"}},
+        {"TarvoApp/App", {"TarvoApp/Model", "LumoCore", "LumoAI", "Platform"}, {"fmt", "Qt"}},
         {"TarvoMCP", {"TarvoApp/Model", "LumoCore", "LumoAI", "Platform"}, {"fmt"}},
         {"TarvoCLI", {"TarvoMCP", "TarvoApp/Model", "LumoCore", "LumoAI", "Platform"}, {"fmt", "CLI"}},
     };
     return rooms;
 }
 
+/// Headers of the windows' library are named after its classes.
+bool isQt(const std::string& header) {
+    return header.size() > 1 && header[0] == 'Q' && (header[1] == 't' || std::isupper(header[1]) != 0);
+}
+
 /// Headers of the language's own library have no extension and no slash.
 bool isStandard(const std::string& header) {
-    return header.find_first_of("./") == std::string::npos;
+    return header.find_first_of("./") == std::string::npos && !isQt(header);
 }
 
 /// Headers of the system: what only the platform may use.
@@ -62,6 +69,9 @@ bool isSystem(const std::string& header) {
 }
 
 std::string libraryOf(const std::string& header) {
+    if (isQt(header)) {
+        return "Qt";
+    }
     return isSystem(header) ? "system" : header.substr(0, header.find('/'));
 }
 

@@ -1,0 +1,357 @@
+#pragma once
+
+#include "LumoCore/Explaining/DiskSummary.h"
+#include "LumoCore/Inventories/SystemSpace.h"
+#include "TarvoApp/App/AppServices.h"
+#include "TarvoApp/App/Background.h"
+#include "TarvoApp/App/MapModel.h"
+#include "TarvoApp/App/RowList.h"
+#include "TarvoApp/App/Settings.h"
+#include "TarvoApp/Model/Goal.h"
+#include "TarvoApp/Model/ScanResult.h"
+
+#include <QImage>
+#include <QObject>
+#include <QTimer>
+#include <QVariantList>
+
+#include <atomic>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <stop_token>
+#include <string>
+#include <vector>
+
+namespace tarvo {
+
+/// The one state object of the application: windows read it and call its operations. It holds and schedules;
+/// what is decided is decided by functions of the model's other records. Lives on the main thread. What takes
+/// long runs in the background, one thing at a time, and its results are applied here. When it goes, the
+/// action in hand of a cleanup is finished, and nothing else.
+class AppModel final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool isDemo READ isDemo CONSTANT)
+    Q_PROPERTY(bool isCapturing READ isCapturing CONSTANT)
+    Q_PROPERTY(QString home READ home CONSTANT)
+    Q_PROPERTY(QString demoNotice READ demoNotice CONSTANT)
+    Q_PROPERTY(tarvo::Settings* settings READ settings CONSTANT)
+    Q_PROPERTY(tarvo::RowList* rows READ rows CONSTANT)
+    Q_PROPERTY(tarvo::MapModel* map READ map CONSTANT)
+
+    Q_PROPERTY(QString phase READ phaseName NOTIFY phaseChanged)
+    Q_PROPERTY(bool isBusy READ isBusy NOTIFY phaseChanged)
+    Q_PROPERTY(QString statusText READ statusText NOTIFY statusChanged)
+    Q_PROPERTY(QString progressText READ progressText NOTIFY statusChanged)
+    Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
+    Q_PROPERTY(bool started READ isStarted NOTIFY phaseChanged)
+    Q_PROPERTY(bool monitoring READ isMonitoring NOTIFY phaseChanged)
+    Q_PROPERTY(bool showWelcome READ showsWelcome NOTIFY welcomeChanged)
+    Q_PROPERTY(QString aiUnavailableReason READ aiUnavailableReason NOTIFY summaryChanged)
+
+    Q_PROPERTY(bool hasReport READ hasReport NOTIFY reportChanged)
+    Q_PROPERTY(QVariantList growth READ growth NOTIFY reportChanged)
+    Q_PROPERTY(QString growthSince READ growthSince NOTIFY reportChanged)
+    Q_PROPERTY(QString freeNow READ freeNowText NOTIFY freeChanged)
+    Q_PROPERTY(QString capacity READ capacityText NOTIFY freeChanged)
+    Q_PROPERTY(double usedShare READ usedShare NOTIFY freeChanged)
+    Q_PROPERTY(QString systemSpace READ systemSpaceText NOTIFY freeChanged)
+    Q_PROPERTY(QString safeRecoverable READ safeRecoverableText NOTIFY reportChanged)
+    Q_PROPERTY(QString summary READ summaryText NOTIFY summaryChanged)
+    Q_PROPERTY(bool summaryByAI READ isSummaryByAI NOTIFY summaryChanged)
+    Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchChanged)
+    Q_PROPERTY(int focusSearch READ focusSearch NOTIFY searchChanged)
+    Q_PROPERTY(QString hovered READ hovered WRITE setHovered NOTIFY hoverChanged)
+    Q_PROPERTY(QString mapHovered READ mapHovered WRITE setMapHovered NOTIFY hoverChanged)
+    Q_PROPERTY(QString scrollToRow READ scrollToRow NOTIFY scrollChanged)
+    Q_PROPERTY(QString flashRow READ flashRow NOTIFY scrollChanged)
+    Q_PROPERTY(bool canExplain READ canExplain NOTIFY reportChanged)
+
+    Q_PROPERTY(QString goalText READ goalText NOTIFY selectionChanged)
+    Q_PROPERTY(QString goalMeterText READ goalMeterText NOTIFY selectionChanged)
+    Q_PROPERTY(double goalFraction READ goalFraction NOTIFY selectionChanged)
+    Q_PROPERTY(bool isGoalReached READ isGoalReached NOTIFY selectionChanged)
+    Q_PROPERTY(qint64 selectedBytes READ selectedBytes NOTIFY selectionChanged)
+    Q_PROPERTY(qint64 selectedTrashBytes READ selectedTrashBytes NOTIFY selectionChanged)
+    Q_PROPERTY(qint64 selectedToolBytes READ selectedToolBytes NOTIFY selectionChanged)
+    Q_PROPERTY(QString selectedText READ selectedBytesText NOTIFY selectionChanged)
+    Q_PROPERTY(bool confirming READ isConfirming NOTIFY confirmingChanged)
+    Q_PROPERTY(QString confirmationText READ confirmationText NOTIFY confirmingChanged)
+    Q_PROPERTY(QString cleanTitle READ cleanTitleText NOTIFY selectionChanged)
+    Q_PROPERTY(QString cleanHelp READ cleanHelpText NOTIFY selectionChanged)
+
+    Q_PROPERTY(qint64 holdingBytes READ holdingBytes NOTIFY holdingChanged)
+    Q_PROPERTY(QString holdingTitle READ holdingTitle NOTIFY holdingChanged)
+    Q_PROPERTY(QString holdingText READ holdingText NOTIFY holdingChanged)
+    Q_PROPERTY(QString holdingQuestion READ holdingQuestion NOTIFY holdingChanged)
+    Q_PROPERTY(bool canUndo READ canUndo NOTIFY holdingChanged)
+    Q_PROPERTY(bool confirmingEmpty READ isConfirmingEmpty NOTIFY confirmingChanged)
+    Q_PROPERTY(bool confirmingEmptyFromSettings READ isConfirmingEmptyFromSettings NOTIFY confirmingChanged)
+    Q_PROPERTY(QStringList lastFailures READ lastFailures NOTIFY outcomesChanged)
+    Q_PROPERTY(bool celebration READ isCelebrating NOTIFY celebrationChanged)
+    Q_PROPERTY(QString celebrationText READ celebrationText NOTIFY celebrationChanged)
+    Q_PROPERTY(QString autoCleanStatus READ autoCleanStatusText NOTIFY autoCleanStatusChanged)
+    Q_PROPERTY(bool launchAtLogin READ launchesAtLogin WRITE setLaunchAtLogin NOTIFY loginChanged)
+    Q_PROPERTY(QString launchAtLoginError READ launchAtLoginError NOTIFY loginChanged)
+    Q_PROPERTY(QVariantList otherVolumes READ otherVolumeList NOTIFY volumesChanged)
+
+  public:
+    explicit AppModel(AppServices services, QObject* parent = nullptr);
+    /// Returns when all work has stopped.
+    ~AppModel() override;
+
+    // Scanning.
+    /// Called once, when the main window is first shown.
+    Q_INVOKABLE void start();
+    Q_INVOKABLE void finishWelcome();
+    /// Both passes; nothing happens while something else goes on.
+    Q_INVOKABLE void scan();
+    /// Asks what goes on to stop: a cleanup after the action in hand, a second time also a tool that runs.
+    Q_INVOKABLE void stop();
+    Q_INVOKABLE void explain();
+    Q_INVOKABLE void refreshSummary();
+    /// One look of the monitor at the disk, which may begin a scan, warn, or clean.
+    Q_INVOKABLE void look();
+    Q_INVOKABLE void refreshVolumes();
+    Q_INVOKABLE void openVolume(int index);
+
+    // What is ticked.
+    Q_INVOKABLE void toggle(const QString& key);
+    Q_INVOKABLE void selectSafe();
+    Q_INVOKABLE void deselectAll();
+    Q_INVOKABLE void raiseGoal();
+    Q_INVOKABLE void lowerGoal();
+    Q_INVOKABLE void search() { ++focusSearch_, emit searchChanged(); }
+    /// Scrolls the list to the row and lights it for a moment.
+    Q_INVOKABLE void revealRow(const QString& key);
+    /// The path that a row or tile stands for, as bytes that `Settings::protectPath` takes; empty for
+    /// several.
+    [[nodiscard]] std::string pathOf(const QString& key) const;
+    Q_INVOKABLE void protect(const QString& key);
+
+    // Cleaning.
+    Q_INVOKABLE void requestClean();
+    Q_INVOKABLE void cancelClean();
+    Q_INVOKABLE void clean();
+    Q_INVOKABLE void undoLastCleanup();
+    Q_INVOKABLE void requestEmpty(bool isFromSettings);
+    Q_INVOKABLE void cancelEmpty();
+    Q_INVOKABLE void emptyHolding();
+    Q_INVOKABLE void closeCelebration();
+    Q_INVOKABLE void saveShareImage();
+    Q_INVOKABLE void copyCelebrationImage();
+    Q_INVOKABLE void dismissNotice() { setNotice({}); }
+    Q_INVOKABLE void refreshHolding();
+
+    [[nodiscard]] bool isDemo() const { return services_.mode.isDemo; }
+    [[nodiscard]] bool isCapturing() const { return services_.mode.isCapturing; }
+    [[nodiscard]] QString home() const;
+    [[nodiscard]] QString demoNotice() const;
+    [[nodiscard]] Settings* settings() { return &settings_; }
+    [[nodiscard]] RowList* rows() { return &rows_; }
+    [[nodiscard]] MapModel* map() { return &map_; }
+
+    [[nodiscard]] const Phase& phase() const { return phase_; }
+    [[nodiscard]] QString phaseName() const;
+    [[nodiscard]] bool isBusy() const { return !isIdle(phase_); }
+    [[nodiscard]] QString statusText() const;
+    [[nodiscard]] QString progressText() const;
+    [[nodiscard]] QString notice() const;
+    [[nodiscard]] bool isStarted() const { return started_; }
+    [[nodiscard]] bool isMonitoring() const { return monitoring_; }
+    [[nodiscard]] bool showsWelcome() const { return showWelcome_; }
+    [[nodiscard]] QString aiUnavailableReason() const;
+
+    [[nodiscard]] bool hasReport() const { return report_ != nullptr; }
+    [[nodiscard]] const lumo::ScanReport* report() const { return report_.get(); }
+    [[nodiscard]] const TickedPlan& plan() const { return plan_; }
+    [[nodiscard]] QVariantList growth() const;
+    [[nodiscard]] QString growthSince() const;
+    [[nodiscard]] std::optional<std::int64_t> freeNow() const { return freeNow_; }
+    [[nodiscard]] QString freeNowText() const;
+    [[nodiscard]] QString capacityText() const;
+    [[nodiscard]] double usedShare() const;
+    [[nodiscard]] QString systemSpaceText() const;
+    [[nodiscard]] QString safeRecoverableText() const;
+    [[nodiscard]] QString summaryText() const;
+    [[nodiscard]] bool isSummaryByAI() const { return summary_.byAI; }
+    [[nodiscard]] QString searchText() const { return searchText_; }
+    void setSearchText(const QString& text);
+    [[nodiscard]] int focusSearch() const { return focusSearch_; }
+    [[nodiscard]] QString hovered() const { return hovered_; }
+    void setHovered(const QString& key);
+    [[nodiscard]] QString mapHovered() const { return mapHovered_; }
+    void setMapHovered(const QString& key);
+    [[nodiscard]] QString scrollToRow() const { return scrollToRow_; }
+    [[nodiscard]] QString flashRow() const { return flashRow_; }
+    [[nodiscard]] bool canExplain() const;
+
+    [[nodiscard]] QString goalText() const;
+    [[nodiscard]] QString goalMeterText() const;
+    [[nodiscard]] double goalFraction() const;
+    [[nodiscard]] bool isGoalReached() const;
+    [[nodiscard]] qint64 selectedBytes() const { return shares_.total; }
+    [[nodiscard]] qint64 selectedTrashBytes() const { return shares_.trash; }
+    [[nodiscard]] qint64 selectedToolBytes() const { return shares_.tool; }
+    [[nodiscard]] QString selectedBytesText() const;
+    [[nodiscard]] bool isConfirming() const { return confirming_; }
+    [[nodiscard]] QString confirmationText() const;
+    [[nodiscard]] QString cleanTitleText() const;
+    [[nodiscard]] QString cleanHelpText() const;
+
+    [[nodiscard]] qint64 holdingBytes() const { return heldTotals_.bytes; }
+    [[nodiscard]] QString holdingTitle() const;
+    [[nodiscard]] QString holdingText() const;
+    [[nodiscard]] QString holdingQuestion() const;
+    [[nodiscard]] bool canUndo() const { return held_.canUndo; }
+    [[nodiscard]] bool isConfirmingEmpty() const { return confirmingEmpty_; }
+    [[nodiscard]] bool isConfirmingEmptyFromSettings() const { return confirmingEmptyFromSettings_; }
+    [[nodiscard]] const std::vector<lumo::CleanupOutcome>& lastOutcomes() const { return lastOutcomes_; }
+    [[nodiscard]] QStringList lastFailures() const;
+    [[nodiscard]] const std::optional<ShareStats>& lastShare() const { return lastShare_; }
+    [[nodiscard]] bool isCelebrating() const { return celebration_.has_value(); }
+    [[nodiscard]] QString celebrationText() const;
+    [[nodiscard]] const QImage& celebrationImage() const { return celebrationImage_; }
+    [[nodiscard]] QString autoCleanStatusText() const;
+    [[nodiscard]] bool launchesAtLogin() const { return services_.startsAtLogin(); }
+    void setLaunchAtLogin(bool isOn);
+    [[nodiscard]] QString launchAtLoginError() const;
+    [[nodiscard]] QVariantList otherVolumeList() const;
+
+  signals:
+    void phaseChanged();
+    void statusChanged();
+    void noticeChanged();
+    void welcomeChanged();
+    void reportChanged();
+    void freeChanged();
+    void summaryChanged();
+    void searchChanged();
+    void hoverChanged();
+    void scrollChanged();
+    void selectionChanged();
+    void confirmingChanged();
+    void holdingChanged();
+    void outcomesChanged();
+    void celebrationChanged();
+    void autoCleanStatusChanged();
+    void loginChanged();
+    void volumesChanged();
+
+  private:
+    /// What the work in hand is told and tells, shared with its thread.
+    struct Work {
+        std::stop_source stop;
+        std::stop_source cancelTool;
+        lumo::ScanProgress scan;
+        std::atomic<std::size_t> action = 0; ///< The one in hand of a cleanup.
+        std::vector<std::string> titles;     ///< Of its actions; not changed once it has begun.
+    };
+
+    // Scanning.
+    void beginScan();
+    void runPass(ScanPass pass);
+    void passEnded(ScanPass pass, std::optional<ScanResult> result);
+    void apply(ScanResult result);
+    void finishScan();
+    void loadDemo();
+    void purge();
+    void startMonitoring();
+    void lookAt(const lumo::VolumeInfo& volume);
+    void checkLowSpace();
+    void autoCleanIfDue();
+    void explained(std::map<std::string, lumo::Explanation> explanations);
+
+    void replan();
+    void askModel();
+
+    // Cleaning.
+    /// What is to be carried out, made in the background under the home's lock for that moment's plan.
+    using Agreement = std::function<std::vector<lumo::CleanupAction>(const std::vector<lumo::PlanEntry>&)>;
+    using WhenCleaned = std::function<void(const lumo::Result<Cleaned>&, const lumo::VolumeInfo& after)>;
+    void runCleanup(const Agreement& agreement, const WhenCleaned& whenDone);
+    void cleaned(const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after);
+    void cleanedByItself(const lumo::Result<Cleaned>& result);
+    void setShare(const ShareStats& stats);
+    void celebrate(const ShareStats& stats);
+    void takeHeld(HeldState held);
+    /// What a change of the home came to.
+    struct Changed {
+        std::string notice;
+        std::int64_t freed = 0;
+    };
+    /// Runs the change in the background, says what came of it, and scans again.
+    void change(const std::string& doing,
+                const std::function<lumo::Result<Changed>(const HomeDesk&)>& change);
+    void say(const lumo::Result<Changed>& changed);
+
+    void setPhase(Phase phase);
+    void setNotice(const std::string& notice);
+    void setFree(const lumo::VolumeInfo& volume);
+    void selectionHasChanged();
+    void showRows();
+    void showMap();
+    void settingsHaveChanged();
+    std::shared_ptr<Work> beginWork();
+
+    AppServices services_;
+    Settings settings_;
+    TickedPlan plan_;
+    std::map<std::string, lumo::Explanation> explanations_;
+    RowList rows_;
+
+    Phase phase_;
+    std::shared_ptr<Work> work_;
+    std::function<void()> whenStopped_; ///< What waits for the scan in hand to end.
+    std::string doing_;                 ///< What is said of the work instead of the phase's own words.
+    std::string notice_;
+    bool started_ = false;
+    bool monitoring_ = false;
+    bool showWelcome_ = false;
+    bool isLooking_ = false;
+
+    std::shared_ptr<const lumo::ScanReport> report_;
+    std::vector<Row> allRows_;
+    lumo::Growth growth_;
+    lumo::VolumeInfo volume_;
+    std::optional<std::int64_t> freeNow_;
+    std::optional<lumo::SystemSpace> systemSpace_;
+    std::optional<lumo::Date> lastScanDate_;
+    std::int64_t recoverable_ = 0;
+    std::int64_t purged_ = 0; ///< Since the last scan began.
+    std::int64_t freeBeforeLastCleanup_ = 0;
+    lumo::DiskSummaryText summary_;
+    std::optional<std::string> aiUnavailableReason_;
+    std::vector<Volume> otherVolumes_;
+
+    QString searchText_;
+    int focusSearch_ = 0;
+    QString hovered_;
+    QString mapHovered_;
+    QString scrollToRow_;
+    QString flashRow_;
+
+    CleanupShares shares_;
+    std::vector<lumo::CleanupAction> agreed_; ///< What the confirmation that is shown is about.
+    std::int64_t plannedDays_ = 0;            ///< The preferences by which the plan was made.
+    QStringList plannedFolders_;
+    bool confirming_ = false;
+    bool confirmingEmpty_ = false;
+    bool confirmingEmptyFromSettings_ = false;
+    HeldState held_;
+    HeldTotals heldTotals_;
+    std::vector<lumo::CleanupOutcome> lastOutcomes_;
+    std::optional<CleanupSums> lastCleanup_; ///< For the status line, until something else happens.
+    std::optional<ShareStats> lastShare_;
+    std::optional<ShareStats> celebration_;
+    QImage celebrationImage_;
+    std::optional<std::string> launchAtLoginError_;
+
+    QTimer monitor_;
+    QTimer ticker_;         ///< While something goes on, its progress is read a few times a second.
+    Background background_; ///< Goes first, since its work uses the rest.
+    MapModel map_;          ///< Uses the background.
+};
+
+} // namespace tarvo

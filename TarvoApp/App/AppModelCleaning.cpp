@@ -1,0 +1,267 @@
+#include "TarvoApp/App/AppModel.h"
+#include "TarvoApp/App/QtText.h"
+#include "TarvoApp/Model/CleanupPlanning.h"
+#include "TarvoApp/Model/DemoDisk.h"
+#include "TarvoApp/Model/Said.h"
+#include "TarvoApp/Model/WeeklyCleanup.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+// The application's model from what is ticked to freed space, and back.
+namespace tarvo {
+
+using lumo::CleanupAction;
+using lumo::PlanEntry;
+using lumo::text;
+
+// The user's cleanup.
+
+void AppModel::requestClean() {
+    agreed_ = plan_.selectedActions();
+    if (agreed_.empty() || confirming_ || !maySelectSafe(phase_)) {
+        return;
+    }
+    if (isDemo()) {
+        setNotice(DemoDisk::notice());
+        celebrate(ShareStats::make(DemoDisk::outcomes(agreed_, services_.desk.now()),
+                                   {.freeBefore = volume_.availableBytes,
+                                    .freeAfter = volume_.availableBytes + shares_.total - shares_.trash,
+                                    .capacity = volume_.totalBytes,
+                                    .lifetimeBefore = 0}));
+        return;
+    }
+    confirming_ = true;
+    emit confirmingChanged();
+}
+
+void AppModel::cancelClean() {
+    confirming_ = false;
+    emit confirmingChanged();
+}
+
+void AppModel::clean() {
+    if (isDemo() || !std::exchange(confirming_, false)) {
+        return;
+    }
+    emit confirmingChanged();
+    if (isBusy()) {
+        // The user has seen enough: the rest of the scan is not worth waiting for.
+        whenStopped_ = [this] {
+            confirming_ = true;
+            clean();
+        };
+        stop();
+        return;
+    }
+    freeBeforeLastCleanup_ = freeNow_.value_or(0);
+    runCleanup([agreed = agreed_](const std::vector<PlanEntry>& now) { return stillAllowed(agreed, now); },
+               [this](const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after) {
+                   cleaned(result, after);
+               });
+}
+
+void AppModel::runCleanup(const Agreement& agreement, const WhenCleaned& whenDone) {
+    const auto work = beginWork();
+    setPhase(phase::Cleaning{});
+    background_.start([this, work, agreement, whenDone, report = report_, desk = services_.desk,
+                       carryOut = services_.carryOut, volumeInfo = services_.volumeInfo,
+                       program = services_.applicationPath](const std::stop_token& end) -> Background::Apply {
+        const std::stop_callback forward(end, [&] { work->stop.request_stop(); });
+        const lumo::CleanupExecutor::Control control{.onBegin = [&](std::size_t at) { work->action = at; },
+                                                     .stop = work->stop.get_token(),
+                                                     .cancelTool = work->cancelTool.get_token(),
+                                                     .now = desk.now};
+        const auto allowed = [&] {
+            // What the user protected a moment ago counts, whoever stored it.
+            return agreement(plannedEntries(*report, Preferences::load(desk.home), desk.home, program));
+        };
+        const auto result = cleanAllowed(allowed, desk, carryOut, control);
+        return [whenDone, result, after = volumeInfo(desk.home)] { whenDone(result, after); };
+    });
+}
+
+void AppModel::cleaned(const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after) {
+    if (!result) {
+        setPhase(phase::Idle{});
+        setNotice(result.error().message);
+        return;
+    }
+    lastOutcomes_ = result->outcomes;
+    lastCleanup_ = sumsOf(lastOutcomes_);
+    setShare(ShareStats::make(lastOutcomes_, {.freeBefore = freeBeforeLastCleanup_,
+                                              .freeAfter = after.availableBytes,
+                                              .capacity = after.totalBytes,
+                                              .lifetimeBefore = result->lifetimeBefore}));
+    if (lastShare_->isWorthCelebrating()) {
+        celebrate(*lastShare_);
+    }
+    emit outcomesChanged();
+    beginScan();
+    const auto failed = lastFailures().size();
+    const auto left = static_cast<std::ptrdiff_t>(agreed_.size()) - std::ssize(lastOutcomes_);
+    if (failed > 0) {
+        setNotice(
+            fmt::format(fmt::runtime(text("{} no se pudieron limpiar: {}", "{} couldn't be cleaned: {}")),
+                        failed, bytesOf(lastFailures().front())));
+    } else if (left > 0) {
+        setNotice(fmt::format(
+            fmt::runtime(text("{} se han dejado como estaban", "{} were left as they were")), left));
+    }
+}
+
+void AppModel::cleanedByItself(const lumo::Result<Cleaned>& result) {
+    const std::int64_t freed = result ? sumsOf(result->outcomes).freed : 0;
+    settings_.store(WeeklyCleanup::bytesKey, lumo::encode(freed));
+    emit autoCleanStatusChanged();
+    if (!result || result->outcomes.empty()) {
+        setPhase(phase::Idle{});
+        return;
+    }
+    beginScan();
+    if (const auto notice = WeeklyCleanup::notice(freed)) {
+        setNotice(*notice);
+        services_.notify(*WeeklyCleanup::notification(freed));
+    }
+}
+
+// What others may be shown.
+
+void AppModel::setShare(const ShareStats& stats) {
+    lastShare_ = stats;
+    emit celebrationChanged();
+}
+
+void AppModel::celebrate(const ShareStats& stats) {
+    setShare(stats);
+    background_.start([this, stats, draw = services_.drawCard](const std::stop_token&) -> Background::Apply {
+        return [this, stats, card = draw(stats)] {
+            celebration_ = stats;
+            celebrationImage_ = card;
+            emit celebrationChanged();
+        };
+    });
+}
+
+void AppModel::closeCelebration() {
+    celebration_.reset();
+    celebrationImage_ = {};
+    emit celebrationChanged();
+}
+
+void AppModel::saveShareImage() {
+    if (celebrationImage_.isNull()) {
+        return;
+    }
+    background_.start([this, image = celebrationImage_,
+                       save = services_.saveCard](const std::stop_token&) -> Background::Apply {
+        return [this, saved = save(image)] { setNotice(saved ? imageSavedText() : saved.error().message); };
+    });
+}
+
+void AppModel::copyCelebrationImage() {
+    if (!celebrationImage_.isNull()) {
+        services_.copyCard(celebrationImage_);
+        setNotice(imageCopiedText());
+    }
+}
+
+// What is set aside.
+
+void AppModel::takeHeld(HeldState held) {
+    held_ = std::move(held);
+    heldTotals_ = totalsOf(held_.batches);
+    emit holdingChanged();
+}
+
+void AppModel::refreshHolding() {
+    if (isDemo()) {
+        return;
+    }
+    background_.start([this, desk = services_.desk](const std::stop_token&) -> Background::Apply {
+        return [this, held = heldState(desk)] {
+            if (held) {
+                takeHeld(*held);
+            } else {
+                setNotice(held.error().message);
+            }
+        };
+    });
+}
+
+void AppModel::change(const std::string& doing,
+                      const std::function<lumo::Result<Changed>(const HomeDesk&)>& change) {
+    if (isBusy()) {
+        return;
+    }
+    if (isDemo()) {
+        setNotice(DemoDisk::notice());
+        return;
+    }
+    beginWork();
+    doing_ = doing;
+    setPhase(phase::Cleaning{});
+    background_.start([this, change, desk = services_.desk](const std::stop_token&) -> Background::Apply {
+        return [this, changed = change(desk)] { say(changed); };
+    });
+}
+
+void AppModel::say(const lumo::Result<Changed>& changed) {
+    if (!changed) {
+        setPhase(phase::Idle{});
+        setNotice(changed.error().message);
+        return;
+    }
+    if (lastShare_ && changed->freed > 0) {
+        setShare(lastShare_->withEmptied(changed->freed));
+    }
+    lastCleanup_.reset();
+    beginScan();
+    setNotice(changed->notice);
+}
+
+void AppModel::undoLastCleanup() {
+    change(said("Devolviendo a su sitio…", "Putting back…", lumo::currentLanguage()),
+           [](const HomeDesk& desk) -> lumo::Result<Changed> {
+               const auto restored = undoNewest(desk);
+               if (!restored) {
+                   return std::unexpected(restored.error());
+               }
+               return Changed{.notice = restoredText(*restored)};
+           });
+    if (isBusy()) {
+        lastShare_.reset();
+        emit celebrationChanged();
+    }
+}
+
+void AppModel::requestEmpty(bool isFromSettings) {
+    (isFromSettings ? confirmingEmptyFromSettings_ : confirmingEmpty_) = !held_.batches.empty();
+    emit confirmingChanged();
+}
+
+void AppModel::cancelEmpty() {
+    confirmingEmpty_ = false;
+    confirmingEmptyFromSettings_ = false;
+    emit confirmingChanged();
+}
+
+void AppModel::emptyHolding() {
+    if (!confirmingEmpty_ && !confirmingEmptyFromSettings_) {
+        return;
+    }
+    cancelEmpty();
+    change(said("Vaciando…", "Emptying…", lumo::currentLanguage()),
+           [agreed = held_.batches](const HomeDesk& desk) -> lumo::Result<Changed> {
+               const auto emptied = emptyAgreed(agreed, desk);
+               if (!emptied) {
+                   return std::unexpected(emptied.error());
+               }
+               return Changed{.notice = emptiedText(*emptied), .freed = emptied->freed};
+           });
+}
+
+} // namespace tarvo

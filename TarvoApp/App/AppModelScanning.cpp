@@ -1,0 +1,363 @@
+#include "LumoAI/ExplanationService.h"
+#include "LumoAI/ModelWriters.h"
+#include "TarvoApp/App/AppModel.h"
+#include "TarvoApp/App/QtText.h"
+#include "TarvoApp/Model/DemoDisk.h"
+#include "TarvoApp/Model/LowSpaceAlert.h"
+#include "TarvoApp/Model/ScanUpkeep.h"
+#include "TarvoApp/Model/WeeklyCleanup.h"
+
+#include <utility>
+
+// The application's model from the start of a scan to what is remembered of it, and its look at the disk
+// every minute.
+namespace tarvo {
+
+// The life of a scan.
+
+void AppModel::start() {
+    if (std::exchange(started_, true) || !services_.mode.startsWithScan(showWelcome_)) {
+        return;
+    }
+    scan();
+    startMonitoring();
+}
+
+void AppModel::finishWelcome() {
+    showWelcome_ = false;
+    settings_.setWelcomeSeen(true);
+    emit welcomeChanged();
+    scan();
+    startMonitoring();
+}
+
+void AppModel::scan() {
+    if (isBusy()) {
+        return;
+    }
+    lastCleanup_.reset();
+    settings_.reload();
+    beginScan();
+}
+
+void AppModel::beginScan() {
+    map_.forget();
+    if (isDemo()) {
+        loadDemo();
+        return;
+    }
+    beginWork();
+    doing_.clear();
+    setPhase(phase::Scanning{});
+    setNotice({});
+    purge();
+    runPass(ScanPass::quick);
+}
+
+void AppModel::purge() {
+    purged_ = 0;
+    background_.start([this, desk = services_.desk](const std::stop_token&) -> Background::Apply {
+        const std::int64_t bytes =
+            ScanUpkeep::purgeExpired(desk.home, desk.program, desk.now(), std::chrono::seconds(0));
+        return [this, bytes] { purged_ = bytes; };
+    });
+}
+
+void AppModel::runPass(ScanPass pass) {
+    const PassRequest request{.pass = pass,
+                              .desk = services_.desk,
+                              .applicationPath = services_.applicationPath,
+                              .snapshot = services_.mode.isForReal() ? Snapshot::stored : Snapshot::dropped,
+                              .progress = &work_->scan,
+                              .stop = work_->stop.get_token()};
+    background_.start([this, request, work = work_](const std::stop_token& end) -> Background::Apply {
+        const std::stop_callback forward(end, [&] { work->stop.request_stop(); });
+        // Shared, since what is done with it must be copyable.
+        const auto result = std::make_shared<std::optional<ScanResult>>(scanResult(request));
+        return [this, pass = request.pass, result] { passEnded(pass, std::move(*result)); };
+    });
+}
+
+void AppModel::passEnded(ScanPass pass, std::optional<ScanResult> result) {
+    if (!result || whenStopped_) {
+        setPhase(phase::Idle{});
+        if (whenStopped_) {
+            std::exchange(whenStopped_, {})();
+        }
+        return;
+    }
+    apply(std::move(*result));
+    if (pass == ScanPass::quick) {
+        setPhase(phase::ScanningFolders{});
+        runPass(ScanPass::full);
+        return;
+    }
+    background_.start([this](const std::stop_token&) -> Background::Apply {
+        return [this, space = lumo::SystemSpace::measure("/")] {
+            systemSpace_ = space;
+            emit freeChanged();
+            finishScan();
+        };
+    });
+}
+
+void AppModel::finishScan() {
+    if (purged_ > 0) {
+        setNotice(purgedText(std::exchange(purged_, 0)));
+    }
+    setPhase(phase::Idle{});
+    map_.prefetch();
+    if (whenStopped_) {
+        std::exchange(whenStopped_, {})();
+        return;
+    }
+    if (!isCapturing()) {
+        refreshSummary();
+        if (settings_.autoExplain()) {
+            explain();
+        }
+    }
+}
+
+void AppModel::apply(ScanResult result) {
+    report_ = std::move(result.report);
+    setFree(report_->volume);
+    lastScanDate_ = services_.desk.now();
+    if (result.growth) {
+        growth_ = std::move(*result.growth);
+    }
+    plan_.take(std::move(result.entries), std::move(result.defaults));
+    allRows_ = std::move(result.rows);
+    recoverable_ = result.recoverable;
+    summary_ = {.text = std::move(result.summary), .byAI = false};
+    takeHeld(std::move(result.held));
+    if (result.heldProblem) {
+        setNotice(*result.heldProblem);
+    }
+    shares_ = plan_.shares();
+    showRows();
+    showMap();
+    emit reportChanged();
+    emit summaryChanged();
+    emit selectionChanged();
+    emit statusChanged();
+}
+
+void AppModel::loadDemo() {
+    const lumo::Date now = services_.desk.now();
+    lumo::ScanReport report = DemoDisk::report(now);
+    std::vector<lumo::PlanEntry> entries = DemoDisk::entries(report);
+    const lumo::DiskSnapshot yesterday = DemoDisk::yesterday(report);
+    lumo::Growth growth{.since = yesterday.date,
+                        .items = lumo::GrowthTracker::compare(lumo::DiskSnapshot::from(report), yesterday,
+                                                              lumo::GrowthTracker::smallestGrowth)};
+    explanations_.clear();
+    for (lumo::Explanation& explanation : DemoDisk::explanations(now)) {
+        const std::string path = explanation.path;
+        explanations_.insert_or_assign(path, std::move(explanation));
+    }
+    ScanResult result = resultFrom(std::move(report), std::move(entries), now);
+    result.growth = std::move(growth);
+    result.held = {.batches = DemoDisk::held(now), .canUndo = true};
+    apply(std::move(result));
+    setPhase(phase::Idle{});
+}
+
+void AppModel::replan() {
+    if (!report_ || isDemo()) {
+        return;
+    }
+    background_.start([this, report = report_, desk = services_.desk, preferences = settings_.preferences(),
+                       program = services_.applicationPath](const std::stop_token&) -> Background::Apply {
+        const auto entries = std::make_shared<std::vector<lumo::PlanEntry>>(
+            plannedEntries(*report, preferences, desk.home, program));
+        return [this, report, entries] {
+            if (report != report_) {
+                return;
+            }
+            allRows_ = rowsOf(*report_, *entries);
+            recoverable_ = lumo::CleanupPlanner::safeRecoverableBytes(*entries);
+            Selection defaults = tarvo::defaultSelection(*entries);
+            plan_.take(std::move(*entries), std::move(defaults));
+            showRows();
+            showMap();
+            selectionHasChanged();
+            emit reportChanged();
+        };
+    });
+}
+
+// What a language model adds.
+
+void AppModel::askModel() {
+    background_.start([this, make = services_.model,
+                       preferences = settings_.preferences()](const std::stop_token&) -> Background::Apply {
+        return [this, reason = make(preferences)->unavailableReason()] {
+            aiUnavailableReason_ = reason;
+            emit summaryChanged();
+        };
+    });
+}
+
+void AppModel::refreshSummary() {
+    if (!report_ || isDemo() || !settings_.aiSummaryEnabled()) {
+        return;
+    }
+    background_.start([this, make = services_.model, preferences = settings_.preferences(), report = report_,
+                       recoverable = recoverable_,
+                       now = services_.desk.now()](const std::stop_token& end) -> Background::Apply {
+        const std::unique_ptr<lumo::LanguageModel> model = make(preferences);
+        const std::optional<std::string> reason = model->unavailableReason();
+        const lumo::AISummaryWriter::Write write =
+            reason ? lumo::AISummaryWriter::Write() : lumo::summaryWriter(*model, end);
+        return [this, report, reason,
+                summary = lumo::SummaryService::summary(*report, recoverable, now, write)] {
+            aiUnavailableReason_ = reason;
+            if (report == report_) {
+                summary_ = summary;
+            }
+            emit summaryChanged();
+        };
+    });
+}
+
+void AppModel::explain() {
+    if (isBusy() || !canExplain()) {
+        return;
+    }
+    if (isDemo()) {
+        setNotice(DemoDisk::notice());
+        return;
+    }
+    std::vector<std::string> folders;
+    for (const lumo::UnclassifiedItem& item : report_->unclassified) {
+        folders.push_back(item.path);
+    }
+    const auto work = beginWork();
+    setPhase(phase::Explaining{.done = 0, .total = static_cast<std::int64_t>(folders.size())});
+    background_.start([this, work, folders, make = services_.model, preferences = settings_.preferences(),
+                       desk = services_.desk](const std::stop_token& end) -> Background::Apply {
+        const std::stop_callback forward(end, [&] { work->stop.request_stop(); });
+        lumo::ExplanationSettings settings{.home = desk.home,
+                                           .cacheHome = desk.home,
+                                           .apps = lumo::InstalledApp::scan(desk.home),
+                                           .now = desk.now()};
+        settings.watch = {.progress = &work->scan.walked, .stop = work->stop.get_token()};
+        settings.progress = [this](std::size_t done, std::size_t total) {
+            // The last one is told by the result.
+            if (done < total) {
+                background_.post([this, done, total] {
+                    setPhase(phase::Explaining{.done = static_cast<std::int64_t>(done),
+                                               .total = static_cast<std::int64_t>(total)});
+                });
+            }
+        };
+        const std::unique_ptr<lumo::LanguageModel> model = make(preferences);
+        return
+            [this, told = lumo::ExplanationService::explain(folders, *model, settings)] { explained(told); };
+    });
+}
+
+void AppModel::explained(std::map<std::string, lumo::Explanation> explanations) {
+    explanations_.merge(explanations);
+    for (auto& [path, explanation] : explanations) {
+        explanations_.insert_or_assign(path, std::move(explanation));
+    }
+    setPhase(phase::Idle{});
+    rows_.refresh();
+}
+
+// The look at the disk every minute.
+
+void AppModel::startMonitoring() {
+    if (!services_.mode.isForReal() || std::exchange(monitoring_, true)) {
+        return;
+    }
+    monitor_.start();
+    emit phaseChanged();
+    look();
+}
+
+void AppModel::look() {
+    if (isDemo() || std::exchange(isLooking_, true)) {
+        return;
+    }
+    background_.start([this, volumeInfo = services_.volumeInfo,
+                       home = services_.desk.home](const std::stop_token&) -> Background::Apply {
+        return [this, volume = volumeInfo(home)] { lookAt(volume); };
+    });
+}
+
+void AppModel::lookAt(const lumo::VolumeInfo& volume) {
+    isLooking_ = false;
+    setFree(volume);
+    settings_.reload();
+    if (isRescanDue(lastScanDate_, phase_, services_.desk.now())) {
+        scan();
+    }
+    checkLowSpace();
+    autoCleanIfDue();
+    emit autoCleanStatusChanged();
+}
+
+void AppModel::checkLowSpace() {
+    if (!settings_.notifyLowSpace() || volume_.totalBytes == 0) {
+        return;
+    }
+    const lumo::Date now = services_.desk.now();
+    const LowSpaceAlert::Decision decision =
+        LowSpaceAlert::decide({.freeBytes = freeNow_,
+                               .thresholdGB = settings_.lowSpaceGB(),
+                               .sent = settings_.moment(LowSpaceAlert::dateKey),
+                               .recoverable = recoverable_,
+                               .now = now});
+    if (decision.forgetsDate) {
+        settings_.store(LowSpaceAlert::dateKey, std::nullopt);
+    }
+    if (decision.notification) {
+        settings_.store(LowSpaceAlert::dateKey, lumo::encode(now));
+        services_.notify(*decision.notification);
+    }
+}
+
+void AppModel::autoCleanIfDue() {
+    const lumo::Date now = services_.desk.now();
+    if (!WeeklyCleanup::isDue({.isOn = settings_.autoCleanWeekly(),
+                               .mode = services_.mode,
+                               .phase = phase_,
+                               .hasReport = hasReport(),
+                               .last = settings_.moment(WeeklyCleanup::dateKey),
+                               .now = now})) {
+        return;
+    }
+    // Before anything is cleaned: a run that ends badly is not repeated every minute.
+    settings_.store(WeeklyCleanup::dateKey, lumo::encode(now));
+    runCleanup(WeeklyCleanup::actions, [this](const lumo::Result<Cleaned>& result, const lumo::VolumeInfo&) {
+        cleanedByItself(result);
+    });
+}
+
+// Other disks.
+
+void AppModel::refreshVolumes() {
+    if (isDemo()) {
+        return;
+    }
+    background_.start(
+        [this, mounted = services_.mountedVolumes](const std::stop_token&) -> Background::Apply {
+            return [this, volumes = otherVolumes(mounted())] {
+                otherVolumes_ = volumes;
+                emit volumesChanged();
+            };
+        });
+}
+
+void AppModel::openVolume(int index) {
+    if (index < 0 || index >= static_cast<int>(otherVolumes_.size())) {
+        return;
+    }
+    const Volume& volume = otherVolumes_[static_cast<std::size_t>(index)];
+    map_.open(volume.name, {volume.path}, [this, volume] { setNotice(unreadableVolumeText(volume)); });
+}
+
+} // namespace tarvo

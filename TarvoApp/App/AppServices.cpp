@@ -1,0 +1,59 @@
+#include "TarvoApp/App/AppServices.h"
+
+#include "LumoCore/Scanning/Scanner.h"
+#include "Platform/Clock.h"
+#include "Platform/Environment.h"
+#include "TarvoApp/Model/DemoDisk.h"
+#include "TarvoApp/Model/ModelChoice.h"
+
+#include <fmt/format.h>
+
+namespace tarvo {
+
+using lumo::FolderContents::Listing;
+
+namespace {
+
+Listing listedFrom(const std::vector<std::string>& paths, const std::stop_token& end) {
+    const lumo::FileTree::Watch watch{.progress = nullptr, .stop = end};
+    // Of one path the breakdown has measured what the listing needs.
+    return paths.size() == 1
+               ? lumo::FolderContents::openOne(paths.front(), watch).listing
+               : lumo::FolderContents::open(paths, [&](const std::vector<std::string>& each) {
+                     return lumo::FolderContents::list(each, watch);
+                 });
+}
+
+MapModel::Folders foldersIn(const RunMode& mode) {
+    if (mode.isDemo) {
+        return {.list = [](const std::vector<std::string>& paths,
+                           const std::stop_token&) { return DemoDisk::contents(paths); },
+                .canOpen = [](const std::vector<std::string>& paths) {
+                    return !DemoDisk::contents(paths).items.empty();
+                }};
+    }
+    return {.list = listedFrom, .canOpen = lumo::FolderContents::canOpen};
+}
+
+} // namespace
+
+AppServices AppServices::ofThisMachine(const std::string& home, const RunMode& mode) {
+    return {.desk = {.home = home,
+                     .program = fmt::format("tarvo-app ({})", lumo::platform::processNumber()),
+                     .now = lumo::platform::now},
+            .mode = mode,
+            .applicationPath = lumo::platform::programFolder(),
+            .volumeInfo = lumo::Scanner::volumeInfo,
+            .carryOut = usualCarryOut,
+            .model = chosenModel,
+            .mountedVolumes = lumo::platform::mountedVolumes,
+            .folders = foldersIn(mode),
+            .notify = [](const Notification&) {},
+            .startsAtLogin = [] { return false; },
+            .setStartAtLogin = [](bool) { return std::nullopt; },
+            .drawCard = [](const ShareStats&) { return QImage(); },
+            .saveCard = [](const QImage&) { return lumo::Result<void>(); },
+            .copyCard = [](const QImage&) {}};
+}
+
+} // namespace tarvo

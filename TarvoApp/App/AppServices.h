@@ -1,0 +1,53 @@
+#pragma once
+
+#include "LumoAI/LanguageModel.h"
+#include "TarvoApp/App/MapModel.h"
+#include "TarvoApp/Model/HomeChanges.h"
+#include "TarvoApp/Model/Notification.h"
+#include "TarvoApp/Model/RunMode.h"
+#include "TarvoApp/Model/ScanCycle.h"
+#include "TarvoApp/Model/ShareStats.h"
+
+#include <QImage>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tarvo {
+
+/// All through which the application's model reaches the world, so that a month of use can be tried in a
+/// second. What is called on background threads says so.
+struct AppServices {
+    HomeDesk desk; ///< Of the user's home. Its clock is asked on all threads.
+    RunMode mode;
+    std::string applicationPath; ///< Of the running program; see `windowOptions`.
+
+    /// In the background: the capacities of the volume of the home.
+    std::function<lumo::VolumeInfo(const std::string& home)> volumeInfo;
+    /// In the background: what carries a cleanup out.
+    CarryOut carryOut;
+    /// In the background, each model for one task: the one that the preferences choose.
+    std::function<std::unique_ptr<lumo::LanguageModel>(const Preferences&)> model;
+    /// In the background: all volumes that are mounted.
+    std::function<std::vector<Volume>()> mountedVolumes;
+    MapModel::Folders folders;
+
+    std::function<void(const Notification&)> notify;
+    std::function<bool()> startsAtLogin;
+    /// Why that could not be changed; absent when it was.
+    std::function<std::optional<std::string>(bool on)> setStartAtLogin;
+    /// In the background.
+    std::function<QImage(const ShareStats&)> drawCard;
+    /// In the background: a failure says to the user why the card could not be saved.
+    std::function<lumo::Result<void>(const QImage&)> saveCard;
+    std::function<void(const QImage&)> copyCard;
+
+    /// Those of this machine for the home, without those that need a desktop: there nothing is notified,
+    /// drawn or copied, and nothing starts at login.
+    static AppServices ofThisMachine(const std::string& home, const RunMode& mode);
+};
+
+} // namespace tarvo

@@ -1,0 +1,82 @@
+#include "TarvoApp/App/Background.h"
+
+#include <utility>
+
+namespace tarvo {
+
+Background::Background(std::size_t threads, QObject* parent) : QObject(parent) {
+    for (std::size_t count = 0; count < threads; ++count) {
+        threads_.emplace_back([this](const std::stop_token& end) { serve(end); });
+    }
+}
+
+Background::~Background() {
+    // All of them at once: one by one, each would be waited for before the next is told.
+    for (std::jthread& thread : threads_) {
+        thread.request_stop();
+    }
+    threads_.clear();
+}
+
+void Background::start(Work work) {
+    {
+        const std::scoped_lock lock(mutex_);
+        waiting_.push_back(std::move(work));
+    }
+    bell_.notify_one();
+}
+
+void Background::finish() {
+    {
+        const std::scoped_lock lock(mutex_);
+        isFinishing_ = true;
+    }
+    bell_.notify_all();
+    for (std::jthread& thread : threads_) {
+        thread.join();
+    }
+    threads_.clear();
+}
+
+void Background::post(Apply apply) {
+    bool isFirst = false;
+    {
+        const std::scoped_lock lock(mutex_);
+        isFirst = done_.empty();
+        done_.push_back(std::move(apply));
+    }
+    if (isFirst) {
+        QMetaObject::invokeMethod(this, &Background::applyAll, Qt::QueuedConnection);
+    }
+}
+
+void Background::serve(const std::stop_token& end) {
+    while (true) {
+        Work work;
+        {
+            std::unique_lock lock(mutex_);
+            bell_.wait(lock, end, [this] { return !waiting_.empty() || isFinishing_; });
+            if (end.stop_requested() || waiting_.empty()) {
+                return;
+            }
+            work = std::move(waiting_.front());
+            waiting_.pop_front();
+        }
+        if (Apply apply = work(end)) {
+            post(std::move(apply));
+        }
+    }
+}
+
+void Background::applyAll() {
+    std::deque<Apply> done;
+    {
+        const std::scoped_lock lock(mutex_);
+        done.swap(done_);
+    }
+    for (const Apply& apply : done) {
+        apply();
+    }
+}
+
+} // namespace tarvo

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <QAbstractListModel>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+namespace tarvo {
+
+/// A list of items that are known by their `id`. Those that stay keep their places on screen when others come
+/// or go, and slide there when the order changes.
+template <class Item>
+class KeyedList : public QAbstractListModel {
+  public:
+    using QAbstractListModel::QAbstractListModel;
+
+    [[nodiscard]] int count() const { return static_cast<int>(items_.size()); }
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override {
+        return parent.isValid() ? 0 : count();
+    }
+
+  protected:
+    [[nodiscard]] const std::vector<Item>& items() const { return items_; }
+    [[nodiscard]] std::vector<Item>& items() { return items_; }
+
+    /// Tells the views that the items read otherwise, in the roles or in all of them.
+    void tellChanged(const QList<int>& roles = {}) {
+        if (!items_.empty()) {
+            emit dataChanged(index(0), index(count() - 1), roles);
+        }
+    }
+
+    void takeOver(std::vector<Item> wanted) {
+        // Nobody could follow more of them, and moving them one by one would take longer than showing all
+        // anew.
+        constexpr std::size_t mostMoves = 64;
+        if (items_.empty() || wanted.empty() || differences(wanted) > mostMoves) {
+            beginResetModel();
+            items_ = std::move(wanted);
+            endResetModel();
+            return;
+        }
+        removeGone(wanted);
+        arrange(std::move(wanted));
+        tellChanged();
+    }
+
+  private:
+    [[nodiscard]] std::size_t differences(const std::vector<Item>& wanted) const {
+        std::size_t alike = 0;
+        const std::size_t both = std::min(items_.size(), wanted.size());
+        for (std::size_t at = 0; at < both; ++at) {
+            alike += items_[at].id == wanted[at].id ? 1U : 0U;
+        }
+        return std::max(items_.size(), wanted.size()) - alike;
+    }
+
+    void removeGone(const std::vector<Item>& wanted) {
+        std::unordered_set<std::string_view> ids;
+        for (const Item& item : wanted) {
+            ids.insert(item.id);
+        }
+        for (int at = count() - 1; at >= 0; --at) {
+            if (!ids.contains(items_[static_cast<std::size_t>(at)].id)) {
+                beginRemoveRows({}, at, at);
+                items_.erase(items_.begin() + at);
+                endRemoveRows();
+            }
+        }
+    }
+
+    void arrange(std::vector<Item> wanted) {
+        for (int place = 0; place < static_cast<int>(wanted.size()); ++place) {
+            Item& item = wanted[static_cast<std::size_t>(place)];
+            const auto begin = items_.begin() + place;
+            const auto found =
+                std::find_if(begin, items_.end(), [&](const Item& other) { return other.id == item.id; });
+            if (found == items_.end()) {
+                beginInsertRows({}, place, place);
+                items_.insert(begin, std::move(item));
+                endInsertRows();
+                continue;
+            }
+            if (found != begin) {
+                const int from = static_cast<int>(found - items_.begin());
+                beginMoveRows({}, from, from, {}, place);
+                std::rotate(begin, found, found + 1);
+                endMoveRows();
+            }
+            items_[static_cast<std::size_t>(place)] = std::move(item);
+        }
+    }
+
+    std::vector<Item> items_;
+};
+
+} // namespace tarvo

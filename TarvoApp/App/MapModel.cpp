@@ -1,0 +1,316 @@
+#include "TarvoApp/App/MapModel.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "TarvoApp/App/QtText.h"
+
+#include <QColor>
+#include <QRectF>
+
+#include <algorithm>
+#include <utility>
+
+namespace tarvo {
+
+using lumo::FolderContents::Item;
+using lumo::FolderContents::Listing;
+
+namespace {
+
+/// How many of the largest tiles are listed ahead of time.
+constexpr std::size_t mostPrefetched = 6;
+
+QRectF rectOf(const Rect& place) {
+    return {place.x, place.y, place.width, place.height};
+}
+
+QColor colorFrom(const DiskMap::Color& color) {
+    return QColor::fromRgbF(static_cast<float>(color[0]), static_cast<float>(color[1]),
+                            static_cast<float>(color[2]));
+}
+
+std::string insideID(const Item& item) {
+    return std::string(TileID::insidePrefix) + item.path;
+}
+
+} // namespace
+
+MapModel::MapModel(const TickedPlan& plan, Background& background, Folders folders, QObject* parent)
+    : KeyedList(parent), plan_(plan), background_(background), folders_(std::move(folders)) {}
+
+void MapModel::show(const std::vector<Row>& rows, const lumo::VolumeInfo& volume, bool isWholeDisk) {
+    rows_ = rows;
+    top_ = DiskMap::tiles(rows, volume, isWholeDisk);
+    if (zoomStack_.empty()) {
+        rebuild();
+    }
+}
+
+void MapModel::forget() {
+    ++generation_;
+    insideCache_.clear();
+    prefetching_.clear();
+    zoomLoading_.reset();
+    const bool wasZoomed = !zoomStack_.empty();
+    zoomStack_.clear();
+    if (wasZoomed) {
+        rebuild();
+    }
+    emit zoomChanged();
+}
+
+void MapModel::refresh() {
+    tellChanged({stateRole, statusRole});
+}
+
+void MapModel::setTextScale(double scale) {
+    if (textScale_ != scale) {
+        textScale_ = scale;
+        layOut();
+    }
+}
+
+void MapModel::setWidth(double width) {
+    if (width_ != width) {
+        width_ = width;
+        layOut();
+        emit sizeChanged();
+    }
+}
+
+void MapModel::setHeight(double height) {
+    if (height_ != height) {
+        height_ = height;
+        layOut();
+        emit sizeChanged();
+    }
+}
+
+void MapModel::rebuild() {
+    const std::vector<Tile> tiles = zoomStack_.empty() ? top_ : DiskMap::tiles(zoomStack_.back());
+    const std::vector<Rect> places = DiskMap::layout(tiles, width_, height_);
+    std::vector<LaidTile> laid;
+    laid.reserve(tiles.size());
+    for (std::size_t at = 0; at < tiles.size(); ++at) {
+        laid.push_back({tiles[at], places[at]});
+    }
+    takeOver(std::move(laid));
+    emit tilesChanged();
+}
+
+void MapModel::layOut() {
+    const std::vector<Tile> tiles(items().begin(), items().end());
+    const std::vector<Rect> places = DiskMap::layout(tiles, width_, height_);
+    for (std::size_t at = 0; at < places.size(); ++at) {
+        items()[at].place = places[at];
+    }
+    tellChanged({placeRole, nestedRole});
+}
+
+// The way into folders.
+
+std::vector<std::string> MapModel::pathsOf(const std::string& id) const {
+    if (id.starts_with(TileID::insidePrefix)) {
+        const std::string path = id.substr(TileID::insidePrefix.size());
+        return path.empty() ? Paths() : Paths{path};
+    }
+    const auto row = std::ranges::find(rows_, id, &Row::id);
+    return row == rows_.end() ? Paths() : row->paths;
+}
+
+bool MapModel::canZoom(const Tile& tile) const {
+    if (tile.kind == Tile::Kind::inside) {
+        return tile.isFolder && tile.id.size() > TileID::insidePrefix.size();
+    }
+    const Paths paths = tile.kind == Tile::Kind::item ? pathsOf(tile.id) : Paths();
+    return !paths.empty() && folders_.canOpen(paths);
+}
+
+void MapModel::zoomInto(const QString& key) {
+    const std::string id = idOf(key);
+    Wanted wanted{.title = {}, .paths = pathsOf(id), .safety = {}, .whenUnreadable = [] {}};
+    if (wanted.paths.empty() || !folders_.canOpen(wanted.paths)) {
+        return;
+    }
+    for (const LaidTile& tile : items()) {
+        if (tile.id == id) {
+            wanted.title = tile.label;
+            wanted.safety = tile.safety;
+        }
+        const auto child = std::ranges::find(tile.children, id, insideID);
+        if (child != tile.children.end()) {
+            wanted.title = child->name;
+            wanted.safety = tile.safety;
+        }
+    }
+    openWanted(std::move(wanted));
+}
+
+void MapModel::open(const std::string& title, const std::vector<std::string>& paths,
+                    const std::function<void()>& whenUnreadable) {
+    openWanted({.title = title, .paths = paths, .safety = {}, .whenUnreadable = whenUnreadable});
+}
+
+void MapModel::openWanted(Wanted wanted) {
+    const auto known = insideCache_.find(wanted.paths);
+    if (known != insideCache_.end()) {
+        push(wanted, known->second);
+        return;
+    }
+    const Paths paths = wanted.paths;
+    zoomLoading_ = std::move(wanted);
+    emit zoomChanged();
+    listInBackground(paths);
+}
+
+void MapModel::listInBackground(const Paths& paths) {
+    if (!prefetching_.insert(paths).second) {
+        return;
+    }
+    background_.start([this, paths, list = folders_.list,
+                       generation = generation_](const std::stop_token& end) -> Background::Apply {
+        return [this, paths, generation, listing = list(paths, end)] {
+            if (generation == generation_) {
+                listed(paths, listing);
+            }
+        };
+    });
+}
+
+void MapModel::listed(const Paths& paths, const Listing& listing) {
+    prefetching_.erase(paths);
+    if (!listing.items.empty()) {
+        insideCache_.insert_or_assign(paths, listing);
+    }
+    if (zoomLoading_ && zoomLoading_->paths == paths) {
+        const Wanted wanted = *std::exchange(zoomLoading_, std::nullopt);
+        push(wanted, listing);
+    }
+}
+
+void MapModel::push(const Wanted& wanted, const Listing& listing) {
+    zoomLoading_.reset();
+    if (listing.items.empty()) {
+        emit zoomChanged();
+        wanted.whenUnreadable();
+        return;
+    }
+    zoomStack_.push_back({.title = wanted.title,
+                          .paths = listing.paths,
+                          .safety = wanted.safety,
+                          .items = listing.items,
+                          .skipped = listing.skipped});
+    rebuild();
+    emit zoomChanged();
+}
+
+void MapModel::zoomOut(int depth) {
+    zoomLoading_.reset();
+    const auto levels = static_cast<std::size_t>(std::max(depth, 0));
+    if (levels < zoomStack_.size()) {
+        zoomStack_.erase(zoomStack_.begin() + static_cast<std::ptrdiff_t>(levels), zoomStack_.end());
+        rebuild();
+    }
+    emit zoomChanged();
+}
+
+void MapModel::prefetch() {
+    std::size_t begun = 0;
+    for (const Tile& tile : top_) {
+        const Paths paths = tile.kind == Tile::Kind::item ? pathsOf(tile.id) : Paths();
+        if (begun == mostPrefetched) {
+            return;
+        }
+        if (!paths.empty() && !insideCache_.contains(paths)) {
+            ++begun;
+            listInBackground(paths);
+        }
+    }
+}
+
+QStringList MapModel::zoomTitles() const {
+    QStringList titles;
+    for (const ZoomLevel& level : zoomStack_) {
+        titles.push_back(shown(level.title));
+    }
+    return titles;
+}
+
+QString MapModel::skippedText() const {
+    QStringList names;
+    for (const std::string& name : zoomStack_.empty() ? Paths() : zoomStack_.back().skipped) {
+        names.push_back(shown(name));
+    }
+    return names.join(" › ");
+}
+
+// What the view reads.
+
+QVariant MapModel::nestedOf(const LaidTile& tile) const {
+    const Rect drawn = DiskMap::drawn(tile.place);
+    const std::vector<Rect> places =
+        DiskMap::nestedLayout(tile.children, drawn.width, drawn.height, textScale_);
+    QVariantList nested;
+    for (std::size_t child = 0; child < places.size(); ++child) {
+        // Too small to be seen, and a folder may hold hundreds of them.
+        if (places[child].width >= 1 && places[child].height >= 1) {
+            const Item& item = tile.children[child];
+            nested.push_back(QVariantMap{{"place", rectOf(places[child])},
+                                         {"label", shown(item.name)},
+                                         {"bytes", shown(lumo::ByteFormat::string(item.bytes))},
+                                         {"key", keyOf(insideID(item))},
+                                         {"canZoom", item.isDirectory && !item.path.empty()}});
+        }
+    }
+    return nested;
+}
+
+QVariant MapModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || index.row() >= count()) {
+        return {};
+    }
+    const LaidTile& tile = items()[static_cast<std::size_t>(index.row())];
+    const auto color = DiskMap::colorOf(tile);
+    switch (role) {
+    case keyRole:
+        return keyOf(tile.id);
+    case Qt::DisplayRole:
+    case labelRole:
+        return shown(tile.label);
+    case detailRole:
+        return shown(tile.detail);
+    case bytesRole:
+        return shown(lumo::ByteFormat::string(tile.bytes));
+    case placeRole:
+        return rectOf(DiskMap::drawn(tile.place));
+    case colorRole:
+        return color ? QVariant(colorFrom(*color)) : QVariant();
+    case darkInkRole:
+        return !color || DiskMap::wantsDarkInk(*color);
+    case stateRole:
+        return shown(lumo::nameOf(plan_.stateOf(tile.id)));
+    case statusRole:
+        return shown(DiskMap::statusOf(tile, plan_.stateOf(tile.id), plan_.entry(tile.id)));
+    case unknownRole:
+        return tile.id.starts_with(lumo::unclassifiedIDPrefix);
+    case insideRole:
+        return tile.kind == Tile::Kind::inside;
+    case freeRole:
+        return tile.kind == Tile::Kind::free;
+    case canZoomRole:
+        return canZoom(tile);
+    case nestedRole:
+        return nestedOf(tile);
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> MapModel::roleNames() const {
+    return {{keyRole, "key"},         {labelRole, "label"},     {detailRole, "detail"},
+            {bytesRole, "bytes"},     {placeRole, "place"},     {colorRole, "tint"},
+            {darkInkRole, "darkInk"}, {stateRole, "tickState"}, {statusRole, "status"},
+            {unknownRole, "unknown"}, {insideRole, "inside"},   {freeRole, "free"},
+            {canZoomRole, "canZoom"}, {nestedRole, "nested"}};
+}
+
+} // namespace tarvo

@@ -1,0 +1,144 @@
+#pragma once
+
+#include "TarvoApp/App/Background.h"
+#include "TarvoApp/App/KeyedList.h"
+#include "TarvoApp/Model/DiskMap.h"
+#include "TarvoApp/Model/TickedPlan.h"
+
+#include <QStringList>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace tarvo {
+
+/// A tile and where it is on the map.
+struct LaidTile : Tile {
+    Rect place;
+};
+
+/// The tiles of the disk map, laid out on a map of a given size, and the way into folders. What is inside
+/// folders is listed in the background.
+class MapModel final : public KeyedList<LaidTile> {
+    Q_OBJECT
+    Q_PROPERTY(double width READ width WRITE setWidth NOTIFY sizeChanged)
+    Q_PROPERTY(double height READ height WRITE setHeight NOTIFY sizeChanged)
+    Q_PROPERTY(int count READ count NOTIFY tilesChanged)
+    Q_PROPERTY(int depth READ depth NOTIFY zoomChanged)
+    Q_PROPERTY(QStringList zoomTitles READ zoomTitles NOTIFY zoomChanged)
+    Q_PROPERTY(QString skippedText READ skippedText NOTIFY zoomChanged)
+    Q_PROPERTY(bool zoomLoading READ isZoomLoading NOTIFY zoomChanged)
+
+  public:
+    enum Role {
+        keyRole = Qt::UserRole, ///< See `keyOf`.
+        labelRole,
+        detailRole,
+        bytesRole, ///< For a person.
+        placeRole, ///< The part that is drawn, as a QRectF.
+        colorRole, ///< Invalid for the neutral gray.
+        darkInkRole,
+        stateRole,  ///< As in JSON.
+        statusRole, ///< What the card says.
+        unknownRole,
+        insideRole,
+        freeRole,
+        canZoomRole,
+        nestedRole ///< Of each entry inside a map with its place, label, key and whether it can be opened.
+    };
+
+    /// What is in the paths; called on a background thread. Empty items for what cannot be read.
+    using List = std::function<lumo::FolderContents::Listing(const std::vector<std::string>& paths,
+                                                             const std::stop_token& end)>;
+    /// Whether there is something to be listed.
+    using CanOpen = std::function<bool(const std::vector<std::string>& paths)>;
+
+    struct Folders {
+        List list;
+        CanOpen canOpen;
+    };
+
+    MapModel(const TickedPlan& plan, Background& background, Folders folders, QObject* parent = nullptr);
+
+    /// The rows of a new report; what was zoomed into stays open.
+    void show(const std::vector<Row>& rows, const lumo::VolumeInfo& volume, bool isWholeDisk);
+    /// Leaves all folders and forgets what is in them.
+    void forget();
+    /// The ticks have changed.
+    void refresh();
+    void setTextScale(double scale);
+    /// Lists the folders of the largest tiles ahead of time.
+    void prefetch();
+
+    /// Opens the tile's folder, or that of an entry in it; nothing happens where there is none.
+    Q_INVOKABLE void zoomInto(const QString& key);
+    /// Goes back to that many levels; 0 is the whole map.
+    Q_INVOKABLE void zoomOut(int depth);
+    /// Opens a level that is no tile's, such as another volume. `whenUnreadable` is called when nothing of it
+    /// can be read.
+    void open(const std::string& title, const std::vector<std::string>& paths,
+              const std::function<void()>& whenUnreadable);
+
+    /// The paths that a tile or an entry in one stands for; none for tiles that stand for many things.
+    [[nodiscard]] std::vector<std::string> pathsOf(const std::string& id) const;
+
+    [[nodiscard]] double width() const { return width_; }
+    [[nodiscard]] double height() const { return height_; }
+    void setWidth(double width);
+    void setHeight(double height);
+    [[nodiscard]] int depth() const { return static_cast<int>(zoomStack_.size()); }
+    [[nodiscard]] QStringList zoomTitles() const;
+    [[nodiscard]] QString skippedText() const;
+    [[nodiscard]] bool isZoomLoading() const { return zoomLoading_.has_value(); }
+    [[nodiscard]] const std::vector<ZoomLevel>& zoomStack() const { return zoomStack_; }
+
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+  signals:
+    void sizeChanged();
+    void tilesChanged();
+    void zoomChanged();
+
+  private:
+    using Paths = std::vector<std::string>;
+
+    /// What is opened next, once it is listed.
+    struct Wanted {
+        std::string title;
+        Paths paths;
+        std::optional<lumo::Safety> safety;
+        std::function<void()> whenUnreadable;
+    };
+
+    void openWanted(Wanted wanted);
+    void listed(const Paths& paths, const lumo::FolderContents::Listing& listing);
+    void push(const Wanted& wanted, const lumo::FolderContents::Listing& listing);
+    void listInBackground(const Paths& paths);
+    void rebuild();
+    void layOut();
+    [[nodiscard]] bool canZoom(const Tile& tile) const;
+    [[nodiscard]] QVariant nestedOf(const LaidTile& tile) const;
+
+    const TickedPlan& plan_;
+    Background& background_;
+    Folders folders_;
+    std::vector<Row> rows_;
+    std::vector<Tile> top_; ///< The tiles without zoom.
+    double width_ = 0;
+    double height_ = 0;
+    double textScale_ = 1;
+    std::vector<ZoomLevel> zoomStack_;
+    std::optional<Wanted> zoomLoading_;
+    std::map<Paths, lumo::FolderContents::Listing> insideCache_;
+    std::set<Paths> prefetching_; ///< What is being listed now.
+    /// Listings of an earlier disk must not be shown for this one.
+    int generation_ = 0;
+};
+
+} // namespace tarvo

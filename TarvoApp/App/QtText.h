@@ -1,0 +1,33 @@
+#pragma once
+
+#include "LumoCore/Basics/Text.h"
+
+#include <QString>
+
+#include <string>
+#include <string_view>
+
+namespace tarvo {
+
+/// A text for a window: names from the disk without stray bytes and control characters.
+inline QString shown(std::string_view text) {
+    const std::string printable = lumo::printable(text);
+    return QString::fromUtf8(printable.data(), static_cast<qsizetype>(printable.size()));
+}
+
+/// What a person typed or a window holds, as bytes.
+inline std::string bytesOf(const QString& text) {
+    return text.toUtf8().toStdString();
+}
+
+/// An identifier as a window keeps it, exactly: identifiers hold paths, whose bytes need not be UTF-8.
+/// Latin-1 gives every byte a character of its own, there and back.
+inline QString keyOf(std::string_view id) {
+    return QString::fromLatin1(id.data(), static_cast<qsizetype>(id.size()));
+}
+
+inline std::string idOf(const QString& key) {
+    return key.toLatin1().toStdString();
+}
+
+} // namespace tarvo

@@ -1,0 +1,108 @@
+#include "TarvoApp/App/RowList.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Text.h"
+#include "TarvoApp/App/QtText.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tarvo {
+
+RowList::RowList(const TickedPlan& plan, const std::map<std::string, lumo::Explanation>& explanations,
+                 const std::string& home, QObject* parent)
+    : KeyedList(parent), plan_(plan), explanations_(explanations), home_(home) {}
+
+void RowList::show(std::vector<Row> rows) {
+    measure(rows);
+    takeOver(std::move(rows));
+    emit countChanged();
+}
+
+void RowList::measure(const std::vector<Row>& rows) {
+    largest_ = 1;
+    for (const Row& row : rows) {
+        largest_ = std::max(largest_, row.bytes);
+    }
+    for (const RowGroup group : {RowGroup::safe, RowGroup::review, RowGroup::keep, RowGroup::unclassified}) {
+        groupBytes_[group] = bytesOf(group, rows);
+    }
+}
+
+void RowList::refresh() {
+    tellChanged({stateRole, reasonRole, explanationRole});
+}
+
+int RowList::indexOf(const QString& key) const {
+    const auto found = std::ranges::find(rows(), idOf(key), &Row::id);
+    return found == rows().end() ? -1 : static_cast<int>(found - rows().begin());
+}
+
+QVariant RowList::explanationOf(const Row& row) const {
+    const auto found = row.paths.empty() ? explanations_.end() : explanations_.find(row.paths.front());
+    if (row.group != RowGroup::unclassified || found == explanations_.end()) {
+        return QVariantMap();
+    }
+    const lumo::Explanation& explanation = found->second;
+    return QVariantMap{{"whatItIs", shown(explanation.whatItIs)},
+                       {"owner", shown(explanation.owner)},
+                       {"safety", shown(lumo::nameOf(explanation.safety))},
+                       {"reason", shown(explanation.reason)},
+                       {"howToFree", shown(explanation.howToFree)},
+                       {"note", shown(explanation.note.value_or(""))},
+                       {"byAI", explanation.source == lumo::Explanation::Source::ai}};
+}
+
+QVariant RowList::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || index.row() >= count()) {
+        return {};
+    }
+    const Row& row = rows()[static_cast<std::size_t>(index.row())];
+    switch (role) {
+    case keyRole:
+        return keyOf(row.id);
+    case Qt::DisplayRole:
+    case titleRole:
+        return shown(row.title);
+    case detailRole:
+        return shown(row.detail);
+    case bytesRole:
+        return shown(lumo::ByteFormat::string(row.bytes));
+    case shareRole:
+        return static_cast<double>(row.bytes) / static_cast<double>(largest_);
+    case groupRole:
+        return static_cast<int>(row.group);
+    case groupTitleRole:
+        return shown(groupTitle(row.group));
+    case groupBytesRole:
+        return shown(lumo::ByteFormat::string(groupBytes_.at(row.group)));
+    case stateRole:
+        return shown(lumo::nameOf(plan_.stateOf(row.id)));
+    case reasonRole:
+        return shown(lumo::capitalized(row.skipReason.value_or("")));
+    case placeRole:
+        return row.paths.size() == 1 ? shown(lumo::abbreviated(row.paths.front(), home_)) : QString();
+    case explanationRole:
+        return explanationOf(row);
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> RowList::roleNames() const {
+    return {{keyRole, "key"},
+            {titleRole, "title"},
+            {detailRole, "detail"},
+            {bytesRole, "bytes"},
+            {shareRole, "share"},
+            {groupRole, "group"},
+            {groupTitleRole, "groupTitle"},
+            {groupBytesRole, "groupBytes"},
+            {stateRole, "tickState"},
+            {reasonRole, "reason"},
+            {placeRole, "place"},
+            {explanationRole, "explanation"}};
+}
+
+} // namespace tarvo

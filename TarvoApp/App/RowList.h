@@ -1,0 +1,65 @@
+#pragma once
+
+#include "LumoCore/Explaining/Explanation.h"
+#include "TarvoApp/App/KeyedList.h"
+#include "TarvoApp/Model/Rows.h"
+#include "TarvoApp/Model/TickedPlan.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace tarvo {
+
+/// The rows of the main list that match what is searched for.
+class RowList final : public KeyedList<Row> {
+    Q_OBJECT
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
+
+  public:
+    enum Role {
+        keyRole = Qt::UserRole, ///< See `keyOf`.
+        titleRole,
+        detailRole,
+        bytesRole, ///< For a person.
+        shareRole, ///< Of the largest row, from 0 to 1.
+        groupRole,
+        groupTitleRole,
+        groupBytesRole,
+        stateRole, ///< As in JSON: "selected", "unselected", "blocked" or "info".
+        reasonRole,
+        placeRole,      ///< The one path that the row stands for, as it may be shown; empty for several.
+        explanationRole ///< A map; empty while there is none.
+    };
+
+    /// The plan must outlive the list and is asked for the rows' states.
+    RowList(const TickedPlan& plan, const std::map<std::string, lumo::Explanation>& explanations,
+            const std::string& home, QObject* parent = nullptr);
+
+    /// Shows these rows.
+    void show(std::vector<Row> rows);
+    /// The ticks have changed, or the explanations.
+    void refresh();
+
+    [[nodiscard]] const std::vector<Row>& rows() const { return items(); }
+    /// Where the row with the key is; -1 when it is not shown.
+    Q_INVOKABLE [[nodiscard]] int indexOf(const QString& key) const;
+
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+  signals:
+    void countChanged();
+
+  private:
+    void measure(const std::vector<Row>& rows);
+    [[nodiscard]] QVariant explanationOf(const Row& row) const;
+
+    const TickedPlan& plan_;
+    const std::map<std::string, lumo::Explanation>& explanations_;
+    std::string home_;
+    std::int64_t largest_ = 1;
+    std::map<RowGroup, std::int64_t> groupBytes_;
+};
+
+} // namespace tarvo
