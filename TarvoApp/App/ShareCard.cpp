@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -36,13 +37,17 @@ const QColor green = QColor::fromRgbF(0.11F, 0.69F, 0.48F);
 const QColor paleGreen(0xC9, 0xE9, 0xDB);
 const QColor used(0xD6, 0xD6, 0xD0);
 
-/// The column with the figures, and the card with the kinds beside it.
+/// The column with the figures, and the room for the kinds beside it.
 constexpr double margin = 72;
 constexpr double columnWidth = 456;
-const QRectF kindsCard(584, 72, width - margin - 584, 446);
+const QRectF kindsArea(584, 72, width - margin - 584, 446);
+
+/// The dots of the milestones.
+constexpr double dot = 14;
+constexpr double milestonesMiddle = 485;
 
 enum class Weight { regular, bold };
-enum class Side { left, right };
+enum class Side { left, middle, right };
 
 struct Style {
     double size = 20;
@@ -68,6 +73,7 @@ class Drawing final {
     void drawFigure(std::int64_t bytes);
     void drawSpace(const ShareStats& stats);
     void drawMilestones(const ShareStats& stats);
+    void drawMilestone(std::size_t index, double middle, bool isReached);
     void drawKinds(const std::vector<Kind>& kinds);
     void drawKind(const Kind& kind, std::int64_t largest, const QRectF& row);
     void drawPromise();
@@ -106,7 +112,12 @@ double Drawing::write(const std::string& text, const QRectF& line, const Style& 
     const double taken = QFontMetricsF(font).horizontalAdvance(words);
     painter_.setFont(font);
     painter_.setPen(style.color);
-    painter_.drawText(QPointF(side == Side::left ? line.left() : line.right() - taken, line.bottom()), words);
+    const double room = line.width() - taken;
+    const double indent = side == Side::left ? 0 : side == Side::middle ? room / 2 : room;
+    // Capitals are about this much of the size; a text that had to shrink keeps their middle.
+    constexpr double capitals = 0.73;
+    const double lift = (style.size - size) * capitals / 2;
+    painter_.drawText(QPointF(line.left() + indent, line.bottom() - lift), words);
     return taken;
 }
 
@@ -151,13 +162,15 @@ void Drawing::drawSpace(const ShareStats& stats) {
     };
     const double now = partOf(stats.freeAfter);
     const double before = std::min(partOf(stats.freeBefore), now);
-    fill(bar, paleGreen, 8);
     // What was gained lies between what is used and what was free anyway.
+    const auto fillPart = [&](double from, double to, const QColor& color) {
+        painter_.setClipRect(QRectF(bar.left() + from, bar.top(), to - from, bar.height()));
+        fill(bar, color, bar.height() / 2);
+    };
     painter_.save();
-    painter_.setClipRect(QRectF(bar.left(), bar.top(), bar.width() - before, bar.height()));
-    fill(bar, green, 8);
-    painter_.setClipRect(QRectF(bar.left(), bar.top(), bar.width() - now, bar.height()));
-    fill(bar, used, 8);
+    fillPart(0, bar.width() - now, used);
+    fillPart(bar.width() - now, bar.width() - before, green);
+    fillPart(bar.width() - before, bar.width(), paleGreen);
     painter_.restore();
 
     const QRectF left(margin, 0, columnWidth / 2 - 8, 376);
@@ -178,27 +191,37 @@ void Drawing::drawMilestones(const ShareStats& stats) {
     write(bytesText(stats.lifetimeBytes), {line.left() + taken + 6, 0, columnWidth - taken - 6, 456},
           {.size = 17, .weight = Weight::bold});
 
-    constexpr double dot = 14;
-    constexpr double middle = 485;
+    constexpr double thickness = 3;
     const std::size_t reached = stats.reachedMilestones().size();
     const double step = (columnWidth - dot) / static_cast<double>(ShareStats::milestones.size() - 1);
-    fill({margin, middle - 1.5, columnWidth, 3}, used, 1.5);
+    const QRectF way(margin, milestonesMiddle - thickness / 2, columnWidth, thickness);
+    fill(way, used, 1);
     if (reached > 1) {
-        fill({margin, middle - 1.5, step * static_cast<double>(reached - 1) + dot, 3}, green, 1.5);
+        fill({way.left(), way.top(), step * static_cast<double>(reached - 1) + dot / 2, thickness}, green, 1);
     }
     for (std::size_t index = 0; index < ShareStats::milestones.size(); ++index) {
-        const bool isReached = index < reached;
-        const bool isLast = index + 1 == ShareStats::milestones.size();
-        const QRectF place(margin + step * static_cast<double>(index), middle - dot / 2, dot, dot);
-        fill(place, isReached ? green : used, dot / 2);
-        fill(place.adjusted(4, 4, -4, -4), isReached ? surface : background, dot / 2);
-        const double amount = static_cast<double>(ShareStats::milestones[index]) / 1e9;
-        const std::string label = lumo::ByteFormat::number(amount, 0, language_) + (isLast ? " GB" : "");
-        const Style style{.size = 14,
-                          .color = isReached ? ink : quietInk,
-                          .weight = isReached ? Weight::bold : Weight::regular};
-        write(label, {isLast ? place.right() - 100 : place.left(), 0, 100, 514}, style,
-              isLast ? Side::right : Side::left);
+        drawMilestone(index, margin + step * static_cast<double>(index) + dot / 2, index < reached);
+    }
+}
+
+void Drawing::drawMilestone(std::size_t index, double middle, bool isReached) {
+    constexpr double labelWidth = 60;
+    const QRectF place(middle - dot / 2, milestonesMiddle - dot / 2, dot, dot);
+    fill(place, isReached ? green : used, dot / 2);
+    fill(place.adjusted(4, 4, -4, -4), isReached ? surface : background, dot / 2 - 4);
+    const std::int64_t gigabytes = ShareStats::milestones[index] / 1000000000;
+    const std::string label = gigabytes < 1000 ? std::to_string(gigabytes) + (index == 0 ? " GB" : "")
+                                               : std::to_string(gigabytes / 1000) + " TB";
+    const Style style{.size = 14,
+                      .color = isReached ? ink : quietInk,
+                      .weight = isReached ? Weight::bold : Weight::regular};
+    const QRectF line(middle - labelWidth / 2, 0, labelWidth, milestonesMiddle + 29);
+    if (index == 0) {
+        write(label, line.translated(labelWidth / 2 - dot / 2, 0), style);
+    } else if (index + 1 == ShareStats::milestones.size()) {
+        write(label, line.translated(dot / 2 - labelWidth / 2, 0), style, Side::right);
+    } else {
+        write(label, line, style, Side::middle);
     }
 }
 
@@ -210,30 +233,36 @@ std::vector<Kind> Drawing::kindsOf(const ShareStats& stats) const {
         rest -= item.bytes;
     }
     if (rest > 0) {
-        kinds.push_back({in("Apartado de antes", "Emptied from Recently Cleaned"), rest});
+        kinds.push_back({in("Apartado de antes", "From Recently Cleaned"), rest});
     }
     lumo::sortLargestFirst(kinds, &Kind::bytes);
     return kinds;
 }
 
 void Drawing::drawKinds(const std::vector<Kind>& kinds) {
+    if (kinds.empty()) {
+        return;
+    }
+    constexpr double mostRow = 112;
+    constexpr double padding = 30;
+    const auto count = static_cast<double>(kinds.size());
+    const double row = std::min(mostRow, (kindsArea.height() - 2 * padding) / count);
+    QRectF card = kindsArea;
+    card.setHeight(row * count + 2 * padding);
+    card.moveCenter(kindsArea.center());
     painter_.setPen(hairline);
     painter_.setBrush(surface);
-    painter_.drawRoundedRect(kindsCard.adjusted(0.5, 0.5, -0.5, -0.5), 20, 20);
-    const QRectF inside = kindsCard.adjusted(36, 30, -36, -30);
-    constexpr double mostRow = 92;
-    const double row =
-        std::min(mostRow, inside.height() / static_cast<double>(std::max<std::size_t>(kinds.size(), 1)));
-    const double top = inside.center().y() - row * static_cast<double>(kinds.size()) / 2;
+    painter_.drawRoundedRect(card.adjusted(0.5, 0.5, -0.5, -0.5), 20, 20);
+    const QRectF inside = card.adjusted(36, padding, -36, -padding);
     for (std::size_t index = 0; index < kinds.size(); ++index) {
         drawKind(kinds[index], kinds.front().bytes,
-                 {inside.left(), top + row * static_cast<double>(index), inside.width(), row});
+                 {inside.left(), inside.top() + row * static_cast<double>(index), inside.width(), row});
     }
 }
 
 void Drawing::drawKind(const Kind& kind, std::int64_t largest, const QRectF& row) {
-    const double size = std::clamp(row.height() * 0.42, 13.0, 23.0);
-    const double thickness = std::clamp(row.height() * 0.17, 5.0, 12.0);
+    const double size = std::clamp(row.height() * 0.42, 13.0, 26.0);
+    const double thickness = std::clamp(row.height() * 0.17, 5.0, 14.0);
     const double gap = size * 0.5;
     const double baseline = row.center().y() + (size * 0.75 - gap - thickness) / 2;
     const QRectF line(row.left(), 0, row.width(), baseline);

@@ -49,9 +49,12 @@ const std::vector<Room>& house() {
     return rooms;
 }
 
-/// Headers of the windows' library are named after its classes.
+/// Headers of Qt: "QImage" and "QtCore/qglobal.h".
 bool isQt(const std::string& header) {
-    return header.size() > 1 && header[0] == 'Q' && (header[1] == 't' || std::isupper(header[1]) != 0);
+    const std::size_t slash = header.find('/');
+    return slash == std::string::npos
+               ? header.size() > 1 && header[0] == 'Q' && std::isalpha(static_cast<unsigned char>(header[1]))
+               : header.starts_with("Qt") && slash > 2;
 }
 
 /// Headers of the language's own library have no extension and no slash.
