@@ -160,6 +160,7 @@ class AppModel final : public QObject {
     [[nodiscard]] QString notice() const;
     [[nodiscard]] bool isStarted() const { return started_; }
     [[nodiscard]] bool isMonitoring() const { return monitoring_; }
+    [[nodiscard]] bool isLooking() const { return isLooking_; }
     [[nodiscard]] bool showsWelcome() const { return showWelcome_; }
     [[nodiscard]] QString aiUnavailableReason() const;
 

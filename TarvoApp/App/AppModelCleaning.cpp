@@ -14,7 +14,6 @@
 // The application's model from what is ticked to freed space, and back.
 namespace tarvo {
 
-using lumo::CleanupAction;
 using lumo::PlanEntry;
 using lumo::text;
 
@@ -67,7 +66,7 @@ void AppModel::clean() {
 void AppModel::runCleanup(const Agreement& agreement, const WhenCleaned& whenDone) {
     const auto work = beginWork();
     setPhase(phase::Cleaning{});
-    background_.start([this, work, agreement, whenDone, report = report_, desk = services_.desk,
+    background_.start([work, agreement, whenDone, report = report_, desk = services_.desk,
                        carryOut = services_.carryOut, volumeInfo = services_.volumeInfo,
                        program = services_.applicationPath](const std::stop_token& end) -> Background::Apply {
         const std::stop_callback forward(end, [&] { work->stop.request_stop(); });

@@ -79,7 +79,8 @@ void AppModel::runPass(ScanPass pass) {
 }
 
 void AppModel::passEnded(ScanPass pass, std::optional<ScanResult> result) {
-    if (!result || whenStopped_) {
+    // A result that came in just before the stop would be a surprise after it.
+    if (!result || work_->stop.stop_requested()) {
         setPhase(phase::Idle{});
         if (whenStopped_) {
             std::exchange(whenStopped_, {})();

@@ -17,20 +17,20 @@ namespace {
 Listing listedFrom(const std::vector<std::string>& paths, const std::stop_token& end) {
     const lumo::FileTree::Watch watch{.progress = nullptr, .stop = end};
     // Of one path the breakdown has measured what the listing needs.
-    return paths.size() == 1
-               ? lumo::FolderContents::openOne(paths.front(), watch).listing
-               : lumo::FolderContents::open(paths, [&](const std::vector<std::string>& each) {
-                     return lumo::FolderContents::list(each, watch);
-                 });
+    return paths.size() == 1 ? lumo::FolderContents::openOne(paths.front(), watch).listing
+                             : lumo::FolderContents::open(paths, [&](const std::vector<std::string>& each) {
+                                   return lumo::FolderContents::list(each, watch);
+                               });
 }
 
 MapModel::Folders foldersIn(const RunMode& mode) {
     if (mode.isDemo) {
         return {.list = [](const std::vector<std::string>& paths,
                            const std::stop_token&) { return DemoDisk::contents(paths); },
-                .canOpen = [](const std::vector<std::string>& paths) {
-                    return !DemoDisk::contents(paths).items.empty();
-                }};
+                .canOpen =
+                    [](const std::vector<std::string>& paths) {
+                        return !DemoDisk::contents(paths).items.empty();
+                    }};
     }
     return {.list = listedFrom, .canOpen = lumo::FolderContents::canOpen};
 }

@@ -37,6 +37,9 @@ class Background final : public QObject {
     /// From any thread: has something done on the owner's thread, after what came before.
     void post(Apply apply);
 
+  protected:
+    bool event(QEvent* event) override;
+
   private:
     void serve(const std::stop_token& end);
     void applyAll();

@@ -1,0 +1,337 @@
+#include "LumoCore/Cleanup/ApplicationFolders.h"
+#include "LumoCore/Cleanup/HistoryLog.h"
+#include "LumoCore/History/SnapshotStore.h"
+#include "TarvoApp/App/QtText.h"
+#include "TarvoApp/Model/DemoDisk.h"
+#include "Tests/App/AppStory.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <latch>
+
+using namespace std::chrono_literals;
+using namespace tarvo;
+using namespace tarvo::testing;
+using lumo::CleanupAction;
+using lumo::CleanupOutcome;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+using ::testing::StartsWith;
+
+namespace {
+
+constexpr std::int64_t gigabyte = 1'000'000'000;
+
+/// An application that has been used before and has something to clean.
+void settle(AppStory& story) {
+    story.addCache(2'000'000);
+    story.addOwn(1'000'000);
+    story.app().settings()->setWelcomeSeen(true);
+    story.app().scan();
+    ASSERT_TRUE(story.waitUntilIdle());
+}
+
+bool cleanSelected(AppStory& story) {
+    story.app().requestClean();
+    story.app().clean();
+    return story.app().isBusy() && story.waitUntilIdle();
+}
+
+std::vector<CleanupOutcome> logOf(const AppStory& story) {
+    return lumo::HistoryLog::outcomes(lumo::ApplicationFolders::historyLog(story.home.path())).value();
+}
+
+std::vector<std::string> titlesOf(const std::vector<Notification>& notices) {
+    std::vector<std::string> titles;
+    for (const Notification& notice : notices) {
+        titles.push_back(notice.id + "|" + notice.title);
+    }
+    return titles;
+}
+
+} // namespace
+
+TEST(AppStories, TheWelcomeHoldsTheFirstScanBackOnce) {
+    AppStory story;
+    story.addCache(2'000'000);
+    story.app().start();
+    EXPECT_TRUE(story.app().showsWelcome());
+    EXPECT_FALSE(story.app().isBusy());
+    std::vector<std::string> phases;
+    QObject::connect(&story.app(), &AppModel::phaseChanged, &story.app(),
+                     [&] { phases.push_back(bytesOf(story.app().phaseName())); });
+    story.app().finishWelcome();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_THAT(phases, ElementsAre("scanning", "scanning", "scanningFolders", "idle")) << "with the monitor";
+    EXPECT_TRUE(story.app().plan().selection().contains(AppStory::cacheKey));
+    EXPECT_THAT(story.app().growth(), IsEmpty()) << "there is nothing to compare with yet";
+    EXPECT_THAT(lumo::SnapshotStore(story.home.path()).load(), SizeIs(1));
+    story.quit();
+    EXPECT_FALSE(story.app().showsWelcome()) << "was seen before the restart";
+    story.app().start();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_TRUE(story.app().hasReport());
+}
+
+TEST(AppStories, WhatIsUntickedDuringTheSecondPassStaysSo) {
+    AppStory story;
+    story.addCache(2'000'000);
+    story.app().scan();
+    ASSERT_TRUE(story.waitUntil([&] { return story.app().phaseName() == "scanningFolders"; }));
+    EXPECT_TRUE(story.app().hasReport()) << "the first pass is shown";
+    story.app().toggle(AppStory::cacheKey);
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_THAT(story.app().plan().selection(), IsEmpty());
+    story.app().selectSafe();
+    EXPECT_TRUE(story.app().plan().selection().contains(AppStory::cacheKey));
+}
+
+TEST(AppStories, ACleanupIsConfirmedDoneUndoneAndEmptied) {
+    AppStory story;
+    settle(story);
+    AppModel& app = story.app();
+    app.clean();
+    EXPECT_FALSE(app.isBusy()) << "nobody was asked";
+    app.toggle(AppStory::ownKey);
+    app.requestClean();
+    ASSERT_TRUE(app.isConfirming());
+    EXPECT_THAT(bytesOf(app.confirmationText()),
+                HasSubstr(" of your files go to Recently Cleaned for 7 days"));
+    app.deselectAll();
+    app.clean();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_FALSE(story.hasCache()) << "the user agreed to it before the ticks were taken back";
+    EXPECT_FALSE(story.hasOwn());
+    EXPECT_THAT(bytesOf(app.statusText()),
+                StartsWith("Cleanup done: 2 MB freed and 1 MB in Recently Cleaned"));
+    EXPECT_FALSE(app.isCelebrating()) << "so little is no reason";
+    ASSERT_TRUE(app.canUndo());
+
+    app.undoLastCleanup();
+    EXPECT_EQ(bytesOf(app.statusText()), "Putting back…");
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_TRUE(story.hasOwn());
+    EXPECT_EQ(bytesOf(app.notice()), "Restored 1 items from Recently Cleaned");
+    EXPECT_FALSE(app.canUndo());
+
+    app.toggle(AppStory::ownKey);
+    ASSERT_TRUE(cleanSelected(story));
+    ASSERT_GT(app.holdingBytes(), 0);
+    app.emptyHolding();
+    EXPECT_FALSE(app.isBusy()) << "nobody was asked";
+    app.requestEmpty(false);
+    app.emptyHolding();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_EQ(bytesOf(app.notice()), "Freed 1 MB: Recently Cleaned was emptied");
+    EXPECT_EQ(app.holdingBytes(), 0);
+    EXPECT_FALSE(story.hasOwn());
+}
+
+TEST(AppStories, WhatIsProtectedBetweenQuestionAndAnswerStays) {
+    AppStory story;
+    settle(story);
+    story.app().requestClean();
+    ASSERT_TRUE(story.app().isConfirming());
+    // Another program stores it: this one has not heard of it.
+    Preferences preferences = Preferences::load(story.home.path());
+    ASSERT_TRUE(preferences.store(*preferenceKey("carpetasProtegidas"),
+                                  lumo::encode(std::vector{story.home.path(".npm")})));
+    story.app().clean();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_TRUE(story.hasCache());
+    EXPECT_EQ(bytesOf(story.app().notice()), "1 were left as they were");
+    EXPECT_EQ(story.app().selectedBytes(), 0) << "the new plan knows";
+}
+
+TEST(AppStories, ACelebrationOpensFromHalfAGigabyteOn) {
+    for (const std::int64_t freed : {499'999'999, 500'000'000}) {
+        AppStory story;
+        story.services.carryOut = [&](const std::vector<CleanupAction>& actions, const lumo::PathGuard& guard,
+                                      const lumo::CleanupExecutor::Control& control) {
+            std::vector<CleanupOutcome> outcomes = usualCarryOut(actions, guard, control);
+            outcomes.front().freedBytes = freed;
+            return outcomes;
+        };
+        settle(story);
+        ASSERT_TRUE(cleanSelected(story));
+        EXPECT_EQ(story.app().lastShare()->freedBytes, freed);
+        const bool opens = freed >= 500'000'000;
+        EXPECT_EQ(story.waitUntil([&] { return story.app().isCelebrating() || !opens; }), true);
+        EXPECT_EQ(story.app().isCelebrating(), opens) << freed;
+    }
+}
+
+TEST(AppStories, LowSpaceIsToldOnceADayAndAgainAfterItWasMended) {
+    AppStory story;
+    settle(story);
+    const auto noticesAfterLook = [&](std::int64_t free) {
+        story.setFree(free);
+        EXPECT_TRUE(story.lookAround());
+        return story.notices.size();
+    };
+    EXPECT_EQ(noticesAfterLook(10 * gigabyte), 0U);
+    EXPECT_EQ(noticesAfterLook(10 * gigabyte - 1), 1U);
+    EXPECT_EQ(noticesAfterLook(10 * gigabyte - 1), 1U);
+    story.pass(23h);
+    EXPECT_EQ(noticesAfterLook(11 * gigabyte), 1U) << "between the limits nothing is forgotten";
+    EXPECT_EQ(noticesAfterLook(9 * gigabyte), 1U);
+    story.pass(2h);
+    EXPECT_EQ(noticesAfterLook(9 * gigabyte), 2U);
+    EXPECT_EQ(noticesAfterLook(12 * gigabyte), 2U);
+    EXPECT_EQ(noticesAfterLook(9 * gigabyte), 3U) << "there was more in between";
+    story.app().settings()->setNotifyLowSpace(false);
+    story.pass(48h);
+    EXPECT_EQ(noticesAfterLook(gigabyte), 3U);
+    EXPECT_THAT(titlesOf(story.notices).front(), "poco-espacio|Only 10.0 GB free");
+}
+
+TEST(AppStories, AMonthOfWeeklyCleanupsTakesOnlyWhatRecreatesItself) {
+    AppStory story;
+    settle(story);
+    story.app().settings()->setAutoCleanWeekly(true);
+    std::vector<int> days;
+    for (int day = 0; day < 30; ++day) {
+        story.addCache(201'000'000);
+        // The first look finds the report too old, the next one has a new report.
+        ASSERT_TRUE(story.lookAround());
+        ASSERT_TRUE(story.lookAround());
+        if (!story.hasCache()) {
+            days.push_back(day);
+        }
+        story.pass(24h);
+    }
+    EXPECT_THAT(days, ElementsAre(7, 14, 21, 28)) << "the report of the first day knew of too little";
+    EXPECT_TRUE(story.hasOwn());
+    EXPECT_THAT(titlesOf(story.notices), ::testing::Each("limpieza-semanal|Weekly cleanup: 201 MB freed"));
+    EXPECT_THAT(story.notices, SizeIs(4));
+    EXPECT_THAT(bytesOf(story.app().autoCleanStatusText()), HasSubstr(" · the last one freed 201 MB"));
+    EXPECT_THAT(lumo::SnapshotStore(story.home.path()).load(), SizeIs(::testing::Le(60U)));
+}
+
+TEST(AppStories, AVolumeThatCannotBeReadLeavesTheMapAsItWas) {
+    AppStory story;
+    const std::string folder(lumo::platform::volumeFolders().front());
+    story.services.mountedVolumes = [&] {
+        return std::vector<Volume>{{.path = folder + "/Backup", .name = "Backup", .total = 10, .free = 5}};
+    };
+    settle(story);
+    story.app().refreshVolumes();
+    ASSERT_TRUE(story.waitUntil([&] { return !story.app().otherVolumeList().empty(); }));
+    story.app().openVolume(0);
+    ASSERT_TRUE(story.waitUntil([&] { return !story.app().notice().isEmpty(); }));
+    EXPECT_THAT(bytesOf(story.app().notice()), StartsWith("I couldn't read Backup."));
+    EXPECT_EQ(story.app().map()->depth(), 0);
+}
+
+TEST(AppStories, QuittingWhileCleaningEndsAfterTheActionInHand) {
+    AppStory story;
+    std::latch hasBegun(1);
+    story.services.carryOut = [&](const std::vector<CleanupAction>& actions, const lumo::PathGuard& guard,
+                                  lumo::CleanupExecutor::Control control) {
+        control.onBegin = [&, stop = control.stop](std::size_t) {
+            hasBegun.count_down();
+            while (!stop.stop_requested()) {
+                std::this_thread::yield();
+            }
+        };
+        return usualCarryOut(actions, guard, control);
+    };
+    settle(story);
+    story.app().toggle(AppStory::ownKey);
+    story.app().requestClean();
+    story.app().clean();
+    hasBegun.wait();
+    story.quit();
+    EXPECT_THAT(logOf(story), SizeIs(1));
+    EXPECT_NE(story.hasCache(), story.hasOwn()) << "one of the two was in hand";
+    story.app().scan();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_EQ(story.app().notice(), "") << "the home is in order and nobody holds its lock";
+}
+
+TEST(AppStories, StoppingAScanKeepsWhatIsShownAndCleaningMayCutItShort) {
+    AppStory story;
+    settle(story);
+    const lumo::ScanReport* shownBefore = story.app().report();
+    story.app().scan();
+    story.app().scan();
+    story.app().undoLastCleanup();
+    EXPECT_EQ(story.app().phaseName(), "scanning") << "one thing at a time";
+    story.app().stop();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_EQ(story.app().report(), shownBefore);
+
+    story.app().scan();
+    ASSERT_TRUE(story.waitUntil([&] { return story.app().phaseName() == "scanningFolders"; }));
+    story.app().requestClean();
+    story.app().clean();
+    ASSERT_TRUE(story.waitUntil([&] { return !story.hasCache() && !story.app().isBusy(); }));
+    EXPECT_THAT(logOf(story), SizeIs(1));
+}
+
+TEST(AppStories, DamagedPreferencesLetNothingBeTicked) {
+    AppStory story;
+    story.addCache(2'000'000);
+    story.home.folder(".config/TarvoAI");
+    story.home.fileWith(".config/TarvoAI/preferencias.json", "{torn");
+    story.app().scan();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_EQ(story.app().settings()->goalBytes(), 24 * gigabyte);
+    EXPECT_THAT(story.app().plan().selection(), IsEmpty());
+    story.app().toggle(AppStory::cacheKey);
+    story.app().requestClean();
+    EXPECT_FALSE(story.app().isConfirming());
+}
+
+TEST(AppStories, TheDemoTouchesNothing) {
+    AppStory story({.isDemo = true});
+    story.app().settings()->setWelcomeSeen(true);
+    story.app().finishWelcome();
+    AppModel& app = story.app();
+    ASSERT_TRUE(app.hasReport());
+    EXPECT_FALSE(app.isMonitoring());
+    EXPECT_THAT(app.growth(), ::testing::Not(IsEmpty()));
+    app.requestClean();
+    EXPECT_FALSE(app.isConfirming());
+    EXPECT_EQ(bytesOf(app.notice()), DemoDisk::notice());
+    EXPECT_TRUE(story.waitUntil([&] { return app.isCelebrating(); }));
+    app.undoLastCleanup();
+    app.raiseGoal();
+    EXPECT_EQ(app.settings()->goalBytes(), 25 * gigabyte);
+    story.quit();
+    EXPECT_TRUE(std::filesystem::is_empty(story.home.path()));
+    EXPECT_THAT(story.notices, IsEmpty());
+}
+
+TEST(AppStories, TheMapOpensFoldersFromWhatWasListedAndForgetsThemWithANewScan) {
+    AppStory story;
+    std::atomic<int> listings = 0;
+    story.services.folders.list = [&, list = story.services.folders.list](
+                                      const std::vector<std::string>& paths, const std::stop_token& end) {
+        ++listings;
+        return list(paths, end);
+    };
+    story.home.files({".npm/_npx/a/one", ".npm/_npx/b/two"}, 60'000);
+    settle(story);
+    MapModel& map = *story.app().map();
+    map.setWidth(600);
+    map.setHeight(400);
+    map.zoomInto(AppStory::cacheKey);
+    ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
+    EXPECT_EQ(map.count(), 3);
+    map.zoomInto("no such tile");
+    EXPECT_EQ(map.depth(), 1);
+    map.zoomOut(0);
+    ASSERT_TRUE(story.waitUntil([&] { return listings == 2; })) << "both rows were listed ahead of time";
+    map.zoomInto(AppStory::cacheKey);
+    EXPECT_EQ(map.depth(), 1) << "at once";
+    EXPECT_EQ(map.zoomTitles().front(), "npx temporary packages");
+    story.app().scan();
+    EXPECT_EQ(map.depth(), 0);
+    ASSERT_TRUE(story.waitUntilIdle());
+    ASSERT_TRUE(story.waitUntil([&] { return listings == 4; }));
+}
