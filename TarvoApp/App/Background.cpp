@@ -1,5 +1,7 @@
 #include "TarvoApp/App/Background.h"
 
+#include "Platform/ThreadPriority.h"
+
 #include <QCoreApplication>
 #include <QEvent>
 
@@ -70,6 +72,8 @@ bool Background::event(QEvent* event) {
 }
 
 void Background::serve(const std::stop_token& end) {
+    // A walk has more threads than there are cores, and the window must not wait for its turn among them.
+    lumo::platform::giveWay();
     while (true) {
         Work work;
         {
