@@ -213,6 +213,18 @@ void MapModel::zoomOut(int depth) {
     emit zoomChanged();
 }
 
+int MapModel::neighbour(int index, int dx, int dy) const {
+    if (index < 0 || index >= count()) {
+        return count() > 0 ? 0 : -1;
+    }
+    std::vector<Rect> places;
+    for (const LaidTile& tile : items()) {
+        places.push_back(tile.place);
+    }
+    const auto found = DiskMap::neighbour(places, static_cast<std::size_t>(index), dx, dy);
+    return found ? static_cast<int>(*found) : -1;
+}
+
 void MapModel::prefetch() {
     std::size_t begun = 0;
     for (const Tile& tile : top_) {
@@ -264,6 +276,11 @@ QVariant MapModel::nestedOf(const LaidTile& tile) const {
     return nested;
 }
 
+QString MapModel::wordOf(const Tile& tile) const {
+    const auto row = std::ranges::find(rows_, tile.id, &Row::id);
+    return row == rows_.end() ? QString() : shown(groupTitle(row->group));
+}
+
 QVariant MapModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= count()) {
         return {};
@@ -290,6 +307,8 @@ QVariant MapModel::data(const QModelIndex& index, int role) const {
         return shown(lumo::nameOf(plan_.stateOf(tile.id)));
     case statusRole:
         return shown(DiskMap::statusOf(tile, plan_.stateOf(tile.id), plan_.entry(tile.id)));
+    case wordRole:
+        return wordOf(tile);
     case unknownRole:
         return tile.id.starts_with(lumo::unclassifiedIDPrefix);
     case insideRole:
@@ -309,8 +328,8 @@ QHash<int, QByteArray> MapModel::roleNames() const {
     return {{keyRole, "key"},         {labelRole, "label"},     {detailRole, "detail"},
             {bytesRole, "bytes"},     {placeRole, "place"},     {colorRole, "tint"},
             {darkInkRole, "darkInk"}, {stateRole, "tickState"}, {statusRole, "status"},
-            {unknownRole, "unknown"}, {insideRole, "inside"},   {freeRole, "free"},
-            {canZoomRole, "canZoom"}, {nestedRole, "nested"}};
+            {wordRole, "word"},       {unknownRole, "unknown"}, {insideRole, "inside"},
+            {freeRole, "free"},       {canZoomRole, "canZoom"}, {nestedRole, "nested"}};
 }
 
 } // namespace tarvo

@@ -45,6 +45,7 @@ class MapModel final : public KeyedList<LaidTile> {
         darkInkRole,
         stateRole,  ///< As in JSON.
         statusRole, ///< What the card says.
+        wordRole,   ///< The row's group; empty for what is no row.
         unknownRole,
         insideRole,
         freeRole,
@@ -79,6 +80,9 @@ class MapModel final : public KeyedList<LaidTile> {
     Q_INVOKABLE void zoomInto(const QString& key);
     /// Goes back to that many levels; 0 is the whole map.
     Q_INVOKABLE void zoomOut(int depth);
+    /// The tile that lies next to that one in a direction, each of `dx` and `dy` being -1, 0 or 1; -1 when
+    /// there is none.
+    Q_INVOKABLE [[nodiscard]] int neighbour(int index, int dx, int dy) const;
     /// Opens a level that is no tile's, such as another volume. `whenUnreadable` is called when nothing of it
     /// can be read.
     void open(const std::string& title, const std::vector<std::string>& paths,
@@ -124,6 +128,7 @@ class MapModel final : public KeyedList<LaidTile> {
     void layOut();
     [[nodiscard]] bool canZoom(const Tile& tile) const;
     [[nodiscard]] QVariant nestedOf(const LaidTile& tile) const;
+    [[nodiscard]] QString wordOf(const Tile& tile) const;
 
     const TickedPlan& plan_;
     Background& background_;

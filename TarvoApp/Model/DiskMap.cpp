@@ -199,6 +199,33 @@ std::vector<Rect> nestedLayout(const std::vector<lumo::FolderContents::Item>& ch
     return places;
 }
 
+std::optional<std::size_t> neighbour(const std::vector<Rect>& places, std::size_t from, int dx, int dy) {
+    constexpr double asideCounts = 2;
+    // Neighbours share an edge that rounding may have moved.
+    constexpr double tolerance = 0.5;
+    const Rect& here = places[from];
+    std::optional<std::size_t> nearest;
+    double shortest = 0;
+    for (std::size_t at = 0; at < places.size(); ++at) {
+        const Rect& there = places[at];
+        const double ahead = dx > 0   ? there.x - (here.x + here.width)
+                             : dx < 0 ? here.x - (there.x + there.width)
+                             : dy > 0 ? there.y - (here.y + here.height)
+                                      : here.y - (there.y + there.height);
+        if (at == from || ahead < -tolerance) {
+            continue;
+        }
+        const double aside = dx != 0 ? std::abs(there.y + there.height / 2 - here.y - here.height / 2)
+                                     : std::abs(there.x + there.width / 2 - here.x - here.width / 2);
+        const double distance = ahead + asideCounts * aside;
+        if (!nearest || distance < shortest) {
+            nearest = at;
+            shortest = distance;
+        }
+    }
+    return nearest;
+}
+
 TileState stateOf(const std::string& id, const std::set<std::string>& selection,
                   const std::vector<lumo::PlanEntry>& entries) {
     return stateOf(id, selection, entryOf(id, entries));

@@ -81,6 +81,10 @@ Rect drawn(const Rect& place);
 std::vector<Rect> nestedLayout(const std::vector<lumo::FolderContents::Item>& children, double width,
                                double height, double textScale);
 
+/// The place that lies next to that one in a direction, each of `dx` and `dy` being -1, 0 or 1; absent at the
+/// edge. What lies straight ahead is nearer than what lies aside.
+std::optional<std::size_t> neighbour(const std::vector<Rect>& places, std::size_t from, int dx, int dy);
+
 /// The entry is the plan's for that id, if it has one.
 TileState stateOf(const std::string& id, const std::set<std::string>& selection,
                   const lumo::PlanEntry* entry);

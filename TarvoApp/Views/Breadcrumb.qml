@@ -1,0 +1,57 @@
+import QtQuick
+import QtQuick.Layouts
+import Tarvo
+
+// The way into the folder that the map shows, and back.
+RowLayout {
+    id: way
+
+    spacing: 2
+
+    PlainButton {
+        Accessible.name: Words.backTo.arg(Words.disk)
+        enabled: App.map.depth > 0
+        kind: PlainButton.Link
+        opacity: 1
+        text: Words.disk
+
+        onClicked: App.map.zoomOut(0)
+    }
+    Repeater {
+        model: App.map.zoomTitles
+
+        RowLayout {
+            id: step
+
+            required property int index
+            required property string modelData
+            readonly property bool last: index === App.map.depth - 1
+
+            spacing: 2
+
+            Glyph {
+                Layout.preferredHeight: Layout.preferredWidth
+                Layout.preferredWidth: Math.round(14 * Theme.scale)
+                color: Theme.secondaryText
+                shape: "next"
+            }
+            PlainButton {
+                Accessible.name: step.last ? step.modelData : Words.backTo.arg(step.modelData)
+                Layout.maximumWidth: Math.round(200 * Theme.scale)
+                enabled: !step.last
+                font.weight: step.last ? Font.DemiBold : Font.Normal
+                kind: PlainButton.Link
+                opacity: 1
+                text: step.modelData
+
+                onClicked: App.map.zoomOut(step.index + 1)
+            }
+        }
+    }
+    Line {
+        Layout.fillWidth: true
+        color: Theme.secondaryText
+        font.pixelSize: Theme.small
+        text: App.map.zoomLoading ? Words.opening : App.map.skippedText ? Words.skipped.arg(App.map.skippedText) : ""
+    }
+}

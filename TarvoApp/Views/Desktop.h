@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QColor>
+#include <QDBusVariant>
+#include <QObject>
+#include <QString>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+class QJSEngine;
+class QQmlEngine;
+
+namespace tarvo {
+
+class AppModel;
+
+/// What a window takes from the desktop around it: language, appearance, motion, the accent colour, and the
+/// way to the file manager and the clipboard. Answers of the desktop arrive later and are told by `changed`.
+class Desktop : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(QString language READ language CONSTANT)
+    Q_PROPERTY(bool isDark READ isDark NOTIFY changed)
+    Q_PROPERTY(bool reducesMotion READ reducesMotion NOTIFY changed)
+    Q_PROPERTY(QColor accent READ accent NOTIFY changed)
+    Q_PROPERTY(bool accentWantsDarkInk READ accentWantsDarkInk NOTIFY changed)
+
+  public:
+    /// The name under which whoever made the engine has left the object there.
+    static constexpr const char* property = "desktop";
+    static Desktop* create(QQmlEngine* engine, QJSEngine*);
+
+    explicit Desktop(AppModel& app, QObject* parent = nullptr);
+
+    /// "light" or "dark" whatever the preferences say; empty goes by them again.
+    void setAppearance(const QString& appearance);
+
+    [[nodiscard]] QString language() const;
+    [[nodiscard]] bool isDark() const;
+    [[nodiscard]] bool reducesMotion() const;
+    [[nodiscard]] QColor accent() const;
+    [[nodiscard]] bool accentWantsDarkInk() const;
+
+    /// True when the row or tile stands for one thing on the disk that can be shown and copied.
+    Q_INVOKABLE [[nodiscard]] bool hasPlace(const QString& key) const;
+    /// Opens the file manager with the item selected, or its folder where the file manager cannot do that.
+    Q_INVOKABLE void showInFiles(const QString& key);
+    Q_INVOKABLE void copyPath(const QString& key);
+
+  signals:
+    void changed();
+
+  private Q_SLOTS:
+    void takeSetting(const QString& area, const QString& key, const QDBusVariant& value);
+
+  private:
+    void askPortal(const QString& area, const QString& key);
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+    AppModel& app_;
+    QString appearance_;
+    bool isDesktopDark_ = false;
+    bool hasDesktopSaid_ = false;
+    bool hasAnimations_ = true;
+};
+
+} // namespace tarvo

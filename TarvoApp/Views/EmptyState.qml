@@ -1,0 +1,59 @@
+import QtQuick
+import QtQuick.Layouts
+import Tarvo
+
+// While there is nothing to show: why, and what comes next.
+Item {
+    id: state
+
+    readonly property bool scanned: App.hasReport
+    readonly property bool looking: !scanned && App.isBusy
+
+    ColumnLayout {
+        anchors.centerIn: parent
+        spacing: 8
+        width: Math.min(parent.width - 48, Math.round(420 * Theme.scale))
+
+        Glyph {
+            Layout.alignment: Qt.AlignHCenter
+            Layout.bottomMargin: 8
+            Layout.preferredHeight: Layout.preferredWidth
+            Layout.preferredWidth: 64
+            color: Theme.secondaryText
+            shape: state.scanned ? "tick" : "disk"
+            weight: 1
+        }
+        Line {
+            Accessible.name: text
+            Accessible.role: Accessible.StaticText
+            Layout.fillWidth: true
+            font.pixelSize: Theme.title
+            horizontalAlignment: Text.AlignHCenter
+            text: state.looking ? App.statusText : state.scanned ? Words.nothingToClean : Words.notScanned
+            wrapMode: Text.WordWrap
+        }
+        Line {
+            Layout.fillWidth: true
+            color: Theme.secondaryText
+            horizontalAlignment: Text.AlignHCenter
+            text: state.looking ? Words.firstLook : state.scanned ? Words.nothingToCleanHelp : Words.notScannedHelp
+            wrapMode: Text.WordWrap
+        }
+        Line {
+            Layout.fillWidth: true
+            color: Theme.secondaryText
+            font.pixelSize: Theme.small
+            horizontalAlignment: Text.AlignHCenter
+            text: App.progressText
+            visible: state.looking
+        }
+        PlainButton {
+            Layout.alignment: Qt.AlignHCenter
+            Layout.topMargin: 12
+            kind: state.looking ? PlainButton.Plain : PlainButton.Primary
+            text: state.looking ? Words.stop : state.scanned ? Words.scan : Words.analyze
+
+            onClicked: state.looking ? App.stop() : App.scan()
+        }
+    }
+}

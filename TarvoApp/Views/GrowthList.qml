@@ -1,0 +1,58 @@
+import QtQuick
+import QtQuick.Layouts
+import Tarvo
+
+// What grew most since an earlier day.
+ColumnLayout {
+    id: list
+
+    spacing: 0
+    visible: App.growth.length > 0
+
+    Line {
+        Layout.bottomMargin: 4
+        Layout.fillWidth: true
+        Layout.leftMargin: 8
+        Layout.topMargin: 16
+        font.weight: Font.DemiBold
+        text: Words.grew.arg(App.growthSince)
+    }
+    Repeater {
+        model: App.growth
+
+        RowLayout {
+            id: grown
+
+            required property var modelData
+
+            Accessible.name: modelData.name + ", " + modelData.delta
+            Accessible.role: Accessible.StaticText
+            Layout.bottomMargin: 3
+            Layout.fillWidth: true
+            Layout.leftMargin: 8
+            Layout.rightMargin: 8
+            Layout.topMargin: 3
+            spacing: 10
+
+            Line {
+                Accessible.ignored: true
+                Layout.fillWidth: true
+                text: grown.modelData.name
+            }
+            Line {
+                Accessible.ignored: true
+                color: Theme.secondaryText
+                elide: Text.ElideNone
+                font.pixelSize: Theme.small
+                text: grown.modelData.now
+            }
+            Line {
+                Accessible.ignored: true
+                Layout.minimumWidth: Math.round(70 * Theme.scale)
+                elide: Text.ElideNone
+                horizontalAlignment: Text.AlignRight
+                text: grown.modelData.delta
+            }
+        }
+    }
+}

@@ -1,0 +1,89 @@
+import QtQuick
+import QtQuick.Layouts
+import Tarvo
+
+// How bad it is, what goes on, and how far the selection goes.
+RowLayout {
+    id: header
+
+    signal settingsWanted
+    signal helpWanted
+
+    // The large figure says the first half of the idle line already.
+    readonly property string status: App.freeNow.length > 0 && App.statusText.startsWith(App.freeNow)
+                                     ? App.statusText.slice(App.statusText.indexOf(" · ") + 3) : App.statusText
+
+    spacing: 24
+
+    ColumnLayout {
+        Layout.alignment: Qt.AlignTop
+        Layout.fillWidth: true
+        spacing: 4
+
+        RowLayout {
+            spacing: 8
+            visible: App.freeNow.length > 0
+
+            Line {
+                id: figure
+
+                Layout.alignment: Qt.AlignBaseline
+                font.pixelSize: Theme.figure
+                font.weight: Font.DemiBold
+                text: App.freeNow
+            }
+            Line {
+                Layout.alignment: Qt.AlignBaseline
+                Layout.fillWidth: true
+                color: Theme.secondaryText
+                font.pixelSize: Theme.strong
+                text: Words.freeOf.arg(App.capacity)
+            }
+        }
+        Line {
+            Layout.fillWidth: true
+            color: Theme.secondaryText
+            maximumLineCount: 2
+            text: App.progressText.length > 0 ? header.status + "  " + App.progressText : header.status
+            wrapMode: Text.WordWrap
+        }
+        Line {
+            Layout.fillWidth: true
+            color: Theme.secondaryText
+            font.pixelSize: Theme.small
+            text: App.systemSpace
+            visible: text.length > 0
+        }
+    }
+    GoalMeter {
+        Layout.alignment: Qt.AlignTop
+        Layout.preferredWidth: Math.round(270 * Theme.scale)
+    }
+    RowLayout {
+        Layout.alignment: Qt.AlignTop
+        Layout.rightMargin: -6
+        spacing: 4
+
+        IconButton {
+            help: App.isBusy ? Words.stop : Words.scanHelp
+            name: App.isBusy ? Words.stop : Words.scan
+            shape: App.isBusy ? "stop" : "scan"
+
+            onClicked: App.isBusy ? App.stop() : App.scan()
+        }
+        IconButton {
+            help: Words.settingsHelp
+            name: Words.settings
+            shape: "settings"
+
+            onClicked: header.settingsWanted()
+        }
+        IconButton {
+            help: Words.helpHelp
+            name: Words.help
+            shape: "help"
+
+            onClicked: header.helpWanted()
+        }
+    }
+}

@@ -1,0 +1,135 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Tarvo
+
+// The main window.
+ApplicationWindow {
+    id: window
+
+    signal openSettings
+    signal openHelp
+
+    readonly property bool narrow: width < 1000
+    readonly property bool hasRows: App.hasReport && (App.map.count > 0 || App.map.depth > 0)
+
+    color: Theme.window
+    height: 760
+    minimumHeight: 600
+    minimumWidth: 900
+    title: "Tarvo AI"
+    visible: true
+    width: 1180
+
+    palette {
+        base: Theme.surface
+        button: Theme.surface
+        buttonText: Theme.text
+        dark: Theme.text
+        highlight: Theme.accent
+        highlightedText: Theme.accentInk
+        light: Theme.raised
+        mid: Theme.hairline
+        midlight: Theme.raised
+        text: Theme.text
+        toolTipBase: Theme.surface
+        toolTipText: Theme.text
+        window: Theme.surface
+        windowText: Theme.text
+    }
+
+    Shortcuts {
+        active: !confirm.visible && !empty.visible && !welcome.visible
+
+        onHelpWanted: window.openHelp()
+        onSettingsWanted: window.openSettings()
+    }
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        Banner {
+            Layout.fillWidth: true
+            message: App.demoNotice
+            shape: "info"
+            visible: App.demoNotice.length > 0
+        }
+        Header {
+            Layout.bottomMargin: 12
+            Layout.fillWidth: true
+            Layout.leftMargin: 24
+            Layout.rightMargin: 24
+            Layout.topMargin: 16
+
+            onHelpWanted: window.openHelp()
+            onSettingsWanted: window.openSettings()
+        }
+        Summary {
+            Layout.bottomMargin: 16
+            Layout.fillWidth: true
+            Layout.leftMargin: 24
+            Layout.rightMargin: 24
+        }
+        NoticeBar {
+            Layout.bottomMargin: 12
+            Layout.fillWidth: true
+        }
+        PaneTabs {
+            id: tabs
+
+            Layout.bottomMargin: 8
+            Layout.leftMargin: 24
+            Layout.preferredWidth: Math.round(240 * Theme.scale)
+            visible: window.narrow && window.hasRows
+        }
+        RowLayout {
+            Layout.bottomMargin: 16
+            Layout.fillHeight: true
+            Layout.fillWidth: true
+            Layout.leftMargin: 24
+            Layout.rightMargin: 24
+            spacing: 16
+            visible: window.hasRows
+
+            MapView {
+                Layout.fillHeight: true
+                Layout.fillWidth: true
+                visible: !window.narrow || tabs.currentIndex === 0
+
+                onMenuWanted: key => menu.openFor(key)
+            }
+            RowListView {
+                Layout.fillHeight: true
+                Layout.fillWidth: window.narrow
+                Layout.preferredWidth: Math.min(window.width * 0.37, 560)
+                visible: !window.narrow || tabs.currentIndex === 1
+
+                onMenuWanted: key => menu.openFor(key)
+            }
+        }
+        EmptyState {
+            Layout.fillHeight: true
+            Layout.fillWidth: true
+            visible: !window.hasRows
+        }
+        HoldingBanner {
+            Layout.fillWidth: true
+        }
+        Footer {
+            Layout.fillWidth: true
+            visible: App.hasReport
+        }
+    }
+    PlaceMenu {
+        id: menu
+    }
+    ConfirmDialog {
+        id: confirm
+    }
+    EmptyDialog {
+        id: empty
+    }
+    WelcomeCard {
+        id: welcome
+    }
+}

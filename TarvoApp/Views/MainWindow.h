@@ -1,0 +1,31 @@
+#pragma once
+
+#include "TarvoApp/Views/Desktop.h"
+
+#include <QQmlApplicationEngine>
+
+class QQuickWindow;
+
+namespace tarvo {
+
+class AppModel;
+
+/// The application's windows on the model, which must outlive them.
+class MainWindow final {
+  public:
+    /// Shows the main window. Whatever goes wrong with that is on standard error.
+    explicit MainWindow(AppModel& app);
+
+    /// Null when it could not be shown.
+    [[nodiscard]] QQuickWindow* window() const;
+    [[nodiscard]] Desktop& desktop() { return desktop_; }
+
+    /// Brings the window before the others.
+    void raise() const;
+
+  private:
+    Desktop desktop_;
+    QQmlApplicationEngine engine_; ///< Goes first, since its windows use the rest.
+};
+
+} // namespace tarvo

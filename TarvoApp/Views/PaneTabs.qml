@@ -1,0 +1,43 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Tarvo
+
+// Map or list, where the window is too narrow for both.
+TabBar {
+    id: bar
+
+    component Tab: TabButton {
+        id: tab
+
+        font.pixelSize: Theme.body
+        implicitHeight: Theme.controlHeight
+
+        background: Rectangle {
+            border.color: tab.checked ? Theme.hairline : "transparent"
+            color: tab.checked ? Theme.surface : tab.hovered ? Theme.raised : "transparent"
+            radius: Theme.buttonRadius
+
+            FocusRing {
+                visible: tab.visualFocus
+            }
+        }
+        contentItem: Line {
+            color: tab.checked ? Theme.text : Theme.secondaryText
+            font.pixelSize: Theme.body
+            font.weight: tab.checked ? Font.DemiBold : Font.Normal
+            horizontalAlignment: Text.AlignHCenter
+            text: tab.text
+            verticalAlignment: Text.AlignVCenter
+        }
+    }
+
+    background: Item {}
+    spacing: 4
+
+    Tab {
+        text: Words.map
+    }
+    Tab {
+        text: Words.list
+    }
+}

@@ -1,0 +1,79 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Tarvo
+
+// A button with words on it.
+Button {
+    id: button
+
+    enum Kind { Plain, Primary, Danger, Link }
+
+    property int kind: PlainButton.Plain
+    property string help: ""
+    property bool takesReturn: true
+
+    readonly property color ink: {
+        switch (kind) {
+        case PlainButton.Primary:
+            return Theme.accentInk;
+        case PlainButton.Danger:
+            return Theme.dangerInk;
+        default:
+            return Theme.text;
+        }
+    }
+    readonly property color fill: {
+        switch (kind) {
+        case PlainButton.Primary:
+            return Theme.accent;
+        case PlainButton.Danger:
+            return Theme.danger;
+        case PlainButton.Link:
+            return "transparent";
+        default:
+            return Theme.surface;
+        }
+    }
+
+    Accessible.description: help
+    ToolTip.delay: 600
+    ToolTip.text: help
+    ToolTip.visible: hovered && help.length > 0
+    focusPolicy: Qt.StrongFocus
+    font.pixelSize: Theme.body
+    font.weight: kind === PlainButton.Primary || kind === PlainButton.Danger ? Font.DemiBold : Font.Normal
+    implicitHeight: Theme.controlHeight
+    leftPadding: kind === PlainButton.Link ? 6 : 14
+    opacity: enabled ? 1 : 0.45
+    rightPadding: leftPadding
+
+    Keys.onEnterPressed: if (button.takesReturn) button.click()
+    Keys.onReturnPressed: if (button.takesReturn) button.click()
+
+    background: Rectangle {
+        border.color: button.kind === PlainButton.Plain ? Theme.hairline : "transparent"
+        color: button.fill
+        radius: Theme.buttonRadius
+
+        Rectangle {
+            anchors.fill: parent
+            color: button.kind === PlainButton.Plain || button.kind === PlainButton.Link ? Theme.text : button.ink
+            opacity: button.down ? 0.14 : button.hovered ? 0.07 : 0
+            radius: parent.radius
+
+            Behavior on opacity {
+                NumberAnimation { duration: Theme.hoverTime }
+            }
+        }
+        FocusRing {
+            visible: button.visualFocus
+        }
+    }
+    contentItem: Line {
+        color: button.ink
+        font: button.font
+        horizontalAlignment: Text.AlignHCenter
+        text: button.text
+        verticalAlignment: Text.AlignVCenter
+    }
+}

@@ -1,0 +1,87 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Tarvo
+
+// Asks before something that cannot be taken back. Return and Escape both mean no.
+Popup {
+    id: question
+
+    required property bool asks
+    required property string title
+    required property string message
+    required property string acceptText
+    property int acceptKind: PlainButton.Primary
+
+    signal accepted
+    signal refused
+
+    anchors.centerIn: T.Overlay.overlay
+    closePolicy: Popup.CloseOnEscape
+    dim: true
+    focus: true
+    modal: true
+    padding: 24
+    parent: T.Overlay.overlay
+    width: Math.min(Math.round(440 * Theme.scale), (question.parent?.width ?? 900) - 48)
+
+    onAsksChanged: asks ? question.open() : question.close()
+    onClosed: if (asks) refused()
+    onOpened: cancel.forceActiveFocus(Qt.TabFocusReason)
+
+    T.Overlay.modal: Rectangle {
+        color: Theme.shade
+    }
+    background: Rectangle {
+        Accessible.name: question.title
+        Accessible.role: Accessible.Dialog
+        border.color: Theme.hairline
+        color: Theme.surface
+        radius: Theme.cardRadius
+    }
+    contentItem: ColumnLayout {
+        spacing: 12
+
+        Line {
+            Layout.fillWidth: true
+            font.pixelSize: Theme.title
+            font.weight: Font.DemiBold
+            text: question.title
+            wrapMode: Text.WordWrap
+        }
+        Line {
+            Layout.fillWidth: true
+            lineHeight: 1.25
+            text: question.message
+            wrapMode: Text.WordWrap
+        }
+        RowLayout {
+            Layout.alignment: Qt.AlignRight
+            Layout.topMargin: 12
+            spacing: 8
+
+            PlainButton {
+                id: cancel
+
+                focus: true
+                text: Words.cancel
+
+                onClicked: question.refused()
+            }
+            PlainButton {
+                kind: question.acceptKind
+                takesReturn: false
+                text: question.acceptText
+
+                onClicked: question.accepted()
+            }
+        }
+    }
+    enter: Transition {
+        NumberAnimation { duration: Theme.hoverTime; from: 0; property: "opacity"; to: 1 }
+    }
+    exit: Transition {
+        NumberAnimation { duration: Theme.hoverTime; from: 1; property: "opacity"; to: 0 }
+    }
+}

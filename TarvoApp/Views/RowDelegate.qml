@@ -1,0 +1,169 @@
+import QtQuick
+import QtQuick.Layouts
+import Tarvo
+
+// One thing that was found, and the head of its group above the first of them.
+Item {
+    id: row
+
+    required property int index
+    required property string key
+    required property string title
+    required property string detail
+    required property string bytes
+    required property real share
+    required property int group
+    required property string groupTitle
+    required property string groupBytes
+    required property string tickState
+    required property string reason
+    required property string place
+    required property var explanation
+
+    readonly property bool lit: App.mapHovered === key || App.flashRow === key
+    readonly property bool dimmed: App.mapHovered.length > 0 && !lit && App.rows.indexOf(App.mapHovered) >= 0
+    readonly property bool first: ListView.previousSection !== ListView.section
+    readonly property bool tickable: tickState === "selected" || tickState === "unselected"
+    readonly property string below: tickState === "blocked" && reason ? reason
+                                  : explanation.whatItIs ? explanation.whatItIs : detail ? detail : place
+
+    signal menuWanted(string key)
+
+    Accessible.checkable: tickable
+    Accessible.checked: tickState === "selected"
+    Accessible.description: below
+    Accessible.focusable: true
+    Accessible.name: title + ", " + bytes + ", " + groupTitle + ", " + Words.tickState(tickState)
+    Accessible.role: Accessible.CheckBox
+    implicitHeight: column.implicitHeight
+
+    Accessible.onPressAction: App.toggle(key)
+    Accessible.onToggleAction: App.toggle(key)
+    Keys.onMenuPressed: menuWanted(key)
+    Keys.onEnterPressed: App.map.zoomInto(key)
+    Keys.onReturnPressed: App.map.zoomInto(key)
+    Keys.onSpacePressed: App.toggle(key)
+
+    Column {
+        id: column
+
+        width: parent.width
+
+        GroupHeader {
+            bytes: row.groupBytes
+            group: row.group
+            title: row.groupTitle
+            visible: row.first
+            width: parent.width - 16
+            x: 8
+        }
+        Rectangle {
+            id: body
+
+            color: row.lit ? Qt.alpha(Theme.accent, 0.18) : pointer.hovered ? Theme.raised : "transparent"
+            height: texts.implicitHeight + 14
+            opacity: row.dimmed ? 0.45 : 1
+            radius: Theme.tileRadius
+            width: parent.width
+
+            Behavior on color {
+                ColorAnimation { duration: Theme.hoverTime }
+            }
+            Behavior on opacity {
+                NumberAnimation { duration: Theme.hoverTime }
+            }
+
+            FocusRing {
+                anchors.margins: 0
+                radius: Theme.tileRadius
+                visible: row.activeFocus
+            }
+            HoverHandler {
+                id: pointer
+
+                onHoveredChanged: {
+                    if (hovered)
+                        App.hovered = row.key;
+                    else if (App.hovered === row.key)
+                        App.hovered = "";
+                }
+            }
+            MouseArea {
+                acceptedButtons: Qt.LeftButton | Qt.RightButton
+                anchors.fill: parent
+                cursorShape: row.tickable ? Qt.PointingHandCursor : Qt.ArrowCursor
+
+                onClicked: mouse => {
+                    row.ListView.view.currentIndex = row.index;
+                    if (mouse.button === Qt.RightButton)
+                        row.menuWanted(row.key);
+                    else
+                        App.toggle(row.key);
+                }
+            }
+            RowLayout {
+                anchors.left: parent.left
+                anchors.margins: 8
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                spacing: 10
+
+                Item {
+                    Layout.preferredHeight: tick.side
+                    Layout.preferredWidth: tick.side
+
+                    TickBox {
+                        id: tick
+
+                        ink: row.tickState === "selected" ? Theme.accent : Theme.secondaryText
+                        inner: Theme.accentInk
+                        tickState: row.tickState
+                    }
+                }
+                ColumnLayout {
+                    id: texts
+
+                    Layout.fillWidth: true
+                    spacing: 1
+
+                    Line {
+                        Accessible.ignored: true
+                        Layout.fillWidth: true
+                        text: row.title
+                    }
+                    Line {
+                        Accessible.ignored: true
+                        Layout.fillWidth: true
+                        color: Theme.secondaryText
+                        font.pixelSize: Theme.small
+                        maximumLineCount: 2
+                        text: row.below
+                        visible: text.length > 0
+                        wrapMode: Text.Wrap
+                    }
+                }
+                Rectangle {
+                    Layout.preferredHeight: 5
+                    Layout.preferredWidth: Math.round(56 * Theme.scale)
+                    color: "transparent"
+                    radius: 2.5
+
+                    Rectangle {
+                        anchors.right: parent.right
+                        color: Theme.groups[row.group]
+                        height: parent.height
+                        radius: parent.radius
+                        width: Math.max(3, parent.width * row.share)
+                    }
+                }
+                Line {
+                    Accessible.ignored: true
+                    Layout.minimumWidth: Math.round(62 * Theme.scale)
+                    elide: Text.ElideNone
+                    horizontalAlignment: Text.AlignRight
+                    text: row.bytes
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,80 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Tarvo
+
+// All that was found, group by group.
+Rectangle {
+    id: pane
+
+    signal menuWanted(string key)
+
+    border.color: Theme.hairline
+    color: Theme.surface
+    radius: Theme.cardRadius
+
+    ColumnLayout {
+        anchors.fill: parent
+        anchors.margins: 12
+        spacing: 4
+
+        SearchField {
+            Layout.fillWidth: true
+        }
+        ListView {
+            id: list
+
+            Accessible.name: Words.list
+            Accessible.role: Accessible.List
+            Layout.fillHeight: true
+            Layout.fillWidth: true
+            activeFocusOnTab: true
+            boundsBehavior: Flickable.StopAtBounds
+            clip: true
+            keyNavigationEnabled: true
+            model: App.rows
+            section.property: "groupTitle"
+
+            ScrollBar.vertical: ScrollBar {
+                policy: list.contentHeight > list.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
+                width: 8
+            }
+            delegate: RowDelegate {
+                width: ListView.view.width - 12
+
+                onMenuWanted: key => pane.menuWanted(key)
+            }
+            displaced: Transition {
+                NumberAnimation { duration: Theme.shortTime; easing.type: Easing.OutCubic; property: "y" }
+            }
+            footer: GrowthList {
+                width: ListView.view.width - 12
+            }
+            move: Transition {
+                NumberAnimation { duration: Theme.shortTime; easing.type: Easing.OutCubic; property: "y" }
+            }
+
+            Line {
+                anchors.horizontalCenter: parent.horizontalCenter
+                color: Theme.secondaryText
+                elide: Text.ElideMiddle
+                horizontalAlignment: Text.AlignHCenter
+                text: App.searchText.length > 0 ? Words.nothingFound.arg(App.searchText) : Words.nothingToClean
+                visible: list.count === 0
+                width: parent.width - 24
+                y: 48
+            }
+        }
+    }
+    Connections {
+        function onScrollChanged() {
+            const at = App.rows.indexOf(App.scrollToRow);
+            if (at >= 0) {
+                list.currentIndex = at;
+                list.positionViewAtIndex(at, ListView.Center);
+            }
+        }
+
+        target: App
+    }
+}

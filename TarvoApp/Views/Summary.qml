@@ -1,0 +1,40 @@
+import QtQuick
+import QtQuick.Layouts
+import Tarvo
+
+// The disk in a few sentences.
+RowLayout {
+    spacing: 8
+    visible: App.summary.length > 0
+
+    Line {
+        Accessible.description: App.summaryByAI ? Words.byAIHelp : ""
+        Accessible.name: App.summary
+        Accessible.role: Accessible.StaticText
+        Layout.fillWidth: true
+        font.pixelSize: Theme.strong
+        lineHeight: 1.25
+        maximumLineCount: 3
+        text: App.summary
+        wrapMode: Text.WordWrap
+    }
+    Rectangle {
+        Layout.alignment: Qt.AlignTop
+        Layout.topMargin: 2
+        color: Theme.raised
+        implicitHeight: mark.implicitHeight + 6
+        implicitWidth: mark.implicitWidth + 14
+        radius: height / 2
+        visible: App.summaryByAI
+
+        Line {
+            id: mark
+
+            anchors.centerIn: parent
+            color: Theme.secondaryText
+            font.pixelSize: Theme.small
+            font.weight: Font.DemiBold
+            text: Words.byAI
+        }
+    }
+}

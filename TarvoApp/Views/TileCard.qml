@@ -1,0 +1,97 @@
+import QtQuick
+import QtQuick.Layouts
+import Tarvo
+
+// All that is known about the tile under the pointer.
+Rectangle {
+    id: card
+
+    required property Item tile
+    required property Item area
+
+    // The last tile stays on the card while it fades.
+    property MapTile told: null
+
+    onTileChanged: if (tile) told = tile as MapTile
+
+    border.color: Theme.hairline
+    color: Theme.surface
+    height: texts.implicitHeight + 24
+    opacity: tile ? 1 : 0
+    radius: Theme.cardRadius
+    visible: opacity > 0
+    width: 270
+    x: {
+        if (!told)
+            return 0;
+        const right = told.x + told.width + 8;
+        const left = told.x - width - 8;
+        const beside = right + width <= area.width ? right : left >= 0 ? left : area.width - width - 12;
+        return Math.round(beside);
+    }
+    y: told ? Math.round(Math.max(0, Math.min(told.y + 8, area.height - height))) : 0
+    z: 10
+
+    Behavior on opacity {
+        NumberAnimation { duration: Theme.hoverTime }
+    }
+
+    ColumnLayout {
+        id: texts
+
+        anchors.left: parent.left
+        anchors.margins: 12
+        anchors.right: parent.right
+        anchors.top: parent.top
+        spacing: 4
+
+        Line {
+            Layout.fillWidth: true
+            font.pixelSize: Theme.strong
+            font.weight: Font.DemiBold
+            maximumLineCount: 2
+            text: card.told?.label ?? ""
+            wrapMode: Text.Wrap
+        }
+        Line {
+            Layout.fillWidth: true
+            font.pixelSize: Theme.title
+            text: card.told?.bytes ?? ""
+        }
+        Line {
+            Layout.fillWidth: true
+            color: Theme.secondaryText
+            maximumLineCount: 4
+            text: card.told?.detail ?? ""
+            visible: text.length > 0
+            wrapMode: Text.Wrap
+        }
+        Rectangle {
+            Layout.bottomMargin: 2
+            Layout.fillWidth: true
+            Layout.preferredHeight: 1
+            Layout.topMargin: 4
+            color: Theme.hairline
+        }
+        Line {
+            Layout.fillWidth: true
+            font.weight: Font.DemiBold
+            text: card.told?.word ?? ""
+            visible: text.length > 0
+        }
+        Line {
+            Layout.fillWidth: true
+            maximumLineCount: 3
+            text: card.told?.status ?? ""
+            wrapMode: Text.Wrap
+        }
+        Line {
+            Layout.fillWidth: true
+            color: Theme.secondaryText
+            font.pixelSize: Theme.small
+            text: Words.magnifier
+            visible: card.told?.canZoom ?? false
+            wrapMode: Text.Wrap
+        }
+    }
+}

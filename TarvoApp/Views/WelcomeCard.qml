@@ -1,0 +1,67 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Tarvo
+
+// What the application does, before the first scan.
+Popup {
+    id: card
+
+    anchors.centerIn: T.Overlay.overlay
+    closePolicy: Popup.NoAutoClose
+    focus: true
+    modal: true
+    padding: 32
+    parent: T.Overlay.overlay
+    visible: App.showWelcome && !App.isCapturing
+    width: Math.min(Math.round(480 * Theme.scale), (card.parent?.width ?? 900) - 48)
+
+    onOpened: begin.forceActiveFocus(Qt.TabFocusReason)
+
+    T.Overlay.modal: Rectangle {
+        color: Theme.shade
+    }
+    background: Rectangle {
+        border.color: Theme.hairline
+        color: Theme.surface
+        radius: Theme.cardRadius
+    }
+    contentItem: ColumnLayout {
+        spacing: 12
+
+        Line {
+            Layout.bottomMargin: 4
+            Layout.fillWidth: true
+            font.pixelSize: Theme.figure
+            font.weight: Font.DemiBold
+            text: Words.welcomeTitle
+            wrapMode: Text.WordWrap
+        }
+        Repeater {
+            model: Words.welcomeLines
+
+            Line {
+                required property string modelData
+
+                Layout.fillWidth: true
+                font.pixelSize: Theme.strong
+                lineHeight: 1.25
+                text: modelData
+                wrapMode: Text.WordWrap
+            }
+        }
+        PlainButton {
+            id: begin
+
+            Layout.alignment: Qt.AlignRight
+            Layout.topMargin: 12
+            implicitHeight: Math.round(36 * Theme.scale)
+            kind: PlainButton.Primary
+            leftPadding: 20
+            text: Words.analyze
+
+            onClicked: App.finishWelcome()
+        }
+    }
+}

@@ -1,0 +1,107 @@
+pragma Singleton
+import QtQuick
+
+// The fixed words of the windows. What speaks of amounts and items comes from the model.
+QtObject {
+    readonly property bool spanish: Qt.uiLanguage === "es"
+
+    function pick(es: string, en: string): string {
+        return spanish ? es : en;
+    }
+
+    readonly property string freeOf: pick("libres de %1", "free of %1")
+    readonly property string usedShare: pick("Disco ocupado", "Disk used")
+    readonly property string scan: pick("Volver a analizar", "Analyze again")
+    readonly property string scanHelp: pick("Volver a analizar (Ctrl+R)", "Analyze again (Ctrl+R)")
+    readonly property string stop: pick("Parar", "Stop")
+    readonly property string settings: pick("Ajustes", "Settings")
+    readonly property string settingsHelp: pick("Ajustes (Ctrl+,)", "Settings (Ctrl+,)")
+    readonly property string help: pick("Ayuda", "Help")
+    readonly property string helpHelp: pick("Ayuda (F1)", "Help (F1)")
+
+    readonly property string goal: pick("Objetivo", "Goal")
+    readonly property string raiseGoal: pick("Subir objetivo 1 GB", "Raise goal by 1 GB")
+    readonly property string lowerGoal: pick("Bajar objetivo 1 GB", "Lower goal by 1 GB")
+
+    readonly property string byAI: pick("IA", "AI")
+    readonly property string byAIHelp: pick("Escrito por el modelo de tu equipo", "Written by the model on your computer")
+    readonly property string summary: pick("Resumen del disco", "Disk summary")
+
+    readonly property string map: pick("Mapa", "Map")
+    readonly property string mapName: pick("Mapa del disco", "Disk map")
+    readonly property string list: pick("Lista", "List")
+    readonly property string wholeDisk: pick("Ver disco entero", "Show Whole Disk")
+    readonly property string disk: pick("Disco", "Disk")
+    readonly property string backTo: pick("Volver a %1", "Back to %1")
+    readonly property string skipped: pick("Dentro de %1", "Inside %1")
+    readonly property string opening: pick("Mirando qué hay dentro…", "Looking inside…")
+    readonly property string zoom: pick("Ver qué hay dentro", "See what's inside")
+    readonly property string magnifier: pick("La lupa enseña qué hay dentro", "The magnifier shows what's inside")
+
+    readonly property string search: pick("Buscar", "Search")
+    readonly property string clearSearch: pick("Borrar la búsqueda", "Clear the search")
+    readonly property string nothingFound: pick("Nada coincide con «%1»", "Nothing matches “%1”")
+    readonly property string explain: pick("Explicar con IA", "Explain with AI")
+    readonly property string grew: pick("Lo que más ha crecido desde el %1", "Grew most since %1")
+    readonly property string showInList: pick("Ver en la lista", "Show in the list")
+    readonly property string showInFiles: pick("Mostrar en el gestor de archivos", "Show in File Manager")
+    readonly property string copyPath: pick("Copiar ruta", "Copy Path")
+    readonly property string protect: pick("No tocar nunca esta carpeta", "Never Touch This Folder")
+
+    readonly property string undo: pick("Deshacer", "Undo")
+    readonly property string undoHelp: pick("Devuelve a su sitio lo que apartó la última limpieza",
+                                            "Puts back what the last cleanup set aside")
+    readonly property string emptyNow: pick("Vaciar ahora…", "Empty Now…")
+    readonly property string emptyExplanation: pick(
+        "Solo se borra lo que apartaron tus limpiezas. No se podrá deshacer.",
+        "Only what your cleanups set aside is deleted. This can't be undone.")
+    readonly property string deletePermanently: pick("Borrar definitivamente", "Delete Permanently")
+
+    readonly property string selectSafe: pick("Marcar lo seguro", "Select Safe")
+    readonly property string selectSafeHelp: pick(
+        "Vuelve a marcar solo lo que se regenera solo (Ctrl+Mayús+S)",
+        "Select only what recreates itself again (Ctrl+Shift+S)")
+    readonly property string deselectAll: pick("Desmarcar todo", "Deselect All")
+    readonly property string deselectAllHelp: pick("Desmarca todo para elegir uno a uno",
+                                                   "Deselect everything to choose one by one")
+    readonly property string clean: pick("Limpiar…", "Clean…")
+    readonly property string cancel: pick("Cancelar", "Cancel")
+    readonly property string close: pick("Cerrar", "Close")
+    readonly property string question: pick("¿%1?", "%1?")
+
+    readonly property string firstLook: pick(
+        "Primero miro lo que no necesita permisos; enseguida verás resultados.",
+        "First I look at what doesn't need permission; you'll see results right away.")
+    readonly property string notScanned: pick("Aún no se ha analizado el disco", "The disk hasn't been analyzed yet")
+    readonly property string notScannedHelp: pick("El análisis solo mira: no cambia nada.",
+                                                  "Analyzing only looks: nothing is changed.")
+    readonly property string analyze: pick("Analizar el disco", "Analyze the Disk")
+    readonly property string nothingToClean: pick("No hay nada que limpiar", "Nothing to clean")
+    readonly property string nothingToCleanHelp: pick("Tu disco ya está en orden.", "Your disk is already tidy.")
+
+    readonly property string welcomeTitle: pick("Recupera espacio sin miedo", "Get space back, without fear")
+    readonly property list<string> welcomeLines: [
+        pick("Primero solo mira: te enseña qué ocupa tu disco.", "It only looks at first: it shows what fills your disk."),
+        pick("Lo que se regenera solo se borra; lo tuyo se aparta 7 días.",
+             "What recreates itself is deleted; your own files are set aside for 7 days."),
+        pick("Nada se limpia sin que tú lo confirmes.", "Nothing is cleaned until you confirm.")
+    ]
+
+    readonly property string ticked: pick("marcado", "selected")
+    readonly property string unticked: pick("sin marcar", "not selected")
+    readonly property string blocked: pick("no se puede limpiar ahora", "can't be cleaned right now")
+    readonly property string shownOnly: pick("solo se enseña", "shown only")
+
+    function tickState(state: string): string {
+        switch (state) {
+        case "selected":
+            return ticked;
+        case "unselected":
+            return unticked;
+        case "blocked":
+            return blocked;
+        default:
+            return shownOnly;
+        }
+    }
+}

@@ -1,0 +1,97 @@
+#include "LumoCore/Basics/Language.h"
+#include "Platform/Environment.h"
+#include "TarvoApp/App/AppModel.h"
+#include "TarvoApp/App/DesktopServices.h"
+#include "TarvoApp/App/Notifier.h"
+#include "TarvoApp/App/QtText.h"
+#include "TarvoApp/Views/MainWindow.h"
+#include "TarvoApp/Views/OneInstance.h"
+#include "TarvoApp/Views/Pictures.h"
+
+#include <QCommandLineParser>
+#include <QFont>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QQuickWindow>
+
+namespace {
+
+using tarvo::bytesOf;
+using tarvo::shown;
+
+QString said(const char* es, const char* en) {
+    return shown(lumo::text(es, en));
+}
+
+void describe(QCommandLineParser& parser) {
+    parser.addHelpOption();
+    parser.addOptions({
+        {"demo", said("muestra un disco inventado; no limpia nada", "shows a made-up disk; cleans nothing")},
+        {"bienvenida", said("muestra la bienvenida otra vez", "shows the welcome again")},
+        {"captura", said("guarda imágenes de la ventana y termina", "saves pictures of the window and ends"),
+         said("carpeta", "folder")},
+        {"home", said("la carpeta personal que se mira", "the home folder that is looked at"),
+         said("carpeta", "folder")},
+        {"idioma", said("es o en", "es or en"), said("idioma", "language")},
+        {"apariencia", said("light o dark", "light or dark"), said("apariencia", "appearance")},
+    });
+    for (const auto* hidden : {"tamano", "texto"}) {
+        QCommandLineOption option(hidden, {}, hidden);
+        option.setFlags(QCommandLineOption::HiddenFromHelp);
+        parser.addOption(option);
+    }
+}
+
+/// For pictures: a window of that size, "900x600", and text of that scale.
+void dress(const QCommandLineParser& parser, tarvo::AppModel& app, QQuickWindow& window) {
+    const QStringList size = parser.value("tamano").split('x');
+    if (size.size() == 2) {
+        window.resize(size.front().toInt(), size.back().toInt());
+    }
+    if (parser.isSet("texto") && app.isDemo()) {
+        app.settings()->setTextScale(parser.value("texto").toDouble());
+    }
+}
+
+int run(const QCommandLineParser& parser, const tarvo::RunMode& mode) {
+    tarvo::OneInstance instance(QDBusConnection::sessionBus());
+    if (mode.isForReal() && !instance.claim()) {
+        return 0;
+    }
+    const std::string home = parser.isSet("home") ? bytesOf(parser.value("home"))
+                                                  : lumo::platform::environmentVariable("HOME").value_or("");
+    tarvo::Notifier notifier(QDBusConnection::sessionBus(), mode);
+    tarvo::AppModel app(tarvo::desktopServices(home, mode, notifier));
+    tarvo::MainWindow windows(app);
+    if (windows.window() == nullptr) {
+        return 1;
+    }
+    windows.desktop().setAppearance(parser.value("apariencia"));
+    dress(parser, app, *windows.window());
+    if (mode.isCapturing) {
+        return tarvo::takePictures(windows, app, parser.value("captura")) ? 0 : 1;
+    }
+    QObject::connect(&instance, &tarvo::OneInstance::activated, [&] { windows.raise(); });
+    QObject::connect(&notifier, &tarvo::Notifier::activated, [&] { windows.raise(); });
+    return QGuiApplication::exec();
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    const auto mode = tarvo::RunMode::from(lumo::platform::processArguments());
+    if (mode.isCapturing && !lumo::platform::hasScreen()) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    if (qgetenv("QT_QPA_PLATFORM") == "offscreen") {
+        qputenv("QT_QUICK_BACKEND", "software");
+    }
+    QGuiApplication::setApplicationName(QStringLiteral("tarvo-app"));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Tarvo AI"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("tarvo-ai"));
+    const QGuiApplication application(count, arguments);
+    QCommandLineParser parser;
+    describe(parser);
+    parser.process(application);
+    return run(parser, mode);
+}
