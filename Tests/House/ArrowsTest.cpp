@@ -43,6 +43,7 @@ const std::vector<Room>& house() {
         {"LumoAI", {"LumoCore", "Platform"}, {"fmt"}},
         {"TarvoApp/Model", {"LumoCore", "LumoAI", "Platform"}, {"fmt"}},
         {"TarvoApp/App", {"TarvoApp/Model", "LumoCore", "LumoAI", "Platform"}, {"fmt", "Qt"}},
+        {"TarvoApp/Views", {"TarvoApp/App", "TarvoApp/Model", "LumoCore", "Platform"}, {"Qt"}},
         {"TarvoMCP", {"TarvoApp/Model", "LumoCore", "LumoAI", "Platform"}, {"fmt"}},
         {"TarvoCLI", {"TarvoMCP", "TarvoApp/Model", "LumoCore", "LumoAI", "Platform"}, {"fmt", "CLI"}},
     };

@@ -1,0 +1,192 @@
+#include "LumoCore/Basics/Language.h"
+#include "TarvoApp/App/QtText.h"
+#include "TarvoApp/Model/DiskMap.h"
+#include "TarvoApp/Views/MainWindow.h"
+#include "Tests/App/AppStory.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QQuickWindow>
+#include <QTest>
+
+#include <filesystem>
+
+using namespace tarvo;
+using namespace tarvo::testing;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+namespace {
+
+std::vector<std::string> warnings;
+
+void keepWarnings(QtMsgType type, const QMessageLogContext&, const QString& message) {
+    if (type != QtDebugMsg && type != QtInfoMsg) {
+        warnings.push_back(bytesOf(message));
+    }
+}
+
+void visit(QAccessibleInterface* item, const std::function<void(QAccessibleInterface&)>& see) {
+    if (item == nullptr || item->state().invisible) {
+        return;
+    }
+    see(*item);
+    for (int child = 0; child < item->childCount(); ++child) {
+        visit(item->child(child), see);
+    }
+}
+
+} // namespace
+
+/// The main window as a person and a screen reader find it.
+class MainWindowTest : public ::testing::Test {
+  protected:
+    explicit MainWindowTest(const RunMode& mode = {.isDemo = true}) : story(mode) {
+        qputenv("QT_QUICK_BACKEND", "software");
+        QAccessible::setActive(true);
+        warnings.clear();
+        previous_ = qInstallMessageHandler(keepWarnings);
+    }
+    ~MainWindowTest() override {
+        windows_.reset();
+        qInstallMessageHandler(previous_);
+        EXPECT_THAT(warnings, IsEmpty());
+    }
+
+    QQuickWindow& open() {
+        story.app().settings()->setWelcomeSeen(true);
+        if (story.app().showsWelcome()) {
+            story.app().finishWelcome();
+        }
+        windows_ = std::make_unique<MainWindow>(story.app());
+        EXPECT_TRUE(story.waitUntil([&] { return story.app().hasReport() && !story.app().isBusy(); }));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(windows_->window()));
+        return *windows_->window();
+    }
+
+    /// The first thing that can be seen and whose name begins so.
+    QAccessibleInterface* named(const std::string& name) {
+        QAccessibleInterface* found = nullptr;
+        visit(QAccessible::queryAccessibleInterface(windows_->window()), [&](QAccessibleInterface& item) {
+            if (found == nullptr && bytesOf(item.text(QAccessible::Name)).starts_with(name)) {
+                found = &item;
+            }
+        });
+        return found;
+    }
+
+    void click(const std::string& name) {
+        QAccessibleInterface* const item = named(name);
+        ASSERT_NE(item, nullptr) << name;
+        const QPoint middle = windows_->window()->mapFromGlobal(item->rect().center());
+        QTest::mouseClick(windows_->window(), Qt::LeftButton, {}, middle);
+    }
+
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(windows_->window(), key, modifiers);
+    }
+
+    [[nodiscard]] std::string focused() const {
+        QObject* const item = windows_->window()->activeFocusItem();
+        QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(item);
+        return told == nullptr ? "" : bytesOf(told->text(QAccessible::Name));
+    }
+
+    AppStory story;
+
+  private:
+    std::unique_ptr<MainWindow> windows_;
+    QtMessageHandler previous_ = nullptr;
+};
+
+class MainWindowAtHomeTest : public MainWindowTest {
+  protected:
+    MainWindowAtHomeTest() : MainWindowTest(RunMode()) {}
+};
+
+TEST_F(MainWindowTest, AClickOnARowTicksItAndTheFooterSaysSo) {
+    open();
+    const std::string title = story.app().rows()->rows().front().title;
+    const std::string before = bytesOf(story.app().selectedBytesText());
+    ASSERT_NE(named(before), nullptr);
+    click(title);
+    const std::string after = bytesOf(story.app().selectedBytesText());
+    EXPECT_NE(after, before);
+    EXPECT_NE(named(after), nullptr);
+}
+
+TEST_F(MainWindowTest, SearchingNarrowsTheListAndEscapeWidensItAgain) {
+    QQuickWindow& window = open();
+    const int all = story.app().rows()->count();
+    press(Qt::Key_F, Qt::ControlModifier);
+    for (const char letter : story.app().rows()->rows().front().title) {
+        QTest::keyClick(&window, letter);
+    }
+    EXPECT_LT(story.app().rows()->count(), all);
+    EXPECT_GT(story.app().rows()->count(), 0);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(story.app().rows()->count(), all);
+}
+
+TEST_F(MainWindowTest, TheKeyboardGoesFromTileToTileIntoAFolderAndOut) {
+    open();
+    MapModel& map = *story.app().map();
+    const std::string largest = bytesOf(map.data(map.index(0), MapModel::labelRole).toString());
+    for (int tabs = 0; tabs < 20 && !focused().starts_with(largest); ++tabs) {
+        press(Qt::Key_Tab);
+    }
+    ASSERT_THAT(focused(), StartsWith(largest));
+    press(Qt::Key_Right);
+    EXPECT_THAT(focused(), Not(StartsWith(largest)));
+    press(Qt::Key_Left);
+    EXPECT_THAT(focused(), StartsWith(largest));
+    press(Qt::Key_Return);
+    ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
+    press(Qt::Key_Escape);
+    EXPECT_EQ(map.depth(), 0);
+}
+
+TEST_F(MainWindowAtHomeTest, TheQuestionBeforeACleanupStandsOnCancelAndReturnDeletesNothing) {
+    story.addCache(2'000'000);
+    open();
+    press(Qt::Key_Backspace, Qt::ControlModifier);
+    ASSERT_TRUE(story.app().isConfirming());
+    const std::string cancel(lumo::text("Cancelar", "Cancel"));
+    ASSERT_TRUE(story.waitUntil([&] { return focused() == cancel; }));
+    press(Qt::Key_Tab);
+    EXPECT_EQ(focused(), bytesOf(story.app().cleanTitleText()));
+    press(Qt::Key_Return);
+    EXPECT_TRUE(story.app().isConfirming()) << "Return is no answer there";
+    press(Qt::Key_Tab, Qt::ShiftModifier);
+    press(Qt::Key_Return);
+    EXPECT_FALSE(story.app().isConfirming());
+    EXPECT_FALSE(story.app().isBusy());
+    EXPECT_TRUE(story.hasCache());
+}
+
+TEST_F(MainWindowTest, EverythingThatCanBePressedHasAName) {
+    QQuickWindow& window = open();
+    int pressable = 0;
+    visit(QAccessible::queryAccessibleInterface(&window), [&](QAccessibleInterface& item) {
+        const QAccessible::Role role = item.role();
+        if (role == QAccessible::Button || role == QAccessible::CheckBox ||
+            role == QAccessible::EditableText || role == QAccessible::PageTab) {
+            ++pressable;
+            EXPECT_NE(item.text(QAccessible::Name), "") << item.object()->metaObject()->className();
+        }
+    });
+    EXPECT_GT(pressable, story.app().map()->count());
+}
+
+TEST(DiskMap, GoesToWhatLiesStraightAhead) {
+    // A column at the left, and at the right three rows, the last of them as wide as both others.
+    const std::vector<Rect> places{{0, 0, 40, 60}, {40, 0, 60, 30}, {40, 30, 60, 30}, {0, 60, 100, 40}};
+    EXPECT_EQ(DiskMap::neighbour(places, 1, -1, 0), 0);
+    EXPECT_EQ(DiskMap::neighbour(places, 1, 0, 1), 2);
+    EXPECT_EQ(DiskMap::neighbour(places, 0, 0, 1), 3);
+    EXPECT_EQ(DiskMap::neighbour(places, 0, -1, 0), std::nullopt);
+    EXPECT_EQ(DiskMap::neighbour(places, 3, 0, 1), std::nullopt);
+}
