@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
 
