@@ -124,6 +124,10 @@ QString AppModel::progressText() const {
                                        work_->titles.size(), work_->titles[action]))
                    : QString();
     }
+    if (std::holds_alternative<phase::Archiving>(phase_)) {
+        const bool isChecking = work_->archive.phase == lumo::Archiver::ArchivePhase::checking;
+        return shown(string(isChecking ? work_->archive.checkedBytes : work_->archive.writtenBytes));
+    }
     const std::int64_t entries = work_->scan.walked.entries;
     return entries == 0
                ? QString()

@@ -91,6 +91,8 @@ class AppModel final : public QObject {
     Q_PROPERTY(QStringList lastFailures READ lastFailures NOTIFY outcomesChanged)
     Q_PROPERTY(bool celebration READ isCelebrating NOTIFY celebrationChanged)
     Q_PROPERTY(QString celebrationText READ celebrationText NOTIFY celebrationChanged)
+    Q_PROPERTY(QVariantMap archiveRequest READ archiveRequest NOTIFY archiveChanged)
+    Q_PROPERTY(QString archiveRefusalMessage READ archiveRefusalMessage NOTIFY archiveChanged)
     Q_PROPERTY(QString autoCleanStatus READ autoCleanStatusText NOTIFY autoCleanStatusChanged)
     Q_PROPERTY(bool launchAtLogin READ launchesAtLogin WRITE setLaunchAtLogin NOTIFY loginChanged)
     Q_PROPERTY(QString launchAtLoginError READ launchAtLoginError NOTIFY loginChanged)
@@ -143,6 +145,13 @@ class AppModel final : public QObject {
     Q_INVOKABLE void copyCelebrationImage();
     Q_INVOKABLE void dismissNotice() { setNotice({}); }
     Q_INVOKABLE void refreshHolding();
+
+    // Archiving.
+    /// Finds out what archiving the row's or tile's one path would save; then `archiveRequest` asks, or
+    /// `archiveRefusalMessage` says why not.
+    Q_INVOKABLE void requestArchive(const QString& key);
+    Q_INVOKABLE void archive();
+    Q_INVOKABLE void cancelArchive();
 
     [[nodiscard]] bool isDemo() const { return services_.mode.isDemo; }
     [[nodiscard]] bool isCapturing() const { return services_.mode.isCapturing; }
@@ -214,6 +223,9 @@ class AppModel final : public QObject {
     [[nodiscard]] bool isCelebrating() const { return celebration_.has_value(); }
     [[nodiscard]] QString celebrationText() const;
     [[nodiscard]] const QImage& celebrationImage() const { return celebrationImage_; }
+    /// "title", "message" and "acceptText" of the question; empty while nothing is asked.
+    [[nodiscard]] QVariantMap archiveRequest() const;
+    [[nodiscard]] QString archiveRefusalMessage() const;
     [[nodiscard]] QString autoCleanStatusText() const;
     [[nodiscard]] bool launchesAtLogin() const { return services_.startsAtLogin(); }
     void setLaunchAtLogin(bool isOn);
@@ -236,6 +248,7 @@ class AppModel final : public QObject {
     void holdingChanged();
     void outcomesChanged();
     void celebrationChanged();
+    void archiveChanged();
     void autoCleanStatusChanged();
     void loginChanged();
     void volumesChanged();
@@ -248,6 +261,7 @@ class AppModel final : public QObject {
         lumo::ScanProgress scan;
         std::atomic<std::size_t> action = 0; ///< The one in hand of a cleanup.
         std::vector<std::string> titles;     ///< Of its actions; not changed once it has begun.
+        lumo::Archiver::ArchiveProgress archive;
     };
 
     // Scanning.
@@ -286,6 +300,14 @@ class AppModel final : public QObject {
     void change(const std::string& doing,
                 const std::function<lumo::Result<Changed>(const HomeDesk&)>& change);
     void say(const lumo::Result<Changed>& changed);
+
+    /// An item that may be archived, and what that would come to.
+    struct Archivable {
+        std::string path;
+        lumo::Archiver::Estimate estimate;
+    };
+    void estimated(const Archivable& item);
+    void archived(const lumo::Result<Archived>& result);
 
     void setPhase(Phase phase);
     void setNotice(const std::string& notice);
@@ -347,6 +369,8 @@ class AppModel final : public QObject {
     std::optional<ShareStats> lastShare_;
     std::optional<ShareStats> celebration_;
     QImage celebrationImage_;
+    std::optional<Archivable> archivable_;
+    std::string archiveRefusal_;
     std::optional<std::string> launchAtLoginError_;
 
     QTimer monitor_;

@@ -6,6 +6,7 @@
 #include "LumoCore/Cleanup/HomeLock.h"
 #include "LumoCore/Cleanup/Mover.h"
 #include "LumoCore/Cleanup/Undoing.h"
+#include "LumoCore/Scanning/FileTree.h"
 
 #include <algorithm>
 #include <chrono>
@@ -117,6 +118,29 @@ lumo::Result<lumo::Holding::Emptied> emptyAgreed(const std::vector<Batch>& agree
     lumo::Holding::Emptied emptied = lumo::Holding::empty(unchanged, guard);
     emptied.failures.insert(emptied.failures.end(), changed.begin(), changed.end());
     return emptied;
+}
+
+lumo::Result<Archived> archiveItem(const std::string& path, const HomeDesk& desk,
+                                   const lumo::Archiver::ArchiveControl& control) {
+    const PathGuard guard(desk.home);
+    const auto lock = lockFor(guard, desk);
+    if (!lock) {
+        return std::unexpected(lock.error());
+    }
+    // Measured now, since nothing may take time between the last look at the original and its move.
+    lumo::HardLinkRegistry registry;
+    const std::int64_t bytes = lumo::FileTree::measure(path, registry).allocatedBytes;
+    const auto archive = lumo::Archiver::archive(path, lumo::Archiver::destination(path), guard, control);
+    if (!archive) {
+        const std::string& detail = archive.error().detail;
+        return lumo::failure(archive.error().errorDescription() +
+                             (detail.empty() ? "" : " (" + detail + ")"));
+    }
+    Archived archived{.archive = *archive, .outcome = {}};
+    archived.archiveBytes = lumo::FileTree::measure(*archive, registry).apparentBytes;
+    archived.outcome =
+        lumo::Archiver::setAside(path, std::string(lumo::fileName(path)), bytes, guard, desk.now()).front();
+    return archived;
 }
 
 } // namespace tarvo

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LumoCore/Basics/Result.h"
+#include "LumoCore/Cleanup/Archiver.h"
 #include "LumoCore/Cleanup/CleanupExecutor.h"
 #include "LumoCore/Cleanup/Holding.h"
 #include "TarvoApp/Model/CleanupTexts.h"
@@ -59,5 +60,17 @@ lumo::Result<HeldState> heldState(const HomeDesk& desk);
 /// Removes for good the batches that were agreed to. One that is not as it was then stays, with a failure.
 lumo::Result<lumo::Holding::Emptied> emptyAgreed(const std::vector<lumo::Holding::Batch>& agreed,
                                                  const HomeDesk& desk);
+
+/// A verified archive, and what became of its original.
+struct Archived {
+    std::string archive;
+    std::int64_t archiveBytes = 0;
+    lumo::CleanupOutcome outcome; ///< Failed when the original could not be set aside.
+};
+
+/// Archives the item and sets the original aside. A failure says why there is no archive; the original is
+/// where it was then.
+lumo::Result<Archived> archiveItem(const std::string& path, const HomeDesk& desk,
+                                   const lumo::Archiver::ArchiveControl& control);
 
 } // namespace tarvo

@@ -335,3 +335,27 @@ TEST(AppStories, TheMapOpensFoldersFromWhatWasListedAndForgetsThemWithANewScan) 
     ASSERT_TRUE(story.waitUntilIdle());
     ASSERT_TRUE(story.waitUntil([&] { return listings == 4; }));
 }
+
+TEST(AppStories, AnItemIsArchivedAfterItsEstimateAndCanComeBack) {
+    AppStory story;
+    settle(story);
+    story.home.file("Documents/Thesis/draft", 300'000);
+    AppModel& app = story.app();
+    app.archive();
+    EXPECT_FALSE(app.isBusy()) << "nobody was asked";
+    app.requestArchive(AppStory::ownKey);
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_TRUE(app.archiveRequest().isEmpty());
+    EXPECT_THAT(bytesOf(app.archiveRefusalMessage()), StartsWith("This can't be archived: "));
+    app.requestArchive(keyOf("dentro:" + story.home.path("Documents/Thesis")));
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_EQ(bytesOf(app.archiveRequest()["title"].toString()), "Archive “Thesis”?");
+    app.archive();
+    EXPECT_THAT(bytesOf(app.statusText()), StartsWith("Archiving “Thesis”"));
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_THAT(bytesOf(app.notice()), StartsWith("Archived as ~/Documents/Thesis.zip"));
+    EXPECT_FALSE(std::filesystem::exists(story.home.path("Documents/Thesis")));
+    app.undoLastCleanup();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_TRUE(std::filesystem::exists(story.home.path("Documents/Thesis/draft")));
+}
