@@ -9,13 +9,15 @@ Rectangle {
     required property string shape
     required property string message
     property string more: ""
+    property bool linesBelow: false
+    property bool compact: false
     default property alias actions: row.data
 
     Accessible.description: more
     Accessible.name: message
     Accessible.role: Accessible.StaticText
     color: Theme.surface
-    implicitHeight: Math.max(Theme.controlHeight, texts.implicitHeight) + 16
+    implicitHeight: Math.max(Theme.controlHeight, texts.implicitHeight) + (compact ? 8 : 16)
 
     RowLayout {
         id: row
@@ -51,15 +53,15 @@ Rectangle {
                 font.pixelSize: Theme.small
                 maximumLineCount: 2
                 text: banner.more
-                visible: text.length > 0
+                visible: text.length > 0 && !banner.compact
                 wrapMode: Text.WordWrap
             }
         }
     }
     Rectangle {
-        anchors.top: parent.top
         color: Theme.hairline
         height: 1
         width: parent.width
+        y: banner.linesBelow ? parent.height - 1 : 0
     }
 }

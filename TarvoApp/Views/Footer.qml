@@ -6,8 +6,12 @@ import Tarvo
 Rectangle {
     id: footer
 
+    property bool compact: false
+
+    readonly property bool hasTicks: App.goalFraction > 0
+
     color: Theme.surface
-    implicitHeight: row.implicitHeight + 24
+    implicitHeight: row.implicitHeight + (compact ? 14 : 24)
 
     Rectangle {
         color: Theme.hairline
@@ -33,7 +37,7 @@ Rectangle {
             wrapMode: Text.WordWrap
         }
         PlainButton {
-            enabled: App.selectedBytes > 0
+            enabled: footer.hasTicks
             help: Words.deselectAllHelp
             kind: PlainButton.Link
             text: Words.deselectAll
@@ -47,12 +51,12 @@ Rectangle {
             onClicked: App.selectSafe()
         }
         PlainButton {
-            enabled: App.selectedBytes > 0
+            enabled: footer.hasTicks
             help: App.cleanHelp
             implicitHeight: Math.round(36 * Theme.scale)
             kind: PlainButton.Primary
             leftPadding: 20
-            text: App.selectedBytes > 0 ? App.cleanTitle + "…" : Words.clean
+            text: footer.hasTicks ? App.cleanTitle + "…" : Words.clean
 
             onClicked: App.requestClean()
         }

@@ -18,6 +18,8 @@ RowLayout {
     ColumnLayout {
         Layout.alignment: Qt.AlignTop
         Layout.fillWidth: true
+        // While there is nothing to say, the room is kept all the same.
+        Layout.maximumWidth: Number.POSITIVE_INFINITY
         spacing: 4
 
         RowLayout {
@@ -34,8 +36,8 @@ RowLayout {
             }
             Line {
                 Layout.alignment: Qt.AlignBaseline
-                Layout.fillWidth: true
                 color: Theme.secondaryText
+                elide: Text.ElideNone
                 font.pixelSize: Theme.strong
                 text: Words.freeOf.arg(App.capacity)
             }
@@ -57,10 +59,13 @@ RowLayout {
     }
     GoalMeter {
         Layout.alignment: Qt.AlignTop
-        Layout.preferredWidth: Math.round(270 * Theme.scale)
+        Layout.fillWidth: false
+        visible: App.hasReport
+        Layout.preferredWidth: Math.round(Math.min(290 * Theme.scale, header.width * 0.3))
     }
     RowLayout {
         Layout.alignment: Qt.AlignTop
+        Layout.fillWidth: false
         Layout.rightMargin: -6
         spacing: 4
 

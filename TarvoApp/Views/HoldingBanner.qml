@@ -6,7 +6,7 @@ Banner {
     message: App.holdingTitle
     more: App.holdingText
     shape: "undo"
-    visible: App.holdingBytes > 0
+    visible: App.holdingText.length > 0
 
     PlainButton {
         enabled: !App.isBusy

@@ -22,10 +22,10 @@ Button {
     implicitHeight: side
     implicitWidth: side
     opacity: enabled ? 1 : 0.4
-    padding: Math.round(side * 0.2)
+    padding: Math.round(side * 0.14)
 
-    Keys.onEnterPressed: button.click()
-    Keys.onReturnPressed: button.click()
+    Keys.onEnterPressed: button.clicked()
+    Keys.onReturnPressed: button.clicked()
 
     background: Rectangle {
         color: button.backdrop

@@ -11,6 +11,9 @@ ApplicationWindow {
     signal openHelp
 
     readonly property bool narrow: width < 1000
+    // The map is what there must be room for.
+    readonly property bool low: height < 680 * Theme.scale
+    readonly property int gap: low ? 8 : 16
     readonly property bool hasRows: App.hasReport && (App.map.count > 0 || App.map.depth > 0)
 
     color: Theme.window
@@ -50,25 +53,28 @@ ApplicationWindow {
 
         Banner {
             Layout.fillWidth: true
+            compact: window.low
+            linesBelow: true
             message: App.demoNotice
             shape: "info"
             visible: App.demoNotice.length > 0
         }
         Header {
-            Layout.bottomMargin: 12
+            Layout.bottomMargin: window.low ? 4 : 12
             Layout.fillWidth: true
             Layout.leftMargin: 24
             Layout.rightMargin: 24
-            Layout.topMargin: 16
+            Layout.topMargin: window.gap
 
             onHelpWanted: window.openHelp()
             onSettingsWanted: window.openSettings()
         }
         Summary {
-            Layout.bottomMargin: 16
+            Layout.bottomMargin: window.gap
             Layout.fillWidth: true
             Layout.leftMargin: 24
             Layout.rightMargin: 24
+            compact: window.low
         }
         NoticeBar {
             Layout.bottomMargin: 12
@@ -77,13 +83,13 @@ ApplicationWindow {
         PaneTabs {
             id: tabs
 
-            Layout.bottomMargin: 8
+            Layout.bottomMargin: window.low ? 4 : 8
             Layout.leftMargin: 24
             Layout.preferredWidth: Math.round(240 * Theme.scale)
             visible: window.narrow && window.hasRows
         }
         RowLayout {
-            Layout.bottomMargin: 16
+            Layout.bottomMargin: window.gap
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.leftMargin: 24
@@ -114,9 +120,11 @@ ApplicationWindow {
         }
         HoldingBanner {
             Layout.fillWidth: true
+            compact: window.low
         }
         Footer {
             Layout.fillWidth: true
+            compact: window.low
             visible: App.hasReport
         }
     }

@@ -121,10 +121,10 @@ Item {
         model: tile.nested
 
         NestedTile {
-            ink: tile.ink
+            ink: tile.ink // qmllint disable unqualified
 
-            onMenuWanted: key => tile.menuWanted(key)
-            onZoomWanted: key => tile.zoomWanted(key)
+            onMenuWanted: key => tile.menuWanted(key) // qmllint disable unqualified
+            onZoomWanted: key => tile.zoomWanted(key) // qmllint disable unqualified
         }
     }
     IconButton {

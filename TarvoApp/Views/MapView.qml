@@ -15,7 +15,7 @@ ColumnLayout {
     function move(dx: int, dy: int) {
         const next = App.map.neighbour(current, dx, dy);
         if (next >= 0) {
-            current = next;
+            // Becomes the current one by that; an item that has the focus must not leave the tab order.
             tiles.itemAt(next).forceActiveFocus(Qt.TabFocusReason);
         }
     }
@@ -24,7 +24,7 @@ ColumnLayout {
         App.map.zoomInto(key);
     }
 
-    spacing: 8
+    spacing: 6
 
     onDepthChanged: {
         App.mapHovered = "";
@@ -41,6 +41,14 @@ ColumnLayout {
         Breadcrumb {
             Layout.fillWidth: true
             Layout.leftMargin: -6
+            visible: App.map.depth > 0 || App.map.zoomLoading
+        }
+        Legend {
+            visible: App.map.depth === 0 && !App.map.zoomLoading
+        }
+        Item {
+            Layout.fillWidth: true
+            visible: App.map.depth === 0
         }
         ToggleBox {
             checked: App.settings.showWholeDisk
@@ -91,21 +99,21 @@ ColumnLayout {
                 MapTile {
                     id: tile
 
-                    activeFocusOnTab: tile.index === Math.min(view.current, App.map.count - 1)
+                    activeFocusOnTab: tile.index === Math.min(view.current, App.map.count - 1) // qmllint disable unqualified
                     dimmed: App.map.depth === 0 && App.hovered.length > 0 && App.hovered !== tile.key
-                    slides: Theme.moves && !settled.running
+                    slides: Theme.moves && !settled.running // qmllint disable unqualified
 
-                    onActiveFocusChanged: if (tile.activeFocus) view.current = tile.index
+                    onActiveFocusChanged: if (tile.activeFocus) view.current = tile.index // qmllint disable unqualified
                     onHoveredChanged: {
                         if (tile.hovered) {
-                            leaving.stop();
+                            leaving.stop(); // qmllint disable unqualified
                             App.mapHovered = tile.key;
                         } else if (App.mapHovered === tile.key) {
-                            leaving.restart();
+                            leaving.restart(); // qmllint disable unqualified
                         }
                     }
-                    onMenuWanted: key => view.menuWanted(key)
-                    onZoomWanted: key => view.zoomInto(key)
+                    onMenuWanted: key => view.menuWanted(key) // qmllint disable unqualified
+                    onZoomWanted: key => view.zoomInto(key) // qmllint disable unqualified
                 }
             }
         }

@@ -9,6 +9,7 @@ TabBar {
     component Tab: TabButton {
         id: tab
 
+        Accessible.name: text
         font.pixelSize: Theme.body
         implicitHeight: Theme.controlHeight
 

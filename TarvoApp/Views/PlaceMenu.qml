@@ -15,6 +15,7 @@ Menu {
     }
 
     component Choice: MenuItem {
+        Accessible.name: text
         font.pixelSize: Theme.body
     }
 

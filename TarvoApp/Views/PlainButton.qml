@@ -36,6 +36,7 @@ Button {
     }
 
     Accessible.description: help
+    Accessible.name: text
     ToolTip.delay: 600
     ToolTip.text: help
     ToolTip.visible: hovered && help.length > 0
@@ -47,8 +48,8 @@ Button {
     opacity: enabled ? 1 : 0.45
     rightPadding: leftPadding
 
-    Keys.onEnterPressed: if (button.takesReturn) button.click()
-    Keys.onReturnPressed: if (button.takesReturn) button.click()
+    Keys.onEnterPressed: if (button.takesReturn) button.clicked()
+    Keys.onReturnPressed: if (button.takesReturn) button.clicked()
 
     background: Rectangle {
         border.color: button.kind === PlainButton.Plain ? Theme.hairline : "transparent"

@@ -40,7 +40,7 @@ Popup {
         color: Theme.surface
         radius: Theme.cardRadius
     }
-    contentItem: ColumnLayout {
+    contentItem: ColumnLayout { // qmllint disable deferred-property-id
         spacing: 12
 
         Line {
@@ -64,7 +64,6 @@ Popup {
             PlainButton {
                 id: cancel
 
-                focus: true
                 text: Words.cancel
 
                 onClicked: question.refused()

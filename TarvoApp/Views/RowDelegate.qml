@@ -60,7 +60,7 @@ Item {
         Rectangle {
             id: body
 
-            color: row.lit ? Qt.alpha(Theme.accent, 0.18) : pointer.hovered ? Theme.raised : "transparent"
+            color: row.lit ? Qt.alpha(Theme.accent, 0.18) : pointer.hovered ? Theme.window : "transparent"
             height: texts.implicitHeight + 14
             opacity: row.dimmed ? 0.45 : 1
             radius: Theme.tileRadius
@@ -109,6 +109,7 @@ Item {
                 spacing: 10
 
                 Item {
+                    Layout.alignment: Qt.AlignTop
                     Layout.preferredHeight: tick.side
                     Layout.preferredWidth: tick.side
 
@@ -142,26 +143,33 @@ Item {
                         wrapMode: Text.Wrap
                     }
                 }
-                Rectangle {
-                    Layout.preferredHeight: 5
-                    Layout.preferredWidth: Math.round(56 * Theme.scale)
-                    color: "transparent"
-                    radius: 2.5
+                ColumnLayout {
+                    Layout.alignment: Qt.AlignTop
+                    Layout.fillWidth: false
+                    spacing: 4
 
-                    Rectangle {
-                        anchors.right: parent.right
-                        color: Theme.groups[row.group]
-                        height: parent.height
-                        radius: parent.radius
-                        width: Math.max(3, parent.width * row.share)
+                    Line {
+                        Accessible.ignored: true
+                        Layout.fillWidth: true
+                        Layout.minimumWidth: Math.round(64 * Theme.scale)
+                        elide: Text.ElideNone
+                        horizontalAlignment: Text.AlignRight
+                        text: row.bytes
                     }
-                }
-                Line {
-                    Accessible.ignored: true
-                    Layout.minimumWidth: Math.round(62 * Theme.scale)
-                    elide: Text.ElideNone
-                    horizontalAlignment: Text.AlignRight
-                    text: row.bytes
+                    Rectangle {
+                        Layout.alignment: Qt.AlignRight
+                        Layout.preferredHeight: 4
+                        Layout.preferredWidth: Math.round(64 * Theme.scale)
+                        color: Theme.raised
+                        radius: 2
+
+                        Rectangle {
+                            color: Theme.groups[row.group]
+                            height: parent.height
+                            radius: parent.radius
+                            width: Math.max(4, parent.width * row.share)
+                        }
+                    }
                 }
             }
         }

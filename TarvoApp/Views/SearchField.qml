@@ -23,11 +23,11 @@ TextField {
     Keys.onEscapePressed: event => {
         event.accepted = text.length > 0;
         if (text.length > 0) {
-            clear.click();
+            clear.clicked();
         }
     }
 
-    background: Rectangle {
+    background: Rectangle { // qmllint disable deferred-property-id
         border.color: field.activeFocus ? Theme.accent : Theme.hairline
         border.width: field.activeFocus ? 2 : 1
         color: Theme.window

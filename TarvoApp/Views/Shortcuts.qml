@@ -10,16 +10,17 @@ Item {
     signal settingsWanted
     signal helpWanted
 
-    component Key: Shortcut {
-        enabled: keys.active
-    }
+    Shortcut { enabled: keys.active; sequence: "Ctrl+R"; onActivated: App.scan() }
+    Shortcut { enabled: keys.active; sequence: "Ctrl+Shift+S"; onActivated: App.selectSafe() }
+    Shortcut { enabled: keys.active; sequence: "Ctrl+Backspace"; onActivated: App.requestClean() }
+    Shortcut { enabled: keys.active; sequence: "Ctrl+F"; onActivated: App.search() }
+    Shortcut { enabled: keys.active && App.canUndo; sequence: "Ctrl+Z"; onActivated: App.undoLastCleanup() }
+    Shortcut { enabled: keys.active; sequence: "Ctrl+,"; onActivated: keys.settingsWanted() }
+    Shortcut { enabled: keys.active; sequence: "F1"; onActivated: keys.helpWanted() }
+    Shortcut {
+        enabled: keys.active && App.map.depth > 0
+        sequence: "Esc"
 
-    Key { sequence: "Ctrl+R"; onActivated: App.scan() }
-    Key { sequence: "Ctrl+Shift+S"; onActivated: App.selectSafe() }
-    Key { sequence: "Ctrl+Backspace"; onActivated: App.requestClean() }
-    Key { sequence: "Ctrl+F"; onActivated: App.search() }
-    Key { sequence: "Ctrl+Z"; enabled: keys.active && App.canUndo; onActivated: App.undoLastCleanup() }
-    Key { sequence: "Ctrl+,"; onActivated: keys.settingsWanted() }
-    Key { sequence: "F1"; onActivated: keys.helpWanted() }
-    Key { sequence: "Esc"; enabled: keys.active && App.map.depth > 0; onActivated: App.map.zoomOut(App.map.depth - 1) }
+        onActivated: App.map.zoomOut(App.map.depth - 1)
+    }
 }

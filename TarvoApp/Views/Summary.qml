@@ -4,6 +4,10 @@ import Tarvo
 
 // The disk in a few sentences.
 RowLayout {
+    id: summary
+
+    property bool compact: false
+
     spacing: 8
     visible: App.summary.length > 0
 
@@ -12,8 +16,8 @@ RowLayout {
         Accessible.name: App.summary
         Accessible.role: Accessible.StaticText
         Layout.fillWidth: true
-        font.pixelSize: Theme.strong
-        lineHeight: 1.25
+        font.pixelSize: summary.compact ? Theme.body : Theme.strong
+        lineHeight: summary.compact ? 1.1 : 1.25
         maximumLineCount: 3
         text: App.summary
         wrapMode: Text.WordWrap

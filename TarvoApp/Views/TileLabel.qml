@@ -12,43 +12,49 @@ Item {
     required property color fill
     required property bool large
 
-    readonly property bool hasTick: width > 30 * Theme.scale && height > 16 * Theme.scale
-    readonly property bool hasName: width - (tick.visible ? tick.width + 4 : 0) > 38 * Theme.scale
-                                    && height > 14 * Theme.scale
+    readonly property bool hasName: width > 34 * Theme.scale && height > 14 * Theme.scale
+    readonly property bool hasAmount: hasName && amount.implicitWidth <= width
+                                      && name.height + amount.implicitHeight <= height + 2
+    readonly property bool hasTick: tickState !== "info" && width >= tick.side && height >= tick.side
+                                    && (!hasName || height > name.height + tick.side)
 
     Line {
         id: name
 
         Accessible.ignored: true
         color: texts.ink
-        font.pixelSize: texts.large ? Theme.strong : texts.height > 34 * Theme.scale ? Theme.body : Theme.small
+        font.pixelSize: texts.large ? Theme.strong : texts.width > 60 * Theme.scale ? Theme.body : Theme.small
         font.weight: Font.DemiBold
         maximumLineCount: texts.large ? 2 : 1
         text: texts.label
         visible: texts.hasName
-        width: parent.width - (tick.visible ? tick.width + 6 : 0)
+        width: parent.width
         wrapMode: texts.large ? Text.Wrap : Text.NoWrap
     }
     Line {
+        id: amount
+
         Accessible.ignored: true
         anchors.top: name.bottom
-        anchors.topMargin: texts.large ? 2 : 0
         color: texts.ink
         elide: Text.ElideNone
         font.pixelSize: texts.large ? Theme.title : name.font.pixelSize
         text: texts.bytes
-        visible: texts.hasName && implicitWidth <= texts.width && y + implicitHeight <= texts.height + 2
+        visible: texts.hasAmount
     }
     TickBox {
         id: tick
 
-        anchors.right: parent.right
-        anchors.rightMargin: texts.large ? -2 : 0
-        anchors.top: parent.top
+        readonly property bool besideAmount: texts.hasAmount && amount.implicitWidth + side + 6 <= texts.width
+
         ink: texts.ink
         inner: texts.fill
         side: Math.round((texts.large ? 20 : 15) * Theme.scale)
         tickState: texts.tickState
-        visible: texts.hasTick && texts.tickState !== "info"
+        visible: texts.hasTick && (besideAmount || !texts.hasAmount || y + side <= texts.height)
+        x: texts.hasName ? besideAmount ? parent.width - width : 0 : (parent.width - width) / 2
+        y: besideAmount ? amount.y + (amount.height - height) / 2
+                        : texts.hasAmount ? amount.y + amount.height + 2
+                                          : texts.hasName ? name.height + 2 : (parent.height - height) / 2
     }
 }

@@ -6,6 +6,7 @@ import Tarvo
 CheckBox {
     id: box
 
+    Accessible.name: text
     focusPolicy: Qt.StrongFocus
     font.pixelSize: Theme.body
     implicitHeight: Theme.controlHeight

@@ -27,7 +27,7 @@ Popup {
         color: Theme.surface
         radius: Theme.cardRadius
     }
-    contentItem: ColumnLayout {
+    contentItem: ColumnLayout { // qmllint disable deferred-property-id
         spacing: 12
 
         Line {

@@ -38,6 +38,14 @@ QtObject {
     readonly property string zoom: pick("Ver qué hay dentro", "See what's inside")
     readonly property string magnifier: pick("La lupa enseña qué hay dentro", "The magnifier shows what's inside")
 
+    // As the model calls the list's groups, in their order.
+    readonly property list<string> groups: [
+        pick("Se recrea solo", "Recreates itself"),
+        pick("Míralo antes", "Needs a look"),
+        pick("Se conserva", "Kept"),
+        pick("Sin clasificar", "Unclassified")
+    ]
+
     readonly property string search: pick("Buscar", "Search")
     readonly property string clearSearch: pick("Borrar la búsqueda", "Clear the search")
     readonly property string nothingFound: pick("Nada coincide con «%1»", "Nothing matches “%1”")

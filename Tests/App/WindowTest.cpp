@@ -123,8 +123,8 @@ TEST_F(MainWindowTest, SearchingNarrowsTheListAndEscapeWidensItAgain) {
     QQuickWindow& window = open();
     const int all = story.app().rows()->count();
     press(Qt::Key_F, Qt::ControlModifier);
-    for (const char letter : story.app().rows()->rows().front().title) {
-        QTest::keyClick(&window, letter);
+    for (const Qt::Key letter : {Qt::Key_N, Qt::Key_P, Qt::Key_M}) {
+        QTest::sendKeyEvent(QTest::Click, &window, letter, QString(QChar(letter)).toLower(), {});
     }
     EXPECT_LT(story.app().rows()->count(), all);
     EXPECT_GT(story.app().rows()->count(), 0);
