@@ -2,7 +2,7 @@
 include(GNUInstallDirs)
 
 install(TARGETS tarvo RUNTIME)
-if(TARVO_APP)
+if(TARVO_APP AND NOT TARVO_SANITIZE)
     install(TARGETS tarvo-app RUNTIME)
     install(FILES packaging/tarvo-ai.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
     install(FILES packaging/ai.tarvo.Tarvo.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)

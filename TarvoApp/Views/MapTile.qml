@@ -25,7 +25,7 @@ Item {
     property bool slides: true
     property bool dimmed: false
 
-    readonly property color fill: tint ?? Theme.neutralTile
+    readonly property color fill: tint ? tint : Theme.neutralTile
     readonly property color ink: tint ? darkInk ? Theme.darkInk : Theme.lightInk : Theme.text
     readonly property bool hovered: pointer.hovered
     readonly property bool hasNested: nested.length > 0
