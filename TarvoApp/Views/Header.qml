@@ -19,7 +19,7 @@ RowLayout {
         Layout.alignment: Qt.AlignTop
         Layout.fillWidth: true
         // While there is nothing to say, the room is kept all the same.
-        Layout.maximumWidth: Number.POSITIVE_INFINITY
+        Layout.maximumWidth: 100000
         spacing: 4
 
         RowLayout {

@@ -16,6 +16,16 @@ ApplicationWindow {
     readonly property int gap: low ? 8 : 16
     readonly property bool hasRows: App.hasReport && (App.map.count > 0 || App.map.depth > 0)
 
+    // Both speak of the list, which may be under its tab.
+    readonly property int searchAsked: App.focusSearch
+    readonly property string rowAsked: App.scrollToRow
+
+    onRowAskedChanged: if (rowAsked.length > 0) tabs.currentIndex = 1
+    onSearchAskedChanged: {
+        tabs.currentIndex = 1;
+        list.takeSearch();
+    }
+
     color: Theme.window
     height: 760
     minimumHeight: 600
@@ -105,6 +115,8 @@ ApplicationWindow {
                 onMenuWanted: key => menu.openFor(key)
             }
             RowListView {
+                id: list
+
                 Layout.fillHeight: true
                 Layout.fillWidth: window.narrow
                 Layout.preferredWidth: Math.min(window.width * 0.37, 560)

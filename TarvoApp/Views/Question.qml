@@ -24,7 +24,7 @@ Popup {
     modal: true
     padding: 24
     parent: T.Overlay.overlay
-    width: Math.min(Math.round(440 * Theme.scale), (question.parent?.width ?? 900) - 48)
+    width: Math.min(Math.round(440 * Theme.scale), (question.parent ? question.parent.width : 900) - 48)
 
     onAsksChanged: asks ? question.open() : question.close()
     onClosed: if (asks) refused()

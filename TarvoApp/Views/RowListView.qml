@@ -9,6 +9,10 @@ Rectangle {
 
     signal menuWanted(string key)
 
+    function takeSearch() {
+        search.take();
+    }
+
     border.color: Theme.hairline
     color: Theme.surface
     radius: Theme.cardRadius
@@ -19,6 +23,8 @@ Rectangle {
         spacing: 4
 
         SearchField {
+            id: search
+
             Layout.fillWidth: true
         }
         ListView {

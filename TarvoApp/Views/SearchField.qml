@@ -6,6 +6,11 @@ import Tarvo
 TextField {
     id: field
 
+    function take() {
+        forceActiveFocus(Qt.ShortcutFocusReason);
+        selectAll();
+    }
+
     Accessible.name: Words.search
     color: Theme.text
     font.pixelSize: Theme.body
@@ -61,14 +66,5 @@ TextField {
             field.clear();
             App.searchText = "";
         }
-    }
-    Connections {
-        function onFocusSearchChanged() {
-            field.forceActiveFocus(Qt.ShortcutFocusReason);
-            field.selectAll();
-        }
-
-        target: App
-        ignoreUnknownSignals: true
     }
 }

@@ -7,6 +7,8 @@ RowLayout {
     id: summary
 
     property bool compact: false
+    // A line never ends between a number and its unit.
+    readonly property string words: App.summary.replace(/(\d) (?=[kKMGTP]?B\b)/g, "$1\u00a0")
 
     spacing: 8
     visible: App.summary.length > 0
@@ -19,7 +21,7 @@ RowLayout {
         font.pixelSize: summary.compact ? Theme.body : Theme.strong
         lineHeight: summary.compact ? 1.1 : 1.25
         maximumLineCount: 3
-        text: App.summary
+        text: summary.words
         wrapMode: Text.WordWrap
     }
     Rectangle {

@@ -50,19 +50,19 @@ Rectangle {
             font.pixelSize: Theme.strong
             font.weight: Font.DemiBold
             maximumLineCount: 2
-            text: card.told?.label ?? ""
+            text: card.told ? card.told.label : ""
             wrapMode: Text.Wrap
         }
         Line {
             Layout.fillWidth: true
             font.pixelSize: Theme.title
-            text: card.told?.bytes ?? ""
+            text: card.told ? card.told.bytes : ""
         }
         Line {
             Layout.fillWidth: true
             color: Theme.secondaryText
             maximumLineCount: 4
-            text: card.told?.detail ?? ""
+            text: card.told ? card.told.detail : ""
             visible: text.length > 0
             wrapMode: Text.Wrap
         }
@@ -76,13 +76,13 @@ Rectangle {
         Line {
             Layout.fillWidth: true
             font.weight: Font.DemiBold
-            text: card.told?.word ?? ""
+            text: card.told ? card.told.word : ""
             visible: text.length > 0
         }
         Line {
             Layout.fillWidth: true
             maximumLineCount: 3
-            text: card.told?.status ?? ""
+            text: card.told ? card.told.status : ""
             wrapMode: Text.Wrap
         }
         Line {
@@ -90,7 +90,7 @@ Rectangle {
             color: Theme.secondaryText
             font.pixelSize: Theme.small
             text: Words.magnifier
-            visible: card.told?.canZoom ?? false
+            visible: card.told ? card.told.canZoom : false
             wrapMode: Text.Wrap
         }
     }

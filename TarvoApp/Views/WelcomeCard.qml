@@ -15,7 +15,7 @@ Popup {
     padding: 32
     parent: T.Overlay.overlay
     visible: App.showWelcome && !App.isCapturing
-    width: Math.min(Math.round(480 * Theme.scale), (card.parent?.width ?? 900) - 48)
+    width: Math.min(Math.round(480 * Theme.scale), (card.parent ? card.parent.width : 900) - 48)
 
     onOpened: begin.forceActiveFocus(Qt.TabFocusReason)
 

@@ -168,6 +168,20 @@ TEST_F(MainWindowAtHomeTest, TheQuestionBeforeACleanupStandsOnCancelAndReturnDel
     EXPECT_TRUE(story.hasCache());
 }
 
+// Tiles were all of the neutral gray once, where the compiled window read a colour otherwise than the source.
+TEST_F(MainWindowTest, TilesAreDrawnInTheColourOfTheirSafety) {
+    QQuickWindow& window = open();
+    const MapModel& map = *story.app().map();
+    const QModelIndex largest = map.index(0);
+    const QAccessibleInterface* const tile =
+        named(bytesOf(map.data(largest, MapModel::labelRole).toString()) + ", ");
+    ASSERT_NE(tile, nullptr);
+    const QRect place(window.mapFromGlobal(tile->rect().topLeft()), tile->rect().size());
+    const QPoint empty(place.center().x(), place.bottom() - 8);
+    EXPECT_EQ(window.grabWindow().pixelColor(empty).rgb(),
+              map.data(largest, MapModel::colorRole).value<QColor>().rgb());
+}
+
 TEST_F(MainWindowTest, EverythingThatCanBePressedHasAName) {
     QQuickWindow& window = open();
     int pressable = 0;
