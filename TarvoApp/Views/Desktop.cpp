@@ -54,6 +54,21 @@ Desktop::Desktop(AppModel& app, QObject* parent) : QObject(parent), app_(app) {
     askPortal(appearanceArea, colorScheme);
     askPortal(appearanceArea, reducedMotion);
     askPortal(gnomeArea, animations);
+    askForPanel();
+}
+
+void Desktop::askForPanel() {
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameHasOwner"));
+    call << QStringLiteral("org.kde.StatusNotifierWatcher");
+    auto* const answer = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+        const QDBusPendingReply<bool> reply = *answer;
+        hasPanel_ = !reply.isError() && reply.value();
+        emit changed();
+        answer->deleteLater();
+    });
 }
 
 void Desktop::askPortal(const QString& area, const QString& key) {

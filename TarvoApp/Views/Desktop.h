@@ -22,6 +22,7 @@ class Desktop : public QObject {
     Q_PROPERTY(QString language READ language CONSTANT)
     Q_PROPERTY(bool isDark READ isDark NOTIFY changed)
     Q_PROPERTY(bool reducesMotion READ reducesMotion NOTIFY changed)
+    Q_PROPERTY(bool hasPanel READ hasPanel NOTIFY changed)
     Q_PROPERTY(QColor accent READ accent NOTIFY changed)
     Q_PROPERTY(bool accentWantsDarkInk READ accentWantsDarkInk NOTIFY changed)
 
@@ -38,6 +39,8 @@ class Desktop : public QObject {
     [[nodiscard]] QString language() const;
     [[nodiscard]] bool isDark() const;
     [[nodiscard]] bool reducesMotion() const;
+    /// True when the desktop has a panel that shows items of applications (StatusNotifierItem).
+    [[nodiscard]] bool hasPanel() const { return hasPanel_; }
     [[nodiscard]] QColor accent() const;
     [[nodiscard]] bool accentWantsDarkInk() const;
 
@@ -55,6 +58,7 @@ class Desktop : public QObject {
 
   private:
     void askPortal(const QString& area, const QString& key);
+    void askForPanel();
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     AppModel& app_;
@@ -62,6 +66,7 @@ class Desktop : public QObject {
     bool isDesktopDark_ = false;
     bool hasDesktopSaid_ = false;
     bool hasAnimations_ = true;
+    bool hasPanel_ = false;
 };
 
 } // namespace tarvo

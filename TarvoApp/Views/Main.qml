@@ -26,6 +26,25 @@ ApplicationWindow {
         list.takeSearch();
     }
 
+    function comeBack() {
+        show();
+        raise();
+        requestActivate();
+    }
+
+    // The disk is watched on while the panel has the application's item; without a panel the window stays in reach.
+    onClosing: close => {
+        if (!App.monitoring || !App.settings.showInMenuBar) {
+            Qt.quit();
+            return;
+        }
+        close.accepted = false;
+        if (tray.item && tray.item.keepsRunning)
+            hide();
+        else
+            showMinimized();
+    }
+
     color: Theme.window
     height: 760
     minimumHeight: 600
@@ -52,9 +71,10 @@ ApplicationWindow {
     }
 
     Shortcuts {
-        active: !confirm.visible && !empty.visible && !welcome.visible
+        active: !confirm.visible && !empty.visible && !welcome.visible && !archive.visible
 
         onHelpWanted: window.openHelp()
+        onQuitWanted: Qt.quit()
         onSettingsWanted: window.openSettings()
     }
     ColumnLayout {
@@ -148,6 +168,18 @@ ApplicationWindow {
     }
     EmptyDialog {
         id: empty
+    }
+    ArchiveDialog {
+        id: archive
+    }
+    Loader {
+        id: tray
+
+        active: Desktop.hasPanel && !App.isDemo && !App.isCapturing
+        sourceComponent: TrayItem {
+            onOpenWanted: window.comeBack()
+            onQuitWanted: Qt.quit()
+        }
     }
     WelcomeCard {
         id: welcome

@@ -37,6 +37,12 @@ Menu {
 
         onTriggered: Desktop.copyPath(menu.key)
     }
+    Choice {
+        enabled: Desktop.hasPlace(menu.key) && !App.isBusy
+        text: Words.archive
+
+        onTriggered: App.requestArchive(menu.key)
+    }
     MenuSeparator {}
     Choice {
         enabled: Desktop.hasPlace(menu.key)

@@ -9,6 +9,7 @@ Item {
 
     signal settingsWanted
     signal helpWanted
+    signal quitWanted
 
     Shortcut { enabled: keys.active; sequence: "Ctrl+R"; onActivated: App.scan() }
     Shortcut { enabled: keys.active; sequence: "Ctrl+Shift+S"; onActivated: App.selectSafe() }
@@ -17,6 +18,7 @@ Item {
     Shortcut { enabled: keys.active && App.canUndo; sequence: "Ctrl+Z"; onActivated: App.undoLastCleanup() }
     Shortcut { enabled: keys.active; sequence: "Ctrl+,"; onActivated: keys.settingsWanted() }
     Shortcut { enabled: keys.active; sequence: "F1"; onActivated: keys.helpWanted() }
+    Shortcut { sequence: "Ctrl+Q"; onActivated: keys.quitWanted() }
     Shortcut {
         enabled: keys.active && App.map.depth > 0
         sequence: "Esc"

@@ -56,6 +56,11 @@ QtObject {
     readonly property string copyPath: pick("Copiar ruta", "Copy Path")
     readonly property string protect: pick("No tocar nunca esta carpeta", "Never Touch This Folder")
 
+    readonly property string archive: pick("Archivar…", "Archive…")
+    readonly property string recoverable: pick("%1 se pueden recuperar sin riesgo", "%1 can be recovered with no risk")
+    readonly property string openWindow: pick("Abrir Tarvo AI", "Open Tarvo AI")
+    readonly property string quit: pick("Salir", "Quit")
+
     readonly property string undo: pick("Deshacer", "Undo")
     readonly property string undoHelp: pick("Devuelve a su sitio lo que apartó la última limpieza",
                                             "Puts back what the last cleanup set aside")

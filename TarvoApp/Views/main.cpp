@@ -12,6 +12,7 @@
 #include <QFont>
 #include <QFontDatabase>
 #include <QGuiApplication>
+#include <QIcon>
 #include <QQuickWindow>
 
 namespace {
@@ -89,7 +90,9 @@ int main(int count, char** arguments) {
     QGuiApplication::setApplicationName(QStringLiteral("tarvo-app"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tarvo AI"));
     QGuiApplication::setDesktopFileName(QStringLiteral("tarvo-ai"));
+    QGuiApplication::setQuitOnLastWindowClosed(false);
     const QGuiApplication application(count, arguments);
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/qt/qml/Tarvo/tarvo-ai.png")));
     QCommandLineParser parser;
     describe(parser);
     parser.process(application);
