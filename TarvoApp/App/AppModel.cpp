@@ -146,8 +146,8 @@ void AppModel::setNotice(const std::string& notice) {
 
 void AppModel::settingsHaveChanged() {
     map_.setTextScale(settings_.textScale());
-    selectionHasChanged();
     showMap();
+    emit selectionChanged(); // With the goal.
     emit autoCleanStatusChanged();
     const bool hasSamePlan =
         plannedDays_ == settings_.activeProjectDays() && plannedFolders_ == settings_.protectedFolders();

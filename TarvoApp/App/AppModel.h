@@ -20,6 +20,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <stop_token>
 #include <string>
 #include <vector>
@@ -335,6 +336,8 @@ class AppModel final : public QObject {
     bool isLooking_ = false;
 
     std::shared_ptr<const lumo::ScanReport> report_;
+    std::shared_ptr<const lumo::ScanReport> fullReport_; ///< The last one of a full pass.
+    std::set<std::string> cleanedSince_;                 ///< What it still has and is gone.
     std::vector<Row> allRows_;
     lumo::Growth growth_;
     lumo::VolumeInfo volume_;

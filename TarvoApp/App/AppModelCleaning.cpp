@@ -66,7 +66,7 @@ void AppModel::clean() {
 void AppModel::runCleanup(const Agreement& agreement, const WhenCleaned& whenDone) {
     const auto work = beginWork();
     setPhase(phase::Cleaning{});
-    background_.start([work, agreement, whenDone, report = report_, desk = services_.desk,
+    background_.start([this, work, agreement, whenDone, report = report_, desk = services_.desk,
                        carryOut = services_.carryOut, volumeInfo = services_.volumeInfo,
                        program = services_.applicationPath](const std::stop_token& end) -> Background::Apply {
         const std::stop_callback forward(end, [&] { work->stop.request_stop(); });
@@ -79,7 +79,13 @@ void AppModel::runCleanup(const Agreement& agreement, const WhenCleaned& whenDon
             return agreement(plannedEntries(*report, Preferences::load(desk.home), desk.home, program));
         };
         const auto result = cleanAllowed(allowed, desk, carryOut, control);
-        return [whenDone, result, after = volumeInfo(desk.home)] { whenDone(result, after); };
+        return [this, whenDone, result, after = volumeInfo(desk.home)] {
+            const auto outcomes = result ? result->outcomes : std::vector<lumo::CleanupOutcome>();
+            for (const lumo::CleanupOutcome& outcome : outcomes) {
+                cleanedSince_.insert(outcome.id);
+            }
+            whenDone(result, after);
+        };
     });
 }
 

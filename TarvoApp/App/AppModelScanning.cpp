@@ -68,6 +68,8 @@ void AppModel::runPass(ScanPass pass) {
                               .desk = services_.desk,
                               .applicationPath = services_.applicationPath,
                               .snapshot = services_.mode.isForReal() ? Snapshot::stored : Snapshot::dropped,
+                              .full = fullReport_,
+                              .cleaned = cleanedSince_,
                               .progress = &work_->scan,
                               .stop = work_->stop.get_token()};
     background_.start([this, request, work = work_](const std::stop_token& end) -> Background::Apply {
@@ -88,6 +90,10 @@ void AppModel::passEnded(ScanPass pass, std::optional<ScanResult> result) {
         return;
     }
     apply(std::move(*result));
+    if (pass == ScanPass::full) {
+        fullReport_ = report_;
+        cleanedSince_.clear();
+    }
     if (pass == ScanPass::quick) {
         setPhase(phase::ScanningFolders{});
         runPass(ScanPass::full);
@@ -135,12 +141,11 @@ void AppModel::apply(ScanResult result) {
     if (result.heldProblem) {
         setNotice(*result.heldProblem);
     }
-    shares_ = plan_.shares();
     showRows();
     showMap();
+    selectionHasChanged();
     emit reportChanged();
     emit summaryChanged();
-    emit selectionChanged();
     emit statusChanged();
 }
 

@@ -46,7 +46,6 @@ class KeyedList : public QAbstractListModel {
         }
         removeGone(wanted);
         arrange(std::move(wanted));
-        tellChanged();
     }
 
   private:
@@ -91,7 +90,16 @@ class KeyedList : public QAbstractListModel {
                 std::rotate(begin, found, found + 1);
                 endMoveRows();
             }
-            items_[static_cast<std::size_t>(place)] = std::move(item);
+            replace(place, std::move(item));
+        }
+    }
+
+    /// Views read again only what has changed: after most scans that is little, and reading is what costs.
+    void replace(int place, Item item) {
+        Item& shown = items_[static_cast<std::size_t>(place)];
+        if (shown != item) {
+            shown = std::move(item);
+            emit dataChanged(index(place), index(place));
         }
     }
 

@@ -20,6 +20,8 @@ namespace tarvo {
 /// A tile and where it is on the map.
 struct LaidTile : Tile {
     Rect place;
+
+    friend bool operator==(const LaidTile&, const LaidTile&) = default;
 };
 
 /// The tiles of the disk map, laid out on a map of a given size, and the way into folders. What is inside

@@ -99,8 +99,11 @@ void Settings::reload() {
     if (unwritten_ > 0 || keeping_ == Keeping::inMemory) {
         return;
     }
-    preferences_ = Preferences::load(home_);
-    emit changed();
+    Preferences stored = Preferences::load(home_);
+    if (stored != preferences_) {
+        preferences_ = std::move(stored);
+        emit changed();
+    }
 }
 
 } // namespace tarvo

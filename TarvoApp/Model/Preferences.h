@@ -56,6 +56,8 @@ class Preferences final {
     /// nothing changes, when the value is none that the key allows.
     bool hold(const PreferenceKey& key, std::optional<lumo::JsonValue> value);
 
+    friend bool operator==(const Preferences&, const Preferences&) = default;
+
     /// Where the preferences of a home folder are kept.
     static std::string pathFor(const std::string& home);
 

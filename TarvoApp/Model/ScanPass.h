@@ -3,6 +3,7 @@
 #include "LumoCore/Rules/Rule.h"
 #include "LumoCore/Scanning/Scanner.h"
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -22,5 +23,12 @@ std::vector<lumo::Rule> rulesFor(ScanPass pass);
 
 /// The rules for caches of applications, for `ScanContext::findAppCaches`.
 std::vector<lumo::Rule> appCacheRules(const std::vector<lumo::Rule>& given, const std::string& home);
+
+/// The report of a quick pass with what only a full pass sees, as the last full one saw it: findings of rules
+/// that need permission, projects, and unclassified folders. Without it, a window that is scanned again would
+/// lose those rows for a moment, and with them what the user has ticked or unticked. What has one of the ids
+/// was cleaned since and is left out.
+lumo::ScanReport complemented(lumo::ScanReport quick, const lumo::ScanReport& full,
+                              const std::set<std::string>& cleaned);
 
 } // namespace tarvo

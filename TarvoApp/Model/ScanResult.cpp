@@ -31,6 +31,9 @@ std::optional<ScanResult> scanResult(const PassRequest& request) {
     if (!report) {
         return std::nullopt;
     }
+    if (request.pass == ScanPass::quick && request.full) {
+        report = complemented(std::move(*report), *request.full, request.cleaned);
+    }
     std::vector<lumo::PlanEntry> entries =
         plannedEntries(*report, Preferences::load(home), home, request.applicationPath);
     ScanResult result = resultFrom(std::move(*report), std::move(entries), request.desk.now());

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <set>
 #include <stop_token>
 #include <string>
 #include <vector>
@@ -38,6 +39,9 @@ struct PassRequest {
     HomeDesk desk;
     std::string applicationPath; ///< Of the running program; see `windowOptions`.
     Snapshot snapshot = Snapshot::stored;
+    /// What a quick pass is complemented with: the last full report, and the ids of what was cleaned since.
+    std::shared_ptr<const lumo::ScanReport> full;
+    std::set<std::string> cleaned;
     lumo::ScanProgress* progress = nullptr;
     std::stop_token stop;
 };

@@ -90,6 +90,34 @@ TEST(AppStories, WhatIsUntickedDuringTheSecondPassStaysSo) {
     EXPECT_TRUE(story.app().plan().selection().contains(AppStory::cacheKey));
 }
 
+// A rescan took what only the second pass sees off the list for a moment, and ticked it again afterwards.
+TEST(AppStories, AProjectThatWasUntickedStaysSoThroughARescan) {
+    AppStory story;
+    settle(story);
+    story.home.file("work/site/node_modules/all", 2'000'000);
+    story.home.file("work/site/package.json", 10);
+    for (const char* old : {"work/site/package.json", "work/site"}) {
+        story.home.setModified(old, 1'600'000'000);
+    }
+    AppModel& app = story.app();
+    app.scan();
+    ASSERT_TRUE(story.waitUntilIdle());
+    const QString key = "proyecto:work/site/node_modules";
+    ASSERT_TRUE(app.plan().selection().contains(idOf(key)));
+    app.toggle(key);
+    app.scan();
+    ASSERT_TRUE(story.waitUntil([&] { return app.phaseName() == "scanningFolders"; }));
+    EXPECT_GE(app.rows()->indexOf(key), 0);
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_FALSE(app.plan().selection().contains(idOf(key)));
+    app.toggle(key);
+    app.requestClean();
+    app.clean();
+    ASSERT_TRUE(story.waitUntil([&] { return app.phaseName() == "scanningFolders"; }));
+    EXPECT_EQ(app.rows()->indexOf(key), -1) << "was cleaned";
+    ASSERT_TRUE(story.waitUntilIdle());
+}
+
 TEST(AppStories, ACleanupIsConfirmedDoneUndoneAndEmptied) {
     AppStory story;
     settle(story);

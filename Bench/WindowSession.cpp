@@ -1,0 +1,178 @@
+#include "TarvoApp/App/AppModel.h"
+#include "TarvoApp/Views/MainWindow.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QQuickWindow>
+#include <QTimer>
+
+#include <fmt/format.h>
+
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <functional>
+#include <string>
+#include <vector>
+
+// What a person waits for: the first window, the first results, and each frame while the pointer wanders over
+// the map and a folder opens. Drawn by software into memory, so that any machine can measure it.
+namespace {
+
+using namespace tarvo;
+
+QElapsedTimer sinceStart;
+
+void waitFor(const std::function<bool()>& isOver) {
+    QEventLoop loop;
+    QTimer beat;
+    beat.start(5);
+    while (!isOver()) {
+        loop.processEvents(QEventLoop::WaitForMoreEvents);
+    }
+}
+
+void waitFor(std::chrono::milliseconds time) {
+    QElapsedTimer clock;
+    clock.start();
+    waitFor([&] { return clock.elapsed() > time.count(); });
+}
+
+/// The time of each frame from the moment at which all movement is settled until it is there.
+class Frames {
+  public:
+    explicit Frames(QQuickWindow& window) {
+        begun_ = QObject::connect(&window, &QQuickWindow::afterAnimating, [this] { clock_.start(); });
+        ended_ = QObject::connect(&window, &QQuickWindow::frameSwapped, [this] {
+            if (clock_.isValid()) {
+                times_.push_back(static_cast<double>(clock_.nsecsElapsed()) / 1e6);
+            }
+        });
+    }
+    ~Frames() {
+        QObject::disconnect(begun_);
+        QObject::disconnect(ended_);
+    }
+
+    double tell(const char* what, double base) {
+        std::ranges::sort(times_);
+        const double median = times_.empty() ? 0 : times_[times_.size() / 2];
+        fmt::print("{}: {} frames, median {:.1f} ms, longest {:.1f} ms", what, times_.size(), median,
+                   times_.empty() ? 0 : times_.back());
+        fmt::print("{}\n", base > 0 ? fmt::format(", {:.1f} x the empty scene", median / base) : "");
+        return median;
+    }
+
+  private:
+    QMetaObject::Connection begun_;
+    QMetaObject::Connection ended_;
+    QElapsedTimer clock_;
+    std::vector<double> times_;
+};
+
+double tellEmptyScene(const QSize& size) {
+    QQuickWindow window;
+    window.resize(size);
+    window.show();
+    Frames frames(window);
+    for (int frame = 0; frame < 60; ++frame) {
+        window.update();
+        waitFor(std::chrono::milliseconds(16));
+    }
+    return frames.tell("empty scene", 0);
+}
+
+void moveTo(QQuickWindow& window, const QPointF& place) {
+    QMouseEvent move(QEvent::MouseMove, place, window.mapToGlobal(place), Qt::NoButton, Qt::NoButton, {});
+    QCoreApplication::sendEvent(&window, &move);
+}
+
+void tellHovering(QQuickWindow& window, double base) {
+    Frames frames(window);
+    // The map is the left three fifths below the header.
+    for (int step = 0; step < 120; ++step) {
+        moveTo(window, {40.0 + step * 5 % 640, 230.0 + step * 37 % 390});
+        waitFor(std::chrono::milliseconds(16));
+    }
+    frames.tell("hovering", base);
+}
+
+void tellZooming(AppModel& app, QQuickWindow& window, double base) {
+    Frames frames(window);
+    for (int index = 0; index < app.map()->count(); ++index) {
+        app.map()->zoomInto(app.map()->data(app.map()->index(index), MapModel::keyRole).toString());
+        waitFor([&] { return !app.map()->isZoomLoading(); });
+        if (app.map()->depth() > 0) {
+            break;
+        }
+    }
+    waitFor(std::chrono::milliseconds(600));
+    app.map()->zoomOut(0);
+    waitFor(std::chrono::milliseconds(600));
+    frames.tell("zooming in and out", base);
+}
+
+/// The longest time for which the thread did not listen while the home was scanned.
+class Beats {
+  public:
+    Beats() {
+        QObject::connect(&timer_, &QTimer::timeout,
+                         [this] { longest_ = std::max(longest_, beat_.restart()); });
+        timer_.setTimerType(Qt::PreciseTimer);
+        beat_.start();
+        timer_.start(1);
+    }
+    [[nodiscard]] qint64 longest() const { return longest_; }
+
+  private:
+    QTimer timer_;
+    QElapsedTimer beat_;
+    qint64 longest_ = 0;
+};
+
+void run(const std::string& home) {
+    (void)Preferences::load(home).store(*preferenceKey("bienvenidaVista"), lumo::encode(true));
+    AppModel app(AppServices::ofThisMachine(home, {}));
+    qint64 firstResults = 0;
+    QObject::connect(&app, &AppModel::reportChanged,
+                     [&] { firstResults = firstResults == 0 ? sinceStart.elapsed() : firstResults; });
+    MainWindow windows(app);
+    QQuickWindow& window = *windows.window();
+    qint64 firstFrame = 0;
+    QObject::connect(&window, &QQuickWindow::frameSwapped,
+                     [&] { firstFrame = firstFrame == 0 ? sinceStart.elapsed() : firstFrame; });
+    waitFor([&] { return firstFrame > 0; });
+    fmt::print("first window after {} ms\n", firstFrame);
+    waitFor([&] { return !app.isBusy() && app.hasReport(); });
+    fmt::print("first results after {} ms, all after {} ms: {} rows, {} tiles\n", firstResults,
+               sinceStart.elapsed(), app.rows()->count(), app.map()->count());
+    waitFor(std::chrono::seconds(2));
+    Beats beats;
+    app.scan();
+    waitFor([&] { return !app.isBusy(); });
+    fmt::print("another scan: longest gap of the main thread {} ms\n", beats.longest());
+    const double base = tellEmptyScene(window.size());
+    tellHovering(window, base);
+    tellZooming(app, window, base);
+    rusage used{};
+    getrusage(RUSAGE_SELF, &used);
+    fmt::print("peak memory {} MiB\n", used.ru_maxrss / 1024);
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    sinceStart.start();
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QUICK_BACKEND", "software");
+    const QGuiApplication application(count, arguments);
+    if (count != 2) {
+        fmt::print(stderr, "usage: window-session HOME\n");
+        return 2;
+    }
+    run(arguments[1]);
+    return 0;
+}
