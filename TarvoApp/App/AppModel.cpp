@@ -42,7 +42,8 @@ AppModel::AppModel(AppServices services, QObject* parent)
     : QObject(parent), services_(std::move(services)),
       settings_(services_.desk.home, keepingIn(services_.mode)), rows_(plan_, explanations_, bytesOf(home())),
       showWelcome_(services_.mode.showsWelcome(settings_.isWelcomeSeen())), background_(threads),
-      map_(plan_, background_, services_.folders) {
+      map_(plan_, background_, services_.folders), help_([this] { return helpSources(); }),
+      agents_(services_.desk.home, isDemo() ? AgentDesk::Access::none : AgentDesk::Access::full) {
     connect(&settings_, &Settings::changed, this, &AppModel::settingsHaveChanged);
     connect(&settings_, &Settings::failed, this, [this](const QString& why) { setNotice(bytesOf(why)); });
     connect(&monitor_, &QTimer::timeout, this, &AppModel::look);

@@ -2,8 +2,10 @@
 
 #include "LumoCore/Explaining/DiskSummary.h"
 #include "LumoCore/Inventories/SystemSpace.h"
+#include "TarvoApp/App/AgentDesk.h"
 #include "TarvoApp/App/AppServices.h"
 #include "TarvoApp/App/Background.h"
+#include "TarvoApp/App/HelpDesk.h"
 #include "TarvoApp/App/MapModel.h"
 #include "TarvoApp/App/RowList.h"
 #include "TarvoApp/App/Settings.h"
@@ -40,6 +42,8 @@ class AppModel final : public QObject {
     Q_PROPERTY(tarvo::Settings* settings READ settings CONSTANT)
     Q_PROPERTY(tarvo::RowList* rows READ rows CONSTANT)
     Q_PROPERTY(tarvo::MapModel* map READ map CONSTANT)
+    Q_PROPERTY(tarvo::HelpDesk* help READ help CONSTANT)
+    Q_PROPERTY(tarvo::AgentDesk* agents READ agents CONSTANT)
 
     Q_PROPERTY(QString phase READ phaseName NOTIFY phaseChanged)
     Q_PROPERTY(bool isBusy READ isBusy NOTIFY phaseChanged)
@@ -91,6 +95,7 @@ class AppModel final : public QObject {
     Q_PROPERTY(bool confirmingEmptyFromSettings READ isConfirmingEmptyFromSettings NOTIFY confirmingChanged)
     Q_PROPERTY(QStringList lastFailures READ lastFailures NOTIFY outcomesChanged)
     Q_PROPERTY(bool celebration READ isCelebrating NOTIFY celebrationChanged)
+    Q_PROPERTY(QImage celebrationImage READ celebrationImage NOTIFY celebrationChanged)
     Q_PROPERTY(QString celebrationText READ celebrationText NOTIFY celebrationChanged)
     Q_PROPERTY(QVariantMap archiveRequest READ archiveRequest NOTIFY archiveChanged)
     Q_PROPERTY(QString archiveRefusalMessage READ archiveRefusalMessage NOTIFY archiveChanged)
@@ -141,6 +146,8 @@ class AppModel final : public QObject {
     Q_INVOKABLE void requestEmpty(bool isFromSettings);
     Q_INVOKABLE void cancelEmpty();
     Q_INVOKABLE void emptyHolding();
+    /// Draws the card of a cleanup and shows it.
+    void celebrate(const ShareStats& stats);
     Q_INVOKABLE void closeCelebration();
     Q_INVOKABLE void saveShareImage();
     Q_INVOKABLE void copyCelebrationImage();
@@ -161,6 +168,8 @@ class AppModel final : public QObject {
     [[nodiscard]] Settings* settings() { return &settings_; }
     [[nodiscard]] RowList* rows() { return &rows_; }
     [[nodiscard]] MapModel* map() { return &map_; }
+    [[nodiscard]] HelpDesk* help() { return &help_; }
+    [[nodiscard]] AgentDesk* agents() { return &agents_; }
 
     [[nodiscard]] const Phase& phase() const { return phase_; }
     [[nodiscard]] QString phaseName() const;
@@ -281,6 +290,7 @@ class AppModel final : public QObject {
 
     void replan();
     void askModel();
+    [[nodiscard]] HelpSources helpSources() const;
 
     // Cleaning.
     /// What is to be carried out, made in the background under the home's lock for that moment's plan.
@@ -290,7 +300,6 @@ class AppModel final : public QObject {
     void cleaned(const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after);
     void cleanedByItself(const lumo::Result<Cleaned>& result);
     void setShare(const ShareStats& stats);
-    void celebrate(const ShareStats& stats);
     void takeHeld(HeldState held);
     /// What a change of the home came to.
     struct Changed {
@@ -380,6 +389,8 @@ class AppModel final : public QObject {
     QTimer ticker_;         ///< While something goes on, its progress is read a few times a second.
     Background background_; ///< Goes first, since its work uses the rest.
     MapModel map_;          ///< Uses the background.
+    HelpDesk help_;
+    AgentDesk agents_;
 };
 
 } // namespace tarvo

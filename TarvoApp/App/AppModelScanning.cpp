@@ -205,6 +205,19 @@ void AppModel::askModel() {
     });
 }
 
+HelpSources AppModel::helpSources() const {
+    if (isDemo()) {
+        return {};
+    }
+    return {.facts =
+                [report = report_, recoverable = recoverable_, now = services_.desk.now()] {
+                    return report ? lumo::DiskSummary::facts(*report, recoverable, now)
+                                  : std::vector<std::string>();
+                },
+            .model = [make = services_.model,
+                      preferences = settings_.preferences()] { return make(preferences); }};
+}
+
 void AppModel::refreshSummary() {
     if (!report_ || isDemo() || !settings_.aiSummaryEnabled()) {
         return;

@@ -1,0 +1,98 @@
+#include "TarvoApp/App/AgentDesk.h"
+
+#include "LumoCore/Basics/Language.h"
+#include "TarvoApp/App/QtText.h"
+#include "TarvoApp/Model/DemoDisk.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+#include <utility>
+
+namespace tarvo {
+
+AgentDesk::AgentDesk(std::string home, Access access, QObject* parent)
+    : QObject(parent), home_(std::move(home)), access_(access), background_(1) {}
+
+AgentDesk::Links AgentDesk::linksIn(const std::string& home) {
+    return {.code = AgentLinks::isInClaudeCode(home), .desktop = AgentLinks::isInClaudeDesktop(home)};
+}
+
+void AgentDesk::refresh() {
+    if (access_ == Access::none) {
+        return;
+    }
+    background_.start([this, home = home_](const std::stop_token&) -> Background::Apply {
+        return [this, links = linksIn(home)] {
+            links_ = links;
+            emit changed();
+        };
+    });
+}
+
+void AgentDesk::change(const Change& change) {
+    if (isBusy_) {
+        return;
+    }
+    if (access_ == Access::none) {
+        result_ = std::string(DemoDisk::notice());
+        emit changed();
+        return;
+    }
+    isBusy_ = true;
+    result_ = {};
+    emit changed();
+    background_.start([this, change, home = home_](const std::stop_token& end) -> Background::Apply {
+        const AgentLinks::LinkResult result = change(home, end);
+        return [this, result, links = linksIn(home)] {
+            isBusy_ = false;
+            result_ = result;
+            links_ = links;
+            emit changed();
+        };
+    });
+}
+
+void AgentDesk::connectClaudeCode() {
+    change([](const std::string& home, const std::stop_token& end) {
+        return AgentLinks::connectClaudeCode(home, end);
+    });
+}
+
+void AgentDesk::disconnectClaudeCode() {
+    change([](const std::string& home, const std::stop_token& end) {
+        return AgentLinks::disconnectClaudeCode(home, end);
+    });
+}
+
+void AgentDesk::connectClaudeDesktop() {
+    change([](const std::string& home, const std::stop_token&) {
+        return AgentLinks::setInClaudeDesktop(home, true);
+    });
+}
+
+void AgentDesk::disconnectClaudeDesktop() {
+    change([](const std::string& home, const std::stop_token&) {
+        return AgentLinks::setInClaudeDesktop(home, false);
+    });
+}
+
+void AgentDesk::copy(const QString& text) {
+    QGuiApplication::clipboard()->setText(text);
+    result_ = std::string(lumo::text("Copiado", "Copied"));
+    emit changed();
+}
+
+QString AgentDesk::message() const {
+    return shown(result_ ? *result_ : result_.error().message);
+}
+
+QString AgentDesk::codexCommand() const {
+    return shown(AgentLinks::codexCommand());
+}
+
+QString AgentDesk::jsonSnippet() const {
+    return shown(AgentLinks::jsonSnippet());
+}
+
+} // namespace tarvo
