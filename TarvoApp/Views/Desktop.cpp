@@ -174,4 +174,13 @@ void Desktop::copyPath(const QString& key) {
     QGuiApplication::clipboard()->setText(shown(app_.pathOf(key)));
 }
 
+void Desktop::protectFolder(const QUrl& folder) {
+    // As bytes: a name need not be text.
+    QByteArray path = QByteArray::fromPercentEncoding(folder.path(QUrl::FullyEncoded).toLatin1());
+    while (path.size() > 1 && path.endsWith('/')) {
+        path.chop(1);
+    }
+    app_.settings()->protectPath(path.toStdString());
+}
+
 } // namespace tarvo

@@ -4,6 +4,7 @@
 #include <QDBusVariant>
 #include <QObject>
 #include <QString>
+#include <QUrl>
 #include <QtQmlIntegration/qqmlintegration.h>
 
 class QJSEngine;
@@ -49,6 +50,8 @@ class Desktop : public QObject {
     /// Opens the file manager with the item selected, or its folder where the file manager cannot do that.
     Q_INVOKABLE void showInFiles(const QString& key);
     Q_INVOKABLE void copyPath(const QString& key);
+    /// Protects the folder that a dialog of the desktop chose.
+    Q_INVOKABLE void protectFolder(const QUrl& folder);
 
   signals:
     void changed();

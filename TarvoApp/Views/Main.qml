@@ -10,6 +10,9 @@ ApplicationWindow {
     signal openSettings
     signal openHelp
 
+    onOpenHelp: sides.openHelp()
+    onOpenSettings: sides.openSettings()
+
     readonly property bool narrow: width < 1000
     // The map is what there must be room for.
     readonly property bool low: height < 680 * Theme.scale
@@ -71,7 +74,7 @@ ApplicationWindow {
     }
 
     Shortcuts {
-        active: !confirm.visible && !empty.visible && !welcome.visible && !archive.visible
+        active: !confirm.visible && !empty.visible && !welcome.visible && !archive.visible && !sides.covers
 
         onHelpWanted: window.openHelp()
         onQuitWanted: Qt.quit()
@@ -183,5 +186,8 @@ ApplicationWindow {
     }
     WelcomeCard {
         id: welcome
+    }
+    SideWindows {
+        id: sides
     }
 }

@@ -5,6 +5,9 @@
 #include <QQuickWindow>
 #include <QUrl>
 
+#include <array>
+#include <utility>
+
 // The linker leaves out what nobody calls, and with it the types of the windows.
 extern void qml_register_types_Tarvo();
 
@@ -24,6 +27,18 @@ MainWindow::MainWindow(AppModel& app) : desktop_(app) {
 QQuickWindow* MainWindow::window() const {
     const QList<QObject*> roots = engine_.rootObjects();
     return roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow*>(roots.front());
+}
+
+QQuickWindow* MainWindow::open(Side side) {
+    constexpr std::array<std::pair<const char*, const char*>, 3> names{
+        {{"openSettings", "settings"}, {"openHelp", "help"}, {"openNews", "news"}}};
+    const auto& [operation, name] = names.at(static_cast<std::size_t>(side));
+    auto* const sides = window()->findChild<QObject*>(QStringLiteral("sides"));
+    if (sides == nullptr || !QMetaObject::invokeMethod(sides, operation)) {
+        return nullptr;
+    }
+    const auto* const loader = sides->findChild<QObject*>(QLatin1String(name));
+    return qobject_cast<QQuickWindow*>(loader->property("item").value<QObject*>());
 }
 
 void MainWindow::raise() const {

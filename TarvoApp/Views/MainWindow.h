@@ -20,6 +20,11 @@ class MainWindow final {
     [[nodiscard]] QQuickWindow* window() const;
     [[nodiscard]] Desktop& desktop() { return desktop_; }
 
+    /// The windows beside it.
+    enum class Side { settings, help, news };
+    /// Shows one of them; null when it could not be shown.
+    QQuickWindow* open(Side side);
+
     /// Brings the window before the others.
     void raise() const;
 

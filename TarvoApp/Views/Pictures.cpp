@@ -1,6 +1,8 @@
 #include "TarvoApp/Views/Pictures.h"
 
+#include "LumoCore/Basics/Language.h"
 #include "TarvoApp/App/AppModel.h"
+#include "TarvoApp/App/QtText.h"
 #include "TarvoApp/Views/MainWindow.h"
 
 #include <QDeadlineTimer>
@@ -11,6 +13,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 namespace tarvo {
 
@@ -40,6 +43,65 @@ QString openableKey(const MapModel& map) {
     return {};
 }
 
+/// A cleanup as the made-up disk would have had it.
+ShareStats madeUpCleanup() {
+    return {.freedBytes = 15'100'000'000,
+            .items = {{lumo::Category::packageCache, 7'200'000'000},
+                      {lumo::Category::buildOutput, 5'400'000'000},
+                      {lumo::Category::appCache, 2'500'000'000}},
+            .freeBefore = 38'200'000'000,
+            .freeAfter = 53'300'000'000,
+            .capacity = 494'000'000'000,
+            .lifetimeBytes = 112'000'000'000};
+}
+
+/// Takes the pictures of one run and remembers whether all were saved.
+class Photographer {
+  public:
+    Photographer(MainWindow& windows, QDir folder) : windows_(windows), folder_(std::move(folder)) {}
+
+    void take(QQuickWindow* window, const QString& name, const QString& appearance = light) {
+        windows_.desktop().setAppearance(appearance);
+        wait(settling, [] { return false; });
+        const QString file =
+            QStringLiteral("%1-%2-%3.png").arg(name, windows_.desktop().language(), appearance);
+        isSaved_ = window != nullptr && window->grabWindow().save(folder_.filePath(file)) && isSaved_;
+    }
+    void takeBoth(QQuickWindow* window, const QString& name) {
+        take(window, name);
+        take(window, name, QStringLiteral("dark"));
+    }
+    [[nodiscard]] bool hasSaved() const { return isSaved_; }
+
+  private:
+    static inline const QString light = QStringLiteral("light");
+    MainWindow& windows_;
+    QDir folder_;
+    bool isSaved_ = true;
+};
+
+void takeSettings(Photographer& photographer, MainWindow& windows) {
+    QQuickWindow* const settings = windows.open(MainWindow::Side::settings);
+    const QStringList tabs{"general", "cleaning", "alerts", "ai", "about"};
+    for (int tab = 0; settings != nullptr && tab < tabs.size(); ++tab) {
+        settings->setProperty("tab", tab);
+        photographer.takeBoth(settings, QStringLiteral("settings-") + tabs[tab]);
+    }
+    settings->close();
+}
+
+void takeHelp(Photographer& photographer, MainWindow& windows, AppModel& app) {
+    QQuickWindow* const window = windows.open(MainWindow::Side::help);
+    HelpDesk& help = *app.help();
+    help.setExpandedHelp(QStringLiteral("apartado"));
+    photographer.takeBoth(window, QStringLiteral("help"));
+    help.setHelpQuestion(shown(lumo::text("¿Sirve para el móvil?", "Does it work on my phone?")));
+    help.ask();
+    wait(patience, [&] { return !help.isBusy(); });
+    photographer.takeBoth(window, QStringLiteral("help-answer"));
+    window->close();
+}
+
 } // namespace
 
 bool takePictures(MainWindow& windows, AppModel& app, const QString& folder) {
@@ -47,20 +109,20 @@ bool takePictures(MainWindow& windows, AppModel& app, const QString& folder) {
     if (window == nullptr || !QDir().mkpath(folder)) {
         return false;
     }
-    const auto never = [] { return false; };
+    Photographer photographer(windows, QDir(folder));
     wait(patience, [&] { return app.hasReport() && !app.isBusy(); });
-    const auto take = [&](const QString& name, const QString& appearance) {
-        windows.desktop().setAppearance(appearance);
-        wait(settling, never);
-        const QString file =
-            QStringLiteral("%1-%2-%3.png").arg(name, windows.desktop().language(), appearance);
-        return window->grabWindow().save(QDir(folder).filePath(file));
-    };
-    bool isSaved = take(QStringLiteral("main"), QStringLiteral("light"));
-    isSaved = take(QStringLiteral("main"), QStringLiteral("dark")) && isSaved;
+    photographer.takeBoth(window, QStringLiteral("main"));
+    takeSettings(photographer, windows);
+    takeHelp(photographer, windows, app);
+    photographer.takeBoth(windows.open(MainWindow::Side::news), QStringLiteral("news"));
+    app.celebrate(madeUpCleanup());
+    wait(patience, [&] { return app.isCelebrating(); });
+    photographer.takeBoth(window, QStringLiteral("celebration"));
+    app.closeCelebration();
     app.map()->zoomInto(openableKey(*app.map()));
     wait(patience, [&] { return app.map()->depth() > 0; });
-    return take(QStringLiteral("map-zoom"), QStringLiteral("light")) && isSaved;
+    photographer.take(window, QStringLiteral("map-zoom"));
+    return photographer.hasSaved();
 }
 
 } // namespace tarvo

@@ -41,4 +41,16 @@ struct MapModelInWindows {
     QML_ANONYMOUS
 };
 
+struct HelpDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::HelpDesk)
+    QML_ANONYMOUS
+};
+
+struct AgentDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::AgentDesk)
+    QML_ANONYMOUS
+};
+
 } // namespace tarvo

@@ -1,0 +1,95 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Tarvo
+
+// What a cleanup freed, once, with the picture that may be shown to others.
+Popup {
+    id: card
+
+    readonly property real room: (card.parent?.width ?? 900) - 96
+
+    anchors.centerIn: T.Overlay.overlay
+    closePolicy: Popup.CloseOnEscape
+    focus: true
+    modal: true
+    padding: 24
+    parent: T.Overlay.overlay
+    visible: App.celebration
+    width: Math.min(680, room)
+
+    onClosed: if (App.celebration) App.closeCelebration()
+    onOpened: close.forceActiveFocus(Qt.TabFocusReason)
+
+    T.Overlay.modal: Rectangle {
+        color: Theme.shade
+    }
+    background: Rectangle {
+        Accessible.name: SideWords.celebration
+        Accessible.role: Accessible.Dialog
+        border.color: Theme.hairline
+        color: Theme.surface
+        radius: Theme.cardRadius
+    }
+    contentItem: ColumnLayout {
+        spacing: 16
+
+        // Whatever is pressed closes, except the keys that lead to the other buttons and press them.
+        Keys.onPressed: event => {
+            const leads = [Qt.Key_Tab, Qt.Key_Backtab, Qt.Key_Space, Qt.Key_Return, Qt.Key_Enter, Qt.Key_Shift,
+                           Qt.Key_Control, Qt.Key_Alt, Qt.Key_Meta];
+            if (!leads.includes(event.key)) {
+                event.accepted = true;
+                App.closeCelebration();
+            }
+        }
+
+        CardPicture {
+            Accessible.name: App.celebrationText
+            Accessible.role: Accessible.Graphic
+            Layout.fillWidth: true
+            Layout.preferredHeight: width * 630 / 1200
+            image: App.celebrationImage
+        }
+        Line {
+            Layout.fillWidth: true
+            color: Theme.secondaryText
+            lineHeight: 1.2
+            text: App.celebrationText
+            wrapMode: Text.WordWrap
+        }
+        Flow {
+            Layout.fillWidth: true
+            layoutDirection: Qt.RightToLeft
+            spacing: 8
+
+            PlainButton {
+                id: close
+
+                focus: true
+                kind: PlainButton.Primary
+                text: Words.close
+
+                onClicked: App.closeCelebration()
+            }
+            PlainButton {
+                help: SideWords.postHelp
+                text: SideWords.post
+
+                onClicked: Qt.openUrlExternally("https://x.com/intent/post?text="
+                                                + encodeURIComponent(App.celebrationText))
+            }
+            PlainButton {
+                text: SideWords.copyImage
+
+                onClicked: App.copyCelebrationImage()
+            }
+            PlainButton {
+                text: SideWords.saveImage
+
+                onClicked: App.saveShareImage()
+            }
+        }
+    }
+}

@@ -1,0 +1,83 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Tarvo
+
+// One of a few words. The arrows go from one to the next.
+Rectangle {
+    id: choice
+
+    required property list<string> words
+    property int current: 0
+    property int role: Accessible.RadioButton
+
+    signal chosen(index: int)
+
+    color: Theme.raised
+    implicitHeight: row.implicitHeight + 4
+    implicitWidth: row.implicitWidth + 4
+    radius: Theme.buttonRadius
+
+    function go(index: int): void {
+        const word = items.itemAt(index);
+        if (word) {
+            word.forceActiveFocus(Qt.TabFocusReason);
+            chosen(index);
+        }
+    }
+
+    Row {
+        id: row
+
+        anchors.centerIn: parent
+
+        Repeater {
+            id: items
+
+            model: choice.words
+
+            Button {
+                id: word
+
+                required property string modelData
+                required property int index
+                readonly property bool isChosen: index === choice.current
+
+                Accessible.checkable: true
+                Accessible.checked: isChosen
+                Accessible.name: modelData
+                Accessible.role: choice.role
+                Accessible.selected: isChosen
+                activeFocusOnTab: isChosen
+                focusPolicy: Qt.StrongFocus
+                font.pixelSize: Theme.body
+                font.weight: isChosen ? Font.DemiBold : Font.Normal
+                implicitHeight: Theme.controlHeight
+                leftPadding: 14
+                rightPadding: 14
+                text: modelData
+
+                Keys.onLeftPressed: choice.go(index - 1)
+                Keys.onRightPressed: choice.go(index + 1)
+                onClicked: choice.chosen(index)
+
+                background: Rectangle {
+                    border.color: word.isChosen ? Theme.hairline : "transparent"
+                    color: word.isChosen ? Theme.surface : "transparent"
+                    radius: Theme.buttonRadius - 1
+
+                    FocusRing {
+                        anchors.margins: -2
+                        visible: word.visualFocus
+                    }
+                }
+                contentItem: Line {
+                    color: word.isChosen || word.hovered ? Theme.text : Theme.secondaryText
+                    font: word.font
+                    horizontalAlignment: Text.AlignHCenter
+                    text: word.text
+                    verticalAlignment: Text.AlignVCenter
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,41 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Tarvo
+
+// A question that leads to its topic.
+Button {
+    id: link
+
+    Accessible.role: Accessible.Link
+    focusPolicy: Qt.StrongFocus
+    font.pixelSize: Theme.body
+    font.underline: hovered || visualFocus
+    horizontalPadding: 0
+    verticalPadding: 2
+
+    Keys.onEnterPressed: link.click()
+    Keys.onReturnPressed: link.click()
+
+    background: Item {
+        FocusRing {
+            anchors.margins: 0
+            visible: link.visualFocus
+        }
+    }
+    contentItem: Line {
+        font: link.font
+        leftPadding: arrow.width + 4
+        text: link.text
+        wrapMode: Text.WordWrap
+
+        Glyph {
+            id: arrow
+
+            color: Theme.secondaryText
+            height: width
+            shape: "next"
+            width: Math.round(14 * Theme.scale)
+            y: Math.round(2 * Theme.scale)
+        }
+    }
+}

@@ -1,0 +1,57 @@
+import QtQuick
+import QtQuick.Layouts
+import Tarvo
+
+// What cleanups leave alone, what happens by itself, and what was set aside.
+SettingsPage {
+    SettingsCard {
+        SettingRow {
+            more: SettingsWords.activeDaysMore
+            title: SettingsWords.activeDays
+
+            Stepper {
+                from: 0
+                name: SettingsWords.activeDays
+                to: 36500
+                unit: SettingsWords.days
+                value: App.settings.activeProjectDays
+
+                onValueModified: App.settings.activeProjectDays = value
+            }
+        }
+    }
+    ProtectedFolders {}
+    SettingsCard {
+        SwitchRow {
+            checked: App.settings.autoCleanWeekly
+            more: SettingsWords.weeklyMore
+            text: SettingsWords.weekly
+
+            onToggled: App.settings.autoCleanWeekly = checked
+        }
+        Line {
+            Layout.fillWidth: true
+            Layout.topMargin: -8
+            font.pixelSize: Theme.small
+            text: App.autoCleanStatus
+            visible: text.length > 0
+            wrapMode: Text.WordWrap
+        }
+    }
+    SettingsCard {
+        heading: SettingsWords.held
+
+        SettingRow {
+            more: App.holdingBytes > 0 ? App.holdingText : ""
+            title: App.holdingBytes > 0 ? App.holdingTitle : SettingsWords.heldEmpty
+
+            PlainButton {
+                enabled: !App.isBusy
+                text: Words.emptyNow
+                visible: App.holdingBytes > 0
+
+                onClicked: App.requestEmpty(true)
+            }
+        }
+    }
+}

@@ -1,0 +1,48 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Tarvo
+
+// A window beside the main one. Escape closes it, unless what has the keyboard wants the key.
+ApplicationWindow {
+    id: side
+
+    default property alias contents: body.data
+
+    function present(): void {
+        show();
+        raise();
+        requestActivate();
+    }
+
+    color: Theme.window
+    height: 560
+    minimumHeight: 420
+    minimumWidth: 560
+    width: 640
+
+    palette {
+        base: Theme.surface
+        button: Theme.surface
+        buttonText: Theme.text
+        dark: Theme.text
+        highlight: Theme.accent
+        highlightedText: Theme.accentInk
+        light: Theme.raised
+        mid: Theme.hairline
+        midlight: Theme.raised
+        text: Theme.text
+        toolTipBase: Theme.surface
+        toolTipText: Theme.text
+        window: Theme.surface
+        windowText: Theme.text
+    }
+
+    FocusScope {
+        id: body
+
+        anchors.fill: parent
+        focus: true
+
+        Keys.onEscapePressed: side.close()
+    }
+}

@@ -1,0 +1,59 @@
+import QtQuick
+import Tarvo
+
+// Everything beside the main window; each is made when it is first wanted.
+Item {
+    id: sides
+
+    objectName: "sides"
+
+    readonly property bool covers: celebration.visible
+
+    function openSettings(): void {
+        settings.present();
+    }
+    function openHelp(): void {
+        help.present();
+    }
+    function openNews(): void {
+        news.present();
+    }
+
+    component Side: Loader {
+        active: false
+
+        function present(): void {
+            active = true;
+            (item as SideWindow).present();
+        }
+    }
+
+    Component.onCompleted: if (ReleaseNotes.takeDue()) openNews()
+
+    Side {
+        id: settings
+
+        objectName: "settings"
+
+        sourceComponent: SettingsWindow {
+            onNewsWanted: sides.openNews()
+        }
+    }
+    Side {
+        id: help
+
+        objectName: "help"
+
+        sourceComponent: HelpWindow {}
+    }
+    Side {
+        id: news
+
+        objectName: "news"
+
+        sourceComponent: WhatsNewWindow {}
+    }
+    CelebrationCard {
+        id: celebration
+    }
+}

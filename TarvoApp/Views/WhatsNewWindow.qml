@@ -1,0 +1,54 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Tarvo
+
+// What this version brings.
+SideWindow {
+    id: window
+
+    title: SideWords.news
+
+    onVisibleChanged: if (visible) close.forceActiveFocus(Qt.OtherFocusReason)
+
+    ColumnLayout {
+        anchors.bottomMargin: 16
+        anchors.fill: parent
+        anchors.leftMargin: 24
+        anchors.rightMargin: 24
+        anchors.topMargin: 20
+        spacing: 16
+
+        Flickable {
+            Layout.fillHeight: true
+            Layout.fillWidth: true
+            boundsBehavior: Flickable.StopAtBounds
+            clip: true
+            contentHeight: notes.implicitHeight
+            contentWidth: width
+
+            ScrollBar.vertical: ScrollBar {}
+
+            Line {
+                id: notes
+
+                lineHeight: 1.25
+                text: ReleaseNotes.text
+                // Ours, not from the disk.
+                textFormat: Text.MarkdownText
+                width: parent.width - 12
+                wrapMode: Text.WordWrap
+            }
+        }
+        PlainButton {
+            id: close
+
+            Layout.alignment: Qt.AlignRight
+            focus: true
+            kind: PlainButton.Primary
+            text: Words.close
+
+            onClicked: window.close()
+        }
+    }
+}
