@@ -8,7 +8,7 @@ import Tarvo
 Popup {
     id: card
 
-    readonly property real room: (card.parent?.width ?? 900) - 96
+    readonly property real room: (card.parent?.width ?? 900) - 48
 
     anchors.centerIn: T.Overlay.overlay
     closePolicy: Popup.CloseOnEscape
@@ -17,7 +17,7 @@ Popup {
     padding: 24
     parent: T.Overlay.overlay
     visible: App.celebration
-    width: Math.min(680, room)
+    width: Math.min(Math.max(680, buttons.implicitWidth + 2 * padding), room)
 
     onClosed: if (App.celebration) App.closeCelebration()
     onOpened: close.forceActiveFocus(Qt.TabFocusReason)
@@ -48,8 +48,9 @@ Popup {
         CardPicture {
             Accessible.name: App.celebrationText
             Accessible.role: Accessible.Graphic
-            Layout.fillWidth: true
+            Layout.alignment: Qt.AlignHCenter
             Layout.preferredHeight: width * 630 / 1200
+            Layout.preferredWidth: 632
             image: App.celebrationImage
         }
         Line {
@@ -59,19 +60,21 @@ Popup {
             text: App.celebrationText
             wrapMode: Text.WordWrap
         }
-        Flow {
-            Layout.fillWidth: true
-            layoutDirection: Qt.RightToLeft
+        RowLayout {
+            id: buttons
+
+            Layout.alignment: Qt.AlignRight
             spacing: 8
 
             PlainButton {
-                id: close
+                text: SideWords.saveImage
 
-                focus: true
-                kind: PlainButton.Primary
-                text: Words.close
+                onClicked: App.saveShareImage()
+            }
+            PlainButton {
+                text: SideWords.copyImage
 
-                onClicked: App.closeCelebration()
+                onClicked: App.copyCelebrationImage()
             }
             PlainButton {
                 help: SideWords.postHelp
@@ -81,14 +84,13 @@ Popup {
                                                 + encodeURIComponent(App.celebrationText))
             }
             PlainButton {
-                text: SideWords.copyImage
+                id: close
 
-                onClicked: App.copyCelebrationImage()
-            }
-            PlainButton {
-                text: SideWords.saveImage
+                focus: true
+                kind: PlainButton.Primary
+                text: Words.close
 
-                onClicked: App.saveShareImage()
+                onClicked: App.closeCelebration()
             }
         }
     }

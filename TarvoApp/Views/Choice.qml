@@ -12,7 +12,8 @@ Rectangle {
 
     signal chosen(index: int)
 
-    color: Theme.raised
+    border.color: Theme.dark ? Theme.hairline : "transparent"
+    color: Theme.dark ? Theme.window : Theme.raised
     implicitHeight: row.implicitHeight + 4
     implicitWidth: row.implicitWidth + 4
     radius: Theme.buttonRadius
@@ -45,7 +46,6 @@ Rectangle {
                 Accessible.checkable: true
                 Accessible.checked: isChosen
                 Accessible.name: modelData
-                Accessible.role: choice.role
                 Accessible.selected: isChosen
                 activeFocusOnTab: isChosen
                 focusPolicy: Qt.StrongFocus
@@ -58,11 +58,13 @@ Rectangle {
 
                 Keys.onLeftPressed: choice.go(index - 1)
                 Keys.onRightPressed: choice.go(index + 1)
+                // A button says its own role when it is complete.
+                Component.onCompleted: Accessible.role = choice.role
                 onClicked: choice.chosen(index)
 
                 background: Rectangle {
                     border.color: word.isChosen ? Theme.hairline : "transparent"
-                    color: word.isChosen ? Theme.surface : "transparent"
+                    color: !word.isChosen ? "transparent" : Theme.dark ? Theme.raised : Theme.surface
                     radius: Theme.buttonRadius - 1
 
                     FocusRing {

@@ -6,15 +6,17 @@ import Tarvo
 Button {
     id: link
 
-    Accessible.role: Accessible.Link
+    Accessible.name: text
     focusPolicy: Qt.StrongFocus
     font.pixelSize: Theme.body
     font.underline: hovered || visualFocus
     horizontalPadding: 0
     verticalPadding: 2
 
-    Keys.onEnterPressed: link.click()
-    Keys.onReturnPressed: link.click()
+    // A button says its own role when it is complete.
+    Component.onCompleted: Accessible.role = Accessible.Link
+    Keys.onEnterPressed: link.clicked()
+    Keys.onReturnPressed: link.clicked()
 
     background: Item {
         FocusRing {

@@ -16,10 +16,11 @@ Button {
     font.pixelSize: Theme.body
     leftPadding: 8
     padding: 8
+    rightPadding: 16
     text: modelData.question
 
-    Keys.onEnterPressed: row.click()
-    Keys.onReturnPressed: row.click()
+    Keys.onEnterPressed: row.clicked()
+    Keys.onReturnPressed: row.clicked()
     onClicked: App.help.expandedHelp = isExpanded ? "" : modelData.id
 
     background: Rectangle {

@@ -6,10 +6,12 @@ import Tarvo
 ListView {
     id: list
 
+    bottomMargin: 8
     boundsBehavior: Flickable.StopAtBounds
     clip: true
     model: App.help.topics
     spacing: 2
+    topMargin: 8
 
     ScrollBar.vertical: ScrollBar {}
     delegate: HelpTopicRow {

@@ -34,15 +34,25 @@ SideWindow {
             }
             onTextEdited: App.help.helpSearch = text
         }
+        Rectangle {
+            Layout.fillWidth: true
+            color: Theme.hairline
+            implicitHeight: 1
+        }
         HelpTopics {
             Layout.fillHeight: true
             Layout.fillWidth: true
+        }
+        Rectangle {
+            Layout.fillWidth: true
+            color: Theme.hairline
+            implicitHeight: 1
         }
         HelpAnswerCard {
             Layout.fillWidth: true
             Layout.leftMargin: 24
             Layout.rightMargin: 24
-            Layout.topMargin: 8
+            Layout.topMargin: 12
         }
         RowLayout {
             Layout.bottomMargin: 16

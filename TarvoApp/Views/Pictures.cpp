@@ -85,6 +85,8 @@ void takeSettings(Photographer& photographer, MainWindow& windows) {
     const QStringList tabs{"general", "cleaning", "alerts", "ai", "about"};
     for (int tab = 0; settings != nullptr && tab < tabs.size(); ++tab) {
         settings->setProperty("tab", tab);
+        // The one that is scrolled otherwise.
+        settings->resize(settings->width(), tabs[tab] == QLatin1String("ai") ? 840 : 560);
         photographer.takeBoth(settings, QStringLiteral("settings-") + tabs[tab]);
     }
     settings->close();
@@ -114,7 +116,9 @@ bool takePictures(MainWindow& windows, AppModel& app, const QString& folder) {
     photographer.takeBoth(window, QStringLiteral("main"));
     takeSettings(photographer, windows);
     takeHelp(photographer, windows, app);
-    photographer.takeBoth(windows.open(MainWindow::Side::news), QStringLiteral("news"));
+    QQuickWindow* const news = windows.open(MainWindow::Side::news);
+    photographer.takeBoth(news, QStringLiteral("news"));
+    news->close();
     app.celebrate(madeUpCleanup());
     wait(patience, [&] { return app.isCelebrating(); });
     photographer.takeBoth(window, QStringLiteral("celebration"));

@@ -9,8 +9,10 @@ ApplicationWindow {
     default property alias contents: body.data
 
     function present(): void {
+        if (visible) {
+            raise();
+        }
         show();
-        raise();
         requestActivate();
     }
 

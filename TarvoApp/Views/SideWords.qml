@@ -14,7 +14,7 @@ QtObject {
     readonly property string questionExample: pick("Pregunta con tus palabras", "Ask in your own words")
     readonly property string ask: pick("Preguntar", "Ask")
     readonly property string thinking: pick("Buscando la respuesta…", "Looking for the answer…")
-    readonly property string related: pick("Ver también", "See also")
+    readonly property string related: pick("En la ayuda", "In the help")
     readonly property string closeAnswer: pick("Quitar la respuesta", "Close the answer")
     readonly property string shown: pick("desplegada", "expanded")
     readonly property string hidden: pick("plegada", "collapsed")

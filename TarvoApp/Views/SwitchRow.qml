@@ -10,13 +10,19 @@ Switch {
     property string more: ""
 
     Accessible.description: more
+    Accessible.name: text
     Layout.fillWidth: true
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.45
     padding: 0
 
-    Keys.onEnterPressed: row.click()
-    Keys.onReturnPressed: row.click()
+    function flip(): void {
+        toggle();
+        toggled();
+    }
+
+    Keys.onEnterPressed: row.flip()
+    Keys.onReturnPressed: row.flip()
 
     background: Item {
         FocusRing {

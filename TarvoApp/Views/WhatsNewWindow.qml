@@ -40,6 +40,14 @@ SideWindow {
                 wrapMode: Text.WordWrap
             }
         }
+        Rectangle {
+            Layout.fillWidth: true
+            Layout.leftMargin: -24
+            Layout.rightMargin: -24
+            Layout.topMargin: -16
+            color: Theme.hairline
+            implicitHeight: 1
+        }
         PlainButton {
             id: close
 

@@ -2,6 +2,7 @@
 #include "TarvoApp/App/QtText.h"
 #include "TarvoApp/Model/DiskMap.h"
 #include "TarvoApp/Views/MainWindow.h"
+#include "TarvoApp/Views/ReleaseNotes.h"
 #include "Tests/App/AppStory.h"
 
 #include <gmock/gmock.h>
@@ -59,6 +60,7 @@ class MainWindowTest : public ::testing::Test {
 
     QQuickWindow& open() {
         story.app().settings()->setWelcomeSeen(true);
+        story.app().settings()->setSeenNews(ReleaseNotes::version());
         if (story.app().showsWelcome()) {
             story.app().finishWelcome();
         }

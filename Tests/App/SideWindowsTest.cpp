@@ -1,0 +1,200 @@
+#include "LumoCore/Basics/Language.h"
+#include "TarvoApp/App/QtText.h"
+#include "TarvoApp/Views/MainWindow.h"
+#include "TarvoApp/Views/ReleaseNotes.h"
+#include "Tests/App/AppStory.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTest>
+
+using namespace tarvo;
+using namespace tarvo::testing;
+using ::testing::IsEmpty;
+using Side = MainWindow::Side;
+
+namespace {
+
+std::vector<std::string> complaints;
+
+void keepComplaints(QtMsgType type, const QMessageLogContext&, const QString& message) {
+    if (type != QtDebugMsg && type != QtInfoMsg) {
+        complaints.push_back(bytesOf(message));
+    }
+}
+
+QAccessibleInterface* namedIn(QAccessibleInterface* item, const QString& name) {
+    if (item == nullptr || item->state().invisible) {
+        return nullptr;
+    }
+    if (item->text(QAccessible::Name) == name && item->role() != QAccessible::StaticText) {
+        return item;
+    }
+    for (int child = 0; child < item->childCount(); ++child) {
+        if (QAccessibleInterface* const found = namedIn(item->child(child), name)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+/// The kinds of the things that can be reached with the keyboard and have no name.
+void findNameless(QAccessibleInterface* item, std::vector<std::string>& kinds) {
+    if (item == nullptr || item->state().invisible) {
+        return;
+    }
+    if (item->state().focusable && item->text(QAccessible::Name).isEmpty()) {
+        kinds.emplace_back(item->object()->metaObject()->className());
+    }
+    for (int child = 0; child < item->childCount(); ++child) {
+        findNameless(item->child(child), kinds);
+    }
+}
+
+} // namespace
+
+/// The windows beside the main one, on a home of their own.
+class SideWindowsTest : public ::testing::Test {
+  protected:
+    SideWindowsTest() {
+        qputenv("QT_QUICK_BACKEND", "software");
+        QAccessible::setActive(true);
+        complaints.clear();
+        previous_ = qInstallMessageHandler(keepComplaints);
+        story.app().settings()->setWelcomeSeen(true);
+        story.app().finishWelcome();
+        story.app().settings()->setSeenNews(ReleaseNotes::version());
+    }
+    ~SideWindowsTest() override {
+        close();
+        qInstallMessageHandler(previous_);
+        EXPECT_THAT(complaints, IsEmpty());
+    }
+
+    MainWindow& windows() {
+        if (!windows_) {
+            windows_ = std::make_unique<MainWindow>(story.app());
+            EXPECT_TRUE(story.waitUntil([&] { return story.app().hasReport() && !story.app().isBusy(); }));
+            EXPECT_TRUE(QTest::qWaitForWindowActive(windows_->window()));
+        }
+        return *windows_;
+    }
+    void close() { windows_.reset(); }
+
+    QQuickWindow& open(Side side) {
+        QQuickWindow* const window = windows().open(side);
+        // A window is active before it has told its items.
+        EXPECT_TRUE(story.waitUntil([&] { return window->activeFocusItem() != nullptr; }));
+        return *window;
+    }
+
+    static void click(QQuickWindow& window, std::string_view es, std::string_view en) {
+        QTest::qWait(0);
+        QAccessibleInterface* const item =
+            namedIn(QAccessible::queryAccessibleInterface(&window), shown(lumo::text(es, en)));
+        ASSERT_NE(item, nullptr) << es;
+        QTest::mouseClick(&window, Qt::LeftButton, {}, window.mapFromGlobal(item->rect().center()));
+    }
+
+    AppStory story;
+
+  private:
+    std::unique_ptr<MainWindow> windows_;
+    QtMessageHandler previous_ = nullptr;
+};
+
+TEST_F(SideWindowsTest, WhatIsChangedInTheSettingsIsThereAfterARestart) {
+    QQuickWindow& window = open(Side::settings);
+    click(window, "Oscuro", "Dark");
+    click(window, "Limpieza", "Cleaning");
+    click(window, "Limpieza semanal", "Weekly cleanup");
+    click(window, "Avisos", "Alerts");
+    click(window, "Poco espacio", "Low space");
+    QTest::keyClick(&window, Qt::Key_Up);
+    EXPECT_TRUE(windows().desktop().isDark());
+    windows().desktop().protectFolder(QUrl::fromEncoded("file:///srv/caf%E9/"));
+    close();
+    story.quit();
+    const Settings& settings = *story.app().settings();
+    EXPECT_EQ(bytesOf(settings.appearance()), "dark");
+    EXPECT_TRUE(settings.autoCleanWeekly());
+    EXPECT_EQ(settings.lowSpaceGB(), 11);
+    EXPECT_EQ(settings.protectedFolders().size(), 1);
+    EXPECT_EQ(wordsOf(*settings.preferences().value(*preferenceKey("carpetasProtegidas"))), "/srv/caf\\xE9");
+}
+
+TEST_F(SideWindowsTest, EveryWindowOpensInBothLanguagesAndAppearancesAndClosesWithEscape) {
+    for (const Side side : {Side::settings, Side::help, Side::news}) {
+        QQuickWindow& window = open(side);
+        for (const auto* language : {"es", "en"}) {
+            qmlEngine(&window)->setUiLanguage(language);
+            for (const auto* appearance : {"light", "dark"}) {
+                windows().desktop().setAppearance(appearance);
+                story.app().settings()->setTextScale(1.3);
+                for (int tab = 0; tab < (side == Side::settings ? 5 : 1); ++tab) {
+                    window.setProperty("tab", tab);
+                    EXPECT_FALSE(window.grabWindow().isNull());
+                    std::vector<std::string> nameless;
+                    findNameless(QAccessible::queryAccessibleInterface(&window), nameless);
+                    EXPECT_THAT(nameless, IsEmpty()) << tab;
+                }
+            }
+        }
+        QTest::keyClick(&window, Qt::Key_Escape);
+        EXPECT_FALSE(window.isVisible()) << static_cast<int>(side);
+    }
+}
+
+TEST_F(SideWindowsTest, TheHelpAnswersWhatIsTypedAndEscapeEmptiesTheSearchFirst) {
+    QQuickWindow& window = open(Side::help);
+    HelpDesk& help = *story.app().help();
+    for (const char letter : {'d', 'o', 'c', 'k'}) {
+        QTest::keyClick(&window, letter);
+    }
+    EXPECT_EQ(bytesOf(help.helpSearch()), "dock");
+    QTest::keyClick(&window, Qt::Key_Escape);
+    EXPECT_EQ(bytesOf(help.helpSearch()), "");
+    EXPECT_TRUE(window.isVisible());
+    click(window, "Tu pregunta", "Your question");
+    for (const char letter : std::string_view("what do the colors mean")) {
+        QTest::keyClick(&window, letter);
+    }
+    QTest::keyClick(&window, Qt::Key_Return);
+    ASSERT_TRUE(story.waitUntil([&] { return !help.isBusy(); }));
+    EXPECT_EQ(help.helpSources().size(), 1);
+}
+
+TEST_F(SideWindowsTest, TheCardOfACleanupGoesWithAnyKeyButThoseThatLeadToItsButtons) {
+    QQuickWindow& window = *windows().window();
+    for (const Qt::Key key : {Qt::Key_X, Qt::Key_Return, Qt::Key_Escape}) {
+        story.app().celebrate({.freedBytes = 1'000'000'000});
+        ASSERT_TRUE(story.waitUntil([&] {
+            return story.app().isCelebrating() && window.activeFocusItem() != nullptr &&
+                   window.activeFocusItem()->property("text") == shown(lumo::text("Cerrar", "Close"));
+        }));
+        QTest::keyClick(&window, Qt::Key_Tab);
+        QTest::keyClick(&window, Qt::Key_Tab, Qt::ShiftModifier);
+        EXPECT_TRUE(story.app().isCelebrating());
+        QTest::keyClick(&window, key);
+        EXPECT_FALSE(story.app().isCelebrating());
+    }
+}
+
+TEST_F(SideWindowsTest, NewsAreToldOnceAndNotToWhoIsNew) {
+    Settings& settings = *story.app().settings();
+    ReleaseNotes notes(story.app());
+    EXPECT_FALSE(notes.takeDue());
+    settings.setSeenNews("0.0.1");
+    EXPECT_TRUE(notes.takeDue());
+    EXPECT_FALSE(notes.takeDue());
+    settings.setSeenNews("");
+    settings.setWelcomeSeen(false);
+    EXPECT_FALSE(notes.takeDue());
+    settings.setWelcomeSeen(true);
+    EXPECT_FALSE(notes.takeDue());
+}
