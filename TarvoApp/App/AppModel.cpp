@@ -52,6 +52,8 @@ AppModel::AppModel(AppServices services, QObject* parent)
     ticker_.setInterval(tickInterval);
     plannedDays_ = settings_.activeProjectDays();
     plannedFolders_ = settings_.protectedFolders();
+    wallAnchor_ = services_.desk.now();
+    steadyAnchor_ = services_.steadySeconds();
     map_.setTextScale(settings_.textScale());
     if (!isDemo()) {
         askModel();
@@ -89,6 +91,9 @@ void AppModel::setPhase(Phase phase) {
     }
     emit phaseChanged();
     emit statusChanged();
+    if (!isBusy() && waiting_) {
+        cleanAgreed(*std::exchange(waiting_, std::nullopt));
+    }
 }
 
 std::shared_ptr<AppModel::Work> AppModel::beginWork() {
@@ -97,6 +102,7 @@ std::shared_ptr<AppModel::Work> AppModel::beginWork() {
 }
 
 void AppModel::stop() {
+    waiting_.reset();
     if (work_ && !work_->stop.request_stop()) {
         work_->cancelTool.request_stop();
     }
@@ -354,7 +360,8 @@ QString AppModel::holdingText() const {
 }
 
 QString AppModel::holdingQuestion() const {
-    return shown(emptyBannerQuestion(heldTotals_));
+    const bool isAsked = confirmingEmpty_ || confirmingEmptyFromSettings_;
+    return shown(emptyBannerQuestion(isAsked ? totalsOf(emptying_) : heldTotals_));
 }
 
 QStringList AppModel::lastFailures() const {
@@ -379,6 +386,9 @@ QString AppModel::autoCleanStatusText() const {
 }
 
 void AppModel::setLaunchAtLogin(bool isOn) {
+    if (isDemo()) {
+        return;
+    }
     launchAtLoginError_ = services_.setStartAtLogin(isOn);
     emit loginChanged();
 }

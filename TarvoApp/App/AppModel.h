@@ -297,7 +297,8 @@ class AppModel final : public QObject {
     using Agreement = std::function<std::vector<lumo::CleanupAction>(const std::vector<lumo::PlanEntry>&)>;
     using WhenCleaned = std::function<void(const lumo::Result<Cleaned>&, const lumo::VolumeInfo& after)>;
     void runCleanup(const Agreement& agreement, const WhenCleaned& whenDone);
-    void cleaned(const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after);
+    void cleanAgreed(const std::vector<lumo::CleanupAction>& actions);
+    void cleaned(const lumo::Result<Cleaned>& result, std::size_t agreed, const lumo::VolumeInfo& after);
     void cleanedByItself(const lumo::Result<Cleaned>& result);
     void setShare(const ShareStats& stats);
     void takeHeld(HeldState held);
@@ -319,6 +320,10 @@ class AppModel final : public QObject {
     void estimated(const Archivable& item);
     void archived(const lumo::Result<Archived>& result);
 
+    void setConfirming(bool isAsked);
+    /// True while the user has been asked something, or has said yes to what has yet to begin: then nothing
+    /// begins by itself.
+    [[nodiscard]] bool isAsking() const;
     void setPhase(Phase phase);
     void setNotice(const std::string& notice);
     void setFree(const lumo::VolumeInfo& volume);
@@ -336,8 +341,9 @@ class AppModel final : public QObject {
 
     Phase phase_;
     std::shared_ptr<Work> work_;
-    std::function<void()> whenStopped_; ///< What waits for the scan in hand to end.
-    std::string doing_;                 ///< What is said of the work instead of the phase's own words.
+    /// What the user agreed to and waits for the scan in hand to end.
+    std::optional<std::vector<lumo::CleanupAction>> waiting_;
+    std::string doing_; ///< What is said of the work instead of the phase's own words.
     std::string notice_;
     bool started_ = false;
     bool monitoring_ = false;
@@ -355,6 +361,8 @@ class AppModel final : public QObject {
     std::optional<lumo::Date> lastScanDate_;
     std::int64_t recoverable_ = 0;
     std::int64_t purged_ = 0; ///< Since the last scan began.
+    lumo::Date wallAnchor_;   ///< A moment on both clocks, to notice when the wall clock was set.
+    double steadyAnchor_ = 0;
     std::int64_t freeBeforeLastCleanup_ = 0;
     lumo::DiskSummaryText summary_;
     std::optional<std::string> aiUnavailableReason_;
@@ -371,10 +379,12 @@ class AppModel final : public QObject {
     std::vector<lumo::CleanupAction> agreed_; ///< What the confirmation that is shown is about.
     std::int64_t plannedDays_ = 0;            ///< The preferences by which the plan was made.
     QStringList plannedFolders_;
+    int replans_ = 0; ///< Of several that were begun only the last one counts.
     bool confirming_ = false;
     bool confirmingEmpty_ = false;
     bool confirmingEmptyFromSettings_ = false;
     HeldState held_;
+    std::vector<lumo::Holding::Batch> emptying_; ///< What the question about emptying is about.
     HeldTotals heldTotals_;
     std::vector<lumo::CleanupOutcome> lastOutcomes_;
     std::optional<CleanupSums> lastCleanup_; ///< For the status line, until something else happens.

@@ -20,10 +20,10 @@ using lumo::text;
 // The user's cleanup.
 
 void AppModel::requestClean() {
-    agreed_ = plan_.selectedActions();
-    if (agreed_.empty() || confirming_ || !maySelectSafe(phase_)) {
+    if (isAsking() || !maySelectSafe(phase_) || plan_.selectedActions().empty()) {
         return;
     }
+    agreed_ = plan_.selectedActions();
     if (isDemo()) {
         setNotice(DemoDisk::notice());
         celebrate(ShareStats::make(DemoDisk::outcomes(agreed_, services_.desk.now()),
@@ -33,34 +33,44 @@ void AppModel::requestClean() {
                                     .lifetimeBefore = 0}));
         return;
     }
-    confirming_ = true;
-    emit confirmingChanged();
+    setConfirming(true);
 }
 
 void AppModel::cancelClean() {
-    confirming_ = false;
+    setConfirming(false);
+}
+
+void AppModel::setConfirming(bool isAsked) {
+    confirming_ = isAsked;
     emit confirmingChanged();
+    emit selectionChanged(); // The amount on the buttons is the question's while it is open.
+}
+
+bool AppModel::isAsking() const {
+    return confirming_ || waiting_ || confirmingEmpty_ || confirmingEmptyFromSettings_ || archivable_;
 }
 
 void AppModel::clean() {
-    if (isDemo() || !std::exchange(confirming_, false)) {
+    if (isDemo() || !confirming_) {
         return;
     }
-    emit confirmingChanged();
+    setConfirming(false);
     if (isBusy()) {
         // The user has seen enough: the rest of the scan is not worth waiting for.
-        whenStopped_ = [this] {
-            confirming_ = true;
-            clean();
-        };
-        stop();
+        waiting_ = agreed_;
+        work_->stop.request_stop();
         return;
     }
+    cleanAgreed(agreed_);
+}
+
+void AppModel::cleanAgreed(const std::vector<lumo::CleanupAction>& actions) {
     freeBeforeLastCleanup_ = freeNow_.value_or(0);
-    runCleanup([agreed = agreed_](const std::vector<PlanEntry>& now) { return stillAllowed(agreed, now); },
-               [this](const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after) {
-                   cleaned(result, after);
-               });
+    runCleanup(
+        [agreed = actions](const std::vector<PlanEntry>& now) { return stillAllowed(agreed, now); },
+        [this, count = actions.size()](const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after) {
+            cleaned(result, count, after);
+        });
 }
 
 void AppModel::runCleanup(const Agreement& agreement, const WhenCleaned& whenDone) {
@@ -76,20 +86,30 @@ void AppModel::runCleanup(const Agreement& agreement, const WhenCleaned& whenDon
                                                      .now = desk.now};
         const auto allowed = [&] {
             // What the user protected a moment ago counts, whoever stored it.
-            return agreement(plannedEntries(*report, Preferences::load(desk.home), desk.home, program));
+            auto actions =
+                agreement(plannedEntries(*report, Preferences::load(desk.home), desk.home, program));
+            std::vector<std::string> titles;
+            for (const lumo::CleanupAction& action : actions) {
+                titles.push_back(action.title);
+            }
+            background_.post([work, titles] { work->titles = titles; });
+            return actions;
         };
         const auto result = cleanAllowed(allowed, desk, carryOut, control);
         return [this, whenDone, result, after = volumeInfo(desk.home)] {
             const auto outcomes = result ? result->outcomes : std::vector<lumo::CleanupOutcome>();
             for (const lumo::CleanupOutcome& outcome : outcomes) {
-                cleanedSince_.insert(outcome.id);
+                if (outcome.status == lumo::CleanupStatus::done) {
+                    cleanedSince_.insert(outcome.id);
+                }
             }
             whenDone(result, after);
         };
     });
 }
 
-void AppModel::cleaned(const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after) {
+void AppModel::cleaned(const lumo::Result<Cleaned>& result, std::size_t agreed,
+                       const lumo::VolumeInfo& after) {
     if (!result) {
         setPhase(phase::Idle{});
         setNotice(result.error().message);
@@ -107,7 +127,7 @@ void AppModel::cleaned(const lumo::Result<Cleaned>& result, const lumo::VolumeIn
     emit outcomesChanged();
     beginScan();
     const auto failed = lastFailures().size();
-    const auto left = static_cast<std::ptrdiff_t>(agreed_.size()) - std::ssize(lastOutcomes_);
+    const auto left = static_cast<std::ptrdiff_t>(agreed) - std::ssize(lastOutcomes_);
     if (failed > 0) {
         setNotice(
             fmt::format(fmt::runtime(text("{} no se pudieron limpiar: {}", "{} couldn't be cleaned: {}")),
@@ -161,6 +181,10 @@ void AppModel::saveShareImage() {
     if (celebrationImage_.isNull()) {
         return;
     }
+    if (isDemo()) {
+        setNotice(DemoDisk::notice());
+        return;
+    }
     background_.start([this, image = celebrationImage_,
                        save = services_.saveCard](const std::stop_token&) -> Background::Apply {
         return [this, saved = save(image)] { setNotice(saved ? imageSavedText() : saved.error().message); };
@@ -200,6 +224,8 @@ void AppModel::refreshHolding() {
 void AppModel::change(const std::string& doing,
                       const std::function<lumo::Result<Changed>(const HomeDesk&)>& change) {
     if (isBusy()) {
+        setNotice(said("Ahora hay otra cosa en marcha: vuelve a probar cuando acabe",
+                       "Something else is going on: try again when it has ended", lumo::currentLanguage()));
         return;
     }
     if (isDemo()) {
@@ -237,15 +263,20 @@ void AppModel::undoLastCleanup() {
                }
                return Changed{.notice = restoredText(*restored)};
            });
-    if (isBusy()) {
+    if (!doing_.empty()) {
         lastShare_.reset();
         emit celebrationChanged();
     }
 }
 
 void AppModel::requestEmpty(bool isFromSettings) {
-    (isFromSettings ? confirmingEmptyFromSettings_ : confirmingEmpty_) = !held_.batches.empty();
+    if (isAsking() || held_.batches.empty()) {
+        return;
+    }
+    emptying_ = held_.batches;
+    (isFromSettings ? confirmingEmptyFromSettings_ : confirmingEmpty_) = true;
     emit confirmingChanged();
+    emit holdingChanged();
 }
 
 void AppModel::cancelEmpty() {
@@ -260,7 +291,7 @@ void AppModel::emptyHolding() {
     }
     cancelEmpty();
     change(said("Vaciando…", "Emptying…", lumo::currentLanguage()),
-           [agreed = held_.batches](const HomeDesk& desk) -> lumo::Result<Changed> {
+           [agreed = emptying_](const HomeDesk& desk) -> lumo::Result<Changed> {
                const auto emptied = emptyAgreed(agreed, desk);
                if (!emptied) {
                    return std::unexpected(emptied.error());

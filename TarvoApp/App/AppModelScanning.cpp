@@ -56,9 +56,14 @@ void AppModel::beginScan() {
 
 void AppModel::purge() {
     purged_ = 0;
-    background_.start([this, desk = services_.desk](const std::stop_token&) -> Background::Apply {
-        const std::int64_t bytes =
-            ScanUpkeep::purgeExpired(desk.home, desk.program, desk.now(), std::chrono::seconds(0));
+    // How far the wall clock was set ahead since the last time: nothing may expire by that.
+    const lumo::Date now = services_.desk.now();
+    const double steady = services_.steadySeconds();
+    const auto drift = std::chrono::duration_cast<std::chrono::seconds>(
+        (now - std::exchange(wallAnchor_, now)) -
+        std::chrono::duration<double>(steady - std::exchange(steadyAnchor_, steady)));
+    background_.start([this, desk = services_.desk, drift](const std::stop_token&) -> Background::Apply {
+        const std::int64_t bytes = ScanUpkeep::purgeExpired(desk.home, desk.program, desk.now(), drift);
         return [this, bytes] { purged_ = bytes; };
     });
 }
@@ -84,9 +89,6 @@ void AppModel::passEnded(ScanPass pass, std::optional<ScanResult> result) {
     // A result that came in just before the stop would be a surprise after it.
     if (!result || work_->stop.stop_requested()) {
         setPhase(phase::Idle{});
-        if (whenStopped_) {
-            std::exchange(whenStopped_, {})();
-        }
         return;
     }
     apply(std::move(*result));
@@ -113,14 +115,14 @@ void AppModel::finishScan() {
         setNotice(purgedText(std::exchange(purged_, 0)));
     }
     setPhase(phase::Idle{});
-    map_.prefetch();
-    if (whenStopped_) {
-        std::exchange(whenStopped_, {})();
-        return;
+    if (isBusy()) {
+        return; // What waited for the scan has begun.
     }
+    map_.prefetch();
+    refreshVolumes();
     if (!isCapturing()) {
         refreshSummary();
-        if (settings_.autoExplain()) {
+        if (settings_.autoExplain() && !isAsking()) {
             explain();
         }
     }
@@ -174,11 +176,12 @@ void AppModel::replan() {
         return;
     }
     background_.start([this, report = report_, desk = services_.desk, preferences = settings_.preferences(),
+                       number = ++replans_,
                        program = services_.applicationPath](const std::stop_token&) -> Background::Apply {
         const auto entries = std::make_shared<std::vector<lumo::PlanEntry>>(
             plannedEntries(*report, preferences, desk.home, program));
-        return [this, report, entries] {
-            if (report != report_) {
+        return [this, report, entries, number] {
+            if (report != report_ || number != replans_) {
                 return;
             }
             allRows_ = rowsOf(*report_, *entries);
@@ -311,7 +314,7 @@ void AppModel::lookAt(const lumo::VolumeInfo& volume) {
     isLooking_ = false;
     setFree(volume);
     settings_.reload();
-    if (isRescanDue(lastScanDate_, phase_, services_.desk.now())) {
+    if (!isAsking() && isRescanDue(lastScanDate_, phase_, services_.desk.now())) {
         scan();
     }
     checkLowSpace();
@@ -341,12 +344,12 @@ void AppModel::checkLowSpace() {
 
 void AppModel::autoCleanIfDue() {
     const lumo::Date now = services_.desk.now();
-    if (!WeeklyCleanup::isDue({.isOn = settings_.autoCleanWeekly(),
-                               .mode = services_.mode,
-                               .phase = phase_,
-                               .hasReport = hasReport(),
-                               .last = settings_.moment(WeeklyCleanup::dateKey),
-                               .now = now})) {
+    if (isAsking() || !WeeklyCleanup::isDue({.isOn = settings_.autoCleanWeekly(),
+                                             .mode = services_.mode,
+                                             .phase = phase_,
+                                             .hasReport = hasReport(),
+                                             .last = settings_.moment(WeeklyCleanup::dateKey),
+                                             .now = now})) {
         return;
     }
     // Before anything is cleaned: a run that ends badly is not repeated every minute.

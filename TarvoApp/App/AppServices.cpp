@@ -43,6 +43,7 @@ AppServices AppServices::ofThisMachine(const std::string& home, const RunMode& m
                      .now = lumo::platform::now},
             .mode = mode,
             .applicationPath = lumo::platform::programFolder(),
+            .steadySeconds = lumo::platform::steadySeconds,
             .volumeInfo = lumo::Scanner::volumeInfo,
             .carryOut = usualCarryOut,
             .model = chosenModel,

@@ -25,6 +25,8 @@ struct AppServices {
     RunMode mode;
     std::string applicationPath; ///< Of the running program; see `windowOptions`.
 
+    /// Seconds on a clock that is never set and goes on while the machine sleeps.
+    std::function<double()> steadySeconds;
     /// In the background: the capacities of the volume of the home.
     std::function<lumo::VolumeInfo(const std::string& home)> volumeInfo;
     /// In the background: what carries a cleanup out.

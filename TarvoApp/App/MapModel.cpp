@@ -47,8 +47,11 @@ void MapModel::show(const std::vector<Row>& rows, const lumo::VolumeInfo& volume
 
 void MapModel::forget() {
     ++generation_;
+    listing_.request_stop();
+    listing_ = {};
     insideCache_.clear();
     prefetching_.clear();
+    ahead_.clear();
     zoomLoading_.reset();
     const bool wasZoomed = !zoomStack_.empty();
     zoomStack_.clear();
@@ -166,9 +169,11 @@ void MapModel::listInBackground(const Paths& paths) {
     if (!prefetching_.insert(paths).second) {
         return;
     }
-    background_.start([this, paths, list = folders_.list,
+    background_.start([this, paths, list = folders_.list, stop = listing_,
                        generation = generation_](const std::stop_token& end) -> Background::Apply {
-        return [this, paths, generation, listing = list(paths, end)] {
+        std::stop_source either = stop;
+        const std::stop_callback forward(end, [&] { either.request_stop(); });
+        return [this, paths, generation, listing = list(paths, either.get_token())] {
             if (generation == generation_) {
                 listed(paths, listing);
             }
@@ -178,6 +183,7 @@ void MapModel::listInBackground(const Paths& paths) {
 
 void MapModel::listed(const Paths& paths, const Listing& listing) {
     prefetching_.erase(paths);
+    prefetchNext();
     if (!listing.items.empty()) {
         insideCache_.insert_or_assign(paths, listing);
     }
@@ -226,16 +232,22 @@ int MapModel::neighbour(int index, int dx, int dy) const {
 }
 
 void MapModel::prefetch() {
-    std::size_t begun = 0;
+    ahead_.clear();
     for (const Tile& tile : top_) {
         const Paths paths = tile.kind == Tile::Kind::item ? pathsOf(tile.id) : Paths();
-        if (begun == mostPrefetched) {
-            return;
+        if (!paths.empty() && !insideCache_.contains(paths) && ahead_.size() < mostPrefetched) {
+            ahead_.push_back(paths);
         }
-        if (!paths.empty() && !insideCache_.contains(paths)) {
-            ++begun;
-            listInBackground(paths);
-        }
+    }
+    prefetchNext();
+}
+
+void MapModel::prefetchNext() {
+    // One at a time: somebody may be waiting for another thread.
+    if (prefetching_.empty() && !ahead_.empty()) {
+        const Paths paths = ahead_.front();
+        ahead_.pop_front();
+        listInBackground(paths);
     }
 }
 

@@ -7,11 +7,13 @@
 
 #include <QStringList>
 
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <set>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -126,6 +128,7 @@ class MapModel final : public KeyedList<LaidTile> {
     void listed(const Paths& paths, const lumo::FolderContents::Listing& listing);
     void push(const Wanted& wanted, const lumo::FolderContents::Listing& listing);
     void listInBackground(const Paths& paths);
+    void prefetchNext();
     void rebuild();
     void layOut();
     [[nodiscard]] bool canZoom(const Tile& tile) const;
@@ -144,6 +147,8 @@ class MapModel final : public KeyedList<LaidTile> {
     std::optional<Wanted> zoomLoading_;
     std::map<Paths, lumo::FolderContents::Listing> insideCache_;
     std::set<Paths> prefetching_; ///< What is being listed now.
+    std::deque<Paths> ahead_;     ///< What is to be listed ahead of time.
+    std::stop_source listing_;    ///< Of all listings since the map was last forgotten.
     /// Listings of an earlier disk must not be shown for this one.
     int generation_ = 0;
 };

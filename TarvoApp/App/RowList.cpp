@@ -17,6 +17,7 @@ RowList::RowList(const TickedPlan& plan, const std::map<std::string, lumo::Expla
 void RowList::show(std::vector<Row> rows) {
     measure(rows);
     takeOver(std::move(rows));
+    tellChanged({shareRole, groupBytesRole}); // Which are about all rows.
     emit countChanged();
 }
 

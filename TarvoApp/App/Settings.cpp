@@ -8,6 +8,12 @@
 
 namespace tarvo {
 
+namespace {
+
+constexpr std::string_view foldersKey = "carpetasProtegidas";
+
+} // namespace
+
 Settings::Settings(const std::string& home, Keeping keeping, QObject* parent)
     : QObject(parent), home_(home), keeping_(keeping), preferences_(Preferences::load(home)), writing_(1) {}
 
@@ -28,24 +34,40 @@ void Settings::protect(const QString& folder) {
 }
 
 void Settings::protectPath(const std::string& path) {
+    if (path.starts_with('/')) {
+        changeFolders([path](std::vector<std::string>& folders) {
+            if (std::ranges::find(folders, path) == folders.end()) {
+                folders.push_back(path);
+            }
+        });
+    }
+}
+
+void Settings::unprotect(int index) {
+    const auto folders = value<std::vector<std::string>>(foldersKey);
+    if (index >= 0 && index < static_cast<int>(folders.size())) {
+        changeFolders([path = folders[static_cast<std::size_t>(index)]](std::vector<std::string>& list) {
+            std::erase(list, path);
+        });
+    }
+}
+
+void Settings::changeFolders(const std::function<void(std::vector<std::string>&)>& change) {
     if (const auto trouble = preferences_.problem()) {
         // Folders that cannot be read now would be lost.
         emit failed(shown(*trouble));
         return;
     }
-    auto paths = value<std::vector<std::string>>("carpetasProtegidas");
-    if (path.starts_with('/') && std::ranges::find(paths, path) == paths.end()) {
-        paths.push_back(path);
-        store("carpetasProtegidas", lumo::encode(paths));
-    }
-}
-
-void Settings::unprotect(int index) {
-    auto paths = value<std::vector<std::string>>("carpetasProtegidas");
-    if (index >= 0 && index < static_cast<int>(paths.size())) {
-        paths.erase(paths.begin() + index);
-        store("carpetasProtegidas", lumo::encode(paths));
-    }
+    const auto listIn = [change](const Preferences& preferences) {
+        const auto stored = preferences.value(*preferenceKey(foldersKey));
+        auto folders =
+            stored ? lumo::decode<std::vector<std::string>>(*stored).value_or(std::vector<std::string>())
+                   : std::vector<std::string>();
+        change(folders);
+        return std::optional(lumo::encode(folders));
+    };
+    // The list that is stored by then, which may have folders that are not known here.
+    write(foldersKey, listIn(preferences_), listIn);
 }
 
 QString Settings::problem() const {
@@ -69,6 +91,11 @@ std::optional<lumo::Date> Settings::moment(std::string_view key) const {
 }
 
 void Settings::store(std::string_view name, std::optional<lumo::JsonValue> value) {
+    write(name, value, [value](const Preferences&) { return value; });
+}
+
+void Settings::write(std::string_view name, const std::optional<lumo::JsonValue>& value,
+                     const std::function<std::optional<lumo::JsonValue>(const Preferences&)>& valueNow) {
     const PreferenceKey& key = *preferenceKey(name);
     if (!preferences_.hold(key, value)) {
         emit failed(shown(lumo::text("ese valor no sirve", "that value is not valid")));
@@ -79,17 +106,31 @@ void Settings::store(std::string_view name, std::optional<lumo::JsonValue> value
     if (keeping_ == Keeping::inMemory) {
         return;
     }
+    if (const auto trouble = preferences_.problem()) {
+        // Writing would put an empty store in the place of the damaged one, and with the folders that the
+        // user protected, the reason why nothing is cleaned now would be gone.
+        unstored_.insert_or_assign(&key, value);
+        return;
+    }
     ++unwritten_;
-    writing_.start([this, &key, value = std::move(value)](const std::stop_token&) -> Background::Apply {
+    writing_.start([this, &key, value, valueNow](const std::stop_token&) -> Background::Apply {
         // Another program may have stored something since ours was read.
-        const auto stored = Preferences::load(home_).store(key, value);
-        return [this, reason = stored ? std::string() : stored.error().message] { written(reason); };
+        Preferences preferences = Preferences::load(home_);
+        const auto stored = preferences.problem() ? lumo::failure(*preferences.problem())
+                                                  : preferences.store(key, valueNow(preferences));
+        return [this, &key, value, reason = stored ? std::string() : stored.error().message] {
+            written(key, value, reason);
+        };
     });
 }
 
-void Settings::written(const std::string& reason) {
+void Settings::written(const PreferenceKey& key, const std::optional<lumo::JsonValue>& value,
+                       const std::string& reason) {
     --unwritten_;
-    if (!reason.empty()) {
+    if (reason.empty()) {
+        unstored_.erase(&key);
+    } else {
+        unstored_.insert_or_assign(&key, value);
         emit failed(shown(reason));
     }
     reload();
@@ -100,6 +141,11 @@ void Settings::reload() {
         return;
     }
     Preferences stored = Preferences::load(home_);
+    // What could not be written counts as long as the application runs: a date that is forgotten would have
+    // the full disk told every minute.
+    for (const auto& [key, value] : unstored_) {
+        stored.hold(*key, value);
+    }
     if (stored != preferences_) {
         preferences_ = std::move(stored);
         emit changed();

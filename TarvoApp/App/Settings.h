@@ -9,9 +9,12 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tarvo {
 
@@ -113,12 +116,18 @@ class Settings final : public QObject {
     }
     void changeWords(std::string_view key, const QString& wanted);
 
-    void written(const std::string& reason);
+    void changeFolders(const std::function<void(std::vector<std::string>&)>& change);
+    /// Holds the value, and has the one written that the function makes of what is stored by then.
+    void write(std::string_view name, const std::optional<lumo::JsonValue>& value,
+               const std::function<std::optional<lumo::JsonValue>(const Preferences&)>& valueNow);
+    void written(const PreferenceKey& key, const std::optional<lumo::JsonValue>& value,
+                 const std::string& reason);
 
     std::string home_;
     Keeping keeping_;
     Preferences preferences_;
     int unwritten_ = 0;
+    std::map<const PreferenceKey*, std::optional<lumo::JsonValue>> unstored_; ///< What could not be written.
     Background writing_; ///< Goes first, since its work uses the rest.
 };
 

@@ -192,7 +192,8 @@ std::string emptyBannerQuestion(const HeldTotals& held, Language language) {
 
 std::string purgedText(std::int64_t bytes, Language language) {
     return pair("Se ha borrado lo apartado hace más de ", "Items cleaned more than ", language) + days() +
-           pair(" días: ", " days ago were deleted: ", language) + string(bytes, language);
+           pair(" días: ", " days ago were deleted: ", language) + string(bytes, language) +
+           pair(" liberados", " freed", language);
 }
 
 } // namespace tarvo

@@ -7,7 +7,10 @@ namespace tarvo {
 
 RunMode RunMode::from(const std::vector<std::string>& arguments) {
     const auto has = [&](std::string_view word) {
-        return std::ranges::find(arguments, word) != arguments.end();
+        return std::ranges::any_of(arguments, [&](const std::string& argument) {
+            return argument == word ||
+                   (argument.starts_with(word) && argument.substr(word.size()).starts_with('='));
+        });
     };
     return {.isDemo = has("--demo"), .isCapturing = has("--captura"), .asksForWelcome = has("--bienvenida")};
 }

@@ -30,6 +30,10 @@ void reserve(const std::string& path, std::size_t bytes) {
 AppStory::AppStory(const RunMode& mode)
     : services(AppServices::ofThisMachine(home.path(), mode)), now_(lumo::platform::now()) {
     services.desk.now = [this] { return now(); };
+    services.steadySeconds = [this] {
+        const std::scoped_lock lock(mutex_);
+        return std::chrono::duration<double>((now_ - set_).time_since_epoch()).count();
+    };
     services.volumeInfo = [this](const std::string&) {
         const std::scoped_lock lock(mutex_);
         return lumo::VolumeInfo{.totalBytes = 1'000'000'000'000, .availableBytes = free_};
@@ -73,6 +77,12 @@ bool AppStory::lookAround() {
 void AppStory::pass(std::chrono::seconds time) {
     const std::scoped_lock lock(mutex_);
     now_ += time;
+}
+
+void AppStory::setClockAhead(std::chrono::seconds time) {
+    const std::scoped_lock lock(mutex_);
+    now_ += time;
+    set_ += time;
 }
 
 lumo::Date AppStory::now() const {

@@ -33,6 +33,8 @@ class AppStory {
     bool lookAround();
 
     void pass(std::chrono::seconds time);
+    /// Sets the clock, without any time passing.
+    void setClockAhead(std::chrono::seconds time);
     [[nodiscard]] lumo::Date now() const;
     /// What the disk is said to have free, whatever it has.
     void setFree(std::int64_t bytes);
@@ -54,6 +56,7 @@ class AppStory {
   private:
     mutable std::mutex mutex_;
     lumo::Date now_;
+    std::chrono::seconds set_{0};
     std::int64_t free_ = 500'000'000'000;
     std::unique_ptr<AppModel> app_;
 };

@@ -301,6 +301,47 @@ TEST(AppStories, StoppingAScanKeepsWhatIsShownAndCleaningMayCutItShort) {
     EXPECT_THAT(logOf(story), SizeIs(1));
 }
 
+// A second question during the wait for the scan to stop replaced what was agreed to.
+TEST(AppStories, OnlyTheAnswerToTheQuestionThatWasAskedCounts) {
+    AppStory story;
+    settle(story);
+    AppModel& app = story.app();
+    app.scan();
+    ASSERT_TRUE(story.waitUntil([&] { return app.phaseName() == "scanningFolders"; }));
+    app.requestClean();
+    app.clean();
+    app.toggle(AppStory::ownKey);
+    app.requestClean();
+    EXPECT_FALSE(app.isConfirming()) << "one is answered and not yet begun";
+    ASSERT_TRUE(story.waitUntil([&] { return !story.hasCache() && !app.isBusy(); }));
+    EXPECT_TRUE(story.hasOwn());
+
+    app.requestClean();
+    ASSERT_TRUE(app.isConfirming());
+    story.pass(4h);
+    ASSERT_TRUE(story.lookAround());
+    EXPECT_EQ(app.phaseName(), "idle") << "nothing begins behind a question";
+    app.cancelClean();
+    EXPECT_TRUE(story.hasOwn());
+}
+
+TEST(AppStories, AClockThatWasSetAheadEndsNothing) {
+    AppStory story;
+    settle(story);
+    story.app().toggle(AppStory::ownKey);
+    ASSERT_TRUE(cleanSelected(story));
+    const qint64 held = story.app().holdingBytes();
+    ASSERT_GT(held, 0);
+    story.setClockAhead(std::chrono::days(9));
+    story.app().scan();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_EQ(story.app().holdingBytes(), held);
+    story.pass(std::chrono::hours(2));
+    story.app().scan();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_EQ(story.app().holdingBytes(), 0) << "its time is over by any clock now";
+}
+
 TEST(AppStories, DamagedPreferencesLetNothingBeTicked) {
     AppStory story;
     story.addCache(2'000'000);
@@ -313,6 +354,12 @@ TEST(AppStories, DamagedPreferencesLetNothingBeTicked) {
     story.app().toggle(AppStory::cacheKey);
     story.app().requestClean();
     EXPECT_FALSE(story.app().isConfirming());
+    // Any change wrote a new store without the protected folders, and everything could be ticked again.
+    story.app().finishWelcome();
+    story.app().raiseGoal();
+    ASSERT_TRUE(story.waitUntilIdle());
+    story.quit();
+    EXPECT_EQ(contentOf(story.home.path(".config/TarvoAI/preferencias.json")), "{torn");
 }
 
 TEST(AppStories, TheDemoTouchesNothing) {
