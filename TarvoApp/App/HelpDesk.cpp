@@ -106,6 +106,12 @@ void HelpDesk::show(const QString& topic) {
     setExpandedHelp(topic);
 }
 
+int HelpDesk::topicIndex(const QString& topic) const {
+    const std::vector<const HelpTopic*> topics = topicsMatching(bytesOf(search_));
+    const auto found = std::ranges::find(topics, bytesOf(topic), &HelpTopic::id);
+    return found == topics.end() ? -1 : static_cast<int>(found - topics.begin());
+}
+
 void HelpDesk::setHelpSearch(const QString& words) {
     if (search_ != words) {
         search_ = words;

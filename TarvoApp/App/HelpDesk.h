@@ -48,6 +48,9 @@ class HelpDesk final : public QObject {
     /// Shows a topic, whatever is searched for.
     Q_INVOKABLE void show(const QString& topic);
 
+    /// Where the topic is among those that are shown; -1 when it is not.
+    Q_INVOKABLE [[nodiscard]] int topicIndex(const QString& topic) const;
+
     [[nodiscard]] QString helpSearch() const { return search_; }
     void setHelpSearch(const QString& words);
     [[nodiscard]] QVariantList topics() const;

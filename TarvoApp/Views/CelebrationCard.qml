@@ -32,7 +32,7 @@ Popup {
         color: Theme.surface
         radius: Theme.cardRadius
     }
-    contentItem: ColumnLayout {
+    contentItem: ColumnLayout { // qmllint disable deferred-property-id
         spacing: 16
 
         // Whatever is pressed closes, except the keys that lead to the other buttons and press them.

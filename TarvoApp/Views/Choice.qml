@@ -41,7 +41,7 @@ Rectangle {
 
                 required property string modelData
                 required property int index
-                readonly property bool isChosen: index === choice.current
+                readonly property bool isChosen: index === choice.current // qmllint disable unqualified
 
                 Accessible.checkable: true
                 Accessible.checked: isChosen
@@ -56,11 +56,11 @@ Rectangle {
                 rightPadding: 14
                 text: modelData
 
-                Keys.onLeftPressed: choice.go(index - 1)
-                Keys.onRightPressed: choice.go(index + 1)
+                Keys.onLeftPressed: choice.go(index - 1) // qmllint disable unqualified
+                Keys.onRightPressed: choice.go(index + 1) // qmllint disable unqualified
                 // A button says its own role when it is complete.
-                Component.onCompleted: Accessible.role = choice.role
-                onClicked: choice.chosen(index)
+                Component.onCompleted: Accessible.role = choice.role // qmllint disable unqualified
+                onClicked: choice.chosen(index) // qmllint disable unqualified
 
                 background: Rectangle {
                     border.color: word.isChosen ? Theme.hairline : "transparent"

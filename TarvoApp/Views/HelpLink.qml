@@ -24,7 +24,7 @@ Button {
             visible: link.visualFocus
         }
     }
-    contentItem: Line {
+    contentItem: Line { // qmllint disable deferred-property-id
         font: link.font
         leftPadding: arrow.width + 4
         text: link.text

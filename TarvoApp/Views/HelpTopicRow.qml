@@ -34,7 +34,7 @@ Button {
             visible: row.visualFocus
         }
     }
-    contentItem: Item {
+    contentItem: Item { // qmllint disable deferred-property-id
         implicitHeight: texts.implicitHeight
 
         Glyph {

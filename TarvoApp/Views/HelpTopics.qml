@@ -15,7 +15,7 @@ ListView {
 
     ScrollBar.vertical: ScrollBar {}
     delegate: HelpTopicRow {
-        width: list.width - 32
+        width: list.width - 32 // qmllint disable unqualified
         x: 16
     }
 
@@ -30,8 +30,7 @@ ListView {
     }
     Connections {
         function onExpandedChanged() {
-            const topics = App.help.topics;
-            const index = topics.findIndex(topic => topic.id === App.help.expandedHelp);
+            const index = App.help.topicIndex(App.help.expandedHelp);
             if (index >= 0) {
                 // The answer takes its room first.
                 Qt.callLater(() => list.positionViewAtIndex(index, ListView.Contain));

@@ -50,6 +50,7 @@ ColumnLayout {
             Layout.fillWidth: true
             visible: App.map.depth === 0
         }
+        DisksButton {}
         ToggleBox {
             checked: App.settings.showWholeDisk
             text: Words.wholeDisk

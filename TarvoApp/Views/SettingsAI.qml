@@ -45,6 +45,7 @@ SettingsPage {
                 onEditingFinished: {
                     App.settings.localModel = text.trim();
                     text = Qt.binding(() => App.settings.localModel);
+                    App.refreshSummary();
                 }
             }
             Line {

@@ -36,7 +36,7 @@ Item {
         objectName: "settings"
 
         sourceComponent: SettingsWindow {
-            onNewsWanted: sides.openNews()
+            onNewsWanted: sides.openNews() // qmllint disable unqualified
         }
     }
     Side {

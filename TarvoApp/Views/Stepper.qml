@@ -29,9 +29,9 @@ SpinBox {
         required property bool isPossible
 
         color: "transparent"
-        height: stepper.height
+        height: stepper.height // qmllint disable unqualified
         implicitHeight: height
-        implicitWidth: stepper.height
+        implicitWidth: stepper.height // qmllint disable unqualified
         width: height
 
         Rectangle {

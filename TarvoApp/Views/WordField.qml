@@ -20,7 +20,7 @@ TextField {
     selectionColor: Theme.accent
     verticalAlignment: TextInput.AlignVCenter
 
-    background: Rectangle {
+    background: Rectangle { // qmllint disable deferred-property-id
         border.color: field.activeFocus ? Theme.accent : Theme.hairline
         border.width: field.activeFocus ? 2 : 1
         color: Theme.surface

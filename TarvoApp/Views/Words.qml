@@ -31,6 +31,7 @@ QtObject {
     readonly property string mapName: pick("Mapa del disco", "Disk map")
     readonly property string list: pick("Lista", "List")
     readonly property string wholeDisk: pick("Ver disco entero", "Show Whole Disk")
+    readonly property string otherDisks: pick("Otros discos", "Other Disks")
     readonly property string disk: pick("Disco", "Disk")
     readonly property string backTo: pick("Volver a %1", "Back to %1")
     readonly property string skipped: pick("Dentro de %1", "Inside %1")
