@@ -7,6 +7,7 @@
 #include "Platform/Clock.h"
 #include "Platform/Folder.h"
 #include "TarvoApp/Model/CleanupTexts.h"
+#include "TarvoApp/Model/HomeChanges.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/HomeChange.h"
 #include "TarvoCLI/Question.h"
@@ -193,26 +194,6 @@ ExitCode tellNothingHeld(const Invocation& invocation) {
     return print(invocation.isJson ? jsonOf(Holding::Emptied{}) : nothingHeld());
 }
 
-/// Empties the batches that the question was about. One that is not as it was then stays and is reported.
-Holding::Emptied emptyAsAgreed(const std::vector<Batch>& agreed, const std::vector<Batch>& now,
-                               const PathGuard& guard) {
-    std::vector<Batch> unchanged;
-    std::vector<std::string> changed;
-    for (const Batch& batch : agreed) {
-        const auto found = std::ranges::find(now, batch.path, &Batch::path);
-        if (found != now.end() && found->bytes == batch.bytes) {
-            unchanged.push_back(batch);
-        } else if (found != now.end()) {
-            changed.push_back(
-                std::string(lumo::fileName(batch.path)) +
-                std::string(text(": ha cambiado desde la pregunta", ": it has changed since the question")));
-        }
-    }
-    Holding::Emptied emptied = Holding::empty(unchanged, guard);
-    emptied.failures.insert(emptied.failures.end(), changed.begin(), changed.end());
-    return emptied;
-}
-
 std::optional<ExitCode> declinedEmptying(const std::vector<Batch>& batches) {
     std::int64_t bytes = 0;
     for (const Batch& batch : batches) {
@@ -279,7 +260,7 @@ ExitCode runEmpty(const EmptyArguments& arguments, const Invocation& invocation)
     }
     const std::vector<Batch>& agreed = arguments.isConfirmed ? *now : *asked;
     return agreed.empty() ? tellNothingHeld(invocation)
-                          : tell(emptyAsAgreed(agreed, *now, guard), invocation);
+                          : tell(emptyUnchanged(agreed, *now, guard), invocation);
 }
 
 template <class Run>

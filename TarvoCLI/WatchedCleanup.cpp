@@ -1,10 +1,9 @@
 #include "TarvoCLI/WatchedCleanup.h"
 
 #include "LumoCore/Basics/Text.h"
-#include "LumoCore/Cleanup/ApplicationFolders.h"
-#include "LumoCore/Cleanup/Holding.h"
 #include "Platform/Clock.h"
 #include "Platform/Terminal.h"
+#include "TarvoApp/Model/HomeChanges.h"
 #include "TarvoCLI/Watching.h"
 
 #include <fmt/format.h>
@@ -49,27 +48,21 @@ std::vector<lumo::CleanupOutcome> watchedCleanup(const std::vector<lumo::Cleanup
                                                  .stop = stop.get_token(),
                                                  .cancelTool = cancel.get_token(),
                                                  .now = platform::now};
-    lumo::Mover mover(guard, lumo::Holding::newBatch(guard.home(), platform::now()));
     std::vector<lumo::CleanupOutcome> outcomes;
     bool hasShown = false;
-    watch(
-        [&] {
-            outcomes =
-                lumo::CleanupExecutor::run(actions, guard, lumo::ApplicationFolders::historyLog(guard.home()),
-                                           mover, lumo::CleanupExecutor::SafeItems::deletedAtOnce, control);
-        },
-        [&](int ticks) {
-            if (platform::wasInterrupted() && stop.request_stop() && invocation.showsProgress) {
-                sayItEnds();
-            }
-            if (platform::interruptCount() > 1) {
-                cancel.request_stop();
-            }
-            if (invocation.showsProgress && showsOn(ticks)) {
-                showAction(inHand, actions);
-                hasShown = true;
-            }
-        });
+    watch([&] { outcomes = usualCarryOut(actions, guard, control); },
+          [&](int ticks) {
+              if (platform::wasInterrupted() && stop.request_stop() && invocation.showsProgress) {
+                  sayItEnds();
+              }
+              if (platform::interruptCount() > 1) {
+                  cancel.request_stop();
+              }
+              if (invocation.showsProgress && showsOn(ticks)) {
+                  showAction(inHand, actions);
+                  hasShown = true;
+              }
+          });
     if (hasShown) {
         platform::writeAll(platform::Stream::error, clearLine);
     }

@@ -3,10 +3,8 @@
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
-#include "LumoCore/Cleanup/ApplicationFolders.h"
 #include "LumoCore/Cleanup/Archiver.h"
 #include "LumoCore/Cleanup/CleanupExecutor.h"
-#include "LumoCore/Cleanup/HistoryLog.h"
 #include "LumoCore/Cleanup/Holding.h"
 #include "LumoCore/Cleanup/HomeLock.h"
 #include "LumoCore/Cleanup/Undoing.h"
@@ -16,6 +14,7 @@
 #include "TarvoApp/Model/ArchiveTexts.h"
 #include "TarvoApp/Model/CleanupPlanning.h"
 #include "TarvoApp/Model/CleanupTexts.h"
+#include "TarvoApp/Model/HomeChanges.h"
 #include "TarvoMCP/Answers.h"
 
 #include <fmt/format.h>
@@ -96,16 +95,6 @@ lumo::Result<lumo::HomeLock> lockFor(const lumo::PathGuard& guard) {
     return lumo::HomeLock::take(guard, {.program = fmt::format("tarvo mcp ({})", platform::processNumber()),
                                         .patience = 3s,
                                         .now = platform::now()});
-}
-
-/// The log with what a recovery could not write into it.
-lumo::Result<std::vector<CleanupOutcome>> historyUnder(const lumo::HomeLock& lock, const std::string& home) {
-    auto outcomes = lumo::HistoryLog::outcomes(lumo::ApplicationFolders::historyLog(home));
-    if (!outcomes) {
-        return lumo::failure(unreadableHistoryText(outcomes.error()));
-    }
-    outcomes->insert(outcomes->end(), lock.unlogged().begin(), lock.unlogged().end());
-    return std::move(*outcomes);
 }
 
 // Cleaning.
@@ -215,7 +204,6 @@ ToolAnswer carryOut(Workspace& workspace, const ProposedPlan& plan, const std::v
     std::vector<lumo::PlanEntry> now = planFor(plan.report, options, workspace.home());
     addRefusals(now, guard);
     const std::vector<CleanupAction> actions = stillAllowed(agreed, now);
-    lumo::Mover mover(guard, lumo::Holding::newBatch(guard.home(), platform::now()));
     const lumo::CleanupExecutor::Control control{.onBegin =
                                                      [&](std::size_t index) {
                                                          call.progress(static_cast<std::int64_t>(index),
@@ -225,9 +213,7 @@ ToolAnswer carryOut(Workspace& workspace, const ProposedPlan& plan, const std::v
                                                  .cancelTool = call.stop,
                                                  .now = platform::now,
                                                  .caller = call.caller};
-    auto outcomes =
-        lumo::CleanupExecutor::run(actions, guard, lumo::ApplicationFolders::historyLog(guard.home()), mover,
-                                   lumo::CleanupExecutor::SafeItems::deletedAtOnce, control);
+    auto outcomes = usualCarryOut(actions, guard, control);
     workspace.forgetReports();
     return answerOf(std::move(outcomes), agreed.size() - actions.size());
 }

@@ -90,7 +90,7 @@ std::optional<lumo::Date> Settings::moment(std::string_view key) const {
     return date ? std::optional(*date) : std::nullopt;
 }
 
-void Settings::store(std::string_view name, std::optional<lumo::JsonValue> value) {
+void Settings::store(std::string_view name, const std::optional<lumo::JsonValue>& value) {
     write(name, value, [value](const Preferences&) { return value; });
 }
 

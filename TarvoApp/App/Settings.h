@@ -90,7 +90,7 @@ class Settings final : public QObject {
     /// The stored moment under the key; absent when there is none.
     [[nodiscard]] std::optional<lumo::Date> moment(std::string_view key) const;
     /// None takes the key back. A value that the key does not allow is refused with `failed`.
-    void store(std::string_view key, std::optional<lumo::JsonValue> value);
+    void store(std::string_view key, const std::optional<lumo::JsonValue>& value);
 
     /// Takes over what other programs have stored.
     void reload();

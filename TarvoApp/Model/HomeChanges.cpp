@@ -54,6 +54,10 @@ std::vector<CleanupOutcome> usualCarryOut(const std::vector<CleanupAction>& acti
                                       mover, lumo::CleanupExecutor::SafeItems::deletedAtOnce, control);
 }
 
+lumo::Result<std::vector<CleanupOutcome>> historyUnder(const HomeLock& lock, const std::string& home) {
+    return historyOf(home, lock.unlogged());
+}
+
 lumo::Result<Cleaned> cleanAllowed(const std::function<std::vector<CleanupAction>()>& allowed,
                                    const HomeDesk& desk, const CarryOut& carryOut,
                                    const lumo::CleanupExecutor::Control& control) {
@@ -93,6 +97,25 @@ lumo::Result<HeldState> heldState(const HomeDesk& desk) {
     return state;
 }
 
+lumo::Holding::Emptied emptyUnchanged(const std::vector<Batch>& agreed, const std::vector<Batch>& now,
+                                      const PathGuard& guard) {
+    std::vector<Batch> unchanged;
+    std::vector<std::string> changed;
+    for (const Batch& batch : agreed) {
+        const auto found = std::ranges::find(now, batch.path, &Batch::path);
+        if (found != now.end() && found->bytes == batch.bytes) {
+            unchanged.push_back(batch);
+        } else if (found != now.end()) {
+            changed.push_back(std::string(lumo::fileName(batch.path)) +
+                              std::string(lumo::text(": ha cambiado desde la pregunta",
+                                                     ": it has changed since the question")));
+        }
+    }
+    lumo::Holding::Emptied emptied = lumo::Holding::empty(unchanged, guard);
+    emptied.failures.insert(emptied.failures.end(), changed.begin(), changed.end());
+    return emptied;
+}
+
 lumo::Result<lumo::Holding::Emptied> emptyAgreed(const std::vector<Batch>& agreed, const HomeDesk& desk) {
     const PathGuard guard(desk.home);
     const auto lock = lockFor(guard, desk);
@@ -103,21 +126,7 @@ lumo::Result<lumo::Holding::Emptied> emptyAgreed(const std::vector<Batch>& agree
     if (!now) {
         return std::unexpected(now.error());
     }
-    std::vector<Batch> unchanged;
-    std::vector<std::string> changed;
-    for (const Batch& batch : agreed) {
-        const auto found = std::ranges::find(*now, batch.path, &Batch::path);
-        if (found != now->end() && found->bytes == batch.bytes) {
-            unchanged.push_back(batch);
-        } else if (found != now->end()) {
-            changed.push_back(std::string(lumo::fileName(batch.path)) +
-                              std::string(lumo::text(": ha cambiado desde la pregunta",
-                                                     ": it has changed since the question")));
-        }
-    }
-    lumo::Holding::Emptied emptied = lumo::Holding::empty(unchanged, guard);
-    emptied.failures.insert(emptied.failures.end(), changed.begin(), changed.end());
-    return emptied;
+    return emptyUnchanged(agreed, *now, guard);
 }
 
 lumo::Result<Archived> archiveItem(const std::string& path, const HomeDesk& desk,

@@ -4,6 +4,7 @@
 #include "LumoCore/Cleanup/Archiver.h"
 #include "LumoCore/Cleanup/CleanupExecutor.h"
 #include "LumoCore/Cleanup/Holding.h"
+#include "LumoCore/Cleanup/HomeLock.h"
 #include "TarvoApp/Model/CleanupTexts.h"
 
 #include <cstdint>
@@ -56,6 +57,17 @@ struct HeldState {
 
 /// Changes nothing and needs no lock. A failure says why it cannot be looked at.
 lumo::Result<HeldState> heldState(const HomeDesk& desk);
+
+/// The log with what a recovery could not write into it, for whoever holds the lock. A failure says why it
+/// cannot be read.
+lumo::Result<std::vector<lumo::CleanupOutcome>> historyUnder(const lumo::HomeLock& lock,
+                                                             const std::string& home);
+
+/// Removes for good those of the agreed batches that are still as they were; the others stay, each with a
+/// failure. The home's lock must be held.
+lumo::Holding::Emptied emptyUnchanged(const std::vector<lumo::Holding::Batch>& agreed,
+                                      const std::vector<lumo::Holding::Batch>& now,
+                                      const lumo::PathGuard& guard);
 
 /// Removes for good the batches that were agreed to. One that is not as it was then stays, with a failure.
 lumo::Result<lumo::Holding::Emptied> emptyAgreed(const std::vector<lumo::Holding::Batch>& agreed,

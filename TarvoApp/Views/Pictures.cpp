@@ -13,7 +13,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <utility>
 
 namespace tarvo {
 
@@ -58,7 +57,7 @@ ShareStats madeUpCleanup() {
 /// Takes the pictures of one run and remembers whether all were saved.
 class Photographer {
   public:
-    Photographer(MainWindow& windows, QDir folder) : windows_(windows), folder_(std::move(folder)) {}
+    Photographer(MainWindow& windows, const QDir& folder) : windows_(windows), folder_(folder) {}
 
     void take(QQuickWindow* window, const QString& name, const QString& appearance = light) {
         windows_.desktop().setAppearance(appearance);
