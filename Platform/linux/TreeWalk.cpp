@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <condition_variable>
 #include <cstring>
 #include <memory>
@@ -268,9 +269,14 @@ class Walk final {
     /// Opens the folder for reading; -1 when there is nothing to read. The lock is held before and not after;
     /// the parent stays pinned, which saves taking the lock once more.
     int openFolder(WalkedFolder& folder, Haul& haul, Lock& lock) {
-        // Other parts of the process may have used up its descriptors: then ours are given back first.
-        constexpr int mostAttempts = 3;
+        // Other parts of the process may have used up its descriptors: then ours are given back first. Those
+        // that are in use come back soon, on a busy machine somewhat later.
+        constexpr int mostAttempts = 8;
+        constexpr int attemptsAtOnce = 3;
         for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+            if (attempt >= attemptsAtOnce) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(1 << (attempt - attemptsAtOnce)));
+            }
             if (attempt > 0) {
                 lock.lock();
                 open_.releaseUnused();
