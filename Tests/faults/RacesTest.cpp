@@ -117,7 +117,10 @@ TEST(Races, AgainstAFolderThatBecomesALinkNeverLeaveTheHome) {
 }
 
 TEST(Races, WithAnInterruptFinishTheItemInHandAndLogIt) {
-    constexpr int count = 300;
+    if (!ground().whyNoTracing.empty()) {
+        GTEST_SKIP() << ground().whyNoTracing;
+    }
+    constexpr int count = 60;
     Scenario scenario{.command = cleanPlan};
     for (int number = 0; number < count; ++number) {
         scenario.plan.push_back(review("item" + std::to_string(number), {"many/" + std::to_string(number)}));
@@ -126,18 +129,17 @@ TEST(Races, WithAnInterruptFinishTheItemInHandAndLogIt) {
     for (int number = 0; number < count; ++number) {
         fs::create_directories(household.path("many/" + std::to_string(number)));
     }
-    const std::string log = household.path("Library/Application Support/TarvoAI/historial.jsonl");
-    Child child = household.startScenario();
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    while (linesIn(log) < 3 && std::chrono::steady_clock::now() < deadline) {
-        std::this_thread::yield();
-    }
-    child.signal(SIGINT);
-    const Ran ended = child.wait();
+    // The tracer raises the signal while an item is on its way: timed from outside, a fast machine is done
+    // first.
+    const Ran ended = household
+                          .startScenario({"strace", "-f", "-qq", "-o", household.traceFile(), "-e",
+                                          "trace=renameat2", "-e", "inject=renameat2:signal=INT:when=20"})
+                          .wait();
     EXPECT_EQ(ended.exitCode, 130) << ended.error;
     const fs::directory_iterator left(household.path("many"));
     const auto taken = count - std::distance(begin(left), end(left));
-    EXPECT_EQ(linesIn(log), taken);
+    EXPECT_EQ(linesIn(household.path("Library/Application Support/TarvoAI/historial.jsonl")), taken);
+    EXPECT_GT(taken, 0);
     EXPECT_LT(taken, count);
     EXPECT_FALSE(fs::exists(household.path("Library/Application Support/TarvoAI/apartado.jsonl")));
     household.run({"undo"});
