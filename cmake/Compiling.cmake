@@ -15,8 +15,20 @@ endif()
 
 find_program(CCACHE ccache)
 if(CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
 endif()
+
+# tarvo_headers(TARGET HEADER...): what takes longer to read than the target's files are to compile is read once. The
+# cache of compiled files knows such a target by what is in the headers.
+function(tarvo_headers target)
+    if(ARGV1 STREQUAL REUSE_FROM)
+        target_precompile_headers(${target} ${ARGN})
+    else()
+        target_precompile_headers(${target} PRIVATE ${ARGN})
+    endif()
+    target_compile_options(${target} PRIVATE
+        $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess> "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
+endfunction()
 
 # tarvo_room(NAME SOURCES ... [USES ...]): a static library for one room of the house.
 function(tarvo_room name)
