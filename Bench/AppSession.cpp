@@ -88,7 +88,8 @@ MadeUp madeUp(std::size_t count, std::size_t first) {
 void tellApplying(std::size_t count) {
     TickedPlan plan;
     const std::map<std::string, lumo::Explanation> none;
-    RowList list(plan, none, "/home/somebody");
+    const std::map<std::string, std::string> nothing;
+    RowList list(plan, none, nothing, "/home/somebody");
     Background background(1);
     MapModel map(plan, background, {.list = {}, .canOpen = [](const auto&) { return false; }});
     map.setWidth(700);

@@ -20,6 +20,9 @@ struct Sample {
 /// Reads a file of at most that many bytes whole, and of a longer one that many in pieces spread over it.
 SystemResult<Sample> sampleFile(const std::string& path, std::int64_t mostBytes);
 
+/// The first bytes of a file, or all of one that has no more.
+SystemResult<std::string> beginningOfFile(const std::string& path, std::size_t mostBytes);
+
 /// The CRC-32 that zip archives keep. A requested stop fails with ECANCELED.
 SystemResult<std::uint32_t> checksumOfFile(const std::string& path, const std::stop_token& stop = {});
 std::uint32_t checksumOf(std::string_view bytes);

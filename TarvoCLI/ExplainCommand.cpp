@@ -5,6 +5,7 @@
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Explaining/FolderEvidence.h"
 #include "Platform/Clock.h"
+#include "TarvoApp/Model/ExplanationTexts.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/GivenPath.h"
 #include "TarvoCLI/ReportSource.h"
@@ -102,27 +103,17 @@ bool watchFolders(
 
 std::string headText(const Explanation& explanation, const std::string& home, Tint tint,
                      const Invocation& invocation) {
-    const bool isFromModel = explanation.source == Explanation::Source::ai;
     return tinted("● " + lumo::printable(lumo::abbreviated(explanation.path, home)), tint, invocation) +
            "  " + tinted(lumo::ByteFormat::string(explanation.sizeBytes), Tint::strong, invocation) +
-           tinted(isFromModel ? text(" · IA", " · AI") : text(" · aproximada", " · approximate"), Tint::faint,
-                  invocation) +
-           "\n";
+           tinted(fmt::format(" · {}", sourceWord(explanation.source)), Tint::faint, invocation) + "\n";
 }
 
 std::string explanationText(const Explanation& explanation, const std::string& home,
                             const Invocation& invocation) {
     const Tint tint = tintOf(explanation.safety);
     Table table({{.tint = Tint::faint}, {}});
-    table.add({std::string(text("Qué es", "What")), lumo::printable(explanation.whatItIs)});
-    if (explanation.source == Explanation::Source::ai) {
-        table.add({std::string(text("De quién", "Whose")), lumo::printable(explanation.owner)});
-    }
-    table.add({std::string(text("Riesgo", "Risk")),
-               fmt::format("{}. {}", headingOf(explanation.safety), lumo::printable(explanation.reason))});
-    table.add({std::string(text("Qué hacer", "To do")), lumo::printable(explanation.howToFree)});
-    if (explanation.note) {
-        table.add({std::string(text("Nota", "Note")), lumo::printable(*explanation.note)});
+    for (const ExplanationLine& line : explanationLines(explanation)) {
+        table.add({line.label, lumo::printable(line.text)});
     }
     return headText(explanation, home, tint, invocation) + table.lines(2, 0, invocation) + "\n";
 }

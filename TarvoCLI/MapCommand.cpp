@@ -5,7 +5,7 @@
 #include "Platform/Folder.h"
 #include "Platform/StateFile.h"
 #include "TarvoApp/Model/DiskMapSvg.h"
-#include "TarvoApp/Model/Selection.h"
+#include "TarvoApp/Model/TickedPlan.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/ReportSource.h"
 #include "TarvoCLI/Table.h"
@@ -13,6 +13,7 @@
 #include <fmt/format.h>
 
 #include <memory>
+#include <utility>
 
 namespace tarvo {
 
@@ -57,16 +58,18 @@ struct DrawnMap {
 
 DrawnMap drawnMap(const lumo::ScanReport& report, bool isWholeDisk, double width, double height,
                   const std::string& home) {
-    const std::vector<lumo::PlanEntry> entries =
+    std::vector<lumo::PlanEntry> entries =
         plannedEntries(report, Preferences::load(home), home, lumo::platform::programFolder());
-    const Selection selection = defaultSelection(entries);
     const std::vector<Tile> tiles = DiskMap::tiles(rowsOf(report, entries), report.volume, isWholeDisk);
+    TickedPlan plan;
+    Selection defaults = defaultSelection(entries);
+    plan.take(std::move(entries), std::move(defaults));
     const std::vector<Rect> places = DiskMap::layout(tiles, width, height);
     DrawnMap drawn;
     for (std::size_t index = 0; index < tiles.size(); ++index) {
-        const TileState state = DiskMap::stateOf(tiles[index].id, selection, entries);
+        const TileState state = plan.stateOf(tiles[index].id);
         drawn.tiles.push_back({tiles[index], state, places[index]});
-        drawn.statuses.push_back(DiskMap::statusOf(tiles[index], state, entries));
+        drawn.statuses.push_back(DiskMap::statusOf(tiles[index], state, plan.entry(tiles[index].id)));
     }
     return drawn;
 }

@@ -3,6 +3,7 @@
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
+#include "TarvoApp/Model/Rows.h"
 #include "TarvoCLI/Table.h"
 
 #include <fmt/format.h>
@@ -106,7 +107,7 @@ void addFindings(Page& page, const ScanReport& report, Safety safety) {
                    placesText(finding.paths, report.home)});
     }
     if (!table.isEmpty()) {
-        page.section(headingOf(safety), report.bytes(safety), tintOf(safety), table,
+        page.section(groupTitle(groupOf(safety)), report.bytes(safety), tintOf(safety), table,
                      restText(restCount, restBytes));
     }
 }
@@ -241,18 +242,6 @@ Tint tintOf(Safety safety) {
         break;
     }
     return Tint::faint;
-}
-
-std::string headingOf(Safety safety) {
-    switch (safety) {
-    case Safety::safe:
-        return std::string(text("Se recrea solo", "Recreates itself"));
-    case Safety::review:
-        return std::string(text("Míralo antes", "Needs a look"));
-    case Safety::keep:
-        break;
-    }
-    return std::string(text("Se conserva", "Kept"));
 }
 
 std::string reportText(const ScanReport& report, const Invocation& invocation) {

@@ -11,8 +11,7 @@ namespace tarvo {
 /// knows.
 std::string reportText(const lumo::ScanReport& report, const Invocation& invocation);
 
-/// What a safety is called, and the colour it has.
-std::string headingOf(lumo::Safety safety);
+/// The colour that a safety has.
 Tint tintOf(lumo::Safety safety);
 
 } // namespace tarvo

@@ -1,6 +1,12 @@
 # What is installed, and the Debian package of it. The package holds the command and the application together.
 include(GNUInstallDirs)
 
+if(APPLE)
+    set(CPACK_GENERATOR DragNDrop)
+    include(CPack)
+    return() # The bundle installs itself.
+endif()
+
 install(TARGETS tarvo RUNTIME)
 if(TARVO_APP AND NOT TARVO_SANITIZE)
     install(TARGETS tarvo-app RUNTIME)

@@ -240,6 +240,21 @@ std::string printable(std::string_view bytes) {
     return shown;
 }
 
+std::string decoded(std::string_view bytes) {
+    bool isUtf8 = true;
+    for (std::size_t offset = 0; offset < bytes.size() && isUtf8;) {
+        isUtf8 = nextCharacter(bytes, offset) >= 0;
+    }
+    if (isUtf8) {
+        return std::string(bytes);
+    }
+    std::string text;
+    for (const char byte : bytes) {
+        append(text, static_cast<unsigned char>(byte));
+    }
+    return text;
+}
+
 std::size_t characterCount(std::string_view text) {
     std::size_t count = 0;
     forEachCharacter(text, [&](UChar32) { ++count; });

@@ -46,6 +46,9 @@ bool beginsWithNumber(std::string_view text);
 /// A name or path as a terminal may show it: one line, control characters and stray bytes as "\n", "\x1B".
 std::string printable(std::string_view bytes);
 
+/// The content of a text file whose encoding nobody tells: UTF-8 as it is, anything else read as Latin-1.
+std::string decoded(std::string_view bytes);
+
 /// Characters (code points) in the text.
 std::size_t characterCount(std::string_view text);
 

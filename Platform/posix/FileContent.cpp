@@ -36,8 +36,8 @@ SystemResult<OpenFile> openRegular(const std::string& path) {
 }
 
 /// As many bytes from there as the buffer takes; fewer at the end of the file.
-SystemResult<std::size_t> readAt(const OpenFile& file, std::int64_t offset,
-                                 std::vector<unsigned char>& buffer) {
+template <class Buffer>
+SystemResult<std::size_t> readAt(const OpenFile& file, std::int64_t offset, Buffer& buffer) {
     std::size_t done = 0;
     while (done < buffer.size()) {
         const ssize_t count = pread(file.descriptor.number(), buffer.data() + done, buffer.size() - done,
@@ -87,6 +87,20 @@ SystemResult<Sample> sampleFile(const std::string& path, std::int64_t mostBytes)
         sample.deflatedBytes += static_cast<std::int64_t>(deflatedLength(buffer, *length));
     }
     return sample;
+}
+
+SystemResult<std::string> beginningOfFile(const std::string& path, std::size_t mostBytes) {
+    const SystemResult<OpenFile> file = openRegular(path);
+    if (!file) {
+        return std::unexpected(file.error());
+    }
+    std::string bytes(mostBytes, '\0');
+    const SystemResult<std::size_t> length = readAt(*file, 0, bytes);
+    if (!length) {
+        return std::unexpected(length.error());
+    }
+    bytes.resize(*length);
+    return bytes;
 }
 
 SystemResult<std::uint32_t> checksumOfFile(const std::string& path, const std::stop_token& stop) {

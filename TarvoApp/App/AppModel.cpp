@@ -1,6 +1,7 @@
 #include "TarvoApp/App/AppModel.h"
 
 #include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "TarvoApp/App/QtText.h"
 #include "TarvoApp/Model/DemoDisk.h"
@@ -40,10 +41,12 @@ std::string_view nameOf(const Phase& phase) {
 
 AppModel::AppModel(AppServices services, QObject* parent)
     : QObject(parent), services_(std::move(services)),
-      settings_(services_.desk.home, keepingIn(services_.mode)), rows_(plan_, explanations_, bytesOf(home())),
+      settings_(services_.desk.home, keepingIn(services_.mode)),
+      rows_(plan_, explanations_, evidence_, bytesOf(home())),
       showWelcome_(services_.mode.showsWelcome(settings_.isWelcomeSeen())), background_(threads),
       map_(plan_, background_, services_.folders), help_([this] { return helpSources(); }),
-      agents_(services_.desk.home, isDemo() ? AgentDesk::Access::none : AgentDesk::Access::full) {
+      agents_(services_.desk.home, isDemo() ? AgentDesk::Access::none : AgentDesk::Access::full),
+      preview_(services_.preview, bytesOf(home())) {
     connect(&settings_, &Settings::changed, this, &AppModel::settingsHaveChanged);
     connect(&settings_, &Settings::failed, this, [this](const QString& why) { setNotice(bytesOf(why)); });
     connect(&monitor_, &QTimer::timeout, this, &AppModel::look);
@@ -148,6 +151,7 @@ QString AppModel::notice() const {
 
 void AppModel::setNotice(const std::string& notice) {
     notice_ = notice;
+    isAboutFailures_ = false;
     emit noticeChanged();
 }
 
@@ -278,6 +282,38 @@ void AppModel::protect(const QString& key) {
     for (const std::string& path : map_.pathsOf(idOf(key))) {
         settings_.protectPath(path);
     }
+}
+
+bool AppModel::canPreview(const QString& key) const {
+    return !map_.pathsOf(idOf(key)).empty();
+}
+
+void AppModel::showPreview(const QString& key) {
+    const std::string id = idOf(key);
+    const std::vector<std::string> paths = map_.pathsOf(id);
+    const auto row = std::ranges::find(allRows_, id, &Row::id);
+    const std::string name(paths.empty() ? std::string_view() : lumo::fileName(paths.front()));
+    preview_.show(key, row == allRows_.end() ? name : row->title, paths);
+}
+
+QString AppModel::evidenceOf(const QString& key) const {
+    const auto found = evidence_.find(pathOf(key));
+    return found == evidence_.end() ? QString() : QString::fromStdString(found->second);
+}
+
+void AppModel::gatherEvidence(const QString& key) {
+    const std::string path = pathOf(key);
+    if (path.empty() || !evidence_.emplace(path, std::string()).second) {
+        return;
+    }
+    background_.start([this, path, gather = services_.evidence,
+                       now = services_.desk.now()](const std::stop_token& end) -> Background::Apply {
+        const std::string told = gather(path, end).promptDescription(now);
+        return [this, path, told] {
+            evidence_[path] = told;
+            rows_.refresh();
+        };
+    });
 }
 
 bool AppModel::canExplain() const {

@@ -7,6 +7,7 @@
 #include "TarvoApp/App/Background.h"
 #include "TarvoApp/App/HelpDesk.h"
 #include "TarvoApp/App/MapModel.h"
+#include "TarvoApp/App/PreviewDesk.h"
 #include "TarvoApp/App/RowList.h"
 #include "TarvoApp/App/Settings.h"
 #include "TarvoApp/Model/Goal.h"
@@ -44,12 +45,15 @@ class AppModel final : public QObject {
     Q_PROPERTY(tarvo::MapModel* map READ map CONSTANT)
     Q_PROPERTY(tarvo::HelpDesk* help READ help CONSTANT)
     Q_PROPERTY(tarvo::AgentDesk* agents READ agents CONSTANT)
+    Q_PROPERTY(tarvo::PreviewDesk* preview READ preview CONSTANT)
 
     Q_PROPERTY(QString phase READ phaseName NOTIFY phaseChanged)
     Q_PROPERTY(bool isBusy READ isBusy NOTIFY phaseChanged)
     Q_PROPERTY(QString statusText READ statusText NOTIFY statusChanged)
     Q_PROPERTY(QString progressText READ progressText NOTIFY statusChanged)
     Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
+    /// True when `lastFailures` says more than the notice.
+    Q_PROPERTY(bool noticeHasDetails READ hasNoticeDetails NOTIFY noticeChanged)
     Q_PROPERTY(bool started READ isStarted NOTIFY phaseChanged)
     Q_PROPERTY(bool monitoring READ isMonitoring NOTIFY phaseChanged)
     Q_PROPERTY(bool showWelcome READ showsWelcome NOTIFY welcomeChanged)
@@ -98,6 +102,8 @@ class AppModel final : public QObject {
     Q_PROPERTY(QImage celebrationImage READ celebrationImage NOTIFY celebrationChanged)
     Q_PROPERTY(QString celebrationText READ celebrationText NOTIFY celebrationChanged)
     Q_PROPERTY(QVariantMap archiveRequest READ archiveRequest NOTIFY archiveChanged)
+    Q_PROPERTY(QString archiveRefusalTitle READ archiveRefusalTitle NOTIFY archiveChanged)
+    /// Empty while nothing was refused.
     Q_PROPERTY(QString archiveRefusalMessage READ archiveRefusalMessage NOTIFY archiveChanged)
     Q_PROPERTY(QString autoCleanStatus READ autoCleanStatusText NOTIFY autoCleanStatusChanged)
     Q_PROPERTY(bool launchAtLogin READ launchesAtLogin WRITE setLaunchAtLogin NOTIFY loginChanged)
@@ -137,6 +143,14 @@ class AppModel final : public QObject {
     /// several.
     [[nodiscard]] std::string pathOf(const QString& key) const;
     Q_INVOKABLE void protect(const QString& key);
+    /// True when the row or tile stands for something on the disk.
+    Q_INVOKABLE [[nodiscard]] bool canPreview(const QString& key) const;
+    /// Shows what the row or tile stands for, without another program.
+    Q_INVOKABLE void showPreview(const QString& key);
+    /// Finds out what the explanation of a folder that no rule knows rests on; its row shows it then.
+    Q_INVOKABLE void gatherEvidence(const QString& key);
+    /// Empty until that is known.
+    [[nodiscard]] QString evidenceOf(const QString& key) const;
 
     // Cleaning.
     Q_INVOKABLE void requestClean();
@@ -170,6 +184,7 @@ class AppModel final : public QObject {
     [[nodiscard]] MapModel* map() { return &map_; }
     [[nodiscard]] HelpDesk* help() { return &help_; }
     [[nodiscard]] AgentDesk* agents() { return &agents_; }
+    [[nodiscard]] PreviewDesk* preview() { return &preview_; }
 
     [[nodiscard]] const Phase& phase() const { return phase_; }
     [[nodiscard]] QString phaseName() const;
@@ -177,6 +192,7 @@ class AppModel final : public QObject {
     [[nodiscard]] QString statusText() const;
     [[nodiscard]] QString progressText() const;
     [[nodiscard]] QString notice() const;
+    [[nodiscard]] bool hasNoticeDetails() const { return isAboutFailures_ && !notice_.empty(); }
     [[nodiscard]] bool isStarted() const { return started_; }
     [[nodiscard]] bool isMonitoring() const { return monitoring_; }
     [[nodiscard]] bool isLooking() const { return isLooking_; }
@@ -235,6 +251,7 @@ class AppModel final : public QObject {
     [[nodiscard]] const QImage& celebrationImage() const { return celebrationImage_; }
     /// "title", "message" and "acceptText" of the question; empty while nothing is asked.
     [[nodiscard]] QVariantMap archiveRequest() const;
+    [[nodiscard]] QString archiveRefusalTitle() const;
     [[nodiscard]] QString archiveRefusalMessage() const;
     [[nodiscard]] QString autoCleanStatusText() const;
     [[nodiscard]] bool launchesAtLogin() const { return services_.startsAtLogin(); }
@@ -337,6 +354,7 @@ class AppModel final : public QObject {
     Settings settings_;
     TickedPlan plan_;
     std::map<std::string, lumo::Explanation> explanations_;
+    std::map<std::string, std::string> evidence_; ///< By path, in words; empty while it is gathered.
     RowList rows_;
 
     Phase phase_;
@@ -345,6 +363,7 @@ class AppModel final : public QObject {
     std::optional<std::vector<lumo::CleanupAction>> waiting_;
     std::string doing_; ///< What is said of the work instead of the phase's own words.
     std::string notice_;
+    bool isAboutFailures_ = false; ///< The notice.
     bool started_ = false;
     bool monitoring_ = false;
     bool showWelcome_ = false;
@@ -401,6 +420,7 @@ class AppModel final : public QObject {
     MapModel map_;          ///< Uses the background.
     HelpDesk help_;
     AgentDesk agents_;
+    PreviewDesk preview_;
 };
 
 } // namespace tarvo

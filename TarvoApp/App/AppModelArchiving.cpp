@@ -99,8 +99,12 @@ QVariantMap AppModel::archiveRequest() const {
             {"acceptText", shown(lumo::text("Archivar", "Archive"))}};
 }
 
+QString AppModel::archiveRefusalTitle() const {
+    return shown(tarvo::archiveRefusalTitle());
+}
+
 QString AppModel::archiveRefusalMessage() const {
-    return archiveRefusal_.empty() ? QString() : shown(archiveRefusalTitle() + ": " + archiveRefusal_);
+    return shown(archiveRefusal_);
 }
 
 } // namespace tarvo

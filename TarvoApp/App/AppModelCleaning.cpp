@@ -126,12 +126,12 @@ void AppModel::cleaned(const lumo::Result<Cleaned>& result, std::size_t agreed,
     }
     emit outcomesChanged();
     beginScan();
-    const auto failed = lastFailures().size();
+    const auto failed = static_cast<std::size_t>(lastFailures().size());
     const auto left = static_cast<std::ptrdiff_t>(agreed) - std::ssize(lastOutcomes_);
     if (failed > 0) {
-        setNotice(
-            fmt::format(fmt::runtime(text("{} no se pudieron limpiar: {}", "{} couldn't be cleaned: {}")),
-                        failed, bytesOf(lastFailures().front())));
+        setNotice(failedText(failed, bytesOf(lastFailures().front())));
+        isAboutFailures_ = failed > 1;
+        emit noticeChanged();
     } else if (left > 0) {
         setNotice(fmt::format(
             fmt::runtime(text("{} se han dejado como estaban", "{} were left as they were")), left));

@@ -42,6 +42,7 @@ void AppModel::scan() {
 
 void AppModel::beginScan() {
     map_.forget();
+    evidence_.clear();
     if (isDemo()) {
         loadDemo();
         return;

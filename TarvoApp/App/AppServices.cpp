@@ -8,6 +8,8 @@
 
 #include <fmt/format.h>
 
+#include <utility>
+
 namespace tarvo {
 
 using lumo::FolderContents::Listing;
@@ -35,6 +37,22 @@ MapModel::Folders foldersIn(const RunMode& mode) {
     return {.list = listedFrom, .canOpen = lumo::FolderContents::canOpen};
 }
 
+PreviewDesk::Make previewIn(const RunMode& mode) {
+    if (mode.isDemo) {
+        return
+            [](const std::vector<std::string>& paths, const std::stop_token&) { return demoPreview(paths); };
+    }
+    return [](const std::vector<std::string>& paths, const std::stop_token& end) {
+        return previewOf(paths, {.progress = nullptr, .stop = end});
+    };
+}
+
+lumo::FolderEvidence gathered(const std::string& path, const std::string& home, const std::stop_token& end) {
+    std::vector<lumo::FolderEvidence> all =
+        lumo::FolderEvidence::gatherAll({path}, home, {.progress = nullptr, .stop = end});
+    return all.empty() ? lumo::FolderEvidence() : std::move(all.front());
+}
+
 } // namespace
 
 AppServices AppServices::ofThisMachine(const std::string& home, const RunMode& mode) {
@@ -49,6 +67,11 @@ AppServices AppServices::ofThisMachine(const std::string& home, const RunMode& m
             .model = chosenModel,
             .mountedVolumes = lumo::platform::mountedVolumes,
             .folders = foldersIn(mode),
+            .preview = previewIn(mode),
+            .evidence =
+                [home, mode](const std::string& path, const std::stop_token& end) {
+                    return mode.isDemo ? DemoDisk::evidence(path) : gathered(path, home, end);
+                },
             .notify = [](const Notification&) {},
             .startsAtLogin = [] { return false; },
             .setStartAtLogin = [](bool) { return std::nullopt; },

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "LumoAI/LanguageModel.h"
+#include "LumoCore/Explaining/FolderEvidence.h"
 #include "TarvoApp/App/MapModel.h"
+#include "TarvoApp/App/PreviewDesk.h"
 #include "TarvoApp/Model/HomeChanges.h"
 #include "TarvoApp/Model/Notification.h"
 #include "TarvoApp/Model/RunMode.h"
@@ -13,6 +15,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -36,6 +39,9 @@ struct AppServices {
     /// In the background: all volumes that are mounted.
     std::function<std::vector<Volume>()> mountedVolumes;
     MapModel::Folders folders;
+    PreviewDesk::Make preview;
+    /// In the background: what an explanation of the folder rests on.
+    std::function<lumo::FolderEvidence(const std::string& path, const std::stop_token& end)> evidence;
 
     std::function<void(const Notification&)> notify;
     std::function<bool()> startsAtLogin;

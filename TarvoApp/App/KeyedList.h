@@ -3,6 +3,7 @@
 #include <QAbstractListModel>
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -35,18 +36,19 @@ class KeyedList : public QAbstractListModel {
     }
 
     void takeOver(std::vector<Item> wanted) {
-        // Nobody could follow more of them, and moving them one by one would take longer than showing all
-        // anew.
+        // Nobody could follow more of them, and moving them one by one would take longer.
         constexpr std::size_t mostMoves = 64;
-        if (items_.empty() || wanted.empty() || differences(wanted) > mostMoves) {
-            beginResetModel();
-            items_ = std::move(wanted);
-            endResetModel();
+        if (sharesFew(wanted) || differences(wanted) > mostMoves) {
+            willReplace();
+            replaceAll(std::move(wanted));
             return;
         }
         removeGone(wanted);
         arrange(std::move(wanted));
     }
+
+    /// Other items are about to stand at the places of those that are shown.
+    virtual void willReplace() {}
 
   private:
     [[nodiscard]] std::size_t differences(const std::vector<Item>& wanted) const {
@@ -56,6 +58,37 @@ class KeyedList : public QAbstractListModel {
             alike += items_[at].id == wanted[at].id ? 1U : 0U;
         }
         return std::max(items_.size(), wanted.size()) - alike;
+    }
+
+    [[nodiscard]] bool sharesFew(const std::vector<Item>& wanted) const {
+        std::unordered_set<std::string_view> ids;
+        for (const Item& item : items_) {
+            ids.insert(item.id);
+        }
+        const auto shared =
+            std::ranges::count_if(wanted, [&](const Item& item) { return ids.contains(item.id); });
+        return static_cast<std::size_t>(shared) * 2 < wanted.size();
+    }
+
+    /// Views keep what they have made for each place, since making it is what costs.
+    void replaceAll(std::vector<Item> wanted) {
+        const int before = count();
+        const int after = static_cast<int>(wanted.size());
+        const int both = std::min(before, after);
+        if (before > after) {
+            beginRemoveRows({}, after, before - 1);
+            items_.resize(wanted.size());
+            endRemoveRows();
+        }
+        std::move(wanted.begin(), wanted.begin() + both, items_.begin());
+        if (both > 0) {
+            emit dataChanged(index(0), index(both - 1));
+        }
+        if (after > before) {
+            beginInsertRows({}, before, after - 1);
+            std::move(wanted.begin() + both, wanted.end(), std::back_inserter(items_));
+            endInsertRows();
+        }
     }
 
     void removeGone(const std::vector<Item>& wanted) {

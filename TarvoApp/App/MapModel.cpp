@@ -55,6 +55,8 @@ void MapModel::forget() {
     zoomLoading_.reset();
     const bool wasZoomed = !zoomStack_.empty();
     zoomStack_.clear();
+    ways_.clear();
+    zoomPlace_ = middle();
     if (wasZoomed) {
         rebuild();
     }
@@ -130,7 +132,7 @@ bool MapModel::canZoom(const Tile& tile) const {
 
 void MapModel::zoomInto(const QString& key) {
     const std::string id = idOf(key);
-    Wanted wanted{.title = {}, .paths = pathsOf(id), .safety = {}, .whenUnreadable = [] {}};
+    Wanted wanted{.title = {}, .paths = pathsOf(id), .safety = {}, .whenUnreadable = [] {}, .place = {}};
     if (wanted.paths.empty() || !folders_.canOpen(wanted.paths)) {
         return;
     }
@@ -138,11 +140,13 @@ void MapModel::zoomInto(const QString& key) {
         if (tile.id == id) {
             wanted.title = tile.label;
             wanted.safety = tile.safety;
+            wanted.place = tile.place;
         }
         const auto child = std::ranges::find(tile.children, id, insideID);
         if (child != tile.children.end()) {
             wanted.title = child->name;
             wanted.safety = tile.safety;
+            wanted.place = tile.place;
         }
     }
     openWanted(std::move(wanted));
@@ -150,7 +154,7 @@ void MapModel::zoomInto(const QString& key) {
 
 void MapModel::open(const std::string& title, const std::vector<std::string>& paths,
                     const std::function<void()>& whenUnreadable) {
-    openWanted({.title = title, .paths = paths, .safety = {}, .whenUnreadable = whenUnreadable});
+    openWanted({.title = title, .paths = paths, .safety = {}, .whenUnreadable = whenUnreadable, .place = {}});
 }
 
 void MapModel::openWanted(Wanted wanted) {
@@ -205,6 +209,8 @@ void MapModel::push(const Wanted& wanted, const Listing& listing) {
                           .safety = wanted.safety,
                           .items = listing.items,
                           .skipped = listing.skipped});
+    zoomPlace_ = wanted.place.value_or(middle());
+    ways_.push_back(zoomPlace_);
     rebuild();
     emit zoomChanged();
 }
@@ -214,6 +220,8 @@ void MapModel::zoomOut(int depth) {
     const auto levels = static_cast<std::size_t>(std::max(depth, 0));
     if (levels < zoomStack_.size()) {
         zoomStack_.erase(zoomStack_.begin() + static_cast<std::ptrdiff_t>(levels), zoomStack_.end());
+        zoomPlace_ = ways_.at(levels);
+        ways_.resize(levels);
         rebuild();
     }
     emit zoomChanged();
@@ -249,6 +257,14 @@ void MapModel::prefetchNext() {
         ahead_.pop_front();
         listInBackground(paths);
     }
+}
+
+Rect MapModel::middle() const {
+    return {width_ / 3, height_ / 3, width_ / 3, height_ / 3};
+}
+
+QRectF MapModel::zoomPlace() const {
+    return rectOf(zoomPlace_);
 }
 
 QStringList MapModel::zoomTitles() const {

@@ -5,6 +5,7 @@
 #include "TarvoApp/Model/DiskMap.h"
 #include "TarvoApp/Model/TickedPlan.h"
 
+#include <QRectF>
 #include <QStringList>
 
 #include <deque>
@@ -37,6 +38,8 @@ class MapModel final : public KeyedList<LaidTile> {
     Q_PROPERTY(QStringList zoomTitles READ zoomTitles NOTIFY zoomChanged)
     Q_PROPERTY(QString skippedText READ skippedText NOTIFY zoomChanged)
     Q_PROPERTY(bool zoomLoading READ isZoomLoading NOTIFY zoomChanged)
+    /// Where the level that was entered or left last lies on the map of the level above.
+    Q_PROPERTY(QRectF zoomPlace READ zoomPlace NOTIFY zoomChanged)
 
   public:
     enum Role {
@@ -103,12 +106,15 @@ class MapModel final : public KeyedList<LaidTile> {
     [[nodiscard]] QStringList zoomTitles() const;
     [[nodiscard]] QString skippedText() const;
     [[nodiscard]] bool isZoomLoading() const { return zoomLoading_.has_value(); }
+    [[nodiscard]] QRectF zoomPlace() const;
     [[nodiscard]] const std::vector<ZoomLevel>& zoomStack() const { return zoomStack_; }
 
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
   signals:
+    /// The tiles are about to stand for other things; see `willReplace`.
+    void replacing();
     void sizeChanged();
     void tilesChanged();
     void zoomChanged();
@@ -122,6 +128,7 @@ class MapModel final : public KeyedList<LaidTile> {
         Paths paths;
         std::optional<lumo::Safety> safety;
         std::function<void()> whenUnreadable;
+        std::optional<Rect> place; ///< On the map as it was then.
     };
 
     void openWanted(Wanted wanted);
@@ -131,6 +138,9 @@ class MapModel final : public KeyedList<LaidTile> {
     void prefetchNext();
     void rebuild();
     void layOut();
+    void willReplace() override { emit replacing(); }
+    /// The middle of the map, for what has no tile.
+    [[nodiscard]] Rect middle() const;
     [[nodiscard]] bool canZoom(const Tile& tile) const;
     [[nodiscard]] QVariant nestedOf(const LaidTile& tile) const;
     [[nodiscard]] QString wordOf(const Tile& tile) const;
@@ -144,6 +154,8 @@ class MapModel final : public KeyedList<LaidTile> {
     double height_ = 0;
     double textScale_ = 1;
     std::vector<ZoomLevel> zoomStack_;
+    std::vector<Rect> ways_; ///< Of each level its place on the one above.
+    Rect zoomPlace_;
     std::optional<Wanted> zoomLoading_;
     std::map<Paths, lumo::FolderContents::Listing> insideCache_;
     std::set<Paths> prefetching_; ///< What is being listed now.

@@ -4,6 +4,7 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "TarvoApp/App/QtText.h"
+#include "TarvoApp/Model/ExplanationTexts.h"
 
 #include <algorithm>
 #include <utility>
@@ -11,8 +12,8 @@
 namespace tarvo {
 
 RowList::RowList(const TickedPlan& plan, const std::map<std::string, lumo::Explanation>& explanations,
-                 const std::string& home, QObject* parent)
-    : KeyedList(parent), plan_(plan), explanations_(explanations), home_(home) {}
+                 const std::map<std::string, std::string>& evidence, const std::string& home, QObject* parent)
+    : KeyedList(parent), plan_(plan), explanations_(explanations), evidence_(evidence), home_(home) {}
 
 void RowList::show(std::vector<Row> rows) {
     measure(rows);
@@ -32,7 +33,7 @@ void RowList::measure(const std::vector<Row>& rows) {
 }
 
 void RowList::refresh() {
-    tellChanged({stateRole, reasonRole, explanationRole});
+    tellChanged({stateRole, reasonRole, explanationRole, evidenceRole});
 }
 
 int RowList::indexOf(const QString& key) const {
@@ -45,14 +46,28 @@ QVariant RowList::explanationOf(const Row& row) const {
     if (row.group != RowGroup::unclassified || found == explanations_.end()) {
         return QVariantMap();
     }
-    const lumo::Explanation& explanation = found->second;
-    return QVariantMap{{"whatItIs", shown(explanation.whatItIs)},
-                       {"owner", shown(explanation.owner)},
-                       {"safety", shown(lumo::nameOf(explanation.safety))},
-                       {"reason", shown(explanation.reason)},
-                       {"howToFree", shown(explanation.howToFree)},
-                       {"note", shown(explanation.note.value_or(""))},
-                       {"byAI", explanation.source == lumo::Explanation::Source::ai}};
+    QVariantList lines;
+    for (const ExplanationLine& line : explanationLines(found->second)) {
+        lines.push_back(QVariantMap{{"label", shown(line.label)}, {"text", shown(line.text)}});
+    }
+    return QVariantMap{{"whatItIs", shown(found->second.whatItIs)},
+                       {"lines", lines},
+                       {"source", shown(sourceWord(found->second.source))},
+                       {"byAI", found->second.source == lumo::Explanation::Source::ai}};
+}
+
+QString RowList::evidenceOf(const Row& row) const {
+    const auto found = row.paths.empty() ? evidence_.end() : evidence_.find(row.paths.front());
+    // Made of lines whose names can hold no line feed.
+    return found == evidence_.end() ? QString() : QString::fromStdString(found->second);
+}
+
+QStringList RowList::placesOf(const Row& row) const {
+    QStringList places;
+    for (const std::string& path : row.paths) {
+        places.push_back(shown(lumo::abbreviated(path, home_)));
+    }
+    return places;
 }
 
 QVariant RowList::data(const QModelIndex& index, int role) const {
@@ -82,10 +97,12 @@ QVariant RowList::data(const QModelIndex& index, int role) const {
         return shown(lumo::nameOf(plan_.stateOf(row.id)));
     case reasonRole:
         return shown(lumo::capitalized(row.skipReason.value_or("")));
-    case placeRole:
-        return row.paths.size() == 1 ? shown(lumo::abbreviated(row.paths.front(), home_)) : QString();
+    case placesRole:
+        return placesOf(row);
     case explanationRole:
         return explanationOf(row);
+    case evidenceRole:
+        return evidenceOf(row);
     default:
         return {};
     }
@@ -102,8 +119,9 @@ QHash<int, QByteArray> RowList::roleNames() const {
             {groupBytesRole, "groupBytes"},
             {stateRole, "tickState"},
             {reasonRole, "reason"},
-            {placeRole, "place"},
-            {explanationRole, "explanation"}};
+            {placesRole, "places"},
+            {explanationRole, "explanation"},
+            {evidenceRole, "evidence"}};
 }
 
 } // namespace tarvo

@@ -28,13 +28,16 @@ class RowList final : public KeyedList<Row> {
         groupBytesRole,
         stateRole, ///< As in JSON: "selected", "unselected", "blocked" or "info".
         reasonRole,
-        placeRole,      ///< The one path that the row stands for, as it may be shown; empty for several.
-        explanationRole ///< A map; empty while there is none.
+        placesRole,      ///< The paths that the row stands for, as they may be shown.
+        explanationRole, ///< A map; empty while there is none.
+        evidenceRole     ///< What the explanation rests on, in lines; empty until it was asked for.
     };
 
-    /// The plan must outlive the list and is asked for the rows' states.
+    /// The plan must outlive the list and is asked for the rows' states; so must the explanations and the
+    /// evidence, which are known by their folders' paths.
     RowList(const TickedPlan& plan, const std::map<std::string, lumo::Explanation>& explanations,
-            const std::string& home, QObject* parent = nullptr);
+            const std::map<std::string, std::string>& evidence, const std::string& home,
+            QObject* parent = nullptr);
 
     /// Shows these rows.
     void show(std::vector<Row> rows);
@@ -53,10 +56,13 @@ class RowList final : public KeyedList<Row> {
 
   private:
     void measure(const std::vector<Row>& rows);
+    [[nodiscard]] QStringList placesOf(const Row& row) const;
     [[nodiscard]] QVariant explanationOf(const Row& row) const;
+    [[nodiscard]] QString evidenceOf(const Row& row) const;
 
     const TickedPlan& plan_;
     const std::map<std::string, lumo::Explanation>& explanations_;
+    const std::map<std::string, std::string>& evidence_;
     std::string home_;
     std::int64_t largest_ = 1;
     std::map<RowGroup, std::int64_t> groupBytes_;

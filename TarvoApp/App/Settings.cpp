@@ -23,7 +23,7 @@ Settings::~Settings() {
 
 QStringList Settings::protectedFolders() const {
     QStringList folders;
-    for (const std::string& folder : value<std::vector<std::string>>("carpetasProtegidas")) {
+    for (const std::string& folder : value<std::vector<std::string>>(foldersKey)) {
         folders.push_back(shown(folder));
     }
     return folders;

@@ -86,6 +86,14 @@ std::string cleanupDone(const CleanupSums& sums, Language language) {
            days() + pair(" días)", " days)", language);
 }
 
+std::string failedText(std::size_t count, std::string_view first, Language language) {
+    return count == 1
+               ? fmt::format("{} {}", pair("No se pudo limpiar", "Couldn't clean", language), first)
+               : fmt::format(fmt::runtime(pair("{} cosas no se pudieron limpiar. La primera: {}",
+                                               "{} items couldn't be cleaned. The first: {}", language)),
+                             count, first);
+}
+
 std::string unreadableHistoryText(const lumo::platform::SystemError& error, Language language) {
     return fmt::format(
         fmt::runtime(text("no puedo leer el historial de limpiezas ({}): comprueba sus permisos",

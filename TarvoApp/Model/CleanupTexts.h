@@ -7,9 +7,11 @@
 #include "LumoCore/Cleanup/Holding.h"
 #include "Platform/SystemError.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// What the user is asked and told around a cleanup, the same words in every face.
@@ -40,6 +42,10 @@ CleanupSums sumsOf(const std::vector<lumo::CleanupOutcome>& outcomes);
 
 /// The sentence after a cleanup.
 std::string cleanupDone(const CleanupSums& sums, lumo::Language language = lumo::currentLanguage());
+
+/// The sentence after a cleanup of which so many items failed, with what the first of them says.
+std::string failedText(std::size_t count, std::string_view first,
+                       lumo::Language language = lumo::currentLanguage());
 
 /// Why the cleanup log, or what is set aside, cannot be shown, as the end of a sentence.
 std::string unreadableHistoryText(const lumo::platform::SystemError& error,

@@ -155,4 +155,22 @@ Listing contents(const std::vector<std::string>& paths, lumo::Language language)
     return listing;
 }
 
+lumo::FolderEvidence evidence(const std::string& path, lumo::Language language) {
+    constexpr std::size_t mostEntries = 8;
+    constexpr std::int64_t bytesOfFile = 400000;
+    lumo::FolderEvidence evidence;
+    evidence.path = path;
+    evidence.displayPath = lumo::abbreviated(path, home);
+    evidence.location = lumo::folderLocation(path, std::string(home));
+    for (const Item& item : contents(path, language).items) {
+        evidence.usage.allocatedBytes += item.bytes;
+        if (evidence.largestEntries.size() < mostEntries) {
+            evidence.largestEntries.push_back(
+                {.name = item.name, .bytes = item.bytes, .isDirectory = item.isDirectory});
+        }
+    }
+    evidence.usage.fileCount = evidence.usage.allocatedBytes / bytesOfFile;
+    return evidence;
+}
+
 } // namespace tarvo::DemoDisk

@@ -5,6 +5,7 @@
 #include "LumoCore/Cleanup/CleanupPlanner.h"
 #include "LumoCore/Cleanup/Holding.h"
 #include "LumoCore/Explaining/Explanation.h"
+#include "LumoCore/Explaining/FolderEvidence.h"
 #include "LumoCore/History/DiskSnapshot.h"
 #include "LumoCore/Scanning/FolderContents.h"
 #include "LumoCore/Scanning/ScanReport.h"
@@ -46,6 +47,9 @@ lumo::FolderContents::Listing contents(const std::string& path,
 /// The same for all paths of one thing. Several are listed themselves, as `FolderContents::list` does.
 lumo::FolderContents::Listing contents(const std::vector<std::string>& paths,
                                        lumo::Language language = lumo::currentLanguage());
+
+/// What could be known of a folder that such a listing names.
+lumo::FolderEvidence evidence(const std::string& path, lumo::Language language = lumo::currentLanguage());
 
 /// What a cleanup of the actions would come to, for the made-up celebration.
 std::vector<lumo::CleanupOutcome> outcomes(const std::vector<lumo::CleanupAction>& actions, lumo::Date now);

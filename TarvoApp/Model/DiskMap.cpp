@@ -67,12 +67,6 @@ std::string shareText(std::int64_t bytes, std::int64_t total, const std::string&
     return fmt::format("{:.0f}{}{}", share, text(" % de ", "% of ", language), title);
 }
 
-const lumo::PlanEntry* entryOf(const std::string& id, const std::vector<lumo::PlanEntry>& entries) {
-    const auto found =
-        std::ranges::find_if(entries, [&](const lumo::PlanEntry& entry) { return entry.action.id == id; });
-    return found != entries.end() ? &*found : nullptr;
-}
-
 std::string blockedText(const lumo::PlanEntry* entry, Language language) {
     return entry != nullptr && entry->skipReason
                ? lumo::capitalized(*entry->skipReason)
@@ -227,11 +221,6 @@ std::optional<std::size_t> neighbour(const std::vector<Rect>& places, std::size_
 }
 
 TileState stateOf(const std::string& id, const std::set<std::string>& selection,
-                  const std::vector<lumo::PlanEntry>& entries) {
-    return stateOf(id, selection, entryOf(id, entries));
-}
-
-TileState stateOf(const std::string& id, const std::set<std::string>& selection,
                   const lumo::PlanEntry* entry) {
     if (selection.contains(id)) {
         return TileState::selected;
@@ -240,11 +229,6 @@ TileState stateOf(const std::string& id, const std::set<std::string>& selection,
         return TileState::info;
     }
     return entry->skipReason ? TileState::blocked : TileState::unselected;
-}
-
-std::string statusOf(const Tile& tile, TileState state, const std::vector<lumo::PlanEntry>& entries,
-                     Language language) {
-    return statusOf(tile, state, entryOf(tile.id, entries), language);
 }
 
 std::string statusOf(const Tile& tile, TileState state, const lumo::PlanEntry* entry, Language language) {

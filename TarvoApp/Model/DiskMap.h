@@ -88,13 +88,9 @@ std::optional<std::size_t> neighbour(const std::vector<Rect>& places, std::size_
 /// The entry is the plan's for that id, if it has one.
 TileState stateOf(const std::string& id, const std::set<std::string>& selection,
                   const lumo::PlanEntry* entry);
-TileState stateOf(const std::string& id, const std::set<std::string>& selection,
-                  const std::vector<lumo::PlanEntry>& entries);
 
 /// What the tile's card says about it.
 std::string statusOf(const Tile& tile, TileState state, const lumo::PlanEntry* entry,
-                     lumo::Language language = lumo::currentLanguage());
-std::string statusOf(const Tile& tile, TileState state, const std::vector<lumo::PlanEntry>& entries,
                      lumo::Language language = lumo::currentLanguage());
 
 /// What the magnifier on a tile that can be opened adds to its help.

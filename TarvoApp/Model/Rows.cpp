@@ -20,18 +20,6 @@ using lumo::ScanReport;
 
 namespace {
 
-RowGroup groupOf(Safety safety) {
-    switch (safety) {
-    case Safety::safe:
-        return RowGroup::safe;
-    case Safety::review:
-        return RowGroup::review;
-    case Safety::keep:
-        break;
-    }
-    return RowGroup::keep;
-}
-
 /// What the report says of each thing that can have an entry, by the entry's id.
 std::map<std::string, std::string> detailsOf(const ScanReport& report, Language language) {
     std::map<std::string, std::string> details;
@@ -118,6 +106,18 @@ std::vector<Row> rowsOf(const ScanReport& report, const std::vector<PlanEntry>& 
     }
     lumo::sortLargestFirst(rows, &Row::bytes);
     return groupByGroup(std::move(rows));
+}
+
+RowGroup groupOf(Safety safety) {
+    switch (safety) {
+    case Safety::safe:
+        return RowGroup::safe;
+    case Safety::review:
+        return RowGroup::review;
+    case Safety::keep:
+        break;
+    }
+    return RowGroup::keep;
 }
 
 std::string groupTitle(RowGroup group, Language language) {

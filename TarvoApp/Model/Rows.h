@@ -36,6 +36,9 @@ struct Row {
 std::vector<Row> rowsOf(const lumo::ScanReport& report, const std::vector<lumo::PlanEntry>& entries,
                         lumo::Language language = lumo::currentLanguage());
 
+/// Where the list has things of that safety.
+RowGroup groupOf(lumo::Safety safety);
+
 /// The group's word above its rows.
 std::string groupTitle(RowGroup group, lumo::Language language = lumo::currentLanguage());
 

@@ -73,19 +73,6 @@ Selection reconciled(const Selection& selection, const Selection& previousDefaul
     return result;
 }
 
-bool canSelect(std::string_view id, const std::vector<PlanEntry>& entries) {
-    const auto entry =
-        std::ranges::find_if(entries, [&](const PlanEntry& each) { return each.action.id == id; });
-    return entry != entries.end() && !entry->skipReason;
-}
-
-Selection toggled(Selection selection, const std::string& id, const std::vector<PlanEntry>& entries) {
-    if (canSelect(id, entries) && !selection.insert(id).second) {
-        selection.erase(id);
-    }
-    return selection;
-}
-
 Selection safeSelection(const Selection& selection, const Selection& defaults, const Phase& phase) {
     return maySelectSafe(phase) ? defaults : selection;
 }

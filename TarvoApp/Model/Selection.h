@@ -41,12 +41,6 @@ std::set<std::string> knownIds(const std::vector<lumo::PlanEntry>& entries);
 Selection reconciled(const Selection& selection, const Selection& previousDefaults,
                      const Selection& newDefaults, const std::set<std::string>& known);
 
-/// True when there is an entry and nothing holds it back.
-bool canSelect(std::string_view id, const std::vector<lumo::PlanEntry>& entries);
-
-/// The selection with the id ticked, or unticked when it was; unchanged when it cannot be ticked.
-Selection toggled(Selection selection, const std::string& id, const std::vector<lumo::PlanEntry>& entries);
-
 /// The plan's own ticks; the selection as it is while the phase does not allow that.
 Selection safeSelection(const Selection& selection, const Selection& defaults, const Phase& phase);
 

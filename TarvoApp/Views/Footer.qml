@@ -52,7 +52,7 @@ Rectangle {
         }
         PlainButton {
             enabled: footer.hasTicks
-            help: App.cleanHelp
+            help: Words.withOurKeys(App.cleanHelp)
             implicitHeight: Math.round(36 * Theme.scale)
             kind: PlainButton.Primary
             leftPadding: 20

@@ -74,7 +74,7 @@ ApplicationWindow {
     }
 
     Shortcuts {
-        active: !confirm.visible && !empty.visible && !welcome.visible && !archive.visible && !sides.covers
+        active: !confirm.visible && !empty.visible && !welcome.visible && !archive.visible && !failures.visible && !refusal.visible && !sides.covers
 
         onHelpWanted: window.openHelp()
         onQuitWanted: Qt.quit()
@@ -112,6 +112,8 @@ ApplicationWindow {
         NoticeBar {
             Layout.bottomMargin: 12
             Layout.fillWidth: true
+
+            onDetailsWanted: failures.open()
         }
         PaneTabs {
             id: tabs
@@ -174,6 +176,23 @@ ApplicationWindow {
     }
     ArchiveDialog {
         id: archive
+    }
+    Telling {
+        id: failures
+
+        message: App.lastFailures.join("\n")
+        title: Words.notCleaned
+    }
+    Telling {
+        id: refusal
+
+        readonly property bool wanted: App.archiveRefusalMessage.length > 0
+
+        message: App.archiveRefusalMessage
+        title: App.archiveRefusalTitle
+
+        onClosed: App.cancelArchive()
+        onWantedChanged: wanted ? open() : close()
     }
     Loader {
         id: tray

@@ -30,8 +30,10 @@ QQuickWindow* MainWindow::window() const {
 }
 
 QQuickWindow* MainWindow::open(Side side) {
-    constexpr std::array<std::pair<const char*, const char*>, 3> names{
-        {{"openSettings", "settings"}, {"openHelp", "help"}, {"openNews", "news"}}};
+    constexpr std::array<std::pair<const char*, const char*>, 4> names{{{"openSettings", "settings"},
+                                                                        {"openHelp", "help"},
+                                                                        {"openNews", "news"},
+                                                                        {"openPreview", "preview"}}};
     const auto& [operation, name] = names.at(static_cast<std::size_t>(side));
     auto* const sides = window()->findChild<QObject*>(QStringLiteral("sides"));
     if (sides == nullptr || !QMetaObject::invokeMethod(sides, operation)) {

@@ -21,7 +21,7 @@ class MainWindow final {
     [[nodiscard]] Desktop& desktop() { return desktop_; }
 
     /// The windows beside it.
-    enum class Side { settings, help, news };
+    enum class Side { settings, help, news, preview };
     /// Shows one of them; null when it could not be shown.
     QQuickWindow* open(Side side);
 

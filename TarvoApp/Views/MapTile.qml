@@ -24,6 +24,8 @@ Item {
 
     property bool slides: true
     property bool dimmed: false
+    // False while there is more to be made than one frame has time for.
+    property bool filled: true
 
     readonly property color fill: tint ? tint : Theme.neutralTile
     readonly property color ink: tint ? darkInk ? Theme.darkInk : Theme.lightInk : Theme.text
@@ -35,6 +37,12 @@ Item {
     signal menuWanted(string key)
     signal zoomWanted(string key)
 
+    function enter(modifiers: int) {
+        if (modifiers & Qt.AltModifier)
+            App.showPreview(key);
+        else if (canZoom)
+            zoomWanted(key);
+    }
     function act() {
         if (opensOnClick)
             zoomWanted(key);
@@ -57,8 +65,8 @@ Item {
 
     Accessible.onPressAction: act()
     Accessible.onToggleAction: act()
-    Keys.onEnterPressed: if (canZoom) zoomWanted(key)
-    Keys.onReturnPressed: if (canZoom) zoomWanted(key)
+    Keys.onEnterPressed: event => enter(event.modifiers)
+    Keys.onReturnPressed: event => enter(event.modifiers)
     Keys.onSpacePressed: act()
     Keys.onMenuPressed: menuWanted(key)
 
@@ -118,7 +126,7 @@ Item {
         visible: !tile.hasNested || tile.width > 64
     }
     Repeater {
-        model: tile.nested
+        model: tile.filled ? tile.nested : []
 
         NestedTile {
             ink: tile.ink // qmllint disable unqualified

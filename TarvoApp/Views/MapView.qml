@@ -20,6 +20,15 @@ ColumnLayout {
         }
     }
 
+    // After a journey another tile is below the pointer, which has not moved.
+    function tellHovered() {
+        for (let at = 0; at < tiles.count; ++at) {
+            const tile = tiles.itemAt(at) as MapTile;
+            if (tile && tile.hovered)
+                App.mapHovered = tile.key;
+        }
+    }
+
     function zoomInto(key: string) {
         App.map.zoomInto(key);
     }
@@ -31,7 +40,17 @@ ColumnLayout {
         current = 0;
         if (area.activeFocus && tiles.count > 0)
             tiles.itemAt(0).forceActiveFocus(Qt.TabFocusReason);
-        appear.restart();
+        sheet.travel(depth > sheet.depth);
+        sheet.depth = depth;
+    }
+
+    Connections {
+        function onReplacing() {
+            settled.restart();
+            filling.from = 0;
+        }
+
+        target: App.map
     }
 
     RowLayout {
@@ -65,6 +84,7 @@ ColumnLayout {
         Accessible.name: Words.mapName
         Accessible.role: Accessible.Grouping
         Layout.fillHeight: true
+        clip: travelling.running
         Layout.fillWidth: true
 
         onHeightChanged: {
@@ -87,10 +107,63 @@ ColumnLayout {
 
             interval: 250
         }
+        // What is in the tiles follows them a few tiles a frame.
+        FrameAnimation {
+            id: filling
+
+            property int from: 0
+
+            running: from < tiles.count
+
+            onTriggered: from += 4
+        }
         Item {
             id: sheet
 
+            property int depth: 0
+            // Where the tiles are while the map travels, in parts of the map; all of it when it has arrived.
+            property rect start: Qt.rect(0, 0, 1, 1)
+            property real progress: 1
+
+            // Into a folder the map grows out of its tile, and back it shrinks until that tile is where it was.
+            function travel(inwards: bool) {
+                const place = App.map.zoomPlace;
+                // From nearer than that nothing could be followed.
+                const wide = Math.max(place.width / width, 0.2);
+                const high = Math.max(place.height / height, 0.2);
+                const left = Math.max(0, Math.min(place.x / width, 1 - wide));
+                const top = Math.max(0, Math.min(place.y / height, 1 - high));
+                start = inwards ? Qt.rect(left, top, wide, high)
+                                : Qt.rect(-left / wide, -top / high, 1 / wide, 1 / high);
+                travelling.restart();
+            }
+
             anchors.fill: parent
+            opacity: Math.min(1, 0.2 + progress)
+
+            transform: [
+                Scale {
+                    xScale: sheet.start.width + (1 - sheet.start.width) * sheet.progress
+                    yScale: sheet.start.height + (1 - sheet.start.height) * sheet.progress
+                },
+                Translate {
+                    x: sheet.start.x * sheet.width * (1 - sheet.progress)
+                    y: sheet.start.y * sheet.height * (1 - sheet.progress)
+                }
+            ]
+
+            NumberAnimation {
+                id: travelling
+
+                duration: Theme.zoomTime
+                easing.type: Easing.OutQuint
+                from: 0
+                property: "progress"
+                target: sheet
+                to: 1
+
+                onFinished: view.tellHovered()
+            }
 
             Repeater {
                 id: tiles
@@ -101,6 +174,7 @@ ColumnLayout {
                     id: tile
 
                     activeFocusOnTab: tile.index === Math.min(view.current, App.map.count - 1) // qmllint disable unqualified
+                    filled: tile.index < filling.from // qmllint disable unqualified
                     dimmed: App.map.depth === 0 && App.hovered.length > 0 && App.hovered !== tile.key
                     slides: Theme.moves && !settled.running // qmllint disable unqualified
 
@@ -136,15 +210,6 @@ ColumnLayout {
                 }
                 return null;
             }
-        }
-        NumberAnimation {
-            id: appear
-
-            duration: Theme.shortTime
-            from: 0
-            property: "opacity"
-            target: sheet
-            to: 1
         }
     }
 }

@@ -10,6 +10,14 @@ Banner {
     shape: "info"
     visible: App.notice.length > 0
 
+    signal detailsWanted
+
+    PlainButton {
+        text: Words.details
+        visible: App.noticeHasDetails
+
+        onClicked: bar.detailsWanted()
+    }
     IconButton {
         name: Words.close
         shape: "close"

@@ -21,6 +21,7 @@ namespace {
 /// How long a window may take to have everything in its place, and how long it is given at least.
 constexpr std::chrono::milliseconds patience{20'000};
 constexpr std::chrono::milliseconds settling{400};
+constexpr std::chrono::milliseconds travelling{1000};
 
 void wait(std::chrono::milliseconds longest, const std::function<bool()>& isDone) {
     const QDeadlineTimer deadline(longest);
@@ -31,15 +32,23 @@ void wait(std::chrono::milliseconds longest, const std::function<bool()>& isDone
     }
 }
 
-/// The largest tile that can be opened.
+/// The largest tile of what recreates itself that can be opened.
 QString openableKey(const MapModel& map) {
+    const QString safe = shown(groupTitle(RowGroup::safe));
     for (int row = 0; row < map.count(); ++row) {
         const QModelIndex tile = map.index(row);
-        if (map.data(tile, MapModel::canZoomRole).toBool()) {
+        if (map.data(tile, MapModel::canZoomRole).toBool() &&
+            map.data(tile, MapModel::wordRole).toString() == safe) {
             return map.data(tile, MapModel::keyRole).toString();
         }
     }
     return {};
+}
+
+/// The first row of the group.
+QString rowKey(const RowList& rows, RowGroup group) {
+    const auto found = std::ranges::find(rows.rows(), group, &Row::group);
+    return found == rows.rows().end() ? QString() : keyOf(found->id);
 }
 
 /// A cleanup as the made-up disk would have had it.
@@ -103,6 +112,26 @@ void takeHelp(Photographer& photographer, MainWindow& windows, AppModel& app) {
     window->close();
 }
 
+/// All that is known of a folder that no rule knows, and what is in it.
+void takeDetails(Photographer& photographer, MainWindow& windows, AppModel& app) {
+    auto* const list = windows.window()->findChild<QObject*>(QStringLiteral("list"));
+    const QString key = rowKey(*app.rows(), RowGroup::unclassified);
+    if (list == nullptr || key.isEmpty()) {
+        return;
+    }
+    list->setProperty("opened", key);
+    app.gatherEvidence(key);
+    app.revealRow(key);
+    wait(patience, [&] { return app.flashRow().isEmpty(); });
+    photographer.takeBoth(windows.window(), QStringLiteral("details"));
+    list->setProperty("opened", QString());
+    app.showPreview(key);
+    wait(patience, [&] { return !app.preview()->isBusy(); });
+    QQuickWindow* const preview = windows.open(MainWindow::Side::preview);
+    photographer.takeBoth(preview, QStringLiteral("preview"));
+    preview->close();
+}
+
 } // namespace
 
 bool takePictures(MainWindow& windows, AppModel& app, const QString& folder) {
@@ -113,6 +142,7 @@ bool takePictures(MainWindow& windows, AppModel& app, const QString& folder) {
     Photographer photographer(windows, QDir(folder));
     wait(patience, [&] { return app.hasReport() && !app.isBusy(); });
     photographer.takeBoth(window, QStringLiteral("main"));
+    takeDetails(photographer, windows, app);
     takeSettings(photographer, windows);
     takeHelp(photographer, windows, app);
     QQuickWindow* const news = windows.open(MainWindow::Side::news);
@@ -124,6 +154,7 @@ bool takePictures(MainWindow& windows, AppModel& app, const QString& folder) {
     app.closeCelebration();
     app.map()->zoomInto(openableKey(*app.map()));
     wait(patience, [&] { return app.map()->depth() > 0; });
+    wait(travelling, [] { return false; });
     photographer.take(window, QStringLiteral("map-zoom"));
     return photographer.hasSaved();
 }

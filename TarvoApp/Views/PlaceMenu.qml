@@ -26,6 +26,12 @@ Menu {
         onTriggered: App.revealRow(menu.key)
     }
     Choice {
+        enabled: App.canPreview(menu.key)
+        text: Words.preview
+
+        onTriggered: App.showPreview(menu.key)
+    }
+    Choice {
         enabled: Desktop.hasPlace(menu.key)
         text: Words.showInFiles
 

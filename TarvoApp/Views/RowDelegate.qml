@@ -17,17 +17,28 @@ Item {
     required property string groupBytes
     required property string tickState
     required property string reason
-    required property string place
+    required property list<string> places
     required property var explanation
+    required property string evidence
+
+    property bool opened: false
 
     readonly property bool lit: App.mapHovered === key || App.flashRow === key
     readonly property bool dimmed: App.mapHovered.length > 0 && !lit && App.rows.indexOf(App.mapHovered) >= 0
     readonly property bool first: ListView.previousSection !== ListView.section
     readonly property bool tickable: tickState === "selected" || tickState === "unselected"
     readonly property string below: tickState === "blocked" && reason ? reason
-                                  : explanation.whatItIs ? explanation.whatItIs : detail ? detail : place
+                                  : explanation.whatItIs ? explanation.whatItIs : detail ? detail : places[0] || ""
 
     signal menuWanted(string key)
+    signal openWanted(bool open)
+
+    function enter(modifiers: int) {
+        if (modifiers & Qt.AltModifier)
+            App.showPreview(key);
+        else
+            App.map.zoomInto(key);
+    }
 
     Accessible.checkable: tickable
     Accessible.checked: tickState === "selected"
@@ -40,8 +51,10 @@ Item {
     Accessible.onPressAction: App.toggle(key)
     Accessible.onToggleAction: App.toggle(key)
     Keys.onMenuPressed: menuWanted(key)
-    Keys.onEnterPressed: App.map.zoomInto(key)
-    Keys.onReturnPressed: App.map.zoomInto(key)
+    Keys.onEnterPressed: event => enter(event.modifiers)
+    Keys.onLeftPressed: openWanted(false)
+    Keys.onReturnPressed: event => enter(event.modifiers)
+    Keys.onRightPressed: openWanted(true)
     Keys.onSpacePressed: App.toggle(key)
 
     Column {
@@ -61,7 +74,7 @@ Item {
             id: body
 
             color: row.lit ? Qt.alpha(Theme.accent, 0.18) : pointer.hovered ? Theme.window : "transparent"
-            height: texts.implicitHeight + 14
+            height: line.implicitHeight + 14 + (details.active ? details.implicitHeight + 12 : 0)
             opacity: row.dimmed ? 0.45 : 1
             radius: Theme.tileRadius
             width: parent.width
@@ -102,10 +115,14 @@ Item {
                 }
             }
             RowLayout {
+                id: line
+
                 anchors.left: parent.left
-                anchors.margins: 8
+                anchors.leftMargin: 8
                 anchors.right: parent.right
-                anchors.verticalCenter: parent.verticalCenter
+                anchors.rightMargin: 4
+                anchors.top: parent.top
+                anchors.topMargin: 7
                 spacing: 10
 
                 Item {
@@ -139,7 +156,7 @@ Item {
                         font.pixelSize: Theme.small
                         maximumLineCount: 2
                         text: row.below
-                        visible: text.length > 0
+                        visible: text.length > 0 && !row.opened
                         wrapMode: Text.Wrap
                     }
                 }
@@ -170,6 +187,52 @@ Item {
                             width: Math.max(4, parent.width * row.share)
                         }
                     }
+                }
+                MouseArea {
+                    id: opener
+
+                    Accessible.name: row.opened ? Words.lessAbout.arg(row.title) : Words.moreAbout.arg(row.title)
+                    Accessible.role: Accessible.Button
+                    Layout.alignment: Qt.AlignTop
+                    Layout.preferredHeight: Math.round(20 * Theme.scale)
+                    Layout.preferredWidth: Layout.preferredHeight
+                    cursorShape: Qt.PointingHandCursor
+                    hoverEnabled: true
+
+                    Accessible.onPressAction: row.openWanted(!row.opened)
+                    onClicked: row.openWanted(!row.opened)
+
+                    Glyph {
+                        anchors.fill: parent
+                        color: opener.containsMouse ? Theme.text : Theme.secondaryText
+                        rotation: row.opened ? 90 : 0
+                        shape: "next"
+
+                        Behavior on rotation {
+                            NumberAnimation { duration: Theme.hoverTime }
+                        }
+                    }
+                }
+            }
+            Loader {
+                id: details
+
+                active: row.opened
+                anchors.left: parent.left
+                anchors.leftMargin: 18 + Math.round(18 * Theme.scale)
+                anchors.right: parent.right
+                anchors.rightMargin: 8
+                anchors.top: line.bottom
+                anchors.topMargin: 8
+
+                sourceComponent: RowDetails {
+                    detail: row.detail
+                    evidence: row.evidence
+                    explanation: row.explanation
+                    key: row.key
+                    places: row.places
+                    reason: row.tickState === "blocked" ? row.reason : ""
+                    unclassified: row.group === 3
                 }
             }
         }

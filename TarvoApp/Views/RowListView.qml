@@ -7,6 +7,11 @@ import Tarvo
 Rectangle {
     id: pane
 
+    objectName: "list"
+
+    // The one row that shows all that is known of it.
+    property string opened: ""
+
     signal menuWanted(string key)
 
     function takeSearch() {
@@ -46,9 +51,20 @@ Rectangle {
                 width: 8
             }
             delegate: RowDelegate {
+                id: row
+
+                opened: pane.opened === row.key
                 width: ListView.view.width - 12
 
                 onMenuWanted: key => pane.menuWanted(key)
+                onOpenWanted: open => {
+                    if (open) {
+                        pane.opened = row.key;
+                        settling.restart();
+                    } else if (row.opened) {
+                        pane.opened = "";
+                    }
+                }
             }
             displaced: Transition {
                 NumberAnimation { duration: Theme.shortTime; easing.type: Easing.OutCubic; property: "y" }
@@ -60,6 +76,14 @@ Rectangle {
                 NumberAnimation { duration: Theme.shortTime; easing.type: Easing.OutCubic; property: "y" }
             }
 
+            // Until what was opened has its height.
+            Timer {
+                id: settling
+
+                interval: 30
+
+                onTriggered: list.positionViewAtIndex(App.rows.indexOf(pane.opened), ListView.Contain)
+            }
             Line {
                 anchors.horizontalCenter: parent.horizontalCenter
                 color: Theme.secondaryText

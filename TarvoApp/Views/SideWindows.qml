@@ -19,6 +19,18 @@ Item {
         news.present();
     }
 
+    function openPreview(): void {
+        preview.present();
+    }
+
+    Connections {
+        function onWanted() {
+            sides.openPreview();
+        }
+
+        target: App.preview
+    }
+
     component Side: Loader {
         active: false
 
@@ -52,6 +64,13 @@ Item {
         objectName: "news"
 
         sourceComponent: WhatsNewWindow {}
+    }
+    Side {
+        id: preview
+
+        objectName: "preview"
+
+        sourceComponent: PreviewWindow {}
     }
     CelebrationCard {
         id: celebration

@@ -19,6 +19,12 @@ QtObject {
     readonly property string shown: pick("desplegada", "expanded")
     readonly property string hidden: pick("plegada", "collapsed")
 
+    readonly property string looking: pick("Mirando…", "Looking…")
+    readonly property string contents: pick("Contenido", "Contents")
+    readonly property string gone: pick("Ya no está.", "It isn't there any more.")
+    readonly property string noPreview: pick("De este tipo de archivo no hay vista previa.",
+                                             "There is no preview of this kind of file.")
+
     readonly property string celebration: pick("Limpieza terminada", "Cleanup finished")
     readonly property string saveImage: pick("Guardar imagen", "Save Image")
     readonly property string copyImage: pick("Copiar imagen", "Copy Image")

@@ -40,5 +40,6 @@ QtObject {
     readonly property bool moves: !Desktop.reducesMotion
     readonly property int hoverTime: moves ? 120 : 0
     readonly property int shortTime: moves ? 180 : 0
+    readonly property int zoomTime: moves ? 850 : 0
     readonly property real dimmed: 0.22
 }

@@ -47,6 +47,12 @@ struct HelpDeskInWindows {
     QML_ANONYMOUS
 };
 
+struct PreviewDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::PreviewDesk)
+    QML_ANONYMOUS
+};
+
 struct AgentDeskInWindows {
     Q_GADGET
     QML_FOREIGN(tarvo::AgentDesk)

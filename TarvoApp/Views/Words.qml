@@ -57,6 +57,22 @@ QtObject {
     readonly property string copyPath: pick("Copiar ruta", "Copy Path")
     readonly property string protect: pick("No tocar nunca esta carpeta", "Never Touch This Folder")
 
+    readonly property string moreAbout: pick("Ver todo sobre %1", "See all about %1")
+    readonly property string lessAbout: pick("Plegar %1", "Collapse %1")
+    readonly property string what: pick("Qué es", "What")
+    readonly property string cannotNow: pick("Ahora no", "Not now")
+    readonly property string where: pick("Dónde", "Where")
+    readonly property string source: pick("Lo dice", "Says who")
+    readonly property string byHeuristics: pick("Aproximación por el nombre, el lugar y el contenido",
+                                                "A guess from its name, place and contents")
+    readonly property string evidence: pick("En qué se basa", "What it rests on")
+    readonly property string evidenceHelp: pick("Mide la carpeta y enseña los datos de la explicación",
+                                                "Measures the folder and shows the facts behind the explanation")
+    readonly property string gathering: pick("Midiendo…", "Measuring…")
+    readonly property string preview: pick("Vista previa", "Preview")
+    readonly property string previewHelp: pick("Qué hay dentro, sin abrir otro programa (Alt+Intro)",
+                                               "What's inside, without another program (Alt+Return)")
+
     readonly property string archive: pick("Archivar…", "Archive…")
     readonly property string recoverable: pick("%1 se pueden recuperar sin riesgo", "%1 can be recovered with no risk")
     readonly property string openWindow: pick("Abrir Tarvo AI", "Open Tarvo AI")
@@ -80,6 +96,8 @@ QtObject {
                                                    "Deselect everything to choose one by one")
     readonly property string clean: pick("Limpiar…", "Clean…")
     readonly property string cancel: pick("Cancelar", "Cancel")
+    readonly property string details: pick("Ver detalles", "See Details")
+    readonly property string notCleaned: pick("Esto no se pudo limpiar", "This couldn't be cleaned")
     readonly property string close: pick("Cerrar", "Close")
     readonly property string question: pick("¿%1?", "%1?")
 
@@ -105,6 +123,11 @@ QtObject {
     readonly property string unticked: pick("sin marcar", "not selected")
     readonly property string blocked: pick("no se puede limpiar ahora", "can't be cleaned right now")
     readonly property string shownOnly: pick("solo se enseña", "shown only")
+
+    // The model names the keys of a Mac.
+    function withOurKeys(text: string): string {
+        return Qt.platform.os === "osx" ? text : text.replace("⌘⌫", pick("Ctrl+Retroceso", "Ctrl+Backspace"));
+    }
 
     function tickState(state: string): string {
         switch (state) {

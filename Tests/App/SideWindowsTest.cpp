@@ -129,7 +129,7 @@ TEST_F(SideWindowsTest, WhatIsChangedInTheSettingsIsThereAfterARestart) {
 }
 
 TEST_F(SideWindowsTest, EveryWindowOpensInBothLanguagesAndAppearancesAndClosesWithEscape) {
-    for (const Side side : {Side::settings, Side::help, Side::news}) {
+    for (const Side side : {Side::settings, Side::help, Side::news, Side::preview}) {
         QQuickWindow& window = open(side);
         for (const auto* language : {"es", "en"}) {
             qmlEngine(&window)->setUiLanguage(language);

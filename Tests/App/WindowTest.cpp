@@ -152,6 +152,37 @@ TEST_F(MainWindowTest, TheKeyboardGoesFromTileToTileIntoAFolderAndOut) {
     EXPECT_EQ(map.depth(), 0);
 }
 
+TEST_F(MainWindowTest, ARowOpensToAllThatIsKnownOfItAndItsPreview) {
+    open();
+    const Row row = story.app().rows()->rows().front();
+    for (int tabs = 0; tabs < 30 && !focused().starts_with(row.title); ++tabs) {
+        press(Qt::Key_Tab);
+    }
+    ASSERT_THAT(focused(), StartsWith(row.title));
+    const std::string preview(lumo::text("Vista previa", "Preview"));
+    EXPECT_EQ(named(preview), nullptr);
+    press(Qt::Key_Right);
+    EXPECT_NE(named(preview), nullptr);
+    press(Qt::Key_Left);
+    EXPECT_EQ(named(preview), nullptr);
+    press(Qt::Key_Return, Qt::AltModifier);
+    EXPECT_EQ(bytesOf(story.app().preview()->title()), row.title);
+    EXPECT_EQ(story.app().map()->depth(), 0);
+    ASSERT_TRUE(story.waitUntil([&] { return !story.app().preview()->isBusy(); }));
+    EXPECT_EQ(bytesOf(story.app().preview()->kind()), "folder");
+}
+
+TEST_F(MainWindowAtHomeTest, WhatCannotBeArchivedIsSaidUntilItIsClosed) {
+    story.addOwn(2'000'000);
+    open();
+    story.app().requestArchive(AppStory::ownKey);
+    ASSERT_TRUE(story.waitUntil([&] { return !story.app().archiveRefusalMessage().isEmpty(); }));
+    ASSERT_TRUE(story.waitUntil([&] { return focused() == std::string(lumo::text("Cerrar", "Close")); }));
+    EXPECT_NE(named(bytesOf(story.app().archiveRefusalTitle())), nullptr);
+    press(Qt::Key_Return);
+    EXPECT_TRUE(story.waitUntil([&] { return story.app().archiveRefusalMessage().isEmpty(); }));
+}
+
 TEST_F(MainWindowAtHomeTest, TheQuestionBeforeACleanupStandsOnCancelAndReturnDeletesNothing) {
     story.addCache(2'000'000);
     open();

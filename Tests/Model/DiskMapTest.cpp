@@ -1,4 +1,5 @@
 #include "TarvoApp/Model/DiskMapSvg.h"
+#include "TarvoApp/Model/TickedPlan.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,6 +11,7 @@ using lumo::Safety;
 using tarvo::Rect;
 using tarvo::Row;
 using tarvo::RowGroup;
+using tarvo::TickedPlan;
 using tarvo::Tile;
 using tarvo::TileState;
 using tarvo::ZoomLevel;
@@ -128,7 +130,8 @@ TEST(DiskMap, DividesAFolderAmongItsEntries) {
 }
 
 TEST(DiskMap, SaysOfEachTileWhatItIsIn) {
-    const std::vector<lumo::PlanEntry> entries{entry("a", {}), entry("b", "ábrelo"), entry("c", {})};
+    TickedPlan plan;
+    plan.take({entry("a", {}), entry("b", "ábrelo"), entry("c", {})}, {"a"});
     struct Case {
         const char* id;
         TileState state;
@@ -143,10 +146,11 @@ TEST(DiskMap, SaysOfEachTileWhatItIsIn) {
           Case{"photos", TileState::info, "Tus datos: solo se enseña"},
           Case{"dentro:/x", TileState::info, "Archivo · clic derecho para verlo en el Finder"}}) {
         const Tile tile{.id = expected.id, .label = {}, .detail = {}, .safety = {}};
-        EXPECT_EQ(DiskMap::stateOf(tile.id, {"a"}, entries), expected.state) << expected.id;
-        EXPECT_EQ(DiskMap::statusOf(tile, expected.state, entries, Language::es), expected.status);
+        EXPECT_EQ(plan.stateOf(tile.id), expected.state) << expected.id;
+        EXPECT_EQ(DiskMap::statusOf(tile, expected.state, plan.entry(tile.id), Language::es),
+                  expected.status);
     }
-    EXPECT_EQ(DiskMap::stateOf("a", {}, {}), TileState::info);
+    EXPECT_EQ(TickedPlan().stateOf("a"), TileState::info);
 }
 
 TEST(DiskMapSvg, EscapesNamesAndLeavesLabelsOffWhatIsTooSmall) {

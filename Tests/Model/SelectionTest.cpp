@@ -1,5 +1,6 @@
 #include "TarvoApp/Model/Selection.h"
 #include "TarvoApp/Model/Rows.h"
+#include "TarvoApp/Model/TickedPlan.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
@@ -94,14 +95,17 @@ TEST(Rows, ShowEveryEntryWhatIsKeptAndWhatNobodyKnowsGroupByGroupTheLargestFirst
 TEST(Selection, BeginsWithWhatIsSafeAndOffersTheRest) {
     const std::vector<PlanEntry> entries = planned(reportOf("/home/u"));
     EXPECT_THAT(defaultSelection(entries), ElementsAre("cache", "proyecto:quiet/node_modules"));
+    TickedPlan plan;
+    plan.take(entries, {});
     for (const std::string id : {"letters", "cache"}) {
-        EXPECT_TRUE(canSelect(id, entries) && toggled({}, id, entries).contains(id)) << id;
+        EXPECT_TRUE(plan.canSelect(id) && plan.toggle(id) && plan.selection().contains(id)) << id;
     }
     for (const std::string id :
          {"proyecto:busy/node_modules", "proyecto:mine/node_modules", "photos", "sin:/home/u/Folder"}) {
-        EXPECT_FALSE(canSelect(id, entries) || toggled({}, id, entries).contains(id)) << id;
+        EXPECT_FALSE(plan.canSelect(id) || plan.toggle(id) || plan.selection().contains(id)) << id;
     }
-    EXPECT_THAT(toggled({"cache", "letters"}, "cache", entries), ElementsAre("letters"));
+    EXPECT_TRUE(plan.toggle("cache"));
+    EXPECT_THAT(plan.selection(), ElementsAre("letters"));
 }
 
 TEST(Selection, SurvivesANewReportAsTheUserLeftIt) {

@@ -1,0 +1,137 @@
+#include "TarvoApp/App/PreviewDesk.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Path.h"
+#include "TarvoApp/App/QtText.h"
+
+#include <QFile>
+#include <QImageReader>
+
+#include <algorithm>
+#include <utility>
+
+namespace tarvo {
+
+namespace {
+
+/// What the file shows when it is a picture; nothing otherwise. It is never larger than a window needs.
+QImage decoded(const std::string& path) {
+    QFile file(QFile::decodeName(QByteArray::fromStdString(path)));
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    QImageReader reader(&file);
+    reader.setAutoTransform(true);
+    const QSize most(1600, 1200);
+    const QSize size = reader.size();
+    if (size.width() > most.width() || size.height() > most.height()) {
+        reader.setScaledSize(size.scaled(most, Qt::KeepAspectRatio));
+    }
+    return reader.read();
+}
+
+} // namespace
+
+PreviewDesk::PreviewDesk(Make make, std::string home, QObject* parent)
+    : QObject(parent), make_(std::move(make)), home_(std::move(home)), background_(1) {}
+
+void PreviewDesk::show(const QString& key, const std::string& title, const std::vector<std::string>& paths) {
+    if (paths.empty()) {
+        return;
+    }
+    forget();
+    key_ = key;
+    title_ = title;
+    place_ = paths.size() == 1 ? lumo::abbreviated(paths.front(), home_) : std::string();
+    looking_ = std::stop_source();
+    isBusy_ = true;
+    background_.start([this, paths, make = make_,
+                       looking = looking_](const std::stop_token& end) mutable -> Background::Apply {
+        const std::stop_callback forward(end, [&] { looking.request_stop(); });
+        const Preview preview = looking.stop_requested() ? Preview() : make(paths, looking.get_token());
+        const QImage picture = preview.kind == Preview::Kind::file && !looking.stop_requested()
+                                   ? decoded(preview.path)
+                                   : QImage();
+        return [this, looking, preview, picture] {
+            if (!looking.stop_requested()) {
+                isBusy_ = false;
+                preview_ = preview;
+                picture_ = picture;
+                emit changed();
+            }
+        };
+    });
+    emit changed();
+    emit wanted();
+}
+
+void PreviewDesk::forget() {
+    looking_.request_stop();
+    isBusy_ = false;
+    preview_ = {};
+    picture_ = {};
+    emit changed();
+}
+
+QSizeF PreviewDesk::pictureIn(double width, double height) const {
+    const QSizeF room(std::max(width, 0.0), std::max(height, 0.0));
+    const QSizeF size = picture_.size();
+    const bool fits = size.width() <= room.width() && size.height() <= room.height();
+    return fits ? size : size.scaled(room, Qt::KeepAspectRatio);
+}
+
+QString PreviewDesk::title() const {
+    return shown(title_);
+}
+
+QString PreviewDesk::place() const {
+    return shown(place_);
+}
+
+QString PreviewDesk::kind() const {
+    if (isBusy_) {
+        return {};
+    }
+    switch (preview_.kind) {
+    case Preview::Kind::folder:
+        return QStringLiteral("folder");
+    case Preview::Kind::text:
+        return QStringLiteral("text");
+    case Preview::Kind::file:
+        return picture_.isNull() ? QStringLiteral("file") : QStringLiteral("picture");
+    case Preview::Kind::other:
+        return QStringLiteral("other");
+    case Preview::Kind::missing:
+        break;
+    }
+    return QStringLiteral("missing");
+}
+
+QString PreviewDesk::bytes() const {
+    const bool isKnown = !isBusy_ && preview_.kind != Preview::Kind::missing;
+    return isKnown ? shown(lumo::ByteFormat::string(preview_.bytes)) : QString();
+}
+
+QString PreviewDesk::facts() const {
+    return shown(preview_.facts);
+}
+
+QString PreviewDesk::text() const {
+    // Its lines were made fit to be shown one by one.
+    return QString::fromStdString(preview_.text);
+}
+
+QVariantList PreviewDesk::largest() const {
+    const double most =
+        preview_.largest.empty() ? 1.0 : std::max(1.0, static_cast<double>(preview_.largest.front().bytes));
+    QVariantList list;
+    for (const lumo::NamedSize& part : preview_.largest) {
+        list.push_back(QVariantMap{{"name", shown(lumo::abbreviated(part.name, home_))},
+                                   {"bytes", shown(lumo::ByteFormat::string(part.bytes))},
+                                   {"share", static_cast<double>(part.bytes) / most},
+                                   {"isFolder", part.isDirectory}});
+    }
+    return list;
+}
+
+} // namespace tarvo
