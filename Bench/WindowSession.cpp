@@ -73,6 +73,24 @@ class Frames {
     std::vector<double> times_;
 };
 
+/// The longest time for which the thread did not listen.
+class Beats {
+  public:
+    Beats() {
+        QObject::connect(&timer_, &QTimer::timeout,
+                         [this] { longest_ = std::max(longest_, beat_.restart()); });
+        timer_.setTimerType(Qt::PreciseTimer);
+        beat_.start();
+        timer_.start(1);
+    }
+    [[nodiscard]] qint64 longest() const { return longest_; }
+
+  private:
+    QTimer timer_;
+    QElapsedTimer beat_;
+    qint64 longest_ = 0;
+};
+
 double tellEmptyScene(const QSize& size) {
     QQuickWindow window;
     window.resize(size);
@@ -102,6 +120,7 @@ void tellHovering(QQuickWindow& window, double base) {
 
 void tellZooming(AppModel& app, QQuickWindow& window, double base) {
     Frames frames(window);
+    Beats beats;
     for (int index = 0; index < app.map()->count(); ++index) {
         app.map()->zoomInto(app.map()->data(app.map()->index(index), MapModel::keyRole).toString());
         waitFor([&] { return !app.map()->isZoomLoading(); });
@@ -109,29 +128,12 @@ void tellZooming(AppModel& app, QQuickWindow& window, double base) {
             break;
         }
     }
-    waitFor(std::chrono::milliseconds(600));
+    waitFor(std::chrono::seconds(1));
     app.map()->zoomOut(0);
-    waitFor(std::chrono::milliseconds(600));
+    waitFor(std::chrono::seconds(1));
     frames.tell("zooming in and out", base);
+    fmt::print("zooming in and out: longest gap of the main thread {} ms\n", beats.longest());
 }
-
-/// The longest time for which the thread did not listen while the home was scanned.
-class Beats {
-  public:
-    Beats() {
-        QObject::connect(&timer_, &QTimer::timeout,
-                         [this] { longest_ = std::max(longest_, beat_.restart()); });
-        timer_.setTimerType(Qt::PreciseTimer);
-        beat_.start();
-        timer_.start(1);
-    }
-    [[nodiscard]] qint64 longest() const { return longest_; }
-
-  private:
-    QTimer timer_;
-    QElapsedTimer beat_;
-    qint64 longest_ = 0;
-};
 
 void run(const std::string& home) {
     (void)Preferences::load(home).store(*preferenceKey("bienvenidaVista"), lumo::encode(true));

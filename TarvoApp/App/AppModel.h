@@ -129,6 +129,8 @@ class AppModel final : public QObject {
     Q_INVOKABLE void look();
     Q_INVOKABLE void refreshVolumes();
     Q_INVOKABLE void openVolume(int index);
+    /// Shows all of the home on the map, whatever rules know of it.
+    Q_INVOKABLE void openHome(const QString& title);
 
     // What is ticked.
     Q_INVOKABLE void toggle(const QString& key);

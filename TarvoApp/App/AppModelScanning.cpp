@@ -375,6 +375,11 @@ void AppModel::refreshVolumes() {
         });
 }
 
+void AppModel::openHome(const QString& title) {
+    const Volume all{.path = services_.desk.home, .name = bytesOf(title)};
+    map_.open(all.name, {all.path}, [this, all] { setNotice(unreadableVolumeText(all)); });
+}
+
 void AppModel::openVolume(int index) {
     if (index < 0 || index >= static_cast<int>(otherVolumes_.size())) {
         return;

@@ -2,18 +2,26 @@ import QtQuick
 import QtQuick.Controls.Basic
 import Tarvo
 
-// The other disks that are in use, to be looked into like a folder. Not there while there are none.
+// What is beside the things that were found: the home folder as a whole and the other disks that are in use.
 PlainButton {
     id: button
 
-    text: Words.otherDisks
-    visible: App.otherVolumes.length > 0
+    help: disks.visible ? "" : Words.lookIntoHelp
+    text: Words.lookInto
+    visible: !App.isDemo || App.otherVolumes.length > 0
 
     onClicked: disks.popup(button, 0, button.height + 4)
 
     Menu {
         id: disks
 
+        MenuItem {
+            enabled: !App.isDemo
+            font.pixelSize: Theme.body
+            text: Words.homeFolder
+
+            onTriggered: App.openHome(text)
+        }
         Instantiator {
             model: App.otherVolumes
 
@@ -27,7 +35,7 @@ PlainButton {
                 onTriggered: App.openVolume(index)
             }
 
-            onObjectAdded: (index, object) => disks.insertItem(index, object as Item)
+            onObjectAdded: (index, object) => disks.insertItem(index + 1, object as Item)
             onObjectRemoved: (index, object) => disks.removeItem(object as Item)
         }
     }

@@ -52,7 +52,7 @@ Rectangle {
         }
         PlainButton {
             enabled: footer.hasTicks
-            help: Words.withOurKeys(App.cleanHelp)
+            help: Words.onThisSystem(App.cleanHelp)
             implicitHeight: Math.round(36 * Theme.scale)
             kind: PlainButton.Primary
             leftPadding: 20

@@ -24,8 +24,11 @@ Item {
 
     property bool slides: true
     property bool dimmed: false
-    // False while there is more to be made than one frame has time for.
+    // False while there is more to be made than one frame has time for; the tile's face stays once it is made.
     property bool filled: true
+    property bool made: false
+    // Colours alone: writing at a new size for every frame takes longer than a frame has.
+    property bool bare: false
 
     readonly property color fill: tint ? tint : Theme.neutralTile
     readonly property color ink: tint ? darkInk ? Theme.darkInk : Theme.lightInk : Theme.text
@@ -33,6 +36,7 @@ Item {
     readonly property bool hasNested: nested.length > 0
     readonly property bool large: !hasNested && width > 150 * Theme.scale && height > 96 * Theme.scale
     readonly property bool opensOnClick: inside && canZoom
+    readonly property bool canTick: tickState === "selected" || tickState === "unselected"
 
     signal menuWanted(string key)
     signal zoomWanted(string key)
@@ -50,9 +54,9 @@ Item {
             App.toggle(key);
     }
 
-    Accessible.checkable: tickState === "selected" || tickState === "unselected"
+    Accessible.checkable: canTick
     Accessible.checked: tickState === "selected"
-    Accessible.description: status + (canZoom ? ". " + Words.magnifier : "")
+    Accessible.description: Words.onThisSystem(status) + (canZoom ? ". " + Words.magnifier : "")
     Accessible.focusable: true
     Accessible.name: label + ", " + bytes + (word ? ", " + word : "")
     Accessible.role: opensOnClick ? Accessible.Button : Accessible.CheckBox
@@ -62,6 +66,9 @@ Item {
     x: place.x
     y: place.y
     z: activeFocus ? 1 : 0
+
+    Component.onCompleted: made = made || filled
+    onFilledChanged: made = made || filled
 
     Accessible.onPressAction: act()
     Accessible.onToggleAction: act()
@@ -81,73 +88,13 @@ Item {
         NumberAnimation { duration: Theme.hoverTime; easing.type: Easing.OutQuad }
     }
 
-    Rectangle {
+    Loader {
+        active: tile.made
         anchors.fill: parent
-        color: tile.fill
-        opacity: tile.free ? 0.45 : 1
-        radius: Theme.tileRadius
-    }
-    Hatch {
-        anchors.fill: parent
-        color: Qt.alpha(tile.ink, 0.1)
-        radius: Theme.tileRadius
-        visible: tile.unknown
-    }
-    Rectangle {
-        anchors.fill: parent
-        border.color: tile.activeFocus ? Theme.accent : tile.ink
-        border.width: tile.activeFocus ? 3 : 2
-        color: Qt.alpha(tile.ink, 0.08)
-        opacity: tile.activeFocus || tile.hovered || App.hovered === tile.key ? 1 : 0
-        radius: Theme.tileRadius
 
-        Behavior on opacity {
-            NumberAnimation { duration: Theme.hoverTime }
+        sourceComponent: TileFace {
+            of: tile // qmllint disable unqualified
         }
-    }
-    MouseArea {
-        acceptedButtons: Qt.LeftButton | Qt.RightButton
-        anchors.fill: parent
-        cursorShape: tile.opensOnClick || tile.tickState === "selected" || tile.tickState === "unselected"
-                     ? Qt.PointingHandCursor : Qt.ArrowCursor
-
-        onClicked: mouse => mouse.button === Qt.RightButton ? tile.menuWanted(tile.key) : tile.act()
-    }
-    TileLabel {
-        anchors.fill: parent
-        anchors.margins: tile.large ? 12 : 6
-        anchors.topMargin: tile.hasNested ? 3 : tile.large ? 10 : 5
-        bytes: tile.bytes
-        fill: tile.fill
-        ink: tile.ink
-        label: tile.label
-        large: tile.large
-        tickState: tile.tickState
-        visible: !tile.hasNested || tile.width > 64
-    }
-    Repeater {
-        model: tile.filled ? tile.nested : []
-
-        NestedTile {
-            ink: tile.ink // qmllint disable unqualified
-
-            onMenuWanted: key => tile.menuWanted(key) // qmllint disable unqualified
-            onZoomWanted: key => tile.zoomWanted(key) // qmllint disable unqualified
-        }
-    }
-    IconButton {
-        anchors.bottom: parent.bottom
-        anchors.margins: 4
-        anchors.right: parent.right
-        backdrop: Qt.alpha(tile.fill, 0.85)
-        focusPolicy: Qt.NoFocus
-        ink: tile.ink
-        name: Words.zoom
-        shape: "zoom"
-        side: Math.round(26 * Theme.scale)
-        visible: tile.canZoom && (tile.hovered || tile.activeFocus) && tile.width > side + 8 && tile.height > side + 8
-
-        onClicked: tile.zoomWanted(tile.key)
     }
     HoverHandler {
         id: pointer

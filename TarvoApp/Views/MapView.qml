@@ -174,6 +174,7 @@ ColumnLayout {
                     id: tile
 
                     activeFocusOnTab: tile.index === Math.min(view.current, App.map.count - 1) // qmllint disable unqualified
+                    bare: travelling.running && sheet.progress < 0.97 // qmllint disable unqualified
                     filled: tile.index < filling.from // qmllint disable unqualified
                     dimmed: App.map.depth === 0 && App.hovered.length > 0 && App.hovered !== tile.key
                     slides: Theme.moves && !settled.running // qmllint disable unqualified

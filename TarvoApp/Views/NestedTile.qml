@@ -7,7 +7,7 @@ Rectangle {
 
     required property var modelData
     property color ink: Theme.text
-    property bool dimmed: false
+    property bool bare: false
 
     signal zoomWanted(string key)
     signal menuWanted(string key)
@@ -40,7 +40,7 @@ Rectangle {
         color: tile.ink
         font.pixelSize: Theme.small
         text: tile.modelData.label
-        visible: tile.width > 44 * Theme.scale && tile.height > 20 * Theme.scale
+        visible: !tile.bare && tile.width > 44 * Theme.scale && tile.height > 20 * Theme.scale
         width: parent.width - 12
         x: 6
         y: 4
@@ -53,7 +53,7 @@ Rectangle {
         elide: Text.ElideNone
         font.pixelSize: Theme.small
         text: tile.modelData.bytes
-        visible: implicitWidth < tile.width - 12 && tile.height > 38 * Theme.scale
+        visible: !tile.bare && implicitWidth < tile.width - 12 && tile.height > 38 * Theme.scale
         x: 6
         y: 4 + 15 * Theme.scale
     }

@@ -130,6 +130,8 @@ void takeDetails(Photographer& photographer, MainWindow& windows, AppModel& app)
     QQuickWindow* const preview = windows.open(MainWindow::Side::preview);
     photographer.takeBoth(preview, QStringLiteral("preview"));
     preview->close();
+    app.revealRow(rowKey(*app.rows(), RowGroup::safe));
+    wait(patience, [&] { return app.flashRow().isEmpty(); });
 }
 
 } // namespace

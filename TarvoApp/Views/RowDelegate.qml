@@ -141,6 +141,7 @@ Item {
                 ColumnLayout {
                     id: texts
 
+                    Layout.alignment: Qt.AlignTop
                     Layout.fillWidth: true
                     spacing: 1
 

@@ -31,7 +31,10 @@ QtObject {
     readonly property string mapName: pick("Mapa del disco", "Disk map")
     readonly property string list: pick("Lista", "List")
     readonly property string wholeDisk: pick("Ver disco entero", "Show Whole Disk")
-    readonly property string otherDisks: pick("Otros discos", "Other Disks")
+    readonly property string lookInto: pick("Mirar en…", "Look Into…")
+    readonly property string lookIntoHelp: pick("Qué hay en toda tu carpeta o en otro disco",
+                                                "What is in your whole home folder or on another disk")
+    readonly property string homeFolder: pick("Tu carpeta personal", "Your home folder")
     readonly property string disk: pick("Disco", "Disk")
     readonly property string backTo: pick("Volver a %1", "Back to %1")
     readonly property string skipped: pick("Dentro de %1", "Inside %1")
@@ -124,9 +127,11 @@ QtObject {
     readonly property string blocked: pick("no se puede limpiar ahora", "can't be cleaned right now")
     readonly property string shownOnly: pick("solo se enseña", "shown only")
 
-    // The model names the keys of a Mac.
-    function withOurKeys(text: string): string {
-        return Qt.platform.os === "osx" ? text : text.replace("⌘⌫", pick("Ctrl+Retroceso", "Ctrl+Backspace"));
+    // The model speaks as on a Mac.
+    function onThisSystem(text: string): string {
+        return Qt.platform.os === "osx" ? text : text.replace("⌘⌫", pick("Ctrl+Retroceso", "Ctrl+Backspace"))
+                                                     .replace("el Finder", "el gestor de archivos")
+                                                     .replace("the Finder", "the file manager");
     }
 
     function tickState(state: string): string {

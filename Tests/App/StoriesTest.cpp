@@ -436,6 +436,18 @@ TEST(AppStories, AnItemIsArchivedAfterItsEstimateAndCanComeBack) {
     EXPECT_TRUE(std::filesystem::exists(story.home.path("Documents/Thesis/draft")));
 }
 
+TEST(AppStories, TheWholeHomeCanBeLookedInto) {
+    AppStory story;
+    settle(story);
+    story.home.file("Videos/holiday", 3'000'000);
+    MapModel& map = *story.app().map();
+    story.app().openHome("Home");
+    ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
+    EXPECT_EQ(map.zoomTitles().front(), "Home");
+    EXPECT_EQ(bytesOf(map.data(map.index(0), MapModel::labelRole).toString()), "Videos");
+    EXPECT_TRUE(map.data(map.index(0), MapModel::canZoomRole).toBool());
+}
+
 TEST(AppStories, AThingShowsWhatItHoldsAndAFolderWhatItsExplanationRestsOn) {
     AppStory story;
     settle(story);
