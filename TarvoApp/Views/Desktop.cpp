@@ -12,6 +12,7 @@
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 #include <QDesktopServices>
+#include <QDir>
 #include <QEvent>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -133,6 +134,10 @@ bool Desktop::isDark() const {
 
 bool Desktop::reducesMotion() const {
     return !hasAnimations_ || app_.isCapturing();
+}
+
+QUrl Desktop::homeFolder() const {
+    return QUrl::fromLocalFile(QDir::homePath());
 }
 
 QColor Desktop::accent() const {

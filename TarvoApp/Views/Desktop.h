@@ -25,6 +25,7 @@ class Desktop : public QObject {
     Q_PROPERTY(bool reducesMotion READ reducesMotion NOTIFY changed)
     Q_PROPERTY(bool hasPanel READ hasPanel NOTIFY changed)
     Q_PROPERTY(QColor accent READ accent NOTIFY changed)
+    Q_PROPERTY(QUrl homeFolder READ homeFolder CONSTANT)
     Q_PROPERTY(bool accentWantsDarkInk READ accentWantsDarkInk NOTIFY changed)
 
   public:
@@ -43,6 +44,8 @@ class Desktop : public QObject {
     /// True when the desktop has a panel that shows items of applications (StatusNotifierItem).
     [[nodiscard]] bool hasPanel() const { return hasPanel_; }
     [[nodiscard]] QColor accent() const;
+    /// Where a dialog that chooses a folder begins.
+    [[nodiscard]] QUrl homeFolder() const;
     [[nodiscard]] bool accentWantsDarkInk() const;
 
     /// True when the row or tile stands for one thing on the disk that can be shown and copied.

@@ -51,6 +51,7 @@ SettingsCard {
     FolderDialog {
         id: dialog
 
+        currentFolder: Desktop.homeFolder
         title: SettingsWords.addFolder
 
         onAccepted: Desktop.protectFolder(selectedFolder)

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import Tarvo
 
 // One thing that was found, and the head of its group above the first of them.
@@ -46,7 +45,7 @@ Item {
     Accessible.focusable: true
     Accessible.name: title + ", " + bytes + ", " + groupTitle + ", " + Words.tickState(tickState)
     Accessible.role: Accessible.CheckBox
-    implicitHeight: column.implicitHeight
+    implicitHeight: body.y + body.height
 
     Accessible.onPressAction: App.toggle(key)
     Accessible.onToggleAction: App.toggle(key)
@@ -57,184 +56,152 @@ Item {
     Keys.onRightPressed: openWanted(true)
     Keys.onSpacePressed: App.toggle(key)
 
-    Column {
-        id: column
+    GroupHeader {
+        id: header
 
+        bytes: row.groupBytes
+        group: row.group
+        title: row.groupTitle
+        visible: row.first
+        width: parent.width - 16
+        x: 8
+    }
+    // Everything here has its height as soon as it has its width: a row that grows while others slide would leave
+    // them where they were going before.
+    Rectangle {
+        id: body
+
+        color: row.lit ? Qt.alpha(Theme.accent, 0.18) : pointer.hovered ? Theme.window : "transparent"
+        height: details.active ? details.y + details.implicitHeight + 12 : texts.height + 14
+        opacity: row.dimmed ? 0.45 : 1
+        radius: Theme.tileRadius
         width: parent.width
+        y: row.first ? header.implicitHeight : 0
 
-        GroupHeader {
-            bytes: row.groupBytes
-            group: row.group
-            title: row.groupTitle
-            visible: row.first
-            width: parent.width - 16
-            x: 8
+        Behavior on color {
+            ColorAnimation { duration: Theme.hoverTime }
         }
-        Rectangle {
-            id: body
+        Behavior on opacity {
+            NumberAnimation { duration: Theme.hoverTime }
+        }
 
-            color: row.lit ? Qt.alpha(Theme.accent, 0.18) : pointer.hovered ? Theme.window : "transparent"
-            height: line.implicitHeight + 14 + (details.active ? details.implicitHeight + 12 : 0)
-            opacity: row.dimmed ? 0.45 : 1
+        FocusRing {
+            anchors.margins: 0
             radius: Theme.tileRadius
-            width: parent.width
+            visible: row.activeFocus
+        }
+        HoverHandler {
+            id: pointer
 
-            Behavior on color {
-                ColorAnimation { duration: Theme.hoverTime }
+            onHoveredChanged: {
+                if (hovered)
+                    App.hovered = row.key;
+                else if (App.hovered === row.key)
+                    App.hovered = "";
             }
-            Behavior on opacity {
-                NumberAnimation { duration: Theme.hoverTime }
-            }
+        }
+        MouseArea {
+            acceptedButtons: Qt.LeftButton | Qt.RightButton
+            anchors.fill: parent
+            cursorShape: row.tickable ? Qt.PointingHandCursor : Qt.ArrowCursor
 
-            FocusRing {
-                anchors.margins: 0
-                radius: Theme.tileRadius
-                visible: row.activeFocus
+            onClicked: mouse => {
+                row.ListView.view.currentIndex = row.index;
+                if (mouse.button === Qt.RightButton)
+                    row.menuWanted(row.key);
+                else
+                    App.toggle(row.key);
             }
-            HoverHandler {
-                id: pointer
+        }
+        TickBox {
+            id: tick
 
-                onHoveredChanged: {
-                    if (hovered)
-                        App.hovered = row.key;
-                    else if (App.hovered === row.key)
-                        App.hovered = "";
-                }
+            ink: row.tickState === "selected" ? Theme.accent : Theme.secondaryText
+            inner: Theme.accentInk
+            tickState: row.tickState
+            x: 8
+            y: 7
+        }
+        Item {
+            id: texts
+
+            height: heading.height + (note.visible ? 1 + note.height : 0)
+            width: amount.x - 10 - x
+            x: tick.x + tick.side + 10
+            y: 7
+
+            Line {
+                id: heading
+
+                Accessible.ignored: true
+                text: row.title
+                width: parent.width
             }
-            MouseArea {
-                acceptedButtons: Qt.LeftButton | Qt.RightButton
+            Line {
+                id: note
+
+                Accessible.ignored: true
+                color: Theme.secondaryText
+                font.pixelSize: Theme.small
+                maximumLineCount: 2
+                text: row.below
+                visible: text.length > 0 && !row.opened
+                width: parent.width
+                wrapMode: Text.Wrap
+                y: heading.height + 1
+            }
+        }
+        RowAmount {
+            id: amount
+
+            bytes: row.bytes
+            group: row.group
+            share: row.share
+            x: opener.x - width - 10
+            y: 7
+        }
+        MouseArea {
+            id: opener
+
+            Accessible.name: row.opened ? Words.lessAbout.arg(row.title) : Words.moreAbout.arg(row.title)
+            Accessible.role: Accessible.Button
+            cursorShape: Qt.PointingHandCursor
+            height: width
+            hoverEnabled: true
+            width: Math.round(20 * Theme.scale)
+            x: parent.width - width - 4
+            y: 7
+
+            Accessible.onPressAction: row.openWanted(!row.opened)
+            onClicked: row.openWanted(!row.opened)
+
+            Glyph {
                 anchors.fill: parent
-                cursorShape: row.tickable ? Qt.PointingHandCursor : Qt.ArrowCursor
+                color: opener.containsMouse ? Theme.text : Theme.secondaryText
+                rotation: row.opened ? 90 : 0
+                shape: "next"
 
-                onClicked: mouse => {
-                    row.ListView.view.currentIndex = row.index;
-                    if (mouse.button === Qt.RightButton)
-                        row.menuWanted(row.key);
-                    else
-                        App.toggle(row.key);
+                Behavior on rotation {
+                    NumberAnimation { duration: Theme.hoverTime }
                 }
             }
-            RowLayout {
-                id: line
+        }
+        Loader {
+            id: details
 
-                anchors.left: parent.left
-                anchors.leftMargin: 8
-                anchors.right: parent.right
-                anchors.rightMargin: 4
-                anchors.top: parent.top
-                anchors.topMargin: 7
-                spacing: 10
+            active: row.opened
+            width: parent.width - x - 8
+            x: texts.x
+            y: amount.y + amount.height + 10
 
-                Item {
-                    Layout.alignment: Qt.AlignTop
-                    Layout.preferredHeight: tick.side
-                    Layout.preferredWidth: tick.side
-
-                    TickBox {
-                        id: tick
-
-                        ink: row.tickState === "selected" ? Theme.accent : Theme.secondaryText
-                        inner: Theme.accentInk
-                        tickState: row.tickState
-                    }
-                }
-                ColumnLayout {
-                    id: texts
-
-                    Layout.alignment: Qt.AlignTop
-                    Layout.fillWidth: true
-                    spacing: 1
-
-                    Line {
-                        Accessible.ignored: true
-                        Layout.fillWidth: true
-                        text: row.title
-                    }
-                    Line {
-                        Accessible.ignored: true
-                        Layout.fillWidth: true
-                        color: Theme.secondaryText
-                        font.pixelSize: Theme.small
-                        maximumLineCount: 2
-                        text: row.below
-                        visible: text.length > 0 && !row.opened
-                        wrapMode: Text.Wrap
-                    }
-                }
-                ColumnLayout {
-                    Layout.alignment: Qt.AlignTop
-                    Layout.fillWidth: false
-                    spacing: 4
-
-                    Line {
-                        Accessible.ignored: true
-                        Layout.fillWidth: true
-                        Layout.minimumWidth: Math.round(64 * Theme.scale)
-                        elide: Text.ElideNone
-                        horizontalAlignment: Text.AlignRight
-                        text: row.bytes
-                    }
-                    Rectangle {
-                        Layout.alignment: Qt.AlignRight
-                        Layout.preferredHeight: 4
-                        Layout.preferredWidth: Math.round(64 * Theme.scale)
-                        color: Theme.raised
-                        radius: 2
-
-                        Rectangle {
-                            color: Theme.groups[row.group]
-                            height: parent.height
-                            radius: parent.radius
-                            width: Math.max(4, parent.width * row.share)
-                        }
-                    }
-                }
-                MouseArea {
-                    id: opener
-
-                    Accessible.name: row.opened ? Words.lessAbout.arg(row.title) : Words.moreAbout.arg(row.title)
-                    Accessible.role: Accessible.Button
-                    Layout.alignment: Qt.AlignTop
-                    Layout.preferredHeight: Math.round(20 * Theme.scale)
-                    Layout.preferredWidth: Layout.preferredHeight
-                    cursorShape: Qt.PointingHandCursor
-                    hoverEnabled: true
-
-                    Accessible.onPressAction: row.openWanted(!row.opened)
-                    onClicked: row.openWanted(!row.opened)
-
-                    Glyph {
-                        anchors.fill: parent
-                        color: opener.containsMouse ? Theme.text : Theme.secondaryText
-                        rotation: row.opened ? 90 : 0
-                        shape: "next"
-
-                        Behavior on rotation {
-                            NumberAnimation { duration: Theme.hoverTime }
-                        }
-                    }
-                }
-            }
-            Loader {
-                id: details
-
-                active: row.opened
-                anchors.left: parent.left
-                anchors.leftMargin: 18 + Math.round(18 * Theme.scale)
-                anchors.right: parent.right
-                anchors.rightMargin: 8
-                anchors.top: line.bottom
-                anchors.topMargin: 8
-
-                sourceComponent: RowDetails {
-                    detail: row.detail
-                    evidence: row.evidence
-                    explanation: row.explanation
-                    key: row.key
-                    places: row.places
-                    reason: row.tickState === "blocked" ? row.reason : ""
-                    unclassified: row.group === 3
-                }
+            sourceComponent: RowDetails {
+                detail: row.detail
+                evidence: row.evidence
+                explanation: row.explanation
+                key: row.key
+                places: row.places
+                reason: row.tickState === "blocked" ? row.reason : ""
+                unclassified: row.group === 3
             }
         }
     }
