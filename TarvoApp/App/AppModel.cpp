@@ -149,9 +149,9 @@ QString AppModel::notice() const {
     return shown(notice_);
 }
 
-void AppModel::setNotice(const std::string& notice) {
+void AppModel::setNotice(const std::string& notice, bool hasDetails) {
     notice_ = notice;
-    isAboutFailures_ = false;
+    noticeHasDetails_ = hasDetails;
     emit noticeChanged();
 }
 
@@ -294,6 +294,11 @@ void AppModel::showPreview(const QString& key) {
     const auto row = std::ranges::find(allRows_, id, &Row::id);
     const std::string name(paths.empty() ? std::string_view() : lumo::fileName(paths.front()));
     preview_.show(key, row == allRows_.end() ? name : row->title, paths);
+}
+
+void AppModel::forgetEvidence() {
+    evidence_.clear();
+    rows_.refresh();
 }
 
 QString AppModel::evidenceOf(const QString& key) const {

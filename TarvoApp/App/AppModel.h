@@ -194,7 +194,7 @@ class AppModel final : public QObject {
     [[nodiscard]] QString statusText() const;
     [[nodiscard]] QString progressText() const;
     [[nodiscard]] QString notice() const;
-    [[nodiscard]] bool hasNoticeDetails() const { return isAboutFailures_ && !notice_.empty(); }
+    [[nodiscard]] bool hasNoticeDetails() const { return noticeHasDetails_; }
     [[nodiscard]] bool isStarted() const { return started_; }
     [[nodiscard]] bool isMonitoring() const { return monitoring_; }
     [[nodiscard]] bool isLooking() const { return isLooking_; }
@@ -307,6 +307,7 @@ class AppModel final : public QObject {
     void autoCleanIfDue();
     void explained(std::map<std::string, lumo::Explanation> explanations);
 
+    void forgetEvidence();
     void replan();
     void askModel();
     [[nodiscard]] HelpSources helpSources() const;
@@ -344,7 +345,7 @@ class AppModel final : public QObject {
     /// begins by itself.
     [[nodiscard]] bool isAsking() const;
     void setPhase(Phase phase);
-    void setNotice(const std::string& notice);
+    void setNotice(const std::string& notice, bool hasDetails = false);
     void setFree(const lumo::VolumeInfo& volume);
     void selectionHasChanged();
     void showRows();
@@ -365,7 +366,7 @@ class AppModel final : public QObject {
     std::optional<std::vector<lumo::CleanupAction>> waiting_;
     std::string doing_; ///< What is said of the work instead of the phase's own words.
     std::string notice_;
-    bool isAboutFailures_ = false; ///< The notice.
+    bool noticeHasDetails_ = false;
     bool started_ = false;
     bool monitoring_ = false;
     bool showWelcome_ = false;

@@ -129,9 +129,7 @@ void AppModel::cleaned(const lumo::Result<Cleaned>& result, std::size_t agreed,
     const auto failed = static_cast<std::size_t>(lastFailures().size());
     const auto left = static_cast<std::ptrdiff_t>(agreed) - std::ssize(lastOutcomes_);
     if (failed > 0) {
-        setNotice(failedText(failed, bytesOf(lastFailures().front())));
-        isAboutFailures_ = failed > 1;
-        emit noticeChanged();
+        setNotice(failedText(failed, bytesOf(lastFailures().front())), failed > 1);
     } else if (left > 0) {
         setNotice(fmt::format(
             fmt::runtime(text("{} se han dejado como estaban", "{} were left as they were")), left));

@@ -42,7 +42,7 @@ void AppModel::scan() {
 
 void AppModel::beginScan() {
     map_.forget();
-    evidence_.clear();
+    forgetEvidence();
     if (isDemo()) {
         loadDemo();
         return;

@@ -18,7 +18,7 @@ RowList::RowList(const TickedPlan& plan, const std::map<std::string, lumo::Expla
 void RowList::show(std::vector<Row> rows) {
     measure(rows);
     takeOver(std::move(rows));
-    tellChanged({shareRole, groupBytesRole}); // Which are about all rows.
+    tellChanged({shareRole, groupBytesRole, firstRole}); // Which are about all rows.
     emit countChanged();
 }
 
@@ -91,6 +91,8 @@ QVariant RowList::data(const QModelIndex& index, int role) const {
         return static_cast<int>(row.group);
     case groupTitleRole:
         return shown(groupTitle(row.group));
+    case firstRole:
+        return index.row() == 0 || rows()[static_cast<std::size_t>(index.row()) - 1].group != row.group;
     case groupBytesRole:
         return shown(lumo::ByteFormat::string(groupBytes_.at(row.group)));
     case stateRole:
@@ -117,6 +119,7 @@ QHash<int, QByteArray> RowList::roleNames() const {
             {groupRole, "group"},
             {groupTitleRole, "groupTitle"},
             {groupBytesRole, "groupBytes"},
+            {firstRole, "first"},
             {stateRole, "tickState"},
             {reasonRole, "reason"},
             {placesRole, "places"},

@@ -26,6 +26,7 @@ class RowList final : public KeyedList<Row> {
         groupRole,
         groupTitleRole,
         groupBytesRole,
+        firstRole, ///< Whether the row is the first of its group.
         stateRole, ///< As in JSON: "selected", "unselected", "blocked" or "info".
         reasonRole,
         placesRole,      ///< The paths that the row stands for, as they may be shown.

@@ -170,6 +170,11 @@ lumo::FolderEvidence evidence(const std::string& path, lumo::Language language) 
         }
     }
     evidence.usage.fileCount = evidence.usage.allocatedBytes / bytesOfFile;
+    const auto row = std::ranges::find(unclassifiedRows(), evidence.displayPath, &UnclassifiedRow::path);
+    if (row != unclassifiedRows().end() && row->explanation && !row->explanation->owner.empty()) {
+        const std::string owner(row->explanation->owner);
+        evidence.relatedApp = {.name = owner, .bundleID = {}, .path = "/Applications/" + owner + ".app"};
+    }
     return evidence;
 }
 

@@ -125,7 +125,8 @@ lumo::Explanation explanationOf(const UnclassifiedRow& row, Date now, Language l
     return {.path = absolute(row.path),
             .sizeBytes = bytesOf(row.megabytes),
             .whatItIs = in(language, words.whatItIs),
-            .owner = std::string(words.owner),
+            .owner =
+                words.owner.empty() ? in(language, {"desconocida", "unknown"}) : std::string(words.owner),
             .safety = words.safety,
             .suggestedSafety = wasOverruled ? words.suggested : std::nullopt,
             .reason = in(language, words.reason),

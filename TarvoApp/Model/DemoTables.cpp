@@ -142,7 +142,7 @@ std::span<const UnclassifiedRow> unclassifiedRows() {
          .explanation =
              ExplanationRow{.whatItIs = {"Datos para entrenar modelos, casi todo archivos .parquet",
                                          "Data for training models, almost all .parquet files"},
-                            .owner = "desconocida",
+                            .owner = {},
                             .safety = Safety::review,
                             .suggested = Safety::review,
                             .reason = {"Está en tus documentos y puede que no exista en otro sitio.",

@@ -37,7 +37,7 @@ struct ProjectRow {
 /// What an explanation says.
 struct ExplanationRow {
     Both whatItIs;
-    std::string_view owner;
+    std::string_view owner; ///< Empty when nobody knows.
     lumo::Safety safety = lumo::Safety::review;
     std::optional<lumo::Safety> suggested; ///< By a model; absent when it was a rule of thumb.
     Both reason;

@@ -113,7 +113,7 @@ ApplicationWindow {
             Layout.bottomMargin: 12
             Layout.fillWidth: true
 
-            onDetailsWanted: failures.open()
+            onDetailsWanted: failures.wanted = true
         }
         PaneTabs {
             id: tabs
@@ -177,22 +177,27 @@ ApplicationWindow {
     ArchiveDialog {
         id: archive
     }
-    Telling {
+    Question {
         id: failures
 
+        property bool wanted: false
+
+        asks: wanted
         message: App.lastFailures.join("\n")
+        refuseText: Words.close
         title: Words.notCleaned
+
+        onRefused: wanted = false
     }
-    Telling {
+    Question {
         id: refusal
 
-        readonly property bool wanted: App.archiveRefusalMessage.length > 0
-
+        asks: App.archiveRefusalMessage.length > 0
         message: App.archiveRefusalMessage
+        refuseText: Words.close
         title: App.archiveRefusalTitle
 
-        onClosed: App.cancelArchive()
-        onWantedChanged: wanted ? open() : close()
+        onRefused: App.cancelArchive()
     }
     Loader {
         id: tray

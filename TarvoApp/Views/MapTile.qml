@@ -88,6 +88,14 @@ Item {
         NumberAnimation { duration: Theme.hoverTime; easing.type: Easing.OutQuad }
     }
 
+    // Below the face, where what is in the tile is pressed.
+    MouseArea {
+        acceptedButtons: Qt.LeftButton | Qt.RightButton
+        anchors.fill: parent
+        cursorShape: tile.opensOnClick || tile.canTick ? Qt.PointingHandCursor : Qt.ArrowCursor
+
+        onClicked: mouse => mouse.button === Qt.RightButton ? tile.menuWanted(tile.key) : tile.act()
+    }
     Loader {
         active: tile.made
         anchors.fill: parent

@@ -4,14 +4,16 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Tarvo
 
-// Asks before something that cannot be taken back. Return and Escape both mean no.
+// Asks before something that cannot be taken back, or only tells where there is nothing to accept. Return and Escape
+// both mean no.
 Popup {
     id: question
 
     required property bool asks
     required property string title
     required property string message
-    required property string acceptText
+    property string acceptText: ""
+    property string refuseText: Words.cancel
     property int acceptKind: PlainButton.Primary
 
     signal accepted
@@ -50,11 +52,21 @@ Popup {
             text: question.title
             wrapMode: Text.WordWrap
         }
-        Line {
+        ScrollView {
             Layout.fillWidth: true
-            lineHeight: 1.25
-            text: question.message
-            wrapMode: Text.WordWrap
+            Layout.maximumHeight: Math.round(300 * Theme.scale)
+            Layout.preferredHeight: words.implicitHeight
+            clip: true
+            contentWidth: availableWidth
+
+            Line {
+                id: words
+
+                lineHeight: 1.25
+                text: question.message
+                width: question.availableWidth
+                wrapMode: Text.Wrap
+            }
         }
         RowLayout {
             Layout.alignment: Qt.AlignRight
@@ -64,7 +76,7 @@ Popup {
             PlainButton {
                 id: cancel
 
-                text: Words.cancel
+                text: question.refuseText
 
                 onClicked: question.refused()
             }
@@ -72,6 +84,7 @@ Popup {
                 kind: question.acceptKind
                 takesReturn: false
                 text: question.acceptText
+                visible: text.length > 0
 
                 onClicked: question.accepted()
             }

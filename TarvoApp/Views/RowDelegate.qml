@@ -14,6 +14,7 @@ Item {
     required property int group
     required property string groupTitle
     required property string groupBytes
+    required property bool first
     required property string tickState
     required property string reason
     required property list<string> places
@@ -24,7 +25,6 @@ Item {
 
     readonly property bool lit: App.mapHovered === key || App.flashRow === key
     readonly property bool dimmed: App.mapHovered.length > 0 && !lit && App.rows.indexOf(App.mapHovered) >= 0
-    readonly property bool first: ListView.previousSection !== ListView.section
     readonly property bool tickable: tickState === "selected" || tickState === "unselected"
     readonly property string below: tickState === "blocked" && reason ? reason
                                   : explanation.whatItIs ? explanation.whatItIs : detail ? detail : places[0] || ""

@@ -18,6 +18,9 @@ Column {
 
     spacing: 6
 
+    // A scan forgets it.
+    onEvidenceChanged: if (evidence.length === 0) asked = false
+
     component Told: RowLayout {
         id: told
 

@@ -44,7 +44,6 @@ Rectangle {
             clip: true
             keyNavigationEnabled: true
             model: App.rows
-            section.property: "groupTitle"
 
             ScrollBar.vertical: ScrollBar {
                 policy: list.contentHeight > list.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff

@@ -1,7 +1,7 @@
 import QtQuick
 import Tarvo
 
-// What is drawn of a tile, and what can be pressed on it.
+// What is drawn of a tile, with the tiles in it and its magnifier.
 Item {
     id: face
 
@@ -33,13 +33,6 @@ Item {
         Behavior on opacity {
             NumberAnimation { duration: Theme.hoverTime }
         }
-    }
-    MouseArea {
-        acceptedButtons: Qt.LeftButton | Qt.RightButton
-        anchors.fill: parent
-        cursorShape: face.of.opensOnClick || face.of.canTick ? Qt.PointingHandCursor : Qt.ArrowCursor
-
-        onClicked: mouse => mouse.button === Qt.RightButton ? face.of.menuWanted(face.of.key) : face.of.act()
     }
     TileLabel {
         anchors.fill: parent

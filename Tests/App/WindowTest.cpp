@@ -211,8 +211,11 @@ TEST_F(MainWindowTest, TilesAreDrawnInTheColourOfTheirSafety) {
     ASSERT_NE(tile, nullptr);
     const QRect place(window.mapFromGlobal(tile->rect().topLeft()), tile->rect().size());
     const QPoint empty(place.center().x(), place.bottom() - 8);
-    EXPECT_EQ(window.grabWindow().pixelColor(empty).rgb(),
-              map.data(largest, MapModel::colorRole).value<QColor>().rgb());
+    // Tiles are made a few a frame.
+    EXPECT_TRUE(story.waitUntil([&] {
+        return window.grabWindow().pixelColor(empty).rgb() ==
+               map.data(largest, MapModel::colorRole).value<QColor>().rgb();
+    })) << window.grabWindow().pixelColor(empty).name().toStdString();
 }
 
 TEST_F(MainWindowTest, EverythingThatCanBePressedHasAName) {
