@@ -45,14 +45,18 @@ void MapModel::show(const std::vector<Row>& rows, const lumo::VolumeInfo& volume
     }
 }
 
-void MapModel::forget() {
+void MapModel::stopListing() {
     ++generation_;
     listing_.request_stop();
     listing_ = {};
-    insideCache_.clear();
     prefetching_.clear();
     ahead_.clear();
     zoomLoading_.reset();
+}
+
+void MapModel::forget() {
+    stopListing();
+    insideCache_.clear();
     const bool wasZoomed = !zoomStack_.empty();
     zoomStack_.clear();
     ways_.clear();
@@ -216,7 +220,9 @@ void MapModel::push(const Wanted& wanted, const Listing& listing) {
 }
 
 void MapModel::zoomOut(int depth) {
-    zoomLoading_.reset();
+    if (zoomLoading_) {
+        stopListing();
+    }
     const auto levels = static_cast<std::size_t>(std::max(depth, 0));
     if (levels < zoomStack_.size()) {
         zoomStack_.erase(zoomStack_.begin() + static_cast<std::ptrdiff_t>(levels), zoomStack_.end());

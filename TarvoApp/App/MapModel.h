@@ -85,7 +85,8 @@ class MapModel final : public KeyedList<LaidTile> {
 
     /// Opens the tile's folder, or that of an entry in it; nothing happens where there is none.
     Q_INVOKABLE void zoomInto(const QString& key);
-    /// Goes back to that many levels; 0 is the whole map.
+    /// Goes back to that many levels; 0 is the whole map. A folder that is being opened is not opened any
+    /// more.
     Q_INVOKABLE void zoomOut(int depth);
     /// The tile that lies next to that one in a direction, each of `dx` and `dy` being -1, 0 or 1; -1 when
     /// there is none.
@@ -134,6 +135,8 @@ class MapModel final : public KeyedList<LaidTile> {
     void openWanted(Wanted wanted);
     void listed(const Paths& paths, const lumo::FolderContents::Listing& listing);
     void push(const Wanted& wanted, const lumo::FolderContents::Listing& listing);
+    /// Ends all listings in hand, also those ahead of time.
+    void stopListing();
     void listInBackground(const Paths& paths);
     void prefetchNext();
     void rebuild();

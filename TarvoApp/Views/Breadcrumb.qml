@@ -48,6 +48,14 @@ RowLayout {
             }
         }
     }
+    IconButton {
+        name: Words.stop
+        shape: "stop"
+        side: Math.round(24 * Theme.scale)
+        visible: App.map.zoomLoading
+
+        onClicked: App.map.zoomOut(App.map.depth)
+    }
     Line {
         Layout.fillWidth: true
         color: Theme.secondaryText

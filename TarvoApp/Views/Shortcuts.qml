@@ -20,9 +20,9 @@ Item {
     Shortcut { enabled: keys.active; sequence: "F1"; onActivated: keys.helpWanted() }
     Shortcut { sequence: "Ctrl+Q"; onActivated: keys.quitWanted() }
     Shortcut {
-        enabled: keys.active && App.map.depth > 0
+        enabled: keys.active && (App.map.depth > 0 || App.map.zoomLoading)
         sequence: "Esc"
 
-        onActivated: App.map.zoomOut(App.map.depth - 1)
+        onActivated: App.map.zoomOut(App.map.zoomLoading ? App.map.depth : App.map.depth - 1)
     }
 }

@@ -446,6 +446,16 @@ TEST(AppStories, TheWholeHomeCanBeLookedInto) {
     EXPECT_EQ(map.zoomTitles().front(), "Home");
     EXPECT_EQ(bytesOf(map.data(map.index(0), MapModel::labelRole).toString()), "Videos");
     EXPECT_TRUE(map.data(map.index(0), MapModel::canZoomRole).toBool());
+    map.zoomOut(0);
+    story.app().scan();
+    ASSERT_TRUE(story.waitUntilIdle());
+    story.app().openHome("Home");
+    ASSERT_TRUE(map.isZoomLoading());
+    map.zoomOut(0);
+    EXPECT_FALSE(map.isZoomLoading());
+    story.app().openHome("Home again");
+    ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
+    EXPECT_EQ(map.zoomTitles().front(), "Home again") << "what was stopped opens nothing";
 }
 
 TEST(AppStories, AThingShowsWhatItHoldsAndAFolderWhatItsExplanationRestsOn) {
