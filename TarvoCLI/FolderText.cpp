@@ -5,6 +5,7 @@
 #include "LumoCore/Basics/Text.h"
 #include "Platform/CheckedSum.h"
 #include "Platform/Folder.h"
+#include "TarvoApp/Model/Preview.h"
 #include "TarvoCLI/Table.h"
 
 #include <fmt/format.h>
@@ -26,11 +27,6 @@ constexpr std::int64_t smallestShown = 1000000;
 
 std::string numberText(std::int64_t number) {
     return lumo::ByteFormat::number(static_cast<double>(number), 0);
-}
-
-std::string filesText(std::int64_t count) {
-    return count == 1 ? std::string(text("1 archivo", "1 file"))
-                      : fmt::format("{} {}", numberText(count), text("archivos", "files"));
 }
 
 /// A bar of at most 16 columns, in eighths of a column; something always shows what is there at all.

@@ -301,11 +301,6 @@ void AppModel::forgetEvidence() {
     rows_.refresh();
 }
 
-QString AppModel::evidenceOf(const QString& key) const {
-    const auto found = evidence_.find(pathOf(key));
-    return found == evidence_.end() ? QString() : QString::fromStdString(found->second);
-}
-
 void AppModel::gatherEvidence(const QString& key) {
     const std::string path = pathOf(key);
     if (path.empty() || !evidence_.emplace(path, std::string()).second) {

@@ -151,8 +151,6 @@ class AppModel final : public QObject {
     Q_INVOKABLE void showPreview(const QString& key);
     /// Finds out what the explanation of a folder that no rule knows rests on; its row shows it then.
     Q_INVOKABLE void gatherEvidence(const QString& key);
-    /// Empty until that is known.
-    [[nodiscard]] QString evidenceOf(const QString& key) const;
 
     // Cleaning.
     Q_INVOKABLE void requestClean();

@@ -8,8 +8,6 @@
 
 #include <fmt/format.h>
 
-#include <utility>
-
 namespace tarvo {
 
 using lumo::FolderContents::Listing;
@@ -47,12 +45,6 @@ PreviewDesk::Make previewIn(const RunMode& mode) {
     };
 }
 
-lumo::FolderEvidence gathered(const std::string& path, const std::string& home, const std::stop_token& end) {
-    std::vector<lumo::FolderEvidence> all =
-        lumo::FolderEvidence::gatherAll({path}, home, {.progress = nullptr, .stop = end});
-    return all.empty() ? lumo::FolderEvidence() : std::move(all.front());
-}
-
 } // namespace
 
 AppServices AppServices::ofThisMachine(const std::string& home, const RunMode& mode) {
@@ -70,7 +62,10 @@ AppServices AppServices::ofThisMachine(const std::string& home, const RunMode& m
             .preview = previewIn(mode),
             .evidence =
                 [home, mode](const std::string& path, const std::stop_token& end) {
-                    return mode.isDemo ? DemoDisk::evidence(path) : gathered(path, home, end);
+                    return mode.isDemo
+                               ? DemoDisk::evidence(path)
+                               : lumo::FolderEvidence::gather(path, home, lumo::InstalledApp::scan(home),
+                                                              {.progress = nullptr, .stop = end});
                 },
             .notify = [](const Notification&) {},
             .startsAtLogin = [] { return false; },

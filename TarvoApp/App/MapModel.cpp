@@ -59,7 +59,6 @@ void MapModel::forget() {
     insideCache_.clear();
     const bool wasZoomed = !zoomStack_.empty();
     zoomStack_.clear();
-    ways_.clear();
     zoomPlace_ = middle();
     if (wasZoomed) {
         rebuild();
@@ -208,13 +207,13 @@ void MapModel::push(const Wanted& wanted, const Listing& listing) {
         wanted.whenUnreadable();
         return;
     }
+    zoomPlace_ = wanted.place.value_or(middle());
     zoomStack_.push_back({.title = wanted.title,
                           .paths = listing.paths,
                           .safety = wanted.safety,
                           .items = listing.items,
-                          .skipped = listing.skipped});
-    zoomPlace_ = wanted.place.value_or(middle());
-    ways_.push_back(zoomPlace_);
+                          .skipped = listing.skipped,
+                          .place = zoomPlace_});
     rebuild();
     emit zoomChanged();
 }
@@ -225,9 +224,8 @@ void MapModel::zoomOut(int depth) {
     }
     const auto levels = static_cast<std::size_t>(std::max(depth, 0));
     if (levels < zoomStack_.size()) {
-        zoomStack_.erase(zoomStack_.begin() + static_cast<std::ptrdiff_t>(levels), zoomStack_.end());
-        zoomPlace_ = ways_.at(levels);
-        ways_.resize(levels);
+        zoomPlace_ = zoomStack_[levels].place;
+        zoomStack_.resize(levels);
         rebuild();
     }
     emit zoomChanged();

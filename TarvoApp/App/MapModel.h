@@ -157,7 +157,6 @@ class MapModel final : public KeyedList<LaidTile> {
     double height_ = 0;
     double textScale_ = 1;
     std::vector<ZoomLevel> zoomStack_;
-    std::vector<Rect> ways_; ///< Of each level its place on the one above.
     Rect zoomPlace_;
     std::optional<Wanted> zoomLoading_;
     std::map<Paths, lumo::FolderContents::Listing> insideCache_;

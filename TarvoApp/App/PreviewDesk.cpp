@@ -15,7 +15,7 @@ namespace tarvo {
 namespace {
 
 /// What the file shows when it is a picture; nothing otherwise. It is never larger than a window needs.
-QImage decoded(const std::string& path) {
+QImage pictureFrom(const std::string& path) {
     QFile file(QFile::decodeName(QByteArray::fromStdString(path)));
     if (!file.open(QIODevice::ReadOnly)) {
         return {};
@@ -50,7 +50,7 @@ void PreviewDesk::show(const QString& key, const std::string& title, const std::
         const std::stop_callback forward(end, [&] { looking.request_stop(); });
         const Preview preview = looking.stop_requested() ? Preview() : make(paths, looking.get_token());
         const QImage picture = preview.kind == Preview::Kind::file && !looking.stop_requested()
-                                   ? decoded(preview.path)
+                                   ? pictureFrom(preview.path)
                                    : QImage();
         return [this, looking, preview, picture] {
             if (!looking.stop_requested()) {

@@ -52,7 +52,6 @@ QVariant RowList::explanationOf(const Row& row) const {
     }
     return QVariantMap{{"whatItIs", shown(found->second.whatItIs)},
                        {"lines", lines},
-                       {"source", shown(sourceWord(found->second.source))},
                        {"byAI", found->second.source == lumo::Explanation::Source::ai}};
 }
 

@@ -55,6 +55,7 @@ struct ZoomLevel {
     std::optional<lumo::Safety> safety;            ///< Of the row that was zoomed into.
     std::vector<lumo::FolderContents::Item> items; ///< Largest first.
     std::vector<std::string> skipped;              ///< Folders that were opened through.
+    Rect place = {};                               ///< On the map of the level above.
 };
 
 namespace DiskMap {

@@ -21,6 +21,7 @@ using lumo::NamedSize;
 
 namespace {
 
+/// "1 item" as it is given, else the number and the word.
 std::string counted(std::int64_t count, std::string_view one, std::string_view many,
                     lumo::Language language) {
     return count == 1 ? std::string(one)
@@ -31,8 +32,7 @@ std::string counted(std::int64_t count, std::string_view one, std::string_view m
 std::string factsOf(const lumo::Usage& usage, bool isFolder, lumo::Language language) {
     std::vector<std::string> facts;
     if (isFolder) {
-        facts.push_back(counted(usage.fileCount, lumo::text("1 archivo", "1 file", language),
-                                lumo::text("archivos", "files", language), language));
+        facts.push_back(filesText(usage.fileCount, language));
     }
     if (usage.lastModified) {
         facts.push_back(said("último cambio: ", "last changed: ", language) +
@@ -137,6 +137,11 @@ Preview previewOfSeveral(const std::vector<std::string>& paths, const lumo::File
 }
 
 } // namespace
+
+std::string filesText(std::int64_t count, lumo::Language language) {
+    return counted(count, lumo::text("1 archivo", "1 file", language),
+                   lumo::text("archivos", "files", language), language);
+}
 
 Preview previewOf(const std::vector<std::string>& paths, const lumo::FileTree::Watch& watch,
                   lumo::Language language) {

@@ -26,6 +26,9 @@ struct Preview {
     friend bool operator==(const Preview&, const Preview&) = default;
 };
 
+/// So many files, in words: "1 file", "1,234 files".
+std::string filesText(std::int64_t count, lumo::Language language = lumo::currentLanguage());
+
 /// How much of a text and how many entries a preview has at most.
 inline constexpr std::size_t previewTextBytes = std::size_t{64} * 1024;
 inline constexpr std::size_t previewLines = 400;

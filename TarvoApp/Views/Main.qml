@@ -74,7 +74,8 @@ ApplicationWindow {
     }
 
     Shortcuts {
-        active: !confirm.visible && !empty.visible && !welcome.visible && !archive.visible && !failures.visible && !refusal.visible && !sides.covers
+        active: !confirm.visible && !empty.visible && !archive.visible && !failures.visible && !refusal.visible
+                && !welcome.visible && !sides.covers
 
         onHelpWanted: window.openHelp()
         onQuitWanted: Qt.quit()

@@ -84,8 +84,8 @@ ColumnLayout {
         Accessible.name: Words.mapName
         Accessible.role: Accessible.Grouping
         Layout.fillHeight: true
-        clip: travelling.running
         Layout.fillWidth: true
+        clip: travelling.running
 
         onHeightChanged: {
             settled.restart();

@@ -36,18 +36,9 @@ ListView {
             elide: Text.ElideMiddle
             text: part.modelData.name + (part.modelData.isFolder ? "/" : "")
         }
-        Rectangle {
-            Layout.preferredHeight: 4
+        ShareBar {
             Layout.preferredWidth: Math.round(96 * Theme.scale)
-            color: Theme.raised
-            radius: 2
-
-            Rectangle {
-                color: Theme.accent
-                height: parent.height
-                radius: parent.radius
-                width: Math.max(2, parent.width * part.modelData.share)
-            }
+            share: part.modelData.share
         }
         Line {
             Accessible.ignored: true

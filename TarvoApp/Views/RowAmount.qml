@@ -22,19 +22,11 @@ Item {
         elide: Text.ElideNone
         text: amount.bytes
     }
-    Rectangle {
+    ShareBar {
         anchors.bottom: parent.bottom
         anchors.right: parent.right
-        color: Theme.raised
-        height: 4
-        radius: 2
+        ink: Theme.groups[amount.group]
+        share: amount.share
         width: amount.barWidth
-
-        Rectangle {
-            color: Theme.groups[amount.group]
-            height: parent.height
-            radius: parent.radius
-            width: Math.max(4, parent.width * amount.share)
-        }
     }
 }
