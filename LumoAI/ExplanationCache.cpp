@@ -1,5 +1,7 @@
 #include "LumoAI/ExplanationCache.h"
 
+#include "LumoCore/Basics/OwnFiles.h"
+#include "LumoCore/Basics/Path.h"
 #include "Platform/StateFile.h"
 
 #include <algorithm>
@@ -27,7 +29,7 @@ void sortMembers(JsonValue& document) {
 } // namespace
 
 ExplanationCache ExplanationCache::ofHome(const std::string& home) {
-    return ExplanationCache(home + "/Library/Caches/TarvoAI");
+    return ExplanationCache(OwnFiles::caches(home));
 }
 
 ExplanationCache::ExplanationCache(const std::string& folder) : path_(folder + "/explicaciones.json") {
@@ -58,7 +60,7 @@ platform::SystemResult<void> ExplanationCache::save() const {
     if (readProblem_) {
         return std::unexpected(*readProblem_);
     }
-    if (const auto made = platform::makePrivateFolder(path_.substr(0, path_.rfind('/'))); !made) {
+    if (const auto made = platform::makePrivateFolder(std::string(parentOf(path_))); !made) {
         return made;
     }
     return platform::replaceWhole(path_, bytesOf(entries_));

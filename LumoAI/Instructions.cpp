@@ -1,13 +1,14 @@
 #include "LumoAI/Instructions.h"
 
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Explaining/FreeingAction.h"
 
 namespace lumo {
 
 // Runs of blanks are part of the English texts, which models have been tried with as they stand.
 
-std::string_view folderInstructions(Language language) {
-    return text(
+std::string folderInstructions(Language language) {
+    return Words{
         "Eres un experto en macOS que ayuda a liberar espacio en disco. Te describen una carpeta con datos "
         "medidos: ubicación, tamaño, contenido y la app instalada relacionada, si la hay. Explica qué es y "
         "cómo liberar su espacio. Responde siempre en español, con frases cortas y claras. Básate solo en "
@@ -52,32 +53,35 @@ std::string_view folderInstructions(Language language) {
         "- Containers with an app name and no installed app: que_es «Data from an app that's no longer     "
         "installed»; riesgo «revisar»; accion «borrar_si_no_se_usa».\n"
         "- Folder with large .gguf files: que_es «Downloaded AI models»; riesgo «revisar»;     accion "
-        "«revisar_contenido».",
-        language);
+        "«revisar_contenido»."}
+        .in(language);
 }
 
 AnswerSchema folderAnswerSchema(Language language) {
-    const auto in = [&](std::string_view es, std::string_view en) {
-        return std::string(text(es, en, language));
-    };
     const auto& actions = EnumNames<FreeingAction>::values;
-    return {.name = "ExplicacionCarpeta",
-            .properties = {
-                {.name = "que_es",
-                 .description = in("Qué es la carpeta, en una frase", "What the folder is, in one sentence")},
-                {.name = "pertenece_a",
-                 .description = in("App o herramienta a la que pertenece, o «desconocida»",
-                                   "App or tool it belongs to, or “unknown”")},
-                {.name = "riesgo",
-                 .description = in("Riesgo de borrarla", "Risk of deleting it"),
-                 .choiceName = "Riesgo",
-                 .choices = {"seguro", "revisar", "conservar"}},
-                {.name = "motivo",
-                 .description = in("Por qué ese riesgo, en una frase", "Why that risk, in one sentence")},
-                {.name = "accion",
-                 .description = in("Qué conviene hacer con la carpeta", "What to do with the folder"),
-                 .choiceName = "Accion",
-                 .choices = {actions.begin(), actions.end()}}}};
+    return {
+        .name = "ExplicacionCarpeta",
+        .properties = {
+            {.name = "que_es",
+             .description =
+                 Words{"Qué es la carpeta, en una frase", "What the folder is, in one sentence"}.in(
+                     language)},
+            {.name = "pertenece_a",
+             .description = Words{"App o herramienta a la que pertenece, o «desconocida»",
+                                  "App or tool it belongs to, or “unknown”"}
+                                .in(language)},
+            {.name = "riesgo",
+             .description = Words{"Riesgo de borrarla", "Risk of deleting it"}.in(language),
+             .choiceName = "Riesgo",
+             .choices = {"seguro", "revisar", "conservar"}},
+            {.name = "motivo",
+             .description =
+                 Words{"Por qué ese riesgo, en una frase", "Why that risk, in one sentence"}.in(language)},
+            {.name = "accion",
+             .description =
+                 Words{"Qué conviene hacer con la carpeta", "What to do with the folder"}.in(language),
+             .choiceName = "Accion",
+             .choices = {actions.begin(), actions.end()}}}};
 }
 
 } // namespace lumo

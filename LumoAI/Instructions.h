@@ -8,7 +8,7 @@
 namespace lumo {
 
 /// What a model is told before it is asked about folders, in the language in which it is to answer.
-std::string_view folderInstructions(Language language);
+std::string folderInstructions(Language language);
 
 /// The form of an explanation. The names and the words to choose from are the same in every language.
 AnswerSchema folderAnswerSchema(Language language);

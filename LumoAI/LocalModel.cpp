@@ -2,6 +2,7 @@
 
 #include "LumoAI/ModelText.h"
 #include "LumoAI/NoModel.h"
+#include "LumoCore/Basics/Words.h"
 
 #include <fmt/format.h>
 
@@ -37,13 +38,13 @@ std::optional<std::string> LocalModel::unavailableReason(Language language) {
     }
     switch (found.error()) {
     case Trouble::remote:
-        return std::string(text("el modelo elegido se ejecuta en otra máquina y tus datos saldrían de esta",
-                                "the chosen model runs on another machine, so your data would leave this one",
-                                language));
+        return Words{"el modelo elegido se ejecuta en otra máquina y tus datos saldrían de esta",
+                     "the chosen model runs on another machine, so your data would leave this one"}
+            .in(language);
     case Trouble::missing:
-        return fmt::format(fmt::runtime(text("el servicio de {} no tiene el modelo «{}»",
-                                             "the service at {} doesn't have the model “{}”", language)),
-                           hostAndPort(place_.address), place_.model);
+        return Words{"el servicio de {} no tiene el modelo «{}»",
+                     "the service at {} doesn't have the model “{}”"}
+            .in(language, hostAndPort(place_.address), place_.model);
     case Trouble::unreachable:
         break;
     }

@@ -1,5 +1,7 @@
 #include "LumoAI/NoModel.h"
 
+#include "LumoCore/Basics/Words.h"
+
 namespace lumo {
 
 std::optional<std::string> NoModel::unavailableReason(Language language) {
@@ -10,8 +12,8 @@ Result<std::string> NoModel::respond(const ModelRequest&, const std::stop_token&
     return failure("there is no model");
 }
 
-std::string_view modelIsUnavailable(Language language) {
-    return text("el modelo no está disponible", "the model isn't available", language);
+std::string modelIsUnavailable(Language language) {
+    return Words{"el modelo no está disponible", "the model isn't available"}.in(language);
 }
 
 } // namespace lumo

@@ -12,6 +12,6 @@ class NoModel final : public LanguageModel {
 };
 
 /// Why a model cannot be used when nothing better can be said.
-std::string_view modelIsUnavailable(Language language);
+std::string modelIsUnavailable(Language language);
 
 } // namespace lumo

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/TreeWalk.h"
+#include "LumoCore/Basics/Timestamp.h"
 
 namespace lumo::platform {
 

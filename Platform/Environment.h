@@ -38,6 +38,9 @@ std::string commandBesideProgram();
 /// The number under which the system knows this process.
 int processNumber();
 
+/// True on a system whose applications are bundles, one folder each.
+bool bundlesApplications();
+
 /// True when windows can be shown.
 bool hasScreen();
 

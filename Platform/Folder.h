@@ -1,7 +1,7 @@
 #pragma once
 
+#include "LumoCore/Basics/Timestamp.h"
 #include "Platform/SystemError.h"
-#include "Platform/TreeWalk.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "LumoCore/Basics/Timestamp.h"
 #include "Platform/Descriptor.h"
 #include "Platform/SystemError.h"
-#include "Platform/TreeWalk.h"
 
 #include <chrono>
 #include <optional>

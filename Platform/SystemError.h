@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cerrno>
 #include <expected>
 #include <string>
 
@@ -19,5 +20,21 @@ struct SystemError {
 
 template <class Value>
 using SystemResult = std::expected<Value, SystemError>;
+
+/// The failure of a call that left that errno value.
+inline std::unexpected<SystemError> failed(int code) {
+    return std::unexpected(SystemError{code});
+}
+
+/// Makes a call that answers -1 and EINTR when a signal came in between, until none does.
+template <class Call>
+auto untilNotInterrupted(const Call& call) {
+    for (;;) {
+        const auto result = call();
+        if (result >= 0 || errno != EINTR) {
+            return result;
+        }
+    }
+}
 
 } // namespace lumo::platform

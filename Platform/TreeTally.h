@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/CheckedSum.h"
+#include "LumoCore/Basics/CheckedSum.h"
 #include "Platform/TreeWalk.h"
 
 #include <sys/stat.h>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "LumoCore/Basics/Timestamp.h"
+
 #include <atomic>
 #include <chrono>
 #include <cstdint>
@@ -14,9 +16,6 @@
 /// Physical walks that add up what trees of files take on disk. Links are never followed, other volumes never
 /// entered, and nothing is kept for a file but its share of the sums.
 namespace lumo::platform {
-
-/// A moment with the file system's precision, clamped to the years 1 to 9999.
-using Timestamp = std::chrono::sys_time<std::chrono::microseconds>;
 
 /// What identifies an object on a volume: an inode for hard links, a clone identifier for clones.
 struct FileIdentity {

@@ -1,11 +1,12 @@
 #include "LumoCore/Basics/JsonValue.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Terminal.h"
-#include "TarvoApp/Model/AgentLinks.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/HomeChange.h"
 #include "TarvoCLI/Table.h"
 #include "TarvoCLI/Watching.h"
+#include "TarvoModel/Flows/AgentLinks.h"
 
 #include <fmt/format.h>
 
@@ -20,7 +21,7 @@ namespace tarvo {
 using AgentLinks::LinkResult;
 using AgentLinks::LinkState;
 using lumo::JsonValue;
-using lumo::text;
+using lumo::Words;
 namespace platform = lumo::platform;
 
 namespace {
@@ -53,10 +54,6 @@ constexpr std::array<Agent, 2> agents{{
      AgentLinks::claudeDesktopSettings, linkClaudeDesktop},
 }};
 
-std::string words(std::string_view es, std::string_view en) {
-    return std::string(text(es, en));
-}
-
 std::string jsonText(JsonValue::Object object) {
     return lumo::dumpJson({std::move(object)}, lumo::JsonLayout::indented) + "\n";
 }
@@ -64,15 +61,15 @@ std::string jsonText(JsonValue::Object object) {
 std::string wordsFor(LinkState state) {
     switch (state) {
     case LinkState::linked:
-        return words("conectado", "connected");
+        return Words{"conectado", "connected"}.in();
     case LinkState::notLinked:
-        return words("sin conectar", "not connected");
+        return Words{"sin conectar", "not connected"}.in();
     case LinkState::malformed:
-        return words("su configuración no es JSON válido", "its config isn't valid JSON");
+        return Words{"su configuración no es JSON válido", "its config isn't valid JSON"}.in();
     case LinkState::unreadable:
         break;
     }
-    return words("su configuración no se puede leer", "its config cannot be read");
+    return Words{"su configuración no se puede leer", "its config cannot be read"}.in();
 }
 
 ExitCode showStatus(const Invocation& invocation) {
@@ -83,23 +80,22 @@ ExitCode showStatus(const Invocation& invocation) {
     for (const Agent& agent : agents) {
         const LinkState state = agent.state(invocation.home);
         object.push_back({std::string(agent.name), {state == LinkState::linked}});
-        table.add({std::string(agent.name), wordsFor(state), words(agent.labelEs, agent.labelEn)});
+        table.add({std::string(agent.name), wordsFor(state), Words{agent.labelEs, agent.labelEn}.in()});
         if (state == LinkState::unreadable && unreadable.empty()) {
             unreadable = lumo::printable(agent.settings(invocation.home));
         }
         if (state == LinkState::notLinked && next.empty()) {
-            next = fmt::format("{} tarvo {} {}\n", text("Para conectar:", "To connect:"),
-                               text("agentes conectar", "agents connect"), agent.name);
+            next = fmt::format("{} tarvo {} {}\n", Words{"Para conectar:", "To connect:"}.in(),
+                               Words{"agentes conectar", "agents connect"}.in(), agent.name);
         }
     }
     const ExitCode printed = print(invocation.isJson ? jsonText(std::move(object))
                                                      : table.lines(0, outputColumns(), invocation) + next);
     if (printed == ExitCode::done && !unreadable.empty()) {
-        return complain(
-            fmt::format(fmt::runtime(text("no puedo leer {}: comprueba qué es y sus permisos",
-                                          "cannot read {}: check what it is and its permissions")),
-                        unreadable),
-            ExitCode::failed);
+        return complain(Words{"no puedo leer {}: comprueba qué es y sus permisos",
+                              "cannot read {}: check what it is and its permissions"}
+                            .with(unreadable),
+                        ExitCode::failed);
     }
     return printed;
 }
@@ -135,11 +131,11 @@ ExitCode tell(const LinkResult& result, const Invocation& invocation) {
 ExitCode link(const std::string& name, Wish wish, const Invocation& invocation) {
     const auto* agent = std::ranges::find(agents, name, &Agent::name);
     if (agent == agents.end()) {
-        return complain(fmt::format(fmt::runtime(text("no conozco el agente «{}»: di claude-code o "
-                                                      "claude-desktop",
-                                                      "I know no agent “{}”: say claude-code or "
-                                                      "claude-desktop")),
-                                    lumo::printable(name)),
+        return complain(Words{"no conozco el agente «{}»: di claude-code o "
+                              "claude-desktop",
+                              "I know no agent “{}”: say claude-code or "
+                              "claude-desktop"}
+                            .with(lumo::printable(name)),
                         ExitCode::usage);
     }
     if (const auto refused = refuseForeign(invocation)) {
@@ -164,14 +160,14 @@ ExitCode showSnippets(const Invocation& invocation) {
             jsonText({{"codex", {AgentLinks::codexCommand()}}, {"json", {AgentLinks::jsonSnippet()}}}));
     }
     return print(tinted("Codex", Tint::strong, invocation) + "\n" + AgentLinks::codexCommand() + "\n\n" +
-                 tinted(text("Cursor, Windsurf y otros (JSON)", "Cursor, Windsurf and others (JSON)"),
+                 tinted(Words{"Cursor, Windsurf y otros (JSON)", "Cursor, Windsurf and others (JSON)"}.in(),
                         Tint::strong, invocation) +
                  "\n" + AgentLinks::jsonSnippet() + "\n");
 }
 
 void addLinkCommand(CLI::App& command, Wish wish, Action& chosen) {
     const auto name = std::make_shared<std::string>();
-    command.add_option(words("NOMBRE", "NAME"), *name, "claude-code, claude-desktop")
+    command.add_option(Words{"NOMBRE", "NAME"}.in(), *name, "claude-code, claude-desktop")
         ->required()
         ->type_name("");
     command.callback([name, wish, &chosen] {

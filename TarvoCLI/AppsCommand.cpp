@@ -1,5 +1,6 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Inventories/InstalledApp.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/Table.h"
@@ -7,7 +8,7 @@
 namespace tarvo {
 
 using lumo::InstalledApp;
-using lumo::text;
+using lumo::Words;
 
 namespace {
 
@@ -23,8 +24,8 @@ std::string jsonOfApps(const std::vector<InstalledApp>& apps) {
 
 std::string textOfApps(const std::vector<InstalledApp>& apps, const Invocation& invocation) {
     if (apps.empty()) {
-        return std::string(
-            text("No he encontrado aplicaciones instaladas.\n", "No installed applications found.\n"));
+        return Words{"No he encontrado aplicaciones instaladas.\n", "No installed applications found.\n"}
+            .in();
     }
     Table table({{.tint = Tint::strong, .mayShrink = true},
                  {.mayShrink = true},

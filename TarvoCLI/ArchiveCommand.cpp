@@ -1,17 +1,16 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Scanning/FileTree.h"
 #include "Platform/Clock.h"
 #include "Platform/Folder.h"
 #include "Platform/Terminal.h"
-#include "TarvoApp/Model/ArchiveTexts.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/GivenPath.h"
 #include "TarvoCLI/HomeChange.h"
 #include "TarvoCLI/Question.h"
 #include "TarvoCLI/WatchedArchive.h"
-
-#include <fmt/format.h>
+#include "TarvoModel/Showing/ArchiveTexts.h"
 
 #include <memory>
 #include <optional>
@@ -20,7 +19,7 @@ namespace tarvo {
 
 using lumo::CleanupOutcome;
 using lumo::JsonValue;
-using lumo::text;
+using lumo::Words;
 using lumo::Archiver::ArchiveError;
 using lumo::Archiver::ArchiveProblem;
 using lumo::Archiver::Estimate;
@@ -86,10 +85,10 @@ ExitCode tell(const std::string& archive, const std::vector<CleanupOutcome>& out
         printed = print(document({{"archive", lumo::encode(archive)}, {"outcomes", lumo::encode(outcomes)}}));
     } else if (isDone) {
         lumo::HardLinkRegistry registry;
-        printed =
-            print(archivedText(shown, lumo::FileTree::measure(archive, registry).apparentBytes) + "\n" +
-                  tinted(text("Para devolverlo a su sitio: tarvo deshacer\n", "To put it back: tarvo undo\n"),
-                         Tint::faint, invocation));
+        printed = print(
+            archivedText(shown, lumo::FileTree::measure(archive, registry).apparentBytes) + "\n" +
+            tinted(Words{"Para devolverlo a su sitio: tarvo deshacer\n", "To put it back: tarvo undo\n"}.in(),
+                   Tint::faint, invocation));
     }
     if (!isDone) {
         return complain(originalKeptText(shown, lumo::printable(outcome.message.value_or(""))),
@@ -152,15 +151,14 @@ void addArchiveCommand(CLI::App& app, Action& chosen) {
                                    "cambia algo que apenas usas por un zip comprobado, tras preguntarte",
                                    "replace something you rarely use by a verified zip, after asking you");
     const auto arguments = std::make_shared<ArchiveArguments>();
-    const auto words = [](std::string_view es, std::string_view en) { return std::string(text(es, en)); };
-    command->add_option("path", arguments->path, words("lo que se archiva", "what to archive"))
-        ->type_name(words("RUTA", "PATH"))
-        ->option_text(words("RUTA", "PATH"))
+    command->add_option("path", arguments->path, Words{"lo que se archiva", "what to archive"}.in())
+        ->type_name(Words{"RUTA", "PATH"}.in())
+        ->option_text(Words{"RUTA", "PATH"}.in())
         ->required();
     command->add_flag("--estimate", arguments->isOnlyEstimated,
-                      words("solo calcular cuánto se ahorraría", "only find out what it would save"));
+                      Words{"solo calcular cuánto se ahorraría", "only find out what it would save"}.in());
     command->add_flag("--yes", arguments->isConfirmed,
-                      words("confirmar sin preguntar", "confirm without asking"));
+                      Words{"confirmar sin preguntar", "confirm without asking"}.in());
     command->callback([arguments, &chosen] {
         chosen = [arguments](const Invocation& invocation) { return runArchive(*arguments, invocation); };
     });

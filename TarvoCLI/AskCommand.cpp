@@ -1,5 +1,6 @@
 #include "LumoAI/ModelWriters.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Explaining/DiskSummary.h"
 #include "LumoCore/Explaining/HelpAssistant.h"
 #include "Platform/Clock.h"
@@ -18,7 +19,7 @@ namespace tarvo {
 
 using lumo::HelpAnswer;
 using lumo::HelpTopic;
-using lumo::text;
+using lumo::Words;
 namespace HelpAssistant = lumo::HelpAssistant;
 namespace HelpCatalog = lumo::HelpCatalog;
 
@@ -45,9 +46,9 @@ std::string listText(const std::vector<const HelpTopic*>& topics, const Invocati
     for (const HelpTopic* topic : topics) {
         table.add({topic->id, topic->question});
     }
-    const std::string how = fmt::format(fmt::runtime(text("Para leer una: tarvo preguntar --topics {}",
-                                                          "To read one: tarvo ask --topics {}")),
-                                        topics.front()->id);
+    const std::string how =
+        Words{"Para leer una: tarvo preguntar --topics {}", "To read one: tarvo ask --topics {}"}.with(
+            topics.front()->id);
     return table.lines(2, outputColumns(), invocation) + tinted(how, Tint::faint, invocation) + "\n";
 }
 
@@ -62,9 +63,9 @@ ExitCode showTopics(const std::string& words, const Invocation& invocation) {
     }
     const HelpTopic* topic = HelpCatalog::topicNamed(words);
     if (topic == nullptr) {
-        return complain(fmt::format(fmt::runtime(text("la ayuda no tiene «{}»; mira tarvo preguntar --topics",
-                                                      "the help has no “{}”; see tarvo ask --topics")),
-                                    lumo::printable(words)),
+        return complain(Words{"la ayuda no tiene «{}»; mira tarvo preguntar --topics",
+                              "the help has no “{}”; see tarvo ask --topics"}
+                            .with(lumo::printable(words)),
                         ExitCode::usage);
     }
     return invocation.isJson ? printJson(std::vector<HelpTopic>{*topic})
@@ -87,8 +88,9 @@ std::string relatedText(const std::string& question, const HelpAnswer& answer, c
     }
     std::string shown = listText(related, invocation);
     if (HelpCatalog::isAboutThisMac(question)) {
-        shown += tinted(text("Qué ocupa sitio en tu disco te lo dicen tarvo resumen y tarvo analizar.",
-                             "What takes room on your disk is told by tarvo summary and tarvo scan."),
+        shown += tinted(Words{"Qué ocupa sitio en tu disco te lo dicen tarvo resumen y tarvo analizar.",
+                              "What takes room on your disk is told by tarvo summary and tarvo scan."}
+                            .in(),
                         Tint::faint, invocation) +
                  "\n";
     }
@@ -98,8 +100,9 @@ std::string relatedText(const std::string& question, const HelpAnswer& answer, c
 std::string answerText(const std::string& question, const HelpAnswer& answer, const Invocation& invocation) {
     if (answer.byAI) {
         return paragraph(answer.text, readingColumns()) +
-               tinted(text("Lo ha escrito la IA de tu equipo con lo que dice la ayuda.",
-                           "Written by the AI on your computer from what the help says."),
+               tinted(Words{"Lo ha escrito la IA de tu equipo con lo que dice la ayuda.",
+                            "Written by the AI on your computer from what the help says."}
+                          .in(),
                       Tint::faint, invocation) +
                "\n";
     }
@@ -144,10 +147,11 @@ ExitCode runAsk(const AskArguments& arguments, const Invocation& invocation) {
         return showTopics(question, invocation);
     }
     if (arguments.words.empty()) {
-        return complain(text("falta la pregunta: tarvo preguntar ¿cómo deshago una limpieza?, o tarvo "
-                             "preguntar --topics para ver las que hay",
-                             "the question is missing: tarvo ask how do I undo a cleanup, or tarvo ask "
-                             "--topics to see those there are"),
+        return complain(Words{"falta la pregunta: tarvo preguntar ¿cómo deshago una limpieza?, o tarvo "
+                              "preguntar --topics para ver las que hay",
+                              "the question is missing: tarvo ask how do I undo a cleanup, or tarvo ask "
+                              "--topics to see those there are"}
+                            .in(),
                         ExitCode::usage);
     }
     const auto answer = answerTo(question, invocation);
@@ -169,16 +173,16 @@ void addAskCommand(CLI::App& app, Action& chosen) {
         return true;
     };
     command
-        ->add_option(
-            "question", CLI::callback_t(gather),
-            std::string(text("con tus palabras, con o sin comillas", "in your words, quoted or not")))
+        ->add_option("question", CLI::callback_t(gather),
+                     Words{"con tus palabras, con o sin comillas", "in your words, quoted or not"}.in())
         ->type_name("")
-        ->option_text(std::string(text("PREGUNTA", "QUESTION")))
+        ->option_text(Words{"PREGUNTA", "QUESTION"}.in())
         ->expected(-1)
         ->take_all();
     command->add_flag("--topics", arguments->listsTopics,
-                      std::string(text("las preguntas que hay; con la palabra de una, su respuesta",
-                                       "the questions there are; with the word of one, its answer")));
+                      Words{"las preguntas que hay; con la palabra de una, su respuesta",
+                            "the questions there are; with the word of one, its answer"}
+                          .in());
     command->callback([arguments, &chosen] {
         chosen = [arguments](const Invocation& invocation) { return runAsk(*arguments, invocation); };
     });

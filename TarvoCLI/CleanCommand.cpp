@@ -1,13 +1,12 @@
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/ApplicationFolders.h"
 #include "LumoCore/Cleanup/Holding.h"
 #include "LumoCore/Cleanup/SavedPlan.h"
 #include "Platform/Clock.h"
 #include "Platform/Terminal.h"
-#include "TarvoApp/Model/CleanupPlanning.h"
-#include "TarvoApp/Model/CleanupTexts.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/HomeChange.h"
 #include "TarvoCLI/OutcomeText.h"
@@ -16,8 +15,8 @@
 #include "TarvoCLI/Question.h"
 #include "TarvoCLI/ReportSource.h"
 #include "TarvoCLI/WatchedCleanup.h"
-
-#include <fmt/format.h>
+#include "TarvoModel/Flows/CleanupPlanning.h"
+#include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <algorithm>
 #include <memory>
@@ -28,7 +27,7 @@ namespace tarvo {
 using lumo::CleanupAction;
 using lumo::CleanupOutcome;
 using lumo::PlanEntry;
-using lumo::text;
+using lumo::Words;
 namespace platform = lumo::platform;
 
 namespace {
@@ -45,10 +44,10 @@ struct CleanArguments {
 using Planning = std::function<std::vector<PlanEntry>()>;
 
 ExitCode refuseFile(const std::string& file, const std::string& reason) {
-    return complain(fmt::format(fmt::runtime(text("no uso {} ({}): no se ha tocado nada",
-                                                  "{} is not used ({}): nothing was touched")),
-                                lumo::printable(file), lumo::printable(reason)),
-                    ExitCode::usage);
+    return complain(
+        Words{"no uso {} ({}): no se ha tocado nada", "{} is not used ({}): nothing was touched"}.with(
+            lumo::printable(file), lumo::printable(reason)),
+        ExitCode::usage);
 }
 
 std::expected<Planning, ExitCode>
@@ -73,9 +72,8 @@ planningFromFile(const std::string& file, const lumo::CleanupOptions& options, c
 std::optional<ExitCode> refuseReport(const lumo::ScanReport& report, const std::string& file,
                                      const Invocation& invocation) {
     if (report.home != invocation.home) {
-        return refuseFile(file, fmt::format(fmt::runtime(text("es de la carpeta personal {}",
-                                                              "it is about the home folder {}")),
-                                            report.home));
+        return refuseFile(
+            file, Words{"es de la carpeta personal {}", "it is about the home folder {}"}.with(report.home));
     }
     if (const auto checked = lumo::checkCleanups(report, knownRules(invocation.home)); !checked) {
         return refuseFile(file, checked.error().message);
@@ -105,8 +103,7 @@ std::optional<ExitCode> declinedCleanup(const std::vector<PlanEntry>& entries,
     const std::string shown = planText(entries, options, invocation) + confirmationMessage(shares) + "\n";
     // Standard output belongs to the document.
     platform::writeAll(invocation.isJson ? platform::Stream::error : platform::Stream::output, shown);
-    return declined(
-        fmt::format(fmt::runtime(text("¿Limpiar {}?", "Clean {}?")), lumo::ByteFormat::string(shares.total)));
+    return declined(Words{"¿Limpiar {}?", "Clean {}?"}.with(lumo::ByteFormat::string(shares.total)));
 }
 
 ExitCode report(const std::vector<CleanupOutcome>& outcomes, const Invocation& invocation) {
@@ -116,8 +113,9 @@ ExitCode report(const std::vector<CleanupOutcome>& outcomes, const Invocation& i
             outcomes, [](const CleanupOutcome& outcome) { return outcome.restorable.has_value(); });
         shown = outcomeText(outcomes, OutcomeDates::hidden, invocation) + "\n" +
                 tinted(cleanupDone(sumsOf(outcomes)), Tint::strong, invocation) + "\n" +
-                (hasHeld ? tinted(text("Para devolverlo a su sitio: tarvo deshacer\n",
-                                       "To put it back: tarvo undo\n"),
+                (hasHeld ? tinted(Words{"Para devolverlo a su sitio: tarvo deshacer\n",
+                                        "To put it back: tarvo undo\n"}
+                                      .in(),
                                   Tint::faint, invocation)
                          : std::string());
     }
@@ -137,14 +135,14 @@ ExitCode dryRun(std::vector<PlanEntry> entries, const lumo::CleanupOptions& opti
     if (invocation.isJson) {
         return print(planJson(entries));
     }
-    const std::vector<CleanupAction> actions = actionsOf(entries);
+    const std::vector<CleanupAction> actions = lumo::CleanupPlanner::actionsOf(entries);
     return print(planText(entries, options, invocation) +
                  (actions.empty() ? std::string() : confirmationMessage(sharesOf(actions)) + "\n"));
 }
 
 ExitCode runClean(const CleanArguments& arguments, const Invocation& invocation) {
     if (arguments.savedPlan && arguments.source.file) {
-        return complain(text("usa --plan o --report, no los dos", "use --plan or --report, not both"),
+        return complain(Words{"usa --plan o --report, no los dos", "use --plan or --report, not both"}.in(),
                         ExitCode::usage);
     }
     if (const auto impossible = cannotAsk(arguments.isConfirmed || arguments.isDryRun)) {
@@ -163,7 +161,7 @@ ExitCode runClean(const CleanArguments& arguments, const Invocation& invocation)
         return planning.error();
     }
     const std::vector<PlanEntry> entries = (*planning)();
-    const std::vector<CleanupAction> agreed = actionsOf(entries);
+    const std::vector<CleanupAction> agreed = lumo::CleanupPlanner::actionsOf(entries);
     const lumo::PathGuard guard(invocation.home);
     if (arguments.isDryRun) {
         return dryRun(entries, *options, guard, invocation);
@@ -188,19 +186,19 @@ void addCleanCommand(CLI::App& app, Action& chosen) {
     CLI::App* command = addCommand(app, "limpiar", "clean", "libera lo que diga el plan, tras preguntarte",
                                    "free what the plan says, after asking you");
     const auto arguments = std::make_shared<CleanArguments>();
-    const auto words = [](std::string_view es, std::string_view en) { return std::string(text(es, en)); };
     addReportOption(*command, arguments->source);
     addPlanOptions(*command, arguments->plan);
     command
         ->add_option("--plan", arguments->savedPlan,
-                     words("llevar a cabo este plan guardado; - para la entrada estándar",
-                           "carry out this saved plan; - for standard input"))
-        ->type_name(words("FICHERO", "FILE"));
+                     Words{"llevar a cabo este plan guardado; - para la entrada estándar",
+                           "carry out this saved plan; - for standard input"}
+                         .in())
+        ->type_name(Words{"FICHERO", "FILE"}.in());
     command->add_flag("--yes", arguments->isConfirmed,
-                      words("confirmar sin preguntar", "confirm without asking"));
+                      Words{"confirmar sin preguntar", "confirm without asking"}.in());
     command->add_flag(
         "--dry-run", arguments->isDryRun,
-        words("mostrar lo que haría y no tocar nada", "show what it would do and touch nothing"));
+        Words{"mostrar lo que haría y no tocar nada", "show what it would do and touch nothing"}.in());
     command->callback([arguments, &chosen] {
         chosen = [arguments](const Invocation& invocation) { return runClean(*arguments, invocation); };
     });

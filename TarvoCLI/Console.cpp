@@ -1,6 +1,6 @@
 #include "TarvoCLI/Console.h"
 
-#include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Terminal.h"
 
 namespace tarvo {
@@ -42,8 +42,9 @@ ExitCode print(std::string_view text) {
         if (platform::wasInterrupted()) {
             return ExitCode::interrupted;
         }
-        return complain(lumo::text("no he podido escribir el resultado: comprueba a dónde va la salida",
-                                   "the result could not be written: check where the output goes"),
+        return complain(lumo::Words{"no he podido escribir el resultado: comprueba a dónde va la salida",
+                                    "the result could not be written: check where the output goes"}
+                            .in(),
                         ExitCode::failed);
     }
     return ExitCode::done;

@@ -1,7 +1,7 @@
 #include "TarvoCLI/DiskFacts.h"
 
-#include "TarvoApp/Model/CleanupPlanning.h"
 #include "TarvoCLI/PlanArguments.h"
+#include "TarvoModel/Flows/CleanupPlanning.h"
 
 namespace tarvo {
 

@@ -3,9 +3,9 @@
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Explaining/FolderEvidence.h"
 #include "Platform/Clock.h"
-#include "TarvoApp/Model/ExplanationTexts.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/GivenPath.h"
 #include "TarvoCLI/ReportSource.h"
@@ -13,6 +13,7 @@
 #include "TarvoCLI/Table.h"
 #include "TarvoCLI/UsersModel.h"
 #include "TarvoCLI/Watching.h"
+#include "TarvoModel/Showing/ExplanationTexts.h"
 
 #include <fmt/format.h>
 
@@ -24,7 +25,7 @@ namespace tarvo {
 
 using lumo::Explanation;
 using lumo::FolderEvidence;
-using lumo::text;
+using lumo::Words;
 
 namespace {
 
@@ -68,8 +69,9 @@ std::expected<Folders, ExitCode> foldersFrom(const ExplainArguments& arguments,
         return foldersOfReport(arguments.source, invocation);
     }
     if (arguments.source.file) {
-        return std::unexpected(complain(text("indica rutas o un informe con --report, no las dos cosas",
-                                             "name paths or a report with --report, not both"),
+        return std::unexpected(complain(Words{"indica rutas o un informe con --report, no las dos cosas",
+                                              "name paths or a report with --report, not both"}
+                                            .in(),
                                         ExitCode::usage));
     }
     Folders folders{.paths = {}, .home = invocation.home};
@@ -95,9 +97,9 @@ bool watchFolders(
         invocation, [&](const lumo::FileTree::Watch& watch) { work(watch, done); },
         [&] {
             const std::size_t index = std::min(done.load(), folders.paths.size() - 1);
-            return fmt::format(fmt::runtime(text("Mirando {} de {}: {}", "Looking at {} of {}: {}")),
-                               index + 1, folders.paths.size(),
-                               lumo::printable(lumo::abbreviated(folders.paths[index], folders.home)));
+            return Words{"Mirando {} de {}: {}", "Looking at {} of {}: {}"}.with(
+                index + 1, folders.paths.size(),
+                lumo::printable(lumo::abbreviated(folders.paths[index], folders.home)));
         });
 }
 
@@ -126,19 +128,21 @@ std::string closingText(const std::map<std::string, Explanation>& explanations,
     std::string closing;
     if (fromModel > 0) {
         closing +=
-            tinted(text("Lo marcado con IA lo ha escrito el modelo de tu equipo y puede equivocarse; el "
-                        "riesgo y qué hacer los pone Tarvo AI.",
-                        "What is marked AI was written by the model on your computer and may be wrong; "
-                        "the risk and what to do come from Tarvo AI."),
+            tinted(Words{"Lo marcado con IA lo ha escrito el modelo de tu equipo y puede equivocarse; el "
+                         "riesgo y qué hacer los pone Tarvo AI.",
+                         "What is marked AI was written by the model on your computer and may be wrong; "
+                         "the risk and what to do come from Tarvo AI."}
+                       .in(),
                    Tint::faint, invocation) +
             "\n";
     }
     if (fromModel < std::ssize(explanations)) {
         closing +=
-            tinted(text("Las explicaciones aproximadas salen del lugar y el nombre de cada carpeta; lo "
-                        "que hay dentro: tarvo carpeta RUTA.",
-                        "Approximate explanations come from the place and the name of each folder; what "
-                        "is inside: tarvo folder PATH."),
+            tinted(Words{"Las explicaciones aproximadas salen del lugar y el nombre de cada carpeta; lo "
+                         "que hay dentro: tarvo carpeta RUTA.",
+                         "Approximate explanations come from the place and the name of each folder; what "
+                         "is inside: tarvo folder PATH."}
+                       .in(),
                    Tint::faint, invocation) +
             "\n";
     }
@@ -156,7 +160,8 @@ std::string textOfExplanations(const Folders& folders, const std::map<std::strin
 
 ExitCode runExplanations(const Folders& folders, const Invocation& invocation) {
     const auto model = usersModel(
-        invocation, text("Se usará una explicación aproximada.", "An approximate explanation will be used."));
+        invocation,
+        Words{"Se usará una explicación aproximada.", "An approximate explanation will be used."}.in());
     lumo::NoModel none;
     std::map<std::string, Explanation> explanations;
     if (!watchFolders(folders, invocation, [&](const auto& watch, std::atomic<std::size_t>& done) {
@@ -206,8 +211,9 @@ ExitCode runExplain(const ExplainArguments& arguments, const Invocation& invocat
     if (folders->paths.empty()) {
         return print(invocation.isJson
                          ? "{}\n"
-                         : text("No hay carpetas grandes sin clasificar: nada que explicar.\n",
-                                "There are no large unclassified folders: nothing to explain.\n"));
+                         : Words{"No hay carpetas grandes sin clasificar: nada que explicar.\n",
+                                 "There are no large unclassified folders: nothing to explain.\n"}
+                               .in());
     }
     return arguments.showsEvidence ? runEvidence(*folders, invocation)
                                    : runExplanations(*folders, invocation);
@@ -220,16 +226,17 @@ void addExplainCommand(CLI::App& app, Action& chosen) {
                                    "de qué son las carpetas que nadie conoce, y qué hacer con ellas",
                                    "what folders that nobody recognises are, and what to do about them");
     const auto arguments = std::make_shared<ExplainArguments>();
-    const auto words = [](std::string_view es, std::string_view en) { return std::string(text(es, en)); };
     command
         ->add_option("paths", arguments->words,
-                     words("qué carpetas; sin ninguna, las que el informe no clasifica",
-                           "which folders; without any, those that the report does not classify"))
+                     Words{"qué carpetas; sin ninguna, las que el informe no clasifica",
+                           "which folders; without any, those that the report does not classify"}
+                         .in())
         ->type_name("")
-        ->option_text(words("RUTA...", "PATH..."));
+        ->option_text(Words{"RUTA...", "PATH..."}.in());
     command->add_flag(
         "--evidence", arguments->showsEvidence,
-        words("mostrar lo que se le enseñaría a un modelo de IA", "show what an AI model would be shown"));
+        Words{"mostrar lo que se le enseñaría a un modelo de IA", "show what an AI model would be shown"}
+            .in());
     addReportOption(*command, arguments->source);
     command->callback([arguments, &chosen] {
         chosen = [arguments](const Invocation& invocation) { return runExplain(*arguments, invocation); };

@@ -1,5 +1,6 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/FolderText.h"
 #include "TarvoCLI/GivenPath.h"
@@ -11,7 +12,7 @@
 
 namespace tarvo {
 
-using lumo::text;
+using lumo::Words;
 namespace FolderContents = lumo::FolderContents;
 
 namespace {
@@ -34,7 +35,7 @@ ExitCode runFolder(const std::string& word, const Invocation& invocation) {
             invocation,
             [&](const lumo::FileTree::Watch& watch) { report = reportOn(*path, invocation.home, watch); },
             [&] {
-                return fmt::format("{} {}", text("Midiendo", "Measuring"),
+                return fmt::format("{} {}", Words{"Midiendo", "Measuring"}.in(),
                                    lumo::printable(lumo::abbreviated(*path, invocation.home)));
             })) {
         return ExitCode::interrupted;
@@ -52,9 +53,9 @@ void addFolderCommand(CLI::App& app, Action& chosen) {
         addCommand(app, "carpeta", "folder", "qué hay dentro de una carpeta, lo más grande primero",
                    "what is inside a folder, largest first");
     const auto path = std::make_shared<std::string>();
-    command->add_option("path", *path, std::string(text("la carpeta, o un archivo", "the folder, or a file")))
+    command->add_option("path", *path, Words{"la carpeta, o un archivo", "the folder, or a file"}.in())
         ->type_name("")
-        ->option_text(std::string(text("RUTA", "PATH")))
+        ->option_text(Words{"RUTA", "PATH"}.in())
         ->required();
     command->callback([path, &chosen] {
         chosen = [path](const Invocation& invocation) { return runFolder(*path, invocation); };

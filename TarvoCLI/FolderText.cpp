@@ -1,12 +1,13 @@
 #include "TarvoCLI/FolderText.h"
 
 #include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
-#include "Platform/CheckedSum.h"
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Folder.h"
-#include "TarvoApp/Model/Preview.h"
 #include "TarvoCLI/Table.h"
+#include "TarvoModel/Showing/Preview.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -17,7 +18,7 @@
 namespace tarvo {
 
 using lumo::NamedSize;
-using lumo::text;
+using lumo::Words;
 using lumo::FolderContents::Item;
 
 namespace {
@@ -56,8 +57,8 @@ std::string headText(const std::string& path, const FolderReport& report, const 
         facts += " · " + filesText(usage.fileCount);
     }
     if (usage.lastModified) {
-        facts +=
-            fmt::format(" · {} {}", text("último cambio", "last change"), lumo::dayText(*usage.lastModified));
+        facts += fmt::format(" · {} {}", Words{"último cambio", "last change"}.in(),
+                             lumo::dayText(*usage.lastModified));
     }
     head += tinted(facts, Tint::faint, invocation) + "\n";
     if (report.location != lumo::FolderLocation::other) {
@@ -103,10 +104,10 @@ std::string restLine(const Rest& rest, const Invocation& invocation) {
     if (rest.count == 0) {
         return {};
     }
-    const std::string count = rest.isCounted ? numberText(static_cast<std::int64_t>(rest.count))
-                                             : std::string(text("muchos", "many"));
-    return tinted(fmt::format(fmt::runtime(text("  y {} más ({})", "  and {} more ({})")), count,
-                              lumo::ByteFormat::string(rest.bytes)),
+    const std::string count =
+        rest.isCounted ? numberText(static_cast<std::int64_t>(rest.count)) : Words{"muchos", "many"}.in();
+    return tinted(Words{"  y {} más ({})", "  and {} more ({})"}.with(count,
+                                                                      lumo::ByteFormat::string(rest.bytes)),
                   Tint::faint, invocation) +
            "\n";
 }
@@ -153,7 +154,7 @@ std::string breadcrumb(const std::vector<std::string>& skipped, const Invocation
     for (const std::string& name : skipped) {
         names += (names.empty() ? "" : " ▸ ") + lumo::printable(name);
     }
-    return fmt::format("{} {}\n", text("Casi todo está en", "Nearly everything is in"),
+    return fmt::format("{} {}\n", Words{"Casi todo está en", "Nearly everything is in"}.in(),
                        tinted(names, Tint::strong, invocation));
 }
 
@@ -161,7 +162,7 @@ std::string contentsText(const FolderReport& report, const Invocation& invocatio
     if (report.listing.items.empty()) {
         return report.breakdown.usage.unreadableCount > 0
                    ? std::string()
-                   : fmt::format("\n{}\n", text("No hay nada dentro.", "There is nothing inside."));
+                   : fmt::format("\n{}\n", Words{"No hay nada dentro.", "There is nothing inside."}.in());
     }
     return "\n" + breadcrumb(report.listing.skipped, invocation) +
            rowsText(
@@ -174,7 +175,7 @@ std::string kindsText(const FolderReport& report, const Invocation& invocation) 
     if (report.breakdown.extensions.empty()) {
         return {};
     }
-    return "\n" + tinted(text("Por tipo de archivo", "By file type"), Tint::strong, invocation) + "\n" +
+    return "\n" + tinted(Words{"Por tipo de archivo", "By file type"}.in(), Tint::strong, invocation) + "\n" +
            rowsText(
                report.breakdown.extensions, mostKinds,
                [](const NamedSize& kind) { return std::vector{lumo::printable(kind.name)}; }, invocation);
@@ -184,13 +185,13 @@ std::string unreadableText(std::int64_t count, const Invocation& invocation) {
     if (count == 0) {
         return {};
     }
-    const std::string said =
-        count == 1
-            ? std::string(text("No he podido leer 1 elemento: lo que ocupa no está contado.",
-                               "1 item could not be read: what it takes is not counted."))
-            : fmt::format(fmt::runtime(text("No he podido leer {} elementos: lo que ocupan no está contado.",
-                                            "{} items could not be read: what they take is not counted.")),
-                          numberText(count));
+    const std::string said = count == 1
+                                 ? Words{"No he podido leer 1 elemento: lo que ocupa no está contado.",
+                                         "1 item could not be read: what it takes is not counted."}
+                                       .in()
+                                 : Words{"No he podido leer {} elementos: lo que ocupan no está contado.",
+                                         "{} items could not be read: what they take is not counted."}
+                                       .with(numberText(count));
     return "\n" + tinted(said, Tint::review, invocation) + "\n";
 }
 
@@ -200,9 +201,8 @@ std::string linkText(const std::string& path) {
     if (!target) {
         return {};
     }
-    return fmt::format(fmt::runtime(text("Es un enlace: lo que contiene está en {}.\n",
-                                         "It is a link: what it holds is in {}.\n")),
-                       lumo::printable(*target));
+    return Words{"Es un enlace: lo que contiene está en {}.\n", "It is a link: what it holds is in {}.\n"}
+        .with(lumo::printable(*target));
 }
 
 } // namespace
@@ -215,8 +215,9 @@ std::string folderText(const std::string& path, const FolderReport& report, cons
     shown += contentsText(report, invocation) + kindsText(report, invocation) +
              unreadableText(report.breakdown.usage.unreadableCount, invocation);
     return shown + "\n" +
-           tinted(text("Qué es y qué hacer con ella: tarvo explicar RUTA.",
-                       "What it is and what to do with it: tarvo explain PATH."),
+           tinted(Words{"Qué es y qué hacer con ella: tarvo explicar RUTA.",
+                        "What it is and what to do with it: tarvo explain PATH."}
+                      .in(),
                   Tint::faint, invocation) +
            "\n";
 }

@@ -1,10 +1,8 @@
 #include "TarvoCLI/GivenPath.h"
 
-#include "LumoCore/Basics/Language.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Folder.h"
-
-#include <fmt/format.h>
 
 namespace tarvo {
 
@@ -16,11 +14,10 @@ std::expected<std::string, ExitCode> givenPath(const std::string& word) {
             return *path;
         }
     }
-    return std::unexpected(
-        complain(fmt::format(fmt::runtime(lumo::text("no encuentro «{}»: comprueba la ruta y sus permisos",
-                                                     "cannot find “{}”: check the path and its permissions")),
-                             lumo::printable(word)),
-                 ExitCode::usage));
+    return std::unexpected(complain(lumo::Words{"no encuentro «{}»: comprueba la ruta y sus permisos",
+                                                "cannot find “{}”: check the path and its permissions"}
+                                        .with(lumo::printable(word)),
+                                    ExitCode::usage));
 }
 
 } // namespace tarvo

@@ -1,6 +1,7 @@
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/History/GrowthTracker.h"
 #include "LumoCore/History/SnapshotStore.h"
 #include "TarvoCLI/Commands.h"
@@ -15,7 +16,7 @@ namespace tarvo {
 
 using lumo::Growth;
 using lumo::GrowthItem;
-using lumo::text;
+using lumo::Words;
 namespace GrowthTracker = lumo::GrowthTracker;
 
 namespace {
@@ -25,37 +26,36 @@ namespace {
 std::string heading(lumo::Date since, lumo::Date now) {
     constexpr std::chrono::hours yesterdayEnds{36};
     if (now - since >= GrowthTracker::baselineAge && now - since < yesterdayEnds) {
-        return std::string(text("LO QUE MÁS HA CRECIDO DESDE AYER", "GREW MOST SINCE YESTERDAY"));
+        return Words{"LO QUE MÁS HA CRECIDO DESDE AYER", "GREW MOST SINCE YESTERDAY"}.in();
     }
-    return fmt::format(fmt::runtime(text("LO QUE MÁS HA CRECIDO DESDE EL {}", "GREW MOST SINCE {}")),
-                       lumo::dayText(since));
+    return Words{"LO QUE MÁS HA CRECIDO DESDE EL {}", "GREW MOST SINCE {}"}.with(lumo::dayText(since));
 }
 
 /// Why there is nothing to compare with, and how there will be.
 std::string reasonForNoBaseline(const lumo::platform::SystemResult<std::vector<lumo::DiskSnapshot>>& stored,
                                 const lumo::SnapshotStore& store) {
     if (!stored) {
-        return fmt::format(fmt::runtime(text("No he podido leer los análisis anteriores en {}: {}.",
-                                             "The earlier scans in {} could not be read: {}.")),
-                           lumo::printable(store.path()), lumo::reasonText(stored.error()));
+        return Words{"No he podido leer los análisis anteriores en {}: {}.",
+                     "The earlier scans in {} could not be read: {}."}
+            .with(lumo::printable(store.path()), lumo::reasonText(stored.error()));
     }
-    return std::string(
-        text("Es el primer análisis: aún no hay otro con el que compararlo. tarvo analizar guarda "
-             "con qué se comparan los siguientes.",
-             "This is the first scan: there is none to compare it with yet. tarvo scan stores "
-             "what later ones are compared with."));
+    return Words{"Es el primer análisis: aún no hay otro con el que compararlo. tarvo analizar guarda "
+                 "con qué se comparan los siguientes.",
+                 "This is the first scan: there is none to compare it with yet. tarvo scan stores "
+                 "what later ones are compared with."}
+        .in();
 }
 
 std::string textOfItems(const Growth& growth, lumo::Date now, const Invocation& invocation) {
     if (growth.items.empty()) {
-        return std::string(text("Nada ha crecido más de 200 MB.\n", "Nothing has grown more than 200 MB.\n"));
+        return Words{"Nada ha crecido más de 200 MB.\n", "Nothing has grown more than 200 MB.\n"}.in();
     }
     Table table({{.align = Align::right, .tint = Tint::review},
                  {.mayShrink = true},
                  {.align = Align::right, .tint = Tint::faint}});
     for (const GrowthItem& item : growth.items) {
         table.add({"+" + lumo::ByteFormat::string(item.delta), lumo::printable(item.name),
-                   fmt::format("{} {}", text("ahora", "now"), lumo::ByteFormat::string(item.now))});
+                   fmt::format("{} {}", Words{"ahora", "now"}.in(), lumo::ByteFormat::string(item.now))});
     }
     return tinted(heading(*growth.since, now), Tint::strong, invocation) + "\n" +
            table.lines(2, outputColumns(), invocation);

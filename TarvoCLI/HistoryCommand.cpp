@@ -1,17 +1,16 @@
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/ApplicationFolders.h"
 #include "LumoCore/Cleanup/HistoryLog.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/HomeChange.h"
 #include "TarvoCLI/OutcomeText.h"
 
-#include <fmt/format.h>
-
 namespace tarvo {
 
-using lumo::text;
+using lumo::Words;
 
 namespace {
 
@@ -34,11 +33,11 @@ ExitCode runHistory(const Invocation& invocation) {
         return print(lumo::dumpJson(lumo::encode(history), lumo::JsonLayout::indented) + "\n");
     }
     if (history.outcomes.empty()) {
-        return print(text("Todavía no se ha limpiado nada.\n", "Nothing has been cleaned yet.\n"));
+        return print(Words{"Todavía no se ha limpiado nada.\n", "Nothing has been cleaned yet.\n"}.in());
     }
     return print(outcomeText(history.outcomes, OutcomeDates::shown, invocation) + "\n" +
-                 tinted(fmt::format(fmt::runtime(text("Limpiado en total: {}", "Cleaned in all: {}")),
-                                    lumo::ByteFormat::string(history.total)),
+                 tinted(Words{"Limpiado en total: {}", "Cleaned in all: {}"}.with(
+                            lumo::ByteFormat::string(history.total)),
                         Tint::strong, invocation) +
                  "\n");
 }

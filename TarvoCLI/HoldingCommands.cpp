@@ -1,18 +1,17 @@
 #include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/Holding.h"
 #include "LumoCore/Cleanup/Undoing.h"
-#include "Platform/CheckedSum.h"
 #include "Platform/Clock.h"
 #include "Platform/Folder.h"
-#include "TarvoApp/Model/CleanupTexts.h"
-#include "TarvoApp/Model/HomeChanges.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/HomeChange.h"
 #include "TarvoCLI/Question.h"
-
-#include <fmt/format.h>
+#include "TarvoModel/Flows/HomeChanges.h"
+#include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <algorithm>
 #include <memory>
@@ -21,9 +20,9 @@ namespace tarvo {
 
 using lumo::CleanupOutcome;
 using lumo::PathGuard;
-using lumo::text;
 using lumo::TrashedItem;
 using lumo::TrashOperationResult;
+using lumo::Words;
 using lumo::Holding::Batch;
 namespace Holding = lumo::Holding;
 namespace platform = lumo::platform;
@@ -48,7 +47,7 @@ std::string jsonOf(const Record& record) {
 }
 
 std::string nothingHeld() {
-    return std::string(text("No hay nada apartado.\n", "Nothing is in Recently Cleaned.\n"));
+    return Words{"No hay nada apartado.\n", "Nothing is in Recently Cleaned.\n"}.in();
 }
 
 /// The originals of what the batch still holds, as the log knows them.
@@ -67,19 +66,17 @@ std::vector<std::string> originalsIn(const Batch& batch, const std::vector<Clean
 std::string batchText(const Batch& batch, const std::vector<CleanupOutcome>& outcomes,
                       const Invocation& invocation) {
     constexpr std::size_t mostShown = 12;
-    const std::string heading = fmt::format(
-        fmt::runtime(text("{} · {} · se borra solo el {}", "{} · {} · deleted automatically on {}")),
-        lumo::momentText(batch.date), lumo::ByteFormat::string(batch.bytes), lumo::dayText(batch.expires()));
+    const std::string heading =
+        Words{"{} · {} · se borra solo el {}", "{} · {} · deleted automatically on {}"}.with(
+            lumo::momentText(batch.date), lumo::ByteFormat::string(batch.bytes),
+            lumo::dayText(batch.expires()));
     std::string shown = tinted(heading, Tint::strong, invocation) + "\n";
     const std::vector<std::string> originals = originalsIn(batch, outcomes);
     for (std::size_t index = 0; index < std::min(originals.size(), mostShown); ++index) {
         shown += "  " + lumo::printable(lumo::abbreviated(originals[index], invocation.home)) + "\n";
     }
     if (originals.size() > mostShown) {
-        shown +=
-            "  " +
-            fmt::format(fmt::runtime(text("… y {} más", "… and {} more")), originals.size() - mostShown) +
-            "\n";
+        shown += "  " + Words{"… y {} más", "… and {} more"}.with(originals.size() - mostShown) + "\n";
     }
     return shown;
 }
@@ -119,8 +116,9 @@ ExitCode runHolding(const Invocation& invocation) {
         shown += batchText(batch, *outcomes, invocation) + "\n";
     }
     return print(shown +
-                 tinted(text("tarvo deshacer devuelve lo último a su sitio; tarvo vaciar lo borra ya.",
-                             "tarvo undo puts the latest back; tarvo empty deletes it all now."),
+                 tinted(Words{"tarvo deshacer devuelve lo último a su sitio; tarvo vaciar lo borra ya.",
+                              "tarvo undo puts the latest back; tarvo empty deletes it all now."}
+                            .in(),
                         Tint::faint, invocation) +
                  "\n");
 }
@@ -129,7 +127,7 @@ ExitCode tell(const TrashOperationResult& result, const Invocation& invocation) 
     std::string shown = jsonOf(result);
     if (!invocation.isJson) {
         shown = result.done == 0 && result.failures.empty()
-                    ? std::string(text("No hay nada que deshacer.\n", "There is nothing to undo.\n"))
+                    ? Words{"No hay nada que deshacer.\n", "There is nothing to undo.\n"}.in()
                     : lumo::printable(restoredText(result)) + "\n";
         // The first failure stands in the sentence.
         for (std::size_t index = 1; index < result.failures.size(); ++index) {
@@ -217,14 +215,16 @@ ExitCode emptyExpired(const Invocation& invocation) {
     if (lock->mayPurge(now, std::chrono::seconds(0))) {
         emptied = Holding::empty(Holding::expired(*batches, now), guard);
     } else {
-        complain(text("no me fío del reloj ahora: lo apartado no caduca hasta dentro de una hora, vuelve a "
-                      "probar entonces",
-                      "the clock cannot be trusted now: nothing in Recently Cleaned expires for an hour, try "
-                      "again then"),
-                 ExitCode::done);
+        complain(
+            Words{"no me fío del reloj ahora: lo apartado no caduca hasta dentro de una hora, vuelve a "
+                  "probar entonces",
+                  "the clock cannot be trusted now: nothing in Recently Cleaned expires for an hour, try "
+                  "again then"}
+                .in(),
+            ExitCode::done);
     }
     if (emptied.freed == 0 && emptied.failures.empty() && !invocation.isJson) {
-        return print(text("No hay nada caducado.\n", "Nothing has expired.\n"));
+        return print(Words{"No hay nada caducado.\n", "Nothing has expired.\n"}.in());
     }
     return tell(emptied, invocation);
 }
@@ -268,10 +268,6 @@ void choose(CLI::App& command, Action& chosen, const Run& run) {
     command.callback([run, &chosen] { chosen = run; });
 }
 
-std::string words(std::string_view es, std::string_view en) {
-    return std::string(text(es, en));
-}
-
 } // namespace
 
 void addHoldingCommands(CLI::App& app, Action& chosen) {
@@ -286,9 +282,9 @@ void addHoldingCommands(CLI::App& app, Action& chosen) {
         addCommand(app, "restaurar", "restore", "devuelve a su sitio lo que se apartó de esas rutas",
                    "put back what was set aside from these paths");
     const auto paths = std::make_shared<std::vector<std::string>>();
-    restore->add_option("paths", *paths, words("dónde estaba", "where it was"))
-        ->type_name(words("RUTA", "PATH"))
-        ->option_text(words("RUTA...", "PATH..."))
+    restore->add_option("paths", *paths, Words{"dónde estaba", "where it was"}.in())
+        ->type_name(Words{"RUTA", "PATH"}.in())
+        ->option_text(Words{"RUTA...", "PATH..."}.in())
         ->required();
     choose(*restore, chosen,
            [paths](const Invocation& invocation) { return runRestore(*paths, invocation); });
@@ -298,10 +294,11 @@ void addHoldingCommands(CLI::App& app, Action& chosen) {
                    "delete for good all that was set aside, after asking you");
     const auto arguments = std::make_shared<EmptyArguments>();
     empty->add_flag("--yes", arguments->isConfirmed,
-                    words("confirmar sin preguntar", "confirm without asking"));
+                    Words{"confirmar sin preguntar", "confirm without asking"}.in());
     empty->add_flag("--expired", arguments->isOnlyExpired,
-                    words("solo lo que ya ha pasado sus 7 días, sin preguntar",
-                          "only what is past its 7 days, no question asked"));
+                    Words{"solo lo que ya ha pasado sus 7 días, sin preguntar",
+                          "only what is past its 7 days, no question asked"}
+                        .in());
     choose(*empty, chosen,
            [arguments](const Invocation& invocation) { return runEmpty(*arguments, invocation); });
 }

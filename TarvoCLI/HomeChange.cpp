@@ -1,11 +1,11 @@
 #include "TarvoCLI/HomeChange.h"
 
 #include "LumoCore/Basics/Language.h"
-#include "LumoCore/Cleanup/ApplicationFolders.h"
+#include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Cleanup/HistoryLog.h"
 #include "Platform/Clock.h"
 #include "Platform/Environment.h"
-#include "TarvoApp/Model/CleanupTexts.h"
+#include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <fmt/format.h>
 
@@ -38,7 +38,7 @@ std::optional<ExitCode> refuseForeign(const Invocation& invocation) {
 
 std::expected<std::vector<lumo::CleanupOutcome>, ExitCode>
 readHistory(const std::string& home, const std::vector<lumo::CleanupOutcome>& unlogged) {
-    auto outcomes = lumo::HistoryLog::outcomes(lumo::ApplicationFolders::historyLog(home));
+    auto outcomes = lumo::HistoryLog::outcomes(lumo::OwnFiles::historyLog(home));
     if (!outcomes) {
         return std::unexpected(complain(unreadableHistoryText(outcomes.error()), ExitCode::failed));
     }

@@ -1,16 +1,16 @@
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Environment.h"
 #include "Platform/Folder.h"
 #include "Platform/StateFile.h"
-#include "TarvoApp/Model/DiskMapSvg.h"
-#include "TarvoApp/Model/TickedPlan.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/ReportSource.h"
 #include "TarvoCLI/Table.h"
-
-#include <fmt/format.h>
+#include "TarvoModel/Flows/CleanupPlanning.h"
+#include "TarvoModel/Showing/DiskMapSvg.h"
+#include "TarvoModel/Showing/TickedPlan.h"
 
 #include <memory>
 #include <utility>
@@ -18,7 +18,7 @@
 namespace tarvo {
 
 using DiskMap::PlacedTile;
-using lumo::text;
+using lumo::Words;
 
 namespace {
 
@@ -86,7 +86,7 @@ std::string mapJson(const DrawnMap& map) {
 
 std::string mapText(const DrawnMap& map, const Invocation& invocation) {
     if (map.tiles.empty()) {
-        return std::string(text("No hay nada que dibujar.\n", "There is nothing to draw.\n"));
+        return Words{"No hay nada que dibujar.\n", "There is nothing to draw.\n"}.in();
     }
     Table table({{.align = Align::right, .tint = Tint::strong},
                  {.mayShrink = true},
@@ -97,8 +97,9 @@ std::string mapText(const DrawnMap& map, const Invocation& invocation) {
                    lumo::printable(map.statuses[index])});
     }
     return table.lines(0, outputColumns(), invocation) +
-           tinted(text("Para verlo como dibujo: tarvo mapa --svg FICHERO\n",
-                       "To see it drawn: tarvo map --svg FILE\n"),
+           tinted(Words{"Para verlo como dibujo: tarvo mapa --svg FICHERO\n",
+                        "To see it drawn: tarvo map --svg FILE\n"}
+                      .in(),
                   Tint::faint, invocation);
 }
 
@@ -109,8 +110,8 @@ std::optional<ExitCode> savePicture(const std::string& file, const std::string& 
     if (saved) {
         return std::nullopt;
     }
-    return complain(fmt::format(fmt::runtime(text("no he podido escribir {} ({})", "cannot write {} ({})")),
-                                lumo::printable(file), lumo::reasonText(saved.error())),
+    return complain(Words{"no he podido escribir {} ({})", "cannot write {} ({})"}.with(
+                        lumo::printable(file), lumo::reasonText(saved.error())),
                     ExitCode::failed);
 }
 
@@ -141,7 +142,6 @@ void addMapCommand(CLI::App& app, Action& chosen) {
     CLI::App* command = addCommand(app, "mapa", "map", "el mapa del disco, en texto o dibujado",
                                    "the disk map, as text or drawn");
     const auto arguments = std::make_shared<MapArguments>();
-    const auto words = [](std::string_view es, std::string_view en) { return std::string(text(es, en)); };
     addReportOption(*command, arguments->source);
     const auto addSize = [&](const char* name, std::optional<std::int64_t>& value,
                              const std::string& meaning) {
@@ -149,15 +149,16 @@ void addMapCommand(CLI::App& app, Action& chosen) {
             ->check(isDecimal(5, "«{}» no es un número de puntos", "“{}” is no number of points"))
             ->type_name("N");
     };
-    addSize("--width", arguments->width, words("ancho del mapa (1200)", "width of the map (1200)"));
-    addSize("--height", arguments->height, words("alto del mapa (800)", "height of the map (800)"));
+    addSize("--width", arguments->width, Words{"ancho del mapa (1200)", "width of the map (1200)"}.in());
+    addSize("--height", arguments->height, Words{"alto del mapa (800)", "height of the map (800)"}.in());
     command->add_flag("--whole-disk", arguments->isWholeDisk,
-                      words("también el resto del disco y el espacio libre",
-                            "the rest of the disk and the free space as well"));
+                      Words{"también el resto del disco y el espacio libre",
+                            "the rest of the disk and the free space as well"}
+                          .in());
     command
         ->add_option("--svg", arguments->picture,
-                     words("dibujarlo en este fichero", "draw it into this file"))
-        ->type_name(words("FICHERO", "FILE"));
+                     Words{"dibujarlo en este fichero", "draw it into this file"}.in())
+        ->type_name(Words{"FICHERO", "FILE"}.in());
     command->callback([arguments, &chosen] {
         chosen = [arguments](const Invocation& invocation) { return runMap(*arguments, invocation); };
     });

@@ -1,3 +1,4 @@
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/HomeLock.h"
 #include "Platform/LineInput.h"
 #include "Platform/Terminal.h"
@@ -10,7 +11,7 @@
 
 namespace tarvo {
 
-using lumo::text;
+using lumo::Words;
 namespace platform = lumo::platform;
 
 namespace {
@@ -51,9 +52,9 @@ void addMcpCommand(CLI::App& app, Action& chosen) {
         app, "mcp", "mcp", "el servidor de herramientas para agentes, por la entrada y salida estándar",
         "the tool server for agents, on standard input and output");
     const auto isReadOnly = std::make_shared<bool>(false);
-    command->add_flag("--read-only", *isReadOnly,
-                      std::string(text("solo mirar y proponer; nada se limpia",
-                                       "only look and propose; nothing is cleaned")));
+    command->add_flag(
+        "--read-only", *isReadOnly,
+        Words{"solo mirar y proponer; nada se limpia", "only look and propose; nothing is cleaned"}.in());
     command->callback([isReadOnly, &chosen] {
         chosen = [isReadOnly](const Invocation& invocation) { return serve(*isReadOnly, invocation); };
     });

@@ -1,37 +1,36 @@
 #include "TarvoCLI/OutcomeText.h"
 
 #include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Text.h"
-#include "Platform/CheckedSum.h"
+#include "LumoCore/Basics/Words.h"
 #include "TarvoCLI/Table.h"
-
-#include <fmt/format.h>
 
 namespace tarvo {
 
 using lumo::CleanupOutcome;
-using lumo::text;
+using lumo::Words;
 
 namespace {
 
 std::string whatBecameOf(const CleanupOutcome& outcome) {
     if (outcome.status == lumo::CleanupStatus::failed) {
-        const std::string reason = outcome.message.value_or(
-            std::string(text("se interrumpió a medias", "it was cut short half-way")));
-        return std::string(text("falló: ", "failed: ")) + lumo::printable(reason);
+        const std::string reason =
+            outcome.message.value_or(Words{"se interrumpió a medias", "it was cut short half-way"}.in());
+        return Words{"falló: ", "failed: "}.in() + lumo::printable(reason);
     }
     if (outcome.message) {
         return lumo::printable(*outcome.message);
     }
-    return std::string(outcome.restorable || outcome.trashedBytes > 0 ? text("apartado", "set aside")
-                                                                      : text("liberado", "freed"));
+    return std::string(outcome.restorable || outcome.trashedBytes > 0 ? Words{"apartado", "set aside"}.in()
+                                                                      : Words{"liberado", "freed"}.in());
 }
 
 /// Whose wish it was, where that was not the user's alone.
 std::string callerText(const CleanupOutcome& outcome) {
-    return outcome.caller ? fmt::format(fmt::runtime(text(" (a petición de {})", " (asked for by {})")),
-                                        lumo::printable(*outcome.caller))
-                          : std::string();
+    return outcome.caller
+               ? Words{" (a petición de {})", " (asked for by {})"}.with(lumo::printable(*outcome.caller))
+               : std::string();
 }
 
 } // namespace

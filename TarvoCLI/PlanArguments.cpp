@@ -1,12 +1,13 @@
 #include "TarvoCLI/PlanArguments.h"
 
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Folder.h"
-#include "TarvoApp/Model/CleanupPlanning.h"
 #include "TarvoCLI/Commands.h"
+#include "TarvoModel/Flows/CleanupPlanning.h"
 
 namespace tarvo {
 
-using lumo::text;
+using lumo::Words;
 
 namespace {
 
@@ -29,39 +30,41 @@ CLI::callback_t gather(std::vector<std::string>& words) {
 } // namespace
 
 void addPlanOptions(CLI::App& command, PlanArguments& arguments) {
-    const auto words = [](std::string_view es, std::string_view en) { return std::string(text(es, en)); };
     command
         .add_option(
             "--include", gather(arguments.include),
-            words("incluir también esto, que conviene mirar antes", "also include this, which needs a look"))
+            Words{"incluir también esto, que conviene mirar antes", "also include this, which needs a look"}
+                .in())
         ->type_name("ID")
         ->expected(1)
         ->take_all();
     command
         .add_option("--only", gather(arguments.only),
-                    words("solo esto; con --only= nada", "only this; nothing with --only="))
+                    Words{"solo esto; con --only= nada", "only this; nothing with --only="}.in())
         ->type_name("ID")
         ->expected(1)
         ->take_all();
     command.add_flag("--dependencies,--dependencias", arguments.includesActiveDependencies,
-                     words("incluir las dependencias de proyectos con cambios recientes",
-                           "include the dependencies of recently changed projects"));
+                     Words{"incluir las dependencias de proyectos con cambios recientes",
+                           "include the dependencies of recently changed projects"}
+                         .in());
     command
         .add_option("--active-days", inDecimal(arguments.activeDays),
-                    words("días que un proyecto sigue activo tras un cambio",
-                          "days a project stays active after a change"))
+                    Words{"días que un proyecto sigue activo tras un cambio",
+                          "days a project stays active after a change"}
+                        .in())
         ->check(isDecimal(5, "«{}» no es un número de días", "“{}” is no number of days"))
         ->type_name("N");
     command
         .add_option("--protect", gather(arguments.protectedFolders),
-                    words("no tocar esta carpeta", "do not touch this folder"))
-        ->type_name(words("CARPETA", "DIR"))
+                    Words{"no tocar esta carpeta", "do not touch this folder"}.in())
+        ->type_name(Words{"CARPETA", "DIR"}.in())
         ->expected(1)
         ->take_all();
     command
         .add_option("--exclude-project", gather(arguments.excludedProjects),
-                    words("dejar fuera este proyecto", "leave this project out"))
-        ->type_name(words("CARPETA", "DIR"))
+                    Words{"dejar fuera este proyecto", "leave this project out"}.in())
+        ->type_name(Words{"CARPETA", "DIR"}.in())
         ->expected(1)
         ->take_all();
 }

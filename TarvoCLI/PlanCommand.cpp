@@ -1,15 +1,16 @@
-#include "TarvoApp/Model/CleanupPlanning.h"
+#include "LumoCore/Basics/Words.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/PlanArguments.h"
 #include "TarvoCLI/PlanText.h"
 #include "TarvoCLI/ReportSource.h"
+#include "TarvoModel/Flows/CleanupPlanning.h"
 
 #include <memory>
 
 namespace tarvo {
 
 using lumo::PlanEntry;
-using lumo::text;
+using lumo::Words;
 
 namespace {
 
@@ -31,11 +32,13 @@ ExitCode runPlan(const PlanCommandArguments& arguments, const Invocation& invoca
     if (invocation.isJson) {
         return print(planJson(entries));
     }
-    return print(planText(entries, *options, invocation) +
-                 tinted(text("Lo que conviene mirar antes entra con --include ID; tarvo analizar lo muestra.",
-                             "What needs a look comes in with --include ID; tarvo scan shows it."),
-                        Tint::faint, invocation) +
-                 "\n");
+    return print(
+        planText(entries, *options, invocation) +
+        tinted(Words{"Lo que conviene mirar antes entra con --include ID; tarvo analizar lo muestra.",
+                     "What needs a look comes in with --include ID; tarvo scan shows it."}
+                   .in(),
+               Tint::faint, invocation) +
+        "\n");
 }
 
 } // namespace

@@ -1,8 +1,9 @@
 #include "TarvoCLI/PlanText.h"
 
 #include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Text.h"
-#include "Platform/CheckedSum.h"
+#include "LumoCore/Basics/Words.h"
 #include "TarvoCLI/Table.h"
 
 #include <fmt/format.h>
@@ -13,7 +14,7 @@
 namespace tarvo {
 
 using lumo::PlanEntry;
-using lumo::text;
+using lumo::Words;
 
 namespace {
 
@@ -26,8 +27,8 @@ std::string whatHappens(const PlanEntry& entry) {
         return lumo::printable(fmt::format("{}", fmt::join(command->words, " ")));
     }
     return std::string(entry.action.safety == lumo::Safety::safe
-                           ? text("se borra", "is deleted")
-                           : text("se aparta 7 días", "is set aside for 7 days"));
+                           ? Words{"se borra", "is deleted"}.in()
+                           : Words{"se aparta 7 días", "is set aside for 7 days"}.in());
 }
 
 std::string section(std::string_view heading, const std::vector<PlanEntry>& entries, bool isSkipped,
@@ -61,9 +62,8 @@ std::string missingText(const std::vector<PlanEntry>& entries, const lumo::Clean
     }
     std::string shown;
     for (const std::string& id : asked) {
-        shown +=
-            fmt::format(fmt::runtime(text("No hay nada que se llame {}.\n", "There is nothing called {}.\n")),
-                        lumo::printable(id));
+        shown += Words{"No hay nada que se llame {}.\n", "There is nothing called {}.\n"}.with(
+            lumo::printable(id));
     }
     return shown;
 }
@@ -72,11 +72,11 @@ std::string missingText(const std::vector<PlanEntry>& entries, const lumo::Clean
 
 std::string planText(const std::vector<PlanEntry>& entries, const lumo::CleanupOptions& options,
                      const Invocation& invocation) {
-    const std::string shown = section(text("Se limpiaría", "Would be cleaned"), entries, false, invocation) +
-                              section(text("Se queda fuera", "Left out"), entries, true, invocation);
+    const std::string shown =
+        section(Words{"Se limpiaría", "Would be cleaned"}.in(), entries, false, invocation) +
+        section(Words{"Se queda fuera", "Left out"}.in(), entries, true, invocation);
     return missingText(entries, options) +
-           (shown.empty() ? std::string(text("No hay nada que limpiar.\n", "There is nothing to clean.\n"))
-                          : shown);
+           (shown.empty() ? Words{"No hay nada que limpiar.\n", "There is nothing to clean.\n"}.in() : shown);
 }
 
 std::string planJson(const std::vector<PlanEntry>& entries) {

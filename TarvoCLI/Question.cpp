@@ -1,7 +1,7 @@
 #include "TarvoCLI/Question.h"
 
-#include "LumoCore/Basics/Language.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Terminal.h"
 
 #include <algorithm>
@@ -31,15 +31,16 @@ std::optional<ExitCode> cannotAsk(bool isConfirmed) {
         (platform::isTerminal(platform::Stream::input) && platform::isTerminal(platform::Stream::error))) {
         return std::nullopt;
     }
-    return complain(lumo::text("no hay terminal donde preguntar: confírmalo con --yes",
-                               "there is no terminal to ask on: confirm with --yes"),
+    return complain(lumo::Words{"no hay terminal donde preguntar: confírmalo con --yes",
+                                "there is no terminal to ask on: confirm with --yes"}
+                        .in(),
                     ExitCode::usage);
 }
 
 std::optional<ExitCode> declined(std::string_view question) {
     platform::noteInterrupts();
     platform::writeAll(platform::Stream::error,
-                       std::string(question) + std::string(lumo::text(" [s/N] ", " [y/N] ")));
+                       std::string(question) + lumo::Words{" [s/N] ", " [y/N] "}.in());
     const std::optional<std::string> answer = platform::readLine();
     if (platform::wasInterrupted()) {
         platform::writeAll(platform::Stream::error, "\n");
@@ -48,7 +49,7 @@ std::optional<ExitCode> declined(std::string_view question) {
     if (answer && isYes(*answer)) {
         return std::nullopt;
     }
-    return complain(lumo::text("no se ha tocado nada", "nothing was touched"), ExitCode::failed);
+    return complain(lumo::Words{"no se ha tocado nada", "nothing was touched"}.in(), ExitCode::failed);
 }
 
 } // namespace tarvo

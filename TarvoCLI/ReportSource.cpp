@@ -2,37 +2,35 @@
 
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Rules/RuleCatalog.h"
 #include "Platform/StateFile.h"
 #include "TarvoCLI/WatchedScan.h"
 
-#include <fmt/format.h>
-
 namespace tarvo {
 
-using lumo::text;
+using lumo::Words;
 
 namespace {
 
 ExitCode refuse(const std::string& file, const std::string& reason) {
-    return complain(
-        fmt::format(fmt::runtime(text("{} no es un informe que pueda leer ({}); haz uno con tarvo "
-                                      "analizar --json",
-                                      "{} is no report that can be read ({}); make one with tarvo scan "
-                                      "--json")),
-                    lumo::printable(file), lumo::printable(reason)),
-        ExitCode::usage);
+    return complain(Words{"{} no es un informe que pueda leer ({}); haz uno con tarvo "
+                          "analizar --json",
+                          "{} is no report that can be read ({}); make one with tarvo scan "
+                          "--json"}
+                        .with(lumo::printable(file), lumo::printable(reason)),
+                    ExitCode::usage);
 }
 
 } // namespace
 
 void addReportOption(CLI::App& command, ReportSource& source) {
     command
-        .add_option(
-            "--report", source.file,
-            std::string(text("usar este informe guardado en vez de analizar; - para la entrada estándar",
-                             "use this saved report instead of scanning; - for standard input")))
-        ->type_name(std::string(text("FICHERO", "FILE")));
+        .add_option("--report", source.file,
+                    Words{"usar este informe guardado en vez de analizar; - para la entrada estándar",
+                          "use this saved report instead of scanning; - for standard input"}
+                        .in())
+        ->type_name(Words{"FICHERO", "FILE"}.in());
 }
 
 lumo::platform::SystemResult<std::string> inputFrom(const std::string& file) {

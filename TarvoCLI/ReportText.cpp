@@ -3,8 +3,9 @@
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
-#include "TarvoApp/Model/Rows.h"
+#include "LumoCore/Basics/Words.h"
 #include "TarvoCLI/Table.h"
+#include "TarvoModel/Showing/Rows.h"
 
 #include <fmt/format.h>
 
@@ -17,7 +18,7 @@ using lumo::Finding;
 using lumo::ProjectReport;
 using lumo::Safety;
 using lumo::ScanReport;
-using lumo::text;
+using lumo::Words;
 
 namespace {
 
@@ -41,9 +42,9 @@ std::string placesText(const std::vector<std::string>& paths, const std::string&
     if (paths.size() == 1) {
         return placeText(paths.front(), home);
     }
-    const std::string folder = paths.front().substr(0, paths.front().rfind('/'));
+    const std::string folder(lumo::parentOf(paths.front()));
     return fmt::format("{}/ ({} {})", placeText(folder, home), countText(paths.size()),
-                       text("elementos", "items"));
+                       Words{"elementos", "items"}.in());
 }
 
 /// Puts sections under each other.
@@ -84,8 +85,7 @@ std::string restText(std::size_t count, std::int64_t bytes) {
     if (count == 0) {
         return {};
     }
-    return fmt::format(fmt::runtime(text("y {} más ({})", "and {} more ({})")), countText(count),
-                       bytesText(bytes));
+    return Words{"y {} más ({})", "and {} more ({})"}.with(countText(count), bytesText(bytes));
 }
 
 void addFindings(Page& page, const ScanReport& report, Safety safety) {
@@ -121,7 +121,7 @@ std::string artifactsText(const ProjectReport& project) {
     }
     std::string shown = fmt::format("{}", fmt::join(parts, " · "));
     if (project.lastCodeChange) {
-        shown += fmt::format("  {} {}", text("último cambio", "last change"),
+        shown += fmt::format("  {} {}", Words{"último cambio", "last change"}.in(),
                              lumo::dayText(*project.lastCodeChange));
     }
     return shown;
@@ -150,7 +150,7 @@ void addProjects(Page& page, const ScanReport& report) {
     }
     if (!table.isEmpty()) {
         page.section(
-            text("Proyectos: carpetas que se vuelven a crear", "Projects: folders that can be rebuilt"),
+            Words{"Proyectos: carpetas que se vuelven a crear", "Projects: folders that can be rebuilt"}.in(),
             recoverable, Tint::safe, table, restText(restCount, restBytes));
     }
 }
@@ -163,8 +163,8 @@ void addUnclassified(Page& page, const ScanReport& report) {
         table.add({bytesText(item.usage.allocatedBytes), placeText(item.path, report.home), ""});
     }
     if (!table.isEmpty()) {
-        page.section(text("Carpetas grandes sin clasificar", "Large unclassified folders"), sum, Tint::strong,
-                     table);
+        page.section(Words{"Carpetas grandes sin clasificar", "Large unclassified folders"}.in(), sum,
+                     Tint::strong, table);
     }
 }
 
@@ -178,26 +178,25 @@ std::string headText(const ScanReport& report) {
     const std::string home = lumo::printable(report.home);
     const std::string duration = durationText(report.durationSeconds);
     if (report.volume.totalBytes == 0) {
-        return fmt::format(fmt::runtime(text("{}: analizado en {}", "{}: analyzed in {}")), home, duration);
+        return Words{"{}: analizado en {}", "{}: analyzed in {}"}.with(home, duration);
     }
-    return fmt::format(
-        fmt::runtime(text("{}: {} libres de {}, analizado en {}", "{}: {} free of {}, analyzed in {}")), home,
-        bytesText(report.volume.availableBytes), bytesText(report.volume.totalBytes), duration);
+    return Words{"{}: {} libres de {}, analizado en {}", "{}: {} free of {}, analyzed in {}"}.with(
+        home, bytesText(report.volume.availableBytes), bytesText(report.volume.totalBytes), duration);
 }
 
 std::string unreadableText(std::int64_t count) {
     if (count == 1) {
-        return std::string(
-            text("No he podido leer 1 elemento: lo que ocupa no está contado. Suele ser falta de permiso.",
-                 "1 item could not be read: what it takes is not counted. Most often a permission is "
-                 "missing."));
+        return Words{
+            "No he podido leer 1 elemento: lo que ocupa no está contado. Suele ser falta de permiso.",
+            "1 item could not be read: what it takes is not counted. Most often a permission is "
+            "missing."}
+            .in();
     }
-    return fmt::format(
-        fmt::runtime(text("No he podido leer {} elementos: lo que ocupan no está contado. Suele ser "
-                          "falta de permiso.",
-                          "{} items could not be read: what they take is not counted. Most often a "
-                          "permission is missing.")),
-        countText(static_cast<std::size_t>(count)));
+    return Words{"No he podido leer {} elementos: lo que ocupan no está contado. Suele ser "
+                 "falta de permiso.",
+                 "{} items could not be read: what they take is not counted. Most often a "
+                 "permission is missing."}
+        .with(countText(static_cast<std::size_t>(count)));
 }
 
 /// What can be recovered, and what else there is to decide.
@@ -205,12 +204,11 @@ std::string outcomeText(const ScanReport& report) {
     const std::string safe = bytesText(report.safeBytes());
     const std::int64_t review = report.bytes(Safety::review);
     if (review == 0) {
-        return fmt::format(
-            fmt::runtime(text("Puedes recuperar {} sin riesgo.", "You can recover {} with no risk.")), safe);
+        return Words{"Puedes recuperar {} sin riesgo.", "You can recover {} with no risk."}.with(safe);
     }
-    return fmt::format(fmt::runtime(text("Puedes recuperar {} sin riesgo; {} esperan a que los mires.",
-                                         "You can recover {} with no risk; {} wait for you to look at.")),
-                       safe, bytesText(review));
+    return Words{"Puedes recuperar {} sin riesgo; {} esperan a que los mires.",
+                 "You can recover {} with no risk; {} wait for you to look at."}
+        .with(safe, bytesText(review));
 }
 
 void addClosing(Page& page, const ScanReport& report) {
@@ -219,14 +217,16 @@ void addClosing(Page& page, const ScanReport& report) {
         page.line(unreadableText(unreadable), Tint::review);
     }
     if (report.safeBytes() == 0 && report.findings.empty() && report.unclassified.empty()) {
-        page.line(text("No he encontrado nada que ocupe espacio sin necesidad.",
-                       "Nothing found that takes space needlessly."));
+        page.line(Words{"No he encontrado nada que ocupe espacio sin necesidad.",
+                        "Nothing found that takes space needlessly."}
+                      .in());
         return;
     }
     page.line(outcomeText(report), Tint::strong);
     page.line(
-        text("Qué es cada cosa y cómo se libera: tarvo reglas. Todos los detalles: tarvo analizar --json.",
-             "What each thing is and how it is freed: tarvo rules. All details: tarvo scan --json."),
+        Words{"Qué es cada cosa y cómo se libera: tarvo reglas. Todos los detalles: tarvo analizar --json.",
+              "What each thing is and how it is freed: tarvo rules. All details: tarvo scan --json."}
+            .in(),
         Tint::faint);
 }
 

@@ -1,3 +1,4 @@
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Rules/RuleCatalog.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/Table.h"
@@ -8,7 +9,7 @@ namespace tarvo {
 
 using lumo::Rule;
 using lumo::Safety;
-using lumo::text;
+using lumo::Words;
 
 namespace {
 
@@ -50,10 +51,10 @@ std::string howText(const lumo::Cleanup& cleanup) {
         std::string operator()(const lumo::cleanup::Command& how) const { return how.line; }
         std::string operator()(const lumo::cleanup::Manual& how) const { return how.instruction; }
         std::string operator()(const lumo::cleanup::DeleteContents&) const {
-            return std::string(text("se borra su contenido", "its contents are deleted"));
+            return Words{"se borra su contenido", "its contents are deleted"}.in();
         }
         std::string operator()(const lumo::cleanup::DeleteItems&) const {
-            return std::string(text("se borra", "it is deleted"));
+            return Words{"se borra", "it is deleted"}.in();
         }
     };
     return std::visit(How{}, cleanup);
@@ -63,12 +64,12 @@ std::string describe(const Rule& rule, Tint tint, const Invocation& invocation) 
     std::string described = "\n" + tinted("● " + rule.name, tint, invocation) + "  " +
                             tinted(rule.id, Tint::faint, invocation) + "\n";
     Table table({{.align = Align::left, .tint = Tint::faint}, {}});
-    table.add({std::string(text("Dónde", "Where")), rule.displayPath()});
-    table.add({std::string(text("Qué es", "What")), rule.explanation});
-    table.add({std::string(text("Cómo", "How")), howText(rule.cleanup)});
+    table.add({Words{"Dónde", "Where"}.in(), rule.displayPath()});
+    table.add({Words{"Qué es", "What"}.in(), rule.explanation});
+    table.add({Words{"Cómo", "How"}.in(), howText(rule.cleanup)});
     if (rule.closeFirst) {
-        table.add({std::string(text("Antes", "First")),
-                   fmt::format("{} {}", text("cierra", "quit"), *rule.closeFirst)});
+        table.add({Words{"Antes", "First"}.in(),
+                   fmt::format("{} {}", Words{"cierra", "quit"}.in(), *rule.closeFirst)});
     }
     return described + table.lines(2, 0, invocation);
 }
@@ -77,11 +78,11 @@ std::string textOfRules(const Invocation& invocation) {
     struct Group {
         Safety safety;
         Tint tint;
-        std::string_view heading;
+        std::string heading;
     };
-    const Group groups[] = {{Safety::safe, Tint::safe, text("SE RECREA SOLO", "RECREATES ITSELF")},
-                            {Safety::review, Tint::review, text("MÍRALO ANTES", "NEEDS A LOOK")},
-                            {Safety::keep, Tint::faint, text("SE CONSERVA", "KEPT")}};
+    const Group groups[] = {{Safety::safe, Tint::safe, Words{"SE RECREA SOLO", "RECREATES ITSELF"}.in()},
+                            {Safety::review, Tint::review, Words{"MÍRALO ANTES", "NEEDS A LOOK"}.in()},
+                            {Safety::keep, Tint::faint, Words{"SE CONSERVA", "KEPT"}.in()}};
     std::string described;
     for (const Group& group : groups) {
         described += (described.empty() ? "" : "\n") + tinted(group.heading, Tint::strong, invocation) + "\n";

@@ -1,23 +1,22 @@
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Clock.h"
 #include "Platform/StateFile.h"
-#include "TarvoApp/Model/CleanupTexts.h"
-#include "TarvoApp/Model/ScanPass.h"
-#include "TarvoApp/Model/ScanUpkeep.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/HomeChange.h"
 #include "TarvoCLI/ReportText.h"
 #include "TarvoCLI/WatchedScan.h"
-
-#include <fmt/format.h>
+#include "TarvoModel/Flows/ScanPass.h"
+#include "TarvoModel/Flows/ScanUpkeep.h"
+#include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <memory>
 #include <optional>
 
 namespace tarvo {
 
-using lumo::text;
+using lumo::Words;
 
 namespace {
 
@@ -71,11 +70,10 @@ ExitCode runScan(const ScanArguments& arguments, const Invocation& invocation) {
     // Readable for whom the user's mask allows, like any file that a command is told to write.
     constexpr unsigned mode = 0666;
     if (const auto saved = lumo::platform::replaceWhole(*arguments.output, json, mode); !saved) {
-        return complain(
-            fmt::format(fmt::runtime(text("no he podido guardar en {}: {}; elige otro lugar con --output",
-                                          "could not save to {}: {}; choose another place with --output")),
-                        lumo::printable(*arguments.output), lumo::reasonText(saved.error())),
-            ExitCode::failed);
+        return complain(Words{"no he podido guardar en {}: {}; elige otro lugar con --output",
+                              "could not save to {}: {}; choose another place with --output"}
+                            .with(lumo::printable(*arguments.output), lumo::reasonText(saved.error())),
+                        ExitCode::failed);
     }
     return printed;
 }
@@ -87,28 +85,32 @@ void addScanCommand(CLI::App& app, Action& chosen) {
         addCommand(app, "analizar", "scan", "qué llena tu carpeta personal y qué se puede liberar",
                    "what fills your home folder and what can be freed");
     const auto arguments = std::make_shared<ScanArguments>();
-    const auto words = [](std::string_view es, std::string_view en) { return std::string(text(es, en)); };
     command->add_flag("--quick", arguments->isQuick,
-                      words("solo lo que no necesita permisos, sin proyectos",
-                            "only what needs no permission, without projects"));
+                      Words{"solo lo que no necesita permisos, sin proyectos",
+                            "only what needs no permission, without projects"}
+                          .in());
     command->add_flag("--no-projects", arguments->leavesOutProjects,
-                      words("no buscar proyectos", "do not look for projects"));
+                      Words{"no buscar proyectos", "do not look for projects"}.in());
     command
         ->add_option("--min-unclassified", inDecimal(arguments->minimumUnclassified),
-                     words("carpeta sin clasificar más pequeña que se muestra, en bytes",
-                           "smallest unclassified folder to report, in bytes"))
+                     Words{"carpeta sin clasificar más pequeña que se muestra, en bytes",
+                           "smallest unclassified folder to report, in bytes"}
+                         .in())
         ->check(isDecimal(18, "«{}» no es un número de bytes", "“{}” is no number of bytes"))
         ->type_name("BYTES");
     command->add_flag("--no-app-caches", arguments->leavesOutAppCaches,
-                      words("no añadir las cachés de las aplicaciones instaladas",
-                            "do not add the caches of installed applications"));
+                      Words{"no añadir las cachés de las aplicaciones instaladas",
+                            "do not add the caches of installed applications"}
+                          .in());
     command->add_flag("--no-snapshot", arguments->storesNoSnapshot,
-                      words("no recordar lo que ocupa cada cosa para ver qué crece",
-                            "do not remember what everything takes, to see what grows"));
+                      Words{"no recordar lo que ocupa cada cosa para ver qué crece",
+                            "do not remember what everything takes, to see what grows"}
+                          .in());
     command
-        ->add_option("--output", arguments->output,
-                     words("guardar también aquí el informe en JSON", "also save the report as JSON here"))
-        ->type_name(words("FICHERO", "FILE"));
+        ->add_option(
+            "--output", arguments->output,
+            Words{"guardar también aquí el informe en JSON", "also save the report as JSON here"}.in())
+        ->type_name(Words{"FICHERO", "FILE"}.in());
     command->callback([arguments, &chosen] {
         chosen = [arguments](const Invocation& invocation) { return runScan(*arguments, invocation); };
     });

@@ -1,9 +1,8 @@
 #include "LumoCore/Basics/Text.h"
-#include "TarvoApp/Model/Preferences.h"
+#include "LumoCore/Basics/Words.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/Table.h"
-
-#include <fmt/format.h>
+#include "TarvoModel/Flows/Preferences.h"
 
 #include <memory>
 #include <span>
@@ -11,7 +10,7 @@
 namespace tarvo {
 
 using lumo::JsonValue;
-using lumo::text;
+using lumo::Words;
 
 namespace {
 
@@ -26,8 +25,8 @@ ExitCode show(const Preferences& preferences, std::span<const PreferenceKey> key
     Table table({{.tint = Tint::strong}, {.mayShrink = true}, {.tint = Tint::faint, .mayShrink = true}});
     for (const PreferenceKey& key : keys) {
         const auto value = preferences.value(key);
-        table.add({std::string(key.key), value ? wordsOf(*value) : "–",
-                   std::string(text(key.meaningEs, key.meaningEn))});
+        table.add(
+            {std::string(key.key), value ? wordsOf(*value) : "–", Words{key.meaningEs, key.meaningEn}.in()});
         if (value) {
             object.push_back({std::string(key.key), *value});
         }
@@ -48,11 +47,10 @@ ExitCode show(const Preferences& preferences, std::span<const PreferenceKey> key
 ExitCode withKey(const std::string& name, const std::function<ExitCode(const PreferenceKey&)>& act) {
     const PreferenceKey* key = preferenceKey(name);
     if (key == nullptr) {
-        return complain(
-            fmt::format(fmt::runtime(text("no hay ningún ajuste «{}»; tarvo ajustes los muestra todos",
-                                          "there is no setting “{}”; tarvo settings lists them all")),
-                        lumo::printable(name)),
-            ExitCode::usage);
+        return complain(Words{"no hay ningún ajuste «{}»; tarvo ajustes los muestra todos",
+                              "there is no setting “{}”; tarvo settings lists them all"}
+                            .with(lumo::printable(name)),
+                        ExitCode::usage);
     }
     return act(*key);
 }
@@ -60,10 +58,10 @@ ExitCode withKey(const std::string& name, const std::function<ExitCode(const Pre
 ExitCode change(const PreferenceKey& key, std::optional<JsonValue> value, const Invocation& invocation) {
     Preferences preferences = Preferences::load(invocation.home);
     if (const auto stored = preferences.store(key, std::move(value)); !stored) {
-        return complain(fmt::format(fmt::runtime(text("no he podido guardar el ajuste en {}",
-                                                      "the setting could not be saved in {}")),
-                                    stored.error().message),
-                        ExitCode::failed);
+        return complain(
+            Words{"no he podido guardar el ajuste en {}", "the setting could not be saved in {}"}.with(
+                stored.error().message),
+            ExitCode::failed);
     }
     return show(preferences, {&key, 1}, invocation);
 }
@@ -81,9 +79,7 @@ ExitCode set(const SettingsArguments& arguments, const Invocation& invocation) {
 CLI::App* addKeyCommand(CLI::App& settings, const char* name, std::string_view meaningEs,
                         std::string_view meaningEn, SettingsArguments& arguments) {
     CLI::App* command = addCommand(settings, name, name, meaningEs, meaningEn);
-    command
-        ->add_option(std::string(text("CLAVE", "KEY")), arguments.key,
-                     std::string(text("qué ajuste", "which setting")))
+    command->add_option(Words{"CLAVE", "KEY"}.in(), arguments.key, Words{"qué ajuste", "which setting"}.in())
         ->required()
         ->type_name("");
     return command;
@@ -112,9 +108,8 @@ void addSettingsCommand(CLI::App& app, Action& chosen) {
     });
     CLI::App* setter = addKeyCommand(*settings, "set", "cambia uno", "changes one", *arguments);
     setter
-        ->add_option(
-            std::string(text("VALOR", "VALUE")), arguments->words,
-            std::string(text("su nuevo valor; varios en una lista", "its new value; several for a list")))
+        ->add_option(Words{"VALOR", "VALUE"}.in(), arguments->words,
+                     Words{"su nuevo valor; varios en una lista", "its new value; several for a list"}.in())
         ->required()
         ->type_name("");
     setter->callback([arguments, &chosen] {

@@ -1,41 +1,40 @@
 #include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Inventories/SystemSpace.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/Paragraph.h"
 
-#include <fmt/format.h>
-
 namespace tarvo {
 
 using lumo::SystemSpace;
-using lumo::text;
+using lumo::Words;
 
 namespace {
 
 std::string snapshotsText(const std::vector<lumo::Date>& snapshots) {
     if (snapshots.size() == 1) {
-        return fmt::format(fmt::runtime(text("1 instantánea local de Time Machine, del {}",
-                                             "1 local Time Machine snapshot, from {}")),
-                           lumo::momentText(snapshots.front()));
+        return Words{"1 instantánea local de Time Machine, del {}", "1 local Time Machine snapshot, from {}"}
+            .with(lumo::momentText(snapshots.front()));
     }
-    return fmt::format(fmt::runtime(text("{} instantáneas locales de Time Machine, la más antigua del {}",
-                                         "{} local Time Machine snapshots, the oldest from {}")),
-                       snapshots.size(), lumo::momentText(snapshots.front()));
+    return Words{"{} instantáneas locales de Time Machine, la más antigua del {}",
+                 "{} local Time Machine snapshots, the oldest from {}"}
+        .with(snapshots.size(), lumo::momentText(snapshots.front()));
 }
 
 std::string textOfSpace(const SystemSpace& space) {
     if (space == SystemSpace()) {
         return paragraph(
-            text("El sistema no guarda ahora espacio que libere solo: lo que ves ocupado sigue "
-                 "así hasta que se limpia. (En un Mac suele haber algo; en Linux no lo hay.)",
-                 "There is no space now that the system frees by itself: what you see taken stays "
-                 "so until it is cleaned. (A Mac mostly has some; Linux has none.)"),
+            Words{"El sistema no guarda ahora espacio que libere solo: lo que ves ocupado sigue "
+                  "así hasta que se limpia. (En un Mac suele haber algo; en Linux no lo hay.)",
+                  "There is no space now that the system frees by itself: what you see taken stays "
+                  "so until it is cleaned. (A Mac mostly has some; Linux has none.)"}
+                .in(),
             readingColumns());
     }
-    std::string shown = lumo::ByteFormat::string(space.purgeableBytes) +
-                        std::string(text(" que macOS libera solo cuando lo necesita",
-                                         " that macOS frees by itself when needed")) +
-                        "\n";
+    std::string shown =
+        lumo::ByteFormat::string(space.purgeableBytes) +
+        Words{" que macOS libera solo cuando lo necesita", " that macOS frees by itself when needed"}.in() +
+        "\n";
     if (!space.localSnapshots.empty()) {
         shown += snapshotsText(space.localSnapshots) + "\n";
     }

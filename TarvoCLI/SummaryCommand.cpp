@@ -1,4 +1,5 @@
 #include "LumoAI/ModelWriters.h"
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Clock.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/DiskFacts.h"
@@ -9,7 +10,7 @@
 
 namespace tarvo {
 
-using lumo::text;
+using lumo::Words;
 
 namespace {
 
@@ -47,8 +48,9 @@ ExitCode runSummary(const ReportSource& source, const Invocation& invocation) {
     }
     std::string shown = paragraph(summary.text, readingColumns());
     if (summary.byAI) {
-        shown += tinted(text("Lo ha escrito la IA de tu equipo; las cifras están comprobadas.",
-                             "Written by the AI on your computer; the figures are checked."),
+        shown += tinted(Words{"Lo ha escrito la IA de tu equipo; las cifras están comprobadas.",
+                              "Written by the AI on your computer; the figures are checked."}
+                            .in(),
                         Tint::faint, invocation) +
                  "\n";
     }

@@ -1,13 +1,14 @@
 #include "TarvoCLI/UsersModel.h"
 
-#include "TarvoApp/Model/ModelChoice.h"
+#include "LumoCore/Basics/Words.h"
 #include "TarvoCLI/Watching.h"
+#include "TarvoModel/Flows/ModelChoice.h"
 
 #include <fmt/format.h>
 
 namespace tarvo {
 
-using lumo::text;
+using lumo::Words;
 
 std::unique_ptr<lumo::LanguageModel> usersModel(const Invocation& invocation, std::string_view instead) {
     const Preferences preferences = Preferences::load(invocation.home);
@@ -19,7 +20,7 @@ std::unique_ptr<lumo::LanguageModel> usersModel(const Invocation& invocation, st
     if (!reason) {
         return model;
     }
-    (void)complain(fmt::format("{} {}.{}{}", text("IA no disponible:", "AI unavailable:"), *reason,
+    (void)complain(fmt::format("{} {}.{}{}", Words{"IA no disponible:", "AI unavailable:"}.in(), *reason,
                                instead.empty() ? "" : " ", instead),
                    ExitCode::failed);
     return nullptr;
@@ -28,9 +29,7 @@ std::unique_ptr<lumo::LanguageModel> usersModel(const Invocation& invocation, st
 bool watchModel(const Invocation& invocation, const std::function<void(const std::stop_token&)>& work) {
     return watchWalk(
         invocation, [&](const lumo::FileTree::Watch& watch) { work(watch.stop); },
-        [] {
-            return std::string(text("Preguntando a la IA de tu equipo", "Asking the AI on your computer"));
-        });
+        [] { return Words{"Preguntando a la IA de tu equipo", "Asking the AI on your computer"}.in(); });
 }
 
 } // namespace tarvo

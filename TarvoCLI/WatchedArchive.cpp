@@ -2,17 +2,16 @@
 
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Clock.h"
 #include "Platform/Terminal.h"
 #include "TarvoCLI/Watching.h"
-
-#include <fmt/format.h>
 
 #include <functional>
 
 namespace tarvo {
 
-using lumo::text;
+using lumo::Words;
 using lumo::Archiver::ArchivePhase;
 using lumo::Archiver::Estimate;
 namespace platform = lumo::platform;
@@ -49,17 +48,16 @@ void watchWith(const std::function<void(const std::stop_token&)>& work,
 std::string lineOf(const lumo::Archiver::ArchiveProgress& progress, const Estimate& estimate) {
     switch (progress.phase.load()) {
     case ArchivePhase::looking:
-        return std::string(text("Mirando lo que hay…", "Looking at what is there…"));
+        return Words{"Mirando lo que hay…", "Looking at what is there…"}.in();
     case ArchivePhase::compressing:
-        return fmt::format(fmt::runtime(text("Comprimiendo… {} de unos {}", "Compressing… {} of about {}")),
-                           lumo::ByteFormat::string(progress.writtenBytes),
-                           lumo::ByteFormat::string(estimate.compressedBytes));
+        return Words{"Comprimiendo… {} de unos {}", "Compressing… {} of about {}"}.with(
+            lumo::ByteFormat::string(progress.writtenBytes),
+            lumo::ByteFormat::string(estimate.compressedBytes));
     case ArchivePhase::checking:
         break;
     }
-    return fmt::format(fmt::runtime(text("Comprobando… {} de {}", "Checking… {} of {}")),
-                       lumo::ByteFormat::string(progress.checkedBytes),
-                       lumo::ByteFormat::string(estimate.bytes));
+    return Words{"Comprobando… {} de {}", "Checking… {} of {}"}.with(
+        lumo::ByteFormat::string(progress.checkedBytes), lumo::ByteFormat::string(estimate.bytes));
 }
 
 } // namespace
@@ -71,7 +69,7 @@ std::optional<Estimate> watchedEstimate(const std::string& path, const Invocatio
             estimate = lumo::Archiver::estimate(path, lumo::Archiver::usualSamples,
                                                 lumo::Archiver::usualSampleBytes, stop);
         },
-        [] { return std::string(text("Calculando cuánto se comprime…", "Finding out how it compresses…")); },
+        [] { return Words{"Calculando cuánto se comprime…", "Finding out how it compresses…"}.in(); },
         invocation);
     return platform::wasInterrupted() ? std::nullopt : std::optional(estimate);
 }

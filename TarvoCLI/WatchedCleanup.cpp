@@ -1,27 +1,25 @@
 #include "TarvoCLI/WatchedCleanup.h"
 
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Clock.h"
 #include "Platform/Terminal.h"
-#include "TarvoApp/Model/HomeChanges.h"
 #include "TarvoCLI/Watching.h"
-
-#include <fmt/format.h>
+#include "TarvoModel/Flows/HomeChanges.h"
 
 #include <atomic>
 #include <stop_token>
 
 namespace tarvo {
 
-using lumo::text;
+using lumo::Words;
 namespace platform = lumo::platform;
 
 namespace {
 
 void showAction(std::size_t index, const std::vector<lumo::CleanupAction>& actions) {
-    const std::string line =
-        fmt::format(fmt::runtime(text("Limpiando {} de {}: {}", "Cleaning {} of {}: {}")), index + 1,
-                    actions.size(), lumo::printable(actions[index].title));
+    const std::string line = Words{"Limpiando {} de {}: {}", "Cleaning {} of {}: {}"}.with(
+        index + 1, actions.size(), lumo::printable(actions[index].title));
     const std::size_t columns = platform::terminalColumns(platform::Stream::error);
     platform::writeAll(platform::Stream::error,
                        clearLine + (columns > 1 ? lumo::shortened(line, columns - 1) : line));
@@ -30,10 +28,11 @@ void showAction(std::size_t index, const std::vector<lumo::CleanupAction>& actio
 /// What an interrupt means the first time.
 void sayItEnds() {
     platform::writeAll(platform::Stream::error,
-                       clearLine + std::string(text("Acabo lo que tengo entre manos y paro; otra vez Ctrl-C "
-                                                    "corta la herramienta en marcha.\n",
-                                                    "Finishing what is in hand, then stopping; Ctrl-C again "
-                                                    "ends a tool that is running.\n")));
+                       clearLine + Words{"Acabo lo que tengo entre manos y paro; otra vez Ctrl-C "
+                                         "corta la herramienta en marcha.\n",
+                                         "Finishing what is in hand, then stopping; Ctrl-C again "
+                                         "ends a tool that is running.\n"}
+                                       .in());
 }
 
 } // namespace

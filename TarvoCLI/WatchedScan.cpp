@@ -1,34 +1,35 @@
 #include "TarvoCLI/WatchedScan.h"
 
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Clock.h"
 #include "Platform/Terminal.h"
-#include "TarvoApp/Model/ScanPass.h"
 #include "TarvoCLI/Watching.h"
+#include "TarvoModel/Flows/ScanPass.h"
 
 #include <stop_token>
 
 namespace tarvo {
 
 using lumo::ScanPhase;
-using lumo::text;
+using lumo::Words;
 namespace platform = lumo::platform;
 
 namespace {
 
-std::string_view phaseText(ScanPhase phase) {
+std::string phaseText(ScanPhase phase) {
     switch (phase) {
     case ScanPhase::locating:
-        return text("Buscando lo que conozco", "Looking for what I know");
+        return Words{"Buscando lo que conozco", "Looking for what I know"}.in();
     case ScanPhase::measuringRules:
-        return text("Midiendo lo que conozco", "Measuring what I know");
+        return Words{"Midiendo lo que conozco", "Measuring what I know"}.in();
     case ScanPhase::searchingProjects:
-        return text("Buscando proyectos", "Looking for projects");
+        return Words{"Buscando proyectos", "Looking for projects"}.in();
     case ScanPhase::measuringProjects:
-        return text("Midiendo proyectos", "Measuring projects");
+        return Words{"Midiendo proyectos", "Measuring projects"}.in();
     case ScanPhase::measuringUnclassified:
         break;
     }
-    return text("Midiendo carpetas sin clasificar", "Measuring unclassified folders");
+    return Words{"Midiendo carpetas sin clasificar", "Measuring unclassified folders"}.in();
 }
 
 } // namespace

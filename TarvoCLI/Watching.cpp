@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Clock.h"
 #include "Platform/Terminal.h"
 
@@ -15,7 +16,7 @@
 
 namespace tarvo {
 
-using lumo::text;
+using lumo::Words;
 namespace platform = lumo::platform;
 
 void watch(const std::function<void()>& work, const std::function<void(int ticks)>& tick) {
@@ -41,7 +42,7 @@ void showWalk(std::string_view doing, const platform::WalkProgress& walked, doub
     std::string line = fmt::format("{}… ", doing);
     if (entries > 0) {
         line += fmt::format("{} {} · {} · ", lumo::ByteFormat::number(static_cast<double>(entries), 0),
-                            text("elementos", "items"), lumo::ByteFormat::string(bytes));
+                            Words{"elementos", "items"}.in(), lumo::ByteFormat::string(bytes));
     }
     line += lumo::ByteFormat::number(seconds, 1) + " s";
     const std::size_t columns = platform::terminalColumns(platform::Stream::error);

@@ -1,6 +1,6 @@
-#include "LumoCore/Basics/Language.h"
 #include "LumoCore/Basics/Result.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Environment.h"
 #include "Platform/Folder.h"
 #include "Platform/Terminal.h"
@@ -17,23 +17,23 @@
 
 namespace tarvo {
 
-using lumo::text;
+using lumo::Words;
 namespace platform = lumo::platform;
 
 CLI::App* addCommand(CLI::App& parent, std::string_view spanish, std::string_view english,
                      std::string_view meaningEs, std::string_view meaningEn) {
-    const std::string name(text(spanish, english));
+    const std::string name(Words{spanish, english}.in());
     const std::string other(name == spanish ? english : spanish);
-    CLI::App* command = parent.add_subcommand(name, std::string(text(meaningEs, meaningEn)));
+    CLI::App* command = parent.add_subcommand(name, Words{meaningEs, meaningEn}.in());
     if (other != name) {
         command->alias(other);
     }
-    command->get_help_ptr()->group(std::string(text("Opciones", "Options")));
-    return command->group(std::string(text("Órdenes", "Commands")));
+    command->get_help_ptr()->group(Words{"Opciones", "Options"}.in());
+    return command->group(Words{"Órdenes", "Commands"}.in());
 }
 
 CLI::Validator isDecimal(std::size_t mostDigits, std::string_view problemEs, std::string_view problemEn) {
-    const std::string problem(text(problemEs, problemEn));
+    const std::string problem(Words{problemEs, problemEn}.in());
     return CLI::Validator(
         [mostDigits, problem](const std::string& word) {
             const bool isNumber = !word.empty() && word.size() <= mostDigits &&
@@ -61,21 +61,21 @@ struct GlobalArguments {
 };
 
 void addGlobalOptions(CLI::App& app, GlobalArguments& arguments) {
-    const auto words = [](std::string_view es, std::string_view en) { return std::string(text(es, en)); };
-    app.option_defaults()->group(words("Opciones", "Options"));
-    app.set_help_flag("-h,--help", words("muestra esta ayuda", "show this help"));
+    app.option_defaults()->group(Words{"Opciones", "Options"}.in());
+    app.set_help_flag("-h,--help", Words{"muestra esta ayuda", "show this help"}.in());
     app.set_version_flag("--version", "tarvo " TARVO_VERSION,
-                         words("muestra la versión", "show the version"));
-    app.add_option("--idioma", arguments.language, words("idioma: es o en", "language: es or en"))
+                         Words{"muestra la versión", "show the version"}.in());
+    app.add_option("--idioma", arguments.language, Words{"idioma: es o en", "language: es or en"}.in())
         ->type_name("es|en");
     app.add_option("--home", arguments.home,
-                   words("la carpeta personal con la que trabajar; si no, $HOME",
-                         "the home folder to work on; otherwise $HOME"))
-        ->type_name(words("CARPETA", "DIR"));
+                   Words{"la carpeta personal con la que trabajar; si no, $HOME",
+                         "the home folder to work on; otherwise $HOME"}
+                       .in())
+        ->type_name(Words{"CARPETA", "DIR"}.in());
     app.add_flag("--json", arguments.isJson,
-                 words("el resultado como un documento JSON", "the result as one JSON document"));
-    app.add_flag("--no-color", arguments.isColorless, words("sin colores", "no colour"));
-    app.add_flag("--quiet", arguments.isQuiet, words("sin mostrar el progreso", "no progress"));
+                 Words{"el resultado como un documento JSON", "the result as one JSON document"}.in());
+    app.add_flag("--no-color", arguments.isColorless, Words{"sin colores", "no colour"}.in());
+    app.add_flag("--quiet", arguments.isQuiet, Words{"sin mostrar el progreso", "no progress"}.in());
 }
 
 void addCommands(CLI::App& app, Action& chosen) {
@@ -107,7 +107,7 @@ void translateHelp(CLI::App& app) {
                                     {"SUBCOMMANDS", "ORDENES"},
                                     {"Positionals", "Argumentos"},
                                     {"REQUIRED", "obligatorio"}}) {
-        app.get_formatter()->label(label, std::string(text(es, label)));
+        app.get_formatter()->label(label, Words{es, label}.in());
     }
     if (lumo::currentLanguage() == lumo::Language::en) {
         app.get_formatter()->label("Positionals", "Arguments");
@@ -124,21 +124,21 @@ ExitCode explainUsage(const CLI::App& app, const CLI::ParseError& error) {
         // The library lists them behind its own words.
         const std::string rest =
             problem.substr(problem.rfind(": ") == std::string::npos ? 0 : problem.rfind(": ") + 2);
-        problem = fmt::format(fmt::runtime(text("no entiendo «{}»", "I do not understand “{}”")), rest);
+        problem = Words{"no entiendo «{}»", "I do not understand “{}”"}.with(rest);
     } else if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
-        problem = text("faltan argumentos", "arguments are missing");
+        problem = Words{"faltan argumentos", "arguments are missing"}.in();
     } else if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
-        problem = fmt::format("{} ({})", text("falta un valor", "a value is missing"),
+        problem = fmt::format("{} ({})", Words{"falta un valor", "a value is missing"}.in(),
                               problem.substr(0, problem.find(':')));
     } else if (dynamic_cast<const CLI::ValidationError*>(&error) != nullptr ||
                dynamic_cast<const CLI::ConversionError*>(&error) != nullptr) {
-        problem = fmt::format("{} ({})", text("un valor no sirve", "a value is not valid"), problem);
+        problem = fmt::format("{} ({})", Words{"un valor no sirve", "a value is not valid"}.in(), problem);
     }
     const std::string command =
         app.get_subcommands().empty() ? "" : " " + app.get_subcommands().front()->get_name();
-    return complain(fmt::format(fmt::runtime(text("{}; mira tarvo{} --help", "{}; see tarvo{} --help")),
-                                lumo::printable(problem), command),
-                    ExitCode::usage);
+    return complain(
+        Words{"{}; mira tarvo{} --help", "{}; see tarvo{} --help"}.with(lumo::printable(problem), command),
+        ExitCode::usage);
 }
 
 /// The folder to work on; a failure says which remedy there is.
@@ -147,21 +147,21 @@ lumo::Result<std::string> homeFrom(const GlobalArguments& arguments) {
     const std::string named =
         arguments.home ? *arguments.home : platform::environmentVariable("HOME").value_or("");
     if (named.empty()) {
-        return lumo::failure(
-            std::string(text("no sé cuál es tu carpeta personal: indícala con --home CARPETA",
-                             "I do not know your home folder: name it with --home DIR")));
+        return lumo::failure(Words{"no sé cuál es tu carpeta personal: indícala con --home CARPETA",
+                                   "I do not know your home folder: name it with --home DIR"}
+                                 .in());
     }
     const auto absolute = platform::absolutePath(named);
     if (!absolute || !platform::isFolderThroughLinks(*absolute)) {
-        return lumo::failure(
-            fmt::format(fmt::runtime(text("no existe la carpeta {}: indica otra con --home CARPETA",
-                                          "there is no folder {}: name another with --home DIR")),
-                        lumo::printable(named)));
+        return lumo::failure(Words{"no existe la carpeta {}: indica otra con --home CARPETA",
+                                   "there is no folder {}: name another with --home DIR"}
+                                 .with(lumo::printable(named)));
     }
     if (*absolute == "/") {
         return lumo::failure(
-            std::string(text("el disco entero no es una carpeta personal: indica una con --home CARPETA",
-                             "the whole disk is no home folder: name one with --home DIR")));
+            Words{"el disco entero no es una carpeta personal: indica una con --home CARPETA",
+                  "the whole disk is no home folder: name one with --home DIR"}
+                .in());
     }
     return *absolute;
 }
@@ -172,12 +172,12 @@ ExitCode showOverview(const CLI::App& app, std::vector<std::string> words) {
         words.front() = application;
         platform::becomeProgram(application, words);
     }
-    return print(
-        std::string(text("Tarvo AI mide qué llena tu disco y dice qué se recrea solo, qué conviene mirar y "
-                         "qué hay que conservar.\nNada sale de tu máquina.\n\n",
-                         "Tarvo AI measures what fills your disk and says what recreates itself, what needs "
-                         "a look and what must be kept.\nNothing leaves your machine.\n\n")) +
-        app.help());
+    return print(Words{"Tarvo AI mide qué llena tu disco y dice qué se recrea solo, qué conviene mirar y "
+                       "qué hay que conservar.\nNada sale de tu máquina.\n\n",
+                       "Tarvo AI measures what fills your disk and says what recreates itself, what needs "
+                       "a look and what must be kept.\nNothing leaves your machine.\n\n"}
+                     .in() +
+                 app.help());
 }
 
 /// The arguments as the library takes them, last first. It would read "--only=" as an option without a value
@@ -198,9 +198,9 @@ std::vector<std::string> argumentsFrom(int count, char** words) {
 }
 
 ExitCode run(int count, char** words) {
-    CLI::App app(std::string(text("Analiza y limpia tu disco sin miedo.",
-                                  "Analyse and clean your disk without fear.")),
-                 "tarvo");
+    CLI::App app(
+        Words{"Analiza y limpia tu disco sin miedo.", "Analyse and clean your disk without fear."}.in(),
+        "tarvo");
     app.fallthrough();
     app.require_subcommand(0, 1);
     translateHelp(app);

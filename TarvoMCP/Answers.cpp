@@ -1,13 +1,14 @@
 #include "TarvoMCP/Answers.h"
 
+#include "LumoCore/Basics/CheckedSum.h"
+#include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/UniqueID.h"
-#include "LumoCore/Cleanup/ApplicationFolders.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/HistoryLog.h"
 #include "LumoCore/Cleanup/Holding.h"
-#include "Platform/CheckedSum.h"
-#include "TarvoApp/Model/CleanupPlanning.h"
-#include "TarvoApp/Model/CleanupTexts.h"
+#include "TarvoModel/Flows/CleanupPlanning.h"
+#include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <algorithm>
 
@@ -42,8 +43,9 @@ JsonValue bytes() {
 
 JsonValue safety() {
     JsonValue value =
-        schema("string", lumo::text("safe: se recrea solo; review: míralo antes; keep: no se borra",
-                                    "safe: recreates itself; review: needs a look; keep: never delete"));
+        schema("string", lumo::Words{"safe: se recrea solo; review: míralo antes; keep: no se borra",
+                                     "safe: recreates itself; review: needs a look; keep: never delete"}
+                             .in());
     std::get<JsonValue::Object>(value.value)
         .push_back({"enum", list({word("safe"), word("review"), word("keep")})});
     return value;
@@ -167,8 +169,9 @@ JsonValue contentsSchema() {
          {"files", count(), true},
          {"unreadable", count(), true},
          {"skipped",
-          listOf(aText(), lumo::text("carpetas que se pasan de largo: contienen casi todo",
-                                     "folders gone straight through: they hold nearly everything")),
+          listOf(aText(), lumo::Words{"carpetas que se pasan de largo: contienen casi todo",
+                                      "folders gone straight through: they hold nearly everything"}
+                              .in()),
           true},
          {"items", listOf(item({{"children", listOf(item({})), true}})), true},
          {"moreItems", count(), true},
@@ -202,7 +205,8 @@ JsonValue answerSchema() {
         {{"text", aText(), true},
          {"byAI", schema("boolean"), true},
          {"sources",
-          listOf(aText(), lumo::text("identificadores de temas de la ayuda", "ids of help topics")), true}});
+          listOf(aText(), lumo::Words{"identificadores de temas de la ayuda", "ids of help topics"}.in()),
+          true}});
 }
 
 Fate fateOf(const lumo::CleanupAction& action) {
@@ -213,7 +217,7 @@ Fate fateOf(const lumo::CleanupAction& action) {
 }
 
 Proposal proposalOf(const ProposedPlan& plan) {
-    const CleanupShares shares = sharesOf(actionsOf(plan.entries));
+    const CleanupShares shares = sharesOf(lumo::CleanupPlanner::actionsOf(plan.entries));
     Proposal proposal{.plan = plan.handle,
                       .items = {},
                       .totalBytes = shares.total,
@@ -230,7 +234,8 @@ Proposal proposalOf(const ProposedPlan& plan) {
 JsonValue proposalSchema() {
     return schemaOf(
         {{"plan",
-          schema("string", lumo::text("el identificador que pide clean", "the handle that clean takes")),
+          schema("string",
+                 lumo::Words{"el identificador que pide clean", "the handle that clean takes"}.in()),
           true},
          {"items",
           listOf(
@@ -239,9 +244,10 @@ JsonValue proposalSchema() {
                         {"safety", safety(), true},
                         {"bytes", bytes(), true},
                         {"fate",
-                         schema("string", lumo::text("deletedAtOnce (se borra ya), setAside (se aparta 7 "
-                                                     "días) o byItsOwnTool (lo borra su herramienta)",
-                                                     "deletedAtOnce, setAside for 7 days, or byItsOwnTool")),
+                         schema("string", lumo::Words{"deletedAtOnce (se borra ya), setAside (se aparta 7 "
+                                                      "días) o byItsOwnTool (lo borra su herramienta)",
+                                                      "deletedAtOnce, setAside for 7 days, or byItsOwnTool"}
+                                              .in()),
                          true},
                         {"blockedBecause", aText()}})),
           true},
@@ -252,7 +258,7 @@ JsonValue proposalSchema() {
 }
 
 lumo::Result<HeldItems> heldItems(const lumo::PathGuard& guard, lumo::Date now) {
-    const auto outcomes = lumo::HistoryLog::outcomes(lumo::ApplicationFolders::historyLog(guard.home()));
+    const auto outcomes = lumo::HistoryLog::outcomes(lumo::OwnFiles::historyLog(guard.home()));
     if (!outcomes) {
         return lumo::failure(unreadableHistoryText(outcomes.error()));
     }
@@ -280,13 +286,14 @@ JsonValue heldSchema() {
           listOf(schemaOf(
               {{"id",
                 schema("string",
-                       lumo::text("el identificador que pide restore", "the id that restore takes")),
+                       lumo::Words{"el identificador que pide restore", "the id that restore takes"}.in()),
                 true},
                {"original",
-                schema("string", lumo::text("dónde estaba y adónde vuelve", "where it was and goes back to")),
+                schema("string",
+                       lumo::Words{"dónde estaba y adónde vuelve", "where it was and goes back to"}.in()),
                 true},
                {"expires",
-                schema("string", lumo::text("cuándo se borra solo", "when it is deleted by itself")),
+                schema("string", lumo::Words{"cuándo se borra solo", "when it is deleted by itself"}.in()),
                 true}})),
           true},
          {"bytes", bytes(), true}});

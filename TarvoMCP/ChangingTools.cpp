@@ -1,3 +1,4 @@
+#include "LumoCore/Basics/Words.h"
 #include "TarvoMCP/Tools.h"
 
 #include "LumoCore/Basics/ByteFormat.h"
@@ -11,11 +12,11 @@
 #include "LumoCore/Scanning/FileTree.h"
 #include "Platform/Clock.h"
 #include "Platform/Environment.h"
-#include "TarvoApp/Model/ArchiveTexts.h"
-#include "TarvoApp/Model/CleanupPlanning.h"
-#include "TarvoApp/Model/CleanupTexts.h"
-#include "TarvoApp/Model/HomeChanges.h"
 #include "TarvoMCP/Answers.h"
+#include "TarvoModel/Flows/CleanupPlanning.h"
+#include "TarvoModel/Flows/HomeChanges.h"
+#include "TarvoModel/Showing/ArchiveTexts.h"
+#include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <fmt/format.h>
 
@@ -26,15 +27,11 @@ namespace tarvo::mcp {
 
 using lumo::CleanupAction;
 using lumo::CleanupOutcome;
-using lumo::text;
 using lumo::TrashedItem;
+using lumo::Words;
 namespace platform = lumo::platform;
 
 namespace {
-
-std::string in(std::string_view es, std::string_view en) {
-    return std::string(text(es, en));
-}
 
 /// The word as a shell reads it back.
 std::string quoted(std::string_view word) {
@@ -59,22 +56,24 @@ std::optional<ToolAnswer> unlessGiven(Consent consent, const std::string& comman
     case Consent::pending:
         return pending();
     case Consent::declined:
-        return problem(in("El usuario ha dicho que no: no se ha tocado nada.",
-                          "The user said no: nothing was touched."));
+        return problem(Words{"El usuario ha dicho que no: no se ha tocado nada.",
+                             "The user said no: nothing was touched."}
+                           .in());
     case Consent::invalid:
-        return problem(in("Esa respuesta no corresponde a ninguna pregunta abierta: no se ha tocado nada. "
-                          "Llama otra vez sin ella para volver a preguntar.",
-                          "That reply belongs to no open question: nothing was touched. Call again without "
-                          "it to ask anew."));
+        return problem(
+            Words{"Esa respuesta no corresponde a ninguna pregunta abierta: no se ha tocado nada. "
+                  "Llama otra vez sin ella para volver a preguntar.",
+                  "That reply belongs to no open question: nothing was touched. Call again without "
+                  "it to ask anew."}
+                .in());
     case Consent::cannotAsk:
         break;
     }
-    return problem(fmt::format(
-        fmt::runtime(text(
-            "Este programa no puede preguntar al usuario, así que no se ha tocado nada. El usuario puede "
-            "hacerlo en un terminal: {}",
-            "This client cannot ask the user, so nothing was touched. The user can do it in a terminal: {}")),
-        command));
+    return problem(
+        Words{"Este programa no puede preguntar al usuario, así que no se ha tocado nada. El usuario puede "
+              "hacerlo en un terminal: {}",
+              "This client cannot ask the user, so nothing was touched. The user can do it in a terminal: {}"}
+            .with(command));
 }
 
 /// The lines of a question, one an item; of many only the first.
@@ -85,7 +84,7 @@ std::string itemLines(const std::vector<std::string>& items) {
         lines += "• " + lumo::printable(items[index]) + "\n";
     }
     if (items.size() > mostShown) {
-        lines += fmt::format(fmt::runtime(text("… y {} más\n", "… and {} more\n")), items.size() - mostShown);
+        lines += Words{"… y {} más\n", "… and {} more\n"}.with(items.size() - mostShown);
     }
     return lines;
 }
@@ -102,7 +101,7 @@ lumo::Result<lumo::HomeLock> lockFor(const lumo::PathGuard& guard) {
 /// What the ids choose of the plan; all of it without any. A failure names an id that cannot be chosen.
 lumo::Result<std::vector<CleanupAction>> chosenActions(const ProposedPlan& plan,
                                                        const std::vector<std::string>& ids) {
-    std::vector<CleanupAction> all = actionsOf(plan.entries);
+    std::vector<CleanupAction> all = lumo::CleanupPlanner::actionsOf(plan.entries);
     if (ids.empty()) {
         return all;
     }
@@ -112,9 +111,8 @@ lumo::Result<std::vector<CleanupAction>> chosenActions(const ProposedPlan& plan,
     });
     for (const std::string& id : ids) {
         if (std::ranges::find(all, id, &CleanupAction::id) == all.end()) {
-            return lumo::failure(
-                fmt::format(fmt::runtime(text("el plan no puede limpiar «{}»", "the plan cannot clean “{}”")),
-                            lumo::printable(id)));
+            return lumo::failure(Words{"el plan no puede limpiar «{}»", "the plan cannot clean “{}”"}.with(
+                lumo::printable(id)));
         }
     }
     return chosen;
@@ -138,10 +136,8 @@ std::string cleaningQuestion(const std::vector<CleanupAction>& actions, const st
         items.push_back(action.title + " — " + lumo::ByteFormat::string(action.estimatedBytes));
     }
     const CleanupShares shares = sharesOf(actions);
-    return fmt::format(fmt::runtime(text("{} pide limpiar {} con Tarvo AI:\n{}{}",
-                                         "{} asks to clean {} with Tarvo AI:\n{}{}")),
-                       caller, lumo::ByteFormat::string(shares.total), itemLines(items),
-                       confirmationMessage(shares));
+    return Words{"{} pide limpiar {} con Tarvo AI:\n{}{}", "{} asks to clean {} with Tarvo AI:\n{}{}"}.with(
+        caller, lumo::ByteFormat::string(shares.total), itemLines(items), confirmationMessage(shares));
 }
 
 /// What came of a cleanup.
@@ -156,14 +152,14 @@ struct Cleaned {
 };
 
 JsonValue outcomesSchema() {
-    return listOf(
-        schemaOf({{"id", schema("string"), true},
-                  {"title", schema("string"), true},
-                  {"status", schema("string", "done or failed"), true},
-                  {"message", schema("string")},
-                  {"freedBytes", schema("integer"), true},
-                  {"trashedBytes",
-                   schema("integer", text("apartado, aún no libre", "set aside, not free yet")), true}}));
+    return listOf(schemaOf(
+        {{"id", schema("string"), true},
+         {"title", schema("string"), true},
+         {"status", schema("string", "done or failed"), true},
+         {"message", schema("string")},
+         {"freedBytes", schema("integer"), true},
+         {"trashedBytes", schema("integer", Words{"apartado, aún no libre", "set aside, not free yet"}.in()),
+          true}}));
 }
 
 /// What came of it, with what failed and what was agreed to but has a reason against it by now.
@@ -172,14 +168,12 @@ ToolAnswer answerOf(std::vector<CleanupOutcome> outcomes, std::size_t leftOut) {
     const auto failed = std::ranges::count(outcomes, lumo::CleanupStatus::failed, &CleanupOutcome::status);
     std::string said = cleanupDone(sums);
     if (failed > 0) {
-        said += fmt::format(fmt::runtime(text(" · {} no se pudieron limpiar", " · {} could not be cleaned")),
-                            failed);
+        said += Words{" · {} no se pudieron limpiar", " · {} could not be cleaned"}.with(failed);
     }
     if (leftOut > 0) {
-        said += fmt::format(
-            fmt::runtime(text(" · {} se han dejado, porque ahora hay un motivo para no limpiarlos",
-                              " · {} were left, since there is a reason not to clean them by now")),
-            leftOut);
+        said += Words{" · {} se han dejado, porque ahora hay un motivo para no limpiarlos",
+                      " · {} were left, since there is a reason not to clean them by now"}
+                    .with(leftOut);
     }
     return {.text = said,
             .structured = lumo::encode(Cleaned{std::move(outcomes), sums.freed, sums.trashed}),
@@ -226,13 +220,15 @@ ToolAnswer clean(Workspace& workspace, const ToolCall& call) {
     }
     const ProposedPlan* plan = workspace.planNamed(handle->value_or(""));
     if (plan == nullptr) {
-        return problem(in("No hay ningún plan con ese identificador: haz uno con propose_cleanup.",
-                          "There is no plan with that handle: make one with propose_cleanup."));
+        return problem(Words{"No hay ningún plan con ese identificador: haz uno con propose_cleanup.",
+                             "There is no plan with that handle: make one with propose_cleanup."}
+                           .in());
     }
     const auto actions = chosenActions(*plan, *ids);
     if (!actions || actions->empty()) {
-        return problem(actions ? in("El plan no tiene nada que limpiar.", "The plan has nothing to clean.")
-                               : actions.error().message);
+        return problem(
+            actions ? Words{"El plan no tiene nada que limpiar.", "The plan has nothing to clean."}.in()
+                    : actions.error().message);
     }
     const std::string subject = plan->handle + dumpJson(lumo::encode(*actions), lumo::JsonLayout::line);
     const Consent consent = call.ask(cleaningQuestion(*actions, call.caller), subject);
@@ -256,9 +252,9 @@ lumo::Result<std::vector<TrashedItem>> itemsToRestore(const std::vector<std::str
     for (const std::string& id : ids) {
         const auto item = heldItemNamed(id, outcomes, guard);
         if (!item) {
-            return lumo::failure(fmt::format(fmt::runtime(text("nada apartado tiene el identificador «{}»",
-                                                               "nothing set aside has the id “{}”")),
-                                             lumo::printable(id)));
+            return lumo::failure(
+                Words{"nada apartado tiene el identificador «{}»", "nothing set aside has the id “{}”"}.with(
+                    lumo::printable(id)));
         }
         items.push_back(*item);
     }
@@ -280,9 +276,8 @@ std::string restoringQuestion(const std::vector<TrashedItem>& items, const std::
     for (const TrashedItem& item : items) {
         originals.push_back(lumo::abbreviated(item.original, home));
     }
-    return fmt::format(fmt::runtime(text("{} pide devolver a su sitio con Tarvo AI:\n{}",
-                                         "{} asks to put back with Tarvo AI:\n{}")),
-                       caller, itemLines(originals));
+    return Words{"{} pide devolver a su sitio con Tarvo AI:\n{}", "{} asks to put back with Tarvo AI:\n{}"}
+        .with(caller, itemLines(originals));
 }
 
 /// The same from the log as it is once a recovery has been there, so that the question and the act agree.
@@ -304,7 +299,7 @@ ToolAnswer restore(Workspace& workspace, const ToolCall& call) {
     const lumo::PathGuard guard(workspace.home());
     const auto shown = itemsUnderLock(*ids, guard);
     if (!shown || shown->empty()) {
-        return problem(shown ? in("No hay nada que deshacer.", "There is nothing to undo.")
+        return problem(shown ? Words{"No hay nada que deshacer.", "There is nothing to undo."}.in()
                              : shown.error().message);
     }
     const Consent consent = call.ask(restoringQuestion(*shown, call.caller, workspace.home()),
@@ -319,8 +314,9 @@ ToolAnswer restore(Workspace& workspace, const ToolCall& call) {
     const auto history = historyUnder(*lock, workspace.home());
     const auto items = history ? itemsToRestore(*ids, *history, guard) : std::unexpected(history.error());
     if (!items || *items != *shown) {
-        return problem(items ? in("Lo apartado ha cambiado mientras tanto: no se ha tocado nada.",
-                                  "What is set aside has changed meanwhile: nothing was touched.")
+        return problem(items ? Words{"Lo apartado ha cambiado mientras tanto: no se ha tocado nada.",
+                                     "What is set aside has changed meanwhile: nothing was touched."}
+                                   .in()
                              : items.error().message);
     }
     const lumo::TrashOperationResult result = lumo::Holding::restore(*items, guard);
@@ -396,11 +392,12 @@ ToolAnswer archive(Workspace& workspace, const ToolCall& call) {
                                                    lumo::Archiver::usualSampleBytes, call.stop);
     const std::string name = lumo::printable(lumo::fileName(*path));
     const std::string destination = lumo::Archiver::destination(*path);
-    const std::string question = fmt::format(
-        fmt::runtime(text("{} pide archivar con Tarvo AI:\n• {}\n{}\n{}",
-                          "{} asks to archive with Tarvo AI:\n• {}\n{}\n{}")),
-        call.caller, lumo::printable(lumo::abbreviated(*path, workspace.home())),
-        estimateText(name, estimate), archiveExplanation(lumo::printable(lumo::fileName(destination))));
+    const std::string question =
+        Words{"{} pide archivar con Tarvo AI:\n• {}\n{}\n{}",
+              "{} asks to archive with Tarvo AI:\n• {}\n{}\n{}"}
+            .with(call.caller, lumo::printable(lumo::abbreviated(*path, workspace.home())),
+                  estimateText(name, estimate),
+                  archiveExplanation(lumo::printable(lumo::fileName(destination))));
     const Consent consent = call.ask(question, *path);
     if (auto answer = unlessGiven(consent, commandLine("archive " + quoted(*path), workspace.home()))) {
         return *answer;
@@ -416,17 +413,22 @@ std::vector<Tool> changingTools(const std::shared_ptr<Workspace>& workspace) {
     std::vector<Tool> tools;
     tools.push_back(
         {.name = "clean",
-         .title = in("Limpiar", "Clean"),
-         .description = in(
-             "Lleva a cabo un plan de propose_cleanup, o solo lo que elijas de él. Antes pregunta al usuario "
-             "y solo sigue si acepta. Lo que se recrea solo se borra; lo del usuario se aparta 7 días.",
-             "Carries out a plan of propose_cleanup, or only what you choose of it. Asks the user first and "
-             "only goes on when they accept. What recreates itself is deleted; the user's own is set aside "
-             "for 7 days."),
+         .title = Words{"Limpiar", "Clean"}.in(),
+         .description =
+             Words{"Lleva a cabo un plan de propose_cleanup, o solo lo que elijas de él. Antes pregunta al "
+                   "usuario "
+                   "y solo sigue si acepta. Lo que se recrea solo se borra; lo del usuario se aparta 7 días.",
+                   "Carries out a plan of propose_cleanup, or only what you choose of it. Asks the user "
+                   "first and "
+                   "only goes on when they accept. What recreates itself is deleted; the user's own is set "
+                   "aside "
+                   "for 7 days."}
+                 .in(),
          .input = schemaOf(
-             {{"plan", schema("string", text("el identificador del plan", "the plan's handle")), true},
-              {"items", listOf(schema("string"), text("identificadores; sin ellos, todo el plan",
-                                                      "ids; without them the whole plan"))}}),
+             {{"plan", schema("string", Words{"el identificador del plan", "the plan's handle"}.in()), true},
+              {"items", listOf(schema("string"), Words{"identificadores; sin ellos, todo el plan",
+                                                       "ids; without them the whole plan"}
+                                                     .in())}}),
          .output = schemaOf({{"outcomes", outcomesSchema(), true},
                              {"freedBytes", schema("integer"), true},
                              {"setAsideBytes", schema("integer"), true}}),
@@ -434,27 +436,31 @@ std::vector<Tool> changingTools(const std::shared_ptr<Workspace>& workspace) {
          .run = [workspace](const ToolCall& call) { return clean(*workspace, call); }});
     tools.push_back(
         {.name = "restore",
-         .title = in("Devolver a su sitio", "Put back"),
-         .description = in("Deshace la última limpieza, o devuelve a su sitio lo que elijas de "
-                           "list_set_aside. Antes pregunta al usuario. Nunca pisa nada.",
-                           "Undoes the last cleanup, or puts back what you choose of list_set_aside. Asks "
-                           "the user first. Never overwrites anything."),
+         .title = Words{"Devolver a su sitio", "Put back"}.in(),
+         .description = Words{"Deshace la última limpieza, o devuelve a su sitio lo que elijas de "
+                              "list_set_aside. Antes pregunta al usuario. Nunca pisa nada.",
+                              "Undoes the last cleanup, or puts back what you choose of list_set_aside. Asks "
+                              "the user first. Never overwrites anything."}
+                            .in(),
          .input = schemaOf(
-             {{"items", listOf(schema("string"), text("identificadores; sin ellos, la última limpieza",
-                                                      "ids; without them the last cleanup"))}}),
+             {{"items", listOf(schema("string"), Words{"identificadores; sin ellos, la última limpieza",
+                                                       "ids; without them the last cleanup"}
+                                                     .in())}}),
          .output =
              schemaOf({{"done", schema("integer"), true}, {"failures", listOf(schema("string")), true}}),
          .hints = moves,
          .run = [workspace](const ToolCall& call) { return restore(*workspace, call); }});
     tools.push_back(
         {.name = "archive",
-         .title = in("Archivar", "Archive"),
-         .description = in("Cambia una carpeta o un archivo del usuario por un zip comprobado y aparta el "
-                           "original 7 días. Antes pregunta al usuario.",
-                           "Replaces a folder or file of the user's by a verified zip and sets the original "
-                           "aside for 7 days. Asks the user first."),
+         .title = Words{"Archivar", "Archive"}.in(),
+         .description =
+             Words{"Cambia una carpeta o un archivo del usuario por un zip comprobado y aparta el "
+                   "original 7 días. Antes pregunta al usuario.",
+                   "Replaces a folder or file of the user's by a verified zip and sets the original "
+                   "aside for 7 days. Asks the user first."}
+                 .in(),
          .input = schemaOf(
-             {{"path", schema("string", text("ruta en la carpeta personal", "path in the home folder")),
+             {{"path", schema("string", Words{"ruta en la carpeta personal", "path in the home folder"}.in()),
                true}}),
          .output = schemaOf({{"archive", schema("string"), true}, {"outcomes", outcomesSchema(), true}}),
          .hints = moves,

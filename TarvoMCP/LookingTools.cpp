@@ -1,3 +1,4 @@
+#include "LumoCore/Basics/Words.h"
 #include "TarvoMCP/Tools.h"
 
 #include "LumoAI/ExplanationService.h"
@@ -11,10 +12,10 @@
 #include "LumoCore/History/SnapshotStore.h"
 #include "LumoCore/Scanning/FolderContents.h"
 #include "Platform/Clock.h"
-#include "TarvoApp/Model/CleanupPlanning.h"
-#include "TarvoApp/Model/CleanupTexts.h"
-#include "TarvoApp/Model/ModelChoice.h"
 #include "TarvoMCP/Answers.h"
+#include "TarvoModel/Flows/CleanupPlanning.h"
+#include "TarvoModel/Flows/ModelChoice.h"
+#include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <fmt/format.h>
 
@@ -22,22 +23,18 @@
 
 namespace tarvo::mcp {
 
-using lumo::text;
+using lumo::Words;
 namespace FolderContents = lumo::FolderContents;
 namespace platform = lumo::platform;
 
 namespace {
-
-std::string in(std::string_view es, std::string_view en) {
-    return std::string(text(es, en));
-}
 
 ToolAnswer wrongArguments(const lumo::Failure& failure) {
     return problem(failure.message);
 }
 
 ToolAnswer stopped() {
-    return problem(in("Interrumpido.", "Interrupted."));
+    return problem(Words{"Interrumpido.", "Interrupted."}.in());
 }
 
 std::int64_t recoverable(const lumo::ScanReport& report, const std::string& home) {
@@ -113,16 +110,17 @@ ToolAnswer whatGrew(Workspace& workspace, const ToolCall& call) {
     }
     const auto stored = lumo::SnapshotStore(workspace.home()).read();
     if (!stored) {
-        return problem(fmt::format(fmt::runtime(text("No he podido leer los análisis anteriores: {}.",
-                                                     "The earlier scans could not be read: {}.")),
-                                   lumo::reasonText(stored.error())));
+        return problem(Words{"No he podido leer los análisis anteriores: {}.",
+                             "The earlier scans could not be read: {}."}
+                           .with(lumo::reasonText(stored.error())));
     }
     const lumo::Growth growth = lumo::GrowthTracker::growthOf(*report, *stored);
     std::string said =
-        in("No hay un análisis anterior con el que comparar.", "There is no earlier scan to compare with.");
+        Words{"No hay un análisis anterior con el que comparar.", "There is no earlier scan to compare with."}
+            .in();
     if (growth.since) {
         said = growth.items.empty()
-                   ? in("Nada ha crecido más de 200 MB.", "Nothing has grown more than 200 MB.")
+                   ? Words{"Nada ha crecido más de 200 MB.", "Nothing has grown more than 200 MB."}.in()
                    : fmt::format("{}: +{}", lumo::printable(growth.items.front().name),
                                  lumo::ByteFormat::string(growth.items.front().delta));
     }
@@ -149,9 +147,10 @@ ToolAnswer propose(Workspace& workspace, const ToolCall& call) {
     plan.entries = planFor(plan.report, plan.options, workspace.home());
     addRefusals(plan.entries, lumo::PathGuard(workspace.home()));
     const ProposedPlan& kept = workspace.keep(std::move(plan));
-    const auto actions = actionsOf(kept.entries);
-    return {.text = actions.empty() ? in("No hay nada que limpiar ahora.", "There is nothing to clean now.")
-                                    : confirmationMessage(sharesOf(actions)),
+    const auto actions = lumo::CleanupPlanner::actionsOf(kept.entries);
+    return {.text = actions.empty()
+                        ? Words{"No hay nada que limpiar ahora.", "There is nothing to clean now."}.in()
+                        : confirmationMessage(sharesOf(actions)),
             .structured = lumo::encode(proposalOf(kept))};
 }
 
@@ -162,9 +161,8 @@ ToolAnswer listSetAside(const Workspace& workspace, const ToolCall&) {
     }
     return {.text =
                 held->items.empty()
-                    ? in("No hay nada apartado.", "Nothing is in Recently Cleaned.")
-                    : fmt::format(fmt::runtime(text("{} elementos apartados.", "{} items are set aside.")),
-                                  held->items.size()),
+                    ? Words{"No hay nada apartado.", "Nothing is in Recently Cleaned."}.in()
+                    : Words{"{} elementos apartados.", "{} items are set aside."}.with(held->items.size()),
             .structured = lumo::encode(*held)};
 }
 
@@ -186,8 +184,9 @@ JsonValue noArguments() {
 
 JsonValue pathArgument() {
     return schemaOf({{"path",
-                      schema("string", text("ruta en la carpeta personal, por ejemplo ~/Downloads",
-                                            "path in the home folder, for example ~/Downloads")),
+                      schema("string", Words{"ruta en la carpeta personal, por ejemplo ~/Downloads",
+                                             "path in the home folder, for example ~/Downloads"}
+                                           .in()),
                       true}});
 }
 
@@ -197,83 +196,96 @@ std::vector<Tool> lookingTools(const std::shared_ptr<Workspace>& workspace) {
     std::vector<Tool> tools;
     tools.push_back(
         {.name = "analyze_disk",
-         .title = in("Analizar el disco", "Analyze the disk"),
+         .title = Words{"Analizar el disco", "Analyze the disk"}.in(),
          .description =
-             in("Mide la carpeta personal y dice qué ocupa sitio: qué se recrea solo (safe), qué hay que "
-                "mirar antes (review), qué se conserva (keep), proyectos con carpetas que se regeneran y "
-                "carpetas grandes que nadie conoce. No cambia nada.",
-                "Measures the home folder and tells what takes up space: what recreates itself (safe), what "
-                "needs a look first (review), what is kept (keep), projects with folders that can be "
-                "rebuilt, and large folders that nobody recognises. Changes nothing."),
-         .input =
-             schemaOf({{"quick", schema("boolean",
-                                        text("sin proyectos ni carpetas que piden permiso: más rápido",
-                                             "without projects and folders that need permission: faster"))}}),
+             Words{
+                 "Mide la carpeta personal y dice qué ocupa sitio: qué se recrea solo (safe), qué hay que "
+                 "mirar antes (review), qué se conserva (keep), proyectos con carpetas que se regeneran y "
+                 "carpetas grandes que nadie conoce. No cambia nada.",
+                 "Measures the home folder and tells what takes up space: what recreates itself (safe), what "
+                 "needs a look first (review), what is kept (keep), projects with folders that can be "
+                 "rebuilt, and large folders that nobody recognises. Changes nothing."}
+                 .in(),
+         .input = schemaOf(
+             {{"quick", schema("boolean", Words{"sin proyectos ni carpetas que piden permiso: más rápido",
+                                                "without projects and folders that need permission: faster"}
+                                              .in())}}),
          .output = analysisSchema(),
          .hints = {},
          .run = [workspace](const ToolCall& call) { return analyze(*workspace, call); }});
     tools.push_back(
         {.name = "list_folder",
-         .title = in("Ver qué hay en una carpeta", "See what is in a folder"),
-         .description = in("Lista lo que hay en una carpeta de la carpeta personal, lo más grande primero, y "
-                           "pasa de largo por carpetas que lo contienen casi todo.",
-                           "Lists what is in a folder of the home folder, largest first, and goes straight "
-                           "through folders that hold nearly everything."),
+         .title = Words{"Ver qué hay en una carpeta", "See what is in a folder"}.in(),
+         .description =
+             Words{"Lista lo que hay en una carpeta de la carpeta personal, lo más grande primero, y "
+                   "pasa de largo por carpetas que lo contienen casi todo.",
+                   "Lists what is in a folder of the home folder, largest first, and goes straight "
+                   "through folders that hold nearly everything."}
+                 .in(),
          .input = pathArgument(),
          .output = contentsSchema(),
          .hints = {},
          .run = [workspace](const ToolCall& call) { return listFolder(*workspace, call); }});
     tools.push_back(
         {.name = "explain_folder",
-         .title = in("Explicar una carpeta", "Explain a folder"),
+         .title = Words{"Explicar una carpeta", "Explain a folder"}.in(),
          .description =
-             in("Dice qué es una carpeta, de qué app es, cuánto riesgo tiene borrarla y qué conviene hacer.",
-                "Says what a folder is, which app it belongs to, how risky deleting it is and what to do "
-                "about it."),
+             Words{
+                 "Dice qué es una carpeta, de qué app es, cuánto riesgo tiene borrarla y qué conviene hacer.",
+                 "Says what a folder is, which app it belongs to, how risky deleting it is and what to do "
+                 "about it."}
+                 .in(),
          .input = pathArgument(),
          .output = explanationSchema(),
          .hints = {},
          .run = [workspace](const ToolCall& call) { return explainFolder(*workspace, call); }});
     tools.push_back(
         {.name = "what_grew",
-         .title = in("Ver qué ha crecido", "See what grew"),
-         .description = in("Compara el disco con un análisis de hace un día o más y dice qué ha crecido.",
-                           "Compares the disk with a scan from a day ago or earlier and tells what grew."),
+         .title = Words{"Ver qué ha crecido", "See what grew"}.in(),
+         .description = Words{"Compara el disco con un análisis de hace un día o más y dice qué ha crecido.",
+                              "Compares the disk with a scan from a day ago or earlier and tells what grew."}
+                            .in(),
          .input = noArguments(),
          .output = growthSchema(),
          .hints = {},
          .run = [workspace](const ToolCall& call) { return whatGrew(*workspace, call); }});
     tools.push_back(
         {.name = "propose_cleanup",
-         .title = in("Proponer una limpieza", "Propose a cleanup"),
-         .description = in("Hace un plan de limpieza y lo devuelve con un identificador. No limpia nada: "
-                           "para eso está clean, que antes pregunta al usuario.",
-                           "Makes a cleanup plan and returns it with a handle. Cleans nothing: that is for "
-                           "clean, which asks the user first."),
+         .title = Words{"Proponer una limpieza", "Propose a cleanup"}.in(),
+         .description =
+             Words{"Hace un plan de limpieza y lo devuelve con un identificador. No limpia nada: "
+                   "para eso está clean, que antes pregunta al usuario.",
+                   "Makes a cleanup plan and returns it with a handle. Cleans nothing: that is for "
+                   "clean, which asks the user first."}
+                 .in(),
          .input = schemaOf(
              {{"include",
                listOf(schema("string"),
-                      text("identificadores de lo que hay que mirar antes y el usuario quiere incluir",
-                           "ids of what needs a look that the user wants included"))},
+                      Words{"identificadores de lo que hay que mirar antes y el usuario quiere incluir",
+                            "ids of what needs a look that the user wants included"}
+                          .in())},
               {"dependencies",
-               schema("boolean", text("incluir dependencias de proyectos con cambios recientes",
-                                      "include dependencies of recently changed projects"))}}),
+               schema("boolean", Words{"incluir dependencias de proyectos con cambios recientes",
+                                       "include dependencies of recently changed projects"}
+                                     .in())}}),
          .output = proposalSchema(),
          .hints = {.isIdempotent = false},
          .run = [workspace](const ToolCall& call) { return propose(*workspace, call); }});
     tools.push_back(
         {.name = "list_set_aside",
-         .title = in("Ver lo apartado", "See what is set aside"),
-         .description = in("Lista lo que las limpiezas apartaron y aún se puede devolver a su sitio.",
-                           "Lists what cleanups set aside and can still be put back."),
+         .title = Words{"Ver lo apartado", "See what is set aside"}.in(),
+         .description = Words{"Lista lo que las limpiezas apartaron y aún se puede devolver a su sitio.",
+                              "Lists what cleanups set aside and can still be put back."}
+                            .in(),
          .input = noArguments(),
          .output = heldSchema(),
          .hints = {},
          .run = [workspace](const ToolCall& call) { return listSetAside(*workspace, call); }});
     tools.push_back({.name = "help",
-                     .title = in("Ayuda de Tarvo AI", "Tarvo AI help"),
-                     .description = in("Responde con el texto de la ayuda a preguntas sobre Tarvo AI.",
-                                       "Answers questions about Tarvo AI with the text of its help."),
+                     .title = Words{"Ayuda de Tarvo AI", "Tarvo AI help"}.in(),
+                     .description = Words{"Responde con el texto de la ayuda a preguntas sobre Tarvo AI.",
+                                          "Answers questions about Tarvo AI with the text of its help."}
+                                        .in(),
                      .input = schemaOf({{"question", schema("string"), true}}),
                      .output = answerSchema(),
                      .hints = {},
@@ -282,16 +294,20 @@ std::vector<Tool> lookingTools(const std::shared_ptr<Workspace>& workspace) {
 }
 
 std::string instructions(bool mayChange) {
-    return in("Tarvo AI dice qué ocupa sitio en la carpeta personal y qué se puede borrar sin miedo. Empieza "
-              "por analyze_disk. Todos los tamaños están en bytes.",
-              "Tarvo AI tells what takes up space in the home folder and what can go without fear. Begin "
-              "with analyze_disk. All sizes are in bytes.") +
-           (mayChange ? in(" Para limpiar: propose_cleanup y luego clean, que pregunta al usuario por su "
-                           "cuenta; no confirmes en su nombre.",
-                           " To clean: propose_cleanup, then clean, which asks the user by itself; do not "
-                           "confirm in their name.")
-                      : in(" Este servidor es de solo lectura: no limpia.",
-                           " This server is read-only: it does not clean."));
+    return Words{"Tarvo AI dice qué ocupa sitio en la carpeta personal y qué se puede borrar sin miedo. "
+                 "Empieza "
+                 "por analyze_disk. Todos los tamaños están en bytes.",
+                 "Tarvo AI tells what takes up space in the home folder and what can go without fear. Begin "
+                 "with analyze_disk. All sizes are in bytes."}
+               .in() +
+           (mayChange ? Words{" Para limpiar: propose_cleanup y luego clean, que pregunta al usuario por su "
+                              "cuenta; no confirmes en su nombre.",
+                              " To clean: propose_cleanup, then clean, which asks the user by itself; do not "
+                              "confirm in their name."}
+                            .in()
+                      : Words{" Este servidor es de solo lectura: no limpia.",
+                              " This server is read-only: it does not clean."}
+                            .in());
 }
 
 } // namespace tarvo::mcp

@@ -2,8 +2,7 @@
 
 #include "LumoCore/Basics/Codec.h"
 #include "LumoCore/Basics/Text.h"
-
-#include <fmt/format.h>
+#include "LumoCore/Basics/Words.h"
 
 namespace tarvo::mcp {
 
@@ -107,15 +106,14 @@ lumo::Result<void> checkNames(const Tool& tool, const JsonValue& arguments) {
     const JsonValue* known = tool.input.find("properties");
     for (const auto& member : std::get<JsonValue::Object>(arguments.value)) {
         if (known == nullptr || known->find(member.name) == nullptr) {
-            return lumo::failure(fmt::format(
-                fmt::runtime(lumo::text("no hay ningún argumento «{}»", "there is no argument “{}”")),
-                lumo::printable(member.name)));
+            return lumo::failure(
+                lumo::Words{"no hay ningún argumento «{}»", "there is no argument “{}”"}.with(
+                    lumo::printable(member.name)));
         }
     }
     for (const JsonValue& name : std::get<JsonValue::Array>(tool.input.find("required")->value)) {
         if (arguments.find(std::get<std::string>(name.value)) == nullptr) {
-            return lumo::failure(fmt::format(
-                fmt::runtime(lumo::text("falta el argumento «{}»", "the argument “{}” is missing")),
+            return lumo::failure(lumo::Words{"falta el argumento «{}»", "the argument “{}” is missing"}.with(
                 std::get<std::string>(name.value)));
         }
     }

@@ -2,11 +2,10 @@
 
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/UniqueID.h"
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Clock.h"
 #include "Platform/Folder.h"
-#include "TarvoApp/Model/ScanPass.h"
-
-#include <fmt/format.h>
+#include "TarvoModel/Flows/ScanPass.h"
 
 #include <algorithm>
 #include <chrono>
@@ -17,15 +16,15 @@
 
 namespace tarvo::mcp {
 
-using lumo::text;
+using lumo::Words;
 namespace platform = lumo::platform;
 
 namespace {
 
 std::string progressText(const lumo::ScanProgress& progress) {
-    return fmt::format(fmt::runtime(text("{} elementos, {}", "{} items, {}")),
-                       lumo::ByteFormat::number(static_cast<double>(progress.walked.entries.load()), 0),
-                       lumo::ByteFormat::string(progress.walked.bytes));
+    return Words{"{} elementos, {}", "{} items, {}"}.with(
+        lumo::ByteFormat::number(static_cast<double>(progress.walked.entries.load()), 0),
+        lumo::ByteFormat::string(progress.walked.bytes));
 }
 
 /// Without "~" and made absolute from the home on.
@@ -84,8 +83,7 @@ lumo::Result<std::string> Workspace::pathInHome(const std::string& given) const 
         }
     }
     if (!platform::kindOf(path)) {
-        return lumo::failure(
-            fmt::format(fmt::runtime(text("no hay nada en {}", "there is nothing at {}")), path));
+        return lumo::failure(Words{"no hay nada en {}", "there is nothing at {}"}.with(path));
     }
     return path;
 }

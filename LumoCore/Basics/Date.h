@@ -1,7 +1,7 @@
 #pragma once
 
 #include "LumoCore/Basics/Language.h"
-#include "Platform/TreeWalk.h"
+#include "LumoCore/Basics/Timestamp.h"
 
 #include <optional>
 #include <string>
@@ -10,7 +10,7 @@
 namespace lumo {
 
 /// A moment, to the microsecond, in the years 1 to 9999.
-using Date = platform::Timestamp;
+using Date = Timestamp;
 
 /// ISO 8601 in UTC to the second: "2025-03-14T09:30:05Z". The fraction is dropped.
 std::string isoText(Date date);

@@ -56,8 +56,4 @@ std::string localeName(Language language) {
     return language == Language::es ? "es_ES" : "en_US";
 }
 
-std::string_view text(std::string_view es, std::string_view en) {
-    return text(es, en, currentLanguage());
-}
-
 } // namespace lumo

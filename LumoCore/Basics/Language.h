@@ -23,12 +23,4 @@ Language currentLanguage();
 /// The locale that numbers and dates are written in: "es_ES" or "en_US".
 std::string localeName(Language language);
 
-/// Of a text's two versions, the one in the language.
-constexpr std::string_view text(std::string_view es, std::string_view en, Language language) {
-    return language == Language::es ? es : en;
-}
-
-/// Of a text's two versions, the one in the language of this process.
-std::string_view text(std::string_view es, std::string_view en);
-
 } // namespace lumo

@@ -2,8 +2,10 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
-/// Paths are absolute byte strings without a final slash; these functions look at the bytes alone.
+/// Taking paths apart and putting them together. Paths are byte strings without a final slash, absolute where
+/// nothing else is said; these functions look at the bytes alone and ask no disk.
 namespace lumo {
 
 /// True when the path is the folder or lies below it.
@@ -14,6 +16,45 @@ inline bool isInside(std::string_view path, std::string_view folder) {
 /// The last component.
 inline std::string_view fileName(std::string_view path) {
     return path.substr(path.rfind('/') + 1);
+}
+
+/// The path without its last component and the slash before it: "" for what stands in the root folder, and
+/// for a name alone.
+inline std::string_view parentOf(std::string_view path) {
+    const std::size_t slash = path.rfind('/');
+    return path.substr(0, slash == std::string_view::npos ? 0 : slash);
+}
+
+/// The path of a name, or of a relative path, in a folder.
+inline std::string joined(std::string_view folder, std::string_view name) {
+    std::string path(folder);
+    path += '/';
+    path += name;
+    return path;
+}
+
+/// What stands between the slashes; a slash at the beginning begins no component.
+inline std::vector<std::string_view> components(std::string_view path) {
+    std::vector<std::string_view> names;
+    if (path.starts_with('/')) {
+        path.remove_prefix(1);
+    }
+    for (std::size_t slash = path.find('/'); slash != std::string_view::npos; slash = path.find('/')) {
+        names.push_back(path.substr(0, slash));
+        path.remove_prefix(slash + 1);
+    }
+    names.push_back(path);
+    return names;
+}
+
+/// True when every component is a name: where the path leads must not depend on how far it was walked.
+inline bool isSpeltOut(std::string_view path) {
+    for (const std::string_view name : components(path)) {
+        if (name.empty() || name == "." || name == ".." || name.find('\0') != std::string_view::npos) {
+            return false;
+        }
+    }
+    return true;
 }
 
 /// The last component without its extension; a leading dot begins no extension.

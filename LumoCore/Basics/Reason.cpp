@@ -1,5 +1,7 @@
 #include "LumoCore/Basics/Reason.h"
 
+#include "LumoCore/Basics/Words.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -41,7 +43,7 @@ constexpr std::array<Known, 20> knownReasons{{
 
 std::string reasonText(const platform::SystemError& error, Language language) {
     const auto known = std::ranges::find(knownReasons, error.code, &Known::code);
-    return known != knownReasons.end() ? std::string(text(known->es, known->en, language)) : error.reason();
+    return known != knownReasons.end() ? Words{known->es, known->en}.in(language) : error.reason();
 }
 
 } // namespace lumo

@@ -53,32 +53,12 @@ SystemResult<BaseFolder> makeIn(const SystemResult<BaseFolder>& parent, const st
 
 } // namespace
 
-std::string support(const std::string& home) {
-    return home + "/" + supportParent + "/" + ownName;
-}
-
-std::string historyLog(const std::string& home) {
-    return support(home) + "/historial.jsonl";
-}
-
-std::string intents(const std::string& home) {
-    return support(home) + "/apartado.jsonl";
-}
-
-std::string lock(const std::string& home) {
-    return support(home) + "/cerrojo";
-}
-
 std::string claudeDesktopSettings(const std::string& home) {
     return home + "/" + supportParent + "/Claude/claude_desktop_config.json";
 }
 
 std::string claudeDesktopBackup(const std::string& home) {
     return claudeDesktopSettings(home) + ".antes-de-tarvo";
-}
-
-std::string archiving(const std::string& home) {
-    return support(home) + "/archivando.jsonl";
 }
 
 SystemResult<BaseFolder> openSupport(const BaseFolder& home) {

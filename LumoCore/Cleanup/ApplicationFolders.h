@@ -4,18 +4,9 @@
 
 #include <string>
 
-/// Where the application keeps its own files in a home folder. The three folders that hold what was the
-/// user's must be real ones: a link in their place counts as missing.
+/// Opening and making the folders of OwnFiles. The three that hold what was the user's must be real ones: a
+/// link in their place counts as missing.
 namespace lumo::ApplicationFolders {
-
-/// home + "/Library/Application Support/TarvoAI".
-std::string support(const std::string& home);
-/// The cleanup log, the intents of moves under way, the lock.
-std::string historyLog(const std::string& home);
-std::string intents(const std::string& home);
-std::string lock(const std::string& home);
-/// Where archives are being made.
-std::string archiving(const std::string& home);
 
 /// Settings of Claude Desktop's, which this application rewrites, and the backup that it makes first.
 std::string claudeDesktopSettings(const std::string& home);

@@ -3,6 +3,7 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "Platform/FileContent.h"
 #include "Platform/ZipListing.h"
 
@@ -31,7 +32,7 @@ ArchiveError about(ArchiveProblem problem, std::string_view path, std::string_vi
 
 ArchiveError different(std::string_view path) {
     return about(ArchiveProblem::notVerified, path,
-                 text("cambió mientras se archivaba", "it changed while being archived"));
+                 Words{"cambió mientras se archivaba", "it changed while being archived"}.in());
 }
 
 /// Names in a zip have their length in two bytes.
@@ -44,12 +45,14 @@ std::optional<ArchiveError> obstacle(const ListedEntry& entry) {
     }
     if (entry.kind == EntryKind::other) {
         return about(ArchiveProblem::notVerified, entry.path,
-                     text("no es un archivo, una carpeta ni un enlace, y eso no cabe en un zip",
-                          "it is no file, folder or link, which a zip cannot hold"));
+                     Words{"no es un archivo, una carpeta ni un enlace, y eso no cabe en un zip",
+                           "it is no file, folder or link, which a zip cannot hold"}
+                         .in());
     }
     if (entry.path.size() >= mostNameBytes) {
-        return about(ArchiveProblem::notVerified, entry.path,
-                     text("el nombre es demasiado largo para un zip", "the name is too long for a zip"));
+        return about(
+            ArchiveProblem::notVerified, entry.path,
+            Words{"el nombre es demasiado largo para un zip", "the name is too long for a zip"}.in());
     }
     return std::nullopt;
 }
@@ -96,7 +99,7 @@ const ListedEntry* ArchivedTree::find(std::string_view path) const {
 }
 
 std::string ArchivedTree::absolute(std::string_view path) const {
-    return path_.substr(0, path_.rfind('/') + 1) + std::string(path);
+    return joined(parentOf(path_), path);
 }
 
 std::expected<void, ArchiveError> ArchivedTree::isIn(const std::string& archive, const std::stop_token& stop,
@@ -138,7 +141,7 @@ std::expected<void, ArchiveError> ArchivedTree::areAll(const std::vector<bool>& 
     if (left != isSeen.end()) {
         const ListedEntry& entry = entries_[static_cast<std::size_t>(left - isSeen.begin())];
         return std::unexpected(about(ArchiveProblem::notVerified, entry.path,
-                                     text("no está en el archivo", "it is not in the archive")));
+                                     Words{"no está en el archivo", "it is not in the archive"}.in()));
     }
     return {};
 }

@@ -1,9 +1,9 @@
 #include "LumoCore/Cleanup/ArchiveTables.h"
 #include "LumoCore/Cleanup/Archiver.h"
 
+#include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Parallel.h"
 #include "LumoCore/Basics/Path.h"
-#include "Platform/CheckedSum.h"
 #include "Platform/FileContent.h"
 #include "Platform/TreeListing.h"
 
@@ -27,7 +27,7 @@ struct Files {
 
 Files filesBelow(const std::string& path, const std::stop_token& stop) {
     constexpr std::size_t mostFiles = 300'000;
-    const std::string folder = path.substr(0, path.rfind('/') + 1);
+    const std::string_view folder = parentOf(path);
     Files files;
     std::size_t count = 0;
     // Where the walk ends early, what was seen is what there is to say.
@@ -38,7 +38,7 @@ Files filesBelow(const std::string& path, const std::stop_token& stop) {
             std::int64_t& sum = isShrinking ? files.compressibleBytes : files.incompressibleBytes;
             sum = saturatedSum(sum, entry.bytes);
             if (isShrinking && entry.bytes > 0) {
-                files.compressible.push_back({folder + entry.path, entry.bytes});
+                files.compressible.push_back({joined(folder, entry.path), entry.bytes});
             }
             ++count;
         }

@@ -1,9 +1,9 @@
 #include "LumoCore/Cleanup/ArchiveStaging.h"
 
 #include "LumoCore/Basics/Codec.h"
+#include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/UniqueID.h"
-#include "LumoCore/Cleanup/ApplicationFolders.h"
 #include "Platform/LogFile.h"
 #include "Platform/Removal.h"
 
@@ -59,7 +59,7 @@ bool isGone(const std::string& folder, const PathGuard& guard) {
 
 SystemResult<ArchiveStaging> ArchiveStaging::make(const PathGuard& guard, const std::string& folder) {
     const std::string path = folder + "/" + std::string(mark) + uniqueID();
-    const auto noted = platform::appendLines(ApplicationFolders::archiving(guard.home()),
+    const auto noted = platform::appendLines(OwnFiles::archiving(guard.home()),
                                              dumpJson(encode(Note{path}), JsonLayout::line) + "\n");
     if (!noted) {
         return std::unexpected(noted.error());
@@ -85,7 +85,7 @@ SystemResult<Place> ArchiveStaging::archivePlace() const {
 }
 
 void ArchiveStaging::sweep(const PathGuard& guard) {
-    const std::string notes = ApplicationFolders::archiving(guard.home());
+    const std::string notes = OwnFiles::archiving(guard.home());
     if (!platform::kindOf(notes)) {
         return;
     }

@@ -1,10 +1,11 @@
 #include "LumoCore/Cleanup/Archiver.h"
 
 #include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
-#include "LumoCore/Cleanup/ApplicationFolders.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/ArchiveCheck.h"
 #include "LumoCore/Cleanup/ArchiveStaging.h"
 #include "LumoCore/Cleanup/ArchiveTables.h"
@@ -34,10 +35,6 @@ using platform::ToolRun;
 using Checked = std::expected<void, ArchiveError>;
 
 namespace {
-
-std::string folderOf(const std::string& path) {
-    return path.substr(0, path.rfind('/'));
-}
 
 std::unexpected<ArchiveError> interrupted() {
     return std::unexpected(ArchiveError{.problem = ArchiveProblem::interrupted});
@@ -90,7 +87,7 @@ Checked compress(const std::string& path, const ArchiveStaging& staging, const P
                  const ArchiveControl& control) {
     enter(ArchivePhase::compressing, control);
     const std::jthread watcher = watcherOf(staging.path(), control.progress);
-    const ToolRun ran = platform::makeZip({.folder = folderOf(path),
+    const ToolRun ran = platform::makeZip({.folder = std::string(parentOf(path)),
                                            .name = std::string(fileName(path)),
                                            .archive = staging.archivePath(),
                                            .storedEndings = ArchiveTables::incompressibleExtensions()},
@@ -171,29 +168,27 @@ SystemResult<std::string> publish(const ArchiveStaging& staging, const std::stri
 std::string ArchiveError::errorDescription(Language language) const {
     switch (problem) {
     case ArchiveProblem::notEnoughSpace:
-        return fmt::format(
-            fmt::runtime(
-                text("No hay sitio para crear el archivo (hacen falta unos {}). Libera algo primero.",
+        return Words{"No hay sitio para crear el archivo (hacen falta unos {}). Libera algo primero.",
                      "There's no room to create the archive (about {} needed). Free something up "
-                     "first.",
-                     language)),
-            ByteFormat::string(neededBytes, language));
+                     "first."}
+            .in(language, ByteFormat::string(neededBytes, language));
     case ArchiveProblem::failed:
-        return std::string(text("No se pudo crear el archivo. No se ha tocado nada.",
-                                "The archive couldn't be created. Nothing was touched.", language));
+        return Words{"No se pudo crear el archivo. No se ha tocado nada.",
+                     "The archive couldn't be created. Nothing was touched."}
+            .in(language);
     case ArchiveProblem::notVerified:
-        return std::string(
-            text("El archivo no pasó la comprobación, así que se ha borrado. El original sigue intacto.",
-                 "The archive failed its check, so it was deleted. The original is untouched.", language));
+        return Words{"El archivo no pasó la comprobación, así que se ha borrado. El original sigue intacto.",
+                     "The archive failed its check, so it was deleted. The original is untouched."}
+            .in(language);
     case ArchiveProblem::interrupted:
         break;
     }
-    return std::string(text("Se ha interrumpido. No se ha tocado nada.",
-                            "It was interrupted. Nothing was touched.", language));
+    return Words{"Se ha interrumpido. No se ha tocado nada.", "It was interrupted. Nothing was touched."}.in(
+        language);
 }
 
 std::string destination(const std::string& path) {
-    const std::string folder = folderOf(path) + "/";
+    const std::string folder = std::string(parentOf(path)) + "/";
     for (std::int64_t number = 1;; ++number) {
         const std::string ending = (number == 1 ? "" : fmt::format(" ({})", number)) + ".zip";
         constexpr std::size_t mostBytes = 255;
@@ -212,16 +207,16 @@ std::expected<std::string, ArchiveError> archive(const std::string& path, const 
     if (!place) {
         return failedAt(path, place.error());
     }
-    if (const Checked roomy = checkSpace(folderOf(path), control); !roomy) {
+    if (const Checked roomy = checkSpace(std::string(parentOf(path)), control); !roomy) {
         return std::unexpected(roomy.error());
     }
     const auto tree = ArchivedTree::of(path, control.stop);
     if (!tree) {
         return std::unexpected(tree.error());
     }
-    const SystemResult<ArchiveStaging> staging = ArchiveStaging::make(guard, folderOf(path));
+    const SystemResult<ArchiveStaging> staging = ArchiveStaging::make(guard, std::string(parentOf(path)));
     if (!staging) {
-        return failedAt(folderOf(path), staging.error());
+        return failedAt(std::string(parentOf(path)), staging.error());
     }
     if (const Checked made = compress(path, *staging, guard, control); !made) {
         return std::unexpected(made.error());
@@ -253,7 +248,7 @@ std::vector<CleanupOutcome> setAside(const std::string& path, const std::string&
                                .method = method::TrashItems{{path}},
                                .measuredPaths = {path}};
     Mover mover(guard, Holding::newBatch(guard.home(), now));
-    return CleanupExecutor::run({action}, guard, ApplicationFolders::historyLog(guard.home()), mover,
+    return CleanupExecutor::run({action}, guard, OwnFiles::historyLog(guard.home()), mover,
                                 CleanupExecutor::SafeItems::setAside,
                                 {.now = [now] { return now; }, .caller = caller});
 }

@@ -1,11 +1,12 @@
 #include "LumoCore/Cleanup/CleanupExecutor.h"
 
+#include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Reason.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/HistoryLog.h"
 #include "LumoCore/Cleanup/ToolOutput.h"
 #include "LumoCore/Scanning/FileTree.h"
-#include "Platform/CheckedSum.h"
 #include "Platform/CloudFiles.h"
 #include "Platform/Removal.h"
 #include "Platform/ToolCommand.h"
@@ -192,25 +193,26 @@ CleanupOutcome runCommand(const std::vector<std::string>& words, const CleanupAc
     if (!ran.wasEndedByUs && !action.fallbackContents.empty()) {
         return trashContents(action.fallbackContents, action, guard, mover, isDirect);
     }
-    const std::string detail = ran.wasEndedByUs
-                                   ? std::string(text("se ha interrumpido", "it was interrupted"))
-                                   : failureDetail(ran.output, ran.status, currentLanguage());
+    const std::string detail = ran.wasEndedByUs ? Words{"se ha interrumpido", "it was interrupted"}.in()
+                                                : failureDetail(ran.output, ran.status, currentLanguage());
     return failed(action,
-                  fmt::format("{}{}{}", fmt::join(words, " "), text(" falló: ", " failed: "), detail));
+                  fmt::format("{}{}{}", fmt::join(words, " "), Words{" falló: ", " failed: "}.in(), detail));
 }
 
 CleanupOutcome evict(const std::vector<std::string>& paths, const CleanupAction& action) {
     const std::optional<platform::Eviction> eviction = platform::evictLocalCopies(paths);
     if (!eviction) {
-        return failed(action, std::string(text("iCloud Drive no está disponible en este sistema",
-                                               "iCloud Drive is not available on this system")));
+        return failed(action, Words{"iCloud Drive no está disponible en este sistema",
+                                    "iCloud Drive is not available on this system"}
+                                  .in());
     }
     CleanupOutcome outcome = begun(action);
     const bool isFailed = eviction->fileCount == 0 && eviction->hadFailures;
     outcome.status = isFailed ? CleanupStatus::failed : CleanupStatus::done;
     outcome.message = std::to_string(eviction->fileCount) +
-                      std::string(text(" archivos siguen en iCloud y ya no ocupan sitio en este Mac",
-                                       " files stay in iCloud and no longer take space on this Mac"));
+                      Words{" archivos siguen en iCloud y ya no ocupan sitio en este Mac",
+                            " files stay in iCloud and no longer take space on this Mac"}
+                          .in();
     outcome.freedBytes = std::max<std::int64_t>(eviction->releasedBytes, 0);
     return outcome;
 }

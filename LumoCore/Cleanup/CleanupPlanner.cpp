@@ -1,9 +1,8 @@
 #include "LumoCore/Cleanup/CleanupPlanner.h"
 
+#include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Path.h"
-#include "Platform/CheckedSum.h"
-
-#include <fmt/format.h>
+#include "LumoCore/Basics/Words.h"
 
 #include <algorithm>
 
@@ -31,11 +30,10 @@ Way wayOf(const Finding& finding, Language language) {
                 return {method::Command{std::move(*words)}, {}};
             }
             return {std::nullopt,
-                    std::string(text("hay que elegir a mano: ", "you have to choose by hand: ", language)) +
-                        how.line};
+                    Words{"hay que elegir a mano: ", "you have to choose by hand: "}.in(language) + how.line};
         }
         Way operator()(const cleanup::Manual& how) const {
-            return {std::nullopt, std::string(text("a mano: ", "by hand: ", language)) + how.instruction};
+            return {std::nullopt, Words{"a mano: ", "by hand: "}.in(language) + how.instruction};
         }
     };
     return std::visit(Choose{finding, language}, finding.cleanup);
@@ -92,17 +90,17 @@ std::optional<std::int64_t> ageInDays(const ProjectReport& project, Date now) {
 }
 
 std::string activeReason(std::int64_t days, const CleanupOptions& options, Language language) {
-    std::string when = fmt::format(fmt::runtime(text("hace {} días", "{} days ago", language)), days);
+    std::string when = Words{"hace {} días", "{} days ago"}.in(language, days);
     if (days == 0) {
-        when = text("hoy", "today", language);
+        when = Words{"hoy", "today"}.in(language);
     } else if (days == 1) {
-        when = text("ayer", "yesterday", language);
+        when = Words{"ayer", "yesterday"}.in(language);
     }
     const std::string hint = options.recentProjectHint.value_or(
-        std::string(text(" (inclúyelo con --dependencias)", " (include it with --dependencies)", language)));
-    return fmt::format(fmt::runtime(text("proyecto con cambios {}, no se incluye solo",
-                                         "project changed {}, so it isn't included by default", language)),
-                       when) +
+        Words{" (inclúyelo con --dependencias)", " (include it with --dependencies)"}.in(language));
+    return Words{"proyecto con cambios {}, no se incluye solo",
+                 "project changed {}, so it isn't included by default"}
+               .in(language, when) +
            hint;
 }
 
@@ -155,6 +153,16 @@ std::vector<PlanEntry> plan(const ScanReport& report, const CleanupOptions& opti
     return entries;
 }
 
+std::vector<CleanupAction> actionsOf(const std::vector<PlanEntry>& entries) {
+    std::vector<CleanupAction> actions;
+    for (const PlanEntry& entry : entries) {
+        if (!entry.skipReason) {
+            actions.push_back(entry.action);
+        }
+    }
+    return actions;
+}
+
 std::int64_t safeRecoverableBytes(const std::vector<PlanEntry>& entries) {
     std::int64_t bytes = 0;
     for (const PlanEntry& entry : entries) {
@@ -186,13 +194,13 @@ std::optional<std::string> openReason(const std::optional<std::string>& closeFir
     if (!closeFirst || !surroundings.isRunning(*closeFirst)) {
         return std::nullopt;
     }
-    return fmt::format(fmt::runtime(text("cierra {} antes", "quit {} first", surroundings.language)),
-                       surroundings.nameOf(*closeFirst));
+    return Words{"cierra {} antes", "quit {} first"}.in(surroundings.language,
+                                                        surroundings.nameOf(*closeFirst));
 }
 
 std::string protectedReason(Language language) {
-    return std::string(
-        text("está en una carpeta protegida en Ajustes", "it's in a folder protected in Settings", language));
+    return Words{"está en una carpeta protegida en Ajustes", "it's in a folder protected in Settings"}.in(
+        language);
 }
 
 bool touchesProtected(const std::vector<std::string>& paths,

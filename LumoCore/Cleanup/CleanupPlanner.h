@@ -49,6 +49,9 @@ namespace CleanupPlanner {
 std::vector<PlanEntry> plan(const ScanReport& report, const CleanupOptions& options,
                             const PlanSurroundings& surroundings);
 
+/// The actions of the entries that nothing speaks against.
+std::vector<CleanupAction> actionsOf(const std::vector<PlanEntry>& entries);
+
 /// What these entries free with no risk: the safe ones that nothing holds back.
 std::int64_t safeRecoverableBytes(const std::vector<PlanEntry>& entries);
 

@@ -1,7 +1,8 @@
 #include "LumoCore/Cleanup/HistoryLog.h"
 
-#include "LumoCore/Cleanup/ApplicationFolders.h"
-#include "Platform/CheckedSum.h"
+#include "LumoCore/Basics/CheckedSum.h"
+#include "LumoCore/Basics/OwnFiles.h"
+#include "LumoCore/Basics/Path.h"
 #include "Platform/LogFile.h"
 #include "Platform/StateFile.h"
 
@@ -12,7 +13,7 @@ namespace lumo {
 using platform::SystemResult;
 
 SystemResult<void> HistoryLog::append(const CleanupOutcome& outcome, const std::string& path) {
-    if (const auto made = platform::makePrivateFolder(path.substr(0, path.rfind('/'))); !made) {
+    if (const auto made = platform::makePrivateFolder(std::string(parentOf(path))); !made) {
         return made;
     }
     const auto added = platform::appendLines(path, dumpJson(encode(outcome), JsonLayout::line) + "\n");
@@ -45,7 +46,7 @@ std::int64_t CleanupHistory::total(const std::vector<CleanupOutcome>& outcomes) 
 }
 
 std::int64_t CleanupHistory::total(const std::string& home) {
-    const auto outcomes = HistoryLog::outcomes(ApplicationFolders::historyLog(home));
+    const auto outcomes = HistoryLog::outcomes(OwnFiles::historyLog(home));
     return outcomes ? total(*outcomes) : 0;
 }
 

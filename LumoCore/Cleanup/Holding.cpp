@@ -1,11 +1,13 @@
 #include "LumoCore/Cleanup/Holding.h"
 
+#include "LumoCore/Basics/CheckedSum.h"
+#include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/UniqueID.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/ApplicationFolders.h"
 #include "LumoCore/Scanning/FileTree.h"
-#include "Platform/CheckedSum.h"
 #include "Platform/Removal.h"
 
 #include <algorithm>
@@ -110,16 +112,11 @@ void removeIfEmpty(std::string_view batch, const PathGuard& guard) {
 
 std::string goneText(const TrashedItem& item) {
     return std::string(fileName(item.original)) +
-           std::string(text(": ya no está apartado", ": no longer in Recently Cleaned"));
+           Words{": ya no está apartado", ": no longer in Recently Cleaned"}.in();
 }
 
 std::string takenText(const TrashedItem& item) {
     return std::string(fileName(item.original)) + ": ya existe en su sitio"; // In both languages.
-}
-
-bool isSpeltOut(const std::string& path) {
-    const std::string closed = path + "/";
-    return closed.find("/../") == std::string::npos && closed.find("/./") == std::string::npos;
 }
 
 /// Why the item could not be put back; absent when it was.
@@ -148,11 +145,11 @@ std::optional<std::string> restoreOne(const TrashedItem& item, const PathGuard& 
 } // namespace
 
 std::string root(const std::string& home) {
-    return ApplicationFolders::support(home) + "/Apartado";
+    return OwnFiles::holding(home);
 }
 
 std::string_view batchOf(std::string_view inTrash) {
-    return inTrash.substr(0, inTrash.rfind('/'));
+    return parentOf(inTrash);
 }
 
 std::string newBatch(const std::string& home, Date now) {
@@ -241,8 +238,7 @@ TrashOperationResult emptyTrashed(const std::vector<TrashedItem>& items, const P
     for (const TrashedItem& item : items) {
         const std::string name(fileName(item.original));
         if (!isInside(item.inTrash, root(guard.home())) || !isSpeltOut(item.inTrash)) {
-            result.failures.push_back(name +
-                                      std::string(text(": no está apartado", ": not in Recently Cleaned")));
+            result.failures.push_back(name + Words{": no está apartado", ": not in Recently Cleaned"}.in());
             continue;
         }
         const SystemResult<Place> held = heldPlace(item.inTrash, guard);

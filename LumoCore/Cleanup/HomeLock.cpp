@@ -1,12 +1,12 @@
 #include "LumoCore/Cleanup/HomeLock.h"
 
+#include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/ApplicationFolders.h"
 #include "LumoCore/Cleanup/Recovery.h"
 #include "Platform/StateFile.h"
-
-#include <fmt/format.h>
 
 #include <cerrno>
 
@@ -41,17 +41,17 @@ Failure busy(const std::string& lockPath) {
     if (const auto content = platform::readWhole(lockPath, 4096)) {
         holder = printable(noteIn(*content).holder);
     }
-    const std::string who = holder.empty() ? std::string(text("otro programa", "another program")) : holder;
-    return {fmt::format(fmt::runtime(text("{} está cambiando esta carpeta personal: espera a que acabe",
-                                          "{} is changing this home folder: wait until it has finished")),
-                        who)};
+    const std::string who = holder.empty() ? Words{"otro programa", "another program"}.in() : holder;
+    return {Words{"{} está cambiando esta carpeta personal: espera a que acabe",
+                  "{} is changing this home folder: wait until it has finished"}
+                .with(who)};
 }
 
 Failure unlockable(const SystemError& error) {
-    return {fmt::format(fmt::runtime(text("no puedo escribir en la carpeta de Tarvo AI ({}): comprueba sus "
-                                          "permisos",
-                                          "cannot write into Tarvo AI's folder ({}): check its permissions")),
-                        reasonText(error))};
+    return {Words{"no puedo escribir en la carpeta de Tarvo AI ({}): comprueba sus "
+                  "permisos",
+                  "cannot write into Tarvo AI's folder ({}): check its permissions"}
+                .with(reasonText(error))};
 }
 
 } // namespace
@@ -62,19 +62,21 @@ bool HomeLock::isForeign(const std::string& home) {
 }
 
 std::string HomeLock::foreignText() {
-    return std::string(text("esta carpeta personal es de otro usuario: ejecútalo con su cuenta",
-                            "this home folder is another user's: run it as that user"));
+    return Words{"esta carpeta personal es de otro usuario: ejecútalo con su cuenta",
+                 "this home folder is another user's: run it as that user"}
+        .in();
 }
 
 Result<HomeLock> HomeLock::take(const PathGuard& guard, const Request& request) {
     if (!guard.base()) {
-        return failure(std::string(text("esta carpeta personal no se puede abrir: indica otra con --home",
-                                        "this home folder cannot be opened: name another with --home")));
+        return failure(Words{"esta carpeta personal no se puede abrir: indica otra con --home",
+                             "this home folder cannot be opened: name another with --home"}
+                           .in());
     }
     if (isForeign(guard.home())) {
         return failure(foreignText());
     }
-    const std::string path = ApplicationFolders::lock(guard.home());
+    const std::string path = OwnFiles::lock(guard.home());
     HomeLock lock;
     const SystemResult<BaseFolder> support = ApplicationFolders::makeSupport(*guard.base());
     SystemResult<LockFile> file =

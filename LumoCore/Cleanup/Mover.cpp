@@ -1,5 +1,6 @@
 #include "LumoCore/Cleanup/Mover.h"
 
+#include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/UniqueID.h"
 #include "LumoCore/Cleanup/ApplicationFolders.h"
@@ -14,7 +15,7 @@ using platform::SystemError;
 using platform::SystemResult;
 
 Mover::Mover(const PathGuard& guard, std::string batch)
-    : guard_(guard), batch_(std::move(batch)), intents_(ApplicationFolders::intents(guard.home())) {}
+    : guard_(guard), batch_(std::move(batch)), intents_(OwnFiles::intents(guard.home())) {}
 
 std::string Mover::heldName(std::string_view name) {
     constexpr std::size_t mostBytes = 255;

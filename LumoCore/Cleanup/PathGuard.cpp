@@ -1,7 +1,9 @@
 #include "LumoCore/Cleanup/PathGuard.h"
 
+#include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Reason.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/ApplicationFolders.h"
 
 #include <algorithm>
@@ -35,14 +37,14 @@ PathGuard::PathGuard(std::string home) : home_(std::move(home)) {
         return;
     }
     base_ = std::move(*base);
-    ownFolders_.push_back(ApplicationFolders::support(home_));
+    ownFolders_.push_back(OwnFiles::support(home_));
     if (const SystemResult<BaseFolder> own = ApplicationFolders::openSupport(*base_)) {
         ownFolders_.push_back(own->path());
     }
 }
 
 std::string PathGuard::outside(const std::string& path, Language language) {
-    return std::string(text("fuera de tu carpeta personal: ", "outside your home folder: ", language)) + path;
+    return Words{"fuera de tu carpeta personal: ", "outside your home folder: "}.in(language) + path;
 }
 
 bool PathGuard::isApplication(const std::string& path) const {

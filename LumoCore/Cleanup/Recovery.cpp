@@ -1,5 +1,7 @@
 #include "LumoCore/Cleanup/Recovery.h"
 
+#include "LumoCore/Basics/CheckedSum.h"
+#include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Cleanup/ApplicationFolders.h"
 #include "LumoCore/Cleanup/ArchiveStaging.h"
@@ -7,7 +9,6 @@
 #include "LumoCore/Cleanup/Holding.h"
 #include "LumoCore/Cleanup/Intents.h"
 #include "LumoCore/Scanning/FileTree.h"
-#include "Platform/CheckedSum.h"
 #include "Platform/ForeignFile.h"
 #include "Platform/StateFile.h"
 
@@ -63,9 +64,9 @@ std::vector<CleanupOutcome> owed(const std::vector<Intent>& intents, const std::
 
 /// Turns intents into log lines. Those are kept for which that was not possible.
 std::vector<CleanupOutcome> settleIntents(const PathGuard& guard, Date now) {
-    const IntentFile file(ApplicationFolders::intents(guard.home()));
-    const std::string history = ApplicationFolders::historyLog(guard.home());
-    if (!platform::kindOf(ApplicationFolders::intents(guard.home()))) {
+    const IntentFile file(OwnFiles::intents(guard.home()));
+    const std::string history = OwnFiles::historyLog(guard.home());
+    if (!platform::kindOf(OwnFiles::intents(guard.home()))) {
         return {};
     }
     const auto intents = file.pending();
@@ -89,8 +90,8 @@ std::vector<CleanupOutcome> recover(const PathGuard& guard, Date now) {
     std::vector<CleanupOutcome> missing = settleIntents(guard, now);
     Holding::sweep(guard);
     ArchiveStaging::sweep(guard);
-    platform::sweepTemporaries(ApplicationFolders::support(guard.home()));
-    platform::sweepTemporaries(guard.home() + "/.config/TarvoAI");
+    platform::sweepTemporaries(OwnFiles::support(guard.home()));
+    platform::sweepTemporaries(OwnFiles::settings(guard.home()));
     platform::sweepForeign(ApplicationFolders::claudeDesktopSettings(guard.home()),
                            ApplicationFolders::claudeDesktopBackup(guard.home()));
     return missing;

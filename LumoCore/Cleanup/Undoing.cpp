@@ -1,8 +1,8 @@
 #include "LumoCore/Cleanup/Undoing.h"
 
+#include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Cleanup/Holding.h"
-#include "Platform/CheckedSum.h"
 
 #include <algorithm>
 #include <ranges>

@@ -1,9 +1,10 @@
 #include "LumoCore/Explaining/DiskSummary.h"
 
 #include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Explaining/ShortSize.h"
-#include "Platform/CheckedSum.h"
 
 #include <fmt/format.h>
 
@@ -80,28 +81,23 @@ std::vector<const Finding*> firstToReview(const ScanReport& report, std::size_t 
 /// The fact about the parts of what can be recovered, those that are there.
 void addPartFacts(std::vector<std::string>& facts, const Parts& parts, Language language) {
     if (parts.toolCaches >= 1) {
-        facts.push_back(fmt::format(
-            fmt::runtime(text("Parte de lo recuperable: cachés de herramientas de desarrollo (uv, "
+        facts.push_back(Words{"Parte de lo recuperable: cachés de herramientas de desarrollo (uv, "
                               "npm, pnpm, Gradle…), {}.",
                               "Part of the recoverable space: developer tool caches (uv, npm, "
-                              "pnpm, Gradle…), {}.",
-                              language)),
-            bytesText(parts.toolCaches, language)));
+                              "pnpm, Gradle…), {}."}
+                            .in(language, bytesText(parts.toolCaches, language)));
     }
     if (parts.staleDependencies >= 1) {
-        facts.push_back(
-            fmt::format(fmt::runtime(text("Parte de lo recuperable: dependencias (node_modules, .venv) de {} "
-                                          "proyectos sin cambios desde hace más de 30 días, {}.",
-                                          "Part of the recoverable space: dependencies (node_modules, .venv) "
-                                          "of {} projects unchanged for over 30 days, {}.",
-                                          language)),
-                        parts.staleProjects, bytesText(parts.staleDependencies, language)));
+        facts.push_back(Words{"Parte de lo recuperable: dependencias (node_modules, .venv) de {} "
+                              "proyectos sin cambios desde hace más de 30 días, {}.",
+                              "Part of the recoverable space: dependencies (node_modules, .venv) "
+                              "of {} projects unchanged for over 30 days, {}."}
+                            .in(language, parts.staleProjects, bytesText(parts.staleDependencies, language)));
     }
     if (parts.builds >= 1) {
-        facts.push_back(
-            fmt::format(fmt::runtime(text("Parte de lo recuperable: compilaciones de proyectos, {}.",
-                                          "Part of the recoverable space: project builds, {}.", language)),
-                        bytesText(parts.builds, language)));
+        facts.push_back(Words{"Parte de lo recuperable: compilaciones de proyectos, {}.",
+                              "Part of the recoverable space: project builds, {}."}
+                            .in(language, bytesText(parts.builds, language)));
     }
 }
 
@@ -113,20 +109,17 @@ std::string largestPart(const Parts& parts, Language language) {
     };
     const Candidate candidates[] = {
         {parts.toolCaches,
-         std::string(text("en cachés de herramientas de desarrollo", "in developer tool caches", language))},
-        {parts.staleDependencies,
-         fmt::format(
-             fmt::runtime(text("en dependencias de {} proyectos que no tocas desde hace un mes",
-                               "in dependencies of {} projects you haven't touched in a month", language)),
-             parts.staleProjects)},
-        {parts.builds,
-         std::string(text("en compilaciones de tus proyectos", "in your project builds", language))}};
+         Words{"en cachés de herramientas de desarrollo", "in developer tool caches"}.in(language)},
+        {parts.staleDependencies, Words{"en dependencias de {} proyectos que no tocas desde hace un mes",
+                                        "in dependencies of {} projects you haven't touched in a month"}
+                                      .in(language, parts.staleProjects)},
+        {parts.builds, Words{"en compilaciones de tus proyectos", "in your project builds"}.in(language)}};
     // The first of several equal ones.
     const Candidate& largest = *std::ranges::max_element(candidates, {}, &Candidate::bytes);
     if (largest.bytes < 1) {
         return {};
     }
-    return fmt::format("{}{} {}", text(", sobre todo ", ", mostly ", language),
+    return fmt::format("{}{} {}", Words{", sobre todo ", ", mostly "}.in(language),
                        bytesText(largest.bytes, language), largest.phrase);
 }
 
@@ -138,35 +131,30 @@ std::vector<std::string> facts(const ScanReport& report, std::int64_t recoverabl
                                Language language) {
     constexpr std::size_t mostToReview = 2;
     std::vector<std::string> facts{
-        fmt::format(fmt::runtime(text("Recuperable sin riesgo en total: {}.",
-                                      "Total recoverable with no risk: {}.", language)),
-                    bytesText(recoverable, language))};
+        Words{"Recuperable sin riesgo en total: {}.", "Total recoverable with no risk: {}."}.in(
+            language, bytesText(recoverable, language))};
     addPartFacts(facts, partsOf(report, now), language);
     std::vector<std::string> toReview;
     for (const Finding* finding : firstToReview(report, mostToReview)) {
         toReview.push_back(finding->name + " " + shortSize(finding->usage.allocatedBytes, language));
     }
     if (!toReview.empty()) {
-        facts.push_back(fmt::format(
-            fmt::runtime(text("Ocupa mucho, pero hay que revisarlo (no es sin riesgo): {}.",
-                              "Takes a lot of space, but needs review (not risk-free): {}.", language)),
-            fmt::join(toReview, "; ")));
+        facts.push_back(Words{"Ocupa mucho, pero hay que revisarlo (no es sin riesgo): {}.",
+                              "Takes a lot of space, but needs review (not risk-free): {}."}
+                            .in(language, fmt::format("{}", fmt::join(toReview, "; "))));
     }
-    facts.push_back(
-        fmt::format(fmt::runtime(text("Espacio libre ahora: {}.", "Free space now: {}.", language)),
-                    bytesText(report.volume.availableBytes, language)));
+    facts.push_back(Words{"Espacio libre ahora: {}.", "Free space now: {}."}.in(
+        language, bytesText(report.volume.availableBytes, language)));
     return facts;
 }
 
 std::string templateText(const ScanReport& report, std::int64_t recoverable, Date now, Language language) {
-    std::string summary =
-        fmt::format(fmt::runtime(text("Puedes recuperar {} sin riesgo{}.",
-                                      "You can recover {} with no risk{}.", language)),
-                    bytesText(recoverable, language), largestPart(partsOf(report, now), language));
+    std::string summary = Words{"Puedes recuperar {} sin riesgo{}.", "You can recover {} with no risk{}."}.in(
+        language, bytesText(recoverable, language), largestPart(partsOf(report, now), language));
     for (const Finding* finding : firstToReview(report, 1)) {
-        summary += fmt::format(fmt::runtime(text(" Lo más grande para revisar es {} ({}).",
-                                                 " The biggest thing to review is {} ({}).", language)),
-                               finding->name, bytesText(finding->usage.allocatedBytes, language));
+        summary +=
+            Words{" Lo más grande para revisar es {} ({}).", " The biggest thing to review is {} ({})."}.in(
+                language, finding->name, bytesText(finding->usage.allocatedBytes, language));
     }
     return summary;
 }
@@ -188,9 +176,9 @@ bool usesOnlyKnownAmounts(std::string_view text, const std::vector<std::string>&
 
 namespace AISummaryWriter {
 
-std::string_view instructions(Language language) {
+std::string instructions(Language language) {
     // The runs of blanks are part of what models were tried with.
-    return text(
+    return Words{
         "Escribes el resumen que ve el usuario de una app que libera espacio en su Mac. Con los datos que te "
         "dan, escribe dos frases en español. La primera dice cuánto puede recuperar sin riesgo en total y de "
         "dónde sale la mayor parte. La segunda nombra lo que ocupa mucho pero hay que revisar, sin decir que "
@@ -203,8 +191,8 @@ std::string_view instructions(Language language) {
         "with no risk in total and where most of it comes from. The second names what takes a lot of space "
         "but     "
         "needs review, without saying it's safe to delete. Use only the figures in the data, copied     "
-        "exactly as they are (for example «16.0 GB»). No greetings, no lists and no quotation marks.",
-        language);
+        "exactly as they are (for example «16.0 GB»). No greetings, no lists and no quotation marks."}
+        .in(language);
 }
 
 std::string prompt(const std::vector<std::string>& facts) {

@@ -48,7 +48,7 @@ namespace AISummaryWriter {
 using Write = std::function<std::optional<std::string>(const std::vector<std::string>& facts)>;
 
 /// What the model is told about its task, before anything else.
-std::string_view instructions(Language language = currentLanguage());
+std::string instructions(Language language = currentLanguage());
 
 /// What it is then asked: the facts, one a line.
 std::string prompt(const std::vector<std::string>& facts);

@@ -3,6 +3,7 @@
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Explaining/ShortSize.h"
 
 #include <fmt/format.h>
@@ -31,24 +32,23 @@ std::string listLine(std::string_view heading, const char* pattern, const std::v
 std::string changeLine(Date changed, Date now, Language language) {
     // A clock that was ahead makes files of tomorrow.
     const int days = midnightsBetween(changed, now);
-    const std::string when = days <= 0
-                                 ? std::string(text("hoy", "today", language))
-                                 : fmt::format(fmt::runtime(text("hace {} días", "{} days ago", language)),
-                                               ByteFormat::number(days, 0, language));
-    return fmt::format("{}{}\n", text("Último cambio: ", "Last change: ", language), when);
+    const std::string when =
+        days <= 0 ? Words{"hoy", "today"}.in(language)
+                  : Words{"hace {} días", "{} days ago"}.in(language, ByteFormat::number(days, 0, language));
+    return fmt::format("{}{}\n", Words{"Último cambio: ", "Last change: "}.in(language), when);
 }
 
 std::string appLine(const std::optional<InstalledApp>& app, Language language) {
     if (app) {
         return fmt::format("{}{}\n",
-                           text("App relacionada, instalada: ", "Related app, installed: ", language),
+                           Words{"App relacionada, instalada: ", "Related app, installed: "}.in(language),
                            printable(app->name));
     }
-    return std::string(text("Ninguna app instalada coincide con el nombre: puede ser de una herramienta de "
-                            "terminal o un resto de una app desinstalada.\n",
-                            "No installed app matches the name: it may belong to a terminal tool or be left "
-                            "over from an uninstalled app.\n",
-                            language));
+    return Words{"Ninguna app instalada coincide con el nombre: puede ser de una herramienta de "
+                 "terminal o un resto de una app desinstalada.\n",
+                 "No installed app matches the name: it may belong to a terminal tool or be left "
+                 "over from an uninstalled app.\n"}
+        .in(language);
 }
 
 } // namespace
@@ -101,24 +101,25 @@ std::optional<std::string> FolderEvidence::appName() const {
 
 std::string FolderEvidence::promptDescription(Date now, Language language) const {
     const std::string files = ByteFormat::number(static_cast<double>(usage.fileCount), 0, language);
-    std::string lines =
-        fmt::format(fmt::runtime(text("{}: {} en {} archivos\n", "{}: {} in {} files\n", language)),
-                    printable(displayPath), shortSize(usage.allocatedBytes, language), files);
+    std::string lines = Words{"{}: {} en {} archivos\n", "{}: {} in {} files\n"}.in(
+        language, printable(displayPath), shortSize(usage.allocatedBytes, language), files);
     lines += std::string(description(location, language)) + "\n";
     if (usage.lastModified) {
         lines += changeLine(*usage.lastModified, now, language);
     }
     lines += appLine(relatedApp, language);
     if (isAppleComponent) {
-        lines += text("Pertenece a macOS (identificador de Apple).\n",
-                      "Belongs to macOS (Apple identifier).\n", language);
+        lines +=
+            Words{"Pertenece a macOS (identificador de Apple).\n", "Belongs to macOS (Apple identifier).\n"}
+                .in(language);
     }
-    lines += listLine(text("Contenido más grande: ", "Largest contents: ", language), "{} ({})",
+    lines += listLine(Words{"Contenido más grande: ", "Largest contents: "}.in(language), "{} ({})",
                       largestEntries, language);
-    lines += listLine(text("Tipos de archivo: ", "File types: ", language), "{} {}", fileTypes, language);
+    lines += listLine(Words{"Tipos de archivo: ", "File types: "}.in(language), "{} {}", fileTypes, language);
     if (usage.unreadableCount > 0) {
         lines += fmt::format(
-            "{}{}\n", text("Elementos sin permiso de lectura: ", "Items without read permission: ", language),
+            "{}{}\n",
+            Words{"Elementos sin permiso de lectura: ", "Items without read permission: "}.in(language),
             ByteFormat::number(static_cast<double>(usage.unreadableCount), 0, language));
     }
     lines.pop_back(); // The last line feed.

@@ -1,6 +1,7 @@
 #include "LumoCore/Explaining/FreeingAction.h"
 
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Explaining/ShortSize.h"
 
 #include <fmt/format.h>
@@ -11,39 +12,35 @@ namespace lumo {
 
 namespace {
 
-/// A sentence about an application; "{0}" stands for its name.
-std::string about(const std::string& app, std::string_view es, std::string_view en, Language language) {
-    return fmt::format(fmt::runtime(text(es, en, language)), app);
-}
-
 std::string deletionAdvice(const std::optional<std::string>& app, Language language) {
     if (app) {
-        return about(*app, "Si ya no usas {0}, desinstálala y borra la carpeta entera.",
-                     "If you no longer use {0}, uninstall it and delete the whole folder.", language);
+        return Words{"Si ya no usas {0}, desinstálala y borra la carpeta entera.",
+                     "If you no longer use {0}, uninstall it and delete the whole folder."}
+            .in(language, *app);
     }
-    return std::string(
-        text("Si no reconoces esta carpeta ni usas la herramienta que la creó, borra la carpeta entera.",
-             "If you don't recognize this folder or use the tool that created it, delete the whole folder.",
-             language));
+    return Words{
+        "Si no reconoces esta carpeta ni usas la herramienta que la creó, borra la carpeta entera.",
+        "If you don't recognize this folder or use the tool that created it, delete the whole folder."}
+        .in(language);
 }
 
 std::string clearingAdvice(const std::optional<std::string>& app, Language language) {
     if (!app) {
         return deletionAdvice(app, language);
     }
-    return about(
-        *app,
+    return Words{
         "{0} tiene una opción para borrar la caché, úsala; si no, cierra {0} antes de tocar la "
         "carpeta.",
-        "{0} has an option to clear its cache, use it; otherwise, quit {0} before touching the folder.",
-        language);
+        "{0} has an option to clear its cache, use it; otherwise, quit {0} before touching the folder."}
+        .in(language, *app);
 }
 
 std::string reviewAdvice(const FolderEvidence& evidence, Language language) {
     constexpr std::size_t mostNamed = 2;
     if (evidence.largestEntries.empty()) {
-        return std::string(text("Mira qué hay dentro antes de borrar nada.",
-                                "Check what's inside before deleting anything.", language));
+        return Words{"Mira qué hay dentro antes de borrar nada.",
+                     "Check what's inside before deleting anything."}
+            .in(language);
     }
     std::vector<std::string> named;
     for (const NamedSize& entry : evidence.largestEntries) {
@@ -51,36 +48,36 @@ std::string reviewAdvice(const FolderEvidence& evidence, Language language) {
             named.push_back(fmt::format("{} ({})", printable(entry.name), shortSize(entry.bytes, language)));
         }
     }
-    return fmt::format(
-        fmt::runtime(text("Mira qué hay dentro antes de borrar nada; lo más grande: {}.",
-                          "Check what's inside before deleting anything; the biggest items: {}.", language)),
-        fmt::join(named, text(" y ", " and ", language)));
+    return Words{"Mira qué hay dentro antes de borrar nada; lo más grande: {}.",
+                 "Check what's inside before deleting anything; the biggest items: {}."}
+        .in(language, fmt::format("{}", fmt::join(named, Words{" y ", " and "}.in(language))));
 }
 
 std::string leavingAdvice(const std::optional<std::string>& app, Language language) {
     const std::string user =
-        app.value_or(std::string(text("la herramienta que la creó", "the tool that created it", language)));
-    return about(user, "Déjala: {0} la está usando.", "Leave it: {0} is using it.", language);
+        app.value_or(Words{"la herramienta que la creó", "the tool that created it"}.in(language));
+    return Words{"Déjala: {0} la está usando.", "Leave it: {0} is using it."}.in(language, user);
 }
 
 } // namespace
 
 std::string advice(FreeingAction action, const FolderEvidence& evidence, Language language) {
     if (evidence.isAppleComponent) {
-        return std::string(text("Déjala: la gestiona macOS.", "Leave it: macOS manages it.", language));
+        return Words{"Déjala: la gestiona macOS.", "Leave it: macOS manages it."}.in(language);
     }
     if (evidence.location == FolderLocation::caches) {
-        return std::string(text("Se puede vaciar: la app que la creó la vuelve a generar.",
-                                "It can be emptied: the app that created it will recreate it.", language));
+        return Words{"Se puede vaciar: la app que la creó la vuelve a generar.",
+                     "It can be emptied: the app that created it will recreate it."}
+            .in(language);
     }
     const std::optional<std::string> app = evidence.appName();
     switch (action) {
     case FreeingAction::clearFromApp:
         return clearingAdvice(app, language);
     case FreeingAction::uninstallTool:
-        return std::string(
-            text("Si ya no usas esta herramienta, desinstálala; después puedes borrar la carpeta.",
-                 "If you no longer use this tool, uninstall it; then you can delete the folder.", language));
+        return Words{"Si ya no usas esta herramienta, desinstálala; después puedes borrar la carpeta.",
+                     "If you no longer use this tool, uninstall it; then you can delete the folder."}
+            .in(language);
     case FreeingAction::deleteIfUnused:
         return deletionAdvice(app, language);
     case FreeingAction::reviewContents:

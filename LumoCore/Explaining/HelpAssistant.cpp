@@ -1,6 +1,7 @@
 #include "LumoCore/Explaining/HelpAssistant.h"
 
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Explaining/DiskSummary.h"
 
 #include <algorithm>
@@ -36,11 +37,11 @@ std::vector<const HelpTopic*> topicsFor(std::string_view question, Language lang
 
 std::string contextOf(const std::vector<const HelpTopic*>& topics, const std::vector<std::string>& facts,
                       Language language) {
-    std::string context(text("AYUDA:\n", "HELP:\n", language));
+    std::string context(Words{"AYUDA:\n", "HELP:\n"}.in(language));
     for (const HelpTopic* topic : topics) {
         context += (topic == topics.front() ? "" : "\n\n") + topic->question + "\n" + topic->answer;
     }
-    context += text("\n\nDATOS DE ESTE MAC:\n", "\n\nTHIS MAC'S DATA:\n", language);
+    context += Words{"\n\nDATOS DE ESTE MAC:\n", "\n\nTHIS MAC'S DATA:\n"}.in(language);
     for (std::size_t index = 0; index < facts.size(); ++index) {
         context += (index == 0 ? "" : "\n") + facts[index];
     }
@@ -60,9 +61,9 @@ std::string lowered(std::string_view text) {
 
 namespace HelpWriter {
 
-std::string_view instructions(Language language) {
+std::string instructions(Language language) {
     // The runs of blanks are part of what models were tried with.
-    return text(
+    return Words{
         "Eres la ayuda de la app Tarvo AI para Mac, que ayuda a liberar espacio en disco sin miedo. "
         "Responde en español, en dos a cuatro frases claras, usando solo la información de AYUDA y de "
         "DATOS DE ESTE MAC. Si la respuesta no está ahí, responde exactamente: «No lo sé con seguridad; "
@@ -72,12 +73,12 @@ std::string_view instructions(Language language) {
         "Answer in English, in two to four clear sentences, using only the information in HELP and     "
         "THIS MAC'S DATA. If the answer isn't there, reply exactly:     "
         "«I'm not sure; check the questions in the help.»     "
-        "Don't make up menus, buttons, settings or commands. Copy figures exactly as they appear.",
-        language);
+        "Don't make up menus, buttons, settings or commands. Copy figures exactly as they appear."}
+        .in(language);
 }
 
 std::string prompt(std::string_view question, std::string_view context, Language language) {
-    return std::string(context) + std::string(text("\n\nPREGUNTA:\n", "\n\nQUESTION:\n", language)) +
+    return std::string(context) + Words{"\n\nPREGUNTA:\n", "\n\nQUESTION:\n"}.in(language) +
            std::string(question);
 }
 
@@ -99,10 +100,11 @@ bool acceptable(std::string_view text, std::string_view allowedText) {
 }
 
 HelpAnswer fallback(std::string_view question, Language language) {
-    return {.text = std::string(text(
-                "No encuentro esa duda en la ayuda. Prueba con otras palabras o mira las preguntas de "
-                "abajo.",
-                "I can't find that in the help. Try other words or look at the questions below.", language)),
+    return {.text =
+                Words{"No encuentro esa duda en la ayuda. Prueba con otras palabras o mira las preguntas de "
+                      "abajo.",
+                      "I can't find that in the help. Try other words or look at the questions below."}
+                    .in(language),
             .byAI = false,
             .sources = idsOf(HelpCatalog::relevant(question, mostSources, language))};
 }

@@ -15,7 +15,7 @@ using Write =
     std::function<std::optional<std::string>(const std::string& question, const std::string& context)>;
 
 /// What the model is told about its task, before anything else.
-std::string_view instructions(Language language = currentLanguage());
+std::string instructions(Language language = currentLanguage());
 
 /// What it is then asked.
 std::string prompt(std::string_view question, std::string_view context,

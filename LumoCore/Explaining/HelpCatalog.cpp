@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Explaining/HelpTopicRow.h"
 
 #include <algorithm>
@@ -25,14 +26,11 @@ std::vector<std::string> split(std::string_view list, std::string_view separator
 }
 
 std::vector<HelpTopic> makeTopics(Language language) {
-    const auto chosen = [language](const Both& both) {
-        return std::string(text(both.es, both.en, language));
-    };
     std::vector<HelpTopic> topics;
     for (const auto rows : {cleaningRows(), placeRows(), usingRows()}) {
         for (const Row& row : rows) {
-            topics.push_back({std::string(row.id), chosen(row.question), chosen(row.answer),
-                              split(chosen(row.keywords), ", ")});
+            topics.push_back({std::string(row.id), row.question.in(language), row.answer.in(language),
+                              split(row.keywords.in(language), ", ")});
         }
     }
     return topics;

@@ -1,21 +1,18 @@
 #pragma once
 
+#include "LumoCore/Basics/Words.h"
+
 #include <span>
 #include <string_view>
 
 /// How the help is written down: one row a topic, both languages side by side.
 namespace lumo::HelpCatalog {
 
-struct Both {
-    std::string_view es;
-    std::string_view en;
-};
-
 struct Row {
     std::string_view id; ///< The same in both languages, for ever: links lead to it.
-    Both question;
-    Both answer;   ///< What the window and the command offer, without the words and signs of `HelpGuard`.
-    Both keywords; ///< Separated by ", ", in lower case and without accents.
+    Words question;
+    Words answer;   ///< What the window and the command offer, without the words and signs of `HelpGuard`.
+    Words keywords; ///< Separated by ", ", in lower case and without accents.
 };
 
 /// In the order of the catalogue: what a cleanup means, what is cleaned where, and everything around it.

@@ -1,5 +1,7 @@
 #include "LumoCore/Explaining/SafetyPolicy.h"
 
+#include "LumoCore/Basics/Words.h"
+
 namespace lumo::SafetyPolicy {
 
 Safety finalSafety(Safety suggested, const FolderEvidence& evidence) {
@@ -16,16 +18,18 @@ std::optional<std::string> note(Safety suggested, Safety final, const FolderEvid
     }
     switch (final) {
     case Safety::safe:
-        return std::string(text("macOS permite borrar las cachés: la app las regenera.",
-                                "macOS allows caches to be deleted: the app recreates them.", language));
+        return Words{"macOS permite borrar las cachés: la app las regenera.",
+                     "macOS allows caches to be deleted: the app recreates them."}
+            .in(language);
     case Safety::review:
-        return std::string(text("La IA lo cree seguro, pero no hay garantía: revísalo.",
-                                "The AI thinks it's safe, but there's no guarantee: review it.", language));
+        return Words{"La IA lo cree seguro, pero no hay garantía: revísalo.",
+                     "The AI thinks it's safe, but there's no guarantee: review it."}
+            .in(language);
     case Safety::keep:
         break;
     }
     return evidence.isAppleComponent
-               ? std::optional<std::string>(text("Lo gestiona macOS.", "Managed by macOS.", language))
+               ? std::optional<std::string>(Words{"Lo gestiona macOS.", "Managed by macOS."}.in(language))
                : std::nullopt;
 }
 

@@ -1,7 +1,7 @@
 #include "LumoCore/History/DiskSnapshot.h"
 
+#include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Path.h"
-#include "Platform/CheckedSum.h"
 
 namespace lumo {
 

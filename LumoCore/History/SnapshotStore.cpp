@@ -1,5 +1,7 @@
 #include "LumoCore/History/SnapshotStore.h"
 
+#include "LumoCore/Basics/OwnFiles.h"
+#include "LumoCore/Basics/Path.h"
 #include "Platform/StateFile.h"
 
 #include <algorithm>
@@ -31,8 +33,7 @@ std::vector<DiskSnapshot> snapshotsIn(std::string_view bytes) {
 
 } // namespace
 
-SnapshotStore::SnapshotStore(const std::string& home)
-    : path_(home + "/Library/Application Support/TarvoAI/instantaneas.json") {}
+SnapshotStore::SnapshotStore(const std::string& home) : path_(OwnFiles::snapshots(home)) {}
 
 platform::SystemResult<std::vector<DiskSnapshot>> SnapshotStore::read() const {
     const auto bytes = platform::readWhole(path_, mostJsonBytes);
@@ -55,7 +56,7 @@ platform::SystemResult<void> SnapshotStore::append(const DiskSnapshot& snapshot,
     if (snapshots->size() > keep) {
         snapshots->erase(snapshots->begin(), snapshots->end() - static_cast<std::ptrdiff_t>(keep));
     }
-    if (const auto made = platform::makePrivateFolder(path_.substr(0, path_.rfind('/'))); !made) {
+    if (const auto made = platform::makePrivateFolder(std::string(parentOf(path_))); !made) {
         return made;
     }
     return platform::replaceWhole(path_, dumpJson(encode(*snapshots), JsonLayout::line) + "\n");

@@ -1,6 +1,7 @@
 #include "LumoCore/Inventories/AppCaches.h"
 
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Folder.h"
 
 #include <algorithm>
@@ -34,9 +35,9 @@ Rule ruleFor(const InstalledApp& app, const std::string& path, Language language
             .name = language == Language::es ? "Caché de " + name : name + " cache",
             .category = Category::appCache,
             .safety = Safety::safe,
-            .explanation = std::string(
-                text("Archivos temporales de la aplicación. Los vuelve a crear al usarla.",
-                     "Temporary files of the application. It creates them again when used.", language)),
+            .explanation = Words{"Archivos temporales de la aplicación. Los vuelve a crear al usarla.",
+                                 "Temporary files of the application. It creates them again when used."}
+                               .in(language),
             .cleanup = cleanup::DeleteContents{},
             .locator = locator::Path{path},
             .closeFirst = app.bundleID};

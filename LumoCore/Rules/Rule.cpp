@@ -1,5 +1,7 @@
 #include "LumoCore/Rules/Rule.h"
 
+#include "LumoCore/Basics/Words.h"
+
 #include <algorithm>
 
 namespace lumo {
@@ -34,7 +36,7 @@ struct Shown {
   private:
     [[nodiscard]] std::string within(const std::string& folder, std::string_view es,
                                      std::string_view en) const {
-        return folder + "/" + std::string(text(es, en, language));
+        return folder + "/" + Words{es, en}.in(language);
     }
 };
 

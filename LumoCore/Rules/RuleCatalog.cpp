@@ -1,21 +1,18 @@
 #include "LumoCore/Rules/RuleCatalog.h"
 
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Rules/RuleRow.h"
 
 namespace lumo::RuleCatalog {
 
 namespace {
 
-std::string in(Language language, const Both& words) {
-    return std::string(text(words.es, words.en, language));
-}
-
 Cleanup cleanupOf(const HowToFree& how, Language language) {
     switch (how.way) {
     case Freeing::byCommand:
-        return cleanup::Command{in(language, how.words)};
+        return cleanup::Command{how.words.in(language)};
     case Freeing::byHand:
-        return cleanup::Manual{in(language, how.words)};
+        return cleanup::Manual{how.words.in(language)};
     case Freeing::deletingContents:
         return cleanup::DeleteContents{};
     case Freeing::deletingItems:
@@ -27,10 +24,10 @@ Cleanup cleanupOf(const HowToFree& how, Language language) {
 void append(std::vector<Rule>& rules, std::span<const Row> rows, Safety safety, Language language) {
     for (const Row& row : rows) {
         Rule rule{.id = std::string(row.id),
-                  .name = in(language, row.name),
+                  .name = row.name.in(language),
                   .category = row.category,
                   .safety = safety,
-                  .explanation = in(language, row.explanation),
+                  .explanation = row.explanation.in(language),
                   .cleanup = cleanupOf(row.cleanup, language),
                   .locator = row.locator};
         if (!row.closeFirst.empty()) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Rules/Rule.h"
 
 #include <span>
@@ -8,16 +9,11 @@
 /// How the catalogue is written down: one row a rule, both languages side by side.
 namespace lumo::RuleCatalog {
 
-struct Both {
-    std::string_view es;
-    std::string_view en;
-};
-
 enum class Freeing { byCommand, byHand, deletingContents, deletingItems };
 
 struct HowToFree {
     Freeing way;
-    Both words = {}; ///< The command line, or the instruction.
+    Words words = {}; ///< The command line, or the instruction.
 };
 
 /// Commands are never translated.
@@ -33,8 +29,8 @@ inline constexpr HowToFree deleteItems{Freeing::deletingItems};
 struct Row {
     std::string_view id;
     Category category;
-    Both name;
-    Both explanation;
+    Words name;
+    Words explanation;
     HowToFree cleanup;
     Locator locator;
     std::string_view closeFirst = {};

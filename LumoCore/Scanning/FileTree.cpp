@@ -1,8 +1,9 @@
 #include "LumoCore/Scanning/FileTree.h"
 
+#include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Text.h"
-#include "Platform/CheckedSum.h"
+#include "LumoCore/Basics/Words.h"
 
 #include <map>
 
@@ -20,8 +21,7 @@ std::vector<NamedSize> namedExtensions(const platform::TreeBreakdown& tree, Lang
     std::vector<NamedSize> named;
     for (const auto& [extension, bytes] : sums) {
         named.push_back(
-            {extension.empty() ? std::string(text("sin extensión", "no extension", language)) : extension,
-             bytes});
+            {extension.empty() ? Words{"sin extensión", "no extension"}.in(language) : extension, bytes});
     }
     sortLargestFirst(named, &NamedSize::bytes);
     return named;
@@ -35,7 +35,7 @@ std::vector<NamedSize> extensionsOf(const platform::TreeBreakdown& tree, Languag
         named.pop_back();
     }
     if (others > 0) {
-        named.push_back({std::string(text("otras extensiones", "other extensions", language)), others});
+        named.push_back({Words{"otras extensiones", "other extensions"}.in(language), others});
         sortLargestFirst(named, &NamedSize::bytes);
     }
     return named;

@@ -1,9 +1,10 @@
 #include "LumoCore/Scanning/FolderContents.h"
 
 #include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Path.h"
-#include "Platform/CheckedSum.h"
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Folder.h"
 
 namespace lumo::FolderContents {
@@ -15,9 +16,9 @@ std::string pathIn(std::string_view folder, std::string_view name) {
 }
 
 std::string restName(std::int64_t count) {
-    return count == 1 ? std::string(text("1 elemento más", "1 more item"))
+    return count == 1 ? Words{"1 elemento más", "1 more item"}.in()
                       : ByteFormat::number(static_cast<double>(count), 0) +
-                            std::string(text(" elementos más", " more items"));
+                            Words{" elementos más", " more items"}.in();
 }
 
 std::vector<Item> itemsOf(const platform::TreeParts& parts, const std::string& folder) {
@@ -104,7 +105,7 @@ std::vector<Item> list(const std::vector<std::string>& paths, const FileTree::Wa
         Item item = fileItem(path, tree.sums.allocatedBytes);
         item.isDirectory = kind == platform::EntryKind::folder;
         item.children = itemsOf(tree.parts, path);
-        item.via = path.substr(0, path.rfind('/'));
+        item.via = std::string(parentOf(path));
         items.push_back(std::move(item));
     }
     sortLargestFirst(items, &Item::bytes);

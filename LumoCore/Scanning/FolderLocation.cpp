@@ -1,5 +1,7 @@
 #include "LumoCore/Scanning/FolderLocation.h"
 
+#include "LumoCore/Basics/Words.h"
+
 #include <utility>
 
 namespace lumo {
@@ -23,28 +25,32 @@ FolderLocation folderLocation(std::string_view path, std::string_view home) {
     return FolderLocation::other;
 }
 
-std::string_view description(FolderLocation location, Language language) {
+std::string description(FolderLocation location, Language language) {
     switch (location) {
     case FolderLocation::caches:
-        return text("carpeta de cachés de macOS (las apps deben poder regenerar lo que hay aquí)",
-                    "macOS caches folder (apps must be able to recreate what's here)", language);
+        return Words{"carpeta de cachés de macOS (las apps deben poder regenerar lo que hay aquí)",
+                     "macOS caches folder (apps must be able to recreate what's here)"}
+            .in(language);
     case FolderLocation::applicationSupport:
-        return text("Application Support (datos y ajustes de apps)",
-                    "Application Support (app data and settings)", language);
+        return Words{"Application Support (datos y ajustes de apps)",
+                     "Application Support (app data and settings)"}
+            .in(language);
     case FolderLocation::containers:
-        return text("contenedor de una app con sandbox", "a sandboxed app's container", language);
+        return Words{"contenedor de una app con sandbox", "a sandboxed app's container"}.in(language);
     case FolderLocation::groupContainers:
-        return text("datos compartidos entre apps de un mismo desarrollador",
-                    "data shared between apps from the same developer", language);
+        return Words{"datos compartidos entre apps de un mismo desarrollador",
+                     "data shared between apps from the same developer"}
+            .in(language);
     case FolderLocation::developer:
-        return text("herramientas de desarrollo de Apple", "Apple developer tools", language);
+        return Words{"herramientas de desarrollo de Apple", "Apple developer tools"}.in(language);
     case FolderLocation::hiddenHome:
-        return text("carpeta oculta en la carpeta personal (suele ser de herramientas de terminal o de IA)",
-                    "hidden folder in the home folder (usually from terminal or AI tools)", language);
+        return Words{"carpeta oculta en la carpeta personal (suele ser de herramientas de terminal o de IA)",
+                     "hidden folder in the home folder (usually from terminal or AI tools)"}
+            .in(language);
     case FolderLocation::other:
         break;
     }
-    return text("otra ubicación", "other location", language);
+    return Words{"otra ubicación", "other location"}.in(language);
 }
 
 } // namespace lumo

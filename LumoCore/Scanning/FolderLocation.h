@@ -28,6 +28,6 @@ struct EnumNames<FolderLocation> {
 FolderLocation folderLocation(std::string_view path, std::string_view home);
 
 /// The location in words.
-std::string_view description(FolderLocation location, Language language = currentLanguage());
+std::string description(FolderLocation location, Language language = currentLanguage());
 
 } // namespace lumo

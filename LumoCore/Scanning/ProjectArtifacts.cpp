@@ -1,5 +1,7 @@
 #include "LumoCore/Scanning/ProjectArtifacts.h"
 
+#include "LumoCore/Basics/Words.h"
+
 #include <algorithm>
 
 namespace lumo::ProjectArtifacts {
@@ -9,19 +11,18 @@ bool isRegenerable(std::string_view name) {
 }
 
 std::string hint(std::string_view name, Language language) {
-    const auto in = [&](std::string_view es, std::string_view en) {
-        return std::string(text(es, en, language));
-    };
     if (name == "node_modules") {
-        return in("se reinstala con npm, pnpm o bun install", "reinstalled with npm, pnpm or bun install");
+        return Words{"se reinstala con npm, pnpm o bun install", "reinstalled with npm, pnpm or bun install"}
+            .in(language);
     }
     if (name == ".venv" || name == "venv") {
-        return in("se recrea con uv sync o pip install", "recreated with uv sync or pip install");
+        return Words{"se recrea con uv sync o pip install", "recreated with uv sync or pip install"}.in(
+            language);
     }
     if (name == "__pycache__" || name == ".pytest_cache" || name == ".mypy_cache" || name == ".ruff_cache") {
-        return in("caché de Python", "Python cache");
+        return Words{"caché de Python", "Python cache"}.in(language);
     }
-    return in("se regenera al compilar", "recreated when you build");
+    return Words{"se regenera al compilar", "recreated when you build"}.in(language);
 }
 
 } // namespace lumo::ProjectArtifacts

@@ -1,6 +1,6 @@
 #include "LumoCore/Scanning/ScanReport.h"
 
-#include "Platform/CheckedSum.h"
+#include "LumoCore/Basics/CheckedSum.h"
 
 namespace lumo {
 

@@ -1,6 +1,6 @@
 #include "LumoCore/Scanning/Usage.h"
 
-#include "Platform/CheckedSum.h"
+#include "LumoCore/Basics/CheckedSum.h"
 
 #include <algorithm>
 

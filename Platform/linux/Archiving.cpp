@@ -1,6 +1,7 @@
 #include "Platform/Archiving.h"
 
-#include "Platform/CheckedSum.h"
+#include "LumoCore/Basics/CheckedSum.h"
+#include "LumoCore/Basics/Path.h"
 #include "Platform/Folder.h"
 
 #include <fcntl.h>
@@ -54,8 +55,8 @@ ToolRun makeZip(const ZipOrder& order, const std::string& home, const std::stop_
 
 ToolRun testZip(const std::string& archive, const std::string& home, const std::stop_token& stop) {
     // The tool takes a path for a pattern; from within its folder there is nothing but the plain name.
-    const std::size_t slash = archive.rfind('/');
-    return runThere(archive.substr(0, slash), {"unzip", "-tqq", archive.substr(slash + 1)}, home, stop);
+    return runThere(std::string(parentOf(archive)), {"unzip", "-tqq", std::string(fileName(archive))}, home,
+                    stop);
 }
 
 SystemResult<void> seal(const Place& file) {
@@ -63,7 +64,7 @@ SystemResult<void> seal(const Place& file) {
         openat(file.folder.number(), file.name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     constexpr mode_t ownersAlone = 0600;
     if (!opened.isOpen() || fchmod(opened.number(), ownersAlone) != 0 || fsync(opened.number()) != 0) {
-        return std::unexpected(SystemError{errno});
+        return failed(errno);
     }
     return {};
 }

@@ -1,5 +1,6 @@
 #include "Platform/Environment.h"
 
+#include "LumoCore/Basics/Path.h"
 #include "Platform/Folder.h"
 #include "Platform/StateFile.h"
 
@@ -103,8 +104,7 @@ std::span<const std::string_view> sharedDataFolders() {
 }
 
 std::string programFolder() {
-    const std::string program = linkTarget("/proc/self/exe").value_or("");
-    return program.substr(0, std::min(program.rfind('/'), program.size()));
+    return std::string(parentOf(linkTarget("/proc/self/exe").value_or("")));
 }
 
 std::string commandBesideProgram() {
@@ -114,6 +114,10 @@ std::string commandBesideProgram() {
 
 int processNumber() {
     return getpid();
+}
+
+bool bundlesApplications() {
+    return false;
 }
 
 bool hasScreen() {

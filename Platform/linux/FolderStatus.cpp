@@ -12,7 +12,7 @@ namespace lumo::platform {
 SystemResult<FolderStatus> statusOf(int folder) {
     struct statx status = {};
     if (statx(folder, "", AT_EMPTY_PATH, STATX_BASIC_STATS | STATX_MNT_ID, &status) != 0) {
-        return std::unexpected(SystemError{errno});
+        return failed(errno);
     }
     // Kernels before 5.8 do not know the mount and leave its bit out.
     const bool isMountKnown = (status.stx_mask & STATX_MNT_ID) != 0;
@@ -26,7 +26,7 @@ SystemResult<FolderStatus> statusOf(int folder) {
 SystemResult<Descriptor> openWithoutRights(int parent, const char* name) {
     Descriptor folder(openat(parent, name, O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     if (!folder.isOpen()) {
-        return std::unexpected(SystemError{errno});
+        return failed(errno);
     }
     return folder;
 }
@@ -36,7 +36,7 @@ SystemResult<void> addOwnerRights(int folder, const FolderStatus& status) {
     // that is open, whatever its name stands for by now.
     const std::string itself = "/proc/self/fd/" + std::to_string(folder);
     if (chmod(itself.c_str(), status.mode | S_IRWXU) != 0) {
-        return std::unexpected(SystemError{errno});
+        return failed(errno);
     }
     return {};
 }

@@ -1,5 +1,6 @@
 #include "Platform/MountedVolumes.h"
 
+#include "LumoCore/Basics/Path.h"
 #include "Platform/Folder.h"
 #include "Platform/StateFile.h"
 #include "Platform/Volume.h"
@@ -14,7 +15,7 @@ namespace lumo::platform {
 namespace {
 
 std::string lastComponent(std::string_view path) {
-    const std::string_view name = path.substr(path.rfind('/') + 1);
+    const std::string_view name = fileName(path);
     return std::string(name.empty() ? path : name);
 }
 

@@ -1,5 +1,7 @@
 #include "Platform/Place.h"
 
+#include "LumoCore/Basics/Path.h"
+
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -16,26 +18,6 @@
 namespace lumo::platform {
 
 namespace {
-
-std::unexpected<SystemError> failed(int code) {
-    return std::unexpected(SystemError{code});
-}
-
-bool isComponent(std::string_view name) {
-    return !name.empty() && name != "." && name != ".." && name.find('\0') == std::string_view::npos;
-}
-
-/// True when every component is a name: nothing may depend on how far the way was walked.
-bool isSpeltOut(std::string_view relative) {
-    for (std::size_t slash = relative.find('/'); slash != std::string_view::npos;
-         slash = relative.find('/')) {
-        if (!isComponent(relative.substr(0, slash))) {
-            return false;
-        }
-        relative.remove_prefix(slash + 1);
-    }
-    return isComponent(relative);
-}
 
 std::optional<std::string> realPath(const std::string& path) {
     const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(path.c_str(), nullptr), &std::free);
@@ -79,7 +61,7 @@ SystemResult<BaseFolder> BaseFolder::open(const std::string& path) {
 }
 
 SystemResult<Place> BaseFolder::placeWithoutLinks(std::string_view relative) const {
-    if (!isSpeltOut(relative)) {
+    if (relative.starts_with('/') || !isSpeltOut(relative)) {
         return failed(EINVAL);
     }
     Place place{.folder = Descriptor(fcntl(folder_.number(), F_DUPFD_CLOEXEC, 0)), .folderPath = path_};

@@ -1,5 +1,6 @@
 #include "Platform/RunningProcesses.h"
 
+#include "LumoCore/Basics/Path.h"
 #include "Platform/Folder.h"
 #include "Platform/StateFile.h"
 
@@ -9,10 +10,6 @@
 namespace lumo::platform {
 
 namespace {
-
-std::string fileNameOf(std::string_view path) {
-    return std::string(path.substr(path.rfind('/') + 1));
-}
 
 /// What systemd wrote as "\x2d" because "-" separates the parts of a unit's name.
 std::string unescaped(std::string_view text) {
@@ -35,7 +32,7 @@ std::string applicationOfControlGroup(std::string_view group) {
     while (group.ends_with('\n')) {
         group.remove_suffix(1);
     }
-    std::string_view unit = group.substr(group.rfind('/') + 1);
+    std::string_view unit = fileName(group);
     if (!unit.starts_with("app-") || unit.find('.') == std::string_view::npos) {
         return {};
     }
@@ -60,9 +57,9 @@ RunningProcess readProcess(const std::string& folder) {
     if (program.ends_with(replacedProgram)) {
         program.resize(program.size() - replacedProgram.size());
     }
-    process.executable = fileNameOf(program);
+    process.executable = fileName(program);
     if (const auto arguments = readWhole(folder + "/cmdline", mostBytes)) {
-        process.argumentZero = fileNameOf(std::string_view(*arguments).substr(0, arguments->find('\0')));
+        process.argumentZero = fileName(std::string_view(*arguments).substr(0, arguments->find('\0')));
     }
     if (const auto group = readWhole(folder + "/cgroup", mostBytes)) {
         process.applicationID = applicationOfControlGroup(*group);

@@ -1,5 +1,6 @@
 #include "Platform/TreeWalk.h"
 
+#include "LumoCore/Basics/Path.h"
 #include "Platform/TreeTally.h"
 #include "Platform/linux/OpenFolders.h"
 #include "Platform/linux/WalkBreakdown.h"
@@ -323,7 +324,7 @@ class Walk final {
             haul.tally.count(status, true, context_, noClones);
         } else {
             haul.breakdown.parts.reset(); // It is no part of itself.
-            countFile(root, root.name.c_str() + root.name.rfind('/') + 1, status, haul);
+            countFile(root, fileName(root.name).data(), status, haul);
         }
         showProgress(1, haul.tally.allocatedBytes);
         return isFolder;

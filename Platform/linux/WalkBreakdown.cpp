@@ -1,6 +1,6 @@
 #include "Platform/linux/WalkBreakdown.h"
 
-#include "Platform/CheckedSum.h"
+#include "LumoCore/Basics/CheckedSum.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #include "Platform/BreakdownTally.h"
 
-#include "Platform/CheckedSum.h"
+#include "LumoCore/Basics/CheckedSum.h"
 
 #include <algorithm>
 #include <utility>

@@ -26,10 +26,10 @@ SystemResult<OpenFile> openRegular(const std::string& path) {
                       Descriptor(open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC))};
     struct stat status = {};
     if (!file.descriptor.isOpen() || fstat(file.descriptor.number(), &status) != 0) {
-        return std::unexpected(SystemError{errno});
+        return failed(errno);
     }
     if (!S_ISREG(status.st_mode)) {
-        return std::unexpected(SystemError{EINVAL});
+        return failed(EINVAL);
     }
     file.length = status.st_size;
     return file;
@@ -40,15 +40,17 @@ template <class Buffer>
 SystemResult<std::size_t> readAt(const OpenFile& file, std::int64_t offset, Buffer& buffer) {
     std::size_t done = 0;
     while (done < buffer.size()) {
-        const ssize_t count = pread(file.descriptor.number(), buffer.data() + done, buffer.size() - done,
-                                    offset + static_cast<std::int64_t>(done));
-        if (count < 0 && errno != EINTR) {
-            return std::unexpected(SystemError{errno});
+        const ssize_t count = untilNotInterrupted([&] {
+            return pread(file.descriptor.number(), buffer.data() + done, buffer.size() - done,
+                         offset + static_cast<std::int64_t>(done));
+        });
+        if (count < 0) {
+            return failed(errno);
         }
         if (count == 0) {
             break;
         }
-        done += count > 0 ? static_cast<std::size_t>(count) : 0;
+        done += static_cast<std::size_t>(count);
     }
     return done;
 }
@@ -113,11 +115,12 @@ SystemResult<std::uint32_t> checksumOfFile(const std::string& path, const std::s
     std::array<unsigned char, std::size_t{256} * 1024> buffer;
     for (;;) {
         if (stop.stop_requested()) {
-            return std::unexpected(SystemError{ECANCELED});
+            return failed(ECANCELED);
         }
-        const ssize_t count = read(file->descriptor.number(), buffer.data(), buffer.size());
-        if (count < 0 && errno != EINTR) {
-            return std::unexpected(SystemError{errno});
+        const ssize_t count = untilNotInterrupted(
+            [&] { return read(file->descriptor.number(), buffer.data(), buffer.size()); });
+        if (count < 0) {
+            return failed(errno);
         }
         if (count == 0) {
             return checksum;

@@ -159,7 +159,7 @@ SystemResult<std::string> absolutePath(const std::string& path) {
     if (!absolute.starts_with('/')) {
         std::array<char, PATH_MAX> folder = {};
         if (getcwd(folder.data(), folder.size()) == nullptr) {
-            return std::unexpected(SystemError{errno});
+            return failed(errno);
         }
         absolute = std::string(folder.data()) + "/" + absolute;
     }
@@ -168,7 +168,7 @@ SystemResult<std::string> absolutePath(const std::string& path) {
         const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(absolute.c_str(), nullptr),
                                                                    &std::free);
         if (!resolved) {
-            return std::unexpected(SystemError{errno});
+            return failed(errno);
         }
         return std::string(resolved.get());
     }

@@ -1,5 +1,6 @@
 #include "Platform/ForeignFile.h"
 
+#include "LumoCore/Basics/Path.h"
 #include "Platform/Descriptor.h"
 #include "Platform/Folder.h"
 #include "Platform/LogFile.h"
@@ -16,18 +17,6 @@
 namespace lumo::platform {
 
 namespace {
-
-std::unexpected<SystemError> lastError() {
-    return std::unexpected(SystemError{errno});
-}
-
-std::string folderOf(const std::string& path) {
-    return path.substr(0, path.rfind('/'));
-}
-
-std::string nameOf(const std::string& path) {
-    return path.substr(path.rfind('/') + 1);
-}
 
 /// A file's content and what else has to outlive its replacement.
 struct Content {
@@ -47,9 +36,9 @@ SystemResult<std::string> followed(std::string path) {
         if (!target) {
             return path;
         }
-        path = target->starts_with('/') ? *target : folderOf(path) + "/" + *target;
+        path = target->starts_with('/') ? *target : std::string(parentOf(path)) + "/" + *target;
     }
-    return std::unexpected(SystemError{ELOOP});
+    return failed(ELOOP);
 }
 
 /// What the file holds; absent when there is none.
@@ -62,7 +51,7 @@ SystemResult<std::optional<Content>> contentOf(const std::string& path, std::siz
     }
     struct stat status = {};
     if (fstat(file.number(), &status) != 0) {
-        return lastError();
+        return failed(errno);
     }
     if (!S_ISREG(status.st_mode)) {
         return std::unexpected(SystemError{S_ISDIR(status.st_mode) ? EISDIR : EINVAL});
@@ -82,15 +71,15 @@ SystemResult<std::optional<Content>> contentOf(const std::string& path, std::siz
 SystemResult<void> likeBefore(int descriptor, const Content& before) {
     struct stat status = {};
     if (fstat(descriptor, &status) != 0) {
-        return lastError();
+        return failed(errno);
     }
     // Only root may give files away, so nobody is asked to for nothing. The mode comes last: a new owner
     // takes bits from it.
     const bool hasOther = status.st_uid != before.owner || status.st_gid != before.group;
     if (hasOther && fchown(descriptor, before.owner, before.group) != 0) {
-        return lastError();
+        return failed(errno);
     }
-    return fchmod(descriptor, before.mode) == 0 ? SystemResult<void>() : lastError();
+    return fchmod(descriptor, before.mode) == 0 ? SystemResult<void>() : failed(errno);
 }
 
 /// A temporary file beside the path, with the mode and owner of what was there before.
@@ -112,7 +101,7 @@ SystemResult<void> keepBackup(const Content& content, const std::string& backup)
         unlink(temporary->c_str());
         return std::unexpected(error);
     }
-    return syncFolder(folderOf(backup));
+    return syncFolder(std::string(parentOf(backup)));
 }
 
 enum class Attempt { done, overtaken };
@@ -135,7 +124,7 @@ SystemResult<Attempt> putInPlace(const std::string& temporary, const std::string
         return placed ? SystemResult<Attempt>(Attempt::done) : std::unexpected(placed.error());
     }
     return rename(temporary.c_str(), target.c_str()) == 0 ? SystemResult<Attempt>(Attempt::done)
-                                                          : lastError();
+                                                          : failed(errno);
 }
 
 SystemResult<Attempt> tryToRewrite(const std::string& path, const std::string& backup, std::size_t limit,
@@ -155,9 +144,11 @@ SystemResult<Attempt> tryToRewrite(const std::string& path, const std::string& b
     }
     // A renamed file needs no right to write on the old one, but whoever took that away meant it.
     if (*before && access(target->c_str(), W_OK) != 0) {
-        return lastError();
+        return failed(errno);
     }
-    if (const auto kept = *before ? keepBackup(**before, backup) : makePrivateFolder(folderOf(path)); !kept) {
+    if (const auto kept =
+            *before ? keepBackup(**before, backup) : makePrivateFolder(std::string(parentOf(path)));
+        !kept) {
         return std::unexpected(kept.error());
     }
     const SystemResult<std::string> temporary = prepared(*target, *wanted, *before);
@@ -169,12 +160,12 @@ SystemResult<Attempt> tryToRewrite(const std::string& path, const std::string& b
         unlink(temporary->c_str());
         return placed;
     }
-    const SystemResult<void> synced = syncFolder(folderOf(*target));
+    const SystemResult<void> synced = syncFolder(std::string(parentOf(*target)));
     return synced ? placed : std::unexpected(synced.error());
 }
 
 void sweepBeside(const std::string& path) {
-    sweepTemporaries(folderOf(path), nameOf(path));
+    sweepTemporaries(std::string(parentOf(path)), std::string(fileName(path)));
 }
 
 } // namespace
@@ -191,7 +182,7 @@ SystemResult<void> rewriteForeign(const std::string& path, const std::string& ba
             return {};
         }
     }
-    return std::unexpected(SystemError{ESTALE});
+    return failed(ESTALE);
 }
 
 void sweepForeign(const std::string& path, const std::string& backup) {

@@ -21,12 +21,9 @@ constexpr std::size_t mostContent = 4096;
 SystemResult<void> lock(int descriptor, std::chrono::milliseconds patience) {
     using namespace std::chrono_literals;
     const double end = monotonicSeconds() + std::chrono::duration<double>(patience).count();
-    while (flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
-        if (errno == EINTR) {
-            continue;
-        }
+    while (untilNotInterrupted([&] { return flock(descriptor, LOCK_EX | LOCK_NB); }) != 0) {
         if (errno != EWOULDBLOCK || monotonicSeconds() >= end) {
-            return std::unexpected(SystemError{errno});
+            return failed(errno);
         }
         std::this_thread::sleep_for(20ms);
     }
@@ -45,17 +42,17 @@ SystemResult<LockFile> LockFile::take(const std::string& path, std::chrono::mill
         taken.file_ = Descriptor(open(path.c_str(), flags | O_CREAT, 0600));
     }
     if (!taken.file_.isOpen()) {
-        return std::unexpected(SystemError{errno});
+        return failed(errno);
     }
     if (const auto locked = lock(taken.file_.number(), patience); !locked) {
         return std::unexpected(locked.error());
     }
     struct stat status = {};
     if (fstat(taken.file_.number(), &status) != 0) {
-        return std::unexpected(SystemError{errno});
+        return failed(errno);
     }
     if (!S_ISREG(status.st_mode)) {
-        return std::unexpected(SystemError{EINVAL});
+        return failed(EINVAL);
     }
     if (!isNew) {
         taken.lastTouched_ = modificationDateOf(status);
@@ -67,7 +64,7 @@ SystemResult<LockFile> LockFile::takeFolder(const std::string& folder, std::chro
     LockFile taken;
     taken.file_ = Descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!taken.file_.isOpen()) {
-        return std::unexpected(SystemError{errno});
+        return failed(errno);
     }
     if (const auto locked = lock(taken.file_.number(), patience); !locked) {
         return std::unexpected(locked.error());

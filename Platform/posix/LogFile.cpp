@@ -1,5 +1,6 @@
 #include "Platform/LogFile.h"
 
+#include "LumoCore/Basics/Path.h"
 #include "Platform/Descriptor.h"
 
 #include <fcntl.h>
@@ -12,14 +13,6 @@
 namespace lumo::platform {
 
 namespace {
-
-std::unexpected<SystemError> failed(int code) {
-    return std::unexpected(SystemError{code});
-}
-
-std::string folderOf(const std::string& path) {
-    return path.substr(0, path.rfind('/') + 1);
-}
 
 /// An open log and what was found in it.
 struct OpenLog {
@@ -60,10 +53,7 @@ SystemResult<bool> endsInsideLine(const OpenLog& log) {
 }
 
 SystemResult<void> writeAtOnce(int file, std::string_view bytes) {
-    ssize_t written = 0;
-    do {
-        written = write(file, bytes.data(), bytes.size());
-    } while (written < 0 && errno == EINTR);
+    const ssize_t written = untilNotInterrupted([&] { return write(file, bytes.data(), bytes.size()); });
     if (written < 0) {
         return failed(errno);
     }
@@ -78,7 +68,7 @@ SystemResult<void> writeDurably(const OpenLog& log, std::string_view bytes, cons
     if (fsync(log.file.number()) != 0) {
         return failed(errno);
     }
-    return log.isNew ? syncFolder(folderOf(path)) : SystemResult<void>();
+    return log.isNew ? syncFolder(std::string(parentOf(path))) : SystemResult<void>();
 }
 
 } // namespace
@@ -119,7 +109,7 @@ SystemResult<void> cutBack(const std::string& path, std::int64_t length) {
         if (unlink(path.c_str()) != 0 && errno != ENOENT) {
             return failed(errno);
         }
-        return syncFolder(folderOf(path));
+        return syncFolder(std::string(parentOf(path)));
     }
     const Descriptor file(open(path.c_str(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     if (!file.isOpen() || ftruncate(file.number(), length) != 0 || fsync(file.number()) != 0) {
@@ -155,10 +145,8 @@ SystemResult<void> visitLines(const std::string& path, std::size_t mostLineBytes
     };
     std::array<char, 65536> buffer = {};
     for (;;) {
-        const ssize_t count = read(file.number(), buffer.data(), buffer.size());
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
+        const ssize_t count =
+            untilNotInterrupted([&] { return read(file.number(), buffer.data(), buffer.size()); });
         if (count < 0) {
             return failed(errno);
         }

@@ -17,10 +17,6 @@ namespace lumo::platform {
 
 namespace {
 
-std::unexpected<SystemError> failed(int code) {
-    return std::unexpected(SystemError{code});
-}
-
 SystemResult<Descriptor> openSocket(LoopbackFamily family) {
     Descriptor opened(socket(family == LoopbackFamily::ipv4 ? AF_INET : AF_INET6, SOCK_STREAM, 0));
     if (!opened.isOpen() || fcntl(opened.number(), F_SETFD, FD_CLOEXEC) != 0 ||

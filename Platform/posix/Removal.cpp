@@ -39,20 +39,6 @@ struct CloseListing {
 };
 using Listing = std::unique_ptr<DIR, CloseListing>;
 
-template <class Call>
-int untilNotInterrupted(const Call& call) {
-    for (;;) {
-        const int result = call();
-        if (result >= 0 || errno != EINTR) {
-            return result;
-        }
-    }
-}
-
-std::unexpected<SystemError> failed(int code) {
-    return std::unexpected(SystemError{code});
-}
-
 struct OpenedFolder {
     Descriptor descriptor;
     FolderStatus status;

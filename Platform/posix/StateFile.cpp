@@ -1,5 +1,6 @@
 #include "Platform/StateFile.h"
 
+#include "LumoCore/Basics/Path.h"
 #include "Platform/Descriptor.h"
 #include "Platform/Folder.h"
 #include "Platform/LogFile.h"
@@ -23,17 +24,14 @@ namespace {
 
 constexpr std::string_view temporaryMark = ".nuevo-"; ///< Between the file's name and the process.
 
-std::unexpected<SystemError> lastError() {
-    return std::unexpected(SystemError{errno});
-}
-
 SystemResult<void> writeBytes(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
-        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
-        if (written < 0 && errno != EINTR) {
-            return lastError();
+        const ssize_t written =
+            untilNotInterrupted([&] { return write(descriptor, bytes.data(), bytes.size()); });
+        if (written < 0) {
+            return failed(errno);
         }
-        bytes.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
+        bytes.remove_prefix(static_cast<std::size_t>(written));
     }
     return {};
 }
@@ -53,21 +51,20 @@ SystemResult<Replaced> fileToReplace(const std::string& path) {
         const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(path.c_str(), nullptr),
                                                                    &std::free);
         if (!resolved) {
-            return lastError();
+            return failed(errno);
         }
         constexpr mode_t permissions = 07777;
         return Replaced{resolved.get(), status.st_mode & permissions};
     }
     if (errno != ENOENT) {
-        return lastError();
+        return failed(errno);
     }
     // A link to a file that is still to be made is followed one step.
     const std::optional<std::string> target = linkTarget(path);
     if (!target) {
         return Replaced{path, std::nullopt};
     }
-    return Replaced{target->starts_with('/') ? *target : path.substr(0, path.rfind('/') + 1) + *target,
-                    std::nullopt};
+    return Replaced{target->starts_with('/') ? *target : joined(parentOf(path), *target), std::nullopt};
 }
 
 SystemResult<void> writeSynced(const std::string& path, std::string_view bytes, unsigned mode,
@@ -75,7 +72,7 @@ SystemResult<void> writeSynced(const std::string& path, std::string_view bytes, 
     const Descriptor file(
         open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, static_cast<mode_t>(mode)));
     if (file.number() < 0) {
-        return lastError();
+        return failed(errno);
     }
     if (const auto written = writeBytes(file.number(), bytes); !written) {
         return written;
@@ -84,7 +81,7 @@ SystemResult<void> writeSynced(const std::string& path, std::string_view bytes, 
         return prepared;
     }
     if (fsync(file.number()) != 0) {
-        return lastError();
+        return failed(errno);
     }
     return {};
 }
@@ -111,19 +108,17 @@ SystemResult<std::string> readDescriptor(int descriptor, std::size_t limit) {
     std::string bytes;
     std::array<char, 16384> buffer = {};
     for (;;) {
-        const ssize_t count = read(descriptor, buffer.data(), buffer.size());
+        const ssize_t count =
+            untilNotInterrupted([&] { return read(descriptor, buffer.data(), buffer.size()); });
         if (count == 0) {
             return bytes;
         }
         if (count < 0) {
-            if (errno == EINTR) {
-                continue;
-            }
-            return lastError();
+            return failed(errno);
         }
         bytes.append(buffer.data(), static_cast<std::size_t>(count));
         if (bytes.size() > limit) {
-            return std::unexpected(SystemError{EFBIG});
+            return failed(EFBIG);
         }
     }
 }
@@ -131,11 +126,11 @@ SystemResult<std::string> readDescriptor(int descriptor, std::size_t limit) {
 SystemResult<std::string> readWhole(const std::string& path, std::size_t limit) {
     const Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (file.number() < 0) {
-        return lastError();
+        return failed(errno);
     }
     struct stat status = {};
     if (fstat(file.number(), &status) != 0) {
-        return lastError();
+        return failed(errno);
     }
     if (!S_ISREG(status.st_mode)) {
         return std::unexpected(SystemError{S_ISDIR(status.st_mode) ? EISDIR : EINVAL});
@@ -160,18 +155,18 @@ SystemResult<void> replaceWhole(const std::string& path, std::string_view bytes,
         return std::unexpected(replaced.error());
     }
     const std::string& target = replaced->path;
-    const std::size_t slash = target.rfind('/');
-    const std::string folder = slash == std::string::npos ? "." : target.substr(0, slash + 1);
+    const std::string folder =
+        target.find('/') == std::string::npos ? "." : std::string(parentOf(target)) + "/";
     const SystemResult<std::string> temporary = writeTemporary(target, bytes, mode);
     if (!temporary) {
         return std::unexpected(temporary.error());
     }
     SystemResult<void> done;
     if (replaced->mode && chmod(temporary->c_str(), *replaced->mode) != 0) {
-        done = lastError();
+        done = failed(errno);
     }
     if (done && rename(temporary->c_str(), target.c_str()) != 0) {
-        done = lastError();
+        done = failed(errno);
     }
     if (!done) {
         unlink(temporary->c_str());
@@ -185,13 +180,13 @@ SystemResult<void> makePrivateFolder(const std::string& folder) {
         return {};
     }
     if (errno != ENOENT) {
-        return lastError();
+        return failed(errno);
     }
-    if (const auto made = makePrivateFolder(folder.substr(0, folder.rfind('/'))); !made) {
+    if (const auto made = makePrivateFolder(std::string(parentOf(folder))); !made) {
         return made;
     }
     if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) {
-        return lastError();
+        return failed(errno);
     }
     return {};
 }
@@ -199,15 +194,15 @@ SystemResult<void> makePrivateFolder(const std::string& folder) {
 SystemResult<void> renameAside(const std::string& path, const std::string& newPath) {
     // A hard link fails where the name is taken, which rename does not. Not every file system has them.
     if (link(path.c_str(), newPath.c_str()) == 0) {
-        return unlink(path.c_str()) == 0 ? SystemResult<void>() : lastError();
+        return unlink(path.c_str()) == 0 ? SystemResult<void>() : failed(errno);
     }
     if (errno != EPERM && errno != ENOTSUP) {
-        return lastError();
+        return failed(errno);
     }
     if (kindOf(newPath)) {
-        return std::unexpected(SystemError{EEXIST});
+        return failed(EEXIST);
     }
-    return rename(path.c_str(), newPath.c_str()) == 0 ? SystemResult<void>() : lastError();
+    return rename(path.c_str(), newPath.c_str()) == 0 ? SystemResult<void>() : failed(errno);
 }
 
 } // namespace lumo::platform

@@ -73,7 +73,7 @@ SystemResult<void> visitTree(const std::string& root,
     const std::unique_ptr<FTS, CloseWalk> walk(
         fts_open(roots, FTS_PHYSICAL | FTS_NOCHDIR | FTS_XDEV, nullptr));
     if (!walk) {
-        return std::unexpected(SystemError{errno});
+        return failed(errno);
     }
     const std::size_t folderLength = root.rfind('/') + 1;
     std::optional<dev_t> volume;
@@ -85,7 +85,7 @@ SystemResult<void> visitTree(const std::string& root,
             return {};
         }
     }
-    return errno == 0 ? SystemResult<void>() : std::unexpected(SystemError{errno});
+    return errno == 0 ? SystemResult<void>() : failed(errno);
 }
 
 } // namespace lumo::platform

@@ -57,20 +57,20 @@ SystemResult<void> visitZip(const std::string& path,
                             const std::function<bool(const ZipEntry& entry)>& visitor) {
     const std::unique_ptr<void, CloseZip> archive(unzOpen64(path.c_str()));
     if (!archive) {
-        return std::unexpected(SystemError{EBADMSG});
+        return failed(EBADMSG);
     }
     std::string name;
     int state = unzGoToFirstFile(archive.get());
     for (; state == UNZ_OK; state = unzGoToNextFile(archive.get())) {
         const std::optional<ZipEntry> entry = currentEntry(archive.get(), name);
         if (!entry) {
-            return std::unexpected(SystemError{EBADMSG});
+            return failed(EBADMSG);
         }
         if (!visitor(*entry)) {
             return {};
         }
     }
-    return state == UNZ_END_OF_LIST_OF_FILE ? SystemResult<void>() : std::unexpected(SystemError{EBADMSG});
+    return state == UNZ_END_OF_LIST_OF_FILE ? SystemResult<void>() : failed(EBADMSG);
 }
 
 } // namespace lumo::platform

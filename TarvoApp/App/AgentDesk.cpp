@@ -1,8 +1,8 @@
 #include "TarvoApp/App/AgentDesk.h"
 
-#include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/QtText.h"
-#include "TarvoApp/Model/DemoDisk.h"
+#include "TarvoModel/Showing/DemoDisk.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -79,7 +79,7 @@ void AgentDesk::disconnectClaudeDesktop() {
 
 void AgentDesk::copy(const QString& text) {
     QGuiApplication::clipboard()->setText(text);
-    result_ = std::string(lumo::text("Copiado", "Copied"));
+    result_ = lumo::Words{"Copiado", "Copied"}.in();
     emit changed();
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "TarvoApp/App/Background.h"
-#include "TarvoApp/Model/AgentLinks.h"
+#include "TarvoModel/Flows/AgentLinks.h"
 
 #include <QObject>
 #include <QString>

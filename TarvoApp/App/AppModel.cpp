@@ -3,10 +3,10 @@
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/QtText.h"
-#include "TarvoApp/Model/DemoDisk.h"
-#include "TarvoApp/Model/Said.h"
-#include "TarvoApp/Model/WeeklyCleanup.h"
+#include "TarvoModel/Flows/WeeklyCleanup.h"
+#include "TarvoModel/Showing/DemoDisk.h"
 
 #include <fmt/format.h>
 
@@ -15,7 +15,7 @@
 
 namespace tarvo {
 
-using lumo::text;
+using lumo::Words;
 using lumo::ByteFormat::string;
 
 namespace {
@@ -129,10 +129,9 @@ QString AppModel::progressText() const {
     }
     if (std::holds_alternative<phase::Cleaning>(phase_)) {
         const std::size_t action = work_->action;
-        return action < work_->titles.size()
-                   ? shown(fmt::format(fmt::runtime(text("{} de {}: {}", "{} of {}: {}")), action + 1,
-                                       work_->titles.size(), work_->titles[action]))
-                   : QString();
+        return action < work_->titles.size() ? shown(Words{"{} de {}: {}", "{} of {}: {}"}.with(
+                                                   action + 1, work_->titles.size(), work_->titles[action]))
+                                             : QString();
     }
     if (std::holds_alternative<phase::Archiving>(phase_)) {
         const bool isChecking = work_->archive.phase == lumo::Archiver::ArchivePhase::checking;
@@ -142,7 +141,7 @@ QString AppModel::progressText() const {
     return entries == 0
                ? QString()
                : shown(fmt::format("{} {} · {}", lumo::ByteFormat::number(static_cast<double>(entries), 0),
-                                   text("elementos", "items"), string(work_->scan.walked.bytes)));
+                                   Words{"elementos", "items"}.in(), string(work_->scan.walked.bytes)));
 }
 
 QString AppModel::notice() const {
@@ -213,9 +212,9 @@ QString AppModel::systemSpaceText() const {
     if (!systemSpace_ || systemSpace_->purgeableBytes == 0) {
         return {};
     }
-    return shown(said("El sistema libera solo ", "The system frees ", lumo::currentLanguage()) +
+    return shown(Words{"El sistema libera solo ", "The system frees "}.in(lumo::currentLanguage()) +
                  string(systemSpace_->purgeableBytes) +
-                 said(" más cuando hace falta", " more by itself when needed", lumo::currentLanguage()));
+                 Words{" más cuando hace falta", " more by itself when needed"}.in(lumo::currentLanguage()));
 }
 
 QString AppModel::safeRecoverableText() const {

@@ -10,8 +10,8 @@
 #include "TarvoApp/App/PreviewDesk.h"
 #include "TarvoApp/App/RowList.h"
 #include "TarvoApp/App/Settings.h"
-#include "TarvoApp/Model/Goal.h"
-#include "TarvoApp/Model/ScanResult.h"
+#include "TarvoModel/Flows/ScanResult.h"
+#include "TarvoModel/Showing/Goal.h"
 
 #include <QImage>
 #include <QObject>

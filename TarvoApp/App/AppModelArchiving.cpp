@@ -1,9 +1,9 @@
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/AppModel.h"
 #include "TarvoApp/App/QtText.h"
-#include "TarvoApp/Model/ArchiveTexts.h"
-#include "TarvoApp/Model/DemoDisk.h"
-#include "TarvoApp/Model/Said.h"
+#include "TarvoModel/Showing/ArchiveTexts.h"
+#include "TarvoModel/Showing/DemoDisk.h"
 
 // The application's model around archiving one item.
 namespace tarvo {
@@ -20,8 +20,8 @@ void AppModel::requestArchive(const QString& key) {
     archivable_.reset();
     archiveRefusal_.clear();
     const auto work = beginWork();
-    doing_ =
-        said("Calculando cuánto se comprime…", "Finding out how it compresses…", lumo::currentLanguage());
+    doing_ = lumo::Words{"Calculando cuánto se comprime…", "Finding out how it compresses…"}.in(
+        lumo::currentLanguage());
     setPhase(phase::Archiving{.title = std::string(lumo::fileName(path))});
     background_.start(
         [this, path, work, home = services_.desk.home](const std::stop_token& end) -> Background::Apply {
@@ -96,7 +96,7 @@ QVariantMap AppModel::archiveRequest() const {
     return {{"title", shown(archiveQuestion(name))},
             {"message",
              shown(estimateText(name, archivable_->estimate) + "\n\n" + archiveExplanation(archiveName))},
-            {"acceptText", shown(lumo::text("Archivar", "Archive"))}};
+            {"acceptText", shown(lumo::Words{"Archivar", "Archive"}.in())}};
 }
 
 QString AppModel::archiveRefusalTitle() const {

@@ -1,11 +1,9 @@
+#include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/AppModel.h"
 #include "TarvoApp/App/QtText.h"
-#include "TarvoApp/Model/CleanupPlanning.h"
-#include "TarvoApp/Model/DemoDisk.h"
-#include "TarvoApp/Model/Said.h"
-#include "TarvoApp/Model/WeeklyCleanup.h"
-
-#include <fmt/format.h>
+#include "TarvoModel/Flows/CleanupPlanning.h"
+#include "TarvoModel/Flows/WeeklyCleanup.h"
+#include "TarvoModel/Showing/DemoDisk.h"
 
 #include <algorithm>
 #include <iterator>
@@ -15,7 +13,7 @@
 namespace tarvo {
 
 using lumo::PlanEntry;
-using lumo::text;
+using lumo::Words;
 
 // The user's cleanup.
 
@@ -131,8 +129,7 @@ void AppModel::cleaned(const lumo::Result<Cleaned>& result, std::size_t agreed,
     if (failed > 0) {
         setNotice(failedText(failed, bytesOf(lastFailures().front())), failed > 1);
     } else if (left > 0) {
-        setNotice(fmt::format(
-            fmt::runtime(text("{} se han dejado como estaban", "{} were left as they were")), left));
+        setNotice(Words{"{} se han dejado como estaban", "{} were left as they were"}.with(left));
     }
 }
 
@@ -222,8 +219,9 @@ void AppModel::refreshHolding() {
 void AppModel::change(const std::string& doing,
                       const std::function<lumo::Result<Changed>(const HomeDesk&)>& change) {
     if (isBusy()) {
-        setNotice(said("Ahora hay otra cosa en marcha: vuelve a probar cuando acabe",
-                       "Something else is going on: try again when it has ended", lumo::currentLanguage()));
+        setNotice(Words{"Ahora hay otra cosa en marcha: vuelve a probar cuando acabe",
+                        "Something else is going on: try again when it has ended"}
+                      .in(lumo::currentLanguage()));
         return;
     }
     if (isDemo()) {
@@ -253,7 +251,7 @@ void AppModel::say(const lumo::Result<Changed>& changed) {
 }
 
 void AppModel::undoLastCleanup() {
-    change(said("Devolviendo a su sitio…", "Putting back…", lumo::currentLanguage()),
+    change(Words{"Devolviendo a su sitio…", "Putting back…"}.in(lumo::currentLanguage()),
            [](const HomeDesk& desk) -> lumo::Result<Changed> {
                const auto restored = undoNewest(desk);
                if (!restored) {
@@ -288,7 +286,7 @@ void AppModel::emptyHolding() {
         return;
     }
     cancelEmpty();
-    change(said("Vaciando…", "Emptying…", lumo::currentLanguage()),
+    change(Words{"Vaciando…", "Emptying…"}.in(lumo::currentLanguage()),
            [agreed = emptying_](const HomeDesk& desk) -> lumo::Result<Changed> {
                const auto emptied = emptyAgreed(agreed, desk);
                if (!emptied) {

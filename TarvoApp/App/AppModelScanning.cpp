@@ -2,10 +2,11 @@
 #include "LumoAI/ModelWriters.h"
 #include "TarvoApp/App/AppModel.h"
 #include "TarvoApp/App/QtText.h"
-#include "TarvoApp/Model/DemoDisk.h"
-#include "TarvoApp/Model/LowSpaceAlert.h"
-#include "TarvoApp/Model/ScanUpkeep.h"
-#include "TarvoApp/Model/WeeklyCleanup.h"
+#include "TarvoModel/Flows/CleanupPlanning.h"
+#include "TarvoModel/Flows/ScanUpkeep.h"
+#include "TarvoModel/Flows/WeeklyCleanup.h"
+#include "TarvoModel/Showing/DemoDisk.h"
+#include "TarvoModel/Showing/LowSpaceAlert.h"
 
 #include <utility>
 

@@ -3,8 +3,8 @@
 #include "LumoCore/Scanning/Scanner.h"
 #include "Platform/Clock.h"
 #include "Platform/Environment.h"
-#include "TarvoApp/Model/DemoDisk.h"
-#include "TarvoApp/Model/ModelChoice.h"
+#include "TarvoModel/Flows/ModelChoice.h"
+#include "TarvoModel/Showing/DemoDisk.h"
 
 #include <fmt/format.h>
 

@@ -4,11 +4,12 @@
 #include "LumoCore/Explaining/FolderEvidence.h"
 #include "TarvoApp/App/MapModel.h"
 #include "TarvoApp/App/PreviewDesk.h"
-#include "TarvoApp/Model/HomeChanges.h"
-#include "TarvoApp/Model/Notification.h"
-#include "TarvoApp/Model/RunMode.h"
-#include "TarvoApp/Model/ScanCycle.h"
-#include "TarvoApp/Model/ShareStats.h"
+#include "TarvoModel/Flows/HomeChanges.h"
+#include "TarvoModel/Flows/Preferences.h"
+#include "TarvoModel/Showing/Notification.h"
+#include "TarvoModel/Showing/RunMode.h"
+#include "TarvoModel/Showing/ScanCycle.h"
+#include "TarvoModel/Showing/ShareStats.h"
 
 #include <QImage>
 

@@ -4,7 +4,7 @@
 #include "TarvoApp/App/Notifier.h"
 #include "TarvoApp/App/QtText.h"
 #include "TarvoApp/App/ShareCard.h"
-#include "TarvoApp/Model/LoginItem.h"
+#include "TarvoModel/Flows/LoginItem.h"
 
 #include <QClipboard>
 #include <QCoreApplication>

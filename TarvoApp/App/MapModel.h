@@ -2,8 +2,8 @@
 
 #include "TarvoApp/App/Background.h"
 #include "TarvoApp/App/KeyedList.h"
-#include "TarvoApp/Model/DiskMap.h"
-#include "TarvoApp/Model/TickedPlan.h"
+#include "TarvoModel/Showing/DiskMap.h"
+#include "TarvoModel/Showing/TickedPlan.h"
 
 #include <QRectF>
 #include <QStringList>

@@ -1,6 +1,6 @@
 #include "TarvoApp/App/Notifier.h"
 
-#include "TarvoApp/Model/Said.h"
+#include "LumoCore/Basics/Words.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCall>
@@ -26,7 +26,7 @@ QDBusMessage callOf(const char* method) {
 
 QVariantList argumentsOf(const Notification& notification, std::uint32_t replaced, lumo::Language language) {
     constexpr int asTheDesktopLikes = -1;
-    const QString button = QString::fromStdString(said("Abrir", "Open", language));
+    const QString button = QString::fromStdString(lumo::Words{"Abrir", "Open"}.in(language));
     const QVariantMap hints{{QStringLiteral("desktop-entry"), QStringLiteral("tarvo-ai")},
                             {QStringLiteral("sound-name"), QStringLiteral("message-new-instant")}};
     return {QStringLiteral("Tarvo AI"),

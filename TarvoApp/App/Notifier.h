@@ -1,9 +1,9 @@
 #pragma once
 
 #include "LumoCore/Basics/Language.h"
-#include "TarvoApp/Model/Notification.h"
-#include "TarvoApp/Model/PostedNotices.h"
-#include "TarvoApp/Model/RunMode.h"
+#include "TarvoModel/Showing/Notification.h"
+#include "TarvoModel/Showing/PostedNotices.h"
+#include "TarvoModel/Showing/RunMode.h"
 
 #include <QDBusConnection>
 #include <QObject>

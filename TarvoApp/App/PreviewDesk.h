@@ -1,7 +1,7 @@
 #pragma once
 
 #include "TarvoApp/App/Background.h"
-#include "TarvoApp/Model/Preview.h"
+#include "TarvoModel/Showing/Preview.h"
 
 #include <QImage>
 #include <QObject>

@@ -4,7 +4,7 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "TarvoApp/App/QtText.h"
-#include "TarvoApp/Model/ExplanationTexts.h"
+#include "TarvoModel/Showing/ExplanationTexts.h"
 
 #include <algorithm>
 #include <utility>

@@ -2,8 +2,8 @@
 
 #include "LumoCore/Explaining/Explanation.h"
 #include "TarvoApp/App/KeyedList.h"
-#include "TarvoApp/Model/Rows.h"
-#include "TarvoApp/Model/TickedPlan.h"
+#include "TarvoModel/Showing/Rows.h"
+#include "TarvoModel/Showing/TickedPlan.h"
 
 #include <map>
 #include <string>

@@ -1,6 +1,6 @@
 #include "TarvoApp/App/Settings.h"
 
-#include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/QtText.h"
 
 #include <algorithm>
@@ -98,7 +98,7 @@ void Settings::write(std::string_view name, const std::optional<lumo::JsonValue>
                      const std::function<std::optional<lumo::JsonValue>(const Preferences&)>& valueNow) {
     const PreferenceKey& key = *preferenceKey(name);
     if (!preferences_.hold(key, value)) {
-        emit failed(shown(lumo::text("ese valor no sirve", "that value is not valid")));
+        emit failed(shown(lumo::Words{"ese valor no sirve", "that value is not valid"}.in()));
         emit changed();
         return;
     }

@@ -3,7 +3,7 @@
 #include "LumoCore/Basics/Codec.h"
 #include "LumoCore/Basics/Date.h"
 #include "TarvoApp/App/Background.h"
-#include "TarvoApp/Model/Preferences.h"
+#include "TarvoModel/Flows/Preferences.h"
 
 #include <QObject>
 #include <QString>

@@ -3,8 +3,8 @@
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Reason.h"
+#include "LumoCore/Basics/Words.h"
 #include "Platform/StateFile.h"
-#include "TarvoApp/Model/Said.h"
 
 #include <QBuffer>
 #include <QColor>
@@ -85,9 +85,6 @@ class Drawing final {
     [[nodiscard]] std::string bytesText(std::int64_t bytes) const {
         return lumo::ByteFormat::string(bytes, language_);
     }
-    [[nodiscard]] std::string in(std::string_view es, std::string_view en) const {
-        return said(es, en, language_);
-    }
 
     QPainter& painter_;
     Language language_;
@@ -148,7 +145,7 @@ void Drawing::drawName() {
 }
 
 void Drawing::drawFigure(std::int64_t bytes) {
-    write(in("Espacio liberado", "Space freed"), {margin, 0, columnWidth, 188},
+    write(lumo::Words{"Espacio liberado", "Space freed"}.in(language_), {margin, 0, columnWidth, 188},
           {.size = 24, .color = quietInk});
     write(bytesText(bytes), {margin - 4, 0, columnWidth + 4, 290}, {.size = 104, .weight = Weight::bold});
 }
@@ -176,8 +173,8 @@ void Drawing::drawSpace(const ShareStats& stats) {
     const QRectF left(margin, 0, columnWidth / 2 - 8, 376);
     const QRectF right = left.translated(columnWidth / 2 + 8, 0);
     const Style quiet{.size = 17, .color = quietInk};
-    write(in("Libre antes", "Free before"), left, quiet);
-    write(in("Libre ahora", "Free now"), right, quiet, Side::right);
+    write(lumo::Words{"Libre antes", "Free before"}.in(language_), left, quiet);
+    write(lumo::Words{"Libre ahora", "Free now"}.in(language_), right, quiet, Side::right);
     write(bytesText(stats.freeBefore), left.translated(0, 30), {.size = 25});
     write(bytesText(stats.freeAfter), right.translated(0, 30), {.size = 25, .weight = Weight::bold},
           Side::right);
@@ -186,8 +183,9 @@ void Drawing::drawSpace(const ShareStats& stats) {
 /// All cleanups together, on the way from one milestone to the next.
 void Drawing::drawMilestones(const ShareStats& stats) {
     const QRectF line(margin, 0, columnWidth, 456);
-    const double taken = write(in("En total con Tarvo AI: ", "In total with Tarvo AI: "), line,
-                               {.size = 17, .color = quietInk});
+    const double taken =
+        write(lumo::Words{"En total con Tarvo AI: ", "In total with Tarvo AI: "}.in(language_), line,
+              {.size = 17, .color = quietInk});
     write(bytesText(stats.lifetimeBytes), {line.left() + taken + 6, 0, columnWidth - taken - 6, 456},
           {.size = 17, .weight = Weight::bold});
 
@@ -233,7 +231,7 @@ std::vector<Kind> Drawing::kindsOf(const ShareStats& stats) const {
         rest -= item.bytes;
     }
     if (rest > 0) {
-        kinds.push_back({in("Apartado de antes", "From Recently Cleaned"), rest});
+        kinds.push_back({lumo::Words{"Apartado de antes", "From Recently Cleaned"}.in(language_), rest});
     }
     lumo::sortLargestFirst(kinds, &Kind::bytes);
     return kinds;
@@ -279,8 +277,10 @@ void Drawing::drawKind(const Kind& kind, std::int64_t largest, const QRectF& row
 
 void Drawing::drawPromise() {
     write(
-        in("Solo borra lo que se regenera solo. Analizar y limpiar se hace todo en tu equipo.",
-           "It only deletes what recreates itself. Analyzing and cleaning all happen on your own computer."),
+        lumo::Words{
+            "Solo borra lo que se regenera solo. Analizar y limpiar se hace todo en tu equipo.",
+            "It only deletes what recreates itself. Analyzing and cleaning all happen on your own computer."}
+            .in(language_),
         {margin, 0, width - 2 * margin, 572}, {.size = 18, .color = quietInk});
 }
 

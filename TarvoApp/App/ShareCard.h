@@ -3,7 +3,7 @@
 #include "LumoCore/Basics/Date.h"
 #include "LumoCore/Basics/Language.h"
 #include "LumoCore/Basics/Result.h"
-#include "TarvoApp/Model/ShareStats.h"
+#include "TarvoModel/Showing/ShareStats.h"
 
 #include <QImage>
 

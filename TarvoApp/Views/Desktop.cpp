@@ -3,7 +3,7 @@
 #include "LumoCore/Basics/Language.h"
 #include "TarvoApp/App/AppModel.h"
 #include "TarvoApp/App/QtText.h"
-#include "TarvoApp/Model/DiskMap.h"
+#include "TarvoModel/Showing/DiskMap.h"
 
 #include <QClipboard>
 #include <QDBusConnection>

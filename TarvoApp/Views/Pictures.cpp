@@ -1,6 +1,6 @@
 #include "TarvoApp/Views/Pictures.h"
 
-#include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/AppModel.h"
 #include "TarvoApp/App/QtText.h"
 #include "TarvoApp/Views/MainWindow.h"
@@ -105,7 +105,7 @@ void takeHelp(Photographer& photographer, MainWindow& windows, AppModel& app) {
     HelpDesk& help = *app.help();
     help.setExpandedHelp(QStringLiteral("apartado"));
     photographer.takeBoth(window, QStringLiteral("help"));
-    help.setHelpQuestion(shown(lumo::text("¿Sirve para el móvil?", "Does it work on my phone?")));
+    help.setHelpQuestion(shown(lumo::Words{"¿Sirve para el móvil?", "Does it work on my phone?"}.in()));
     help.ask();
     wait(patience, [&] { return !help.isBusy(); });
     photographer.takeBoth(window, QStringLiteral("help-answer"));

@@ -1,4 +1,4 @@
-#include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Environment.h"
 #include "TarvoApp/App/AppModel.h"
 #include "TarvoApp/App/DesktopServices.h"
@@ -20,21 +20,24 @@ namespace {
 using tarvo::bytesOf;
 using tarvo::shown;
 
-QString said(const char* es, const char* en) {
-    return shown(lumo::text(es, en));
-}
-
 void describe(QCommandLineParser& parser) {
     parser.addHelpOption();
     parser.addOptions({
-        {"demo", said("muestra un disco inventado; no limpia nada", "shows a made-up disk; cleans nothing")},
-        {"bienvenida", said("muestra la bienvenida otra vez", "shows the welcome again")},
-        {"captura", said("guarda imágenes de la ventana y termina", "saves pictures of the window and ends"),
-         said("carpeta", "folder")},
-        {"home", said("la carpeta personal que se mira", "the home folder that is looked at"),
-         said("carpeta", "folder")},
-        {"idioma", said("es o en", "es or en"), said("idioma", "language")},
-        {"apariencia", said("light o dark", "light or dark"), said("apariencia", "appearance")},
+        {"demo", shown(lumo::Words{"muestra un disco inventado; no limpia nada",
+                                   "shows a made-up disk; cleans nothing"}
+                           .in())},
+        {"bienvenida", shown(lumo::Words{"muestra la bienvenida otra vez", "shows the welcome again"}.in())},
+        {"captura",
+         shown(lumo::Words{"guarda imágenes de la ventana y termina", "saves pictures of the window and ends"}
+                   .in()),
+         shown(lumo::Words{"carpeta", "folder"}.in())},
+        {"home",
+         shown(lumo::Words{"la carpeta personal que se mira", "the home folder that is looked at"}.in()),
+         shown(lumo::Words{"carpeta", "folder"}.in())},
+        {"idioma", shown(lumo::Words{"es o en", "es or en"}.in()),
+         shown(lumo::Words{"idioma", "language"}.in())},
+        {"apariencia", shown(lumo::Words{"light o dark", "light or dark"}.in()),
+         shown(lumo::Words{"apariencia", "appearance"}.in())},
     });
     for (const auto* hidden : {"tamano", "texto"}) {
         QCommandLineOption option(hidden, {}, hidden);

@@ -1,6 +1,7 @@
 #include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/QtText.h"
-#include "TarvoApp/Model/DemoDisk.h"
+#include "TarvoModel/Showing/DemoDisk.h"
 #include "Tests/App/AppStory.h"
 
 #include <gmock/gmock.h>
@@ -45,7 +46,7 @@ TEST(AgentDesk, LinksThroughTheAgentsOwnProgramAndSaysWhatItSaysWhenThatFails) {
     AgentDesk& agents = settled(story);
     EXPECT_TRUE(agents.isInClaudeCode());
     EXPECT_FALSE(agents.hasFailed());
-    EXPECT_THAT(bytesOf(agents.message()), StartsWith(std::string(lumo::text("Conectado.", "Connected."))));
+    EXPECT_THAT(bytesOf(agents.message()), StartsWith(lumo::Words{"Conectado.", "Connected."}.in()));
     agents.disconnectClaudeCode();
     settled(story);
     EXPECT_TRUE(agents.hasFailed());

@@ -1,4 +1,5 @@
 #include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/QtText.h"
 #include "Tests/App/AppStory.h"
 
@@ -101,7 +102,7 @@ TEST_F(HelpDeskTest, ASearchNarrowsWhileItIsTypedAndATopicThatIsWantedWidensItAg
     EXPECT_THAT(shownTopics(), Contains("docker"));
     EXPECT_LT(shownTopics().size(), all);
     // No text has this ending.
-    help.setHelpSearch(shown(lumo::text("duplicadxx", "duplicatxx")));
+    help.setHelpSearch(shown(lumo::Words{"duplicadxx", "duplicatxx"}.in()));
     EXPECT_THAT(shownTopics(), Contains("duplicados"));
     help.setHelpSearch("zzxq");
     EXPECT_TRUE(shownTopics().empty());

@@ -1,4 +1,5 @@
 #include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/QtText.h"
 #include "TarvoApp/Views/MainWindow.h"
 #include "TarvoApp/Views/ReleaseNotes.h"
@@ -96,7 +97,7 @@ class SideWindowsTest : public ::testing::Test {
     static void click(QQuickWindow& window, std::string_view es, std::string_view en) {
         QTest::qWait(0);
         QAccessibleInterface* const item =
-            namedIn(QAccessible::queryAccessibleInterface(&window), shown(lumo::text(es, en)));
+            namedIn(QAccessible::queryAccessibleInterface(&window), shown(lumo::Words{es, en}.in()));
         ASSERT_NE(item, nullptr) << es;
         QTest::mouseClick(&window, Qt::LeftButton, {}, window.mapFromGlobal(item->rect().center()));
     }
@@ -175,7 +176,7 @@ TEST_F(SideWindowsTest, TheCardOfACleanupGoesWithAnyKeyButThoseThatLeadToItsButt
         story.app().celebrate({.freedBytes = 1'000'000'000});
         ASSERT_TRUE(story.waitUntil([&] {
             return story.app().isCelebrating() && window.activeFocusItem() != nullptr &&
-                   window.activeFocusItem()->property("text") == shown(lumo::text("Cerrar", "Close"));
+                   window.activeFocusItem()->property("text") == shown(lumo::Words{"Cerrar", "Close"}.in());
         }));
         QTest::keyClick(&window, Qt::Key_Tab);
         QTest::keyClick(&window, Qt::Key_Tab, Qt::ShiftModifier);

@@ -1,8 +1,8 @@
-#include "LumoCore/Cleanup/ApplicationFolders.h"
+#include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Cleanup/HistoryLog.h"
 #include "LumoCore/History/SnapshotStore.h"
 #include "TarvoApp/App/QtText.h"
-#include "TarvoApp/Model/DemoDisk.h"
+#include "TarvoModel/Showing/DemoDisk.h"
 #include "Tests/App/AppStory.h"
 
 #include <gmock/gmock.h>
@@ -42,7 +42,7 @@ bool cleanSelected(AppStory& story) {
 }
 
 std::vector<CleanupOutcome> logOf(const AppStory& story) {
-    return lumo::HistoryLog::outcomes(lumo::ApplicationFolders::historyLog(story.home.path())).value();
+    return lumo::HistoryLog::outcomes(lumo::OwnFiles::historyLog(story.home.path())).value();
 }
 
 std::vector<std::string> titlesOf(const std::vector<Notification>& notices) {

@@ -1,8 +1,9 @@
 #include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/QtText.h"
-#include "TarvoApp/Model/DiskMap.h"
 #include "TarvoApp/Views/MainWindow.h"
 #include "TarvoApp/Views/ReleaseNotes.h"
+#include "TarvoModel/Showing/DiskMap.h"
 #include "Tests/App/AppStory.h"
 
 #include <gmock/gmock.h>
@@ -159,7 +160,7 @@ TEST_F(MainWindowTest, ARowOpensToAllThatIsKnownOfItAndItsPreview) {
         press(Qt::Key_Tab);
     }
     ASSERT_THAT(focused(), StartsWith(row.title));
-    const std::string preview(lumo::text("Vista previa", "Preview"));
+    const std::string preview(lumo::Words{"Vista previa", "Preview"}.in());
     EXPECT_EQ(named(preview), nullptr);
     press(Qt::Key_Right);
     EXPECT_NE(named(preview), nullptr);
@@ -177,7 +178,7 @@ TEST_F(MainWindowAtHomeTest, WhatCannotBeArchivedIsSaidUntilItIsClosed) {
     open();
     story.app().requestArchive(AppStory::ownKey);
     ASSERT_TRUE(story.waitUntil([&] { return !story.app().archiveRefusalMessage().isEmpty(); }));
-    ASSERT_TRUE(story.waitUntil([&] { return focused() == std::string(lumo::text("Cerrar", "Close")); }));
+    ASSERT_TRUE(story.waitUntil([&] { return focused() == lumo::Words{"Cerrar", "Close"}.in(); }));
     EXPECT_NE(named(bytesOf(story.app().archiveRefusalTitle())), nullptr);
     press(Qt::Key_Return);
     EXPECT_TRUE(story.waitUntil([&] { return story.app().archiveRefusalMessage().isEmpty(); }));
@@ -188,7 +189,7 @@ TEST_F(MainWindowAtHomeTest, TheQuestionBeforeACleanupStandsOnCancelAndReturnDel
     open();
     press(Qt::Key_Backspace, Qt::ControlModifier);
     ASSERT_TRUE(story.app().isConfirming());
-    const std::string cancel(lumo::text("Cancelar", "Cancel"));
+    const std::string cancel(lumo::Words{"Cancelar", "Cancel"}.in());
     ASSERT_TRUE(story.waitUntil([&] { return focused() == cancel; }));
     press(Qt::Key_Tab);
     EXPECT_EQ(focused(), bytesOf(story.app().cleanTitleText()));

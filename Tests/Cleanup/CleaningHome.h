@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LumoCore/Cleanup/ApplicationFolders.h"
+#include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Cleanup/CleanupExecutor.h"
 #include "LumoCore/Cleanup/HistoryLog.h"
 #include "LumoCore/Cleanup/Holding.h"
@@ -57,9 +57,7 @@ class CleaningHome final {
         return clean({items(lumo::Safety::review, {name})}, {}, now).front().restorable.value().front();
     }
 
-    [[nodiscard]] std::string historyPath() const {
-        return lumo::ApplicationFolders::historyLog(files_.path());
-    }
+    [[nodiscard]] std::string historyPath() const { return lumo::OwnFiles::historyLog(files_.path()); }
     [[nodiscard]] std::vector<lumo::CleanupOutcome> history() const {
         return lumo::HistoryLog::outcomes(historyPath()).value();
     }

@@ -1,3 +1,4 @@
+#include "LumoCore/Basics/OwnFiles.h"
 #include "Tests/Cleanup/CleaningHome.h"
 
 #include <gmock/gmock.h>
@@ -33,7 +34,7 @@ TEST(CleanupExecutor, DeletesWhatRecreatesItselfAndSetsEverythingElseAside) {
     EXPECT_TRUE(fs::is_regular_file(outcomes[1].restorable->front().inTrash));
     EXPECT_TRUE(fs::is_symlink(outcomes[1].restorable->back().inTrash));
     EXPECT_EQ(home.history(), outcomes);
-    EXPECT_FALSE(fs::exists(ApplicationFolders::intents(home.root()))) << "intents are retired";
+    EXPECT_FALSE(fs::exists(OwnFiles::intents(home.root()))) << "intents are retired";
 }
 
 TEST(CleanupExecutor, TakesWhatIsInAFolderAndLeavesTheFolder) {

@@ -101,7 +101,7 @@ TEST(CleanCommand, RefusesFilesThatBringTheirOwnCommandsOrMakeNoSense) {
     for (const char* line : {"--plan keep.json", "--plan command.json", "--plan other.json", "--plan missing",
                              "--report stolen.json", "--report other.json",
                              "--report report.json --home other", "--report report.json --plan keep.json"}) {
-        Words words{"clean", "--yes"};
+        Arguments words{"clean", "--yes"};
         for (const std::string& word : wordsIn(line)) {
             words.push_back(word.starts_with("--") ? word : home.path(word));
         }

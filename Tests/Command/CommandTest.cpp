@@ -13,11 +13,11 @@ using namespace testing;
 
 namespace {
 
-Words keysOf(const JsonValue& object) {
+Arguments keysOf(const JsonValue& object) {
     return eachOf(std::get<JsonValue::Object>(object.value), &JsonValue::Member::name);
 }
 
-ScanReport scan(const TempHome& home, Words words) {
+ScanReport scan(const TempHome& home, Arguments words) {
     words.insert(words.begin(), "scan");
     return decode<ScanReport>(jsonOf(home, words)).value();
 }
@@ -60,11 +60,11 @@ TEST(Command, RefusesWrongUsageInOneLineAndPrintsNothing) {
     const TempHome home;
     furnish(home);
     // An empty home once meant the usual one, and an unknown name went to the terminal as it came.
-    std::vector<Words> wrong{{"rules", "--home", ""},
-                             {"rules", "--home", home.path("missing")},
-                             {"rules", "--home", home.path("code/app/package.json")},
-                             {"scan", "--home", home.path("a\nb\x1B[31m")},
-                             {"settings", "get", "a\nb\x1B[31m"}};
+    std::vector<Arguments> wrong{{"rules", "--home", ""},
+                                 {"rules", "--home", home.path("missing")},
+                                 {"rules", "--home", home.path("code/app/package.json")},
+                                 {"scan", "--home", home.path("a\nb\x1B[31m")},
+                                 {"settings", "get", "a\nb\x1B[31m"}};
     for (const char* line :
          {"frobnicate", "rules --frobnicate", "rules extra", "scan rules", "--home",
           "scan --min-unclassified -1", "scan --min-unclassified 1e9",
@@ -73,7 +73,7 @@ TEST(Command, RefusesWrongUsageInOneLineAndPrintsNothing) {
           "settings set apariencia pink", "settings unset nothing --json"}) {
         wrong.push_back(wordsIn(line));
     }
-    for (const Words& words : wrong) {
+    for (const Arguments& words : wrong) {
         SCOPED_TRACE(PrintToString(words));
         const Ran ran = runTarvo(home, words);
         isOneComplaint(ran, 2);
@@ -85,7 +85,7 @@ TEST(Command, RefusesWrongUsageInOneLineAndPrintsNothing) {
 
 TEST(Command, SpeaksTheLanguageOfTheOptionThenOfTheVariableThenOfTheLocale) {
     const TempHome home;
-    using Case = std::tuple<Words, Words, const char*>;
+    using Case = std::tuple<Arguments, Arguments, const char*>;
     for (const auto& [words, environment, says] :
          {Case{{"--idioma", "es", "rules"}, {"TARVO_IDIOMA=en"}, "SE RECREA SOLO"},
           Case{{"rules"}, {"TARVO_IDIOMA=en", "LANG=es_ES.UTF-8"}, "RECREATES ITSELF"},
@@ -189,9 +189,9 @@ TEST(Command, PlansFromASavedReportWithStoredPreferencesWhereOptionsAreSilent) {
     home.file("app/node_modules/f", 3000000);
     const std::string report = home.path("report.json");
     scan(home, {"--output", report});
-    const auto idsAndReasons = [&](Words words) {
+    const auto idsAndReasons = [&](Arguments words) {
         words.insert(words.begin(), {"plan", "--report", report});
-        Words described;
+        Arguments described;
         const JsonValue plan = jsonOf(home, words);
         for (const JsonValue& entry : std::get<JsonValue::Array>(plan.value)) {
             const JsonValue* reason = entry.find("skipReason");

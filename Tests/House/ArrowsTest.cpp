@@ -41,11 +41,12 @@ const std::vector<Room>& house() {
           "LumoCore/Rules", "LumoCore/Basics", "Platform"},
          {"fmt"}},
         {"LumoAI", {"LumoCore", "Platform"}, {"fmt"}},
-        {"TarvoApp/Model", {"LumoCore", "LumoAI", "Platform"}, {"fmt"}},
-        {"TarvoApp/App", {"TarvoApp/Model", "LumoCore", "LumoAI", "Platform"}, {"fmt", "Qt"}},
-        {"TarvoApp/Views", {"TarvoApp/App", "TarvoApp/Model", "LumoCore", "Platform"}, {"Qt"}},
-        {"TarvoMCP", {"TarvoApp/Model", "LumoCore", "LumoAI", "Platform"}, {"fmt"}},
-        {"TarvoCLI", {"TarvoMCP", "TarvoApp/Model", "LumoCore", "LumoAI", "Platform"}, {"fmt", "CLI"}},
+        {"TarvoModel/Showing", {"LumoCore", "LumoAI", "Platform"}, {"fmt"}},
+        {"TarvoModel/Flows", {"TarvoModel/Showing", "LumoCore", "LumoAI", "Platform"}, {"fmt"}},
+        {"TarvoApp/App", {"TarvoModel", "LumoCore", "LumoAI", "Platform"}, {"fmt", "Qt"}},
+        {"TarvoApp/Views", {"TarvoApp/App", "TarvoModel", "LumoCore", "Platform"}, {"Qt"}},
+        {"TarvoMCP", {"TarvoModel", "LumoCore", "LumoAI", "Platform"}, {"fmt"}},
+        {"TarvoCLI", {"TarvoMCP", "TarvoModel", "LumoCore", "LumoAI", "Platform"}, {"fmt", "CLI"}},
     };
     return rooms;
 }
@@ -79,9 +80,18 @@ std::string libraryOf(const std::string& header) {
     return isSystem(header) ? "system" : header.substr(0, header.find('/'));
 }
 
+/// Values and functions in headers of their own that rest on nothing but the language: every room may use
+/// them.
+const std::set<std::string>& plainHeaders() {
+    static const std::set<std::string> plain{"LumoCore/Basics/CheckedSum.h", "LumoCore/Basics/Path.h",
+                                             "LumoCore/Basics/Timestamp.h"};
+    return plain;
+}
+
 bool isAllowed(const Room& room, const std::string& header) {
     const auto begins = [&](const std::string& folder) { return header.starts_with(folder + "/"); };
-    return isStandard(header) || begins(room.folder) || std::ranges::any_of(room.rooms, begins) ||
+    return plainHeaders().contains(header) || isStandard(header) || begins(room.folder) ||
+           std::ranges::any_of(room.rooms, begins) ||
            std::ranges::find(room.libraries, libraryOf(header)) != room.libraries.end();
 }
 
@@ -137,8 +147,19 @@ TEST(House, ArrowsPointDownwards) {
     }
 }
 
+TEST(House, PlainHeadersRestOnNothing) {
+    for (const std::string& header : plainHeaders()) {
+        std::ifstream file(SOURCE_FOLDER "/" + header);
+        ASSERT_TRUE(file) << header;
+        for (std::string line; std::getline(file, line);) {
+            EXPECT_TRUE(headerIn(line).empty() || isStandard(headerIn(line))) << header << ": " << line;
+        }
+    }
+}
+
 TEST(House, EverySourceFileIsInARoom) {
-    for (const char* top : {"Platform", "LumoCore", "LumoAI", "TarvoApp", "TarvoCLI", "TarvoMCP"}) {
+    for (const char* top :
+         {"Platform", "LumoCore", "LumoAI", "TarvoModel", "TarvoApp", "TarvoCLI", "TarvoMCP"}) {
         for (const std::string& source : sourcesIn(top)) {
             EXPECT_TRUE(std::ranges::any_of(house(), [&](const Room& room) {
                 return source.starts_with(room.folder + "/");

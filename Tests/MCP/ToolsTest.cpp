@@ -1,5 +1,5 @@
 #include "TarvoMCP/Tools.h"
-#include "LumoCore/Cleanup/ApplicationFolders.h"
+#include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Cleanup/HistoryLog.h"
 #include "Tests/MCP/FakeClient.h"
 #include "Tests/support/TempHome.h"
@@ -81,7 +81,7 @@ TEST(Tools, CleanOnlyWhatTheUserAgreedToAndPutItBack) {
     EXPECT_FALSE(cleaned.isProblem);
     EXPECT_EQ(at(*cleaned.structured, "outcomes/0/caller"), "Agent");
     EXPECT_FALSE(std::filesystem::exists(home.path(".cache/uv/wheel")));
-    const auto log = lumo::HistoryLog::outcomes(lumo::ApplicationFolders::historyLog(home.path()));
+    const auto log = lumo::HistoryLog::outcomes(lumo::OwnFiles::historyLog(home.path()));
     EXPECT_EQ(log->back().caller, "Agent");
 }
 

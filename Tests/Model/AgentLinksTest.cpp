@@ -1,4 +1,4 @@
-#include "TarvoApp/Model/AgentLinks.h"
+#include "TarvoModel/Flows/AgentLinks.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-#include "TarvoApp/Model/CleanupTexts.h"
+#include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <gtest/gtest.h>
 

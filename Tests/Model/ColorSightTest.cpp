@@ -1,4 +1,4 @@
-#include "TarvoApp/Model/DiskMap.h"
+#include "TarvoModel/Showing/DiskMap.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "TarvoApp/Model/DemoDisk.h"
+#include "TarvoModel/Showing/DemoDisk.h"
 #include "LumoCore/History/GrowthTracker.h"
-#include "TarvoApp/Model/CleanupTexts.h"
-#include "TarvoApp/Model/Rows.h"
-#include "TarvoApp/Model/Selection.h"
+#include "TarvoModel/Showing/CleanupTexts.h"
+#include "TarvoModel/Showing/Rows.h"
+#include "TarvoModel/Showing/Selection.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

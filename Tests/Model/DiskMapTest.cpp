@@ -1,5 +1,5 @@
-#include "TarvoApp/Model/DiskMapSvg.h"
-#include "TarvoApp/Model/TickedPlan.h"
+#include "TarvoModel/Showing/DiskMapSvg.h"
+#include "TarvoModel/Showing/TickedPlan.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

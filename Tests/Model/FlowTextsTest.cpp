@@ -1,6 +1,6 @@
-#include "TarvoApp/Model/Goal.h"
-#include "TarvoApp/Model/Phase.h"
-#include "TarvoApp/Model/ShareStats.h"
+#include "TarvoModel/Showing/Goal.h"
+#include "TarvoModel/Showing/Phase.h"
+#include "TarvoModel/Showing/ShareStats.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

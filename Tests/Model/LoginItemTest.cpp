@@ -1,7 +1,7 @@
-#include "TarvoApp/Model/LoginItem.h"
+#include "TarvoModel/Flows/LoginItem.h"
 #include "Platform/Folder.h"
-#include "TarvoApp/Model/DesktopFolder.h"
-#include "TarvoApp/Model/ShareStats.h"
+#include "TarvoModel/Showing/DesktopFolder.h"
+#include "TarvoModel/Showing/ShareStats.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>

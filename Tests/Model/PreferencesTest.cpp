@@ -1,4 +1,4 @@
-#include "TarvoApp/Model/Preferences.h"
+#include "TarvoModel/Flows/Preferences.h"
 #include "Platform/Folder.h"
 #include "Tests/support/TempHome.h"
 

@@ -1,5 +1,5 @@
-#include "TarvoApp/Model/Preview.h"
-#include "TarvoApp/Model/DemoDisk.h"
+#include "TarvoModel/Showing/Preview.h"
+#include "TarvoModel/Showing/DemoDisk.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,7 @@
-#include "TarvoApp/Model/Selection.h"
-#include "TarvoApp/Model/Rows.h"
-#include "TarvoApp/Model/TickedPlan.h"
+#include "TarvoModel/Flows/CleanupPlanning.h"
+#include "TarvoModel/Showing/Selection.h"
+#include "TarvoModel/Showing/Rows.h"
+#include "TarvoModel/Showing/TickedPlan.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>

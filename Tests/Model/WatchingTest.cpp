@@ -1,6 +1,6 @@
-#include "TarvoApp/Model/LowSpaceAlert.h"
-#include "TarvoApp/Model/ScanCycle.h"
-#include "TarvoApp/Model/WeeklyCleanup.h"
+#include "TarvoModel/Flows/WeeklyCleanup.h"
+#include "TarvoModel/Showing/LowSpaceAlert.h"
+#include "TarvoModel/Showing/ScanCycle.h"
 #include "Tests/support/TempHome.h"
 
 #include <gtest/gtest.h>

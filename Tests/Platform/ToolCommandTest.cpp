@@ -87,9 +87,9 @@ TEST(ToolCommand, FindsToolsWhereTheyInstallThemselves) {
 
 TEST(ToolCommand, SaysWhyAToolCouldNotBeStarted) {
     const TempHome home;
-    for (const Words& arguments :
-         {Words{}, Words{"--version"}, Words{"-i"}, Words{"A=b", "true"}, Words{"tool-that-is-not-installed"},
-          Words{"echo", std::string(std::size_t{8} << 20, 'x')}}) {
+    for (const Arguments& arguments : {Arguments{}, Arguments{"--version"}, Arguments{"-i"},
+                                       Arguments{"A=b", "true"}, Arguments{"tool-that-is-not-installed"},
+                                       Arguments{"echo", std::string(std::size_t{8} << 20, 'x')}}) {
         const ToolRun run = runTool(arguments, home.path());
         EXPECT_EQ(run.status, 127) << PrintToString(arguments).substr(0, 60);
         EXPECT_THAT(run.output, Not(IsEmpty()));

@@ -18,8 +18,8 @@
 
 namespace tarvo::faults {
 
+using testing::Arguments;
 using testing::Child;
-using testing::Words;
 
 namespace {
 
@@ -62,14 +62,14 @@ std::string mountAll() {
     return {};
 }
 
-bool works(const Words& words) {
+bool works(const Arguments& words) {
     return Child(words, {"PATH=/usr/bin:/bin"}).wait().exitCode == 0;
 }
 
 /// Finds out what may be done and makes it known to those who ask.
 void prepare() {
-    const Words withoutRights{"setpriv", "--securebits", "+noroot,+noroot_locked", "--"};
-    Words attempt = withoutRights;
+    const Arguments withoutRights{"setpriv", "--securebits", "+noroot,+noroot_locked", "--"};
+    Arguments attempt = withoutRights;
     attempt.emplace_back("true");
     if (geteuid() == 0 && works(attempt)) {
         ownGround().asOrdinaryUser = withoutRights;

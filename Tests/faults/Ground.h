@@ -15,7 +15,7 @@ struct Ground {
     std::string whyNoMounts;
     std::string whyNoTracing;
     /// What stands before a command so that it runs without the rights of root, to whom every folder is open.
-    testing::Words asOrdinaryUser;
+    testing::Arguments asOrdinaryUser;
     /// True when all points are to be tried and not only a sample (TARVO_FAULTS=long).
     bool isLong = false;
 };

@@ -22,15 +22,16 @@ using Items = std::vector<lumo::TrashedItem>;
 
 const std::string support = "Library/Application Support/TarvoAI";
 const std::string staging = "Library/Caches/TarvoAI/vaciando";
-const Words state{support, "Library/Caches/TarvoAI", "Library/Application Support/Claude", ".config/TarvoAI"};
+const Arguments state{support, "Library/Caches/TarvoAI", "Library/Application Support/Claude",
+                      ".config/TarvoAI"};
 
 bool exists(const std::string& path) {
     std::error_code error;
     return fs::symlink_status(path, error).type() != fs::file_type::not_found;
 }
 
-Words childrenOf(const std::string& folder) {
-    Words children;
+Arguments childrenOf(const std::string& folder) {
+    Arguments children;
     std::error_code error;
     for (const auto& entry : fs::directory_iterator(folder, error)) {
         children.push_back(entry.path().native());
@@ -39,8 +40,8 @@ Words childrenOf(const std::string& folder) {
 }
 
 /// What an action takes, as a tolerance names it.
-Words takenBy(const lumo::CleanupAction& action) {
-    Words taken;
+Arguments takenBy(const lumo::CleanupAction& action) {
+    Arguments taken;
     if (const auto* items = std::get_if<lumo::method::TrashItems>(&action.method)) {
         return items->paths;
     }
@@ -55,8 +56,8 @@ Words takenBy(const lumo::CleanupAction& action) {
 Tolerance toleranceOf(const Scenario& scenario) {
     Tolerance tolerance{.mayEnd = {}, .moved = state, .mayAppear = scenario.mayAppear};
     for (const lumo::CleanupAction& action : scenario.plan) {
-        const Words taken = takenBy(action);
-        Words ended = action.fallbackContents;
+        const Arguments taken = takenBy(action);
+        Arguments ended = action.fallbackContents;
         if (action.safety == lumo::Safety::safe || scenario.endsItems) {
             ended.insert(ended.end(), taken.begin(), taken.end());
         }
@@ -90,7 +91,7 @@ std::set<std::string> namedInLog(const std::string& home, std::vector<Finding>& 
 void findUnnamedItems(const std::string& home, std::vector<Finding>& found) {
     const std::set<std::string> named = namedInLog(home, found);
     for (const std::string& batch : childrenOf(home + "/" + support + "/Apartado")) {
-        const Words items = childrenOf(batch);
+        const Arguments items = childrenOf(batch);
         if (items.empty()) {
             found.push_back({Fault::broken, "an empty batch is left"});
         }
@@ -146,7 +147,7 @@ Household::Household(const Scenario& scenario)
         placed.push_back(placedIn(home_, action));
     }
     slot_.fileWith("plan.json", planDocument(placed));
-    for (const Words& command : scenario.preparation) {
+    for (const Arguments& command : scenario.preparation) {
         const Ran ended = run(command);
         EXPECT_EQ(ended.exitCode, 0) << scenario.name << ", " << command.front() << ": " << ended.error
                                      << ended.output;
@@ -166,14 +167,14 @@ void Household::runShell(const std::string& script) const {
     EXPECT_EQ(ended.exitCode, 0) << ended.error;
 }
 
-Words Household::environment() const {
+Arguments Household::environment() const {
     return {"HOME=" + home_, "PATH=/usr/bin:/bin", "TARVO_IDIOMA=en", "XDG_DATA_DIRS=" + home_ + "/none"};
 }
 
-Words Household::words(const Words& command, const Words& before) const {
+Arguments Household::words(const Arguments& command, const Arguments& before) const {
     const std::string program = scenario_.program.empty() ? testing::tarvoProgram() : scenario_.program;
     const bool isOther = command.front().find('/') != std::string::npos;
-    Words all = ground().asOrdinaryUser;
+    Arguments all = ground().asOrdinaryUser;
     all.insert(all.end(), before.begin(), before.end());
     if (!isOther) {
         all.push_back(program);
@@ -190,7 +191,7 @@ Words Household::words(const Words& command, const Words& before) const {
     return all;
 }
 
-Child Household::start(const Words& command, const Words& before) const {
+Child Household::start(const Arguments& command, const Arguments& before) const {
     return Child(words(command, before), environment());
 }
 
@@ -254,7 +255,7 @@ void Household::takeBack(std::vector<Finding>& found) const {
             break;
         }
     }
-    Words restore{"restore"};
+    Arguments restore{"restore"};
     for (const Difference& difference : changes()) {
         if (difference.what == "missing") {
             restore.push_back(path(difference.path));

@@ -36,14 +36,16 @@ class Household final {
     void runShell(const std::string& script) const;
 
     /// A command of the program for this home, with the words put before it.
-    [[nodiscard]] Words words(const Words& command, const Words& before = {}) const;
-    [[nodiscard]] Child start(const Words& command, const Words& before = {}) const;
-    Ran run(const Words& command, const Words& before = {}) const { return start(command, before).wait(); }
+    [[nodiscard]] Arguments words(const Arguments& command, const Arguments& before = {}) const;
+    [[nodiscard]] Child start(const Arguments& command, const Arguments& before = {}) const;
+    Ran run(const Arguments& command, const Arguments& before = {}) const {
+        return start(command, before).wait();
+    }
     /// The same for the command under test.
-    [[nodiscard]] Child startScenario(const Words& before = {}) const {
+    [[nodiscard]] Child startScenario(const Arguments& before = {}) const {
         return start(scenario_.command, before);
     }
-    [[nodiscard]] Words environment() const;
+    [[nodiscard]] Arguments environment() const;
 
     /// What a run says about itself that is not so. What a signal ended says nothing.
     [[nodiscard]] std::vector<Finding> lies(const Ran& ended) const;

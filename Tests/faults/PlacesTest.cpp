@@ -126,7 +126,7 @@ TEST_F(Places, StayOutOfWhatIsMountedInACache) {
 
 TEST_F(Places, StayOutOfWhatIsMountedInAnItemThatIsSetAsideAndEmptied) {
     const Household household(scenarioNamed("CleanOwn"));
-    for (const Words& second : {Words{"undo", "--json"}, Words{"empty", "--yes", "--json"}}) {
+    for (const Arguments& second : {Arguments{"undo", "--json"}, Arguments{"empty", "--yes", "--json"}}) {
         fs::create_directory(household.path("Downloads/set/mounted"));
         {
             const Mounted bound(household.canary(), household.path("Downloads/set/mounted"), nullptr,

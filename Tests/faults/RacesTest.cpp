@@ -20,13 +20,13 @@ namespace fs = std::filesystem;
 namespace {
 
 /// Starts the commands together, round after round in a fresh home, and looks at what they leave.
-void race(const Scenario& scenario, const std::vector<Words>& commands) {
+void race(const Scenario& scenario, const std::vector<Arguments>& commands) {
     const Household household(scenario);
     const int rounds = ground().isLong ? 300 : 15;
     for (int round = 0; round < rounds; ++round) {
         household.reset();
         std::vector<std::unique_ptr<Child>> children;
-        for (const Words& command : commands) {
+        for (const Arguments& command : commands) {
             children.push_back(std::make_unique<Child>(household.words(command), household.environment()));
         }
         for (const auto& child : children) {

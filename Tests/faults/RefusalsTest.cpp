@@ -29,7 +29,7 @@ constexpr const char* hostile = R"(
     {A}/apartado.jsonl {A}/cerrojo {A}/Apartado {A}/Apartado/20250314-093005 {A}/not/there/yet)";
 
 /// Every component of a path in turn with something put before it, and something put behind them all.
-void addSpoiled(const std::string& home, const std::string& relative, Words& paths) {
+void addSpoiled(const std::string& home, const std::string& relative, Arguments& paths) {
     for (const std::string_view spoiler : {".."sv, "."sv, ""sv, "x/.."sv, "..\0x"sv, "\0"sv}) {
         for (std::size_t at = 0; at != std::string::npos; at = relative.find('/', at + 1)) {
             const std::size_t next = at == 0 ? 0 : at + 1;
@@ -47,8 +47,8 @@ void addSpoiled(const std::string& home, const std::string& relative, Words& pat
     paths.push_back(fmt::format("{}/{}{}", home, relative, "\0.old"sv));
 }
 
-Words hostilePaths(const Household& household) {
-    Words paths{""};
+Arguments hostilePaths(const Household& household) {
+    Arguments paths{""};
     std::istringstream shapes(hostile);
     for (std::string shape; shapes >> shape;) {
         paths.push_back(fmt::format(fmt::runtime(shape), fmt::arg("H", household.home()),
@@ -103,7 +103,7 @@ TEST(Refusals, MeetEveryPathThatIsNotPlainlyInTheHome) {
     const Household household(scenarioNamed("CleanOwn"));
     household.run({"empty", "--expired"});
     std::filesystem::create_directory_symlink(household.home(), household.slot() + "/alias");
-    const Words paths = hostilePaths(household);
+    const Arguments paths = hostilePaths(household);
     EXPECT_GE(paths.size(), 200U);
     const Untouched untouched(household);
     for (std::size_t variant = 0; variant < 4; ++variant) {
@@ -113,7 +113,7 @@ TEST(Refusals, MeetEveryPathThatIsNotPlainlyInTheHome) {
         }
         std::ofstream(household.slot() + "/plan.json", std::ios::binary) << planDocument(plan);
         const bool isSpanish = variant < 2;
-        Words command = cleanPlan;
+        Arguments command = cleanPlan;
         command.insert(command.end(), {"--idioma", isSpanish ? "es" : "en"});
         const Ran ended = household.run(command);
         EXPECT_EQ(ended.exitCode, 1) << ended.error;
@@ -138,8 +138,9 @@ TEST(Refusals, MeetEveryFolderThatIsNoHome) {
     for (const std::string& bad : {""s, "/"s, "//"s, "/tmp/.."s, "no/such/folder"s, home + "/missing",
                                    home + "/missing/..", file, file + "/", file + "/..", home + "\n",
                                    household.slot() + "/dangling", household.slot() + "/to-file"}) {
-        for (Words command : {cleanPlan, Words{"undo"}, Words{"restore", file}, Words{"empty", "--yes"},
-                              Words{"empty", "--expired"}, Words{"history"}, Words{"holding"}}) {
+        for (Arguments command :
+             {cleanPlan, Arguments{"undo"}, Arguments{"restore", file}, Arguments{"empty", "--yes"},
+              Arguments{"empty", "--expired"}, Arguments{"history"}, Arguments{"holding"}}) {
             std::ranges::replace(command, "@plan", household.slot() + "/plan.json");
             command.insert(command.begin(), tarvo::testing::tarvoProgram());
             const Ran byVariable = Child(command, {"HOME=" + bad}).wait();
@@ -158,7 +159,7 @@ TEST(Refusals, MeetTheHomeOfSomebodyElseWhenRootAsks) {
         GTEST_SKIP() << "only root can give a folder away";
     }
     const Untouched untouched(household);
-    for (const Words& command : {cleanPlan, Words{"undo"}, Words{"empty", "--yes"}}) {
+    for (const Arguments& command : {cleanPlan, Arguments{"undo"}, Arguments{"empty", "--yes"}}) {
         const Ran ended = household.run(command);
         EXPECT_TRUE(ended.exitCode == 1 || ended.exitCode == 2) << ended.output;
         EXPECT_NE(ended.error, "");

@@ -10,24 +10,24 @@
 
 namespace tarvo::faults {
 
+using testing::Arguments;
 using testing::Child;
 using testing::hangLimit;
 using testing::Ran;
-using testing::Words;
 
 /// One operation that is to be survived. The home that it works on is furnished by `furnish`; paths are
 /// relative to it. In commands "@plan" stands for the file with the plan, "@home" for the home folder,
 /// "@tarvo" for the program under test, and a first word with a slash for another program.
 struct Scenario {
     std::string name;
-    std::vector<lumo::CleanupAction> plan; ///< What "clean" takes, here or in the preparation.
-    std::vector<Words> preparation = {};   ///< Run once before the command under test; they succeed.
-    Words command;
+    std::vector<lumo::CleanupAction> plan;   ///< What "clean" takes, here or in the preparation.
+    std::vector<Arguments> preparation = {}; ///< Run once before the command under test; they succeed.
+    Arguments command;
     bool endsItems = false; ///< The command deletes set-aside items for good.
     /// Whether what an exit status of 0 says is true, for commands that report nothing else.
     std::function<bool(const std::string& home)> isDone = {};
     std::string program = {}; ///< Instead of the one that was built.
-    Words mayAppear = {};     ///< What the command may leave beside what was there.
+    Arguments mayAppear = {}; ///< What the command may leave beside what was there.
     /// What is wrong with the home after the next start, before anything is taken back; empty when nothing
     /// is.
     std::function<std::string(const std::string& home)> problem = {};
@@ -45,13 +45,13 @@ const Scenario& scenarioNamed(const std::string& name);
 void furnish(const testing::TempHome& slot);
 
 /// Actions on paths relative to a home.
-lumo::CleanupAction review(std::string id, Words items);
-lumo::CleanupAction safe(std::string id, Words items);
+lumo::CleanupAction review(std::string id, Arguments items);
+lumo::CleanupAction safe(std::string id, Arguments items);
 /// The action with the full paths.
 lumo::CleanupAction placedIn(const std::string& home, lumo::CleanupAction action);
 /// A saved plan, as "clean --plan" takes it.
 std::string planDocument(const std::vector<lumo::CleanupAction>& actions);
 
-inline const Words cleanPlan{"clean", "--plan", "@plan", "--yes", "--json"};
+inline const Arguments cleanPlan{"clean", "--plan", "@plan", "--yes", "--json"};
 
 } // namespace tarvo::faults

@@ -30,7 +30,7 @@ lumo::CleanupAction contentsOf(lumo::CleanupAction action) {
     return action;
 }
 
-lumo::CleanupAction command(std::string id, Words words, std::string folder) {
+lumo::CleanupAction command(std::string id, Arguments words, std::string folder) {
     return {.id = std::move(id),
             .title = "By command",
             .safety = lumo::Safety::safe,
@@ -41,7 +41,7 @@ lumo::CleanupAction command(std::string id, Words words, std::string folder) {
 }
 
 /// Gives every batch the name that a cleanup of ten days ago would have given it.
-const Words agesBatches{"/bin/sh", "-c", R"(cd "$HOME/Library/Application Support/TarvoAI" || exit 1
+const Arguments agesBatches{"/bin/sh", "-c", R"(cd "$HOME/Library/Application Support/TarvoAI" || exit 1
 old=$(date -d '10 days ago' +%Y%m%d-%H%M%S)
 for batch in Apartado/*; do
     mv "$batch" "Apartado/$old" && sed -i "s/${batch#*/}/$old/g" historial.jsonl || exit 1
@@ -49,10 +49,10 @@ done)"};
 
 /// Leaves what a cleanup leaves that dies between two items: an intent, and items that no line of the log
 /// names.
-const Words diesHalfway{"/bin/sh", "-c", R"(strace -f -qq -o /dev/null -e trace=renameat2 \
+const Arguments diesHalfway{"/bin/sh", "-c", R"(strace -f -qq -o /dev/null -e trace=renameat2 \
     -e inject=renameat2:signal=KILL:when=3 "$0" clean --plan "$1" --yes --home "$HOME"
 test -s "$HOME/Library/Application Support/TarvoAI/apartado.jsonl")",
-                        "@tarvo", "@plan"};
+                            "@tarvo", "@plan"};
 
 bool isStored(const std::string& home) {
     return testing::contentOf(home + "/.config/TarvoAI/preferencias.json").find("\"avisoGB\": 7") !=
@@ -71,11 +71,11 @@ bool isEmptied(const std::string& home) {
 const std::string agentSettings = "{\n  \"size\": 1.0,\n  \"mcpServers\": {\n    \"other\": {}\n  }\n}\n";
 
 /// Settings of an agent's, behind a link.
-const Words hasAgentSettings{"/bin/sh", "-c",
-                             R"(folder="$HOME/Library/Application Support/Claude"
+const Arguments hasAgentSettings{"/bin/sh", "-c",
+                                 R"(folder="$HOME/Library/Application Support/Claude"
 mkdir -p "$folder" && cd "$folder" || exit 1
 ln -s real.json claude_desktop_config.json && printf '%s' "$0" >real.json && chmod 640 real.json)",
-                             agentSettings};
+                                 agentSettings};
 
 bool isLinked(const std::string& home) {
     const std::string text = testing::contentOf(home + "/Library/Application Support/Claude/real.json");
@@ -110,7 +110,7 @@ std::string archiveProblem(const std::string& home) {
 
 } // namespace
 
-lumo::CleanupAction review(std::string id, Words items) {
+lumo::CleanupAction review(std::string id, Arguments items) {
     return {.id = std::move(id),
             .title = "Own files",
             .safety = lumo::Safety::review,
@@ -119,7 +119,7 @@ lumo::CleanupAction review(std::string id, Words items) {
             .measuredPaths = items};
 }
 
-lumo::CleanupAction safe(std::string id, Words items) {
+lumo::CleanupAction safe(std::string id, Arguments items) {
     lumo::CleanupAction action = review(std::move(id), std::move(items));
     action.safety = lumo::Safety::safe;
     return action;
@@ -163,7 +163,7 @@ void furnish(const testing::TempHome& slot) {
 }
 
 lumo::CleanupAction placedIn(const std::string& home, lumo::CleanupAction action) {
-    const auto place = [&](Words& paths) {
+    const auto place = [&](Arguments& paths) {
         for (std::string& path : paths) {
             path = home + "/" + path;
         }

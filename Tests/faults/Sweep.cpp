@@ -121,11 +121,11 @@ bool isKill(const Attempt& attempt) {
     return attempt.injection.empty() || attempt.injection.find("signal=KILL") != std::string::npos;
 }
 
-Words tracerFor(const Attempt& attempt, const std::string& traceFile) {
+Arguments tracerFor(const Attempt& attempt, const std::string& traceFile) {
     if (attempt.injection.empty()) {
         return {};
     }
-    Words words{"strace", "-f", "-qq", "-o", traceFile};
+    Arguments words{"strace", "-f", "-qq", "-o", traceFile};
     if (!isKill(attempt)) {
         words.emplace_back("--seccomp-bpf"); // Several times as fast, and deaf to signals.
     }

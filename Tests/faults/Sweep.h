@@ -25,7 +25,7 @@ struct Figures {
     std::size_t points = 0;
     std::size_t hits = 0;                     ///< Points at which the disturbance met the run.
     std::array<std::size_t, 5> findings = {}; ///< By `Fault`.
-    Words texts = {};
+    Arguments texts = {};
 
     Figures& operator+=(const Figures& other);
 };

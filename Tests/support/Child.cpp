@@ -18,7 +18,7 @@ namespace tarvo::testing {
 
 namespace {
 
-std::vector<char*> pointersOf(Words& words) {
+std::vector<char*> pointersOf(Arguments& words) {
     std::vector<char*> pointers;
     for (std::string& word : words) {
         pointers.push_back(word.data());
@@ -37,8 +37,8 @@ std::string contentOf(int descriptor) {
     return content;
 }
 
-Words wordsOf(const std::string& program, const Words& arguments) {
-    Words words{program};
+Arguments wordsOf(const std::string& program, const Arguments& arguments) {
+    Arguments words{program};
     words.insert(words.end(), arguments.begin(), arguments.end());
     return words;
 }
@@ -52,7 +52,7 @@ void setEnd(Ran& ran, pid_t process) {
 
 } // namespace
 
-Child::Child(const Words& words, const Words& environment)
+Child::Child(const Arguments& words, const Arguments& environment)
     : output_(memfd_create("output", MFD_CLOEXEC)), error_(memfd_create("error", MFD_CLOEXEC)) {
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
@@ -62,8 +62,8 @@ Child::Child(const Words& words, const Words& environment)
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
-    Words all = words;
-    Words variables = environment;
+    Arguments all = words;
+    Arguments variables = environment;
     if (posix_spawnp(&process_, all.front().c_str(), &actions, &attributes, pointersOf(all).data(),
                      pointersOf(variables).data()) != 0) {
         process_ = -1;
@@ -104,17 +104,17 @@ Ran Child::wait(std::chrono::microseconds limit) {
     return ran;
 }
 
-Ran runProgram(const std::string& program, const Words& arguments, const Words& environment) {
+Ran runProgram(const std::string& program, const Arguments& arguments, const Arguments& environment) {
     return Child(wordsOf(program, arguments), environment).wait(std::chrono::minutes(10));
 }
 
-Ran runOnTerminal(const std::string& program, const Words& arguments, const Words& environment,
+Ran runOnTerminal(const std::string& program, const Arguments& arguments, const Arguments& environment,
                   std::string_view typed) {
     int terminal = -1;
     const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
     if (child == 0) {
-        Words words = wordsOf(program, arguments);
-        Words variables = environment;
+        Arguments words = wordsOf(program, arguments);
+        Arguments variables = environment;
         execve(program.c_str(), pointersOf(words).data(), pointersOf(variables).data());
         _exit(127);
     }

@@ -9,7 +9,7 @@
 
 namespace tarvo::testing {
 
-using Words = std::vector<std::string>;
+using Arguments = std::vector<std::string>;
 
 /// How a program ended, and what it said.
 struct Ran {
@@ -27,7 +27,7 @@ inline constexpr std::chrono::microseconds hangLimit = std::chrono::seconds(20);
 class Child final {
   public:
     /// The first word is looked up in the search path; a program that is not there ends with 127.
-    Child(const Words& words, const Words& environment);
+    Child(const Arguments& words, const Arguments& environment);
     ~Child();
     Child(const Child&) = delete;
     Child& operator=(const Child&) = delete;
@@ -43,11 +43,11 @@ class Child final {
 };
 
 /// Runs the program with those arguments and only the given environment ("NAME=value").
-Ran runProgram(const std::string& program, const Words& arguments, const Words& environment = {});
+Ran runProgram(const std::string& program, const Arguments& arguments, const Arguments& environment = {});
 
 /// Runs the program on a terminal of its own and types the text. Everything it shows, and the text, is in
 /// `output`.
-Ran runOnTerminal(const std::string& program, const Words& arguments, const Words& environment,
+Ran runOnTerminal(const std::string& program, const Arguments& arguments, const Arguments& environment,
                   std::string_view typed);
 
 /// The built command.

@@ -164,7 +164,7 @@ std::string contentOf(const std::string& path) {
     return std::move(text).str();
 }
 
-Words wordsIn(std::string_view text) {
+Arguments wordsIn(std::string_view text) {
     std::istringstream words{std::string(text)};
     return {std::istream_iterator<std::string>(words), {}};
 }

@@ -74,6 +74,6 @@ std::vector<Value> eachOf(const Records& records, Value Record::* member) {
 }
 
 /// The words of a text, which blanks and line feeds separate: a table of samples.
-Words wordsIn(std::string_view text);
+Arguments wordsIn(std::string_view text);
 
 } // namespace tarvo::testing

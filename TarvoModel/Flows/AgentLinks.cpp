@@ -1,0 +1,281 @@
+#include "TarvoModel/Flows/AgentLinks.h"
+
+#include "LumoCore/Basics/JsonEdit.h"
+#include "LumoCore/Basics/Reason.h"
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
+#include "LumoCore/Cleanup/ApplicationFolders.h"
+#include "LumoCore/Cleanup/ToolOutput.h"
+#include "Platform/Environment.h"
+#include "Platform/Folder.h"
+#include "Platform/ForeignFile.h"
+#include "Platform/StateFile.h"
+#include "Platform/ToolCommand.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace tarvo::AgentLinks {
+
+using lumo::JsonValue;
+using lumo::Words;
+namespace JsonEdit = lumo::JsonEdit;
+namespace platform = lumo::platform;
+
+namespace {
+
+constexpr std::array<std::string_view, 2> serverPath{"mcpServers", serverName};
+
+JsonValue serverEntry() {
+    return {JsonValue::Object{{"command", {serverExecutable()}},
+                              {"args", {JsonValue::Array{{std::string("mcp")}}}}}};
+}
+
+/// Whether the text of a value means the entry, whatever the order and the blanks in it.
+bool meansServerEntry(const std::string& valueText) {
+    const auto value = lumo::parseJson(valueText);
+    const auto* object = value ? std::get_if<JsonValue::Object>(&value->value) : nullptr;
+    const JsonValue entry = serverEntry();
+    return object != nullptr && object->size() == std::get<JsonValue::Object>(entry.value).size() &&
+           std::ranges::all_of(std::get<JsonValue::Object>(entry.value),
+                               [&](const JsonValue::Member& wanted) {
+                                   const JsonValue* member = value->find(wanted.name);
+                                   return member != nullptr && *member == wanted.value;
+                               });
+}
+
+LinkState stateIn(const std::string& settings) {
+    const auto bytes = platform::readWhole(settings, lumo::mostJsonBytes);
+    if (!bytes) {
+        return bytes.error().isMissing() ? LinkState::notLinked : LinkState::unreadable;
+    }
+    // Half of the way is no server: only an object can have one under its name.
+    const auto value = JsonEdit::valueAt(*bytes, serverPath);
+    if (!value) {
+        return LinkState::malformed;
+    }
+    return *value ? LinkState::linked : LinkState::notLinked;
+}
+
+std::unexpected<LinkError> failed(const Words& words) {
+    return std::unexpected(LinkError{words.in()});
+}
+
+/// Runs a tool that is ended when a stop is requested or the time is over.
+platform::ToolRun runInTime(const std::vector<std::string>& words, const std::string& home,
+                            const std::stop_token& stop, std::chrono::milliseconds patience) {
+    std::stop_source ending;
+    const std::stop_callback stopped(stop, [&] { ending.request_stop(); });
+    const std::jthread timer([&](const std::stop_token& isOver) {
+        std::mutex mutex;
+        std::unique_lock lock(mutex);
+        std::condition_variable_any over;
+        over.wait_for(lock, isOver, patience, [] { return false; });
+        if (!isOver.stop_requested()) {
+            ending.request_stop();
+        }
+    });
+    return platform::runTool(words, home, ending.get_token());
+}
+
+/// What a tool that failed said; the end of it when it said a lot.
+std::string said(const platform::ToolRun& ran) {
+    constexpr std::size_t most = 4000;
+    const std::size_t last = ran.output.find_last_not_of(" \t\r\n");
+    if (last == std::string::npos) {
+        return "Claude Code: " + lumo::failureDetail("", ran.status);
+    }
+    std::string words = ran.output.substr(0, last + 1);
+    if (words.size() <= most) {
+        return words;
+    }
+    const std::size_t line = words.find('\n', words.size() - most);
+    return "…" + words.substr(line == std::string::npos ? words.size() - most : line);
+}
+
+/// Runs Claude Code with these arguments; absent when all went well.
+std::optional<LinkError> runClaudeCode(const std::string& binary, const std::vector<std::string>& arguments,
+                                       const std::string& home, const std::stop_token& stop,
+                                       std::chrono::milliseconds patience) {
+    // It finds its settings by the home folder of its environment, which need not be the one meant here.
+    std::vector<std::string> words{"/usr/bin/env", "HOME=" + home, binary};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    const platform::ToolRun ran = runInTime(words, home, stop, patience);
+    // What the launcher answers when there is nothing to start, or it may not be started.
+    constexpr int notStartable = 126;
+    constexpr int notFound = 127;
+    if (ran.wasEndedByUs) {
+        return LinkError{std::string(stop.stop_requested()
+                                         ? Words{"Interrumpido: Claude Code no ha acabado.",
+                                                 "Interrupted: Claude Code had not finished."}
+                                               .in()
+                                         : Words{"Claude Code no responde: lo he parado. Vuelve a probar.",
+                                                 "Claude Code doesn't respond: it was stopped. Try again."}
+                                               .in())};
+    }
+    if (ran.status == notStartable || ran.status == notFound) {
+        return LinkError{Words{"No se pudo abrir Claude Code.", "Couldn't open Claude Code."}.in()};
+    }
+    return ran.status == 0 ? std::nullopt : std::optional(LinkError{said(ran)});
+}
+
+/// The settings as they are to be; a failure says why they stay as they are.
+std::expected<std::string, LinkError> edited(const std::optional<std::string>& present, bool on) {
+    std::string before = present.value_or("{}");
+    JsonEdit::Edited<std::string> after = on ? JsonEdit::withValue(before, serverPath, serverEntry())
+                                             : JsonEdit::withoutValue(before, serverPath);
+    if (!after && after.error() == JsonEdit::Problem::ambiguous) {
+        return failed({"La configuración de Claude Desktop tiene la misma clave dos veces: no la toco.",
+                       "Claude Desktop's config has the same key twice: I won't touch it."});
+    }
+    if (!after) {
+        return failed({"La configuración de Claude Desktop no es JSON válido: no la toco.",
+                       "Claude Desktop's config isn't valid JSON: I won't touch it."});
+    }
+    const auto value = JsonEdit::valueAt(before, serverPath);
+    if (on && value && *value && meansServerEntry(**value)) {
+        return before; // However it is laid out.
+    }
+    return present ? std::move(*after) : *after + "\n";
+}
+
+} // namespace
+
+std::string serverExecutable() {
+    constexpr std::string_view inBundle = "/Contents/MacOS";
+    const std::string folder = platform::programFolder();
+    if (folder.ends_with(".app" + std::string(inBundle))) {
+        return folder + "/tarvo";
+    }
+    const std::string usual = "/Applications/Tarvo AI.app" + std::string(inBundle) + "/tarvo";
+    const std::string beside = platform::isProgram(usual) ? "" : platform::commandBesideProgram();
+    return beside.empty() ? usual : beside;
+}
+
+std::string claudeCodeSettings(const std::string& home) {
+    return home + "/.claude.json";
+}
+
+std::string claudeDesktopSettings(const std::string& home) {
+    return lumo::ApplicationFolders::claudeDesktopSettings(home);
+}
+
+LinkState stateInClaudeCode(const std::string& home) {
+    return stateIn(claudeCodeSettings(home));
+}
+
+LinkState stateInClaudeDesktop(const std::string& home) {
+    return stateIn(claudeDesktopSettings(home));
+}
+
+bool isInClaudeCode(const std::string& home) {
+    return stateInClaudeCode(home) == LinkState::linked;
+}
+
+bool isInClaudeDesktop(const std::string& home) {
+    return stateInClaudeDesktop(home) == LinkState::linked;
+}
+
+std::optional<std::string> claudeCodeBinary(const std::string& home) {
+    for (const std::string& path : {home + "/.local/bin/claude", std::string("/opt/homebrew/bin/claude"),
+                                    std::string("/usr/local/bin/claude")}) {
+        if (platform::isProgram(path)) {
+            return path;
+        }
+    }
+    const std::string folder = home + "/Library/Application Support/Claude/claude-code";
+    std::vector<std::string> versions = platform::namesIn(folder);
+    std::erase_if(versions, [](const std::string& name) { return name[0] < '0' || name[0] > '9'; });
+    std::ranges::sort(versions, [](const std::string& left, const std::string& right) {
+        return lumo::comesBeforeNumerically(right, left);
+    });
+    for (const std::string& version : versions) {
+        std::string path = folder + "/" + version + "/claude.app/Contents/MacOS/claude";
+        if (platform::isProgram(path)) {
+            return path;
+        }
+    }
+    return std::nullopt;
+}
+
+LinkResult connectClaudeCode(const std::string& home, const std::stop_token& stop,
+                             std::chrono::milliseconds patience) {
+    const std::optional<std::string> binary = claudeCodeBinary(home);
+    if (!binary) {
+        return failed(
+            {"No encuentro Claude Code en este Mac. Instálalo (o abre la app de Claude una vez) y "
+             "vuelve a probar.",
+             "I can't find Claude Code on this Mac. Install it (or open the Claude app once) and try "
+             "again."});
+    }
+    if (!isInClaudeCode(home)) {
+        const std::vector<std::string> arguments{
+            "mcp", "add", "--scope", "user", std::string(serverName), "--", serverExecutable(), "mcp"};
+        if (auto problem = runClaudeCode(*binary, arguments, home, stop, patience)) {
+            return std::unexpected(std::move(*problem));
+        }
+    }
+    return Words{"Conectado. Abre una sesión nueva y pregunta «¿qué ocupa espacio en mi Mac?».",
+                 "Connected. Start a new session and ask “what's taking up space on my Mac?”."}
+        .in();
+}
+
+LinkResult disconnectClaudeCode(const std::string& home, const std::stop_token& stop,
+                                std::chrono::milliseconds patience) {
+    const std::optional<std::string> binary = claudeCodeBinary(home);
+    if (!binary) {
+        return failed({"No encuentro Claude Code.", "I can't find Claude Code."});
+    }
+    const std::vector<std::string> arguments{"mcp", "remove", "--scope", "user", std::string(serverName)};
+    if (auto problem = runClaudeCode(*binary, arguments, home, stop, patience)) {
+        return std::unexpected(std::move(*problem));
+    }
+    return Words{"Desconectado.", "Disconnected."}.in();
+}
+
+LinkResult setInClaudeDesktop(const std::string& home, bool on) {
+    std::optional<LinkError> refused;
+    const auto edit = [&](const std::optional<std::string>& present) -> std::optional<std::string> {
+        auto wanted = edited(present, on);
+        refused = wanted ? std::nullopt : std::optional(wanted.error());
+        const bool isNothingNew = wanted && !present && !on;
+        return wanted && !isNothingNew ? std::optional(std::move(*wanted)) : std::nullopt;
+    };
+    const auto written = platform::rewriteForeign(claudeDesktopSettings(home),
+                                                  lumo::ApplicationFolders::claudeDesktopBackup(home),
+                                                  lumo::mostJsonBytes, edit);
+    if (!written) {
+        return std::unexpected(LinkError{
+            Words{"No he podido cambiar la configuración de Claude Desktop ({}): {}.",
+                  "Claude Desktop's config ({}) couldn't be changed: {}."}
+                .with(lumo::printable(claudeDesktopSettings(home)), lumo::reasonText(written.error()))});
+    }
+    if (refused) {
+        return std::unexpected(std::move(*refused));
+    }
+    if (!on) {
+        return Words{"Desconectado. Cierra y vuelve a abrir Claude para que lo note.",
+                     "Disconnected. Quit and reopen Claude for it to notice."}
+            .in();
+    }
+    return Words{"Conectado. Cierra y vuelve a abrir Claude para verlo.",
+                 "Connected. Quit and reopen Claude to see it."}
+        .in();
+}
+
+std::string codexCommand() {
+    return fmt::format("codex mcp add {} -- \"{}\" mcp", serverName, serverExecutable());
+}
+
+std::string jsonSnippet() {
+    const JsonValue servers{JsonValue::Object{{std::string(serverName), serverEntry()}}};
+    return lumo::dumpJson({JsonValue::Object{{"mcpServers", servers}}}, lumo::JsonLayout::spaced);
+}
+
+} // namespace tarvo::AgentLinks

@@ -1,0 +1,29 @@
+#include "TarvoModel/Flows/ModelChoice.h"
+
+#include "LumoAI/LocalModel.h"
+#include "LumoAI/NoModel.h"
+
+namespace tarvo {
+
+namespace {
+
+std::optional<lumo::LocalModelPlace> chosenPlace(const Preferences& preferences) {
+    const auto value = preferences.value(*preferenceKey("modeloLocal"));
+    const auto* written = value ? std::get_if<std::string>(&value->value) : nullptr;
+    return written != nullptr ? lumo::LocalModelPlace::parse(*written) : std::nullopt;
+}
+
+} // namespace
+
+bool isModelChosen(const Preferences& preferences) {
+    return chosenPlace(preferences).has_value();
+}
+
+std::unique_ptr<lumo::LanguageModel> chosenModel(const Preferences& preferences) {
+    if (auto place = chosenPlace(preferences)) {
+        return std::make_unique<lumo::LocalModel>(std::move(*place));
+    }
+    return std::make_unique<lumo::NoModel>();
+}
+
+} // namespace tarvo

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "LumoCore/History/GrowthTracker.h"
+#include "LumoCore/Scanning/Scanner.h"
+#include "TarvoModel/Flows/HomeChanges.h"
+#include "TarvoModel/Flows/ScanPass.h"
+#include "TarvoModel/Showing/Rows.h"
+#include "TarvoModel/Showing/Selection.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <set>
+#include <stop_token>
+#include <string>
+#include <vector>
+
+namespace tarvo {
+
+/// All that a window shows of one pass, made ready where the pass ran: whoever shows it only takes it over.
+struct ScanResult {
+    std::shared_ptr<const lumo::ScanReport> report; ///< Never null; shared with later work on it.
+    std::vector<lumo::PlanEntry> entries;
+    std::vector<Row> rows;
+    Selection defaults;                 ///< What the plan ticks by itself.
+    std::int64_t recoverable = 0;       ///< See `CleanupPlanner::safeRecoverableBytes`.
+    std::string summary;                ///< The template's.
+    std::optional<lumo::Growth> growth; ///< Only of a full pass; the one before stays otherwise.
+    HeldState held;
+    std::optional<std::string> heldProblem; ///< Why it is not known what is set aside.
+};
+
+/// What becomes of a full pass's snapshot.
+enum class Snapshot { stored, dropped };
+
+/// How a pass is made.
+struct PassRequest {
+    ScanPass pass = ScanPass::quick;
+    HomeDesk desk;
+    std::string applicationPath; ///< Of the running program; see `windowOptions`.
+    Snapshot snapshot = Snapshot::stored;
+    /// What a quick pass is complemented with: the last full report, and the ids of what was cleaned since.
+    std::shared_ptr<const lumo::ScanReport> full;
+    std::set<std::string> cleaned;
+    lumo::ScanProgress* progress = nullptr;
+    std::stop_token stop;
+};
+
+/// Scans and plans. Absent only when a stop was requested. A snapshot is compared with the older ones before
+/// it joins them.
+std::optional<ScanResult> scanResult(const PassRequest& request);
+
+/// The same from a report and a plan that are there already.
+ScanResult resultFrom(lumo::ScanReport report, std::vector<lumo::PlanEntry> entries, lumo::Date now);
+
+} // namespace tarvo

@@ -1,0 +1,85 @@
+#include "TarvoModel/Flows/WeeklyCleanup.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Words.h"
+#include "TarvoModel/Flows/CleanupPlanning.h"
+
+namespace tarvo::WeeklyCleanup {
+
+using lumo::Language;
+
+namespace {
+
+template <class Value>
+std::optional<Value> stored(const Preferences& preferences, std::string_view key) {
+    const std::optional<lumo::JsonValue> value = preferences.value(*preferenceKey(key));
+    const auto decoded = value ? lumo::decode<Value>(*value) : lumo::failure("absent");
+    return decoded ? std::optional(*decoded) : std::nullopt;
+}
+
+bool isTimeOver(const std::optional<lumo::Date>& last, lumo::Date now) {
+    return !last || now - *last >= interval;
+}
+
+} // namespace
+
+Record storedRecord(const Preferences& preferences) {
+    return {.last = stored<lumo::Date>(preferences, dateKey),
+            .bytes = stored<std::int64_t>(preferences, bytesKey)};
+}
+
+bool isDue(const Situation& situation) {
+    return situation.isOn && situation.mode.isForReal() && isIdle(situation.phase) && situation.hasReport &&
+           isTimeOver(situation.last, situation.now);
+}
+
+std::vector<lumo::CleanupAction> actions(const std::vector<lumo::PlanEntry>& entries) {
+    if (lumo::CleanupPlanner::safeRecoverableBytes(entries) < smallestGain) {
+        return {};
+    }
+    std::vector<lumo::CleanupAction> actions = lumo::CleanupPlanner::actionsOf(entries);
+    std::erase_if(actions,
+                  [](const lumo::CleanupAction& action) { return action.safety != lumo::Safety::safe; });
+    return actions;
+}
+
+std::optional<std::string> notice(std::int64_t freed, Language language) {
+    if (freed <= 0) {
+        return std::nullopt;
+    }
+    return lumo::Words{"Limpieza semanal: liberados ", "Weekly cleanup: freed "}.in(language) +
+           lumo::ByteFormat::string(freed, language);
+}
+
+std::optional<Notification> notification(std::int64_t freed, Language language) {
+    if (freed <= 0) {
+        return std::nullopt;
+    }
+    return Notification{
+        .id = "limpieza-semanal",
+        .title = lumo::Words{"Limpieza semanal: ", "Weekly cleanup: "}.in(language) +
+                 lumo::ByteFormat::string(freed, language) + lumo::Words{" liberados", " freed"}.in(language),
+        .body = lumo::Words{"Solo cachés y archivos que se regeneran solos. Tus archivos no se han tocado.",
+                            "Only caches and files that recreate themselves. Your files weren't touched."}
+                    .in(language)};
+}
+
+std::optional<std::string> autoCleanStatus(bool isOn, const Record& record, lumo::Date now,
+                                           Language language) {
+    if (!isOn) {
+        return std::nullopt;
+    }
+    std::string status = lumo::Words{"Limpieza semanal: ", "Weekly cleanup: "}.in(language);
+    status += isTimeOver(record.last, now) ? lumo::Words{"hoy", "today"}.in(language)
+                                           : lumo::dayText(*record.last + interval, language);
+    if (record.last && record.bytes) {
+        status +=
+            *record.bytes == 0
+                ? lumo::Words{" · la última no encontró nada", " · the last one found nothing"}.in(language)
+                : lumo::Words{" · la última liberó ", " · the last one freed "}.in(language) +
+                      lumo::ByteFormat::string(*record.bytes, language);
+    }
+    return status;
+}
+
+} // namespace tarvo::WeeklyCleanup

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "LumoCore/Basics/Date.h"
+#include "LumoCore/Basics/Language.h"
+#include "LumoCore/Cleanup/CleanupPlanner.h"
+#include "TarvoModel/Flows/Preferences.h"
+#include "TarvoModel/Showing/Notification.h"
+#include "TarvoModel/Showing/Phase.h"
+#include "TarvoModel/Showing/RunMode.h"
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The cleanup that runs by itself once a week when the user wants it, and takes only what recreates itself.
+namespace tarvo::WeeklyCleanup {
+
+inline constexpr std::chrono::seconds interval{604800};
+
+/// Less than this together is not worth running for.
+inline constexpr std::int64_t smallestGain = 200000000;
+
+/// Where the preferences keep a run's beginning, which is stored before anything is cleaned so that a run
+/// that ends badly is not repeated every minute, and what it freed.
+inline constexpr std::string_view dateKey = "ultimaLimpiezaSemanal";
+inline constexpr std::string_view bytesKey = "ultimaLimpiezaSemanalBytes";
+
+/// What is stored of the last run.
+struct Record {
+    std::optional<lumo::Date> last;    ///< When it began.
+    std::optional<std::int64_t> bytes; ///< What it freed; 0 when there was too little to do.
+
+    friend bool operator==(const Record&, const Record&) = default;
+};
+
+Record storedRecord(const Preferences& preferences);
+
+/// What decides whether it runs.
+struct Situation {
+    bool isOn = false;
+    RunMode mode;
+    Phase phase;
+    bool hasReport = false;
+    std::optional<lumo::Date> last;
+    lumo::Date now;
+};
+
+/// True when it is to run now.
+bool isDue(const Situation& situation);
+
+/// What of a fresh plan it carries out: the safe entries that nothing holds back. None when they add up to
+/// too little, and then 0 is stored as what it freed.
+std::vector<lumo::CleanupAction> actions(const std::vector<lumo::PlanEntry>& entries);
+
+/// What the user is told afterwards in the window and by the desktop; absent when nothing was freed.
+std::optional<std::string> notice(std::int64_t freed, lumo::Language language = lumo::currentLanguage());
+std::optional<Notification> notification(std::int64_t freed,
+                                         lumo::Language language = lumo::currentLanguage());
+
+/// The line in the settings: when it runs next and what the last run freed; absent while it is off.
+std::optional<std::string> autoCleanStatus(bool isOn, const Record& record, lumo::Date now,
+                                           lumo::Language language = lumo::currentLanguage());
+
+} // namespace tarvo::WeeklyCleanup

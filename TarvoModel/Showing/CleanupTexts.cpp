@@ -1,0 +1,209 @@
+#include "TarvoModel/Showing/CleanupTexts.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/CheckedSum.h"
+#include "LumoCore/Basics/Reason.h"
+#include "LumoCore/Basics/Words.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace tarvo {
+
+using lumo::Language;
+using lumo::Words;
+using lumo::ByteFormat::string;
+
+namespace {
+
+std::string days() {
+    return std::to_string(lumo::Holding::retentionDays);
+}
+
+} // namespace
+
+CleanupShares sharesOf(const std::vector<lumo::CleanupAction>& actions) {
+    CleanupShares shares;
+    for (const lumo::CleanupAction& action : actions) {
+        shares.total = lumo::checkedSum(shares.total, action.estimatedBytes);
+        // What recreates itself is deleted right away, whoever does it; evicted files stay in the cloud.
+        if (action.safety == lumo::Safety::safe ||
+            std::holds_alternative<lumo::method::EvictFromICloud>(action.method)) {
+            continue;
+        }
+        std::int64_t& share =
+            std::holds_alternative<lumo::method::Command>(action.method) ? shares.tool : shares.trash;
+        share = lumo::checkedSum(share, action.estimatedBytes);
+    }
+    return shares;
+}
+
+std::string confirmationMessage(const CleanupShares& shares, Language language) {
+    if (shares.trash == 0 && shares.tool == 0) {
+        return Words{
+            "Todo lo marcado se regenera solo: se borra ya y el espacio queda libre al momento.",
+            "Everything selected recreates itself: it's deleted right away and the space is freed instantly."}
+            .in(language);
+    }
+    std::string message =
+        Words{"Lo que se regenera solo se borra ya.", "What recreates itself is deleted right away."}.in(
+            language);
+    if (shares.tool > 0) {
+        message +=
+            " " + string(shares.tool, language) +
+            Words{" los borra su propia herramienta (Docker, Ollama…): se liberan ya y no se pueden "
+                  "deshacer.",
+                  " is deleted by its own tool (Docker, Ollama…): freed right away and can't be undone."}
+                .in(language);
+    }
+    if (shares.trash > 0) {
+        message +=
+            " " + string(shares.trash, language) +
+            Words{" de lo tuyo se apartan ", " of your files go to Recently Cleaned for "}.in(language) +
+            days() +
+            Words{" días: se pueden recuperar hasta entonces.", " days: you can restore them until then."}.in(
+                language);
+    }
+    return message;
+}
+
+CleanupSums sumsOf(const std::vector<lumo::CleanupOutcome>& outcomes) {
+    CleanupSums sums;
+    for (const lumo::CleanupOutcome& outcome : outcomes) {
+        sums.freed = lumo::checkedSum(sums.freed, outcome.freedBytes);
+        sums.trashed = lumo::checkedSum(sums.trashed, outcome.trashedBytes);
+    }
+    return sums;
+}
+
+std::string cleanupDone(const CleanupSums& sums, Language language) {
+    return Words{"Limpieza hecha: ", "Cleanup done: "}.in(language) + string(sums.freed, language) +
+           Words{" liberados y ", " freed and "}.in(language) + string(sums.trashed, language) +
+           Words{" apartados (se borran solos en ", " in Recently Cleaned (deleted automatically in "}.in(
+               language) +
+           days() + Words{" días)", " days)"}.in(language);
+}
+
+std::string failedText(std::size_t count, std::string_view first, Language language) {
+    return count == 1
+               ? fmt::format("{} {}", Words{"No se pudo limpiar", "Couldn't clean"}.in(language), first)
+               : Words{"{} cosas no se pudieron limpiar. La primera: {}",
+                       "{} items couldn't be cleaned. The first: {}"}
+                     .in(language, count, first);
+}
+
+std::string unreadableHistoryText(const lumo::platform::SystemError& error, Language language) {
+    return Words{"no puedo leer el historial de limpiezas ({}): comprueba sus permisos",
+                 "cannot read the cleanup history ({}): check its permissions"}
+        .in(language, lumo::reasonText(error, language));
+}
+
+std::string unreadableHoldingText(const lumo::platform::SystemError& error, Language language) {
+    return Words{"no puedo mirar lo apartado ({}): comprueba los permisos de su carpeta",
+                 "cannot look into Recently Cleaned ({}): check the permissions of its folder"}
+        .in(language, lumo::reasonText(error, language));
+}
+
+std::string restoredText(const lumo::TrashOperationResult& result, Language language) {
+    std::string restored = Words{"Recuperados ", "Restored "}.in(language) + std::to_string(result.done) +
+                           Words{" elementos de lo apartado", " items from Recently Cleaned"}.in(language);
+    if (!result.failures.empty()) {
+        restored += " · " + std::to_string(result.failures.size()) +
+                    Words{" no se pudieron recuperar: ", " couldn't be restored: "}.in(language) +
+                    result.failures.front();
+    }
+    return restored;
+}
+
+std::string emptyQuestion(Language language) {
+    return Words{"¿Vaciar lo apartado ahora?", "Empty Recently Cleaned now?"}.in(language);
+}
+
+std::string emptyExplanation(Language language) {
+    return Words{"Solo se borra lo que apartaron tus limpiezas. No se podrá deshacer.",
+                 "Only what your cleanups set aside is deleted. This can't be undone."}
+        .in(language);
+}
+
+std::string emptiedText(const lumo::Holding::Emptied& emptied, Language language) {
+    if (!emptied.failures.empty()) {
+        return Words{"Vaciado con ", "Emptied with "}.in(language) + std::to_string(emptied.failures.size()) +
+               Words{" errores: ", " errors: "}.in(language) + emptied.failures.front();
+    }
+    return Words{"Liberados ", "Freed "}.in(language) + string(emptied.freed, language) +
+           Words{": lo apartado se ha borrado", ": Recently Cleaned was emptied"}.in(language);
+}
+
+std::string deletePermanentlyTitle(Language language) {
+    return Words{"Borrar definitivamente", "Delete Permanently"}.in(language);
+}
+
+std::string requestCleanHelp(Language language) {
+    return Words{"Limpiar lo marcado (⌘⌫). Siempre te pide confirmación.",
+                 "Clean what's selected (⌘⌫). It always asks you to confirm."}
+        .in(language);
+}
+
+std::string cleanHelp(const CleanupShares& shares, Language language) {
+    // A tool's deletions come first: they are what nobody can take back.
+    if (shares.tool > 0) {
+        return Words{"Se libera al momento; lo de Docker u Ollama no se puede deshacer",
+                     "Freed right away; Docker and Ollama items can't be undone"}
+            .in(language);
+    }
+    if (shares.trash > 0) {
+        return requestCleanHelp(language);
+    }
+    return Words{"Se libera al momento: todo lo marcado se regenera solo",
+                 "Freed right away: everything selected recreates itself"}
+        .in(language);
+}
+
+std::string cleanTitle(const CleanupShares& shares, Language language) {
+    return Words{"Limpiar ", "Clean "}.in(language) + string(shares.total, language);
+}
+
+HeldTotals totalsOf(const std::vector<lumo::Holding::Batch>& batches) {
+    HeldTotals totals;
+    for (const lumo::Holding::Batch& batch : batches) {
+        totals.bytes = lumo::checkedSum(totals.bytes, batch.bytes);
+        totals.expiry = std::min(totals.expiry.value_or(batch.expires()), batch.expires());
+    }
+    return totals;
+}
+
+std::string heldTitle(const HeldTotals& held, Language language) {
+    return string(held.bytes, language) + Words{" apartados", " in Recently Cleaned"}.in(language);
+}
+
+std::string heldText(lumo::Date expiry, Language language) {
+    return Words{"Se borran solos el ", "Deleted automatically on "}.in(language) +
+           lumo::dayText(expiry, language) +
+           Words{". Hasta entonces puedes deshacer, o vaciarlo ya para liberar el espacio.",
+                 ". Until then you can undo, or empty it now to free the space."}
+               .in(language);
+}
+
+std::string undoHelp(Language language) {
+    return Words{"Devuelve a su sitio lo que apartó la última limpieza",
+                 "Puts back what the last cleanup set aside"}
+        .in(language);
+}
+
+std::string emptyNowTitle(Language language) {
+    return Words{"Vaciar ahora…", "Empty Now…"}.in(language);
+}
+
+std::string emptyBannerQuestion(const HeldTotals& held, Language language) {
+    return Words{"¿Borrar definitivamente ", "Permanently delete "}.in(language) +
+           string(held.bytes, language) + Words{" de lo apartado?", " from Recently Cleaned?"}.in(language);
+}
+
+std::string purgedText(std::int64_t bytes, Language language) {
+    return Words{"Se ha borrado lo apartado hace más de ", "Items cleaned more than "}.in(language) + days() +
+           Words{" días: ", " days ago were deleted: "}.in(language) + string(bytes, language) +
+           Words{" liberados", " freed"}.in(language);
+}
+
+} // namespace tarvo

@@ -1,0 +1,181 @@
+#include "LumoCore/Basics/LargestFirst.h"
+#include "LumoCore/Basics/Path.h"
+#include "LumoCore/Rules/Rule.h"
+#include "TarvoModel/Showing/DemoDisk.h"
+#include "TarvoModel/Showing/DemoTables.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <iterator>
+#include <numeric>
+#include <optional>
+#include <utility>
+
+namespace tarvo::DemoDisk {
+
+using lumo::FolderContents::Item;
+using lumo::FolderContents::Listing;
+
+namespace {
+
+/// A place of the made-up disk, and what is in it.
+struct Spot {
+    std::string path;
+    std::int64_t bytes = 0;
+    std::span<const PartRow> parts = {}; ///< None for a file.
+};
+
+std::span<const PartRow> partsOf(std::string_view key) {
+    const auto row = std::ranges::find(folderRows(), key, &FolderRow::of);
+    return row == folderRows().end() ? std::span<const PartRow>() : std::span(row->parts);
+}
+
+bool isFileName(std::string_view path) {
+    static constexpr auto endings =
+        std::to_array<std::string_view>({".dmg", ".iso", ".mov", ".png", ".raw", ".xip"});
+    return std::ranges::any_of(endings, [&](std::string_view ending) { return path.ends_with(ending); });
+}
+
+std::span<const PartRow> partsOf(const lumo::Finding& finding, std::string_view path) {
+    if (isFileName(path)) {
+        return {};
+    }
+    const std::span<const PartRow> own = partsOf(finding.ruleID);
+    return own.empty() ? partsOf(lumo::nameOf(finding.category)) : own;
+}
+
+/// The bytes in whole blocks by the shares; the first gets what remains, so that they add up.
+std::vector<std::int64_t> divided(std::int64_t bytes, const std::vector<int>& shares) {
+    constexpr std::int64_t block = 4096;
+    const std::int64_t all = std::accumulate(shares.begin(), shares.end(), std::int64_t{0});
+    std::vector<std::int64_t> pieces;
+    std::int64_t rest = bytes;
+    for (const int share : shares) {
+        pieces.push_back(bytes / block * share / all * block);
+        rest -= pieces.back();
+    }
+    pieces.front() += rest;
+    return pieces;
+}
+
+std::vector<Spot> spotsOf(const lumo::Finding& finding) {
+    // The first of several places has the most.
+    std::vector<int> shares(finding.paths.size());
+    std::iota(shares.rbegin(), shares.rend(), 1);
+    const std::vector<std::int64_t> bytes = divided(finding.usage.allocatedBytes, shares);
+    std::vector<Spot> spots;
+    for (std::size_t index = 0; index < bytes.size(); ++index) {
+        const std::string& path = finding.paths[index];
+        spots.push_back({path, bytes[index], partsOf(finding, path)});
+    }
+    return spots;
+}
+
+/// Everything the report has a path of.
+std::vector<Spot> spots(lumo::Language language) {
+    const lumo::ScanReport found = report({}, language);
+    std::vector<Spot> spots;
+    for (const lumo::Finding& finding : found.findings) {
+        std::ranges::move(spotsOf(finding), std::back_inserter(spots));
+    }
+    for (const lumo::ProjectReport& project : found.projects) {
+        for (const lumo::ProjectArtifact& artifact : project.artifacts) {
+            spots.push_back({artifact.paths.front(), artifact.usage.allocatedBytes, partsOf(artifact.name)});
+        }
+    }
+    for (const lumo::UnclassifiedItem& item : found.unclassified) {
+        spots.push_back(
+            {item.path, item.usage.allocatedBytes, partsOf(lumo::abbreviated(item.path, std::string(home)))});
+    }
+    return spots;
+}
+
+std::vector<Spot> inside(const Spot& spot) {
+    if (spot.parts.empty()) {
+        return {};
+    }
+    std::vector<int> shares;
+    std::ranges::transform(spot.parts, std::back_inserter(shares), &PartRow::share);
+    const std::vector<std::int64_t> bytes = divided(spot.bytes, shares);
+    std::vector<Spot> spots;
+    for (std::size_t index = 0; index < bytes.size(); ++index) {
+        const PartRow& part = spot.parts[index];
+        spots.push_back({spot.path + "/" + std::string(part.name), bytes[index], part.parts});
+    }
+    return spots;
+}
+
+/// The place of that path among the places or anywhere in them.
+std::optional<Spot> spotAt(std::string_view path, const std::vector<Spot>& among) {
+    const auto way =
+        std::ranges::find_if(among, [&](const Spot& spot) { return lumo::isInside(path, spot.path); });
+    if (way == among.end()) {
+        return std::nullopt;
+    }
+    return way->path == path ? std::optional(*way) : spotAt(path, inside(*way));
+}
+
+std::vector<Item> itemsOf(const std::vector<Spot>& spots, int levels) {
+    std::vector<Item> items;
+    for (const Spot& spot : spots) {
+        items.push_back({.name = std::string(lumo::fileName(spot.path)),
+                         .path = spot.path,
+                         .bytes = spot.bytes,
+                         .isDirectory = !spot.parts.empty(),
+                         .children = levels > 1 ? itemsOf(inside(spot), levels - 1) : std::vector<Item>(),
+                         .via = std::nullopt});
+    }
+    lumo::sortLargestFirst(items, &Item::bytes);
+    return items;
+}
+
+} // namespace
+
+Listing contents(const std::string& path, lumo::Language language) {
+    const std::optional<Spot> spot = spotAt(path, spots(language));
+    return {.items = spot ? itemsOf(inside(*spot), 2) : std::vector<Item>(), .paths = {path}, .skipped = {}};
+}
+
+Listing contents(const std::vector<std::string>& paths, lumo::Language language) {
+    if (paths.size() == 1) {
+        return contents(paths.front(), language);
+    }
+    const std::vector<Spot> all = spots(language);
+    std::vector<Spot> listed;
+    for (const std::string& path : paths) {
+        if (std::optional<Spot> spot = spotAt(path, all)) {
+            listed.push_back(*std::move(spot));
+        }
+    }
+    Listing listing{.items = itemsOf(listed, 2), .paths = paths, .skipped = {}};
+    for (Item& item : listing.items) {
+        item.via = lumo::parentOf(item.path);
+    }
+    return listing;
+}
+
+lumo::FolderEvidence evidence(const std::string& path, lumo::Language language) {
+    constexpr std::size_t mostEntries = 8;
+    constexpr std::int64_t bytesOfFile = 400000;
+    lumo::FolderEvidence evidence;
+    evidence.path = path;
+    evidence.displayPath = lumo::abbreviated(path, home);
+    evidence.location = lumo::folderLocation(path, std::string(home));
+    for (const Item& item : contents(path, language).items) {
+        evidence.usage.allocatedBytes += item.bytes;
+        if (evidence.largestEntries.size() < mostEntries) {
+            evidence.largestEntries.push_back(
+                {.name = item.name, .bytes = item.bytes, .isDirectory = item.isDirectory});
+        }
+    }
+    evidence.usage.fileCount = evidence.usage.allocatedBytes / bytesOfFile;
+    const auto row = std::ranges::find(unclassifiedRows(), evidence.displayPath, &UnclassifiedRow::path);
+    if (row != unclassifiedRows().end() && row->explanation && !row->explanation->owner.empty()) {
+        const std::string owner(row->explanation->owner);
+        evidence.relatedApp = {.name = owner, .bundleID = {}, .path = "/Applications/" + owner + ".app"};
+    }
+    return evidence;
+}
+
+} // namespace tarvo::DemoDisk

@@ -1,0 +1,59 @@
+#include "TarvoModel/Showing/Goal.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/CheckedSum.h"
+#include "LumoCore/Basics/Words.h"
+
+#include <algorithm>
+
+namespace tarvo::Goal {
+
+using lumo::Language;
+
+std::int64_t raised(std::int64_t goal) {
+    return lumo::saturatedSum(goal, step);
+}
+
+std::int64_t lowered(std::int64_t goal) {
+    return goal < 2 * step ? step : goal - step;
+}
+
+bool isReached(std::int64_t goal, std::int64_t selected) {
+    return selected >= goal;
+}
+
+double fraction(std::int64_t goal, std::int64_t selected) {
+    if (isReached(goal, selected)) {
+        return 1;
+    }
+    return std::max(static_cast<double>(selected) / static_cast<double>(goal), 0.0);
+}
+
+std::string label(Language language) {
+    return lumo::Words{"Objetivo", "Goal"}.in(language);
+}
+
+std::string goalText(std::int64_t goal) {
+    return std::to_string(goal / step) + " GB";
+}
+
+std::string meterText(std::int64_t goal, std::int64_t selected, Language language) {
+    if (isReached(goal, selected)) {
+        return lumo::Words{"Cumples el objetivo con ", "You reach your goal with "}.in(language) +
+               lumo::ByteFormat::string(selected, language);
+    }
+    return lumo::ByteFormat::string(goal - selected, language) +
+           lumo::Words{": marca más elementos en el mapa o en la lista",
+                       " to go: select more items in the map or the list"}
+               .in(language);
+}
+
+std::string raiseHelp(Language language) {
+    return lumo::Words{"Subir objetivo 1 GB", "Raise goal by 1 GB"}.in(language);
+}
+
+std::string lowerHelp(Language language) {
+    return lumo::Words{"Bajar objetivo 1 GB", "Lower goal by 1 GB"}.in(language);
+}
+
+} // namespace tarvo::Goal

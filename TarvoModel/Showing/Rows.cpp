@@ -1,0 +1,156 @@
+#include "TarvoModel/Showing/Rows.h"
+
+#include "LumoCore/Basics/CheckedSum.h"
+#include "LumoCore/Basics/LargestFirst.h"
+#include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
+#include "LumoCore/Scanning/ProjectArtifacts.h"
+
+#include <algorithm>
+#include <iterator>
+#include <map>
+
+namespace tarvo {
+
+using lumo::Finding;
+using lumo::Language;
+using lumo::PlanEntry;
+using lumo::Safety;
+using lumo::ScanReport;
+
+namespace {
+
+/// What the report says of each thing that can have an entry, by the entry's id.
+std::map<std::string, std::string> detailsOf(const ScanReport& report, Language language) {
+    std::map<std::string, std::string> details;
+    for (const Finding& finding : report.findings) {
+        details.emplace(finding.ruleID, finding.explanation);
+    }
+    for (const lumo::ProjectReport& project : report.projects) {
+        for (const lumo::ProjectArtifact& artifact : project.artifacts) {
+            // A hint may be in the language of the scan that wrote it down.
+            details.emplace(lumo::artifactID(project, artifact),
+                            lumo::ProjectArtifacts::hint(artifact.name, language));
+        }
+    }
+    return details;
+}
+
+Row rowOf(const PlanEntry& entry, std::string detail) {
+    return {.id = entry.action.id,
+            .title = lumo::printable(entry.action.title),
+            .detail = std::move(detail),
+            .bytes = entry.action.estimatedBytes,
+            .safety = entry.action.safety,
+            .group = groupOf(entry.action.safety),
+            .skipReason = entry.skipReason,
+            .paths = entry.action.measuredPaths};
+}
+
+Row rowOf(const Finding& finding) {
+    return {.id = finding.ruleID,
+            .title = lumo::printable(finding.name),
+            .detail = finding.explanation,
+            .bytes = finding.usage.allocatedBytes,
+            .safety = finding.safety,
+            .group = groupOf(finding.safety),
+            .skipReason = {},
+            .paths = finding.paths};
+}
+
+Row rowOf(const lumo::UnclassifiedItem& item, const std::string& home) {
+    return {.id = lumo::unclassifiedID(item),
+            .title = lumo::printable(lumo::fileName(item.path)),
+            .detail = lumo::printable(lumo::abbreviated(item.path, home)),
+            .bytes = item.usage.allocatedBytes,
+            .safety = {},
+            .group = RowGroup::unclassified,
+            .skipReason = {},
+            .paths = {item.path}};
+}
+
+/// The same rows with each group together, in their order within it.
+std::vector<Row> groupByGroup(std::vector<Row> rows) {
+    std::vector<Row> grouped;
+    grouped.reserve(rows.size());
+    for (const RowGroup group : {RowGroup::safe, RowGroup::review, RowGroup::keep, RowGroup::unclassified}) {
+        for (Row& row : rows) {
+            if (row.group == group) {
+                grouped.push_back(std::move(row));
+            }
+        }
+    }
+    return grouped;
+}
+
+bool holds(const std::string& foldedWords, std::string_view shown) {
+    return lumo::folded(shown).find(foldedWords) != std::string::npos;
+}
+
+} // namespace
+
+std::vector<Row> rowsOf(const ScanReport& report, const std::vector<PlanEntry>& entries, Language language) {
+    const std::map<std::string, std::string> details = detailsOf(report, language);
+    std::vector<Row> rows;
+    for (const PlanEntry& entry : entries) {
+        const auto detail = details.find(entry.action.id);
+        rows.push_back(rowOf(entry, detail == details.end() ? std::string() : detail->second));
+    }
+    for (const Finding& finding : report.findings) {
+        if (finding.safety == Safety::keep) {
+            rows.push_back(rowOf(finding));
+        }
+    }
+    for (const lumo::UnclassifiedItem& item : report.unclassified) {
+        rows.push_back(rowOf(item, report.home));
+    }
+    lumo::sortLargestFirst(rows, &Row::bytes);
+    return groupByGroup(std::move(rows));
+}
+
+RowGroup groupOf(Safety safety) {
+    switch (safety) {
+    case Safety::safe:
+        return RowGroup::safe;
+    case Safety::review:
+        return RowGroup::review;
+    case Safety::keep:
+        break;
+    }
+    return RowGroup::keep;
+}
+
+std::string groupTitle(RowGroup group, Language language) {
+    switch (group) {
+    case RowGroup::safe:
+        return lumo::Words{"Se recrea solo", "Recreates itself"}.in(language);
+    case RowGroup::review:
+        return lumo::Words{"Míralo antes", "Needs a look"}.in(language);
+    case RowGroup::keep:
+        return lumo::Words{"Se conserva", "Kept"}.in(language);
+    case RowGroup::unclassified:
+        break;
+    }
+    return lumo::Words{"Sin clasificar", "Unclassified"}.in(language);
+}
+
+std::int64_t bytesOf(RowGroup group, const std::vector<Row>& rows) {
+    std::int64_t sum = 0;
+    for (const Row& row : rows) {
+        sum = lumo::checkedSum(sum, row.group == group ? row.bytes : 0);
+    }
+    return sum;
+}
+
+std::vector<Row> rowsMatching(std::string_view searched, const std::vector<Row>& rows) {
+    const std::string words = lumo::folded(searched);
+    std::vector<Row> matching;
+    std::ranges::copy_if(rows, std::back_inserter(matching), [&](const Row& row) {
+        return holds(words, row.title) || holds(words, row.detail) ||
+               std::ranges::any_of(row.paths, [&](const std::string& path) { return holds(words, path); });
+    });
+    return matching;
+}
+
+} // namespace tarvo

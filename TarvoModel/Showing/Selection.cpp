@@ -1,0 +1,103 @@
+#include "TarvoModel/Showing/Selection.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Words.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+
+namespace tarvo {
+
+using lumo::Language;
+using lumo::PlanEntry;
+using lumo::Safety;
+
+lumo::CleanupOptions windowOptions(const lumo::ScanReport& report, const lumo::CleanupOptions& stored,
+                                   std::string_view applicationPath, Language language) {
+    lumo::CleanupOptions options = stored;
+    for (const lumo::Finding& finding : report.findings) {
+        if (finding.safety == Safety::review) {
+            options.include.insert(finding.ruleID);
+        }
+    }
+    options.recentProjectHint =
+        lumo::Words{" (los días se cambian en Ajustes)", " (you can change the days in Settings)"}.in(
+            language);
+    for (const lumo::ProjectReport& project : report.projects) {
+        if (lumo::isInside(applicationPath, project.path)) {
+            options.excludedProjects.push_back(project.path);
+        }
+    }
+    return options;
+}
+
+Selection defaultSelection(const std::vector<PlanEntry>& entries) {
+    Selection defaults;
+    for (const PlanEntry& entry : entries) {
+        if (entry.action.safety == Safety::safe && !entry.skipReason) {
+            defaults.insert(entry.action.id);
+        }
+    }
+    return defaults;
+}
+
+std::set<std::string> knownIds(const std::vector<PlanEntry>& entries) {
+    std::set<std::string> ids;
+    for (const PlanEntry& entry : entries) {
+        ids.insert(entry.action.id);
+    }
+    return ids;
+}
+
+Selection reconciled(const Selection& selection, const Selection& previousDefaults,
+                     const Selection& newDefaults, const std::set<std::string>& known) {
+    Selection result;
+    std::ranges::set_intersection(selection, known, std::inserter(result, result.end()));
+    std::ranges::set_difference(newDefaults, previousDefaults, std::inserter(result, result.end()));
+    return result;
+}
+
+Selection safeSelection(const Selection& selection, const Selection& defaults, const Phase& phase) {
+    return maySelectSafe(phase) ? defaults : selection;
+}
+
+std::vector<lumo::CleanupAction> selectedActions(const Selection& selection,
+                                                 const std::vector<PlanEntry>& entries) {
+    std::vector<lumo::CleanupAction> actions = lumo::CleanupPlanner::actionsOf(entries);
+    std::erase_if(actions, [&](const lumo::CleanupAction& action) { return !selection.contains(action.id); });
+    return actions;
+}
+
+CleanupShares selectedShares(const Selection& selection, const std::vector<PlanEntry>& entries) {
+    return sharesOf(selectedActions(selection, entries));
+}
+
+std::string selectedText(const CleanupShares& shares, Language language) {
+    if (shares.total == 0) {
+        return lumo::Words{"Nada marcado", "Nothing selected"}.in(language);
+    }
+    const auto bytes = [&](std::int64_t count) { return lumo::ByteFormat::string(count, language); };
+    std::string selected = bytes(shares.total) + lumo::Words{" marcados", " selected"}.in(language);
+    if (shares.trash > 0) {
+        selected += ": " + bytes(shares.total - shares.trash) +
+                    lumo::Words{" se liberan ya · ", " freed now · "}.in(language) + bytes(shares.trash) +
+                    lumo::Words{" se apartan ", " set aside "}.in(language) +
+                    std::to_string(lumo::Holding::retentionDays) + lumo::Words{" días", " days"}.in(language);
+    }
+    return selected;
+}
+
+std::string selectSafeHelp(Language language) {
+    return lumo::Words{"Vuelve a marcar solo lo que se regenera solo (⇧⌘S)",
+                       "Select only what recreates itself again (⇧⌘S)"}
+        .in(language);
+}
+
+std::string deselectAllHelp(Language language) {
+    return lumo::Words{"Desmarca todo para elegir uno a uno", "Deselect everything to choose one by one"}.in(
+        language);
+}
+
+} // namespace tarvo

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "LumoCore/Basics/Language.h"
+#include "LumoCore/Cleanup/CleanupPlanner.h"
+#include "LumoCore/Scanning/ScanReport.h"
+#include "TarvoModel/Showing/CleanupTexts.h"
+#include "TarvoModel/Showing/Phase.h"
+
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What the user has ticked for the next cleanup: a set of rows' ids. The entries are those of the plan,
+/// followed by the line items of inventories, each with its own action.
+namespace tarvo {
+
+using Selection = std::set<std::string>;
+
+/// The planner's options for a window, where everything that could be cleaned has a row: what needs a look is
+/// planned as if it were ticked, and the projects that this application runs from are left out.
+/// `applicationPath` is the absolute path of the running program.
+lumo::CleanupOptions windowOptions(const lumo::ScanReport& report, const lumo::CleanupOptions& stored,
+                                   std::string_view applicationPath,
+                                   lumo::Language language = lumo::currentLanguage());
+
+/// The ids that a plan ticks by itself: what is safe and not held back.
+Selection defaultSelection(const std::vector<lumo::PlanEntry>& entries);
+
+/// The ids of all entries, those that cannot be ticked now included.
+std::set<std::string> knownIds(const std::vector<lumo::PlanEntry>& entries);
+
+/// The selection after a new report: what is gone is dropped, and what the plan ticks now and did not tick
+/// before is added. What the user has unticked meanwhile so stays unticked.
+Selection reconciled(const Selection& selection, const Selection& previousDefaults,
+                     const Selection& newDefaults, const std::set<std::string>& known);
+
+/// The plan's own ticks; the selection as it is while the phase does not allow that.
+Selection safeSelection(const Selection& selection, const Selection& defaults, const Phase& phase);
+
+/// The actions of what is ticked and can be, in the entries' order.
+std::vector<lumo::CleanupAction> selectedActions(const Selection& selection,
+                                                 const std::vector<lumo::PlanEntry>& entries);
+
+/// What the selected actions free, and in what way.
+CleanupShares selectedShares(const Selection& selection, const std::vector<lumo::PlanEntry>& entries);
+
+/// What is selected, for one line: all of it, what is freed at once and what is set aside.
+std::string selectedText(const CleanupShares& shares, lumo::Language language = lumo::currentLanguage());
+
+/// What the buttons do that change the whole selection.
+std::string selectSafeHelp(lumo::Language language = lumo::currentLanguage());
+std::string deselectAllHelp(lumo::Language language = lumo::currentLanguage());
+
+} // namespace tarvo

@@ -1,0 +1,57 @@
+#include "TarvoModel/Showing/TickedPlan.h"
+
+#include <utility>
+
+namespace tarvo {
+
+void TickedPlan::take(std::vector<lumo::PlanEntry> entries, Selection defaults) {
+    entries_ = std::move(entries);
+    byID_.clear();
+    for (const lumo::PlanEntry& entry : entries_) {
+        byID_.emplace(entry.action.id, &entry);
+    }
+    selection_ = reconciled(selection_, defaults_, defaults, knownIds(entries_));
+    defaults_ = std::move(defaults);
+}
+
+const lumo::PlanEntry* TickedPlan::entry(const std::string& id) const {
+    const auto found = byID_.find(id);
+    return found == byID_.end() ? nullptr : found->second;
+}
+
+bool TickedPlan::canSelect(const std::string& id) const {
+    const lumo::PlanEntry* found = entry(id);
+    return found != nullptr && !found->skipReason;
+}
+
+TileState TickedPlan::stateOf(const std::string& id) const {
+    return DiskMap::stateOf(id, selection_, entry(id));
+}
+
+bool TickedPlan::toggle(const std::string& id) {
+    if (!canSelect(id)) {
+        return false;
+    }
+    if (!selection_.insert(id).second) {
+        selection_.erase(id);
+    }
+    return true;
+}
+
+void TickedPlan::selectSafe(const Phase& phase) {
+    selection_ = safeSelection(selection_, defaults_, phase);
+}
+
+void TickedPlan::deselectAll() {
+    selection_.clear();
+}
+
+std::vector<lumo::CleanupAction> TickedPlan::selectedActions() const {
+    return tarvo::selectedActions(selection_, entries_);
+}
+
+CleanupShares TickedPlan::shares() const {
+    return selectedShares(selection_, entries_);
+}
+
+} // namespace tarvo

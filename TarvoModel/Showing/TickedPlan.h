@@ -1,0 +1,46 @@
+#pragma once
+
+#include "TarvoModel/Showing/DiskMap.h"
+#include "TarvoModel/Showing/Selection.h"
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace tarvo {
+
+/// The plan that a window shows, and what of it is ticked. Looking an entry up takes no search: every row and
+/// tile asks for its own whenever something changes.
+class TickedPlan final {
+  public:
+    /// Takes over the plan of a new report; what is ticked is reconciled with it.
+    void take(std::vector<lumo::PlanEntry> entries, Selection defaults);
+
+    [[nodiscard]] const std::vector<lumo::PlanEntry>& entries() const { return entries_; }
+    [[nodiscard]] const Selection& selection() const { return selection_; }
+    [[nodiscard]] const Selection& defaultSelection() const { return defaults_; }
+
+    /// The entry with the id; none when there is none.
+    [[nodiscard]] const lumo::PlanEntry* entry(const std::string& id) const;
+    [[nodiscard]] bool canSelect(const std::string& id) const;
+    [[nodiscard]] TileState stateOf(const std::string& id) const;
+
+    /// Ticks or unticks; false when that cannot be ticked.
+    bool toggle(const std::string& id);
+    /// Ticks what the plan ticks by itself, and nothing else, if the phase allows that.
+    void selectSafe(const Phase& phase);
+    void deselectAll();
+
+    /// What the ticked entries do, in the plan's order, and what that comes to.
+    [[nodiscard]] std::vector<lumo::CleanupAction> selectedActions() const;
+    [[nodiscard]] CleanupShares shares() const;
+
+  private:
+    std::vector<lumo::PlanEntry> entries_;
+    std::unordered_map<std::string_view, const lumo::PlanEntry*> byID_; ///< Into the entries.
+    Selection selection_;
+    Selection defaults_;
+};
+
+} // namespace tarvo
