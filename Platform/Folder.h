@@ -49,4 +49,12 @@ std::optional<std::string> linkTarget(const std::string& path);
 /// that it can be compared with others as text. One with ".." must exist; links in it are resolved then.
 SystemResult<std::string> absolutePath(const std::string& path);
 
+/// What becomes of a link in the last place of a path.
+enum class FinalLink { followed, kept };
+
+/// The path made absolute against the working directory, without ".", "..", doubled or final slashes, with all
+/// links resolved that stand on the way, and the last one where that is asked. What does not exist, and what
+/// stands behind a link that leads nowhere, keeps its name.
+SystemResult<std::string> resolvedPath(const std::string& path, FinalLink last);
+
 } // namespace lumo::platform

@@ -1,13 +1,10 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
-#include "LumoCore/Scanning/FileTree.h"
-#include "Platform/Clock.h"
-#include "Platform/Folder.h"
 #include "Platform/Terminal.h"
+#include "TarvoCLI/CommandDesk.h"
 #include "TarvoCLI/Commands.h"
-#include "TarvoCLI/GivenPath.h"
-#include "TarvoCLI/HomeChange.h"
+#include "TarvoCLI/NamedPath.h"
 #include "TarvoCLI/Question.h"
 #include "TarvoCLI/WatchedArchive.h"
 #include "TarvoModel/Showing/ArchiveTexts.h"
@@ -17,11 +14,8 @@
 
 namespace tarvo {
 
-using lumo::CleanupOutcome;
 using lumo::JsonValue;
 using lumo::Words;
-using lumo::Archiver::ArchiveError;
-using lumo::Archiver::ArchiveProblem;
 using lumo::Archiver::Estimate;
 namespace platform = lumo::platform;
 
@@ -67,61 +61,39 @@ std::optional<ExitCode> declinedArchive(const Estimate& estimate, const std::str
     return declined(archiveQuestion(shownName(path)));
 }
 
-ExitCode tell(const ArchiveError& error) {
-    const std::string detail = error.detail.empty() ? "" : " (" + lumo::printable(error.detail) + ")";
-    const bool isInterrupted = error.problem == ArchiveProblem::interrupted;
-    return complain(error.errorDescription() + detail,
-                    isInterrupted ? ExitCode::interrupted : ExitCode::failed);
+ExitCode tell(const NotArchived& why) {
+    return complain(lumo::printable(why.reason),
+                    why.isInterrupted ? ExitCode::interrupted : ExitCode::failed);
 }
 
 /// What became of an item whose archive is verified.
-ExitCode tell(const std::string& archive, const std::vector<CleanupOutcome>& outcomes,
-              const Invocation& invocation) {
-    const CleanupOutcome& outcome = outcomes.front();
-    const bool isDone = outcome.status == lumo::CleanupStatus::done;
-    const std::string shown = lumo::printable(lumo::abbreviated(archive, invocation.home));
+ExitCode tell(const Archived& archived, const Invocation& invocation) {
+    const bool isDone = archived.outcome.status == lumo::CleanupStatus::done;
+    const std::string shown = lumo::printable(lumo::abbreviated(archived.archive, invocation.home));
     ExitCode printed = ExitCode::done;
     if (invocation.isJson) {
-        printed = print(document({{"archive", lumo::encode(archive)}, {"outcomes", lumo::encode(outcomes)}}));
+        printed = print(document({{"archive", lumo::encode(archived.archive)},
+                                  {"outcomes", lumo::encode(std::vector{archived.outcome})}}));
     } else if (isDone) {
-        lumo::HardLinkRegistry registry;
         printed = print(
-            archivedText(shown, lumo::FileTree::measure(archive, registry).apparentBytes) + "\n" +
+            archivedText(shown, archived.archiveBytes) + "\n" +
             tinted(Words{"Para devolverlo a su sitio: tarvo deshacer\n", "To put it back: tarvo undo\n"}.in(),
                    Tint::faint, invocation));
     }
     if (!isDone) {
-        return complain(originalKeptText(shown, lumo::printable(outcome.message.value_or(""))),
+        return complain(originalKeptText(shown, lumo::printable(archived.outcome.message.value_or(""))),
                         ExitCode::failed);
     }
     return platform::wasInterrupted() ? ExitCode::interrupted : printed;
 }
 
-ExitCode archiveAndSetAside(const std::string& path, const Estimate& estimate, const Invocation& invocation) {
-    const lumo::PathGuard guard(invocation.home);
-    const auto lock = lockHome(guard, "archive");
-    if (!lock) {
-        return lock.error();
-    }
-    // Measured now, since nothing may take time between the last look at the original and its move.
-    lumo::HardLinkRegistry registry;
-    const std::int64_t bytes = lumo::FileTree::measure(path, registry).allocatedBytes;
-    const auto archived = watchedArchive(path, estimate, guard, invocation);
-    if (!archived) {
-        return tell(archived.error());
-    }
-    return tell(
-        *archived,
-        lumo::Archiver::setAside(path, std::string(lumo::fileName(path)), bytes, guard, platform::now()),
-        invocation);
-}
-
 ExitCode runArchive(const ArchiveArguments& arguments, const Invocation& invocation) {
-    const auto path = givenPath(arguments.path);
+    const auto path = givenPath(arguments.path, invocation);
     if (!path) {
         return path.error();
     }
-    if (const auto refusal = lumo::Archiver::refusal(*path, invocation.home)) {
+    const Desk desk = deskOf(invocation, "archive");
+    if (const auto refusal = archiveRefusal(*path, desk)) {
         return refuse(*refusal, invocation);
     }
     if (const auto impossible = cannotAsk(arguments.isConfirmed || arguments.isOnlyEstimated)) {
@@ -132,7 +104,7 @@ ExitCode runArchive(const ArchiveArguments& arguments, const Invocation& invocat
     }
     const auto estimate = watchedEstimate(*path, invocation);
     if (!estimate) {
-        return tell(ArchiveError{.problem = ArchiveProblem::interrupted});
+        return ExitCode::interrupted;
     }
     if (arguments.isOnlyEstimated) {
         return tell(*estimate, *path, invocation);
@@ -141,7 +113,8 @@ ExitCode runArchive(const ArchiveArguments& arguments, const Invocation& invocat
             arguments.isConfirmed ? std::nullopt : declinedArchive(*estimate, *path, invocation)) {
         return *no;
     }
-    return archiveAndSetAside(*path, *estimate, invocation);
+    const auto archived = watchedArchive(*path, *estimate, desk, invocation);
+    return archived ? tell(*archived, invocation) : tell(archived.error());
 }
 
 } // namespace

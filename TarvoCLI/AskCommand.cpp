@@ -131,7 +131,7 @@ std::expected<HelpAnswer, ExitCode> answerTo(const std::string& question, const 
         return std::unexpected(disk.error());
     }
     const auto facts = [&] {
-        return lumo::DiskSummary::facts(disk->report, disk->recoverable, lumo::platform::now());
+        return lumo::DiskSummary::facts(*disk->report, disk->recoverable, lumo::platform::now());
     };
     HelpAnswer answer;
     const bool isDone = watchModel(invocation, [&](const std::stop_token& stop) {

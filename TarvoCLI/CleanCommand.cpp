@@ -2,20 +2,15 @@
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
-#include "LumoCore/Cleanup/ApplicationFolders.h"
-#include "LumoCore/Cleanup/Holding.h"
-#include "LumoCore/Cleanup/SavedPlan.h"
-#include "Platform/Clock.h"
 #include "Platform/Terminal.h"
+#include "TarvoCLI/CommandDesk.h"
 #include "TarvoCLI/Commands.h"
-#include "TarvoCLI/HomeChange.h"
 #include "TarvoCLI/OutcomeText.h"
 #include "TarvoCLI/PlanArguments.h"
 #include "TarvoCLI/PlanText.h"
 #include "TarvoCLI/Question.h"
 #include "TarvoCLI/ReportSource.h"
 #include "TarvoCLI/WatchedCleanup.h"
-#include "TarvoModel/Flows/CleanupPlanning.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <algorithm>
@@ -40,9 +35,6 @@ struct CleanArguments {
     bool isDryRun = false;
 };
 
-/// Makes the plan for this moment; asked for once to show it and once more right before acting.
-using Planning = std::function<std::vector<PlanEntry>()>;
-
 ExitCode refuseFile(const std::string& file, const std::string& reason) {
     return complain(
         Words{"no uso {} ({}): no se ha tocado nada", "{} is not used ({}): nothing was touched"}.with(
@@ -50,63 +42,59 @@ ExitCode refuseFile(const std::string& file, const std::string& reason) {
         ExitCode::usage);
 }
 
-std::expected<Planning, ExitCode>
-planningFromFile(const std::string& file, const lumo::CleanupOptions& options, const Invocation& invocation) {
-    const auto bytes = inputFrom(file);
-    if (!bytes) {
-        return std::unexpected(refuseFile(file, lumo::reasonText(bytes.error())));
+/// What is planned from: a saved plan, or a report.
+std::expected<PlanRequest, ExitCode> requestFrom(const CleanArguments& arguments, const Desk& desk,
+                                                 const Invocation& invocation) {
+    PlanRequest request = planRequest(arguments.plan);
+    if (arguments.savedPlan) {
+        const auto bytes = inputFrom(*arguments.savedPlan);
+        if (!bytes) {
+            return std::unexpected(refuseFile(*arguments.savedPlan, lumo::reasonText(bytes.error())));
+        }
+        auto saved = savedPlan(*bytes, desk);
+        if (!saved) {
+            return std::unexpected(refuseFile(*arguments.savedPlan, saved.error().message));
+        }
+        request.saved = std::move(*saved);
+        return request;
     }
-    const std::vector<lumo::Rule> rules = knownRules(invocation.home);
-    const auto saved = lumo::savedPlanFromJson(*bytes, rules);
-    if (!saved) {
-        return std::unexpected(refuseFile(file, saved.error().message));
-    }
-    return [entries = *saved, rules, options, invocation] {
-        return withSurroundings(invocation.home, [&](const lumo::PlanSurroundings& surroundings) {
-            return lumo::heldBackNow(entries, options, rules, surroundings);
-        });
-    };
-}
-
-/// A report from outside must be one of this home and may bring no cleanups of its own.
-std::optional<ExitCode> refuseReport(const lumo::ScanReport& report, const std::string& file,
-                                     const Invocation& invocation) {
-    if (report.home != invocation.home) {
-        return refuseFile(
-            file, Words{"es de la carpeta personal {}", "it is about the home folder {}"}.with(report.home));
-    }
-    if (const auto checked = lumo::checkCleanups(report, knownRules(invocation.home)); !checked) {
-        return refuseFile(file, checked.error().message);
-    }
-    return std::nullopt;
-}
-
-std::expected<Planning, ExitCode> planningFromReport(const ReportSource& source,
-                                                     const lumo::CleanupOptions& options,
-                                                     const Invocation& invocation) {
-    const auto report = reportFrom(source, invocation);
+    const auto report = reportFrom(arguments.source, invocation);
     if (!report) {
         return std::unexpected(report.error());
     }
-    if (source.file) {
-        if (const auto refused = refuseReport(*report, *source.file, invocation)) {
-            return std::unexpected(*refused);
+    if (arguments.source.file) {
+        // A report from outside must be one of this home and may bring no cleanups of its own.
+        if (const auto checked = checkReport(**report, desk); !checked) {
+            return std::unexpected(refuseFile(*arguments.source.file, checked.error().message));
         }
     }
-    return [report = *report, options, invocation] { return planFor(report, options, invocation.home); };
+    request.report = *report;
+    return request;
 }
 
 std::optional<ExitCode> declinedCleanup(const std::vector<PlanEntry>& entries,
                                         const std::vector<CleanupAction>& actions,
-                                        const lumo::CleanupOptions& options, const Invocation& invocation) {
+                                        const Invocation& invocation) {
     const CleanupShares shares = sharesOf(actions);
-    const std::string shown = planText(entries, options, invocation) + confirmationMessage(shares) + "\n";
+    const std::string shown = planText(entries, invocation) + confirmationMessage(shares) + "\n";
     // Standard output belongs to the document.
     platform::writeAll(invocation.isJson ? platform::Stream::error : platform::Stream::output, shown);
     return declined(Words{"¿Limpiar {}?", "Clean {}?"}.with(lumo::ByteFormat::string(shares.total)));
 }
 
-ExitCode report(const std::vector<CleanupOutcome>& outcomes, const Invocation& invocation) {
+/// What was agreed to and left as it was, with the reasons.
+std::string leftOutText(const std::vector<LeftOut>& leftOut) {
+    std::string shown;
+    for (const LeftOut& left : leftOut) {
+        shown += Words{"{}: se deja como estaba ({})", "{}: left as it was ({})"}.with(
+                     lumo::printable(left.title), lumo::printable(left.reason)) +
+                 "\n";
+    }
+    return shown;
+}
+
+ExitCode report(const Cleaned& cleaned, const Invocation& invocation) {
+    const std::vector<CleanupOutcome>& outcomes = cleaned.outcomes;
     std::string shown = lumo::dumpJson(lumo::encode(outcomes), lumo::JsonLayout::indented) + "\n";
     if (!invocation.isJson) {
         const bool hasHeld = std::ranges::any_of(
@@ -119,6 +107,8 @@ ExitCode report(const std::vector<CleanupOutcome>& outcomes, const Invocation& i
                                   Tint::faint, invocation)
                          : std::string());
     }
+    // Nothing that was agreed to is left in silence, and the document has a stream of its own.
+    platform::writeAll(platform::Stream::error, leftOutText(cleaned.leftOut));
     const ExitCode printed = print(shown);
     if (platform::wasInterrupted()) {
         return ExitCode::interrupted;
@@ -129,14 +119,12 @@ ExitCode report(const std::vector<CleanupOutcome>& outcomes, const Invocation& i
     return hasFailed ? ExitCode::failed : printed;
 }
 
-ExitCode dryRun(std::vector<PlanEntry> entries, const lumo::CleanupOptions& options,
-                const lumo::PathGuard& guard, const Invocation& invocation) {
-    addRefusals(entries, guard);
+ExitCode dryRun(const std::vector<PlanEntry>& entries, const Invocation& invocation) {
     if (invocation.isJson) {
         return print(planJson(entries));
     }
     const std::vector<CleanupAction> actions = lumo::CleanupPlanner::actionsOf(entries);
-    return print(planText(entries, options, invocation) +
+    return print(planText(entries, invocation) +
                  (actions.empty() ? std::string() : confirmationMessage(sharesOf(actions)) + "\n"));
 }
 
@@ -151,33 +139,31 @@ ExitCode runClean(const CleanArguments& arguments, const Invocation& invocation)
     if (const auto refused = arguments.isDryRun ? std::nullopt : refuseForeign(invocation)) {
         return *refused;
     }
-    const auto options = cleanupOptions(arguments.plan, invocation);
-    if (!options) {
-        return options.error();
+    const Desk desk = deskOf(invocation, "clean");
+    if (const auto refused = refuseUntrustedPreferences(desk)) {
+        return *refused;
     }
-    const auto planning = arguments.savedPlan ? planningFromFile(*arguments.savedPlan, *options, invocation)
-                                              : planningFromReport(arguments.source, *options, invocation);
-    if (!planning) {
-        return planning.error();
+    const auto request = requestFrom(arguments, desk, invocation);
+    if (!request) {
+        return request.error();
     }
-    const std::vector<PlanEntry> entries = (*planning)();
-    const std::vector<CleanupAction> agreed = lumo::CleanupPlanner::actionsOf(entries);
-    const lumo::PathGuard guard(invocation.home);
+    const auto plan = planOrComplain(*request, desk);
+    if (!plan) {
+        return plan.error();
+    }
     if (arguments.isDryRun) {
-        return dryRun(entries, *options, guard, invocation);
+        return dryRun(plan->entries, invocation);
     }
+    const std::vector<CleanupAction> agreed = lumo::CleanupPlanner::actionsOf(plan->entries);
     if (agreed.empty()) {
-        return print(invocation.isJson ? "[]\n" : planText(entries, *options, invocation));
+        return print(invocation.isJson ? "[]\n" : planText(plan->entries, invocation));
     }
     if (const auto no =
-            arguments.isConfirmed ? std::nullopt : declinedCleanup(entries, agreed, *options, invocation)) {
+            arguments.isConfirmed ? std::nullopt : declinedCleanup(plan->entries, agreed, invocation)) {
         return *no;
     }
-    auto lock = lockHome(guard, "clean");
-    if (!lock) {
-        return lock.error();
-    }
-    return report(watchedCleanup(stillAllowed(agreed, (*planning)()), guard, invocation), invocation);
+    const auto cleaned = watchedCleanup(*request, agreed, desk, invocation);
+    return cleaned ? report(*cleaned, invocation) : complain(cleaned.error().message, ExitCode::failed);
 }
 
 } // namespace

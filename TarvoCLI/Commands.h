@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace tarvo {
 
@@ -23,6 +25,9 @@ CLI::Validator isDecimal(std::size_t mostDigits, std::string_view problemEs, std
 
 /// Reads a number in decimal, which a validator has found to be one: the library would read "010" as octal.
 CLI::callback_t inDecimal(std::optional<std::int64_t>& number);
+
+/// Collects the words of an option as they are: the library would take one in square brackets apart.
+CLI::callback_t wordsInto(std::vector<std::string>& words);
 
 /// Each adds one command or a few; when one was given, `chosen` becomes what it does.
 void addScanCommand(CLI::App& app, Action& chosen);

@@ -10,11 +10,11 @@ namespace tarvo {
 
 /// What summaries and answers about this disk are made of.
 struct MeasuredDisk {
-    lumo::ScanReport report;
-    std::int64_t recoverable = 0; ///< What a cleanup would free now with no risk.
+    std::shared_ptr<const lumo::ScanReport> report; ///< Never null.
+    std::int64_t recoverable = 0;                   ///< What a cleanup would free now with no risk.
 };
 
-/// The report and what the stored preferences let a cleanup of it free. On failure what went wrong has been
+/// The report and what can be recovered. On failure what went wrong has been
 /// said already, and the command answers with the code.
 std::expected<MeasuredDisk, ExitCode> measuredDisk(const ReportSource& source, const Invocation& invocation);
 

@@ -7,7 +7,7 @@
 #include "LumoCore/Explaining/FolderEvidence.h"
 #include "Platform/Clock.h"
 #include "TarvoCLI/Commands.h"
-#include "TarvoCLI/GivenPath.h"
+#include "TarvoCLI/NamedPath.h"
 #include "TarvoCLI/ReportSource.h"
 #include "TarvoCLI/ReportText.h"
 #include "TarvoCLI/Table.h"
@@ -56,8 +56,8 @@ std::expected<Folders, ExitCode> foldersOfReport(const ReportSource& source, con
     if (!report) {
         return std::unexpected(report.error());
     }
-    Folders folders{.paths = {}, .home = report->home};
-    for (const lumo::UnclassifiedItem& item : report->unclassified) {
+    Folders folders{.paths = {}, .home = (*report)->home};
+    for (const lumo::UnclassifiedItem& item : (*report)->unclassified) {
         folders.paths.push_back(item.path);
     }
     return folders;
@@ -76,7 +76,7 @@ std::expected<Folders, ExitCode> foldersFrom(const ExplainArguments& arguments,
     }
     Folders folders{.paths = {}, .home = invocation.home};
     for (const std::string& word : arguments.words) {
-        const auto path = givenPath(word);
+        const auto path = givenPath(word, invocation);
         if (!path) {
             return std::unexpected(path.error());
         }
@@ -227,12 +227,13 @@ void addExplainCommand(CLI::App& app, Action& chosen) {
                                    "what folders that nobody recognises are, and what to do about them");
     const auto arguments = std::make_shared<ExplainArguments>();
     command
-        ->add_option("paths", arguments->words,
+        ->add_option("paths", wordsInto(arguments->words),
                      Words{"qué carpetas; sin ninguna, las que el informe no clasifica",
                            "which folders; without any, those that the report does not classify"}
                          .in())
         ->type_name("")
-        ->option_text(Words{"RUTA...", "PATH..."}.in());
+        ->option_text(Words{"RUTA...", "PATH..."}.in())
+        ->expected(0, CLI::detail::expected_max_vector_size);
     command->add_flag(
         "--evidence", arguments->showsEvidence,
         Words{"mostrar lo que se le enseñaría a un modelo de IA", "show what an AI model would be shown"}

@@ -3,7 +3,7 @@
 #include "LumoCore/Basics/Words.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/FolderText.h"
-#include "TarvoCLI/GivenPath.h"
+#include "TarvoCLI/NamedPath.h"
 #include "TarvoCLI/Watching.h"
 
 #include <fmt/format.h>
@@ -26,7 +26,7 @@ FolderReport reportOn(const std::string& path, const std::string& home, const lu
 }
 
 ExitCode runFolder(const std::string& word, const Invocation& invocation) {
-    const auto path = givenPath(word);
+    const auto path = givenPath(word, invocation);
     if (!path) {
         return path.error();
     }

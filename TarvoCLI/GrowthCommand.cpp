@@ -70,11 +70,11 @@ ExitCode runGrowth(const ReportSource& source, const Invocation& invocation) {
     // What cannot be read is no history, as everywhere; a person is told so.
     const auto stored = store.read();
     const Growth growth =
-        GrowthTracker::growthOf(*report, stored.value_or(std::vector<lumo::DiskSnapshot>()));
+        GrowthTracker::growthOf(**report, stored.value_or(std::vector<lumo::DiskSnapshot>()));
     if (invocation.isJson) {
         return print(lumo::dumpJson(lumo::encode(growth), lumo::JsonLayout::indented) + "\n");
     }
-    std::string shown = textOfItems(growth, report->scannedAt, invocation);
+    std::string shown = textOfItems(growth, (*report)->scannedAt, invocation);
     if (!growth.since) {
         shown += tinted(reasonForNoBaseline(stored, store), Tint::faint, invocation) + "\n";
     }

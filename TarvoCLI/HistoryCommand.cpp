@@ -4,8 +4,8 @@
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/ApplicationFolders.h"
 #include "LumoCore/Cleanup/HistoryLog.h"
+#include "TarvoCLI/CommandDesk.h"
 #include "TarvoCLI/Commands.h"
-#include "TarvoCLI/HomeChange.h"
 #include "TarvoCLI/OutcomeText.h"
 
 namespace tarvo {
@@ -24,20 +24,20 @@ struct History {
 };
 
 ExitCode runHistory(const Invocation& invocation) {
-    const auto outcomes = readHistory(invocation.home);
+    const auto outcomes = history(deskOf(invocation, "history"));
     if (!outcomes) {
-        return outcomes.error();
+        return complain(outcomes.error().message, ExitCode::failed);
     }
-    const History history{.total = lumo::CleanupHistory::total(*outcomes), .outcomes = *outcomes};
+    const History shown{.total = lumo::CleanupHistory::total(*outcomes), .outcomes = *outcomes};
     if (invocation.isJson) {
-        return print(lumo::dumpJson(lumo::encode(history), lumo::JsonLayout::indented) + "\n");
+        return print(lumo::dumpJson(lumo::encode(shown), lumo::JsonLayout::indented) + "\n");
     }
-    if (history.outcomes.empty()) {
+    if (shown.outcomes.empty()) {
         return print(Words{"Todavía no se ha limpiado nada.\n", "Nothing has been cleaned yet.\n"}.in());
     }
-    return print(outcomeText(history.outcomes, OutcomeDates::shown, invocation) + "\n" +
+    return print(outcomeText(shown.outcomes, OutcomeDates::shown, invocation) + "\n" +
                  tinted(Words{"Limpiado en total: {}", "Cleaned in all: {}"}.with(
-                            lumo::ByteFormat::string(history.total)),
+                            lumo::ByteFormat::string(shown.total)),
                         Tint::strong, invocation) +
                  "\n");
 }

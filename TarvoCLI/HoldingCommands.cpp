@@ -3,14 +3,11 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
-#include "LumoCore/Cleanup/Holding.h"
-#include "LumoCore/Cleanup/Undoing.h"
-#include "Platform/Clock.h"
-#include "Platform/Folder.h"
+#include "TarvoCLI/CommandDesk.h"
 #include "TarvoCLI/Commands.h"
-#include "TarvoCLI/HomeChange.h"
 #include "TarvoCLI/Question.h"
-#include "TarvoModel/Flows/HomeChanges.h"
+#include "TarvoModel/Flows/HeldState.h"
+#include "TarvoModel/Flows/PuttingBack.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <algorithm>
@@ -18,14 +15,10 @@
 
 namespace tarvo {
 
-using lumo::CleanupOutcome;
-using lumo::PathGuard;
-using lumo::TrashedItem;
 using lumo::TrashOperationResult;
 using lumo::Words;
 using lumo::Holding::Batch;
 namespace Holding = lumo::Holding;
-namespace platform = lumo::platform;
 
 namespace {
 
@@ -50,70 +43,43 @@ std::string nothingHeld() {
     return Words{"No hay nada apartado.\n", "Nothing is in Recently Cleaned.\n"}.in();
 }
 
-/// The originals of what the batch still holds, as the log knows them.
-std::vector<std::string> originalsIn(const Batch& batch, const std::vector<CleanupOutcome>& outcomes) {
-    std::vector<std::string> originals;
-    for (const CleanupOutcome& outcome : outcomes) {
-        for (const TrashedItem& item : outcome.restorable.value_or(std::vector<TrashedItem>())) {
-            if (item.inTrash.starts_with(batch.path + "/") && platform::kindOf(item.inTrash)) {
-                originals.push_back(item.original);
-            }
-        }
-    }
-    return originals;
-}
-
-std::string batchText(const Batch& batch, const std::vector<CleanupOutcome>& outcomes,
-                      const Invocation& invocation) {
+std::string batchText(const Batch& batch, const HeldState& held, const Invocation& invocation) {
     constexpr std::size_t mostShown = 12;
     const std::string heading =
         Words{"{} · {} · se borra solo el {}", "{} · {} · deleted automatically on {}"}.with(
             lumo::momentText(batch.date), lumo::ByteFormat::string(batch.bytes),
             lumo::dayText(batch.expires()));
     std::string shown = tinted(heading, Tint::strong, invocation) + "\n";
-    const std::vector<std::string> originals = originalsIn(batch, outcomes);
-    for (std::size_t index = 0; index < std::min(originals.size(), mostShown); ++index) {
-        shown += "  " + lumo::printable(lumo::abbreviated(originals[index], invocation.home)) + "\n";
+    std::size_t count = 0;
+    for (const HeldItem& item : held.items) {
+        if (item.batch == batch.path && ++count <= mostShown) {
+            shown += "  " + lumo::printable(lumo::abbreviated(item.original, invocation.home)) + "\n";
+        }
     }
-    if (originals.size() > mostShown) {
-        shown += "  " + Words{"… y {} más", "… and {} more"}.with(originals.size() - mostShown) + "\n";
+    if (count > mostShown) {
+        shown += "  " + Words{"… y {} más", "… and {} more"}.with(count - mostShown) + "\n";
     }
     return shown;
 }
 
-/// The batches. On failure what is wrong has been said.
-std::expected<std::vector<Batch>, ExitCode> batchesOf(const PathGuard& guard) {
-    auto batches = Holding::batches(guard, platform::now());
-    if (!batches) {
-        return std::unexpected(complain(unreadableHoldingText(batches.error()), ExitCode::failed));
-    }
-    return std::move(*batches);
-}
-
 ExitCode runHolding(const Invocation& invocation) {
-    const PathGuard guard(invocation.home);
-    const auto held = batchesOf(guard);
+    const auto held = heldState(deskOf(invocation, "holding"));
     if (!held) {
-        return held.error();
+        return complain(held.error().message, ExitCode::failed);
     }
-    const std::vector<Batch>& batches = *held;
     if (invocation.isJson) {
         std::vector<ListedBatch> listed;
-        for (const Batch& batch : batches) {
+        for (const Batch& batch : held->batches) {
             listed.push_back({batch.path, batch.date, batch.bytes, batch.expires()});
         }
         return print(jsonOf(listed));
     }
-    if (batches.empty()) {
+    if (held->batches.empty()) {
         return print(nothingHeld());
     }
-    const auto outcomes = readHistory(guard.home());
-    if (!outcomes) {
-        return outcomes.error();
-    }
     std::string shown;
-    for (const Batch& batch : batches) {
-        shown += batchText(batch, *outcomes, invocation) + "\n";
+    for (const Batch& batch : held->batches) {
+        shown += batchText(batch, *held, invocation) + "\n";
     }
     return print(shown +
                  tinted(Words{"tarvo deshacer devuelve lo último a su sitio; tarvo vaciar lo borra ya.",
@@ -138,37 +104,16 @@ ExitCode tell(const TrashOperationResult& result, const Invocation& invocation) 
     return result.failures.empty() ? printed : ExitCode::failed;
 }
 
+ExitCode tell(const lumo::Result<TrashOperationResult>& result, const Invocation& invocation) {
+    return result ? tell(*result, invocation) : complain(result.error().message, ExitCode::failed);
+}
+
 ExitCode runUndo(const Invocation& invocation) {
-    const PathGuard guard(invocation.home);
-    const auto lock = lockHome(guard, "undo");
-    if (!lock) {
-        return lock.error();
-    }
-    const auto outcomes = readHistory(guard.home(), lock->unlogged());
-    if (!outcomes) {
-        return outcomes.error();
-    }
-    return tell(Holding::restore(lumo::Undoing::newestBatch(*outcomes, guard), guard), invocation);
+    return tell(undo(deskOf(invocation, "undo")), invocation);
 }
 
 ExitCode runRestore(const std::vector<std::string>& paths, const Invocation& invocation) {
-    const PathGuard guard(invocation.home);
-    const auto lock = lockHome(guard, "restore");
-    if (!lock) {
-        return lock.error();
-    }
-    const auto outcomes = readHistory(guard.home(), lock->unlogged());
-    if (!outcomes) {
-        return outcomes.error();
-    }
-    std::vector<TrashedItem> items;
-    for (const std::string& path : paths) {
-        const std::string original = platform::absolutePath(path).value_or(path);
-        // One that is not held any more has its own failure text.
-        items.push_back(lumo::Undoing::newestFrom(original, *outcomes, guard)
-                            .value_or(TrashedItem{.original = original, .inTrash = {}}));
-    }
-    return tell(Holding::restore(items, guard), invocation);
+    return tell(restore({.originals = paths}, deskOf(invocation, "restore")), invocation);
 }
 
 struct EmptyArguments {
@@ -200,21 +145,12 @@ std::optional<ExitCode> declinedEmptying(const std::vector<Batch>& batches) {
     return declined(emptyQuestion() + " " + lumo::ByteFormat::string(bytes) + ". " + emptyExplanation());
 }
 
-ExitCode emptyExpired(const Invocation& invocation) {
-    const PathGuard guard(invocation.home);
-    auto lock = lockHome(guard, "empty");
-    if (!lock) {
-        return lock.error();
+ExitCode runEmptyExpired(const Invocation& invocation) {
+    const auto expired = emptyExpired(deskOf(invocation, "empty"));
+    if (!expired) {
+        return complain(expired.error().message, ExitCode::failed);
     }
-    const auto batches = batchesOf(guard);
-    if (!batches) {
-        return batches.error();
-    }
-    const lumo::Date now = platform::now();
-    Holding::Emptied emptied;
-    if (lock->mayPurge(now, std::chrono::seconds(0))) {
-        emptied = Holding::empty(Holding::expired(*batches, now), guard);
-    } else {
+    if (expired->isPutOff) {
         complain(
             Words{"no me fío del reloj ahora: lo apartado no caduca hasta dentro de una hora, vuelve a "
                   "probar entonces",
@@ -223,15 +159,30 @@ ExitCode emptyExpired(const Invocation& invocation) {
                 .in(),
             ExitCode::done);
     }
-    if (emptied.freed == 0 && emptied.failures.empty() && !invocation.isJson) {
+    if (expired->emptied.freed == 0 && expired->emptied.failures.empty() && !invocation.isJson) {
         return print(Words{"No hay nada caducado.\n", "Nothing has expired.\n"}.in());
     }
-    return tell(emptied, invocation);
+    return tell(expired->emptied, invocation);
+}
+
+/// Asks about the batches there are; what was agreed to, or the code to answer with.
+std::expected<std::vector<Batch>, ExitCode> agreedBatches(const Desk& desk, const Invocation& invocation) {
+    const auto held = heldState(desk);
+    if (!held) {
+        return std::unexpected(complain(held.error().message, ExitCode::failed));
+    }
+    if (held->batches.empty()) {
+        return std::unexpected(tellNothingHeld(invocation));
+    }
+    if (const auto no = declinedEmptying(held->batches)) {
+        return std::unexpected(*no);
+    }
+    return held->batches;
 }
 
 ExitCode runEmpty(const EmptyArguments& arguments, const Invocation& invocation) {
     if (arguments.isOnlyExpired) {
-        return emptyExpired(invocation);
+        return runEmptyExpired(invocation);
     }
     if (const auto impossible = cannotAsk(arguments.isConfirmed)) {
         return *impossible;
@@ -239,28 +190,17 @@ ExitCode runEmpty(const EmptyArguments& arguments, const Invocation& invocation)
     if (const auto refused = refuseForeign(invocation)) {
         return *refused;
     }
-    const PathGuard guard(invocation.home);
-    const auto asked = batchesOf(guard);
-    if (!asked) {
-        return asked.error();
+    const Desk desk = deskOf(invocation, "empty");
+    if (arguments.isConfirmed) {
+        const auto emptied = emptyAll(desk);
+        return emptied ? tell(*emptied, invocation) : complain(emptied.error().message, ExitCode::failed);
     }
-    if (!arguments.isConfirmed && asked->empty()) {
-        return tellNothingHeld(invocation);
+    const auto agreed = agreedBatches(desk, invocation);
+    if (!agreed) {
+        return agreed.error();
     }
-    if (const auto no = arguments.isConfirmed ? std::nullopt : declinedEmptying(*asked)) {
-        return *no;
-    }
-    const auto lock = lockHome(guard, "empty");
-    if (!lock) {
-        return lock.error();
-    }
-    const auto now = batchesOf(guard);
-    if (!now) {
-        return now.error();
-    }
-    const std::vector<Batch>& agreed = arguments.isConfirmed ? *now : *asked;
-    return agreed.empty() ? tellNothingHeld(invocation)
-                          : tell(emptyUnchanged(agreed, *now, guard), invocation);
+    const auto emptied = emptyAgreed(*agreed, desk);
+    return emptied ? tell(*emptied, invocation) : complain(emptied.error().message, ExitCode::failed);
 }
 
 template <class Run>
@@ -282,9 +222,10 @@ void addHoldingCommands(CLI::App& app, Action& chosen) {
         addCommand(app, "restaurar", "restore", "devuelve a su sitio lo que se apartó de esas rutas",
                    "put back what was set aside from these paths");
     const auto paths = std::make_shared<std::vector<std::string>>();
-    restore->add_option("paths", *paths, Words{"dónde estaba", "where it was"}.in())
+    restore->add_option("paths", wordsInto(*paths), Words{"dónde estaba", "where it was"}.in())
         ->type_name(Words{"RUTA", "PATH"}.in())
         ->option_text(Words{"RUTA...", "PATH..."}.in())
+        ->expected(-1)
         ->required();
     choose(*restore, chosen,
            [paths](const Invocation& invocation) { return runRestore(*paths, invocation); });

@@ -5,6 +5,7 @@
 #include "Platform/Environment.h"
 #include "Platform/Folder.h"
 #include "Platform/StateFile.h"
+#include "TarvoCLI/CommandDesk.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/ReportSource.h"
 #include "TarvoCLI/Table.h"
@@ -56,11 +57,10 @@ struct DrawnMap {
     std::vector<std::string> statuses;
 };
 
-DrawnMap drawnMap(const lumo::ScanReport& report, bool isWholeDisk, double width, double height,
-                  const std::string& home) {
-    std::vector<lumo::PlanEntry> entries =
-        plannedEntries(report, Preferences::load(home), home, lumo::platform::programFolder());
-    const std::vector<Tile> tiles = DiskMap::tiles(rowsOf(report, entries), report.volume, isWholeDisk);
+DrawnMap drawnMap(const std::shared_ptr<const lumo::ScanReport>& report, bool isWholeDisk, double width,
+                  double height, const Desk& desk) {
+    std::vector<lumo::PlanEntry> entries = planned({.report = report, .reviews = Reviews::all}, desk).entries;
+    const std::vector<Tile> tiles = DiskMap::tiles(rowsOf(*report, entries), report->volume, isWholeDisk);
     TickedPlan plan;
     Selection defaults = defaultSelection(entries);
     plan.take(std::move(entries), std::move(defaults));
@@ -124,7 +124,7 @@ ExitCode runMap(const MapArguments& arguments, const Invocation& invocation) {
     }
     const auto width = static_cast<double>(arguments.width.value_or(usualWidth));
     const auto height = static_cast<double>(arguments.height.value_or(usualHeight));
-    const DrawnMap map = drawnMap(*report, arguments.isWholeDisk, width, height, invocation.home);
+    const DrawnMap map = drawnMap(*report, arguments.isWholeDisk, width, height, deskOf(invocation, "map"));
     if (arguments.picture) {
         if (const auto problem = savePicture(*arguments.picture, DiskMap::svg(map.tiles, width, height))) {
             return *problem;

@@ -1,45 +1,23 @@
 #include "TarvoCLI/PlanArguments.h"
 
 #include "LumoCore/Basics/Words.h"
-#include "Platform/Folder.h"
 #include "TarvoCLI/Commands.h"
-#include "TarvoModel/Flows/CleanupPlanning.h"
 
 namespace tarvo {
 
 using lumo::Words;
 
-namespace {
-
-std::vector<std::string> absolute(const std::vector<std::string>& folders) {
-    std::vector<std::string> paths;
-    for (const std::string& folder : folders) {
-        paths.push_back(lumo::platform::absolutePath(folder).value_or(folder));
-    }
-    return paths;
-}
-
-/// Collects the words of an option as they are: the library would take one in square brackets apart.
-CLI::callback_t gather(std::vector<std::string>& words) {
-    return [&words](const CLI::results_t& results) {
-        words = results;
-        return true;
-    };
-}
-
-} // namespace
-
 void addPlanOptions(CLI::App& command, PlanArguments& arguments) {
     command
         .add_option(
-            "--include", gather(arguments.include),
+            "--include", wordsInto(arguments.include),
             Words{"incluir también esto, que conviene mirar antes", "also include this, which needs a look"}
                 .in())
         ->type_name("ID")
         ->expected(1)
         ->take_all();
     command
-        .add_option("--only", gather(arguments.only),
+        .add_option("--only", wordsInto(arguments.only),
                     Words{"solo esto; con --only= nada", "only this; nothing with --only="}.in())
         ->type_name("ID")
         ->expected(1)
@@ -56,38 +34,49 @@ void addPlanOptions(CLI::App& command, PlanArguments& arguments) {
         ->check(isDecimal(5, "«{}» no es un número de días", "“{}” is no number of days"))
         ->type_name("N");
     command
-        .add_option("--protect", gather(arguments.protectedFolders),
+        .add_option("--protect", wordsInto(arguments.protectedFolders),
                     Words{"no tocar esta carpeta", "do not touch this folder"}.in())
         ->type_name(Words{"CARPETA", "DIR"}.in())
         ->expected(1)
         ->take_all();
     command
-        .add_option("--exclude-project", gather(arguments.excludedProjects),
+        .add_option("--exclude-project", wordsInto(arguments.excludedProjects),
                     Words{"dejar fuera este proyecto", "leave this project out"}.in())
         ->type_name(Words{"CARPETA", "DIR"}.in())
         ->expected(1)
         ->take_all();
 }
 
-std::expected<lumo::CleanupOptions, ExitCode> cleanupOptions(const PlanArguments& arguments,
-                                                             const Invocation& invocation) {
-    const Preferences preferences = Preferences::load(invocation.home);
-    if (const std::optional<std::string> problem = preferences.problem()) {
-        return std::unexpected(complain(*problem, ExitCode::failed));
-    }
-    lumo::CleanupOptions options = storedOptions(preferences);
-    options.include = {arguments.include.begin(), arguments.include.end()};
+PlanRequest planRequest(const PlanArguments& arguments) {
+    PlanRequest request{.report = nullptr,
+                        .include = {arguments.include.begin(), arguments.include.end()},
+                        .includesActiveDependencies = arguments.includesActiveDependencies,
+                        .activeDays = arguments.activeDays,
+                        .excludedProjects = arguments.excludedProjects};
     if (!arguments.only.empty()) {
-        options.only.emplace(arguments.only.begin(), arguments.only.end());
-        options.only->erase(""); // An empty one only says that there is a set.
+        request.only.emplace(arguments.only.begin(), arguments.only.end());
+        request.only->erase(""); // An empty one only says that there is a set.
     }
-    options.includeActiveDependencies = arguments.includesActiveDependencies;
-    options.activeProjectDays = arguments.activeDays.value_or(options.activeProjectDays);
     if (!arguments.protectedFolders.empty()) {
-        options.protectedFolders = absolute(arguments.protectedFolders);
+        request.protectedFolders = arguments.protectedFolders;
     }
-    options.excludedProjects = absolute(arguments.excludedProjects);
-    return options;
+    return request;
+}
+
+std::optional<ExitCode> refuseUntrustedPreferences(const Desk& desk) {
+    const std::optional<std::string> problem = preferencesProblem(desk);
+    return problem ? std::optional(complain(*problem, ExitCode::failed)) : std::nullopt;
+}
+
+std::expected<Plan, ExitCode> planOrComplain(const PlanRequest& request, const Desk& desk) {
+    if (const auto unknown = unknownIDs(request)) {
+        return std::unexpected(complain(*unknown, ExitCode::usage));
+    }
+    Plan plan = planned(request, desk);
+    if (plan.problem) {
+        return std::unexpected(complain(*plan.problem, ExitCode::failed));
+    }
+    return plan;
 }
 
 } // namespace tarvo

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "LumoCore/Cleanup/CleanupPlanner.h"
 #include "TarvoCLI/Console.h"
+#include "TarvoModel/Flows/CleanupPlanning.h"
 
 #include <CLI/CLI.hpp>
 
@@ -26,10 +26,14 @@ struct PlanArguments {
 
 void addPlanOptions(CLI::App& command, PlanArguments& arguments);
 
-/// The planner's options, with the stored preferences where an option is silent. Folders are made absolute.
-/// Without preferences that can be trusted there are none: what is wrong has been said, and the command
-/// answers the code.
-std::expected<lumo::CleanupOptions, ExitCode> cleanupOptions(const PlanArguments& arguments,
-                                                             const Invocation& invocation);
+/// What was asked for, without what is planned from.
+PlanRequest planRequest(const PlanArguments& arguments);
+
+/// Refuses before anything long is begun while the preferences cannot be trusted.
+std::optional<ExitCode> refuseUntrustedPreferences(const Desk& desk);
+
+/// The plan of that request for this moment. Where it asks for what is nobody's, or the preferences cannot be
+/// trusted, that has been said, and the command answers the code.
+std::expected<Plan, ExitCode> planOrComplain(const PlanRequest& request, const Desk& desk);
 
 } // namespace tarvo

@@ -1,15 +1,14 @@
 #include "LumoCore/Basics/Words.h"
+#include "TarvoCLI/CommandDesk.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/PlanArguments.h"
 #include "TarvoCLI/PlanText.h"
 #include "TarvoCLI/ReportSource.h"
-#include "TarvoModel/Flows/CleanupPlanning.h"
 
 #include <memory>
 
 namespace tarvo {
 
-using lumo::PlanEntry;
 using lumo::Words;
 
 namespace {
@@ -20,20 +19,25 @@ struct PlanCommandArguments {
 };
 
 ExitCode runPlan(const PlanCommandArguments& arguments, const Invocation& invocation) {
-    const auto options = cleanupOptions(arguments.plan, invocation);
-    if (!options) {
-        return options.error();
+    const Desk desk = deskOf(invocation, "plan");
+    if (const auto refused = refuseUntrustedPreferences(desk)) {
+        return *refused;
     }
+    PlanRequest request = planRequest(arguments.plan);
     const auto report = reportFrom(arguments.source, invocation);
     if (!report) {
         return report.error();
     }
-    const std::vector<PlanEntry> entries = planFor(*report, *options, invocation.home);
+    request.report = *report;
+    const auto plan = planOrComplain(request, desk);
+    if (!plan) {
+        return plan.error();
+    }
     if (invocation.isJson) {
-        return print(planJson(entries));
+        return print(planJson(plan->entries));
     }
     return print(
-        planText(entries, *options, invocation) +
+        planText(plan->entries, invocation) +
         tinted(Words{"Lo que conviene mirar antes entra con --include ID; tarvo analizar lo muestra.",
                      "What needs a look comes in with --include ID; tarvo scan shows it."}
                    .in(),

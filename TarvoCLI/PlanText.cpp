@@ -53,30 +53,13 @@ std::string section(std::string_view heading, const std::vector<PlanEntry>& entr
            table.lines(2, outputColumns(), invocation) + "\n";
 }
 
-/// A mistyped identifier would otherwise look like something that needs no cleaning.
-std::string missingText(const std::vector<PlanEntry>& entries, const lumo::CleanupOptions& options) {
-    std::set<std::string> asked = options.include;
-    asked.merge(options.only.value_or(std::set<std::string>()));
-    for (const PlanEntry& entry : entries) {
-        asked.erase(entry.action.id);
-    }
-    std::string shown;
-    for (const std::string& id : asked) {
-        shown += Words{"No hay nada que se llame {}.\n", "There is nothing called {}.\n"}.with(
-            lumo::printable(id));
-    }
-    return shown;
-}
-
 } // namespace
 
-std::string planText(const std::vector<PlanEntry>& entries, const lumo::CleanupOptions& options,
-                     const Invocation& invocation) {
+std::string planText(const std::vector<PlanEntry>& entries, const Invocation& invocation) {
     const std::string shown =
         section(Words{"Se limpiaría", "Would be cleaned"}.in(), entries, false, invocation) +
         section(Words{"Se queda fuera", "Left out"}.in(), entries, true, invocation);
-    return missingText(entries, options) +
-           (shown.empty() ? Words{"No hay nada que limpiar.\n", "There is nothing to clean.\n"}.in() : shown);
+    return shown.empty() ? Words{"No hay nada que limpiar.\n", "There is nothing to clean.\n"}.in() : shown;
 }
 
 std::string planJson(const std::vector<PlanEntry>& entries) {

@@ -9,9 +9,7 @@
 namespace tarvo {
 
 /// A plan for a person to read: what would be cleaned and how, what is left out and why.
-/// Items that were asked for by an identifier that the plan does not have are named.
-std::string planText(const std::vector<lumo::PlanEntry>& entries, const lumo::CleanupOptions& options,
-                     const Invocation& invocation);
+std::string planText(const std::vector<lumo::PlanEntry>& entries, const Invocation& invocation);
 
 /// A plan for programs.
 std::string planJson(const std::vector<lumo::PlanEntry>& entries);

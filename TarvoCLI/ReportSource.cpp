@@ -39,14 +39,14 @@ lumo::platform::SystemResult<std::string> inputFrom(const std::string& file) {
                        : lumo::platform::readWhole(file, lumo::mostJsonBytes);
 }
 
-std::expected<lumo::ScanReport, ExitCode> reportFrom(const ReportSource& source,
-                                                     const Invocation& invocation) {
+std::expected<std::shared_ptr<const lumo::ScanReport>, ExitCode> reportFrom(const ReportSource& source,
+                                                                            const Invocation& invocation) {
     if (!source.file) {
         auto report = watchedScan(lumo::RuleCatalog::all(), {.home = invocation.home}, invocation);
         if (!report) {
             return std::unexpected(ExitCode::interrupted);
         }
-        return std::move(*report);
+        return std::make_shared<const lumo::ScanReport>(std::move(*report));
     }
     const auto bytes = inputFrom(*source.file);
     if (!bytes) {
@@ -56,7 +56,7 @@ std::expected<lumo::ScanReport, ExitCode> reportFrom(const ReportSource& source,
     if (!report) {
         return std::unexpected(refuse(*source.file, report.error().message));
     }
-    return std::move(*report);
+    return std::make_shared<const lumo::ScanReport>(std::move(*report));
 }
 
 } // namespace tarvo

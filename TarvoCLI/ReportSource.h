@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 
 #include <expected>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -24,7 +25,7 @@ lumo::platform::SystemResult<std::string> inputFrom(const std::string& file);
 
 /// The saved report, or a new full scan that stores nothing. On failure what went wrong has been said
 /// already, and the command answers with the code.
-std::expected<lumo::ScanReport, ExitCode> reportFrom(const ReportSource& source,
-                                                     const Invocation& invocation);
+std::expected<std::shared_ptr<const lumo::ScanReport>, ExitCode> reportFrom(const ReportSource& source,
+                                                                            const Invocation& invocation);
 
 } // namespace tarvo

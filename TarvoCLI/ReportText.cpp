@@ -200,8 +200,8 @@ std::string unreadableText(std::int64_t count) {
 }
 
 /// What can be recovered, and what else there is to decide.
-std::string outcomeText(const ScanReport& report) {
-    const std::string safe = bytesText(report.safeBytes());
+std::string outcomeText(const ScanReport& report, std::int64_t recoverable) {
+    const std::string safe = bytesText(recoverable);
     const std::int64_t review = report.bytes(Safety::review);
     if (review == 0) {
         return Words{"Puedes recuperar {} sin riesgo.", "You can recover {} with no risk."}.with(safe);
@@ -211,7 +211,7 @@ std::string outcomeText(const ScanReport& report) {
         .with(safe, bytesText(review));
 }
 
-void addClosing(Page& page, const ScanReport& report) {
+void addClosing(Page& page, const ScanReport& report, std::int64_t recoverable) {
     page.line("");
     if (const std::int64_t unreadable = report.unreadableCount(); unreadable > 0) {
         page.line(unreadableText(unreadable), Tint::review);
@@ -222,7 +222,7 @@ void addClosing(Page& page, const ScanReport& report) {
                       .in());
         return;
     }
-    page.line(outcomeText(report), Tint::strong);
+    page.line(outcomeText(report, recoverable), Tint::strong);
     page.line(
         Words{"Qué es cada cosa y cómo se libera: tarvo reglas. Todos los detalles: tarvo analizar --json.",
               "What each thing is and how it is freed: tarvo rules. All details: tarvo scan --json."}
@@ -244,7 +244,7 @@ Tint tintOf(Safety safety) {
     return Tint::faint;
 }
 
-std::string reportText(const ScanReport& report, const Invocation& invocation) {
+std::string reportText(const ScanReport& report, std::int64_t recoverable, const Invocation& invocation) {
     Page page(invocation);
     page.line(headText(report), Tint::strong);
     addFindings(page, report, Safety::safe);
@@ -252,7 +252,7 @@ std::string reportText(const ScanReport& report, const Invocation& invocation) {
     addFindings(page, report, Safety::review);
     addUnclassified(page, report);
     addFindings(page, report, Safety::keep);
-    addClosing(page, report);
+    addClosing(page, report, recoverable);
     return page.take();
 }
 

@@ -8,8 +8,9 @@
 namespace tarvo {
 
 /// A scan report for a person to read: how full the disk is, what can go, what needs a look, what nobody
-/// knows.
-std::string reportText(const lumo::ScanReport& report, const Invocation& invocation);
+/// knows. `recoverable` is what a cleanup frees now with no risk, in bytes.
+std::string reportText(const lumo::ScanReport& report, std::int64_t recoverable,
+                       const Invocation& invocation);
 
 /// The colour that a safety has.
 Tint tintOf(lumo::Safety safety);

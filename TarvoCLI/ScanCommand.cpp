@@ -1,14 +1,15 @@
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
-#include "Platform/Clock.h"
 #include "Platform/StateFile.h"
+#include "TarvoCLI/CommandDesk.h"
 #include "TarvoCLI/Commands.h"
-#include "TarvoCLI/HomeChange.h"
 #include "TarvoCLI/ReportText.h"
 #include "TarvoCLI/WatchedScan.h"
+#include "TarvoModel/Flows/CleanupPlanning.h"
+#include "TarvoModel/Flows/HeldState.h"
 #include "TarvoModel/Flows/ScanPass.h"
-#include "TarvoModel/Flows/ScanUpkeep.h"
+#include "TarvoModel/Flows/Scanning.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <memory>
@@ -42,28 +43,26 @@ lumo::ScanOptions optionsFrom(const ScanArguments& arguments, const std::string&
     return options;
 }
 
-/// Ends what is past its days in the holding area, and says so.
-std::string purgeBefore(const Invocation& invocation) {
-    const std::int64_t purged = ScanUpkeep::purgeExpired(invocation.home, programName("scan"),
-                                                         lumo::platform::now(), std::chrono::seconds(0));
-    return purged > 0 ? purgedText(purged) + "\n" : std::string();
-}
-
 ExitCode runScan(const ScanArguments& arguments, const Invocation& invocation) {
-    const std::string purged = purgeBefore(invocation);
-    const auto report =
+    const Desk desk = deskOf(invocation, "scan");
+    const std::int64_t purged = purgeExpired(desk, std::chrono::seconds(0));
+    auto measured =
         watchedScan(rulesFor(passOf(arguments)), optionsFrom(arguments, invocation.home), invocation);
-    if (!report) {
+    if (!measured) {
         return ExitCode::interrupted;
     }
+    const auto report = std::make_shared<const lumo::ScanReport>(std::move(*measured));
     if (!arguments.isQuick && !arguments.storesNoSnapshot) {
-        ScanUpkeep::storeSnapshot(*report, programName("scan"), lumo::platform::now());
+        storeSnapshot(*report, desk);
     }
     std::string json;
     if (invocation.isJson || arguments.output) {
         json = lumo::dumpJson(lumo::encode(*report), lumo::JsonLayout::indented) + "\n";
     }
-    const ExitCode printed = print(invocation.isJson ? json : purged + reportText(*report, invocation));
+    const ExitCode printed =
+        print(invocation.isJson ? json
+                                : (purged > 0 ? purgedText(purged) + "\n" : std::string()) +
+                                      reportText(*report, recoverableBytes(report, desk), invocation));
     if (!arguments.output) {
         return printed;
     }

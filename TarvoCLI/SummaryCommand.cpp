@@ -33,7 +33,7 @@ ExitCode runSummary(const ReportSource& source, const Invocation& invocation) {
     const lumo::Date now = lumo::platform::now();
     lumo::DiskSummaryText summary;
     const auto write = [&](const lumo::AISummaryWriter::Write& writer) {
-        summary = lumo::SummaryService::summary(disk->report, disk->recoverable, now, writer);
+        summary = lumo::SummaryService::summary(*disk->report, disk->recoverable, now, writer);
     };
     if (const auto model = usersModel(invocation); !model) {
         write({});
@@ -43,7 +43,7 @@ ExitCode runSummary(const ReportSource& source, const Invocation& invocation) {
     }
     if (invocation.isJson) {
         const ShownSummary shown{summary.text, summary.byAI,
-                                 lumo::DiskSummary::facts(disk->report, disk->recoverable, now)};
+                                 lumo::DiskSummary::facts(*disk->report, disk->recoverable, now)};
         return print(lumo::dumpJson(lumo::encode(shown), lumo::JsonLayout::indented) + "\n");
     }
     std::string shown = paragraph(summary.text, readingColumns());

@@ -74,18 +74,16 @@ std::optional<Estimate> watchedEstimate(const std::string& path, const Invocatio
     return platform::wasInterrupted() ? std::nullopt : std::optional(estimate);
 }
 
-std::expected<std::string, lumo::Archiver::ArchiveError> watchedArchive(const std::string& path,
-                                                                        const Estimate& estimate,
-                                                                        const lumo::PathGuard& guard,
-                                                                        const Invocation& invocation) {
+std::expected<Archived, NotArchived> watchedArchive(const std::string& path, const Estimate& estimate,
+                                                    const Desk& desk, const Invocation& invocation) {
     lumo::Archiver::ArchiveProgress progress;
-    std::expected<std::string, lumo::Archiver::ArchiveError> archived;
+    std::expected<Archived, NotArchived> archived;
     watchWith(
         [&](const std::stop_token& stop) {
-            archived = lumo::Archiver::archive(path, lumo::Archiver::destination(path), guard,
-                                               {.expectedBytes = estimate.compressedBytes,
-                                                .progress = invocation.showsProgress ? &progress : nullptr,
-                                                .stop = stop});
+            archived = archive(path, desk,
+                               {.expectedBytes = estimate.compressedBytes,
+                                .progress = invocation.showsProgress ? &progress : nullptr,
+                                .stop = stop});
         },
         [&] { return lineOf(progress, estimate); }, invocation);
     return archived;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "LumoCore/Cleanup/Archiver.h"
 #include "TarvoCLI/Console.h"
+#include "TarvoModel/Flows/Archiving.h"
 
 #include <expected>
 #include <optional>
@@ -13,10 +13,9 @@ namespace tarvo {
 std::optional<lumo::Archiver::Estimate> watchedEstimate(const std::string& path,
                                                         const Invocation& invocation);
 
-/// Makes and verifies the archive, under the home's lock, which the caller holds, with progress on standard
-/// error. An interrupt ends it and takes everything back.
-std::expected<std::string, lumo::Archiver::ArchiveError>
-watchedArchive(const std::string& path, const lumo::Archiver::Estimate& estimate,
-               const lumo::PathGuard& guard, const Invocation& invocation);
+/// Archives the item, with progress on standard error. An interrupt ends it and takes everything back.
+std::expected<Archived, NotArchived> watchedArchive(const std::string& path,
+                                                    const lumo::Archiver::Estimate& estimate,
+                                                    const Desk& desk, const Invocation& invocation);
 
 } // namespace tarvo

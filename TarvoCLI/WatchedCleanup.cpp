@@ -2,10 +2,8 @@
 
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
-#include "Platform/Clock.h"
 #include "Platform/Terminal.h"
 #include "TarvoCLI/Watching.h"
-#include "TarvoModel/Flows/HomeChanges.h"
 
 #include <atomic>
 #include <stop_token>
@@ -37,19 +35,21 @@ void sayItEnds() {
 
 } // namespace
 
-std::vector<lumo::CleanupOutcome> watchedCleanup(const std::vector<lumo::CleanupAction>& actions,
-                                                 const lumo::PathGuard& guard, const Invocation& invocation) {
+lumo::Result<Cleaned> watchedCleanup(const PlanRequest& request,
+                                     const std::vector<lumo::CleanupAction>& agreed, const Desk& desk,
+                                     const Invocation& invocation) {
     platform::noteInterrupts();
     std::stop_source stop;
     std::stop_source cancel;
-    std::atomic<std::size_t> inHand = 0;
-    const lumo::CleanupExecutor::Control control{.onBegin = [&](std::size_t index) { inHand = index; },
-                                                 .stop = stop.get_token(),
-                                                 .cancelTool = cancel.get_token(),
-                                                 .now = platform::now};
-    std::vector<lumo::CleanupOutcome> outcomes;
+    std::vector<lumo::CleanupAction> actions; // Not changed once the first has begun.
+    std::atomic<std::size_t> begun = 0;
+    const CleanupWatch cleanup{.onPlanned = [&](const auto& planned) { actions = planned; },
+                               .onBegin = [&](std::size_t index) { begun = index + 1; },
+                               .stop = stop.get_token(),
+                               .cancelTool = cancel.get_token()};
+    lumo::Result<Cleaned> cleaned;
     bool hasShown = false;
-    watch([&] { outcomes = usualCarryOut(actions, guard, control); },
+    watch([&] { cleaned = clean(request, agreed, desk, cleanup); },
           [&](int ticks) {
               if (platform::wasInterrupted() && stop.request_stop() && invocation.showsProgress) {
                   sayItEnds();
@@ -57,15 +57,15 @@ std::vector<lumo::CleanupOutcome> watchedCleanup(const std::vector<lumo::Cleanup
               if (platform::interruptCount() > 1) {
                   cancel.request_stop();
               }
-              if (invocation.showsProgress && showsOn(ticks)) {
-                  showAction(inHand, actions);
+              if (const std::size_t count = begun; count > 0 && invocation.showsProgress && showsOn(ticks)) {
+                  showAction(count - 1, actions);
                   hasShown = true;
               }
           });
     if (hasShown) {
         platform::writeAll(platform::Stream::error, clearLine);
     }
-    return outcomes;
+    return cleaned;
 }
 
 } // namespace tarvo

@@ -1,16 +1,16 @@
 #pragma once
 
-#include "LumoCore/Cleanup/CleanupExecutor.h"
 #include "TarvoCLI/Console.h"
+#include "TarvoModel/Flows/Cleaning.h"
 
 #include <vector>
 
 namespace tarvo {
 
-/// Carries the actions out in a batch of their own, under the home's lock, which the caller holds. Shows on
-/// standard error which one is in hand. An interrupt ends it after that one, a second one ends the tool that
-/// may be running in it.
-std::vector<lumo::CleanupOutcome> watchedCleanup(const std::vector<lumo::CleanupAction>& actions,
-                                                 const lumo::PathGuard& guard, const Invocation& invocation);
+/// Carries out what was agreed to. Shows on standard error which action is in hand. An interrupt ends it
+/// after that one, a second one ends the tool that may be running in it.
+lumo::Result<Cleaned> watchedCleanup(const PlanRequest& request,
+                                     const std::vector<lumo::CleanupAction>& agreed, const Desk& desk,
+                                     const Invocation& invocation);
 
 } // namespace tarvo

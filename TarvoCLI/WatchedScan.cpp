@@ -3,8 +3,9 @@
 #include "LumoCore/Basics/Words.h"
 #include "Platform/Clock.h"
 #include "Platform/Terminal.h"
+#include "TarvoCLI/CommandDesk.h"
 #include "TarvoCLI/Watching.h"
-#include "TarvoModel/Flows/ScanPass.h"
+#include "TarvoModel/Flows/Scanning.h"
 
 #include <stop_token>
 
@@ -39,25 +40,24 @@ std::optional<lumo::ScanReport> watchedScan(const std::vector<lumo::Rule>& rules
     platform::noteInterrupts();
     std::stop_source stop;
     lumo::ScanProgress progress;
-    lumo::ScanContext context;
-    context.startedAt = platform::now();
-    context.stop = stop.get_token();
-    context.progress = &progress;
-    context.findAppCaches = appCacheRules;
 
     std::optional<lumo::ScanReport> report;
     const double start = platform::monotonicSeconds();
     bool hasShown = false;
-    watch([&] { report = lumo::Scanner::scan(rules, options, context); },
-          [&](int ticks) {
-              if (platform::wasInterrupted()) {
-                  stop.request_stop();
-              }
-              if (invocation.showsProgress && showsOn(ticks)) {
-                  showWalk(phaseText(progress.phase), progress.walked, platform::monotonicSeconds() - start);
-                  hasShown = true;
-              }
-          });
+    watch(
+        [&] {
+            report = scanned(rules, options, deskOf(invocation, "scan"),
+                             {.progress = &progress, .stop = stop.get_token()});
+        },
+        [&](int ticks) {
+            if (platform::wasInterrupted()) {
+                stop.request_stop();
+            }
+            if (invocation.showsProgress && showsOn(ticks)) {
+                showWalk(phaseText(progress.phase), progress.walked, platform::monotonicSeconds() - start);
+                hasShown = true;
+            }
+        });
     if (hasShown) {
         platform::writeAll(platform::Stream::error, clearLine);
     }

@@ -43,6 +43,13 @@ CLI::Validator isDecimal(std::size_t mostDigits, std::string_view problemEs, std
         "");
 }
 
+CLI::callback_t wordsInto(std::vector<std::string>& words) {
+    return [&words](const CLI::results_t& results) {
+        words = results;
+        return true;
+    };
+}
+
 CLI::callback_t inDecimal(std::optional<std::int64_t>& number) {
     return [&number](const CLI::results_t& words) {
         number = std::stoll(words.back(), nullptr, 10);

@@ -1,13 +1,8 @@
 #include "TarvoMCP/Answers.h"
 
 #include "LumoCore/Basics/CheckedSum.h"
-#include "LumoCore/Basics/OwnFiles.h"
-#include "LumoCore/Basics/Path.h"
-#include "LumoCore/Basics/UniqueID.h"
 #include "LumoCore/Basics/Words.h"
-#include "LumoCore/Cleanup/HistoryLog.h"
-#include "LumoCore/Cleanup/Holding.h"
-#include "TarvoModel/Flows/CleanupPlanning.h"
+#include "TarvoModel/Flows/HeldState.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <algorithm>
@@ -24,7 +19,6 @@ constexpr std::size_t mostUnknown = 50;
 constexpr std::size_t mostItems = 40;
 constexpr std::size_t mostInside = 10;
 constexpr std::size_t mostExtensions = 10;
-constexpr std::size_t idCharacters = 36; // A UUID's.
 
 template <class Value>
 std::vector<Value> firstOf(std::vector<Value> values, std::size_t most) {
@@ -57,29 +51,6 @@ JsonValue aText() {
 
 JsonValue count() {
     return schema("integer");
-}
-
-/// The id of something that is held: the beginning of its name there. Empty for what has none.
-std::string idOf(const lumo::TrashedItem& item) {
-    const std::string_view name = lumo::fileName(item.inTrash);
-    const std::string_view id = name.substr(0, idCharacters);
-    return lumo::isUniqueID(id) ? std::string(id) : std::string();
-}
-
-/// All that the log has set aside in this home's holding area and that is still there.
-std::vector<lumo::TrashedItem> stillHeld(const std::vector<lumo::CleanupOutcome>& outcomes,
-                                         const lumo::PathGuard& guard) {
-    const std::string root = lumo::Holding::root(guard.home());
-    std::vector<lumo::TrashedItem> held;
-    for (const lumo::CleanupOutcome& outcome : outcomes) {
-        for (const lumo::TrashedItem& item : outcome.restorable.value_or(std::vector<lumo::TrashedItem>())) {
-            if (lumo::isInside(item.inTrash, root) && !idOf(item).empty() &&
-                !platform::isMissing(item.inTrash)) {
-                held.push_back(item);
-            }
-        }
-    }
-    return held;
 }
 
 } // namespace
@@ -257,24 +228,19 @@ JsonValue proposalSchema() {
          {"byItsOwnToolBytes", bytes(), true}});
 }
 
-lumo::Result<HeldItems> heldItems(const lumo::PathGuard& guard, lumo::Date now) {
-    const auto outcomes = lumo::HistoryLog::outcomes(lumo::OwnFiles::historyLog(guard.home()));
-    if (!outcomes) {
-        return lumo::failure(unreadableHistoryText(outcomes.error()));
-    }
-    const auto batches = lumo::Holding::batches(guard, now);
-    if (!batches) {
-        return lumo::failure(unreadableHoldingText(batches.error()));
+lumo::Result<HeldItems> heldItems(const Desk& desk) {
+    const auto state = heldState(desk);
+    if (!state) {
+        return std::unexpected(state.error());
     }
     HeldItems held;
-    for (const lumo::Holding::Batch& batch : *batches) {
+    for (const lumo::Holding::Batch& batch : state->batches) {
         held.bytes = lumo::checkedSum(held.bytes, batch.bytes);
     }
-    for (const lumo::TrashedItem& item : stillHeld(*outcomes, guard)) {
-        const auto batch = std::ranges::find(*batches, lumo::Holding::batchOf(item.inTrash),
-                                             [](const auto& each) { return std::string_view(each.path); });
-        if (batch != batches->end()) {
-            held.items.push_back({idOf(item), item.original, batch->expires()});
+    for (const HeldItem& item : state->items) {
+        const auto batch = std::ranges::find(state->batches, item.batch, &lumo::Holding::Batch::path);
+        if (batch != state->batches.end()) {
+            held.items.push_back({item.id, item.original, batch->expires()});
         }
     }
     return held;
@@ -297,14 +263,6 @@ JsonValue heldSchema() {
                 true}})),
           true},
          {"bytes", bytes(), true}});
-}
-
-std::optional<lumo::TrashedItem> heldItemNamed(const std::string& id,
-                                               const std::vector<lumo::CleanupOutcome>& outcomes,
-                                               const lumo::PathGuard& guard) {
-    const std::vector<lumo::TrashedItem> held = stillHeld(outcomes, guard);
-    const auto found = std::ranges::find(held, id, idOf);
-    return found != held.end() && !id.empty() ? std::optional(*found) : std::nullopt;
 }
 
 } // namespace tarvo::mcp

@@ -153,32 +153,27 @@ JsonValue proposalSchema();
 Fate fateOf(const lumo::CleanupAction& action);
 
 /// Something that can be put back.
-struct HeldItem {
+struct ListedItem {
     std::string id; ///< From its name in the holding area.
     std::string original;
     lumo::Date expires;
 
     static constexpr auto fields =
-        std::tuple{lumo::field("id", &HeldItem::id), lumo::field("original", &HeldItem::original),
-                   lumo::field("expires", &HeldItem::expires)};
+        std::tuple{lumo::field("id", &ListedItem::id), lumo::field("original", &ListedItem::original),
+                   lumo::field("expires", &ListedItem::expires)};
 };
 
 struct HeldItems {
-    std::vector<HeldItem> items; ///< In the order in which they were set aside.
-    std::int64_t bytes = 0;      ///< Of everything in the holding area.
+    std::vector<ListedItem> items; ///< In the order in which they were set aside.
+    std::int64_t bytes = 0;        ///< Of everything in the holding area.
 
     static constexpr auto fields =
         std::tuple{lumo::field("items", &HeldItems::items), lumo::field("bytes", &HeldItems::bytes)};
 };
 
 /// What the log says was set aside and the holding area still has. Fails in words for the user.
-lumo::Result<HeldItems> heldItems(const lumo::PathGuard& guard, lumo::Date now);
+lumo::Result<HeldItems> heldItems(const Desk& desk);
 JsonValue heldSchema();
-
-/// The item in the holding area that a client named by its id, in the outcomes of the log.
-std::optional<lumo::TrashedItem> heldItemNamed(const std::string& id,
-                                               const std::vector<lumo::CleanupOutcome>& outcomes,
-                                               const lumo::PathGuard& guard);
 
 } // namespace tarvo::mcp
 

@@ -5,16 +5,11 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Cleanup/Archiver.h"
-#include "LumoCore/Cleanup/CleanupExecutor.h"
-#include "LumoCore/Cleanup/Holding.h"
-#include "LumoCore/Cleanup/HomeLock.h"
-#include "LumoCore/Cleanup/Undoing.h"
-#include "LumoCore/Scanning/FileTree.h"
-#include "Platform/Clock.h"
 #include "Platform/Environment.h"
 #include "TarvoMCP/Answers.h"
-#include "TarvoModel/Flows/CleanupPlanning.h"
-#include "TarvoModel/Flows/HomeChanges.h"
+#include "TarvoModel/Flows/Archiving.h"
+#include "TarvoModel/Flows/Cleaning.h"
+#include "TarvoModel/Flows/PuttingBack.h"
 #include "TarvoModel/Showing/ArchiveTexts.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
 
@@ -89,13 +84,6 @@ std::string itemLines(const std::vector<std::string>& items) {
     return lines;
 }
 
-lumo::Result<lumo::HomeLock> lockFor(const lumo::PathGuard& guard) {
-    using namespace std::chrono_literals;
-    return lumo::HomeLock::take(guard, {.program = fmt::format("tarvo mcp ({})", platform::processNumber()),
-                                        .patience = 3s,
-                                        .now = platform::now()});
-}
-
 // Cleaning.
 
 /// What the ids choose of the plan; all of it without any. A failure names an id that cannot be chosen.
@@ -121,13 +109,13 @@ lumo::Result<std::vector<CleanupAction>> chosenActions(const ProposedPlan& plan,
 std::string cleaningCommand(const ProposedPlan& plan, const std::vector<CleanupAction>& actions,
                             const std::string& home) {
     std::string words = "clean";
-    for (const std::string& id : plan.options.include) {
+    for (const std::string& id : plan.request.include) {
         words += " --include " + quoted(id);
     }
     for (const CleanupAction& action : actions) {
         words += " --only " + quoted(action.id);
     }
-    return commandLine(words + (plan.options.includeActiveDependencies ? " --dependencies" : ""), home);
+    return commandLine(words + (plan.request.includesActiveDependencies ? " --dependencies" : ""), home);
 }
 
 std::string cleaningQuestion(const std::vector<CleanupAction>& actions, const std::string& caller) {
@@ -163,53 +151,42 @@ JsonValue outcomesSchema() {
 }
 
 /// What came of it, with what failed and what was agreed to but has a reason against it by now.
-ToolAnswer answerOf(std::vector<CleanupOutcome> outcomes, std::size_t leftOut) {
-    const CleanupSums sums = sumsOf(outcomes);
-    const auto failed = std::ranges::count(outcomes, lumo::CleanupStatus::failed, &CleanupOutcome::status);
+ToolAnswer answerOf(tarvo::Cleaned cleaned) {
+    const CleanupSums sums = sumsOf(cleaned.outcomes);
+    const auto failed =
+        std::ranges::count(cleaned.outcomes, lumo::CleanupStatus::failed, &CleanupOutcome::status);
     std::string said = cleanupDone(sums);
     if (failed > 0) {
         said += Words{" · {} no se pudieron limpiar", " · {} could not be cleaned"}.with(failed);
     }
-    if (leftOut > 0) {
-        said += Words{" · {} se han dejado, porque ahora hay un motivo para no limpiarlos",
-                      " · {} were left, since there is a reason not to clean them by now"}
-                    .with(leftOut);
+    for (const LeftOut& left : cleaned.leftOut) {
+        said += Words{" · {} se ha dejado como estaba: {}", " · {} was left as it was: {}"}.with(
+            lumo::printable(left.title), lumo::printable(left.reason));
     }
     return {.text = said,
-            .structured = lumo::encode(Cleaned{std::move(outcomes), sums.freed, sums.trashed}),
+            .structured = lumo::encode(Cleaned{std::move(cleaned.outcomes), sums.freed, sums.trashed}),
             .isProblem = failed > 0};
 }
 
 ToolAnswer carryOut(Workspace& workspace, const ProposedPlan& plan, const std::vector<CleanupAction>& agreed,
                     const ToolCall& call) {
-    const lumo::PathGuard guard(workspace.home());
-    const auto lock = lockFor(guard);
-    if (!lock) {
-        return problem(lock.error().message);
+    std::vector<std::string> titles;
+    const CleanupWatch watch{
+        .onPlanned =
+            [&](const std::vector<CleanupAction>& actions) {
+                for (const CleanupAction& action : actions) {
+                    titles.push_back(lumo::printable(action.title));
+                }
+            },
+        .onBegin = [&](std::size_t index) { call.progress(static_cast<std::int64_t>(index), titles[index]); },
+        .stop = call.stop,
+        .cancelTool = call.stop};
+    auto cleaned = tarvo::clean(plan.request, agreed, workspace.desk(call.caller), watch);
+    if (!cleaned) {
+        return problem(cleaned.error().message);
     }
-    // The user may have protected something since it was proposed.
-    const Preferences preferences = Preferences::load(workspace.home());
-    if (const auto trouble = preferences.problem()) {
-        return problem(*trouble);
-    }
-    lumo::CleanupOptions options = storedOptions(preferences);
-    options.include = plan.options.include;
-    options.includeActiveDependencies = plan.options.includeActiveDependencies;
-    std::vector<lumo::PlanEntry> now = planFor(plan.report, options, workspace.home());
-    addRefusals(now, guard);
-    const std::vector<CleanupAction> actions = stillAllowed(agreed, now);
-    const lumo::CleanupExecutor::Control control{.onBegin =
-                                                     [&](std::size_t index) {
-                                                         call.progress(static_cast<std::int64_t>(index),
-                                                                       lumo::printable(actions[index].title));
-                                                     },
-                                                 .stop = call.stop,
-                                                 .cancelTool = call.stop,
-                                                 .now = platform::now,
-                                                 .caller = call.caller};
-    auto outcomes = usualCarryOut(actions, guard, control);
     workspace.forgetReports();
-    return answerOf(std::move(outcomes), agreed.size() - actions.size());
+    return answerOf(std::move(*cleaned));
 }
 
 ToolAnswer clean(Workspace& workspace, const ToolCall& call) {
@@ -240,27 +217,6 @@ ToolAnswer clean(Workspace& workspace, const ToolCall& call) {
 
 // Putting back.
 
-/// What is to be put back: the items with the ids, or without ids those of the newest batch. A failure names
-/// an id of nothing.
-lumo::Result<std::vector<TrashedItem>> itemsToRestore(const std::vector<std::string>& ids,
-                                                      const std::vector<CleanupOutcome>& outcomes,
-                                                      const lumo::PathGuard& guard) {
-    if (ids.empty()) {
-        return lumo::Undoing::newestBatch(outcomes, guard);
-    }
-    std::vector<TrashedItem> items;
-    for (const std::string& id : ids) {
-        const auto item = heldItemNamed(id, outcomes, guard);
-        if (!item) {
-            return lumo::failure(
-                Words{"nada apartado tiene el identificador «{}»", "nothing set aside has the id “{}”"}.with(
-                    lumo::printable(id)));
-        }
-        items.push_back(*item);
-    }
-    return items;
-}
-
 std::string restoringCommand(const std::vector<std::string>& ids, const std::vector<TrashedItem>& items,
                              const std::string& home) {
     std::string words = ids.empty() ? "undo" : "restore";
@@ -280,24 +236,14 @@ std::string restoringQuestion(const std::vector<TrashedItem>& items, const std::
         .with(caller, itemLines(originals));
 }
 
-/// The same from the log as it is once a recovery has been there, so that the question and the act agree.
-lumo::Result<std::vector<TrashedItem>> itemsUnderLock(const std::vector<std::string>& ids,
-                                                      const lumo::PathGuard& guard) {
-    const auto lock = lockFor(guard);
-    if (!lock) {
-        return std::unexpected(lock.error());
-    }
-    const auto history = historyUnder(*lock, guard.home());
-    return history ? itemsToRestore(ids, *history, guard) : std::unexpected(history.error());
-}
-
 ToolAnswer restore(Workspace& workspace, const ToolCall& call) {
     const auto ids = textsArgument(call.arguments, "items");
     if (!ids) {
         return problem(ids.error().message);
     }
-    const lumo::PathGuard guard(workspace.home());
-    const auto shown = itemsUnderLock(*ids, guard);
+    const Desk desk = workspace.desk(call.caller);
+    const PutBackRequest request{.ids = *ids};
+    const auto shown = itemsMeant(request, desk);
     if (!shown || shown->empty()) {
         return problem(shown ? Words{"No hay nada que deshacer.", "There is nothing to undo."}.in()
                              : shown.error().message);
@@ -307,73 +253,49 @@ ToolAnswer restore(Workspace& workspace, const ToolCall& call) {
     if (auto answer = unlessGiven(consent, restoringCommand(*ids, *shown, workspace.home()))) {
         return *answer;
     }
-    const auto lock = lockFor(guard);
-    if (!lock) {
-        return problem(lock.error().message);
+    const auto result = restoreAgreed(request, *shown, desk);
+    if (!result) {
+        return problem(result.error().message);
     }
-    const auto history = historyUnder(*lock, workspace.home());
-    const auto items = history ? itemsToRestore(*ids, *history, guard) : std::unexpected(history.error());
-    if (!items || *items != *shown) {
-        return problem(items ? Words{"Lo apartado ha cambiado mientras tanto: no se ha tocado nada.",
-                                     "What is set aside has changed meanwhile: nothing was touched."}
-                                   .in()
-                             : items.error().message);
-    }
-    const lumo::TrashOperationResult result = lumo::Holding::restore(*items, guard);
     workspace.forgetReports();
-    return {.text = restoredText(result), .structured = lumo::encode(result)};
+    return {.text = restoredText(*result), .structured = lumo::encode(*result)};
 }
 
 // Archiving.
 
-struct Archived {
+struct ArchiveAnswer {
     std::string archive;
     std::vector<CleanupOutcome> outcomes;
 
-    static constexpr auto fields =
-        std::tuple{lumo::field("archive", &Archived::archive), lumo::field("outcomes", &Archived::outcomes)};
+    static constexpr auto fields = std::tuple{lumo::field("archive", &ArchiveAnswer::archive),
+                                              lumo::field("outcomes", &ArchiveAnswer::outcomes)};
 };
 
-ToolAnswer archiveUnderLock(Workspace& workspace, const std::string& path,
-                            const lumo::Archiver::Estimate& estimate, const ToolCall& call) {
-    const lumo::PathGuard guard(workspace.home());
-    const auto lock = lockFor(guard);
-    if (!lock) {
-        return problem(lock.error().message);
-    }
-    // Measured now, since nothing may take time between the last look at the original and its move.
-    lumo::HardLinkRegistry registry;
-    const std::int64_t bytes = lumo::FileTree::measure(path, registry).allocatedBytes;
+ToolAnswer archiveAgreed(Workspace& workspace, const std::string& path,
+                         const lumo::Archiver::Estimate& estimate, const ToolCall& call) {
     lumo::Archiver::ArchiveProgress progress;
-    std::expected<std::string, lumo::Archiver::ArchiveError> archive;
+    std::expected<Archived, NotArchived> archived;
     whileTicking(
         [&] {
             call.progress(progress.writtenBytes + progress.checkedBytes,
                           lumo::printable(lumo::fileName(path)));
         },
         [&] {
-            archive = lumo::Archiver::archive(
-                path, lumo::Archiver::destination(path), guard,
+            archived = tarvo::archive(
+                path, workspace.desk(call.caller),
                 {.expectedBytes = estimate.compressedBytes, .progress = &progress, .stop = call.stop});
         });
-    if (!archive) {
-        const std::string& detail = archive.error().detail;
-        return problem(archive.error().errorDescription() +
-                       (detail.empty() ? "" : " (" + lumo::printable(detail) + ")"));
+    if (!archived) {
+        return problem(lumo::printable(archived.error().reason));
     }
-    const auto outcomes = lumo::Archiver::setAside(path, std::string(lumo::fileName(path)), bytes, guard,
-                                                   platform::now(), call.caller);
     workspace.forgetReports();
-    const std::string shown = lumo::printable(lumo::abbreviated(*archive, workspace.home()));
-    const JsonValue structured = lumo::encode(Archived{*archive, outcomes});
-    if (outcomes.front().status == lumo::CleanupStatus::failed) {
-        return {.text = originalKeptText(shown, lumo::printable(outcomes.front().message.value_or(""))),
-                .structured = structured,
-                .isProblem = true};
-    }
-    lumo::HardLinkRegistry ofArchive;
-    return {.text = archivedText(shown, lumo::FileTree::measure(*archive, ofArchive).apparentBytes),
-            .structured = structured};
+    const std::string shown = lumo::printable(lumo::abbreviated(archived->archive, workspace.home()));
+    const bool isFailed = archived->outcome.status == lumo::CleanupStatus::failed;
+    return {.text = isFailed
+                        ? originalKeptText(shown, lumo::printable(archived->outcome.message.value_or("")))
+                        : archivedText(shown, archived->archiveBytes),
+            .structured = lumo::encode(ArchiveAnswer{archived->archive, {archived->outcome}}),
+            .isProblem = isFailed};
 }
 
 ToolAnswer archive(Workspace& workspace, const ToolCall& call) {
@@ -385,7 +307,7 @@ ToolAnswer archive(Workspace& workspace, const ToolCall& call) {
     if (!path) {
         return problem(path.error().message);
     }
-    if (const auto refusal = lumo::Archiver::refusal(*path, workspace.home())) {
+    if (const auto refusal = archiveRefusal(*path, workspace.desk())) {
         return problem(*refusal);
     }
     const auto estimate = lumo::Archiver::estimate(*path, lumo::Archiver::usualSamples,
@@ -402,7 +324,7 @@ ToolAnswer archive(Workspace& workspace, const ToolCall& call) {
     if (auto answer = unlessGiven(consent, commandLine("archive " + quoted(*path), workspace.home()))) {
         return *answer;
     }
-    return archiveUnderLock(workspace, *path, estimate, call);
+    return archiveAgreed(workspace, *path, estimate, call);
 }
 
 } // namespace

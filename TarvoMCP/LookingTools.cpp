@@ -37,11 +37,6 @@ ToolAnswer stopped() {
     return problem(Words{"Interrumpido.", "Interrupted."}.in());
 }
 
-std::int64_t recoverable(const lumo::ScanReport& report, const std::string& home) {
-    const lumo::CleanupOptions options = storedOptions(Preferences::load(home));
-    return lumo::CleanupPlanner::safeRecoverableBytes(planFor(report, options, home));
-}
-
 ToolAnswer analyze(Workspace& workspace, const ToolCall& call) {
     const auto isQuick = flagArgument(call.arguments, "quick");
     if (!isQuick) {
@@ -51,7 +46,7 @@ ToolAnswer analyze(Workspace& workspace, const ToolCall& call) {
     if (!report) {
         return stopped();
     }
-    return {.text = lumo::DiskSummary::templateText(*report, recoverable(*report, workspace.home()),
+    return {.text = lumo::DiskSummary::templateText(*report, recoverableBytes(report, workspace.desk()),
                                                     platform::now()),
             .structured = lumo::encode(analysisOf(*report, *isQuick))};
 }
@@ -133,19 +128,22 @@ ToolAnswer propose(Workspace& workspace, const ToolCall& call) {
     if (!include || !dependencies) {
         return wrongArguments(include ? dependencies.error() : include.error());
     }
-    const Preferences preferences = Preferences::load(workspace.home());
-    if (const auto trouble = preferences.problem()) {
+    if (const auto trouble = preferencesProblem(workspace.desk())) {
         return problem(*trouble);
     }
     const auto report = workspace.recentReport(call);
     if (!report) {
         return stopped();
     }
-    ProposedPlan plan{.handle = {}, .report = *report, .options = storedOptions(preferences), .entries = {}};
-    plan.options.include = {include->begin(), include->end()};
-    plan.options.includeActiveDependencies = *dependencies;
-    plan.entries = planFor(plan.report, plan.options, workspace.home());
-    addRefusals(plan.entries, lumo::PathGuard(workspace.home()));
+    ProposedPlan plan{.handle = {},
+                      .request = {.report = report,
+                                  .include = {include->begin(), include->end()},
+                                  .includesActiveDependencies = *dependencies},
+                      .entries = {}};
+    if (const auto unknown = unknownIDs(plan.request)) {
+        return problem(*unknown);
+    }
+    plan.entries = planned(plan.request, workspace.desk()).entries;
     const ProposedPlan& kept = workspace.keep(std::move(plan));
     const auto actions = lumo::CleanupPlanner::actionsOf(kept.entries);
     return {.text = actions.empty()
@@ -155,7 +153,7 @@ ToolAnswer propose(Workspace& workspace, const ToolCall& call) {
 }
 
 ToolAnswer listSetAside(const Workspace& workspace, const ToolCall&) {
-    const auto held = heldItems(lumo::PathGuard(workspace.home()), platform::now());
+    const auto held = heldItems(workspace.desk());
     if (!held) {
         return problem(held.error().message);
     }

@@ -1,11 +1,14 @@
 #include "TarvoMCP/Workspace.h"
 
 #include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/UniqueID.h"
 #include "LumoCore/Basics/Words.h"
 #include "Platform/Clock.h"
 #include "Platform/Folder.h"
+#include "TarvoModel/Flows/GivenPath.h"
 #include "TarvoModel/Flows/ScanPass.h"
+#include "TarvoModel/Flows/Scanning.h"
 
 #include <algorithm>
 #include <chrono>
@@ -27,41 +30,37 @@ std::string progressText(const lumo::ScanProgress& progress) {
         lumo::ByteFormat::string(progress.walked.bytes));
 }
 
-/// Without "~" and made absolute from the home on.
-std::string spelledOut(const std::string& given, const std::string& home) {
-    if (given == "~" || given.empty() || given == ".") {
-        return home;
-    }
-    std::string path = given.starts_with("~/") ? home + given.substr(1) : given;
-    if (!path.starts_with('/')) {
-        path = home + "/" + path;
-    }
-    while (path.size() > 1 && path.ends_with('/')) {
-        path.pop_back();
-    }
-    return path;
-}
-
 } // namespace
 
-std::optional<lumo::ScanReport> Workspace::scan(bool isQuick, const ToolCall& call) {
+Desk Workspace::desk(const std::string& caller) const {
+    Desk desk = Desk::ofThisMachine(home_, "tarvo mcp");
+    if (!caller.empty()) {
+        desk.caller = caller;
+    }
+    return desk;
+}
+
+std::shared_ptr<const lumo::ScanReport> Workspace::scan(bool isQuick, const ToolCall& call) {
     lumo::ScanProgress progress;
-    lumo::ScanContext context{.startedAt = platform::now(),
-                              .stop = call.stop,
-                              .progress = &progress,
-                              .findAppCaches = appCacheRules};
     const ScanPass pass = isQuick ? ScanPass::quick : ScanPass::full;
     std::optional<lumo::ScanReport> report;
     whileTicking([&] { call.progress(progress.walked.entries, progressText(progress)); },
-                 [&] { report = lumo::Scanner::scan(rulesFor(pass), optionsFor(pass, home_), context); });
-    if (report && !isQuick) {
-        report_ = report;
+                 [&] {
+                     report = scanned(rulesFor(pass), optionsFor(pass, home_), desk(),
+                                      {.progress = &progress, .stop = call.stop});
+                 });
+    if (!report) {
+        return nullptr;
+    }
+    auto shared = std::make_shared<const lumo::ScanReport>(std::move(*report));
+    if (!isQuick) {
+        report_ = shared;
         reportedAt_ = platform::monotonicSeconds();
     }
-    return report;
+    return shared;
 }
 
-std::optional<lumo::ScanReport> Workspace::recentReport(const ToolCall& call) {
+std::shared_ptr<const lumo::ScanReport> Workspace::recentReport(const ToolCall& call) {
     constexpr double oldest = 300;
     if (report_ && platform::monotonicSeconds() - reportedAt_ < oldest) {
         return report_;
@@ -70,17 +69,10 @@ std::optional<lumo::ScanReport> Workspace::recentReport(const ToolCall& call) {
 }
 
 lumo::Result<std::string> Workspace::pathInHome(const std::string& given) const {
-    std::string path = spelledOut(given, home_);
-    if (path != home_) {
-        const lumo::PathGuard guard(home_);
-        if (!guard.base() || !path.starts_with(home_ + "/")) {
-            return lumo::failure(lumo::PathGuard::outside(path));
-        }
-        // Links on the way are followed as long as they stay in the home.
-        const auto place = guard.base()->place(std::string_view(path).substr(home_.size() + 1));
-        if (!place && !place.error().isMissing()) {
-            return lumo::failure(lumo::PathGuard::outside(path));
-        }
+    // What links on the way lead to is seen through, so that a path cannot point out of the home.
+    std::string path = given.empty() ? home_ : pathMeant(given, home_, LastLink::kept, home_);
+    if (!lumo::isInside(path, home_)) {
+        return lumo::failure(lumo::PathGuard::outside(path));
     }
     if (!platform::kindOf(path)) {
         return lumo::failure(Words{"no hay nada en {}", "there is nothing at {}"}.with(path));

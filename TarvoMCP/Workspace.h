@@ -1,12 +1,12 @@
 #pragma once
 
-#include "LumoCore/Cleanup/CleanupPlanner.h"
-#include "LumoCore/Cleanup/PathGuard.h"
 #include "LumoCore/Scanning/ScanReport.h"
 #include "TarvoMCP/Tool.h"
+#include "TarvoModel/Flows/CleanupPlanning.h"
 
 #include <deque>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,8 +16,7 @@ namespace tarvo::mcp {
 /// A cleanup that was proposed and may be carried out.
 struct ProposedPlan {
     std::string handle;
-    lumo::ScanReport report;
-    lumo::CleanupOptions options;
+    PlanRequest request;
     std::vector<lumo::PlanEntry> entries; ///< As they were shown.
     double proposedAt = 0;                ///< On the clock that is never set.
 };
@@ -29,12 +28,15 @@ class Workspace final {
 
     [[nodiscard]] const std::string& home() const { return home_; }
 
-    /// Measures the home, quickly or in full, with progress. Stores nothing and removes nothing. Absent after
+    /// The desk at which a tool works for that caller.
+    [[nodiscard]] Desk desk(const std::string& caller = {}) const;
+
+    /// Measures the home, quickly or in full, with progress. Stores nothing and removes nothing. Null after
     /// a stop.
-    std::optional<lumo::ScanReport> scan(bool isQuick, const ToolCall& call);
+    std::shared_ptr<const lumo::ScanReport> scan(bool isQuick, const ToolCall& call);
 
     /// The last full report when it is some minutes old at most, else a new one.
-    std::optional<lumo::ScanReport> recentReport(const ToolCall& call);
+    std::shared_ptr<const lumo::ScanReport> recentReport(const ToolCall& call);
 
     /// The path in the home that a client named: absolute, or from the home on, with or without "~". A
     /// failure says why it may not be looked at.
@@ -49,7 +51,7 @@ class Workspace final {
 
   private:
     std::string home_;
-    std::optional<lumo::ScanReport> report_;
+    std::shared_ptr<const lumo::ScanReport> report_;
     double reportedAt_ = 0; ///< On the clock that is never set.
     std::deque<ProposedPlan> plans_;
 };

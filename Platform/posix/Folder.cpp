@@ -1,5 +1,6 @@
 #include "Platform/Folder.h"
 
+#include "LumoCore/Basics/Path.h"
 #include "Platform/TreeTally.h"
 
 #include <dirent.h>
@@ -152,6 +153,35 @@ std::optional<std::string> linkTarget(const std::string& path) {
         return std::nullopt;
     }
     return std::string(target.data(), static_cast<std::size_t>(length));
+}
+
+SystemResult<std::string> resolvedPath(const std::string& path, FinalLink last) {
+    std::string absolute = path;
+    if (!path.starts_with('/')) {
+        std::array<char, PATH_MAX> folder = {};
+        if (getcwd(folder.data(), folder.size()) == nullptr) {
+            return failed(errno);
+        }
+        absolute = joined(folder.data(), path);
+    }
+    std::string real; // Without links as far as it goes, so that ".." is what stands before it.
+    std::vector<std::string_view> names = components(absolute);
+    std::erase_if(names, [](std::string_view name) { return name.empty() || name == "."; });
+    for (std::size_t index = 0; index < names.size(); ++index) {
+        if (names[index] == "..") {
+            real = std::string(parentOf(real));
+            continue;
+        }
+        real = joined(real, names[index]);
+        const bool follows = index + 1 < names.size() || last == FinalLink::followed;
+        if (follows && kindOf(real) == EntryKind::link) {
+            const std::unique_ptr<char, decltype(&std::free)> target(realpath(real.c_str(), nullptr),
+                                                                     &std::free);
+            real = target ? std::string(target.get()) : real;
+            real = real == "/" ? std::string() : real;
+        }
+    }
+    return real.empty() ? "/" : real;
 }
 
 SystemResult<std::string> absolutePath(const std::string& path) {

@@ -48,6 +48,11 @@ AppModel::AppModel(AppServices services, QObject* parent)
       agents_(services_.desk.home, isDemo() ? AgentDesk::Access::none : AgentDesk::Access::full),
       preview_(services_.preview, bytesOf(home())) {
     connect(&settings_, &Settings::changed, this, &AppModel::settingsHaveChanged);
+    connect(&settings_, &Settings::stored, this, [this] {
+        if (std::exchange(replansWhenStored_, false)) {
+            replan();
+        }
+    });
     connect(&settings_, &Settings::failed, this, [this](const QString& why) { setNotice(bytesOf(why)); });
     connect(&monitor_, &QTimer::timeout, this, &AppModel::look);
     connect(&ticker_, &QTimer::timeout, this, &AppModel::statusChanged);
@@ -164,6 +169,8 @@ void AppModel::settingsHaveChanged() {
     plannedDays_ = settings_.activeProjectDays();
     plannedFolders_ = settings_.protectedFolders();
     if (!hasSamePlan) {
+        // Once now with what is protected here, and once more when what is stored no longer says otherwise.
+        replansWhenStored_ = true;
         replan();
     }
 }

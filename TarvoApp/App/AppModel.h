@@ -10,6 +10,7 @@
 #include "TarvoApp/App/PreviewDesk.h"
 #include "TarvoApp/App/RowList.h"
 #include "TarvoApp/App/Settings.h"
+#include "TarvoModel/Flows/Archiving.h"
 #include "TarvoModel/Flows/ScanResult.h"
 #include "TarvoModel/Showing/Goal.h"
 
@@ -307,16 +308,19 @@ class AppModel final : public QObject {
 
     void forgetEvidence();
     void replan();
+    /// What a plan for this window takes into account besides what is stored.
+    [[nodiscard]] PlanRequest planRequest() const;
     void askModel();
     [[nodiscard]] HelpSources helpSources() const;
 
     // Cleaning.
-    /// What is to be carried out, made in the background under the home's lock for that moment's plan.
-    using Agreement = std::function<std::vector<lumo::CleanupAction>(const std::vector<lumo::PlanEntry>&)>;
+    /// A cleanup, to be carried out in the background.
+    using Cleanup =
+        std::function<lumo::Result<Cleaned>(const PlanRequest&, const Desk&, const CleanupWatch&)>;
     using WhenCleaned = std::function<void(const lumo::Result<Cleaned>&, const lumo::VolumeInfo& after)>;
-    void runCleanup(const Agreement& agreement, const WhenCleaned& whenDone);
+    void runCleanup(const Cleanup& cleanup, const WhenCleaned& whenDone);
     void cleanAgreed(const std::vector<lumo::CleanupAction>& actions);
-    void cleaned(const lumo::Result<Cleaned>& result, std::size_t agreed, const lumo::VolumeInfo& after);
+    void cleaned(const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after);
     void cleanedByItself(const lumo::Result<Cleaned>& result);
     void setShare(const ShareStats& stats);
     void takeHeld(HeldState held);
@@ -326,8 +330,7 @@ class AppModel final : public QObject {
         std::int64_t freed = 0;
     };
     /// Runs the change in the background, says what came of it, and scans again.
-    void change(const std::string& doing,
-                const std::function<lumo::Result<Changed>(const HomeDesk&)>& change);
+    void change(const std::string& doing, const std::function<lumo::Result<Changed>(const Desk&)>& change);
     void say(const lumo::Result<Changed>& changed);
 
     /// An item that may be archived, and what that would come to.
@@ -336,7 +339,7 @@ class AppModel final : public QObject {
         lumo::Archiver::Estimate estimate;
     };
     void estimated(const Archivable& item);
-    void archived(const lumo::Result<Archived>& result);
+    void archived(const std::expected<Archived, NotArchived>& result);
 
     void setConfirming(bool isAsked);
     /// True while the user has been asked something, or has said yes to what has yet to begin: then nothing
@@ -399,6 +402,7 @@ class AppModel final : public QObject {
     std::vector<lumo::CleanupAction> agreed_; ///< What the confirmation that is shown is about.
     std::int64_t plannedDays_ = 0;            ///< The preferences by which the plan was made.
     QStringList plannedFolders_;
+    bool replansWhenStored_ = false;
     int replans_ = 0; ///< Of several that were begun only the last one counts.
     bool confirming_ = false;
     bool confirmingEmpty_ = false;

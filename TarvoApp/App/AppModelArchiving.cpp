@@ -24,9 +24,9 @@ void AppModel::requestArchive(const QString& key) {
         lumo::currentLanguage());
     setPhase(phase::Archiving{.title = std::string(lumo::fileName(path))});
     background_.start(
-        [this, path, work, home = services_.desk.home](const std::stop_token& end) -> Background::Apply {
+        [this, path, work, desk = services_.desk](const std::stop_token& end) -> Background::Apply {
             const std::stop_callback forward(end, [&] { work->stop.request_stop(); });
-            if (const auto refusal = lumo::Archiver::refusal(path, home)) {
+            if (const auto refusal = tarvo::archiveRefusal(path, desk)) {
                 return [this, reason = *refusal] {
                     archiveRefusal_ = reason;
                     setPhase(phase::Idle{});
@@ -69,14 +69,14 @@ void AppModel::archive() {
             const lumo::Archiver::ArchiveControl control{.expectedBytes = item.estimate.compressedBytes,
                                                          .progress = &work->archive,
                                                          .stop = work->stop.get_token()};
-            return [this, result = archiveItem(item.path, desk, control)] { archived(result); };
+            return [this, result = tarvo::archive(item.path, desk, control)] { archived(result); };
         });
 }
 
-void AppModel::archived(const lumo::Result<Archived>& result) {
+void AppModel::archived(const std::expected<Archived, NotArchived>& result) {
     if (!result) {
         setPhase(phase::Idle{});
-        setNotice(result.error().message);
+        setNotice(result.error().reason);
         return;
     }
     const std::string shownPath = lumo::abbreviated(result->archive, services_.desk.home);

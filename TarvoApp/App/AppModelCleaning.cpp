@@ -1,7 +1,7 @@
 #include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/AppModel.h"
 #include "TarvoApp/App/QtText.h"
-#include "TarvoModel/Flows/CleanupPlanning.h"
+#include "TarvoModel/Flows/PuttingBack.h"
 #include "TarvoModel/Flows/WeeklyCleanup.h"
 #include "TarvoModel/Showing/DemoDisk.h"
 
@@ -12,7 +12,6 @@
 // The application's model from what is ticked to freed space, and back.
 namespace tarvo {
 
-using lumo::PlanEntry;
 using lumo::Words;
 
 // The user's cleanup.
@@ -64,36 +63,33 @@ void AppModel::clean() {
 
 void AppModel::cleanAgreed(const std::vector<lumo::CleanupAction>& actions) {
     freeBeforeLastCleanup_ = freeNow_.value_or(0);
-    runCleanup(
-        [agreed = actions](const std::vector<PlanEntry>& now) { return stillAllowed(agreed, now); },
-        [this, count = actions.size()](const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after) {
-            cleaned(result, count, after);
-        });
+    runCleanup([actions](const PlanRequest& request, const Desk& desk,
+                         const CleanupWatch& watch) { return tarvo::clean(request, actions, desk, watch); },
+               [this](const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after) {
+                   cleaned(result, after);
+               });
 }
 
-void AppModel::runCleanup(const Agreement& agreement, const WhenCleaned& whenDone) {
+void AppModel::runCleanup(const Cleanup& cleanup, const WhenCleaned& whenDone) {
     const auto work = beginWork();
     setPhase(phase::Cleaning{});
-    background_.start([this, work, agreement, whenDone, report = report_, desk = services_.desk,
-                       carryOut = services_.carryOut, volumeInfo = services_.volumeInfo,
-                       program = services_.applicationPath](const std::stop_token& end) -> Background::Apply {
+    background_.start([this, work, cleanup, whenDone, request = planRequest(), desk = services_.desk,
+                       carryOut = services_.carryOut,
+                       volumeInfo = services_.volumeInfo](const std::stop_token& end) -> Background::Apply {
         const std::stop_callback forward(end, [&] { work->stop.request_stop(); });
-        const lumo::CleanupExecutor::Control control{.onBegin = [&](std::size_t at) { work->action = at; },
-                                                     .stop = work->stop.get_token(),
-                                                     .cancelTool = work->cancelTool.get_token(),
-                                                     .now = desk.now};
-        const auto allowed = [&] {
-            // What the user protected a moment ago counts, whoever stored it.
-            auto actions =
-                agreement(plannedEntries(*report, Preferences::load(desk.home), desk.home, program));
+        const auto tellTitles = [&](const std::vector<lumo::CleanupAction>& actions) {
             std::vector<std::string> titles;
             for (const lumo::CleanupAction& action : actions) {
                 titles.push_back(action.title);
             }
             background_.post([work, titles] { work->titles = titles; });
-            return actions;
         };
-        const auto result = cleanAllowed(allowed, desk, carryOut, control);
+        const auto result = cleanup(request, desk,
+                                    {.onPlanned = tellTitles,
+                                     .onBegin = [&](std::size_t at) { work->action = at; },
+                                     .stop = work->stop.get_token(),
+                                     .cancelTool = work->cancelTool.get_token(),
+                                     .carryOut = carryOut});
         return [this, whenDone, result, after = volumeInfo(desk.home)] {
             const auto outcomes = result ? result->outcomes : std::vector<lumo::CleanupOutcome>();
             for (const lumo::CleanupOutcome& outcome : outcomes) {
@@ -106,8 +102,7 @@ void AppModel::runCleanup(const Agreement& agreement, const WhenCleaned& whenDon
     });
 }
 
-void AppModel::cleaned(const lumo::Result<Cleaned>& result, std::size_t agreed,
-                       const lumo::VolumeInfo& after) {
+void AppModel::cleaned(const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after) {
     if (!result) {
         setPhase(phase::Idle{});
         setNotice(result.error().message);
@@ -125,23 +120,23 @@ void AppModel::cleaned(const lumo::Result<Cleaned>& result, std::size_t agreed,
     emit outcomesChanged();
     beginScan();
     const auto failed = static_cast<std::size_t>(lastFailures().size());
-    const auto left = static_cast<std::ptrdiff_t>(agreed) - std::ssize(lastOutcomes_);
     if (failed > 0) {
         setNotice(failedText(failed, bytesOf(lastFailures().front())), failed > 1);
-    } else if (left > 0) {
-        setNotice(Words{"{} se han dejado como estaban", "{} were left as they were"}.with(left));
+    } else if (!result->leftOut.empty()) {
+        setNotice(leftOutText(result->leftOut.size(), result->leftOut.front().title,
+                              result->leftOut.front().reason));
     }
 }
 
 void AppModel::cleanedByItself(const lumo::Result<Cleaned>& result) {
-    const std::int64_t freed = result ? sumsOf(result->outcomes).freed : 0;
-    settings_.store(WeeklyCleanup::bytesKey, lumo::encode(freed));
+    settings_.reload();
     emit autoCleanStatusChanged();
     if (!result || result->outcomes.empty()) {
         setPhase(phase::Idle{});
         return;
     }
     beginScan();
+    const std::int64_t freed = sumsOf(result->outcomes).freed;
     if (const auto notice = WeeklyCleanup::notice(freed)) {
         setNotice(*notice);
         services_.notify(*WeeklyCleanup::notification(freed));
@@ -217,7 +212,7 @@ void AppModel::refreshHolding() {
 }
 
 void AppModel::change(const std::string& doing,
-                      const std::function<lumo::Result<Changed>(const HomeDesk&)>& change) {
+                      const std::function<lumo::Result<Changed>(const Desk&)>& change) {
     if (isBusy()) {
         setNotice(Words{"Ahora hay otra cosa en marcha: vuelve a probar cuando acabe",
                         "Something else is going on: try again when it has ended"}
@@ -252,8 +247,8 @@ void AppModel::say(const lumo::Result<Changed>& changed) {
 
 void AppModel::undoLastCleanup() {
     change(Words{"Devolviendo a su sitio…", "Putting back…"}.in(lumo::currentLanguage()),
-           [](const HomeDesk& desk) -> lumo::Result<Changed> {
-               const auto restored = undoNewest(desk);
+           [](const Desk& desk) -> lumo::Result<Changed> {
+               const auto restored = undo(desk);
                if (!restored) {
                    return std::unexpected(restored.error());
                }
@@ -287,7 +282,7 @@ void AppModel::emptyHolding() {
     }
     cancelEmpty();
     change(Words{"Vaciando…", "Emptying…"}.in(lumo::currentLanguage()),
-           [agreed = emptying_](const HomeDesk& desk) -> lumo::Result<Changed> {
+           [agreed = emptying_](const Desk& desk) -> lumo::Result<Changed> {
                const auto emptied = emptyAgreed(agreed, desk);
                if (!emptied) {
                    return std::unexpected(emptied.error());

@@ -3,7 +3,6 @@
 #include "TarvoApp/App/AppModel.h"
 #include "TarvoApp/App/QtText.h"
 #include "TarvoModel/Flows/CleanupPlanning.h"
-#include "TarvoModel/Flows/ScanUpkeep.h"
 #include "TarvoModel/Flows/WeeklyCleanup.h"
 #include "TarvoModel/Showing/DemoDisk.h"
 #include "TarvoModel/Showing/LowSpaceAlert.h"
@@ -65,7 +64,7 @@ void AppModel::purge() {
         (now - std::exchange(wallAnchor_, now)) -
         std::chrono::duration<double>(steady - std::exchange(steadyAnchor_, steady)));
     background_.start([this, desk = services_.desk, drift](const std::stop_token&) -> Background::Apply {
-        const std::int64_t bytes = ScanUpkeep::purgeExpired(desk.home, desk.program, desk.now(), drift);
+        const std::int64_t bytes = purgeExpired(desk, drift);
         return [this, bytes] { purged_ = bytes; };
     });
 }
@@ -73,7 +72,7 @@ void AppModel::purge() {
 void AppModel::runPass(ScanPass pass) {
     const PassRequest request{.pass = pass,
                               .desk = services_.desk,
-                              .applicationPath = services_.applicationPath,
+                              .plan = planRequest(),
                               .snapshot = services_.mode.isForReal() ? Snapshot::stored : Snapshot::dropped,
                               .full = fullReport_,
                               .cleaned = cleanedSince_,
@@ -166,22 +165,30 @@ void AppModel::loadDemo() {
         const std::string path = explanation.path;
         explanations_.insert_or_assign(path, std::move(explanation));
     }
-    ScanResult result = resultFrom(std::move(report), std::move(entries), now);
+    ScanResult result =
+        resultFrom(std::make_shared<const lumo::ScanReport>(std::move(report)), std::move(entries), now);
     result.growth = std::move(growth);
     result.held = {.batches = DemoDisk::held(now), .canUndo = true};
     apply(std::move(result));
     setPhase(phase::Idle{});
 }
 
+PlanRequest AppModel::planRequest() const {
+    PlanRequest request{
+        .report = report_, .reviews = Reviews::all, .activeDays = settings_.activeProjectDays()};
+    for (const QString& folder : settings_.protectedFolders()) {
+        request.protectedBesides.push_back(bytesOf(folder));
+    }
+    return request;
+}
+
 void AppModel::replan() {
     if (!report_ || isDemo()) {
         return;
     }
-    background_.start([this, report = report_, desk = services_.desk, preferences = settings_.preferences(),
-                       number = ++replans_,
-                       program = services_.applicationPath](const std::stop_token&) -> Background::Apply {
-        const auto entries = std::make_shared<std::vector<lumo::PlanEntry>>(
-            plannedEntries(*report, preferences, desk.home, program));
+    background_.start([this, report = report_, request = planRequest(), desk = services_.desk,
+                       number = ++replans_](const std::stop_token&) -> Background::Apply {
+        const auto entries = std::make_shared<std::vector<lumo::PlanEntry>>(planned(request, desk).entries);
         return [this, report, entries, number] {
             if (report != report_ || number != replans_) {
                 return;
@@ -354,9 +361,7 @@ void AppModel::autoCleanIfDue() {
                                              .now = now})) {
         return;
     }
-    // Before anything is cleaned: a run that ends badly is not repeated every minute.
-    settings_.store(WeeklyCleanup::dateKey, lumo::encode(now));
-    runCleanup(WeeklyCleanup::actions, [this](const lumo::Result<Cleaned>& result, const lumo::VolumeInfo&) {
+    runCleanup(WeeklyCleanup::run, [this](const lumo::Result<Cleaned>& result, const lumo::VolumeInfo&) {
         cleanedByItself(result);
     });
 }

@@ -6,8 +6,6 @@
 #include "TarvoModel/Flows/ModelChoice.h"
 #include "TarvoModel/Showing/DemoDisk.h"
 
-#include <fmt/format.h>
-
 namespace tarvo {
 
 using lumo::FolderContents::Listing;
@@ -48,11 +46,8 @@ PreviewDesk::Make previewIn(const RunMode& mode) {
 } // namespace
 
 AppServices AppServices::ofThisMachine(const std::string& home, const RunMode& mode) {
-    return {.desk = {.home = home,
-                     .program = fmt::format("tarvo-app ({})", lumo::platform::processNumber()),
-                     .now = lumo::platform::now},
+    return {.desk = Desk::ofThisMachine(home, "tarvo-app"),
             .mode = mode,
-            .applicationPath = lumo::platform::programFolder(),
             .steadySeconds = lumo::platform::steadySeconds,
             .volumeInfo = lumo::Scanner::volumeInfo,
             .carryOut = usualCarryOut,

@@ -4,7 +4,7 @@
 #include "LumoCore/Explaining/FolderEvidence.h"
 #include "TarvoApp/App/MapModel.h"
 #include "TarvoApp/App/PreviewDesk.h"
-#include "TarvoModel/Flows/HomeChanges.h"
+#include "TarvoModel/Flows/Cleaning.h"
 #include "TarvoModel/Flows/Preferences.h"
 #include "TarvoModel/Showing/Notification.h"
 #include "TarvoModel/Showing/RunMode.h"
@@ -25,9 +25,8 @@ namespace tarvo {
 /// All through which the application's model reaches the world, so that a month of use can be tried in a
 /// second. What is called on background threads says so.
 struct AppServices {
-    HomeDesk desk; ///< Of the user's home. Its clock is asked on all threads.
+    Desk desk; ///< Of the user's home. Its clock is asked on all threads.
     RunMode mode;
-    std::string applicationPath; ///< Of the running program; see `windowOptions`.
 
     /// Seconds on a clock that is never set and goes on while the machine sleeps.
     std::function<double()> steadySeconds;

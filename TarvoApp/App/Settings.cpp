@@ -134,6 +134,7 @@ void Settings::written(const PreferenceKey& key, const std::optional<lumo::JsonV
         emit failed(shown(reason));
     }
     reload();
+    emit stored();
 }
 
 void Settings::reload() {

@@ -97,6 +97,8 @@ class Settings final : public QObject {
 
   signals:
     void changed();
+    /// What was changed has been written.
+    void stored();
     /// Something could not be written; the text says what and why.
     void failed(const QString& reason);
 

@@ -1,18 +1,24 @@
 #include "TarvoModel/Flows/CleanupPlanning.h"
 
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/CleanupExecutor.h"
+#include "LumoCore/Cleanup/SavedPlan.h"
 #include "LumoCore/Inventories/AppCaches.h"
 #include "LumoCore/Inventories/AppStatus.h"
 #include "LumoCore/Rules/RuleCatalog.h"
-#include "Platform/Clock.h"
+#include "TarvoModel/Flows/GivenPath.h"
+#include "TarvoModel/Showing/Selection.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
-#include <iterator>
 
 namespace tarvo {
 
-using lumo::CleanupAction;
 using lumo::PlanEntry;
+using lumo::Words;
 
 namespace {
 
@@ -22,45 +28,29 @@ Value stored(const Preferences& preferences, std::string_view key) {
     return value ? lumo::decode<Value>(*value).value_or(Value()) : Value();
 }
 
-} // namespace
-
-lumo::CleanupOptions storedOptions(const Preferences& preferences) {
+lumo::CleanupOptions optionsOf(const PlanRequest& request, const Preferences& preferences, const Desk& desk) {
     lumo::CleanupOptions options;
-    options.activeProjectDays = stored<std::int64_t>(preferences, "diasProyectoActivo");
-    options.protectedFolders = stored<std::vector<std::string>>(preferences, "carpetasProtegidas");
+    options.include = request.include;
+    options.only = request.only;
+    options.includeActiveDependencies = request.includesActiveDependencies;
+    options.activeProjectDays =
+        request.activeDays.value_or(stored<std::int64_t>(preferences, "diasProyectoActivo"));
+    options.protectedFolders = request.protectedFolders ? pathsMeant(*request.protectedFolders, desk.home)
+                                                        : protectedFolders(preferences, desk.home);
+    for (std::string& folder : pathsMeant(request.protectedBesides, desk.home)) {
+        options.protectedFolders.push_back(std::move(folder));
+    }
+    options.excludedProjects = pathsMeant(request.excludedProjects, desk.home);
+    if (request.report && request.reviews == Reviews::all) {
+        options = windowOptions(*request.report, options);
+    }
+    if (request.report) {
+        leaveOutProjectsWith(desk.applicationPath, *request.report, options);
+    }
     return options;
 }
 
-std::vector<PlanEntry>
-withSurroundings(const std::string& home,
-                 const std::function<std::vector<PlanEntry>(const lumo::PlanSurroundings&)>& plan) {
-    const lumo::AppStatus status = lumo::AppStatus::ofThisMachine(home);
-    return plan({.now = lumo::platform::now(),
-                 .isRunning = [&](const std::string& bundleID) { return status.isRunning(bundleID); },
-                 .nameOf = [&](const std::string& bundleID) { return status.name(bundleID); }});
-}
-
-std::vector<PlanEntry> planFor(const lumo::ScanReport& report, const lumo::CleanupOptions& options,
-                               const std::string& home) {
-    return withSurroundings(home, [&](const lumo::PlanSurroundings& surroundings) {
-        return lumo::CleanupPlanner::plan(report, options, surroundings);
-    });
-}
-
-std::vector<PlanEntry> plannedEntries(const lumo::ScanReport& report, const Preferences& preferences,
-                                      const std::string& home, std::string_view applicationPath) {
-    std::vector<PlanEntry> entries =
-        planFor(report, windowOptions(report, storedOptions(preferences), applicationPath), home);
-    addRefusals(entries, lumo::PathGuard(home));
-    if (const std::optional<std::string> problem = preferences.problem()) {
-        // The folders that the user protected are not known now.
-        for (PlanEntry& entry : entries) {
-            entry.skipReason = problem;
-        }
-    }
-    return entries;
-}
-
+/// What this build knows how to clean in the home: the catalogue, and the caches of installed applications.
 std::vector<lumo::Rule> knownRules(const std::string& home) {
     std::vector<lumo::Rule> rules = lumo::RuleCatalog::all();
     std::vector<lumo::Rule> ofApps = lumo::AppCaches::rules(lumo::InstalledApp::scan(home), rules, home);
@@ -68,22 +58,112 @@ std::vector<lumo::Rule> knownRules(const std::string& home) {
     return rules;
 }
 
-std::vector<CleanupAction> stillAllowed(const std::vector<CleanupAction>& agreed,
-                                        const std::vector<PlanEntry>& now) {
-    const std::vector<CleanupAction> actions = lumo::CleanupPlanner::actionsOf(now);
-    std::vector<CleanupAction> allowed;
-    std::ranges::copy_if(agreed, std::back_inserter(allowed), [&](const CleanupAction& action) {
-        return std::ranges::find(actions, action) != actions.end();
-    });
-    return allowed;
+std::vector<PlanEntry> entriesOf(const PlanRequest& request, const lumo::CleanupOptions& options,
+                                 const Desk& desk) {
+    const lumo::AppStatus status = lumo::AppStatus::ofThisMachine(desk.home);
+    const lumo::PlanSurroundings surroundings{
+        .now = desk.now(),
+        .isRunning = [&](const std::string& bundleID) { return status.isRunning(bundleID); },
+        .nameOf = [&](const std::string& bundleID) { return status.name(bundleID); }};
+    return request.saved ? lumo::heldBackNow(*request.saved, options, knownRules(desk.home), surroundings)
+                         : lumo::CleanupPlanner::plan(*request.report, options, surroundings);
 }
 
-void addRefusals(std::vector<PlanEntry>& entries, const lumo::PathGuard& guard) {
-    for (PlanEntry& entry : entries) {
-        if (!entry.skipReason) {
+/// The ids that can be asked for: in a saved plan its own, in a report those of all that may be cleaned.
+std::set<std::string> askableIDs(const PlanRequest& request) {
+    std::set<std::string> ids;
+    for (const PlanEntry& entry : request.saved.value_or(std::vector<PlanEntry>())) {
+        ids.insert(entry.action.id);
+    }
+    if (!request.report || request.saved) {
+        return ids;
+    }
+    for (const lumo::Finding& finding : request.report->findings) {
+        if (finding.safety != lumo::Safety::keep) {
+            ids.insert(finding.ruleID);
+        }
+    }
+    for (const lumo::ProjectReport& project : request.report->projects) {
+        for (const lumo::ProjectArtifact& artifact : project.artifacts) {
+            ids.insert(lumo::artifactID(project, artifact));
+        }
+    }
+    return ids;
+}
+
+bool isInCatalogue(const std::string& id) {
+    const std::vector<lumo::Rule>& rules = lumo::RuleCatalog::all();
+    const auto rule = std::ranges::find(rules, id, &lumo::Rule::id);
+    return rule != rules.end() && rule->safety != lumo::Safety::keep;
+}
+
+} // namespace
+
+std::vector<std::string> protectedFolders(const Preferences& preferences, const std::string& home) {
+    return pathsMeant(stored<std::vector<std::string>>(preferences, "carpetasProtegidas"), home);
+}
+
+Plan planned(const PlanRequest& request, const Desk& desk) {
+    const Preferences preferences = Preferences::load(desk.home);
+    const lumo::CleanupOptions options = optionsOf(request, preferences, desk);
+    Plan plan{.entries = entriesOf(request, options, desk),
+              .protectedFolders = options.protectedFolders,
+              .problem = preferences.problem()};
+    const lumo::PathGuard guard(desk.home);
+    for (PlanEntry& entry : plan.entries) {
+        if (plan.problem) {
+            // The folders that the user protected are not known now.
+            entry.skipReason = plan.problem;
+        } else if (!entry.skipReason) {
             entry.skipReason = guard.refusal(lumo::CleanupExecutor::touchedPaths(entry.action));
         }
     }
+    return plan;
+}
+
+std::optional<std::string> preferencesProblem(const Desk& desk) {
+    return Preferences::load(desk.home).problem();
+}
+
+std::optional<std::string> unknownIDs(const PlanRequest& request) {
+    const std::set<std::string> known = askableIDs(request);
+    std::set<std::string> asked = request.include;
+    asked.merge(std::set<std::string>(request.only.value_or(std::set<std::string>())));
+    std::vector<std::string> unknown;
+    for (const std::string& id : asked) {
+        if (!known.contains(id) && (request.saved || !isInCatalogue(id))) {
+            unknown.push_back(lumo::printable(id));
+        }
+    }
+    if (unknown.empty()) {
+        return std::nullopt;
+    }
+    const std::string names = fmt::format("{}", fmt::join(unknown, ", "));
+    if (known.empty()) {
+        return Words{"no hay nada que se llame {}, ni otra cosa que limpiar",
+                     "there is nothing called {}, nor anything else to clean"}
+            .with(names);
+    }
+    std::vector<std::string> there;
+    std::ranges::transform(known, std::back_inserter(there), lumo::printable);
+    return Words{"no hay nada que se llame {}; hay: {}", "there is nothing called {}; there are: {}"}.with(
+        names, fmt::format("{}", fmt::join(there, ", ")));
+}
+
+std::int64_t recoverableBytes(const std::shared_ptr<const lumo::ScanReport>& report, const Desk& desk) {
+    return lumo::CleanupPlanner::safeRecoverableBytes(planned({.report = report}, desk).entries);
+}
+
+lumo::Result<std::vector<PlanEntry>> savedPlan(std::string_view bytes, const Desk& desk) {
+    return lumo::savedPlanFromJson(bytes, knownRules(desk.home));
+}
+
+lumo::Result<void> checkReport(const lumo::ScanReport& report, const Desk& desk) {
+    if (report.home != desk.home) {
+        return lumo::failure(Words{"es de la carpeta personal {}", "it is about the home folder {}"}.with(
+            lumo::printable(report.home)));
+    }
+    return lumo::checkCleanups(report, knownRules(desk.home));
 }
 
 } // namespace tarvo

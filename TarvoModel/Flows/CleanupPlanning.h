@@ -1,42 +1,74 @@
 #pragma once
 
+#include "LumoCore/Basics/Result.h"
 #include "LumoCore/Cleanup/CleanupPlanner.h"
-#include "LumoCore/Cleanup/PathGuard.h"
+#include "LumoCore/Rules/Rule.h"
+#include "TarvoModel/Flows/Desk.h"
 #include "TarvoModel/Flows/Preferences.h"
-#include "TarvoModel/Showing/Selection.h"
 
-#include <functional>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
-/// Plans for this machine at this moment: what every face does before it asks the user.
+/// Plans of a cleanup for this machine at this moment: what every face shows before it asks, and what is made
+/// again under the home's lock before anything is done.
 namespace tarvo {
 
-/// The planner's options as the preferences have them.
-lumo::CleanupOptions storedOptions(const Preferences& preferences);
+/// Which of the items that need a look are planned.
+enum class Reviews {
+    asked, ///< Those that were asked for.
+    all,   ///< All, where each has a row that can be ticked.
+};
 
-/// Calls the function with what the planner asks about this machine at this moment.
-std::vector<lumo::PlanEntry>
-withSurroundings(const std::string& home,
-                 const std::function<std::vector<lumo::PlanEntry>(const lumo::PlanSurroundings&)>& plan);
+/// What a cleanup may take, as somebody asked for it. Where it is silent the preferences hold.
+struct PlanRequest {
+    /// What is planned from: a report of the desk's home, never null unless there is a saved plan.
+    std::shared_ptr<const lumo::ScanReport> report;
+    std::optional<std::vector<lumo::PlanEntry>> saved = {}; ///< Planned already, in a file.
+    Reviews reviews = Reviews::asked;
+    std::set<std::string> include = {};
+    std::optional<std::set<std::string>> only = {};
+    bool includesActiveDependencies = false;
+    std::optional<std::int64_t> activeDays = {};
+    /// As somebody wrote them.
+    std::optional<std::vector<std::string>> protectedFolders = {};
+    /// Besides those: what the asker protects and may not have stored yet.
+    std::vector<std::string> protectedBesides = {};
+    std::vector<std::string> excludedProjects = {};
+};
 
-/// The plan for a report of that home.
-std::vector<lumo::PlanEntry> planFor(const lumo::ScanReport& report, const lumo::CleanupOptions& options,
-                                     const std::string& home);
+/// A plan made for one moment.
+struct Plan {
+    /// What the path guard would refuse has its reason; while `problem` stands, everything has that.
+    std::vector<lumo::PlanEntry> entries;
+    std::vector<std::string> protectedFolders; ///< By which it was made.
+    std::optional<std::string> problem;        ///< Why the preferences cannot be trusted now.
+};
 
-/// The plan that a window shows, for this machine at this moment. What the path guard would refuse has its
-/// reason; while the preferences cannot be trusted, everything has.
-std::vector<lumo::PlanEntry> plannedEntries(const lumo::ScanReport& report, const Preferences& preferences,
-                                            const std::string& home, std::string_view applicationPath);
+/// Reads the preferences, looks at what runs, and plans. Changes nothing; may be called from any thread.
+Plan planned(const PlanRequest& request, const Desk& desk);
 
-/// What this build knows how to clean in the home: the catalogue, and the caches of installed applications.
-std::vector<lumo::Rule> knownRules(const std::string& home);
+/// The folders that the user protected, as they are meant in the home.
+std::vector<std::string> protectedFolders(const Preferences& preferences, const std::string& home);
 
-/// Those of the actions, which the user agreed to, that the plan as it is now still has.
-std::vector<lumo::CleanupAction> stillAllowed(const std::vector<lumo::CleanupAction>& agreed,
-                                              const std::vector<lumo::PlanEntry>& now);
+/// Why the preferences cannot be trusted now, and so nothing may be cleaned; absent when all is well.
+std::optional<std::string> preferencesProblem(const Desk& desk);
 
-/// Gives entries without a reason the guard's, where it has one: what is shown is what will be carried out.
-void addRefusals(std::vector<lumo::PlanEntry>& entries, const lumo::PathGuard& guard);
+/// Says which ids of the request are nobody's and which there are; absent when it knows all. What the
+/// catalogue knows and this home has not is no mistake.
+std::optional<std::string> unknownIDs(const PlanRequest& request);
+
+/// What can be recovered now with no risk, by the one number that every face gives: what a cleanup frees
+/// without any more being asked for.
+std::int64_t recoverableBytes(const std::shared_ptr<const lumo::ScanReport>& report, const Desk& desk);
+
+/// Reads a saved plan or report of that home. A failure says in English what no scan or planner would have
+/// written.
+lumo::Result<std::vector<lumo::PlanEntry>> savedPlan(std::string_view bytes, const Desk& desk);
+lumo::Result<void> checkReport(const lumo::ScanReport& report, const Desk& desk);
 
 } // namespace tarvo

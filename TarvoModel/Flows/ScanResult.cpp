@@ -3,45 +3,43 @@
 #include "LumoCore/Explaining/DiskSummary.h"
 #include "LumoCore/History/SnapshotStore.h"
 #include "TarvoModel/Flows/CleanupPlanning.h"
-#include "TarvoModel/Flows/ScanUpkeep.h"
+#include "TarvoModel/Flows/Scanning.h"
 
 #include <utility>
 
 namespace tarvo {
 
-ScanResult resultFrom(lumo::ScanReport report, std::vector<lumo::PlanEntry> entries, lumo::Date now) {
+ScanResult resultFrom(std::shared_ptr<const lumo::ScanReport> report, std::vector<lumo::PlanEntry> entries,
+                      lumo::Date now) {
     ScanResult result;
-    result.rows = rowsOf(report, entries);
+    result.rows = rowsOf(*report, entries);
     result.defaults = defaultSelection(entries);
     result.recoverable = lumo::CleanupPlanner::safeRecoverableBytes(entries);
-    result.summary = lumo::DiskSummary::templateText(report, result.recoverable, now);
+    result.summary = lumo::DiskSummary::templateText(*report, result.recoverable, now);
     result.entries = std::move(entries);
-    result.report = std::make_shared<const lumo::ScanReport>(std::move(report));
+    result.report = std::move(report);
     return result;
 }
 
 std::optional<ScanResult> scanResult(const PassRequest& request) {
     const std::string& home = request.desk.home;
-    lumo::ScanContext context;
-    context.startedAt = request.desk.now();
-    context.stop = request.stop;
-    context.progress = request.progress;
-    context.findAppCaches = appCacheRules;
     std::optional<lumo::ScanReport> report =
-        lumo::Scanner::scan(rulesFor(request.pass), optionsFor(request.pass, home), context);
+        scanned(rulesFor(request.pass), optionsFor(request.pass, home), request.desk,
+                {.progress = request.progress, .stop = request.stop});
     if (!report) {
         return std::nullopt;
     }
     if (request.pass == ScanPass::quick && request.full) {
         report = complemented(std::move(*report), *request.full, request.cleaned);
     }
-    std::vector<lumo::PlanEntry> entries =
-        plannedEntries(*report, Preferences::load(home), home, request.applicationPath);
-    ScanResult result = resultFrom(std::move(*report), std::move(entries), request.desk.now());
+    const auto shared = std::make_shared<const lumo::ScanReport>(std::move(*report));
+    PlanRequest plan = request.plan;
+    plan.report = shared;
+    ScanResult result = resultFrom(shared, planned(plan, request.desk).entries, request.desk.now());
     if (request.pass == ScanPass::full) {
         result.growth = lumo::GrowthTracker::growthOf(*result.report, lumo::SnapshotStore(home).load());
         if (request.snapshot == Snapshot::stored) {
-            ScanUpkeep::storeSnapshot(*result.report, request.desk.program, request.desk.now());
+            storeSnapshot(*result.report, request.desk);
         }
     }
     auto held = heldState(request.desk);

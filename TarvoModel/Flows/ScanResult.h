@@ -2,7 +2,8 @@
 
 #include "LumoCore/History/GrowthTracker.h"
 #include "LumoCore/Scanning/Scanner.h"
-#include "TarvoModel/Flows/HomeChanges.h"
+#include "TarvoModel/Flows/CleanupPlanning.h"
+#include "TarvoModel/Flows/HeldState.h"
 #include "TarvoModel/Flows/ScanPass.h"
 #include "TarvoModel/Showing/Rows.h"
 #include "TarvoModel/Showing/Selection.h"
@@ -36,8 +37,8 @@ enum class Snapshot { stored, dropped };
 /// How a pass is made.
 struct PassRequest {
     ScanPass pass = ScanPass::quick;
-    HomeDesk desk;
-    std::string applicationPath; ///< Of the running program; see `windowOptions`.
+    Desk desk;
+    PlanRequest plan; ///< Whose report the pass makes.
     Snapshot snapshot = Snapshot::stored;
     /// What a quick pass is complemented with: the last full report, and the ids of what was cleaned since.
     std::shared_ptr<const lumo::ScanReport> full;
@@ -51,6 +52,7 @@ struct PassRequest {
 std::optional<ScanResult> scanResult(const PassRequest& request);
 
 /// The same from a report and a plan that are there already.
-ScanResult resultFrom(lumo::ScanReport report, std::vector<lumo::PlanEntry> entries, lumo::Date now);
+ScanResult resultFrom(std::shared_ptr<const lumo::ScanReport> report, std::vector<lumo::PlanEntry> entries,
+                      lumo::Date now);
 
 } // namespace tarvo

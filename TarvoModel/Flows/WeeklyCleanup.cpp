@@ -2,7 +2,7 @@
 
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Words.h"
-#include "TarvoModel/Flows/CleanupPlanning.h"
+#include "TarvoModel/Showing/CleanupTexts.h"
 
 namespace tarvo::WeeklyCleanup {
 
@@ -41,6 +41,25 @@ std::vector<lumo::CleanupAction> actions(const std::vector<lumo::PlanEntry>& ent
     std::erase_if(actions,
                   [](const lumo::CleanupAction& action) { return action.safety != lumo::Safety::safe; });
     return actions;
+}
+
+lumo::Result<Cleaned> run(const PlanRequest& request, const Desk& desk, const CleanupWatch& watch) {
+    const auto store = [&](std::string_view key, const lumo::JsonValue& value) {
+        return Preferences::load(desk.home).store(*preferenceKey(key), value);
+    };
+    const auto choose = [&](const Plan& plan) -> lumo::Result<std::vector<lumo::CleanupAction>> {
+        // Before anything is cleaned: a run that ends badly is not repeated every minute.
+        if (const auto begun = store(dateKey, lumo::encode(desk.now())); !begun) {
+            return std::unexpected(begun.error());
+        }
+        return actions(plan.entries);
+    };
+    auto cleaned = cleanChosen(request, desk, watch, choose);
+    if (cleaned) {
+        // Without the sum the settings tell one thing less, no more.
+        (void)store(bytesKey, lumo::encode(sumsOf(cleaned->outcomes).freed));
+    }
+    return cleaned;
 }
 
 std::optional<std::string> notice(std::int64_t freed, Language language) {

@@ -3,6 +3,7 @@
 #include "LumoCore/Basics/Date.h"
 #include "LumoCore/Basics/Language.h"
 #include "LumoCore/Cleanup/CleanupPlanner.h"
+#include "TarvoModel/Flows/Cleaning.h"
 #include "TarvoModel/Flows/Preferences.h"
 #include "TarvoModel/Showing/Notification.h"
 #include "TarvoModel/Showing/Phase.h"
@@ -54,6 +55,11 @@ bool isDue(const Situation& situation);
 /// What of a fresh plan it carries out: the safe entries that nothing holds back. None when they add up to
 /// too little, and then 0 is stored as what it freed.
 std::vector<lumo::CleanupAction> actions(const std::vector<lumo::PlanEntry>& entries);
+
+/// Carries it out by such a plan: under the home's lock its beginning is stored, the plan made, what is worth
+/// it cleaned, and what it freed stored in the end. A failure says why it could not begin; then nothing is
+/// stored, and it may be tried again.
+lumo::Result<Cleaned> run(const PlanRequest& request, const Desk& desk, const CleanupWatch& watch);
 
 /// What the user is told afterwards in the window and by the desktop; absent when nothing was freed.
 std::optional<std::string> notice(std::int64_t freed, lumo::Language language = lumo::currentLanguage());

@@ -93,6 +93,17 @@ std::string failedText(std::size_t count, std::string_view first, Language langu
                      .in(language, count, first);
 }
 
+std::string leftOutText(std::size_t count, std::string_view first, std::string_view reason,
+                        Language language) {
+    if (count == 1) {
+        return Words{"«{}» se ha dejado como estaba: {}", "“{}” was left as it was: {}"}.in(language, first,
+                                                                                            reason);
+    }
+    return Words{"{} elementos se han dejado como estaban; «{}»: {}",
+                 "{} items were left as they were; “{}”: {}"}
+        .in(language, count, first, reason);
+}
+
 std::string unreadableHistoryText(const lumo::platform::SystemError& error, Language language) {
     return Words{"no puedo leer el historial de limpiezas ({}): comprueba sus permisos",
                  "cannot read the cleanup history ({}): check its permissions"}

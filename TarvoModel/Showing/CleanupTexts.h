@@ -47,6 +47,10 @@ std::string cleanupDone(const CleanupSums& sums, lumo::Language language = lumo:
 std::string failedText(std::size_t count, std::string_view first,
                        lumo::Language language = lumo::currentLanguage());
 
+/// The sentence after a cleanup that left so many agreed items as they were, with the first and its reason.
+std::string leftOutText(std::size_t count, std::string_view first, std::string_view reason,
+                        lumo::Language language = lumo::currentLanguage());
+
 /// Why the cleanup log, or what is set aside, cannot be shown, as the end of a sentence.
 std::string unreadableHistoryText(const lumo::platform::SystemError& error,
                                   lumo::Language language = lumo::currentLanguage());

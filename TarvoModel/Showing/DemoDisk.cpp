@@ -169,7 +169,7 @@ lumo::ScanReport report(Date now, Language language) {
 std::vector<lumo::PlanEntry> entries(const lumo::ScanReport& report, Language language) {
     const std::string openBrowser = "com.google.Chrome";
     return lumo::CleanupPlanner::plan(
-        report, windowOptions(report, {}, {}, language),
+        report, windowOptions(report, {}, language),
         {.now = report.scannedAt,
          .isRunning = [&](const std::string& bundleID) { return bundleID == openBrowser; },
          .nameOf = [](const std::string&) { return std::string("Google Chrome"); },

@@ -14,9 +14,8 @@ using lumo::Language;
 using lumo::PlanEntry;
 using lumo::Safety;
 
-lumo::CleanupOptions windowOptions(const lumo::ScanReport& report, const lumo::CleanupOptions& stored,
-                                   std::string_view applicationPath, Language language) {
-    lumo::CleanupOptions options = stored;
+lumo::CleanupOptions windowOptions(const lumo::ScanReport& report, lumo::CleanupOptions options,
+                                   Language language) {
     for (const lumo::Finding& finding : report.findings) {
         if (finding.safety == Safety::review) {
             options.include.insert(finding.ruleID);
@@ -25,12 +24,16 @@ lumo::CleanupOptions windowOptions(const lumo::ScanReport& report, const lumo::C
     options.recentProjectHint =
         lumo::Words{" (los días se cambian en Ajustes)", " (you can change the days in Settings)"}.in(
             language);
+    return options;
+}
+
+void leaveOutProjectsWith(std::string_view applicationPath, const lumo::ScanReport& report,
+                          lumo::CleanupOptions& options) {
     for (const lumo::ProjectReport& project : report.projects) {
         if (lumo::isInside(applicationPath, project.path)) {
             options.excludedProjects.push_back(project.path);
         }
     }
-    return options;
 }
 
 Selection defaultSelection(const std::vector<PlanEntry>& entries) {

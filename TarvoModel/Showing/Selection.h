@@ -17,12 +17,14 @@ namespace tarvo {
 
 using Selection = std::set<std::string>;
 
-/// The planner's options for a window, where everything that could be cleaned has a row: what needs a look is
-/// planned as if it were ticked, and the projects that this application runs from are left out.
-/// `applicationPath` is the absolute path of the running program.
-lumo::CleanupOptions windowOptions(const lumo::ScanReport& report, const lumo::CleanupOptions& stored,
-                                   std::string_view applicationPath,
+/// The planner's options where everything that could be cleaned has a row: what needs a look is planned as if
+/// it were ticked, and the words speak of a window.
+lumo::CleanupOptions windowOptions(const lumo::ScanReport& report, lumo::CleanupOptions options,
                                    lumo::Language language = lumo::currentLanguage());
+
+/// Leaves out the projects that the running program lies in, by its absolute path.
+void leaveOutProjectsWith(std::string_view applicationPath, const lumo::ScanReport& report,
+                          lumo::CleanupOptions& options);
 
 /// The ids that a plan ticks by itself: what is safe and not held back.
 Selection defaultSelection(const std::vector<lumo::PlanEntry>& entries);

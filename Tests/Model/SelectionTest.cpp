@@ -70,9 +70,11 @@ std::vector<std::string> idsOf(const std::vector<Row>& rows) {
     return ids;
 }
 
-std::vector<PlanEntry> planned(const lumo::ScanReport& report) {
+std::vector<PlanEntry> plannedFor(const lumo::ScanReport& report) {
+    lumo::CleanupOptions options = windowOptions(report, {}, Language::en);
+    leaveOutProjectsWith(report.home + "/mine/build/app", report, options);
     return lumo::CleanupPlanner::plan(
-        report, windowOptions(report, {}, report.home + "/mine/build/app", Language::en),
+        report, options,
         {.now = now, .isRunning = [](const auto&) { return false; }, .nameOf = {}, .language = Language::en});
 }
 
@@ -80,7 +82,7 @@ std::vector<PlanEntry> planned(const lumo::ScanReport& report) {
 
 TEST(Rows, ShowEveryEntryWhatIsKeptAndWhatNobodyKnowsGroupByGroupTheLargestFirst) {
     const lumo::ScanReport report = reportOf("/home/u");
-    const std::vector<Row> rows = rowsOf(report, planned(report), Language::en);
+    const std::vector<Row> rows = rowsOf(report, plannedFor(report), Language::en);
     EXPECT_THAT(idsOf(rows), ElementsAre("proyecto:quiet/node_modules", "proyecto:busy/node_modules", "cache",
                                          "letters", "models", "photos", "sin:/home/u/Folder"));
     EXPECT_EQ(rows[0].detail, "reinstalled with npm, pnpm or bun install");
@@ -94,7 +96,7 @@ TEST(Rows, ShowEveryEntryWhatIsKeptAndWhatNobodyKnowsGroupByGroupTheLargestFirst
 }
 
 TEST(Selection, BeginsWithWhatIsSafeAndOffersTheRest) {
-    const std::vector<PlanEntry> entries = planned(reportOf("/home/u"));
+    const std::vector<PlanEntry> entries = plannedFor(reportOf("/home/u"));
     EXPECT_THAT(defaultSelection(entries), ElementsAre("cache", "proyecto:quiet/node_modules"));
     TickedPlan plan;
     plan.take(entries, {});
@@ -156,8 +158,9 @@ TEST(Selection, OffersNothingWhileThePreferencesCannotBeTrusted) {
     const tarvo::testing::TempHome home;
     const lumo::ScanReport report = reportOf(home.path());
     const auto ticked = [&] {
-        const Preferences preferences = Preferences::load(home.path());
-        return defaultSelection(plannedEntries(report, preferences, home.path(), "/opt/tarvo")).size();
+        const Plan plan = planned({.report = std::make_shared<const lumo::ScanReport>(report)},
+                                  Desk::ofThisMachine(home.path(), "tests"));
+        return defaultSelection(plan.entries).size();
     };
     home.fileWith(".config/TarvoAI/preferencias.json",
                   R"({"carpetasProtegidas":[")" + home.path("Cache") + R"("],"diasProyectoActivo":0})");

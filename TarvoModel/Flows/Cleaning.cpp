@@ -1,0 +1,92 @@
+#include "TarvoModel/Flows/Cleaning.h"
+
+#include "LumoCore/Basics/OwnFiles.h"
+#include "LumoCore/Basics/Words.h"
+#include "LumoCore/Cleanup/HistoryLog.h"
+#include "LumoCore/Cleanup/Holding.h"
+#include "LumoCore/Cleanup/Mover.h"
+
+#include <algorithm>
+
+namespace tarvo {
+
+using lumo::CleanupAction;
+using lumo::CleanupOutcome;
+using lumo::PathGuard;
+using lumo::PlanEntry;
+using lumo::Words;
+
+std::vector<CleanupOutcome> usualCarryOut(const std::vector<CleanupAction>& actions, const PathGuard& guard,
+                                          const lumo::CleanupExecutor::Control& control) {
+    lumo::Mover mover(guard, lumo::Holding::newBatch(guard.home(), control.now()));
+    return lumo::CleanupExecutor::run(actions, guard, lumo::OwnFiles::historyLog(guard.home()), mover,
+                                      lumo::CleanupExecutor::SafeItems::deletedAtOnce, control);
+}
+
+std::vector<LeftOut> leftOutNow(const std::vector<CleanupAction>& agreed, const std::vector<PlanEntry>& now) {
+    std::vector<LeftOut> left;
+    for (const CleanupAction& action : agreed) {
+        const auto found =
+            std::ranges::find_if(now, [&](const PlanEntry& entry) { return entry.action.id == action.id; });
+        if (found == now.end()) {
+            left.push_back({action.id, action.title,
+                            Words{"ya no está en el plan", "it is no longer in the plan"}.in()});
+        } else if (found->skipReason) {
+            left.push_back({action.id, action.title, *found->skipReason});
+        } else if (std::ranges::none_of(now, [&](const PlanEntry& entry) {
+                       return entry.action == action && !entry.skipReason;
+                   })) {
+            left.push_back(
+                {action.id, action.title,
+                 Words{"ha cambiado desde la pregunta", "it has changed since the question"}.in()});
+        }
+    }
+    return left;
+}
+
+lumo::Result<Cleaned>
+cleanChosen(const PlanRequest& request, const Desk& desk, const CleanupWatch& watch,
+            const std::function<lumo::Result<std::vector<CleanupAction>>(const Plan&)>& choose) {
+    const auto lock = lockHome(PathGuard(desk.home), desk);
+    if (!lock) {
+        return std::unexpected(lock.error());
+    }
+    const Plan plan = planned(request, desk);
+    if (plan.problem) {
+        return lumo::failure(*plan.problem);
+    }
+    const auto actions = choose(plan);
+    if (!actions) {
+        return std::unexpected(actions.error());
+    }
+    if (watch.onPlanned) {
+        watch.onPlanned(*actions);
+    }
+    const lumo::CleanupExecutor::Control control{.onBegin = watch.onBegin,
+                                                 .stop = watch.stop,
+                                                 .cancelTool = watch.cancelTool,
+                                                 .now = desk.now,
+                                                 .caller = desk.caller};
+    const std::int64_t lifetimeBefore = lumo::CleanupHistory::total(desk.home);
+    const PathGuard guard(desk.home);
+    return Cleaned{.outcomes = watch.carryOut(*actions, guard, control), .lifetimeBefore = lifetimeBefore};
+}
+
+lumo::Result<Cleaned> clean(const PlanRequest& request, const std::vector<CleanupAction>& agreed,
+                            const Desk& desk, const CleanupWatch& watch) {
+    std::vector<LeftOut> left;
+    auto cleaned = cleanChosen(request, desk, watch, [&](const Plan& now) {
+        left = leftOutNow(agreed, now.entries);
+        std::vector<CleanupAction> allowed = agreed;
+        std::erase_if(allowed, [&](const CleanupAction& action) {
+            return std::ranges::find(left, action.id, &LeftOut::id) != left.end();
+        });
+        return lumo::Result<std::vector<CleanupAction>>(std::move(allowed));
+    });
+    if (cleaned) {
+        cleaned->leftOut = std::move(left);
+    }
+    return cleaned;
+}
+
+} // namespace tarvo

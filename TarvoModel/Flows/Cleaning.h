@@ -1,0 +1,68 @@
+#pragma once
+
+#include "LumoCore/Cleanup/CleanupExecutor.h"
+#include "TarvoModel/Flows/CleanupPlanning.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <stop_token>
+#include <string>
+#include <vector>
+
+/// Cleaning a home: what the user agreed to, as far as it is still allowed.
+namespace tarvo {
+
+/// Carries out actions under the guard: `usualCarryOut`, or a stand-in for it.
+using CarryOut = std::function<std::vector<lumo::CleanupOutcome>(
+    const std::vector<lumo::CleanupAction>&, const lumo::PathGuard&, const lumo::CleanupExecutor::Control&)>;
+
+/// The executor: the user's own into a new batch of the holding area, what recreates itself deleted at once,
+/// each with its line in the log.
+std::vector<lumo::CleanupOutcome> usualCarryOut(const std::vector<lumo::CleanupAction>& actions,
+                                                const lumo::PathGuard& guard,
+                                                const lumo::CleanupExecutor::Control& control);
+
+/// How a cleanup is watched and ended. All is called on the thread that cleans.
+struct CleanupWatch {
+    /// What will be carried out, once that is certain.
+    std::function<void(const std::vector<lumo::CleanupAction>&)> onPlanned = {};
+    std::function<void(std::size_t index)> onBegin = {}; ///< One of these begins.
+    std::stop_token stop = {};                           ///< Ends after the action in hand.
+    std::stop_token cancelTool = {};                     ///< Ends a tool that is running, too.
+    CarryOut carryOut = usualCarryOut;
+};
+
+/// Something that was agreed to and was not done, and why.
+struct LeftOut {
+    std::string id;
+    std::string title;
+    std::string reason;
+
+    friend bool operator==(const LeftOut&, const LeftOut&) = default;
+};
+
+/// What came of a cleanup.
+struct Cleaned {
+    std::vector<lumo::CleanupOutcome> outcomes;
+    std::vector<LeftOut> leftOut;
+    std::int64_t lifetimeBefore = 0; ///< See `CleanupHistory::total`.
+};
+
+/// Carries out what was agreed to. Under the home's lock the preferences are read and the plan is made once
+/// more; what it no longer has, or has changed, or now has a reason against, is left out. A failure says why
+/// nothing at all was done.
+lumo::Result<Cleaned> clean(const PlanRequest& request, const std::vector<lumo::CleanupAction>& agreed,
+                            const Desk& desk, const CleanupWatch& watch = {});
+
+/// Why the agreed actions cannot be carried out by the plan as it is now: those and the reasons.
+std::vector<LeftOut> leftOutNow(const std::vector<lumo::CleanupAction>& agreed,
+                                const std::vector<lumo::PlanEntry>& now);
+
+/// The same without anybody agreeing, for `choose` takes what it wants of the plan of that moment. Where it
+/// takes nothing, nothing is done.
+lumo::Result<Cleaned>
+cleanChosen(const PlanRequest& request, const Desk& desk, const CleanupWatch& watch,
+            const std::function<lumo::Result<std::vector<lumo::CleanupAction>>(const Plan&)>& choose);
+
+} // namespace tarvo

@@ -1,0 +1,46 @@
+#include "TarvoModel/Flows/Desk.h"
+
+#include "LumoCore/Basics/OwnFiles.h"
+#include "LumoCore/Cleanup/HistoryLog.h"
+#include "Platform/Clock.h"
+#include "Platform/Environment.h"
+#include "TarvoModel/Showing/CleanupTexts.h"
+
+#include <fmt/format.h>
+
+#include <chrono>
+
+namespace tarvo {
+
+using lumo::CleanupOutcome;
+using lumo::HomeLock;
+
+Desk Desk::ofThisMachine(const std::string& home, std::string_view program) {
+    return {.home = home,
+            .program = fmt::format("{} ({})", program, lumo::platform::processNumber()),
+            .now = lumo::platform::now,
+            .applicationPath = lumo::platform::programFolder()};
+}
+
+lumo::Result<HomeLock> lockHome(const lumo::PathGuard& guard, const Desk& desk) {
+    using namespace std::chrono_literals;
+    return HomeLock::take(guard, {.program = desk.program, .patience = 3s, .now = desk.now()});
+}
+
+lumo::Result<std::vector<CleanupOutcome>> history(const Desk& desk) {
+    auto outcomes = lumo::HistoryLog::outcomes(lumo::OwnFiles::historyLog(desk.home));
+    if (!outcomes) {
+        return lumo::failure(unreadableHistoryText(outcomes.error()));
+    }
+    return std::move(*outcomes);
+}
+
+lumo::Result<std::vector<CleanupOutcome>> history(const Desk& desk, const HomeLock& lock) {
+    auto outcomes = history(desk);
+    if (outcomes) {
+        outcomes->insert(outcomes->end(), lock.unlogged().begin(), lock.unlogged().end());
+    }
+    return outcomes;
+}
+
+} // namespace tarvo

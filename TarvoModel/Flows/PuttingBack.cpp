@@ -1,0 +1,99 @@
+#include "TarvoModel/Flows/PuttingBack.h"
+
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
+#include "LumoCore/Cleanup/Holding.h"
+#include "LumoCore/Cleanup/Undoing.h"
+#include "TarvoModel/Flows/GivenPath.h"
+#include "TarvoModel/Flows/HeldState.h"
+
+namespace tarvo {
+
+using lumo::CleanupOutcome;
+using lumo::PathGuard;
+using lumo::TrashedItem;
+using lumo::TrashOperationResult;
+using lumo::Words;
+
+namespace {
+
+using Items = std::vector<TrashedItem>;
+
+/// Does something with the log under the lock.
+template <class Value>
+lumo::Result<Value> withHistory(
+    const Desk& desk,
+    const std::function<lumo::Result<Value>(const std::vector<CleanupOutcome>&, const PathGuard&)>& act) {
+    const PathGuard guard(desk.home);
+    const auto lock = lockHome(guard, desk);
+    if (!lock) {
+        return std::unexpected(lock.error());
+    }
+    const auto outcomes = history(desk, *lock);
+    return outcomes ? act(*outcomes, guard) : std::unexpected(outcomes.error());
+}
+
+lumo::Result<Items> meant(const PutBackRequest& request, const std::vector<CleanupOutcome>& outcomes,
+                          const PathGuard& guard) {
+    if (request.originals.empty() && request.ids.empty()) {
+        return lumo::Undoing::newestBatch(outcomes, guard);
+    }
+    Items items;
+    for (const std::string& word : request.originals) {
+        const std::string original = pathMeant(word, guard.home());
+        // One that is not held any more has its own failure text.
+        items.push_back(lumo::Undoing::newestFrom(original, outcomes, guard)
+                            .value_or(TrashedItem{.original = original, .inTrash = {}}));
+    }
+    for (const std::string& id : request.ids) {
+        const auto item = heldItemNamed(id, outcomes, guard);
+        if (!item) {
+            return lumo::failure(
+                Words{"nada apartado tiene el identificador «{}»", "nothing set aside has the id “{}”"}.with(
+                    lumo::printable(id)));
+        }
+        items.push_back(*item);
+    }
+    return items;
+}
+
+} // namespace
+
+lumo::Result<TrashOperationResult> undo(const Desk& desk) {
+    return withHistory<TrashOperationResult>(desk, [](const auto& outcomes, const PathGuard& guard) {
+        return lumo::Holding::restore(lumo::Undoing::newestBatch(outcomes, guard), guard);
+    });
+}
+
+lumo::Result<TrashOperationResult> restore(const PutBackRequest& request, const Desk& desk) {
+    return withHistory<TrashOperationResult>(
+        desk, [&](const auto& outcomes, const PathGuard& guard) -> lumo::Result<TrashOperationResult> {
+            const auto items = meant(request, outcomes, guard);
+            return items ? lumo::Holding::restore(*items, guard)
+                         : lumo::Result<TrashOperationResult>(std::unexpected(items.error()));
+        });
+}
+
+lumo::Result<Items> itemsMeant(const PutBackRequest& request, const Desk& desk) {
+    return withHistory<Items>(
+        desk, [&](const auto& outcomes, const PathGuard& guard) { return meant(request, outcomes, guard); });
+}
+
+lumo::Result<TrashOperationResult> restoreAgreed(const PutBackRequest& request, const Items& agreed,
+                                                 const Desk& desk) {
+    return withHistory<TrashOperationResult>(
+        desk, [&](const auto& outcomes, const PathGuard& guard) -> lumo::Result<TrashOperationResult> {
+            const auto items = meant(request, outcomes, guard);
+            if (!items) {
+                return std::unexpected(items.error());
+            }
+            if (*items != agreed) {
+                return lumo::failure(Words{"Lo apartado ha cambiado mientras tanto: no se ha tocado nada.",
+                                           "What is set aside has changed meanwhile: nothing was touched."}
+                                         .in());
+            }
+            return lumo::Holding::restore(*items, guard);
+        });
+}
+
+} // namespace tarvo
