@@ -233,7 +233,8 @@ void addExplainCommand(CLI::App& app, Action& chosen) {
                          .in())
         ->type_name("")
         ->option_text(Words{"RUTA...", "PATH..."}.in())
-        ->expected(0, CLI::detail::expected_max_vector_size);
+        ->expected(-1)
+        ->take_all();
     command->add_flag(
         "--evidence", arguments->showsEvidence,
         Words{"mostrar lo que se le enseñaría a un modelo de IA", "show what an AI model would be shown"}

@@ -226,6 +226,7 @@ void addHoldingCommands(CLI::App& app, Action& chosen) {
         ->type_name(Words{"RUTA", "PATH"}.in())
         ->option_text(Words{"RUTA...", "PATH..."}.in())
         ->expected(-1)
+        ->take_all()
         ->required();
     choose(*restore, chosen,
            [paths](const Invocation& invocation) { return runRestore(*paths, invocation); });

@@ -171,7 +171,7 @@ TEST(AppStories, WhatIsProtectedBetweenQuestionAndAnswerStays) {
     story.app().clean();
     ASSERT_TRUE(story.waitUntilIdle());
     EXPECT_TRUE(story.hasCache());
-    EXPECT_EQ(bytesOf(story.app().notice()), "1 were left as they were");
+    EXPECT_EQ(bytesOf(story.app().notice()), "“npx temporary packages” was left as it was: it's in a folder protected in Settings");
     EXPECT_EQ(story.app().selectedBytes(), 0) << "the new plan knows";
 }
 

@@ -132,6 +132,34 @@ Ran runOnTerminal(const std::string& program, const Arguments& arguments, const 
     return ran;
 }
 
+Ran answerOnTerminal(const std::string& program, const Arguments& arguments, const Arguments& environment,
+                     std::string_view question, const std::function<std::string()>& answer) {
+    int terminal = -1;
+    const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (child == 0) {
+        Arguments words = wordsOf(program, arguments);
+        Arguments variables = environment;
+        execve(program.c_str(), pointersOf(words).data(), pointersOf(variables).data());
+        _exit(127);
+    }
+    Ran ran;
+    bool isAnswered = false;
+    std::array<char, 4096> buffer = {};
+    for (ssize_t count = 0; (count = read(terminal, buffer.data(), buffer.size())) > 0;) {
+        ran.output.append(buffer.data(), static_cast<std::size_t>(count));
+        if (!isAnswered && ran.output.find(question) != std::string::npos) {
+            isAnswered = true;
+            const std::string typed = answer();
+            if (write(terminal, typed.data(), typed.size()) < 0) {
+                break;
+            }
+        }
+    }
+    close(terminal);
+    setEnd(ran, child);
+    return ran;
+}
+
 std::string tarvoProgram() {
     return TARVO_PROGRAM;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,6 +50,10 @@ Ran runProgram(const std::string& program, const Arguments& arguments, const Arg
 /// `output`.
 Ran runOnTerminal(const std::string& program, const Arguments& arguments, const Arguments& environment,
                   std::string_view typed);
+
+/// The same; once the program has shown `question`, what `answer` gives is typed.
+Ran answerOnTerminal(const std::string& program, const Arguments& arguments, const Arguments& environment,
+                     std::string_view question, const std::function<std::string()>& answer);
 
 /// The built command.
 std::string tarvoProgram();

@@ -1,0 +1,70 @@
+#include "TarvoModel/Flows/Cleaning.h"
+#include "TarvoModel/Flows/ScanPass.h"
+#include "TarvoModel/Flows/Scanning.h"
+#include "Tests/support/TempHome.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using namespace tarvo;
+using namespace tarvo::testing;
+using lumo::CleanupAction;
+using lumo::PlanEntry;
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+namespace {
+
+std::shared_ptr<const lumo::ScanReport> reportOf(const Desk& desk) {
+    return std::make_shared<const lumo::ScanReport>(
+        scanned(rulesFor(ScanPass::full), optionsFor(ScanPass::full, desk.home), desk).value());
+}
+
+PlanEntry entry(const std::string& id, std::int64_t bytes, std::optional<std::string> reason = {}) {
+    return {.action = {.id = id, .title = id, .estimatedBytes = bytes}, .skipReason = std::move(reason)};
+}
+
+} // namespace
+
+TEST(Planning, NamesIdsThatAreNobodysAndThoseThereAre) {
+    // A mistyped identifier was passed over without a word.
+    const TempHome home;
+    home.file(".cache/whisper/model", 2000000);
+    home.files({"app/package.json", "app/node_modules/x"}, 2000000);
+    const Desk desk = Desk::ofThisMachine(home.path(), "tests");
+    const auto report = reportOf(desk);
+    EXPECT_THAT(unknownIDs({.report = report, .include = {"nonsense"}}).value_or(""),
+                AllOf(HasSubstr("nonsense"), HasSubstr("whisper"), HasSubstr("proyecto:app/node_modules")));
+    EXPECT_TRUE(unknownIDs({.report = report, .only = {{"photos-library"}}})) << "is kept";
+    EXPECT_FALSE(unknownIDs({.report = report, .include = {"whisper", "huggingface"}}))
+        << "what the catalogue knows and this home has not is no mistake";
+}
+
+TEST(Planning, ProtectsWhatTheAskerHasNotStoredYetBesidesWhatIsStored) {
+    const TempHome home;
+    home.file(".npm/_npx/tool", 2000000);
+    home.file(".cache/uv/wheel", 2000000);
+    home.fileWith(".config/TarvoAI/preferencias.json", R"({"carpetasProtegidas": ["~/.npm/"]})");
+    const Desk desk = Desk::ofThisMachine(home.path(), "tests");
+    const PlanRequest request{.report = reportOf(desk), .protectedBesides = {home.path(".cache/uv")}};
+    for (const PlanEntry& each : planned(request, desk).entries) {
+        EXPECT_EQ(each.skipReason, lumo::CleanupPlanner::protectedReason()) << each.action.id;
+    }
+    EXPECT_EQ(recoverableBytes(request.report, desk), 2002944) << "of what is stored alone";
+}
+
+TEST(Cleaning, LeavesOutWhatIsGoneWhatHasChangedAndWhatHasAReason) {
+    std::vector<CleanupAction> agreed;
+    for (const char* id : {"same", "gone", "grown", "held"}) {
+        agreed.push_back(entry(id, 1).action);
+    }
+    const std::vector<LeftOut> left =
+        leftOutNow(agreed, {entry("same", 1), entry("grown", 2), entry("held", 1, "quit it first")});
+    EXPECT_THAT(eachOf(left, &LeftOut::id), ElementsAre("gone", "grown", "held"));
+    EXPECT_EQ(left.back().reason, "quit it first");
+    EXPECT_THAT(left.front().reason, Not(left[1].reason));
+}
