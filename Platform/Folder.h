@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LumoCore/Basics/Timestamp.h"
+#include "Platform/FolderStatus.h"
 #include "Platform/SystemError.h"
 
 #include <cstdint>
@@ -35,10 +36,17 @@ bool isProgram(const std::string& path);
 /// nothing when it cannot be listed.
 std::vector<std::string> namesIn(const std::string& folder);
 
+/// True when the path, with links followed, is a folder that can be listed.
+bool canList(const std::string& folder);
+
+/// True when a regular file directly in the folder is a compiled program: some of its permission bits let it
+/// be run, and it begins as the ELF format wants it. What cannot be read holds none.
+bool holdsCompiledProgram(const std::string& folder);
+
 /// Hands every name in the folder and its kind to the visitor, in the order of the disk.
-/// Returns the folder's device, absent when the folder cannot be opened or is a link. A visitor that returns
+/// Returns the folder's status, absent when the folder cannot be opened or is a link. A visitor that returns
 /// false ends the visit.
-std::optional<std::uint64_t>
+std::optional<FolderStatus>
 visitFolder(const std::string& folder,
             const std::function<bool(std::string_view name, EntryKind kind)>& visitor);
 
@@ -48,5 +56,8 @@ std::optional<std::string> linkTarget(const std::string& path);
 /// The path made absolute against the working directory, without ".", ".." and doubled or final slashes, so
 /// that it can be compared with others as text. One with ".." must exist; links in it are resolved then.
 SystemResult<std::string> absolutePath(const std::string& path);
+
+/// Where the path leads with all links followed; absent when it leads nowhere.
+std::optional<std::string> resolvedPath(const std::string& path);
 
 } // namespace lumo::platform
