@@ -72,30 +72,25 @@ class ExtensionTally final {
 /// A folder near the root of a tree, until all of it has been read. There may be very many of these.
 struct Branch {
     Branch* parent = nullptr; ///< None for the root.
+    std::string name;
     std::size_t mostParts = 0;
     std::int64_t allocatedBytes = 0;            ///< Without the parts that have not joined it yet.
     std::unique_ptr<LargestParts> entries = {}; ///< None before the first, and where entries are no parts.
     /// Files with several names lie below: what the folder takes is known when all of these are settled.
     bool waitsForLinks = false;
-    struct Ended;
-    std::vector<Ended> waiting = {}; ///< Folders in it that have been read and wait so.
+    std::vector<std::unique_ptr<Branch>> waiting = {}; ///< Folders in it that have been read and wait so.
 
     /// The parts in it, to be added to.
     LargestParts& parts();
     void addBytes(std::int64_t bytes);
 
     /// Counts a folder in it, of which all has been read, as a part.
-    void join(std::string name, std::unique_ptr<Branch> ended);
+    void join(std::unique_ptr<Branch> ended);
     /// Everything in it, once nothing waits any more.
     [[nodiscard]] TreeParts take();
 
   private:
-    void joinNow(std::string name, Branch& ended);
-};
-
-struct Branch::Ended {
-    std::string name;
-    std::unique_ptr<Branch> branch;
+    void joinNow(Branch& ended);
 };
 
 /// Which name of each file with several counts in a breakdown: the first of its paths in byte order, however

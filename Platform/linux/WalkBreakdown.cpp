@@ -41,6 +41,7 @@ void WalkBreakdown::giveBranch(WalkedFolder& folder, std::int64_t ownBytes) cons
     Branch* above = folder.parent != nullptr ? folder.parent->branch : nullptr;
     // Freed by `end`.
     folder.branch = std::make_unique<Branch>(Branch{.parent = above,
+                                                    .name = folder.name,
                                                     .mostParts = mostPartsAt(folder.depth, limits_),
                                                     .allocatedBytes = ownBytes})
                         .release();
@@ -61,7 +62,7 @@ void WalkBreakdown::end(const WalkedFolder& folder) {
     if (folder.parent == nullptr) {
         root_.reset(folder.branch);
     } else if (folder.parent->branch != folder.branch) {
-        folder.parent->branch->join(folder.name, std::unique_ptr<Branch>(folder.branch));
+        folder.parent->branch->join(std::unique_ptr<Branch>(folder.branch));
     }
 }
 

@@ -158,27 +158,27 @@ void Branch::addBytes(std::int64_t bytes) {
     allocatedBytes = checkedSum(allocatedBytes, bytes);
 }
 
-void Branch::join(std::string name, std::unique_ptr<Branch> ended) {
+void Branch::join(std::unique_ptr<Branch> ended) {
     if (ended->waitsForLinks) {
-        waiting.push_back({std::move(name), std::move(ended)});
+        waiting.push_back(std::move(ended));
     } else {
-        joinNow(std::move(name), *ended);
+        joinNow(*ended);
     }
 }
 
-void Branch::joinNow(std::string name, Branch& ended) {
+void Branch::joinNow(Branch& ended) {
     // First, since what waited in the folder adds to its bytes.
     TreeParts below = ended.take();
     addBytes(ended.allocatedBytes);
-    parts().add({.name = std::move(name),
+    parts().add({.name = std::move(ended.name),
                  .allocatedBytes = ended.allocatedBytes,
                  .isFolder = true,
                  .parts = std::move(below)});
 }
 
 TreeParts Branch::take() {
-    for (Ended& ended : std::exchange(waiting, {})) {
-        joinNow(std::move(ended.name), *ended.branch);
+    for (const std::unique_ptr<Branch>& ended : std::exchange(waiting, {})) {
+        joinNow(*ended);
     }
     return entries ? entries->take() : TreeParts();
 }

@@ -22,12 +22,6 @@ bool holds(const std::vector<std::string>& names, std::string_view name) {
     return std::ranges::find(names, name) != names.end();
 }
 
-/// A folder near the root that is being read.
-struct OpenPart {
-    std::string name;
-    std::unique_ptr<Branch> branch;
-};
-
 /// What the trees of one walk share.
 struct Shared {
     const WalkContext& context;
@@ -73,7 +67,7 @@ class PortableWalk {
         TreeBreakdown breakdown;
         breakdown.sums = std::move(sums.front());
         if (!open_.empty()) {
-            breakdown.parts = open_.front().branch->take();
+            breakdown.parts = open_.front()->take();
         }
         extensions_.addTo(breakdown);
         return breakdown;
@@ -146,14 +140,14 @@ class PortableWalk {
         endParts(level);
         const bool isPart = level == 0 || mostPartsAt(level - 1, *limits_) > 0;
         if (open_.empty() || (isPart && entry.fts_info == FTS_D)) {
-            open_.push_back({std::string(name), newBranch(level, bytes)});
+            open_.push_back(newBranch(name, level, bytes));
         } else {
-            open_.back().branch->addBytes(bytes);
+            open_.back()->addBytes(bytes);
         }
         if (entry.fts_info == FTS_D) {
             return;
         }
-        Branch& branch = *open_.back().branch;
+        Branch& branch = *open_.back();
         if (counted == Counted::linkedFile) {
             linkedParts_.meet(identityOf(*entry.fts_statp), {entry.fts_path, entry.fts_pathlen}, branch,
                               isPart && level > 0);
@@ -162,18 +156,20 @@ class PortableWalk {
         }
     }
 
-    [[nodiscard]] std::unique_ptr<Branch> newBranch(std::size_t level, std::int64_t bytes) const {
-        Branch* above = open_.empty() ? nullptr : open_.back().branch.get();
-        return std::make_unique<Branch>(
-            Branch{.parent = above, .mostParts = mostPartsAt(level, *limits_), .allocatedBytes = bytes});
+    [[nodiscard]] std::unique_ptr<Branch> newBranch(std::string_view name, std::size_t level,
+                                                    std::int64_t bytes) const {
+        return std::make_unique<Branch>(Branch{.parent = open_.empty() ? nullptr : open_.back().get(),
+                                               .name = std::string(name),
+                                               .mostParts = mostPartsAt(level, *limits_),
+                                               .allocatedBytes = bytes});
     }
 
     /// The open parts are those above the entry that the walk is at; all others have been read.
     void endParts(std::size_t level) {
         while (open_.size() > level) {
-            OpenPart ended = std::move(open_.back());
+            std::unique_ptr<Branch> ended = std::move(open_.back());
             open_.pop_back();
-            open_.back().branch->join(std::move(ended.name), std::move(ended.branch));
+            open_.back()->join(std::move(ended));
         }
     }
 
@@ -185,8 +181,8 @@ class PortableWalk {
     TreeTally tally_;
     TreeSums sums_;
 
-    const BreakdownLimits* limits_; ///< None when nothing is broken down.
-    std::vector<OpenPart> open_;    ///< From the root downwards.
+    const BreakdownLimits* limits_;             ///< None when nothing is broken down.
+    std::vector<std::unique_ptr<Branch>> open_; ///< From the root downwards.
     LinkedParts linkedParts_;
     ExtensionTally extensions_;
 };
