@@ -4,6 +4,7 @@
 #include "LumoAI/ExplanationCache.h"
 #include "LumoAI/WithTimeout.h"
 #include "LumoCore/Explaining/HeuristicExplainer.h"
+#include "LumoCore/Explaining/KnownPlaces.h"
 
 namespace lumo {
 
@@ -31,12 +32,16 @@ std::map<std::string, Explanation> ExplanationService::explain(const std::vector
         return explanations;
     }
     const bool isModelUsable = !model.unavailableReason(settings.language);
+    const KnownPlaces known(settings.home);
     ExplanationCache cache = ExplanationCache::ofHome(settings.cacheHome);
     bool isCacheChanged = false;
     for (std::size_t index = 0; index < folders.size(); ++index) {
         const FolderEvidence evidence = FolderEvidence::gather(folders[index], settings.home, settings.apps,
                                                                settings.watch, settings.language);
-        std::optional<Explanation> explanation = cache.lookup(evidence, settings.now);
+        std::optional<Explanation> explanation = known.explain(evidence, settings.now, settings.language);
+        if (!explanation) {
+            explanation = cache.lookup(evidence, settings.now);
+        }
         if (!explanation && isModelUsable) {
             explanation = askModel(evidence, model, settings);
             if (explanation) {

@@ -28,10 +28,11 @@ struct ExplanationSettings {
 
 namespace ExplanationService {
 
-/// An explanation of each folder, by path, one folder at a time: a recent one by a model if there is one that
-/// still fits, else the model's, which is kept for the next time, else one by rule of thumb, which is not.
-/// Whether the model can be used is asked once, and nothing is asked without folders. After a stop the
-/// folders that are not done are missing. Never fails; that explanations could not be kept goes unsaid.
+/// An explanation of each folder, by path, one folder at a time: what is certain of its place, about which no
+/// model is asked, else a recent one by a model if there is one that still fits, else the model's, which is
+/// kept for the next time, else one by rule of thumb, which is not. Whether the model can be used is asked
+/// once, and nothing is asked without folders. After a stop the folders that are not done are missing. Never
+/// fails; that explanations could not be kept goes unsaid.
 std::map<std::string, Explanation> explain(const std::vector<std::string>& folders, LanguageModel& model,
                                            const ExplanationSettings& settings);
 

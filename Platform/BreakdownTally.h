@@ -1,10 +1,11 @@
 #pragma once
 
-#include "Platform/TreeWalk.h"
+#include "Platform/LinkedFiles.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -66,6 +67,52 @@ class ExtensionTally final {
     std::int64_t otherBytes_ = 0;
     Sums::value_type* last_ = nullptr; ///< The sum added to last: neighbours mostly share their extension.
     std::string extension_;            ///< Kept for its memory.
+};
+
+/// A folder near the root of a tree, until all of it has been read. There may be very many of these.
+struct Branch {
+    Branch* parent = nullptr; ///< None for the root.
+    std::string name;
+    std::size_t mostParts = 0;
+    std::int64_t allocatedBytes = 0;            ///< Without the parts that have not joined it yet.
+    std::unique_ptr<LargestParts> entries = {}; ///< None before the first, and where entries are no parts.
+    /// Files with several names lie below: what the folder takes is known when all of these are settled.
+    bool waitsForLinks = false;
+    std::vector<std::unique_ptr<Branch>> waiting = {}; ///< Folders in it that have been read and wait so.
+
+    /// The parts in it, to be added to.
+    LargestParts& parts();
+    void addBytes(std::int64_t bytes);
+
+    /// Counts a folder in it, of which all has been read, as a part.
+    void join(std::unique_ptr<Branch> ended);
+    /// Everything in it, once nothing waits any more.
+    [[nodiscard]] TreeParts take();
+
+  private:
+    void joinNow(Branch& ended);
+};
+
+/// Which name of each file with several counts in a breakdown: the first of its paths in byte order, however
+/// the walk comes to them.
+class LinkedParts final {
+  public:
+    /// Notes a name of the file, with the branch that it lies in. In a folder whose entries are parts the
+    /// file is one, too.
+    void meet(FileIdentity file, std::string path, Branch& branch, bool isPart);
+
+    /// Charges the file to the name that counts; without bytes to none. Each file is to be settled once.
+    void settle(FileIdentity file, std::optional<std::int64_t> bytes, ExtensionTally& extensions);
+
+  private:
+    struct Name {
+        std::string path;
+        Branch* branch = nullptr;
+        bool isPart = false;
+
+        void leaveOut() const;
+    };
+    std::unordered_map<FileIdentity, Name, HashOfIdentity> first_;
 };
 
 } // namespace lumo::platform

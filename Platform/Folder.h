@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LumoCore/Basics/Timestamp.h"
+#include "Platform/FolderStatus.h"
 #include "Platform/SystemError.h"
 
 #include <cstdint>
@@ -35,10 +36,17 @@ bool isProgram(const std::string& path);
 /// nothing when it cannot be listed.
 std::vector<std::string> namesIn(const std::string& folder);
 
+/// True when the path, with links followed, is a folder that can be listed.
+bool canList(const std::string& folder);
+
+/// True when a regular file directly in the folder is a compiled program: some of its permission bits let it
+/// be run, and it begins as the ELF format wants it. What cannot be read holds none.
+bool holdsCompiledProgram(const std::string& folder);
+
 /// Hands every name in the folder and its kind to the visitor, in the order of the disk.
-/// Returns the folder's device, absent when the folder cannot be opened or is a link. A visitor that returns
+/// Returns the folder's status, absent when the folder cannot be opened or is a link. A visitor that returns
 /// false ends the visit.
-std::optional<std::uint64_t>
+std::optional<FolderStatus>
 visitFolder(const std::string& folder,
             const std::function<bool(std::string_view name, EntryKind kind)>& visitor);
 
@@ -52,9 +60,12 @@ SystemResult<std::string> absolutePath(const std::string& path);
 /// What becomes of a link in the last place of a path.
 enum class FinalLink { followed, kept };
 
-/// The path made absolute against the working directory, without ".", "..", doubled or final slashes, with all
-/// links resolved that stand on the way, and the last one where that is asked. What does not exist, and what
-/// stands behind a link that leads nowhere, keeps its name.
+/// The path made absolute against the working directory, without ".", "..", doubled or final slashes, with
+/// all links resolved that stand on the way, and the last one where that is asked. What does not exist, and
+/// what stands behind a link that leads nowhere, keeps its name.
 SystemResult<std::string> resolvedPath(const std::string& path, FinalLink last);
+
+/// Where the path leads with all links followed; absent when it leads nowhere.
+std::optional<std::string> realPath(const std::string& path);
 
 } // namespace lumo::platform

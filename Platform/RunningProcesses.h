@@ -10,6 +10,7 @@ struct RunningProcess {
     std::string executable;    ///< File name of its program; empty when the system hides it.
     std::string argumentZero;  ///< File name part of how it was called.
     std::string applicationID; ///< What the desktop started it as; empty when unknown.
+    std::string path = {};     ///< Of its program, absolute; empty when the system hides it.
 };
 
 /// The processes that can be seen now.

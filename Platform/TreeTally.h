@@ -1,12 +1,28 @@
 #pragma once
 
 #include "LumoCore/Basics/CheckedSum.h"
+#include "Platform/LinkedFiles.h"
 #include "Platform/TreeWalk.h"
 
 #include <sys/stat.h>
 
 /// How one entry enters the sums of its tree: shared by all walkers, so that they cannot differ in it.
 namespace lumo::platform {
+
+/// What counting the entries of one tree needs to know besides them.
+struct Counting {
+    const WalkContext& context;
+    LinkedFiles& linked; ///< Of the whole walk.
+    std::size_t request; ///< Which of the walk's trees it is.
+};
+
+/// What became of an entry.
+enum class Counted {
+    otherEntry,   ///< It is no regular file.
+    file,         ///< It was charged.
+    linkedFile,   ///< It has several names, and is charged when all are known.
+    countedClone, ///< A clone of it was counted before.
+};
 
 /// Sums of a part of a tree, kept by one thread until they are merged.
 struct TreeTally {
@@ -22,12 +38,13 @@ struct TreeTally {
     /// Counts one entry by its status. `clone` yields the identity that its clones share, if it has any; it
     /// is asked only for regular files with blocks.
     template <class Clone>
-    void count(const struct stat& status, bool isDated, const WalkContext& context, Clone&& clone);
+    Counted count(const struct stat& status, bool isDated, const Counting& counting, Clone&& clone);
 
     void addTo(TreeSums& sums) const;
 
   private:
-    void charge(const struct stat& status, bool isDated);
+    void date(const struct stat& status);
+    void charge(const struct stat& status);
 };
 
 /// When the entry was last changed.
@@ -35,27 +52,37 @@ Timestamp modificationDateOf(const struct stat& status);
 
 std::int64_t bytesOfBlocks(std::int64_t blocks);
 
-inline FileIdentity identityOf(const struct stat& status) {
-    // The kernel's device numbers have 32 bits; only the C library's type is wider.
-    return {static_cast<std::int32_t>(status.st_dev), status.st_ino};
-}
+FileIdentity identityOf(const struct stat& status);
 
 template <class Clone>
-void TreeTally::count(const struct stat& status, bool isDated, const WalkContext& context, Clone&& clone) {
+Counted TreeTally::count(const struct stat& status, bool isDated, const Counting& counting, Clone&& clone) {
     if (!S_ISREG(status.st_mode)) {
         allocatedBytes = checkedSum(allocatedBytes, bytesOfBlocks(status.st_blocks));
-        return;
+        return Counted::otherEntry;
     }
-    if (status.st_nlink >= 2 && !context.claimLink(identityOf(status))) {
-        return;
+    if (isDated) {
+        date(status);
     }
+    const bool isLinked = status.st_nlink >= 2;
+    if (isLinked && !counting.linked.meet(status, counting.request)) {
+        return Counted::linkedFile;
+    }
+    bool isCountedClone = false;
     if (status.st_blocks > 0) {
         const std::optional<FileIdentity> family = clone();
-        if (family && !context.claimClone(*family)) {
-            return;
-        }
+        isCountedClone = family && !counting.context.claimClone(*family);
     }
-    charge(status, isDated);
+    if (isLinked) {
+        if (isCountedClone) {
+            counting.linked.waive(status);
+        }
+        return Counted::linkedFile;
+    }
+    if (isCountedClone) {
+        return Counted::countedClone;
+    }
+    charge(status);
+    return Counted::file;
 }
 
 } // namespace lumo::platform

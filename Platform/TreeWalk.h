@@ -13,14 +13,17 @@
 #include <string_view>
 #include <vector>
 
-/// Physical walks that add up what trees of files take on disk. Links are never followed, other volumes never
-/// entered, and nothing is kept for a file but its share of the sums.
+/// Physical walks that add up what trees of files take on disk. Links are never followed, other volumes and
+/// what is mounted in a tree never entered, and nothing is kept for a file with one name but its share of the
+/// sums.
 namespace lumo::platform {
 
 /// What identifies an object on a volume: an inode for hard links, a clone identifier for clones.
 struct FileIdentity {
     std::int32_t device = 0;
     std::uint64_t object = 0;
+
+    friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
 };
 
 /// What a walk does differently in some folders and files of a tree.
@@ -50,9 +53,10 @@ struct TreeSums {
     std::int64_t apparentBytes = 0;  ///< Lengths of the counted regular files.
     std::int64_t fileCount = 0;      ///< Counted regular files.
     std::int64_t unreadableCount = 0;
-    std::optional<Timestamp> lastModified;    ///< Latest content change of a counted regular file.
-    std::optional<Timestamp> lastDatedChange; ///< The same without the undated ones.
-    std::vector<std::string> setAside;        ///< Absolute paths, ascending.
+    std::optional<Timestamp> lastModified; ///< Latest content change of a counted regular file.
+    /// The same of every regular file but the undated ones, whoever is charged with it.
+    std::optional<Timestamp> lastDatedChange;
+    std::vector<std::string> setAside; ///< Absolute paths, ascending.
 };
 
 struct TreePart;
@@ -101,8 +105,10 @@ struct WalkProgress {
     std::atomic<std::int64_t> bytes = 0;
 };
 
-/// What all trees of one walk share. The two claims are asked for regular files that may be reached twice and
-/// answer true the first time an identity is seen; they are called from several threads at once.
+/// What all trees of one walk share. The two claims are asked for regular files that may be reached twice, by
+/// one thread at a time, and answer true the first time an identity is seen. A file with several names is
+/// charged to the first of the requests that reach it, and when a tree is broken down under the first of its
+/// paths there, in byte order: results do not depend on which thread was faster.
 struct WalkContext {
     std::function<bool(FileIdentity)> claimLink;
     std::function<bool(FileIdentity)> claimClone;

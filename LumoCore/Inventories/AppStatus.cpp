@@ -13,25 +13,44 @@ namespace {
 struct KnownApp {
     std::string_view bundleID;
     std::string_view name; ///< Empty where the identifier says more than we could.
-    /// What its processes are called on Linux, where the identifier is that of another system.
+    /// What its processes and its desktop entry are called on Linux, where the identifier is that of another
+    /// system.
     std::array<std::string_view, 3> processes;
+    std::string_view desktopID;
 };
 
 constexpr std::array<KnownApp, 5> knownApps{{
-    {"com.google.Chrome", "Google Chrome", {"chrome", "google-chrome", "google-chrome-stable"}},
-    {"com.anthropic.claudefordesktop", "Claude", {"claude-desktop"}},
-    {"com.moonshot.kimichat", "Kimi", {"kimi", "kimi-desktop"}},
-    {"com.docker.docker", "Docker Desktop", {"docker-desktop", "com.docker.backend"}},
-    {"ai.perplexity.macv3", "", {"perplexity"}},
+    {"com.google.Chrome",
+     "Google Chrome",
+     {"chrome", "google-chrome", "google-chrome-stable"},
+     "google-chrome"},
+    {"com.anthropic.claudefordesktop", "Claude", {"claude-desktop"}, "claude-desktop"},
+    {"com.moonshot.kimichat", "Kimi", {"kimi", "kimi-desktop"}, "kimi"},
+    {"com.docker.docker", "Docker Desktop", {"docker-desktop", "com.docker.backend"}, "docker-desktop"},
+    {"ai.perplexity.macv3", "", {"perplexity"}, "perplexity"},
 }};
 
-const KnownApp* knownApp(std::string_view bundleID) {
-    const auto known = std::ranges::find(knownApps, bundleID, &KnownApp::bundleID);
+const KnownApp* knownApp(std::string_view identifier) {
+    const auto known = std::ranges::find_if(knownApps, [&](const KnownApp& app) {
+        return app.bundleID == identifier || app.desktopID == identifier;
+    });
     return known != knownApps.end() ? &*known : nullptr;
+}
+
+/// The identifiers that mean the same application as this one.
+std::vector<std::string_view> identifiersOf(std::string_view identifier) {
+    const KnownApp* known = knownApp(identifier);
+    return known != nullptr ? std::vector{known->bundleID, known->desktopID} : std::vector{identifier};
 }
 
 bool isCalled(const platform::RunningProcess& process, std::string_view name) {
     return !name.empty() && (process.executable == name || process.argumentZero == name);
+}
+
+/// Browsers and editors are often started by a script, and run under another name out of the same folder.
+bool belongsTo(const platform::RunningProcess& process, const DesktopEntry& entry) {
+    return isCalled(process, entry.program) ||
+           (!entry.programFolder.empty() && isInside(process.path, entry.programFolder));
 }
 
 } // namespace
@@ -49,20 +68,26 @@ bool AppStatus::isRunning(const std::string& bundleID) const {
     if (bundleID.empty()) {
         return false; // What is unknown about a process is empty as well.
     }
+    const std::vector<std::string_view> identifiers = identifiersOf(bundleID);
     const KnownApp* known = knownApp(bundleID);
-    const DesktopEntry* entry = entryOf(bundleID);
     return std::ranges::any_of(processes_, [&](const platform::RunningProcess& process) {
         const bool isKnownProcess =
             known != nullptr && std::ranges::any_of(known->processes, [&](std::string_view name) {
                 return isCalled(process, name);
             });
-        return isKnownProcess || process.applicationID == bundleID ||
-               (entry != nullptr && isCalled(process, entry->program));
+        return isKnownProcess || std::ranges::any_of(identifiers, [&](std::string_view identifier) {
+                   const DesktopEntry* entry = entryOf(identifier);
+                   return process.applicationID == identifier ||
+                          (entry != nullptr && belongsTo(process, *entry));
+               });
     });
 }
 
 std::string AppStatus::name(const std::string& bundleID) const {
-    const DesktopEntry* entry = entryOf(bundleID);
+    const DesktopEntry* entry = nullptr;
+    for (const std::string_view identifier : identifiersOf(bundleID)) {
+        entry = entry != nullptr ? entry : entryOf(identifier);
+    }
     if (entry != nullptr && isRunning(bundleID)) {
         return entry->name;
     }
@@ -76,8 +101,8 @@ std::string AppStatus::name(const std::string& bundleID) const {
     return app != installed_.end() ? std::string(fileStem(app->path)) : bundleID;
 }
 
-const DesktopEntry* AppStatus::entryOf(const std::string& bundleID) const {
-    const auto entry = std::ranges::find(entries_, bundleID, &DesktopEntry::id);
+const DesktopEntry* AppStatus::entryOf(std::string_view identifier) const {
+    const auto entry = std::ranges::find(entries_, identifier, &DesktopEntry::id);
     return entry != entries_.end() ? &*entry : nullptr;
 }
 

@@ -5,6 +5,7 @@
 #include "Platform/RunningProcesses.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace lumo {
@@ -19,7 +20,8 @@ class AppStatus final {
     static AppStatus ofThisMachine(const std::string& home);
 
     /// True when the application with that identifier was running. An application is known by the names of
-    /// its processes, by the program of its desktop entry, or by the unit that the desktop started it in.
+    /// its processes, by the program of its desktop entry or the folder of that, or by the unit that the
+    /// desktop started it in. A well-known one has the same answer for its identifier on any system.
     [[nodiscard]] bool isRunning(const std::string& bundleID) const;
 
     /// The name to show for an identifier: a running application's own, a well-known one, that of an
@@ -27,7 +29,7 @@ class AppStatus final {
     [[nodiscard]] std::string name(const std::string& bundleID) const;
 
   private:
-    [[nodiscard]] const DesktopEntry* entryOf(const std::string& bundleID) const;
+    [[nodiscard]] const DesktopEntry* entryOf(std::string_view identifier) const;
 
     std::vector<InstalledApp> installed_;
     std::vector<DesktopEntry> entries_;

@@ -65,7 +65,7 @@ std::vector<std::string> wordsOf(std::string_view line) {
     return words;
 }
 
-/// The program that the command line starts, if its name says which application runs.
+/// The program that the command line starts, as it is written there, if its name says which application runs.
 std::string programOf(std::string_view line) {
     constexpr std::array<std::string_view, 14> tellNothing{"env",  "flatpak",     "snap",     "sh",    "bash",
                                                            "java", "python",      "perl",     "ruby",  "node",
@@ -77,7 +77,29 @@ std::string programOf(std::string_view line) {
         }
         const bool isInterpreter =
             name.starts_with("python") || std::ranges::find(tellNothing, name) != tellNothing.end();
-        return isInterpreter ? "" : std::string(name);
+        return isInterpreter ? "" : word;
+    }
+    return {};
+}
+
+/// The folder that belongs to the program of a command line alone, which may be a script that starts another
+/// program beside it under another name.
+std::string ownFolderOf(const std::string& program) {
+    constexpr std::array<std::string_view, 5> shared{"bin", "sbin", "games", "lib", "libexec"};
+    std::string_view places = "/";
+    const std::string searched =
+        platform::environmentVariable("PATH").value_or("/usr/local/bin:/usr/bin:/bin");
+    if (program.find('/') == std::string::npos) {
+        places = searched;
+    }
+    while (!program.empty() && !places.empty()) {
+        const std::size_t end = std::min(places.find(':'), places.size());
+        const std::string path = program.starts_with('/') ? program : joined(places.substr(0, end), program);
+        if (platform::isProgram(path)) {
+            const std::string folder(parentOf(platform::realPath(path).value_or("")));
+            return std::ranges::find(shared, fileName(folder)) == shared.end() ? folder : std::string();
+        }
+        places.remove_prefix(std::min(end + 1, places.size()));
     }
     return {};
 }
@@ -110,7 +132,8 @@ std::optional<DesktopEntry> parseDesktopEntry(std::string_view text, const std::
         value("Name").empty()) {
         return std::nullopt;
     }
-    return DesktopEntry{id, std::string(value("Name")), path, programOf(value("Exec"))};
+    return DesktopEntry{id, std::string(value("Name")), path,
+                        std::string(fileName(programOf(value("Exec"))))};
 }
 
 std::vector<DesktopEntry> desktopEntriesIn(const std::vector<std::string>& dataFolders) {
@@ -126,6 +149,7 @@ std::vector<DesktopEntry> desktopEntriesIn(const std::vector<std::string>& dataF
                 continue;
             }
             if (auto entry = parseDesktopEntry(*text, id, path)) {
+                entry->programFolder = ownFolderOf(programOf(mainGroup(*text)["Exec"]));
                 entries.push_back(std::move(*entry));
             }
         }

@@ -14,6 +14,9 @@ struct DesktopEntry {
     std::string path; ///< Of the desktop file.
     std::string
         program; ///< File name of the program it starts; empty when that is a mere launcher or interpreter.
+    /// Where that program really stands, links followed, when the folder is its own: not one that programs
+    /// share. Empty when unknown, and as long as only the text of the entry was read.
+    std::string programFolder = {};
 
     friend bool operator==(const DesktopEntry&, const DesktopEntry&) = default;
 };

@@ -25,7 +25,8 @@ struct Watch {
 /// After a stop the result is incomplete.
 Usage measure(const std::string& path, HardLinkRegistry& registry, const Watch& watch = {});
 
-/// The same for many paths at once, in their order; the work is shared between threads.
+/// The same for many paths at once, in their order; the work is shared between threads. Of several that share
+/// a file the first is charged.
 std::vector<Usage> measureAll(const std::vector<std::string_view>& paths, HardLinkRegistry& registry,
                               const Watch& watch = {});
 

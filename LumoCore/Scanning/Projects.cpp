@@ -19,55 +19,102 @@ using platform::EntryKind;
 /// A folder that may be a project or hold some.
 struct Visited {
     std::string path;
-    std::optional<std::uint64_t> device = {}; ///< Of the root it lies below; absent for a root.
+    std::optional<platform::FolderStatus> above = {}; ///< Of the folder that lists it, where it is known.
+    bool isRoot = false;
 };
 
 /// What a look into a folder tells.
 struct Look {
     bool isProject = false;
+    bool isRepository = false; ///< A project that somebody keeps the history of.
     std::vector<Visited> below;
 };
 
+constexpr std::array<std::string_view, 9> markers{"package.json", "pyproject.toml",   "requirements.txt",
+                                                  "Cargo.toml",   "Package.swift",    "go.mod",
+                                                  "build.gradle", "build.gradle.kts", ".git"};
+
 bool marksProject(std::string_view name) {
-    constexpr std::array<std::string_view, 9> markers{"package.json", "pyproject.toml",   "requirements.txt",
-                                                      "Cargo.toml",   "Package.swift",    "go.mod",
-                                                      "build.gradle", "build.gradle.kts", ".git"};
     return std::ranges::find(markers, name) != markers.end();
+}
+
+/// Where the projects of others lie unpacked: applications, and what package managers bring.
+bool holdsWorkOfOthers(std::string_view name, std::string_view nameAbove) {
+    return ProjectArtifacts::isRegenerable(name) || name == "site-packages" ||
+           (name == "app" && nameAbove == "resources") || (name == "mod" && nameAbove == "pkg");
+}
+
+/// A volume of its own may be mounted as a whole folder of the home; below that no other is entered, and a
+/// part of the home's own volume that is mounted in it is counted where it lies.
+bool isMountedElsewhere(const Visited& folder, const platform::FolderStatus& status) {
+    if (!folder.above || status.isOnMountOf(*folder.above)) {
+        return false;
+    }
+    return !folder.isRoot || status.device == folder.above->device;
 }
 
 Look lookInto(const Visited& folder, const std::stop_token& stop) {
     Look look;
-    const auto device = platform::visitFolder(folder.path, [&](std::string_view name, EntryKind kind) {
-        look.isProject = marksProject(name);
-        if (kind == EntryKind::folder && !name.starts_with('.') && !ProjectArtifacts::isRegenerable(name)) {
-            look.below.push_back({folder.path + "/" + std::string(name)});
+    const auto status = platform::visitFolder(folder.path, [&](std::string_view name, EntryKind kind) {
+        look.isRepository = name == ".git";
+        look.isProject = look.isProject || marksProject(name);
+        if (!look.isProject && kind == EntryKind::folder && !name.starts_with('.') &&
+            !holdsWorkOfOthers(name, fileName(folder.path))) {
+            look.below.push_back({joined(folder.path, name)});
         }
-        return !look.isProject && !stop.stop_requested();
+        return !look.isRepository && !stop.stop_requested();
     });
-    if (folder.device && device != folder.device) {
-        return {}; // Another volume.
+    if (!status || isMountedElsewhere(folder, *status)) {
+        return {};
     }
     for (Visited& below : look.below) {
-        below.device = device;
+        below.above = status;
     }
     return look;
+}
+
+/// Takes out the folders that are programs unpacked, as such or in one: a compiled program stands in the
+/// folder, or in a folder above it within the home.
+void leaveOutPrograms(std::vector<std::string>& folders, const std::string& home,
+                      const std::stop_token& stop) {
+    std::map<std::string, bool, std::less<>> holdsProgram;
+    for (const std::string& folder : folders) {
+        for (std::string_view above = folder; above.size() > home.size(); above = parentOf(above)) {
+            holdsProgram.emplace(above, false);
+        }
+    }
+    std::vector<decltype(holdsProgram)::iterator> all;
+    for (auto one = holdsProgram.begin(); one != holdsProgram.end(); ++one) {
+        all.push_back(one);
+    }
+    parallelFor(all.size(), stop, [&](std::size_t index) {
+        all[index]->second = platform::holdsCompiledProgram(all[index]->first);
+    });
+    std::erase_if(folders, [&](std::string_view folder) {
+        while (folder.size() > home.size() && !holdsProgram.find(folder)->second) {
+            folder = parentOf(folder);
+        }
+        return folder.size() > home.size();
+    });
 }
 
 std::vector<Visited> projectRoots(const std::string& home) {
     constexpr std::array<std::string_view, 6> elsewhere{"Library", "Applications", "Pictures",
                                                         "Music",   "Movies",       "Public"};
+    const auto homeStatus = platform::visitFolder(home, [](std::string_view, EntryKind) { return false; });
     std::vector<Visited> roots;
     for (const std::string& path : children(home)) {
         const std::string_view name = fileName(path);
-        const bool isCandidate =
-            !name.starts_with('.') && std::ranges::find(elsewhere, name) == elsewhere.end();
+        const bool isCandidate = !name.starts_with('.') &&
+                                 std::ranges::find(elsewhere, name) == elsewhere.end() &&
+                                 !holdsWorkOfOthers(name, {});
         if (isCandidate && platform::kindOf(path) == EntryKind::folder) {
-            roots.push_back({path});
+            roots.push_back({path, homeStatus, true});
         }
     }
     std::string agentProjects = home + "/.minimax-agent/projects";
     if (platform::kindOf(agentProjects)) {
-        roots.push_back({std::move(agentProjects)});
+        roots.push_back({std::move(agentProjects), homeStatus, true});
     }
     return roots;
 }
@@ -110,6 +157,7 @@ platform::TreeRequest requestFor(const std::string& project) {
 std::vector<std::string> discoverProjects(const std::string& home, int maxDepth,
                                           const std::stop_token& stop) {
     std::vector<std::string> projects;
+    std::vector<std::string> withoutHistory;
     std::vector<Visited> level = projectRoots(home);
     // Level by level, because the folders of one level can be looked into all at once.
     for (int depth = 0; depth <= maxDepth && !level.empty(); ++depth) {
@@ -119,15 +167,29 @@ std::vector<std::string> discoverProjects(const std::string& home, int maxDepth,
         std::vector<Visited> below;
         for (std::size_t index = 0; index < level.size(); ++index) {
             if (looks[index].isProject) {
-                projects.push_back(std::move(level[index].path));
+                (looks[index].isRepository ? projects : withoutHistory)
+                    .push_back(std::move(level[index].path));
             } else {
                 std::ranges::move(looks[index].below, std::back_inserter(below));
             }
         }
         level = std::move(below);
     }
+    leaveOutPrograms(withoutHistory, home, stop);
+    std::ranges::move(withoutHistory, std::back_inserter(projects));
     std::ranges::sort(projects);
     return projects;
+}
+
+bool isInProject(const std::string& path, const std::string& home) {
+    for (std::string_view folder = path; folder.size() > home.size(); folder = parentOf(folder)) {
+        if (std::ranges::any_of(markers, [&](std::string_view marker) {
+                return platform::kindOf(joined(folder, marker)).has_value();
+            })) {
+            return true;
+        }
+    }
+    return false;
 }
 
 std::optional<ProjectReport> measureProject(const std::string& path, const std::string& home,

@@ -1,6 +1,7 @@
 #include "LumoCore/Scanning/Scanner.h"
 
 #include "LumoCore/Basics/LargestFirst.h"
+#include "LumoCore/Basics/OwnFiles.h"
 #include "Platform/Clock.h"
 #include "Platform/Folder.h"
 #include "Platform/Volume.h"
@@ -82,11 +83,14 @@ Finding findingOf(const Located& located, const std::map<std::string_view, Usage
     return finding;
 }
 
-/// Applications have many small caches that nobody would miss or look for.
+/// Applications have many small caches that nobody would miss or look for. Of what could not be read nobody
+/// knows that it is empty.
 bool isWorthReporting(const Finding& finding) {
     constexpr std::int64_t smallestAppCache = 50000000;
-    const std::int64_t smallest = finding.ruleID.starts_with(appCachePrefix) ? smallestAppCache : 1;
-    return finding.usage.allocatedBytes >= smallest;
+    if (finding.ruleID.starts_with(appCachePrefix)) {
+        return finding.usage.allocatedBytes >= smallestAppCache;
+    }
+    return finding.usage.allocatedBytes >= 1 || finding.usage.unreadableCount > 0;
 }
 
 std::vector<Finding> findAll(const std::vector<Rule>& rules, const ScanOptions& options,
@@ -122,7 +126,8 @@ std::vector<ProjectReport> findProjects(const ScanOptions& options, const ScanCo
 }
 
 std::vector<std::string> claimedBy(const ScanReport& report) {
-    std::vector<std::string> claimed{report.home + "/.minimax-agent/projects"};
+    std::vector<std::string> claimed{report.home + "/.minimax-agent/projects", OwnFiles::support(report.home),
+                                     OwnFiles::caches(report.home), OwnFiles::settings(report.home)};
     for (const ProjectReport& project : report.projects) {
         claimed.push_back(project.path);
     }
@@ -135,14 +140,17 @@ std::vector<std::string> claimedBy(const ScanReport& report) {
 std::vector<UnclassifiedItem> findUnclassified(const ScanReport& report, const ScanOptions& options,
                                                const ScanContext& context, HardLinkRegistry& registry) {
     enter(ScanPhase::measuringUnclassified, context);
-    const std::vector<std::string> paths =
-        unclassifiedCandidates(options.home, claimedBy(report), context.stop);
+    std::vector<std::string> paths = foldersNotListed(options.home);
+    const std::size_t notListed = paths.size();
+    std::ranges::move(unclassifiedCandidates(options.home, claimedBy(report), context.stop),
+                      std::back_inserter(paths));
     const std::vector<Usage> usages =
         FileTree::measureAll({paths.begin(), paths.end()}, registry, watchOf(context));
     const std::int64_t smallest = std::max<std::int64_t>(options.unclassifiedMinimumBytes, 1);
     std::vector<UnclassifiedItem> items;
     for (std::size_t index = 0; index < paths.size(); ++index) {
-        if (usages[index].allocatedBytes >= smallest) {
+        // A folder whose size is not known is not a small one.
+        if (index < notListed || usages[index].allocatedBytes >= smallest) {
             items.push_back({paths[index], usages[index]});
         }
     }
@@ -172,6 +180,10 @@ std::optional<ScanReport> scan(const std::vector<Rule>& rules, const ScanOptions
     report.volume = volumeInfo(options.home);
     report.durationSeconds = platform::monotonicSeconds() - start;
     return report;
+}
+
+bool canList(const std::string& home) {
+    return platform::canList(home);
 }
 
 std::vector<std::string> children(const std::string& path) {

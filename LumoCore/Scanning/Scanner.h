@@ -55,9 +55,19 @@ namespace Scanner {
 std::optional<ScanReport> scan(const std::vector<Rule>& rules, const ScanOptions& options,
                                const ScanContext& context);
 
-/// The project folders below the home folder, ascending. A project inside a project is part of it.
+/// True when the home folder can be listed. Of one that cannot a scan finds next to nothing, which says
+/// nothing about what is in it.
+bool canList(const std::string& home);
+
+/// The project folders below the home folder, ascending. A project inside a project is part of it. What is
+/// only unpacked in a home is none: nothing in or below "resources/app", "site-packages", "pkg/mod" or a
+/// folder with an artifact's name, nor, unless it is a Git repository, a folder with a compiled program
+/// directly in it or in a folder above it within the home.
 std::vector<std::string> discoverProjects(const std::string& home, int maxDepth,
                                           const std::stop_token& stop = {});
+
+/// True when the folder, or one above it below the home, holds what marks a project.
+bool isInProject(const std::string& path, const std::string& home);
 
 /// One project measured; absent when there is no folder at the path.
 std::optional<ProjectReport> measureProject(const std::string& path, const std::string& home,
@@ -71,6 +81,15 @@ std::vector<ProjectReport> measureProjects(const std::vector<std::string>& paths
 std::vector<std::string> unclassifiedCandidates(const std::string& home,
                                                 const std::vector<std::string>& claimed,
                                                 const std::stop_token& stop = {});
+
+/// True when a folder at the path could be one of those candidates: it is directly in a folder where
+/// applications keep their files, and neither claimed nor divided itself.
+bool isUnclassifiedPlace(const std::string& path, const std::string& home,
+                         const std::vector<std::string>& claimed);
+
+/// The folders of many programs' files in the home, the same that candidates are looked for in, that stand
+/// there and cannot be listed.
+std::vector<std::string> foldersNotListed(const std::string& home);
 
 /// A folder's entries as absolute paths, ascending by name; none when it cannot be listed.
 std::vector<std::string> children(const std::string& path);

@@ -1,5 +1,7 @@
 #include "Platform/linux/MountTable.h"
 
+#include "LumoCore/Basics/Path.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -123,6 +125,20 @@ std::vector<MountedDisk> disksIn(std::string_view table) {
         disks.push_back(std::move(mount.disk));
     }
     return disks;
+}
+
+std::vector<std::string> mountNamesIn(std::string_view table) {
+    constexpr std::size_t placeField = 4;
+    std::vector<std::string> names;
+    for (const std::string_view line : parts(table, '\n')) {
+        const std::vector<std::string_view> fields = parts(line, ' ');
+        if (fields.size() > placeField) {
+            names.emplace_back(fileName(unescaped(fields[placeField])));
+        }
+    }
+    std::ranges::sort(names);
+    names.erase(std::ranges::unique(names).begin(), names.end());
+    return names;
 }
 
 } // namespace lumo::platform

@@ -18,4 +18,8 @@ struct MountedDisk {
 /// make no sense are passed over. Paths are the bytes they stand for, without the table's escapes.
 std::vector<MountedDisk> disksIn(std::string_view table);
 
+/// The last components of all places in the same text at which something is mounted, ascending, without
+/// doubles.
+std::vector<std::string> mountNamesIn(std::string_view table);
+
 } // namespace lumo::platform

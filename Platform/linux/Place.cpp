@@ -1,6 +1,7 @@
 #include "Platform/Place.h"
 
 #include "LumoCore/Basics/Path.h"
+#include "Platform/Folder.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -18,11 +19,6 @@
 namespace lumo::platform {
 
 namespace {
-
-std::optional<std::string> realPath(const std::string& path) {
-    const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(path.c_str(), nullptr), &std::free);
-    return resolved ? std::optional<std::string>(resolved.get()) : std::nullopt;
-}
 
 /// Opens a real folder for resolving names in it: one that may not be listed will do.
 SystemResult<Descriptor> openFolder(int parent, const std::string& name) {
@@ -92,7 +88,8 @@ SystemResult<Place> BaseFolder::place(std::string_view relative) const {
     }
     // A link stands on the way. Where it leads is asked once; the way there is then walked without any.
     const std::size_t slash = relative.rfind('/');
-    const std::optional<std::string> folder = realPath(path_ + "/" + std::string(relative.substr(0, slash)));
+    const std::optional<std::string> folder =
+        realPath(path_ + "/" + std::string(relative.substr(0, slash)));
     if (!folder) {
         return failed(errno);
     }

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 namespace lumo::platform {
 
@@ -58,6 +59,7 @@ RunningProcess readProcess(const std::string& folder) {
         program.resize(program.size() - replacedProgram.size());
     }
     process.executable = fileName(program);
+    process.path = std::move(program);
     if (const auto arguments = readWhole(folder + "/cmdline", mostBytes)) {
         process.argumentZero = fileName(std::string_view(*arguments).substr(0, arguments->find('\0')));
     }

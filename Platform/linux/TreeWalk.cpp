@@ -1,13 +1,14 @@
 #include "Platform/TreeWalk.h"
 
 #include "LumoCore/Basics/Path.h"
+#include "Platform/MountPoints.h"
 #include "Platform/TreeTally.h"
 #include "Platform/linux/OpenFolders.h"
 #include "Platform/linux/WalkBreakdown.h"
+#include "Platform/linux/WalkLimits.h"
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -27,32 +28,6 @@ namespace {
 
 constexpr std::size_t bufferBytes = std::size_t{32} * 1024;
 using Buffer = std::unique_ptr<char[]>;
-
-/// How many threads and kept descriptors a walk may use.
-struct WalkLimits {
-    std::size_t threads;
-    std::size_t heldFolders;
-
-    /// Waiting for the disk is what takes the time when nothing is cached, so there are more threads than
-    /// cores.
-    static WalkLimits ofThisProcess() {
-        // 64 descriptors at the most, 16 of them left to the rest of the process and to folders being
-        // reopened.
-        constexpr std::size_t mostDescriptors = 64;
-        constexpr std::size_t reserved = 16;
-        rlimit limit = {};
-        std::size_t allowed = mostDescriptors;
-        if (getrlimit(RLIMIT_NOFILE, &limit) == 0) {
-            allowed = std::min<std::size_t>(allowed, limit.rlim_cur);
-        }
-        const std::size_t usable = std::max<std::size_t>(allowed, reserved + 4) - reserved;
-        const std::size_t wanted =
-            std::clamp<std::size_t>(std::size_t{4} * std::thread::hardware_concurrency(), 8, 16);
-        const std::size_t threads = std::clamp<std::size_t>(usable / 4, 1, wanted);
-        // Each thread reads one folder, and what folders lose is closed a moment later.
-        return {threads, (usable - threads) * 2 / 3};
-    }
-};
 
 /// One entry as getdents64 writes it: the C library's `dirent64` has the same layout.
 const dirent64* entryAt(const char* buffer, std::size_t offset) {
@@ -123,6 +98,7 @@ class Walk final {
             }
         }
         abandonRest();
+        settleLinks();
         for (TreeSums& sums : sums_) {
             std::ranges::sort(sums.setAside);
         }
@@ -321,7 +297,7 @@ class Walk final {
         root.inode = status.st_ino;
         const bool isFolder = S_ISDIR(status.st_mode);
         if (isFolder) {
-            haul.tally.count(status, true, context_, noClones);
+            haul.tally.count(status, true, countingIn(root), noClones);
         } else {
             haul.breakdown.parts.reset(); // It is no part of itself.
             countFile(root, fileName(root.name).data(), status, haul);
@@ -357,7 +333,7 @@ class Walk final {
             return;
         }
         if (S_ISDIR(status.st_mode)) {
-            countFolder(folder, name, status, haul);
+            countFolder(folder, descriptor, name, status, haul);
         } else {
             countFile(folder, name, status, haul);
         }
@@ -368,16 +344,20 @@ class Walk final {
         const TreePolicy& policy = *requests_[folder.tree].policy;
         const bool isDated = !folder.isUndated && !holds(policy.undatedFiles, name);
         const std::int64_t bytesBefore = haul.tally.allocatedBytes;
-        const std::int64_t filesBefore = haul.tally.fileCount;
-        haul.tally.count(status, isDated, context_, noClones);
-        if (breakdown_) {
-            haul.breakdown.addFile(name, haul.tally.allocatedBytes - bytesBefore,
-                                   haul.tally.fileCount > filesBefore);
+        const Counted counted = haul.tally.count(status, isDated, countingIn(folder), noClones);
+        if (!breakdown_) {
+            return;
+        }
+        if (counted == Counted::linkedFile) {
+            haul.breakdown.linked.emplace_back(identityOf(status), folder.pathOf(name));
+        } else {
+            haul.breakdown.addFile(name, haul.tally.allocatedBytes - bytesBefore, counted == Counted::file);
         }
     }
 
     /// Counts a folder in a folder, and keeps it for being read.
-    void countFolder(WalkedFolder& folder, const char* name, const struct stat& status, Haul& haul) {
+    void countFolder(WalkedFolder& folder, int descriptor, const char* name, const struct stat& status,
+                     Haul& haul) {
         // Only mounts make a folder its own descendant; such a cycle is no entry of its own.
         if (folder.isWithin(status.st_dev, status.st_ino)) {
             return;
@@ -388,9 +368,9 @@ class Walk final {
             return;
         }
         const std::int64_t bytesBefore = haul.tally.allocatedBytes;
-        haul.tally.count(status, true, context_, noClones);
+        haul.tally.count(status, true, countingIn(folder), noClones);
         const std::int64_t bytes = haul.tally.allocatedBytes - bytesBefore;
-        if (status.st_dev != folder.device) {
+        if (status.st_dev != folder.device || mounts_.isAt(descriptor, name)) {
             if (haul.breakdown.parts) {
                 haul.breakdown.parts->add(name, bytes, true);
             }
@@ -411,6 +391,17 @@ class Walk final {
     }
 
     static std::optional<FileIdentity> noClones() { return std::nullopt; }
+
+    Counting countingIn(const WalkedFolder& folder) { return {context_, linked_, folder.tree}; }
+
+    /// Once all threads have ended.
+    void settleLinks() {
+        linked_.settle(sums_, context_, [this](FileIdentity file, std::optional<std::int64_t> bytes) {
+            if (breakdown_) {
+                breakdown_->settle(file, bytes);
+            }
+        });
+    }
 
     void showProgress(std::int64_t entries, std::int64_t bytes) const {
         if (context_.progress != nullptr) {
@@ -478,6 +469,8 @@ class Walk final {
     const std::span<const TreeRequest> requests_;
     const WalkContext& context_;
     const WalkLimits limits_;
+    const MountPoints mounts_ = MountPoints::ofThisProcess();
+    LinkedFiles linked_;
 
     std::mutex mutex_; ///< Guards everything below.
     std::condition_variable changed_;

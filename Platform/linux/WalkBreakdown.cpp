@@ -6,29 +6,6 @@
 
 namespace lumo::platform {
 
-void Branch::add(LargestParts parts) {
-    if (entries) {
-        entries->add(std::move(parts));
-    } else {
-        entries = std::make_unique<LargestParts>(std::move(parts));
-    }
-}
-
-TreeParts Branch::takeParts() {
-    return entries ? entries->take() : TreeParts();
-}
-
-void Branch::joinParent(std::string_view name, std::size_t most) {
-    parent->allocatedBytes = checkedSum(parent->allocatedBytes, allocatedBytes);
-    if (!parent->entries) {
-        parent->entries = std::make_unique<LargestParts>(most);
-    }
-    parent->entries->add({.name = std::string(name),
-                          .allocatedBytes = allocatedBytes,
-                          .isFolder = true,
-                          .parts = takeParts()});
-}
-
 void BreakdownHaul::addFile(std::string_view name, std::int64_t bytes, bool isCountedFile) {
     if (isCountedFile) {
         extensions->add(name, bytes);
@@ -63,31 +40,36 @@ void WalkBreakdown::place(WalkedFolder& child, std::int64_t ownBytes, BreakdownH
 void WalkBreakdown::giveBranch(WalkedFolder& folder, std::int64_t ownBytes) const {
     Branch* above = folder.parent != nullptr ? folder.parent->branch : nullptr;
     // Freed by `end`.
-    folder.branch = std::make_unique<Branch>(Branch{above, ownBytes}).release();
+    folder.branch = std::make_unique<Branch>(Branch{.parent = above,
+                                                    .name = folder.name,
+                                                    .mostParts = mostPartsAt(folder.depth, limits_),
+                                                    .allocatedBytes = ownBytes})
+                        .release();
 }
 
 void WalkBreakdown::merge(const WalkedFolder& folder, std::int64_t bytes, BreakdownHaul haul) {
     Branch& branch = *folder.branch;
-    branch.allocatedBytes = checkedSum(branch.allocatedBytes, bytes - haul.branchedBytes);
+    branch.addBytes(bytes - haul.branchedBytes);
+    for (auto& [file, path] : haul.linked) {
+        linked_.meet(file, std::move(path), branch, haul.parts.has_value());
+    }
     if (haul.parts) {
-        branch.add(std::move(*haul.parts));
+        branch.parts().add(std::move(*haul.parts));
     }
 }
 
 void WalkBreakdown::end(const WalkedFolder& folder) {
     if (folder.parent == nullptr) {
-        const std::unique_ptr<Branch> branch(folder.branch);
-        rootParts_ = branch->takeParts();
+        root_.reset(folder.branch);
     } else if (folder.parent->branch != folder.branch) {
-        const std::unique_ptr<Branch> branch(folder.branch);
-        branch->joinParent(folder.name, mostPartsAt(folder.parent->depth, limits_));
+        folder.parent->branch->join(std::unique_ptr<Branch>(folder.branch));
     }
 }
 
 TreeBreakdown WalkBreakdown::take(TreeSums sums) {
     TreeBreakdown breakdown;
     breakdown.sums = std::move(sums);
-    breakdown.parts = std::move(rootParts_);
+    breakdown.parts = root_ ? root_->take() : TreeParts();
     extensions_.addTo(breakdown);
     return breakdown;
 }

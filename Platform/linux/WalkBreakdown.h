@@ -5,28 +5,20 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace lumo::platform {
-
-/// A folder near the root of a tree, until all of it has been read. There may be very many of these.
-struct Branch {
-    Branch* parent = nullptr;                   ///< None for the root.
-    std::int64_t allocatedBytes = 0;            ///< Without the parts that have not joined it yet.
-    std::unique_ptr<LargestParts> entries = {}; ///< None before the first, and where entries are no parts.
-
-    void add(LargestParts parts);
-    [[nodiscard]] TreeParts takeParts();
-
-    /// Counts the folder, of which all has been read, under that name with a parent that keeps `most` parts.
-    void joinParent(std::string_view name, std::size_t most);
-};
 
 /// What one task finds for a breakdown, until it is merged.
 struct BreakdownHaul {
     ExtensionTally* extensions = nullptr; ///< The thread's; none when nothing is broken down.
     std::optional<LargestParts> parts;    ///< Of a folder whose entries are parts.
     std::int64_t branchedBytes = 0;       ///< Own blocks of the folders that got a branch of their own.
+    /// The names of files that have several: identity and path.
+    std::vector<std::pair<FileIdentity, std::string>> linked = {};
 
     void addFile(std::string_view name, std::int64_t bytes, bool isCountedFile);
 };
@@ -53,6 +45,11 @@ class WalkBreakdown final {
     /// Called when the folder and everything below it have been read, before its parent's turn.
     void end(const WalkedFolder& folder);
 
+    /// Says what a file with several names takes. Once all folders have ended; without the lock.
+    void settle(FileIdentity file, std::optional<std::int64_t> bytes) {
+        linked_.settle(file, bytes, extensions_);
+    }
+
     void add(const ExtensionTally& extensions) { extensions_.add(extensions); }
 
     /// The result once everything has ended.
@@ -62,7 +59,8 @@ class WalkBreakdown final {
     void giveBranch(WalkedFolder& folder, std::int64_t ownBytes) const;
 
     const BreakdownLimits limits_;
-    TreeParts rootParts_;
+    std::unique_ptr<Branch> root_; ///< Once it has been read.
+    LinkedParts linked_;
     ExtensionTally extensions_; ///< Of the threads that have ended.
 };
 

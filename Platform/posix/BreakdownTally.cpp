@@ -1,6 +1,7 @@
 #include "Platform/BreakdownTally.h"
 
 #include "LumoCore/Basics/CheckedSum.h"
+#include "LumoCore/Basics/Path.h"
 
 #include <algorithm>
 #include <utility>
@@ -144,6 +145,77 @@ void ExtensionTally::addTo(TreeBreakdown& breakdown) const {
     }
     std::ranges::sort(breakdown.extensions, {}, &ExtensionSum::extension);
     breakdown.otherExtensionsBytes = otherBytes_;
+}
+
+LargestParts& Branch::parts() {
+    if (!entries) {
+        entries = std::make_unique<LargestParts>(mostParts);
+    }
+    return *entries;
+}
+
+void Branch::addBytes(std::int64_t bytes) {
+    allocatedBytes = checkedSum(allocatedBytes, bytes);
+}
+
+void Branch::join(std::unique_ptr<Branch> ended) {
+    if (ended->waitsForLinks) {
+        waiting.push_back(std::move(ended));
+    } else {
+        joinNow(*ended);
+    }
+}
+
+void Branch::joinNow(Branch& ended) {
+    // First, since what waited in the folder adds to its bytes.
+    TreeParts below = ended.take();
+    addBytes(ended.allocatedBytes);
+    parts().add({.name = std::move(ended.name),
+                 .allocatedBytes = ended.allocatedBytes,
+                 .isFolder = true,
+                 .parts = std::move(below)});
+}
+
+TreeParts Branch::take() {
+    for (const std::unique_ptr<Branch>& ended : std::exchange(waiting, {})) {
+        joinNow(*ended);
+    }
+    return entries ? entries->take() : TreeParts();
+}
+
+void LinkedParts::meet(FileIdentity file, std::string path, Branch& branch, bool isPart) {
+    for (Branch* above = &branch; above != nullptr && !above->waitsForLinks; above = above->parent) {
+        above->waitsForLinks = true;
+    }
+    Name name{std::move(path), &branch, isPart};
+    Name& first = first_[file];
+    if (first.branch == nullptr) {
+        first = std::move(name);
+        return;
+    }
+    if (name.path < first.path) {
+        std::swap(name, first);
+    }
+    name.leaveOut();
+}
+
+void LinkedParts::Name::leaveOut() const {
+    if (isPart) {
+        branch->parts().add(fileName(path), 0, false);
+    }
+}
+
+void LinkedParts::settle(FileIdentity file, std::optional<std::int64_t> bytes, ExtensionTally& extensions) {
+    const Name& name = first_.at(file);
+    if (!bytes) {
+        name.leaveOut();
+        return;
+    }
+    name.branch->addBytes(*bytes);
+    if (name.isPart) {
+        name.branch->parts().add(fileName(name.path), *bytes, false);
+    }
+    extensions.add(fileName(name.path), *bytes);
 }
 
 } // namespace lumo::platform

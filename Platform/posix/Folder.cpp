@@ -1,6 +1,7 @@
 #include "Platform/Folder.h"
 
 #include "LumoCore/Basics/Path.h"
+#include "Platform/Descriptor.h"
 #include "Platform/TreeTally.h"
 
 #include <dirent.h>
@@ -68,6 +69,20 @@ bool visitOpen(int descriptor, const std::function<bool(std::string_view, EntryK
     return true;
 }
 
+bool isCompiledProgram(int folder, const std::string& name) {
+    struct stat status = {};
+    if (fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 || !S_ISREG(status.st_mode) ||
+        (status.st_mode & (S_IXUSR | S_IXGRP | S_IXOTH)) == 0) {
+        return false;
+    }
+    const Descriptor file(openat(folder, name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    constexpr std::string_view magic = "\177ELF";
+    std::array<char, magic.size()> beginning = {};
+    return file.isOpen() &&
+           pread(file.number(), beginning.data(), beginning.size(), 0) == std::ssize(beginning) &&
+           std::string_view(beginning.data(), beginning.size()) == magic;
+}
+
 /// The path without "." and doubled or final slashes.
 std::string withoutEmptyParts(std::string_view path) {
     std::string plain;
@@ -129,21 +144,37 @@ std::vector<std::string> namesIn(const std::string& folder) {
     return names;
 }
 
-std::optional<std::uint64_t> visitFolder(const std::string& folder,
-                                         const std::function<bool(std::string_view, EntryKind)>& visitor) {
+bool canList(const std::string& folder) {
+    return Descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)).isOpen();
+}
+
+bool holdsCompiledProgram(const std::string& folder) {
+    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    bool isFound = false;
+    if (descriptor >= 0) {
+        visitOpen(descriptor, [&](std::string_view name, EntryKind kind) {
+            isFound = kind == EntryKind::file && isCompiledProgram(descriptor, std::string(name));
+            return !isFound;
+        });
+    }
+    return isFound;
+}
+
+std::optional<FolderStatus> visitFolder(const std::string& folder,
+                                        const std::function<bool(std::string_view, EntryKind)>& visitor) {
     const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
     if (descriptor < 0) {
         return std::nullopt;
     }
-    struct stat status = {};
-    if (fstat(descriptor, &status) != 0) {
+    const auto status = statusOf(descriptor);
+    if (!status) {
         close(descriptor);
         return std::nullopt;
     }
     if (!visitOpen(descriptor, visitor)) {
         return std::nullopt;
     }
-    return static_cast<std::uint64_t>(status.st_dev);
+    return *status;
 }
 
 std::optional<std::string> linkTarget(const std::string& path) {
@@ -184,6 +215,11 @@ SystemResult<std::string> resolvedPath(const std::string& path, FinalLink last) 
     return real.empty() ? "/" : real;
 }
 
+std::optional<std::string> realPath(const std::string& path) {
+    const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(path.c_str(), nullptr), &std::free);
+    return resolved ? std::optional<std::string>(resolved.get()) : std::nullopt;
+}
+
 SystemResult<std::string> absolutePath(const std::string& path) {
     std::string absolute = path;
     if (!absolute.starts_with('/')) {
@@ -195,12 +231,11 @@ SystemResult<std::string> absolutePath(const std::string& path) {
     }
     // Only the disk knows where ".." leads, since the folder before it may be a link.
     if ((absolute + "/").find("/../") != std::string::npos) {
-        const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(absolute.c_str(), nullptr),
-                                                                   &std::free);
+        const auto resolved = resolvedPath(absolute);
         if (!resolved) {
             return failed(errno);
         }
-        return std::string(resolved.get());
+        return *resolved;
     }
     return withoutEmptyParts(absolute);
 }

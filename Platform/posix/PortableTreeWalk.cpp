@@ -1,8 +1,10 @@
 #include "Platform/BreakdownTally.h"
 #include "Platform/CloneIdentity.h"
+#include "Platform/MountPoints.h"
 #include "Platform/TreeTally.h"
 #include "Platform/TreeWalk.h"
 
+#include <fcntl.h>
 #include <fts.h>
 
 #include <algorithm>
@@ -20,20 +22,21 @@ bool holds(const std::vector<std::string>& names, std::string_view name) {
     return std::ranges::find(names, name) != names.end();
 }
 
-/// A folder near the root that is being read.
-struct OpenPart {
-    std::string name;
-    std::int64_t allocatedBytes; ///< Without the parts that have not ended yet.
-    LargestParts entries;
+/// What the trees of one walk share.
+struct Shared {
+    const WalkContext& context;
+    MountPoints mounts = MountPoints::ofThisProcess();
+    LinkedFiles linked = {};
 };
 
 /// One tree being walked. A folder's `fts_number` is 1 when the files below it are undated.
 class PortableWalk {
   public:
     /// Breaks the tree down within the limits, where there are any.
-    PortableWalk(const TreeRequest& request, const WalkContext& context,
+    PortableWalk(const TreeRequest& request, std::size_t index, Shared& shared,
                  const BreakdownLimits* limits = nullptr)
-        : request_(request), policy_(*request.policy), context_(context), limits_(limits) {}
+        : request_(request), policy_(*request.policy), shared_(shared), context_(shared.context),
+          counting_{shared.context, shared.linked, index}, limits_(limits) {}
 
     TreeSums run() {
         // fts takes mutable strings although it copies them.
@@ -56,11 +59,15 @@ class PortableWalk {
     }
 
     TreeBreakdown runBreakdown() {
-        TreeBreakdown breakdown;
-        breakdown.sums = run();
+        std::vector<TreeSums> sums{run()};
         endParts(1);
+        shared_.linked.settle(sums, context_, [&](FileIdentity file, std::optional<std::int64_t> bytes) {
+            linkedParts_.settle(file, bytes, extensions_);
+        });
+        TreeBreakdown breakdown;
+        breakdown.sums = std::move(sums.front());
         if (!open_.empty()) {
-            breakdown.parts = open_.front().entries.take();
+            breakdown.parts = open_.front()->take();
         }
         extensions_.addTo(breakdown);
         return breakdown;
@@ -100,6 +107,9 @@ class PortableWalk {
                 entry->fts_parent->fts_number != 0 || holds(policy_.undatedFolders, name) ? 1 : 0;
         }
         count(*entry);
+        if (entry->fts_level > FTS_ROOTLEVEL && shared_.mounts.isAt(AT_FDCWD, entry->fts_accpath)) {
+            fts_set(walk, entry, FTS_SKIP);
+        }
     }
 
     void count(const FTSENT& entry) {
@@ -108,12 +118,12 @@ class PortableWalk {
         const bool isDated =
             !isInUndatedFolder && !holds(policy_.undatedFiles, {entry.fts_name, entry.fts_namelen});
         const std::int64_t before = tally_.allocatedBytes;
-        const std::int64_t filesBefore = tally_.fileCount;
-        tally_.count(status, isDated, context_,
-                     [&] { return cloneFamily(entry.fts_accpath, identityOf(status).device); });
+        const Counted counted = tally_.count(status, isDated, counting_, [&] {
+            return cloneFamily(entry.fts_accpath, identityOf(status).device);
+        });
         const std::int64_t bytes = tally_.allocatedBytes - before;
         if (limits_ != nullptr) {
-            breakDown(entry, bytes, tally_.fileCount > filesBefore);
+            breakDown(entry, bytes, counted);
         }
         if (context_.progress != nullptr) {
             context_.progress->entries.fetch_add(1, std::memory_order_relaxed);
@@ -121,46 +131,59 @@ class PortableWalk {
         }
     }
 
-    void breakDown(const FTSENT& entry, std::int64_t bytes, bool isCountedFile) {
+    void breakDown(const FTSENT& entry, std::int64_t bytes, Counted counted) {
         const std::string_view name(entry.fts_name, entry.fts_namelen);
-        if (isCountedFile) {
+        if (counted == Counted::file) {
             extensions_.add(name, bytes);
         }
         const auto level = static_cast<std::size_t>(entry.fts_level);
         endParts(level);
         const bool isPart = level == 0 || mostPartsAt(level - 1, *limits_) > 0;
-        if (isPart && entry.fts_info == FTS_D) {
-            open_.push_back({std::string(name), bytes, LargestParts(mostPartsAt(level, *limits_))});
-        } else if (!open_.empty()) {
-            open_.back().allocatedBytes = checkedSum(open_.back().allocatedBytes, bytes);
-            if (isPart) {
-                open_.back().entries.add(name, bytes, false);
-            }
+        if (open_.empty() || (isPart && entry.fts_info == FTS_D)) {
+            open_.push_back(newBranch(name, level, bytes));
+        } else {
+            open_.back()->addBytes(bytes);
         }
+        if (entry.fts_info == FTS_D) {
+            return;
+        }
+        Branch& branch = *open_.back();
+        if (counted == Counted::linkedFile) {
+            linkedParts_.meet(identityOf(*entry.fts_statp), {entry.fts_path, entry.fts_pathlen}, branch,
+                              isPart && level > 0);
+        } else if (isPart && level > 0) {
+            branch.parts().add(name, bytes, false);
+        }
+    }
+
+    [[nodiscard]] std::unique_ptr<Branch> newBranch(std::string_view name, std::size_t level,
+                                                    std::int64_t bytes) const {
+        return std::make_unique<Branch>(Branch{.parent = open_.empty() ? nullptr : open_.back().get(),
+                                               .name = std::string(name),
+                                               .mostParts = mostPartsAt(level, *limits_),
+                                               .allocatedBytes = bytes});
     }
 
     /// The open parts are those above the entry that the walk is at; all others have been read.
     void endParts(std::size_t level) {
         while (open_.size() > level) {
-            OpenPart ended = std::move(open_.back());
+            std::unique_ptr<Branch> ended = std::move(open_.back());
             open_.pop_back();
-            OpenPart& above = open_.back();
-            above.allocatedBytes = checkedSum(above.allocatedBytes, ended.allocatedBytes);
-            above.entries.add({.name = std::move(ended.name),
-                               .allocatedBytes = ended.allocatedBytes,
-                               .isFolder = true,
-                               .parts = ended.entries.take()});
+            open_.back()->join(std::move(ended));
         }
     }
 
     const TreeRequest& request_;
     const TreePolicy& policy_;
+    Shared& shared_;
     const WalkContext& context_;
+    const Counting counting_;
     TreeTally tally_;
     TreeSums sums_;
 
-    const BreakdownLimits* limits_; ///< None when nothing is broken down.
-    std::vector<OpenPart> open_;    ///< From the root downwards.
+    const BreakdownLimits* limits_;             ///< None when nothing is broken down.
+    std::vector<std::unique_ptr<Branch>> open_; ///< From the root downwards.
+    LinkedParts linkedParts_;
     ExtensionTally extensions_;
 };
 
@@ -169,15 +192,18 @@ class PortableWalk {
 std::vector<TreeSums> walkTreesPortably(std::span<const TreeRequest> requests, const WalkContext& context) {
     std::vector<TreeSums> sums;
     sums.reserve(requests.size());
+    Shared shared{.context = context};
     for (const TreeRequest& request : requests) {
-        sums.push_back(PortableWalk(request, context).run());
+        sums.push_back(PortableWalk(request, sums.size(), shared).run());
     }
+    shared.linked.settle(sums, context);
     return sums;
 }
 
 TreeBreakdown breakDownTreePortably(const TreeRequest& request, const BreakdownLimits& limits,
                                     const WalkContext& context) {
-    return PortableWalk(request, context, &limits).runBreakdown();
+    Shared shared{.context = context};
+    return PortableWalk(request, 0, shared, &limits).runBreakdown();
 }
 
 } // namespace lumo::platform

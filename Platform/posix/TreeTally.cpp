@@ -58,15 +58,20 @@ std::int64_t bytesOfBlocks(std::int64_t blocks) {
     return checkedProduct(blocks, blockBytes);
 }
 
-void TreeTally::charge(const struct stat& status, bool isDated) {
+FileIdentity identityOf(const struct stat& status) {
+    // The kernel's device numbers have 32 bits; only the C library's type is wider.
+    return {static_cast<std::int32_t>(status.st_dev), status.st_ino};
+}
+
+void TreeTally::date(const struct stat& status) {
+    keepLater(lastDatedChange, hasDatedChange, modificationOf(status));
+}
+
+void TreeTally::charge(const struct stat& status) {
     allocatedBytes = checkedSum(allocatedBytes, bytesOfBlocks(status.st_blocks));
     apparentBytes = saturatedSum(apparentBytes, status.st_size);
     ++fileCount;
-    const timespec modified = modificationOf(status);
-    keepLater(lastModified, hasModified, modified);
-    if (isDated) {
-        keepLater(lastDatedChange, hasDatedChange, modified);
-    }
+    keepLater(lastModified, hasModified, modificationOf(status));
 }
 
 void TreeTally::addTo(TreeSums& sums) const {

@@ -10,6 +10,7 @@
 
 #include <filesystem>
 #include <limits>
+#include <set>
 
 using namespace lumo;
 using Source = Explanation::Source;
@@ -120,7 +121,7 @@ TEST(ExplanationCache, IsWrittenWithSortedKeysAndReplacesOnlyWhatItCouldRead) {
 
 TEST(ExplanationService, AsksTheModelOnceForAFolderThatStaysAsItIs) {
     const TempHome home;
-    const std::vector<std::string> folders{home.folder("b"), home.folder("a")};
+    const std::vector<std::string> folders{home.folder(".b"), home.folder(".a")};
     Parrot model;
     model.answer = answerWith("revisar", "no_tocar");
     ExplanationSettings settings = settingsFor(home);
@@ -136,9 +137,39 @@ TEST(ExplanationService, AsksTheModelOnceForAFolderThatStaysAsItIs) {
     EXPECT_EQ(model.probes, 2) << "without folders there is nothing to ask";
 }
 
+TEST(ExplanationService, AdvisesNobodyToRemoveWhatIsNoUnknownFolderOfAnApp) {
+    // The home, documents, projects and places of the catalogue were called leftovers to be deleted.
+    const TempHome home;
+    home.files({"Documents/letter", "code/app/package.json", "code/app/src/x", ".cache/uv/archive/x",
+                ".config/Tool/sub/x", ".config/TarvoAI/x", ".bashrc", ".cache/mystery/x",
+                "Library/Application Support/Old/x"});
+    home.link(".link", "code");
+    Parrot model;
+    model.answer = answerWith("seguro", "borrar_si_no_se_usa");
+    const auto explained = [&](const std::string& path) {
+        return ExplanationService::explain({path}, model, settingsFor(home)).at(path);
+    };
+    std::set<std::string> sayings;
+    for (const char* name : {"", "/Documents", "/Documents/letter", "/code/app/src", "/.cache/uv",
+                             "/.cache/uv/archive", "/.cache", "/.config/Tool/sub", "/.config/TarvoAI",
+                             "/.bashrc", "/.link", "/Library", "/Library/Application Support"}) {
+        const Explanation explanation = explained(home.path() + name);
+        EXPECT_EQ(explanation.safety, Safety::keep) << name;
+        EXPECT_EQ(explanation.source, Source::heuristic) << name;
+        EXPECT_EQ(explanation.howToFree, "Tarvo AI no aconseja borrar nada aquí.") << name;
+        sayings.insert(explanation.whatItIs);
+    }
+    EXPECT_EQ(sayings.size(), 8U);
+    EXPECT_EQ(explained("/proc/version").whatItIs, "Algo fuera de tu carpeta personal");
+    EXPECT_EQ(model.questions, 0);
+    for (const char* name : {".cache/mystery", ".config/Tool", "Library/Application Support/Old"}) {
+        EXPECT_EQ(explained(home.path(name)).source, Source::ai) << name;
+    }
+}
+
 TEST(ExplanationService, FallsBackToRulesOfThumbWhichItDoesNotKeep) {
     const TempHome home;
-    const std::string folder = home.folder("a");
+    const std::string folder = home.folder(".a");
     ExplanationSettings settings = settingsFor(home);
     settings.modelTime = 20ms;
     using Case = std::tuple<std::optional<std::string>, std::string, bool, int>;
@@ -157,7 +188,7 @@ TEST(ExplanationService, FallsBackToRulesOfThumbWhichItDoesNotKeep) {
 
 TEST(ExplanationService, EndsSoonAfterAStopAndKeepsWhatIsDone) {
     const TempHome home;
-    const std::vector<std::string> folders{home.folder("a"), home.folder("b")};
+    const std::vector<std::string> folders{home.folder(".a"), home.folder(".b")};
     std::stop_source stop;
     Parrot model;
     model.answer = answerWith("revisar", "no_tocar");

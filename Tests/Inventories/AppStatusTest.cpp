@@ -11,9 +11,11 @@ const std::vector<InstalledApp> installed{
     {"Chrome Display", "com.google.Chrome", "/Applications/Chrome File.app"},
     {"Tool Display", "com.a.tool", "/Applications/Tool File.app"},
     {"Fox", "org.fox.Fox", "/p/org.fox.Fox.desktop"}};
-const std::vector<DesktopEntry> entries{{"org.fox.Fox", "El Zorro", "/p/org.fox.Fox.desktop", "fox-bin"},
-                                        {"com.docker.docker", "Docker del escritorio", "/p/d.desktop", ""},
-                                        {"launched", "Launched", "/p/launched.desktop", ""}};
+const std::vector<DesktopEntry> entries{
+    {"org.fox.Fox", "El Zorro", "/p/org.fox.Fox.desktop", "fox-bin"},
+    {"com.docker.docker", "Docker del escritorio", "/p/d.desktop", ""},
+    {"launched", "Launched", "/p/launched.desktop", ""},
+    {"google-chrome", "Chrome", "/p/g.desktop", "google-chrome-stable", "/opt/google/chrome"}};
 
 AppStatus with(std::vector<RunningProcess> processes) {
     return {installed, entries, std::move(processes)};
@@ -36,6 +38,15 @@ TEST(AppStatus, KnowsARunningApplicationByProcessProgramOrUnit) {
              Case{"a unit without an entry", {"", "", "com.a.tool"}, "com.a.tool", true},
              Case{"another unit", {"", "", "launched-2"}, "launched", false},
              Case{"an entry that names no program", {"", "", ""}, "launched", false},
+             // A browser that a script had started under another name went unnoticed.
+             Case{"a program of the folder", {"x", "x", "", "/opt/google/chrome/x"}, "google-chrome", true},
+             Case{"the same by the catalogue",
+                  {"x", "", "", "/opt/google/chrome/x"},
+                  "com.google.Chrome",
+                  true},
+             Case{"a known process by the desktop's id", {"chrome", "", ""}, "google-chrome", true},
+             Case{"the unit of a known one", {"", "", "google-chrome"}, "com.google.Chrome", true},
+             Case{"another folder", {"x", "", "", "/opt/google/chromecast/x"}, "google-chrome", false},
          }) {
         EXPECT_EQ(with({{"init", "init", ""}, process}).isRunning(bundleID), isRunning) << about;
     }

@@ -204,6 +204,21 @@ TEST(DesktopEntry, NamesTheProgramUnlessItIsAnInterpreter) {
     }
 }
 
+TEST(DesktopEntry, KnowsTheFolderThatBelongsToItsProgramAlone) {
+    const TempHome home;
+    home.program("opt/browser/start", "exit 0");
+    home.program("usr/bin/tool", "exit 0");
+    home.link("usr/bin/browser-stable", "../../opt/browser/start");
+    const auto folderFor = [&](const std::string& started) {
+        home.fileWith("data/applications/a.desktop", desktopEntry("Name=x\nExec=" + started));
+        return desktopEntriesIn({home.path("data")}).front().programFolder;
+    };
+    EXPECT_EQ(folderFor(home.path("usr/bin/browser-stable") + " %U"), home.path("opt/browser"));
+    EXPECT_EQ(folderFor(home.path("usr/bin/tool")), "") << "many programs stand there";
+    EXPECT_EQ(folderFor(home.path("nowhere/tool")), "");
+    EXPECT_EQ(folderFor("sh -c x"), "");
+}
+
 TEST(DesktopEntry, IsHiddenByTheSameIdInAnEarlierFolder) {
     const TempHome home;
     const std::string mine = home.fileWith("user/applications/a.desktop", desktopEntry("Name=Mine"));

@@ -90,16 +90,28 @@ TEST(AwkwardTrees, EntriesThatVanishOrChangeKindMeanwhileDoNoHarm) {
     mover.join();
 }
 
-TEST(AwkwardTrees, AMountInsideIsNotEntered) {
+TEST(AwkwardTrees, NeitherAnotherVolumeNorAMountedPartOfThisOneIsEntered) {
     const TempHome home;
     home.file("inside/file", 10000);
-    home.folder("mounted");
-    const Outcome outcome = withMounts({{"", home.path("mounted")}}, [&] {
-        home.file("mounted/elsewhere", 50000);
-        const Usage usage = measure(home.path());
-        const auto projects = Scanner::discoverProjects(home.path(), 5);
-        return usage.fileCount == 1 && usage.unreadableCount == 0 && projects.empty();
-    });
+    home.folders({"mounted", "bound"});
+    // The device tells nothing of a folder of the same disk; it was counted twice, and refused by the
+    // remover.
+    home.file("other/shown/project/package.json");
+    const Outcome outcome =
+        withMounts({{"", home.path("mounted")}, {home.path("other/shown"), home.path("bound")}}, [&] {
+            home.file("mounted/elsewhere", 50000);
+            const std::string path = home.path();
+            const platform::TreeRequest request{path};
+            HardLinkRegistry registry;
+            const auto context = FileTree::contextOf(registry, {});
+            for (const auto& sums : {platform::walkTrees({&request, 1}, context).front(),
+                                     platform::walkTreesPortably({&request, 1}, context).front()}) {
+                EXPECT_EQ(sums.fileCount, 2);
+                EXPECT_EQ(sums.unreadableCount, 0);
+            }
+            EXPECT_EQ(Scanner::discoverProjects(path, 5), std::vector{home.path("other/shown/project")});
+            return !testing::Test::HasFailure();
+        });
     expectHeld(outcome);
 }
 

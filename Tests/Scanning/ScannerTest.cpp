@@ -89,6 +89,73 @@ TEST(Scanner, FindsProjectsButNoneInsideAnotherNorWhereNoneAreLookedFor) {
                             home.path("tool")));
 }
 
+TEST(Scanner, TakesNoUnpackedProgramForAProjectThatSomebodyWorksOn) {
+    // The node_modules of an editor's resources/app were deleted without a question.
+    const TempHome home;
+    home.files({"Code-x64/resources/app/package.json", "lib/site-packages/numpy/pyproject.toml",
+                "go/pkg/mod/example.org/tool/go.mod", "venv/package.json", "app/resources/package.json",
+                "tool-1.0/go.mod", "tool-2.0/share/web/package.json", "script/package.json",
+                "library/package.json", "own/Cargo.toml", "own/sub/package.json"});
+    for (const char* program : {"tool-1.0/tool", "tool-2.0/tool", "own/built"}) {
+        home.fileWith(program, "\177ELF\2\1\1");
+        home.setMode(program, 0755);
+    }
+    home.program("script/run", "exit 0");
+    home.fileWith("library/tool.so", "\177ELF\2\1\1");
+    home.folder("own/.git");
+    EXPECT_THAT(
+        Scanner::discoverProjects(home.path(), 5),
+        ElementsAre(home.path("app/resources"), home.path("library"), home.path("own"), home.path("script")));
+}
+
+TEST(Scanner, FindsTheSameTwiceAndDatesAProjectByFilesThatAnotherIsChargedWith) {
+    // Of two projects with a file in common one counted as long untouched, now this one and now that.
+    const TempHome home;
+    home.file("work/a/package.json");
+    home.file("work/b/package.json");
+    for (const char* name : {"work/a/package.json", "work/b/package.json"}) {
+        home.setModified(name, 1500000000);
+    }
+    home.file(".store/file", 200000);
+    for (const char* name : {"work/a/node_modules/x", "work/b/node_modules/x", "work/a/src/x", "work/b/src/x",
+                             ".other/x", ".rule/deep/er/x"}) {
+        home.hardLink(name, ".store/file");
+    }
+    home.setModified(".store/file", 1600000000);
+    const auto scanned = [&] {
+        ScanReport report = scan(home, {ruleAt("z", "~/.store"), ruleAt("a", "~/.rule")},
+                                 {.home = {}, .unclassifiedMinimumBytes = 1});
+        report.durationSeconds = 0;
+        report.volume = {};
+        return report;
+    };
+    const ScanReport first = scanned();
+    EXPECT_EQ(first.findings.front().paths, std::vector{home.path(".rule")});
+    EXPECT_THAT(eachOf(first.projects, &ProjectReport::lastCodeChange),
+                Each(Date(std::chrono::seconds(1600000000))));
+    for (int round = 0; round < 20; ++round) {
+        ASSERT_EQ(scanned(), first);
+    }
+}
+
+TEST(Scanner, CarriesWhatCouldNotBeReadInsteadOfFindingNothing) {
+    // A cache folder without the right to read it was as good as empty.
+    const TempHome home;
+    expectHeld(asOrdinaryUser(home.path(), [&] {
+        home.file(".known/f", 100);
+        home.file(".cache/tool/f", 100);
+        EXPECT_TRUE(Scanner::canList(home.path()));
+        home.setMode(".known", 0);
+        home.setMode(".cache", 0);
+        const ScanReport report = scan(home, {ruleAt("known", "~/.known")});
+        EXPECT_THAT(eachOf(report.findings, &Finding::ruleID), ElementsAre("known"));
+        EXPECT_THAT(eachOf(report.unclassified, &UnclassifiedItem::path), ElementsAre(home.path(".cache")));
+        EXPECT_EQ(report.unreadableCount(), 2);
+        EXPECT_FALSE(Scanner::canList(home.path(".known")));
+        return !HasFailure();
+    }));
+}
+
 TEST(Scanner, MeasuresAProjectsArtifactsApart) {
     const TempHome home;
     home.file("code/app/package.json", 100);
@@ -153,6 +220,10 @@ TEST(Scanner, ReportsUnclaimedFoldersFromTheAskedSizeAndLeavesClaimedOnesToTheir
     home.file(".known/f", 400000);
     home.file("work/package.json");
     home.file(".minimax-agent/projects/p/f", 900000);
+    // Our own folders were offered for removal.
+    home.files(
+        {"Library/Application Support/TarvoAI/Apartado/x", "Library/Caches/TarvoAI/x", ".config/TarvoAI/x"},
+        900000);
     const ScanReport report =
         scan(home, {ruleAt("known", "~/.known")}, {.home = {}, .unclassifiedMinimumBytes = 300000});
     EXPECT_THAT(eachOf(report.unclassified, &UnclassifiedItem::path),
