@@ -49,4 +49,7 @@ std::optional<std::string> linkTarget(const std::string& path);
 /// that it can be compared with others as text. One with ".." must exist; links in it are resolved then.
 SystemResult<std::string> absolutePath(const std::string& path);
 
+/// Where an existing path really leads, all links followed; absolute.
+SystemResult<std::string> withoutLinks(const std::string& path);
+
 } // namespace lumo::platform

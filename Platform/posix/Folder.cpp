@@ -165,14 +165,14 @@ SystemResult<std::string> absolutePath(const std::string& path) {
     }
     // Only the disk knows where ".." leads, since the folder before it may be a link.
     if ((absolute + "/").find("/../") != std::string::npos) {
-        const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(absolute.c_str(), nullptr),
-                                                                   &std::free);
-        if (!resolved) {
-            return failed(errno);
-        }
-        return std::string(resolved.get());
+        return withoutLinks(absolute);
     }
     return withoutEmptyParts(absolute);
+}
+
+SystemResult<std::string> withoutLinks(const std::string& path) {
+    const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(path.c_str(), nullptr), &std::free);
+    return resolved ? SystemResult<std::string>(resolved.get()) : failed(errno);
 }
 
 } // namespace lumo::platform
