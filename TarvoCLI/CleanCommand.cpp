@@ -3,6 +3,7 @@
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/ApplicationFolders.h"
+#include "LumoCore/Cleanup/CoveredPlaces.h"
 #include "LumoCore/Cleanup/Holding.h"
 #include "LumoCore/Cleanup/SavedPlan.h"
 #include "Platform/Clock.h"
@@ -129,9 +130,27 @@ ExitCode report(const std::vector<CleanupOutcome>& outcomes, const Invocation& i
     return hasFailed ? ExitCode::failed : printed;
 }
 
+/// What a file names may only be acted on where this build would act by itself.
+lumo::CleanupExecutor::Refusal refusalOf(const CleanArguments& arguments,
+                                         const std::vector<CleanupAction>& actions,
+                                         const Invocation& invocation) {
+    if (!arguments.savedPlan && !arguments.source.file) {
+        return {};
+    }
+    const auto places =
+        std::make_shared<const lumo::CoveredPlaces>(invocation.home, knownRules(invocation.home), actions);
+    return [places](const CleanupAction& action) { return places->refusal(action); };
+}
+
 ExitCode dryRun(std::vector<PlanEntry> entries, const lumo::CleanupOptions& options,
-                const lumo::PathGuard& guard, const Invocation& invocation) {
+                const lumo::PathGuard& guard, const lumo::CleanupExecutor::Refusal& refusal,
+                const Invocation& invocation) {
     addRefusals(entries, guard);
+    for (PlanEntry& entry : entries) {
+        if (!entry.skipReason && refusal) {
+            entry.skipReason = refusal(entry.action);
+        }
+    }
     if (invocation.isJson) {
         return print(planJson(entries));
     }
@@ -163,8 +182,9 @@ ExitCode runClean(const CleanArguments& arguments, const Invocation& invocation)
     const std::vector<PlanEntry> entries = (*planning)();
     const std::vector<CleanupAction> agreed = lumo::CleanupPlanner::actionsOf(entries);
     const lumo::PathGuard guard(invocation.home);
+    const lumo::CleanupExecutor::Refusal refusal = refusalOf(arguments, agreed, invocation);
     if (arguments.isDryRun) {
-        return dryRun(entries, *options, guard, invocation);
+        return dryRun(entries, *options, guard, refusal, invocation);
     }
     if (agreed.empty()) {
         return print(invocation.isJson ? "[]\n" : planText(entries, *options, invocation));
@@ -177,7 +197,8 @@ ExitCode runClean(const CleanArguments& arguments, const Invocation& invocation)
     if (!lock) {
         return lock.error();
     }
-    return report(watchedCleanup(stillAllowed(agreed, (*planning)()), guard, invocation), invocation);
+    return report(watchedCleanup(stillAllowed(agreed, (*planning)()), guard, invocation, refusal),
+                  invocation);
 }
 
 } // namespace

@@ -38,7 +38,8 @@ void sayItEnds() {
 } // namespace
 
 std::vector<lumo::CleanupOutcome> watchedCleanup(const std::vector<lumo::CleanupAction>& actions,
-                                                 const lumo::PathGuard& guard, const Invocation& invocation) {
+                                                 const lumo::PathGuard& guard, const Invocation& invocation,
+                                                 const lumo::CleanupExecutor::Refusal& refusal) {
     platform::noteInterrupts();
     std::stop_source stop;
     std::stop_source cancel;
@@ -46,7 +47,8 @@ std::vector<lumo::CleanupOutcome> watchedCleanup(const std::vector<lumo::Cleanup
     const lumo::CleanupExecutor::Control control{.onBegin = [&](std::size_t index) { inHand = index; },
                                                  .stop = stop.get_token(),
                                                  .cancelTool = cancel.get_token(),
-                                                 .now = platform::now};
+                                                 .now = platform::now,
+                                                 .refusal = refusal};
     std::vector<lumo::CleanupOutcome> outcomes;
     bool hasShown = false;
     watch([&] { outcomes = usualCarryOut(actions, guard, control); },

@@ -55,6 +55,9 @@ namespace Scanner {
 std::optional<ScanReport> scan(const std::vector<Rule>& rules, const ScanOptions& options,
                                const ScanContext& context);
 
+/// How many folders deep below those of the home a scan looks for projects.
+inline constexpr int projectDepth = 5;
+
 /// The project folders below the home folder, ascending. A project inside a project is part of it.
 std::vector<std::string> discoverProjects(const std::string& home, int maxDepth,
                                           const std::stop_token& stop = {});
