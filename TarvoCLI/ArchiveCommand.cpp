@@ -90,6 +90,9 @@ ExitCode tell(const std::string& archive, const std::vector<CleanupOutcome>& out
             tinted(Words{"Para devolverlo a su sitio: tarvo deshacer\n", "To put it back: tarvo undo\n"}.in(),
                    Tint::faint, invocation));
     }
+    if (!isDone && !platform::kindOf(archive)) {
+        return complain(lumo::printable(outcome.message.value_or("")), ExitCode::failed);
+    }
     if (!isDone) {
         return complain(originalKeptText(shown, lumo::printable(outcome.message.value_or(""))),
                         ExitCode::failed);
@@ -111,8 +114,8 @@ ExitCode archiveAndSetAside(const std::string& path, const Estimate& estimate, c
         return tell(archived.error());
     }
     return tell(
-        *archived,
-        lumo::Archiver::setAside(path, std::string(lumo::fileName(path)), bytes, guard, platform::now()),
+        archived->path,
+        lumo::Archiver::setAside(*archived, std::string(lumo::fileName(path)), bytes, guard, platform::now()),
         invocation);
 }
 

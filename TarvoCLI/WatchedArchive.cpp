@@ -74,12 +74,11 @@ std::optional<Estimate> watchedEstimate(const std::string& path, const Invocatio
     return platform::wasInterrupted() ? std::nullopt : std::optional(estimate);
 }
 
-std::expected<std::string, lumo::Archiver::ArchiveError> watchedArchive(const std::string& path,
-                                                                        const Estimate& estimate,
-                                                                        const lumo::PathGuard& guard,
-                                                                        const Invocation& invocation) {
+std::expected<lumo::Archiver::Archive, lumo::Archiver::ArchiveError>
+watchedArchive(const std::string& path, const Estimate& estimate, const lumo::PathGuard& guard,
+               const Invocation& invocation) {
     lumo::Archiver::ArchiveProgress progress;
-    std::expected<std::string, lumo::Archiver::ArchiveError> archived;
+    std::expected<lumo::Archiver::Archive, lumo::Archiver::ArchiveError> archived;
     watchWith(
         [&](const std::stop_token& stop) {
             archived = lumo::Archiver::archive(path, lumo::Archiver::destination(path), guard,

@@ -15,7 +15,7 @@ std::optional<lumo::Archiver::Estimate> watchedEstimate(const std::string& path,
 
 /// Makes and verifies the archive, under the home's lock, which the caller holds, with progress on standard
 /// error. An interrupt ends it and takes everything back.
-std::expected<std::string, lumo::Archiver::ArchiveError>
+std::expected<lumo::Archiver::Archive, lumo::Archiver::ArchiveError>
 watchedArchive(const std::string& path, const lumo::Archiver::Estimate& estimate,
                const lumo::PathGuard& guard, const Invocation& invocation);
 

@@ -345,7 +345,7 @@ ToolAnswer archiveUnderLock(Workspace& workspace, const std::string& path,
     lumo::HardLinkRegistry registry;
     const std::int64_t bytes = lumo::FileTree::measure(path, registry).allocatedBytes;
     lumo::Archiver::ArchiveProgress progress;
-    std::expected<std::string, lumo::Archiver::ArchiveError> archive;
+    std::expected<lumo::Archiver::Archive, lumo::Archiver::ArchiveError> archive;
     whileTicking(
         [&] {
             call.progress(progress.writtenBytes + progress.checkedBytes,
@@ -361,18 +361,21 @@ ToolAnswer archiveUnderLock(Workspace& workspace, const std::string& path,
         return problem(archive.error().errorDescription() +
                        (detail.empty() ? "" : " (" + lumo::printable(detail) + ")"));
     }
-    const auto outcomes = lumo::Archiver::setAside(path, std::string(lumo::fileName(path)), bytes, guard,
+    const auto outcomes = lumo::Archiver::setAside(*archive, std::string(lumo::fileName(path)), bytes, guard,
                                                    platform::now(), call.caller);
     workspace.forgetReports();
-    const std::string shown = lumo::printable(lumo::abbreviated(*archive, workspace.home()));
-    const JsonValue structured = lumo::encode(Archived{*archive, outcomes});
+    const std::string shown = lumo::printable(lumo::abbreviated(archive->path, workspace.home()));
+    const JsonValue structured = lumo::encode(Archived{archive->path, outcomes});
     if (outcomes.front().status == lumo::CleanupStatus::failed) {
+        if (!platform::kindOf(archive->path)) {
+            return problem(lumo::printable(outcomes.front().message.value_or("")));
+        }
         return {.text = originalKeptText(shown, lumo::printable(outcomes.front().message.value_or(""))),
                 .structured = structured,
                 .isProblem = true};
     }
     lumo::HardLinkRegistry ofArchive;
-    return {.text = archivedText(shown, lumo::FileTree::measure(*archive, ofArchive).apparentBytes),
+    return {.text = archivedText(shown, lumo::FileTree::measure(archive->path, ofArchive).apparentBytes),
             .structured = structured};
 }
 

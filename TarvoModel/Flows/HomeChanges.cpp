@@ -146,10 +146,14 @@ lumo::Result<Archived> archiveItem(const std::string& path, const HomeDesk& desk
         return lumo::failure(archive.error().errorDescription() +
                              (detail.empty() ? "" : " (" + detail + ")"));
     }
-    Archived archived{.archive = *archive, .outcome = {}};
-    archived.archiveBytes = lumo::FileTree::measure(*archive, registry).apparentBytes;
+    Archived archived{.archive = archive->path, .outcome = {}};
+    archived.archiveBytes = lumo::FileTree::measure(archive->path, registry).apparentBytes;
     archived.outcome =
-        lumo::Archiver::setAside(path, std::string(lumo::fileName(path)), bytes, guard, desk.now()).front();
+        lumo::Archiver::setAside(*archive, std::string(lumo::fileName(path)), bytes, guard, desk.now())
+            .front();
+    if (archived.outcome.status == lumo::CleanupStatus::failed && !lumo::platform::kindOf(archive->path)) {
+        return lumo::failure(archived.outcome.message.value_or(""));
+    }
     return archived;
 }
 
