@@ -2,6 +2,7 @@
 
 #include "LumoCore/Cleanup/CleanupPlanner.h"
 #include "Platform/Place.h"
+#include "Tests/support/AwkwardTree.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
@@ -131,4 +132,19 @@ TEST(PathGuard, KnowsAProtectedFolderHoweverItIsReached) {
         EXPECT_TRUE(guard.protectedRefusal({home.path("cache/deep/x")}));
         EXPECT_FALSE(guard.protectedRefusal({home.path("Documents/other"), "/etc"}));
     }
+}
+
+TEST(PathGuard, KnowsAProtectedFolderThroughAMount) {
+    const TempHome home;
+    home.file("Documents/keep/x");
+    home.folder("mounted");
+    expectHeld(withMounts({{home.path("Documents"), home.path("mounted")}}, [&] {
+        for (const char* spelling : {"Documents/keep", "mounted/keep"}) {
+            const PathGuard guard(home.path(), {home.path(spelling)});
+            for (const char* name : {"Documents", "Documents/keep/x", "mounted/keep", "mounted/keep/x"}) {
+                EXPECT_EQ(guard.refusal({home.path(name)}), lumo::CleanupPlanner::protectedReason()) << name;
+            }
+        }
+        return !testing::Test::HasFailure();
+    }));
 }
