@@ -65,7 +65,7 @@ enum class FinalLink { followed, kept };
 /// what stands behind a link that leads nowhere, keeps its name.
 SystemResult<std::string> resolvedPath(const std::string& path, FinalLink last);
 
-/// Where the path leads with all links followed; absent when it leads nowhere.
-std::optional<std::string> realPath(const std::string& path);
+/// Where an existing path really leads, all links followed; absolute.
+SystemResult<std::string> withoutLinks(const std::string& path);
 
 } // namespace lumo::platform

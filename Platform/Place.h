@@ -2,6 +2,7 @@
 
 #include "Platform/Descriptor.h"
 #include "Platform/Folder.h"
+#include "Platform/FolderStatus.h"
 #include "Platform/SystemError.h"
 
 #include <string>
@@ -59,6 +60,16 @@ class BaseFolder final {
 
 /// What stands at the place.
 SystemResult<EntryKind> kindAt(const Place& place);
+
+/// What stands at the place; a link stands for itself.
+SystemResult<FolderIdentity> identityAt(const Place& place);
+
+/// The place's folder and every folder above it, innermost first, as they are now.
+SystemResult<std::vector<FolderIdentity>> foldersAround(const Place& place);
+
+/// What stands at an absolute path, links followed, and every folder above it, innermost first; empty when
+/// nothing does.
+std::vector<FolderIdentity> identitiesUpFrom(const std::string& path);
 
 /// The user that owns a folder, links followed.
 SystemResult<unsigned> ownerOf(const std::string& folder);

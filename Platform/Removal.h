@@ -3,6 +3,8 @@
 #include "Platform/Place.h"
 #include "Platform/SystemError.h"
 
+#include <span>
+
 namespace lumo::platform {
 
 /// Removes what stands at the place and everything in it, for good. Nothing there is success, also when
@@ -16,11 +18,12 @@ namespace lumo::platform {
 /// A failure stops nothing: the rest of the tree is removed all the same, and the first reason is returned.
 /// Before that, unless only mounts were in the way, a second try gives folders of the current user at and
 /// below the place the owner's rights that they lack. What could not be removed stays, with those rights.
+/// It ends at once, with ECANCELED, at one of the folders to be spared, wherever and however it is reached.
 /// ESTALE means that a folder was moved away while something in it was being removed; the try ended there.
-SystemResult<void> removeTree(const Place& place);
+SystemResult<void> removeTree(const Place& place, std::span<const FolderIdentity> spared = {});
 
 /// Removes everything in the folder that stands at the place, in the same way, and leaves the folder. A link
 /// there has no contents of its own and fails with ELOOP; what is no folder has none and is a success.
-SystemResult<void> removeContents(const Place& place);
+SystemResult<void> removeContents(const Place& place, std::span<const FolderIdentity> spared = {});
 
 } // namespace lumo::platform

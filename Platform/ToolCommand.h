@@ -19,6 +19,9 @@ struct ToolRun {
 /// two usual folders of packages and the inherited search path, in this order, which is also the tool's own;
 /// an empty list, and a first word that begins with "-" or holds "=", count as not startable.
 ///
+/// The home is the tool's, too, whatever this process was started with: HOME is set to it, and variables that
+/// would lead the tool to another cache, store or service than the one that was shown are not passed on.
+///
 /// The tool has an empty standard input and no terminal, so that it fails where it would ask. Its output is
 /// read to the end, but no longer than two seconds beyond its own end: what it leaves running in the
 /// background may go on, and is not waited for.

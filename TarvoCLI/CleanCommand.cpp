@@ -69,6 +69,7 @@ std::expected<PlanRequest, ExitCode> requestFrom(const CleanArguments& arguments
         }
     }
     request.report = *report;
+    request.isReportFromFile = arguments.source.file.has_value();
     return request;
 }
 
@@ -154,12 +155,12 @@ ExitCode runClean(const CleanArguments& arguments, const Invocation& invocation)
     if (arguments.isDryRun) {
         return dryRun(plan->entries, invocation);
     }
-    const std::vector<CleanupAction> agreed = lumo::CleanupPlanner::actionsOf(plan->entries);
-    if (agreed.empty()) {
+    const Agreement agreed = agreementTo(*plan);
+    if (agreed.actions.empty()) {
         return print(invocation.isJson ? "[]\n" : planText(plan->entries, invocation));
     }
-    if (const auto no =
-            arguments.isConfirmed ? std::nullopt : declinedCleanup(plan->entries, agreed, invocation)) {
+    if (const auto no = arguments.isConfirmed ? std::nullopt
+                                              : declinedCleanup(plan->entries, agreed.actions, invocation)) {
         return *no;
     }
     const auto cleaned = watchedCleanup(*request, agreed, desk, invocation);

@@ -29,6 +29,7 @@ ExitCode runPlan(const PlanCommandArguments& arguments, const Invocation& invoca
         return report.error();
     }
     request.report = *report;
+    request.isReportFromFile = arguments.source.file.has_value();
     const auto plan = planOrComplain(request, desk);
     if (!plan) {
         return plan.error();

@@ -35,8 +35,7 @@ void sayItEnds() {
 
 } // namespace
 
-lumo::Result<Cleaned> watchedCleanup(const PlanRequest& request,
-                                     const std::vector<lumo::CleanupAction>& agreed, const Desk& desk,
+lumo::Result<Cleaned> watchedCleanup(const PlanRequest& request, const Agreement& agreed, const Desk& desk,
                                      const Invocation& invocation) {
     platform::noteInterrupts();
     std::stop_source stop;

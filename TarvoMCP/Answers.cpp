@@ -188,14 +188,14 @@ Fate fateOf(const lumo::CleanupAction& action) {
 }
 
 Proposal proposalOf(const ProposedPlan& plan) {
-    const CleanupShares shares = sharesOf(lumo::CleanupPlanner::actionsOf(plan.entries));
+    const CleanupShares shares = sharesOf(lumo::CleanupPlanner::actionsOf(plan.plan.entries));
     Proposal proposal{.plan = plan.handle,
                       .items = {},
                       .totalBytes = shares.total,
                       .deletedAtOnceBytes = shares.total - shares.trash - shares.tool,
                       .setAsideBytes = shares.trash,
                       .byItsOwnToolBytes = shares.tool};
-    for (const lumo::PlanEntry& entry : plan.entries) {
+    for (const lumo::PlanEntry& entry : plan.plan.entries) {
         proposal.items.push_back({entry.action.id, entry.action.title, entry.action.safety,
                                   entry.action.estimatedBytes, fateOf(entry.action), entry.skipReason});
     }

@@ -89,7 +89,7 @@ std::string itemLines(const std::vector<std::string>& items) {
 /// What the ids choose of the plan; all of it without any. A failure names an id that cannot be chosen.
 lumo::Result<std::vector<CleanupAction>> chosenActions(const ProposedPlan& plan,
                                                        const std::vector<std::string>& ids) {
-    std::vector<CleanupAction> all = lumo::CleanupPlanner::actionsOf(plan.entries);
+    std::vector<CleanupAction> all = lumo::CleanupPlanner::actionsOf(plan.plan.entries);
     if (ids.empty()) {
         return all;
     }
@@ -181,7 +181,8 @@ ToolAnswer carryOut(Workspace& workspace, const ProposedPlan& plan, const std::v
         .onBegin = [&](std::size_t index) { call.progress(static_cast<std::int64_t>(index), titles[index]); },
         .stop = call.stop,
         .cancelTool = call.stop};
-    auto cleaned = tarvo::clean(plan.request, agreed, workspace.desk(call.caller), watch);
+    auto cleaned = tarvo::clean(plan.request, {.actions = agreed, .shown = plan.plan.shown},
+                                workspace.desk(call.caller), watch);
     if (!cleaned) {
         return problem(cleaned.error().message);
     }

@@ -139,13 +139,13 @@ ToolAnswer propose(Workspace& workspace, const ToolCall& call) {
                       .request = {.report = report,
                                   .include = {include->begin(), include->end()},
                                   .includesActiveDependencies = *dependencies},
-                      .entries = {}};
+                      .plan = {}};
     if (const auto unknown = unknownIDs(plan.request)) {
         return problem(*unknown);
     }
-    plan.entries = planned(plan.request, workspace.desk()).entries;
+    plan.plan = planned(plan.request, workspace.desk());
     const ProposedPlan& kept = workspace.keep(std::move(plan));
-    const auto actions = lumo::CleanupPlanner::actionsOf(kept.entries);
+    const auto actions = lumo::CleanupPlanner::actionsOf(kept.plan.entries);
     return {.text = actions.empty()
                         ? Words{"No hay nada que limpiar ahora.", "There is nothing to clean now."}.in()
                         : confirmationMessage(sharesOf(actions)),

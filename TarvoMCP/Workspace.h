@@ -17,8 +17,8 @@ namespace tarvo::mcp {
 struct ProposedPlan {
     std::string handle;
     PlanRequest request;
-    std::vector<lumo::PlanEntry> entries; ///< As they were shown.
-    double proposedAt = 0;                ///< On the clock that is never set.
+    Plan plan;             ///< As it was shown.
+    double proposedAt = 0; ///< On the clock that is never set.
 };
 
 /// What the tools know of the home from one call to the next. Used by one thread.

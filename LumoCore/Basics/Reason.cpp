@@ -16,7 +16,7 @@ struct Known {
     std::string_view en;
 };
 
-constexpr std::array<Known, 20> knownReasons{{
+constexpr std::array<Known, 21> knownReasons{{
     {EACCES, "no hay permiso", "permission denied"},
     {EPERM, "el sistema no lo permite", "the system does not allow it"},
     {ENOENT, "no existe", "no such file or folder"},
@@ -36,6 +36,7 @@ constexpr std::array<Known, 20> knownReasons{{
     {ENOTEMPTY, "otro programa escribe en la carpeta", "another program is writing into the folder"},
     {EMFILE, "hay demasiados ficheros abiertos", "too many files are open"},
     {E2BIG, "son demasiados elementos de una vez", "these are too many items at once"},
+    {ECANCELED, "está en una carpeta protegida en Ajustes", "it's in a folder protected in Settings"},
     {ESTALE, "ha cambiado mientras tanto", "it changed meanwhile"},
 }};
 

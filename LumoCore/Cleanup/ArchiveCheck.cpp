@@ -146,10 +146,14 @@ std::expected<void, ArchiveError> ArchivedTree::areAll(const std::vector<bool>& 
     return {};
 }
 
-std::expected<void, ArchiveError> ArchivedTree::isUnchanged(const std::stop_token& stop) const {
+std::expected<void, ArchiveError> ArchivedTree::isUnchangedAt(const std::string& path,
+                                                              const std::stop_token& stop) const {
+    const std::size_t ownName = fileName(path).size();
     std::size_t count = 0;
     std::optional<std::string> changed;
-    const auto walked = platform::visitTree(path_, [&](const ListedEntry& entry) {
+    const auto walked = platform::visitTree(path, [&](ListedEntry entry) {
+        // The paths begin with the item's own name, and it may have another one by now.
+        entry.path.replace(0, ownName, fileName(path_));
         const ListedEntry* before = find(entry.path);
         if (before == nullptr || *before != entry) {
             changed = entry.path;

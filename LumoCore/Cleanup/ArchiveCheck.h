@@ -25,7 +25,15 @@ class ArchivedTree final {
     isIn(const std::string& archive, const std::stop_token& stop, std::atomic<std::int64_t>* done) const;
 
     /// Fails unless the item is as it was.
-    [[nodiscard]] std::expected<void, Archiver::ArchiveError> isUnchanged(const std::stop_token& stop) const;
+    [[nodiscard]] std::expected<void, Archiver::ArchiveError> isUnchanged(const std::stop_token& stop) const {
+        return isUnchangedAt(path_, stop);
+    }
+
+    /// The same after it was moved to another path.
+    [[nodiscard]] std::expected<void, Archiver::ArchiveError>
+    isUnchangedAt(const std::string& path, const std::stop_token& stop) const;
+
+    [[nodiscard]] const std::string& path() const { return path_; }
 
   private:
     explicit ArchivedTree(std::string path) : path_(std::move(path)) {}

@@ -200,17 +200,17 @@ std::string destination(const std::string& path) {
     }
 }
 
-std::expected<std::string, ArchiveError> archive(const std::string& path, const std::string& destination,
-                                                 const PathGuard& guard, const ArchiveControl& control) {
+std::expected<Archive, ArchiveError> archive(const std::string& path, const std::string& destination,
+                                             const PathGuard& guard, const ArchiveControl& control) {
     enter(ArchivePhase::looking, control);
-    const SystemResult<Place> place = guard.place(path);
+    const SystemResult<Place> place = guard.item(path);
     if (!place) {
         return failedAt(path, place.error());
     }
     if (const Checked roomy = checkSpace(std::string(parentOf(path)), control); !roomy) {
         return std::unexpected(roomy.error());
     }
-    const auto tree = ArchivedTree::of(path, control.stop);
+    auto tree = ArchivedTree::of(path, control.stop);
     if (!tree) {
         return std::unexpected(tree.error());
     }
@@ -235,12 +235,44 @@ std::expected<std::string, ArchiveError> archive(const std::string& path, const 
     if (!published) {
         return failedAt(destination, published.error());
     }
-    return std::move(*published);
+    return Archive{.path = std::move(*published),
+                   .original = std::make_shared<const ArchivedTree>(std::move(*tree))};
 }
 
-std::vector<CleanupOutcome> setAside(const std::string& path, const std::string& title,
+namespace {
+
+/// Gives an original back that was saved into until it was moved, and takes its archive, which lacks that,
+/// away. What cannot be given back stays held, with its archive.
+void takeBack(CleanupOutcome& outcome, const Archive& archive, const PathGuard& guard) {
+    outcome.status = CleanupStatus::failed;
+    const std::string_view name = fileName(archive.original->path());
+    outcome.message =
+        Words{"{}: se guardó algo dentro mientras se archivaba, y está apartado",
+              "{}: something was saved into it while it was being archived, and it is set aside"}
+            .with(name);
+    if (!Holding::restore(*outcome.restorable, guard).failures.empty()) {
+        return;
+    }
+    outcome.message =
+        Words{"{}: se guardó algo dentro mientras se archivaba; el original vuelve a estar en su "
+              "sitio y el archivo se ha borrado",
+              "{}: something was saved into it while it was being archived; the original is back "
+              "in its place and the archive was deleted"}
+            .with(name);
+    outcome.restorable.reset();
+    outcome.trashedBytes = 0;
+    if (const SystemResult<Place> place = guard.place(archive.path)) {
+        // One that stays is beside the original, where the user sees it.
+        (void)platform::removeTree(*place);
+    }
+}
+
+} // namespace
+
+std::vector<CleanupOutcome> setAside(const Archive& archive, const std::string& title,
                                      std::int64_t estimatedBytes, const PathGuard& guard, Date now,
                                      const std::optional<std::string>& caller) {
+    const std::string& path = archive.original->path();
     const CleanupAction action{.id = "archivar:" + path,
                                .title = title,
                                .safety = Safety::review,
@@ -248,9 +280,14 @@ std::vector<CleanupOutcome> setAside(const std::string& path, const std::string&
                                .method = method::TrashItems{{path}},
                                .measuredPaths = {path}};
     Mover mover(guard, Holding::newBatch(guard.home(), now));
-    return CleanupExecutor::run({action}, guard, OwnFiles::historyLog(guard.home()), mover,
-                                CleanupExecutor::SafeItems::setAside,
-                                {.now = [now] { return now; }, .caller = caller});
+    CleanupOutcome outcome =
+        CleanupExecutor::perform(action, guard, mover, CleanupExecutor::SafeItems::setAside,
+                                 {.now = [now] { return now; }, .caller = caller});
+    if (outcome.restorable && !archive.original->isUnchangedAt(outcome.restorable->front().inTrash, {})) {
+        takeBack(outcome, archive, guard);
+    }
+    CleanupExecutor::record(outcome, OwnFiles::historyLog(guard.home()), mover);
+    return {std::move(outcome)};
 }
 
 } // namespace lumo::Archiver

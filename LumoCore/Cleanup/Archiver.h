@@ -7,10 +7,15 @@
 #include <atomic>
 #include <cstdint>
 #include <expected>
+#include <memory>
 #include <optional>
 #include <stop_token>
 #include <string>
 #include <vector>
+
+namespace lumo {
+class ArchivedTree;
+}
 
 /// Replaces something of the user's that is rarely used by a zip beside it: the archive is made and checked
 /// completely, and only then the original is set aside for some days. The home's lock must be held for all
@@ -72,15 +77,21 @@ Estimate estimate(const std::string& path, std::size_t samples = usualSamples,
 /// is cut.
 std::string destination(const std::string& path);
 
+/// An archive, and what it was made of.
+struct Archive {
+    std::string path; ///< The destination that was wanted, or the next free name when that was taken.
+    std::shared_ptr<const ArchivedTree> original;
+};
+
 /// Makes the archive and checks it against the item: every entry can be unpacked; names, kinds, lengths and
-/// contents are the item's, which did not change meanwhile. Returns where it is: the destination, or the next
-/// free name when that was taken. What a zip cannot hold does not verify.
-std::expected<std::string, ArchiveError> archive(const std::string& path, const std::string& destination,
-                                                 const PathGuard& guard, const ArchiveControl& control = {});
+/// contents are the item's, which did not change meanwhile. What a zip cannot hold does not verify.
+std::expected<Archive, ArchiveError> archive(const std::string& path, const std::string& destination,
+                                             const PathGuard& guard, const ArchiveControl& control = {});
 
 /// Sets the archived original aside in a batch of its own and logs it; `estimatedBytes` is what it takes on
-/// disk, and the caller an agent that asked for it. The one outcome.
-std::vector<CleanupOutcome> setAside(const std::string& path, const std::string& title,
+/// disk, and the caller an agent that asked for it. Where it lies now it is compared a last time: one that
+/// was saved into meanwhile goes back, its archive goes, and the outcome is failed. The one outcome.
+std::vector<CleanupOutcome> setAside(const Archive& archive, const std::string& title,
                                      std::int64_t estimatedBytes, const PathGuard& guard, Date now,
                                      const std::optional<std::string>& caller = {});
 

@@ -16,16 +16,32 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <expected>
+#include <iterator>
+#include <memory>
+#include <span>
 
 namespace lumo::CleanupExecutor {
 
 using platform::BaseFolder;
 using platform::EntryKind;
+using platform::FolderIdentity;
 using platform::Place;
 using platform::SystemError;
 using platform::SystemResult;
 
 namespace {
+
+/// An action in hand.
+struct Task {
+    const CleanupAction& action;
+    const PathGuard& guard;
+    Mover& mover;
+    const Control& control;
+    const ResolvedPaths& shown;
+    bool isDirect;
+    std::int64_t bytesBefore = 0; ///< At the measured paths, before anything was touched.
+};
 
 /// What handling items came to.
 struct Handled {
@@ -38,33 +54,49 @@ std::string problemWith(const std::string& path, const SystemError& error) {
     return std::string(fileName(path)) + ": " + reasonText(error);
 }
 
-/// Where an item stands; absent when there is nothing, which is no error.
-SystemResult<std::optional<Place>> standing(const PathGuard& guard, const std::string& path) {
-    SystemResult<Place> place = guard.place(path);
+std::string isElsewhere(const std::string& path) {
+    return Words{"{}: ya no es lo que era cuando se mostró",
+                 "{}: it is no longer what it was when it was shown"}
+        .with(path);
+}
+
+/// Where an item stands; absent when there is nothing, which is no error. The error is in words.
+std::expected<std::optional<Place>, std::string> standing(const Task& task, const std::string& path) {
+    SystemResult<Place> place = task.guard.item(path);
     if (!place) {
-        return place.error().isMissing() ? SystemResult<std::optional<Place>>(std::nullopt)
-                                         : std::unexpected(place.error());
+        return place.error().isMissing() ? std::expected<std::optional<Place>, std::string>(std::nullopt)
+                                         : std::unexpected(problemWith(path, place.error()));
+    }
+    const bool wasThere = task.shown.contains(path);
+    if (wasThere && !PathGuard::isAsResolved(path, *place, task.shown)) {
+        return std::unexpected(isElsewhere(path));
     }
     const SystemResult<EntryKind> kind = platform::kindAt(*place);
     if (!kind) {
-        return kind.error().isMissing() ? SystemResult<std::optional<Place>>(std::nullopt)
-                                        : std::unexpected(kind.error());
+        return kind.error().isMissing() ? std::expected<std::optional<Place>, std::string>(std::nullopt)
+                                        : std::unexpected(problemWith(path, kind.error()));
+    }
+    if (!wasThere) {
+        return std::unexpected(isElsewhere(path));
     }
     return std::optional(std::move(*place));
 }
 
 /// Removes each item, or what is in it, at once.
-Handled remove(const std::vector<std::string>& paths, const PathGuard& guard,
-               SystemResult<void> (*removal)(const Place&)) {
+Handled remove(const Task& task, const std::vector<std::string>& paths,
+               SystemResult<void> (*removal)(const Place&, std::span<const FolderIdentity>)) {
     Handled handled;
     for (const std::string& path : paths) {
-        const auto place = standing(guard, path);
-        if (place && !*place) {
+        const auto place = standing(task, path);
+        if (!place) {
+            handled.problem = place.error();
+            return handled;
+        }
+        if (!*place) {
             continue;
         }
         handled.hasTouched = true;
-        const SystemResult<void> removed = place ? removal(**place) : std::unexpected(place.error());
-        if (!removed) {
+        if (const SystemResult<void> removed = removal(**place, task.guard.spared()); !removed) {
             handled.problem = problemWith(path, removed.error());
             return handled;
         }
@@ -72,80 +104,115 @@ Handled remove(const std::vector<std::string>& paths, const PathGuard& guard,
     return handled;
 }
 
+/// Something to be set aside.
+struct Item {
+    std::string path;
+    std::shared_ptr<const BaseFolder> folder; ///< In which its name is found; absent for a path of its own.
+};
+
 /// Items that are there, and what kept the rest from being found.
 struct Found {
-    std::vector<std::string> paths;
+    std::vector<Item> items;
     std::optional<std::string> problem;
 };
 
-Found standingItems(const std::vector<std::string>& paths, const PathGuard& guard) {
+Found standingItems(const Task& task, const std::vector<std::string>& paths) {
     Found found;
     for (const std::string& path : paths) {
-        const auto place = standing(guard, path);
+        const auto place = standing(task, path);
         if (!place) {
-            found.problem = problemWith(path, place.error());
+            found.problem = place.error();
             return found;
         }
         if (*place) {
-            found.paths.push_back(path);
+            found.items.push_back({path, nullptr});
         }
     }
     return found;
 }
 
-Found childrenOf(const std::vector<std::string>& folders, const PathGuard& guard) {
+Found childrenOf(const Task& task, const std::vector<std::string>& folders) {
     Found found;
     for (const std::string& path : folders) {
-        const SystemResult<Place> place = guard.place(path);
-        const SystemResult<BaseFolder> folder =
-            place ? BaseFolder::openAt(*place) : std::unexpected(place.error());
+        const auto place = standing(task, path);
+        if (!place) {
+            found.problem = place.error();
+            return found;
+        }
+        if (!*place) {
+            continue;
+        }
+        SystemResult<BaseFolder> folder = BaseFolder::openAt(**place);
         const SystemResult<std::vector<std::string>> names =
             folder ? folder->names() : std::unexpected(folder.error());
-        if (!names && !names.error().isMissing()) {
+        if (!names) {
+            if (names.error().isMissing()) {
+                continue;
+            }
             found.problem = problemWith(path, names.error());
             return found;
         }
-        for (const std::string& name : names.value_or(std::vector<std::string>())) {
-            found.paths.push_back(path + "/" + name);
+        const auto opened = std::make_shared<const BaseFolder>(std::move(*folder));
+        for (const std::string& name : *names) {
+            found.items.push_back({joined(path, name), opened});
         }
     }
     return found;
 }
 
-SystemResult<void> moveOne(const std::string& path, const std::string& reserved, const PathGuard& guard,
-                           const Mover& mover) {
-    const SystemResult<Place> place = guard.place(path);
-    return place ? mover.move(*place, reserved) : std::unexpected(place.error());
+/// Where an item is now; absent when it is gone.
+std::expected<std::optional<Place>, std::string> placeOf(const Task& task, const Item& item) {
+    if (item.folder == nullptr) {
+        return standing(task, item.path);
+    }
+    SystemResult<Place> place = item.folder->placeWithoutLinks(fileName(item.path));
+    const SystemResult<void> allowed = place ? task.guard.mayTake(*place) : std::unexpected(place.error());
+    if (!allowed) {
+        return std::unexpected(problemWith(item.path, allowed.error()));
+    }
+    return std::optional(std::move(*place));
 }
 
-Handled setAside(Found found, const CleanupAction& action, const PathGuard& guard, Mover& mover) {
+Handled setAside(const Task& task, Found found) {
     Handled handled;
     handled.problem = std::move(found.problem);
-    if (found.paths.empty()) {
+    if (found.items.empty()) {
         return handled;
     }
-    const auto reserved = mover.reserve(action, found.paths);
+    std::vector<std::string> paths;
+    std::ranges::transform(found.items, std::back_inserter(paths), &Item::path);
+    const auto reserved = task.mover.reserve(task.action, paths);
     if (!reserved) {
-        handled.problem = problemWith(found.paths.front(), reserved.error());
+        handled.problem = problemWith(paths.front(), reserved.error());
         return handled;
     }
-    for (std::size_t index = 0; index < found.paths.size(); ++index) {
-        const std::string& path = found.paths[index];
-        const SystemResult<void> moved = moveOne(path, (*reserved)[index], guard, mover);
+    for (std::size_t index = 0; index < found.items.size(); ++index) {
+        const auto place = placeOf(task, found.items[index]);
+        if (!place) {
+            handled.problem = place.error();
+            return handled;
+        }
+        const SystemResult<void> moved =
+            *place ? task.mover.move(**place, (*reserved)[index]) : platform::failed(ENOENT);
         if (moved) {
             handled.hasTouched = true;
-            handled.held.push_back({.original = path, .inTrash = (*reserved)[index]});
+            handled.held.push_back({.original = paths[index], .inTrash = (*reserved)[index]});
         } else if (!moved.error().isMissing()) {
-            handled.problem = problemWith(path, moved.error());
+            handled.problem = problemWith(paths[index], moved.error());
             return handled;
         }
     }
     return handled;
 }
 
-std::int64_t goneBytes(const CleanupAction& action) {
-    const std::int64_t left = remaining(action);
-    return action.estimatedBytes > left ? action.estimatedBytes - left : 0;
+/// What the estimate says is gone, but no more than what went by this action: what was gone before has been
+/// counted by whoever took it.
+std::int64_t goneBytes(const Task& task) {
+    const std::int64_t left = remaining(task.action);
+    const std::int64_t most = task.action.measuredPaths.empty()
+                                  ? task.action.estimatedBytes
+                                  : std::min(task.action.estimatedBytes, task.bytesBefore);
+    return most > left ? most - left : 0;
 }
 
 CleanupOutcome begun(const CleanupAction& action) {
@@ -162,36 +229,44 @@ CleanupOutcome failed(const CleanupAction& action, std::string message) {
     return outcome;
 }
 
-CleanupOutcome outcomeOf(const CleanupAction& action, Handled handled, bool isDirect) {
-    CleanupOutcome outcome = handled.problem ? failed(action, std::move(*handled.problem)) : begun(action);
+CleanupOutcome outcomeOf(const Task& task, Handled handled) {
+    CleanupOutcome outcome =
+        handled.problem ? failed(task.action, std::move(*handled.problem)) : begun(task.action);
     // What was gone before, or somebody else took meanwhile, is nothing that this action freed.
-    const std::int64_t bytes = handled.hasTouched ? goneBytes(action) : 0;
-    (isDirect ? outcome.freedBytes : outcome.trashedBytes) = bytes;
+    const std::int64_t bytes = handled.hasTouched ? goneBytes(task) : 0;
+    (task.isDirect ? outcome.freedBytes : outcome.trashedBytes) = bytes;
     if (!handled.held.empty()) {
         outcome.restorable = std::move(handled.held);
     }
     return outcome;
 }
 
-CleanupOutcome trashContents(const std::vector<std::string>& folders, const CleanupAction& action,
-                             const PathGuard& guard, Mover& mover, bool isDirect) {
-    return outcomeOf(action,
-                     isDirect ? remove(folders, guard, platform::removeContents)
-                              : setAside(childrenOf(folders, guard), action, guard, mover),
-                     isDirect);
+CleanupOutcome trashItems(const Task& task, const std::vector<std::string>& paths) {
+    return outcomeOf(task, task.isDirect ? remove(task, paths, platform::removeTree)
+                                         : setAside(task, standingItems(task, paths)));
 }
 
-CleanupOutcome runCommand(const std::vector<std::string>& words, const CleanupAction& action,
-                          const PathGuard& guard, Mover& mover, bool isDirect, const Control& control) {
-    const platform::ToolRun ran = platform::runTool(words, guard.home(), control.cancelTool);
+CleanupOutcome trashContents(const Task& task, const std::vector<std::string>& folders) {
+    return outcomeOf(task, task.isDirect ? remove(task, folders, platform::removeContents)
+                                         : setAside(task, childrenOf(task, folders)));
+}
+
+CleanupOutcome runCommand(const Task& task, const std::vector<std::string>& words) {
+    const CleanupAction& action = task.action;
+    const platform::ToolRun ran = platform::runTool(words, task.guard.home(), task.control.cancelTool);
     if (ran.status == 0) {
         CleanupOutcome outcome = begun(action);
-        outcome.freedBytes = goneBytes(action);
+        if (!action.measuredPaths.empty() && remaining(action) >= task.bytesBefore) {
+            outcome.message =
+                Words{"la herramienta no ha liberado nada aquí", "the tool freed nothing here"}.in();
+        } else {
+            outcome.freedBytes = goneBytes(task);
+        }
         return outcome;
     }
     // Whoever ends a tool half-way does not ask for its folders to be emptied by us instead.
     if (!ran.wasEndedByUs && !action.fallbackContents.empty()) {
-        return trashContents(action.fallbackContents, action, guard, mover, isDirect);
+        return trashContents(task, action.fallbackContents);
     }
     const std::string detail = ran.wasEndedByUs ? Words{"se ha interrumpido", "it was interrupted"}.in()
                                                 : failureDetail(ran.output, ran.status, currentLanguage());
@@ -217,64 +292,99 @@ CleanupOutcome evict(const std::vector<std::string>& paths, const CleanupAction&
     return outcome;
 }
 
-CleanupOutcome handle(const CleanupAction& action, const PathGuard& guard, Mover& mover, SafeItems safeItems,
-                      const Control& control) {
-    if (std::optional<std::string> refusal = guard.refusal(touchedPaths(action))) {
-        return failed(action, std::move(*refusal));
+/// Why nothing of the action may be touched, in words.
+std::optional<std::string> obstacleTo(const Task& task) {
+    if (auto refused = refusal(task.action, task.guard)) {
+        return refused;
     }
-    struct Choose {
-        const CleanupAction& action;
-        const PathGuard& guard;
-        Mover& mover;
-        bool isDirect;
-        const Control& control;
+    if (auto refused = task.control.refusal ? task.control.refusal(task.action) : std::nullopt) {
+        return refused;
+    }
+    for (const std::string& path : touchedPaths(task.action)) {
+        if (const auto place = standing(task, path); !place) {
+            return place.error();
+        }
+    }
+    return std::nullopt;
+}
 
-        CleanupOutcome operator()(const method::TrashItems& how) const {
-            return outcomeOf(action,
-                             isDirect ? remove(how.paths, guard, platform::removeTree)
-                                      : setAside(standingItems(how.paths, guard), action, guard, mover),
-                             isDirect);
-        }
+CleanupOutcome handle(Task task) {
+    if (std::optional<std::string> obstacle = obstacleTo(task)) {
+        return failed(task.action, std::move(*obstacle));
+    }
+    task.bytesBefore = remaining(task.action);
+    struct Choose {
+        const Task& task;
+
+        CleanupOutcome operator()(const method::TrashItems& how) const { return trashItems(task, how.paths); }
         CleanupOutcome operator()(const method::TrashContents& how) const {
-            return trashContents(how.folders, action, guard, mover, isDirect);
+            return trashContents(task, how.folders);
         }
-        CleanupOutcome operator()(const method::Command& how) const {
-            return runCommand(how.words, action, guard, mover, isDirect, control);
-        }
+        CleanupOutcome operator()(const method::Command& how) const { return runCommand(task, how.words); }
         CleanupOutcome operator()(const method::EvictFromICloud& how) const {
-            return evict(how.paths, action);
+            return evict(how.paths, task.action);
         }
     };
-    const bool isDirect = safeItems == SafeItems::deletedAtOnce && action.safety == Safety::safe;
-    return std::visit(Choose{action, guard, mover, isDirect, control}, action.method);
+    return std::visit(Choose{task}, task.action.method);
+}
+
+CleanupOutcome performAsShown(const CleanupAction& action, const PathGuard& guard, Mover& mover,
+                              SafeItems safeItems, const Control& control, const ResolvedPaths& shown) {
+    CleanupOutcome outcome =
+        handle({.action = action,
+                .guard = guard,
+                .mover = mover,
+                .control = control,
+                .shown = shown,
+                .isDirect = safeItems == SafeItems::deletedAtOnce && action.safety == Safety::safe});
+    outcome.date = control.now();
+    outcome.caller = control.caller;
+    return outcome;
 }
 
 } // namespace
 
 CleanupOutcome perform(const CleanupAction& action, const PathGuard& guard, Mover& mover, SafeItems safeItems,
                        const Control& control) {
-    CleanupOutcome outcome = handle(action, guard, mover, safeItems, control);
-    outcome.date = control.now();
-    outcome.caller = control.caller;
-    return outcome;
+    return performAsShown(action, guard, mover, safeItems, control,
+                          control.shown ? *control.shown : resolved({action}, guard));
 }
 
 std::vector<CleanupOutcome> run(const std::vector<CleanupAction>& actions, const PathGuard& guard,
                                 const std::optional<std::string>& history, Mover& mover, SafeItems safeItems,
                                 const Control& control) {
+    const ResolvedPaths shown = control.shown ? *control.shown : resolved(actions, guard);
     std::vector<CleanupOutcome> outcomes;
     for (std::size_t index = 0; index < actions.size() && !control.stop.stop_requested(); ++index) {
         if (control.onBegin) {
             control.onBegin(index);
         }
-        outcomes.push_back(perform(actions[index], guard, mover, safeItems, control));
-        if (history && HistoryLog::append(outcomes.back(), *history)) {
-            mover.settle();
-        } else {
-            mover.leaveIntents();
-        }
+        outcomes.push_back(performAsShown(actions[index], guard, mover, safeItems, control, shown));
+        record(outcomes.back(), history, mover);
     }
     return outcomes;
+}
+
+void record(const CleanupOutcome& outcome, const std::optional<std::string>& history, Mover& mover) {
+    if (history && HistoryLog::append(outcome, *history)) {
+        mover.settle();
+    } else {
+        mover.leaveIntents();
+    }
+}
+
+ResolvedPaths resolved(const std::vector<CleanupAction>& actions, const PathGuard& guard) {
+    ResolvedPaths all;
+    for (const CleanupAction& action : actions) {
+        all.merge(guard.resolve(touchedPaths(action)));
+    }
+    return all;
+}
+
+std::optional<std::string> refusal(const CleanupAction& action, const PathGuard& guard, Language language) {
+    std::optional<std::string> refused = guard.refusal(touchedPaths(action), language);
+    const bool runsTool = std::holds_alternative<method::Command>(action.method);
+    return refused || !runsTool ? refused : guard.protectedRefusal(action.measuredPaths, language);
 }
 
 std::vector<std::string> touchedPaths(const CleanupAction& action) {

@@ -2,9 +2,11 @@
 
 #include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Words.h"
 
 #include <algorithm>
+#include <cerrno>
 
 namespace lumo::CleanupPlanner {
 
@@ -199,8 +201,8 @@ std::optional<std::string> openReason(const std::optional<std::string>& closeFir
 }
 
 std::string protectedReason(Language language) {
-    return Words{"está en una carpeta protegida en Ajustes", "it's in a folder protected in Settings"}.in(
-        language);
+    // The remover meets such folders, too, and can say no more than a system's reason.
+    return reasonText(platform::SystemError{ECANCELED}, language);
 }
 
 bool touchesProtected(const std::vector<std::string>& paths,

@@ -5,6 +5,7 @@
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/ApplicationFolders.h"
+#include "LumoCore/Cleanup/CleanupPlanner.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -12,6 +13,8 @@
 namespace lumo {
 
 using platform::BaseFolder;
+using platform::EntryKind;
+using platform::FolderIdentity;
 using platform::Place;
 using platform::SystemError;
 using platform::SystemResult;
@@ -29,9 +32,23 @@ SystemResult<BaseFolder> openApplications() {
     return folder;
 }
 
+SystemResult<ResolvedPath> meaningOf(const Place& place) {
+    const SystemResult<platform::FolderStatus> folder = platform::statusOf(place.folder.number());
+    return folder ? SystemResult<ResolvedPath>({place.path(), folder->identity()})
+                  : std::unexpected(folder.error());
+}
+
 } // namespace
 
-PathGuard::PathGuard(std::string home) : home_(std::move(home)) {
+PathGuard::PathGuard(std::string home, std::vector<std::string> protectedFolders)
+    : home_(std::move(home)), protectedFolders_(std::move(protectedFolders)) {
+    for (const std::string& folder : protectedFolders_) {
+        const std::vector<FolderIdentity> found = platform::identitiesUpFrom(folder);
+        withSpared_.insert(found.begin(), found.end());
+        if (!found.empty()) {
+            spared_.push_back(found.front());
+        }
+    }
     SystemResult<BaseFolder> base = BaseFolder::open(home_);
     if (!base || base->path().empty() || home_.ends_with('/')) {
         return;
@@ -95,12 +112,80 @@ SystemResult<Place> PathGuard::placeWithFolders(const std::string& path) const {
     return base_->placeWithFolders(*inHome, usual);
 }
 
+SystemResult<Place> PathGuard::item(const std::string& path) const {
+    SystemResult<Place> found = place(path);
+    if (found || found.error().isMissing()) {
+        if (CleanupPlanner::touchesProtected({path}, protectedFolders_)) {
+            return std::unexpected(SystemError{ECANCELED});
+        }
+    }
+    if (found) {
+        if (const SystemResult<void> allowed = mayTake(*found); !allowed) {
+            return std::unexpected(allowed.error());
+        }
+    }
+    return found;
+}
+
+bool PathGuard::isSpared(std::span<const FolderIdentity> folders) const {
+    return std::ranges::find_first_of(folders, spared_) != folders.end();
+}
+
+bool PathGuard::leadsToSpared(const std::string& path) const {
+    const std::vector<FolderIdentity> folders = platform::identitiesUpFrom(path);
+    return !folders.empty() && (isSpared(folders) || withSpared_.contains(folders.front()));
+}
+
+SystemResult<void> PathGuard::mayTake(const Place& place) const {
+    if (spared_.empty()) {
+        return {};
+    }
+    const SystemResult<std::vector<FolderIdentity>> around = platform::foldersAround(place);
+    if (!around) {
+        return std::unexpected(around.error());
+    }
+    const SystemResult<FolderIdentity> itself = platform::identityAt(place);
+    // A tool follows the link that its cache is.
+    const bool isLink = platform::kindAt(place) == EntryKind::link;
+    const bool isProtected = isSpared(*around) || (itself && withSpared_.contains(*itself)) ||
+                             (isLink && leadsToSpared(place.path()));
+    return isProtected ? std::unexpected(SystemError{ECANCELED}) : SystemResult<void>();
+}
+
+ResolvedPaths PathGuard::resolve(const std::vector<std::string>& paths) const {
+    ResolvedPaths resolved;
+    for (const std::string& path : paths) {
+        const SystemResult<Place> found = item(path);
+        if (const auto meaning = found ? meaningOf(*found) : std::unexpected(found.error())) {
+            resolved.emplace(path, *meaning);
+        }
+    }
+    return resolved;
+}
+
+bool PathGuard::isAsResolved(const std::string& path, const Place& place, const ResolvedPaths& resolved) {
+    const auto then = resolved.find(path);
+    return then != resolved.end() && meaningOf(place) == then->second;
+}
+
+std::optional<std::string> PathGuard::protectedRefusal(const std::vector<std::string>& paths,
+                                                       Language language) const {
+    const bool isProtected = CleanupPlanner::touchesProtected(paths, protectedFolders_) ||
+                             std::ranges::any_of(paths, [this](const std::string& path) {
+                                 return !spared_.empty() && leadsToSpared(path);
+                             });
+    return isProtected ? std::optional(CleanupPlanner::protectedReason(language)) : std::nullopt;
+}
+
 std::optional<std::string> PathGuard::refusal(const std::vector<std::string>& paths,
                                               Language language) const {
     for (const std::string& path : paths) {
-        const SystemResult<Place> found = place(path);
+        const SystemResult<Place> found = item(path);
         if (found || found.error().isMissing()) {
             continue;
+        }
+        if (found.error().code == ECANCELED) {
+            return CleanupPlanner::protectedReason(language);
         }
         if (found.error().code == EXDEV) {
             return outside(path, language);

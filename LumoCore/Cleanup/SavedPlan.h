@@ -8,7 +8,8 @@
 
 /// Plans and reports that come from a file. What a scan or the planner would never have written there is
 /// refused as a whole, and a file never brings its own commands: those of the rules are all that is run. The
-/// paths are not looked at here; whoever touches them guards them.
+/// paths are not looked at here: `CoveredPlaces` says which of them may be acted on, and the guard guards
+/// them.
 namespace lumo {
 
 /// Reads a plan that was saved as JSON: a list of entries, as `encode` writes them. Fails on malformed JSON,

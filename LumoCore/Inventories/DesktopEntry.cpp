@@ -96,7 +96,7 @@ std::string ownFolderOf(const std::string& program) {
         const std::size_t end = std::min(places.find(':'), places.size());
         const std::string path = program.starts_with('/') ? program : joined(places.substr(0, end), program);
         if (platform::isProgram(path)) {
-            const std::string folder(parentOf(platform::realPath(path).value_or("")));
+            const std::string folder(parentOf(platform::withoutLinks(path).value_or("")));
             return std::ranges::find(shared, fileName(folder)) == shared.end() ? folder : std::string();
         }
         places.remove_prefix(std::min(end + 1, places.size()));

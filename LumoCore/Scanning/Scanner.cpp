@@ -116,9 +116,8 @@ std::vector<Finding> findAll(const std::vector<Rule>& rules, const ScanOptions& 
 
 std::vector<ProjectReport> findProjects(const ScanOptions& options, const ScanContext& context,
                                         HardLinkRegistry& registry) {
-    constexpr int maxDepth = 5;
     enter(ScanPhase::searchingProjects, context);
-    const std::vector<std::string> paths = discoverProjects(options.home, maxDepth, context.stop);
+    const std::vector<std::string> paths = discoverProjects(options.home, projectDepth, context.stop);
     enter(ScanPhase::measuringProjects, context);
     std::vector<ProjectReport> projects = measureProjects(paths, options.home, registry, watchOf(context));
     sortLargestFirst(projects, &ProjectReport::recoverableBytes);

@@ -59,6 +59,9 @@ std::optional<ScanReport> scan(const std::vector<Rule>& rules, const ScanOptions
 /// nothing about what is in it.
 bool canList(const std::string& home);
 
+/// How many folders deep below those of the home a scan looks for projects.
+inline constexpr int projectDepth = 5;
+
 /// The project folders below the home folder, ascending. A project inside a project is part of it. What is
 /// only unpacked in a home is none: nothing in or below "resources/app", "site-packages", "pkg/mod" or a
 /// folder with an artifact's name, nor, unless it is a Git repository, a folder with a compiled program

@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -43,9 +42,9 @@ SystemResult<BaseFolder> BaseFolder::open(const std::string& path) {
     if (!path.starts_with('/') || path.find('\0') != std::string::npos) {
         return failed(EINVAL);
     }
-    const std::optional<std::string> real = realPath(path);
+    const SystemResult<std::string> real = withoutLinks(path);
     if (!real) {
-        return failed(errno);
+        return std::unexpected(real.error());
     }
     BaseFolder base;
     base.folder_ = Descriptor(::open(real->c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
@@ -88,10 +87,9 @@ SystemResult<Place> BaseFolder::place(std::string_view relative) const {
     }
     // A link stands on the way. Where it leads is asked once; the way there is then walked without any.
     const std::size_t slash = relative.rfind('/');
-    const std::optional<std::string> folder =
-        realPath(path_ + "/" + std::string(relative.substr(0, slash)));
+    const SystemResult<std::string> folder = withoutLinks(joined(path_, relative.substr(0, slash)));
     if (!folder) {
-        return failed(errno);
+        return std::unexpected(folder.error());
     }
     if (*folder != path_ && !folder->starts_with(path_ + "/")) {
         return failed(EXDEV);
@@ -175,6 +173,51 @@ SystemResult<EntryKind> kindAt(const Place& place) {
         return EntryKind::file;
     }
     return S_ISLNK(status.st_mode) ? EntryKind::link : EntryKind::other;
+}
+
+SystemResult<FolderIdentity> identityAt(const Place& place) {
+    struct stat status = {};
+    if (fstatat(place.folder.number(), place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
+        return failed(errno);
+    }
+    return FolderIdentity{.device = status.st_dev, .inode = status.st_ino};
+}
+
+SystemResult<std::vector<FolderIdentity>> foldersAround(const Place& place) {
+    std::vector<FolderIdentity> folders;
+    std::optional<FolderStatus> below;
+    Descriptor above;
+    int folder = place.folder.number();
+    for (;;) {
+        const SystemResult<FolderStatus> status = statusOf(folder);
+        if (!status) {
+            return std::unexpected(status.error());
+        }
+        // The root is the one folder that is above itself.
+        if (below && below->isSameFolderAs(*status)) {
+            return folders;
+        }
+        below = *status;
+        folders.push_back(status->identity());
+        Descriptor next(openat(folder, "..", O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+        if (!next.isOpen()) {
+            return failed(errno);
+        }
+        above = std::move(next);
+        folder = above.number();
+    }
+}
+
+std::vector<FolderIdentity> identitiesUpFrom(const std::string& path) {
+    std::vector<FolderIdentity> folders;
+    std::string real = withoutLinks(path).value_or("");
+    for (struct stat status = {}; !real.empty() && stat(real.c_str(), &status) == 0;
+         real = real == "/"            ? ""
+                : real.rfind('/') == 0 ? "/"
+                                       : std::string(parentOf(real))) {
+        folders.push_back({.device = status.st_dev, .inode = status.st_ino});
+    }
+    return folders;
 }
 
 SystemResult<unsigned> ownerOf(const std::string& folder) {

@@ -206,18 +206,11 @@ SystemResult<std::string> resolvedPath(const std::string& path, FinalLink last) 
         real = joined(real, names[index]);
         const bool follows = index + 1 < names.size() || last == FinalLink::followed;
         if (follows && kindOf(real) == EntryKind::link) {
-            const std::unique_ptr<char, decltype(&std::free)> target(realpath(real.c_str(), nullptr),
-                                                                     &std::free);
-            real = target ? std::string(target.get()) : real;
+            real = withoutLinks(real).value_or(real);
             real = real == "/" ? std::string() : real;
         }
     }
     return real.empty() ? "/" : real;
-}
-
-std::optional<std::string> realPath(const std::string& path) {
-    const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(path.c_str(), nullptr), &std::free);
-    return resolved ? std::optional<std::string>(resolved.get()) : std::nullopt;
 }
 
 SystemResult<std::string> absolutePath(const std::string& path) {
@@ -231,13 +224,14 @@ SystemResult<std::string> absolutePath(const std::string& path) {
     }
     // Only the disk knows where ".." leads, since the folder before it may be a link.
     if ((absolute + "/").find("/../") != std::string::npos) {
-        const auto resolved = resolvedPath(absolute);
-        if (!resolved) {
-            return failed(errno);
-        }
-        return *resolved;
+        return withoutLinks(absolute);
     }
     return withoutEmptyParts(absolute);
+}
+
+SystemResult<std::string> withoutLinks(const std::string& path) {
+    const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(path.c_str(), nullptr), &std::free);
+    return resolved ? SystemResult<std::string>(resolved.get()) : failed(errno);
 }
 
 } // namespace lumo::platform

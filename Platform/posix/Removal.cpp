@@ -125,8 +125,9 @@ struct Level {
 /// One try at removing everything.
 class RemovalPass final {
   public:
-    RemovalPass(const Place& place, const FolderStatus& around, Top top, Rights rights)
-        : place_(place), around_(around), top_(top), rights_(rights) {}
+    RemovalPass(const Place& place, const FolderStatus& around, Top top, Rights rights,
+                std::span<const FolderIdentity> spared)
+        : place_(place), around_(around), top_(top), rights_(rights), spared_(spared) {}
 
     SystemResult<void> run() {
         if (top_ == Top::goes) {
@@ -134,7 +135,7 @@ class RemovalPass final {
         } else if (const int code = enterTop(); code != 0) {
             note(code);
         }
-        while (!levels_.empty() && !hasLostItsWay_) {
+        while (!levels_.empty() && !hasLostItsWay_ && !hasMetSpared_) {
             if (const dirent* entry = nextEntry(levels_.back())) {
                 // Where the kind is not told, trying it as a folder tells without asking.
                 take(entry->d_name, entry->d_type == DT_DIR || entry->d_type == DT_UNKNOWN);
@@ -142,8 +143,13 @@ class RemovalPass final {
                 leave();
             }
         }
+        if (hasMetSpared_) {
+            return failed(ECANCELED);
+        }
         return firstError_ == 0 ? SystemResult<void>() : failed(firstError_);
     }
+
+    [[nodiscard]] bool hasMetSpared() const { return hasMetSpared_; }
 
     [[nodiscard]] bool hasFailedOnlyAtMounts() const { return firstError_ != 0 && !hasFailedElsewhere_; }
 
@@ -202,6 +208,10 @@ class RemovalPass final {
 
     /// 0 when the folder is gone or entered, ENOTDIR when it is none.
     int takeFolder(const char* name) {
+        // An empty one would be gone before anybody opens it.
+        if (!spared_.empty() && isSparedName(name)) {
+            return ECANCELED;
+        }
         // Goes first because it tells a mount point without touching what is mounted there, and because an
         // empty folder need not be opened.
         const int code = unlinkName(name, AT_REMOVEDIR);
@@ -209,6 +219,17 @@ class RemovalPass final {
             return code;
         }
         return enter(name);
+    }
+
+    bool isSparedName(const char* name) {
+        struct stat status = {};
+        return fstatat(currentFolder(), name, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+               isSpared({.device = status.st_dev, .inode = status.st_ino});
+    }
+
+    bool isSpared(const FolderIdentity& folder) {
+        hasMetSpared_ = hasMetSpared_ || std::ranges::find(spared_, folder) != spared_.end();
+        return hasMetSpared_;
     }
 
     /// 0 when it is gone, EISDIR when it is a folder.
@@ -250,6 +271,9 @@ class RemovalPass final {
         if (!opened) {
             const int code = opened.error().code;
             return code == ENOENT ? 0 : code == ELOOP ? ENOTDIR : code;
+        }
+        if (isSpared(opened->status.identity())) {
+            return ECANCELED;
         }
         if (!opened->status.isOnMountOf(around_)) {
             return EBUSY;
@@ -353,34 +377,36 @@ class RemovalPass final {
     const FolderStatus around_;
     const Top top_;
     const Rights rights_;
+    const std::span<const FolderIdentity> spared_;
     std::vector<Level> levels_;
     std::size_t firstOpen_ = 0; ///< This level and all below it have their listing.
     int firstError_ = 0;
     bool hasFailedElsewhere_ = false; ///< Other than at a mount.
     bool hasLostItsWay_ = false;
+    bool hasMetSpared_ = false;
 };
 
-SystemResult<void> remove(const Place& place, Top top) {
+SystemResult<void> remove(const Place& place, Top top, std::span<const FolderIdentity> spared) {
     const SystemResult<FolderStatus> around = statusOf(place.folder.number());
     if (!around) {
         return std::unexpected(around.error());
     }
-    RemovalPass first(place, *around, top, Rights::asTheyAre);
+    RemovalPass first(place, *around, top, Rights::asTheyAre, spared);
     SystemResult<void> result = first.run();
-    if (result || first.hasFailedOnlyAtMounts()) {
+    if (result || first.hasMetSpared() || first.hasFailedOnlyAtMounts()) {
         return result;
     }
-    return RemovalPass(place, *around, top, Rights::addedWhereOwn).run();
+    return RemovalPass(place, *around, top, Rights::addedWhereOwn, spared).run();
 }
 
 } // namespace
 
-SystemResult<void> removeTree(const Place& place) {
-    return remove(place, Top::goes);
+SystemResult<void> removeTree(const Place& place, std::span<const FolderIdentity> spared) {
+    return remove(place, Top::goes, spared);
 }
 
-SystemResult<void> removeContents(const Place& place) {
-    return remove(place, Top::stays);
+SystemResult<void> removeContents(const Place& place, std::span<const FolderIdentity> spared) {
+    return remove(place, Top::stays, spared);
 }
 
 } // namespace lumo::platform

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cerrno>
 #include <csignal>
 #include <optional>
@@ -118,11 +119,54 @@ std::vector<char*> pointersTo(std::vector<std::string>& texts) {
     return pointers;
 }
 
-/// This process's variables with the places where tools install themselves added to the search path: an
-/// application that the desktop started has not read the user's shell settings.
+/// True for variables that lead a tool away from the home in hand. Whether they still point to what was shown
+/// cannot be told from here, so none of them is passed on.
+bool leadsElsewhere(std::string_view name) {
+    constexpr std::array<std::string_view, 27> names{"HOME",
+                                                     "PATH",
+                                                     "PIP_CACHE_DIR",
+                                                     "PIP_CONFIG_FILE",
+                                                     "PYTHONUSERBASE",
+                                                     "PNPM_HOME",
+                                                     "HF_HOME",
+                                                     "HF_HUB_CACHE",
+                                                     "TORCH_HOME",
+                                                     "GRADLE_USER_HOME",
+                                                     "CARGO_HOME",
+                                                     "RUSTUP_HOME",
+                                                     "GOPATH",
+                                                     "GOMODCACHE",
+                                                     "GOCACHE",
+                                                     "CCACHE_DIR",
+                                                     "CONDA_PKGS_DIRS",
+                                                     "CONDA_ENVS_PATH",
+                                                     "BUN_INSTALL",
+                                                     "DOCKER_CONFIG",
+                                                     "DOCKER_HOST",
+                                                     "DOCKER_CONTEXT",
+                                                     "OLLAMA_MODELS",
+                                                     "OLLAMA_HOST",
+                                                     "HOMEBREW_CACHE",
+                                                     "HOMEBREW_LOGS",
+                                                     "HOMEBREW_TEMP"};
+    constexpr std::array<std::string_view, 4> beginnings{"UV_", "YARN_", "BUN_INSTALL_", "PNPM_CONFIG_"};
+    constexpr std::string_view ofNpm = "npm_config_"; // Read in any case.
+    const bool isOfNpm =
+        std::ranges::equal(name.substr(0, ofNpm.size()), ofNpm,
+                           [](unsigned char c, unsigned char lower) { return std::tolower(c) == lower; });
+    return isOfNpm || (name.starts_with("XDG_") && name.ends_with("_HOME")) ||
+           std::ranges::find(names, name) != names.end() ||
+           std::ranges::any_of(beginnings, [&](std::string_view each) { return name.starts_with(each); });
+}
+
+/// This process's variables for a tool of that home, with the places where tools install themselves added to
+/// the search path: an application that the desktop started has not read the user's shell settings.
 std::vector<std::string> variablesFor(const std::string& home) {
     std::vector<std::string> variables = environmentVariables();
-    std::erase_if(variables, [](const std::string& variable) { return variable.starts_with("PATH="); });
+    std::erase_if(variables, [](std::string_view variable) {
+        return leadsElsewhere(variable.substr(0, variable.find('=')));
+    });
+    variables.push_back("HOME=" + home);
     variables.push_back("PATH=" + home + "/.local/bin:" + home +
                         "/.bun/bin:/opt/homebrew/bin:/usr/local/bin:" +
                         environmentVariable("PATH").value_or("/usr/bin:/bin"));

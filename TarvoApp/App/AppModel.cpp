@@ -380,11 +380,11 @@ QString AppModel::selectedBytesText() const {
 }
 
 QString AppModel::confirmationText() const {
-    return shown(confirmationMessage(sharesOf(agreed_)));
+    return shown(confirmationMessage(sharesOf(agreed_.actions)));
 }
 
 QString AppModel::cleanTitleText() const {
-    return shown(cleanTitle(confirming_ ? sharesOf(agreed_) : shares_));
+    return shown(cleanTitle(confirming_ ? sharesOf(agreed_.actions) : shares_));
 }
 
 QString AppModel::cleanHelpText() const {

@@ -319,7 +319,7 @@ class AppModel final : public QObject {
         std::function<lumo::Result<Cleaned>(const PlanRequest&, const Desk&, const CleanupWatch&)>;
     using WhenCleaned = std::function<void(const lumo::Result<Cleaned>&, const lumo::VolumeInfo& after)>;
     void runCleanup(const Cleanup& cleanup, const WhenCleaned& whenDone);
-    void cleanAgreed(const std::vector<lumo::CleanupAction>& actions);
+    void cleanAgreed(const Agreement& agreed);
     void cleaned(const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after);
     void cleanedByItself(const lumo::Result<Cleaned>& result);
     void setShare(const ShareStats& stats);
@@ -364,7 +364,7 @@ class AppModel final : public QObject {
     Phase phase_;
     std::shared_ptr<Work> work_;
     /// What the user agreed to and waits for the scan in hand to end.
-    std::optional<std::vector<lumo::CleanupAction>> waiting_;
+    std::optional<Agreement> waiting_;
     std::string doing_; ///< What is said of the work instead of the phase's own words.
     std::string notice_;
     bool noticeHasDetails_ = false;
@@ -399,8 +399,9 @@ class AppModel final : public QObject {
     QString flashRow_;
 
     CleanupShares shares_;
-    std::vector<lumo::CleanupAction> agreed_; ///< What the confirmation that is shown is about.
-    std::int64_t plannedDays_ = 0;            ///< The preferences by which the plan was made.
+    lumo::ResolvedPaths shown_;    ///< What the paths of the plan that is shown meant.
+    Agreement agreed_;             ///< What the confirmation that is shown is about.
+    std::int64_t plannedDays_ = 0; ///< The preferences by which the plan was made.
     QStringList plannedFolders_;
     bool replansWhenStored_ = false;
     int replans_ = 0; ///< Of several that were begun only the last one counts.

@@ -20,10 +20,10 @@ void AppModel::requestClean() {
     if (isAsking() || !maySelectSafe(phase_) || plan_.selectedActions().empty()) {
         return;
     }
-    agreed_ = plan_.selectedActions();
+    agreed_ = {.actions = plan_.selectedActions(), .shown = shown_};
     if (isDemo()) {
         setNotice(DemoDisk::notice());
-        celebrate(ShareStats::make(DemoDisk::outcomes(agreed_, services_.desk.now()),
+        celebrate(ShareStats::make(DemoDisk::outcomes(agreed_.actions, services_.desk.now()),
                                    {.freeBefore = volume_.availableBytes,
                                     .freeAfter = volume_.availableBytes + shares_.total - shares_.trash,
                                     .capacity = volume_.totalBytes,
@@ -61,7 +61,7 @@ void AppModel::clean() {
     cleanAgreed(agreed_);
 }
 
-void AppModel::cleanAgreed(const std::vector<lumo::CleanupAction>& actions) {
+void AppModel::cleanAgreed(const Agreement& agreed) {
     freeBeforeLastCleanup_ = freeNow_.value_or(0);
     runCleanup([actions](const PlanRequest& request, const Desk& desk,
                          const CleanupWatch& watch) { return tarvo::clean(request, actions, desk, watch); },

@@ -136,6 +136,7 @@ void AppModel::apply(ScanResult result) {
     if (result.growth) {
         growth_ = std::move(*result.growth);
     }
+    shown_ = std::move(result.shown);
     plan_.take(std::move(result.entries), std::move(result.defaults));
     allRows_ = std::move(result.rows);
     recoverable_ = result.recoverable;
@@ -188,15 +189,16 @@ void AppModel::replan() {
     }
     background_.start([this, report = report_, request = planRequest(), desk = services_.desk,
                        number = ++replans_](const std::stop_token&) -> Background::Apply {
-        const auto entries = std::make_shared<std::vector<lumo::PlanEntry>>(planned(request, desk).entries);
-        return [this, report, entries, number] {
+        const auto made = std::make_shared<Plan>(planned(request, desk));
+        return [this, report, made, number] {
             if (report != report_ || number != replans_) {
                 return;
             }
-            allRows_ = rowsOf(*report_, *entries);
-            recoverable_ = lumo::CleanupPlanner::safeRecoverableBytes(*entries);
-            Selection defaults = tarvo::defaultSelection(*entries);
-            plan_.take(std::move(*entries), std::move(defaults));
+            allRows_ = rowsOf(*report_, made->entries);
+            recoverable_ = lumo::CleanupPlanner::safeRecoverableBytes(made->entries);
+            Selection defaults = tarvo::defaultSelection(made->entries);
+            shown_ = std::move(made->shown);
+            plan_.take(std::move(made->entries), std::move(defaults));
             showRows();
             showMap();
             selectionHasChanged();

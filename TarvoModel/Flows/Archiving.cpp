@@ -1,8 +1,8 @@
 #include "TarvoModel/Flows/Archiving.h"
 
 #include "LumoCore/Basics/Path.h"
-#include "LumoCore/Cleanup/CleanupPlanner.h"
 #include "LumoCore/Scanning/FileTree.h"
+#include "Platform/Folder.h"
 #include "TarvoModel/Flows/CleanupPlanning.h"
 
 namespace tarvo {
@@ -25,14 +25,12 @@ std::optional<std::string> archiveRefusal(const std::string& path, const Desk& d
     if (auto refusal = lumo::Archiver::refusal(path, desk.home)) {
         return refusal;
     }
-    return lumo::CleanupPlanner::touchesProtected({path}, protectedFolders(preferences, desk.home))
-               ? std::optional(lumo::CleanupPlanner::protectedReason())
-               : std::nullopt;
+    return PathGuard(desk.home, protectedFolders(preferences, desk.home)).protectedRefusal({path});
 }
 
 std::expected<Archived, NotArchived> archive(const std::string& path, const Desk& desk,
                                              const lumo::Archiver::ArchiveControl& control) {
-    const PathGuard guard(desk.home);
+    const PathGuard guard(desk.home, protectedFolders(Preferences::load(desk.home), desk.home));
     const auto lock = lockHome(guard, desk);
     if (!lock) {
         return refused(lock.error().message);
@@ -51,11 +49,15 @@ std::expected<Archived, NotArchived> archive(const std::string& path, const Desk
             .reason = made.error().errorDescription() + (detail.empty() ? "" : " (" + detail + ")"),
             .isInterrupted = made.error().problem == lumo::Archiver::ArchiveProblem::interrupted});
     }
-    Archived archived{.archive = *made, .outcome = {}};
-    archived.archiveBytes = lumo::FileTree::measure(*made, registry).apparentBytes;
-    archived.outcome = lumo::Archiver::setAside(path, std::string(lumo::fileName(path)), bytes, guard,
+    Archived archived{.archive = made->path, .outcome = {}};
+    archived.archiveBytes = lumo::FileTree::measure(made->path, registry).apparentBytes;
+    archived.outcome = lumo::Archiver::setAside(*made, std::string(lumo::fileName(path)), bytes, guard,
                                                 desk.now(), desk.caller)
                            .front();
+    if (archived.outcome.status == lumo::CleanupStatus::failed && !lumo::platform::kindOf(made->path)) {
+        // Somebody saved into the original, and the archive is no longer of it.
+        return refused(archived.outcome.message.value_or(""));
+    }
     return archived;
 }
 

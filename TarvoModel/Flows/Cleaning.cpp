@@ -23,30 +23,37 @@ std::vector<CleanupOutcome> usualCarryOut(const std::vector<CleanupAction>& acti
                                       lumo::CleanupExecutor::SafeItems::deletedAtOnce, control);
 }
 
-std::vector<LeftOut> leftOutNow(const std::vector<CleanupAction>& agreed, const std::vector<PlanEntry>& now) {
+Agreement agreementTo(const Plan& plan) {
+    Agreement agreement{.actions = lumo::CleanupPlanner::actionsOf(plan.entries), .shown = plan.shown};
+    agreement.actions.insert(agreement.actions.end(), plan.refused.begin(), plan.refused.end());
+    return agreement;
+}
+
+std::vector<LeftOut> leftOutNow(const std::vector<CleanupAction>& agreed, const Plan& now) {
     std::vector<LeftOut> left;
     for (const CleanupAction& action : agreed) {
-        const auto found =
-            std::ranges::find_if(now, [&](const PlanEntry& entry) { return entry.action.id == action.id; });
-        if (found == now.end()) {
+        const auto found = std::ranges::find_if(
+            now.entries, [&](const PlanEntry& entry) { return entry.action.id == action.id; });
+        const auto same = std::ranges::find_if(
+            now.entries, [&](const PlanEntry& entry) { return entry.action == action && !entry.skipReason; });
+        if (same != now.entries.end() || std::ranges::find(now.refused, action) != now.refused.end()) {
+            continue;
+        }
+        if (found == now.entries.end()) {
             left.push_back({action.id, action.title,
                             Words{"ya no está en el plan", "it is no longer in the plan"}.in()});
-        } else if (found->skipReason) {
-            left.push_back({action.id, action.title, *found->skipReason});
-        } else if (std::ranges::none_of(now, [&](const PlanEntry& entry) {
-                       return entry.action == action && !entry.skipReason;
-                   })) {
+        } else {
             left.push_back(
                 {action.id, action.title,
-                 Words{"ha cambiado desde la pregunta", "it has changed since the question"}.in()});
+                 found->skipReason.value_or(
+                     Words{"ha cambiado desde la pregunta", "it has changed since the question"}.in())});
         }
     }
     return left;
 }
 
-lumo::Result<Cleaned>
-cleanChosen(const PlanRequest& request, const Desk& desk, const CleanupWatch& watch,
-            const std::function<lumo::Result<std::vector<CleanupAction>>(const Plan&)>& choose) {
+lumo::Result<Cleaned> cleanChosen(const PlanRequest& request, const Desk& desk, const CleanupWatch& watch,
+                                  const std::function<lumo::Result<Agreement>(const Plan&)>& choose) {
     const auto lock = lockHome(PathGuard(desk.home), desk);
     if (!lock) {
         return std::unexpected(lock.error());
@@ -55,33 +62,36 @@ cleanChosen(const PlanRequest& request, const Desk& desk, const CleanupWatch& wa
     if (plan.problem) {
         return lumo::failure(*plan.problem);
     }
-    const auto actions = choose(plan);
-    if (!actions) {
-        return std::unexpected(actions.error());
+    const auto chosen = choose(plan);
+    if (!chosen) {
+        return std::unexpected(chosen.error());
     }
     if (watch.onPlanned) {
-        watch.onPlanned(*actions);
+        watch.onPlanned(chosen->actions);
     }
     const lumo::CleanupExecutor::Control control{.onBegin = watch.onBegin,
                                                  .stop = watch.stop,
                                                  .cancelTool = watch.cancelTool,
                                                  .now = desk.now,
-                                                 .caller = desk.caller};
+                                                 .caller = desk.caller,
+                                                 .shown = chosen->shown,
+                                                 .refusal = refusalFor(request, chosen->actions, desk)};
     const std::int64_t lifetimeBefore = lumo::CleanupHistory::total(desk.home);
-    const PathGuard guard(desk.home);
-    return Cleaned{.outcomes = watch.carryOut(*actions, guard, control), .lifetimeBefore = lifetimeBefore};
+    const PathGuard guard(desk.home, plan.protectedFolders);
+    return Cleaned{.outcomes = watch.carryOut(chosen->actions, guard, control),
+                   .lifetimeBefore = lifetimeBefore};
 }
 
-lumo::Result<Cleaned> clean(const PlanRequest& request, const std::vector<CleanupAction>& agreed,
-                            const Desk& desk, const CleanupWatch& watch) {
+lumo::Result<Cleaned> clean(const PlanRequest& request, const Agreement& agreed, const Desk& desk,
+                            const CleanupWatch& watch) {
     std::vector<LeftOut> left;
     auto cleaned = cleanChosen(request, desk, watch, [&](const Plan& now) {
-        left = leftOutNow(agreed, now.entries);
-        std::vector<CleanupAction> allowed = agreed;
-        std::erase_if(allowed, [&](const CleanupAction& action) {
+        left = leftOutNow(agreed.actions, now);
+        Agreement allowed = agreed;
+        std::erase_if(allowed.actions, [&](const CleanupAction& action) {
             return std::ranges::find(left, action.id, &LeftOut::id) != left.end();
         });
-        return lumo::Result<std::vector<CleanupAction>>(std::move(allowed));
+        return lumo::Result<Agreement>(std::move(allowed));
     });
     if (cleaned) {
         cleaned->leftOut = std::move(left);

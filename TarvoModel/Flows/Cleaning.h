@@ -49,20 +49,28 @@ struct Cleaned {
     std::int64_t lifetimeBefore = 0; ///< See `CleanupHistory::total`.
 };
 
+/// What somebody agreed to: the actions as they were shown, and what their paths meant then.
+struct Agreement {
+    std::vector<lumo::CleanupAction> actions;
+    lumo::ResolvedPaths shown;
+};
+
+/// All that a plan would do, and what of a file will be refused.
+Agreement agreementTo(const Plan& plan);
+
 /// Carries out what was agreed to. Under the home's lock the preferences are read and the plan is made once
 /// more; what it no longer has, or has changed, or now has a reason against, is left out. A failure says why
 /// nothing at all was done.
-lumo::Result<Cleaned> clean(const PlanRequest& request, const std::vector<lumo::CleanupAction>& agreed,
-                            const Desk& desk, const CleanupWatch& watch = {});
+lumo::Result<Cleaned> clean(const PlanRequest& request, const Agreement& agreed, const Desk& desk,
+                            const CleanupWatch& watch = {});
 
-/// Why the agreed actions cannot be carried out by the plan as it is now: those and the reasons.
-std::vector<LeftOut> leftOutNow(const std::vector<lumo::CleanupAction>& agreed,
-                                const std::vector<lumo::PlanEntry>& now);
+/// Why the agreed actions cannot be carried out by the plan as it is now: those and the reasons. What the
+/// plan refuses of a file is not among them, since it is tried and fails.
+std::vector<LeftOut> leftOutNow(const std::vector<lumo::CleanupAction>& agreed, const Plan& now);
 
-/// The same without anybody agreeing, for `choose` takes what it wants of the plan of that moment. Where it
-/// takes nothing, nothing is done.
-lumo::Result<Cleaned>
-cleanChosen(const PlanRequest& request, const Desk& desk, const CleanupWatch& watch,
-            const std::function<lumo::Result<std::vector<lumo::CleanupAction>>(const Plan&)>& choose);
+/// The same without anybody agreeing: `choose` takes what it wants of the plan of that moment. Where it takes
+/// nothing, nothing is done.
+lumo::Result<Cleaned> cleanChosen(const PlanRequest& request, const Desk& desk, const CleanupWatch& watch,
+                                  const std::function<lumo::Result<Agreement>(const Plan&)>& choose);
 
 } // namespace tarvo

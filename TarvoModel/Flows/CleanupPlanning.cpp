@@ -2,7 +2,7 @@
 
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
-#include "LumoCore/Cleanup/CleanupExecutor.h"
+#include "LumoCore/Cleanup/CoveredPlaces.h"
 #include "LumoCore/Cleanup/SavedPlan.h"
 #include "LumoCore/Inventories/AppCaches.h"
 #include "LumoCore/Inventories/AppStatus.h"
@@ -103,21 +103,44 @@ std::vector<std::string> protectedFolders(const Preferences& preferences, const 
     return pathsMeant(stored<std::vector<std::string>>(preferences, "carpetasProtegidas"), home);
 }
 
+lumo::CleanupExecutor::Refusal refusalFor(const PlanRequest& request,
+                                          const std::vector<lumo::CleanupAction>& actions, const Desk& desk) {
+    if (!request.saved && !request.isReportFromFile) {
+        return {};
+    }
+    const auto places =
+        std::make_shared<const lumo::CoveredPlaces>(desk.home, knownRules(desk.home), actions);
+    return [places](const lumo::CleanupAction& action) { return places->refusal(action); };
+}
+
 Plan planned(const PlanRequest& request, const Desk& desk) {
     const Preferences preferences = Preferences::load(desk.home);
     const lumo::CleanupOptions options = optionsOf(request, preferences, desk);
     Plan plan{.entries = entriesOf(request, options, desk),
               .protectedFolders = options.protectedFolders,
               .problem = preferences.problem()};
-    const lumo::PathGuard guard(desk.home);
+    const lumo::PathGuard guard(desk.home, options.protectedFolders);
+    const std::vector<lumo::CleanupAction> actions = lumo::CleanupPlanner::actionsOf(plan.entries);
+    const lumo::CleanupExecutor::Refusal refusal = refusalFor(request, actions, desk);
     for (PlanEntry& entry : plan.entries) {
         if (plan.problem) {
             // The folders that the user protected are not known now.
             entry.skipReason = plan.problem;
         } else if (!entry.skipReason) {
-            entry.skipReason = guard.refusal(lumo::CleanupExecutor::touchedPaths(entry.action));
+            entry.skipReason = guard.protectedRefusal(lumo::CleanupExecutor::touchedPaths(entry.action));
+        }
+        if (entry.skipReason) {
+            continue;
+        }
+        entry.skipReason = lumo::CleanupExecutor::refusal(entry.action, guard);
+        if (!entry.skipReason && refusal) {
+            entry.skipReason = refusal(entry.action);
+        }
+        if (entry.skipReason && refusal) {
+            plan.refused.push_back(entry.action);
         }
     }
+    plan.shown = lumo::CleanupExecutor::resolved(lumo::CleanupPlanner::actionsOf(plan.entries), guard);
     return plan;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LumoCore/Basics/Result.h"
+#include "LumoCore/Cleanup/CleanupExecutor.h"
 #include "LumoCore/Cleanup/CleanupPlanner.h"
 #include "LumoCore/Rules/Rule.h"
 #include "TarvoModel/Flows/Desk.h"
@@ -29,6 +30,7 @@ struct PlanRequest {
     /// What is planned from: a report of the desk's home, never null unless there is a saved plan.
     std::shared_ptr<const lumo::ScanReport> report;
     std::optional<std::vector<lumo::PlanEntry>> saved = {}; ///< Planned already, in a file.
+    bool isReportFromFile = false;
     Reviews reviews = Reviews::asked;
     std::set<std::string> include = {};
     std::optional<std::set<std::string>> only = {};
@@ -45,8 +47,12 @@ struct PlanRequest {
 struct Plan {
     /// What the path guard would refuse has its reason; while `problem` stands, everything has that.
     std::vector<lumo::PlanEntry> entries;
-    std::vector<std::string> protectedFolders; ///< By which it was made.
-    std::optional<std::string> problem;        ///< Why the preferences cannot be trusted now.
+    /// Of a file: what it names beyond what this build would touch by itself. Carried out, it fails
+    /// untouched.
+    std::vector<lumo::CleanupAction> refused = {};
+    std::vector<std::string> protectedFolders = {}; ///< By which it was made.
+    lumo::ResolvedPaths shown = {};                 ///< What the paths of the entries mean now.
+    std::optional<std::string> problem = {};        ///< Why the preferences cannot be trusted now.
 };
 
 /// Reads the preferences, looks at what runs, and plans. Changes nothing; may be called from any thread.
@@ -57,6 +63,10 @@ std::vector<std::string> protectedFolders(const Preferences& preferences, const 
 
 /// Why the preferences cannot be trusted now, and so nothing may be cleaned; absent when all is well.
 std::optional<std::string> preferencesProblem(const Desk& desk);
+
+/// Why a file's action may not be carried out; never for what was planned here.
+lumo::CleanupExecutor::Refusal refusalFor(const PlanRequest& request,
+                                          const std::vector<lumo::CleanupAction>& actions, const Desk& desk);
 
 /// Says which ids of the request are nobody's and which there are; absent when it knows all. What the
 /// catalogue knows and this home has not is no mistake.

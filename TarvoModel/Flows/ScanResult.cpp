@@ -35,7 +35,9 @@ std::optional<ScanResult> scanResult(const PassRequest& request) {
     const auto shared = std::make_shared<const lumo::ScanReport>(std::move(*report));
     PlanRequest plan = request.plan;
     plan.report = shared;
-    ScanResult result = resultFrom(shared, planned(plan, request.desk).entries, request.desk.now());
+    Plan made = planned(plan, request.desk);
+    ScanResult result = resultFrom(shared, std::move(made.entries), request.desk.now());
+    result.shown = std::move(made.shown);
     if (request.pass == ScanPass::full) {
         result.growth = lumo::GrowthTracker::growthOf(*result.report, lumo::SnapshotStore(home).load());
         if (request.snapshot == Snapshot::stored) {

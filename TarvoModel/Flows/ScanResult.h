@@ -22,6 +22,7 @@ namespace tarvo {
 struct ScanResult {
     std::shared_ptr<const lumo::ScanReport> report; ///< Never null; shared with later work on it.
     std::vector<lumo::PlanEntry> entries;
+    lumo::ResolvedPaths shown; ///< What their paths meant.
     std::vector<Row> rows;
     Selection defaults;                 ///< What the plan ticks by itself.
     std::int64_t recoverable = 0;       ///< See `CleanupPlanner::safeRecoverableBytes`.

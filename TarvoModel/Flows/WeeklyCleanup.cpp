@@ -47,12 +47,12 @@ lumo::Result<Cleaned> run(const PlanRequest& request, const Desk& desk, const Cl
     const auto store = [&](std::string_view key, const lumo::JsonValue& value) {
         return Preferences::load(desk.home).store(*preferenceKey(key), value);
     };
-    const auto choose = [&](const Plan& plan) -> lumo::Result<std::vector<lumo::CleanupAction>> {
+    const auto choose = [&](const Plan& plan) -> lumo::Result<Agreement> {
         // Before anything is cleaned: a run that ends badly is not repeated every minute.
         if (const auto begun = store(dateKey, lumo::encode(desk.now())); !begun) {
             return std::unexpected(begun.error());
         }
-        return actions(plan.entries);
+        return Agreement{.actions = actions(plan.entries), .shown = plan.shown};
     };
     auto cleaned = cleanChosen(request, desk, watch, choose);
     if (cleaned) {

@@ -30,8 +30,8 @@ std::string randomBytes(std::size_t count) {
     return bytes;
 }
 
-std::expected<std::string, ArchiveError> archiveOld(const CleaningHome& home,
-                                                    const Archiver::ArchiveControl& control = {}) {
+std::expected<Archiver::Archive, ArchiveError> archiveOld(const CleaningHome& home,
+                                                          const Archiver::ArchiveControl& control = {}) {
     const std::string path = home.path("Documents/Old");
     const PathGuard guard = home.guard();
     fs::create_directories(fs::path(home.historyPath()).parent_path());
@@ -71,6 +71,20 @@ TEST(Archiver, RefusesWhatArchivingWouldBreakAndSaysWhy) {
     }
     EXPECT_EQ(Archiver::refusal(home.path("Music"), home.root(), Language::en).value_or(""),
               "“Music” is a macOS folder: pick one inside it.");
+    // Behind a link in the home, and in a home behind a link, none of this was seen.
+    home.files().folders({"Library/Application Support/x", ".ssh", "Pictures/P.photoslibrary/originals"});
+    home.files().link("misc", "Library/Application Support");
+    home.files().link("keys", ".ssh");
+    home.files().link("albums", "Pictures/P.photoslibrary");
+    home.files().link("docs", "Documents");
+    const TempHome beside;
+    beside.link("home", home.root());
+    for (const std::string& root : {home.root(), beside.path("home")}) {
+        for (const char* name : {"misc", "misc/x", "keys", "albums/originals", "docs"}) {
+            EXPECT_TRUE(Archiver::refusal(root + "/" + name, root)) << name;
+        }
+        EXPECT_EQ(Archiver::refusal(root + "/docs/Old", root), std::nullopt);
+    }
 }
 
 TEST(Archiver, EstimatesFromSamplesSpreadOverTheBytes) {
@@ -120,25 +134,44 @@ TEST(Archiver, ArchivesAwkwardNamesAndSetsTheOriginalAside) {
     home.files().fileWith("Documents/-Old[1].zip", "mine");
     const auto made = Archiver::archive(path, path + ".zip", guard);
     ASSERT_TRUE(made) << made.error().errorDescription() << made.error().detail;
-    EXPECT_EQ(*made, path + " (2).zip");
-    EXPECT_EQ(fs::status(*made).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(made->path, path + " (2).zip");
+    EXPECT_EQ(fs::status(made->path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
     std::map<std::string, platform::EntryKind> kinds;
-    ASSERT_TRUE(platform::visitZip(*made, [&](const platform::ZipEntry& entry) {
+    ASSERT_TRUE(platform::visitZip(made->path, [&](const platform::ZipEntry& entry) {
         return kinds.emplace(entry.name, entry.kind).second;
     }));
     EXPECT_EQ(kinds.size(), 11U);
     EXPECT_EQ(kinds.at("-Old[1]/link"), platform::EntryKind::link);
     EXPECT_EQ(kinds.at("-Old[1]/empty"), platform::EntryKind::folder);
 
-    const auto outcomes = Archiver::setAside(path, "Old", 40000, guard, cleaningTime);
+    const std::int64_t bytes = CleanupExecutor::remaining({.measuredPaths = {path}});
+    const auto outcomes = Archiver::setAside(*made, "Old", bytes, guard, cleaningTime);
     ASSERT_EQ(outcomes.size(), 1U);
     EXPECT_EQ(outcomes.front().id, "archivar:" + path);
-    EXPECT_EQ(outcomes.front().trashedBytes, 40000);
+    EXPECT_EQ(outcomes.front().trashedBytes, bytes);
     EXPECT_EQ(home.history(), outcomes);
     EXPECT_FALSE(fs::exists(path));
     EXPECT_EQ(home.undo().done, 1);
     EXPECT_THAT(platform::namesIn(home.path("Documents")),
                 ElementsAre("-Old[1]", "-Old[1] (2).zip", "-Old[1].zip"));
+}
+
+TEST(Archiver, GivesBackAnOriginalThatWasSavedIntoUntilItWasMoved) {
+    // What was saved between the last look and the move was in no archive, and the original was set aside.
+    const CleaningHome home;
+    home.files().fileWith("Documents/Old/file", "old");
+    const auto made = archiveOld(home);
+    ASSERT_TRUE(made);
+    home.files().fileWith("Documents/Old/file", "new");
+    const auto outcomes = Archiver::setAside(*made, "Old", 4096, home.guard(), cleaningTime);
+    EXPECT_EQ(outcomes.front().status, CleanupStatus::failed);
+    EXPECT_THAT(outcomes.front().message.value(), AnyOf(HasSubstr("se guardó"), HasSubstr("was saved")));
+    EXPECT_EQ(outcomes.front().restorable, std::nullopt);
+    EXPECT_EQ(outcomes.front().trashedBytes, 0);
+    EXPECT_EQ(home.history(), outcomes);
+    EXPECT_EQ(contentOf(home.path("Documents/Old/file")), "new");
+    EXPECT_THAT(platform::namesIn(home.path("Documents")), ElementsAre("Old"));
+    EXPECT_FALSE(fs::exists(OwnFiles::intents(home.root())));
 }
 
 TEST(Archiver, LeavesNothingButTheOriginalWhenAnythingIsNotAsItMustBe) {

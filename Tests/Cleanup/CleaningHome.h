@@ -17,10 +17,12 @@ inline const lumo::Date cleaningTime = lumo::dateFromIsoText("2026-03-14T09:30:0
 /// A home in which cleanups run.
 class CleaningHome final {
   public:
+    std::vector<std::string> protectedFolders; ///< Absolute.
+
     [[nodiscard]] const TempHome& files() const { return files_; }
     [[nodiscard]] const std::string& root() const { return files_.path(); }
     [[nodiscard]] std::string path(std::string_view name) const { return files_.path(name); }
-    [[nodiscard]] lumo::PathGuard guard() const { return lumo::PathGuard(files_.path()); }
+    [[nodiscard]] lumo::PathGuard guard() const { return lumo::PathGuard(files_.path(), protectedFolders); }
 
     /// An action on those names with the bytes that they take now.
     [[nodiscard]] lumo::CleanupAction action(lumo::Safety safety, lumo::Method method,

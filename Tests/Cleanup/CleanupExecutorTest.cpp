@@ -1,10 +1,14 @@
 #include "LumoCore/Basics/OwnFiles.h"
+#include "LumoCore/Cleanup/CleanupPlanner.h"
 #include "Tests/Cleanup/CleaningHome.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+
 #include <filesystem>
+#include <thread>
 
 using namespace lumo;
 using namespace tarvo::testing;
@@ -131,4 +135,88 @@ TEST(CleanupExecutor, DeletesOnWithoutALogAndMovesNothingWithoutItsIntent) {
     EXPECT_FALSE(fs::exists(home.path("cache")));
     EXPECT_EQ(outcomes[1].status, CleanupStatus::failed);
     EXPECT_TRUE(fs::exists(home.path("letter"))) << "nobody would know where it came from";
+}
+
+TEST(CleanupExecutor, NeitherDeletesNorMovesWhatIsOrHoldsAProtectedFolder) {
+    // A cache that was a link to a protected folder was emptied by its tool, and folders that held one under
+    // another name went with it.
+    CleaningHome home;
+    home.files().file("Documents/keep/x", 5000);
+    home.files().folder("tree/empty");
+    home.files().link(".cache/uv", "../Documents/keep");
+    home.files().link("docs", "Documents");
+    home.files().link("alias", "tree/empty");
+    home.files().program(".local/bin/uv", "rm -rf \"$HOME\"/.cache/uv/*");
+    home.protectedFolders = {home.path("docs/keep"), home.path("alias")};
+    CleanupAction tool = home.action(Safety::safe, method::Command{{"uv", "cache", "clean"}}, {".cache/uv"});
+    const auto contents = method::TrashContents{{home.path(".cache/uv")}};
+    CleanupAction fallback = home.action(Safety::safe, method::Command{{"false"}}, {});
+    fallback.fallbackContents = contents.folders;
+    const auto outcomes = home.clean(
+        {tool, fallback, home.action(Safety::safe, contents, {}), home.action(Safety::review, contents, {}),
+         home.items(Safety::safe, {"Documents"}), home.items(Safety::review, {"Documents"}),
+         home.items(Safety::safe, {"tree"}), home.items(Safety::review, {"tree"}),
+         home.action(Safety::safe, method::TrashContents{{home.path("tree")}}, {})});
+    for (const CleanupOutcome& outcome : outcomes) {
+        EXPECT_EQ(outcome.status, CleanupStatus::failed);
+        EXPECT_EQ(outcome.message, CleanupPlanner::protectedReason());
+    }
+    EXPECT_TRUE(fs::exists(home.path("Documents/keep/x")));
+    EXPECT_TRUE(fs::exists(home.path("tree/empty")));
+}
+
+TEST(CleanupExecutor, ActsOnlyOnWhatAPathMeantWhenItWasShown) {
+    // While a folder traded places with a link to the user's documents, these were deleted and set aside.
+    const CleaningHome home;
+    home.files().files({"gate/x", "gate/in/x", "Documents/x", "Documents/in/x"});
+    home.files().link("link", "Documents");
+    const std::vector<CleanupAction> actions{
+        home.items(Safety::safe, {"gate/x"}), home.items(Safety::review, {"gate/in"}),
+        home.action(Safety::safe, method::TrashContents{{home.path("gate/in")}}, {}),
+        home.action(Safety::review, method::TrashContents{{home.path("gate/in")}}, {})};
+    const ResolvedPaths shown = CleanupExecutor::resolved(actions, home.guard());
+    const auto swap = [&] {
+        renameat2(AT_FDCWD, home.path("gate").c_str(), AT_FDCWD, home.path("link").c_str(), RENAME_EXCHANGE);
+    };
+    swap();
+    for (const CleanupOutcome& outcome : home.clean(actions, {.shown = shown})) {
+        EXPECT_EQ(outcome.status, CleanupStatus::failed);
+        EXPECT_THAT(outcome.message.value(), AnyOf(HasSubstr("cuando se mostró"), HasSubstr("it was shown")));
+    }
+    EXPECT_TRUE(fs::exists(home.path("link/x")) && fs::exists(home.path("link/in/x")));
+    {
+        const std::jthread swapper([&](const std::stop_token& stop) {
+            while (!stop.stop_requested()) {
+                swap();
+            }
+        });
+        for (int round = 0; round < 100; ++round) {
+            (void)home.clean(actions, {.shown = shown});
+            ASSERT_TRUE(fs::exists(home.path("Documents/x")) && fs::exists(home.path("Documents/in/x")));
+        }
+    }
+    const std::string gate = fs::is_symlink(home.path("gate")) ? "link" : "gate";
+    EXPECT_FALSE(fs::exists(home.path(gate + "/x"))) << "what was shown is done in a calm moment";
+}
+
+TEST(CleanupExecutor, CountsTheSameBytesOnceHoweverOftenAPlanIsCarriedOut) {
+    // The same plan counted its bytes each time that it was carried out, and a tool that freed nothing was
+    // simply done.
+    const CleaningHome home;
+    home.files().program(".local/bin/idle", "true");
+    home.files().files({"cache/a/file", "cache/b/file", "store/file"}, 9000);
+    const CleanupAction both = home.items(Safety::safe, {"cache/a", "cache/b"});
+    CleanupAction first = both;
+    first.method = method::TrashItems{{home.path("cache/a")}};
+    const CleanupAction tool = home.action(Safety::safe, method::Command{{"idle"}}, {"store"});
+    const CleanupAction unmeasured = home.action(Safety::safe, method::Command{{"idle"}}, {});
+    const auto outcomes = home.clean({first, both, both, tool, unmeasured});
+    EXPECT_GT(outcomes[0].freedBytes, 9000);
+    EXPECT_EQ(outcomes[0].freedBytes + outcomes[1].freedBytes, both.estimatedBytes);
+    EXPECT_EQ(outcomes[2].freedBytes, 0);
+    EXPECT_EQ(outcomes[3].status, CleanupStatus::done);
+    EXPECT_EQ(outcomes[3].freedBytes, 0);
+    EXPECT_THAT(outcomes[3].message.value(),
+                AnyOf("la herramienta no ha liberado nada aquí", "the tool freed nothing here"));
+    EXPECT_EQ(outcomes[4].message, std::nullopt);
 }

@@ -1,5 +1,8 @@
 #include "LumoCore/Cleanup/PathGuard.h"
+
+#include "LumoCore/Cleanup/CleanupPlanner.h"
 #include "Platform/Place.h"
+#include "Tests/support/AwkwardTree.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
@@ -102,4 +105,46 @@ TEST(PathGuard, ActsOnWhatItFoundWhenTheFolderIsSwappedForALinkAfterwards) {
     EXPECT_TRUE(std::filesystem::exists(outside.path("item")));
     EXPECT_FALSE(std::filesystem::exists(home.path("aside/item")));
     EXPECT_TRUE(std::filesystem::exists(home.path("target/moved")));
+}
+
+TEST(PathGuard, KnowsAProtectedFolderHoweverItIsReached) {
+    // A protected folder was a text: under another name, behind a link, it protected nothing.
+    const TempHome home;
+    home.file("Documents/keep/deep/x");
+    home.file("Documents/other");
+    home.link("cache", "Documents/keep");
+    home.link("shortcut", "Documents");
+    home.link("work", home.path("Documents/keep"));
+    const TempHome beside;
+    beside.link("home", home.path());
+    for (const std::string& spelling :
+         {home.path("Documents/keep"), home.path("work"), beside.path("home/shortcut/keep")}) {
+        const PathGuard guard(home.path(), {spelling, home.path("missing")});
+        const std::string reason = lumo::CleanupPlanner::protectedReason(Language::en);
+        for (const char* name :
+             {"Documents", "Documents/keep", "Documents/keep/deep", "Documents/keep/deep/x", "cache",
+              "cache/deep", "shortcut", "shortcut/keep/deep/x", "work", "missing/x"}) {
+            EXPECT_EQ(guard.refusal({home.path(name)}, Language::en), reason) << spelling << " " << name;
+            EXPECT_TRUE(guard.place(home.path(name)) || name == std::string("missing/x"))
+                << "may still be given back";
+        }
+        EXPECT_EQ(guard.refusal({home.path("Documents/other"), home.path("shortcut/other")}), std::nullopt);
+        EXPECT_TRUE(guard.protectedRefusal({home.path("cache/deep/x")}));
+        EXPECT_FALSE(guard.protectedRefusal({home.path("Documents/other"), "/etc"}));
+    }
+}
+
+TEST(PathGuard, KnowsAProtectedFolderThroughAMount) {
+    const TempHome home;
+    home.file("Documents/keep/x");
+    home.folder("mounted");
+    expectHeld(withMounts({{home.path("Documents"), home.path("mounted")}}, [&] {
+        for (const char* spelling : {"Documents/keep", "mounted/keep"}) {
+            const PathGuard guard(home.path(), {home.path(spelling)});
+            for (const char* name : {"Documents", "Documents/keep/x", "mounted/keep", "mounted/keep/x"}) {
+                EXPECT_EQ(guard.refusal({home.path(name)}), lumo::CleanupPlanner::protectedReason()) << name;
+            }
+        }
+        return !testing::Test::HasFailure();
+    }));
 }

@@ -1,11 +1,16 @@
 #include "LumoCore/Cleanup/SavedPlan.h"
 
+#include "LumoCore/Cleanup/CoveredPlaces.h"
+#include "LumoCore/Rules/RuleCatalog.h"
+#include "Tests/support/TempHome.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <limits>
 
 using namespace lumo;
+using namespace tarvo::testing;
 using namespace testing;
 
 namespace {
@@ -122,4 +127,47 @@ TEST(SavedPlan, IsHeldBackByWhatHoldsAFreshPlanBack) {
                 ElementsAre("", "before", "", "", "", "", kept, kept, "before"));
     EXPECT_THAT(reasons({.excludedProjects = {"/home/x/code"}}), ElementsAre("", open, "before"));
     EXPECT_THAT(reasons({.only = std::set<std::string>{"web"}}), ElementsAre(open, "before"));
+}
+
+TEST(CoveredPlaces, HoldActionsFromAFileToWhereTheirRuleOrProjectActs) {
+    // Any path under a good id was deleted at once, and the question never named it.
+    const TempHome home;
+    home.files({".npm/_npx/x", "Documents/letter", "Desktop/Screenshot 1", "Desktop/mine",
+                "code/app/package.json", "code/app/sub/node_modules/x", "code/app/src/x",
+                "loose/node_modules/x", "code/app/target/x", "venv/x"});
+    home.link("code/app/way", "../../loose");
+    const auto reasonFor = [&](const std::string& id, Method method, const Arguments& measured = {},
+                               const Arguments& fallback = {}) {
+        const CleanupAction action{
+            .id = id, .method = std::move(method), .measuredPaths = measured, .fallbackContents = fallback};
+        return CoveredPlaces(home.path(), RuleCatalog::all(), {action})
+            .refusal(action, Language::en)
+            .value_or("");
+    };
+    const auto items = [&](const std::string& id, const std::string& name) {
+        return reasonFor(id, method::TrashItems{{home.path(name)}});
+    };
+    const std::string artifacts = "proyecto:code/app/node_modules";
+    EXPECT_EQ(
+        reasonFor("npx-cache", method::TrashContents{{home.path(".npm/_npx")}}, {home.path(".npm/_npx")}),
+        "");
+    EXPECT_EQ(items("desktop-screenshots", "Desktop/Screenshot 1"), "");
+    EXPECT_EQ(items("desktop-screenshots", "Desktop/Screenshot gone"), "");
+    EXPECT_EQ(items(artifacts, "code/app/sub/node_modules"), "");
+    EXPECT_EQ(reasonFor("uv-cache", method::Command{{"uv", "cache", "clean"}}), "");
+    EXPECT_EQ(items("npx-cache", "Documents"),
+              home.path("Documents") + ": not a place that “npx-cache” cleans");
+    const std::string letter = home.path("Documents/letter");
+    for (const std::string& reason :
+         {items("npx-cache", ".npm/_npx/x"), items("npx-cache", ".npm"), items("x", "Documents/letter"),
+          items("desktop-screenshots", "Desktop/mine"), items(artifacts, "code/app/src"),
+          items(artifacts, "code/app"), items(artifacts, "loose/node_modules"),
+          items(artifacts, "code/app/way/node_modules"), items("proyecto:code/app/src", "code/app/src"),
+          items("proyecto:code/app/target", "code/app/target"), items("proyecto:venv", "venv"),
+          items("proyecto:loose/node_modules", "loose/node_modules"),
+          reasonFor("uv-cache", method::Command{}, {letter}),
+          reasonFor("uv-cache", method::Command{}, {}, {letter}),
+          reasonFor("npx-cache", method::EvictFromICloud{{letter}})}) {
+        EXPECT_THAT(reason, HasSubstr(": not a place that “"));
+    }
 }

@@ -17,16 +17,16 @@ namespace {
 /// Something that recreates itself, something that needs a look, and something of the user's.
 void furnish(const TempHome& home) {
     home.file(".cache/uv/wheel", 50000);
-    home.files({"Downloads/old.dmg", "Documents/letter"}, 10000);
+    home.files({"Downloads/old.dmg", "Documents/letter", "Desktop/Screenshot 1"}, 10000);
 }
 
 std::vector<CleanupOutcome> outcomesOf(const JsonValue& document) {
     return decode<std::vector<CleanupOutcome>>(document).value();
 }
 
-/// A saved plan of one action that takes items.
+/// A saved plan of one action that takes a screenshot, or something else under its name.
 std::string planOf(const std::string& safety, const std::string& path) {
-    return R"([{"action": {"id": "x", "title": "X", "safety": ")" + safety +
+    return R"([{"action": {"id": "desktop-screenshots", "title": "X", "safety": ")" + safety +
            R"(", "estimatedBytes": 10, "method": {"trashItems": {"_0": [")" + path +
            R"("]}}, "measuredPaths": [], "fallbackContents": []}}])";
 }
@@ -45,20 +45,20 @@ TEST(CleanCommand, CleansUndoesAndEmpties) {
     EXPECT_FALSE(fs::exists(home.path(".cache/uv/wheel")));
     EXPECT_TRUE(fs::exists(home.path("Documents/letter")));
 
-    home.fileWith("plan.json", planOf("review", home.path("Documents/letter")));
+    home.fileWith("plan.json", planOf("review", home.path("Desktop/Screenshot 1")));
     ASSERT_THAT(outcomesOf(jsonOf(home, {"clean", "--plan", home.path("plan.json"), "--yes"})), SizeIs(1));
-    EXPECT_FALSE(fs::exists(home.path("Documents/letter")));
+    EXPECT_FALSE(fs::exists(home.path("Desktop/Screenshot 1")));
     EXPECT_THAT(std::get<JsonValue::Array>(jsonOf(home, {"holding"}).value), SizeIs(1));
     EXPECT_EQ(jsonOf(home, {"deshacer"}), json(R"({"done": 1, "failures": []})"));
-    EXPECT_TRUE(fs::exists(home.path("Documents/letter")));
+    EXPECT_TRUE(fs::exists(home.path("Desktop/Screenshot 1")));
     EXPECT_EQ(jsonOf(home, {"undo"}), json(R"({"done": 0, "failures": []})"));
 
     jsonOf(home, {"clean", "--plan", home.path("plan.json"), "--yes"});
-    EXPECT_EQ(jsonOf(home, {"restore", home.path("Documents/letter")}),
+    EXPECT_EQ(jsonOf(home, {"restore", home.path("Desktop/Screenshot 1")}),
               json(R"({"done": 1, "failures": []})"));
-    const Ran again = runTarvo(home, {"restaurar", home.path("Documents/letter"), "--json"});
+    const Ran again = runTarvo(home, {"restaurar", home.path("Desktop/Screenshot 1"), "--json"});
     EXPECT_EQ(again.exitCode, 1);
-    EXPECT_THAT(again.output, HasSubstr("letter: ya no está apartado"));
+    EXPECT_THAT(again.output, HasSubstr("Screenshot 1: ya no está apartado"));
 
     jsonOf(home, {"clean", "--plan", home.path("plan.json"), "--yes"});
     EXPECT_EQ(jsonOf(home, {"empty", "--expired"}), json(R"({"freed": 0, "failures": []})"));
@@ -117,15 +117,24 @@ TEST(CleanCommand, RefusesFilesThatBringTheirOwnCommandsOrMakeNoSense) {
 TEST(CleanCommand, LeavesProtectedFoldersAloneAndAnswersOneWhenSomethingFailed) {
     const TempHome home;
     furnish(home);
-    home.fileWith("plan.json", planOf("safe", home.path("Documents/letter")));
-    jsonOf(home, {"clean", "--yes", "--plan", home.path("plan.json"), "--protect", home.path("Documents")});
-    EXPECT_TRUE(fs::exists(home.path("Documents/letter")));
-    home.fileWith("plan.json", planOf("safe", "/etc/hostname"));
-    for (const char* option : {"--yes", "--json"}) {
-        const Ran ran = runTarvo(home, {"clean", "--yes", option, "--plan", home.path("plan.json")});
-        EXPECT_EQ(ran.exitCode, 1);
-        EXPECT_THAT(ran.output, HasSubstr("fuera de tu carpeta personal: /etc/hostname"));
+    home.fileWith("plan.json", planOf("review", home.path("Desktop/Screenshot 1")));
+    jsonOf(home, {"clean", "--yes", "--plan", home.path("plan.json"), "--protect", home.path("Desktop")});
+    EXPECT_TRUE(fs::exists(home.path("Desktop/Screenshot 1")));
+    // A file of the user's was taken because it stood under the id of a rule.
+    const std::string letter = home.path("Documents/letter");
+    for (const auto& [path, reason] :
+         {std::pair{std::string("/etc/hostname"), std::string("fuera de tu carpeta personal: /etc/hostname")},
+          {letter, letter + ": no es un sitio que se limpie con"}}) {
+        home.fileWith("plan.json", planOf("review", path));
+        for (const char* option : {"--yes", "--json"}) {
+            const Ran ran = runTarvo(home, {"clean", "--yes", option, "--plan", home.path("plan.json")});
+            EXPECT_EQ(ran.exitCode, 1);
+            EXPECT_THAT(ran.output, HasSubstr(reason));
+        }
+        const Ran dry = runTarvo(home, {"clean", "--dry-run", "--plan", home.path("plan.json")});
+        EXPECT_THAT(dry.output, HasSubstr(reason));
     }
+    EXPECT_TRUE(fs::exists(letter));
 }
 
 TEST(CleanCommand, AScanPurgesWhatExpiredFirstAndStoresASnapshotUnlessToldNotTo) {

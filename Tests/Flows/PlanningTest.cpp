@@ -62,8 +62,8 @@ TEST(Cleaning, LeavesOutWhatIsGoneWhatHasChangedAndWhatHasAReason) {
     for (const char* id : {"same", "gone", "grown", "held"}) {
         agreed.push_back(entry(id, 1).action);
     }
-    const std::vector<LeftOut> left =
-        leftOutNow(agreed, {entry("same", 1), entry("grown", 2), entry("held", 1, "quit it first")});
+    const std::vector<LeftOut> left = leftOutNow(
+        agreed, {.entries = {entry("same", 1), entry("grown", 2), entry("held", 1, "quit it first")}});
     EXPECT_THAT(eachOf(left, &LeftOut::id), ElementsAre("gone", "grown", "held"));
     EXPECT_EQ(left.back().reason, "quit it first");
     EXPECT_THAT(left.front().reason, Not(left[1].reason));

@@ -262,3 +262,23 @@ TEST(Removal, EndsAlsoWhileAnotherProgramKeepsWriting) {
     writer.join();
     EXPECT_EQ(errorRemoving(home, "tree"), 0);
 }
+
+TEST(Removal, EndsAtAFolderThatIsToBeSparedAlsoWhereItIsEmpty) {
+    // A protected folder that was moved into a cache after the last look was deleted with it.
+    const TempHome home;
+    home.file("tree/full/x");
+    home.folder("tree/empty");
+    const auto base = BaseFolder::open(home.path());
+    for (const char* name : {"tree/full", "tree/empty"}) {
+        const std::vector spared{*identityAt(*base->placeWithoutLinks(name))};
+        for (const auto removal : {lumo::platform::removeTree, lumo::platform::removeContents}) {
+            for (const char* target : {name, "tree"}) {
+                EXPECT_EQ(removal(*base->placeWithoutLinks(target), spared),
+                          lumo::platform::failed(ECANCELED))
+                    << target;
+            }
+        }
+        EXPECT_TRUE(std::filesystem::exists(home.path(name)));
+        home.file("tree/full/x");
+    }
+}

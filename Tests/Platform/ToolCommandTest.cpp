@@ -193,3 +193,19 @@ TEST(ToolCommand, DoesNotWaitForWhatAToolLeavesBehind) {
         runScript(home, "(while kill -0 $$ 2>&-; do :; done; echo late) & echo early").output;
     EXPECT_EQ(late, "early\nlate\n");
 }
+
+TEST(ToolCommand, WorksInTheHomeInHandWhateverTheEnvironmentSays) {
+    // A cleanup of another home emptied the caches of whoever had started it.
+    const TempHome home;
+    const std::string own = getenv("HOME") == nullptr ? "/" : getenv("HOME");
+    for (const char* name : {"HOME", "XDG_CACHE_HOME", "UV_CACHE_DIR", "npm_config_cache", "NPM_CONFIG_CACHE",
+                             "Npm_Config_Prefix", "PIP_CACHE_DIR", "DOCKER_HOST"}) {
+        ASSERT_EQ(setenv(name, "/elsewhere", 1), 0);
+    }
+    ASSERT_EQ(setenv("XDG_RUNTIME_DIR", "/run/kept", 1), 0);
+    const std::string output = "\n" + runTool({"/usr/bin/env"}, home.path()).output;
+    ASSERT_EQ(setenv("HOME", own.c_str(), 1), 0);
+    EXPECT_THAT(output, HasSubstr("\nHOME=" + home.path() + "\n"));
+    EXPECT_THAT(output, Not(HasSubstr("=/elsewhere")));
+    EXPECT_THAT(output, HasSubstr("XDG_RUNTIME_DIR=/run/kept\n"));
+}

@@ -216,7 +216,8 @@ std::vector<Finding> Household::lies(const Ran& ended) const {
             lie("failed without a reason: " + outcome.id);
         }
         for (const lumo::CleanupAction& action : scenario_.plan) {
-            if (isDone && action.id == outcome.id && isStillThere(placedIn(home_, action))) {
+            if (isDone && action.id == outcome.id && action.title == outcome.title &&
+                isStillThere(placedIn(home_, action))) {
                 lie("done, and still in its place: " + action.id);
             }
         }

@@ -110,26 +110,27 @@ TEST_F(Places, SayWhyNothingCanBeChangedOnAReadOnlyDisk) {
 
 TEST_F(Places, StayOutOfWhatIsMountedInACache) {
     const Household household(scenarioNamed("CleanCaches"));
-    fs::create_directory(household.path("Library/Caches/app/mounted"));
-    fs::create_directory(household.path("Library/Caches/app/tree/memory"));
-    const Mounted bound(household.canary(), household.path("Library/Caches/app/mounted"), nullptr, MS_BIND);
-    const Mounted memory("tmpfs", household.path("Library/Caches/app/tree/memory"), "tmpfs", 0);
-    std::ofstream(household.path("Library/Caches/app/tree/memory/file")) << "kept";
+    fs::create_directory(household.path("Library/Caches/app-updater/mounted"));
+    fs::create_directory(household.path("Library/Caches/app-updater/tree/memory"));
+    const Mounted bound(household.canary(), household.path("Library/Caches/app-updater/mounted"), nullptr,
+                        MS_BIND);
+    const Mounted memory("tmpfs", household.path("Library/Caches/app-updater/tree/memory"), "tmpfs", 0);
+    std::ofstream(household.path("Library/Caches/app-updater/tree/memory/file")) << "kept";
     const Ran ended = household.startScenario().wait();
     EXPECT_EQ(ended.exitCode, 1) << ended.output;
     expectNone(household.lies(ended));
     expectNone(household.canaryFindings());
-    EXPECT_TRUE(fs::exists(household.path("Library/Caches/app/tree/memory/file")));
-    EXPECT_FALSE(fs::exists(household.path("Library/Caches/app/closed")));
+    EXPECT_TRUE(fs::exists(household.path("Library/Caches/app-updater/tree/memory/file")));
+    EXPECT_FALSE(fs::exists(household.path("Library/Caches/app-updater/closed")));
     EXPECT_FALSE(fs::exists(household.path(".cache/uv/wheel")));
 }
 
 TEST_F(Places, StayOutOfWhatIsMountedInAnItemThatIsSetAsideAndEmptied) {
     const Household household(scenarioNamed("CleanOwn"));
     for (const Arguments& second : {Arguments{"undo", "--json"}, Arguments{"empty", "--yes", "--json"}}) {
-        fs::create_directory(household.path("Downloads/set/mounted"));
+        fs::create_directory(household.path("Desktop/Screenshot set/mounted"));
         {
-            const Mounted bound(household.canary(), household.path("Downloads/set/mounted"), nullptr,
+            const Mounted bound(household.canary(), household.path("Desktop/Screenshot set/mounted"), nullptr,
                                 MS_BIND);
             household.startScenario().wait();
             household.run(second);

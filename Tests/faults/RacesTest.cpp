@@ -35,16 +35,17 @@ void race(const Scenario& scenario, const std::vector<Arguments>& commands) {
         }
         expectNone(household.settle());
         // An item is there whole or not at all.
-        EXPECT_EQ(fs::exists(household.path("Downloads/set")),
-                  fs::exists(household.path("Downloads/set/deep/er/twin")));
+        EXPECT_EQ(fs::exists(household.path("Desktop/Screenshot set")),
+                  fs::exists(household.path("Desktop/Screenshot set/deep/er/twin")));
     }
 }
 
-/// A folder that trades places with a link out of the home as fast as it can.
+/// A folder of the home, and an item in it, that trades places with a link out of the home as fast as it can.
 class Gate final {
   public:
-    explicit Gate(const Household& household)
-        : gate_(household.path("way/gate")), link_(household.path("way/link")) {
+    Gate(const Household& household, const std::string& gate, std::string item)
+        : gate_(household.path(gate)), link_(household.path("link")), item_(std::move(item)) {
+        fs::remove_all(gate_);
         fs::create_directories(gate_);
         fs::create_directory_symlink(household.canary() + "/kept", link_);
         folder_ = open(gate_.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
@@ -61,15 +62,18 @@ class Gate final {
     Gate(const Gate&) = delete;
     Gate& operator=(const Gate&) = delete;
 
-    [[nodiscard]] bool holdsItem() const { return faccessat(folder_, "item/file", F_OK, 0) == 0; }
+    [[nodiscard]] bool holdsItem() const {
+        return faccessat(folder_, (item_ + "/file").c_str(), F_OK, 0) == 0;
+    }
     void putItem() const {
-        mkdirat(folder_, "item", 0755);
-        close(openat(folder_, "item/file", O_CREAT | O_WRONLY | O_CLOEXEC, 0644));
+        mkdirat(folder_, item_.c_str(), 0755);
+        close(openat(folder_, (item_ + "/file").c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0644));
     }
 
   private:
     std::string gate_;
     std::string link_;
+    std::string item_;
     int folder_ = -1;
     std::jthread swapper_;
 };
@@ -91,11 +95,12 @@ TEST(Races, BetweenCleaningUndoingAndEmptyingLeaveNothingHalf) {
 }
 
 TEST(Races, AgainstAFolderThatBecomesALinkNeverLeaveTheHome) {
-    const Scenario deleting{.plan = {safe("item", {"way/gate/item"})}, .command = cleanPlan};
-    const Scenario moving{.plan = {review("item", {"way/gate/item"})}, .command = cleanPlan};
+    const Scenario deleting{.plan = {safe("npx-cache", {".npm/_npx"})}, .command = cleanPlan};
+    const Scenario moving{.plan = {review("whisper", {".cache/whisper"})}, .command = cleanPlan};
     for (const Scenario* scenario : {&deleting, &moving}) {
         const Household household(*scenario);
-        const Gate gate(household);
+        const Gate gate(household, scenario == &deleting ? ".npm" : ".cache",
+                        scenario == &deleting ? "_npx" : "whisper");
         const int rounds = ground().isLong ? 5000 : 150;
         std::array<int, 2> counts = {};
         for (int round = 0; round < rounds; ++round) {
@@ -123,11 +128,12 @@ TEST(Races, WithAnInterruptFinishTheItemInHandAndLogIt) {
     constexpr int count = 60;
     Scenario scenario{.command = cleanPlan};
     for (int number = 0; number < count; ++number) {
-        scenario.plan.push_back(review("item" + std::to_string(number), {"many/" + std::to_string(number)}));
+        scenario.plan.push_back(review(shots, {"Desktop/Screenshot " + std::to_string(number)}));
     }
     const Household household(scenario);
+    fs::remove_all(household.path("Desktop"));
     for (int number = 0; number < count; ++number) {
-        fs::create_directories(household.path("many/" + std::to_string(number)));
+        fs::create_directories(household.path("Desktop/Screenshot " + std::to_string(number)));
     }
     // The tracer raises the signal while an item is on its way: timed from outside, a fast machine is done
     // first.
@@ -136,12 +142,13 @@ TEST(Races, WithAnInterruptFinishTheItemInHandAndLogIt) {
                                           "trace=renameat2", "-e", "inject=renameat2:signal=INT:when=20"})
                           .wait();
     EXPECT_EQ(ended.exitCode, 130) << ended.error;
-    const fs::directory_iterator left(household.path("many"));
+    const fs::directory_iterator left(household.path("Desktop"));
     const auto taken = count - std::distance(begin(left), end(left));
     EXPECT_EQ(linesIn(household.path("Library/Application Support/TarvoAI/historial.jsonl")), taken);
     EXPECT_GT(taken, 0);
     EXPECT_LT(taken, count);
     EXPECT_FALSE(fs::exists(household.path("Library/Application Support/TarvoAI/apartado.jsonl")));
     household.run({"undo"});
-    EXPECT_EQ(std::distance(fs::directory_iterator(household.path("many")), fs::directory_iterator()), count);
+    EXPECT_EQ(std::distance(fs::directory_iterator(household.path("Desktop")), fs::directory_iterator()),
+              count);
 }

@@ -18,14 +18,14 @@ using namespace std::literals;
 namespace {
 
 /// Paths that no action may touch: {H} is the home folder, {P} what holds it, {A} the application's
-/// support folder.
+/// support folder, {S} the beginning of the screenshots.
 constexpr const char* hostile = R"(
     . .. / // ~ ~/Downloads etc /etc /etc/passwd /tmp /home /Library/Caches /Applications
     /Applications/Utilities/Foo.app /Applications/Foo.app/../x /proc/self/cwd /proc/self/root{H}/Downloads/old.dmg
     {H} {H}/ {H}// {H}/. {H}/.. {H}/../home {H}/../canary {H}x {H}x/Downloads
     {P} {P}/ {P}/canary {P}/canary/kept/file {P}/alias {P}/alias/Downloads/old.dmg
-    {H}/Downloads/set/out/kept {H}/Downloads/set/out/kept/file {H}/Downloads/link/file
-    {H}/Library/Caches/app/out/kept/file {H}/Library {H}/Library/ {A} {A}/ {A}/.. {A}/historial.jsonl
+    {H}/{S}set/out/kept {H}/{S}set/out/kept/file {H}/{S}link/file
+    {H}/Library/Caches/app-updater/out/kept/file {H}/Library {H}/Library/ {A} {A}/ {A}/.. {A}/historial.jsonl
     {A}/apartado.jsonl {A}/cerrojo {A}/Apartado {A}/Apartado/20250314-093005 {A}/not/there/yet)";
 
 /// Every component of a path in turn with something put before it, and something put behind them all.
@@ -52,11 +52,11 @@ Arguments hostilePaths(const Household& household) {
     std::istringstream shapes(hostile);
     for (std::string shape; shapes >> shape;) {
         paths.push_back(fmt::format(fmt::runtime(shape), fmt::arg("H", household.home()),
-                                    fmt::arg("P", household.slot()),
+                                    fmt::arg("P", household.slot()), fmt::arg("S", "Desktop/Screenshot "),
                                     fmt::arg("A", household.path("Library/Application Support/TarvoAI"))));
     }
-    for (const char* relative : {"Downloads/old.dmg", "Downloads/set/deep/er/twin", "Library/Caches/app",
-                                 ".cache/uv", "missing/folder/file"}) {
+    for (const char* relative : {"Downloads/old.dmg", "Desktop/Screenshot set/deep/er/twin",
+                                 "Library/Caches/app-updater", ".cache/uv", "missing/folder/file"}) {
         addSpoiled(household.home(), relative, paths);
     }
     std::ranges::sort(paths);
@@ -126,6 +126,21 @@ TEST(Refusals, MeetEveryPathThatIsNotPlainlyInTheHome) {
             EXPECT_EQ(outcomes[index].message, reason + paths[index]);
         }
     }
+}
+
+TEST(Refusals, KeepAToolOutOfTheHomeThatTarvoWasStartedFrom) {
+    // A tool that was run for one home emptied the cache of whoever had started it.
+    const CleanupAction npm = scenarioNamed("CleanMixed").plan[2];
+    const Household household({.plan = {npm}, .command = cleanPlan});
+    const std::string other = household.slot() + "/other";
+    std::filesystem::create_directories(other + "/.npm/_cacache/index");
+    Arguments environment = household.environment();
+    environment.insert(environment.end(), {"HOME=" + other, "npm_config_cache=" + other + "/.npm"});
+    std::erase(environment, "HOME=" + household.home());
+    const Ran ended = Child(household.words(cleanPlan), environment).wait();
+    EXPECT_EQ(ended.exitCode, 0) << ended.error << ended.output;
+    EXPECT_FALSE(std::filesystem::exists(household.path(".npm/_cacache")));
+    EXPECT_TRUE(std::filesystem::exists(other + "/.npm/_cacache/index"));
 }
 
 TEST(Refusals, MeetEveryFolderThatIsNoHome) {

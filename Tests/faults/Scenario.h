@@ -44,8 +44,11 @@ const Scenario& scenarioNamed(const std::string& name);
 /// "home" with files, folders, links and strange names, and "canary" beside it, which nothing may change.
 void furnish(const testing::TempHome& slot);
 
-/// Actions on paths relative to a home.
-lumo::CleanupAction review(std::string id, Arguments items);
+/// The rule whose places take any name that begins like a screenshot's, of whatever kind.
+inline const std::string shots = "desktop-screenshots";
+
+/// Actions on paths relative to a home. Titles tell those with one id apart.
+lumo::CleanupAction review(std::string id, Arguments items, std::string title = "Own files");
 lumo::CleanupAction safe(std::string id, Arguments items);
 /// The action with the full paths.
 lumo::CleanupAction placedIn(const std::string& home, lumo::CleanupAction action);

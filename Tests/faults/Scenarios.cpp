@@ -13,12 +13,12 @@ namespace {
 namespace fs = std::filesystem;
 
 /// A byte that is no UTF-8, a character that such bytes are written as, a quote and a line feed.
-const std::string strayName = "Downloads/caf\xE9 \xEE\xBF\xA9 \"\n";
+const std::string strayName = "Desktop/Screenshot caf\xE9 \xEE\xBF\xA9 \"\n";
 
 /// The longest name there is, in characters of two bytes.
 std::string longestName() {
-    std::string name = "Downloads/x";
-    for (int count = 0; count < 127; ++count) {
+    std::string name = "Desktop/Screenshot x";
+    for (int count = 0; count < 121; ++count) {
         name += "ñ";
     }
     return name;
@@ -60,7 +60,7 @@ bool isStored(const std::string& home) {
 }
 
 bool isBack(const std::string& home) {
-    return fs::exists(home + "/Downloads/set/a") && fs::exists(home + "/Downloads/old.dmg");
+    return fs::exists(home + "/Desktop/Screenshot set/a") && fs::exists(home + "/Desktop/Screenshot old");
 }
 
 bool isEmptied(const std::string& home) {
@@ -110,9 +110,9 @@ std::string archiveProblem(const std::string& home) {
 
 } // namespace
 
-lumo::CleanupAction review(std::string id, Arguments items) {
+lumo::CleanupAction review(std::string id, Arguments items, std::string title) {
     return {.id = std::move(id),
-            .title = "Own files",
+            .title = std::move(title),
             .safety = lumo::Safety::review,
             .estimatedBytes = 4096,
             .method = lumo::method::TrashItems{items},
@@ -127,34 +127,39 @@ lumo::CleanupAction safe(std::string id, Arguments items) {
 
 void furnish(const testing::TempHome& slot) {
     slot.fileWith("canary/kept/file", "canary");
-    slot.fileWith("canary/kept/item/file", "canary");
+    slot.fileWith("canary/kept/_npx/file", "canary");
+    slot.fileWith("canary/kept/whisper/file", "canary");
     slot.setMode("canary/kept/file", 0440);
     slot.fileWith("home/Documents/letter", "mine");
     slot.hardLink("home/Documents/twin", "home/Documents/letter");
     slot.fileWith("home/Downloads/old.dmg", "image");
-    slot.setMode("home/Downloads/old.dmg", 04751);
-    slot.fileWith("home/Downloads/set/a", "a");
-    slot.hardLink("home/Downloads/set/deep/er/twin", "home/Downloads/set/a");
-    slot.link("home/Downloads/set/out", "../../../canary");
-    slot.folder("home/Downloads/set/closed/inside");
-    slot.setMode("home/Downloads/set/closed", ground().whyNoMounts.empty() ? 0 : 0500);
-    slot.setModified("home/Downloads/set", 1'000'000'000);
-    slot.fileWith("home/Downloads/locked/file", "cannot be moved");
-    slot.setMode("home/Downloads/locked", 0500);
+    slot.fileWith("home/Desktop/Screenshot old", "image");
+    slot.setMode("home/Desktop/Screenshot old", 04751);
+    slot.fileWith("home/Desktop/Screenshot set/a", "a");
+    slot.hardLink("home/Desktop/Screenshot set/deep/er/twin", "home/Desktop/Screenshot set/a");
+    slot.link("home/Desktop/Screenshot set/out", "../../../canary");
+    slot.folder("home/Desktop/Screenshot set/closed/inside");
+    slot.setMode("home/Desktop/Screenshot set/closed", ground().whyNoMounts.empty() ? 0 : 0500);
+    slot.setModified("home/Desktop/Screenshot set", 1'000'000'000);
+    slot.fileWith("home/Desktop/Screenshot locked/file", "cannot be moved");
+    slot.setMode("home/Desktop/Screenshot locked", 0500);
     slot.fileWith("home/" + strayName, "stray");
     slot.fileWith("home/" + longestName(), "long");
-    slot.link("home/Downloads/link", slot.path("canary/kept"));
-    slot.link("home/Downloads/dangling", "nowhere");
+    slot.link("home/Desktop/Screenshot link", slot.path("canary/kept"));
+    slot.link("home/Desktop/Screenshot dangling", "nowhere");
     slot.fileWith("home/Movies/box/.hidden", "film");
     slot.folder("home/Movies/box/empty");
     slot.link("home/Movies/box/out", "../../../canary");
-    slot.fileWith("home/Library/Caches/app/tree/file", "cache");
-    slot.fileWith("home/Library/Caches/app/closed/file", "cache");
-    slot.setMode("home/Library/Caches/app/closed", 0500);
-    slot.link("home/Library/Caches/app/out", slot.path("canary"));
-    slot.hardLink("home/Library/Caches/app/canary", "canary/kept/file");
+    slot.fileWith("home/Library/Caches/app-updater/tree/file", "cache");
+    slot.fileWith("home/Library/Caches/app-updater/closed/file", "cache");
+    slot.setMode("home/Library/Caches/app-updater/closed", 0500);
+    slot.link("home/Library/Caches/app-updater/out", slot.path("canary"));
+    slot.hardLink("home/Library/Caches/app-updater/canary", "canary/kept/file");
     slot.fileWith("home/Library/Caches/pip/wheel", "cache");
     slot.fileWith("home/.cache/uv/wheel", "cache");
+    slot.fileWith("home/.cache/whisper/.hidden", "model");
+    slot.folder("home/.cache/whisper/empty");
+    slot.link("home/.cache/whisper/out", "../../../canary");
     slot.fileWith("home/.npm/_cacache/index", "cache");
     slot.folder("home/Library/Application Support");
     slot.folder("home/.config");
@@ -188,14 +193,15 @@ std::string planDocument(const std::vector<lumo::CleanupAction>& actions) {
 
 const std::vector<Scenario>& scenarios() {
     static const std::vector<lumo::CleanupAction> own{
-        review("old", {"Downloads/old.dmg", "Downloads/set", strayName}),
-        review("names", {longestName(), "Downloads/link", "Downloads/dangling"}),
-        contentsOf(review("box", {"Movies/box"}))};
-    static const std::vector<lumo::CleanupAction> caches{safe("app", {"Library/Caches/app"}),
-                                                         contentsOf(safe("uv", {".cache/uv"}))};
+        review(shots, {"Desktop/Screenshot old", "Desktop/Screenshot set", strayName}),
+        review(shots, {longestName(), "Desktop/Screenshot link", "Desktop/Screenshot dangling"}, "Names"),
+        contentsOf(review("whisper", {".cache/whisper"}))};
+    static const std::vector<lumo::CleanupAction> caches{safe("app-updaters", {"Library/Caches/app-updater"}),
+                                                         contentsOf(safe("uv-cache", {".cache/uv"}))};
     static const std::vector<lumo::CleanupAction> mixed{
-        review("old", {"Downloads/old.dmg"}),
-        review("fails", {"Downloads/set", "Downloads/locked", "Downloads/link"}),
+        review(shots, {"Desktop/Screenshot old"}),
+        review(shots, {"Desktop/Screenshot set", "Desktop/Screenshot locked", "Desktop/Screenshot link"},
+               "Fails"),
         command("npm-cache", {"npm", "cache", "clean", "--force"}, ".npm/_cacache"),
         command("pip-cache", {"pip", "cache", "purge"}, "Library/Caches/pip"), caches.front()};
     static const std::vector<lumo::CleanupAction> one{own.front()};
@@ -212,7 +218,7 @@ const std::vector<Scenario>& scenarios() {
         {.name = "Restore",
          .plan = one,
          .preparation = {cleanPlan},
-         .command = {"restore", "@home/Downloads/old.dmg", "@home/Downloads/set", "--json"},
+         .command = {"restore", "@home/Desktop/Screenshot old", "@home/Desktop/Screenshot set", "--json"},
          .isDone = isBack},
         {.name = "Empty",
          .plan = one,

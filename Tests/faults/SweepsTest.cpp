@@ -72,7 +72,7 @@ esac
 exit 0
 )");
     const Scenario scenario{.name = "Careless",
-                            .plan = {review("old", {"Downloads/old.dmg"})},
+                            .plan = {review("downloaded-installers", {"Downloads/old.dmg"})},
                             .command = cleanPlan,
                             .program = careless.path("cleaner")};
     const Figures figures = sweep(scenario, attemptsAt(scenario, Disturbance::killAtCall));
