@@ -263,16 +263,18 @@ std::vector<CleanupOutcome> run(const std::vector<CleanupAction>& actions, const
                                 const std::optional<std::string>& history, Mover& mover, SafeItems safeItems,
                                 const Control& control) {
     std::vector<CleanupOutcome> outcomes;
+    auto log = history ? std::optional<HistoryWriter>(*history) : std::nullopt;
     for (std::size_t index = 0; index < actions.size() && !control.stop.stop_requested(); ++index) {
         if (control.onBegin) {
             control.onBegin(index);
         }
         outcomes.push_back(perform(actions[index], guard, mover, safeItems, control));
-        if (history && HistoryLog::append(outcomes.back(), *history)) {
+        if (log && log->append(outcomes.back())) {
             mover.settle();
-        } else {
-            mover.leaveIntents();
         }
+    }
+    if (log && log->finish()) {
+        mover.settle();
     }
     return outcomes;
 }
