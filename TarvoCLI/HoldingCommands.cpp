@@ -148,7 +148,7 @@ ExitCode runUndo(const Invocation& invocation) {
     if (!outcomes) {
         return outcomes.error();
     }
-    return tell(Holding::restore(lumo::Undoing::newestBatch(*outcomes, guard), guard), invocation);
+    return tell(lumo::Undoing::undo(*outcomes, guard, platform::now()), invocation);
 }
 
 ExitCode runRestore(const std::vector<std::string>& paths, const Invocation& invocation) {

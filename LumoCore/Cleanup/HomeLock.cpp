@@ -102,7 +102,7 @@ Result<HomeLock> HomeLock::take(const PathGuard& guard, const Request& request) 
     if (!file && file.error().code == EWOULDBLOCK) {
         return std::unexpected(busy(path));
     }
-    if (!file && !isFull(file.error())) {
+    if (!file && !(isFull(file.error()) && platform::isMissing(path))) {
         return std::unexpected(unlockable(file.error()));
     }
     // A disk that is too full even for the lock file is just the one to clean: those who meet on it are kept

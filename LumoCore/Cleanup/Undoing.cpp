@@ -61,8 +61,9 @@ std::vector<TrashedItem> heldOf(const std::vector<TrashedItem>& items, const Hol
     return held;
 }
 
+/// Unless it is certain that it cannot: an attempt says why it fails.
 bool canGoBack(const TrashedItem& item, const PathGuard& guard) {
-    return platform::isMissing(item.original) && !guard.refusal({item.original});
+    return !platform::kindOf(item.original) && !guard.refusal({item.original});
 }
 
 /// True for a batch whose time is over: whoever emptied it did what it was made for.
