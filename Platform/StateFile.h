@@ -32,6 +32,9 @@ writeTemporary(const std::string& path, std::string_view bytes, unsigned mode,
 /// those beside the file of that name.
 void sweepTemporaries(const std::string& folder, std::string_view file = {});
 
+/// True when the folder holds such a file, of whichever process.
+bool hasTemporaries(const std::string& folder);
+
 /// Makes the folder and those on the way to it, for the user alone. One that is there already is left as it
 /// is.
 SystemResult<void> makePrivateFolder(const std::string& folder);

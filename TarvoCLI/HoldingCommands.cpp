@@ -53,7 +53,8 @@ std::string batchText(const Batch& batch, const HeldState& held, const Invocatio
     std::size_t count = 0;
     for (const HeldItem& item : held.items) {
         if (item.batch == batch.path && ++count <= mostShown) {
-            shown += "  " + lumo::printable(lumo::abbreviated(item.original, invocation.home)) + "\n";
+            shown += "  " + lumo::printable(lumo::abbreviated(item.original, invocation.home)) +
+ (item.isIncomplete ? Words{" (le faltan partes)", " (parts of it are gone)"}.in() : "") + "\n";
         }
     }
     if (count > mostShown) {

@@ -32,6 +32,10 @@ std::string holding(const std::string& home) {
     return joined(support(home), "Apartado");
 }
 
+std::string heldNotes(const std::string& home) {
+    return joined(support(home), "apartado-notas.json");
+}
+
 std::string caches(const std::string& home) {
     return home + "/Library/Caches/TarvoAI";
 }

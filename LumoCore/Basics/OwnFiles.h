@@ -7,7 +7,8 @@
 namespace lumo::OwnFiles {
 
 /// home + "/Library/Application Support/TarvoAI", and in it the cleanup log, the intents of moves under way,
-/// where archives are being made, the lock, the snapshots, and the root of the holding area.
+/// where archives are being made, the lock, the snapshots, the root of the holding area, and the notes about
+/// what is or was held.
 std::string support(const std::string& home);
 std::string historyLog(const std::string& home);
 std::string intents(const std::string& home);
@@ -15,6 +16,7 @@ std::string archiving(const std::string& home);
 std::string lock(const std::string& home);
 std::string snapshots(const std::string& home);
 std::string holding(const std::string& home);
+std::string heldNotes(const std::string& home);
 
 /// home + "/Library/Caches/TarvoAI", and in it the staging folder for what is being emptied, and the
 /// explanations.

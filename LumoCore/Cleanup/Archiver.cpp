@@ -10,6 +10,7 @@
 #include "LumoCore/Cleanup/ArchiveStaging.h"
 #include "LumoCore/Cleanup/ArchiveTables.h"
 #include "LumoCore/Cleanup/CleanupExecutor.h"
+#include "LumoCore/Cleanup/HistoryLog.h"
 #include "LumoCore/Cleanup/Holding.h"
 #include "LumoCore/Cleanup/ToolOutput.h"
 #include "Platform/Archiving.h"
@@ -286,7 +287,10 @@ std::vector<CleanupOutcome> setAside(const Archive& archive, const std::string& 
     if (outcome.restorable && !archive.original->isUnchangedAt(outcome.restorable->front().inTrash, {})) {
         takeBack(outcome, archive, guard);
     }
-    CleanupExecutor::record(outcome, OwnFiles::historyLog(guard.home()), mover);
+    HistoryWriter log(OwnFiles::historyLog(guard.home()));
+    if (log.append(outcome) || log.finish()) {
+        mover.settle();
+    }
     return {std::move(outcome)};
 }
 

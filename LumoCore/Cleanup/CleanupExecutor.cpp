@@ -355,22 +355,20 @@ std::vector<CleanupOutcome> run(const std::vector<CleanupAction>& actions, const
                                 const Control& control) {
     const ResolvedPaths shown = control.shown ? *control.shown : resolved(actions, guard);
     std::vector<CleanupOutcome> outcomes;
+    auto log = history ? std::optional<HistoryWriter>(*history) : std::nullopt;
     for (std::size_t index = 0; index < actions.size() && !control.stop.stop_requested(); ++index) {
         if (control.onBegin) {
             control.onBegin(index);
         }
         outcomes.push_back(performAsShown(actions[index], guard, mover, safeItems, control, shown));
-        record(outcomes.back(), history, mover);
+        if (log && log->append(outcomes.back())) {
+            mover.settle();
+        }
+    }
+    if (log && log->finish()) {
+        mover.settle();
     }
     return outcomes;
-}
-
-void record(const CleanupOutcome& outcome, const std::optional<std::string>& history, Mover& mover) {
-    if (history && HistoryLog::append(outcome, *history)) {
-        mover.settle();
-    } else {
-        mover.leaveIntents();
-    }
 }
 
 ResolvedPaths resolved(const std::vector<CleanupAction>& actions, const PathGuard& guard) {

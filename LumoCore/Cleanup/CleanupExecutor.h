@@ -56,9 +56,6 @@ std::optional<std::string> refusal(const CleanupAction& action, const PathGuard&
 /// What the paths that the actions touch mean now: for `Control::shown`.
 ResolvedPaths resolved(const std::vector<CleanupAction>& actions, const PathGuard& guard);
 
-/// Writes the outcome into the log and settles what the mover had announced for it.
-void record(const CleanupOutcome& outcome, const std::optional<std::string>& history, Mover& mover);
-
 /// The paths that the action may remove or set aside, or whose contents: what the guard is asked about.
 std::vector<std::string> touchedPaths(const CleanupAction& action);
 

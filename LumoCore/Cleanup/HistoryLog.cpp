@@ -33,6 +33,18 @@ SystemResult<std::vector<CleanupOutcome>> HistoryLog::outcomes(const std::string
     return outcomes;
 }
 
+bool HistoryWriter::append(CleanupOutcome outcome) {
+    unwritten_.push_back(std::move(outcome));
+    return finish();
+}
+
+bool HistoryWriter::finish() {
+    while (!unwritten_.empty() && HistoryLog::append(unwritten_.front(), path_)) {
+        unwritten_.erase(unwritten_.begin());
+    }
+    return unwritten_.empty();
+}
+
 std::int64_t CleanupHistory::total(const std::vector<CleanupOutcome>& outcomes) {
     std::int64_t sum = 0;
     for (const CleanupOutcome& outcome : outcomes) {

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// The log of all cleanups of a home: one outcome a line, oldest first. What was set aside can be put back
@@ -19,6 +20,27 @@ platform::SystemResult<void> append(const CleanupOutcome& outcome, const std::st
 platform::SystemResult<std::vector<CleanupOutcome>> outcomes(const std::string& path);
 
 } // namespace lumo::HistoryLog
+
+namespace lumo {
+
+/// Writes the lines of one operation in their order. What cannot be written is kept and tried again: a disk
+/// that is full now is less so after the next action.
+class HistoryWriter final {
+  public:
+    explicit HistoryWriter(std::string path) : path_(std::move(path)) {}
+
+    /// True when this line and all before it are durable.
+    bool append(CleanupOutcome outcome);
+
+    /// The last try before the operation answers; true when all lines are durable.
+    bool finish();
+
+  private:
+    std::string path_;
+    std::vector<CleanupOutcome> unwritten_; ///< Oldest first.
+};
+
+} // namespace lumo
 
 namespace lumo::CleanupHistory {
 

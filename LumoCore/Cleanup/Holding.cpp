@@ -7,12 +7,16 @@
 #include "LumoCore/Basics/UniqueID.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/ApplicationFolders.h"
+#include "LumoCore/Cleanup/HeldItem.h"
+#include "LumoCore/Cleanup/HeldNotes.h"
 #include "LumoCore/Scanning/FileTree.h"
+#include "Platform/Folder.h"
 #include "Platform/Removal.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <functional>
+#include <map>
 
 namespace lumo::Holding {
 
@@ -30,33 +34,14 @@ std::string withReason(std::string_view name, const SystemError& error) {
     return std::string(name) + ": " + reasonText(error);
 }
 
+/// A link in place of one of our own folders counts as missing.
+bool isAsGoodAsMissing(const SystemError& error) {
+    return error.isMissing() || error.code == ELOOP;
+}
+
 SystemResult<BaseFolder> openHolding(const PathGuard& guard) {
     return guard.base() ? ApplicationFolders::openHolding(*guard.base())
                         : std::unexpected(SystemError{EXDEV});
-}
-
-/// An item in a batch, known by the path that the log has for it. Only such paths count: the root and two
-/// plain names. Everything else is as good as gone.
-SystemResult<Place> heldPlace(const std::string& path, const PathGuard& guard) {
-    constexpr SystemError gone{ENOENT};
-    const std::string beginning = root(guard.home()) + "/";
-    if (!path.starts_with(beginning)) {
-        return std::unexpected(gone);
-    }
-    const std::string_view inRoot = std::string_view(path).substr(beginning.size());
-    const std::size_t slash = inRoot.find('/');
-    if (slash == std::string_view::npos || inRoot.find('/', slash + 1) != std::string_view::npos) {
-        return std::unexpected(gone);
-    }
-    const SystemResult<BaseFolder> holding = openHolding(guard);
-    SystemResult<Place> place =
-        holding ? holding->placeWithoutLinks(inRoot) : std::unexpected(holding.error());
-    const SystemResult<EntryKind> kind = place ? platform::kindAt(*place) : std::unexpected(place.error());
-    if (!kind) {
-        return std::unexpected(kind.error().code == EINVAL || kind.error().code == ELOOP ? gone
-                                                                                         : kind.error());
-    }
-    return place;
 }
 
 /// Where things go that are to be removed. The usual place may lie on another volume, or be impossible to
@@ -87,32 +72,76 @@ SystemResult<Place> stage(const Place& item, const BaseFolder& home) {
     return std::unexpected(problem);
 }
 
-/// Removes for good. What cannot be removed goes back to its place.
-SystemResult<void> removeThroughStaging(const Place& item, const BaseFolder& home) {
+/// What the items of a batch weigh, or the one item, each by itself.
+using Weights = std::map<std::string, Usage>;
+
+Usage weightOf(const std::string& path) {
+    HardLinkRegistry registry;
+    return FileTree::measure(path, registry);
+}
+
+/// `note` is what the notes call that which stands at the place: a batch, or an item in one.
+Weights weigh(const Place& place, const std::string& note) {
+    if (note.find('/') != std::string::npos) {
+        return {{note, weightOf(place.path())}};
+    }
+    Weights weights;
+    const SystemResult<BaseFolder> batch = BaseFolder::openAt(place);
+    for (const std::string& name :
+         batch ? batch->names().value_or(std::vector<std::string>()) : std::vector<std::string>()) {
+        weights[joined(note, name)] = weightOf(joined(place.path(), name));
+    }
+    return weights;
+}
+
+/// Marks what is left of the items and weighs less than before.
+void markIncomplete(const Weights& before, const Weights& left, HeldNotes& notes) {
+    for (const auto& [note, weight] : left) {
+        const auto known = before.find(note);
+        if (known != before.end() && (weight.allocatedBytes < known->second.allocatedBytes ||
+                                      weight.fileCount < known->second.fileCount)) {
+            notes.markIncomplete(note);
+        }
+    }
+}
+
+/// Removes for good. What cannot be removed goes back to its place, and is marked before that: nobody finds
+/// a part of an item there and takes it for the whole.
+SystemResult<void> removeThroughStaging(const Place& item, const std::string& note, const BaseFolder& home,
+                                        HeldNotes& notes) {
+    const Weights before = weigh(item, note);
     const SystemResult<Place> staged = stage(item, home);
     if (!staged) {
         return std::unexpected(staged.error());
     }
     const SystemResult<void> removed = platform::removeTree(*staged);
     if (!removed) {
+        markIncomplete(before, weigh(*staged, note), notes);
+        notes.write();
         (void)platform::moveWithoutReplacing(*staged, item);
     }
     return removed;
 }
 
-/// Removes an item's batch if nothing is left in it.
-void removeIfEmpty(std::string_view batch, const PathGuard& guard) {
+/// Removes an item's batch if nothing is left in it; true when it is gone by that.
+bool removeIfEmpty(std::string_view batch, const PathGuard& guard) {
     const SystemResult<BaseFolder> holding = openHolding(guard);
     const SystemResult<Place> place =
         holding ? holding->placeWithoutLinks(fileName(batch)) : std::unexpected(holding.error());
-    if (place) {
-        (void)platform::removeEmptyFolder(*place);
-    }
+    return place && platform::removeEmptyFolder(*place);
 }
 
-std::string goneText(const TrashedItem& item) {
+/// The item is held no more, and that was wanted.
+void noteEnd(const TrashedItem& item, const PathGuard& guard, HeldNotes& notes) {
+    const std::string_view place = HeldItem::placeInRoot(item.inTrash);
+    notes.end(removeIfEmpty(batchOf(item.inTrash), guard) ? parentOf(place) : place);
+}
+
+std::string incompleteText(const TrashedItem& item) {
     return std::string(fileName(item.original)) +
-           Words{": ya no está apartado", ": no longer in Recently Cleaned"}.in();
+           Words{": le faltan partes, que se borraron al vaciar lo apartado",
+                 ": parts of it are gone, deleted when Recently Cleaned was emptied"}
+               .in();
 }
 
 std::string takenText(const TrashedItem& item) {
@@ -122,7 +151,7 @@ std::string takenText(const TrashedItem& item) {
 /// Why the item could not be put back; absent when it was.
 std::optional<std::string> restoreOne(const TrashedItem& item, const PathGuard& guard) {
     const SystemResult<Place> held = heldPlace(item.inTrash, guard);
-    if (!isSpeltOut(item.original) || (!held && held.error().isMissing())) {
+    if (!isSpeltOut(item.original) || (!held && isAsGoodAsMissing(held.error()))) {
         return goneText(item);
     }
     if (!held) {
@@ -135,7 +164,6 @@ std::optional<std::string> restoreOne(const TrashedItem& item, const PathGuard& 
     const SystemResult<void> moved =
         original ? platform::moveWithoutReplacing(*held, *original) : std::unexpected(original.error());
     if (moved) {
-        removeIfEmpty(batchOf(item.inTrash), guard);
         return std::nullopt;
     }
     return moved.error().code == EEXIST ? takenText(item)
@@ -152,6 +180,49 @@ std::string_view batchOf(std::string_view inTrash) {
     return parentOf(inTrash);
 }
 
+SystemResult<Place> heldPlace(const std::string& inTrash, const PathGuard& guard) {
+    const std::optional<TrashedItem> ours =
+        HeldItem::ofThisHome({.original = {}, .inTrash = inTrash}, guard.home());
+    if (!ours) {
+        return std::unexpected(SystemError{ENOENT});
+    }
+    const SystemResult<BaseFolder> holding = openHolding(guard);
+    SystemResult<Place> place = holding ? holding->placeWithoutLinks(HeldItem::placeInRoot(ours->inTrash))
+                                        : std::unexpected(holding.error());
+    const SystemResult<EntryKind> kind = place ? platform::kindAt(*place) : std::unexpected(place.error());
+    return kind ? std::move(place) : std::unexpected(kind.error());
+}
+
+Contents::Contents(const PathGuard& guard) {
+    const SystemResult<BaseFolder> holding = openHolding(guard);
+    const SystemResult<std::vector<std::string>> batches =
+        holding ? holding->names() : std::unexpected(holding.error());
+    isListed_ = batches || isAsGoodAsMissing(batches.error());
+    for (const std::string& batch : batches.value_or(std::vector<std::string>())) {
+        const SystemResult<Place> place = holding->placeWithoutLinks(batch);
+        const SystemResult<BaseFolder> folder =
+            place ? BaseFolder::openAt(*place) : std::unexpected(place.error());
+        const SystemResult<std::vector<std::string>> names =
+            folder ? folder->names() : std::unexpected(folder.error());
+        if (!names && !isAsGoodAsMissing(names.error())) {
+            unlisted_.insert(batch);
+        }
+        for (const std::string& name : names.value_or(std::vector<std::string>())) {
+            places_.insert(joined(batch, name));
+        }
+    }
+}
+
+bool Contents::mayHold(std::string_view inTrash) const {
+    const std::string_view place = HeldItem::placeInRoot(inTrash);
+    return !place.empty() && (!isListed_ || places_.contains(place) || unlisted_.contains(parentOf(place)));
+}
+
+std::string goneText(const TrashedItem& item) {
+    return std::string(fileName(item.original)) +
+           Words{": ya no está apartado", ": no longer in Recently Cleaned"}.in();
+}
+
 std::string newBatch(const std::string& home, Date now) {
     return root(home) + "/" + stampText(now);
 }
@@ -165,9 +236,8 @@ SystemResult<std::vector<Batch>> batches(const PathGuard& guard, Date now) {
     const SystemResult<std::vector<std::string>> listed =
         holding ? holding->names() : std::unexpected(holding.error());
     if (!listed) {
-        // A link in its place counts as missing.
-        const bool isMissing = listed.error().isMissing() || listed.error().code == ELOOP;
-        return isMissing ? SystemResult<std::vector<Batch>>() : std::unexpected(listed.error());
+        return isAsGoodAsMissing(listed.error()) ? SystemResult<std::vector<Batch>>()
+                                                 : std::unexpected(listed.error());
     }
     std::vector<Batch> batches;
     for (const std::string& name : *listed) {
@@ -187,11 +257,18 @@ SystemResult<std::vector<Batch>> batches(const PathGuard& guard, Date now) {
 Emptied empty(const std::vector<Batch>& batches, const PathGuard& guard) {
     Emptied emptied;
     const SystemResult<BaseFolder> holding = openHolding(guard);
+    HeldNotes notes = HeldNotes::of(guard.home());
     for (const Batch& batch : batches) {
+        notes.end(fileName(batch.path));
+    }
+    // Beforehand: what a process that dies now has staged is never held again.
+    notes.write();
+    for (const Batch& batch : batches) {
+        const std::string name(fileName(batch.path));
         const SystemResult<Place> place =
-            holding ? holding->placeWithoutLinks(fileName(batch.path)) : std::unexpected(holding.error());
+            holding ? holding->placeWithoutLinks(name) : std::unexpected(holding.error());
         const SystemResult<void> removed =
-            place ? removeThroughStaging(*place, *guard.base()) : std::unexpected(place.error());
+            place ? removeThroughStaging(*place, name, *guard.base(), notes) : std::unexpected(place.error());
         if (removed) {
             emptied.freed = checkedSum(emptied.freed, batch.bytes);
         } else if (!removed.error().isMissing()) {
@@ -223,34 +300,45 @@ Emptied emptyAll(const PathGuard& guard, Date now) {
 
 TrashOperationResult restore(const std::vector<TrashedItem>& items, const PathGuard& guard) {
     TrashOperationResult result;
-    for (const TrashedItem& item : items) {
+    HeldNotes notes = HeldNotes::of(guard.home());
+    for (const TrashedItem& logged : items) {
+        const TrashedItem item = HeldItem::ofThisHome(logged, guard.home()).value_or(logged);
         if (std::optional<std::string> problem = restoreOne(item, guard)) {
             result.failures.push_back(std::move(*problem));
-        } else {
-            ++result.done;
+            continue;
+        }
+        ++result.done;
+        noteEnd(item, guard, notes);
+        if (notes.isIncomplete(item.inTrash)) {
+            result.failures.push_back(incompleteText(item));
         }
     }
+    notes.write();
     return result;
 }
 
 TrashOperationResult emptyTrashed(const std::vector<TrashedItem>& items, const PathGuard& guard) {
     TrashOperationResult result;
-    for (const TrashedItem& item : items) {
-        const std::string name(fileName(item.original));
-        if (!isInside(item.inTrash, root(guard.home())) || !isSpeltOut(item.inTrash)) {
+    HeldNotes notes = HeldNotes::of(guard.home());
+    for (const TrashedItem& logged : items) {
+        const std::string name(fileName(logged.original));
+        const std::optional<TrashedItem> item = HeldItem::ofThisHome(logged, guard.home());
+        if (!item) {
             result.failures.push_back(name + Words{": no está apartado", ": not in Recently Cleaned"}.in());
             continue;
         }
-        const SystemResult<Place> held = heldPlace(item.inTrash, guard);
+        const std::string note(HeldItem::placeInRoot(item->inTrash));
+        const SystemResult<Place> held = heldPlace(item->inTrash, guard);
         const SystemResult<void> removed =
-            held ? removeThroughStaging(*held, *guard.base()) : std::unexpected(held.error());
+            held ? removeThroughStaging(*held, note, *guard.base(), notes) : std::unexpected(held.error());
         if (removed) {
             ++result.done;
-            removeIfEmpty(batchOf(item.inTrash), guard);
-        } else if (!removed.error().isMissing()) {
+            noteEnd(*item, guard, notes);
+        } else if (!isAsGoodAsMissing(removed.error())) {
             result.failures.push_back(withReason(name, removed.error()));
         }
     }
+    notes.write();
     return result;
 }
 
@@ -272,6 +360,11 @@ void sweepStaged(const SystemResult<BaseFolder>& folder, std::string_view prefix
 }
 
 } // namespace
+
+bool hasStagedInSupport(const std::string& home) {
+    return std::ranges::any_of(platform::namesIn(OwnFiles::support(home)),
+                               [](const std::string& name) { return name.starts_with(stagedInSupport); });
+}
 
 void sweep(const PathGuard& guard) {
     if (!guard.base()) {

@@ -5,6 +5,7 @@
 #include "LumoCore/Cleanup/PathGuard.h"
 
 #include <cstdint>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -52,7 +53,8 @@ std::string newBatch(const std::string& home, Date now);
 /// when it is there and cannot be listed. `now` dates what has no date at all.
 platform::SystemResult<std::vector<Batch>> batches(const PathGuard& guard, Date now);
 
-/// Removes the batches for good. One that cannot be removed goes back to its place and has a failure text.
+/// Removes the batches for good. One that cannot be removed goes back to its place and has a failure text;
+/// its items that lost something are marked, see HeldNotes.
 Emptied empty(const std::vector<Batch>& batches, const PathGuard& guard);
 
 /// The batches whose time is over.
@@ -64,12 +66,38 @@ std::int64_t purgeExpired(const PathGuard& guard, Date now, int days = retention
 /// Removes all batches.
 Emptied emptyAll(const PathGuard& guard, Date now);
 
+/// Where an item is held, by the path that the log has for it, whichever way that spells the home. Everything
+/// but a name in a batch of the holding area is as good as missing.
+platform::SystemResult<platform::Place> heldPlace(const std::string& inTrash, const PathGuard& guard);
+
+/// What is held, listed once: for whoever asks about many items.
+class Contents final {
+  public:
+    explicit Contents(const PathGuard& guard);
+
+    /// False when it is certain that the item of this home is not held: what cannot be looked at is worth an
+    /// attempt that says why it fails.
+    [[nodiscard]] bool mayHold(std::string_view inTrash) const;
+
+  private:
+    bool isListed_ = true;
+    std::set<std::string, std::less<>> places_;   ///< "batch/name".
+    std::set<std::string, std::less<>> unlisted_; ///< Batches.
+};
+
+/// "x: no longer in Recently Cleaned".
+std::string goneText(const TrashedItem& item);
+
 /// Puts items back where they were, one after the other. A taken place is never touched; a batch that is
-/// empty then goes.
+/// empty then goes. One of which an emptying had removed a part already is done, and has a failure that says
+/// so.
 TrashOperationResult restore(const std::vector<TrashedItem>& items, const PathGuard& guard);
 
 /// Deletes chosen items for good.
 TrashOperationResult emptyTrashed(const std::vector<TrashedItem>& items, const PathGuard& guard);
+
+/// True when an emptying that was cut short left something beside the holding root.
+bool hasStagedInSupport(const std::string& home);
 
 /// Sweeps what an emptying that was cut short left behind, and batches that hold nothing.
 void sweep(const PathGuard& guard);

@@ -54,6 +54,24 @@ Failure unlockable(const SystemError& error) {
                 .with(reasonText(error))};
 }
 
+std::optional<LockVisit> visitNow(const HomeLock::Request& request) {
+    if (!request.boot) {
+        return std::nullopt;
+    }
+    return LockVisit{.wall = request.now, .boot = request.boot->boot, .bootSeconds = request.boot->seconds};
+}
+
+/// True when the wall clock went faster or slower since the last visit than the one that nobody sets.
+bool hasBeenSet(const std::optional<LockVisit>& last, const HomeLock::Request& request) {
+    if (!last || !request.boot || last->boot != request.boot->boot) {
+        return false;
+    }
+    const auto wall = std::chrono::duration<double>(request.now - last->wall);
+    const auto boot = std::chrono::duration<double>(static_cast<double>(request.boot->seconds) -
+                                                    static_cast<double>(last->bootSeconds));
+    return std::chrono::abs(wall - boot) > purgePause;
+}
+
 } // namespace
 
 bool HomeLock::isForeign(const std::string& home) {
@@ -84,7 +102,7 @@ Result<HomeLock> HomeLock::take(const PathGuard& guard, const Request& request) 
     if (!file && file.error().code == EWOULDBLOCK) {
         return std::unexpected(busy(path));
     }
-    if (!file && !isFull(file.error())) {
+    if (!file && !(isFull(file.error()) && platform::isMissing(path))) {
         return std::unexpected(unlockable(file.error()));
     }
     // A disk that is too full even for the lock file is just the one to clean: those who meet on it are kept
@@ -98,16 +116,43 @@ Result<HomeLock> HomeLock::take(const PathGuard& guard, const Request& request) 
     }
     if (file) {
         lock.file_ = std::move(*file);
-        lock.note_ = noteIn(lock.file_->content());
-        lock.note_.holder = request.program;
-        // Nobody here for that long, says the clock: it may just as well be wrong.
-        if (lock.file_->lastTouched() && request.now - *lock.file_->lastTouched() > longAbsence) {
-            lock.note_.purgePutOff = request.now + purgePause;
-        }
-        write(*lock.file_, lock.note_);
+        lock.beginVisit(request);
     }
+    lock.homePath_ = guard.home();
+    lock.now_ = request.now;
     lock.unlogged_ = Recovery::recover(guard, request.now);
     return lock;
+}
+
+HomeLock::~HomeLock() {
+    if (!unlogged_.empty()) {
+        (void)Recovery::settleIntents(PathGuard(homePath_), now_);
+    }
+}
+
+void HomeLock::beginVisit(const Request& request) {
+    note_ = noteIn(file_->content());
+    note_.holder = request.program;
+    // A date further ahead was written by a clock that was wrong itself.
+    if (note_.purgePutOff && *note_.purgePutOff - request.now > purgePause) {
+        note_.purgePutOff.reset();
+        note_.isPurgeDue.reset();
+    }
+    const bool isOver = !note_.purgePutOff || request.now >= *note_.purgePutOff;
+    const bool isAbsence = file_->lastTouched() && request.now - *file_->lastTouched() > longAbsence;
+    // Nobody here for that long, says the clock: it may just as well be wrong. Saying so again, after
+    // somebody was here and an hour went by, it is right.
+    const bool isNews = isAbsence && !(note_.isPurgeDue && isOver);
+    if (isNews || hasBeenSet(note_.lastVisit, request)) {
+        note_.purgePutOff = request.now + purgePause;
+    }
+    if (isNews) {
+        note_.isPurgeDue = true;
+    } else if (!isAbsence && isOver) {
+        note_.isPurgeDue.reset();
+    }
+    note_.lastVisit = visitNow(request);
+    write(*file_, note_);
 }
 
 bool HomeLock::mayPurge(Date now, std::chrono::seconds clockDrift) {
@@ -118,9 +163,14 @@ bool HomeLock::mayPurge(Date now, std::chrono::seconds clockDrift) {
         note_.purgePutOff = now + purgePause;
         write(*file_, note_);
     }
-    // A date further ahead was written by a clock that was wrong itself.
-    const std::optional<Date>& putOff = note_.purgePutOff;
-    return !putOff || now >= *putOff || *putOff - now > purgePause;
+    if (note_.purgePutOff && now < *note_.purgePutOff) {
+        return false;
+    }
+    if (note_.isPurgeDue) {
+        note_.isPurgeDue.reset();
+        write(*file_, note_);
+    }
+    return true;
 }
 
 } // namespace lumo

@@ -5,22 +5,39 @@
 #include "LumoCore/Basics/Result.h"
 #include "LumoCore/Cleanup/CleanupOutcome.h"
 #include "LumoCore/Cleanup/PathGuard.h"
+#include "Platform/Clock.h"
 #include "Platform/LockFile.h"
 
 #include <chrono>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace lumo {
 
+/// When somebody was in a home, on both clocks.
+struct LockVisit {
+    Date wall;
+    std::string boot; ///< See platform::BootMoment.
+    std::int64_t bootSeconds = 0;
+
+    static constexpr auto fields =
+        std::tuple{field("wall", &LockVisit::wall), field("boot", &LockVisit::boot),
+                   field("bootSeconds", &LockVisit::bootSeconds)};
+};
+
 /// What stands in the lock file.
 struct LockNote {
     std::string holder;              ///< The program that has the lock, or had it last.
     std::optional<Date> purgePutOff; ///< Nothing is purged before.
+    /// The purge was put off for an absence and has not been made up for: the next absence is no reason.
+    std::optional<bool> isPurgeDue;
+    std::optional<LockVisit> lastVisit;
 
     static constexpr auto fields =
-        std::tuple{field("holder", &LockNote::holder), field("purgePutOff", &LockNote::purgePutOff)};
+        std::tuple{field("holder", &LockNote::holder), field("purgePutOff", &LockNote::purgePutOff),
+                   field("isPurgeDue", &LockNote::isPurgeDue), field("lastVisit", &LockNote::lastVisit)};
 };
 
 /// The right to change one home folder: at most one program has it at a time, and whoever gets it finds the
@@ -32,7 +49,13 @@ class HomeLock final {
         std::string program;
         std::chrono::milliseconds patience{};
         Date now;
+        std::optional<platform::BootMoment> boot = platform::bootMoment();
     };
+
+    HomeLock(HomeLock&& other) noexcept = default;
+    HomeLock& operator=(HomeLock&& other) noexcept = delete;
+    /// What the log is still owed is tried once more before the lock ends.
+    ~HomeLock();
 
     /// Takes the lock and puts right what a program that died left behind. Fails in words for the user when
     /// the home is none, belongs to somebody else and this is root, or another program is at work.
@@ -43,15 +66,22 @@ class HomeLock final {
     /// What is said then.
     static std::string foreignText();
 
-    /// False when the clock cannot be trusted with ending anything for good: it ran ahead of the one that is
-    /// never set by more than an hour (`clockDrift`), or it says that nobody has been here for more than 30
-    /// days. Then nothing is purged for an hour.
+    /// False when the clock cannot be trusted with ending anything for good. Nothing is purged for an hour
+    /// after it ran ahead of the one that is never set by more than an hour (`clockDrift`), or differs from
+    /// it by more than that since the last visit of the same run of the machine, or says that nobody was here
+    /// for more than 30 days. The last is a reason once: the next visit after that hour may purge, however
+    /// late it comes.
     [[nodiscard]] bool mayPurge(Date now, std::chrono::seconds clockDrift);
 
     /// What the log owes and could not be given; see Recovery.
     [[nodiscard]] const std::vector<CleanupOutcome>& unlogged() const { return unlogged_; }
 
   private:
+    HomeLock() = default;
+    void beginVisit(const Request& request);
+
+    std::string homePath_;
+    Date now_;
     std::optional<platform::LockFile> file_; ///< Absent on a disk too full to make it.
     std::optional<platform::LockFile> home_;
     LockNote note_;

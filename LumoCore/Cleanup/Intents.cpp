@@ -1,18 +1,28 @@
 #include "LumoCore/Cleanup/Intents.h"
 
 #include "Platform/LogFile.h"
+#include "Platform/StateFile.h"
 
 #include <cerrno>
+#include <utility>
 
 namespace lumo {
 
 using platform::SystemError;
 using platform::SystemResult;
 
+namespace {
+
+std::string lineOf(const Intent& intent) {
+    return dumpJson(encode(intent), JsonLayout::line) + "\n";
+}
+
+} // namespace
+
 SystemResult<void> IntentFile::announce(const std::vector<Intent>& intents) {
     std::string lines;
     for (const Intent& intent : intents) {
-        lines += dumpJson(encode(intent), JsonLayout::line) + "\n";
+        lines += lineOf(intent);
         // The log line repeats both paths and little else, so what fits here fits there.
         if (lines.size() > mostJsonBytes - mostJsonBytes / 64) {
             return std::unexpected(SystemError{E2BIG});
@@ -22,12 +32,13 @@ SystemResult<void> IntentFile::announce(const std::vector<Intent>& intents) {
     if (!length) {
         return std::unexpected(length.error());
     }
-    lengthBefore_ = *length;
+    lengthBefore_ = lengthBefore_.value_or(*length);
     return {};
 }
 
 SystemResult<void> IntentFile::retire() {
-    return platform::cutBack(path_, lengthBefore_);
+    const std::optional<std::int64_t> length = std::exchange(lengthBefore_, std::nullopt);
+    return length ? platform::cutBack(path_, *length) : SystemResult<void>();
 }
 
 SystemResult<std::vector<Intent>> IntentFile::pending() const {
@@ -43,8 +54,15 @@ SystemResult<std::vector<Intent>> IntentFile::pending() const {
     return intents;
 }
 
-SystemResult<void> IntentFile::clear() const {
-    return platform::cutBack(path_, 0);
+SystemResult<void> IntentFile::keepOnly(const std::vector<Intent>& intents) const {
+    if (intents.empty()) {
+        return platform::cutBack(path_, 0);
+    }
+    std::string lines;
+    for (const Intent& intent : intents) {
+        lines += lineOf(intent);
+    }
+    return platform::replaceWhole(path_, lines);
 }
 
 } // namespace lumo

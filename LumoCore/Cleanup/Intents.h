@@ -3,7 +3,8 @@
 #include "LumoCore/Basics/Codec.h"
 #include "Platform/SystemError.h"
 
-#include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,18 +34,19 @@ class IntentFile final {
     /// be read again; on failure nothing was added.
     platform::SystemResult<void> announce(const std::vector<Intent>& intents);
 
-    /// Takes back what the last `announce` wrote, once the action's log line is durable.
+    /// Takes back what every `announce` since the last retiring wrote, once the log lines of all these
+    /// actions are durable.
     platform::SystemResult<void> retire();
 
     /// What is announced; torn lines were never acted on and are passed over.
     [[nodiscard]] platform::SystemResult<std::vector<Intent>> pending() const;
 
-    /// Takes everything back.
-    [[nodiscard]] platform::SystemResult<void> clear() const;
+    /// Takes back everything but those.
+    [[nodiscard]] platform::SystemResult<void> keepOnly(const std::vector<Intent>& intents) const;
 
   private:
     std::string path_;
-    std::int64_t lengthBefore_ = 0;
+    std::optional<std::int64_t> lengthBefore_; ///< Of the first `announce` that is not retired.
 };
 
 } // namespace lumo

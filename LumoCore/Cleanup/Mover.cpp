@@ -49,7 +49,6 @@ SystemResult<std::vector<std::string>> Mover::reserve(const CleanupAction& actio
     if (const auto announced = intents_.announce(intents); !announced) {
         return std::unexpected(announced.error());
     }
-    hasIntents_ = true;
     return places;
 }
 
@@ -59,11 +58,8 @@ SystemResult<void> Mover::move(const Place& from, const std::string& reserved) c
 }
 
 void Mover::settle() {
-    if (hasIntents_) {
-        // What cannot be taken back now is found to be in the log by the next recovery.
-        (void)intents_.retire();
-        hasIntents_ = false;
-    }
+    // What cannot be taken back now is found to be in the log by the next recovery.
+    (void)intents_.retire();
 }
 
 } // namespace lumo

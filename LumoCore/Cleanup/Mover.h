@@ -26,11 +26,9 @@ class Mover final {
     /// Moves what stands at the place to one that was reserved. Never copies, never replaces.
     platform::SystemResult<void> move(const platform::Place& from, const std::string& reserved) const;
 
-    /// The action's log line is durable. Harmless when nothing was reserved.
+    /// The log lines of all actions so far are durable. Harmless when nothing was reserved. Without it the
+    /// intents stay for the next recovery.
     void settle();
-
-    /// The log line could not be written: the intents stay for the next recovery.
-    void leaveIntents() { hasIntents_ = false; }
 
     /// A name for something set aside: unique, and at most 255 bytes; a longer one is cut between characters.
     static std::string heldName(std::string_view name);
@@ -40,7 +38,6 @@ class Mover final {
     std::string batch_;
     std::optional<platform::BaseFolder> folder_;
     IntentFile intents_;
-    bool hasIntents_ = false;
 };
 
 } // namespace lumo

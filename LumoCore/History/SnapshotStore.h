@@ -14,7 +14,8 @@ namespace lumo {
 /// itself alone.
 class SnapshotStore final {
   public:
-    explicit SnapshotStore(const std::string& home);
+    /// Reads and writes files of that size at most.
+    explicit SnapshotStore(const std::string& home, std::size_t mostBytes = mostJsonBytes);
 
     [[nodiscard]] const std::string& path() const { return path_; }
 
@@ -25,13 +26,16 @@ class SnapshotStore final {
     /// The same, with no history where it cannot be read.
     [[nodiscard]] std::vector<DiskSnapshot> load() const;
 
-    /// Adds a snapshot at the end and keeps that many of the last ones. A file that cannot be read is never
-    /// replaced; whatever fails, the file holds the old list or the new one, whole. The caller holds the home
-    /// folder's lock: of two snapshots that are added at once, one would be lost.
+    /// Adds a snapshot at the end and keeps that many of the last ones, or fewer: what is written is never
+    /// too large to be read again. Of a snapshot that is very large itself the smallest items are left out. A
+    /// file that cannot be read is not replaced, but for one that is too large to be ours; whatever fails,
+    /// the file holds the old list or the new one, whole. The caller holds the home folder's lock: of two
+    /// snapshots that are added at once, one would be lost.
     [[nodiscard]] platform::SystemResult<void> append(const DiskSnapshot& snapshot, std::size_t keep) const;
 
   private:
     std::string path_;
+    std::size_t mostBytes_;
 };
 
 } // namespace lumo

@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
@@ -102,6 +103,12 @@ void sweepTemporaries(const std::string& folder, std::string_view file) {
             unlink((folder + "/" + name).c_str());
         }
     }
+}
+
+bool hasTemporaries(const std::string& folder) {
+    return std::ranges::any_of(namesIn(folder), [](const std::string& name) {
+        return name.find(temporaryMark) != std::string::npos;
+    });
 }
 
 SystemResult<std::string> readDescriptor(int descriptor, std::size_t limit) {

@@ -2,7 +2,6 @@
 
 #include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Cleanup/HistoryLog.h"
-#include "Platform/Clock.h"
 #include "Platform/Environment.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
 
@@ -23,8 +22,13 @@ Desk Desk::ofThisMachine(const std::string& home, std::string_view program) {
 }
 
 lumo::Result<HomeLock> lockHome(const lumo::PathGuard& guard, const Desk& desk) {
-    using namespace std::chrono_literals;
-    return HomeLock::take(guard, {.program = desk.program, .patience = 3s, .now = desk.now()});
+    constexpr std::chrono::seconds patience{3};
+    return HomeLock::take(
+        guard, {.program = desk.program, .patience = patience, .now = desk.now(), .boot = desk.boot()});
+}
+
+lumo::Result<HomeLock> lockHomeAtOnce(const lumo::PathGuard& guard, const Desk& desk) {
+    return HomeLock::take(guard, {.program = desk.program, .now = desk.now(), .boot = desk.boot()});
 }
 
 lumo::Result<std::vector<CleanupOutcome>> history(const Desk& desk) {

@@ -5,6 +5,7 @@
 #include "LumoCore/Cleanup/CleanupOutcome.h"
 #include "LumoCore/Cleanup/HomeLock.h"
 #include "LumoCore/Cleanup/PathGuard.h"
+#include "Platform/Clock.h"
 
 #include <functional>
 #include <optional>
@@ -19,6 +20,8 @@ struct Desk {
     std::string home;    ///< Absolute, as the user spells it.
     std::string program; ///< For whoever finds the home locked.
     std::function<lumo::Date()> now;
+    /// How long the machine has run, by which a wrong `now` is found out.
+    std::function<std::optional<lumo::platform::BootMoment>()> boot = lumo::platform::bootMoment;
     /// The agent that asked, by the name it gives itself, for the log; absent for the user's own.
     std::optional<std::string> caller = {};
     std::string applicationPath = {}; ///< Of the running program: the project it lies in is never cleaned.
@@ -30,6 +33,9 @@ struct Desk {
 /// Takes the home's lock, which puts right what a program that died left behind, and waits a few seconds for
 /// another program. A failure says in the interface language why not.
 lumo::Result<lumo::HomeLock> lockHome(const lumo::PathGuard& guard, const Desk& desk);
+
+/// The same without waiting, for what is done by the way.
+lumo::Result<lumo::HomeLock> lockHomeAtOnce(const lumo::PathGuard& guard, const Desk& desk);
 
 /// The cleanup log. A failure says why it cannot be read.
 lumo::Result<std::vector<lumo::CleanupOutcome>> history(const Desk& desk);

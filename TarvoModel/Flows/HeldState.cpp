@@ -3,8 +3,9 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/UniqueID.h"
 #include "LumoCore/Basics/Words.h"
+#include "LumoCore/Cleanup/HeldNotes.h"
+#include "LumoCore/Cleanup/Recovery.h"
 #include "LumoCore/Cleanup/Undoing.h"
-#include "Platform/Folder.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <algorithm>
@@ -26,20 +27,6 @@ std::string idOf(const TrashedItem& item) {
     constexpr std::size_t idCharacters = 36; // A UUID's.
     const std::string_view id = lumo::fileName(item.inTrash).substr(0, idCharacters);
     return lumo::isUniqueID(id) ? std::string(id) : std::string();
-}
-
-/// All that the log has set aside in this home's holding area and that is still there.
-std::vector<TrashedItem> stillHeld(const std::vector<CleanupOutcome>& outcomes, const PathGuard& guard) {
-    std::vector<TrashedItem> held;
-    for (const CleanupOutcome& outcome : outcomes) {
-        for (const TrashedItem& item : outcome.restorable.value_or(std::vector<TrashedItem>())) {
-            if (lumo::isInside(item.inTrash, Holding::root(guard.home())) &&
-                lumo::platform::kindOf(item.inTrash)) {
-                held.push_back(item);
-            }
-        }
-    }
-    return held;
 }
 
 lumo::Result<std::vector<Batch>> batchesOf(const PathGuard& guard, const Desk& desk) {
@@ -100,8 +87,10 @@ lumo::Result<HeldState> heldState(const Desk& desk) {
     if (!outcomes) {
         return std::unexpected(outcomes.error());
     }
-    for (const TrashedItem& item : stillHeld(*outcomes, guard)) {
-        state.items.push_back({idOf(item), item.original, std::string(Holding::batchOf(item.inTrash))});
+    const lumo::HeldNotes notes = lumo::HeldNotes::of(desk.home);
+    for (const TrashedItem& item : lumo::Undoing::held(*outcomes, guard)) {
+        state.items.push_back({idOf(item), item.original, std::string(Holding::batchOf(item.inTrash)),
+                               notes.isIncomplete(item.inTrash)});
     }
     state.canUndo = !lumo::Undoing::newestBatch(*outcomes, guard).empty();
     return state;
@@ -109,7 +98,7 @@ lumo::Result<HeldState> heldState(const Desk& desk) {
 
 std::optional<TrashedItem> heldItemNamed(const std::string& id, const std::vector<CleanupOutcome>& outcomes,
                                          const PathGuard& guard) {
-    const std::vector<TrashedItem> held = stillHeld(outcomes, guard);
+    const std::vector<TrashedItem> held = lumo::Undoing::held(outcomes, guard);
     const auto found = std::ranges::find(held, id, idOf);
     return found != held.end() && !id.empty() ? std::optional(*found) : std::nullopt;
 }
@@ -140,13 +129,11 @@ lumo::Result<Expired> emptyExpired(const Desk& desk) {
 }
 
 std::int64_t purgeExpired(const Desk& desk, std::chrono::seconds clockDrift) {
-    using namespace std::chrono_literals;
     const PathGuard guard(desk.home);
-    const auto held = Holding::batches(guard, desk.now());
-    if (held && held->empty()) {
+    if (!lumo::Recovery::mayHaveWork(desk.home)) {
         return 0;
     }
-    auto lock = lumo::HomeLock::take(guard, {.program = desk.program, .patience = 0ms, .now = desk.now()});
+    auto lock = lockHomeAtOnce(guard, desk);
     return lock && lock->mayPurge(desk.now(), clockDrift) ? Holding::purgeExpired(guard, desk.now()) : 0;
 }
 

@@ -60,8 +60,8 @@ lumo::Result<Items> meant(const PutBackRequest& request, const std::vector<Clean
 } // namespace
 
 lumo::Result<TrashOperationResult> undo(const Desk& desk) {
-    return withHistory<TrashOperationResult>(desk, [](const auto& outcomes, const PathGuard& guard) {
-        return lumo::Holding::restore(lumo::Undoing::newestBatch(outcomes, guard), guard);
+    return withHistory<TrashOperationResult>(desk, [&](const auto& outcomes, const PathGuard& guard) {
+        return lumo::Undoing::undo(outcomes, guard, desk.now());
     });
 }
 
@@ -92,7 +92,9 @@ lumo::Result<TrashOperationResult> restoreAgreed(const PutBackRequest& request, 
                                            "What is set aside has changed meanwhile: nothing was touched."}
                                          .in());
             }
-            return lumo::Holding::restore(*items, guard);
+            return request.originals.empty() && request.ids.empty()
+                       ? lumo::Undoing::undo(outcomes, guard, desk.now())
+                       : lumo::Holding::restore(*items, guard);
         });
 }
 

@@ -34,6 +34,9 @@ AppStory::AppStory(const RunMode& mode)
         const std::scoped_lock lock(mutex_);
         return std::chrono::duration<double>((now_ - set_).time_since_epoch()).count();
     };
+    services.desk.boot = [this] {
+        return lumo::platform::BootMoment{.boot = "story", .seconds = services.steadySeconds()};
+    };
     services.volumeInfo = [this](const std::string&) {
         const std::scoped_lock lock(mutex_);
         return lumo::VolumeInfo{.totalBytes = 1'000'000'000'000, .availableBytes = free_};

@@ -7,6 +7,7 @@
 #include "LumoCore/Cleanup/Undoing.h"
 #include "Tests/support/TempHome.h"
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -65,7 +66,25 @@ class CleaningHome final {
     }
 
     [[nodiscard]] lumo::TrashOperationResult undo() const {
-        return lumo::Holding::restore(lumo::Undoing::newestBatch(history(), guard()), guard());
+        return lumo::Undoing::undo(history(), guard(), cleaningTime);
+    }
+
+    /// As if the log and the intents had been written while the home had another name, "self" in it.
+    void respell() const {
+        const std::string spelled = path("self") + "/";
+        if (!std::filesystem::is_symlink(path("self"))) {
+            files_.link("self", files_.path());
+        }
+        for (const std::string& file : {historyPath(), lumo::OwnFiles::intents(files_.path())}) {
+            std::string content = contentOf(file);
+            for (std::size_t at = 0; (at = content.find(root() + "/", at)) != std::string::npos;
+                 at += spelled.size()) {
+                content.replace(at, root().size() + 1, spelled);
+            }
+            if (!content.empty()) {
+                files_.fileWith(file.substr(root().size() + 1), content);
+            }
+        }
     }
 
   private:

@@ -1,3 +1,4 @@
+#include "LumoCore/Cleanup/HeldNotes.h"
 #include "Tests/Cleanup/CleaningHome.h"
 
 #include <gmock/gmock.h>
@@ -145,21 +146,30 @@ TEST(Holding, EmptiesForGoodOnlyInItsOwnAreaAndUnlinksLinksWithoutTheirTargets) 
 
 TEST(Holding, EmptiesWithoutAStagingFolderAndPutsBackWhatCannotBeRemoved) {
     const CleaningHome home;
-    home.files().files({"letter", "tree/locked/file"}, 9000);
+    home.files().files({"letter", "tree/locked/file", "tree/loose", "whole"}, 9000);
     home.files().file("Library/Caches/TarvoAI"); // No staging folder can be made here.
     const TrashedItem letter = home.setAside("letter", cleaningTime - 1h);
     EXPECT_GT(Holding::emptyAll(home.guard(), cleaningTime).freed, 9000);
     EXPECT_FALSE(fs::exists(letter.inTrash));
     const TrashedItem tree = home.setAside("tree");
+    const TrashedItem whole = home.setAside("whole");
     if (runProgram("/bin/chown", {"-R", "65534", home.root()}).exitCode != 0) {
         GTEST_SKIP() << "needs the right to own files as another user";
     }
     EXPECT_EQ(lchown((tree.inTrash + "/locked").c_str(), 0, 0), 0);
     expectHeld(asOrdinaryUser(home.root(), [&] {
         const auto emptied = Holding::emptyAll(home.guard(), cleaningTime);
-        return emptied.freed == 0 && emptied.failures.size() == 1 &&
-               fs::exists(tree.inTrash + "/locked/file");
+        return emptied.freed == 0 && emptied.failures.size() == 1 && !fs::exists(whole.inTrash) &&
+               fs::exists(tree.inTrash + "/locked/file") && !fs::exists(tree.inTrash + "/loose");
     }));
+    // What an emptying had gutted came back as if nothing were missing.
+    EXPECT_TRUE(HeldNotes::of(home.root()).isIncomplete(tree.inTrash));
+    const auto undone = home.undo();
+    EXPECT_EQ(undone.done, 1);
+    EXPECT_THAT(undone.failures,
+                ElementsAre(AnyOf(HasSubstr("tree: parts of it"), HasSubstr("tree: le faltan"))))
+        << "what went as it was told to is not missed";
+    EXPECT_TRUE(fs::exists(home.path("tree/locked/file")));
 }
 
 TEST(Holding, CountsALinkInPlaceOfItsFoldersAsMissing) {
@@ -190,6 +200,79 @@ TEST(Undoing, FindsTheNewestBatchByTheLogAndThenTheOneBefore) {
     const auto found = Undoing::newestFrom(home.path("first"), home.history(), home.guard());
     ASSERT_TRUE(found);
     EXPECT_TRUE(fs::is_regular_file(found->inTrash));
+}
+
+TEST(Undoing, IsNotHeldUpByABatchThatCannotGoBack) {
+    // A batch with a taken place came first each time, and nothing before it could ever be undone.
+    const CleaningHome home;
+    home.files().files({"before", "taken", "nested/item"});
+    (void)home.setAside("before", cleaningTime - 2h);
+    (void)home.setAside("nested/item", cleaningTime - 1h);
+    (void)home.setAside("nested", cleaningTime - 1h); // Comes back first: the item belongs in it.
+    (void)home.setAside("taken", cleaningTime);
+    home.files().file("taken");
+    for (const auto& [name, done] : {std::pair{"nested/item", 2}, {"before", 1}}) {
+        EXPECT_FALSE(Undoing::newestBatch(home.history(), home.guard()).empty());
+        const TrashOperationResult undone = home.undo();
+        EXPECT_EQ(undone.done, done);
+        EXPECT_THAT(undone.failures, ElementsAre("taken: ya existe en su sitio"));
+        EXPECT_TRUE(fs::exists(home.path(name)));
+    }
+    EXPECT_THAT(Undoing::newestBatch(home.history(), home.guard()), IsEmpty());
+    EXPECT_EQ(home.undo().done, 0);
+    EXPECT_THAT(Undoing::held(home.history(), home.guard()), SizeIs(1));
+}
+
+TEST(Undoing, TellsWhatVanishedAndNotWhatWasPutBackOrEndedForGood) {
+    // What had vanished from the area was passed over in silence.
+    const CleaningHome home;
+    home.files().files({"old", "emptied", "chosen", "back", "alone", "vanished", "kept"});
+    fs::remove_all(fs::path(home.setAside("old", cleaningTime - 7 * 24h).inTrash).parent_path());
+    (void)home.setAside("emptied", cleaningTime - 2h);
+    (void)Holding::emptyAll(home.guard(), cleaningTime);
+    const TrashedItem alone = home.setAside("alone", cleaningTime - 1h);
+    std::vector<TrashedItem> items;
+    for (const char* name : {"chosen", "back", "vanished", "kept"}) {
+        items.push_back(home.setAside(name));
+    }
+    EXPECT_EQ(Holding::emptyTrashed({items[0]}, home.guard()).done, 1);
+    EXPECT_EQ(Holding::restore({items[1]}, home.guard()).done, 1);
+    fs::remove(home.path("back"));
+    fs::remove(items[2].inTrash);
+    fs::remove_all(fs::path(alone.inTrash).parent_path());
+    const auto gone = [](const std::string& name) {
+        return AnyOf(name + ": no longer in Recently Cleaned", name + ": ya no está apartado");
+    };
+    const TrashOperationResult undone = home.undo();
+    EXPECT_EQ(undone.done, 1);
+    EXPECT_THAT(undone.failures, ElementsAre(gone("vanished")));
+    EXPECT_THAT(home.undo().failures, ElementsAre(gone("alone")));
+    EXPECT_EQ(home.undo(), TrashOperationResult{}) << "once is enough";
+}
+
+TEST(Undoing, FindsWhatIsHeldHoweverTheHomeIsSpelled) {
+    // With a home behind a link, undo, restore and the lists denied what another spelling had set aside.
+    const CleaningHome home;
+    home.files().files({"a", "deep/b", "c", "d"});
+    for (const char* name : {"a", "deep/b", "c", "d"}) {
+        (void)home.setAside(name);
+    }
+    const auto held = Undoing::held(home.history(), home.guard());
+    home.respell();
+    const auto respelled = home.history();
+    EXPECT_NE(respelled.front().restorable->front().inTrash, held.front().inTrash);
+    EXPECT_EQ(Undoing::held(respelled, home.guard()), held);
+    EXPECT_THAT(Undoing::newestBatch(respelled, home.guard()), SizeIs(4));
+    EXPECT_EQ(Undoing::newestFrom(home.path("deep/b"), respelled, home.guard()), held[1]);
+    EXPECT_EQ(Holding::restore(*respelled[1].restorable, home.guard()).done, 1);
+    EXPECT_EQ(Holding::emptyTrashed(*respelled[2].restorable, home.guard()).done, 1);
+    EXPECT_EQ(home.undo(), TrashOperationResult{.done = 2});
+    EXPECT_TRUE(fs::exists(home.path("a")) && fs::exists(home.path("deep/b")));
+    // A name that others may give is not proof enough.
+    const std::string plain =
+        home.files().file(own + "Apartado/20260314-093005/x").substr(home.root().size());
+    const TrashedItem foreign{.original = "/home/other/x", .inTrash = "/home/other" + plain};
+    EXPECT_EQ(Holding::restore({foreign}, home.guard()).done, 0);
 }
 
 TEST(Undoing, CollectsWhatTheLatestCleanupSetAsideWithinAWindow) {

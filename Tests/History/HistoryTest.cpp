@@ -5,8 +5,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <limits>
+#include <ranges>
 
 using namespace lumo;
 using namespace tarvo::testing;
@@ -141,13 +143,39 @@ TEST(SnapshotStore, LeavesAFileThatCannotBeReadAsItIs) {
     home.fifo(stored);
     EXPECT_TRUE(isLeftAlone(EINVAL));
     fs::remove(store.path());
-    home.sparseFile(stored, std::int64_t{64} * 1024 * 1024 + 1);
-    EXPECT_TRUE(isLeftAlone(EFBIG));
-    EXPECT_EQ(fs::file_size(store.path()), std::uintmax_t{64} * 1024 * 1024 + 1);
     home.fileWith(stored, "[]");
     home.setMode(stored, 0000);
     fs::permissions(fs::path(store.path()).parent_path(), fs::perms::all);
     expectHeld(asOrdinaryUser(home.path(), [&] { return isLeftAlone(EACCES); }));
     home.setMode(stored, 0600);
     EXPECT_EQ(contentOf(store.path()), "[]");
+}
+
+TEST(SnapshotStore, NeverOutgrowsWhatItCanRead) {
+    // Once the file was larger than what is read, nothing was read or stored ever again.
+    const TempHome home;
+    constexpr std::size_t most = 80000;
+    const SnapshotStore store(home.path(), most);
+    home.file(stored, most + 1);
+    DiskSnapshot large{.date = now};
+    for (int index = 0; index < 40; ++index) {
+        const std::string id = "sin:/caf\xE9/" + std::to_string(index) + std::string(60, 'x');
+        large.sizes[id] = index;
+        large.names[id] = "caf\xE9";
+    }
+    DiskSnapshot huge = large;
+    for (int index = 40; index < 500; ++index) {
+        huge.sizes["proyecto:" + std::to_string(index) + std::string(60, 'y')] = index;
+    }
+    for (int count = 0; count < 30; ++count) {
+        ASSERT_TRUE(store.append(count % 2 == 1 ? huge : large, GrowthTracker::snapshotsKept));
+        ASSERT_LE(fs::file_size(store.path()), most);
+        ASSERT_GE(store.load().size(), std::min(count + 1, 8));
+    }
+    const auto kept = store.load();
+    EXPECT_EQ(kept.at(kept.size() - 2), large);
+    const auto left = kept.back().sizes | std::views::values;
+    EXPECT_EQ(std::ranges::max(left), 499);
+    EXPECT_EQ(std::ranges::min(left), 500 - static_cast<std::int64_t>(left.size())) << "the smallest went";
+    EXPECT_GT(left.size(), 60U);
 }

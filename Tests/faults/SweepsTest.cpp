@@ -3,7 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <fstream>
+#include <initializer_list>
+#include <string>
 
 using namespace tarvo::faults;
 
@@ -44,6 +48,42 @@ TEST_P(Sweeps, LoseNothingToAFailingSystemCall) {
 
 TEST_P(Sweeps, LoseNothingToAKillAtAnyTime) {
     expectNothingLost(Disturbance::killAtTime);
+}
+
+TEST(Syncing, ComesBeforeWhatRestsOnIt) {
+    // Every sync could be taken out, or be put after what it is for, and no test noticed.
+    if (!ground().whyNoTracing.empty()) {
+        GTEST_SKIP() << ground().whyNoTracing;
+    }
+    const Household household(scenarioNamed("CleanOwn"));
+    household.reset();
+    household.startScenario({"strace", "-f", "-y", "-qq", "-s", "4096", "-o", household.traceFile()}).wait();
+    Arguments calls;
+    std::ifstream trace(household.traceFile());
+    for (std::string call; std::getline(trace, call);) {
+        calls.push_back(call);
+    }
+    const auto next = [&](std::size_t from, std::initializer_list<const char*> parts) {
+        const auto holdsAll = [&](const std::string& call) {
+            return std::ranges::all_of(parts, [&](const char* part) { return call.contains(part); });
+        };
+        return static_cast<std::size_t>(
+            std::find_if(calls.begin() + static_cast<std::ptrdiff_t>(std::min(from, calls.size())),
+                         calls.end(), holdsAll) -
+            calls.begin());
+    };
+    const std::size_t moved = next(0, {"renameat2(", "/Apartado/"});
+    const std::size_t announced = next(0, {" write(", "/apartado.jsonl>"});
+    const std::size_t announcedSynced = next(announced, {"sync(", "/apartado.jsonl>"});
+    EXPECT_LT(announcedSynced, moved);
+    EXPECT_LT(next(announcedSynced, {"sync(", "/TarvoAI>"}), moved) << "the new file's name";
+    ASSERT_LT(moved, calls.size());
+    const std::size_t retired = next(moved, {"unlink", "apartado.jsonl\""});
+    const std::size_t logged = next(moved, {" write(", "/historial.jsonl>"});
+    const std::size_t loggedSynced = next(logged, {"sync(", "/historial.jsonl>"});
+    EXPECT_LT(loggedSynced, retired);
+    EXPECT_LT(next(loggedSynced, {"sync(", "/TarvoAI>"}), retired) << "the new log's name";
+    EXPECT_LT(retired, calls.size());
 }
 
 TEST(Harness, FindsWhatIsLostByACleanerThatLogsAfterItMoved) {

@@ -10,8 +10,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <ctime>
+#include <thread>
 #include <utility>
 
 namespace tarvo::testing {
@@ -111,24 +113,44 @@ Ran runProgram(const std::string& program, const Arguments& arguments, const Arg
 Ran runOnTerminal(const std::string& program, const Arguments& arguments, const Arguments& environment,
                   std::string_view typed) {
     int terminal = -1;
-    const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+    int itsEnd = -1;
+    Ran ran;
+    if (openpty(&terminal, &itsEnd, nullptr, nullptr, nullptr) != 0) {
+        return ran;
+    }
+    fcntl(terminal, F_SETFD, FD_CLOEXEC);
+    const pid_t child = fork();
     if (child == 0) {
+        // It controls nobody: when the leader of a session ends, what its terminal still holds is lost.
+        setsid();
+        for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+            dup2(itsEnd, stream);
+        }
+        close(itsEnd);
         Arguments words = wordsOf(program, arguments);
         Arguments variables = environment;
         execve(program.c_str(), pointersOf(words).data(), pointersOf(variables).data());
         _exit(127);
     }
     // The terminal keeps it until the program reads.
-    Ran ran;
-    if (child < 0 || write(terminal, typed.data(), typed.size()) < 0) {
-        return ran;
+    if (child >= 0 && write(terminal, typed.data(), typed.size()) >= 0) {
+        // The last words of a program can be lost when nobody has its end open any more. So that stays open,
+        // and a mark behind those words says that all was read.
+        constexpr char mark = '\x1e';
+        std::thread waiting([&] {
+            setEnd(ran, child);
+            (void)!write(itsEnd, &mark, 1);
+        });
+        std::array<char, 4096> buffer = {};
+        for (ssize_t count = 0;
+             !ran.output.ends_with(mark) && (count = read(terminal, buffer.data(), buffer.size())) > 0;) {
+            ran.output.append(buffer.data(), static_cast<std::size_t>(count));
+        }
+        waiting.join();
+        ran.output.erase(std::min(ran.output.size(), ran.output.rfind(mark)));
     }
-    std::array<char, 4096> buffer = {};
-    for (ssize_t count = 0; (count = read(terminal, buffer.data(), buffer.size())) > 0;) {
-        ran.output.append(buffer.data(), static_cast<std::size_t>(count));
-    }
+    close(itsEnd);
     close(terminal);
-    setEnd(ran, child);
     return ran;
 }
 
