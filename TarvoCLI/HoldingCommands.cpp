@@ -238,9 +238,9 @@ void addHoldingCommands(CLI::App& app, Action& chosen) {
     empty->add_flag("--yes", arguments->isConfirmed,
                     Words{"confirmar sin preguntar", "confirm without asking"}.in());
     empty->add_flag("--expired", arguments->isOnlyExpired,
-                    Words{"solo lo que ya ha pasado sus 7 días, sin preguntar",
-                          "only what is past its 7 days, no question asked"}
-                        .in());
+                    Words{"solo lo que ya ha pasado sus {} días, sin preguntar",
+                          "only what is past its {} days, no question asked"}
+                        .with(lumo::Holding::retentionDays));
     choose(*empty, chosen,
            [arguments](const Invocation& invocation) { return runEmpty(*arguments, invocation); });
 }
