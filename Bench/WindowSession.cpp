@@ -136,7 +136,7 @@ void tellZooming(AppModel& app, QQuickWindow& window, double base) {
 }
 
 void run(const std::string& home) {
-    (void)Preferences::load(home).store(*preferenceKey("bienvenidaVista"), lumo::encode(true));
+    (void)Preferences::load(home).set(preference::isWelcomeSeen, true);
     AppModel app(AppServices::ofThisMachine(home, {}));
     qint64 firstResults = 0;
     QObject::connect(&app, &AppModel::reportChanged,

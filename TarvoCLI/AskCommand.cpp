@@ -1,14 +1,13 @@
-#include "LumoAI/ModelWriters.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Explaining/DiskSummary.h"
-#include "LumoCore/Explaining/HelpAssistant.h"
 #include "Platform/Clock.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/DiskFacts.h"
 #include "TarvoCLI/Paragraph.h"
 #include "TarvoCLI/Table.h"
 #include "TarvoCLI/UsersModel.h"
+#include "TarvoModel/Flows/HelpReply.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -17,10 +16,8 @@
 
 namespace tarvo {
 
-using lumo::HelpAnswer;
 using lumo::HelpTopic;
 using lumo::Words;
-namespace HelpAssistant = lumo::HelpAssistant;
 namespace HelpCatalog = lumo::HelpCatalog;
 
 namespace {
@@ -73,11 +70,8 @@ ExitCode showTopics(const std::string& words, const Invocation& invocation) {
 }
 
 /// What stands under an answer that the help did not have.
-std::string relatedText(const std::string& question, const HelpAnswer& answer, const Invocation& invocation) {
-    std::vector<const HelpTopic*> related;
-    for (const std::string& id : answer.sources) {
-        related.push_back(HelpCatalog::topicNamed(id));
-    }
+std::string relatedText(const HelpReply& reply, const Invocation& invocation) {
+    std::vector<const HelpTopic*> related = reply.related;
     if (related.empty()) {
         constexpr std::size_t mostShown = 6;
         for (const HelpTopic& topic : HelpCatalog::topics()) {
@@ -87,7 +81,7 @@ std::string relatedText(const std::string& question, const HelpAnswer& answer, c
         }
     }
     std::string shown = listText(related, invocation);
-    if (HelpCatalog::isAboutThisMac(question)) {
+    if (reply.isAboutThisDisk) {
         shown += tinted(Words{"Qué ocupa sitio en tu disco te lo dicen tarvo resumen y tarvo analizar.",
                               "What takes room on your disk is told by tarvo summary and tarvo scan."}
                             .in(),
@@ -97,47 +91,41 @@ std::string relatedText(const std::string& question, const HelpAnswer& answer, c
     return shown;
 }
 
-std::string answerText(const std::string& question, const HelpAnswer& answer, const Invocation& invocation) {
-    if (answer.byAI) {
-        return paragraph(answer.text, readingColumns()) +
+std::string answerText(const HelpReply& reply, const Invocation& invocation) {
+    if (reply.topic != nullptr) {
+        return topicText(*reply.topic, invocation);
+    }
+    const std::string answer = paragraph(reply.answer.text, readingColumns());
+    if (reply.answer.byAI) {
+        return answer +
                tinted(Words{"Lo ha escrito la IA de tu equipo con lo que dice la ayuda.",
                             "Written by the AI on your computer from what the help says."}
                           .in(),
                       Tint::faint, invocation) +
                "\n";
     }
-    const HelpTopic* topic =
-        answer.sources.size() == 1 ? HelpCatalog::topicNamed(answer.sources.front()) : nullptr;
-    if (topic != nullptr && topic->answer == answer.text) {
-        return topicText(*topic, invocation);
-    }
-    if (const HelpTopic* asked = HelpCatalog::topicAskedFor(question)) {
-        return topicText(*asked, invocation);
-    }
-    return paragraph(answer.text, readingColumns()) + "\n" + relatedText(question, answer, invocation);
+    return answer + "\n" + relatedText(reply, invocation);
 }
 
-/// The answer, with the model's help only where the help does not know. Then the disk is measured first,
-/// since questions that no fixed text can answer are mostly about it.
-std::expected<HelpAnswer, ExitCode> answerTo(const std::string& question, const Invocation& invocation) {
-    const bool isKnown =
-        HelpCatalog::directAnswer(question) || HelpCatalog::topicAskedFor(question) != nullptr;
-    const auto model = isKnown ? nullptr : usersModel(invocation);
+/// With the model's help only where the help does not know. Then the disk is measured first, since questions
+/// that no fixed text can answer are mostly about it.
+std::expected<HelpReply, ExitCode> replyTo(const std::string& question, const Invocation& invocation) {
+    auto model = isInHelp(question) ? nullptr : usersModel(invocation);
     if (!model) {
-        return HelpAssistant::answer(question, {}, {});
+        return answerTo(question, {});
     }
     const auto disk = measuredDisk({}, invocation);
     if (!disk) {
         return std::unexpected(disk.error());
     }
-    const auto facts = [&] {
-        return lumo::DiskSummary::facts(*disk->report, disk->recoverable, lumo::platform::now());
-    };
-    HelpAnswer answer;
-    const bool isDone = watchModel(invocation, [&](const std::stop_token& stop) {
-        answer = HelpAssistant::answer(question, facts, lumo::helpWriter(*model, stop));
-    });
-    return isDone ? std::expected<HelpAnswer, ExitCode>(std::move(answer))
+    const HelpSources sources{
+        .facts =
+            [&] { return lumo::DiskSummary::facts(*disk->report, disk->recoverable, lumo::platform::now()); },
+        .model = [&] { return std::move(model); }};
+    HelpReply reply;
+    const bool isDone = watchModel(
+        invocation, [&](const std::stop_token& stop) { reply = answerTo(question, sources, stop); });
+    return isDone ? std::expected<HelpReply, ExitCode>(std::move(reply))
                   : std::unexpected(ExitCode::interrupted);
 }
 
@@ -154,11 +142,11 @@ ExitCode runAsk(const AskArguments& arguments, const Invocation& invocation) {
                             .in(),
                         ExitCode::usage);
     }
-    const auto answer = answerTo(question, invocation);
-    if (!answer) {
-        return answer.error();
+    const auto reply = replyTo(question, invocation);
+    if (!reply) {
+        return reply.error();
     }
-    return invocation.isJson ? printJson(*answer) : print(answerText(question, *answer, invocation));
+    return invocation.isJson ? printJson(reply->answer) : print(answerText(*reply, invocation));
 }
 
 } // namespace

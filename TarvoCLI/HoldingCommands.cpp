@@ -54,7 +54,8 @@ std::string batchText(const Batch& batch, const HeldState& held, const Invocatio
     for (const HeldItem& item : held.items) {
         if (item.batch == batch.path && ++count <= mostShown) {
             shown += "  " + lumo::printable(lumo::abbreviated(item.original, invocation.home)) +
- (item.isIncomplete ? Words{" (le faltan partes)", " (parts of it are gone)"}.in() : "") + "\n";
+                     (item.isIncomplete ? Words{" (le faltan partes)", " (parts of it are gone)"}.in() : "") +
+                     "\n";
         }
     }
     if (count > mostShown) {
@@ -239,9 +240,9 @@ void addHoldingCommands(CLI::App& app, Action& chosen) {
     empty->add_flag("--yes", arguments->isConfirmed,
                     Words{"confirmar sin preguntar", "confirm without asking"}.in());
     empty->add_flag("--expired", arguments->isOnlyExpired,
-                    Words{"solo lo que ya ha pasado sus 7 días, sin preguntar",
-                          "only what is past its 7 days, no question asked"}
-                        .in());
+                    Words{"solo lo que ya ha pasado sus {} días, sin preguntar",
+                          "only what is past its {} days, no question asked"}
+                        .with(lumo::Holding::retentionDays));
     choose(*empty, chosen,
            [arguments](const Invocation& invocation) { return runEmpty(*arguments, invocation); });
 }

@@ -4,6 +4,7 @@
 #include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
+#include "LumoCore/Cleanup/Holding.h"
 #include "TarvoCLI/Table.h"
 
 #include <fmt/format.h>
@@ -26,9 +27,10 @@ std::string whatHappens(const PlanEntry& entry) {
     if (const auto* command = std::get_if<lumo::method::Command>(&entry.action.method)) {
         return lumo::printable(fmt::format("{}", fmt::join(command->words, " ")));
     }
-    return std::string(entry.action.safety == lumo::Safety::safe
-                           ? Words{"se borra", "is deleted"}.in()
-                           : Words{"se aparta 7 días", "is set aside for 7 days"}.in());
+    return std::string(
+        entry.action.safety == lumo::Safety::safe
+            ? Words{"se borra", "is deleted"}.in()
+            : Words{"se aparta {} días", "is set aside for {} days"}.with(lumo::Holding::retentionDays));
 }
 
 std::string section(std::string_view heading, const std::vector<PlanEntry>& entries, bool isSkipped,

@@ -4,6 +4,7 @@
 #include "TarvoCLI/Table.h"
 #include "TarvoModel/Flows/Preferences.h"
 
+#include <array>
 #include <memory>
 #include <span>
 
@@ -19,23 +20,22 @@ struct SettingsArguments {
     std::vector<std::string> words;
 };
 
-ExitCode show(const Preferences& preferences, std::span<const PreferenceKey> keys,
+ExitCode show(const Preferences& preferences, std::span<const Preference* const> keys,
               const Invocation& invocation) {
     JsonValue::Object object;
     Table table({{.tint = Tint::strong}, {.mayShrink = true}, {.tint = Tint::faint, .mayShrink = true}});
-    for (const PreferenceKey& key : keys) {
-        const auto value = preferences.value(key);
-        table.add(
-            {std::string(key.key), value ? wordsOf(*value) : "–", Words{key.meaningEs, key.meaningEn}.in()});
+    for (const Preference* key : keys) {
+        const auto value = preferences.json(*key);
+        table.add({std::string(key->key), value ? wordsOf(*value) : "–", key->meaning.in()});
         if (value) {
-            object.push_back({std::string(key.key), *value});
+            object.push_back({std::string(key->key), *value});
         }
     }
     std::string shown = table.lines(0, outputColumns(), invocation);
     if (invocation.isJson) {
         shown = lumo::dumpJson({std::move(object)}, lumo::JsonLayout::indented) + "\n";
     } else if (keys.size() == 1) {
-        const auto value = preferences.value(keys.front());
+        const auto value = preferences.json(*keys.front());
         shown = value ? wordsOf(*value) + "\n" : "";
     }
     const ExitCode printed = print(shown);
@@ -44,8 +44,8 @@ ExitCode show(const Preferences& preferences, std::span<const PreferenceKey> key
 }
 
 /// Runs `act` on the named preference, or says which names there are.
-ExitCode withKey(const std::string& name, const std::function<ExitCode(const PreferenceKey&)>& act) {
-    const PreferenceKey* key = preferenceKey(name);
+ExitCode withKey(const std::string& name, const std::function<ExitCode(const Preference&)>& act) {
+    const Preference* key = preferenceNamed(name);
     if (key == nullptr) {
         return complain(Words{"no hay ningún ajuste «{}»; tarvo ajustes los muestra todos",
                               "there is no setting “{}”; tarvo settings lists them all"}
@@ -55,19 +55,16 @@ ExitCode withKey(const std::string& name, const std::function<ExitCode(const Pre
     return act(*key);
 }
 
-ExitCode change(const PreferenceKey& key, std::optional<JsonValue> value, const Invocation& invocation) {
+ExitCode change(const Preference& key, std::optional<JsonValue> value, const Invocation& invocation) {
     Preferences preferences = Preferences::load(invocation.home);
     if (const auto stored = preferences.store(key, std::move(value)); !stored) {
-        return complain(
-            Words{"no he podido guardar el ajuste en {}", "the setting could not be saved in {}"}.with(
-                stored.error().message),
-            ExitCode::failed);
+        return complain(stored.error().message, ExitCode::failed);
     }
-    return show(preferences, {&key, 1}, invocation);
+    return show(preferences, std::array{&key}, invocation);
 }
 
 ExitCode set(const SettingsArguments& arguments, const Invocation& invocation) {
-    return withKey(arguments.key, [&](const PreferenceKey& key) {
+    return withKey(arguments.key, [&](const Preference& key) {
         lumo::Result<JsonValue> value = preferenceFromWords(key, arguments.words);
         if (!value) {
             return complain(value.error().message, ExitCode::usage);
@@ -95,14 +92,14 @@ void addSettingsCommand(CLI::App& app, Action& chosen) {
     settings->callback([settings, &chosen] {
         if (settings->get_subcommands().empty()) {
             chosen = [](const Invocation& invocation) {
-                return show(Preferences::load(invocation.home), preferenceKeys(), invocation);
+                return show(Preferences::load(invocation.home), allPreferences, invocation);
             };
         }
     });
     addKeyCommand(*settings, "get", "muestra uno", "shows one", *arguments)->callback([arguments, &chosen] {
         chosen = [arguments](const Invocation& invocation) {
-            return withKey(arguments->key, [&](const PreferenceKey& key) {
-                return show(Preferences::load(invocation.home), {&key, 1}, invocation);
+            return withKey(arguments->key, [&](const Preference& key) {
+                return show(Preferences::load(invocation.home), std::array{&key}, invocation);
             });
         };
     });
@@ -119,9 +116,8 @@ void addSettingsCommand(CLI::App& app, Action& chosen) {
                   *arguments)
         ->callback([arguments, &chosen] {
             chosen = [arguments](const Invocation& invocation) {
-                return withKey(arguments->key, [&](const PreferenceKey& key) {
-                    return change(key, std::nullopt, invocation);
-                });
+                return withKey(arguments->key,
+                               [&](const Preference& key) { return change(key, std::nullopt, invocation); });
             };
         });
 }

@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-/// What the tools give back: records that are small enough for a model to read, and their schemas.
+/// What the tools give back: records that are small enough for a model to read.
 namespace tarvo::mcp {
 
 struct AnalyzedItem {
@@ -83,7 +83,6 @@ struct Analysis {
                    lumo::field("unreadable", &Analysis::unreadable)};
 };
 Analysis analysisOf(const lumo::ScanReport& report, bool isQuick);
-JsonValue analysisSchema();
 
 struct FolderAnswer {
     std::string path;
@@ -107,11 +106,6 @@ struct FolderAnswer {
 };
 FolderAnswer contentsOf(const std::string& path, const lumo::FileTree::Breakdown& breakdown,
                         const lumo::FolderContents::Listing& listing);
-JsonValue contentsSchema();
-
-JsonValue explanationSchema();
-JsonValue growthSchema();
-JsonValue answerSchema();
 
 /// What would become of something in a cleanup.
 enum class Fate { deletedAtOnce, setAside, byItsOwnTool };
@@ -149,7 +143,6 @@ struct Proposal {
                    lumo::field("byItsOwnToolBytes", &Proposal::byItsOwnToolBytes)};
 };
 Proposal proposalOf(const ProposedPlan& plan);
-JsonValue proposalSchema();
 Fate fateOf(const lumo::CleanupAction& action);
 
 /// Something that can be put back.
@@ -173,7 +166,6 @@ struct HeldItems {
 
 /// What the log says was set aside and the holding area still has. Fails in words for the user.
 lumo::Result<HeldItems> heldItems(const Desk& desk);
-JsonValue heldSchema();
 
 } // namespace tarvo::mcp
 

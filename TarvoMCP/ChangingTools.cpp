@@ -139,15 +139,11 @@ struct Cleaned {
                                               lumo::field("setAsideBytes", &Cleaned::setAsideBytes)};
 };
 
-JsonValue outcomesSchema() {
-    return listOf(schemaOf(
-        {{"id", schema("string"), true},
-         {"title", schema("string"), true},
-         {"status", schema("string", "done or failed"), true},
-         {"message", schema("string")},
-         {"freedBytes", schema("integer"), true},
-         {"trashedBytes", schema("integer", Words{"apartado, aún no libre", "set aside, not free yet"}.in()),
-          true}}));
+/// Of what a cleanup gives back, and an archiving.
+template <class Record>
+JsonValue schemaOfOutcomes() {
+    return schemaOf<Record>(
+        {{"trashedBytes", Words{"apartado, aún no libre", "set aside, not free yet"}.in()}});
 }
 
 /// What came of it, with what failed and what was agreed to but has a reason against it by now.
@@ -338,23 +334,22 @@ std::vector<Tool> changingTools(const std::shared_ptr<Workspace>& workspace) {
         {.name = "clean",
          .title = Words{"Limpiar", "Clean"}.in(),
          .description =
-             Words{"Lleva a cabo un plan de propose_cleanup, o solo lo que elijas de él. Antes pregunta al "
-                   "usuario "
-                   "y solo sigue si acepta. Lo que se recrea solo se borra; lo del usuario se aparta 7 días.",
-                   "Carries out a plan of propose_cleanup, or only what you choose of it. Asks the user "
-                   "first and "
-                   "only goes on when they accept. What recreates itself is deleted; the user's own is set "
-                   "aside "
-                   "for 7 days."}
-                 .in(),
+             Words{
+                 "Lleva a cabo un plan de propose_cleanup, o solo lo que elijas de él. Antes pregunta al "
+                 "usuario "
+                 "y solo sigue si acepta. Lo que se recrea solo se borra; lo del usuario se aparta {} días.",
+                 "Carries out a plan of propose_cleanup, or only what you choose of it. Asks the user "
+                 "first and "
+                 "only goes on when they accept. What recreates itself is deleted; the user's own is set "
+                 "aside "
+                 "for {} days."}
+                 .with(lumo::Holding::retentionDays),
          .input = schemaOf(
              {{"plan", schema("string", Words{"el identificador del plan", "the plan's handle"}.in()), true},
               {"items", listOf(schema("string"), Words{"identificadores; sin ellos, todo el plan",
                                                        "ids; without them the whole plan"}
                                                      .in())}}),
-         .output = schemaOf({{"outcomes", outcomesSchema(), true},
-                             {"freedBytes", schema("integer"), true},
-                             {"setAsideBytes", schema("integer"), true}}),
+         .output = schemaOfOutcomes<Cleaned>(),
          .hints = deletes,
          .run = [workspace](const ToolCall& call) { return clean(*workspace, call); }});
     tools.push_back(
@@ -369,8 +364,7 @@ std::vector<Tool> changingTools(const std::shared_ptr<Workspace>& workspace) {
              {{"items", listOf(schema("string"), Words{"identificadores; sin ellos, la última limpieza",
                                                        "ids; without them the last cleanup"}
                                                      .in())}}),
-         .output =
-             schemaOf({{"done", schema("integer"), true}, {"failures", listOf(schema("string")), true}}),
+         .output = schemaOf<lumo::TrashOperationResult>(),
          .hints = moves,
          .run = [workspace](const ToolCall& call) { return restore(*workspace, call); }});
     tools.push_back(
@@ -378,14 +372,14 @@ std::vector<Tool> changingTools(const std::shared_ptr<Workspace>& workspace) {
          .title = Words{"Archivar", "Archive"}.in(),
          .description =
              Words{"Cambia una carpeta o un archivo del usuario por un zip comprobado y aparta el "
-                   "original 7 días. Antes pregunta al usuario.",
+                   "original {} días. Antes pregunta al usuario.",
                    "Replaces a folder or file of the user's by a verified zip and sets the original "
-                   "aside for 7 days. Asks the user first."}
-                 .in(),
+                   "aside for {} days. Asks the user first."}
+                 .with(lumo::Holding::retentionDays),
          .input = schemaOf(
              {{"path", schema("string", Words{"ruta en la carpeta personal", "path in the home folder"}.in()),
                true}}),
-         .output = schemaOf({{"archive", schema("string"), true}, {"outcomes", outcomesSchema(), true}}),
+         .output = schemaOfOutcomes<ArchiveAnswer>(),
          .hints = moves,
          .run = [workspace](const ToolCall& call) { return archive(*workspace, call); }});
     return tools;

@@ -7,13 +7,13 @@
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Explaining/DiskSummary.h"
-#include "LumoCore/Explaining/HelpAssistant.h"
 #include "LumoCore/History/GrowthTracker.h"
 #include "LumoCore/History/SnapshotStore.h"
 #include "LumoCore/Scanning/FolderContents.h"
 #include "Platform/Clock.h"
 #include "TarvoMCP/Answers.h"
 #include "TarvoModel/Flows/CleanupPlanning.h"
+#include "TarvoModel/Flows/HelpReply.h"
 #include "TarvoModel/Flows/ModelChoice.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
 
@@ -169,10 +169,8 @@ ToolAnswer help(const ToolCall& call) {
     if (!question) {
         return wrongArguments(question.error());
     }
-    lumo::HelpAnswer answer = lumo::HelpAssistant::answer(question->value_or(""), {}, {});
-    if (const auto* topic = lumo::HelpCatalog::topicAskedFor(question->value_or(""))) {
-        answer = {.text = topic->answer, .byAI = false, .sources = {topic->id}};
-    }
+    // The agent is a model itself.
+    const lumo::HelpAnswer answer = answerTo(question->value_or(""), {}).answer;
     return {.text = answer.text, .structured = lumo::encode(answer)};
 }
 
@@ -208,7 +206,7 @@ std::vector<Tool> lookingTools(const std::shared_ptr<Workspace>& workspace) {
              {{"quick", schema("boolean", Words{"sin proyectos ni carpetas que piden permiso: más rápido",
                                                 "without projects and folders that need permission: faster"}
                                               .in())}}),
-         .output = analysisSchema(),
+         .output = schemaOf<Analysis>(),
          .hints = {},
          .run = [workspace](const ToolCall& call) { return analyze(*workspace, call); }});
     tools.push_back(
@@ -221,7 +219,10 @@ std::vector<Tool> lookingTools(const std::shared_ptr<Workspace>& workspace) {
                    "through folders that hold nearly everything."}
                  .in(),
          .input = pathArgument(),
-         .output = contentsSchema(),
+         .output = schemaOf<FolderAnswer>(
+             {{"skipped", Words{"carpetas que se pasan de largo: contienen casi todo",
+                                "folders gone straight through: they hold nearly everything"}
+                              .in()}}),
          .hints = {},
          .run = [workspace](const ToolCall& call) { return listFolder(*workspace, call); }});
     tools.push_back(
@@ -234,7 +235,7 @@ std::vector<Tool> lookingTools(const std::shared_ptr<Workspace>& workspace) {
                  "about it."}
                  .in(),
          .input = pathArgument(),
-         .output = explanationSchema(),
+         .output = schemaOf<lumo::Explanation>(),
          .hints = {},
          .run = [workspace](const ToolCall& call) { return explainFolder(*workspace, call); }});
     tools.push_back(
@@ -244,7 +245,7 @@ std::vector<Tool> lookingTools(const std::shared_ptr<Workspace>& workspace) {
                               "Compares the disk with a scan from a day ago or earlier and tells what grew."}
                             .in(),
          .input = noArguments(),
-         .output = growthSchema(),
+         .output = schemaOf<lumo::Growth>(),
          .hints = {},
          .run = [workspace](const ToolCall& call) { return whatGrew(*workspace, call); }});
     tools.push_back(
@@ -266,7 +267,12 @@ std::vector<Tool> lookingTools(const std::shared_ptr<Workspace>& workspace) {
                schema("boolean", Words{"incluir dependencias de proyectos con cambios recientes",
                                        "include dependencies of recently changed projects"}
                                      .in())}}),
-         .output = proposalSchema(),
+         .output = schemaOf<Proposal>(
+             {{"plan", Words{"el identificador que pide clean", "the handle that clean takes"}.in()},
+              {"fate", Words{"deletedAtOnce (se borra ya), setAside (se aparta {} días) o byItsOwnTool "
+                             "(lo borra su herramienta)",
+                             "deletedAtOnce, setAside for {} days, or byItsOwnTool"}
+                           .with(lumo::Holding::retentionDays)}}),
          .hints = {.isIdempotent = false},
          .run = [workspace](const ToolCall& call) { return propose(*workspace, call); }});
     tools.push_back(
@@ -276,18 +282,23 @@ std::vector<Tool> lookingTools(const std::shared_ptr<Workspace>& workspace) {
                               "Lists what cleanups set aside and can still be put back."}
                             .in(),
          .input = noArguments(),
-         .output = heldSchema(),
+         .output = schemaOf<HeldItems>(
+             {{"id", Words{"el identificador que pide restore", "the id that restore takes"}.in()},
+              {"original", Words{"dónde estaba y adónde vuelve", "where it was and goes back to"}.in()},
+              {"expires", Words{"cuándo se borra solo", "when it is deleted by itself"}.in()}}),
          .hints = {},
          .run = [workspace](const ToolCall& call) { return listSetAside(*workspace, call); }});
-    tools.push_back({.name = "help",
-                     .title = Words{"Ayuda de Tarvo AI", "Tarvo AI help"}.in(),
-                     .description = Words{"Responde con el texto de la ayuda a preguntas sobre Tarvo AI.",
-                                          "Answers questions about Tarvo AI with the text of its help."}
-                                        .in(),
-                     .input = schemaOf({{"question", schema("string"), true}}),
-                     .output = answerSchema(),
-                     .hints = {},
-                     .run = [](const ToolCall& call) { return help(call); }});
+    tools.push_back(
+        {.name = "help",
+         .title = Words{"Ayuda de Tarvo AI", "Tarvo AI help"}.in(),
+         .description = Words{"Responde con el texto de la ayuda a preguntas sobre Tarvo AI.",
+                              "Answers questions about Tarvo AI with the text of its help."}
+                            .in(),
+         .input = schemaOf({{"question", schema("string"), true}}),
+         .output = schemaOf<lumo::HelpAnswer>(
+             {{"sources", Words{"identificadores de temas de la ayuda", "ids of help topics"}.in()}}),
+         .hints = {},
+         .run = [](const ToolCall& call) { return help(call); }});
     return tools;
 }
 

@@ -60,33 +60,6 @@ JsonValue resultOf(const ToolAnswer& answer) {
                    {"isError", flag(answer.isProblem)}});
 }
 
-JsonValue schemaOf(std::vector<Property> properties) {
-    JsonValue::Object members;
-    std::vector<JsonValue> required;
-    for (Property& property : properties) {
-        if (property.isRequired) {
-            required.push_back(word(property.name));
-        }
-        members.push_back({std::move(property.name), std::move(property.schema)});
-    }
-    return object(
-        {{"type", word("object")}, {"properties", {std::move(members)}}, {"required", list(required)}});
-}
-
-JsonValue schema(std::string_view type, std::string_view description) {
-    JsonValue::Object members{{"type", word(type)}};
-    if (!description.empty()) {
-        members.push_back({"description", word(description)});
-    }
-    return {std::move(members)};
-}
-
-JsonValue listOf(JsonValue items, std::string_view description) {
-    JsonValue value = schema("array", description);
-    std::get<JsonValue::Object>(value.value).push_back({"items", std::move(items)});
-    return value;
-}
-
 lumo::Result<std::optional<std::string>> textArgument(const JsonValue& arguments, std::string_view name) {
     return argument<std::string>(arguments, name);
 }

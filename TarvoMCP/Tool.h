@@ -4,6 +4,7 @@
 #include "LumoCore/Basics/Result.h"
 #include "TarvoMCP/Consent.h"
 #include "TarvoMCP/Json.h"
+#include "TarvoMCP/Schema.h"
 
 #include <cstdint>
 #include <functional>
@@ -60,16 +61,6 @@ JsonValue described(const Tool& tool);
 
 /// The answer as the result of a call.
 JsonValue resultOf(const ToolAnswer& answer);
-
-/// JSON Schema of an object; members without "required" may be missing.
-struct Property {
-    std::string name;
-    JsonValue schema;
-    bool isRequired = false;
-};
-JsonValue schemaOf(std::vector<Property> properties);
-JsonValue schema(std::string_view type, std::string_view description = {});
-JsonValue listOf(JsonValue items, std::string_view description = {});
 
 /// The arguments of a call, checked while they are read; a failure says what is wrong with them.
 lumo::Result<std::optional<std::string>> textArgument(const JsonValue& arguments, std::string_view name);

@@ -184,15 +184,19 @@ std::optional<HelpAnswer> directAnswer(std::string_view question, Language langu
 }
 
 const HelpTopic* topicAskedFor(std::string_view question, Language language) {
-    if (directAnswer(question, language)) {
-        return nullptr;
-    }
-    if (const HelpTopic* topic = topicNamed(question, language)) {
-        return topic;
-    }
     const Language other = language == Language::es ? Language::en : Language::es;
-    const std::optional<HelpAnswer> answer = directAnswer(question, other);
-    return answer ? topicNamed(answer->sources.front(), other) : nullptr;
+    // Word for word first: in the wrong language, many words are parts of others.
+    for (const Language tried : {language, other}) {
+        if (const HelpTopic* topic = topicNamed(question, tried)) {
+            return topic;
+        }
+    }
+    for (const Language tried : {language, other}) {
+        if (const std::optional<HelpAnswer> answer = directAnswer(question, tried)) {
+            return topicNamed(answer->sources.front(), tried);
+        }
+    }
+    return nullptr;
 }
 
 } // namespace lumo::HelpCatalog

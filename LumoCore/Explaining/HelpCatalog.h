@@ -67,10 +67,9 @@ bool isAboutThisMac(std::string_view question);
 /// The answer of the topic that clearly matches; none when no one does or the question is about this Mac.
 std::optional<HelpAnswer> directAnswer(std::string_view question, Language language = currentLanguage());
 
-/// The topic of a question that has no direct answer, though the catalogue has one: it is a topic's own
-/// question word for word, which may sound like one about this disk, or it clearly matches in the other
-/// language, since people ask in theirs whatever the interface's is. The topic is in the language in which
-/// it was found; none when there is none.
+/// The topic that answers the question: its own word for word, which may sound like one about this disk, or
+/// the one that clearly matches. Both are also tried in the other language, since people ask in theirs
+/// whatever the interface's is; the topic is in the language in which it was found. None when there is none.
 const HelpTopic* topicAskedFor(std::string_view question, Language language = currentLanguage());
 
 } // namespace HelpCatalog

@@ -341,14 +341,14 @@ void AppModel::checkLowSpace() {
     const LowSpaceAlert::Decision decision =
         LowSpaceAlert::decide({.freeBytes = freeNow_,
                                .thresholdGB = settings_.lowSpaceGB(),
-                               .sent = settings_.moment(LowSpaceAlert::dateKey),
+                               .sent = settings_.value(preference::lastLowSpaceWarning),
                                .recoverable = recoverable_,
                                .now = now});
     if (decision.forgetsDate) {
-        settings_.store(LowSpaceAlert::dateKey, std::nullopt);
+        settings_.set(preference::lastLowSpaceWarning, std::nullopt);
     }
     if (decision.notification) {
-        settings_.store(LowSpaceAlert::dateKey, lumo::encode(now));
+        settings_.set(preference::lastLowSpaceWarning, now);
         services_.notify(*decision.notification);
     }
 }
@@ -359,7 +359,7 @@ void AppModel::autoCleanIfDue() {
                                              .mode = services_.mode,
                                              .phase = phase_,
                                              .hasReport = hasReport(),
-                                             .last = settings_.moment(WeeklyCleanup::dateKey),
+                                             .last = settings_.value(preference::lastWeeklyCleanup),
                                              .now = now})) {
         return;
     }

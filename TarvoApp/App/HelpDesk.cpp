@@ -1,6 +1,5 @@
 #include "TarvoApp/App/HelpDesk.h"
 
-#include "LumoAI/ModelWriters.h"
 #include "LumoCore/Basics/Text.h"
 #include "TarvoApp/App/QtText.h"
 
@@ -12,9 +11,7 @@
 
 namespace tarvo {
 
-using lumo::HelpAnswer;
 using lumo::HelpTopic;
-namespace HelpAssistant = lumo::HelpAssistant;
 namespace HelpCatalog = lumo::HelpCatalog;
 
 namespace {
@@ -54,19 +51,6 @@ std::vector<const HelpTopic*> topicsMatching(const std::string& search) {
     return found.empty() ? HelpCatalog::relevant(search, HelpCatalog::topics().size()) : found;
 }
 
-/// With the model's help only where the help itself has no answer.
-HelpAnswer answerTo(const std::string& question, const HelpSources& sources, const std::stop_token& stop) {
-    if (const auto direct = HelpCatalog::directAnswer(question)) {
-        return *direct;
-    }
-    if (const HelpTopic* topic = HelpCatalog::topicAskedFor(question)) {
-        return {.text = topic->answer, .byAI = false, .sources = {topic->id}};
-    }
-    const auto model = sources.model ? sources.model() : nullptr;
-    return HelpAssistant::answer(question, sources.facts,
-                                 model ? lumo::helpWriter(*model, stop) : lumo::HelpWriter::Write());
-}
-
 } // namespace
 
 HelpDesk::HelpDesk(std::function<HelpSources()> sources, QObject* parent)
@@ -83,10 +67,10 @@ void HelpDesk::ask() {
     background_.start([this, question, sources = sources_(),
                        asking = asking_](const std::stop_token& end) mutable -> Background::Apply {
         const std::stop_callback forward(end, [&] { asking.request_stop(); });
-        return [this, asking, answer = answerTo(question, sources, asking.get_token())] {
+        return [this, asking, reply = answerTo(question, sources, asking.get_token())] {
             if (!asking.stop_requested()) {
                 isBusy_ = false;
-                answer_ = answer;
+                reply_ = reply;
                 emit answerChanged();
             }
         };
@@ -97,7 +81,7 @@ void HelpDesk::ask() {
 void HelpDesk::forget() {
     asking_.request_stop();
     isBusy_ = false;
-    answer_ = {};
+    reply_ = {};
     emit answerChanged();
 }
 
@@ -144,15 +128,13 @@ void HelpDesk::setHelpQuestion(const QString& question) {
 }
 
 QString HelpDesk::helpAnswer() const {
-    return shown(answer_.text);
+    return shown(reply_.answer.text);
 }
 
 QVariantList HelpDesk::helpSources() const {
     QVariantList list;
-    for (const std::string& id : answer_.sources) {
-        if (const HelpTopic* topic = HelpCatalog::topicNamed(id)) {
-            list.push_back(QVariantMap{{"id", shown(id)}, {"question", shown(topic->question)}});
-        }
+    for (const HelpTopic* topic : reply_.related) {
+        list.push_back(QVariantMap{{"id", shown(topic->id)}, {"question", shown(topic->question)}});
     }
     return list;
 }

@@ -1,25 +1,16 @@
 #pragma once
 
-#include "LumoAI/LanguageModel.h"
-#include "LumoCore/Explaining/HelpAssistant.h"
 #include "TarvoApp/App/Background.h"
+#include "TarvoModel/Flows/HelpReply.h"
 
 #include <QObject>
 #include <QString>
 #include <QVariantList>
 
 #include <functional>
-#include <memory>
 #include <stop_token>
 
 namespace tarvo {
-
-/// What an answer may draw on besides the help itself. Both are called in the background.
-struct HelpSources {
-    lumo::HelpAssistant::Facts facts;
-    /// Empty when no model is to be asked.
-    std::function<std::unique_ptr<lumo::LanguageModel>()> model;
-};
 
 /// The help as its window shows it: the topics that a search leaves, and the answer to one question at a
 /// time. A later question ends the one before.
@@ -60,7 +51,7 @@ class HelpDesk final : public QObject {
     void setHelpQuestion(const QString& question);
     [[nodiscard]] bool isBusy() const { return isBusy_; }
     [[nodiscard]] QString helpAnswer() const;
-    [[nodiscard]] bool isByAI() const { return answer_.byAI; }
+    [[nodiscard]] bool isByAI() const { return reply_.answer.byAI; }
     [[nodiscard]] QVariantList helpSources() const;
 
   signals:
@@ -74,7 +65,7 @@ class HelpDesk final : public QObject {
     QString search_;
     QString expanded_;
     QString question_;
-    lumo::HelpAnswer answer_;
+    HelpReply reply_;
     bool isBusy_ = false;
     std::stop_source asking_;
     Background background_; ///< Goes first, since its work uses the rest.

@@ -8,12 +8,6 @@
 
 namespace tarvo {
 
-namespace {
-
-constexpr std::string_view foldersKey = "carpetasProtegidas";
-
-} // namespace
-
 Settings::Settings(const std::string& home, Keeping keeping, QObject* parent)
     : QObject(parent), home_(home), keeping_(keeping), preferences_(Preferences::load(home)), writing_(1) {}
 
@@ -23,7 +17,7 @@ Settings::~Settings() {
 
 QStringList Settings::protectedFolders() const {
     QStringList folders;
-    for (const std::string& folder : value<std::vector<std::string>>(foldersKey)) {
+    for (const std::string& folder : value(preference::protectedFolders)) {
         folders.push_back(shown(folder));
     }
     return folders;
@@ -44,7 +38,7 @@ void Settings::protectPath(const std::string& path) {
 }
 
 void Settings::unprotect(int index) {
-    const auto folders = value<std::vector<std::string>>(foldersKey);
+    const auto folders = value(preference::protectedFolders);
     if (index >= 0 && index < static_cast<int>(folders.size())) {
         changeFolders([path = folders[static_cast<std::size_t>(index)]](std::vector<std::string>& list) {
             std::erase(list, path);
@@ -58,45 +52,29 @@ void Settings::changeFolders(const std::function<void(std::vector<std::string>&)
         emit failed(shown(*trouble));
         return;
     }
-    const auto listIn = [change](const Preferences& preferences) {
-        const auto stored = preferences.value(*preferenceKey(foldersKey));
-        auto folders =
-            stored ? lumo::decode<std::vector<std::string>>(*stored).value_or(std::vector<std::string>())
-                   : std::vector<std::string>();
+    // Of the list that is stored by then, which may have folders that are not known here.
+    write(preference::protectedFolders, [change](const Preferences& preferences) {
+        auto folders = preferences.value(preference::protectedFolders);
         change(folders);
-        return std::optional(lumo::encode(folders));
-    };
-    // The list that is stored by then, which may have folders that are not known here.
-    write(foldersKey, listIn(preferences_), listIn);
+        return Preferences::asJson(folders);
+    });
 }
 
 QString Settings::problem() const {
     return shown(preferences_.problem().value_or(""));
 }
 
-QString Settings::words(std::string_view key) const {
-    return shown(value<std::string>(key));
+QString Settings::words(const std::optional<std::string>& text) {
+    return shown(text.value_or(""));
 }
 
-void Settings::changeWords(std::string_view key, const QString& wanted) {
-    if (words(key) != wanted) {
-        store(key, wanted.isEmpty() ? std::nullopt : std::optional(lumo::encode(bytesOf(wanted))));
-    }
+std::optional<std::string> Settings::textIn(const QString& words) {
+    return words.isEmpty() ? std::nullopt : std::optional(bytesOf(words));
 }
 
-std::optional<lumo::Date> Settings::moment(std::string_view key) const {
-    const std::optional<lumo::JsonValue> stored = preferences_.value(*preferenceKey(key));
-    const auto date = stored ? lumo::decode<lumo::Date>(*stored) : lumo::failure("absent");
-    return date ? std::optional(*date) : std::nullopt;
-}
-
-void Settings::store(std::string_view name, const std::optional<lumo::JsonValue>& value) {
-    write(name, value, [value](const Preferences&) { return value; });
-}
-
-void Settings::write(std::string_view name, const std::optional<lumo::JsonValue>& value,
-                     const std::function<std::optional<lumo::JsonValue>(const Preferences&)>& valueNow) {
-    const PreferenceKey& key = *preferenceKey(name);
+void Settings::write(const Preference& key,
+                     const std::function<std::optional<lumo::JsonValue>(const Preferences&)>& valueIn) {
+    const std::optional<lumo::JsonValue> value = valueIn(preferences_);
     if (!preferences_.hold(key, value)) {
         emit failed(shown(lumo::Words{"ese valor no sirve", "that value is not valid"}.in()));
         emit changed();
@@ -106,25 +84,19 @@ void Settings::write(std::string_view name, const std::optional<lumo::JsonValue>
     if (keeping_ == Keeping::inMemory) {
         return;
     }
-    if (const auto trouble = preferences_.problem()) {
-        // Writing would put an empty store in the place of the damaged one, and with the folders that the
-        // user protected, the reason why nothing is cleaned now would be gone.
-        unstored_.insert_or_assign(&key, value);
-        return;
-    }
     ++unwritten_;
-    writing_.start([this, &key, value, valueNow](const std::stop_token&) -> Background::Apply {
+    writing_.start([this, &key, value, valueIn](const std::stop_token&) -> Background::Apply {
         // Another program may have stored something since ours was read.
         Preferences preferences = Preferences::load(home_);
         const auto stored = preferences.problem() ? lumo::failure(*preferences.problem())
-                                                  : preferences.store(key, valueNow(preferences));
+                                                  : preferences.store(key, valueIn(preferences));
         return [this, &key, value, reason = stored ? std::string() : stored.error().message] {
             written(key, value, reason);
         };
     });
 }
 
-void Settings::written(const PreferenceKey& key, const std::optional<lumo::JsonValue>& value,
+void Settings::written(const Preference& key, const std::optional<lumo::JsonValue>& value,
                        const std::string& reason) {
     --unwritten_;
     if (reason.empty()) {

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "LumoCore/Basics/Codec.h"
-#include "LumoCore/Basics/Date.h"
 #include "TarvoApp/App/Background.h"
+#include "TarvoApp/App/QtText.h"
 #include "TarvoModel/Flows/Preferences.h"
 
 #include <QObject>
@@ -13,7 +12,7 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace tarvo {
@@ -49,48 +48,54 @@ class Settings final : public QObject {
 
     [[nodiscard]] const Preferences& preferences() const { return preferences_; }
 
-    [[nodiscard]] qint64 goalBytes() const { return value<std::int64_t>("objetivoBytes"); }
-    [[nodiscard]] bool isWelcomeSeen() const { return value<bool>("bienvenidaVista"); }
-    [[nodiscard]] bool showWholeDisk() const { return value<bool>("verDiscoEntero"); }
-    [[nodiscard]] QString appearance() const { return words("apariencia"); }
-    [[nodiscard]] bool showInMenuBar() const { return value<bool>("barraDeMenus"); }
-    [[nodiscard]] qint64 lowSpaceGB() const { return value<std::int64_t>("avisoGB"); }
-    [[nodiscard]] bool notifyLowSpace() const { return value<bool>("avisoNotificacion"); }
-    [[nodiscard]] bool autoCleanWeekly() const { return value<bool>("limpiezaSemanal"); }
-    [[nodiscard]] qint64 activeProjectDays() const { return value<std::int64_t>("diasProyectoActivo"); }
+    [[nodiscard]] qint64 goalBytes() const { return value(preference::goalBytes); }
+    [[nodiscard]] bool isWelcomeSeen() const { return value(preference::isWelcomeSeen); }
+    [[nodiscard]] bool showWholeDisk() const { return value(preference::showWholeDisk); }
+    [[nodiscard]] QString appearance() const { return shown(value(preference::appearance)); }
+    [[nodiscard]] bool showInMenuBar() const { return value(preference::showInMenuBar); }
+    [[nodiscard]] qint64 lowSpaceGB() const { return value(preference::lowSpaceGB); }
+    [[nodiscard]] bool notifyLowSpace() const { return value(preference::notifyLowSpace); }
+    [[nodiscard]] bool autoCleanWeekly() const { return value(preference::autoCleanWeekly); }
+    [[nodiscard]] qint64 activeProjectDays() const { return value(preference::activeProjectDays); }
     [[nodiscard]] QStringList protectedFolders() const;
-    [[nodiscard]] bool aiSummaryEnabled() const { return value<bool>("resumenConIA"); }
-    [[nodiscard]] bool autoExplain() const { return value<bool>("explicarAlAnalizar"); }
-    [[nodiscard]] double textScale() const { return value<double>("tamanoTexto"); }
-    [[nodiscard]] QString localModel() const { return words("modeloLocal"); }
-    [[nodiscard]] QString seenNews() const { return words("novedadesVistas"); }
+    [[nodiscard]] bool aiSummaryEnabled() const { return value(preference::aiSummaryEnabled); }
+    [[nodiscard]] bool autoExplain() const { return value(preference::autoExplain); }
+    [[nodiscard]] double textScale() const { return value(preference::textScale); }
+    [[nodiscard]] QString localModel() const { return words(value(preference::localModel)); }
+    [[nodiscard]] QString seenNews() const { return words(value(preference::seenNews)); }
     /// Why the preferences may not be what the user chose; empty when all is well.
     [[nodiscard]] QString problem() const;
 
-    void setGoalBytes(qint64 bytes) { change<std::int64_t>("objetivoBytes", bytes); }
-    void setWelcomeSeen(bool isSeen) { change("bienvenidaVista", isSeen); }
-    void setShowWholeDisk(bool isShown) { change("verDiscoEntero", isShown); }
-    void setAppearance(const QString& appearance) { changeWords("apariencia", appearance); }
-    void setShowInMenuBar(bool isShown) { change("barraDeMenus", isShown); }
-    void setLowSpaceGB(qint64 gigabytes) { change<std::int64_t>("avisoGB", gigabytes); }
-    void setNotifyLowSpace(bool isOn) { change("avisoNotificacion", isOn); }
-    void setAutoCleanWeekly(bool isOn) { change("limpiezaSemanal", isOn); }
-    void setActiveProjectDays(qint64 days) { change<std::int64_t>("diasProyectoActivo", days); }
+    void setGoalBytes(qint64 bytes) { change(preference::goalBytes, bytes); }
+    void setWelcomeSeen(bool isSeen) { change(preference::isWelcomeSeen, isSeen); }
+    void setShowWholeDisk(bool isShown) { change(preference::showWholeDisk, isShown); }
+    void setAppearance(const QString& appearance) { change(preference::appearance, bytesOf(appearance)); }
+    void setShowInMenuBar(bool isShown) { change(preference::showInMenuBar, isShown); }
+    void setLowSpaceGB(qint64 gigabytes) { change(preference::lowSpaceGB, gigabytes); }
+    void setNotifyLowSpace(bool isOn) { change(preference::notifyLowSpace, isOn); }
+    void setAutoCleanWeekly(bool isOn) { change(preference::autoCleanWeekly, isOn); }
+    void setActiveProjectDays(qint64 days) { change(preference::activeProjectDays, days); }
     /// Adds a folder by its absolute path, or takes the one at that place away.
     Q_INVOKABLE void protect(const QString& folder);
     void protectPath(const std::string& path);
     Q_INVOKABLE void unprotect(int index);
-    void setAiSummaryEnabled(bool isOn) { change("resumenConIA", isOn); }
-    void setAutoExplain(bool isOn) { change("explicarAlAnalizar", isOn); }
-    void setTextScale(double scale) { change("tamanoTexto", scale); }
+    void setAiSummaryEnabled(bool isOn) { change(preference::aiSummaryEnabled, isOn); }
+    void setAutoExplain(bool isOn) { change(preference::autoExplain, isOn); }
+    void setTextScale(double scale) { change(preference::textScale, scale); }
     /// An empty text goes back to none.
-    void setLocalModel(const QString& place) { changeWords("modeloLocal", place); }
-    void setSeenNews(const QString& version) { changeWords("novedadesVistas", version); }
+    void setLocalModel(const QString& place) { change(preference::localModel, textIn(place)); }
+    void setSeenNews(const QString& version) { change(preference::seenNews, textIn(version)); }
 
-    /// The stored moment under the key; absent when there is none.
-    [[nodiscard]] std::optional<lumo::Date> moment(std::string_view key) const;
-    /// None takes the key back. A value that the key does not allow is refused with `failed`.
-    void store(std::string_view key, const std::optional<lumo::JsonValue>& value);
+    /// What holds now, for a key that no window shows.
+    template <class Value>
+    [[nodiscard]] Value value(const PreferenceKey<Value>& key) const {
+        return preferences_.value(key);
+    }
+    /// An absent optional takes the key back. A value that the key does not allow is refused with `failed`.
+    template <class Value>
+    void set(const PreferenceKey<Value>& key, const std::type_identity_t<Value>& value) {
+        write(key, [stored = Preferences::asJson(value)](const Preferences&) { return stored; });
+    }
 
     /// Takes over what other programs have stored.
     void reload();
@@ -104,32 +109,28 @@ class Settings final : public QObject {
 
   private:
     template <class Value>
-    [[nodiscard]] Value value(std::string_view key) const {
-        const std::optional<lumo::JsonValue> stored = preferences_.value(*preferenceKey(key));
-        return stored ? lumo::decode<Value>(*stored).value_or(Value()) : Value();
-    }
-    [[nodiscard]] QString words(std::string_view key) const;
-
-    template <class Value>
-    void change(std::string_view key, Value wanted) {
-        if (value<Value>(key) != wanted) {
-            store(key, lumo::encode(wanted));
+    void change(const PreferenceKey<Value>& key, const std::type_identity_t<Value>& wanted) {
+        if (value(key) != wanted) {
+            set(key, wanted);
         }
     }
-    void changeWords(std::string_view key, const QString& wanted);
+    [[nodiscard]] static QString words(const std::optional<std::string>& text);
+    /// None for an empty text.
+    [[nodiscard]] static std::optional<std::string> textIn(const QString& words);
 
     void changeFolders(const std::function<void(std::vector<std::string>&)>& change);
-    /// Holds the value, and has the one written that the function makes of what is stored by then.
-    void write(std::string_view name, const std::optional<lumo::JsonValue>& value,
-               const std::function<std::optional<lumo::JsonValue>(const Preferences&)>& valueNow);
-    void written(const PreferenceKey& key, const std::optional<lumo::JsonValue>& value,
+    /// Makes the value of what is known here and holds it, and has that one written that is made of what is
+    /// stored by then.
+    void write(const Preference& key,
+               const std::function<std::optional<lumo::JsonValue>(const Preferences&)>& valueIn);
+    void written(const Preference& key, const std::optional<lumo::JsonValue>& value,
                  const std::string& reason);
 
     std::string home_;
     Keeping keeping_;
     Preferences preferences_;
     int unwritten_ = 0;
-    std::map<const PreferenceKey*, std::optional<lumo::JsonValue>> unstored_; ///< What could not be written.
+    std::map<const Preference*, std::optional<lumo::JsonValue>> unstored_; ///< What could not be written.
     Background writing_; ///< Goes first, since its work uses the rest.
 };
 

@@ -6,7 +6,7 @@ import Tarvo
 SettingsCard {
     id: card
 
-    explanation: SettingsWords.agentsMore
+    explanation: SettingsWords.agentsMore.arg(ModelWords.retentionDays)
     heading: SettingsWords.agents
 
     component Link: SettingRow {

@@ -6,7 +6,7 @@ Question {
     acceptKind: PlainButton.Danger
     acceptText: Words.deletePermanently
     asks: App.confirmingEmpty
-    message: Words.emptyExplanation
+    message: ModelWords.emptyExplanation
     title: App.holdingQuestion
 
     onAccepted: App.emptyHolding()

@@ -45,14 +45,14 @@ Rectangle {
             onClicked: App.deselectAll()
         }
         PlainButton {
-            help: Words.selectSafeHelp
+            help: ModelWords.selectSafeHelp
             text: Words.selectSafe
 
             onClicked: App.selectSafe()
         }
         PlainButton {
             enabled: footer.hasTicks
-            help: Words.onThisSystem(App.cleanHelp)
+            help: App.cleanHelp
             implicitHeight: Math.round(36 * Theme.scale)
             kind: PlainButton.Primary
             leftPadding: 20

@@ -70,14 +70,14 @@ RowLayout {
         spacing: 4
 
         IconButton {
-            help: App.isBusy ? Words.stop : Words.scanHelp
+            help: App.isBusy ? Words.stop : ModelWords.scanAgainHelp
             name: App.isBusy ? Words.stop : Words.scan
             shape: App.isBusy ? "stop" : "scan"
 
             onClicked: App.isBusy ? App.stop() : App.scan()
         }
         IconButton {
-            help: Words.settingsHelp
+            help: ModelWords.settingsHelp
             name: Words.settings
             shape: "settings"
 

@@ -56,7 +56,7 @@ Item {
 
     Accessible.checkable: canTick
     Accessible.checked: tickState === "selected"
-    Accessible.description: Words.onThisSystem(status) + (canZoom ? ". " + Words.magnifier : "")
+    Accessible.description: status + (canZoom ? ". " + Words.magnifier : "")
     Accessible.focusable: true
     Accessible.name: label + ", " + bytes + (word ? ", " + word : "")
     Accessible.role: opensOnClick ? Accessible.Button : Accessible.CheckBox

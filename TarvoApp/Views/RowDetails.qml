@@ -100,7 +100,7 @@ Column {
 
         PlainButton {
             font.pixelSize: Theme.small
-            help: Words.previewHelp
+            help: ModelWords.previewHelp
             implicitHeight: Math.round(26 * Theme.scale)
             text: Words.preview
             visible: details.places.length > 0

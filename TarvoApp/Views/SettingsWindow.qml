@@ -81,7 +81,7 @@ SideWindow {
         acceptKind: PlainButton.Danger
         acceptText: Words.deletePermanently
         asks: App.confirmingEmptyFromSettings
-        message: Words.emptyExplanation
+        message: ModelWords.emptyExplanation
         title: SettingsWords.emptyQuestion
 
         onAccepted: App.emptyHolding()

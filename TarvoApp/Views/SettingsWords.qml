@@ -63,8 +63,8 @@ QtObject {
 
     readonly property string agents: pick("Conectar con tu agente de IA", "Connect your AI agent")
     readonly property string agentsMore: pick(
-        "Tu agente podrá analizar el disco, ver qué hay en cada carpeta y proponer una limpieza. Para limpiar siempre te pide permiso, y lo tuyo se aparta 7 días.",
-        "Your agent can analyze the disk, see what's in each folder and propose a cleanup. It always asks before cleaning, and your files are kept for 7 days.")
+        "Tu agente podrá analizar el disco, ver qué hay en cada carpeta y proponer una limpieza. Para limpiar siempre te pide permiso, y lo tuyo se aparta %1 días.",
+        "Your agent can analyze the disk, see what's in each folder and propose a cleanup. It always asks before cleaning, and your files are kept for %1 days.")
     readonly property string claudeCode: pick("Claude Code (también en la app de Claude)", "Claude Code (also in the Claude app)")
     readonly property string claudeCodeMore: pick(
         "Lo añade a tu configuración de Claude Code: sirve en la terminal y en la app de escritorio.",

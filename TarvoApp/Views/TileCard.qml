@@ -82,7 +82,7 @@ Rectangle {
         Line {
             Layout.fillWidth: true
             maximumLineCount: 3
-            text: card.told ? Words.onThisSystem(card.told.status) : ""
+            text: card.told ? card.told.status : ""
             wrapMode: Text.Wrap
         }
         Line {

@@ -47,7 +47,7 @@ Popup {
                 Layout.fillWidth: true
                 font.pixelSize: Theme.strong
                 lineHeight: 1.25
-                text: modelData
+                text: modelData.replace("%1", ModelWords.retentionDays)
                 wrapMode: Text.WordWrap
             }
         }

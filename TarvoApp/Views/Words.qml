@@ -1,7 +1,8 @@
 pragma Singleton
 import QtQuick
 
-// The fixed words of the windows. What speaks of amounts and items comes from the model.
+// The fixed words of the windows. What speaks of amounts and items comes from the model, and so do words that
+// other faces say as well or that name keys (ModelWords).
 QtObject {
     readonly property bool spanish: Qt.uiLanguage === "es"
 
@@ -12,10 +13,8 @@ QtObject {
     readonly property string freeOf: pick("libres de %1", "free of %1")
     readonly property string usedShare: pick("Disco ocupado", "Disk used")
     readonly property string scan: pick("Volver a analizar", "Analyze again")
-    readonly property string scanHelp: pick("Volver a analizar (Ctrl+R)", "Analyze again (Ctrl+R)")
     readonly property string stop: pick("Parar", "Stop")
     readonly property string settings: pick("Ajustes", "Settings")
-    readonly property string settingsHelp: pick("Ajustes (Ctrl+,)", "Settings (Ctrl+,)")
     readonly property string help: pick("Ayuda", "Help")
     readonly property string helpHelp: pick("Ayuda (F1)", "Help (F1)")
 
@@ -73,8 +72,6 @@ QtObject {
                                                 "Measures the folder and shows the facts behind the explanation")
     readonly property string gathering: pick("Midiendo…", "Measuring…")
     readonly property string preview: pick("Vista previa", "Preview")
-    readonly property string previewHelp: pick("Qué hay dentro, sin abrir otro programa (Alt+Intro)",
-                                               "What's inside, without another program (Alt+Return)")
 
     readonly property string archive: pick("Archivar…", "Archive…")
     readonly property string recoverable: pick("%1 se pueden recuperar sin riesgo", "%1 can be recovered with no risk")
@@ -85,15 +82,9 @@ QtObject {
     readonly property string undoHelp: pick("Devuelve a su sitio lo que apartó la última limpieza",
                                             "Puts back what the last cleanup set aside")
     readonly property string emptyNow: pick("Vaciar ahora…", "Empty Now…")
-    readonly property string emptyExplanation: pick(
-        "Solo se borra lo que apartaron tus limpiezas. No se podrá deshacer.",
-        "Only what your cleanups set aside is deleted. This can't be undone.")
     readonly property string deletePermanently: pick("Borrar definitivamente", "Delete Permanently")
 
     readonly property string selectSafe: pick("Marcar lo seguro", "Select Safe")
-    readonly property string selectSafeHelp: pick(
-        "Vuelve a marcar solo lo que se regenera solo (Ctrl+Mayús+S)",
-        "Select only what recreates itself again (Ctrl+Shift+S)")
     readonly property string deselectAll: pick("Desmarcar todo", "Deselect All")
     readonly property string deselectAllHelp: pick("Desmarca todo para elegir uno a uno",
                                                    "Deselect everything to choose one by one")
@@ -117,8 +108,8 @@ QtObject {
     readonly property string welcomeTitle: pick("Recupera espacio sin miedo", "Get space back, without fear")
     readonly property list<string> welcomeLines: [
         pick("Primero solo mira: te enseña qué ocupa tu disco.", "It only looks at first: it shows what fills your disk."),
-        pick("Lo que se regenera solo se borra; lo tuyo se aparta 7 días.",
-             "What recreates itself is deleted; your own files are set aside for 7 days."),
+        pick("Lo que se regenera solo se borra; lo tuyo se aparta %1 días.",
+             "What recreates itself is deleted; your own files are set aside for %1 days."),
         pick("Nada se limpia sin que tú lo confirmes.", "Nothing is cleaned until you confirm.")
     ]
 
@@ -126,13 +117,6 @@ QtObject {
     readonly property string unticked: pick("sin marcar", "not selected")
     readonly property string blocked: pick("no se puede limpiar ahora", "can't be cleaned right now")
     readonly property string shownOnly: pick("solo se enseña", "shown only")
-
-    // The model speaks as on a Mac.
-    function onThisSystem(text: string): string {
-        return Qt.platform.os === "osx" ? text : text.replace("⌘⌫", pick("Ctrl+Retroceso", "Ctrl+Backspace"))
-                                                     .replace("el Finder", "el gestor de archivos")
-                                                     .replace("the Finder", "the file manager");
-    }
 
     function tickState(state: string): string {
         switch (state) {

@@ -22,19 +22,12 @@ using lumo::Words;
 
 namespace {
 
-template <class Value>
-Value stored(const Preferences& preferences, std::string_view key) {
-    const std::optional<lumo::JsonValue> value = preferences.value(*preferenceKey(key));
-    return value ? lumo::decode<Value>(*value).value_or(Value()) : Value();
-}
-
 lumo::CleanupOptions optionsOf(const PlanRequest& request, const Preferences& preferences, const Desk& desk) {
     lumo::CleanupOptions options;
     options.include = request.include;
     options.only = request.only;
     options.includeActiveDependencies = request.includesActiveDependencies;
-    options.activeProjectDays =
-        request.activeDays.value_or(stored<std::int64_t>(preferences, "diasProyectoActivo"));
+    options.activeProjectDays = request.activeDays.value_or(preferences.value(preference::activeProjectDays));
     options.protectedFolders = request.protectedFolders ? pathsMeant(*request.protectedFolders, desk.home)
                                                         : protectedFolders(preferences, desk.home);
     for (std::string& folder : pathsMeant(request.protectedBesides, desk.home)) {
@@ -100,7 +93,7 @@ bool isInCatalogue(const std::string& id) {
 } // namespace
 
 std::vector<std::string> protectedFolders(const Preferences& preferences, const std::string& home) {
-    return pathsMeant(stored<std::vector<std::string>>(preferences, "carpetasProtegidas"), home);
+    return pathsMeant(preferences.value(preference::protectedFolders), home);
 }
 
 lumo::CleanupExecutor::Refusal refusalFor(const PlanRequest& request,

@@ -15,7 +15,7 @@ namespace tarvo {
 struct HeldItem {
     std::string id; ///< Stays the same while it is held; empty for what no cleanup of ours named.
     std::string original;
-    std::string batch; ///< The path of the batch it lies in.
+    std::string batch;         ///< The path of the batch it lies in.
     bool isIncomplete = false; ///< An emptying that failed removed parts of it.
 
     friend bool operator==(const HeldItem&, const HeldItem&) = default;

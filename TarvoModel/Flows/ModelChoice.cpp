@@ -8,9 +8,8 @@ namespace tarvo {
 namespace {
 
 std::optional<lumo::LocalModelPlace> chosenPlace(const Preferences& preferences) {
-    const auto value = preferences.value(*preferenceKey("modeloLocal"));
-    const auto* written = value ? std::get_if<std::string>(&value->value) : nullptr;
-    return written != nullptr ? lumo::LocalModelPlace::parse(*written) : std::nullopt;
+    const auto written = preferences.value(preference::localModel);
+    return written ? lumo::LocalModelPlace::parse(*written) : std::nullopt;
 }
 
 } // namespace

@@ -7,7 +7,6 @@
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
-#include "Platform/Clock.h"
 #include "Platform/Folder.h"
 #include "Platform/StateFile.h"
 
@@ -26,7 +25,7 @@ namespace platform = lumo::platform;
 
 namespace {
 
-bool isOfKind(const PreferenceKey& key, const JsonValue& value) {
+bool isOfKind(const Preference& key, const JsonValue& value) {
     const auto isInRange = [&](double number) { return number >= key.least && number <= key.most; };
     switch (key.kind) {
     case PreferenceKind::integer: {
@@ -90,7 +89,7 @@ std::optional<bool> flagFrom(std::string_view word) {
     return std::nullopt;
 }
 
-std::string expectation(const PreferenceKey& key) {
+std::string expectation(const Preference& key) {
     switch (key.kind) {
     case PreferenceKind::integer:
         return Words{"un número entero de {:.0f} a {:.0f}", "a whole number from {:.0f} to {:.0f}"}.with(
@@ -115,6 +114,28 @@ std::string expectation(const PreferenceKey& key) {
     return Words{"un texto", "a text"}.in();
 }
 
+std::string expectedOf(const Preference& key) {
+    return Words{"{} espera {}", "{} expects {}"}.with(key.key, expectation(key));
+}
+
+std::optional<JsonValue> standardOf(const Preference& key) {
+    if (key.kind == PreferenceKind::folders) {
+        return JsonValue{JsonValue::Array()};
+    }
+    return std::visit(
+        [](const auto& standard) -> std::optional<JsonValue> {
+            using Standard = std::remove_cvref_t<decltype(standard)>;
+            if constexpr (std::is_same_v<Standard, std::monostate>) {
+                return std::nullopt;
+            } else if constexpr (std::is_same_v<Standard, std::string_view>) {
+                return JsonValue{std::string(standard)};
+            } else {
+                return JsonValue{standard};
+            }
+        },
+        key.standard);
+}
+
 /// An empty word is nobody's folder, and stays empty for the check of the value to refuse.
 JsonValue foldersFrom(const std::vector<std::string>& words) {
     JsonValue::Array folders;
@@ -129,7 +150,7 @@ JsonValue foldersFrom(const std::vector<std::string>& words) {
 }
 
 /// The value in one word, absent when the word cannot be one of its kind.
-std::optional<JsonValue> valueFrom(const PreferenceKey& key, const std::string& word) {
+std::optional<JsonValue> valueFrom(const Preference& key, const std::string& word) {
     const auto wrapped = [](auto parsed) {
         return parsed ? std::optional(JsonValue{*parsed}) : std::nullopt;
     };
@@ -147,106 +168,9 @@ std::optional<JsonValue> valueFrom(const PreferenceKey& key, const std::string& 
 
 } // namespace
 
-std::span<const PreferenceKey> preferenceKeys() {
-    using Kind = PreferenceKind;
-    static const auto keys = std::to_array<PreferenceKey>({
-        {.key = "objetivoBytes",
-         .kind = Kind::integer,
-         .standard = JsonValue{std::int64_t{24000000000}},
-         .meaningEs = "bytes que quieres liberar",
-         .meaningEn = "bytes you want to free"},
-        {.key = "bienvenidaVista",
-         .kind = Kind::boolean,
-         .standard = JsonValue{false},
-         .meaningEs = "la bienvenida ya se ha visto",
-         .meaningEn = "the welcome has been seen"},
-        {.key = "verDiscoEntero",
-         .kind = Kind::boolean,
-         .standard = JsonValue{false},
-         .meaningEs = "el mapa muestra el disco entero",
-         .meaningEn = "the map shows the whole disk"},
-        {.key = "apariencia",
-         .kind = Kind::choice,
-         .standard = JsonValue{std::string("system")},
-         .choices = {"system", "light", "dark"},
-         .meaningEs = "aspecto claro, oscuro o el del sistema",
-         .meaningEn = "light, dark or the system's appearance"},
-        {.key = "barraDeMenus",
-         .kind = Kind::boolean,
-         .standard = JsonValue{true},
-         .meaningEs = "icono en la barra de menús",
-         .meaningEn = "icon in the menu bar"},
-        {.key = "avisoGB",
-         .kind = Kind::integer,
-         .standard = JsonValue{std::int64_t{10}},
-         .most = 1000000,
-         .meaningEs = "GB libres por debajo de los que avisar",
-         .meaningEn = "free GB below which to warn"},
-        {.key = "avisoNotificacion",
-         .kind = Kind::boolean,
-         .standard = JsonValue{true},
-         .meaningEs = "avisar con una notificación",
-         .meaningEn = "warn with a notification"},
-        {.key = "limpiezaSemanal",
-         .kind = Kind::boolean,
-         .standard = JsonValue{false},
-         .meaningEs = "limpiar cada semana lo que se recrea solo",
-         .meaningEn = "clean weekly what recreates itself"},
-        {.key = "diasProyectoActivo",
-         .kind = Kind::integer,
-         .standard = JsonValue{std::int64_t{30}},
-         .most = 36500,
-         .meaningEs = "días que un proyecto sigue activo tras un cambio",
-         .meaningEn = "days a project stays active after a change"},
-        {.key = "carpetasProtegidas",
-         .kind = Kind::folders,
-         .standard = JsonValue{JsonValue::Array()},
-         .meaningEs = "carpetas que nunca se tocan",
-         .meaningEn = "folders that are never touched"},
-        {.key = "resumenConIA",
-         .kind = Kind::boolean,
-         .standard = JsonValue{true},
-         .meaningEs = "escribir el resumen con IA",
-         .meaningEn = "write the summary with AI"},
-        {.key = "explicarAlAnalizar",
-         .kind = Kind::boolean,
-         .standard = JsonValue{false},
-         .meaningEs = "explicar las carpetas tras cada análisis",
-         .meaningEn = "explain folders after each scan"},
-        {.key = "tamanoTexto",
-         .kind = Kind::number,
-         .standard = JsonValue{1.0},
-         .least = 0.5,
-         .most = 3,
-         .meaningEs = "tamaño del texto",
-         .meaningEn = "text size"},
-        {.key = "novedadesVistas",
-         .kind = Kind::text,
-         .meaningEs = "última versión cuyas novedades se vieron",
-         .meaningEn = "last version whose news were seen"},
-        {.key = "ultimaLimpiezaSemanal",
-         .kind = Kind::date,
-         .meaningEs = "fecha de la última limpieza semanal",
-         .meaningEn = "date of the last weekly cleanup"},
-        {.key = "ultimaLimpiezaSemanalBytes",
-         .kind = Kind::integer,
-         .meaningEs = "bytes que liberó",
-         .meaningEn = "bytes it freed"},
-        {.key = "avisoPocoEspacioEnviado",
-         .kind = Kind::date,
-         .meaningEs = "fecha del último aviso de poco espacio",
-         .meaningEn = "date of the last low-space warning"},
-        {.key = "modeloLocal",
-         .kind = Kind::localModel,
-         .meaningEs = "modelo de lenguaje en este ordenador: dirección y nombre",
-         .meaningEn = "language model on this computer: address and name"},
-    });
-    return keys;
-}
-
-const PreferenceKey* preferenceKey(std::string_view key) {
-    const auto found = std::ranges::find(preferenceKeys(), key, &PreferenceKey::key);
-    return found != preferenceKeys().end() ? &*found : nullptr;
+const Preference* preferenceNamed(std::string_view word) {
+    const auto* found = std::ranges::find(allPreferences, word, &Preference::key);
+    return found != allPreferences.end() ? *found : nullptr;
 }
 
 std::string Preferences::pathFor(const std::string& home) {
@@ -272,32 +196,37 @@ Preferences Preferences::load(const std::string& home) {
     return preferences;
 }
 
-std::optional<JsonValue> Preferences::value(const PreferenceKey& key) const {
+std::optional<JsonValue> Preferences::json(const Preference& key) const {
     const auto found = std::ranges::find(stored_, key.key, &JsonValue::Member::name);
-    return found != stored_.end() && isOfKind(key, found->value) ? found->value : key.standard;
+    return found != stored_.end() && isOfKind(key, found->value) ? found->value : standardOf(key);
 }
 
-std::optional<std::string> Preferences::problem() const {
+std::optional<std::string> Preferences::storeProblem() const {
     const std::string path = lumo::printable(pathFor(home_));
-    const auto say = [&](const Words& words) { return words.with(path); };
     if (!readProblem_.empty()) {
-        return say({"no he podido leer los ajustes en {}: ", "the settings in {} could not be read: "}) +
-               readProblem_;
+        return Words{"no he podido leer los ajustes en {}: {}", "the settings in {} could not be read: {}"}
+            .with(path, readProblem_);
     }
     if (isDamaged_) {
-        return say({"los ajustes en {} están dañados: arregla el fichero o bórralo",
-                    "the settings in {} are damaged: mend the file or delete it"});
-    }
-    const PreferenceKey& folders = *preferenceKey("carpetasProtegidas");
-    const auto stored = std::ranges::find(stored_, folders.key, &JsonValue::Member::name);
-    if (stored != stored_.end() && !isOfKind(folders, stored->value)) {
-        return say({"las carpetas protegidas en {} no son una lista de rutas absolutas: corrígelas",
-                    "the protected folders in {} are no list of absolute paths: correct them"});
+        return Words{"los ajustes en {} están dañados: arregla el fichero o bórralo",
+                     "the settings in {} are damaged: mend the file or delete it"}
+            .with(path);
     }
     return std::nullopt;
 }
 
-bool Preferences::hold(const PreferenceKey& key, std::optional<JsonValue> value) {
+std::optional<std::string> Preferences::problem() const {
+    const Preference& folders = preference::protectedFolders;
+    const auto stored = std::ranges::find(stored_, folders.key, &JsonValue::Member::name);
+    if (stored != stored_.end() && !isOfKind(folders, stored->value)) {
+        return Words{"las carpetas protegidas en {} no son una lista de rutas absolutas: corrígelas",
+                     "the protected folders in {} are no list of absolute paths: correct them"}
+            .with(lumo::printable(pathFor(home_)));
+    }
+    return storeProblem();
+}
+
+bool Preferences::hold(const Preference& key, std::optional<JsonValue> value) {
     if (value && !isOfKind(key, *value)) {
         return false;
     }
@@ -312,39 +241,29 @@ bool Preferences::hold(const PreferenceKey& key, std::optional<JsonValue> value)
     return true;
 }
 
-lumo::Result<void> Preferences::store(const PreferenceKey& key, std::optional<JsonValue> value) {
+lumo::Result<void> Preferences::store(const Preference& key, std::optional<JsonValue> value) {
+    if (const auto trouble = storeProblem()) {
+        // What else is stored is not known now and would be lost.
+        return lumo::failure(*trouble);
+    }
+    if (!hold(key, std::move(value))) {
+        return lumo::failure(expectedOf(key));
+    }
     const std::string path = pathFor(home_);
-    const auto problem = [&](const std::string& reason) {
-        return lumo::failure(lumo::printable(path) + ": " + reason);
-    };
-    if (!readProblem_.empty()) {
-        return problem(readProblem_);
-    }
-    if (value && !isOfKind(key, *value)) {
-        return lumo::failure(fmt::format("{}: {}", key.key, expectation(key)));
-    }
-    if (isDamaged_) {
-        // Without the colons, which some file systems refuse in names.
-        std::string stamp = lumo::isoText(platform::now());
-        std::erase(stamp, ':');
-        const std::string aside = fmt::format("{}.{}", path, stamp);
-        if (const auto moved = platform::renameAside(path, aside); !moved) {
-            return problem(lumo::reasonText(moved.error()));
-        }
-        isDamaged_ = false;
-    }
-    hold(key, std::move(value));
-    if (const auto made = platform::makePrivateFolder(std::string(lumo::parentOf(path))); !made) {
-        return problem(lumo::reasonText(made.error()));
-    }
     const std::string bytes = lumo::dumpJson({stored_}, lumo::JsonLayout::indented) + "\n";
-    if (const auto written = platform::replaceWhole(path, bytes); !written) {
-        return problem(lumo::reasonText(written.error()));
+    platform::SystemResult<void> written = platform::makePrivateFolder(std::string(lumo::parentOf(path)));
+    if (written) {
+        written = platform::replaceWhole(path, bytes);
+    }
+    if (!written) {
+        return lumo::failure(
+            Words{"no he podido guardar el ajuste en {}: {}", "the setting could not be saved in {}: {}"}
+                .with(lumo::printable(path), lumo::reasonText(written.error())));
     }
     return {};
 }
 
-lumo::Result<JsonValue> preferenceFromWords(const PreferenceKey& key, const std::vector<std::string>& words) {
+lumo::Result<JsonValue> preferenceFromWords(const Preference& key, const std::vector<std::string>& words) {
     std::optional<JsonValue> value;
     if (key.kind == PreferenceKind::folders && !words.empty()) {
         value = foldersFrom(words);
@@ -354,7 +273,7 @@ lumo::Result<JsonValue> preferenceFromWords(const PreferenceKey& key, const std:
         value = valueFrom(key, words.front());
     }
     if (!value || !isOfKind(key, *value)) {
-        return lumo::failure(Words{"{} espera {}", "{} expects {}"}.with(key.key, expectation(key)));
+        return lumo::failure(expectedOf(key));
     }
     return *value;
 }

@@ -10,13 +10,6 @@ using lumo::Language;
 
 namespace {
 
-template <class Value>
-std::optional<Value> stored(const Preferences& preferences, std::string_view key) {
-    const std::optional<lumo::JsonValue> value = preferences.value(*preferenceKey(key));
-    const auto decoded = value ? lumo::decode<Value>(*value) : lumo::failure("absent");
-    return decoded ? std::optional(*decoded) : std::nullopt;
-}
-
 bool isTimeOver(const std::optional<lumo::Date>& last, lumo::Date now) {
     return !last || now - *last >= interval;
 }
@@ -24,8 +17,8 @@ bool isTimeOver(const std::optional<lumo::Date>& last, lumo::Date now) {
 } // namespace
 
 Record storedRecord(const Preferences& preferences) {
-    return {.last = stored<lumo::Date>(preferences, dateKey),
-            .bytes = stored<std::int64_t>(preferences, bytesKey)};
+    return {.last = preferences.value(preference::lastWeeklyCleanup),
+            .bytes = preferences.value(preference::lastWeeklyCleanupBytes)};
 }
 
 bool isDue(const Situation& situation) {
@@ -44,12 +37,12 @@ std::vector<lumo::CleanupAction> actions(const std::vector<lumo::PlanEntry>& ent
 }
 
 lumo::Result<Cleaned> run(const PlanRequest& request, const Desk& desk, const CleanupWatch& watch) {
-    const auto store = [&](std::string_view key, const lumo::JsonValue& value) {
-        return Preferences::load(desk.home).store(*preferenceKey(key), value);
+    const auto set = [&](const auto& key, const auto& value) {
+        return Preferences::load(desk.home).set(key, value);
     };
     const auto choose = [&](const Plan& plan) -> lumo::Result<Agreement> {
         // Before anything is cleaned: a run that ends badly is not repeated every minute.
-        if (const auto begun = store(dateKey, lumo::encode(desk.now())); !begun) {
+        if (const auto begun = set(preference::lastWeeklyCleanup, desk.now()); !begun) {
             return std::unexpected(begun.error());
         }
         return Agreement{.actions = actions(plan.entries), .shown = plan.shown};
@@ -57,7 +50,7 @@ lumo::Result<Cleaned> run(const PlanRequest& request, const Desk& desk, const Cl
     auto cleaned = cleanChosen(request, desk, watch, choose);
     if (cleaned) {
         // Without the sum the settings tell one thing less, no more.
-        (void)store(bytesKey, lumo::encode(sumsOf(cleaned->outcomes).freed));
+        (void)set(preference::lastWeeklyCleanupBytes, sumsOf(cleaned->outcomes).freed);
     }
     return cleaned;
 }

@@ -24,14 +24,9 @@ inline constexpr std::chrono::seconds interval{604800};
 /// Less than this together is not worth running for.
 inline constexpr std::int64_t smallestGain = 200000000;
 
-/// Where the preferences keep a run's beginning, which is stored before anything is cleaned so that a run
-/// that ends badly is not repeated every minute, and what it freed.
-inline constexpr std::string_view dateKey = "ultimaLimpiezaSemanal";
-inline constexpr std::string_view bytesKey = "ultimaLimpiezaSemanalBytes";
-
 /// What is stored of the last run.
 struct Record {
-    std::optional<lumo::Date> last;    ///< When it began.
+    std::optional<lumo::Date> last;    ///< When it began: stored before anything is cleaned.
     std::optional<std::int64_t> bytes; ///< What it freed; 0 when there was too little to do.
 
     friend bool operator==(const Record&, const Record&) = default;

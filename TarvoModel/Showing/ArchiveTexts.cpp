@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Words.h"
+#include "LumoCore/Cleanup/Holding.h"
 
 #include <fmt/format.h>
 
@@ -33,19 +34,18 @@ std::string estimateText(std::string_view name, const Estimate& estimate, Langua
         Words{"«{}» ocupa {}; en un zip, unos {}. ", "“{}” takes {}; in a zip, about {}. "}.in(
             language, name, ByteFormat::string(estimate.bytes, language),
             ByteFormat::string(estimate.compressedBytes, language));
-    const Words saving =
-        isHardlyWorthIt(estimate)
-            ? Words{"Apenas se comprime: ahorrarías unos {}.", "It barely compresses: you'd save about {}."}
-            : Words{"Ahorrarías unos {}.", "You'd save about {}."};
+    const Words saving = isHardlyWorthIt(estimate) ? Words{"Apenas se comprime: ahorrarías unos {}.",
+                                                           "It barely compresses: you'd save about {}."}
+                                                   : Words{"Ahorrarías unos {}.", "You'd save about {}."};
     return shares + saving.in(language, saved);
 }
 
 std::string archiveExplanation(std::string_view archiveName, Language language) {
-    return Words{"Se creará {} al lado y se comprobará entero; solo entonces el original se aparta 7 "
+    return Words{"Se creará {} al lado y se comprobará entero; solo entonces el original se aparta {} "
                  "días, por si acaso, y después se borra solo.",
                  "{} will be created beside it and checked in full; only then the original is set "
-                 "aside for 7 days, just in case, and deleted automatically afterwards."}
-        .in(language, archiveName);
+                 "aside for {} days, just in case, and deleted automatically afterwards."}
+        .in(language, archiveName, lumo::Holding::retentionDays);
 }
 
 std::string archiveQuestion(std::string_view name, Language language) {
@@ -53,9 +53,9 @@ std::string archiveQuestion(std::string_view name, Language language) {
 }
 
 std::string archivedText(std::string_view archive, std::int64_t archiveBytes, Language language) {
-    return Words{"Archivado en {} ({}). El original se ha apartado 7 días.",
-                 "Archived as {} ({}). The original is set aside for 7 days."}
-        .in(language, archive, ByteFormat::string(archiveBytes, language));
+    return Words{"Archivado en {} ({}). El original se ha apartado {} días.",
+                 "Archived as {} ({}). The original is set aside for {} days."}
+        .in(language, archive, ByteFormat::string(archiveBytes, language), lumo::Holding::retentionDays);
 }
 
 std::string originalKeptText(std::string_view archive, std::string_view reason, lumo::Language language) {

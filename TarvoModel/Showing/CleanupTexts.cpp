@@ -12,6 +12,8 @@
 namespace tarvo {
 
 using lumo::Language;
+using lumo::System;
+using lumo::SystemWords;
 using lumo::Words;
 using lumo::ByteFormat::string;
 
@@ -146,17 +148,16 @@ std::string emptiedText(const lumo::Holding::Emptied& emptied, Language language
            Words{": lo apartado se ha borrado", ": Recently Cleaned was emptied"}.in(language);
 }
 
-std::string deletePermanentlyTitle(Language language) {
-    return Words{"Borrar definitivamente", "Delete Permanently"}.in(language);
-}
-
-std::string requestCleanHelp(Language language) {
-    return Words{"Limpiar lo marcado (⌘⌫). Siempre te pide confirmación.",
-                 "Clean what's selected (⌘⌫). It always asks you to confirm."}
+std::string requestCleanHelp(Language language, System system) {
+    return SystemWords{.macos = {"Limpiar lo marcado (⌘⌫). Siempre te pide confirmación.",
+                                 "Clean what's selected (⌘⌫). It always asks you to confirm."},
+                       .linux = {"Limpiar lo marcado (Ctrl+Retroceso). Siempre te pide confirmación.",
+                                 "Clean what's selected (Ctrl+Backspace). It always asks you to confirm."}}
+        .on(system)
         .in(language);
 }
 
-std::string cleanHelp(const CleanupShares& shares, Language language) {
+std::string cleanHelp(const CleanupShares& shares, Language language, System system) {
     // A tool's deletions come first: they are what nobody can take back.
     if (shares.tool > 0) {
         return Words{"Se libera al momento; lo de Docker u Ollama no se puede deshacer",
@@ -164,7 +165,7 @@ std::string cleanHelp(const CleanupShares& shares, Language language) {
             .in(language);
     }
     if (shares.trash > 0) {
-        return requestCleanHelp(language);
+        return requestCleanHelp(language, system);
     }
     return Words{"Se libera al momento: todo lo marcado se regenera solo",
                  "Freed right away: everything selected recreates itself"}
@@ -194,16 +195,6 @@ std::string heldText(lumo::Date expiry, Language language) {
            Words{". Hasta entonces puedes deshacer, o vaciarlo ya para liberar el espacio.",
                  ". Until then you can undo, or empty it now to free the space."}
                .in(language);
-}
-
-std::string undoHelp(Language language) {
-    return Words{"Devuelve a su sitio lo que apartó la última limpieza",
-                 "Puts back what the last cleanup set aside"}
-        .in(language);
-}
-
-std::string emptyNowTitle(Language language) {
-    return Words{"Vaciar ahora…", "Empty Now…"}.in(language);
 }
 
 std::string emptyBannerQuestion(const HeldTotals& held, Language language) {

@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/Date.h"
 #include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/System.h"
 #include "LumoCore/Cleanup/CleanupAction.h"
 #include "LumoCore/Cleanup/CleanupOutcome.h"
 #include "LumoCore/Cleanup/Holding.h"
@@ -67,13 +68,12 @@ std::string emptyExplanation(lumo::Language language = lumo::currentLanguage());
 std::string emptiedText(const lumo::Holding::Emptied& emptied,
                         lumo::Language language = lumo::currentLanguage());
 
-/// What the button in that question says.
-std::string deletePermanentlyTitle(lumo::Language language = lumo::currentLanguage());
-
 /// What the button does that asks for the confirmation, and what the one in it does: as much as the selection
-/// allows to say.
-std::string requestCleanHelp(lumo::Language language = lumo::currentLanguage());
-std::string cleanHelp(const CleanupShares& shares, lumo::Language language = lumo::currentLanguage());
+/// allows to say, with the keys of the system.
+std::string requestCleanHelp(lumo::Language language = lumo::currentLanguage(),
+                             lumo::System system = lumo::currentSystem());
+std::string cleanHelp(const CleanupShares& shares, lumo::Language language = lumo::currentLanguage(),
+                      lumo::System system = lumo::currentSystem());
 
 /// What the button in the confirmation says: the amount with the verb, so that nobody agrees to a surprise.
 std::string cleanTitle(const CleanupShares& shares, lumo::Language language = lumo::currentLanguage());
@@ -87,12 +87,9 @@ struct HeldTotals {
 };
 HeldTotals totalsOf(const std::vector<lumo::Holding::Batch>& batches);
 
-/// The banner over what is set aside: how much, until when, its buttons, and the question before all of it
-/// goes.
+/// The banner over what is set aside: how much, until when, and the question before all of it goes.
 std::string heldTitle(const HeldTotals& held, lumo::Language language = lumo::currentLanguage());
 std::string heldText(lumo::Date expiry, lumo::Language language = lumo::currentLanguage());
-std::string undoHelp(lumo::Language language = lumo::currentLanguage());
-std::string emptyNowTitle(lumo::Language language = lumo::currentLanguage());
 std::string emptyBannerQuestion(const HeldTotals& held, lumo::Language language = lumo::currentLanguage());
 
 /// What is said when something was deleted because its time was over.

@@ -72,10 +72,13 @@ std::string blockedText(const lumo::PlanEntry* entry, Language language) {
                : Words{"no se puede limpiar ahora", "can't be cleaned right now"}.in(language);
 }
 
-std::string insideText(const Tile& tile, Language language) {
+std::string insideText(const Tile& tile, Language language, lumo::System system) {
     if (!tile.isFolder) {
-        return Words{"Archivo · clic derecho para verlo en el Finder",
-                     "File · right-click to show it in the Finder"}
+        return lumo::SystemWords{.macos = {"Archivo · clic derecho para verlo en el Finder",
+                                           "File · right-click to show it in the Finder"},
+                                 .linux = {"Archivo · clic derecho para verlo en el gestor de archivos",
+                                           "File · right-click to show it in the file manager"}}
+            .on(system)
             .in(language);
     }
     return Words{"Carpeta · pincha para ver qué hay dentro", "Folder · click to see what's inside"}.in(
@@ -233,9 +236,10 @@ TileState stateOf(const std::string& id, const std::set<std::string>& selection,
     return entry->skipReason ? TileState::blocked : TileState::unselected;
 }
 
-std::string statusOf(const Tile& tile, TileState state, const lumo::PlanEntry* entry, Language language) {
+std::string statusOf(const Tile& tile, TileState state, const lumo::PlanEntry* entry, Language language,
+                     lumo::System system) {
     if (tile.id.starts_with(TileID::insidePrefix)) {
-        return insideText(tile, language);
+        return insideText(tile, language, system);
     }
     switch (state) {
     case TileState::selected:
@@ -248,10 +252,6 @@ std::string statusOf(const Tile& tile, TileState state, const lumo::PlanEntry* e
         break;
     }
     return infoText(tile, language);
-}
-
-std::string magnifierText(Language language) {
-    return Words{" · la lupa enseña qué hay dentro", " · the magnifier shows what's inside"}.in(language);
 }
 
 bool wantsDarkInk(const Color& color) {

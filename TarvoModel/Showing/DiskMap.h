@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/Codec.h"
 #include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/System.h"
 #include "LumoCore/Cleanup/CleanupPlanner.h"
 #include "LumoCore/Scanning/FolderContents.h"
 #include "TarvoModel/Showing/Rows.h"
@@ -92,10 +93,8 @@ TileState stateOf(const std::string& id, const std::set<std::string>& selection,
 
 /// What the tile's card says about it.
 std::string statusOf(const Tile& tile, TileState state, const lumo::PlanEntry* entry,
-                     lumo::Language language = lumo::currentLanguage());
-
-/// What the magnifier on a tile that can be opened adds to its help.
-std::string magnifierText(lumo::Language language = lumo::currentLanguage());
+                     lumo::Language language = lumo::currentLanguage(),
+                     lumo::System system = lumo::currentSystem());
 
 /// Red, green and blue from 0 to 1.
 using Color = std::array<double, 3>;

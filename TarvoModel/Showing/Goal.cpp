@@ -29,10 +29,6 @@ double fraction(std::int64_t goal, std::int64_t selected) {
     return std::max(static_cast<double>(selected) / static_cast<double>(goal), 0.0);
 }
 
-std::string label(Language language) {
-    return lumo::Words{"Objetivo", "Goal"}.in(language);
-}
-
 std::string goalText(std::int64_t goal) {
     return std::to_string(goal / step) + " GB";
 }
@@ -46,14 +42,6 @@ std::string meterText(std::int64_t goal, std::int64_t selected, Language languag
            lumo::Words{": marca más elementos en el mapa o en la lista",
                        " to go: select more items in the map or the list"}
                .in(language);
-}
-
-std::string raiseHelp(Language language) {
-    return lumo::Words{"Subir objetivo 1 GB", "Raise goal by 1 GB"}.in(language);
-}
-
-std::string lowerHelp(Language language) {
-    return lumo::Words{"Bajar objetivo 1 GB", "Lower goal by 1 GB"}.in(language);
 }
 
 } // namespace tarvo::Goal

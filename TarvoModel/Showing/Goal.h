@@ -23,18 +23,11 @@ bool isReached(std::int64_t goal, std::int64_t selected);
 /// How full the meter is, from 0 to 1.
 double fraction(std::int64_t goal, std::int64_t selected);
 
-/// The meter's label.
-std::string label(lumo::Language language = lumo::currentLanguage());
-
 /// The goal in whole gigabytes.
 std::string goalText(std::int64_t goal);
 
 /// What the selection means for the goal: that it is reached, or what is missing and how to go on.
 std::string meterText(std::int64_t goal, std::int64_t selected,
                       lumo::Language language = lumo::currentLanguage());
-
-/// What the buttons do.
-std::string raiseHelp(lumo::Language language = lumo::currentLanguage());
-std::string lowerHelp(lumo::Language language = lumo::currentLanguage());
 
 } // namespace tarvo::Goal

@@ -7,7 +7,6 @@
 #include <chrono>
 #include <cstdint>
 #include <optional>
-#include <string_view>
 
 /// The warning that the disk is nearly full: once a day at most, and again only after there was clearly more
 /// space in between.
@@ -19,9 +18,6 @@ inline constexpr std::int64_t gap = 2000000000;
 
 /// An alert sent less long ago is not repeated.
 inline constexpr std::chrono::seconds interval{86400};
-
-/// Where the preferences keep when the last alert was sent.
-inline constexpr std::string_view dateKey = "avisoPocoEspacioEnviado";
 
 /// What is known at one look.
 struct Look {

@@ -70,10 +70,4 @@ std::string idleText(const lumo::VolumeInfo& volume, double scanSeconds,
            ByteFormat::string(volume.totalBytes, language) + " · " + analyzed;
 }
 
-std::string firstLookText(Language language) {
-    return lumo::Words{"Primero miro lo que no necesita permisos; enseguida verás resultados.",
-                       "First I look at what doesn't need permission; you'll see results right away."}
-        .in(language);
-}
-
 } // namespace tarvo

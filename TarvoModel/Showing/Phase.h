@@ -63,7 +63,4 @@ std::string idleText(const lumo::VolumeInfo& volume, double scanSeconds,
                      const std::optional<CleanupSums>& lastCleanup,
                      lumo::Language language = lumo::currentLanguage());
 
-/// What the empty window says during the first pass.
-std::string firstLookText(lumo::Language language = lumo::currentLanguage());
-
 } // namespace tarvo

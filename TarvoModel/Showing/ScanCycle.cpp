@@ -36,8 +36,11 @@ std::string unreadableVolumeText(const Volume& volume, Language language) {
                .in(language);
 }
 
-std::string scanAgainHelp(Language language) {
-    return lumo::Words{"Volver a analizar (⌘R)", "Analyze again (⌘R)"}.in(language);
+std::string scanAgainHelp(Language language, lumo::System system) {
+    return lumo::SystemWords{.macos = {"Volver a analizar (⌘R)", "Analyze again (⌘R)"},
+                             .linux = {"Volver a analizar (Ctrl+R)", "Analyze again (Ctrl+R)"}}
+        .on(system)
+        .in(language);
 }
 
 } // namespace tarvo

@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/Date.h"
 #include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/System.h"
 #include "Platform/MountedVolumes.h"
 #include "TarvoModel/Showing/Phase.h"
 
@@ -37,6 +38,7 @@ std::vector<Volume> otherVolumes(const std::vector<Volume>& mounted,
 std::string unreadableVolumeText(const Volume& volume, lumo::Language language = lumo::currentLanguage());
 
 /// What the button does that scans.
-std::string scanAgainHelp(lumo::Language language = lumo::currentLanguage());
+std::string scanAgainHelp(lumo::Language language = lumo::currentLanguage(),
+                          lumo::System system = lumo::currentSystem());
 
 } // namespace tarvo

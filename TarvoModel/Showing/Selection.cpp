@@ -92,15 +92,13 @@ std::string selectedText(const CleanupShares& shares, Language language) {
     return selected;
 }
 
-std::string selectSafeHelp(Language language) {
-    return lumo::Words{"Vuelve a marcar solo lo que se regenera solo (⇧⌘S)",
-                       "Select only what recreates itself again (⇧⌘S)"}
+std::string selectSafeHelp(Language language, lumo::System system) {
+    return lumo::SystemWords{.macos = {"Vuelve a marcar solo lo que se regenera solo (⇧⌘S)",
+                                       "Select only what recreates itself again (⇧⌘S)"},
+                             .linux = {"Vuelve a marcar solo lo que se regenera solo (Ctrl+Mayús+S)",
+                                       "Select only what recreates itself again (Ctrl+Shift+S)"}}
+        .on(system)
         .in(language);
-}
-
-std::string deselectAllHelp(Language language) {
-    return lumo::Words{"Desmarca todo para elegir uno a uno", "Deselect everything to choose one by one"}.in(
-        language);
 }
 
 } // namespace tarvo

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/System.h"
 #include "LumoCore/Cleanup/CleanupPlanner.h"
 #include "LumoCore/Scanning/ScanReport.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
@@ -50,8 +51,8 @@ CleanupShares selectedShares(const Selection& selection, const std::vector<lumo:
 /// What is selected, for one line: all of it, what is freed at once and what is set aside.
 std::string selectedText(const CleanupShares& shares, lumo::Language language = lumo::currentLanguage());
 
-/// What the buttons do that change the whole selection.
-std::string selectSafeHelp(lumo::Language language = lumo::currentLanguage());
-std::string deselectAllHelp(lumo::Language language = lumo::currentLanguage());
+/// What the button does that ticks what is safe.
+std::string selectSafeHelp(lumo::Language language = lumo::currentLanguage(),
+                           lumo::System system = lumo::currentSystem());
 
 } // namespace tarvo

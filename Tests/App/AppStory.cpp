@@ -35,7 +35,8 @@ AppStory::AppStory(const RunMode& mode)
         return std::chrono::duration<double>((now_ - set_).time_since_epoch()).count();
     };
     services.desk.boot = [this] {
-        return lumo::platform::BootMoment{.boot = "story", .seconds = services.steadySeconds()};
+        return lumo::platform::BootMoment{.boot = "story",
+                                          .seconds = static_cast<std::int64_t>(services.steadySeconds())};
     };
     services.volumeInfo = [this](const std::string&) {
         const std::scoped_lock lock(mutex_);

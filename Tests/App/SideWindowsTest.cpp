@@ -126,7 +126,7 @@ TEST_F(SideWindowsTest, WhatIsChangedInTheSettingsIsThereAfterARestart) {
     EXPECT_TRUE(settings.autoCleanWeekly());
     EXPECT_EQ(settings.lowSpaceGB(), 11);
     EXPECT_EQ(settings.protectedFolders().size(), 1);
-    EXPECT_EQ(wordsOf(*settings.preferences().value(*preferenceKey("carpetasProtegidas"))), "/srv/caf\\xE9");
+    EXPECT_EQ(wordsOf(*settings.preferences().json(preference::protectedFolders)), "/srv/caf\\xE9");
 }
 
 TEST_F(SideWindowsTest, EveryWindowOpensInBothLanguagesAndAppearancesAndClosesWithEscape) {

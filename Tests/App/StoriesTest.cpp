@@ -166,12 +166,12 @@ TEST(AppStories, WhatIsProtectedBetweenQuestionAndAnswerStays) {
     ASSERT_TRUE(story.app().isConfirming());
     // Another program stores it: this one has not heard of it.
     Preferences preferences = Preferences::load(story.home.path());
-    ASSERT_TRUE(preferences.store(*preferenceKey("carpetasProtegidas"),
-                                  lumo::encode(std::vector{story.home.path(".npm")})));
+    ASSERT_TRUE(preferences.set(preference::protectedFolders, {story.home.path(".npm")}));
     story.app().clean();
     ASSERT_TRUE(story.waitUntilIdle());
     EXPECT_TRUE(story.hasCache());
-    EXPECT_EQ(bytesOf(story.app().notice()), "“npx temporary packages” was left as it was: it's in a folder protected in Settings");
+    EXPECT_EQ(bytesOf(story.app().notice()),
+              "“npx temporary packages” was left as it was: it's in a folder protected in Settings");
     EXPECT_EQ(story.app().selectedBytes(), 0) << "the new plan knows";
 }
 
@@ -357,7 +357,8 @@ TEST(AppStories, DamagedPreferencesLetNothingBeTicked) {
     // Any change wrote a new store without the protected folders, and everything could be ticked again.
     story.app().finishWelcome();
     story.app().raiseGoal();
-    ASSERT_TRUE(story.waitUntilIdle());
+    ASSERT_TRUE(story.waitUntil([&] { return !story.app().notice().isEmpty(); }));
+    EXPECT_THAT(bytesOf(story.app().notice()), HasSubstr("mend the file or delete it"));
     story.quit();
     EXPECT_EQ(contentOf(story.home.path(".config/TarvoAI/preferencias.json")), "{torn");
 }

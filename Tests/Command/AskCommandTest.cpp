@@ -15,6 +15,11 @@ TEST(AskCommand, AnswersWordsWithAndWithoutQuotesAndOpensTopicsByTheirNames) {
     EXPECT_EQ(runTarvo(home, {"preguntar", "cómo", "deshago", "una", "limpieza"}).output, answer);
     EXPECT_EQ(runTarvo(home, {"ask", "--topics", "apartado"}).output, answer);
     EXPECT_EQ(runTarvo(home, {"ask", "¿Cómo deshago una limpieza?"}, {"TARVO_IDIOMA=en"}).output, answer);
+    // The document said that the help does not know what the text answered in the other language.
+    const auto inEnglish = jsonOf(home, {"ask", "What is Recently Cleaned, and how do I undo a cleanup?"});
+    EXPECT_EQ(*inEnglish.find("sources"), json(R"(["apartado"])"));
+    EXPECT_THAT(runTarvo(home, {"ask", "What is Recently Cleaned, and how do I undo a cleanup?"}).output,
+                StartsWith("What is Recently Cleaned, and how do I undo a cleanup?\n"));
     EXPECT_THAT(runTarvo(home, {"ask", "--topics"}, {"TARVO_IDIOMA=en"}).output,
                 HasSubstr("  lento         Why is it slow, or showing “Also searching…”?\n"));
     const auto topics = jsonOf(home, {"ask", "--topics"});

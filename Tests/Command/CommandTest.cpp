@@ -169,6 +169,19 @@ TEST(Command, LeavesOutOfAQuickScanWhatNeedsPermissionAndProjects) {
     EXPECT_THAT(noProjects.projects, IsEmpty());
 }
 
+TEST(Command, LeavesDamagedSettingsAsTheyAreAndSaysWhatToDo) {
+    // Changing one setting began afresh, and the folders that were protected no longer were.
+    const TempHome home;
+    home.fileWith(".config/TarvoAI/preferencias.json", R"({"carpetasProtegidas":["/a"],)");
+    for (const char* line :
+         {"settings set avisoGB 7", "ajustes unset avisoGB", "settings set carpetasProtegidas /b"}) {
+        const Ran ran = runTarvo(home, wordsIn(line));
+        isOneComplaint(ran, 1);
+        EXPECT_THAT(ran.error, HasSubstr("arregla el fichero o bórralo"));
+    }
+    EXPECT_EQ(contentOf(home.path(".config/TarvoAI/preferencias.json")), R"({"carpetasProtegidas":["/a"],)");
+}
+
 TEST(Command, ShowsAndChangesSettingsAsAnObjectFromKeyToValue) {
     const TempHome home;
     EXPECT_THAT(keysOf(jsonOf(home, {"ajustes"})), SizeIs(13)) << "those with a value";

@@ -17,8 +17,8 @@ TEST(HeldState, EmptiesOnlyWhatIsAsItWasWhenItWasAskedAbout) {
     const std::string root = "Library/Application Support/TarvoAI/Apartado/";
     home.files({root + "20260314-093005/a", root + "20260314-093006/b"}, 5000);
     const Desk desk{.home = home.path(), .program = "test", .now = [] {
-                            return *lumo::dateFromIsoText("2026-03-14T12:00:00Z");
-                        }};
+                        return *lumo::dateFromIsoText("2026-03-14T12:00:00Z");
+                    }};
     const auto asked = heldState(desk);
     ASSERT_TRUE(asked);
     ASSERT_THAT(asked->batches, SizeIs(2));

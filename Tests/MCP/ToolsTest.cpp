@@ -1,6 +1,8 @@
 #include "TarvoMCP/Tools.h"
 #include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Cleanup/HistoryLog.h"
+#include "LumoCore/Explaining/Explanation.h"
+#include "TarvoModel/Flows/HelpReply.h"
 #include "Tests/MCP/FakeClient.h"
 #include "Tests/support/TempHome.h"
 
@@ -8,7 +10,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <map>
 
+using lumo::JsonValue;
 using tarvo::mcp::Consent;
 using tarvo::mcp::Tool;
 using tarvo::mcp::ToolAnswer;
@@ -32,15 +36,18 @@ class Agent final {
 
     ToolAnswer call(const std::string& name, const std::string& arguments,
                     Consent consent = Consent::declined) {
-        const auto tool = std::ranges::find(tools_, name, &Tool::name);
-        return tool->run({.arguments = lumo::parseJson(arguments).value(),
-                          .caller = "Agent",
-                          .progress = [](std::int64_t, const std::string&) {},
-                          .ask =
-                              [this, consent](const std::string& question, const std::string&) {
-                                  asked = question;
-                                  return consent;
-                              }});
+        return tool(name).run({.arguments = lumo::parseJson(arguments).value(),
+                               .caller = "Agent",
+                               .progress = [](std::int64_t, const std::string&) {},
+                               .ask =
+                                   [this, consent](const std::string& question, const std::string&) {
+                                       asked = question;
+                                       return consent;
+                                   }});
+    }
+
+    [[nodiscard]] const Tool& tool(const std::string& name) const {
+        return *std::ranges::find(tools_, name, &Tool::name);
     }
 
     std::string asked; ///< The last question to the user.
@@ -48,6 +55,64 @@ class Agent final {
   private:
     std::vector<Tool> tools_;
 };
+
+struct Painted {
+    static constexpr std::string_view caseName = "painted";
+    std::string by;
+    static constexpr auto fields = std::tuple{lumo::field("by", &Painted::by)};
+};
+struct Bare {
+    static constexpr std::string_view caseName = "bare";
+    static constexpr auto fields = std::tuple{};
+};
+using Surface = std::variant<Painted, Bare>;
+
+/// What of the document is not as its schema says, or is not in it; empty when all is.
+std::string faultOf(const JsonValue& document, const JsonValue& schema) {
+    if (const JsonValue* cases = schema.find("oneOf")) {
+        const auto& all = std::get<JsonValue::Array>(cases->value);
+        const bool fits =
+            std::ranges::any_of(all, [&](const auto& each) { return faultOf(document, each).empty(); });
+        return fits ? "" : "fits no case";
+    }
+    static const std::vector<std::string> types{"null",   "boolean", "integer", "number",
+                                                "string", "array",   "object"};
+    const std::string type = at(schema, "type");
+    if (types[document.value.index()] != type) {
+        return "no " + type;
+    }
+    if (const JsonValue* names = schema.find("enum")) {
+        const auto& all = std::get<JsonValue::Array>(names->value);
+        return std::ranges::find(all, document) != all.end() ? "" : "unknown value";
+    }
+    if (schema.find("format") != nullptr && !lumo::decode<lumo::Date>(document)) {
+        return "no date";
+    }
+    if (const auto* list = std::get_if<JsonValue::Array>(&document.value)) {
+        for (const JsonValue& each : *list) {
+            if (const std::string fault = faultOf(each, *schema.find("items")); !fault.empty()) {
+                return "[]: " + fault;
+            }
+        }
+    }
+    const JsonValue* properties = schema.find("properties");
+    if (properties == nullptr) {
+        return "";
+    }
+    for (const auto& member : std::get<JsonValue::Object>(document.value)) {
+        const JsonValue* of = properties->find(member.name);
+        const std::string fault = of != nullptr ? faultOf(member.value, *of) : "not in the schema";
+        if (!fault.empty()) {
+            return member.name + ": " + fault;
+        }
+    }
+    for (const JsonValue& name : std::get<JsonValue::Array>(schema.find("required")->value)) {
+        if (document.find(std::get<std::string>(name.value)) == nullptr) {
+            return std::get<std::string>(name.value) + ": missing";
+        }
+    }
+    return "";
+}
 
 std::string planIn(const ToolAnswer& proposal) {
     return R"({"plan":")" + at(*proposal.structured, "plan") + "\"";
@@ -125,20 +190,42 @@ TEST(Tools, LookOnlyIntoTheHome) {
 }
 
 TEST(Tools, KeepToTheirOutputSchemas) {
+    // The schemas stood beside the records and said nothing of `createdAt`, `restorable` and others.
     const TempHome home;
     home.file("Music/a.flac", 100000);
-    const auto workspace = std::make_shared<Workspace>(home.path());
-    for (const Tool& tool : tarvo::mcp::lookingTools(workspace)) {
-        EXPECT_TRUE(tool.hints.isReadOnly && !tool.hints.isDestructive) << tool.name;
-        const bool takesPath = tool.input.find("properties")->find("path") != nullptr;
-        const ToolAnswer answer =
-            tool.run({.arguments = lumo::parseJson(takesPath ? R"({"path":"Music"})" : "{}").value(),
-                      .caller = "Agent",
-                      .progress = [](std::int64_t, const std::string&) {}});
-        ASSERT_TRUE(answer.structured) << tool.name << answer.text;
-        for (const auto& required : std::get<lumo::JsonValue::Array>(tool.output.find("required")->value)) {
-            EXPECT_NE(answer.structured->find(std::get<std::string>(required.value)), nullptr)
-                << tool.name << " " << std::get<std::string>(required.value);
-        }
+    home.file("Music/b/c.flac", 100000);
+    home.file(".cache/uv/wheel", 3000000);
+    Agent agent(home);
+    const std::string plan = planIn(agent.call("propose_cleanup", "{}"));
+    for (const auto& [name, arguments] :
+         std::map<std::string, std::string>{{"analyze_disk", "{}"},
+                                            {"list_folder", R"({"path":"Music"})"},
+                                            {"explain_folder", R"({"path":"Music"})"},
+                                            {"what_grew", "{}"},
+                                            {"propose_cleanup", "{}"},
+                                            {"clean", plan + "}"},
+                                            {"archive", R"({"path":"Music/b"})"},
+                                            {"list_set_aside", "{}"},
+                                            {"restore", "{}"},
+                                            {"help", R"({"question":"what do the colors mean"})"}}) {
+        const ToolAnswer answer = agent.call(name, arguments, Consent::given);
+        ASSERT_TRUE(answer.structured) << name << " " << answer.text;
+        EXPECT_EQ(faultOf(*answer.structured, agent.tool(name).output), "") << name;
     }
+    const std::string question = "¿Tiene atajos de teclado?"; // In the other language, too.
+    EXPECT_EQ(*agent.call("help", "{\"question\":\"" + question + "\"}").structured,
+              lumo::encode(tarvo::answerTo(question, {}).answer));
+    using namespace lumo;
+    const Date now;
+    EXPECT_EQ(faultOf(encode(Explanation{.suggestedSafety = Safety::safe, .note = "", .createdAt = now}),
+                      agent.tool("explain_folder").output),
+              "");
+    EXPECT_EQ(
+        faultOf(encode(CleanupOutcome{
+                    .message = "", .restorable = std::vector<TrashedItem>(1), .date = now, .caller = ""}),
+                *agent.tool("clean").output.find("properties")->find("outcomes")->find("items")),
+        "");
+    EXPECT_EQ(faultOf(encode(Surface{Painted{"red"}}), tarvo::mcp::schemaIn<Surface>({})), "");
+    EXPECT_EQ(faultOf(parseJson(R"({"painted":{"by":7}})").value(), tarvo::mcp::schemaIn<Surface>({})),
+              "fits no case");
 }

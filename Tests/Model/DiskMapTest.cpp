@@ -147,8 +147,9 @@ TEST(DiskMap, SaysOfEachTileWhatItIsIn) {
           Case{"dentro:/x", TileState::info, "Archivo · clic derecho para verlo en el Finder"}}) {
         const Tile tile{.id = expected.id, .label = {}, .detail = {}, .safety = {}};
         EXPECT_EQ(plan.stateOf(tile.id), expected.state) << expected.id;
-        EXPECT_EQ(DiskMap::statusOf(tile, expected.state, plan.entry(tile.id), Language::es),
-                  expected.status);
+        EXPECT_EQ(
+            DiskMap::statusOf(tile, expected.state, plan.entry(tile.id), Language::es, lumo::System::macos),
+            expected.status);
     }
     EXPECT_EQ(TickedPlan().stateOf("a"), TileState::info);
 }

@@ -1,4 +1,5 @@
 #include "TarvoModel/Flows/Preferences.h"
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Folder.h"
 #include "Tests/support/TempHome.h"
 
@@ -9,6 +10,7 @@
 
 using namespace lumo;
 using tarvo::Preferences;
+namespace preference = tarvo::preference;
 using namespace tarvo::testing;
 using namespace testing;
 
@@ -16,8 +18,8 @@ namespace {
 
 constexpr std::string_view store = ".config/TarvoAI/preferencias.json";
 
-const tarvo::PreferenceKey& key(std::string_view name) {
-    return *tarvo::preferenceKey(name);
+const tarvo::Preference& key(std::string_view name) {
+    return *tarvo::preferenceNamed(name);
 }
 
 JsonValue json(std::string_view text) {
@@ -26,7 +28,7 @@ JsonValue json(std::string_view text) {
 
 /// The value that a fresh look at the disk gives, as JSON; "absent" when there is none.
 std::string stored(const TempHome& home, std::string_view name) {
-    const auto value = Preferences::load(home.path()).value(key(name));
+    const auto value = Preferences::load(home.path()).json(key(name));
     return value ? dumpJson(*value, JsonLayout::line) : "absent";
 }
 
@@ -35,8 +37,8 @@ std::string stored(const TempHome& home, std::string_view name) {
 TEST(Preferences, HaveTheAgreedKeysAndStandardValues) {
     const TempHome home;
     std::string listed;
-    for (const tarvo::PreferenceKey& each : tarvo::preferenceKeys()) {
-        listed += std::string(each.key) + " " + stored(home, each.key) + " ";
+    for (const tarvo::Preference* each : tarvo::allPreferences) {
+        listed += std::string(each->key) + " " + stored(home, each->key) + " ";
     }
     EXPECT_EQ(listed, "objetivoBytes 24000000000 bienvenidaVista false verDiscoEntero false "
                       "apariencia \"system\" barraDeMenus true avisoGB 10 avisoNotificacion true "
@@ -93,33 +95,28 @@ TEST(Preferences, TakeValuesOfAWrongKindOrOutOfRangeForNotStored) {
     }
 }
 
-TEST(Preferences, KeepADamagedStoreAsideAtTheNextChange) {
+TEST(Preferences, LeaveAloneWhatIsDamagedOrCannotBeRead) {
+    // A change of one setting began a fresh store, in which the protected folders were gone.
+    const auto expectRefused = [](const TempHome& home, std::string_view reason) {
+        Preferences preferences = Preferences::load(home.path());
+        for (const auto& refused : {preferences.set(preference::lowSpaceGB, 5),
+                                    preferences.store(preference::lowSpaceGB, std::nullopt)}) {
+            ASSERT_FALSE(refused);
+            EXPECT_THAT(refused.error().message, AllOf(HasSubstr(home.path(store)), HasSubstr(reason)));
+        }
+        EXPECT_EQ(preferences.value(preference::lowSpaceGB), 10);
+        EXPECT_THAT(platform::namesIn(home.path(".config/TarvoAI")), ElementsAre("preferencias.json"));
+    };
     for (const std::string damaged : {"{\"avisoGB\": 20", "[]", "", "\xFF"}) {
         const TempHome home;
         home.fileWith(store, damaged);
-        EXPECT_EQ(stored(home, "avisoGB"), "10");
+        expectRefused(home, Words{"arregla el fichero o bórralo", "mend the file or delete it"}.in());
         EXPECT_EQ(contentOf(home.path(store)), damaged);
-        Preferences preferences = Preferences::load(home.path());
-        ASSERT_TRUE(preferences.store(key("avisoGB"), json("5")));
-        ASSERT_TRUE(preferences.store(key("avisoGB"), json("6")));
-        EXPECT_EQ(stored(home, "avisoGB"), "6");
-        const std::vector<std::string> names = platform::namesIn(home.path(".config/TarvoAI"));
-        ASSERT_THAT(names, ElementsAre("preferencias.json", StartsWith("preferencias.json.")));
-        EXPECT_EQ(contentOf(home.path(".config/TarvoAI/" + names.back())), damaged);
     }
-}
-
-TEST(Preferences, LeaveAloneWhatCannotBeRead) {
     const TempHome home;
     home.file(std::string(store) + "/inside");
-    Preferences preferences = Preferences::load(home.path());
-    EXPECT_EQ(preferences.value(key("avisoGB")), json("10"));
-    const auto changed = preferences.store(key("avisoGB"), json("5"));
-    ASSERT_FALSE(changed);
-    EXPECT_THAT(changed.error().message, StartsWith(home.path(store) + ": "));
-    EXPECT_EQ(preferences.value(key("avisoGB")), json("10"));
+    expectRefused(home, ": ");
     EXPECT_TRUE(std::filesystem::exists(home.path(std::string(store) + "/inside")));
-    EXPECT_THAT(platform::namesIn(home.path(".config/TarvoAI")), ElementsAre("preferencias.json"));
 }
 
 TEST(Preferences, AreMeantByThePersonsWords) {

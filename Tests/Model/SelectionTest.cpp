@@ -1,5 +1,5 @@
-#include "TarvoModel/Flows/CleanupPlanning.h"
 #include "TarvoModel/Showing/Selection.h"
+#include "TarvoModel/Flows/CleanupPlanning.h"
 #include "TarvoModel/Showing/Rows.h"
 #include "TarvoModel/Showing/TickedPlan.h"
 #include "Tests/support/TempHome.h"

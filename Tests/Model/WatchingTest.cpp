@@ -117,12 +117,11 @@ TEST(WeeklyCleanup, SaysWhenItRunsNextFromWhatIsStored) {
     const std::string next = "Weekly cleanup: " + lumo::dayText(now + seconds(604800), Language::en);
     EXPECT_EQ(WeeklyCleanup::autoCleanStatus(false, {}, now), std::nullopt);
     EXPECT_EQ(status(now), "Weekly cleanup: today");
-    ASSERT_TRUE(preferences.store(*preferenceKey(WeeklyCleanup::dateKey), lumo::encode(now)));
+    ASSERT_TRUE(preferences.set(preference::lastWeeklyCleanup, now));
     EXPECT_EQ(status(now), next);
-    ASSERT_TRUE(preferences.store(*preferenceKey(WeeklyCleanup::bytesKey), lumo::encode(std::int64_t{0})));
+    ASSERT_TRUE(preferences.set(preference::lastWeeklyCleanupBytes, 0));
     EXPECT_EQ(status(now + seconds(604799)), next + " · the last one found nothing");
-    ASSERT_TRUE(
-        preferences.store(*preferenceKey(WeeklyCleanup::bytesKey), lumo::encode(std::int64_t{3000000})));
+    ASSERT_TRUE(preferences.set(preference::lastWeeklyCleanupBytes, 3000000));
     EXPECT_EQ(status(now + seconds(604800), Language::es), "Limpieza semanal: hoy · la última liberó 3 MB");
 }
 

@@ -1,11 +1,9 @@
 #include "LumoCore/Rules/RuleCatalog.h"
-#include "Tests/support/TempHome.h"
+#include "Tests/support/Golden.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <fstream>
 #include <set>
 
 using namespace lumo;
@@ -28,16 +26,6 @@ std::string lineOf(const Rule& rule, Language language) {
     return line + "\n";
 }
 
-void expectGolden(const std::string& name, const std::string& actual) {
-    const std::string path = std::string(GOLDEN_FOLDER) + "/" + name;
-    if (std::getenv("TARVO_REFRESH_GOLDEN") != nullptr) {
-        std::ofstream(path, std::ios::binary) << actual;
-    }
-    EXPECT_EQ(tarvo::testing::contentOf(path), actual)
-        << "When the change is meant, refresh the file:\n"
-        << "TARVO_REFRESH_GOLDEN=1 ctest --test-dir build/release -R RuleCatalog";
-}
-
 std::string catalogue(Language language) {
     std::string lines;
     for (const Rule& rule : RuleCatalog::inLanguage(language)) {
@@ -49,8 +37,8 @@ std::string catalogue(Language language) {
 } // namespace
 
 TEST(RuleCatalog, IsWrittenAsAgreedAndNamesEachRuleOnce) {
-    expectGolden("catalogue-es.txt", catalogue(Language::es));
-    expectGolden("catalogue-en.txt", catalogue(Language::en));
+    tarvo::testing::expectGolden("catalogue-es.txt", catalogue(Language::es));
+    tarvo::testing::expectGolden("catalogue-en.txt", catalogue(Language::en));
     std::set<std::string> ids;
     for (const Rule& rule : RuleCatalog::all()) {
         EXPECT_TRUE(ids.insert(rule.id).second) << rule.id;

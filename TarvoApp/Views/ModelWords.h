@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace tarvo {
+
+/// Fixed words that the windows have from the model: other faces say them too, or they name keys, which each
+/// system calls its own way.
+class ModelWords : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(QString scanAgainHelp READ scanAgainHelp CONSTANT)
+    Q_PROPERTY(QString selectSafeHelp READ selectSafeHelp CONSTANT)
+    Q_PROPERTY(QString settingsHelp READ settingsHelp CONSTANT)
+    Q_PROPERTY(QString previewHelp READ previewHelp CONSTANT)
+    Q_PROPERTY(QString emptyExplanation READ emptyExplanation CONSTANT)
+    Q_PROPERTY(int retentionDays READ retentionDays CONSTANT)
+
+  public:
+    [[nodiscard]] static QString scanAgainHelp();
+    [[nodiscard]] static QString selectSafeHelp();
+    [[nodiscard]] static QString settingsHelp();
+    [[nodiscard]] static QString previewHelp();
+    [[nodiscard]] static QString emptyExplanation();
+    /// How long what is set aside can be put back.
+    [[nodiscard]] static int retentionDays();
+};
+
+} // namespace tarvo

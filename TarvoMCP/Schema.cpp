@@ -1,0 +1,80 @@
+#include "TarvoMCP/Schema.h"
+
+#include "LumoCore/Basics/Words.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace tarvo::mcp {
+
+namespace {
+
+void describe(JsonValue& schema, std::string description) {
+    std::get<JsonValue::Object>(schema.value).push_back({"description", {std::move(description)}});
+}
+
+bool countsBytes(std::string_view field) {
+    return field == "bytes" || field.ends_with("Bytes");
+}
+
+} // namespace
+
+JsonValue schemaOf(std::vector<Property> properties) {
+    JsonValue::Object members;
+    std::vector<JsonValue> required;
+    for (Property& property : properties) {
+        if (property.isRequired) {
+            required.push_back(word(property.name));
+        }
+        members.push_back({std::move(property.name), std::move(property.schema)});
+    }
+    return object(
+        {{"type", word("object")}, {"properties", {std::move(members)}}, {"required", list(required)}});
+}
+
+JsonValue schema(std::string_view type, std::string_view description) {
+    JsonValue::Object members{{"type", word(type)}};
+    if (!description.empty()) {
+        members.push_back({"description", word(description)});
+    }
+    return {std::move(members)};
+}
+
+JsonValue listOf(JsonValue items, std::string_view description) {
+    JsonValue value = schema("array", description);
+    std::get<JsonValue::Object>(value.value).push_back({"items", std::move(items)});
+    return value;
+}
+
+JsonValue choiceOf(std::span<const std::string_view> names) {
+    JsonValue::Array values;
+    std::ranges::transform(names, std::back_inserter(values), word);
+    return object({{"type", word("string")}, {"enum", {std::move(values)}}});
+}
+
+JsonValue momentSchema() {
+    return object({{"type", word("string")}, {"format", word("date-time")}});
+}
+
+JsonValue oneOf(std::vector<Property> cases) {
+    JsonValue::Array schemas;
+    for (Property& each : cases) {
+        schemas.push_back(schemaOf({std::move(each)}));
+    }
+    return object({{"oneOf", {std::move(schemas)}}});
+}
+
+JsonValue withWords(JsonValue schema, std::string_view field, const FieldWords& words) {
+    if (const auto said = words.find(field); said != words.end()) {
+        describe(schema, said->second);
+    } else if (field == "safety") {
+        describe(schema, lumo::Words{"safe: se recrea solo; review: míralo antes; keep: no se borra",
+                                     "safe: recreates itself; review: needs a look; keep: never delete"}
+                             .in());
+    } else if (countsBytes(field)) {
+        describe(schema, "bytes");
+    }
+    return schema;
+}
+
+} // namespace tarvo::mcp
