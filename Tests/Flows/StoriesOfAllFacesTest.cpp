@@ -98,11 +98,12 @@ TEST_P(Stories, OfABatchThatIsHalfGoneTheOtherHalfComesBack) {
 }
 
 TEST_P(Stories, OfTwoAtOnceTheSecondSaysWhoTheFirstIs) {
-    std::optional<lumo::HomeLock> lock;
+    std::unique_ptr<lumo::HomeLock> lock;
     const std::string said = face()->clean([&] {
-        lock = lumo::HomeLock::take(lumo::PathGuard(home.path()),
-                                    {.program = "somebody else", .now = lumo::platform::now()})
-                   .value();
+        lock = std::make_unique<lumo::HomeLock>(
+            lumo::HomeLock::take(lumo::PathGuard(home.path()),
+                                 {.program = "somebody else", .now = lumo::platform::now()})
+                .value());
     });
     EXPECT_THAT(said, HasSubstr("somebody else is changing this home folder"));
     EXPECT_TRUE(has(cache) && has(own));
