@@ -63,8 +63,8 @@ void AppModel::clean() {
 
 void AppModel::cleanAgreed(const Agreement& agreed) {
     freeBeforeLastCleanup_ = freeNow_.value_or(0);
-    runCleanup([actions](const PlanRequest& request, const Desk& desk,
-                         const CleanupWatch& watch) { return tarvo::clean(request, actions, desk, watch); },
+    runCleanup([agreed](const PlanRequest& request, const Desk& desk,
+                        const CleanupWatch& watch) { return tarvo::clean(request, agreed, desk, watch); },
                [this](const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after) {
                    cleaned(result, after);
                });
