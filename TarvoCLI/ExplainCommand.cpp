@@ -233,7 +233,8 @@ void addExplainCommand(CLI::App& app, Action& chosen) {
                          .in())
         ->type_name("")
         ->option_text(Words{"RUTA...", "PATH..."}.in())
-        ->expected(-1)
+        ->expected(1, CLI::detail::expected_max_vector_size)
+        ->allow_extra_args()
         ->take_all();
     command->add_flag(
         "--evidence", arguments->showsEvidence,

@@ -227,7 +227,8 @@ void addHoldingCommands(CLI::App& app, Action& chosen) {
     restore->add_option("paths", wordsInto(*paths), Words{"dónde estaba", "where it was"}.in())
         ->type_name(Words{"RUTA", "PATH"}.in())
         ->option_text(Words{"RUTA...", "PATH..."}.in())
-        ->expected(-1)
+        ->expected(1, CLI::detail::expected_max_vector_size)
+        ->allow_extra_args()
         ->take_all()
         ->required();
     choose(*restore, chosen,

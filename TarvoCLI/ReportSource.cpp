@@ -44,7 +44,7 @@ std::expected<std::shared_ptr<const lumo::ScanReport>, ExitCode> reportFrom(cons
     if (!source.file) {
         auto report = watchedScan(lumo::RuleCatalog::all(), {.home = invocation.home}, invocation);
         if (!report) {
-            return std::unexpected(ExitCode::interrupted);
+            return std::unexpected(report.error());
         }
         return std::make_shared<const lumo::ScanReport>(std::move(*report));
     }

@@ -49,7 +49,7 @@ ExitCode runScan(const ScanArguments& arguments, const Invocation& invocation) {
     auto measured =
         watchedScan(rulesFor(passOf(arguments)), optionsFrom(arguments, invocation.home), invocation);
     if (!measured) {
-        return ExitCode::interrupted;
+        return measured.error();
     }
     const auto report = std::make_shared<const lumo::ScanReport>(std::move(*measured));
     if (!arguments.isQuick && !arguments.storesNoSnapshot) {

@@ -2,7 +2,7 @@
 #include "LumoCore/Basics/Words.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/Table.h"
-#include "TarvoModel/Flows/Preferences.h"
+#include "TarvoModel/Flows/SettingChange.h"
 
 #include <array>
 #include <memory>
@@ -55,17 +55,20 @@ ExitCode withKey(const std::string& name, const std::function<ExitCode(const Pre
     return act(*key);
 }
 
-ExitCode change(const Preference& key, std::optional<JsonValue> value, const Invocation& invocation) {
-    Preferences preferences = Preferences::load(invocation.home);
-    if (const auto stored = preferences.store(key, std::move(value)); !stored) {
-        return complain(stored.error().message, ExitCode::failed);
+ExitCode change(const Preference& key, const std::optional<JsonValue>& value, const Invocation& invocation) {
+    const auto changed = changeSetting(key, [&](const Preferences&) { return value; }, invocation.home);
+    if (!changed) {
+        return complain(changed.error().message, ExitCode::failed);
     }
-    return show(preferences, std::array{&key}, invocation);
+    if (changed->warning) {
+        complain(*changed->warning, ExitCode::done);
+    }
+    return show(changed->preferences, std::array{&key}, invocation);
 }
 
 ExitCode set(const SettingsArguments& arguments, const Invocation& invocation) {
     return withKey(arguments.key, [&](const Preference& key) {
-        lumo::Result<JsonValue> value = preferenceFromWords(key, arguments.words);
+        lumo::Result<JsonValue> value = preferenceFromWords(key, arguments.words, invocation.home);
         if (!value) {
             return complain(value.error().message, ExitCode::usage);
         }
@@ -105,8 +108,11 @@ void addSettingsCommand(CLI::App& app, Action& chosen) {
     });
     CLI::App* setter = addKeyCommand(*settings, "set", "cambia uno", "changes one", *arguments);
     setter
-        ->add_option(Words{"VALOR", "VALUE"}.in(), arguments->words,
+        ->add_option(Words{"VALOR", "VALUE"}.in(), wordsInto(arguments->words),
                      Words{"su nuevo valor; varios en una lista", "its new value; several for a list"}.in())
+        ->expected(1, CLI::detail::expected_max_vector_size)
+        ->allow_extra_args()
+        ->take_all()
         ->required()
         ->type_name("");
     setter->callback([arguments, &chosen] {

@@ -35,8 +35,13 @@ std::string phaseText(ScanPhase phase) {
 
 } // namespace
 
-std::optional<lumo::ScanReport> watchedScan(const std::vector<lumo::Rule>& rules,
-                                            const lumo::ScanOptions& options, const Invocation& invocation) {
+std::expected<lumo::ScanReport, ExitCode> watchedScan(const std::vector<lumo::Rule>& rules,
+                                                      const lumo::ScanOptions& options,
+                                                      const Invocation& invocation) {
+    const Desk desk = deskOf(invocation, "scan");
+    if (const auto problem = homeProblem(desk)) {
+        return std::unexpected(complain(*problem, ExitCode::failed));
+    }
     platform::noteInterrupts();
     std::stop_source stop;
     lumo::ScanProgress progress;
@@ -44,24 +49,23 @@ std::optional<lumo::ScanReport> watchedScan(const std::vector<lumo::Rule>& rules
     std::optional<lumo::ScanReport> report;
     const double start = platform::monotonicSeconds();
     bool hasShown = false;
-    watch(
-        [&] {
-            report = scanned(rules, options, deskOf(invocation, "scan"),
-                             {.progress = &progress, .stop = stop.get_token()});
-        },
-        [&](int ticks) {
-            if (platform::wasInterrupted()) {
-                stop.request_stop();
-            }
-            if (invocation.showsProgress && showsOn(ticks)) {
-                showWalk(phaseText(progress.phase), progress.walked, platform::monotonicSeconds() - start);
-                hasShown = true;
-            }
-        });
+    watch([&] { report = scanned(rules, options, desk, {.progress = &progress, .stop = stop.get_token()}); },
+          [&](int ticks) {
+              if (platform::wasInterrupted()) {
+                  stop.request_stop();
+              }
+              if (invocation.showsProgress && showsOn(ticks)) {
+                  showWalk(phaseText(progress.phase), progress.walked, platform::monotonicSeconds() - start);
+                  hasShown = true;
+              }
+          });
     if (hasShown) {
         platform::writeAll(platform::Stream::error, clearLine);
     }
-    return report;
+    if (!report) {
+        return std::unexpected(ExitCode::interrupted);
+    }
+    return std::move(*report);
 }
 
 } // namespace tarvo

@@ -44,11 +44,11 @@ ToolAnswer analyze(Workspace& workspace, const ToolCall& call) {
     }
     const auto report = workspace.scan(*isQuick, call);
     if (!report) {
-        return stopped();
+        return problem(report.error().message);
     }
-    return {.text = lumo::DiskSummary::templateText(*report, recoverableBytes(report, workspace.desk()),
+    return {.text = lumo::DiskSummary::templateText(**report, recoverableBytes(*report, workspace.desk()),
                                                     platform::now()),
-            .structured = lumo::encode(analysisOf(*report, *isQuick))};
+            .structured = lumo::encode(analysisOf(**report, *isQuick))};
 }
 
 ToolAnswer listFolder(Workspace& workspace, const ToolCall& call) {
@@ -101,7 +101,7 @@ ToolAnswer explainFolder(Workspace& workspace, const ToolCall& call) {
 ToolAnswer whatGrew(Workspace& workspace, const ToolCall& call) {
     const auto report = workspace.recentReport(call);
     if (!report) {
-        return stopped();
+        return problem(report.error().message);
     }
     const auto stored = lumo::SnapshotStore(workspace.home()).read();
     if (!stored) {
@@ -109,7 +109,7 @@ ToolAnswer whatGrew(Workspace& workspace, const ToolCall& call) {
                              "The earlier scans could not be read: {}."}
                            .with(lumo::reasonText(stored.error())));
     }
-    const lumo::Growth growth = lumo::GrowthTracker::growthOf(*report, *stored);
+    const lumo::Growth growth = lumo::GrowthTracker::growthOf(**report, *stored);
     std::string said =
         Words{"No hay un análisis anterior con el que comparar.", "There is no earlier scan to compare with."}
             .in();
@@ -133,10 +133,10 @@ ToolAnswer propose(Workspace& workspace, const ToolCall& call) {
     }
     const auto report = workspace.recentReport(call);
     if (!report) {
-        return stopped();
+        return problem(report.error().message);
     }
     ProposedPlan plan{.handle = {},
-                      .request = {.report = report,
+                      .request = {.report = *report,
                                   .include = {include->begin(), include->end()},
                                   .includesActiveDependencies = *dependencies},
                       .plan = {}};

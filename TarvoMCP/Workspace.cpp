@@ -40,7 +40,10 @@ Desk Workspace::desk(const std::string& caller) const {
     return desk;
 }
 
-std::shared_ptr<const lumo::ScanReport> Workspace::scan(bool isQuick, const ToolCall& call) {
+lumo::Result<std::shared_ptr<const lumo::ScanReport>> Workspace::scan(bool isQuick, const ToolCall& call) {
+    if (auto problem = homeProblem(desk())) {
+        return lumo::failure(std::move(*problem));
+    }
     lumo::ScanProgress progress;
     const ScanPass pass = isQuick ? ScanPass::quick : ScanPass::full;
     std::optional<lumo::ScanReport> report;
@@ -50,7 +53,7 @@ std::shared_ptr<const lumo::ScanReport> Workspace::scan(bool isQuick, const Tool
                                       {.progress = &progress, .stop = call.stop});
                  });
     if (!report) {
-        return nullptr;
+        return lumo::failure(Words{"Interrumpido.", "Interrupted."}.in());
     }
     auto shared = std::make_shared<const lumo::ScanReport>(std::move(*report));
     if (!isQuick) {
@@ -60,7 +63,7 @@ std::shared_ptr<const lumo::ScanReport> Workspace::scan(bool isQuick, const Tool
     return shared;
 }
 
-std::shared_ptr<const lumo::ScanReport> Workspace::recentReport(const ToolCall& call) {
+lumo::Result<std::shared_ptr<const lumo::ScanReport>> Workspace::recentReport(const ToolCall& call) {
     constexpr double oldest = 300;
     if (report_ && platform::monotonicSeconds() - reportedAt_ < oldest) {
         return report_;

@@ -31,12 +31,12 @@ class Workspace final {
     /// The desk at which a tool works for that caller.
     [[nodiscard]] Desk desk(const std::string& caller = {}) const;
 
-    /// Measures the home, quickly or in full, with progress. Stores nothing and removes nothing. Null after
-    /// a stop.
-    std::shared_ptr<const lumo::ScanReport> scan(bool isQuick, const ToolCall& call);
+    /// Measures the home, quickly or in full, with progress. Stores nothing and removes nothing. Fails
+    /// after a stop, and when the home cannot be listed.
+    lumo::Result<std::shared_ptr<const lumo::ScanReport>> scan(bool isQuick, const ToolCall& call);
 
     /// The last full report when it is some minutes old at most, else a new one.
-    std::shared_ptr<const lumo::ScanReport> recentReport(const ToolCall& call);
+    lumo::Result<std::shared_ptr<const lumo::ScanReport>> recentReport(const ToolCall& call);
 
     /// The path in the home that a client named: absolute, or from the home on, with or without "~". A
     /// failure says why it may not be looked at.

@@ -142,8 +142,8 @@ void AppModel::apply(ScanResult result) {
     recoverable_ = result.recoverable;
     summary_ = {.text = std::move(result.summary), .byAI = false};
     takeHeld(std::move(result.held));
-    if (result.heldProblem) {
-        setNotice(*result.heldProblem);
+    if (result.problem) {
+        setNotice(*result.problem);
     }
     showRows();
     showMap();

@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/QtText.h"
+#include "TarvoModel/Flows/SettingChange.h"
 
 #include <algorithm>
 #include <utility>
@@ -86,10 +87,7 @@ void Settings::write(const Preference& key,
     }
     ++unwritten_;
     writing_.start([this, &key, value, valueIn](const std::stop_token&) -> Background::Apply {
-        // Another program may have stored something since ours was read.
-        Preferences preferences = Preferences::load(home_);
-        const auto stored = preferences.problem() ? lumo::failure(*preferences.problem())
-                                                  : preferences.store(key, valueIn(preferences));
+        const auto stored = changeSetting(key, valueIn, home_);
         return [this, &key, value, reason = stored ? std::string() : stored.error().message] {
             written(key, value, reason);
         };

@@ -7,8 +7,8 @@
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
-#include "Platform/Folder.h"
 #include "Platform/StateFile.h"
+#include "TarvoModel/Flows/GivenPath.h"
 
 #include <fmt/format.h>
 
@@ -50,7 +50,9 @@ bool isOfKind(const Preference& key, const JsonValue& value) {
         const auto* list = std::get_if<JsonValue::Array>(&value.value);
         return list != nullptr && std::ranges::all_of(*list, [](const JsonValue& folder) {
                    const auto* path = std::get_if<std::string>(&folder.value);
-                   return path != nullptr && path->starts_with('/');
+                   // By hand a person writes the short form.
+                   return path != nullptr &&
+                          (path->starts_with('/') || *path == "~" || path->starts_with("~/"));
                });
     }
     case PreferenceKind::date: {
@@ -137,14 +139,10 @@ std::optional<JsonValue> standardOf(const Preference& key) {
 }
 
 /// An empty word is nobody's folder, and stays empty for the check of the value to refuse.
-JsonValue foldersFrom(const std::vector<std::string>& words) {
+JsonValue foldersFrom(const std::vector<std::string>& words, const std::string& home) {
     JsonValue::Array folders;
     for (const std::string& word : words) {
-        if (word.empty()) {
-            folders.push_back({word});
-            continue;
-        }
-        folders.push_back({platform::absolutePath(word).value_or(word)});
+        folders.push_back({pathMeant(word, home, LastLink::followed)});
     }
     return {std::move(folders)};
 }
@@ -263,10 +261,11 @@ lumo::Result<void> Preferences::store(const Preference& key, std::optional<JsonV
     return {};
 }
 
-lumo::Result<JsonValue> preferenceFromWords(const Preference& key, const std::vector<std::string>& words) {
+lumo::Result<JsonValue> preferenceFromWords(const Preference& key, const std::vector<std::string>& words,
+                                            const std::string& home) {
     std::optional<JsonValue> value;
     if (key.kind == PreferenceKind::folders && !words.empty()) {
-        value = foldersFrom(words);
+        value = foldersFrom(words, home);
     } else if (key.kind == PreferenceKind::localModel) {
         value = JsonValue{fmt::format("{}", fmt::join(words, " "))};
     } else if (words.size() == 1) {

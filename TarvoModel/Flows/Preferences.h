@@ -79,9 +79,9 @@ class Preferences final {
 };
 
 /// The value that a person's words mean for the key; a failure says in the interface language what is
-/// expected. Folders are made absolute.
-lumo::Result<lumo::JsonValue> preferenceFromWords(const Preference& key,
-                                                  const std::vector<std::string>& words);
+/// expected. Folders are those that `pathMeant` reads, in that home.
+lumo::Result<lumo::JsonValue>
+preferenceFromWords(const Preference& key, const std::vector<std::string>& words, const std::string& home);
 
 /// The value as a person reads and would type it.
 std::string wordsOf(const lumo::JsonValue& value);

@@ -44,11 +44,12 @@ std::optional<ScanResult> scanResult(const PassRequest& request) {
             storeSnapshot(*result.report, request.desk);
         }
     }
+    result.problem = homeProblem(request.desk);
     auto held = heldState(request.desk);
     if (held) {
         result.held = std::move(*held);
     } else {
-        result.heldProblem = held.error().message;
+        result.problem = held.error().message;
     }
     return result;
 }

@@ -29,7 +29,7 @@ struct ScanResult {
     std::string summary;                ///< The template's.
     std::optional<lumo::Growth> growth; ///< Only of a full pass; the one before stays otherwise.
     HeldState held;
-    std::optional<std::string> heldProblem; ///< Why it is not known what is set aside.
+    std::optional<std::string> problem; ///< Why the home, or what is set aside, cannot be looked at.
 };
 
 /// What becomes of a full pass's snapshot.

@@ -1,10 +1,21 @@
 #include "TarvoModel/Flows/Scanning.h"
 
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/History/GrowthTracker.h"
 #include "LumoCore/History/SnapshotStore.h"
 #include "TarvoModel/Flows/ScanPass.h"
 
 namespace tarvo {
+
+std::optional<std::string> homeProblem(const Desk& desk) {
+    if (lumo::Scanner::canList(desk.home)) {
+        return std::nullopt;
+    }
+    return lumo::Words{"no puedo ver lo que hay en {}: comprueba sus permisos",
+                       "cannot list what is in {}: check its permissions"}
+        .with(lumo::printable(desk.home));
+}
 
 std::optional<lumo::ScanReport> scanned(const std::vector<lumo::Rule>& rules,
                                         const lumo::ScanOptions& options, const Desk& desk,

@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Words.h"
+#include "TarvoModel/Flows/SettingChange.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
 
 namespace tarvo::WeeklyCleanup {
@@ -38,7 +39,7 @@ std::vector<lumo::CleanupAction> actions(const std::vector<lumo::PlanEntry>& ent
 
 lumo::Result<Cleaned> run(const PlanRequest& request, const Desk& desk, const CleanupWatch& watch) {
     const auto set = [&](const auto& key, const auto& value) {
-        return Preferences::load(desk.home).set(key, value);
+        return changeSetting(key, [&](const Preferences&) { return Preferences::asJson(value); }, desk.home);
     };
     const auto choose = [&](const Plan& plan) -> lumo::Result<Agreement> {
         // Before anything is cleaned: a run that ends badly is not repeated every minute.

@@ -186,10 +186,12 @@ TEST(Command, ShowsAndChangesSettingsAsAnObjectFromKeyToValue) {
     const TempHome home;
     EXPECT_THAT(keysOf(jsonOf(home, {"ajustes"})), SizeIs(13)) << "those with a value";
     EXPECT_EQ(jsonOf(home, {"settings", "get", "novedadesVistas"}), json("{}"));
-    EXPECT_EQ(jsonOf(home, {"settings", "set", "carpetasProtegidas", "/a b/", "/c"}),
-              json(R"({"carpetasProtegidas":["/a b","/c"]})"));
-    EXPECT_EQ(jsonOf(home, {"ajustes", "get", "carpetasProtegidas"}),
-              json(R"({"carpetasProtegidas":["/a b","/c"]})"));
+    const std::string folders = R"({"carpetasProtegidas":[")" + home.folder("[a b]") + R"(","/usr"]})";
+    EXPECT_EQ(jsonOf(home, {"settings", "set", "carpetasProtegidas", "~/[a b]/", "/usr"}), json(folders));
+    EXPECT_EQ(jsonOf(home, {"ajustes", "get", "carpetasProtegidas"}), json(folders));
+    const Ran missing = runTarvo(home, {"settings", "set", "carpetasProtegidas", "~/gone", "--json"});
+    EXPECT_EQ(missing.exitCode, 0);
+    EXPECT_THAT(missing.error, HasSubstr("no existe la carpeta " + home.path("gone")));
     EXPECT_EQ(jsonOf(home, {"ajustes", "unset", "carpetasProtegidas"}), json(R"({"carpetasProtegidas":[]})"));
     home.file("other/.config/TarvoAI/preferencias.json/inside");
     isOneComplaint(runTarvo(home, {"ajustes", "set", "avisoGB", "5", "--home", home.path("other")}), 1);

@@ -122,7 +122,7 @@ TEST(Preferences, LeaveAloneWhatIsDamagedOrCannotBeRead) {
 TEST(Preferences, AreMeantByThePersonsWords) {
     const std::string here = std::filesystem::current_path();
     const auto meaning = [](const char* name, const std::vector<std::string>& words) {
-        const auto value = tarvo::preferenceFromWords(key(name), words);
+        const auto value = tarvo::preferenceFromWords(key(name), words, "/home/u");
         return value ? dumpJson(*value, JsonLayout::line) : "refused";
     };
     using Case = std::tuple<const char*, std::vector<std::string>, std::string>;
@@ -156,7 +156,7 @@ TEST(Preferences, SayWhenProtectedFoldersCannotBeTrusted) {
     // Once a damaged store, or one wrong entry, silently meant that nothing was protected.
     const TempHome home;
     EXPECT_EQ(Preferences::load(home.path()).problem(), std::nullopt);
-    for (const char* content : {"{", "[]", R"({"carpetasProtegidas": ["/a", "~/b"]})"}) {
+    for (const char* content : {"{", "[]", R"({"carpetasProtegidas": ["/a", "b"]})"}) {
         home.fileWith(".config/TarvoAI/preferencias.json", content);
         EXPECT_TRUE(Preferences::load(home.path()).problem()) << content;
     }

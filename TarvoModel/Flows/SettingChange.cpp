@@ -1,0 +1,54 @@
+#include "TarvoModel/Flows/SettingChange.h"
+
+#include "LumoCore/Basics/OwnFiles.h"
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
+#include "Platform/Folder.h"
+#include "Platform/LockFile.h"
+#include "Platform/StateFile.h"
+#include "TarvoModel/Flows/GivenPath.h"
+
+#include <chrono>
+
+namespace tarvo {
+
+namespace platform = lumo::platform;
+
+namespace {
+
+/// The first of the protected folders that is not there: most often a misspelt one, which protects nothing.
+std::optional<std::string> missingFolder(const Preferences& preferences, const std::string& home) {
+    for (const std::string& folder : pathsMeant(preferences.value(preference::protectedFolders), home)) {
+        if (!platform::isFolderThroughLinks(folder)) {
+            return folder;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+lumo::Result<ChangedSetting>
+changeSetting(const Preference& key,
+              const std::function<std::optional<lumo::JsonValue>(const Preferences&)>& valueNow,
+              const std::string& home) {
+    constexpr std::chrono::seconds patience{3};
+    const std::string folder = lumo::OwnFiles::settings(home);
+    // Where the folder cannot be made or locked, storing says why.
+    (void)platform::makePrivateFolder(folder);
+    const auto lock = platform::LockFile::takeFolder(folder, patience);
+    ChangedSetting changed{.preferences = Preferences::load(home), .warning = {}};
+    if (const auto stored = changed.preferences.store(key, valueNow(changed.preferences)); !stored) {
+        return std::unexpected(stored.error());
+    }
+    if (&key == &static_cast<const Preference&>(preference::protectedFolders)) {
+        if (const auto missing = missingFolder(changed.preferences, home)) {
+            changed.warning = lumo::Words{"ojo: no existe la carpeta {}; mientras no exista no protege nada",
+                                          "mind: there is no folder {}; until there is, it protects nothing"}
+                                  .with(lumo::printable(*missing));
+        }
+    }
+    return changed;
+}
+
+} // namespace tarvo
