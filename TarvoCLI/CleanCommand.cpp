@@ -73,11 +73,12 @@ std::expected<PlanRequest, ExitCode> requestFrom(const CleanArguments& arguments
     return request;
 }
 
-std::optional<ExitCode> declinedCleanup(const std::vector<PlanEntry>& entries,
-                                        const std::vector<CleanupAction>& actions,
+std::optional<ExitCode> declinedCleanup(const Plan& plan, const Agreement& agreed, bool isFromFile,
                                         const Invocation& invocation) {
-    const CleanupShares shares = sharesOf(actions);
-    const std::string shown = planText(entries, invocation) + confirmationMessage(shares) + "\n";
+    const CleanupShares shares = sharesOf(agreed.actions);
+    const std::string shown = planText(plan.entries, invocation) +
+                              (isFromFile ? deletedPathsText(agreed.actions, invocation) : std::string()) +
+                              confirmationMessage(shares) + "\n";
     // Standard output belongs to the document.
     platform::writeAll(invocation.isJson ? platform::Stream::error : platform::Stream::output, shown);
     return declined(Words{"¿Limpiar {}?", "Clean {}?"}.with(lumo::ByteFormat::string(shares.total)));
@@ -159,8 +160,9 @@ ExitCode runClean(const CleanArguments& arguments, const Invocation& invocation)
     if (agreed.actions.empty()) {
         return print(invocation.isJson ? "[]\n" : planText(plan->entries, invocation));
     }
-    if (const auto no = arguments.isConfirmed ? std::nullopt
-                                              : declinedCleanup(plan->entries, agreed.actions, invocation)) {
+    const bool isFromFile = request->saved || request->isReportFromFile;
+    if (const auto no =
+            arguments.isConfirmed ? std::nullopt : declinedCleanup(*plan, agreed, isFromFile, invocation)) {
         return *no;
     }
     const auto cleaned = watchedCleanup(*request, agreed, desk, invocation);

@@ -79,6 +79,9 @@ ExitCode runHolding(const Invocation& invocation) {
     if (held->batches.empty()) {
         return print(nothingHeld());
     }
+    if (held->historyProblem) {
+        return complain(*held->historyProblem, ExitCode::failed);
+    }
     std::string shown;
     for (const Batch& batch : held->batches) {
         shown += batchText(batch, *held, invocation) + "\n";

@@ -2,8 +2,10 @@
 
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/CheckedSum.h"
+#include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
+#include "LumoCore/Cleanup/CleanupExecutor.h"
 #include "LumoCore/Cleanup/Holding.h"
 #include "TarvoCLI/Table.h"
 
@@ -62,6 +64,21 @@ std::string planText(const std::vector<PlanEntry>& entries, const Invocation& in
         section(Words{"Se limpiaría", "Would be cleaned"}.in(), entries, false, invocation) +
         section(Words{"Se queda fuera", "Left out"}.in(), entries, true, invocation);
     return shown.empty() ? Words{"No hay nada que limpiar.\n", "There is nothing to clean.\n"}.in() : shown;
+}
+
+std::string deletedPathsText(const std::vector<lumo::CleanupAction>& actions, const Invocation& invocation) {
+    std::string shown;
+    for (const lumo::CleanupAction& action : actions) {
+        if (action.safety != lumo::Safety::safe) {
+            continue;
+        }
+        for (const std::string& path : lumo::CleanupExecutor::touchedPaths(action)) {
+            shown += "  " + lumo::printable(lumo::abbreviated(path, invocation.home)) + "\n";
+        }
+    }
+    return shown.empty() ? shown
+                         : tinted(Words{"Se borra ya", "Deleted right away"}.in(), Tint::strong, invocation) +
+                               "\n" + shown + "\n";
 }
 
 std::string planJson(const std::vector<PlanEntry>& entries) {

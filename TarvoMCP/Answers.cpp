@@ -101,6 +101,9 @@ lumo::Result<HeldItems> heldItems(const Desk& desk) {
     if (!state) {
         return std::unexpected(state.error());
     }
+    if (state->historyProblem) {
+        return lumo::failure(*state->historyProblem);
+    }
     HeldItems held;
     for (const lumo::Holding::Batch& batch : state->batches) {
         held.bytes = lumo::checkedSum(held.bytes, batch.bytes);

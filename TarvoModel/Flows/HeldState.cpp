@@ -85,7 +85,8 @@ lumo::Result<HeldState> heldState(const Desk& desk) {
     }
     const auto outcomes = history(desk);
     if (!outcomes) {
-        return std::unexpected(outcomes.error());
+        state.historyProblem = outcomes.error().message;
+        return state;
     }
     const lumo::HeldNotes notes = lumo::HeldNotes::of(desk.home);
     for (const TrashedItem& item : lumo::Undoing::held(*outcomes, guard)) {

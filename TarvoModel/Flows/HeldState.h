@@ -25,6 +25,7 @@ struct HeldState {
     std::vector<lumo::Holding::Batch> batches; ///< Oldest first.
     std::vector<HeldItem> items;               ///< In the order in which they were set aside.
     bool canUndo = false;
+    std::optional<std::string> historyProblem = {}; ///< Why nothing is known of the items; the batches are.
 
     friend bool operator==(const HeldState&, const HeldState&) = default;
 };

@@ -8,6 +8,7 @@
 #include "Platform/StateFile.h"
 #include "TarvoModel/Flows/GivenPath.h"
 
+#include <cerrno>
 #include <chrono>
 
 namespace tarvo {
@@ -37,6 +38,11 @@ changeSetting(const Preference& key,
     // Where the folder cannot be made or locked, storing says why.
     (void)platform::makePrivateFolder(folder);
     const auto lock = platform::LockFile::takeFolder(folder, patience);
+    if (!lock && lock.error().code == EWOULDBLOCK) {
+        return lumo::failure(lumo::Words{"otro programa está cambiando los ajustes: vuelve a probar",
+                                         "another program is changing the settings: try again"}
+                                 .in());
+    }
     ChangedSetting changed{.preferences = Preferences::load(home), .warning = {}};
     if (const auto stored = changed.preferences.store(key, valueNow(changed.preferences)); !stored) {
         return std::unexpected(stored.error());
