@@ -129,14 +129,14 @@ std::string cleaningQuestion(const std::vector<CleanupAction>& actions, const st
 }
 
 /// What came of a cleanup.
-struct Cleaned {
+struct CleaningAnswer {
     std::vector<CleanupOutcome> outcomes;
     std::int64_t freedBytes = 0;
     std::int64_t setAsideBytes = 0;
 
-    static constexpr auto fields = std::tuple{lumo::field("outcomes", &Cleaned::outcomes),
-                                              lumo::field("freedBytes", &Cleaned::freedBytes),
-                                              lumo::field("setAsideBytes", &Cleaned::setAsideBytes)};
+    static constexpr auto fields = std::tuple{lumo::field("outcomes", &CleaningAnswer::outcomes),
+                                              lumo::field("freedBytes", &CleaningAnswer::freedBytes),
+                                              lumo::field("setAsideBytes", &CleaningAnswer::setAsideBytes)};
 };
 
 /// Of what a cleanup gives back, and an archiving.
@@ -147,7 +147,7 @@ JsonValue schemaOfOutcomes() {
 }
 
 /// What came of it, with what failed and what was agreed to but has a reason against it by now.
-ToolAnswer answerOf(tarvo::Cleaned cleaned) {
+ToolAnswer answerOf(Cleaned cleaned) {
     const CleanupSums sums = sumsOf(cleaned.outcomes);
     const auto failed =
         std::ranges::count(cleaned.outcomes, lumo::CleanupStatus::failed, &CleanupOutcome::status);
@@ -160,7 +160,7 @@ ToolAnswer answerOf(tarvo::Cleaned cleaned) {
             lumo::printable(left.title), lumo::printable(left.reason));
     }
     return {.text = said,
-            .structured = lumo::encode(Cleaned{std::move(cleaned.outcomes), sums.freed, sums.trashed}),
+            .structured = lumo::encode(CleaningAnswer{std::move(cleaned.outcomes), sums.freed, sums.trashed}),
             .isProblem = failed > 0};
 }
 
@@ -349,7 +349,7 @@ std::vector<Tool> changingTools(const std::shared_ptr<Workspace>& workspace) {
               {"items", listOf(schema("string"), Words{"identificadores; sin ellos, todo el plan",
                                                        "ids; without them the whole plan"}
                                                      .in())}}),
-         .output = schemaOfOutcomes<Cleaned>(),
+         .output = schemaOfOutcomes<CleaningAnswer>(),
          .hints = deletes,
          .run = [workspace](const ToolCall& call) { return clean(*workspace, call); }});
     tools.push_back(

@@ -137,6 +137,16 @@ TEST(CleanCommand, LeavesProtectedFoldersAloneAndAnswersOneWhenSomethingFailed) 
     EXPECT_TRUE(fs::exists(letter));
 }
 
+TEST(CleanCommand, AScanThatStoresNothingLeavesNoTrace) {
+    // It left a folder and a lock in a home that nobody had ever cleaned.
+    const TempHome home;
+    furnish(home);
+    for (const char* line : {"scan --quick", "scan --no-snapshot", "plan", "summary", "holding"}) {
+        EXPECT_EQ(runTarvo(home, wordsIn(line)).exitCode, 0) << line;
+        EXPECT_FALSE(fs::exists(home.path("Library"))) << line;
+    }
+}
+
 TEST(CleanCommand, AScanPurgesWhatExpiredFirstAndStoresASnapshotUnlessToldNotTo) {
     const TempHome home;
     furnish(home);
