@@ -22,9 +22,9 @@ struct ToolRun {
 /// The home is the tool's, too, whatever this process was started with: HOME is set to it, and variables that
 /// would lead the tool to another cache, store or service than the one that was shown are not passed on.
 ///
-/// The tool has an empty standard input and no terminal, so that it fails where it would ask. Its output is
-/// read to the end, but no longer than two seconds beyond its own end: what it leaves running in the
-/// background may go on, and is not waited for.
+/// The tool is started in the home folder. It has an empty standard input and no terminal, so that it fails
+/// where it would ask. Its output is read to the end, but no longer than two seconds beyond its own end: what
+/// it leaves running in the background may go on, and is not waited for.
 ///
 /// A requested stop asks the tool and all that it started to end, and makes them after two seconds; what is
 /// stopped before it began is not started and counts as ended by us. The tool has always ended when this

@@ -157,12 +157,13 @@ ExitCode runClean(const CleanArguments& arguments, const Invocation& invocation)
         return dryRun(plan->entries, invocation);
     }
     const Agreement agreed = agreementTo(*plan);
-    if (agreed.actions.empty()) {
+    if (agreed.actions.empty() && agreed.refused.empty()) {
         return print(invocation.isJson ? "[]\n" : planText(plan->entries, invocation));
     }
     const bool isFromFile = request->saved || request->isReportFromFile;
-    if (const auto no =
-            arguments.isConfirmed ? std::nullopt : declinedCleanup(*plan, agreed, isFromFile, invocation)) {
+    if (const auto no = arguments.isConfirmed || agreed.actions.empty()
+                            ? std::nullopt
+                            : declinedCleanup(*plan, agreed, isFromFile, invocation)) {
         return *no;
     }
     const auto cleaned = watchedCleanup(*request, agreed, desk, invocation);

@@ -255,7 +255,9 @@ ToolAnswer restore(Workspace& workspace, const ToolCall& call) {
         return problem(result.error().message);
     }
     workspace.forgetReports();
-    return {.text = restoredText(*result), .structured = lumo::encode(*result)};
+    return {.text = restoredText(*result),
+            .structured = lumo::encode(*result),
+            .isProblem = !result->failures.empty()};
 }
 
 // Archiving.

@@ -265,11 +265,12 @@ CleanupOutcome runCommand(const Task& task, const std::vector<std::string>& word
         return outcome;
     }
     // Whoever ends a tool half-way does not ask for its folders to be emptied by us instead.
-    if (!ran.wasEndedByUs && !action.fallbackContents.empty()) {
+    const bool isCancelled = ran.wasEndedByUs || task.control.cancelTool.stop_requested();
+    if (!isCancelled && !action.fallbackContents.empty()) {
         return trashContents(task, action.fallbackContents);
     }
-    const std::string detail = ran.wasEndedByUs ? Words{"se ha interrumpido", "it was interrupted"}.in()
-                                                : failureDetail(ran.output, ran.status, currentLanguage());
+    const std::string detail = isCancelled ? Words{"se ha interrumpido", "it was interrupted"}.in()
+                                           : failureDetail(ran.output, ran.status, currentLanguage());
     return failed(action,
                   fmt::format("{}{}{}", fmt::join(words, " "), Words{" falló: ", " failed: "}.in(), detail));
 }

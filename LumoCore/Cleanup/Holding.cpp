@@ -133,8 +133,9 @@ bool removeIfEmpty(std::string_view batch, const PathGuard& guard) {
 
 /// The item is held no more, and that was wanted.
 void noteEnd(const TrashedItem& item, const PathGuard& guard, HeldNotes& notes) {
-    const std::string_view place = HeldItem::placeInRoot(item.inTrash);
-    notes.end(removeIfEmpty(batchOf(item.inTrash), guard) ? parentOf(place) : place);
+    // The item and never its whole batch: of another one in it nobody may know that it vanished.
+    notes.end(HeldItem::placeInRoot(item.inTrash));
+    (void)removeIfEmpty(batchOf(item.inTrash), guard);
 }
 
 std::string incompleteText(const TrashedItem& item) {

@@ -21,6 +21,17 @@ bool isCommandOf(const Rule* rule, const method::Command& command) {
     return own != nullptr && CleanupPlanner::wordsOfCommand(own->line) == command.words;
 }
 
+/// True when the action removes or sets aside what its rule leaves to a tool or to the user. What recreates
+/// itself is emptied where the tool fails, so emptying it by the same paths is no other way.
+bool isAnotherWay(const Rule& rule, const CleanupAction& action) {
+    const bool isByTool = std::holds_alternative<cleanup::Command>(rule.cleanup);
+    const bool isByHand = std::holds_alternative<cleanup::Manual>(rule.cleanup);
+    const bool touches = !std::holds_alternative<method::Command>(action.method) &&
+                         !CleanupExecutor::touchedPaths(action).empty();
+    const bool hasWrongFallback = !action.fallbackContents.empty() && rule.safety != Safety::safe;
+    return ((isByHand || (isByTool && rule.safety != Safety::safe)) && touches) || hasWrongFallback;
+}
+
 /// What no planner would have written, if anything.
 std::optional<std::string> problemOf(const CleanupAction& action, const std::vector<Rule>& rules) {
     if (action.estimatedBytes < 0) {
@@ -33,6 +44,9 @@ std::optional<std::string> problemOf(const CleanupAction& action, const std::vec
     const auto* command = std::get_if<method::Command>(&action.method);
     if (command != nullptr && !isCommandOf(rule, *command)) {
         return "a command that is not its rule's";
+    }
+    if (rule != nullptr && isAnotherWay(*rule, action)) {
+        return "a way that is not its rule's";
     }
     // What needs a look is set aside; a file may not turn that into deleting.
     if (rule != nullptr && action.safety < rule->safety) {

@@ -86,23 +86,41 @@ std::vector<std::string> tellVanished(const LoggedBatch& batch, const Holding::C
     return told;
 }
 
+/// Puts back what the batch still holds and tells what vanished from it.
+void undoOne(const LoggedBatch& batch, const Holding::Contents& contents, const PathGuard& guard, Date now,
+             TrashOperationResult& result) {
+    if (!isPastItsDays(batch, now)) {
+        HeldNotes notes = HeldNotes::of(guard.home());
+        const std::vector<std::string> told = tellVanished(batch, contents, notes);
+        notes.write();
+        result.failures.insert(result.failures.end(), told.begin(), told.end());
+    }
+    const TrashOperationResult restored = Holding::restore(heldOf(batch.items, contents), guard);
+    result.failures.insert(result.failures.end(), restored.failures.begin(), restored.failures.end());
+    result.done += restored.done;
+}
+
 } // namespace
 
 TrashOperationResult undo(const std::vector<CleanupOutcome>& outcomes, const PathGuard& guard, Date now) {
     TrashOperationResult result;
     const Holding::Contents contents(guard);
     for (const LoggedBatch& batch : newestFirst(outcomes, guard.home())) {
-        if (!isPastItsDays(batch, now)) {
-            HeldNotes notes = HeldNotes::of(guard.home());
-            const std::vector<std::string> told = tellVanished(batch, contents, notes);
-            notes.write();
-            result.failures.insert(result.failures.end(), told.begin(), told.end());
-        }
-        const TrashOperationResult restored = Holding::restore(heldOf(batch.items, contents), guard);
-        result.failures.insert(result.failures.end(), restored.failures.begin(), restored.failures.end());
-        result.done = restored.done;
+        undoOne(batch, contents, guard, now, result);
         if (result.done > 0) {
             break;
+        }
+    }
+    return result;
+}
+
+TrashOperationResult undoBatch(std::string_view path, const std::vector<CleanupOutcome>& outcomes,
+                               const PathGuard& guard, Date now) {
+    TrashOperationResult result;
+    const Holding::Contents contents(guard);
+    for (const LoggedBatch& batch : newestFirst(outcomes, guard.home())) {
+        if (batch.path == path) {
+            undoOne(batch, contents, guard, now, result);
         }
     }
     return result;

@@ -20,6 +20,10 @@ namespace lumo::Undoing {
 /// lock must be held.
 TrashOperationResult undo(const std::vector<CleanupOutcome>& outcomes, const PathGuard& guard, Date now);
 
+/// The same of one batch, by its path, and of no other, whatever comes of it.
+TrashOperationResult undoBatch(std::string_view path, const std::vector<CleanupOutcome>& outcomes,
+                               const PathGuard& guard, Date now);
+
 /// What `undo` would put back now, for showing: all that the batch still has, last set aside first, since
 /// that may be the folder in which an earlier item belongs. Empty when nothing can be put back.
 std::vector<TrashedItem> newestBatch(const std::vector<CleanupOutcome>& outcomes, const PathGuard& guard);

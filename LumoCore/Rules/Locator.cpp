@@ -137,6 +137,10 @@ std::set<std::string> linkTargetsIn(const std::vector<std::string>& commandFolde
         for (const std::string& name : platform::namesIn(folder)) {
             if (const auto target = platform::linkTarget(entryPath(folder, name))) {
                 targets.insert(standardized(target->starts_with('/') ? *target : entryPath(folder, *target)));
+                // A version in use may be reached over more links than this one.
+                if (const auto real = platform::withoutLinks(entryPath(folder, name))) {
+                    targets.insert(*real);
+                }
             }
         }
     }

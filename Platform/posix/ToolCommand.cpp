@@ -73,13 +73,15 @@ class BoundedText final {
 /// What the system's launcher takes besides the words: where the streams lead and how signals are set.
 class LaunchSettings final {
   public:
-    explicit LaunchSettings(int output) {
+    LaunchSettings(int output, const std::string& folder) {
         note(posix_spawn_file_actions_init(&streams_));
         note(posix_spawnattr_init(&attributes_));
         // The input comes last: the pipe may have got its number when this process has none itself.
         note(posix_spawn_file_actions_adddup2(&streams_, output, STDOUT_FILENO));
         note(posix_spawn_file_actions_adddup2(&streams_, output, STDERR_FILENO));
         note(posix_spawn_file_actions_addopen(&streams_, STDIN_FILENO, "/dev/null", O_RDONLY, 0));
+        // Tools read settings from the folder they are started in, such as a project's own.
+        note(posix_spawn_file_actions_addchdir_np(&streams_, folder.c_str()));
         sigset_t signals;
         sigfillset(&signals);
         note(posix_spawnattr_setsigdefault(&attributes_, &signals));
@@ -175,7 +177,7 @@ std::vector<std::string> variablesFor(const std::string& home) {
 
 /// The number of the started process.
 SystemResult<pid_t> launch(const std::vector<std::string>& arguments, const std::string& home, int output) {
-    const LaunchSettings settings(output);
+    const LaunchSettings settings(output, home);
     if (settings.problem() != 0) {
         return std::unexpected(SystemError{settings.problem()});
     }

@@ -3,6 +3,7 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Scanning/FileTree.h"
 #include "Platform/Folder.h"
+#include "Platform/Removal.h"
 #include "TarvoModel/Flows/CleanupPlanning.h"
 
 namespace tarvo {
@@ -30,8 +31,7 @@ std::optional<std::string> archiveRefusal(const std::string& path, const Desk& d
 
 std::expected<Archived, NotArchived> archive(const std::string& path, const Desk& desk,
                                              const lumo::Archiver::ArchiveControl& control) {
-    const PathGuard guard(desk.home, protectedFolders(Preferences::load(desk.home), desk.home));
-    const auto lock = lockHome(guard, desk);
+    const auto lock = lockHome(PathGuard(desk.home), desk);
     if (!lock) {
         return refused(lock.error().message);
     }
@@ -39,6 +39,7 @@ std::expected<Archived, NotArchived> archive(const std::string& path, const Desk
     if (auto refusal = archiveRefusal(path, desk)) {
         return refused(std::move(*refusal));
     }
+    const PathGuard guard(desk.home, protectedFolders(Preferences::load(desk.home), desk.home));
     // Measured now, since nothing may take time between the last look at the original and its move.
     lumo::HardLinkRegistry registry;
     const std::int64_t bytes = lumo::FileTree::measure(path, registry).allocatedBytes;
@@ -48,6 +49,13 @@ std::expected<Archived, NotArchived> archive(const std::string& path, const Desk
         return std::unexpected(NotArchived{
             .reason = made.error().errorDescription() + (detail.empty() ? "" : " (" + detail + ")"),
             .isInterrupted = made.error().problem == lumo::Archiver::ArchiveProblem::interrupted});
+    }
+    // Compressing takes long: it may have been protected meanwhile.
+    if (auto refusal = archiveRefusal(path, desk)) {
+        if (const auto place = guard.place(made->path)) {
+            (void)lumo::platform::removeTree(*place);
+        }
+        return refused(std::move(*refusal));
     }
     Archived archived{.archive = made->path, .outcome = {}};
     archived.archiveBytes = lumo::FileTree::measure(made->path, registry).apparentBytes;

@@ -7,6 +7,7 @@
 #include "LumoCore/Cleanup/Mover.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace tarvo {
 
@@ -24,9 +25,9 @@ std::vector<CleanupOutcome> usualCarryOut(const std::vector<CleanupAction>& acti
 }
 
 Agreement agreementTo(const Plan& plan) {
-    Agreement agreement{.actions = lumo::CleanupPlanner::actionsOf(plan.entries), .shown = plan.shown};
-    agreement.actions.insert(agreement.actions.end(), plan.refused.begin(), plan.refused.end());
-    return agreement;
+    return {.actions = lumo::CleanupPlanner::actionsOf(plan.entries),
+            .shown = plan.shown,
+            .refused = plan.refused};
 }
 
 std::vector<LeftOut> leftOutNow(const std::vector<CleanupAction>& agreed, const Plan& now) {
@@ -36,7 +37,7 @@ std::vector<LeftOut> leftOutNow(const std::vector<CleanupAction>& agreed, const 
             now.entries, [&](const PlanEntry& entry) { return entry.action.id == action.id; });
         const auto same = std::ranges::find_if(
             now.entries, [&](const PlanEntry& entry) { return entry.action == action && !entry.skipReason; });
-        if (same != now.entries.end() || std::ranges::find(now.refused, action) != now.refused.end()) {
+        if (same != now.entries.end()) {
             continue;
         }
         if (found == now.entries.end()) {
@@ -91,6 +92,11 @@ lumo::Result<Cleaned> clean(const PlanRequest& request, const Agreement& agreed,
         std::erase_if(allowed.actions, [&](const CleanupAction& action) {
             return std::ranges::find(left, action.id, &LeftOut::id) != left.end();
         });
+        // What was refused and no longer would be was never agreed to.
+        std::ranges::copy_if(agreed.refused, std::back_inserter(allowed.actions),
+                             [&](const CleanupAction& action) {
+                                 return std::ranges::find(now.refused, action) != now.refused.end();
+                             });
         return lumo::Result<Agreement>(std::move(allowed));
     });
     if (cleaned) {

@@ -53,9 +53,11 @@ struct Cleaned {
 struct Agreement {
     std::vector<lumo::CleanupAction> actions;
     lumo::ResolvedPaths shown;
+    /// Of a file: what is refused, and told as failed, but never done.
+    std::vector<lumo::CleanupAction> refused = {};
 };
 
-/// All that a plan would do, and what of a file will be refused.
+/// All that a plan would do, and what of a file it refuses.
 Agreement agreementTo(const Plan& plan);
 
 /// Carries out what was agreed to. Under the home's lock the preferences are read and the plan is made once

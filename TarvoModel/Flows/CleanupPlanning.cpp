@@ -38,7 +38,8 @@ lumo::CleanupOptions optionsOf(const PlanRequest& request, const Preferences& pr
         options = windowOptions(*request.report, options);
     }
     if (request.report) {
-        leaveOutProjectsWith(desk.applicationPath, *request.report, options);
+        // The system names the program by its real path, the report as the home is spelt.
+        leaveOutProjectsWith(pathMeant(desk.applicationPath, desk.home), *request.report, options);
     }
     return options;
 }

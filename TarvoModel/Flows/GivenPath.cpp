@@ -31,7 +31,12 @@ std::string pathMeant(std::string_view word, const std::string& home, LastLink l
 std::vector<std::string> pathsMeant(const std::vector<std::string>& words, const std::string& home) {
     std::vector<std::string> paths;
     for (const std::string& word : words) {
-        paths.push_back(pathMeant(word, home, LastLink::followed));
+        const std::string kept = pathMeant(word, home);
+        const std::string followed = pathMeant(word, home, LastLink::followed);
+        paths.push_back(kept);
+        if (followed != kept) {
+            paths.push_back(followed);
+        }
     }
     return paths;
 }

@@ -22,7 +22,7 @@ enum class LastLink {
 std::string pathMeant(std::string_view word, const std::string& home, LastLink last = LastLink::kept,
                       const std::string& from = {});
 
-/// The same for folders in a list, whose links are followed.
+/// The same for folders in a list. Of one that is a link both are meant, the link and where it leads.
 std::vector<std::string> pathsMeant(const std::vector<std::string>& words, const std::string& home);
 
 } // namespace tarvo

@@ -142,7 +142,7 @@ std::optional<JsonValue> standardOf(const Preference& key) {
 JsonValue foldersFrom(const std::vector<std::string>& words, const std::string& home) {
     JsonValue::Array folders;
     for (const std::string& word : words) {
-        folders.push_back({pathMeant(word, home, LastLink::followed)});
+        folders.push_back({pathMeant(word, home)});
     }
     return {std::move(folders)};
 }

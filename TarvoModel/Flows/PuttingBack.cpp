@@ -7,6 +7,8 @@
 #include "TarvoModel/Flows/GivenPath.h"
 #include "TarvoModel/Flows/HeldState.h"
 
+#include <algorithm>
+
 namespace tarvo {
 
 using lumo::CleanupOutcome;
@@ -39,11 +41,15 @@ lumo::Result<Items> meant(const PutBackRequest& request, const std::vector<Clean
         return lumo::Undoing::newestBatch(outcomes, guard);
     }
     Items items;
+    Items held = lumo::Undoing::held(outcomes, guard);
+    std::ranges::reverse(held); // Of several from one place the newest is meant.
     for (const std::string& word : request.originals) {
         const std::string original = pathMeant(word, guard.home());
+        const auto found = std::ranges::find_if(held, [&](const TrashedItem& item) {
+            return item.original == original || pathMeant(item.original, guard.home()) == original;
+        });
         // One that is not held any more has its own failure text.
-        items.push_back(lumo::Undoing::newestFrom(original, outcomes, guard)
-                            .value_or(TrashedItem{.original = original, .inTrash = {}}));
+        items.push_back(found != held.end() ? *found : TrashedItem{.original = original, .inTrash = {}});
     }
     for (const std::string& id : request.ids) {
         const auto item = heldItemNamed(id, outcomes, guard);
@@ -92,8 +98,10 @@ lumo::Result<TrashOperationResult> restoreAgreed(const PutBackRequest& request, 
                                            "What is set aside has changed meanwhile: nothing was touched."}
                                          .in());
             }
-            return request.originals.empty() && request.ids.empty()
-                       ? lumo::Undoing::undo(outcomes, guard, desk.now())
+            // What was shown was one batch: no other is touched, whatever comes of it.
+            return request.originals.empty() && request.ids.empty() && !items->empty()
+                       ? lumo::Undoing::undoBatch(lumo::Holding::batchOf(items->front().inTrash), outcomes,
+                                                  guard, desk.now())
                        : lumo::Holding::restore(*items, guard);
         });
 }

@@ -42,15 +42,20 @@ lumo::Result<Cleaned> run(const PlanRequest& request, const Desk& desk, const Cl
         return changeSetting(key, [&](const Preferences&) { return Preferences::asJson(value); }, desk.home);
     };
     const auto choose = [&](const Plan& plan) -> lumo::Result<Agreement> {
-        // Before anything is cleaned: a run that ends badly is not repeated every minute.
-        if (const auto begun = set(preference::lastWeeklyCleanup, desk.now()); !begun) {
-            return std::unexpected(begun.error());
+        const Preferences now = Preferences::load(desk.home);
+        if (!now.value(preference::autoCleanWeekly) || !isTimeOver(storedRecord(now).last, desk.now())) {
+            return lumo::failure(
+                lumo::Words{"la limpieza semanal ya no toca", "no weekly cleanup is due any more"}.in());
         }
+        // Before anything is cleaned: a run that ends badly is not repeated every minute. A disk too full to
+        // store it is the one to clean.
+        (void)set(preference::lastWeeklyCleanup, desk.now());
         return Agreement{.actions = actions(plan.entries), .shown = plan.shown};
     };
     auto cleaned = cleanChosen(request, desk, watch, choose);
     if (cleaned) {
-        // Without the sum the settings tell one thing less, no more.
+        // Once more, now that there may be room.
+        (void)set(preference::lastWeeklyCleanup, desk.now());
         (void)set(preference::lastWeeklyCleanupBytes, sumsOf(cleaned->outcomes).freed);
     }
     return cleaned;

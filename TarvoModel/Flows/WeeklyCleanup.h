@@ -51,9 +51,10 @@ bool isDue(const Situation& situation);
 /// too little, and then 0 is stored as what it freed.
 std::vector<lumo::CleanupAction> actions(const std::vector<lumo::PlanEntry>& entries);
 
-/// Carries it out by such a plan: under the home's lock its beginning is stored, the plan made, what is worth
-/// it cleaned, and what it freed stored in the end. A failure says why it could not begin; then nothing is
-/// stored, and it may be tried again.
+/// Carries it out by such a plan: under the home's lock it is made sure that it is still wanted and due, its
+/// beginning is stored, what is worth it cleaned, and what it freed stored in the end. A failure says why it
+/// could not begin; then nothing is stored, and it may be tried again. On a disk too full to store anything
+/// it runs all the same; whoever called remembers then.
 lumo::Result<Cleaned> run(const PlanRequest& request, const Desk& desk, const CleanupWatch& watch);
 
 /// What the user is told afterwards in the window and by the desktop; absent when nothing was freed.

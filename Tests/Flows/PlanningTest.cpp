@@ -76,6 +76,7 @@ TEST(WeeklyCleanup, ThatCannotBeginStoresNothingAndMayBeTriedAgain) {
     // One that found the home locked stored "found nothing" and waited a week.
     const TempHome home;
     home.sparseFile(".npm/_npx/none", 1);
+    home.fileWith(".config/TarvoAI/preferencias.json", R"({"limpiezaSemanal": true})");
     const Desk desk = Desk::ofThisMachine(home.path(), "tests");
     const PlanRequest request{.report = reportOf(desk), .reviews = Reviews::all};
     const auto stored = [&] { return WeeklyCleanup::storedRecord(Preferences::load(home.path())); };
@@ -88,6 +89,7 @@ TEST(WeeklyCleanup, ThatCannotBeginStoresNothingAndMayBeTriedAgain) {
     ASSERT_TRUE(WeeklyCleanup::run(request, desk, {}));
     EXPECT_TRUE(stored().last);
     EXPECT_EQ(stored().bytes, 0) << "too little to be worth it";
+    EXPECT_FALSE(WeeklyCleanup::run(request, desk, {})) << "once a week, whoever asks";
 }
 
 TEST(Settings, AreNotLostWhenTwoProgramsChangeThemAtOnce) {
