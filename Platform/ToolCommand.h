@@ -26,11 +26,13 @@ struct ToolRun {
 /// where it would ask. Its output is read to the end, but no longer than two seconds beyond its own end: what
 /// it leaves running in the background may go on, and is not waited for.
 ///
+/// Besides its usual ones the tool has the given variables ("NAME=value").
+///
 /// A requested stop asks the tool and all that it started to end, and makes them after two seconds; what is
 /// stopped before it began is not started and counts as ended by us. The tool has always ended when this
 /// returns. Where the process ignores the ends of its children (SIGCHLD), it no longer does afterwards. May
 /// be called from several threads.
-ToolRun runTool(const std::vector<std::string>& arguments, const std::string& home,
-                std::stop_token stop = {});
+ToolRun runTool(const std::vector<std::string>& arguments, const std::string& home, std::stop_token stop = {},
+                const std::vector<std::string>& variables = {});
 
 } // namespace lumo::platform

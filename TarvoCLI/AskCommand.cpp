@@ -155,13 +155,8 @@ void addAskCommand(CLI::App& app, Action& chosen) {
     CLI::App* command = addCommand(app, "preguntar", "ask", "pregunta lo que quieras saber de Tarvo AI",
                                    "ask what you want to know about Tarvo AI");
     const auto arguments = std::make_shared<AskArguments>();
-    // As they are: the library would take a word in square brackets apart.
-    const auto gather = [arguments](const CLI::results_t& words) {
-        arguments->words = words;
-        return true;
-    };
     command
-        ->add_option("question", CLI::callback_t(gather),
+        ->add_option("question", wordsInto(arguments->words),
                      Words{"con tus palabras, con o sin comillas", "in your words, quoted or not"}.in())
         ->type_name("")
         ->option_text(Words{"PREGUNTA", "QUESTION"}.in())

@@ -118,6 +118,9 @@ ExitCode report(const Cleaned& cleaned, const Invocation& invocation) {
     const bool hasFailed = std::ranges::any_of(outcomes, [](const CleanupOutcome& outcome) {
         return outcome.status == lumo::CleanupStatus::failed;
     });
+    if (cleaned.logProblem) {
+        return complain(*cleaned.logProblem, ExitCode::failed);
+    }
     return hasFailed ? ExitCode::failed : printed;
 }
 

@@ -26,8 +26,10 @@ CLI::Validator isDecimal(std::size_t mostDigits, std::string_view problemEs, std
 /// Reads a number in decimal, which a validator has found to be one: the library would read "010" as octal.
 CLI::callback_t inDecimal(std::optional<std::int64_t>& number);
 
-/// Collects the words of an option as they are: the library would take one in square brackets apart.
+/// Collects the words of an option, or its one word, as they are: the library would take one in square
+/// brackets apart.
 CLI::callback_t wordsInto(std::vector<std::string>& words);
+CLI::callback_t wordInto(std::string& word);
 
 /// Each adds one command or a few; when one was given, `chosen` becomes what it does.
 void addScanCommand(CLI::App& app, Action& chosen);

@@ -53,7 +53,8 @@ void addFolderCommand(CLI::App& app, Action& chosen) {
         addCommand(app, "carpeta", "folder", "qué hay dentro de una carpeta, lo más grande primero",
                    "what is inside a folder, largest first");
     const auto path = std::make_shared<std::string>();
-    command->add_option("path", *path, Words{"la carpeta, o un archivo", "the folder, or a file"}.in())
+    command
+        ->add_option("path", wordInto(*path), Words{"la carpeta, o un archivo", "the folder, or a file"}.in())
         ->type_name("")
         ->option_text(Words{"RUTA", "PATH"}.in())
         ->required();

@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/Words.h"
 #include "TarvoCLI/Commands.h"
+#include "TarvoModel/Flows/SettingChange.h"
 
 namespace tarvo {
 
@@ -75,6 +76,11 @@ std::expected<Plan, ExitCode> planOrComplain(const PlanRequest& request, const D
     Plan plan = planned(request, desk);
     if (plan.problem) {
         return std::unexpected(complain(*plan.problem, ExitCode::failed));
+    }
+    if (request.protectedFolders) {
+        if (const auto missing = missingFolderText(*request.protectedFolders, desk.home)) {
+            complain(*missing, ExitCode::done);
+        }
     }
     return plan;
 }

@@ -1,5 +1,6 @@
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
+#include "TarvoCLI/CommandDesk.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/Table.h"
 #include "TarvoModel/Flows/SettingChange.h"
@@ -56,6 +57,9 @@ ExitCode withKey(const std::string& name, const std::function<ExitCode(const Pre
 }
 
 ExitCode change(const Preference& key, const std::optional<JsonValue>& value, const Invocation& invocation) {
+    if (const auto refused = refuseForeign(invocation)) {
+        return *refused;
+    }
     const auto changed = changeSetting(key, [&](const Preferences&) { return value; }, invocation.home);
     if (!changed) {
         return complain(changed.error().message, ExitCode::failed);

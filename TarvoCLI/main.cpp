@@ -9,9 +9,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <iterator>
 #include <new>
 #include <optional>
 
@@ -43,9 +45,38 @@ CLI::Validator isDecimal(std::size_t mostDigits, std::string_view problemEs, std
         "");
 }
 
+namespace {
+
+/// Follows a word in square brackets through the library, which takes it for a list otherwise.
+constexpr char nameMark = '\x1f';
+
+std::string unmarked(std::string word) {
+    if (word.ends_with(nameMark)) {
+        word.pop_back();
+    }
+    return word;
+}
+
+/// True for options whose value goes straight into a text.
+bool takesText(std::string_view option) {
+    constexpr std::array<std::string_view, 6> options{"--home", "--idioma", "--report",
+                                                      "--plan", "--output", "--svg"};
+    return std::ranges::find(options, option) != options.end();
+}
+
+} // namespace
+
 CLI::callback_t wordsInto(std::vector<std::string>& words) {
     return [&words](const CLI::results_t& results) {
-        words = results;
+        words.clear();
+        std::ranges::transform(results, std::back_inserter(words), unmarked);
+        return true;
+    };
+}
+
+CLI::callback_t wordInto(std::string& word) {
+    return [&word](const CLI::results_t& results) {
+        word = unmarked(results.back());
         return true;
     };
 }
@@ -197,7 +228,11 @@ std::vector<std::string> argumentsFrom(int count, char** words) {
             arguments.emplace_back(word.substr(0, word.size() - 1));
             arguments.emplace_back();
         } else {
+            const bool isBracketed = word.starts_with('[') && word.ends_with(']');
             arguments.emplace_back(word);
+            if (isBracketed && !takesText(words[index - 1])) {
+                arguments.back() += nameMark;
+            }
         }
     }
     std::ranges::reverse(arguments);

@@ -159,9 +159,13 @@ ToolAnswer answerOf(Cleaned cleaned) {
         said += Words{" · {} se ha dejado como estaba: {}", " · {} was left as it was: {}"}.with(
             lumo::printable(left.title), lumo::printable(left.reason));
     }
+    const bool hasLogProblem = cleaned.logProblem.has_value();
+    if (hasLogProblem) {
+        said += " · " + *cleaned.logProblem;
+    }
     return {.text = said,
             .structured = lumo::encode(CleaningAnswer{std::move(cleaned.outcomes), sums.freed, sums.trashed}),
-            .isProblem = failed > 0};
+            .isProblem = failed > 0 || hasLogProblem};
 }
 
 ToolAnswer carryOut(Workspace& workspace, const ProposedPlan& plan, const std::vector<CleanupAction>& agreed,

@@ -6,6 +6,7 @@
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/HistoryLog.h"
 #include "LumoCore/Cleanup/ToolOutput.h"
+#include "LumoCore/Cleanup/ToolPlaces.h"
 #include "LumoCore/Scanning/FileTree.h"
 #include "Platform/CloudFiles.h"
 #include "Platform/Removal.h"
@@ -253,7 +254,8 @@ CleanupOutcome trashContents(const Task& task, const std::vector<std::string>& f
 
 CleanupOutcome runCommand(const Task& task, const std::vector<std::string>& words) {
     const CleanupAction& action = task.action;
-    const platform::ToolRun ran = platform::runTool(words, task.guard.home(), task.control.cancelTool);
+    const platform::ToolRun ran = platform::runTool(words, task.guard.home(), task.control.cancelTool,
+                                                    variablesHolding(words, action.measuredPaths));
     if (ran.status == 0) {
         CleanupOutcome outcome = begun(action);
         if (!action.measuredPaths.empty() && remaining(action) >= task.bytesBefore) {

@@ -91,7 +91,7 @@ std::optional<std::int64_t> ageInDays(const ProjectReport& project, Date now) {
         std::chrono::duration_cast<std::chrono::days>(now - *project.lastCodeChange).count(), 0);
 }
 
-std::string activeReason(std::int64_t days, const CleanupOptions& options, Language language) {
+std::string recentText(std::int64_t days, const CleanupOptions& options, Language language) {
     std::string when = Words{"hace {} días", "{} days ago"}.in(language, days);
     if (days == 0) {
         when = Words{"hoy", "today"}.in(language);
@@ -114,11 +114,7 @@ std::optional<PlanEntry> entryFor(const ProjectReport& project, const ProjectArt
         return std::nullopt;
     }
     PlanEntry entry;
-    const std::optional<std::int64_t> days = ageInDays(project, surroundings.now);
-    if (isDependency(artifact.name) && !options.includeActiveDependencies && days &&
-        !options.include.contains(id) && *days < options.activeProjectDays) {
-        entry.skipReason = activeReason(*days, options, surroundings.language);
-    }
+    entry.skipReason = activeReason(project, artifact.name, id, options, surroundings);
     if (touchesProtected(artifact.paths, options.protectedFolders)) {
         entry.skipReason = protectedReason(surroundings.language);
     }
@@ -198,6 +194,15 @@ std::optional<std::string> openReason(const std::optional<std::string>& closeFir
     }
     return Words{"cierra {} antes", "quit {} first"}.in(surroundings.language,
                                                         surroundings.nameOf(*closeFirst));
+}
+
+std::optional<std::string> activeReason(const ProjectReport& project, std::string_view artifactName,
+                                        const std::string& id, const CleanupOptions& options,
+                                        const PlanSurroundings& surroundings) {
+    const std::optional<std::int64_t> days = ageInDays(project, surroundings.now);
+    const bool isHeldBack = isDependency(artifactName) && !options.includeActiveDependencies && days &&
+                            !options.include.contains(id) && *days < options.activeProjectDays;
+    return isHeldBack ? std::optional(recentText(*days, options, surroundings.language)) : std::nullopt;
 }
 
 std::string protectedReason(Language language) {

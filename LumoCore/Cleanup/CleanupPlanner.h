@@ -63,6 +63,12 @@ std::optional<std::vector<std::string>> wordsOfCommand(std::string_view line);
 std::optional<std::string> openReason(const std::optional<std::string>& closeFirst,
                                       const PlanSurroundings& surroundings);
 
+/// The reason given while a dependency folder belongs to a project that changed lately; absent when it may
+/// go.
+std::optional<std::string> activeReason(const ProjectReport& project, std::string_view artifactName,
+                                        const std::string& id, const CleanupOptions& options,
+                                        const PlanSurroundings& surroundings);
+
 /// The reason given for what a protected folder holds back.
 std::string protectedReason(Language language = currentLanguage());
 

@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Cleanup/CleanupExecutor.h"
+#include "LumoCore/Scanning/Scanner.h"
 
 #include <fmt/format.h>
 
@@ -77,6 +78,24 @@ bool isLeftOut(const CleanupAction& action, const CleanupOptions& options) {
            });
 }
 
+/// The reason of a dependency folder whose project changed since the plan was saved.
+std::optional<std::string> activeNow(const CleanupAction& action, const CleanupOptions& options,
+                                     const PlanSurroundings& surroundings, const std::string& home) {
+    if (!action.id.starts_with("proyecto:")) {
+        return std::nullopt;
+    }
+    for (const std::string& path : CleanupExecutor::touchedPaths(action)) {
+        HardLinkRegistry registry;
+        const auto project = Scanner::measureProject(std::string(parentOf(path)), home, registry);
+        if (auto reason = project ? CleanupPlanner::activeReason(*project, fileName(path), action.id, options,
+                                                                 surroundings)
+                                  : std::nullopt) {
+            return reason;
+        }
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 Result<std::vector<PlanEntry>> savedPlanFromJson(std::string_view bytes, const std::vector<Rule>& rules) {
@@ -112,7 +131,8 @@ Result<void> checkCleanups(const ScanReport& report, const std::vector<Rule>& ru
 }
 
 std::vector<PlanEntry> heldBackNow(std::vector<PlanEntry> entries, const CleanupOptions& options,
-                                   const std::vector<Rule>& rules, const PlanSurroundings& surroundings) {
+                                   const std::vector<Rule>& rules, const PlanSurroundings& surroundings,
+                                   const std::string& home) {
     std::erase_if(entries, [&](const PlanEntry& entry) { return isLeftOut(entry.action, options); });
     for (PlanEntry& entry : entries) {
         if (entry.skipReason) {
@@ -123,6 +143,8 @@ std::vector<PlanEntry> heldBackNow(std::vector<PlanEntry> entries, const Cleanup
             entry.skipReason = CleanupPlanner::protectedReason(surroundings.language);
         } else if (rule != nullptr) {
             entry.skipReason = CleanupPlanner::openReason(rule->closeFirst, surroundings);
+        } else {
+            entry.skipReason = activeNow(entry.action, options, surroundings, home);
         }
     }
     return entries;

@@ -24,8 +24,10 @@ Result<void> checkCleanups(const ScanReport& report, const std::vector<Rule>& ru
 
 /// A saved plan with what the planner would say of it now. Left out are entries that `options.only` does not
 /// hold, if it is there, and those with a path in an excluded project. An entry that has no reason yet gets
-/// one when a path of its touches a protected folder, or when its rule's application must be closed first.
+/// one when a path of its touches a protected folder, when its rule's
+/// application must be closed first, or when the project that it belongs to in that home changed lately.
 std::vector<PlanEntry> heldBackNow(std::vector<PlanEntry> entries, const CleanupOptions& options,
-                                   const std::vector<Rule>& rules, const PlanSurroundings& surroundings);
+                                   const std::vector<Rule>& rules, const PlanSurroundings& surroundings,
+                                   const std::string& home);
 
 } // namespace lumo

@@ -163,7 +163,7 @@ bool leadsElsewhere(std::string_view name) {
 
 /// This process's variables for a tool of that home, with the places where tools install themselves added to
 /// the search path: an application that the desktop started has not read the user's shell settings.
-std::vector<std::string> variablesFor(const std::string& home) {
+std::vector<std::string> variablesFor(const std::string& home, const std::vector<std::string>& more) {
     std::vector<std::string> variables = environmentVariables();
     std::erase_if(variables, [](std::string_view variable) {
         return leadsElsewhere(variable.substr(0, variable.find('=')));
@@ -172,18 +172,20 @@ std::vector<std::string> variablesFor(const std::string& home) {
     variables.push_back("PATH=" + home + "/.local/bin:" + home +
                         "/.bun/bin:/opt/homebrew/bin:/usr/local/bin:" +
                         environmentVariable("PATH").value_or("/usr/bin:/bin"));
+    variables.insert(variables.end(), more.begin(), more.end());
     return variables;
 }
 
 /// The number of the started process.
-SystemResult<pid_t> launch(const std::vector<std::string>& arguments, const std::string& home, int output) {
+SystemResult<pid_t> launch(const std::vector<std::string>& arguments, const std::string& home,
+                           const std::vector<std::string>& variablesBesides, int output) {
     const LaunchSettings settings(output, home);
     if (settings.problem() != 0) {
         return std::unexpected(SystemError{settings.problem()});
     }
     std::vector<std::string> words{"env"};
     words.insert(words.end(), arguments.begin(), arguments.end());
-    std::vector<std::string> variables = variablesFor(home);
+    std::vector<std::string> variables = variablesFor(home, variablesBesides);
     pid_t leader = 0;
     const int problem = posix_spawn(&leader, "/usr/bin/env", settings.streams(), settings.attributes(),
                                     pointersTo(words).data(), pointersTo(variables).data());
@@ -286,7 +288,8 @@ class StartedTool final {
 
 } // namespace
 
-ToolRun runTool(const std::vector<std::string>& arguments, const std::string& home, std::stop_token stop) {
+ToolRun runTool(const std::vector<std::string>& arguments, const std::string& home, std::stop_token stop,
+                const std::vector<std::string>& variables) {
     // The launcher would take such a word for an option or a variable of its own.
     if (arguments.empty() || arguments.front().starts_with('-') ||
         arguments.front().find('=') != std::string::npos) {
@@ -302,7 +305,7 @@ ToolRun runTool(const std::vector<std::string>& arguments, const std::string& ho
     }
     Descriptor reading(ends[0]);
     Descriptor writing(ends[1]);
-    const SystemResult<pid_t> leader = launch(arguments, home, writing.number());
+    const SystemResult<pid_t> leader = launch(arguments, home, variables, writing.number());
     // The output only ends when nobody holds the other side any more.
     writing = Descriptor();
     return leader ? StartedTool(*leader, std::move(reading), std::move(stop)).finish()

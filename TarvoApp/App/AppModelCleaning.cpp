@@ -122,6 +122,8 @@ void AppModel::cleaned(const lumo::Result<Cleaned>& result, const lumo::VolumeIn
     const auto failed = static_cast<std::size_t>(lastFailures().size());
     if (failed > 0) {
         setNotice(failedText(failed, bytesOf(lastFailures().front())), failed > 1);
+    } else if (result->logProblem) {
+        setNotice(*result->logProblem);
     } else if (!result->leftOut.empty()) {
         setNotice(leftOutText(result->leftOut.size(), result->leftOut.front().title,
                               result->leftOut.front().reason));

@@ -1,6 +1,7 @@
 #include "TarvoModel/Flows/Cleaning.h"
 
 #include "LumoCore/Basics/OwnFiles.h"
+#include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/HistoryLog.h"
 #include "LumoCore/Cleanup/Holding.h"
@@ -23,6 +24,24 @@ std::vector<CleanupOutcome> usualCarryOut(const std::vector<CleanupAction>& acti
     return lumo::CleanupExecutor::run(actions, guard, lumo::OwnFiles::historyLog(guard.home()), mover,
                                       lumo::CleanupExecutor::SafeItems::deletedAtOnce, control);
 }
+
+namespace {
+
+/// Said when the log does not end with what was just done.
+std::optional<std::string> unloggedText(const std::vector<CleanupOutcome>& outcomes, const Desk& desk) {
+    const auto logged = history(desk);
+    const bool isLogged =
+        outcomes.empty() || (logged && !logged->empty() && logged->back().id == outcomes.back().id &&
+                             lumo::isoText(logged->back().date) == lumo::isoText(outcomes.back().date));
+    if (isLogged) {
+        return std::nullopt;
+    }
+    return Words{"No he podido apuntarlo en {}: arréglalo y lo apartado se podrá devolver a su sitio",
+                 "It could not be written into {}: mend that, and what is set aside can be put back"}
+        .with(lumo::printable(lumo::OwnFiles::historyLog(desk.home)));
+}
+
+} // namespace
 
 Agreement agreementTo(const Plan& plan) {
     return {.actions = lumo::CleanupPlanner::actionsOf(plan.entries),
@@ -79,8 +98,10 @@ lumo::Result<Cleaned> cleanChosen(const PlanRequest& request, const Desk& desk, 
                                                  .refusal = refusalFor(request, chosen->actions, desk)};
     const std::int64_t lifetimeBefore = lumo::CleanupHistory::total(desk.home);
     const PathGuard guard(desk.home, plan.protectedFolders);
-    return Cleaned{.outcomes = watch.carryOut(chosen->actions, guard, control),
-                   .lifetimeBefore = lifetimeBefore};
+    Cleaned cleaned{.outcomes = watch.carryOut(chosen->actions, guard, control),
+                    .lifetimeBefore = lifetimeBefore};
+    cleaned.logProblem = unloggedText(cleaned.outcomes, desk);
+    return cleaned;
 }
 
 lumo::Result<Cleaned> clean(const PlanRequest& request, const Agreement& agreed, const Desk& desk,

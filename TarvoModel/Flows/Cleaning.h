@@ -47,6 +47,9 @@ struct Cleaned {
     std::vector<lumo::CleanupOutcome> outcomes;
     std::vector<LeftOut> leftOut;
     std::int64_t lifetimeBefore = 0; ///< See `CleanupHistory::total`.
+    /// Why the log does not tell of it; what was set aside comes back all the same once the log can be
+    /// written.
+    std::optional<std::string> logProblem = {};
 };
 
 /// What somebody agreed to: the actions as they were shown, and what their paths meant then.

@@ -59,8 +59,9 @@ std::vector<PlanEntry> entriesOf(const PlanRequest& request, const lumo::Cleanup
         .now = desk.now(),
         .isRunning = [&](const std::string& bundleID) { return status.isRunning(bundleID); },
         .nameOf = [&](const std::string& bundleID) { return status.name(bundleID); }};
-    return request.saved ? lumo::heldBackNow(*request.saved, options, knownRules(desk.home), surroundings)
-                         : lumo::CleanupPlanner::plan(*request.report, options, surroundings);
+    return request.saved
+               ? lumo::heldBackNow(*request.saved, options, knownRules(desk.home), surroundings, desk.home)
+               : lumo::CleanupPlanner::plan(*request.report, options, surroundings);
 }
 
 /// The ids that can be asked for: in a saved plan its own, in a report those of all that may be cleaned.

@@ -15,19 +15,17 @@ namespace tarvo {
 
 namespace platform = lumo::platform;
 
-namespace {
-
-/// The first of the protected folders that is not there: most often a misspelt one, which protects nothing.
-std::optional<std::string> missingFolder(const Preferences& preferences, const std::string& home) {
-    for (const std::string& folder : pathsMeant(preferences.value(preference::protectedFolders), home)) {
+std::optional<std::string> missingFolderText(const std::vector<std::string>& folders,
+                                             const std::string& home) {
+    for (const std::string& folder : pathsMeant(folders, home)) {
         if (!platform::isFolderThroughLinks(folder)) {
-            return folder;
+            return lumo::Words{"ojo: no existe la carpeta {}; mientras no exista no protege nada",
+                               "mind: there is no folder {}; until there is, it protects nothing"}
+                .with(lumo::printable(folder));
         }
     }
     return std::nullopt;
 }
-
-} // namespace
 
 lumo::Result<ChangedSetting>
 changeSetting(const Preference& key,
@@ -48,11 +46,7 @@ changeSetting(const Preference& key,
         return std::unexpected(stored.error());
     }
     if (&key == &static_cast<const Preference&>(preference::protectedFolders)) {
-        if (const auto missing = missingFolder(changed.preferences, home)) {
-            changed.warning = lumo::Words{"ojo: no existe la carpeta {}; mientras no exista no protege nada",
-                                          "mind: there is no folder {}; until there is, it protects nothing"}
-                                  .with(lumo::printable(*missing));
-        }
+        changed.warning = missingFolderText(changed.preferences.value(preference::protectedFolders), home);
     }
     return changed;
 }

@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 /// Changing one preference of a home, whichever program does.
 namespace tarvo {
@@ -13,6 +14,11 @@ struct ChangedSetting {
     Preferences preferences;            ///< As they are stored now.
     std::optional<std::string> warning; ///< What is odd about the new value, for the user.
 };
+
+/// What is odd about folders that are to be protected: the first that is not there, which is most often a
+/// misspelt one and protects nothing. Absent when all are.
+std::optional<std::string> missingFolderText(const std::vector<std::string>& folders,
+                                             const std::string& home);
 
 /// Stores what `valueNow` makes of the preferences as they are by then; with none, the standard value holds
 /// again. Two programs that change settings at the same moment wait for each other, so that no change is

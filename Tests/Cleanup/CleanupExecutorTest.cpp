@@ -15,6 +15,18 @@ using namespace tarvo::testing;
 using namespace testing;
 namespace fs = std::filesystem;
 
+TEST(CleanupExecutor, HoldsAToolToThePlaceThatWasShown) {
+    // A tool's own settings, or those of the folder it was started in, led it to a folder nobody had agreed
+    // to.
+    const CleaningHome home;
+    home.files().program(".local/bin/npm", "#!/bin/sh\necho \"$npm_config_cache $PWD\" >\"$HOME/seen\"\n");
+    home.files().file(".npm/_cacache/data", 5000);
+    const CleanupAction action =
+        home.action(Safety::safe, method::Command{{"npm", "cache", "clean"}}, {".npm/_cacache"});
+    EXPECT_EQ(home.clean({action}).front().status, CleanupStatus::done);
+    EXPECT_EQ(contentOf(home.path("seen")), home.path(".npm") + " " + home.root() + "\n");
+}
+
 TEST(CleanupExecutor, DeletesWhatRecreatesItselfAndSetsEverythingElseAside) {
     const CleaningHome home;
     home.files().file("cache/blob", 20000);

@@ -113,7 +113,8 @@ TEST(SavedPlan, IsHeldBackByWhatHoldsAFreshPlanBack) {
              heldBackNow(saved, options, rules(),
                          {.isRunning = [](const std::string& id) { return id == "browser"; },
                           .nameOf = [](const std::string& id) { return "App " + id; },
-                          .language = Language::en})) {
+                          .language = Language::en},
+                         "/home/x")) {
             said.push_back(held.skipReason.value_or(""));
         }
         return said;

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <filesystem>
 
 using namespace lumo;
@@ -135,6 +136,20 @@ TEST(CleanCommand, LeavesProtectedFoldersAloneAndAnswersOneWhenSomethingFailed) 
         EXPECT_THAT(dry.output, HasSubstr(reason));
     }
     EXPECT_TRUE(fs::exists(letter));
+}
+
+TEST(CleanCommand, ASavedPlanLeavesAProjectAloneThatWasWorkedOnSince) {
+    // What was planned of a project that had lain untouched was deleted, whatever had happened since.
+    const TempHome home;
+    home.files({"app/package.json", "app/main.js", "app/node_modules/x"}, 2000000);
+    for (const char* name : {"app/package.json", "app/main.js"}) {
+        home.setModified(name, 1000000000);
+    }
+    home.fileWith("plan.json", runTarvo(home, {"plan", "--json"}).output);
+    home.setModified("app/main.js", static_cast<std::int64_t>(std::time(nullptr)));
+    const Ran ran = runTarvo(home, {"clean", "--plan", home.path("plan.json"), "--yes"});
+    EXPECT_THAT(ran.output, HasSubstr("proyecto con cambios hoy"));
+    EXPECT_TRUE(fs::exists(home.path("app/node_modules/x")));
 }
 
 TEST(CleanCommand, AScanThatStoresNothingLeavesNoTrace) {

@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include <algorithm>
 
 using namespace lumo;
@@ -189,6 +191,13 @@ TEST(Command, ShowsAndChangesSettingsAsAnObjectFromKeyToValue) {
     const std::string folders = R"({"carpetasProtegidas":[")" + home.folder("[a b]") + R"(","/usr"]})";
     EXPECT_EQ(jsonOf(home, {"settings", "set", "carpetasProtegidas", "~/[a b]/", "/usr"}), json(folders));
     EXPECT_EQ(jsonOf(home, {"ajustes", "get", "carpetasProtegidas"}), json(folders));
+    EXPECT_EQ(jsonOf(home, {"settings", "set", "carpetasProtegidas", home.folder("[x,y]")}),
+              json(R"({"carpetasProtegidas":[")" + home.path("[x,y]") + "\"]}"));
+    std::filesystem::current_path(home.path());
+    EXPECT_EQ(
+        jsonOf(home, {"settings", "set", "carpetasProtegidas", "[x,y]", "[a b]"}),
+        json(R"({"carpetasProtegidas":[")" + home.path("[x,y]") + "\",\"" + home.path("[a b]") + "\"]}"));
+    std::filesystem::current_path("/");
     const Ran missing = runTarvo(home, {"settings", "set", "carpetasProtegidas", "~/gone", "--json"});
     EXPECT_EQ(missing.exitCode, 0);
     EXPECT_THAT(missing.error, HasSubstr("no existe la carpeta " + home.path("gone")));
