@@ -237,7 +237,7 @@ TEST(Command, PlansFromASavedReportWithStoredPreferencesWhereOptionsAreSilent) {
     EXPECT_EQ(runTarvo(home, {"ajustes", "set", "carpetasProtegidas", home.path(".cache")}).exitCode, 0);
     EXPECT_THAT(idsAndReasons({"--only", "uv-cache"}),
                 ElementsAre("uv-cache: está en una carpeta protegida en Ajustes"));
-    EXPECT_THAT(idsAndReasons({"--only", "uv-cache", "--protect", "/elsewhere"}), ElementsAre("uv-cache"));
+    EXPECT_THAT(idsAndReasons({"--only", "uv-cache", "--protect", "/usr"}), ElementsAre("uv-cache"));
 
     home.fileWith("broken.json", R"({"home": "/x"})");
     isOneComplaint(runTarvo(home, {"plan", "--report", home.path("broken.json")}), 2);
