@@ -121,7 +121,8 @@ ExitCode report(const Cleaned& cleaned, const Invocation& invocation) {
     if (cleaned.logProblem) {
         return complain(*cleaned.logProblem, ExitCode::failed);
     }
-    return hasFailed ? ExitCode::failed : printed;
+    // Not all that was agreed to was done.
+    return hasFailed || !cleaned.leftOut.empty() ? ExitCode::failed : printed;
 }
 
 ExitCode dryRun(const std::vector<PlanEntry>& entries, const Invocation& invocation) {

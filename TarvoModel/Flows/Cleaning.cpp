@@ -8,7 +8,6 @@
 #include "LumoCore/Cleanup/Mover.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace tarvo {
 
@@ -26,6 +25,10 @@ std::vector<CleanupOutcome> usualCarryOut(const std::vector<CleanupAction>& acti
 }
 
 namespace {
+
+std::string changedText() {
+    return Words{"ha cambiado desde la pregunta", "it has changed since the question"}.in();
+}
 
 /// Said when the log does not end with what was just done.
 std::optional<std::string> unloggedText(const std::vector<CleanupOutcome>& outcomes, const Desk& desk) {
@@ -63,10 +66,7 @@ std::vector<LeftOut> leftOutNow(const std::vector<CleanupAction>& agreed, const 
             left.push_back({action.id, action.title,
                             Words{"ya no está en el plan", "it is no longer in the plan"}.in()});
         } else {
-            left.push_back(
-                {action.id, action.title,
-                 found->skipReason.value_or(
-                     Words{"ha cambiado desde la pregunta", "it has changed since the question"}.in())});
+            left.push_back({action.id, action.title, found->skipReason.value_or(changedText())});
         }
     }
     return left;
@@ -113,11 +113,14 @@ lumo::Result<Cleaned> clean(const PlanRequest& request, const Agreement& agreed,
         std::erase_if(allowed.actions, [&](const CleanupAction& action) {
             return std::ranges::find(left, action.id, &LeftOut::id) != left.end();
         });
-        // What was refused and no longer would be was never agreed to.
-        std::ranges::copy_if(agreed.refused, std::back_inserter(allowed.actions),
-                             [&](const CleanupAction& action) {
-                                 return std::ranges::find(now.refused, action) != now.refused.end();
-                             });
+        for (const CleanupAction& action : agreed.refused) {
+            // What was refused and no longer would be was never agreed to.
+            if (std::ranges::find(now.refused, action) == now.refused.end()) {
+                left.push_back({action.id, action.title, changedText()});
+            } else {
+                allowed.actions.push_back(action);
+            }
+        }
         return lumo::Result<Agreement>(std::move(allowed));
     });
     if (cleaned) {
