@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
+#include "LumoCore/Explaining/FreeingAction.h"
 
 namespace lumo::HeuristicExplainer {
 
@@ -10,7 +11,8 @@ namespace {
 /// The words of an explanation in one language.
 class Wording final {
   public:
-    Wording(const FolderEvidence& evidence, Language language) : evidence_(evidence), language_(language) {}
+    Wording(const FolderEvidence& evidence, Language language, System system)
+        : evidence_(evidence), language_(language), system_(system) {}
 
     void writeTo(Explanation& explanation) const {
         const std::optional<std::string> app = evidence_.appName();
@@ -30,9 +32,11 @@ class Wording final {
         explanation.whatItIs = Words{"Caché de {}", "{} cache"}.in(language_, owner);
         explanation.owner = owner;
         explanation.safety = Safety::safe;
-        explanation.reason = Words{"macOS permite borrar las cachés: la app las regenera.",
-                                   "macOS allows caches to be deleted: the app recreates them."}
-                                 .in(language_);
+        constexpr SystemWords reason{
+            .macos = {"macOS permite borrar las cachés: la app las regenera.",
+                      "macOS allows caches to be deleted: the app recreates them."},
+            .linux = {"Los programas vuelven a crear sus cachés.", "Programs recreate their caches."}};
+        explanation.reason = reason.on(system_).in(language_);
         explanation.howToFree =
             Words{"Vaciar la carpeta con la app cerrada.", "Empty the folder with the app closed."}.in(
                 language_);
@@ -59,31 +63,39 @@ class Wording final {
     }
 
     void explainLeftover(Explanation& explanation) const {
-        explanation.whatItIs = Words{"Posible resto de una app o herramienta que ya no está instalada",
-                                     "Possibly left over from an app or tool that's no longer installed"}
-                                   .in(language_);
+        constexpr SystemWords whatItIs{
+            .macos = {"Posible resto de una app o herramienta que ya no está instalada",
+                      "Possibly left over from an app or tool that's no longer installed"},
+            .linux = {"Datos de un programa sin icono de aplicación, o un resto",
+                      "Data of a program without a desktop icon, or a leftover"}};
+        constexpr SystemWords reason{
+            .macos = {"Ninguna app instalada coincide con el nombre.", "No installed app matches the name."},
+            .linux = {"Muchas herramientas no aparecen entre las apps.",
+                      "Many tools are not listed among the apps."}};
+        explanation.whatItIs = whatItIs.on(system_).in(language_);
         explanation.owner = "desconocida"; // A stored word, the same in both languages.
         explanation.safety = Safety::review;
-        explanation.reason =
-            Words{"Ninguna app instalada coincide con el nombre.", "No installed app matches the name."}.in(
-                language_);
+        explanation.reason = reason.on(system_).in(language_);
         explanation.howToFree =
-            Words{"Comprueba que no la usas y bórrala.", "Check you don't use it, then delete it."}.in(
-                language_);
+            system_ == System::macos
+                ? Words{"Comprueba que no la usas y bórrala.", "Check you don't use it, then delete it."}.in(
+                      language_)
+                : advice(FreeingAction::reviewContents, evidence_, language_);
     }
 
     const FolderEvidence& evidence_;
     const Language language_;
+    const System system_;
 };
 
 } // namespace
 
-Explanation explain(const FolderEvidence& evidence, Date now, Language language) {
+Explanation explain(const FolderEvidence& evidence, Date now, Language language, System system) {
     Explanation explanation{.path = evidence.path,
                             .sizeBytes = evidence.usage.allocatedBytes,
                             .source = Explanation::Source::heuristic,
                             .createdAt = now};
-    Wording(evidence, language).writeTo(explanation);
+    Wording(evidence, language, system).writeTo(explanation);
     return explanation;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LumoCore/Basics/System.h"
 #include "LumoCore/Explaining/Explanation.h"
 #include "LumoCore/Explaining/FolderEvidence.h"
 
@@ -8,7 +9,9 @@
 namespace lumo::HeuristicExplainer {
 
 /// There always is one. The place comes first: a part of macOS among the caches is a safe cache here, though
-/// the advice of `FreeingAction` has it the other way round.
-Explanation explain(const FolderEvidence& evidence, Date now, Language language = currentLanguage());
+/// the advice of `FreeingAction` has it the other way round. On Linux many tools are no listed applications,
+/// so that nothing is called left over there, and the advice is to look inside.
+Explanation explain(const FolderEvidence& evidence, Date now, Language language = currentLanguage(),
+                    System system = currentSystem());
 
 } // namespace lumo::HeuristicExplainer

@@ -97,16 +97,28 @@ TEST(HeuristicExplainer, GoesByThePlaceThenByAppleThenByTheApp) {
            "No installed app matches the name."},
           {evidence("x", hiddenHome, App::related), "Foo Bar data", "Foo Bar", Safety::review,
            "It may contain the app's settings or documents."}}) {
-        const Explanation made = HeuristicExplainer::explain(given, noon, Language::en);
+        const Explanation made = HeuristicExplainer::explain(given, noon, Language::en, System::macos);
         EXPECT_EQ(made.whatItIs, whatItIs);
         EXPECT_EQ(made.owner, owner);
         EXPECT_EQ(made.safety, safety);
         EXPECT_EQ(made.reason, reason);
-        const Explanation es = HeuristicExplainer::explain(given, noon, Language::es);
+        const Explanation es = HeuristicExplainer::explain(given, noon, Language::es, System::macos);
         EXPECT_TRUE(es.safety == made.safety && es.owner == made.owner && es.whatItIs != made.whatItIs &&
                     es.reason != made.reason && es.howToFree != made.howToFree);
         const std::string json = dumpJson(encode(made), JsonLayout::line);
         EXPECT_EQ(decodeJson<Explanation>(json), made);
+    }
+}
+
+TEST(HeuristicExplainer, OnLinuxCallsNothingALeftoverThatShouldBeDeleted) {
+    // Keys, mail and toolchains were "left over … then delete it", since no application has their name.
+    for (const Language language : {Language::en, Language::es}) {
+        const Explanation made = HeuristicExplainer::explain(
+            evidence(".ssh", FolderLocation::hiddenHome, App::none), noon, language, System::linux);
+        EXPECT_EQ(made.safety, Safety::review);
+        EXPECT_THAT(made.howToFree, AnyOf(StartsWith("Check what's inside"), StartsWith("Mira qué hay")));
+        EXPECT_THAT(made.whatItIs,
+                    AnyOf(StartsWith("Data of a program"), StartsWith("Datos de un programa")));
     }
 }
 
