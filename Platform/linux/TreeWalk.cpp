@@ -300,7 +300,8 @@ class Walk final {
             haul.tally.count(status, true, countingIn(root), noClones);
         } else {
             haul.breakdown.parts.reset(); // It is no part of itself.
-            countFile(root, fileName(root.name).data(), status, haul);
+            const std::size_t folderLength = root.name.size() - fileName(root.name).size();
+            countFile(root, root.name.c_str() + folderLength, status, haul);
         }
         showProgress(1, haul.tally.allocatedBytes);
         return isFolder;
