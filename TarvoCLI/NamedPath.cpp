@@ -10,7 +10,7 @@ namespace tarvo {
 std::expected<std::string, ExitCode> givenPath(const std::string& word, const Invocation& invocation) {
     // An empty word is most often a variable that was never set: never a reason to take another folder.
     if (!word.empty()) {
-        const std::string path = pathMeant(word, invocation.home);
+        std::string path = pathMeant(word, invocation.home);
         if (lumo::platform::kindOf(path)) {
             return path;
         }
