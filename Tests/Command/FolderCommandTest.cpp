@@ -116,8 +116,9 @@ TEST(ExplainCommand, ExplainsWhatAReportDoesNotClassifyInItsHome) {
     const auto explained = decode<Explanations>(jsonOf(home, {"explain", "--report", file})).value();
     ASSERT_EQ(explained.size(), 2U);
     EXPECT_EQ(explained.at("/elsewhere/Library/Caches/small").safety, Safety::safe);
-    EXPECT_THAT(runTarvo(home, {"explain", "--report", file}, {"TARVO_IDIOMA=en"}).output,
-                StartsWith("● ~/.big  0 MB · approximate\n  What   Data of a program without a desktop icon"));
+    EXPECT_THAT(
+        runTarvo(home, {"explain", "--report", file}, {"TARVO_IDIOMA=en"}).output,
+        StartsWith("● ~/.big  0 MB · approximate\n  What   Data of a program without a desktop icon"));
     EXPECT_EQ(runTarvo(home, {"explain", home.path(), "--report", file}).exitCode, 2);
     report.unclassified.clear();
     save();
