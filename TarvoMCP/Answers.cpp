@@ -9,7 +9,6 @@
 
 namespace tarvo::mcp {
 
-namespace platform = lumo::platform;
 
 namespace {
 
