@@ -3,9 +3,9 @@
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
-#include "LumoCore/Rules/RuleCatalog.h"
 #include "Platform/StateFile.h"
 #include "TarvoCLI/WatchedScan.h"
+#include "TarvoModel/Flows/ScanPass.h"
 
 namespace tarvo {
 
@@ -42,7 +42,7 @@ lumo::platform::SystemResult<std::string> inputFrom(const std::string& file) {
 std::expected<std::shared_ptr<const lumo::ScanReport>, ExitCode> reportFrom(const ReportSource& source,
                                                                             const Invocation& invocation) {
     if (!source.file) {
-        auto report = watchedScan(lumo::RuleCatalog::all(), {.home = invocation.home}, invocation);
+        auto report = watchedScan(rulesFor(ScanPass::full, invocation.home), {.home = invocation.home}, invocation);
         if (!report) {
             return std::unexpected(report.error());
         }

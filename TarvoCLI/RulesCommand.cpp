@@ -1,9 +1,13 @@
 #include "LumoCore/Basics/Words.h"
+#include "LumoCore/Inventories/AppStatus.h"
 #include "LumoCore/Rules/RuleCatalog.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/Table.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <memory>
 
 namespace tarvo {
 
@@ -12,6 +16,9 @@ using lumo::Safety;
 using lumo::Words;
 
 namespace {
+
+/// Which rules a person is shown: those with a place on this system, or all.
+enum class Listing { ofThisSystem, all };
 
 /// A rule as other programs read it.
 struct ListedRule {
@@ -24,6 +31,7 @@ struct ListedRule {
     std::optional<std::string> closeFirst;
     std::string displayPath;
     bool needsFolderPermission = false;
+    std::vector<std::string> places; ///< On this system, in this home.
 
     static constexpr auto fields =
         std::tuple{lumo::field("id", &ListedRule::id),
@@ -34,14 +42,16 @@ struct ListedRule {
                    lumo::field("cleanup", &ListedRule::cleanup),
                    lumo::field("closeFirst", &ListedRule::closeFirst),
                    lumo::field("displayPath", &ListedRule::displayPath),
-                   lumo::field("needsFolderPermission", &ListedRule::needsFolderPermission)};
+                   lumo::field("needsFolderPermission", &ListedRule::needsFolderPermission),
+                   lumo::field("places", &ListedRule::places)};
 };
 
-std::string jsonOfRules() {
+std::string jsonOfRules(const std::vector<Rule>& rules) {
     std::vector<ListedRule> listed;
-    for (const Rule& rule : lumo::RuleCatalog::all()) {
+    for (const Rule& rule : rules) {
         listed.push_back({rule.id, rule.name, rule.category, rule.safety, rule.explanation, rule.cleanup,
-                          rule.closeFirst, rule.displayPath(), rule.needsFolderPermission()});
+                          rule.closeFirst, rule.displayPath(), rule.needsFolderPermission(),
+                          rule.displayPlaces(lumo::currentSystem())});
     }
     return lumo::dumpJson(lumo::encode(listed), lumo::JsonLayout::indented) + "\n";
 }
@@ -60,21 +70,23 @@ std::string howText(const lumo::Cleanup& cleanup) {
     return std::visit(How{}, cleanup);
 }
 
-std::string describe(const Rule& rule, Tint tint, const Invocation& invocation) {
+std::string describe(const Rule& rule, const std::vector<std::string>& places, Tint tint,
+                     const Invocation& invocation) {
     std::string described = "\n" + tinted("● " + rule.name, tint, invocation) + "  " +
                             tinted(rule.id, Tint::faint, invocation) + "\n";
     Table table({{.align = Align::left, .tint = Tint::faint}, {}});
-    table.add({Words{"Dónde", "Where"}.in(), rule.displayPath()});
+    table.add({Words{"Dónde", "Where"}.in(), fmt::format("{}", fmt::join(places, "\n"))});
     table.add({Words{"Qué es", "What"}.in(), rule.explanation});
     table.add({Words{"Cómo", "How"}.in(), howText(rule.cleanup)});
     if (rule.closeFirst) {
-        table.add({Words{"Antes", "First"}.in(),
-                   fmt::format("{} {}", Words{"cierra", "quit"}.in(), *rule.closeFirst)});
+        table.add(
+            {Words{"Antes", "First"}.in(), fmt::format("{} {}", Words{"cierra", "quit"}.in(),
+                                                       lumo::AppStatus::wellKnownName(*rule.closeFirst))});
     }
     return described + table.lines(2, 0, invocation);
 }
 
-std::string textOfRules(const Invocation& invocation) {
+std::string textOfRules(const std::vector<Rule>& rules, Listing listing, const Invocation& invocation) {
     struct Group {
         Safety safety;
         Tint tint;
@@ -86,9 +98,13 @@ std::string textOfRules(const Invocation& invocation) {
     std::string described;
     for (const Group& group : groups) {
         described += (described.empty() ? "" : "\n") + tinted(group.heading, Tint::strong, invocation) + "\n";
-        for (const Rule& rule : lumo::RuleCatalog::all()) {
-            if (rule.safety == group.safety) {
-                described += describe(rule, group.tint, invocation);
+        for (const Rule& rule : rules) {
+            std::vector<std::string> places = rule.displayPlaces(lumo::currentSystem());
+            if (places.empty() && listing == Listing::all) {
+                places = {rule.displayPath()};
+            }
+            if (rule.safety == group.safety && !places.empty()) {
+                described += describe(rule, places, group.tint, invocation);
             }
         }
     }
@@ -101,9 +117,16 @@ void addRulesCommand(CLI::App& app, Action& chosen) {
     CLI::App* command =
         addCommand(app, "reglas", "rules", "las carpetas que conozco y cómo se libera cada una",
                    "the folders I know and how each is freed");
-    command->callback([&chosen] {
-        chosen = [](const Invocation& invocation) {
-            return print(invocation.isJson ? jsonOfRules() : textOfRules(invocation));
+    auto listing = std::make_shared<Listing>(Listing::ofThisSystem);
+    command->add_flag_callback(
+        "--todo,--all", [listing] { *listing = Listing::all; },
+        Words{"también las carpetas que este sistema no tiene",
+              "also the folders that this system does not have"}
+            .in());
+    command->callback([&chosen, listing] {
+        chosen = [listing](const Invocation& invocation) {
+            const std::vector<Rule> rules = lumo::RuleCatalog::inHome(invocation.home);
+            return print(invocation.isJson ? jsonOfRules(rules) : textOfRules(rules, *listing, invocation));
         };
     });
 }

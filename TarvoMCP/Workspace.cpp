@@ -49,7 +49,7 @@ lumo::Result<std::shared_ptr<const lumo::ScanReport>> Workspace::scan(bool isQui
     std::optional<lumo::ScanReport> report;
     whileTicking([&] { call.progress(progress.walked.entries, progressText(progress)); },
                  [&] {
-                     report = scanned(rulesFor(pass), optionsFor(pass, home_), desk(),
+                     report = scanned(rulesFor(pass, home_), optionsFor(pass, home_), desk(),
                                       {.progress = &progress, .stop = call.stop});
                  });
     if (!report) {

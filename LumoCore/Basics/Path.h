@@ -80,7 +80,8 @@ constexpr std::string_view cutToBytes(std::string_view name, std::size_t mostByt
 
 /// The path with a leading "~" standing for the home folder.
 inline std::string expanded(std::string_view path, std::string_view home) {
-    return path.starts_with("~/") ? std::string(home) + std::string(path.substr(1)) : std::string(path);
+    return path == "~" || path.starts_with("~/") ? std::string(home) + std::string(path.substr(1))
+                                                 : std::string(path);
 }
 
 /// The reverse, for showing.

@@ -48,7 +48,7 @@ CoveredPlaces::CoveredPlaces(std::string home, const std::vector<Rule>& rules,
     for (const Rule& rule : rules) {
         const bool isNamed = std::ranges::find(actions, rule.id, &CleanupAction::id) != actions.end();
         if (isNamed && !std::holds_alternative<cleanup::Manual>(rule.cleanup)) {
-            std::vector<std::string> found = resolve(rule.locator, home_);
+            std::vector<std::string> found = resolve(rule, home_);
             ofRules_[rule.id].insert(found.begin(), found.end());
         }
     }

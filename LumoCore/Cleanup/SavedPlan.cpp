@@ -56,10 +56,11 @@ std::optional<std::string> problemOf(const CleanupAction& action, const std::vec
     return std::nullopt;
 }
 
-bool isSameCleanup(const Cleanup& left, const Cleanup& right) {
-    const bool areManual =
-        std::holds_alternative<cleanup::Manual>(left) && std::holds_alternative<cleanup::Manual>(right);
-    return areManual || left == right;
+bool isCleanupOf(const Rule& rule, const Finding& finding) {
+    // Instructions are worded in the language that the report was made in.
+    const bool areManual = std::holds_alternative<cleanup::Manual>(rule.cleanup) &&
+                           std::holds_alternative<cleanup::Manual>(finding.cleanup);
+    return areManual || cleanupOf(rule, finding.paths) == finding.cleanup;
 }
 
 /// All that the action may change, by itself or by running something.
@@ -120,8 +121,7 @@ Result<void> checkCleanups(const ScanReport& report, const std::vector<Rule>& ru
     for (std::size_t index = 0; index < report.findings.size(); ++index) {
         const Finding& finding = report.findings[index];
         const Rule* rule = ruleWith(finding.ruleID, rules);
-        if (rule == nullptr || rule->safety != finding.safety ||
-            !isSameCleanup(rule->cleanup, finding.cleanup)) {
+        if (rule == nullptr || rule->safety != finding.safety || !isCleanupOf(*rule, finding)) {
             return failure(fmt::format("document.findings[{}]: {} ({})", index,
                                        rule == nullptr ? "an unknown rule" : "not as its rule says",
                                        finding.ruleID));

@@ -19,7 +19,7 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 3> places{
 std::vector<std::string> pathsOf(const std::vector<Rule>& rules, const std::string& home) {
     std::vector<std::string> paths;
     for (const Rule& rule : rules) {
-        std::ranges::move(resolve(rule.locator, home), std::back_inserter(paths));
+        std::ranges::move(resolve(rule, home), std::back_inserter(paths));
     }
     return paths;
 }

@@ -1,6 +1,7 @@
 #include "LumoCore/Inventories/AppStatus.h"
 
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Words.h"
 
 #include <algorithm>
 #include <array>
@@ -10,37 +11,87 @@ namespace lumo {
 
 namespace {
 
+using Names = std::array<std::string_view, 4>;
+
 struct KnownApp {
-    std::string_view bundleID;
-    std::string_view name; ///< Empty where the identifier says more than we could.
-    /// What its processes and its desktop entry are called on Linux, where the identifier is that of another
-    /// system.
-    std::array<std::string_view, 3> processes;
-    std::string_view desktopID;
+    std::string_view identifier; ///< A bundle identifier, or a desktop entry's of what only Linux has.
+    std::string_view name;       ///< Empty where the identifier says more than we could.
+    Names processes;             ///< What its processes are called on Linux.
+    Names desktopIDs;            ///< Its desktop entries there, which each way of packaging calls otherwise.
 };
 
-constexpr std::array<KnownApp, 5> knownApps{{
-    {"com.google.Chrome",
-     "Google Chrome",
-     {"chrome", "google-chrome", "google-chrome-stable"},
-     "google-chrome"},
-    {"com.anthropic.claudefordesktop", "Claude", {"claude-desktop"}, "claude-desktop"},
-    {"com.moonshot.kimichat", "Kimi", {"kimi", "kimi-desktop"}, "kimi"},
-    {"com.docker.docker", "Docker Desktop", {"docker-desktop", "com.docker.backend"}, "docker-desktop"},
-    {"ai.perplexity.macv3", "", {"perplexity"}, "perplexity"},
-}};
+constexpr auto knownApps = std::to_array<KnownApp>(
+    {{"com.google.Chrome",
+      "Google Chrome",
+      {"chrome", "google-chrome", "google-chrome-stable"},
+      {"google-chrome", "com.google.Chrome"}},
+     {"com.anthropic.claudefordesktop", "Claude", {"claude-desktop"}, {"claude-desktop"}},
+     {"com.moonshot.kimichat", "Kimi", {"kimi", "kimi-desktop"}, {"kimi"}},
+     {"com.docker.docker", "Docker Desktop", {"docker-desktop", "com.docker.backend"}, {"docker-desktop"}},
+     {"ai.perplexity.macv3", "", {"perplexity"}, {"perplexity"}},
+     {"firefox",
+      "Firefox",
+      {"firefox", "firefox-esr", "firefox-bin"},
+      {"firefox", "firefox-esr", "org.mozilla.firefox", "firefox_firefox"}},
+     {"thunderbird",
+      "Thunderbird",
+      {"thunderbird", "thunderbird-bin"},
+      {"thunderbird", "org.mozilla.Thunderbird", "net.thunderbird.Thunderbird", "thunderbird_thunderbird"}},
+     {"chromium",
+      "Chromium",
+      {"chromium", "chromium-browser"},
+      {"chromium", "chromium-browser", "org.chromium.Chromium", "chromium_chromium"}},
+     {"brave-browser", "Brave", {"brave", "brave-browser"}, {"brave-browser", "com.brave.Browser"}},
+     {"microsoft-edge", "Microsoft Edge", {"msedge", "microsoft-edge"}, {"microsoft-edge"}},
+     {"spotify", "Spotify", {"spotify"}, {"spotify", "com.spotify.Client", "spotify_spotify"}},
+     {"code", "Visual Studio Code", {"code", "code-oss"}, {"code", "code-oss", "code_code"}},
+     {"codium", "VSCodium", {"codium", "vscodium"}, {"codium", "vscodium", "com.vscodium.codium"}},
+     {"cursor", "Cursor", {"cursor", "Cursor"}, {"cursor"}},
+     {"windsurf", "Windsurf", {"windsurf"}, {"windsurf"}},
+     {"discord", "Discord", {"Discord", "discord"}, {"discord", "com.discordapp.Discord"}},
+     {"slack", "Slack", {"slack"}, {"slack", "com.slack.Slack", "slack_slack"}},
+     {"teams", "Microsoft Teams", {"teams"}, {"teams"}},
+     {"signal-desktop", "Signal", {"signal-desktop"}, {"signal-desktop", "org.signal.Signal"}},
+     {"element-desktop", "Element", {"element-desktop"}, {"element-desktop", "im.riot.Riot"}}});
+
+/// Programs whose places one rule cleans together.
+struct KnownGroup {
+    std::string_view identifier;
+    Words name;
+    std::array<std::string_view, 5> apps;
+};
+
+constexpr auto knownGroups =
+    std::to_array<KnownGroup>({{"code-editors",
+                                {"los editores de código", "the code editors"},
+                                {"code", "codium", "cursor", "windsurf"}},
+                               {"chat-apps",
+                                {"las apps de chat", "the chat apps"},
+                                {"discord", "slack", "teams", "signal-desktop", "element-desktop"}}});
 
 const KnownApp* knownApp(std::string_view identifier) {
     const auto known = std::ranges::find_if(knownApps, [&](const KnownApp& app) {
-        return app.bundleID == identifier || app.desktopID == identifier;
+        return app.identifier == identifier ||
+               (!identifier.empty() && std::ranges::find(app.desktopIDs, identifier) != app.desktopIDs.end());
     });
     return known != knownApps.end() ? &*known : nullptr;
+}
+
+const KnownGroup* knownGroup(std::string_view identifier) {
+    const auto* group = std::ranges::find(knownGroups, identifier, &KnownGroup::identifier);
+    return group != knownGroups.end() ? group : nullptr;
 }
 
 /// The identifiers that mean the same application as this one.
 std::vector<std::string_view> identifiersOf(std::string_view identifier) {
     const KnownApp* known = knownApp(identifier);
-    return known != nullptr ? std::vector{known->bundleID, known->desktopID} : std::vector{identifier};
+    if (known == nullptr) {
+        return {identifier};
+    }
+    std::vector<std::string_view> identifiers{known->identifier};
+    identifiers.insert(identifiers.end(), known->desktopIDs.begin(), known->desktopIDs.end());
+    std::erase(identifiers, "");
+    return identifiers;
 }
 
 bool isCalled(const platform::RunningProcess& process, std::string_view name) {
@@ -68,6 +119,10 @@ bool AppStatus::isRunning(const std::string& bundleID) const {
     if (bundleID.empty()) {
         return false; // What is unknown about a process is empty as well.
     }
+    if (const KnownGroup* group = knownGroup(bundleID)) {
+        return std::ranges::any_of(group->apps,
+                                   [&](std::string_view app) { return isRunning(std::string(app)); });
+    }
     const std::vector<std::string_view> identifiers = identifiersOf(bundleID);
     const KnownApp* known = knownApp(bundleID);
     return std::ranges::any_of(processes_, [&](const platform::RunningProcess& process) {
@@ -84,6 +139,11 @@ bool AppStatus::isRunning(const std::string& bundleID) const {
 }
 
 std::string AppStatus::name(const std::string& bundleID) const {
+    if (const KnownGroup* group = knownGroup(bundleID)) {
+        const auto* open = std::ranges::find_if(
+            group->apps, [&](std::string_view app) { return isRunning(std::string(app)); });
+        return open != group->apps.end() ? name(std::string(*open)) : group->name.in();
+    }
     const DesktopEntry* entry = nullptr;
     for (const std::string_view identifier : identifiersOf(bundleID)) {
         entry = entry != nullptr ? entry : entryOf(identifier);
@@ -91,14 +151,22 @@ std::string AppStatus::name(const std::string& bundleID) const {
     if (entry != nullptr && isRunning(bundleID)) {
         return entry->name;
     }
-    if (const KnownApp* known = knownApp(bundleID); known != nullptr && !known->name.empty()) {
-        return std::string(known->name);
+    if (const auto known = wellKnownName(bundleID); known != bundleID) {
+        return known;
     }
     if (entry != nullptr) {
         return entry->name;
     }
     const auto app = std::ranges::find(installed_, bundleID, &InstalledApp::bundleID);
     return app != installed_.end() ? std::string(fileStem(app->path)) : bundleID;
+}
+
+std::string AppStatus::wellKnownName(const std::string& identifier, Language language) {
+    if (const KnownGroup* group = knownGroup(identifier)) {
+        return group->name.in(language);
+    }
+    const KnownApp* known = knownApp(identifier);
+    return std::string(known != nullptr && !known->name.empty() ? known->name : identifier);
 }
 
 const DesktopEntry* AppStatus::entryOf(std::string_view identifier) const {

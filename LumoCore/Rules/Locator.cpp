@@ -37,23 +37,21 @@ std::string standardized(std::string_view path) {
     return absolute.empty() ? "/" : absolute;
 }
 
-std::string entryPath(const std::string& folder, const std::string& name) {
-    std::string path = folder;
-    return path.append("/").append(name);
+/// Both sides are composed: names come back from some disks decomposed, while the patterns are written
+/// composed.
+bool matchesAny(const std::string& composedName, const std::vector<std::string>& patterns) {
+    return std::ranges::any_of(patterns, [&](const std::string& pattern) {
+        return platform::matchesShellPattern(composedName, composed(pattern));
+    });
 }
 
-/// The names in the folder that match any pattern. Both sides are composed: names come back from some disks
-/// decomposed, while the patterns are written composed.
-std::vector<std::string> matchingChildren(const std::string& folder,
-                                          const std::vector<std::string>& patterns) {
+std::vector<std::string> matchingChildren(const std::string& folder, const std::vector<std::string>& patterns,
+                                          const std::vector<std::string>& exceptions = {}) {
     std::vector<std::string> paths;
     for (const std::string& name : platform::namesIn(folder)) {
         const std::string composedName = composed(name);
-        const bool matches = std::ranges::any_of(patterns, [&](const std::string& pattern) {
-            return platform::matchesShellPattern(composedName, composed(pattern));
-        });
-        if (matches) {
-            paths.push_back(entryPath(folder, name));
+        if (matchesAny(composedName, patterns) && !matchesAny(composedName, exceptions)) {
+            paths.push_back(joined(folder, name));
         }
     }
     return paths;
@@ -73,20 +71,35 @@ struct Resolver {
 
     std::vector<std::string> operator()(const locator::Path& where) const {
         const std::string path = expanded(where.path, home);
-        return platform::kindOf(path) ? std::vector{path} : std::vector<std::string>{};
+        const bool isMeant =
+            where.onlyWith.empty() || std::ranges::any_of(where.onlyWith, [&](const std::string& other) {
+                return platform::kindOf(expanded(other, home)).has_value();
+            });
+        return isMeant && platform::kindOf(path) ? std::vector{path} : std::vector<std::string>{};
     }
     std::vector<std::string> operator()(const locator::Children& where) const {
-        return matchingChildren(expanded(where.of, home), where.matching);
+        return matchingChildren(expanded(where.of, home), where.matching, where.except);
+    }
+    std::vector<std::string> operator()(const locator::Below& where) const {
+        std::vector<std::string> paths;
+        for (const std::string& folder : matchingChildren(expanded(where.of, home), where.matching)) {
+            // Through a link it would be another entry's, or nobody's.
+            std::string path = joined(folder, where.inside);
+            if (platform::kindOf(folder) == EntryKind::folder && platform::kindOf(path)) {
+                paths.push_back(std::move(path));
+            }
+        }
+        return paths;
     }
     std::vector<std::string> operator()(const locator::OlderVersions& where) const {
-        return olderVersionsIn(expanded(where.of, home), linkTargets(home));
+        return olderVersionsIn(expanded(where.of, home), linkTargets(home), where.kind);
     }
     std::vector<std::string> operator()(const locator::NewestVersion& where) const {
-        const std::vector<std::string> versions = versionsIn(expanded(where.of, home));
+        const std::vector<std::string> versions = versionsIn(expanded(where.of, home), where.kind);
         return versions.empty() ? versions : std::vector{versions.back()};
     }
     std::vector<std::string> operator()(const locator::Installers& where) const {
-        return findInstallers(expanded(where.in, home), where.use, home);
+        return findInstallers(where, home);
     }
 };
 
@@ -99,22 +112,25 @@ const std::string& startOf(const Locator& locator) {
         const std::string& operator()(const locator::OlderVersions& where) const { return where.of; }
         const std::string& operator()(const locator::NewestVersion& where) const { return where.of; }
         const std::string& operator()(const locator::Installers& where) const { return where.in; }
+        const std::string& operator()(const locator::Below& where) const { return where.of; }
     };
     return std::visit(Start{}, locator);
 }
 
-std::vector<std::string> installersByExtension(const std::string& folder, locator::InstallerUse use,
-                                               const std::string&) {
+std::vector<std::string> installersByExtension(const locator::Installers& where, const std::string& home) {
     constexpr std::array<std::string_view, 5> extensions{".dmg", ".pkg", ".zip", ".iso", ".xip"};
     std::vector<std::string> paths;
-    if (use == locator::InstallerUse::used) {
+    if (where.use == locator::InstallerUse::used) {
         return paths;
     }
+    const std::string folder = expanded(where.in, home);
     for (const std::string& name : platform::namesIn(folder)) {
-        const std::string lower = lowerAscii(name);
-        const bool isInstaller = std::ranges::any_of(
-            extensions, [&](std::string_view extension) { return lower.ends_with(extension); });
-        std::string path = entryPath(folder, name);
+        const auto ends = [lower = lowerAscii(name)](std::string_view extension) {
+            return lower.ends_with(extension);
+        };
+        const bool isInstaller =
+            std::ranges::any_of(extensions, ends) || std::ranges::any_of(where.furtherExtensions, ends);
+        std::string path = joined(folder, name);
         if (isInstaller && platform::kindOf(path) == EntryKind::file) {
             paths.push_back(std::move(path));
         }
@@ -135,10 +151,10 @@ std::set<std::string> linkTargetsIn(const std::vector<std::string>& commandFolde
     std::set<std::string> targets;
     for (const std::string& folder : commandFolders) {
         for (const std::string& name : platform::namesIn(folder)) {
-            if (const auto target = platform::linkTarget(entryPath(folder, name))) {
-                targets.insert(standardized(target->starts_with('/') ? *target : entryPath(folder, *target)));
+            if (const auto target = platform::linkTarget(joined(folder, name))) {
+                targets.insert(standardized(target->starts_with('/') ? *target : joined(folder, *target)));
                 // A version in use may be reached over more links than this one.
-                if (const auto real = platform::withoutLinks(entryPath(folder, name))) {
+                if (const auto real = platform::withoutLinks(joined(folder, name))) {
                     targets.insert(*real);
                 }
             }
@@ -147,23 +163,27 @@ std::set<std::string> linkTargetsIn(const std::vector<std::string>& commandFolde
     return targets;
 }
 
-std::vector<std::string> versionsIn(const std::string& folder) {
+std::vector<std::string> versionsIn(const std::string& folder, locator::VersionKind kind) {
+    const auto isVersion = [kind](const std::string& path) {
+        return kind == locator::VersionKind::folder ? platform::kindOf(path) == EntryKind::folder
+                                                    : platform::isProgram(path);
+    };
     std::vector<std::string> names = platform::namesIn(folder);
     std::erase_if(names, [&](const std::string& name) {
-        return !beginsWithNumber(name) || platform::kindOf(entryPath(folder, name)) != EntryKind::folder;
+        return !beginsWithNumber(name) || !isVersion(joined(folder, name));
     });
     std::ranges::sort(names, comesBeforeNumerically);
     std::vector<std::string> paths;
     paths.reserve(names.size());
     for (const std::string& name : names) {
-        paths.push_back(entryPath(folder, name));
+        paths.push_back(joined(folder, name));
     }
     return paths;
 }
 
-std::vector<std::string> olderVersionsIn(const std::string& folder,
-                                         const std::set<std::string>& linkTargets) {
-    std::vector<std::string> versions = versionsIn(folder);
+std::vector<std::string> olderVersionsIn(const std::string& folder, const std::set<std::string>& linkTargets,
+                                         locator::VersionKind kind) {
+    std::vector<std::string> versions = versionsIn(folder, kind);
     if (versions.size() < 2) {
         return {};
     }

@@ -3,35 +3,53 @@
 #include <functional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
 namespace lumo {
 
-/// Where a rule looks. Paths begin with "~/" for the home folder.
+/// Where a rule looks. Paths begin with "~/" for the home folder, which
+/// is "~" itself.
 namespace locator {
 
 /// That path, if anything stands there; a final link is not followed.
 struct Path {
     std::string path;
+    std::vector<std::string> onlyWith = {}; ///< When not empty: only while one of these paths stands, too.
     friend bool operator==(const Path&, const Path&) = default;
 };
 
-/// The entries of a folder whose names match any of the shell patterns.
+/// The entries of a folder whose names match any of the shell patterns, but for those that match an
+/// exception.
 struct Children {
     std::string of;
     std::vector<std::string> matching;
+    std::vector<std::string> except = {};
     friend bool operator==(const Children&, const Children&) = default;
 };
 
-/// All version folders but the newest and those that a command-line link points into.
+/// That path in each entry of a folder whose name matches any of the shell patterns, where it stands.
+struct Below {
+    std::string of;
+    std::vector<std::string> matching;
+    std::string inside;
+    friend bool operator==(const Below&, const Below&) = default;
+};
+
+/// What a version is: a folder, or an executable file.
+enum class VersionKind { folder, file };
+
+/// All versions but the newest and those that a command-line link points into.
 struct OlderVersions {
     std::string of;
+    VersionKind kind = VersionKind::folder;
     friend bool operator==(const OlderVersions&, const OlderVersions&) = default;
 };
 
 struct NewestVersion {
     std::string of;
+    VersionKind kind = VersionKind::folder;
     friend bool operator==(const NewestVersion&, const NewestVersion&) = default;
 };
 
@@ -41,25 +59,25 @@ enum class InstallerUse { used, unused };
 struct Installers {
     std::string in;
     InstallerUse use = InstallerUse::unused;
+    std::vector<std::string_view> furtherExtensions = {}; ///< Besides the documented ones; lower case.
     friend bool operator==(const Installers&, const Installers&) = default;
 };
 
 } // namespace locator
 
 using Locator = std::variant<locator::Path, locator::Children, locator::OlderVersions, locator::NewestVersion,
-                             locator::Installers>;
+                             locator::Installers, locator::Below>;
 
 /// The folder or path that the locator starts from, still with "~/".
 const std::string& startOf(const Locator& locator);
 
-/// Finds the installers of an absolute folder: absolute paths in ascending order.
-using InstallersFinder = std::function<std::vector<std::string>(
-    const std::string& folder, locator::InstallerUse use, const std::string& home)>;
+/// Finds the installers that a locator means: absolute paths in ascending order.
+using InstallersFinder =
+    std::function<std::vector<std::string>(const locator::Installers& where, const std::string& home)>;
 
-/// Tells installers by their extensions (dmg, pkg, zip, iso, xip, in any case) and takes none of them to be
-/// used.
-std::vector<std::string> installersByExtension(const std::string& folder, locator::InstallerUse use,
-                                               const std::string& home);
+/// Tells installers by their extensions (dmg, pkg, zip, iso, xip and the locator's own, in any case) and
+/// takes none of them to be used.
+std::vector<std::string> installersByExtension(const locator::Installers& where, const std::string& home);
 
 /// The absolute paths that the locator finds under the home folder now. Never fails: what is missing or
 /// cannot be listed gives nothing. May be called from any thread.
@@ -73,10 +91,13 @@ std::set<std::string> linkTargets(const std::string& home);
 /// The same for given command folders.
 std::set<std::string> linkTargetsIn(const std::vector<std::string>& commandFolders);
 
-/// The version folders in a folder (those whose name begins with a number), absolute, oldest first.
-std::vector<std::string> versionsIn(const std::string& folder);
+/// The versions in a folder (what is of that kind and has a name that begins with a number), absolute, oldest
+/// first.
+std::vector<std::string> versionsIn(const std::string& folder,
+                                    locator::VersionKind kind = locator::VersionKind::folder);
 
 /// The versions that `locator::OlderVersions` finds, given where links point.
-std::vector<std::string> olderVersionsIn(const std::string& folder, const std::set<std::string>& linkTargets);
+std::vector<std::string> olderVersionsIn(const std::string& folder, const std::set<std::string>& linkTargets,
+                                         locator::VersionKind kind = locator::VersionKind::folder);
 
 } // namespace lumo

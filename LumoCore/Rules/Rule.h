@@ -2,11 +2,13 @@
 
 #include "LumoCore/Basics/Codec.h"
 #include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/System.h"
 #include "LumoCore/Rules/Locator.h"
 
 #include <optional>
 #include <string>
 #include <variant>
+#include <vector>
 
 namespace lumo {
 
@@ -89,11 +91,21 @@ struct Rule {
     std::string explanation;
     Cleanup cleanup = cleanup::DeleteItems{};
     Locator locator = locator::Path{};
-    std::optional<std::string> closeFirst =
-        {}; ///< Bundle identifier of an application to quit before cleaning.
+    /// Identifier of an application to quit before cleaning, or of a group of applications that `AppStatus`
+    /// knows: a bundle identifier, or on Linux for what only Linux has that of the desktop entry.
+    std::optional<std::string> closeFirst = {};
+    /// Where the rule looks in the home that it was made for, the locator's own place first; when empty there
+    /// is none but that.
+    std::vector<Locator> places = {};
+    /// Of a row that only one system has. Empty folders and files are no findings of such a rule.
+    std::optional<System> onlyOn = {};
 
-    /// Where the rule looks, for a person to read, with "~" for the home folder.
+    /// Where the rule looks, for a person to read, with "~" for the home folder: the first place.
     [[nodiscard]] std::string displayPath(Language language = currentLanguage()) const;
+
+    /// All places in the same way, but for those that only another system has.
+    [[nodiscard]] std::vector<std::string> displayPlaces(System system,
+                                                         Language language = currentLanguage()) const;
 
     /// True when it looks in a folder that the system guards with a permission of its own, so that a first
     /// look must leave it out.
@@ -101,5 +113,14 @@ struct Rule {
 
     friend bool operator==(const Rule&, const Rule&) = default;
 };
+
+/// The absolute paths where the rule finds something in the home now: those of its first place first. What
+/// can be reached in several ways, or lies in another, is given once. As with a locator, never fails.
+std::vector<std::string> resolve(const Rule& rule, const std::string& home,
+                                 const InstallersFinder& findInstallers = installersByExtension);
+
+/// How that rule frees those paths: in its own way, or, where a tool would reach only the first of several
+/// that recreate themselves, by emptying them.
+Cleanup cleanupOf(const Rule& rule, const std::vector<std::string>& paths);
 
 } // namespace lumo

@@ -41,7 +41,7 @@ std::vector<Located> locate(const std::vector<Rule>& rules, const ScanOptions& o
         if (context.stop.stop_requested()) {
             break;
         }
-        std::vector<std::string> paths = resolve(rule.locator, options.home, context.findInstallers);
+        std::vector<std::string> paths = resolve(rule, options.home, context.findInstallers);
         if (!paths.empty()) {
             located.push_back({&rule, std::move(paths)});
         }
@@ -73,7 +73,7 @@ Finding findingOf(const Located& located, const std::map<std::string_view, Usage
                     .category = rule.category,
                     .safety = rule.safety,
                     .explanation = rule.explanation,
-                    .cleanup = rule.cleanup,
+                    .cleanup = cleanupOf(rule, located.paths),
                     .paths = located.paths,
                     .usage = {},
                     .closeFirst = rule.closeFirst};
@@ -85,10 +85,13 @@ Finding findingOf(const Located& located, const std::map<std::string_view, Usage
 
 /// Applications have many small caches that nobody would miss or look for. Of what could not be read nobody
 /// knows that it is empty.
-bool isWorthReporting(const Finding& finding) {
+bool isWorthReporting(const Finding& finding, const Rule& rule) {
     constexpr std::int64_t smallestAppCache = 50000000;
     if (finding.ruleID.starts_with(appCachePrefix)) {
         return finding.usage.allocatedBytes >= smallestAppCache;
+    }
+    if (rule.onlyOn && finding.usage.fileCount == 0 && finding.usage.unreadableCount == 0) {
+        return false; // Tools make their folders, empty, before they have anything to put there.
     }
     return finding.usage.allocatedBytes >= 1 || finding.usage.unreadableCount > 0;
 }
@@ -106,7 +109,7 @@ std::vector<Finding> findAll(const std::vector<Rule>& rules, const ScanOptions& 
     std::vector<Finding> findings;
     for (const Located& one : located) {
         Finding finding = findingOf(one, measured);
-        if (isWorthReporting(finding)) {
+        if (isWorthReporting(finding, *one.rule)) {
             findings.push_back(std::move(finding));
         }
     }

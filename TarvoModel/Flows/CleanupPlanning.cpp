@@ -46,7 +46,7 @@ lumo::CleanupOptions optionsOf(const PlanRequest& request, const Preferences& pr
 
 /// What this build knows how to clean in the home: the catalogue, and the caches of installed applications.
 std::vector<lumo::Rule> knownRules(const std::string& home) {
-    std::vector<lumo::Rule> rules = lumo::RuleCatalog::all();
+    std::vector<lumo::Rule> rules = lumo::RuleCatalog::inHome(home);
     std::vector<lumo::Rule> ofApps = lumo::AppCaches::rules(lumo::InstalledApp::scan(home), rules, home);
     rules.insert(rules.end(), ofApps.begin(), ofApps.end());
     return rules;
@@ -87,7 +87,7 @@ std::set<std::string> askableIDs(const PlanRequest& request) {
 }
 
 bool isInCatalogue(const std::string& id) {
-    const std::vector<lumo::Rule>& rules = lumo::RuleCatalog::all();
+    const std::vector<lumo::Rule> rules = lumo::RuleCatalog::of(lumo::currentSystem());
     const auto rule = std::ranges::find(rules, id, &lumo::Rule::id);
     return rule != rules.end() && rule->safety != lumo::Safety::keep;
 }

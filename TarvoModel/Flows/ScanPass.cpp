@@ -19,8 +19,8 @@ lumo::ScanOptions optionsFor(ScanPass pass, const std::string& home) {
     return options;
 }
 
-std::vector<lumo::Rule> rulesFor(ScanPass pass) {
-    std::vector<lumo::Rule> rules = lumo::RuleCatalog::all();
+std::vector<lumo::Rule> rulesFor(ScanPass pass, const std::string& home) {
+    std::vector<lumo::Rule> rules = lumo::RuleCatalog::inHome(home);
     if (pass == ScanPass::quick) {
         std::erase_if(rules, [](const lumo::Rule& rule) { return rule.needsFolderPermission(); });
     }
@@ -33,7 +33,7 @@ std::vector<lumo::Rule> appCacheRules(const std::vector<lumo::Rule>& given, cons
 
 lumo::ScanReport complemented(lumo::ScanReport quick, const lumo::ScanReport& full,
                               const std::set<std::string>& cleaned) {
-    const std::vector<lumo::Rule> seen = rulesFor(ScanPass::quick);
+    const std::vector<lumo::Rule> seen = rulesFor(ScanPass::quick, quick.home);
     const auto isQuick = [&](const std::string& ruleID) {
         return ruleID.starts_with("cache-app:") ||
                std::ranges::find(seen, ruleID, &lumo::Rule::id) != seen.end();

@@ -19,7 +19,7 @@ enum class ScanPass {
 lumo::ScanOptions optionsFor(ScanPass pass, const std::string& home);
 
 /// The catalogue's rules that the pass uses.
-std::vector<lumo::Rule> rulesFor(ScanPass pass);
+std::vector<lumo::Rule> rulesFor(ScanPass pass, const std::string& home);
 
 /// The rules for caches of applications, for `ScanContext::findAppCaches`.
 std::vector<lumo::Rule> appCacheRules(const std::vector<lumo::Rule>& given, const std::string& home);

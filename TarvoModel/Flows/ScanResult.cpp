@@ -24,7 +24,7 @@ ScanResult resultFrom(std::shared_ptr<const lumo::ScanReport> report, std::vecto
 std::optional<ScanResult> scanResult(const PassRequest& request) {
     const std::string& home = request.desk.home;
     std::optional<lumo::ScanReport> report =
-        scanned(rulesFor(request.pass), optionsFor(request.pass, home), request.desk,
+        scanned(rulesFor(request.pass, home), optionsFor(request.pass, home), request.desk,
                 {.progress = request.progress, .stop = request.stop});
     if (!report) {
         return std::nullopt;

@@ -28,7 +28,7 @@ std::optional<Category> categoryOf(const std::string& id) {
     if (id.starts_with("cache-app:")) {
         return Category::appCache;
     }
-    const std::vector<lumo::Rule>& rules = lumo::RuleCatalog::all();
+    static const std::vector<lumo::Rule> rules = lumo::RuleCatalog::of(lumo::currentSystem());
     const auto rule = std::ranges::find(rules, id, &lumo::Rule::id);
     return rule == rules.end() ? std::nullopt : std::optional(rule->category);
 }

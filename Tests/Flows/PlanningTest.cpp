@@ -24,7 +24,7 @@ namespace {
 
 std::shared_ptr<const lumo::ScanReport> reportOf(const Desk& desk) {
     return std::make_shared<const lumo::ScanReport>(
-        scanned(rulesFor(ScanPass::full), optionsFor(ScanPass::full, desk.home), desk).value());
+        scanned(rulesFor(ScanPass::full, desk.home), optionsFor(ScanPass::full, desk.home), desk).value());
 }
 
 PlanEntry entry(const std::string& id, std::int64_t bytes, std::optional<std::string> reason = {}) {

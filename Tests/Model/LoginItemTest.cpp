@@ -74,12 +74,4 @@ TEST(DesktopFolder, IsTheNamedOneWhereTheUsualOneIsMissing) {
     EXPECT_THAT(tarvo::shareImagePath(home.path(), {}), HasSubstr("/Escritorio/TarvoAI-liberado-19"));
     home.folder("Desktop");
     EXPECT_EQ(tarvo::desktopFolder(home.path()), home.path("Desktop"));
-
-    using Case = std::pair<std::string_view, std::optional<std::string>>;
-    for (const auto& [settings, folder] :
-         {Case{"XDG_DESKTOP_DIR=\"$HOME/\"", {}}, Case{"XDG_DESKTOP_DIR=\"$HOME\"", {}},
-          Case{"#XDG_DESKTOP_DIR=\"/a\"", {}}, Case{"XDG_DESKTOP_DIR=\"Desk\"", {}},
-          Case{" XDG_DESKTOP_DIR=\"/a/b \\\"c\\\"/\" # x\nXDG_MUSIC_DIR=\"/m\"", "/a/b \"c\""}}) {
-        EXPECT_EQ(tarvo::namedDesktop(settings, "/home/u"), folder) << settings;
-    }
 }

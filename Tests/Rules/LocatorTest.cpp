@@ -88,10 +88,10 @@ TEST(Locator, KnowsInstallersByTheirExtensionUntilTheirUseIsKnown) {
     EXPECT_EQ(resolve(unused, home.path()), installers);
     EXPECT_THAT(resolve(used, home.path()), IsEmpty());
 
-    const auto finder = [](const std::string& folder, InstallerUse use, const std::string& of) {
-        return std::vector{folder, of, std::string(use == InstallerUse::used ? "used" : "unused")};
+    const auto finder = [](const locator::Installers& where, const std::string& of) {
+        return std::vector{where.in, of, std::string(where.use == InstallerUse::used ? "used" : "unused")};
     };
-    EXPECT_THAT(resolve(used, "/h", finder), ElementsAre("/h/Downloads", "/h", "used"));
+    EXPECT_THAT(resolve(used, "/h", finder), ElementsAre("~/Downloads", "/h", "used"));
 }
 
 TEST(Locator, FindsNothingInAFolderThatIsMissingOrNone) {
