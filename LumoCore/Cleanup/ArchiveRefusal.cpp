@@ -3,6 +3,7 @@
 #include "LumoCore/Cleanup/Archiver.h"
 
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Rules/HomePlaces.h"
 #include "Platform/Folder.h"
 
 #include <algorithm>
@@ -11,10 +12,17 @@ namespace lumo::Archiver {
 
 namespace {
 
+/// True for a folder that the user's settings call one of the main ones, whatever its name.
+bool isMainFolder(std::string_view path, std::string_view home, System system) {
+    return system == System::linux &&
+           std::ranges::contains(HomePlaces::ofThisMachine(std::string(home)).mainFolders(), path);
+}
+
 /// What archiving the item at that path below the home would break.
 std::optional<Words> breakageAt(std::string_view path, std::string_view home, System system) {
     const std::vector<std::string_view> below = components(path.substr(home.size() + 1));
-    if (below.size() == 1 && ArchiveTables::isHomeFolder(below.front(), system)) {
+    if ((below.size() == 1 && ArchiveTables::isHomeFolder(below.front(), system)) ||
+        isMainFolder(path, home, system)) {
         return SystemWords{.macos = {"«{}» es una carpeta de macOS: elige una de dentro.",
                                      "“{}” is a macOS folder: pick one inside it."},
                            .linux = {"«{}» es una de tus carpetas principales: elige una de dentro.",

@@ -78,7 +78,7 @@ AppModel::~AppModel() {
 // What is going on.
 
 QString AppModel::home() const {
-    return shown(isDemo() ? DemoDisk::home : std::string_view(services_.desk.home));
+    return shown(isDemo() ? DemoDisk::home() : std::string_view(services_.desk.home));
 }
 
 QString AppModel::demoNotice() const {
