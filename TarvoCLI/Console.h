@@ -18,7 +18,7 @@ struct Invocation {
 
 enum class Tint { plain, strong, faint, safe, review, problem };
 
-/// The text between the codes of a colour, or as it is where there is no colour.
+/// The text between the codes of a color, or as it is where there is no color.
 std::string tinted(std::string_view text, Tint tint, const Invocation& invocation);
 
 /// Writes a result to standard output; `failed` with a message when that is not possible.

@@ -241,7 +241,7 @@ std::vector<std::string> argumentsFrom(int count, char** words) {
 
 ExitCode run(int count, char** words) {
     CLI::App app(
-        Words{"Analiza y limpia tu disco sin miedo.", "Analyse and clean your disk without fear."}.in(),
+        Words{"Analiza y limpia tu disco sin miedo.", "Analyze and clean your disk without fear."}.in(),
         "tarvo");
     app.fallthrough();
     app.require_subcommand(0, 1);

@@ -14,8 +14,11 @@ namespace {
 
 /// True for a folder that the user's settings call one of the main ones, whatever its name.
 bool isMainFolder(std::string_view path, std::string_view home, System system) {
-    return system == System::linux &&
-           std::ranges::contains(HomePlaces::ofThisMachine(std::string(home)).mainFolders(), path);
+    if (system != System::linux) {
+        return false;
+    }
+    const std::vector<std::string> folders = HomePlaces::ofThisMachine(std::string(home)).mainFolders();
+    return std::ranges::find(folders, path) != folders.end();
 }
 
 /// What archiving the item at that path below the home would break.

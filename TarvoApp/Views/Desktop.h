@@ -14,7 +14,7 @@ namespace tarvo {
 
 class AppModel;
 
-/// What a window takes from the desktop around it: language, appearance, motion, the accent colour, and the
+/// What a window takes from the desktop around it: language, appearance, motion, the accent color, and the
 /// way to the file manager and the clipboard. Answers of the desktop arrive later and are told by `changed`.
 class Desktop : public QObject {
     Q_OBJECT

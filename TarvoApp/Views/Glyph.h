@@ -8,7 +8,7 @@
 
 namespace tarvo {
 
-/// An icon of ours, drawn in one colour. The window needs no icon theme and no font with pictures in it. Not
+/// An icon of ours, drawn in one color. The window needs no icon theme and no font with pictures in it. Not
 /// final, since the engine derives from what it makes.
 class Glyph : public QQuickPaintedItem {
     Q_OBJECT

@@ -1,7 +1,7 @@
 import QtQuick
 import Tarvo
 
-// What the colours of the map mean.
+// What the colors of the map mean.
 Row {
     id: legend
 

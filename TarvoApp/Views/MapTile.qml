@@ -27,7 +27,7 @@ Item {
     // False while there is more to be made than one frame has time for; the tile's face stays once it is made.
     property bool filled: true
     property bool made: false
-    // Colours alone: writing at a new size for every frame takes longer than a frame has.
+    // Colors alone: writing at a new size for every frame takes longer than a frame has.
     property bool bare: false
 
     readonly property color fill: tint ? tint : Theme.neutralTile

@@ -2,7 +2,7 @@ pragma Singleton
 import QtQuick
 import Tarvo
 
-// Every colour, size and duration of the windows.
+// Every color, size and duration of the windows.
 QtObject {
     readonly property bool dark: Desktop.isDark
     readonly property color window: dark ? "#1B1B1D" : "#F6F6F3"
@@ -21,7 +21,7 @@ QtObject {
     readonly property color reached: dark ? "#35C48E" : "#14875D"
     readonly property color shade: dark ? "#99000000" : "#59000000"
 
-    // The colours of the list's groups, in their order; the map has them from the model.
+    // The colors of the list's groups, in their order; the map has them from the model.
     readonly property list<color> groups: ["#1CB07A", "#EDA100", "#878780", "#614FD6"]
 
     readonly property real scale: App.settings.textScale

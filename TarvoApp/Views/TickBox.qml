@@ -1,7 +1,7 @@
 import QtQuick
 import Tarvo
 
-// Ticked, not ticked, or not to be ticked: told by the shape, not by a colour.
+// Ticked, not ticked, or not to be ticked: told by the shape, not by a color.
 Item {
     id: box
 

@@ -39,13 +39,13 @@ lumo::CleanupOptions optionsOf(const PlanRequest& request, const Preferences& pr
         options = windowOptions(*request.report, options);
     }
     if (request.report) {
-        // The system names the program by its real path, the report as the home is spelt.
+        // The system names the program by its real path, the report as the home is spelled.
         leaveOutProjectsWith(pathMeant(desk.applicationPath, desk.home), *request.report, options);
     }
     return options;
 }
 
-/// What this build knows how to clean in the home: the catalogue, and the caches of installed applications.
+/// What this build knows how to clean in the home: the catalog, and the caches of installed applications.
 std::vector<lumo::Rule> knownRules(const std::string& home) {
     std::vector<lumo::Rule> rules = lumo::RuleCatalog::inHome(home);
     std::vector<lumo::Rule> ofApps = lumo::AppCaches::rules(lumo::InstalledApp::scan(home), rules, home);

@@ -71,7 +71,7 @@ lumo::CleanupExecutor::Refusal refusalFor(const PlanRequest& request,
                                           const std::vector<lumo::CleanupAction>& actions, const Desk& desk);
 
 /// Says which ids of the request are nobody's and which there are; absent when it knows all. What the
-/// catalogue knows and this home has not is no mistake.
+/// catalog knows and this home has not is no mistake.
 std::optional<std::string> unknownIDs(const PlanRequest& request);
 
 /// What can be recovered now with no risk, by the one number that every face gives: what a cleanup frees

@@ -18,7 +18,7 @@ enum class ScanPass {
 /// The options of the pass.
 lumo::ScanOptions optionsFor(ScanPass pass, const std::string& home);
 
-/// The catalogue's rules that the pass uses.
+/// The catalog's rules that the pass uses.
 std::vector<lumo::Rule> rulesFor(ScanPass pass, const std::string& home);
 
 /// The rules for caches of applications, for `ScanContext::findAppCaches`.

@@ -16,7 +16,7 @@ struct ScanWatch {
     std::stop_token stop = {};
 };
 
-/// Why there is nothing to be learnt from a scan: the home cannot be listed. Absent when it can.
+/// Why there is nothing to be learned from a scan: the home cannot be listed. Absent when it can.
 std::optional<std::string> homeProblem(const Desk& desk);
 
 /// One scan with those rules and what is known of this machine's applications. Changes nothing. Absent only

@@ -101,10 +101,10 @@ std::string statusOf(const Tile& tile, TileState state, const lumo::PlanEntry* e
 /// Red, green and blue from 0 to 1.
 using Color = std::array<double, 3>;
 
-/// The colour of the tile; absent for the neutral gray of what is only there for context.
+/// The color of the tile; absent for the neutral gray of what is only there for context.
 std::optional<Color> colorOf(const Tile& tile);
 
-/// True when near-black is easier to read on the colour than near-white.
+/// True when near-black is easier to read on the color than near-white.
 bool wantsDarkInk(const Color& color);
 
 } // namespace DiskMap

@@ -23,7 +23,7 @@ std::string hex(const Color& color) {
                        std::lround(color[2] * most));
 }
 
-/// Near-black or near-white, whichever is easier to read on the colour.
+/// Near-black or near-white, whichever is easier to read on the color.
 std::string inkOn(const Color& color) {
     return wantsDarkInk(color) ? "#1a1a19" : "#fdfdfb";
 }

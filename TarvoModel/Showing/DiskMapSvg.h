@@ -14,7 +14,7 @@ struct PlacedTile {
     Rect place;
 };
 
-/// The map as a picture of that size (SVG 1.1). Safety is told by more than colour: ticked tiles have a mark,
+/// The map as a picture of that size (SVG 1.1). Safety is told by more than color: ticked tiles have a mark,
 /// blocked ones a lock, unclassified ones stripes. A tile that is too small for its label shows none.
 std::string svg(const std::vector<PlacedTile>& tiles, double width, double height);
 

@@ -19,7 +19,7 @@ namespace tarvo {
 /// name or a path.
 struct ShareStats {
     struct Item {
-        std::optional<lumo::Category> category; ///< Absent for what no rule of the catalogue found.
+        std::optional<lumo::Category> category; ///< Absent for what no rule of the catalog found.
         std::int64_t bytes = 0;
 
         friend bool operator==(const Item&, const Item&) = default;

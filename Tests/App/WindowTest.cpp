@@ -202,7 +202,7 @@ TEST_F(MainWindowAtHomeTest, TheQuestionBeforeACleanupStandsOnCancelAndReturnDel
     EXPECT_TRUE(story.hasCache());
 }
 
-// Tiles were all of the neutral gray once, where the compiled window read a colour otherwise than the source.
+// Tiles were all of the neutral gray once, where the compiled window read a color otherwise than the source.
 TEST_F(MainWindowTest, TilesAreDrawnInTheColourOfTheirSafety) {
     QQuickWindow& window = open();
     const MapModel& map = *story.app().map();

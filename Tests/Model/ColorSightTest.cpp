@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-// Whether the map's colours stay apart for eyes that miss one kind of cone.
+// Whether the map's colors stay apart for eyes that miss one kind of cone.
 namespace {
 
 using tarvo::DiskMap::Color;
