@@ -17,8 +17,8 @@ enum class LastLink {
 /// The absolute path that a word means: "~" and "~/x" are in the home, relative ones below `from` (the
 /// working directory when it is empty), "." and "..", doubled and final slashes are resolved, and existing
 /// folders on the way through their links. What lies beneath the home as it really is begins with `home` as
-/// it is spelled here. What does not exist keeps its name; an empty word, or one that cannot be resolved, comes
-/// back as it is.
+/// it is spelled here. What does not exist keeps its name; an empty word, or one that cannot be resolved,
+/// comes back as it is.
 std::string pathMeant(std::string_view word, const std::string& home, LastLink last = LastLink::kept,
                       const std::string& from = {});
 
