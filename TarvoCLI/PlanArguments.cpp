@@ -29,8 +29,8 @@ void addPlanOptions(CLI::App& command, PlanArguments& arguments) {
                          .in());
     command
         .add_option("--active-days", inDecimal(arguments.activeDays),
-                    Words{"días que un proyecto sigue activo tras un cambio",
-                          "days a project stays active after a change"}
+                    Words{"días tras un cambio en los que no se tocan las dependencias de un proyecto",
+                          "days after a change in which a project's dependencies are left alone"}
                         .in())
         ->check(isDecimal(5, "«{}» no es un número de días", "“{}” is no number of days"))
         ->type_name("N");
