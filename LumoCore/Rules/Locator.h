@@ -8,30 +8,46 @@
 
 namespace lumo {
 
-/// Where a rule looks. Paths begin with "~/" for the home folder.
+/// Where a rule looks. Paths begin with "~/" for the home folder, which "~" alone is.
 namespace locator {
 
-/// That path, if anything stands there; a final link is not followed.
+/// That path, if anything stands there; a final link is not followed. A name that many programs could use is
+/// taken only when one of the paths of `onlyWith` stands there too.
 struct Path {
     std::string path;
+    std::vector<std::string> onlyWith = {};
     friend bool operator==(const Path&, const Path&) = default;
 };
 
-/// The entries of a folder whose names match any of the shell patterns.
+/// The entries of a folder whose names match any of the shell patterns of `matching` and none of `except`.
 struct Children {
     std::string of;
     std::vector<std::string> matching;
+    std::vector<std::string> except = {};
     friend bool operator==(const Children&, const Children&) = default;
 };
 
-/// All version folders but the newest and those that a command-line link points into.
+/// The path `inside` below each entry of a folder whose name matches, where anything stands there.
+struct Below {
+    std::string of;
+    std::vector<std::string> matching;
+    std::string inside;
+    friend bool operator==(const Below&, const Below&) = default;
+};
+
+/// What one version is: a folder, or a program in one file.
+enum class VersionKind { folder, file };
+
+/// All versions but the newest and those that a command-line link points into.
 struct OlderVersions {
     std::string of;
+    VersionKind kind = VersionKind::folder;
     friend bool operator==(const OlderVersions&, const OlderVersions&) = default;
 };
 
 struct NewestVersion {
     std::string of;
+    VersionKind kind = VersionKind::folder;
     friend bool operator==(const NewestVersion&, const NewestVersion&) = default;
 };
 
@@ -46,8 +62,8 @@ struct Installers {
 
 } // namespace locator
 
-using Locator = std::variant<locator::Path, locator::Children, locator::OlderVersions, locator::NewestVersion,
-                             locator::Installers>;
+using Locator = std::variant<locator::Path, locator::Children, locator::Below, locator::OlderVersions,
+                             locator::NewestVersion, locator::Installers>;
 
 /// The folder or path that the locator starts from, still with "~/".
 const std::string& startOf(const Locator& locator);

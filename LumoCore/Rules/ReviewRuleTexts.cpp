@@ -6,6 +6,14 @@ namespace lumo::RuleCatalog {
 
 // What needs a look before it goes.
 std::span<const Row> reviewRows() {
+    // The desktops of Linux keep them in more than one folder, so the names of the catalogue hold there too.
+    static const std::vector<std::string> linuxScreenshots{"Screenshot from *", "Screencast from *",
+                                                           "Captura desde *", "Captura de pantalla de *",
+                                                           "Screenshot_*"};
+    static const std::vector<std::string> allScreenshots{
+        "Screenshot from *", "Screencast from *",     "Captura desde *", "Captura de pantalla de *",
+        "Screenshot_*",      "Captura de pantalla *", "Screenshot *",    "Grabación de pantalla *",
+        "Screen Recording *"};
     static const auto rows = std::to_array<Row>(
         {{.id = "docker-disk",
           .category = Category::virtualMachine,
@@ -13,7 +21,8 @@ std::span<const Row> reviewRows() {
           .explanation = {"Imágenes, contenedores y volúmenes. Los volúmenes pueden guardar bases de datos.",
                           "Images, containers and volumes. Volumes can hold databases."},
           .cleanup = command("docker system prune -f"),
-          .locator = locator::Path{"~/Library/Containers/com.docker.docker/Data/vms/0/data/Docker.raw"}},
+          .locator = locator::Path{"~/Library/Containers/com.docker.docker/Data/vms/0/data/Docker.raw"},
+          .onLinux = {locator::Path{"~/.docker/desktop/vms/0/data/Docker.raw"}}},
          {.id = "orbstack",
           .category = Category::virtualMachine,
           .name = {"Datos de OrbStack", "OrbStack data"},
@@ -28,7 +37,8 @@ std::span<const Row> reviewRows() {
                "Used by the Claude app to run tasks. Downloaded again; quit the app first."},
           .cleanup = deleteItems,
           .locator = locator::Path{"~/Library/Application Support/Claude/vm_bundles"},
-          .closeFirst = "com.anthropic.claudefordesktop"},
+          .closeFirst = "com.anthropic.claudefordesktop",
+          .onLinux = {locator::Path{"~/.config/Claude/vm_bundles"}}},
          {.id = "ios-simulators",
           .category = Category::developerTools,
           .name = {"Simuladores de iPhone", "iPhone simulators"},
@@ -52,7 +62,8 @@ std::span<const Row> reviewRows() {
           .explanation = {"Plataformas y herramientas de Android.", "Android platforms and tools."},
           .cleanup = byHand("Quitar las versiones que no uses desde Android Studio → SDK Manager",
                             "Remove versions you don't use from Android Studio → SDK Manager"),
-          .locator = locator::Path{"~/Library/Android/sdk"}},
+          .locator = locator::Path{"~/Library/Android/sdk"},
+          .onLinux = {locator::Path{"~/Android/Sdk"}}},
          {.id = "android-emulators",
           .category = Category::developerTools,
           .name = {"Emuladores de Android", "Android emulators"},
@@ -122,7 +133,8 @@ std::span<const Row> reviewRows() {
                "chrome://flags."},
           .cleanup = deleteItems,
           .locator = locator::Path{"~/Library/Application Support/Google/Chrome/OptGuideOnDeviceModel"},
-          .closeFirst = "com.google.Chrome"},
+          .closeFirst = "com.google.Chrome",
+          .onLinux = {locator::Path{"~/.config/google-chrome/OptGuideOnDeviceModel"}}},
          {.id = "ios-backups",
           .category = Category::personal,
           .name = {"Copias de seguridad del iPhone", "iPhone backups"},
@@ -136,7 +148,12 @@ std::span<const Row> reviewRows() {
           .explanation = {"Instaladores y archivos comprimidos descargados. Normalmente ya no hacen falta.",
                           "Downloaded installers and archives. Usually no longer needed."},
           .cleanup = deleteItems,
-          .locator = locator::Installers{"~/Downloads", locator::InstallerUse::unused}},
+          .locator = locator::Installers{"~/Downloads", locator::InstallerUse::unused},
+          .explanationOnLinux =
+              {"Instaladores y archivos comprimidos descargados. Normalmente ya no hacen falta, pero míralos "
+               "antes: un AppImage es el programa mismo y un comprimido puede ser una copia tuya.",
+               "Downloaded installers and archives. Usually no longer needed, but look first: an AppImage is "
+               "the program itself, and an archive may be a backup of yours."}},
          {.id = "desktop-screenshots",
           .category = Category::personal,
           .name = {"Capturas de pantalla del Escritorio", "Desktop screenshots"},
@@ -147,13 +164,25 @@ std::span<const Row> reviewRows() {
           .cleanup = deleteItems,
           .locator = locator::Children{"~/Desktop",
                                        {"Captura de pantalla *", "Screenshot *", "Grabación de pantalla *",
-                                        "Screen Recording *", "CleanShot *"}}},
+                                        "Screen Recording *", "CleanShot *"}},
+          .onLinux = {locator::Children{"~/Desktop", linuxScreenshots},
+                      locator::Children{"~/Pictures", allScreenshots},
+                      locator::Children{"~/Pictures/Screenshots", allScreenshots},
+                      locator::Children{"~/Pictures/Capturas de pantalla", allScreenshots}},
+          .nameOnLinux = {"Capturas de pantalla", "Screenshots"},
+          .explanationOnLinux = {"Capturas y grabaciones de pantalla guardadas en el Escritorio y en "
+                                 "Imágenes. Mira si alguna te hace falta: las que limpies se apartan 7 días.",
+                                 "Screenshots and screen recordings saved on the Desktop and in Pictures. "
+                                 "Check whether you need any: the ones you clean are kept 7 days."}},
          {.id = "trash",
           .category = Category::personal,
           .name = {"Papelera", "Trash"},
           .explanation = {"Archivos que ya borraste.", "Files you already deleted."},
           .cleanup = byHand("Vaciar la papelera desde el Finder", "Empty the Trash from the Finder"),
-          .locator = locator::Path{"~/.Trash"}},
+          .locator = locator::Path{"~/.Trash"},
+          .onLinux = {locator::Path{"~/.local/share/Trash"}},
+          .handOnLinux = {"Vaciar la papelera desde el gestor de archivos, o con gio trash --empty",
+                          "Empty the Trash from the file manager, or with gio trash --empty"}},
          {.id = "claude-code-plugins",
           .category = Category::aiApp,
           .name = {"Plugins de Claude Code", "Claude Code plugins"},

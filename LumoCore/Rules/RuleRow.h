@@ -5,6 +5,7 @@
 
 #include <span>
 #include <string_view>
+#include <vector>
 
 /// How the catalogue is written down: one row a rule, both languages side by side.
 namespace lumo::RuleCatalog {
@@ -34,10 +35,25 @@ struct Row {
     HowToFree cleanup;
     Locator locator;
     std::string_view closeFirst = {};
+    /// Desktop ids, for a row of several programs: whichever of them runs is to be quit.
+    std::vector<std::string_view> closeFirstAny = {};
+    std::vector<Locator> onLinux = {}; ///< Further places there.
+    /// Name, explanation and instruction there. Empty where the first ones hold on every system.
+    Words nameOnLinux = {};
+    Words explanationOnLinux = {};
+    Words handOnLinux = {};
+    /// The command frees only some of the places there, so what is in them is deleted instead.
+    bool emptiesOnLinux = false;
 };
 
+/// The 64 of the catalogue, by their safety.
 std::span<const Row> safeRows();
 std::span<const Row> reviewRows();
 std::span<const Row> keepRows();
+
+/// Linux's own rows: their first place is `locator`.
+std::span<const Row> linuxSafeRows();
+std::span<const Row> linuxReviewRows();
+std::span<const Row> linuxKeepRows();
 
 } // namespace lumo::RuleCatalog
