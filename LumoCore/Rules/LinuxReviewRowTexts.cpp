@@ -178,7 +178,29 @@ std::span<const Row> linuxReviewRows() {
           .cleanup = deleteItems,
           // The conversations and the index of the user's documents stand beside the models.
           .locator =
-              locator::Children{"~/.local/share/nomic.ai/GPT4All", {"*.gguf", "*.bin", "incomplete-*"}}}});
+              locator::Children{"~/.local/share/nomic.ai/GPT4All", {"*.gguf", "*.bin", "incomplete-*"}}},
+         {.id = "aur-builds",
+          .category = Category::packageCache,
+          .name = {"Paquetes compilados del AUR", "Packages built from the AUR"},
+          .explanation = {"Recetas, fuentes y paquetes que yay y paru ya instalaron. Se vuelven a bajar y a "
+                          "compilar si hacen falta; los cambios que hiciste en una receta se pierden.",
+                          "Recipes, sources and packages yay and paru already installed. Downloaded and "
+                          "built again if needed; changes you made to a recipe are lost."},
+          .cleanup = deleteContents,
+          .locator = locator::Path{"~/.cache/yay"},
+          .onLinux = {locator::Path{"~/.cache/paru/clone"}}},
+         {.id = "rclone-cache",
+          .category = Category::personal,
+          .name = {"Caché de rclone", "rclone cache"},
+          .explanation = {"Copias de archivos de tus discos en la nube. Pueden ser archivos que aún no se "
+                          "han subido: rclone los sube la próxima vez que los monta.",
+                          "Copies of files on your cloud drives. Some may not have been uploaded yet: rclone "
+                          "uploads them the next time it mounts them."},
+          .cleanup = byHand("Monta tus discos con rclone, espera a que lo suba todo y desmóntalos; después "
+                            "puedes borrar la carpeta",
+                            "Mount your drives with rclone, wait until everything is uploaded and unmount "
+                            "them; then you can delete the folder"),
+          .locator = locator::Path{"~/.cache/rclone"}}});
     return rows;
 }
 
