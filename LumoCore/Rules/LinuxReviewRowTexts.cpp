@@ -255,8 +255,10 @@ std::span<const Row> linuxKeepRows() {
          {.id = "wallets",
           .category = Category::personal,
           .name = {"Monederos de criptomonedas", "Cryptocurrency wallets"},
-          .explanation = {"Tu dinero: quien pierde estos archivos y no tiene copia lo pierde todo.",
-                          "Your money: whoever loses these files without a backup loses all of it."},
+          .explanation = {"Tu dinero: quien pierde estos archivos y no tiene copia ni la frase de "
+                          "recuperación lo pierde todo.",
+                          "Your money: whoever loses these files without a backup or the recovery phrase "
+                          "loses all of it."},
           .cleanup = byHand("Es tu dinero", "This is your money"),
           .locator = locator::Path{"~/.bitcoin"},
           .onLinux = {locator::Path{"~/.electrum"}, locator::Path{"~/.ethereum"}, locator::Path{"~/.monero"},
