@@ -1,7 +1,6 @@
 #include "LumoAI/AIExplainer.h"
 
 #include "LumoAI/Instructions.h"
-#include "LumoCore/Explaining/FreeingAction.h"
 #include "LumoCore/Explaining/SafetyPolicy.h"
 
 namespace lumo {
@@ -43,7 +42,7 @@ Result<Explanation> AIExplainer::explain(const FolderEvidence& evidence, Languag
                        .safety = final,
                        .suggestedSafety = suggested != final ? std::optional(suggested) : std::nullopt,
                        .reason = (*values)[reason],
-                       .howToFree = advice(freeing, evidence, language),
+                       .howToFree = SafetyPolicy::advice(freeing, final, evidence, language),
                        .note = SafetyPolicy::note(suggested, final, evidence, language),
                        .source = Explanation::Source::ai,
                        .createdAt = now};

@@ -36,8 +36,8 @@ std::map<std::string, Explanation> ExplanationService::explain(const std::vector
     ExplanationCache cache = ExplanationCache::ofHome(settings.cacheHome);
     bool isCacheChanged = false;
     for (std::size_t index = 0; index < folders.size(); ++index) {
-        const FolderEvidence evidence = FolderEvidence::gather(folders[index], settings.home, settings.apps,
-                                                               settings.watch, settings.language);
+        const FolderEvidence evidence = FolderEvidence::gather(
+            folders[index], settings.home, settings.installed, settings.watch, settings.language);
         std::optional<Explanation> explanation = known.explain(evidence, settings.now, settings.language);
         if (!explanation) {
             explanation = cache.lookup(evidence, settings.now);

@@ -2,7 +2,7 @@
 
 #include "LumoAI/LanguageModel.h"
 #include "LumoCore/Explaining/Explanation.h"
-#include "LumoCore/Inventories/InstalledApp.h"
+#include "LumoCore/Inventories/Installed.h"
 #include "LumoCore/Scanning/FileTree.h"
 
 #include <chrono>
@@ -15,9 +15,9 @@ namespace lumo {
 
 /// What explaining folders takes besides the folders and the model.
 struct ExplanationSettings {
-    std::string home;               ///< In which the folders lie; a report may have brought its own.
-    std::string cacheHome;          ///< The user's home, among whose caches the answers are kept.
-    std::vector<InstalledApp> apps; ///< Installed ones, to tell whose a folder is.
+    std::string home;      ///< In which the folders lie; a report may have brought its own.
+    std::string cacheHome; ///< The user's home, among whose caches the answers are kept.
+    Installed installed;   ///< To tell whose a folder is.
     Date now = {};
     Language language = currentLanguage();
     std::chrono::milliseconds modelTime = std::chrono::seconds(20); ///< For one folder.

@@ -87,7 +87,7 @@ ToolAnswer explainFolder(Workspace& workspace, const ToolCall& call) {
         lumo::ExplanationService::explain({*path}, *model,
                                           {.home = workspace.home(),
                                            .cacheHome = workspace.home(),
-                                           .apps = lumo::InstalledApp::scan(workspace.home()),
+                                           .installed = lumo::Installed::ofThisMachine(workspace.home()),
                                            .now = platform::now(),
                                            .watch = {nullptr, call.stop}});
     if (explanations.empty()) {

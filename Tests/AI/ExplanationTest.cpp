@@ -1,7 +1,7 @@
 #include "LumoAI/AIExplainer.h"
 #include "LumoAI/ExplanationCache.h"
 #include "LumoAI/ExplanationService.h"
-#include "LumoCore/Explaining/FreeingAction.h"
+#include "LumoCore/Explaining/SafetyPolicy.h"
 #include "Tests/AI/Parrot.h"
 #include "Tests/support/TempHome.h"
 
@@ -39,7 +39,7 @@ FolderEvidence folder(std::int64_t bytes) {
 ExplanationSettings settingsFor(const TempHome& home) {
     return {.home = home.path(),
             .cacheHome = home.path(),
-            .apps = {},
+            .installed = {},
             .now = now,
             .language = Language::es,
             .modelTime = 10s};
@@ -61,7 +61,7 @@ TEST(AIExplainer, TakesWordsThatItDidNotOfferForTheCautiousOnes) {
         ASSERT_TRUE(explained) << risk;
         EXPECT_EQ(explained->safety, safety) << risk;
         EXPECT_EQ(explained->suggestedSafety, suggested) << risk;
-        EXPECT_EQ(explained->howToFree, advice(freeing, folder(5), Language::es));
+        EXPECT_EQ(explained->howToFree, SafetyPolicy::advice(freeing, safety, folder(5), Language::es));
         EXPECT_EQ(explained->whatItIs + explained->owner + explained->reason, "DatosAppPorque sí");
         EXPECT_EQ(explained->source, Source::ai);
         EXPECT_EQ(explained->sizeBytes, 5);
