@@ -224,7 +224,7 @@ ExitCode runExplain(const ExplainArguments& arguments, const Invocation& invocat
 void addExplainCommand(CLI::App& app, Action& chosen) {
     CLI::App* command = addCommand(app, "explicar", "explain",
                                    "de qué son las carpetas que nadie conoce, y qué hacer con ellas",
-                                   "what folders that nobody recognises are, and what to do about them");
+                                   "what folders that nobody recognizes are, and what to do about them");
     const auto arguments = std::make_shared<ExplainArguments>();
     command
         ->add_option("paths", wordsInto(arguments->words),

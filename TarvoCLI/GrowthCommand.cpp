@@ -5,8 +5,10 @@
 #include "LumoCore/History/GrowthTracker.h"
 #include "LumoCore/History/SnapshotStore.h"
 #include "TarvoCLI/Commands.h"
+#include "TarvoCLI/Paragraph.h"
 #include "TarvoCLI/ReportSource.h"
 #include "TarvoCLI/Table.h"
+#include "TarvoModel/Showing/GrowthTexts.h"
 
 #include <fmt/format.h>
 
@@ -39,11 +41,7 @@ std::string reasonForNoBaseline(const lumo::platform::SystemResult<std::vector<l
                      "The earlier scans in {} could not be read: {}."}
             .with(lumo::printable(store.path()), lumo::reasonText(stored.error()));
     }
-    return Words{"Es el primer análisis: aún no hay otro con el que compararlo. tarvo analizar guarda "
-                 "con qué se comparan los siguientes.",
-                 "This is the first scan: there is none to compare it with yet. tarvo scan stores "
-                 "what later ones are compared with."}
-        .in();
+    return noBaselineText(*stored);
 }
 
 std::string textOfItems(const Growth& growth, lumo::Date now, const Invocation& invocation) {
@@ -74,11 +72,8 @@ ExitCode runGrowth(const ReportSource& source, const Invocation& invocation) {
     if (invocation.isJson) {
         return print(lumo::dumpJson(lumo::encode(growth), lumo::JsonLayout::indented) + "\n");
     }
-    std::string shown = textOfItems(growth, (*report)->scannedAt, invocation);
-    if (!growth.since) {
-        shown += tinted(reasonForNoBaseline(stored, store), Tint::faint, invocation) + "\n";
-    }
-    return print(shown);
+    return print(growth.since ? textOfItems(growth, (*report)->scannedAt, invocation)
+                              : paragraph(reasonForNoBaseline(stored, store), readingColumns()));
 }
 
 } // namespace

@@ -77,7 +77,9 @@ class Page final {
 Table sizedTable(Tint tint) {
     return Table({{.align = Align::right, .tint = tint},
                   {.align = Align::left, .mayShrink = true},
-                  {.align = Align::left, .tint = Tint::faint, .mayShrink = true}});
+                  {.align = Align::left, .tint = Tint::faint, .mayShrink = true},
+                  // To be copied, so it is never shortened.
+                  {.align = Align::left}});
 }
 
 /// "and 3 more (2 MB)", or nothing when nothing was left out.
@@ -88,7 +90,8 @@ std::string restText(std::size_t count, std::int64_t bytes) {
     return Words{"y {} más ({})", "and {} more ({})"}.with(countText(count), bytesText(bytes));
 }
 
-void addFindings(Page& page, const ScanReport& report, Safety safety) {
+void addFindings(Page& page, const ScanReport& report, Safety safety, Identifiers identifiers) {
+    const bool hasIDs = identifiers == Identifiers::shown && safety != Safety::keep;
     Table table = sizedTable(tintOf(safety));
     std::size_t restCount = 0;
     std::int64_t restBytes = 0;
@@ -104,7 +107,8 @@ void addFindings(Page& page, const ScanReport& report, Safety safety) {
         }
         isFirst = false;
         table.add({bytesText(finding.usage.allocatedBytes), lumo::printable(finding.name),
-                   placesText(finding.paths, report.home)});
+                   placesText(finding.paths, report.home),
+                   hasIDs ? lumo::printable(finding.ruleID) : std::string()});
     }
     if (!table.isEmpty()) {
         page.section(groupTitle(groupOf(safety)), report.bytes(safety), tintOf(safety), table,
@@ -127,7 +131,20 @@ std::string artifactsText(const ProjectReport& project) {
     return shown;
 }
 
-void addProjects(Page& page, const ScanReport& report) {
+/// The project as one row, or with identifiers one for each artifact, which has its own.
+void addProject(Table& table, const ProjectReport& project, Identifiers identifiers) {
+    const std::string name = lumo::printable(project.name);
+    if (identifiers == Identifiers::hidden) {
+        table.add({bytesText(project.recoverableBytes()), name, artifactsText(project), ""});
+        return;
+    }
+    for (const lumo::ProjectArtifact& artifact : project.artifacts) {
+        table.add({bytesText(artifact.usage.allocatedBytes), name, lumo::printable(artifact.name),
+                   lumo::printable(lumo::artifactID(project, artifact))});
+    }
+}
+
+void addProjects(Page& page, const ScanReport& report, Identifiers identifiers) {
     constexpr std::size_t mostShown = 15;
     Table table = sizedTable(Tint::safe);
     std::size_t shown = 0;
@@ -146,11 +163,11 @@ void addProjects(Page& page, const ScanReport& report) {
             continue;
         }
         ++shown;
-        table.add({bytesText(bytes), lumo::printable(project.name), artifactsText(project)});
+        addProject(table, project, identifiers);
     }
     if (!table.isEmpty()) {
         page.section(
-            Words{"Proyectos: carpetas que se vuelven a crear", "Projects: folders that can be rebuilt"}.in(),
+            Words{"Proyectos: carpetas que se regeneran solas", "Projects: folders that can be rebuilt"}.in(),
             recoverable, Tint::safe, table, restText(restCount, restBytes));
     }
 }
@@ -160,7 +177,7 @@ void addUnclassified(Page& page, const ScanReport& report) {
     std::int64_t sum = 0;
     for (const lumo::UnclassifiedItem& item : report.unclassified) {
         sum += item.usage.allocatedBytes;
-        table.add({bytesText(item.usage.allocatedBytes), placeText(item.path, report.home), ""});
+        table.add({bytesText(item.usage.allocatedBytes), placeText(item.path, report.home), "", ""});
     }
     if (!table.isEmpty()) {
         page.section(Words{"Carpetas grandes sin clasificar", "Large unclassified folders"}.in(), sum,
@@ -244,14 +261,15 @@ Tint tintOf(Safety safety) {
     return Tint::faint;
 }
 
-std::string reportText(const ScanReport& report, std::int64_t recoverable, const Invocation& invocation) {
+std::string reportText(const ScanReport& report, std::int64_t recoverable, Identifiers identifiers,
+                       const Invocation& invocation) {
     Page page(invocation);
     page.line(headText(report), Tint::strong);
-    addFindings(page, report, Safety::safe);
-    addProjects(page, report);
-    addFindings(page, report, Safety::review);
+    addFindings(page, report, Safety::safe, identifiers);
+    addProjects(page, report, identifiers);
+    addFindings(page, report, Safety::review, identifiers);
     addUnclassified(page, report);
-    addFindings(page, report, Safety::keep);
+    addFindings(page, report, Safety::keep, identifiers);
     addClosing(page, report, recoverable);
     return page.take();
 }

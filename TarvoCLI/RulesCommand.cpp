@@ -1,4 +1,5 @@
 #include "LumoCore/Basics/Words.h"
+#include "LumoCore/Cleanup/Holding.h"
 #include "LumoCore/Inventories/AppStatus.h"
 #include "LumoCore/Rules/RuleCatalog.h"
 #include "TarvoCLI/Commands.h"
@@ -55,18 +56,30 @@ std::string jsonOfRules(const std::vector<Rule>& rules) {
     return lumo::dumpJson(lumo::encode(listed), lumo::JsonLayout::indented) + "\n";
 }
 
-std::string howText(const lumo::Cleanup& cleanup) {
+std::string howText(const Rule& rule) {
+    // What does not recreate itself is the user's own, and that is never deleted at once.
     struct How {
+        bool isSetAside;
+
         std::string operator()(const lumo::cleanup::Command& how) const { return how.line; }
         std::string operator()(const lumo::cleanup::Manual& how) const { return how.instruction; }
         std::string operator()(const lumo::cleanup::DeleteContents&) const {
-            return Words{"se borra su contenido", "its contents are deleted"}.in();
+            return isSetAside ? Words{"su contenido se aparta {} días, no se borra",
+                                      "its contents are set aside for {} days, not deleted"}
+                                    .with(lumo::Holding::retentionDays)
+                              : Words{"se borra su contenido", "its contents are deleted"}.in();
         }
         std::string operator()(const lumo::cleanup::DeleteItems&) const {
-            return Words{"se borra", "it is deleted"}.in();
+            return isSetAside
+                       ? Words{"se aparta {} días, no se borra", "it is set aside for {} days, not deleted"}
+                             .with(lumo::Holding::retentionDays)
+                       : Words{"se borra", "it is deleted"}.in();
         }
     };
-    return std::visit(How{}, cleanup);
+    if (rule.safety == Safety::keep && !std::holds_alternative<lumo::cleanup::Manual>(rule.cleanup)) {
+        return Words{"nunca se limpia", "it is never cleaned"}.in();
+    }
+    return std::visit(How{rule.safety != Safety::safe}, rule.cleanup);
 }
 
 std::string describe(const Rule& rule, const std::vector<std::string>& places, Tint tint,
@@ -78,7 +91,7 @@ std::string describe(const Rule& rule, const std::vector<std::string>& places, T
         table.add({place == places.front() ? Words{"Dónde", "Where"}.in() : "", place});
     }
     table.add({Words{"Qué es", "What"}.in(), rule.explanation});
-    table.add({Words{"Cómo", "How"}.in(), howText(rule.cleanup)});
+    table.add({Words{"Cómo", "How"}.in(), howText(rule)});
     if (rule.closeFirst) {
         table.add(
             {Words{"Antes", "First"}.in(), fmt::format("{} {}", Words{"cierra", "quit"}.in(),
@@ -93,7 +106,7 @@ std::string textOfRules(const std::vector<Rule>& rules, Listing listing, const I
         Tint tint;
         std::string heading;
     };
-    const Group groups[] = {{Safety::safe, Tint::safe, Words{"SE RECREA SOLO", "RECREATES ITSELF"}.in()},
+    const Group groups[] = {{Safety::safe, Tint::safe, Words{"SE REGENERA SOLO", "RECREATES ITSELF"}.in()},
                             {Safety::review, Tint::review, Words{"MÍRALO ANTES", "NEEDS A LOOK"}.in()},
                             {Safety::keep, Tint::faint, Words{"SE CONSERVA", "KEPT"}.in()}};
     std::string described;

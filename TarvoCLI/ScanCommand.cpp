@@ -26,6 +26,7 @@ struct ScanArguments {
     bool leavesOutProjects = false;
     bool leavesOutAppCaches = false;
     bool storesNoSnapshot = false;
+    Identifiers identifiers = Identifiers::hidden;
     std::optional<std::int64_t> minimumUnclassified;
     std::optional<std::string> output;
 };
@@ -62,7 +63,8 @@ ExitCode runScan(const ScanArguments& arguments, const Invocation& invocation) {
     const ExitCode printed =
         print(invocation.isJson ? json
                                 : (purged > 0 ? purgedText(purged) + "\n" : std::string()) +
-                                      reportText(*report, recoverableBytes(report, desk), invocation));
+                                      reportText(*report, recoverableBytes(report, desk),
+                                                 arguments.identifiers, invocation));
     if (!arguments.output) {
         return printed;
     }
@@ -84,10 +86,11 @@ void addScanCommand(CLI::App& app, Action& chosen) {
         addCommand(app, "analizar", "scan", "qué llena tu carpeta personal y qué se puede liberar",
                    "what fills your home folder and what can be freed");
     const auto arguments = std::make_shared<ScanArguments>();
-    command->add_flag("--quick", arguments->isQuick,
-                      Words{"solo lo que no necesita permisos, sin proyectos",
-                            "only what needs no permission, without projects"}
-                          .in());
+    command->add_flag(
+        "--quick", arguments->isQuick,
+        Words{"solo un primer vistazo: sin proyectos ni Descargas, Escritorio, Documentos e Imágenes",
+              "only a first look: without projects, Downloads, Desktop, Documents and Pictures"}
+            .in());
     command->add_flag("--no-projects", arguments->leavesOutProjects,
                       Words{"no buscar proyectos", "do not look for projects"}.in());
     command
@@ -105,6 +108,11 @@ void addScanCommand(CLI::App& app, Action& chosen) {
                       Words{"no recordar lo que ocupa cada cosa para ver qué crece",
                             "do not remember what everything takes, to see what grows"}
                           .in());
+    command->add_flag_callback(
+        "--ids", [arguments] { arguments->identifiers = Identifiers::shown; },
+        Words{"mostrar los identificadores que piden --include y --only",
+              "show the identifiers that --include and --only take"}
+            .in());
     command
         ->add_option(
             "--output", arguments->output,

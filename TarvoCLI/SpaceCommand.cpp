@@ -24,10 +24,16 @@ std::string snapshotsText(const std::vector<lumo::Date>& snapshots) {
 std::string textOfSpace(const SystemSpace& space) {
     if (space == SystemSpace()) {
         return paragraph(
-            Words{"El sistema no guarda ahora espacio que libere solo: lo que ves ocupado sigue "
-                  "así hasta que se limpia. (En un Mac suele haber algo; en Linux no lo hay.)",
-                  "There is no space now that the system frees by itself: what you see taken stays "
-                  "so until it is cleaned. (A Mac mostly has some; Linux has none.)"}
+            lumo::SystemWords{
+                .macos = {"El sistema no guarda ahora espacio que libere solo: lo que ves ocupado sigue así "
+                          "hasta que se limpia. (En un Mac suele haber algo; en Linux no lo hay.)",
+                          "There is no space now that the system frees by itself: what you see taken stays "
+                          "so until it is cleaned. (A Mac mostly has some; Linux has none.)"},
+                .linux = {"Este sistema no guarda espacio que libere solo: lo que ves ocupado sigue así "
+                          "hasta que se limpia.",
+                          "This system keeps no space that it frees by itself: what you see taken stays so "
+                          "until it is cleaned."}}
+                .on()
                 .in(),
             readingColumns());
     }

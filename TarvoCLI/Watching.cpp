@@ -5,6 +5,7 @@
 #include "LumoCore/Basics/Words.h"
 #include "Platform/Clock.h"
 #include "Platform/Terminal.h"
+#include "TarvoModel/Showing/Preview.h"
 
 #include <fmt/format.h>
 
@@ -41,8 +42,7 @@ void showWalk(std::string_view doing, const platform::WalkProgress& walked, doub
     const std::int64_t bytes = walked.bytes.load(std::memory_order_relaxed);
     std::string line = fmt::format("{}… ", doing);
     if (entries > 0) {
-        line += fmt::format("{} {} · {} · ", lumo::ByteFormat::number(static_cast<double>(entries), 0),
-                            Words{"elementos", "items"}.in(), lumo::ByteFormat::string(bytes));
+        line += fmt::format("{} · {} · ", itemsText(entries), lumo::ByteFormat::string(bytes));
     }
     line += lumo::ByteFormat::number(seconds, 1) + " s";
     const std::size_t columns = platform::terminalColumns(platform::Stream::error);

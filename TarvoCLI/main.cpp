@@ -112,7 +112,7 @@ void addGlobalOptions(CLI::App& app, GlobalArguments& arguments) {
         ->type_name(Words{"CARPETA", "DIR"}.in());
     app.add_flag("--json", arguments.isJson,
                  Words{"el resultado como un documento JSON", "the result as one JSON document"}.in());
-    app.add_flag("--no-color", arguments.isColorless, Words{"sin colores", "no colour"}.in());
+    app.add_flag("--no-color", arguments.isColorless, Words{"sin colores", "no color"}.in());
     app.add_flag("--quiet", arguments.isQuiet, Words{"sin mostrar el progreso", "no progress"}.in());
 }
 
@@ -210,7 +210,7 @@ ExitCode showOverview(const CLI::App& app, std::vector<std::string> words) {
         words.front() = application;
         platform::becomeProgram(application, words);
     }
-    return print(Words{"Tarvo AI mide qué llena tu disco y dice qué se recrea solo, qué conviene mirar y "
+    return print(Words{"Tarvo AI mide qué llena tu disco y dice qué se regenera solo, qué conviene mirar y "
                        "qué hay que conservar.\nNada sale de tu máquina.\n\n",
                        "Tarvo AI measures what fills your disk and says what recreates itself, what needs "
                        "a look and what must be kept.\nNothing leaves your machine.\n\n"}

@@ -153,7 +153,9 @@ ToolAnswer answerOf(Cleaned cleaned) {
         std::ranges::count(cleaned.outcomes, lumo::CleanupStatus::failed, &CleanupOutcome::status);
     std::string said = cleanupDone(sums);
     if (failed > 0) {
-        said += Words{" · {} no se pudieron limpiar", " · {} could not be cleaned"}.with(failed);
+        said += failed == 1
+                    ? Words{" · 1 no se pudo limpiar", " · 1 could not be cleaned"}.in()
+                    : Words{" · {} no se pudieron limpiar", " · {} could not be cleaned"}.with(failed);
     }
     for (const LeftOut& left : cleaned.leftOut) {
         said += Words{" · {} se ha dejado como estaba: {}", " · {} was left as it was: {}"}.with(
@@ -340,15 +342,15 @@ std::vector<Tool> changingTools(const std::shared_ptr<Workspace>& workspace) {
         {.name = "clean",
          .title = Words{"Limpiar", "Clean"}.in(),
          .description =
-             Words{
-                 "Lleva a cabo un plan de propose_cleanup, o solo lo que elijas de él. Antes pregunta al "
-                 "usuario "
-                 "y solo sigue si acepta. Lo que se recrea solo se borra; lo del usuario se aparta {} días.",
-                 "Carries out a plan of propose_cleanup, or only what you choose of it. Asks the user "
-                 "first and "
-                 "only goes on when they accept. What recreates itself is deleted; the user's own is set "
-                 "aside "
-                 "for {} days."}
+             Words{"Lleva a cabo un plan de propose_cleanup, o solo lo que elijas de él. Antes pregunta al "
+                   "usuario "
+                   "y solo sigue si acepta. Lo que se regenera solo se borra; lo del usuario se aparta {} "
+                   "días.",
+                   "Carries out a plan of propose_cleanup, or only what you choose of it. Asks the user "
+                   "first and "
+                   "only goes on when they accept. What recreates itself is deleted; the user's own is set "
+                   "aside "
+                   "for {} days."}
                  .with(lumo::Holding::retentionDays),
          .input = schemaOf(
              {{"plan", schema("string", Words{"el identificador del plan", "the plan's handle"}.in()), true},

@@ -16,6 +16,7 @@
 #include "TarvoModel/Flows/HelpReply.h"
 #include "TarvoModel/Flows/ModelChoice.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
+#include "TarvoModel/Showing/GrowthTexts.h"
 
 #include <fmt/format.h>
 
@@ -110,9 +111,7 @@ ToolAnswer whatGrew(Workspace& workspace, const ToolCall& call) {
                            .with(lumo::reasonText(stored.error())));
     }
     const lumo::Growth growth = lumo::GrowthTracker::growthOf(**report, *stored);
-    std::string said =
-        Words{"No hay un análisis anterior con el que comparar.", "There is no earlier scan to compare with."}
-            .in();
+    std::string said = noBaselineText(*stored);
     if (growth.since) {
         said = growth.items.empty()
                    ? Words{"Nada ha crecido más de 200 MB.", "Nothing has grown more than 200 MB."}.in()
@@ -138,7 +137,10 @@ ToolAnswer propose(Workspace& workspace, const ToolCall& call) {
     ProposedPlan plan{.handle = {},
                       .request = {.report = *report,
                                   .include = {include->begin(), include->end()},
-                                  .includesActiveDependencies = *dependencies},
+                                  .includesActiveDependencies = *dependencies,
+                                  .recentProjectHint = Words{" (inclúyelo con dependencies: true)",
+                                                             " (include it with dependencies: true)"}
+                                                           .in()},
                       .plan = {}};
     if (const auto unknown = unknownIDs(plan.request)) {
         return problem(*unknown);
@@ -152,15 +154,19 @@ ToolAnswer propose(Workspace& workspace, const ToolCall& call) {
             .structured = lumo::encode(proposalOf(kept))};
 }
 
+std::string setAsideText(std::size_t count) {
+    return count == 1 ? Words{"1 elemento apartado.", "1 item is set aside."}.in()
+                      : Words{"{} elementos apartados.", "{} items are set aside."}.with(count);
+}
+
 ToolAnswer listSetAside(const Workspace& workspace, const ToolCall&) {
     const auto held = heldItems(workspace.desk());
     if (!held) {
         return problem(held.error().message);
     }
-    return {.text =
-                held->items.empty()
-                    ? Words{"No hay nada apartado.", "Nothing is in Recently Cleaned."}.in()
-                    : Words{"{} elementos apartados.", "{} items are set aside."}.with(held->items.size()),
+    return {.text = held->items.empty()
+                        ? Words{"No hay nada apartado.", "Nothing is in Recently Cleaned."}.in()
+                        : setAsideText(held->items.size()),
             .structured = lumo::encode(*held)};
 }
 
@@ -195,17 +201,20 @@ std::vector<Tool> lookingTools(const std::shared_ptr<Workspace>& workspace) {
          .title = Words{"Analizar el disco", "Analyze the disk"}.in(),
          .description =
              Words{
-                 "Mide la carpeta personal y dice qué ocupa sitio: qué se recrea solo (safe), qué hay que "
+                 "Mide la carpeta personal y dice qué ocupa sitio: qué se regenera solo (safe), qué hay que "
                  "mirar antes (review), qué se conserva (keep), proyectos con carpetas que se regeneran y "
                  "carpetas grandes que nadie conoce. No cambia nada.",
                  "Measures the home folder and tells what takes up space: what recreates itself (safe), what "
                  "needs a look first (review), what is kept (keep), projects with folders that can be "
-                 "rebuilt, and large folders that nobody recognises. Changes nothing."}
+                 "rebuilt, and large folders that nobody recognizes. Changes nothing."}
                  .in(),
          .input = schemaOf(
-             {{"quick", schema("boolean", Words{"sin proyectos ni carpetas que piden permiso: más rápido",
-                                                "without projects and folders that need permission: faster"}
-                                              .in())}}),
+             {{"quick",
+               schema("boolean",
+                      Words{"sin proyectos ni Descargas, Escritorio, Documentos e Imágenes: más rápido",
+                            "without projects, Downloads, Desktop, Documents and Pictures: "
+                            "faster"}
+                          .in())}}),
          .output = schemaOf<Analysis>(),
          .hints = {},
          .run = [workspace](const ToolCall& call) { return analyze(*workspace, call); }});

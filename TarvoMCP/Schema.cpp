@@ -68,7 +68,7 @@ JsonValue withWords(JsonValue schema, std::string_view field, const FieldWords& 
     if (const auto said = words.find(field); said != words.end()) {
         describe(schema, said->second);
     } else if (field == "safety") {
-        describe(schema, lumo::Words{"safe: se recrea solo; review: míralo antes; keep: no se borra",
+        describe(schema, lumo::Words{"safe: se regenera solo; review: míralo antes; keep: no se borra",
                                      "safe: recreates itself; review: needs a look; keep: never delete"}
                              .in());
     } else if (countsBytes(field)) {

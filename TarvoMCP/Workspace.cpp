@@ -9,6 +9,9 @@
 #include "TarvoModel/Flows/GivenPath.h"
 #include "TarvoModel/Flows/ScanPass.h"
 #include "TarvoModel/Flows/Scanning.h"
+#include "TarvoModel/Showing/Preview.h"
+
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <chrono>
@@ -25,9 +28,8 @@ namespace platform = lumo::platform;
 namespace {
 
 std::string progressText(const lumo::ScanProgress& progress) {
-    return Words{"{} elementos, {}", "{} items, {}"}.with(
-        lumo::ByteFormat::number(static_cast<double>(progress.walked.entries.load()), 0),
-        lumo::ByteFormat::string(progress.walked.bytes));
+    return fmt::format("{}, {}", itemsText(progress.walked.entries.load()),
+                       lumo::ByteFormat::string(progress.walked.bytes));
 }
 
 } // namespace

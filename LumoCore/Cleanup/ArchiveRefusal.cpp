@@ -3,6 +3,7 @@
 #include "LumoCore/Cleanup/Archiver.h"
 
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Rules/HomePlaces.h"
 #include "Platform/Folder.h"
 
 #include <algorithm>
@@ -11,12 +12,22 @@ namespace lumo::Archiver {
 
 namespace {
 
+/// True for a folder that the user's settings call one of the main ones, whatever its name.
+bool isMainFolder(std::string_view path, std::string_view home, System system) {
+    return system == System::linux &&
+           std::ranges::contains(HomePlaces::ofThisMachine(std::string(home)).mainFolders(), path);
+}
+
 /// What archiving the item at that path below the home would break.
-std::optional<Words> breakageAt(std::string_view path, std::string_view home) {
+std::optional<Words> breakageAt(std::string_view path, std::string_view home, System system) {
     const std::vector<std::string_view> below = components(path.substr(home.size() + 1));
-    if (below.size() == 1 && ArchiveTables::isHomeFolder(below.front())) {
-        return Words{"«{}» es una carpeta de macOS: elige una de dentro.",
-                     "“{}” is a macOS folder: pick one inside it."};
+    if ((below.size() == 1 && ArchiveTables::isHomeFolder(below.front(), system)) ||
+        isMainFolder(path, home, system)) {
+        return SystemWords{.macos = {"«{}» es una carpeta de macOS: elige una de dentro.",
+                                     "“{}” is a macOS folder: pick one inside it."},
+                           .linux = {"«{}» es una de tus carpetas principales: elige una de dentro.",
+                                     "“{}” is one of your main folders: pick one inside it."}}
+            .on(system);
     }
     if (below.front() == "Library") {
         return Words{"Lo que hay en Library es de las apps: archivarlo las rompería.",
@@ -36,27 +47,28 @@ std::optional<Words> breakageAt(std::string_view path, std::string_view home) {
 }
 
 /// The same for what the path leads to, links followed; only what is in the home is judged.
-std::optional<Words> breakageBehind(const std::string& path, const std::string& home) {
+std::optional<Words> breakageBehind(const std::string& path, const std::string& home, System system) {
     const auto real = platform::withoutLinks(path);
     const auto realHome = platform::withoutLinks(home);
     if (!real || !realHome || !real->starts_with(*realHome + "/")) {
         return std::nullopt;
     }
-    return breakageAt(*real, *realHome);
+    return breakageAt(*real, *realHome, system);
 }
 
 } // namespace
 
-std::optional<std::string> refusal(const std::string& path, const std::string& home, Language language) {
+std::optional<std::string> refusal(const std::string& path, const std::string& home, Language language,
+                                   System system) {
     if (!path.starts_with(home + "/") || !isSpeltOut(path)) {
         return Words{"Solo se puede archivar lo que está en tu carpeta personal.",
                      "Only things in your home folder can be archived."}
             .in(language);
     }
     const std::string_view name = fileName(path);
-    auto breakage = breakageAt(path, home);
+    auto breakage = breakageAt(path, home, system);
     if (!breakage) {
-        breakage = breakageBehind(path, home);
+        breakage = breakageBehind(path, home, system);
     }
     if (breakage) {
         return breakage->in(language, name);

@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::array<std::string_view, 9> homeFolders{
     "Desktop", "Documents", "Downloads", "Pictures", "Movies", "Music", "Library", "Applications", "Public"};
+constexpr std::array<std::string_view, 2> furtherOnLinux{"Videos", "Templates"};
 constexpr std::array<std::string_view, 8> packages{"app",       "photoslibrary",    "musiclibrary",
                                                    "fcpbundle", "logicx",           "imovielibrary",
                                                    "tvlibrary", "photoboothlibrary"};
@@ -23,8 +24,8 @@ bool holds(std::span<const std::string_view> names, std::string_view name) {
 
 } // namespace
 
-bool isHomeFolder(std::string_view name) {
-    return holds(homeFolders, name);
+bool isHomeFolder(std::string_view name, System system) {
+    return holds(homeFolders, name) || (system == System::linux && holds(furtherOnLinux, name));
 }
 
 std::string extensionOf(std::string_view name) {

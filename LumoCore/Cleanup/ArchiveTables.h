@@ -1,5 +1,7 @@
 #pragma once
 
+#include "LumoCore/Basics/System.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,7 +10,7 @@
 namespace lumo::ArchiveTables {
 
 /// True for a folder directly in the home that is never archived itself.
-bool isHomeFolder(std::string_view name);
+bool isHomeFolder(std::string_view name, System system = currentSystem());
 
 /// The extension of a name in lower case; empty when there is none. A leading point begins no extension.
 std::string extensionOf(std::string_view name);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LumoCore/Basics/Codec.h"
+#include "LumoCore/Basics/System.h"
 #include "LumoCore/Cleanup/CleanupOutcome.h"
 #include "LumoCore/Cleanup/PathGuard.h"
 
@@ -65,7 +66,7 @@ struct ArchiveControl {
 
 /// Why the item may not be archived, in words for the user; absent when it may.
 std::optional<std::string> refusal(const std::string& path, const std::string& home,
-                                   Language language = currentLanguage());
+                                   Language language = currentLanguage(), System system = currentSystem());
 
 /// Reads up to that many of the files that may shrink, those that hold most of the bytes before others and
 /// spread over the tree, and at most that many bytes of each; the same tree gives the same answer. Beyond

@@ -79,7 +79,7 @@ std::vector<const Finding*> firstToReview(const ScanReport& report, std::size_t 
 }
 
 /// The fact about the parts of what can be recovered, those that are there.
-void addPartFacts(std::vector<std::string>& facts, const Parts& parts, Language language) {
+void addPartFacts(std::vector<std::string>& facts, const Parts& parts, Language language, System system) {
     if (parts.toolCaches >= 1) {
         facts.push_back(Words{"Parte de lo recuperable: cachés de herramientas de desarrollo (uv, "
                               "npm, pnpm, Gradle…), {}.",
@@ -88,10 +88,17 @@ void addPartFacts(std::vector<std::string>& facts, const Parts& parts, Language 
                             .in(language, bytesText(parts.toolCaches, language)));
     }
     if (parts.staleDependencies >= 1) {
-        facts.push_back(Words{"Parte de lo recuperable: dependencias (node_modules, .venv) de {} "
-                              "proyectos sin cambios desde hace más de 30 días, {}.",
-                              "Part of the recoverable space: dependencies (node_modules, .venv) "
-                              "of {} projects unchanged for over 30 days, {}."}
+        constexpr Words many{"Parte de lo recuperable: dependencias (node_modules, .venv) de {} "
+                             "proyectos sin cambios desde hace más de 30 días, {}.",
+                             "Part of the recoverable space: dependencies (node_modules, .venv) "
+                             "of {} projects unchanged for over 30 days, {}."};
+        constexpr SystemWords one{
+            .macos = many,
+            .linux = {"Parte de lo recuperable: dependencias (node_modules, .venv) de {} "
+                      "proyecto sin cambios desde hace más de 30 días, {}.",
+                      "Part of the recoverable space: dependencies (node_modules, .venv) "
+                      "of {} project unchanged for over 30 days, {}."}};
+        facts.push_back((parts.staleProjects == 1 ? one.on(system) : many)
                             .in(language, parts.staleProjects, bytesText(parts.staleDependencies, language)));
     }
     if (parts.builds >= 1) {
@@ -102,17 +109,21 @@ void addPartFacts(std::vector<std::string>& facts, const Parts& parts, Language 
 }
 
 /// Where most of it is, as the end of a sentence; empty when none of the parts is there.
-std::string largestPart(const Parts& parts, Language language) {
+std::string largestPart(const Parts& parts, Language language, System system) {
     struct Candidate {
         std::int64_t bytes;
         std::string phrase;
     };
+    constexpr Words many{"en dependencias de {} proyectos que no tocas desde hace un mes",
+                         "in dependencies of {} projects you haven't touched in a month"};
+    constexpr SystemWords one{.macos = many,
+                              .linux = {"en dependencias de {} proyecto que no tocas desde hace un mes",
+                                        "in dependencies of {} project you haven't touched in a month"}};
     const Candidate candidates[] = {
         {parts.toolCaches,
          Words{"en cachés de herramientas de desarrollo", "in developer tool caches"}.in(language)},
-        {parts.staleDependencies, Words{"en dependencias de {} proyectos que no tocas desde hace un mes",
-                                        "in dependencies of {} projects you haven't touched in a month"}
-                                      .in(language, parts.staleProjects)},
+        {parts.staleDependencies,
+         (parts.staleProjects == 1 ? one.on(system) : many).in(language, parts.staleProjects)},
         {parts.builds, Words{"en compilaciones de tus proyectos", "in your project builds"}.in(language)}};
     // The first of several equal ones.
     const Candidate& largest = *std::ranges::max_element(candidates, {}, &Candidate::bytes);
@@ -128,12 +139,12 @@ std::string largestPart(const Parts& parts, Language language) {
 namespace DiskSummary {
 
 std::vector<std::string> facts(const ScanReport& report, std::int64_t recoverable, Date now,
-                               Language language) {
+                               Language language, System system) {
     constexpr std::size_t mostToReview = 2;
     std::vector<std::string> facts{
         Words{"Recuperable sin riesgo en total: {}.", "Total recoverable with no risk: {}."}.in(
             language, bytesText(recoverable, language))};
-    addPartFacts(facts, partsOf(report, now), language);
+    addPartFacts(facts, partsOf(report, now), language, system);
     std::vector<std::string> toReview;
     for (const Finding* finding : firstToReview(report, mostToReview)) {
         toReview.push_back(finding->name + " " + shortSize(finding->usage.allocatedBytes, language));
@@ -148,9 +159,10 @@ std::vector<std::string> facts(const ScanReport& report, std::int64_t recoverabl
     return facts;
 }
 
-std::string templateText(const ScanReport& report, std::int64_t recoverable, Date now, Language language) {
+std::string templateText(const ScanReport& report, std::int64_t recoverable, Date now, Language language,
+                         System system) {
     std::string summary = Words{"Puedes recuperar {} sin riesgo{}.", "You can recover {} with no risk{}."}.in(
-        language, bytesText(recoverable, language), largestPart(partsOf(report, now), language));
+        language, bytesText(recoverable, language), largestPart(partsOf(report, now), language, system));
     for (const Finding* finding : firstToReview(report, 1)) {
         summary +=
             Words{" Lo más grande para revisar es {} ({}).", " The biggest thing to review is {} ({})."}.in(
@@ -176,9 +188,9 @@ bool usesOnlyKnownAmounts(std::string_view text, const std::vector<std::string>&
 
 namespace AISummaryWriter {
 
-std::string instructions(Language language) {
+std::string instructions(Language language, System system) {
     // The runs of blanks are part of what models were tried with.
-    return Words{
+    constexpr Words onMac{
         "Escribes el resumen que ve el usuario de una app que libera espacio en su Mac. Con los datos que te "
         "dan, escribe dos frases en español. La primera dice cuánto puede recuperar sin riesgo en total y de "
         "dónde sale la mayor parte. La segunda nombra lo que ocupa mucho pero hay que revisar, sin decir que "
@@ -191,8 +203,19 @@ std::string instructions(Language language) {
         "with no risk in total and where most of it comes from. The second names what takes a lot of space "
         "but     "
         "needs review, without saying it's safe to delete. Use only the figures in the data, copied     "
-        "exactly as they are (for example «16.0 GB»). No greetings, no lists and no quotation marks."}
-        .in(language);
+        "exactly as they are (for example «16.0 GB»). No greetings, no lists and no quotation marks."};
+    constexpr Words onLinux{
+        "Escribes el resumen que ve el usuario de una app que libera espacio en su equipo con Linux. Con los "
+        "datos que te dan, escribe dos frases en español. La primera dice cuánto puede recuperar sin riesgo "
+        "en total y de dónde sale la mayor parte. La segunda nombra lo que ocupa mucho pero hay que revisar, "
+        "sin decir que sea seguro borrarlo. Usa solo las cifras de los datos, copiadas exactamente igual "
+        "(por ejemplo «16,0 GB»). Sin saludos, sin listas y sin comillas.",
+        "You write the summary the user sees in an app that frees up space on their Linux computer. With the "
+        "data you're given, write two sentences in English. The first says how much they can recover with no "
+        "risk in total and where most of it comes from. The second names what takes a lot of space but needs "
+        "review, without saying it's safe to delete. Use only the figures in the data, copied exactly as "
+        "they are (for example “16.0 GB”). No greetings, no lists and no quotation marks."};
+    return SystemWords{.macos = onMac, .linux = onLinux}.on(system).in(language);
 }
 
 std::string prompt(const std::vector<std::string>& facts) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/System.h"
 #include "LumoCore/Scanning/ScanReport.h"
 
 #include <cstdint>
@@ -26,11 +27,11 @@ namespace DiskSummary {
 
 /// What was measured, one sentence each: all that a language model is told.
 std::vector<std::string> facts(const ScanReport& report, std::int64_t recoverable, Date now,
-                               Language language = currentLanguage());
+                               Language language = currentLanguage(), System system = currentSystem());
 
 /// The summary from fixed sentences.
 std::string templateText(const ScanReport& report, std::int64_t recoverable, Date now,
-                         Language language = currentLanguage());
+                         Language language = currentLanguage(), System system = currentSystem());
 
 /// The sizes named in a text ("16,0 GB", "5MB"), as they are written there.
 std::vector<std::string> amounts(std::string_view text);
@@ -48,7 +49,7 @@ namespace AISummaryWriter {
 using Write = std::function<std::optional<std::string>(const std::vector<std::string>& facts)>;
 
 /// What the model is told about its task, before anything else.
-std::string instructions(Language language = currentLanguage());
+std::string instructions(Language language = currentLanguage(), System system = currentSystem());
 
 /// What it is then asked: the facts, one a line.
 std::string prompt(const std::vector<std::string>& facts);

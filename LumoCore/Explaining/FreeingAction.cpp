@@ -12,29 +12,6 @@ namespace lumo {
 
 namespace {
 
-std::string deletionAdvice(const std::optional<std::string>& app, Language language) {
-    if (app) {
-        return Words{"Si ya no usas {0}, desinstálala y borra la carpeta entera.",
-                     "If you no longer use {0}, uninstall it and delete the whole folder."}
-            .in(language, *app);
-    }
-    return Words{
-        "Si no reconoces esta carpeta ni usas la herramienta que la creó, borra la carpeta entera.",
-        "If you don't recognize this folder or use the tool that created it, delete the whole folder."}
-        .in(language);
-}
-
-std::string clearingAdvice(const std::optional<std::string>& app, Language language) {
-    if (!app) {
-        return deletionAdvice(app, language);
-    }
-    return Words{
-        "{0} tiene una opción para borrar la caché, úsala; si no, cierra {0} antes de tocar la "
-        "carpeta.",
-        "{0} has an option to clear its cache, use it; otherwise, quit {0} before touching the folder."}
-        .in(language, *app);
-}
-
 std::string reviewAdvice(const FolderEvidence& evidence, Language language) {
     constexpr std::size_t mostNamed = 2;
     if (evidence.largestEntries.empty()) {
@@ -53,6 +30,56 @@ std::string reviewAdvice(const FolderEvidence& evidence, Language language) {
         .in(language, fmt::format("{}", fmt::join(named, Words{" y ", " and "}.in(language))));
 }
 
+std::string deletionAdvice(const FolderEvidence& evidence, Language language, System system) {
+    if (const std::optional<std::string> app = evidence.appName()) {
+        return SystemWords{.macos = {"Si ya no usas {0}, desinstálala y borra la carpeta entera.",
+                                     "If you no longer use {0}, uninstall it and delete the whole folder."},
+                           .linux = {"Si ya no usas {0}, desinstálala y mira qué hay en la carpeta antes de "
+                                     "borrarla.",
+                                     "If you no longer use {0}, uninstall it and check what's in the folder "
+                                     "before deleting it."}}
+            .on(system)
+            .in(language, *app);
+    }
+    if (system == System::linux) {
+        return reviewAdvice(evidence, language);
+    }
+    return Words{
+        "Si no reconoces esta carpeta ni usas la herramienta que la creó, borra la carpeta entera.",
+        "If you don't recognize this folder or use the tool that created it, delete the whole folder."}
+        .in(language);
+}
+
+std::string clearingAdvice(const FolderEvidence& evidence, Language language, System system) {
+    const std::optional<std::string> app = evidence.appName();
+    if (!app) {
+        return deletionAdvice(evidence, language, system);
+    }
+    return SystemWords{
+        .macos = {"{0} tiene una opción para borrar la caché, úsala; si no, cierra {0} antes de tocar la "
+                  "carpeta.",
+                  "{0} has an option to clear its cache, use it; otherwise, quit {0} before touching the "
+                  "folder."},
+        .linux = {"Si {0} tiene una opción para borrar la caché, úsala; si no, cierra {0} antes de tocar la "
+                  "carpeta.",
+                  "If {0} has an option to clear its cache, use it; otherwise, quit {0} before touching the "
+                  "folder."}}
+        .on(system)
+        .in(language, *app);
+}
+
+std::string uninstallingAdvice(Language language, System system) {
+    return SystemWords{
+        .macos = {"Si ya no usas esta herramienta, desinstálala; después puedes borrar la carpeta.",
+                  "If you no longer use this tool, uninstall it; then you can delete the folder."},
+        .linux = {"Si ya no usas esta herramienta, desinstálala; después mira qué hay en la carpeta antes de "
+                  "borrarla.",
+                  "If you no longer use this tool, uninstall it; then check what's in the folder before "
+                  "deleting it."}}
+        .on(system)
+        .in(language);
+}
+
 std::string leavingAdvice(const std::optional<std::string>& app, Language language) {
     const std::string user =
         app.value_or(Words{"la herramienta que la creó", "the tool that created it"}.in(language));
@@ -61,8 +88,8 @@ std::string leavingAdvice(const std::optional<std::string>& app, Language langua
 
 } // namespace
 
-std::string advice(FreeingAction action, const FolderEvidence& evidence, Language language) {
-    if (evidence.isAppleComponent) {
+std::string advice(FreeingAction action, const FolderEvidence& evidence, Language language, System system) {
+    if (evidence.isAppleComponent && system == System::macos) {
         return Words{"Déjala: la gestiona macOS.", "Leave it: macOS manages it."}.in(language);
     }
     if (evidence.location == FolderLocation::caches) {
@@ -70,22 +97,19 @@ std::string advice(FreeingAction action, const FolderEvidence& evidence, Languag
                      "It can be emptied: the app that created it will recreate it."}
             .in(language);
     }
-    const std::optional<std::string> app = evidence.appName();
     switch (action) {
     case FreeingAction::clearFromApp:
-        return clearingAdvice(app, language);
+        return clearingAdvice(evidence, language, system);
     case FreeingAction::uninstallTool:
-        return Words{"Si ya no usas esta herramienta, desinstálala; después puedes borrar la carpeta.",
-                     "If you no longer use this tool, uninstall it; then you can delete the folder."}
-            .in(language);
+        return uninstallingAdvice(language, system);
     case FreeingAction::deleteIfUnused:
-        return deletionAdvice(app, language);
+        return deletionAdvice(evidence, language, system);
     case FreeingAction::reviewContents:
         return reviewAdvice(evidence, language);
     case FreeingAction::leaveAlone:
         break;
     }
-    return leavingAdvice(app, language);
+    return leavingAdvice(evidence.appName(), language);
 }
 
 } // namespace lumo

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LumoCore/Basics/System.h"
 #include "LumoCore/Explaining/FolderEvidence.h"
 
 #include <string>
@@ -25,8 +26,10 @@ struct EnumNames<FreeingAction> {
 
 /// The sentence that advises the action for that folder. A part of macOS is left alone and a cache can be
 /// emptied whatever the action, in that order: this is on purpose the reverse of the heuristic explanation's,
-/// which calls a part of macOS among the caches a safe cache.
+/// which calls a part of macOS among the caches a safe cache. On Linux nothing is a part of macOS, and what
+/// no cache folder holds is looked into before it goes: keys and mail lie there beside what tools left
+/// behind.
 std::string advice(FreeingAction action, const FolderEvidence& evidence,
-                   Language language = currentLanguage());
+                   Language language = currentLanguage(), System system = currentSystem());
 
 } // namespace lumo

@@ -122,7 +122,7 @@ void collect(const std::string& folder, const std::string& prefix, int depth,
 } // namespace
 
 std::optional<DesktopEntry> parseDesktopEntry(std::string_view text, const std::string& id,
-                                              const std::string& path) {
+                                              const std::string& path, Language language) {
     const auto values = mainGroup(text);
     const auto value = [&](std::string_view key) {
         const auto found = values.find(key);
@@ -132,7 +132,8 @@ std::optional<DesktopEntry> parseDesktopEntry(std::string_view text, const std::
         value("Name").empty()) {
         return std::nullopt;
     }
-    return DesktopEntry{id, std::string(value("Name")), path,
+    const std::string_view translated = value(language == Language::es ? "Name[es]" : "Name[en]");
+    return DesktopEntry{id, std::string(translated.empty() ? value("Name") : translated), path,
                         std::string(fileName(programOf(value("Exec"))))};
 }
 

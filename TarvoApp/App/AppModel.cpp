@@ -7,6 +7,7 @@
 #include "TarvoApp/App/QtText.h"
 #include "TarvoModel/Flows/WeeklyCleanup.h"
 #include "TarvoModel/Showing/DemoDisk.h"
+#include "TarvoModel/Showing/Preview.h"
 
 #include <fmt/format.h>
 
@@ -77,7 +78,7 @@ AppModel::~AppModel() {
 // What is going on.
 
 QString AppModel::home() const {
-    return shown(isDemo() ? DemoDisk::home : std::string_view(services_.desk.home));
+    return shown(isDemo() ? DemoDisk::home() : std::string_view(services_.desk.home));
 }
 
 QString AppModel::demoNotice() const {
@@ -143,10 +144,8 @@ QString AppModel::progressText() const {
         return shown(string(isChecking ? work_->archive.checkedBytes : work_->archive.writtenBytes));
     }
     const std::int64_t entries = work_->scan.walked.entries;
-    return entries == 0
-               ? QString()
-               : shown(fmt::format("{} {} · {}", lumo::ByteFormat::number(static_cast<double>(entries), 0),
-                                   Words{"elementos", "items"}.in(), string(work_->scan.walked.bytes)));
+    return entries == 0 ? QString()
+                        : shown(fmt::format("{} · {}", itemsText(entries), string(work_->scan.walked.bytes)));
 }
 
 QString AppModel::notice() const {

@@ -36,7 +36,7 @@ Item {
             Layout.fillWidth: true
             color: Theme.secondaryText
             horizontalAlignment: Text.AlignHCenter
-            text: state.looking ? Words.firstLook : state.scanned ? Words.nothingToCleanHelp : Words.notScannedHelp
+            text: state.looking ? ModelWords.firstLook : state.scanned ? Words.nothingToCleanHelp : Words.notScannedHelp
             wrapMode: Text.WordWrap
         }
         Line {

@@ -9,6 +9,10 @@
 
 namespace tarvo {
 
+QString ModelWords::firstLook() {
+    return shown(tarvo::firstLook());
+}
+
 QString ModelWords::scanAgainHelp() {
     return shown(tarvo::scanAgainHelp());
 }

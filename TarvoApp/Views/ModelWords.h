@@ -12,6 +12,7 @@ class ModelWords : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
+    Q_PROPERTY(QString firstLook READ firstLook CONSTANT)
     Q_PROPERTY(QString scanAgainHelp READ scanAgainHelp CONSTANT)
     Q_PROPERTY(QString selectSafeHelp READ selectSafeHelp CONSTANT)
     Q_PROPERTY(QString settingsHelp READ settingsHelp CONSTANT)
@@ -20,6 +21,8 @@ class ModelWords : public QObject {
     Q_PROPERTY(int retentionDays READ retentionDays CONSTANT)
 
   public:
+    /// What the empty window says while the first pass of the first scan runs.
+    [[nodiscard]] static QString firstLook();
     [[nodiscard]] static QString scanAgainHelp();
     [[nodiscard]] static QString selectSafeHelp();
     [[nodiscard]] static QString settingsHelp();

@@ -12,6 +12,7 @@ SettingsPage {
             Stepper {
                 from: 0
                 name: SettingsWords.activeDays
+                oneUnit: SettingsWords.day
                 to: 36500
                 unit: SettingsWords.days
                 value: App.settings.activeProjectDays

@@ -25,9 +25,10 @@ QtObject {
 
     readonly property string activeDays: pick("Proyecto activo", "Active project")
     readonly property string activeDaysMore: pick(
-        "Si lo has tocado en estos días, sus carpetas no se marcan solas.",
-        "Changed within these days: its folders aren't selected by themselves.")
+        "Si lo has tocado en estos días, sus dependencias (node_modules, .venv) no se limpian; lo compilado, sí.",
+        "Changed within these days: its dependencies (node_modules, .venv) aren't cleaned; what it builds is.")
     readonly property string days: pick("%1 días", "%1 days")
+    readonly property string day: pick("%1 día", "%1 day")
     readonly property string protectedFolders: pick("Carpetas protegidas", "Protected folders")
     readonly property string protectedMore: pick("Nada de lo que hay dentro se limpia nunca.",
                                                  "Nothing inside them is ever cleaned.")

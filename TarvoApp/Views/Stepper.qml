@@ -9,6 +9,8 @@ SpinBox {
     required property string name
     // With %1 for the number.
     required property string unit
+    // For a single one.
+    property string oneUnit: unit
 
     Accessible.name: name
     editable: false
@@ -18,7 +20,7 @@ SpinBox {
     implicitWidth: Math.round(150 * Theme.scale)
     leftPadding: down.indicator.width
     rightPadding: up.indicator.width
-    textFromValue: value => unit.arg(value)
+    textFromValue: value => (value === 1 ? oneUnit : unit).arg(value)
 
     component Step: Rectangle {
         id: step

@@ -39,7 +39,7 @@ Popup {
             wrapMode: Text.WordWrap
         }
         Repeater {
-            model: Words.welcomeLines
+            model: [Words.welcomeLooks, Words.welcomeSetsAside.arg(ModelWords.retentionDays), Words.welcomeAsks]
 
             Line {
                 required property string modelData
@@ -47,7 +47,7 @@ Popup {
                 Layout.fillWidth: true
                 font.pixelSize: Theme.strong
                 lineHeight: 1.25
-                text: modelData.replace("%1", ModelWords.retentionDays)
+                text: modelData
                 wrapMode: Text.WordWrap
             }
         }

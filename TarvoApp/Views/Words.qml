@@ -43,7 +43,7 @@ QtObject {
 
     // As the model calls the list's groups, in their order.
     readonly property list<string> groups: [
-        pick("Se recrea solo", "Recreates itself"),
+        pick("Se regenera solo", "Recreates itself"),
         pick("Míralo antes", "Needs a look"),
         pick("Se conserva", "Kept"),
         pick("Sin clasificar", "Unclassified")
@@ -95,9 +95,6 @@ QtObject {
     readonly property string close: pick("Cerrar", "Close")
     readonly property string question: pick("¿%1?", "%1?")
 
-    readonly property string firstLook: pick(
-        "Primero miro lo que no necesita permisos; enseguida verás resultados.",
-        "First I look at what doesn't need permission; you'll see results right away.")
     readonly property string notScanned: pick("Aún no se ha analizado el disco", "The disk hasn't been analyzed yet")
     readonly property string notScannedHelp: pick("El análisis solo mira: no cambia nada.",
                                                   "Analyzing only looks: nothing is changed.")
@@ -106,12 +103,13 @@ QtObject {
     readonly property string nothingToCleanHelp: pick("Tu disco ya está en orden.", "Your disk is already tidy.")
 
     readonly property string welcomeTitle: pick("Recupera espacio sin miedo", "Get space back, without fear")
-    readonly property list<string> welcomeLines: [
-        pick("Primero solo mira: te enseña qué ocupa tu disco.", "It only looks at first: it shows what fills your disk."),
-        pick("Lo que se regenera solo se borra; lo tuyo se aparta %1 días.",
-             "What recreates itself is deleted; your own files are set aside for %1 days."),
-        pick("Nada se limpia sin que tú lo confirmes.", "Nothing is cleaned until you confirm.")
-    ]
+    readonly property string welcomeLooks: pick("Primero solo mira: te enseña qué ocupa tu disco.",
+                                                "It only looks at first: it shows what fills your disk.")
+    readonly property string welcomeSetsAside: pick(
+        "Lo que se regenera solo se borra; lo tuyo se aparta %1 días.",
+        "What recreates itself is deleted; your own files are set aside for %1 days.")
+    readonly property string welcomeAsks: pick("Nada se limpia sin que tú lo confirmes.",
+                                               "Nothing is cleaned until you confirm.")
 
     readonly property string ticked: pick("marcado", "selected")
     readonly property string unticked: pick("sin marcar", "not selected")

@@ -205,14 +205,19 @@ std::optional<std::string> claudeCodeBinary(const std::string& home) {
 }
 
 LinkResult connectClaudeCode(const std::string& home, const std::stop_token& stop,
-                             std::chrono::milliseconds patience) {
+                             std::chrono::milliseconds patience, lumo::System system) {
     const std::optional<std::string> binary = claudeCodeBinary(home);
     if (!binary) {
-        return failed(
-            {"No encuentro Claude Code en este Mac. Instálalo (o abre la app de Claude una vez) y "
-             "vuelve a probar.",
-             "I can't find Claude Code on this Mac. Install it (or open the Claude app once) and try "
-             "again."});
+        return failed(lumo::SystemWords{
+            .macos = {"No encuentro Claude Code en este Mac. Instálalo (o abre la app de Claude una vez) "
+                      "y vuelve a probar.",
+                      "I can't find Claude Code on this Mac. Install it (or open the Claude app once) "
+                      "and try again."},
+            .linux = {"No encuentro Claude Code en este equipo. Instálalo (o abre la app de Claude una "
+                      "vez) y vuelve a probar.",
+                      "I can't find Claude Code on this computer. Install it (or open the Claude app "
+                      "once) and try again."}}
+                          .on(system));
     }
     if (!isInClaudeCode(home)) {
         const std::vector<std::string> arguments{
@@ -221,8 +226,12 @@ LinkResult connectClaudeCode(const std::string& home, const std::stop_token& sto
             return std::unexpected(std::move(*problem));
         }
     }
-    return Words{"Conectado. Abre una sesión nueva y pregunta «¿qué ocupa espacio en mi Mac?».",
-                 "Connected. Start a new session and ask “what's taking up space on my Mac?”."}
+    return lumo::SystemWords{
+        .macos = {"Conectado. Abre una sesión nueva y pregunta «¿qué ocupa espacio en mi Mac?».",
+                  "Connected. Start a new session and ask “what's taking up space on my Mac?”."},
+        .linux = {"Conectado. Abre una sesión nueva y pregunta «¿qué ocupa espacio en mi disco?».",
+                  "Connected. Start a new session and ask “what's taking up space on my disk?”."}}
+        .on(system)
         .in();
 }
 

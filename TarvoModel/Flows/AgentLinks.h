@@ -1,5 +1,7 @@
 #pragma once
 
+#include "LumoCore/Basics/System.h"
+
 #include <chrono>
 #include <expected>
 #include <optional>
@@ -54,7 +56,8 @@ inline constexpr std::chrono::milliseconds usualPatience = std::chrono::seconds(
 /// Adds or removes the server through Claude Code's own command line and waits for it; to be called on a
 /// background thread. Adding one that is there runs nothing. A requested stop ends the command.
 LinkResult connectClaudeCode(const std::string& home, const std::stop_token& stop = {},
-                             std::chrono::milliseconds patience = usualPatience);
+                             std::chrono::milliseconds patience = usualPatience,
+                             lumo::System system = lumo::currentSystem());
 LinkResult disconnectClaudeCode(const std::string& home, const std::stop_token& stop = {},
                                 std::chrono::milliseconds patience = usualPatience);
 

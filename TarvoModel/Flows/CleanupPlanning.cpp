@@ -27,6 +27,7 @@ lumo::CleanupOptions optionsOf(const PlanRequest& request, const Preferences& pr
     options.include = request.include;
     options.only = request.only;
     options.includeActiveDependencies = request.includesActiveDependencies;
+    options.recentProjectHint = request.recentProjectHint;
     options.activeProjectDays = request.activeDays.value_or(preferences.value(preference::activeProjectDays));
     options.protectedFolders = request.protectedFolders ? pathsMeant(*request.protectedFolders, desk.home)
                                                         : protectedFolders(preferences, desk.home);

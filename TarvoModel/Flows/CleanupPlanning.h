@@ -35,6 +35,8 @@ struct PlanRequest {
     std::set<std::string> include = {};
     std::optional<std::set<std::string>> only = {};
     bool includesActiveDependencies = false;
+    /// How the asker would include them, in the asker's own words; absent for the command's.
+    std::optional<std::string> recentProjectHint = {};
     std::optional<std::int64_t> activeDays = {};
     /// As somebody wrote them.
     std::optional<std::vector<std::string>> protectedFolders = {};

@@ -64,7 +64,8 @@ inline constexpr PreferenceKey<bool> showInMenuBar{
     {.key = "barraDeMenus",
      .kind = PreferenceKind::boolean,
      .standard = true,
-     .meaning = {"icono en la barra de menús", "icon in the menu bar"}}};
+     .meaning = {"icono que queda a la vista con la ventana cerrada",
+                 "icon that stays in sight while the window is closed"}}};
 inline constexpr PreferenceKey<std::int64_t> lowSpaceGB{
     {.key = "avisoGB",
      .kind = PreferenceKind::integer,
@@ -80,14 +81,14 @@ inline constexpr PreferenceKey<bool> autoCleanWeekly{
     {.key = "limpiezaSemanal",
      .kind = PreferenceKind::boolean,
      .standard = false,
-     .meaning = {"limpiar cada semana lo que se recrea solo", "clean weekly what recreates itself"}}};
+     .meaning = {"limpiar cada semana lo que se regenera solo", "clean weekly what recreates itself"}}};
 inline constexpr PreferenceKey<std::int64_t> activeProjectDays{
     {.key = "diasProyectoActivo",
      .kind = PreferenceKind::integer,
      .standard = std::int64_t{30},
      .most = 36500,
-     .meaning = {"días que un proyecto sigue activo tras un cambio",
-                 "days a project stays active after a change"}}};
+     .meaning = {"días tras un cambio en los que no se tocan las dependencias de un proyecto",
+                 "days after a change in which a project's dependencies are left alone"}}};
 inline constexpr PreferenceKey<std::vector<std::string>> protectedFolders{
     {.key = "carpetasProtegidas",
      .kind = PreferenceKind::folders,

@@ -118,13 +118,20 @@ std::string unreadableHoldingText(const lumo::platform::SystemError& error, Lang
         .in(language, lumo::reasonText(error, language));
 }
 
-std::string restoredText(const lumo::TrashOperationResult& result, Language language) {
-    std::string restored = Words{"Recuperados ", "Restored "}.in(language) + std::to_string(result.done) +
-                           Words{" elementos de lo apartado", " items from Recently Cleaned"}.in(language);
+std::string restoredText(const lumo::TrashOperationResult& result, Language language, System system) {
+    constexpr Words restoredMany{"Recuperados {} elementos de lo apartado",
+                                 "Restored {} items from Recently Cleaned"};
+    constexpr Words failedMany{" · {} no se pudieron recuperar: {}", " · {} couldn't be restored: {}"};
+    constexpr SystemWords restoredOne{
+        .macos = restoredMany,
+        .linux = {"Recuperado {} elemento de lo apartado", "Restored {} item from Recently Cleaned"}};
+    constexpr SystemWords failedOne{
+        .macos = failedMany, .linux = {" · {} no se pudo recuperar: {}", " · {} couldn't be restored: {}"}};
+    std::string restored =
+        (result.done == 1 ? restoredOne.on(system) : restoredMany).in(language, result.done);
     if (!result.failures.empty()) {
-        restored += " · " + std::to_string(result.failures.size()) +
-                    Words{" no se pudieron recuperar: ", " couldn't be restored: "}.in(language) +
-                    result.failures.front();
+        restored += (result.failures.size() == 1 ? failedOne.on(system) : failedMany)
+                        .in(language, result.failures.size(), result.failures.front());
     }
     return restored;
 }
@@ -139,10 +146,13 @@ std::string emptyExplanation(Language language) {
         .in(language);
 }
 
-std::string emptiedText(const lumo::Holding::Emptied& emptied, Language language) {
+std::string emptiedText(const lumo::Holding::Emptied& emptied, Language language, System system) {
     if (!emptied.failures.empty()) {
-        return Words{"Vaciado con ", "Emptied with "}.in(language) + std::to_string(emptied.failures.size()) +
-               Words{" errores: ", " errors: "}.in(language) + emptied.failures.front();
+        constexpr Words many{"Vaciado con {} errores: {}", "Emptied with {} errors: {}"};
+        constexpr SystemWords one{.macos = many,
+                                  .linux = {"Vaciado con {} error: {}", "Emptied with {} error: {}"}};
+        return (emptied.failures.size() == 1 ? one.on(system) : many)
+            .in(language, emptied.failures.size(), emptied.failures.front());
     }
     return Words{"Liberados ", "Freed "}.in(language) + string(emptied.freed, language) +
            Words{": lo apartado se ha borrado", ": Recently Cleaned was emptied"}.in(language);

@@ -60,13 +60,15 @@ std::string unreadableHoldingText(const lumo::platform::SystemError& error,
 
 /// The sentence after something was put back.
 std::string restoredText(const lumo::TrashOperationResult& result,
-                         lumo::Language language = lumo::currentLanguage());
+                         lumo::Language language = lumo::currentLanguage(),
+                         lumo::System system = lumo::currentSystem());
 
 /// The question before the holding area is emptied, what that means, and the sentence afterwards.
 std::string emptyQuestion(lumo::Language language = lumo::currentLanguage());
 std::string emptyExplanation(lumo::Language language = lumo::currentLanguage());
 std::string emptiedText(const lumo::Holding::Emptied& emptied,
-                        lumo::Language language = lumo::currentLanguage());
+                        lumo::Language language = lumo::currentLanguage(),
+                        lumo::System system = lumo::currentSystem());
 
 /// What the button does that asks for the confirmation, and what the one in it does: as much as the selection
 /// allows to say, with the keys of the system.

@@ -14,6 +14,7 @@
 
 namespace tarvo::DemoDisk {
 
+using lumo::System;
 using lumo::FolderContents::Item;
 using lumo::FolderContents::Listing;
 
@@ -26,23 +27,28 @@ struct Spot {
     std::span<const PartRow> parts = {}; ///< None for a file.
 };
 
-std::span<const PartRow> partsOf(std::string_view key) {
-    const auto row = std::ranges::find(folderRows(), key, &FolderRow::of);
-    return row == folderRows().end() ? std::span<const PartRow>() : std::span(row->parts);
+std::span<const PartRow> partsOf(std::string_view key, System system) {
+    const auto among = [&](std::span<const FolderRow> rows) {
+        const auto row = std::ranges::find(rows, key, &FolderRow::of);
+        return row == rows.end() ? std::span<const PartRow>() : std::span(row->parts);
+    };
+    const std::span<const PartRow> own =
+        system == System::linux ? among(linuxFolderRows()) : std::span<const PartRow>();
+    return own.empty() ? among(macFolderRows()) : own;
 }
 
 bool isFileName(std::string_view path) {
-    static constexpr auto endings =
-        std::to_array<std::string_view>({".dmg", ".iso", ".mov", ".png", ".raw", ".xip"});
+    static constexpr auto endings = std::to_array<std::string_view>(
+        {".deb", ".dmg", ".iso", ".mov", ".png", ".raw", ".webm", ".xip", ".xz"});
     return std::ranges::any_of(endings, [&](std::string_view ending) { return path.ends_with(ending); });
 }
 
-std::span<const PartRow> partsOf(const lumo::Finding& finding, std::string_view path) {
+std::span<const PartRow> partsOf(const lumo::Finding& finding, std::string_view path, System system) {
     if (isFileName(path)) {
         return {};
     }
-    const std::span<const PartRow> own = partsOf(finding.ruleID);
-    return own.empty() ? partsOf(lumo::nameOf(finding.category)) : own;
+    const std::span<const PartRow> own = partsOf(finding.ruleID, system);
+    return own.empty() ? partsOf(lumo::nameOf(finding.category), system) : own;
 }
 
 /// The bytes in whole blocks by the shares; the first gets what remains, so that they add up.
@@ -59,7 +65,7 @@ std::vector<std::int64_t> divided(std::int64_t bytes, const std::vector<int>& sh
     return pieces;
 }
 
-std::vector<Spot> spotsOf(const lumo::Finding& finding) {
+std::vector<Spot> spotsOf(const lumo::Finding& finding, System system) {
     // The first of several places has the most.
     std::vector<int> shares(finding.paths.size());
     std::iota(shares.rbegin(), shares.rend(), 1);
@@ -67,26 +73,27 @@ std::vector<Spot> spotsOf(const lumo::Finding& finding) {
     std::vector<Spot> spots;
     for (std::size_t index = 0; index < bytes.size(); ++index) {
         const std::string& path = finding.paths[index];
-        spots.push_back({path, bytes[index], partsOf(finding, path)});
+        spots.push_back({path, bytes[index], partsOf(finding, path, system)});
     }
     return spots;
 }
 
 /// Everything the report has a path of.
-std::vector<Spot> spots(lumo::Language language) {
-    const lumo::ScanReport found = report({}, language);
+std::vector<Spot> spots(lumo::Language language, System system) {
+    const lumo::ScanReport found = report({}, language, system);
     std::vector<Spot> spots;
     for (const lumo::Finding& finding : found.findings) {
-        std::ranges::move(spotsOf(finding), std::back_inserter(spots));
+        std::ranges::move(spotsOf(finding, system), std::back_inserter(spots));
     }
     for (const lumo::ProjectReport& project : found.projects) {
         for (const lumo::ProjectArtifact& artifact : project.artifacts) {
-            spots.push_back({artifact.paths.front(), artifact.usage.allocatedBytes, partsOf(artifact.name)});
+            spots.push_back(
+                {artifact.paths.front(), artifact.usage.allocatedBytes, partsOf(artifact.name, system)});
         }
     }
     for (const lumo::UnclassifiedItem& item : found.unclassified) {
-        spots.push_back(
-            {item.path, item.usage.allocatedBytes, partsOf(lumo::abbreviated(item.path, std::string(home)))});
+        spots.push_back({item.path, item.usage.allocatedBytes,
+                         partsOf(lumo::abbreviated(item.path, found.home), system)});
     }
     return spots;
 }
@@ -132,16 +139,16 @@ std::vector<Item> itemsOf(const std::vector<Spot>& spots, int levels) {
 
 } // namespace
 
-Listing contents(const std::string& path, lumo::Language language) {
-    const std::optional<Spot> spot = spotAt(path, spots(language));
+Listing contents(const std::string& path, lumo::Language language, System system) {
+    const std::optional<Spot> spot = spotAt(path, spots(language, system));
     return {.items = spot ? itemsOf(inside(*spot), 2) : std::vector<Item>(), .paths = {path}, .skipped = {}};
 }
 
-Listing contents(const std::vector<std::string>& paths, lumo::Language language) {
+Listing contents(const std::vector<std::string>& paths, lumo::Language language, System system) {
     if (paths.size() == 1) {
-        return contents(paths.front(), language);
+        return contents(paths.front(), language, system);
     }
-    const std::vector<Spot> all = spots(language);
+    const std::vector<Spot> all = spots(language, system);
     std::vector<Spot> listed;
     for (const std::string& path : paths) {
         if (std::optional<Spot> spot = spotAt(path, all)) {
@@ -155,14 +162,14 @@ Listing contents(const std::vector<std::string>& paths, lumo::Language language)
     return listing;
 }
 
-lumo::FolderEvidence evidence(const std::string& path, lumo::Language language) {
+lumo::FolderEvidence evidence(const std::string& path, lumo::Language language, System system) {
     constexpr std::size_t mostEntries = 8;
     constexpr std::int64_t bytesOfFile = 400000;
     lumo::FolderEvidence evidence;
     evidence.path = path;
-    evidence.displayPath = lumo::abbreviated(path, home);
-    evidence.location = lumo::folderLocation(path, std::string(home));
-    for (const Item& item : contents(path, language).items) {
+    evidence.displayPath = lumo::abbreviated(path, home(system));
+    evidence.location = lumo::folderLocation(path, home(system));
+    for (const Item& item : contents(path, language, system).items) {
         evidence.usage.allocatedBytes += item.bytes;
         if (evidence.largestEntries.size() < mostEntries) {
             evidence.largestEntries.push_back(
@@ -170,10 +177,15 @@ lumo::FolderEvidence evidence(const std::string& path, lumo::Language language) 
         }
     }
     evidence.usage.fileCount = evidence.usage.allocatedBytes / bytesOfFile;
-    const auto row = std::ranges::find(unclassifiedRows(), evidence.displayPath, &UnclassifiedRow::path);
-    if (row != unclassifiedRows().end() && row->explanation && !row->explanation->owner.empty()) {
+    const std::span<const UnclassifiedRow> rows = unclassifiedRows(system);
+    const auto row = std::ranges::find(rows, evidence.displayPath, &UnclassifiedRow::path);
+    if (row != rows.end() && row->explanation && !row->explanation->owner.empty()) {
         const std::string owner(row->explanation->owner);
-        evidence.relatedApp = {.name = owner, .bundleID = {}, .path = "/Applications/" + owner + ".app"};
+        evidence.relatedApp = {.name = owner,
+                               .bundleID = {},
+                               .path = system == System::macos
+                                           ? "/Applications/" + owner + ".app"
+                                           : "/usr/share/applications/" + owner + ".desktop"};
     }
     return evidence;
 }

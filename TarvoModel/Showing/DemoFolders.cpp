@@ -5,7 +5,7 @@
 namespace tarvo::DemoDisk {
 
 // Made-up names that look like what such folders hold on a developer's machine.
-std::span<const FolderRow> folderRows() {
+std::span<const FolderRow> macFolderRows() {
     static const auto rows = std::to_array<FolderRow>({
         // By category.
         {"packageCache",

@@ -6,7 +6,7 @@ namespace tarvo::DemoDisk {
 
 using lumo::Safety;
 
-std::span<const FindingRow> findingRows() {
+std::span<const FindingRow> macFindingRows() {
     static const auto rows = std::to_array<FindingRow>({
         // What recreates itself.
         {.rule = "xcode-derived-data", .megabytes = 6430, .grown = 2340},
@@ -83,7 +83,7 @@ std::span<const FindingRow> findingRows() {
     return rows;
 }
 
-std::span<const ProjectRow> projectRows() {
+std::span<const ProjectRow> macProjectRows() {
     static const auto rows = std::to_array<ProjectRow>({
         {.name = {"Proyectos/analizador", "Projects/parser"},
          .ownMegabytes = 62,
@@ -109,7 +109,7 @@ std::span<const ProjectRow> projectRows() {
     return rows;
 }
 
-std::span<const UnclassifiedRow> unclassifiedRows() {
+std::span<const UnclassifiedRow> macUnclassifiedRows() {
     static const auto rows = std::to_array<UnclassifiedRow>({
         {.path = "~/Virtual Machines.localized",
          .megabytes = 26400,

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "LumoCore/Basics/System.h"
 #include "LumoCore/Basics/Words.h"
+#include "LumoCore/Explaining/FreeingAction.h"
 #include "LumoCore/Rules/Rule.h"
 
 #include <cstdint>
@@ -9,7 +11,8 @@
 #include <string_view>
 #include <vector>
 
-/// What the made-up Mac consists of: one row a thing, sizes in megabytes, paths with "~" for the home folder.
+/// What the made-up computers consist of: one row a thing, sizes in megabytes, paths with "~" for the home
+/// folder.
 namespace tarvo::DemoDisk {
 
 using lumo::Words;
@@ -36,12 +39,13 @@ struct ProjectRow {
 
 /// What an explanation says.
 struct ExplanationRow {
-    Words whatItIs;
-    std::string_view owner; ///< Empty when nobody knows.
+    Words whatItIs = {};         ///< Without it the rule of thumb says all of it, from what is in the folder.
+    std::string_view owner = {}; ///< Empty when nobody knows.
     lumo::Safety safety = lumo::Safety::review;
-    std::optional<lumo::Safety> suggested; ///< By a model; absent when it was a rule of thumb.
-    Words reason;
-    Words howToFree;
+    std::optional<lumo::Safety> suggested = {}; ///< By a model; absent when it was a rule of thumb.
+    Words reason = {};
+    Words howToFree = {};
+    std::optional<lumo::FreeingAction> action = {}; ///< That the model chose: says how to free, and the note.
     Words note = {};
 };
 
@@ -66,9 +70,25 @@ struct FolderRow {
     std::vector<PartRow> parts;
 };
 
-std::span<const FindingRow> findingRows();
-std::span<const ProjectRow> projectRows();
-std::span<const UnclassifiedRow> unclassifiedRows();
-std::span<const FolderRow> folderRows();
+/// Those of a Mac. Its folders are also what is shown of a Linux folder that has none of its own.
+std::span<const FindingRow> macFindingRows();
+std::span<const ProjectRow> macProjectRows();
+std::span<const UnclassifiedRow> macUnclassifiedRows();
+std::span<const FolderRow> macFolderRows();
+
+std::span<const FindingRow> linuxFindingRows();
+std::span<const ProjectRow> linuxProjectRows();
+std::span<const UnclassifiedRow> linuxUnclassifiedRows();
+std::span<const FolderRow> linuxFolderRows();
+
+inline std::span<const FindingRow> findingRows(lumo::System system) {
+    return system == lumo::System::macos ? macFindingRows() : linuxFindingRows();
+}
+inline std::span<const ProjectRow> projectRows(lumo::System system) {
+    return system == lumo::System::macos ? macProjectRows() : linuxProjectRows();
+}
+inline std::span<const UnclassifiedRow> unclassifiedRows(lumo::System system) {
+    return system == lumo::System::macos ? macUnclassifiedRows() : linuxUnclassifiedRows();
+}
 
 } // namespace tarvo::DemoDisk

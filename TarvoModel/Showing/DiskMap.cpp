@@ -19,10 +19,13 @@ using lumo::Words;
 namespace {
 
 /// The tile for all that has none of its own.
-Tile otherTile(std::size_t count, std::int64_t bytes, std::string detail, Language language) {
+Tile otherTile(std::size_t count, std::int64_t bytes, std::string detail, Language language,
+               lumo::System system) {
+    constexpr Words many{"Otros {} elementos", "{} other items"};
+    constexpr lumo::SystemWords one{.macos = many, .linux = {"Otro elemento", "1 other item"}};
     return {.id = std::string(TileID::others),
-            .label = Words{"Otros {} elementos", "{} other items"}.in(
-                language, lumo::ByteFormat::number(static_cast<double>(count), 0, language)),
+            .label = (count == 1 ? one.on(system) : many)
+                         .in(language, lumo::ByteFormat::number(static_cast<double>(count), 0, language)),
             .detail = std::move(detail),
             .bytes = bytes,
             .kind = Tile::Kind::rest,
@@ -38,12 +41,15 @@ std::int64_t totalOf(const std::vector<Row>& rows) {
 }
 
 void addWholeDisk(std::vector<Tile>& tiles, const lumo::VolumeInfo& volume, std::int64_t inRows,
-                  Language language) {
+                  Language language, lumo::System system) {
     tiles.push_back(
         {.id = std::string(TileID::restOfDisk),
          .label = Words{"Sistema, apps y tus archivos", "System, apps and your files"}.in(language),
-         .detail = Words{"macOS, aplicaciones y tus documentos: no se toca",
-                         "macOS, apps and your documents: not touched"}
+         .detail = lumo::SystemWords{.macos = {"macOS, aplicaciones y tus documentos: no se toca",
+                                               "macOS, apps and your documents: not touched"},
+                                     .linux = {"el sistema, las aplicaciones y tus documentos: no se toca",
+                                               "the system, applications and your documents: not touched"}}
+                       .on(system)
                        .in(language),
          .bytes = volume.totalBytes - volume.availableBytes - inRows,
          .kind = Tile::Kind::rest,
@@ -99,7 +105,7 @@ std::string infoText(const Tile& tile, Language language) {
 } // namespace
 
 std::vector<Tile> tiles(const std::vector<Row>& rows, const lumo::VolumeInfo& volume, bool isWholeDisk,
-                        Language language) {
+                        Language language, lumo::System system) {
     std::vector<Row> shown = rows;
     std::erase_if(shown, [](const Row& row) { return row.bytes < 1; });
     lumo::sortLargestFirst(shown, &Row::bytes);
@@ -123,16 +129,16 @@ std::vector<Tile> tiles(const std::vector<Row>& rows, const lumo::VolumeInfo& vo
                                   Words{"Lo más pequeño, junto: está en la lista",
                                         "The smallest items, together: they're in the list"}
                                       .in(language),
-                                  language));
+                                  language, system));
     }
     if (isWholeDisk) {
-        addWholeDisk(tiles, volume, totalOf(shown), language);
+        addWholeDisk(tiles, volume, totalOf(shown), language, system);
     }
     std::erase_if(tiles, [](const Tile& tile) { return tile.bytes < 1; });
     return tiles;
 }
 
-std::vector<Tile> tiles(const ZoomLevel& level, Language language) {
+std::vector<Tile> tiles(const ZoomLevel& level, Language language, lumo::System system) {
     std::int64_t total = 0;
     std::int64_t others = 0;
     for (std::size_t index = 0; index < level.items.size(); ++index) {
@@ -155,7 +161,7 @@ std::vector<Tile> tiles(const ZoomLevel& level, Language language) {
     if (level.items.size() > mostEntries) {
         tiles.push_back(otherTile(level.items.size() - mostEntries, others,
                                   Words{"Lo más pequeño, junto", "The smallest items, together"}.in(language),
-                                  language));
+                                  language, system));
     }
     return tiles;
 }

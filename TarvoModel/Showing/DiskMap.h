@@ -67,10 +67,12 @@ inline constexpr std::size_t mostEntries = 40;
 
 /// The tiles of the rows, largest first; with the whole disk also the rest of it and its free space.
 std::vector<Tile> tiles(const std::vector<Row>& rows, const lumo::VolumeInfo& volume, bool isWholeDisk,
-                        lumo::Language language = lumo::currentLanguage());
+                        lumo::Language language = lumo::currentLanguage(),
+                        lumo::System system = lumo::currentSystem());
 
 /// The tiles of a folder that was zoomed into.
-std::vector<Tile> tiles(const ZoomLevel& level, lumo::Language language = lumo::currentLanguage());
+std::vector<Tile> tiles(const ZoomLevel& level, lumo::Language language = lumo::currentLanguage(),
+                        lumo::System system = lumo::currentSystem());
 
 /// Where the tiles are on a map of that size, in their order.
 std::vector<Rect> layout(const std::vector<Tile>& tiles, double width, double height);

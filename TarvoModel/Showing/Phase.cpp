@@ -14,14 +14,19 @@ namespace {
 
 struct BusyText {
     Language language;
+    lumo::System system;
 
     std::optional<std::string> operator()(const phase::Idle&) const { return std::nullopt; }
     std::optional<std::string> operator()(const phase::Scanning&) const {
         return lumo::Words{"Analizando tu disco…", "Analyzing your disk…"}.in(language);
     }
     std::optional<std::string> operator()(const phase::ScanningFolders&) const {
-        return lumo::Words{"Buscando también en tus proyectos y Descargas… (macOS puede pedirte permiso)",
-                           "Also searching your projects and Downloads… (macOS may ask for permission)"}
+        return lumo::SystemWords{
+            .macos = {"Buscando también en tus proyectos y Descargas… (macOS puede pedirte permiso)",
+                      "Also searching your projects and Downloads… (macOS may ask for permission)"},
+            .linux = {"Buscando también en tus proyectos y Descargas…",
+                      "Also searching your projects and Downloads…"}}
+            .on(system)
             .in(language);
     }
     std::optional<std::string> operator()(const phase::Cleaning&) const {
@@ -49,8 +54,18 @@ bool maySelectSafe(const Phase& phase) {
     return isIdle(phase) || std::holds_alternative<phase::ScanningFolders>(phase);
 }
 
-std::optional<std::string> busyText(const Phase& phase, Language language) {
-    return std::visit(BusyText{language}, phase);
+std::optional<std::string> busyText(const Phase& phase, Language language, lumo::System system) {
+    return std::visit(BusyText{language, system}, phase);
+}
+
+std::string firstLook(Language language, lumo::System system) {
+    return lumo::SystemWords{
+        .macos = {"Primero miro lo que no necesita permisos; enseguida verás resultados.",
+                  "First I look at what doesn't need permission; you'll see results right away."},
+        .linux = {"Primero miro lo que se mide antes; enseguida verás resultados.",
+                  "First I look at what is quickly measured; you'll see results right away."}}
+        .on(system)
+        .in(language);
 }
 
 std::string idleText(const lumo::VolumeInfo& volume, double scanSeconds,

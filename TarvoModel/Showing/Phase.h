@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/System.h"
 #include "LumoCore/Scanning/ScanReport.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
 
@@ -55,7 +56,12 @@ bool isIdle(const Phase& phase);
 bool maySelectSafe(const Phase& phase);
 
 /// The status line while something is going on; absent when idle.
-std::optional<std::string> busyText(const Phase& phase, lumo::Language language = lumo::currentLanguage());
+std::optional<std::string> busyText(const Phase& phase, lumo::Language language = lumo::currentLanguage(),
+                                    lumo::System system = lumo::currentSystem());
+
+/// What is said besides while there is nothing to be seen yet.
+std::string firstLook(lumo::Language language = lumo::currentLanguage(),
+                      lumo::System system = lumo::currentSystem());
 
 /// The status line when idle: the free space and how long the scan took, or what the cleanup did that came
 /// after the last look. A volume whose size the system does not say goes unmentioned.

@@ -138,6 +138,11 @@ Preview previewOfSeveral(const std::vector<std::string>& paths, const lumo::File
 
 } // namespace
 
+std::string itemsText(std::int64_t count, lumo::Language language) {
+    return counted(count, lumo::Words{"1 elemento", "1 item"}.in(language),
+                   lumo::Words{"elementos", "items"}.in(language), language);
+}
+
 std::string filesText(std::int64_t count, lumo::Language language) {
     return counted(count, lumo::Words{"1 archivo", "1 file"}.in(language),
                    lumo::Words{"archivos", "files"}.in(language), language);

@@ -26,7 +26,8 @@ struct Preview {
     friend bool operator==(const Preview&, const Preview&) = default;
 };
 
-/// So many files, in words: "1 file", "1,234 files".
+/// So many items or files, in words: "1 file", "1,234 files".
+std::string itemsText(std::int64_t count, lumo::Language language = lumo::currentLanguage());
 std::string filesText(std::int64_t count, lumo::Language language = lumo::currentLanguage());
 
 /// How much of a text and how many entries a preview has at most.

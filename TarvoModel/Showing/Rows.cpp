@@ -124,7 +124,7 @@ RowGroup groupOf(Safety safety) {
 std::string groupTitle(RowGroup group, Language language) {
     switch (group) {
     case RowGroup::safe:
-        return lumo::Words{"Se recrea solo", "Recreates itself"}.in(language);
+        return lumo::Words{"Se regenera solo", "Recreates itself"}.in(language);
     case RowGroup::review:
         return lumo::Words{"Míralo antes", "Needs a look"}.in(language);
     case RowGroup::keep:

@@ -29,10 +29,14 @@ std::vector<Volume> otherVolumes(const std::vector<Volume>& mounted,
     return others;
 }
 
-std::string unreadableVolumeText(const Volume& volume, Language language) {
+std::string unreadableVolumeText(const Volume& volume, Language language, lumo::System system) {
     return lumo::Words{"No he podido leer ", "I couldn't read "}.in(language) + volume.name +
-           lumo::Words{". Si macOS pidió permiso para el disco, acéptalo y vuelve a probar.",
-                       ". If macOS asked for permission for the drive, allow it and try again."}
+           lumo::SystemWords{
+               .macos = {". Si macOS pidió permiso para el disco, acéptalo y vuelve a probar.",
+                         ". If macOS asked for permission for the drive, allow it and try again."},
+               .linux = {". Comprueba que sigue conectado y que tu usuario puede leerlo.",
+                         ". Check that it is still connected and that your user can read it."}}
+               .on(system)
                .in(language);
 }
 

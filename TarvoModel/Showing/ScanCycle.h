@@ -35,7 +35,8 @@ std::vector<Volume> otherVolumes(const std::vector<Volume>& mounted,
                                  std::span<const std::string_view> folders = lumo::platform::volumeFolders());
 
 /// What is said when nothing of a volume could be read.
-std::string unreadableVolumeText(const Volume& volume, lumo::Language language = lumo::currentLanguage());
+std::string unreadableVolumeText(const Volume& volume, lumo::Language language = lumo::currentLanguage(),
+                                 lumo::System system = lumo::currentSystem());
 
 /// What the button does that scans.
 std::string scanAgainHelp(lumo::Language language = lumo::currentLanguage(),

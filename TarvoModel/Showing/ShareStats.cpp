@@ -82,11 +82,14 @@ std::vector<std::int64_t> ShareStats::reachedMilestones() const {
     return reached;
 }
 
-std::string ShareStats::postText(Language language) const {
+std::string ShareStats::postText(Language language, lumo::System system) const {
     return lumo::Words{"Acabo de limpiar ", "Just cleaned up "}.in(language) +
            lumo::ByteFormat::string(freedBytes, language) +
-           lumo::Words{" de mi Mac con Tarvo AI. Solo borra lo que se regenera solo.",
-                       " on my Mac with Tarvo AI. It only deletes what recreates itself."}
+           lumo::SystemWords{.macos = {" de mi Mac con Tarvo AI. Solo borra lo que se regenera solo.",
+                                       " on my Mac with Tarvo AI. It only deletes what recreates itself."},
+                             .linux = {" de mi disco con Tarvo AI. Solo borra lo que se regenera solo.",
+                                       " on my disk with Tarvo AI. It only deletes what recreates itself."}}
+               .on(system)
                .in(language);
 }
 

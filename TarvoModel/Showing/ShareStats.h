@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/Date.h"
 #include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/System.h"
 #include "LumoCore/Cleanup/CleanupOutcome.h"
 #include "LumoCore/Rules/Rule.h"
 
@@ -56,7 +57,8 @@ struct ShareStats {
     [[nodiscard]] std::vector<std::int64_t> reachedMilestones() const;
 
     /// What a post says.
-    [[nodiscard]] std::string postText(lumo::Language language = lumo::currentLanguage()) const;
+    [[nodiscard]] std::string postText(lumo::Language language = lumo::currentLanguage(),
+                                       lumo::System system = lumo::currentSystem()) const;
 
     friend bool operator==(const ShareStats&, const ShareStats&) = default;
 };

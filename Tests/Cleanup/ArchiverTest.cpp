@@ -67,10 +67,17 @@ TEST(Archiver, RefusesWhatArchivingWouldBreakAndSaysWhy) {
         {home.path("Downloads/film.mp4"), ""},
         {home.path("Documents/Library"), ""}};
     for (const auto& [path, reason] : rows) {
-        EXPECT_EQ(Archiver::refusal(path, home.root(), Language::es).value_or(""), reason) << path;
+        EXPECT_EQ(Archiver::refusal(path, home.root(), Language::es, System::macos).value_or(""), reason)
+            << path;
     }
-    EXPECT_EQ(Archiver::refusal(home.path("Music"), home.root(), Language::en).value_or(""),
+    // On Linux a person's own folder was called one of macOS, and Videos and Escritorio were none of them.
+    EXPECT_EQ(Archiver::refusal(home.path("Music"), home.root(), Language::en, System::macos).value_or(""),
               "“Music” is a macOS folder: pick one inside it.");
+    EXPECT_EQ(Archiver::refusal(home.path("Videos"), home.root(), Language::en, System::linux).value_or(""),
+              "“Videos” is one of your main folders: pick one inside it.");
+    home.files().fileWith(".config/user-dirs.dirs", "XDG_DESKTOP_DIR=\"$HOME/Escritorio\"\n");
+    EXPECT_TRUE(Archiver::refusal(home.path("Escritorio"), home.root(), Language::en, System::linux));
+    EXPECT_FALSE(Archiver::refusal(home.path("Escritorio/x"), home.root(), Language::en, System::linux));
     // Behind a link in the home, and in a home behind a link, none of this was seen.
     home.files().folders({"Library/Application Support/x", ".ssh", "Pictures/P.photoslibrary/originals"});
     home.files().link("misc", "Library/Application Support");

@@ -44,6 +44,24 @@ void isOneComplaint(const Ran& ran, int exitCode) {
 
 } // namespace
 
+TEST(Command, NamesTheWordsThatOthersTakeAndSaysWhatIsSetAside) {
+    // Nothing but the JSON had the words that --include takes, and what a cleanup sets aside was "deleted".
+    const TempHome home;
+    home.file(".cache/uv/wheel", 3000000);
+    home.file(".cache/whisper/model.pt", 3000000);
+    home.file("code/app/package.json", 100);
+    home.file("code/app/node_modules/m.js", 3000000);
+    const std::string shown = runTarvo(home, {"scan", "--ids"}).output;
+    for (const std::string id : {"uv-cache", "whisper", "proyecto:code/app/node_modules"}) {
+        EXPECT_THAT(shown, HasSubstr("  " + id + "\n"));
+        EXPECT_EQ(runTarvo(home, {"plan", "--include", id}).exitCode, 0) << id;
+    }
+    EXPECT_THAT(runTarvo(home, {"scan"}).output, Not(HasSubstr("uv-cache")));
+    EXPECT_THAT(
+        runTarvo(home, {"rules"}).output,
+        AllOf(HasSubstr("su contenido se aparta 7 días, no se borra"), HasSubstr("se borra su contenido")));
+}
+
 TEST(Command, RunsUnderBothNamesInEitherLanguageAndWritesNoEscapeSequencesIntoAPipe) {
     const TempHome home;
     furnish(home);
@@ -90,10 +108,10 @@ TEST(Command, SpeaksTheLanguageOfTheOptionThenOfTheVariableThenOfTheLocale) {
     const TempHome home;
     using Case = std::tuple<Arguments, Arguments, const char*>;
     for (const auto& [words, environment, says] :
-         {Case{{"--idioma", "es", "rules"}, {"TARVO_IDIOMA=en"}, "SE RECREA SOLO"},
+         {Case{{"--idioma", "es", "rules"}, {"TARVO_IDIOMA=en"}, "SE REGENERA SOLO"},
           Case{{"rules"}, {"TARVO_IDIOMA=en", "LANG=es_ES.UTF-8"}, "RECREATES ITSELF"},
-          Case{{"rules"}, {"TARVO_IDIOMA=fr", "LANG=es_MX.UTF-8"}, "SE RECREA SOLO"},
-          Case{{"rules"}, {"LANG=de_DE.UTF-8", "LANGUAGE=es:de"}, "SE RECREA SOLO"},
+          Case{{"rules"}, {"TARVO_IDIOMA=fr", "LANG=es_MX.UTF-8"}, "SE REGENERA SOLO"},
+          Case{{"rules"}, {"LANG=de_DE.UTF-8", "LANGUAGE=es:de"}, "SE REGENERA SOLO"},
           Case{{"rules"}, {"LANG=es_ES.UTF-8", "LC_ALL=C"}, "RECREATES ITSELF"},
           Case{{"frobnicate", "--idioma", "es"}, {}, "no entiendo"}}) {
         const Ran ran = runTarvo(home, words, environment);

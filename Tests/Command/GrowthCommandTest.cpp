@@ -53,11 +53,16 @@ TEST(GrowthCommand, SaysWhyThereIsNothingToCompareWith) {
     const TempHome home;
     const auto words = askAboutGrowth(home);
     EXPECT_EQ(jsonOf(home, words), json(R"({"items":[]})"));
+    // It said that nothing had grown, of which it knew nothing, and not when it would know.
     EXPECT_THAT(runTarvo(home, words).output,
-                StartsWith("Nada ha crecido más de 200 MB.\nEs el primer análisis: "));
+                AllOf(StartsWith("Aún no hay un análisis guardado"), HasSubstr("desde el siguiente se ve")));
     EXPECT_FALSE(std::filesystem::exists(home.path("Library")));
+    const TempHome scanned;
+    const auto now = askAboutGrowth(scanned);
+    store(scanned, std::chrono::hours(0), 1);
+    EXPECT_THAT(runTarvo(scanned, now, {"TARVO_IDIOMA=en"}).output, HasSubstr("in a minute"));
     home.folder("Library/Application Support/TarvoAI/instantaneas.json");
     EXPECT_EQ(jsonOf(home, words), json(R"({"items":[]})"));
     EXPECT_THAT(runTarvo(home, words, {"TARVO_IDIOMA=en"}).output,
-                AllOf(HasSubstr("instantaneas.json could not be read: "), Not(HasSubstr("first"))));
+                AllOf(HasSubstr("instantaneas.json could not be read: "), Not(HasSubstr("yet"))));
 }

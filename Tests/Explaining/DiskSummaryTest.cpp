@@ -5,6 +5,7 @@
 
 using namespace lumo;
 using testing::ElementsAre;
+using testing::HasSubstr;
 
 namespace {
 
@@ -67,10 +68,14 @@ TEST(DiskSummary, WordsTheTemplateByTheLargestPartAndTheFirstThingToReview) {
               "Puedes recuperar 17,9 GB sin riesgo, sobre todo 9,4 GB en cachés de herramientas de "
               "desarrollo. Lo más grande para revisar es Docker (22,0 GB).");
     EXPECT_EQ(spanish(report({})), "Puedes recuperar 17,9 GB sin riesgo.");
-    EXPECT_EQ(DiskSummary::templateText(report({}, {project(30, 1000000, 1000000)}), 5000000, now,
-                                        Language::en), // Of two equal parts the first.
+    const auto single = [&](System system) { // Of two equal parts the first.
+        return DiskSummary::templateText(report({}, {project(30, 1000000, 1000000)}), 5000000, now,
+                                         Language::en, system);
+    };
+    EXPECT_EQ(single(System::macos),
               "You can recover 5 MB with no risk, mostly 1 MB in dependencies of 1 projects you haven't "
               "touched in a month.");
+    EXPECT_THAT(single(System::linux), HasSubstr(" of 1 project you haven't "));
     ProjectReport ageless = project(30, 900000000, 1);
     ageless.lastCodeChange.reset();
     // Changed 29 days ago, too little to name, and nobody knows when.

@@ -192,13 +192,24 @@ TEST(FreeingAction, IsAdvisedInOneSentence) {
           {leaveAlone, App::related, "Leave it: Foo Bar is using it."},
           {leaveAlone, App::none, "Leave it: the tool that created it is using it."}}) {
         const FolderEvidence given = evidence("x", FolderLocation::applicationSupport, app);
-        EXPECT_THAT(advice(action, given, Language::en), StartsWith(en));
-        EXPECT_NE(advice(action, given, Language::es), advice(action, given, Language::en));
+        EXPECT_THAT(advice(action, given, Language::en, System::macos), StartsWith(en));
+        EXPECT_NE(advice(action, given, Language::es, System::macos),
+                  advice(action, given, Language::en, System::macos));
         // These two come before the action, and the first before the second.
         EXPECT_EQ(advice(action, evidence("x", FolderLocation::caches, App::none), Language::es),
                   "Se puede vaciar: la app que la creó la vuelve a generar.");
-        EXPECT_EQ(advice(action, evidence("com.apple.x", FolderLocation::caches, App::none), Language::en),
+        EXPECT_EQ(advice(action, evidence("com.apple.x", FolderLocation::caches, App::none), Language::en,
+                         System::macos),
                   "Leave it: macOS manages it.");
+    }
+    // Where nothing but a name was known, the advice was to delete the whole folder: also ~/.ssh.
+    for (const FreeingAction action : {clearFromApp, uninstallTool, deleteIfUnused, reviewContents}) {
+        for (const App app : {App::none, App::related}) {
+            const FolderEvidence given = evidence("com.apple.x", FolderLocation::hiddenHome, app);
+            const std::string said = advice(action, given, Language::en, System::linux);
+            EXPECT_THAT(said, AnyOf(HasSubstr("before deleting"), StartsWith("If Foo Bar has an option")))
+                << said;
+        }
     }
     FolderEvidence filled = evidence("x", FolderLocation::other, App::none);
     filled.largestEntries = {{"a", 16000000000}, {"b", 500000}, {"c", 1}};

@@ -66,8 +66,8 @@ std::string desktopEntry(const std::string& lines) {
     return "[Desktop Entry]\nType=Application\n" + lines;
 }
 
-std::optional<DesktopEntry> parse(const std::string& text) {
-    return parseDesktopEntry(text, "id", "/path");
+std::optional<DesktopEntry> parse(const std::string& text, Language language = Language::es) {
+    return parseDesktopEntry(text, "id", "/path", language);
 }
 
 std::vector<Rule> cacheRules(const TempHome& home, const std::string& identifier,
@@ -182,6 +182,10 @@ TEST(DesktopEntry, IsAnApplicationThatTheUserSees) {
         parse("# comment\n[Other]\nName=No\n\n[Desktop Entry]\r\nType = Application\nName= El Zorro \n"
               "Name[en]=The Fox\nName=Second\nExec=/usr/bin/zorro %U\n[Desktop Action x]\nHidden=true\n");
     EXPECT_EQ(entry, (DesktopEntry{"id", "El Zorro", "/path", "zorro"}));
+    // A person read "Files" in a Spanish window, though the entry has a Spanish name.
+    const std::string files = desktopEntry("Name=Files\nName[de]=Dateien\nName[es]=Archivos\n");
+    EXPECT_EQ(parse(files)->name, "Archivos");
+    EXPECT_EQ(parse(files, Language::en)->name, "Files");
     for (const std::string& text :
          {desktopEntry("Exec=x"), desktopEntry("Name=x\nHidden=true"), desktopEntry("Name=x\nNoDisplay=true"),
           std::string("[Desktop Entry]\nType=Link\nName=x"), std::string("Type=Application\nName=x"),

@@ -212,6 +212,12 @@ TEST(Tools, KeepToTheirOutputSchemas) {
         ASSERT_TRUE(answer.structured) << name << " " << answer.text;
         EXPECT_EQ(faultOf(*answer.structured, agent.tool(name).output), "") << name;
     }
+    // The plan told agents of an option of the command, which their tool has not.
+    home.file("app/package.json", 10);
+    home.file("app/node_modules/x", 3000000);
+    Agent another(home);
+    EXPECT_THAT(lumo::dumpJson(*another.call("propose_cleanup", "{}").structured, lumo::JsonLayout::line),
+                HasSubstr("(include it with dependencies: true)"));
     const std::string question = "¿Tiene atajos de teclado?"; // In the other language, too.
     EXPECT_EQ(*agent.call("help", "{\"question\":\"" + question + "\"}").structured,
               lumo::encode(tarvo::answerTo(question, {}).answer));

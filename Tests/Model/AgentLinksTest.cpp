@@ -52,8 +52,10 @@ TEST(AgentLinks, FindTheServerOnlyInSettingsThatHaveItUnderItsName) {
 
 TEST(AgentLinks, FindTheHighestVersionThatCanBeRunUnlessAUsualPlaceHasOne) {
     const TempHome home;
-    EXPECT_THAT(messageOf(connectClaudeCode(home.path())),
+    EXPECT_THAT(messageOf(connectClaudeCode(home.path(), {}, usualPatience, lumo::System::macos)),
                 StartsWith("I can't find Claude Code on this Mac."));
+    EXPECT_THAT(messageOf(connectClaudeCode(home.path(), {}, usualPatience, lumo::System::linux)),
+                StartsWith("I can't find Claude Code on this computer."));
     EXPECT_EQ(messageOf(disconnectClaudeCode(home.path())), "I can't find Claude Code.");
     for (const char* version : {"2.1.9", "2.1.10", "x3"}) {
         install(home, folder + "claude-code/" + version + "/claude.app/Contents/MacOS/claude", "");
@@ -70,7 +72,7 @@ TEST(AgentLinks, FindTheHighestVersionThatCanBeRunUnlessAUsualPlaceHasOne) {
 TEST(AgentLinks, AreMadeByClaudeCodeForTheHomeThatIsMeant) {
     const TempHome home;
     install(home, ".local/bin/claude", "");
-    EXPECT_EQ(messageOf(connectClaudeCode(home.path())),
+    EXPECT_EQ(messageOf(connectClaudeCode(home.path(), {}, usualPatience, lumo::System::macos)),
               "done: Connected. Start a new session and ask “what's taking up space on my Mac?”.");
     EXPECT_EQ(messageOf(disconnectClaudeCode(home.path())), "done: Disconnected.");
     const std::string calls = home.path() + "\nmcp\nadd\n--scope\nuser\ntarvo-ai\n--\n" + serverExecutable() +

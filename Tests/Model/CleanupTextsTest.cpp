@@ -37,7 +37,13 @@ TEST(CleanupTexts, TellWhatWasDoneAndTheFirstFailure) {
     EXPECT_EQ(restoredText({.done = 2, .failures = {"a: x", "b: y"}}, Language::en),
               "Restored 2 items from Recently Cleaned · 2 couldn't be restored: a: x");
     EXPECT_EQ(emptiedText({.freed = 3000000}, Language::en), "Freed 3 MB: Recently Cleaned was emptied");
-    EXPECT_EQ(emptiedText({.freed = 1, .failures = {"a: x"}}, Language::es), "Vaciado con 1 errores: a: x");
+    EXPECT_EQ(emptiedText({.freed = 1, .failures = {"a: x"}}, Language::es, System::macos),
+              "Vaciado con 1 errores: a: x");
+    // One was spoken of as of several.
+    EXPECT_EQ(emptiedText({.freed = 1, .failures = {"a: x"}}, Language::es, System::linux),
+              "Vaciado con 1 error: a: x");
+    EXPECT_EQ(restoredText({.done = 1, .failures = {"a: x"}}, Language::es, System::linux),
+              "Recuperado 1 elemento de lo apartado · 1 no se pudo recuperar: a: x");
 }
 
 TEST(CleanupTexts, TheHelpWarnsOfWhatCannotBeTakenBackFirst) {

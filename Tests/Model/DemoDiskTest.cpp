@@ -7,27 +7,40 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
+
 using lumo::Language;
+using lumo::System;
 using ::testing::SizeIs;
 using namespace tarvo;
 
 constexpr lumo::Date now{std::chrono::seconds(1790000000)};
 
+namespace {
+
+/// The made-up computers, as each language and system shows them.
+constexpr std::array shownAs{std::pair{Language::es, System::macos}, std::pair{Language::en, System::macos},
+                             std::pair{Language::es, System::linux}, std::pair{Language::en, System::linux}};
+
+} // namespace
+
 TEST(DemoDisk, HasSomethingOfEverythingAndFitsTheDisk) {
-    for (const Language language : {Language::es, Language::en}) {
-        const lumo::ScanReport report = DemoDisk::report(now, language);
+    // The only one was a Mac, with places and rules that Linux has not.
+    for (const auto& [language, system] : shownAs) {
+        const lumo::ScanReport report = DemoDisk::report(now, language, system);
         std::set<lumo::Category> categories;
         std::set<lumo::Safety> safeties;
         for (const lumo::Finding& finding : report.findings) {
             categories.insert(finding.category);
             safeties.insert(finding.safety);
             for (const std::string& path : finding.paths) {
-                EXPECT_TRUE(path.starts_with("/Users/demo/")) << path;
+                EXPECT_TRUE(path.starts_with(std::string(DemoDisk::home(system)) + "/")) << path;
             }
         }
         EXPECT_THAT(categories, SizeIs(9));
         EXPECT_THAT(safeties, SizeIs(3));
-        EXPECT_THAT(report.findings, SizeIs(45)) << "a row names a rule that there is not";
+        EXPECT_THAT(report.findings, SizeIs(system == System::macos ? 45 : 50))
+            << "a row names a rule that there is not";
         EXPECT_TRUE(std::ranges::is_sorted(report.findings, std::greater(),
                                            [](const auto& each) { return each.usage.allocatedBytes; }));
         std::int64_t used = 0;
@@ -40,7 +53,7 @@ TEST(DemoDisk, HasSomethingOfEverythingAndFitsTheDisk) {
 }
 
 TEST(DemoDisk, ShowsWhatIsHeldBackWhatGrewAndWhatIsSetAside) {
-    const lumo::ScanReport report = DemoDisk::report(now, Language::en);
+    const lumo::ScanReport report = DemoDisk::report(now, Language::en, System::macos);
     const auto entries = DemoDisk::entries(report, Language::en);
     const auto reasonOf = [&](std::string_view id) {
         return std::ranges::find(entries, id, [](const auto& each) { return each.action.id; })
@@ -52,18 +65,19 @@ TEST(DemoDisk, ShowsWhatIsHeldBackWhatGrewAndWhatIsSetAside) {
     EXPECT_GT(lumo::CleanupPlanner::safeRecoverableBytes(entries), 24000000000)
         << "the usual goal is reached";
 
-    for (const Language language : {Language::es, Language::en}) {
-        const lumo::ScanReport shown = DemoDisk::report(now, language);
-        const lumo::Growth growth = lumo::GrowthTracker::growthOf(shown, {DemoDisk::yesterday(shown)});
+    for (const auto& [language, system] : shownAs) {
+        const lumo::ScanReport shown = DemoDisk::report(now, language, system);
+        const lumo::Growth growth =
+            lumo::GrowthTracker::growthOf(shown, {DemoDisk::yesterday(shown, system)});
         EXPECT_EQ(growth.since, now - std::chrono::days(1));
         ASSERT_THAT(growth.items, SizeIs(6));
-        EXPECT_EQ(growth.items.front().id, "xcode-derived-data");
+        EXPECT_EQ(growth.items.front().id, system == System::macos ? "xcode-derived-data" : "go-build-cache");
+        EXPECT_EQ(DemoDisk::explanations(now, language, system).size() + 1, shown.unclassified.size());
     }
     const HeldTotals held = totalsOf(DemoDisk::held(now));
     EXPECT_EQ(held.bytes / 1000000, 3209);
     EXPECT_EQ(held.expiry, lumo::daysLater(now - std::chrono::days(5), 7));
     EXPECT_EQ(heldTitle(held, Language::en), "3.2 GB in Recently Cleaned");
-    EXPECT_EQ(DemoDisk::explanations(now).size() + 1, report.unclassified.size());
 
     const auto actions = selectedActions(defaultSelection(entries), entries);
     const CleanupSums sums = sumsOf(DemoDisk::outcomes(actions, now));
@@ -74,8 +88,8 @@ TEST(DemoDisk, ShowsWhatIsHeldBackWhatGrewAndWhatIsSetAside) {
 namespace {
 
 /// Checks the listing of a folder and, one after another, of the folders in it.
-void expectWholeListing(const std::string& path, std::int64_t bytes, Language language) {
-    const auto listing = DemoDisk::contents(path, language);
+void expectWholeListing(const std::string& path, std::int64_t bytes, Language language, System system) {
+    const auto listing = DemoDisk::contents(path, language, system);
     std::int64_t sum = 0;
     std::set<std::string> names;
     for (const auto& item : listing.items) {
@@ -85,7 +99,7 @@ void expectWholeListing(const std::string& path, std::int64_t bytes, Language la
         EXPECT_GT(item.bytes, 0) << item.path;
         EXPECT_NE(item.isDirectory, item.children.empty()) << item.path;
         if (item.isDirectory) {
-            expectWholeListing(item.path, item.bytes, language);
+            expectWholeListing(item.path, item.bytes, language, system);
         }
     }
     EXPECT_EQ(sum, bytes) << path;
@@ -95,12 +109,12 @@ void expectWholeListing(const std::string& path, std::int64_t bytes, Language la
 } // namespace
 
 TEST(DemoDisk, ShowsWhatIsInItsFolders) {
-    for (const Language language : {Language::es, Language::en}) {
-        const lumo::ScanReport report = DemoDisk::report(now, language);
+    for (const auto& [language, system] : shownAs) {
+        const lumo::ScanReport report = DemoDisk::report(now, language, system);
         for (const lumo::Finding& finding : report.findings) {
-            const auto listing = DemoDisk::contents(finding.paths, language);
+            const auto listing = DemoDisk::contents(finding.paths, language, system);
             if (finding.paths.size() == 1 && !listing.items.empty()) {
-                expectWholeListing(finding.paths.front(), finding.usage.allocatedBytes, language);
+                expectWholeListing(finding.paths.front(), finding.usage.allocatedBytes, language, system);
                 continue;
             }
             std::int64_t sum = 0;
@@ -113,13 +127,14 @@ TEST(DemoDisk, ShowsWhatIsInItsFolders) {
         }
         for (const lumo::ProjectReport& project : report.projects) {
             for (const lumo::ProjectArtifact& artifact : project.artifacts) {
-                expectWholeListing(artifact.paths.front(), artifact.usage.allocatedBytes, language);
+                expectWholeListing(artifact.paths.front(), artifact.usage.allocatedBytes, language, system);
             }
         }
         for (const lumo::UnclassifiedItem& item : report.unclassified) {
-            expectWholeListing(item.path, item.usage.allocatedBytes, language);
+            expectWholeListing(item.path, item.usage.allocatedBytes, language, system);
         }
     }
     EXPECT_THAT(DemoDisk::contents("/etc").items, SizeIs(0));
-    EXPECT_THAT(DemoDisk::contents("/Users/demo/Downloads/Docker.dmg").items, SizeIs(0));
+    EXPECT_THAT(DemoDisk::contents("/Users/demo/Downloads/Docker.dmg", Language::en, System::macos).items,
+                SizeIs(0));
 }

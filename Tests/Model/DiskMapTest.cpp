@@ -88,10 +88,14 @@ TEST(Squarify, FillsThePlaceWithoutOverlapInProportionToTheValues) {
 
 TEST(DiskMap, HasATileForEachOfTheLargestRowsAndOneForTheRest) {
     EXPECT_THAT(DiskMap::tiles(rows(150), {}, false, Language::en), SizeIs(150));
-    const std::vector<Tile> more = DiskMap::tiles(rows(151), {}, false, Language::es);
+    const auto made = [](lumo::System system) {
+        return DiskMap::tiles(rows(151), {}, false, Language::es, system);
+    };
+    const std::vector<Tile> more = made(lumo::System::macos);
     ASSERT_EQ(more.size(), 151U);
     EXPECT_EQ(more.back().id, "_otros");
     EXPECT_EQ(more.back().label, "Otros 1 elementos");
+    EXPECT_EQ(made(lumo::System::linux).back().label, "Otro elemento");
     EXPECT_EQ(more.back().bytes, 10);
     EXPECT_THAT(DiskMap::tiles(rows(3, 0), {}, false, Language::en), IsEmpty());
     std::vector<Row> mixed = rows(2);
@@ -100,10 +104,16 @@ TEST(DiskMap, HasATileForEachOfTheLargestRowsAndOneForTheRest) {
 }
 
 TEST(DiskMap, ShowsTheRestOfTheDiskWhenAsked) {
-    const std::vector<Tile> whole = DiskMap::tiles(rows(1), {100, 30}, true, Language::en);
+    const auto made = [](lumo::System system) {
+        return DiskMap::tiles(rows(1), {100, 30}, true, Language::en, system);
+    };
+    const std::vector<Tile> whole = made(lumo::System::macos);
     ASSERT_EQ(whole.size(), 3U);
     EXPECT_EQ(whole[1].label, "System, apps and your files");
     EXPECT_EQ(whole[1].bytes, 60);
+    EXPECT_EQ(whole[1].detail, "macOS, apps and your documents: not touched");
+    EXPECT_EQ(made(lumo::System::linux)[1].detail,
+              "the system, applications and your documents: not touched");
     EXPECT_EQ(whole[2].kind, Tile::Kind::free);
     EXPECT_EQ(whole[2].bytes, 30);
     EXPECT_THAT(DiskMap::tiles(rows(1, 90), {100, 30}, true, Language::en), SizeIs(2)) << "more than is used";
@@ -119,7 +129,7 @@ TEST(DiskMap, DividesAFolderAmongItsEntries) {
                                .children = {},
                                .via = {}});
     }
-    const std::vector<Tile> tiles = DiskMap::tiles(level, Language::es);
+    const std::vector<Tile> tiles = DiskMap::tiles(level, Language::es, lumo::System::macos);
     ASSERT_EQ(tiles.size(), 41U);
     EXPECT_EQ(tiles[0].id, "dentro:/p0");
     EXPECT_EQ(tiles[0].detail, "96 % de Caja");

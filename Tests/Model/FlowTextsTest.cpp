@@ -24,12 +24,17 @@ lumo::CleanupOutcome outcome(std::string id, std::int64_t freed, std::int64_t tr
 
 TEST(Phase, SaysWhatIsGoingOn) {
     const auto said = [](const Phase& phase, Language language) {
-        return busyText(phase, language).value_or("-");
+        return busyText(phase, language, lumo::System::macos).value_or("-");
     };
     EXPECT_EQ(said(phase::Idle{}, Language::es), "-");
     EXPECT_EQ(said(phase::Scanning{}, Language::es), "Analizando tu disco…");
     EXPECT_EQ(said(phase::ScanningFolders{}, Language::en),
               "Also searching your projects and Downloads… (macOS may ask for permission)");
+    // On Linux nothing asks for permission, and the text said that macOS might.
+    EXPECT_EQ(busyText(phase::ScanningFolders{}, Language::es, lumo::System::linux),
+              "Buscando también en tus proyectos y Descargas…");
+    EXPECT_EQ(firstLook(Language::es, lumo::System::macos),
+              "Primero miro lo que no necesita permisos; enseguida verás resultados.");
     EXPECT_EQ(said(phase::Explaining{2, 5}, Language::es), "Explicando con IA 3 de 5…");
     EXPECT_EQ(said(phase::Archiving{"Fotos"}, Language::es),
               "Archivando «Fotos»: creando el .zip y comprobándolo…");
@@ -76,8 +81,10 @@ TEST(ShareStats, CelebrateFromHalfAGigabyteFreed) {
     EXPECT_FALSE(ShareStats{.freedBytes = 499999999}.isWorthCelebrating());
     const ShareStats half{.freedBytes = 500000000};
     EXPECT_TRUE(half.isWorthCelebrating());
-    EXPECT_EQ(half.postText(Language::es),
+    EXPECT_EQ(half.postText(Language::es, lumo::System::macos),
               "Acabo de limpiar 500 MB de mi Mac con Tarvo AI. Solo borra lo que se regenera solo.");
+    EXPECT_EQ(half.postText(Language::en, lumo::System::linux),
+              "Just cleaned up 500 MB on my disk with Tarvo AI. It only deletes what recreates itself.");
     const auto noon = lumo::dateFromStampText("20250304-120000");
     EXPECT_EQ(shareImagePath("/home/u", noon.value()), "/home/u/Desktop/TarvoAI-liberado-2025-03-04.png");
 }

@@ -155,6 +155,8 @@ TEST(ScanCycle, KnowsOtherDisksByWhereTheyAreMounted) {
     const auto in = [&](std::vector<std::string_view> folders) { return otherVolumes(mounted, folders); };
     EXPECT_EQ(in({"/Volumes"}), (std::vector<Volume>{mounted[4], mounted[1]}));
     EXPECT_EQ(in({"/media", "/run/media", "/mnt"}), (std::vector<Volume>{mounted[6], mounted[5]}));
-    EXPECT_EQ(unreadableVolumeText(mounted[1], Language::en),
+    EXPECT_EQ(unreadableVolumeText(mounted[1], Language::en, lumo::System::macos),
               "I couldn't read Tapes. If macOS asked for permission for the drive, allow it and try again.");
+    EXPECT_EQ(unreadableVolumeText(mounted[1], Language::en, lumo::System::linux),
+              "I couldn't read Tapes. Check that it is still connected and that your user can read it.");
 }

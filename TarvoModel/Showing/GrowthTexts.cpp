@@ -1,0 +1,26 @@
+#include "TarvoModel/Showing/GrowthTexts.h"
+
+#include "LumoCore/Basics/Words.h"
+
+namespace tarvo {
+
+using lumo::Words;
+
+std::string noBaselineText(const std::vector<lumo::DiskSnapshot>& stored, lumo::Language language) {
+    if (stored.empty()) {
+        return Words{"Aún no hay un análisis guardado con el que comparar. Cada análisis completo (con tarvo "
+                     "analizar o en la ventana) guarda lo que ocupa cada cosa: desde el siguiente se ve qué "
+                     "ha crecido.",
+                     "There is no stored scan to compare with yet. Each full scan (with tarvo scan or in the "
+                     "window) stores what everything takes: from the next one on you can see what grew."}
+            .in(language);
+    }
+    // A baseline is a minute old at least.
+    return Words{"El primer análisis se acaba de guardar: dentro de un minuto ya hay con qué comparar, y "
+                 "desde mañana se compara con el día anterior.",
+                 "The first scan has only just been stored: in a minute there is something to compare with, "
+                 "and from tomorrow on it is the day before."}
+        .in(language);
+}
+
+} // namespace tarvo
