@@ -12,15 +12,17 @@ Safety finalSafety(Safety suggested, const FolderEvidence& evidence) {
 }
 
 std::optional<std::string> note(Safety suggested, Safety final, const FolderEvidence& evidence,
-                                Language language) {
+                                Language language, System system) {
+    constexpr SystemWords cachesReturn{
+        .macos = {"macOS permite borrar las cachés: la app las regenera.",
+                  "macOS allows caches to be deleted: the app recreates them."},
+        .linux = {"Los programas vuelven a crear sus cachés.", "Programs recreate their caches."}};
     if (suggested == final) {
         return std::nullopt;
     }
     switch (final) {
     case Safety::safe:
-        return Words{"macOS permite borrar las cachés: la app las regenera.",
-                     "macOS allows caches to be deleted: the app recreates them."}
-            .in(language);
+        return cachesReturn.on(system).in(language);
     case Safety::review:
         return Words{"La IA lo cree seguro, pero no hay garantía: revísalo.",
                      "The AI thinks it's safe, but there's no guarantee: review it."}

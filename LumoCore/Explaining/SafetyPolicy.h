@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LumoCore/Basics/System.h"
 #include "LumoCore/Explaining/FolderEvidence.h"
 #include "LumoCore/Rules/Rule.h"
 
@@ -16,6 +17,6 @@ Safety finalSafety(Safety suggested, const FolderEvidence& evidence);
 
 /// Why the suggestion was overruled; absent when it was not, or when nothing is known to say.
 std::optional<std::string> note(Safety suggested, Safety final, const FolderEvidence& evidence,
-                                Language language = currentLanguage());
+                                Language language = currentLanguage(), System system = currentSystem());
 
 } // namespace lumo::SafetyPolicy

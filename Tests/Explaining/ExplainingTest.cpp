@@ -138,7 +138,8 @@ TEST(SafetyPolicy, LetsNoModelDecideThatSomethingIsSafe) {
           Case{FolderLocation::other, false, keep, keep, ""}}) {
         const FolderEvidence given = evidence(isApple ? "com.apple.x" : "x", location, App::none);
         EXPECT_EQ(SafetyPolicy::finalSafety(suggested, given), decided);
-        EXPECT_EQ(SafetyPolicy::note(suggested, decided, given, Language::en).value_or(""), note);
+        EXPECT_EQ(SafetyPolicy::note(suggested, decided, given, Language::en, System::macos).value_or(""),
+                  note);
     }
     const FolderEvidence given = evidence("x", FolderLocation::other, App::none);
     EXPECT_EQ(SafetyPolicy::note(safe, review, given, Language::es),
