@@ -5,7 +5,8 @@
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto explanations = lumo::explanationsIn(text(data, size));
     check(lumo::explanationsIn(lumo::bytesOf(explanations)) == explanations);
-    for (const auto& [path, explanation] : explanations) {
+    for (const auto& [path, cached] : explanations) {
+        const lumo::Explanation& explanation = cached.explanation;
         lumo::ExplanationCache cache("/nonexistent");
         cache.store(explanation);
         lumo::FolderEvidence evidence;

@@ -1,8 +1,12 @@
 #include "LumoAI/AIExplainer.h"
 
 #include "LumoAI/Instructions.h"
-#include "LumoCore/Explaining/FreeingAction.h"
+#include "LumoCore/Basics/Words.h"
+#include "LumoCore/Explaining/HeuristicExplainer.h"
+#include "LumoCore/Explaining/ModelGuard.h"
 #include "LumoCore/Explaining/SafetyPolicy.h"
+
+#include <algorithm>
 
 namespace lumo {
 
@@ -17,14 +21,19 @@ Safety safetyFrom(std::string_view risk) {
 
 } // namespace
 
+bool AIExplainer::isFitToShow(const Explanation& explanation, std::string_view evidence) {
+    return std::ranges::all_of(
+        std::initializer_list<std::string_view>{explanation.whatItIs, explanation.owner, explanation.reason,
+                                                explanation.howToFree},
+        [&](std::string_view text) { return ModelGuard::isFitToShow(text, evidence); });
+}
+
 Result<Explanation> AIExplainer::explain(const FolderEvidence& evidence, LanguageModel& model, Date now,
-                                         const std::stop_token& stop, Language language) {
+                                         const std::stop_token& stop, Language language, System system) {
     const AnswerSchema schema = folderAnswerSchema(language);
-    const Result<std::string> answer =
-        model.respond({.instructions = std::string(folderInstructions(language)),
-                       .prompt = evidence.promptDescription(now, language),
-                       .schema = schema},
-                      stop);
+    const std::string prompt = evidence.promptDescription(now, language);
+    const Result<std::string> answer = model.respond(
+        {.instructions = folderInstructions(language, system), .prompt = prompt, .schema = schema}, stop);
     if (!answer) {
         return std::unexpected(answer.error());
     }
@@ -36,17 +45,24 @@ Result<Explanation> AIExplainer::explain(const FolderEvidence& evidence, Languag
     const Safety suggested = safetyFrom((*values)[risk]);
     const Safety final = SafetyPolicy::finalSafety(suggested, evidence);
     const auto freeing = caseNamed<FreeingAction>((*values)[action]).value_or(FreeingAction::reviewContents);
-    return Explanation{.path = evidence.path,
-                       .sizeBytes = evidence.usage.allocatedBytes,
-                       .whatItIs = (*values)[whatItIs],
-                       .owner = (*values)[owner],
-                       .safety = final,
-                       .suggestedSafety = suggested != final ? std::optional(suggested) : std::nullopt,
-                       .reason = (*values)[reason],
-                       .howToFree = advice(freeing, evidence, language),
-                       .note = SafetyPolicy::note(suggested, final, evidence, language),
-                       .source = Explanation::Source::ai,
-                       .createdAt = now};
+    Explanation explanation{
+        .path = evidence.path,
+        .sizeBytes = evidence.usage.allocatedBytes,
+        .whatItIs = (*values)[whatItIs],
+        .owner = (*values)[owner].empty() ? Words{"desconocida", "unknown"}.in(language) : (*values)[owner],
+        .safety = final,
+        .suggestedSafety = suggested != final ? std::optional(suggested) : std::nullopt,
+        // What speaks for another safety than the final one would contradict it.
+        .reason = suggested == final ? (*values)[reason]
+                                     : HeuristicExplainer::explain(evidence, now, language, system).reason,
+        .howToFree = SafetyPolicy::advice(freeing, final, evidence, language, system),
+        .note = SafetyPolicy::note(suggested, final, evidence, language, system),
+        .source = Explanation::Source::ai,
+        .createdAt = now};
+    if (!isFitToShow(explanation, prompt)) {
+        return failure("the answer is empty, proposes commands or names figures that nobody measured");
+    }
+    return explanation;
 }
 
 } // namespace lumo

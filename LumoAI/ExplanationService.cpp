@@ -10,13 +10,22 @@ namespace lumo {
 
 namespace {
 
+/// What a model said of the folder lately, if that is still true of it.
+std::optional<Explanation> remembered(const ExplanationCache& cache, const FolderEvidence& evidence,
+                                      const ExplanationSettings& settings) {
+    std::optional<Explanation> kept = cache.lookup(evidence, settings.now, settings.language);
+    const std::string shown = evidence.promptDescription(settings.now, settings.language);
+    return kept && AIExplainer::isFitToShow(*kept, shown) ? kept : std::nullopt;
+}
+
 /// What the model says of the folder in time; absent when it fails.
 std::optional<Explanation> askModel(const FolderEvidence& evidence, LanguageModel& model,
                                     const ExplanationSettings& settings) {
     const auto explained = withTimeout(
         settings.modelTime,
         [&](const std::stop_token& stop) {
-            return AIExplainer::explain(evidence, model, settings.now, stop, settings.language);
+            return AIExplainer::explain(evidence, model, settings.now, stop, settings.language,
+                                        settings.system);
         },
         settings.watch.stop);
     return explained && *explained ? std::optional(**explained) : std::nullopt;
@@ -36,16 +45,16 @@ std::map<std::string, Explanation> ExplanationService::explain(const std::vector
     ExplanationCache cache = ExplanationCache::ofHome(settings.cacheHome);
     bool isCacheChanged = false;
     for (std::size_t index = 0; index < folders.size(); ++index) {
-        const FolderEvidence evidence = FolderEvidence::gather(folders[index], settings.home, settings.apps,
-                                                               settings.watch, settings.language);
+        const FolderEvidence evidence = FolderEvidence::gather(
+            folders[index], settings.home, settings.installed, settings.watch, settings.language);
         std::optional<Explanation> explanation = known.explain(evidence, settings.now, settings.language);
         if (!explanation) {
-            explanation = cache.lookup(evidence, settings.now);
+            explanation = remembered(cache, evidence, settings);
         }
         if (!explanation && isModelUsable) {
             explanation = askModel(evidence, model, settings);
             if (explanation) {
-                cache.store(*explanation);
+                cache.store(*explanation, settings.language);
                 isCacheChanged = true;
             }
         }
@@ -53,9 +62,9 @@ std::map<std::string, Explanation> ExplanationService::explain(const std::vector
             break;
         }
         explanations.insert_or_assign(
-            folders[index], explanation
-                                ? *explanation
-                                : HeuristicExplainer::explain(evidence, settings.now, settings.language));
+            folders[index], explanation ? *explanation
+                                        : HeuristicExplainer::explain(evidence, settings.now,
+                                                                      settings.language, settings.system));
         if (settings.progress) {
             settings.progress(index + 1, folders.size());
         }

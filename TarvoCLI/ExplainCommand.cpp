@@ -170,7 +170,7 @@ ExitCode runExplanations(const Folders& folders, const Invocation& invocation) {
                 folders.paths, model ? *model : static_cast<lumo::LanguageModel&>(none),
                 {.home = folders.home,
                  .cacheHome = invocation.home,
-                 .apps = lumo::InstalledApp::scan(folders.home),
+                 .installed = lumo::Installed::ofThisMachine(folders.home),
                  .now = lumo::platform::now(),
                  .progress = note,
                  .watch = watch});

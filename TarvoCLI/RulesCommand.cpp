@@ -6,7 +6,6 @@
 #include "TarvoCLI/Table.h"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include <memory>
 
@@ -88,7 +87,9 @@ std::string describe(const Rule& rule, const std::vector<std::string>& places, T
     std::string described = "\n" + tinted("● " + rule.name, tint, invocation) + "  " +
                             tinted(rule.id, Tint::faint, invocation) + "\n";
     Table table({{.align = Align::left, .tint = Tint::faint}, {}});
-    table.add({Words{"Dónde", "Where"}.in(), fmt::format("{}", fmt::join(places, "\n"))});
+    for (const std::string& place : places) {
+        table.add({place == places.front() ? Words{"Dónde", "Where"}.in() : "", place});
+    }
     table.add({Words{"Qué es", "What"}.in(), rule.explanation});
     table.add({Words{"Cómo", "How"}.in(), howText(rule)});
     if (rule.closeFirst) {

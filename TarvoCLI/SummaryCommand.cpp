@@ -48,11 +48,14 @@ ExitCode runSummary(const ReportSource& source, const Invocation& invocation) {
     }
     std::string shown = paragraph(summary.text, readingColumns());
     if (summary.byAI) {
-        shown += tinted(Words{"Lo ha escrito la IA de tu equipo; las cifras están comprobadas.",
-                              "Written by the AI on your computer; the figures are checked."}
-                            .in(),
-                        Tint::faint, invocation) +
-                 "\n";
+        shown +=
+            tinted(Words{"Lo ha escrito la IA de tu equipo. Cada tamaño es uno de los medidos, pero lo que "
+                         "dice de él puede estar equivocado.",
+                         "Written by the AI on your computer. Each size is one of those measured, but "
+                         "what it says about it may be wrong."}
+                       .in(),
+                   Tint::faint, invocation) +
+            "\n";
     }
     return print(shown);
 }

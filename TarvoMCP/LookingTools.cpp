@@ -16,6 +16,7 @@
 #include "TarvoModel/Flows/HelpReply.h"
 #include "TarvoModel/Flows/ModelChoice.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
+#include "TarvoModel/Showing/ExplanationTexts.h"
 #include "TarvoModel/Showing/GrowthTexts.h"
 
 #include <fmt/format.h>
@@ -74,6 +75,22 @@ ToolAnswer listFolder(Workspace& workspace, const ToolCall& call) {
             .structured = lumo::encode(contentsOf(*path, opened.breakdown, opened.listing))};
 }
 
+/// All that a person is shown of it, so that an agent does not pass on half of it.
+std::string textOf(const lumo::Explanation& explanation) {
+    std::string text;
+    for (const ExplanationLine& line : explanationLines(explanation)) {
+        text += fmt::format("{}: {}\n", line.label, lumo::printable(line.text));
+    }
+    return text +
+           (explanation.source == lumo::Explanation::Source::ai
+                ? Words{"Escrito por un modelo de este equipo, que puede equivocarse; el riesgo y qué hacer "
+                        "los pone Tarvo AI.",
+                        "Written by a model on this computer, which may be wrong; the risk and what to do "
+                        "come from Tarvo AI."}
+                      .in()
+                : Words{"Lo dicen reglas fijas, no un modelo.", "Said by fixed rules, not by a model."}.in());
+}
+
 ToolAnswer explainFolder(Workspace& workspace, const ToolCall& call) {
     const auto given = textArgument(call.arguments, "path");
     if (!given) {
@@ -88,15 +105,14 @@ ToolAnswer explainFolder(Workspace& workspace, const ToolCall& call) {
         lumo::ExplanationService::explain({*path}, *model,
                                           {.home = workspace.home(),
                                            .cacheHome = workspace.home(),
-                                           .apps = lumo::InstalledApp::scan(workspace.home()),
+                                           .installed = lumo::Installed::ofThisMachine(workspace.home()),
                                            .now = platform::now(),
                                            .watch = {nullptr, call.stop}});
     if (explanations.empty()) {
         return stopped();
     }
     const lumo::Explanation& explanation = explanations.begin()->second;
-    return {.text = fmt::format("{}. {} {}", explanation.whatItIs, explanation.reason, explanation.howToFree),
-            .structured = lumo::encode(explanation)};
+    return {.text = textOf(explanation), .structured = lumo::encode(explanation)};
 }
 
 ToolAnswer whatGrew(Workspace& workspace, const ToolCall& call) {

@@ -7,7 +7,6 @@
 #include "Platform/LogFile.h"
 #include "Platform/Removal.h"
 
-#include <cerrno>
 #include <utility>
 #include <vector>
 
@@ -50,7 +49,8 @@ bool isGone(const std::string& folder, const PathGuard& guard) {
     }
     const SystemResult<Place> place = guard.place(folder);
     if (!place) {
-        return place.error().isMissing() || place.error().code == EXDEV;
+        // What cannot be reached now, because something on the way leads elsewhere, may be tomorrow.
+        return place.error().isMissing() || !isInside(folder, guard.home());
     }
     return platform::removeTree(*place).has_value();
 }

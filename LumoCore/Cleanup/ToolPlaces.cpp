@@ -30,7 +30,8 @@ constexpr auto places = std::to_array<ToolPlace>({{"npm", "npm_config_cache", tr
                                                   {"dotnet", "NUGET_PACKAGES"},
                                                   {"conda", "CONDA_PKGS_DIRS"},
                                                   {"ccache", "CCACHE_DIR"},
-                                                  {"pre-commit", "PRE_COMMIT_HOME"}});
+                                                  {"pre-commit", "PRE_COMMIT_HOME"},
+                                                  {"golangci-lint", "GOLANGCI_LINT_CACHE"}});
 
 bool isMeant(const ToolPlace& place, const std::vector<std::string>& words) {
     return !words.empty() && words.front() == place.tool &&

@@ -4,6 +4,7 @@
 #include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
+#include "LumoCore/Explaining/ModelGuard.h"
 #include "LumoCore/Explaining/ShortSize.h"
 
 #include <fmt/format.h>
@@ -229,7 +230,8 @@ DiskSummaryText SummaryService::summary(const ScanReport& report, std::int64_t r
     if (write) {
         const std::vector<std::string> facts = DiskSummary::facts(report, recoverable, now, language);
         const std::optional<std::string> written = write(facts);
-        if (written && !written->empty() && DiskSummary::usesOnlyKnownAmounts(*written, facts)) {
+        if (written && DiskSummary::usesOnlyKnownAmounts(*written, facts) &&
+            ModelGuard::isFitToShow(*written, joined(facts))) {
             return {.text = *written, .byAI = true};
         }
     }

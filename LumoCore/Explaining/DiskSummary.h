@@ -58,8 +58,8 @@ std::string prompt(const std::vector<std::string>& facts);
 
 namespace SummaryService {
 
-/// The model's summary when it wrote one that names no other sizes than the facts, else the template. Never
-/// fails. Asks the model at most once.
+/// The model's summary when it wrote one that may be shown and names no other figures than the facts, else
+/// the template. Never fails. Asks the model at most once.
 DiskSummaryText summary(const ScanReport& report, std::int64_t recoverable, Date now,
                         const AISummaryWriter::Write& write, Language language = currentLanguage());
 

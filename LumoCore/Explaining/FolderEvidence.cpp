@@ -38,51 +38,63 @@ std::string changeLine(Date changed, Date now, Language language) {
     return fmt::format("{}{}\n", Words{"Último cambio: ", "Last change: "}.in(language), when);
 }
 
-std::string appLine(const std::optional<InstalledApp>& app, Language language) {
-    if (app) {
+std::string appLine(const FolderEvidence& evidence, Language language, System system) {
+    if (evidence.relatedApp) {
         return fmt::format("{}{}\n",
                            Words{"App relacionada, instalada: ", "Related app, installed: "}.in(language),
-                           printable(app->name));
+                           printable(evidence.relatedApp->name));
     }
-    return Words{"Ninguna app instalada coincide con el nombre: puede ser de una herramienta de "
-                 "terminal o un resto de una app desinstalada.\n",
-                 "No installed app matches the name: it may belong to a terminal tool or be left "
-                 "over from an uninstalled app.\n"}
+    if (evidence.uninstalledOwner) {
+        return Words{"De {}, que se desinstaló.\n", "Of {}, which was uninstalled.\n"}.in(
+            language, printable(*evidence.uninstalledOwner));
+    }
+    return SystemWords{
+        .macos = {"Ninguna app instalada coincide con el nombre: puede ser de una herramienta de "
+                  "terminal o un resto de una app desinstalada.\n",
+                  "No installed app matches the name: it may belong to a terminal tool or be left "
+                  "over from an uninstalled app.\n"},
+        .linux = {"Ninguna app ni programa instalado tiene ese nombre. Muchas herramientas no "
+                  "aparecen entre las apps.\n",
+                  "No installed app or program has this name. Many tools are not listed among "
+                  "the apps.\n"}}
+        .on(system)
         .in(language);
 }
 
 } // namespace
 
 FolderEvidence FolderEvidence::gather(const std::string& path, const std::string& home,
-                                      const std::vector<InstalledApp>& apps, const FileTree::Watch& watch,
-                                      Language language) {
+                                      const Installed& installed, const FileTree::Watch& watch,
+                                      Language language, System system) {
     constexpr std::size_t mostEntries = 8;
     constexpr std::size_t mostTypes = 5;
     FileTree::Breakdown breakdown = FileTree::breakdown(path, watch, language);
     FolderEvidence evidence{.path = path,
                             .displayPath = abbreviated(path, home),
-                            .location = folderLocation(path, home),
+                            .location = folderLocation(path, home, system),
                             .usage = breakdown.usage,
                             .largestEntries = std::move(breakdown.children),
                             .fileTypes = std::move(breakdown.extensions),
-                            .relatedApp = InstalledApp::related(fileName(path), apps)};
+                            .relatedApp = installed.related(lumo::ownersName(path, home, system), system),
+                            .uninstalledOwner = installed.uninstalledOwnerOf(path, home, system)};
     keepFirst(evidence.largestEntries, mostEntries);
     keepFirst(evidence.fileTypes, mostTypes);
-    evidence.isAppleComponent = evidence.folderName().starts_with("com.apple.") ||
-                                evidence.folderName().starts_with("group.com.apple.");
+    evidence.isAppleComponent =
+        system == System::macos && (evidence.folderName().starts_with("com.apple.") ||
+                                    evidence.folderName().starts_with("group.com.apple."));
     return evidence;
 }
 
 std::vector<FolderEvidence> FolderEvidence::gatherAll(const std::vector<std::string>& paths,
                                                       const std::string& home, const FileTree::Watch& watch,
                                                       const std::function<void(std::size_t)>& onBegin) {
-    const std::vector<InstalledApp> apps = InstalledApp::scan(home);
+    const Installed installed = Installed::ofThisMachine(home);
     std::vector<FolderEvidence> all;
     for (const std::string& path : paths) {
         if (onBegin) {
             onBegin(all.size());
         }
-        FolderEvidence evidence = gather(path, home, apps, watch);
+        FolderEvidence evidence = gather(path, home, installed, watch);
         if (watch.stop.stop_requested()) {
             break;
         }
@@ -95,19 +107,23 @@ std::string_view FolderEvidence::folderName() const {
     return fileName(path);
 }
 
+std::string_view FolderEvidence::ownersName(System system) const {
+    return lumo::ownersName(displayPath, "~", system);
+}
+
 std::optional<std::string> FolderEvidence::appName() const {
     return relatedApp ? std::optional(printable(relatedApp->spokenName())) : std::nullopt;
 }
 
-std::string FolderEvidence::promptDescription(Date now, Language language) const {
+std::string FolderEvidence::promptDescription(Date now, Language language, System system) const {
     const std::string files = ByteFormat::number(static_cast<double>(usage.fileCount), 0, language);
     std::string lines = Words{"{}: {} en {} archivos\n", "{}: {} in {} files\n"}.in(
         language, printable(displayPath), shortSize(usage.allocatedBytes, language), files);
-    lines += std::string(description(location, language)) + "\n";
+    lines += std::string(description(location, language, system)) + "\n";
     if (usage.lastModified) {
         lines += changeLine(*usage.lastModified, now, language);
     }
-    lines += appLine(relatedApp, language);
+    lines += appLine(*this, language, system);
     if (isAppleComponent) {
         lines +=
             Words{"Pertenece a macOS (identificador de Apple).\n", "Belongs to macOS (Apple identifier).\n"}

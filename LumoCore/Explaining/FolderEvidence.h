@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LumoCore/Inventories/InstalledApp.h"
+#include "LumoCore/Inventories/Installed.h"
 #include "LumoCore/Scanning/FileTree.h"
 #include "LumoCore/Scanning/FolderLocation.h"
 
@@ -21,7 +21,8 @@ struct FolderEvidence {
     std::vector<NamedSize> largestEntries; ///< Entries of the folder, largest first, 8 at most.
     std::vector<NamedSize> fileTypes;      ///< Bytes by extension, largest first, 5 at most.
     std::optional<InstalledApp> relatedApp;
-    bool isAppleComponent = false; ///< By its name a part of macOS.
+    bool isAppleComponent = false;                    ///< By its name a part of macOS; never on Linux.
+    std::optional<std::string> uninstalledOwner = {}; ///< What left the folder behind, where that is known.
 
     static constexpr auto fields = std::tuple{field("path", &FolderEvidence::path),
                                               field("displayPath", &FolderEvidence::displayPath),
@@ -30,15 +31,16 @@ struct FolderEvidence {
                                               field("largestEntries", &FolderEvidence::largestEntries),
                                               field("fileTypes", &FolderEvidence::fileTypes),
                                               field("relatedApp", &FolderEvidence::relatedApp),
-                                              field("isAppleComponent", &FolderEvidence::isAppleComponent)};
+                                              field("isAppleComponent", &FolderEvidence::isAppleComponent),
+                                              field("uninstalledOwner", &FolderEvidence::uninstalledOwner)};
 
-    /// Measures the folder and looks for its application among the installed ones. Never fails: what cannot
+    /// Measures the folder and looks for its application among what is installed. Never fails: what cannot
     /// be read is counted in the usage. Incomplete after a stop.
-    static FolderEvidence gather(const std::string& path, const std::string& home,
-                                 const std::vector<InstalledApp>& apps, const FileTree::Watch& watch = {},
-                                 Language language = currentLanguage());
+    static FolderEvidence gather(const std::string& path, const std::string& home, const Installed& installed,
+                                 const FileTree::Watch& watch = {}, Language language = currentLanguage(),
+                                 System system = currentSystem());
 
-    /// The same for many folders, one after the other, with the applications installed now. `onBegin` is told
+    /// The same for many folders, one after the other, with what is installed now. `onBegin` is told
     /// which one is next, counted from 0. After a stop the rest is missing.
     static std::vector<FolderEvidence> gatherAll(const std::vector<std::string>& paths,
                                                  const std::string& home, const FileTree::Watch& watch = {},
@@ -47,12 +49,16 @@ struct FolderEvidence {
     /// The path's last component.
     [[nodiscard]] std::string_view folderName() const;
 
+    /// The name that sentences use when no application is related: that of whoever the folder belongs to.
+    [[nodiscard]] std::string_view ownersName(System system = currentSystem()) const;
+
     /// What sentences call the related application.
     [[nodiscard]] std::optional<std::string> appName() const;
 
     /// The facts as lines of text: the only thing that a model is shown of the folder. Names are as
     /// `printable` writes them, so that none can begin a line of its own.
-    [[nodiscard]] std::string promptDescription(Date now, Language language = currentLanguage()) const;
+    [[nodiscard]] std::string promptDescription(Date now, Language language = currentLanguage(),
+                                                System system = currentSystem()) const;
 
     friend bool operator==(const FolderEvidence&, const FolderEvidence&) = default;
 };

@@ -3,6 +3,7 @@
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Explaining/DiskSummary.h"
+#include "LumoCore/Explaining/ModelGuard.h"
 
 #include <algorithm>
 #include <array>
@@ -95,8 +96,14 @@ bool acceptable(std::string_view text, std::string_view allowedText) {
     }
     const std::string lower = lowered(text);
     const auto isIn = [&](std::string_view words) { return lower.find(words) != std::string::npos; };
+    // The help's own commands may be repeated.
+    const std::vector<std::string> ours = ModelGuard::instructions(allowedText);
     return std::ranges::none_of(forbidden, isIn) &&
-           DiskSummary::usesOnlyKnownAmounts(text, {std::string(allowedText)});
+           DiskSummary::usesOnlyKnownAmounts(text, {std::string(allowedText)}) &&
+           ModelGuard::namesOnlyFiguresOf(allowedText, text) &&
+           std::ranges::all_of(ModelGuard::instructions(text), [&](const std::string& instruction) {
+               return std::ranges::find(ours, instruction) != ours.end();
+           });
 }
 
 HelpAnswer fallback(std::string_view question, Language language) {

@@ -26,8 +26,8 @@ std::string prompt(std::string_view question, std::string_view context,
 /// What of a model's text reaches a person, and what is said instead.
 namespace HelpGuard {
 
-/// False for a text that is empty or long, that proposes shell commands or paths through menus, or that names
-/// a size which does not stand in the allowed text.
+/// False for a text that is empty or long, that proposes paths through menus, addresses or shell commands, or
+/// that names a figure which does not stand in the allowed text; a command that stands there may be repeated.
 bool acceptable(std::string_view text, std::string_view allowedText);
 
 /// That the help does not know, with the closest topics.

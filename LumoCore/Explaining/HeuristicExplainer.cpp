@@ -3,6 +3,7 @@
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Explaining/FreeingAction.h"
+#include "LumoCore/Explaining/SafetyPolicy.h"
 
 namespace lumo::HeuristicExplainer {
 
@@ -17,13 +18,15 @@ class Wording final {
     void writeTo(Explanation& explanation) const {
         const std::optional<std::string> app = evidence_.appName();
         if (evidence_.location == FolderLocation::caches) {
-            explainCache(explanation, app.value_or(printable(evidence_.folderName())));
+            explainCache(explanation, app.value_or(printable(evidence_.ownersName(system_))));
         } else if (evidence_.isAppleComponent) {
             explainComponent(explanation);
         } else if (app) {
             explainAppData(explanation, *app);
+        } else if (evidence_.uninstalledOwner) {
+            explainLeftover(explanation, printable(*evidence_.uninstalledOwner));
         } else {
-            explainLeftover(explanation);
+            explainUnknown(explanation);
         }
     }
 
@@ -32,11 +35,7 @@ class Wording final {
         explanation.whatItIs = Words{"Caché de {}", "{} cache"}.in(language_, owner);
         explanation.owner = owner;
         explanation.safety = Safety::safe;
-        constexpr SystemWords reason{
-            .macos = {"macOS permite borrar las cachés: la app las regenera.",
-                      "macOS allows caches to be deleted: the app recreates them."},
-            .linux = {"Los programas vuelven a crear sus cachés.", "Programs recreate their caches."}};
-        explanation.reason = reason.on(system_).in(language_);
+        explanation.reason = SafetyPolicy::cachesReason.on(system_).in(language_);
         explanation.howToFree =
             Words{"Vaciar la carpeta con la app cerrada.", "Empty the folder with the app closed."}.in(
                 language_);
@@ -54,15 +53,49 @@ class Wording final {
         explanation.whatItIs = Words{"Datos de {}", "{} data"}.in(language_, app);
         explanation.owner = app;
         explanation.safety = Safety::review;
-        explanation.reason = Words{"Puede contener ajustes o documentos de la app.",
-                                   "It may contain the app's settings or documents."}
-                                 .in(language_);
-        explanation.howToFree = Words{"Revisar desde los ajustes de {} o desinstalarla si no la usas.",
-                                      "Review it in {}'s settings, or uninstall it if you don't use it."}
-                                    .in(language_, app);
+        explanation.reason = hasWindows()
+                                 ? Words{"Puede contener ajustes o documentos de la app.",
+                                         "It may contain the app's settings or documents."}
+                                       .in(language_)
+                                 : Words{"Puede contener ajustes del programa, o cosas tuyas.",
+                                         "It may contain the program's settings, or things of yours."}
+                                       .in(language_);
+        explanation.howToFree = appDataAdvice(app);
     }
 
-    void explainLeftover(Explanation& explanation) const {
+    /// A program without a desktop icon has no settings to look into, and uninstalling anything on Linux
+    /// leaves its folders in the home.
+    [[nodiscard]] std::string appDataAdvice(const std::string& app) const {
+        if (!hasWindows()) {
+            return advice(FreeingAction::reviewContents, evidence_, language_);
+        }
+        return SystemWords{
+            .macos = {"Revisar desde los ajustes de {} o desinstalarla si no la usas.",
+                      "Review it in {}'s settings, or uninstall it if you don't use it."},
+            .linux = {"Mira en los ajustes de {} qué deja borrar; desinstalarla no quita esta carpeta.",
+                      "See what {}'s settings let you remove; uninstalling it leaves this folder."}}
+            .on(system_)
+            .in(language_, app);
+    }
+
+    [[nodiscard]] bool hasWindows() const {
+        return system_ == System::macos || evidence_.relatedApp->path.ends_with(".desktop") ||
+               evidence_.relatedApp->path.ends_with(".app");
+    }
+
+    void explainLeftover(Explanation& explanation, const std::string& owner) const {
+        explanation.whatItIs =
+            Words{"Resto de {}, que se desinstaló", "Left over from {}, which was uninstalled"}.in(language_,
+                                                                                                   owner);
+        explanation.owner = owner;
+        explanation.safety = Safety::review;
+        explanation.reason = Words{"Puede contener documentos o ajustes que quieras conservar.",
+                                   "It may contain documents or settings that you want to keep."}
+                                 .in(language_);
+        explanation.howToFree = advice(FreeingAction::reviewContents, evidence_, language_);
+    }
+
+    void explainUnknown(Explanation& explanation) const {
         constexpr SystemWords whatItIs{
             .macos = {"Posible resto de una app o herramienta que ya no está instalada",
                       "Possibly left over from an app or tool that's no longer installed"},

@@ -1,7 +1,5 @@
 #include "LumoCore/Explaining/SafetyPolicy.h"
 
-#include "LumoCore/Basics/Words.h"
-
 namespace lumo::SafetyPolicy {
 
 Safety finalSafety(Safety suggested, const FolderEvidence& evidence) {
@@ -12,15 +10,13 @@ Safety finalSafety(Safety suggested, const FolderEvidence& evidence) {
 }
 
 std::optional<std::string> note(Safety suggested, Safety final, const FolderEvidence& evidence,
-                                Language language) {
+                                Language language, System system) {
     if (suggested == final) {
         return std::nullopt;
     }
     switch (final) {
     case Safety::safe:
-        return Words{"macOS permite borrar las cachés: la app las regenera.",
-                     "macOS allows caches to be deleted: the app recreates them."}
-            .in(language);
+        return cachesReason.on(system).in(language);
     case Safety::review:
         return Words{"La IA lo cree seguro, pero no hay garantía: revísalo.",
                      "The AI thinks it's safe, but there's no guarantee: review it."}
@@ -31,6 +27,14 @@ std::optional<std::string> note(Safety suggested, Safety final, const FolderEvid
     return evidence.isAppleComponent
                ? std::optional<std::string>(Words{"Lo gestiona macOS.", "Managed by macOS."}.in(language))
                : std::nullopt;
+}
+
+std::string advice(FreeingAction action, Safety final, const FolderEvidence& evidence, Language language,
+                   System system) {
+    const bool removes = action != FreeingAction::leaveAlone;
+    return system == System::linux && final == Safety::keep && removes
+               ? Words{"Déjala como está.", "Leave it as it is."}.in(language)
+               : lumo::advice(action, evidence, language);
 }
 
 } // namespace lumo::SafetyPolicy

@@ -91,7 +91,7 @@ std::vector<std::string> InstalledApp::aliases() const {
 std::vector<InstalledApp> InstalledApp::scan(const std::string& home) {
     std::vector<InstalledApp> apps = bundlesIn({"/Applications", home + "/Applications"});
     for (const DesktopEntry& entry : desktopEntriesIn(desktopDataFolders(home))) {
-        apps.push_back({entry.name, entry.id, entry.path});
+        apps.push_back({entry.name, entry.id, entry.path, entry.program});
     }
     return apps;
 }

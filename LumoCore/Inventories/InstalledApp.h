@@ -16,6 +16,8 @@ struct InstalledApp {
     std::string name;
     std::string bundleID; ///< "com.google.Chrome"; of a desktop entry its id.
     std::string path;     ///< Of the bundle (ending in ".app") or of the desktop file.
+    /// File name of the program that a desktop entry starts, where that tells which it is; not stored.
+    std::string program = {};
 
     static constexpr auto fields =
         std::tuple{field("name", &InstalledApp::name), field("bundleID", &InstalledApp::bundleID),

@@ -178,7 +178,29 @@ std::span<const Row> linuxReviewRows() {
           .cleanup = deleteItems,
           // The conversations and the index of the user's documents stand beside the models.
           .locator =
-              locator::Children{"~/.local/share/nomic.ai/GPT4All", {"*.gguf", "*.bin", "incomplete-*"}}}});
+              locator::Children{"~/.local/share/nomic.ai/GPT4All", {"*.gguf", "*.bin", "incomplete-*"}}},
+         {.id = "aur-builds",
+          .category = Category::packageCache,
+          .name = {"Paquetes compilados del AUR", "Packages built from the AUR"},
+          .explanation = {"Recetas, fuentes y paquetes que yay y paru ya instalaron. Se vuelven a bajar y a "
+                          "compilar si hacen falta; los cambios que hiciste en una receta se pierden.",
+                          "Recipes, sources and packages yay and paru already installed. Downloaded and "
+                          "built again if needed; changes you made to a recipe are lost."},
+          .cleanup = deleteContents,
+          .locator = locator::Path{"~/.cache/yay"},
+          .onLinux = {locator::Path{"~/.cache/paru/clone"}}},
+         {.id = "rclone-cache",
+          .category = Category::personal,
+          .name = {"Caché de rclone", "rclone cache"},
+          .explanation = {"Copias de archivos de tus discos en la nube. Pueden ser archivos que aún no se "
+                          "han subido: rclone los sube la próxima vez que los monta.",
+                          "Copies of files on your cloud drives. Some may not have been uploaded yet: rclone "
+                          "uploads them the next time it mounts them."},
+          .cleanup = byHand("Monta tus discos con rclone, espera a que lo suba todo y desmóntalos; después "
+                            "puedes borrar la carpeta",
+                            "Mount your drives with rclone, wait until everything is uploaded and unmount "
+                            "them; then you can delete the folder"),
+          .locator = locator::Path{"~/.cache/rclone"}}});
     return rows;
 }
 
@@ -187,21 +209,26 @@ std::span<const Row> linuxKeepRows() {
     static const auto rows = std::to_array<Row>(
         {{.id = "firefox-profiles",
           .category = Category::personal,
-          .name = {"Perfiles de Firefox", "Firefox profiles"},
+          .name = {"Perfiles de Firefox y LibreWolf", "Firefox and LibreWolf profiles"},
           .explanation = {"Marcadores, contraseñas, historial y extensiones.",
                           "Bookmarks, passwords, history and extensions."},
           .cleanup = byHand("Son tus datos de navegación", "This is your browsing data"),
-          .locator = locator::Path{"~/.mozilla/firefox"}},
+          // Newer versions make new profiles in the second place.
+          .locator = locator::Path{"~/.mozilla/firefox"},
+          .onLinux = {locator::Path{"~/.config/mozilla/firefox"}, locator::Path{"~/.librewolf"}}},
          {.id = "chromium-profiles",
           .category = Category::personal,
-          .name = {"Perfiles de Chromium, Brave, Edge y Vivaldi",
-                   "Chromium, Brave, Edge and Vivaldi profiles"},
-          .explanation = {"Marcadores, contraseñas, historial y extensiones.",
-                          "Bookmarks, passwords, history and extensions."},
+          .name = {"Perfiles de Chromium y parecidos", "Profiles of Chromium and similar browsers"},
+          .explanation = {"Marcadores, contraseñas, historial y extensiones de Chromium, Brave, Edge, "
+                          "Vivaldi, Opera y las versiones de prueba de Chrome.",
+                          "Bookmarks, passwords, history and extensions of Chromium, Brave, Edge, Vivaldi, "
+                          "Opera and the test versions of Chrome."},
           .cleanup = byHand("Son tus datos de navegación", "This is your browsing data"),
           .locator = locator::Path{"~/.config/chromium"},
           .onLinux = {locator::Path{"~/.config/BraveSoftware/Brave-Browser"},
-                      locator::Path{"~/.config/microsoft-edge"}, locator::Path{"~/.config/vivaldi"}}},
+                      locator::Path{"~/.config/microsoft-edge"}, locator::Path{"~/.config/vivaldi"},
+                      locator::Path{"~/.config/opera"}, locator::Path{"~/.config/google-chrome-beta"},
+                      locator::Path{"~/.config/google-chrome-unstable"}}},
          {.id = "mail",
           .category = Category::personal,
           .name = {"Correo", "Mail"},
@@ -223,16 +250,19 @@ std::span<const Row> linuxKeepRows() {
           .cleanup = byHand("Son tus claves", "These are your keys"),
           .locator = locator::Path{"~/.ssh"},
           .onLinux = {locator::Path{"~/.gnupg"}, locator::Path{"~/.password-store"},
-                      locator::Path{"~/.local/share/keyrings"}, locator::Path{"~/.pki"}}},
+                      locator::Path{"~/.local/share/keyrings"}, locator::Path{"~/.pki"},
+                      locator::Path{"~/.local/share/pki"}}},
          {.id = "wallets",
           .category = Category::personal,
           .name = {"Monederos de criptomonedas", "Cryptocurrency wallets"},
-          .explanation = {"Tu dinero: quien pierde estos archivos y no tiene copia lo pierde todo.",
-                          "Your money: whoever loses these files without a backup loses all of it."},
+          .explanation = {"Tu dinero: quien pierde estos archivos y no tiene copia ni la frase de "
+                          "recuperación lo pierde todo.",
+                          "Your money: whoever loses these files without a backup or the recovery phrase "
+                          "loses all of it."},
           .cleanup = byHand("Es tu dinero", "This is your money"),
           .locator = locator::Path{"~/.bitcoin"},
-          .onLinux = {locator::Path{"~/.electrum"}, locator::Path{"~/.ethereum"},
-                      locator::Path{"~/.monero"}}},
+          .onLinux = {locator::Path{"~/.electrum"}, locator::Path{"~/.ethereum"}, locator::Path{"~/.monero"},
+                      locator::Path{"~/.bitmonero"}, locator::Path{"~/Monero"}}},
          {.id = "chats",
           .category = Category::personal,
           .name = {"Conversaciones", "Chats"},

@@ -199,7 +199,8 @@ std::span<const Row> linuxSafeRows() {
                           "Downloaded Haskell packages and the list of all there are. The list comes back "
                           "with cabal update, the packages when you build."},
           .cleanup = deleteContents,
-          .locator = locator::Path{"~/.cabal/packages"}},
+          .locator = locator::Path{"~/.cabal/packages"},
+          .onLinux = {locator::Path{"~/.cache/cabal/packages"}}},
          {.id = "hex-packages",
           .category = Category::packageCache,
           .name = {"Paquetes de Hex (Elixir y Erlang)", "Hex packages (Elixir and Erlang)"},
@@ -396,7 +397,81 @@ std::span<const Row> linuxSafeRows() {
                           "Messages from the apps of your desktop session. Only useful for diagnosing past "
                           "errors; the open session's log frees its space when you log out."},
           .cleanup = deleteItems,
-          .locator = locator::Children{"~", {".xsession-errors*"}}}});
+          .locator = locator::Children{"~", {".xsession-errors*"}}},
+         {.id = "vivaldi-cache",
+          .category = Category::appCache,
+          .name = {"Caché web de Vivaldi", "Vivaldi web cache"},
+          .explanation =
+              {"Páginas e imágenes guardadas por Vivaldi. Se reconstruye al navegar; mejor con Vivaldi "
+               "cerrado.",
+               "Pages and images saved by Vivaldi. Rebuilt as you browse; best with Vivaldi closed."},
+          .cleanup = deleteContents,
+          .locator = locator::Path{"~/.cache/vivaldi"},
+          .closeFirst = "vivaldi-stable"},
+         {.id = "opera-cache",
+          .category = Category::appCache,
+          .name = {"Caché web de Opera", "Opera web cache"},
+          .explanation =
+              {"Páginas e imágenes guardadas por Opera. Se reconstruye al navegar; mejor con Opera cerrado.",
+               "Pages and images saved by Opera. Rebuilt as you browse; best with Opera closed."},
+          .cleanup = deleteContents,
+          .locator = locator::Path{"~/.cache/opera"},
+          .closeFirst = "opera"},
+         {.id = "librewolf-cache",
+          .category = Category::appCache,
+          .name = {"Caché web de LibreWolf", "LibreWolf web cache"},
+          .explanation =
+              {"Páginas e imágenes guardadas por LibreWolf. Se reconstruye al navegar; mejor con LibreWolf "
+               "cerrado.",
+               "Pages and images saved by LibreWolf. Rebuilt as you browse; best with LibreWolf closed."},
+          .cleanup = deleteContents,
+          .locator = locator::Path{"~/.cache/librewolf"},
+          .closeFirst = "librewolf"},
+         {.id = "bazelisk-cache",
+          .category = Category::packageCache,
+          .name = {"Versiones de Bazel descargadas", "Downloaded Bazel versions"},
+          .explanation =
+              {"Las versiones de Bazel que piden tus proyectos. Bazelisk las vuelve a bajar al compilar.",
+               "The Bazel versions your projects ask for. Bazelisk downloads them again when you build."},
+          .cleanup = deleteContents,
+          .locator = locator::Path{"~/.cache/bazelisk"}},
+         {.id = "golangci-lint-cache",
+          .category = Category::buildOutput,
+          .name = {"Caché de golangci-lint", "golangci-lint cache"},
+          .explanation =
+              {"Resultados de revisar tu código de Go. Se regeneran; la próxima revisión tardará más.",
+               "Results of checking your Go code. Recreated; the next check will take longer."},
+          .cleanup = command("golangci-lint cache clean"),
+          .locator = locator::Path{"~/.cache/golangci-lint"}},
+         {.id = "pixi-cache",
+          .category = Category::packageCache,
+          .name = {"Caché de pixi", "pixi cache"},
+          .explanation =
+              {"Paquetes que pixi ya descargó para todos tus proyectos. Los vuelve a bajar con pixi install.",
+               "Packages pixi already downloaded for all your projects. It fetches them again with pixi "
+               "install."},
+          .cleanup = deleteContents,
+          .locator = locator::Path{"~/.cache/rattler/cache"},
+          .onLinux = {locator::Path{"~/.cache/pixi"}}},
+         {.id = "trivy-cache",
+          .category = Category::packageCache,
+          .name = {"Bases de datos de Trivy", "Trivy databases"},
+          .explanation =
+              {"Listas de vulnerabilidades y resultados de análisis. Trivy las vuelve a descargar en el "
+               "próximo análisis.",
+               "Vulnerability lists and scan results. Trivy downloads them again at the next scan."},
+          .cleanup = deleteContents,
+          .locator = locator::Path{"~/.cache/trivy"}},
+         {.id = "kubernetes-caches",
+          .category = Category::developerTools,
+          .name = {"Cachés de kubectl y Helm", "kubectl and Helm caches"},
+          .explanation = {"Lo que kubectl y Helm recuerdan de tus clústeres y repositorios. kubectl lo "
+                          "vuelve a pedir; Helm, con helm repo update.",
+                          "What kubectl and Helm remember of your clusters and repositories. kubectl asks "
+                          "for it again; Helm does with helm repo update."},
+          .cleanup = deleteContents,
+          .locator = locator::Path{"~/.kube/cache"},
+          .onLinux = {locator::Path{"~/.cache/helm"}}}});
     return rows;
 }
 

@@ -59,6 +59,10 @@ std::span<const Row> safeRows() {
           .cleanup = command("yarn cache clean"),
           .locator = locator::Path{"~/Library/Caches/Yarn"},
           .onLinux = {locator::Path{"~/.cache/yarn"}, locator::Path{"~/.yarn/berry/cache"}},
+          .explanationOnLinux = {"Paquetes descargados por Yarn. Los proyectos que los usan desde aquí "
+                                 "(Plug'n'Play) piden yarn install antes de volver a arrancar.",
+                                 "Packages downloaded by Yarn. Projects that use them from here "
+                                 "(Plug'n'Play) need yarn install before they run again."},
           .emptiesOnLinux = true},
          {.id = "bun-cache",
           .category = Category::packageCache,
@@ -198,8 +202,10 @@ std::span<const Row> safeRows() {
           .cleanup = deleteItems,
           .locator = locator::OlderVersions{"~/Library/Application Support/Claude/claude-code"},
           .onLinux = {locator::OlderVersions{"~/.local/share/claude/versions", locator::VersionKind::file}},
-          .explanationOnLinux = {"Claude Code descarga cada versión nueva; solo usa la más reciente.",
-                                 "Claude Code downloads every new version but only uses the latest."}},
+          .explanationOnLinux = {"Claude Code descarga cada versión nueva y deja las anteriores. La que abre "
+                                 "tu orden claude no está aquí.",
+                                 "Claude Code downloads every new version and leaves the old ones. The one "
+                                 "your claude command opens is not among these."}},
          {.id = "codex-tmp",
           .category = Category::aiApp,
           .name = {"Temporales de Codex", "Codex temporary files"},
@@ -237,7 +243,14 @@ std::span<const Row> safeRows() {
                           "Android Studio indexes and caches. Recreated when you open it."},
           .cleanup = deleteItems,
           .locator = locator::Children{"~/Library/Caches/Google", {"AndroidStudio*"}},
-          .onLinux = {locator::Children{"~/.cache/Google", {"AndroidStudio*"}}}},
+          // Its Local History stands beside these, and nothing brings that back.
+          .onLinux = {locator::Below{"~/.cache/Google", {"AndroidStudio*"}, "caches"},
+                      locator::Below{"~/.cache/Google", {"AndroidStudio*"}, "index"},
+                      locator::Below{"~/.cache/Google", {"AndroidStudio*"}, "log"},
+                      locator::Below{"~/.cache/Google", {"AndroidStudio*"}, "tmp"},
+                      locator::Below{"~/.cache/Google", {"AndroidStudio*"}, "jcef_cache"},
+                      locator::Below{"~/.cache/Google", {"AndroidStudio*"}, "compile-server"},
+                      locator::Below{"~/.cache/Google", {"AndroidStudio*"}, "vcs-log"}}},
          {.id = "docker-install-leftover",
           .category = Category::appCache,
           .name = {"Instalación de Docker a medias", "Unfinished Docker install"},

@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/Codec.h"
 #include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/System.h"
 
 #include <string_view>
 
@@ -16,18 +17,26 @@ enum class FolderLocation {
     developer,
     hiddenHome,
     other,
+    own, ///< Ours; told apart on Linux only.
 };
 
 template <>
 struct EnumNames<FolderLocation> {
-    static constexpr std::array<std::string_view, 7> values{
-        "caches", "applicationSupport", "containers", "groupContainers", "developer", "hiddenHome", "other"};
+    static constexpr std::array<std::string_view, 8> values{
+        "caches",    "applicationSupport", "containers", "groupContainers",
+        "developer", "hiddenHome",         "other",      "own"};
 };
 
-/// The location of what lies below one of the known folders; these folders themselves are `other`.
-FolderLocation folderLocation(std::string_view path, std::string_view home);
+/// The location of what lies below one of the known folders; these folders themselves are `other`, or
+/// `hiddenHome`. Told by the path alone.
+FolderLocation folderLocation(std::string_view path, std::string_view home, System system = currentSystem());
+
+/// The name that tells whose a path is: on Linux the one directly in a folder that many programs share, so
+/// that the cache of a Flatpak application is known by the application; elsewhere the last component.
+std::string_view ownersName(std::string_view path, std::string_view home, System system = currentSystem());
 
 /// The location in words.
-std::string description(FolderLocation location, Language language = currentLanguage());
+std::string description(FolderLocation location, Language language = currentLanguage(),
+                        System system = currentSystem());
 
 } // namespace lumo

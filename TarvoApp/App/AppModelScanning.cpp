@@ -273,7 +273,7 @@ void AppModel::explain() {
         const std::stop_callback forward(end, [&] { work->stop.request_stop(); });
         lumo::ExplanationSettings settings{.home = desk.home,
                                            .cacheHome = desk.home,
-                                           .apps = lumo::InstalledApp::scan(desk.home),
+                                           .installed = lumo::Installed::ofThisMachine(desk.home),
                                            .now = desk.now()};
         settings.watch = {.progress = &work->scan.walked, .stop = work->stop.get_token()};
         settings.progress = [this](std::size_t done, std::size_t total) {

@@ -57,10 +57,10 @@ AppServices AppServices::ofThisMachine(const std::string& home, const RunMode& m
             .preview = previewIn(mode),
             .evidence =
                 [home, mode](const std::string& path, const std::stop_token& end) {
-                    return mode.isDemo
-                               ? DemoDisk::evidence(path)
-                               : lumo::FolderEvidence::gather(path, home, lumo::InstalledApp::scan(home),
-                                                              {.progress = nullptr, .stop = end});
+                    return mode.isDemo ? DemoDisk::evidence(path)
+                                       : lumo::FolderEvidence::gather(path, home,
+                                                                      lumo::Installed::ofThisMachine(home),
+                                                                      {.progress = nullptr, .stop = end});
                 },
             .notify = [](const Notification&) {},
             .startsAtLogin = [] { return false; },

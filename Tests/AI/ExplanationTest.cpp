@@ -1,7 +1,9 @@
 #include "LumoAI/AIExplainer.h"
 #include "LumoAI/ExplanationCache.h"
 #include "LumoAI/ExplanationService.h"
-#include "LumoCore/Explaining/FreeingAction.h"
+#include "LumoAI/Instructions.h"
+#include "LumoCore/Explaining/HeuristicExplainer.h"
+#include "LumoCore/Explaining/SafetyPolicy.h"
 #include "Tests/AI/Parrot.h"
 #include "Tests/support/TempHome.h"
 
@@ -24,9 +26,11 @@ using namespace std::chrono_literals;
 const Date now = dateFromIsoText("2025-06-01T12:00:00Z").value();
 constexpr const char* store = "Library/Caches/TarvoAI/explicaciones.json";
 
-std::string answerWith(const std::string& risk, const std::string& action) {
-    return R"({"que_es":"Datos","pertenece_a":"App","riesgo":")" + risk +
-           R"(","motivo":"Porque sí","accion":")" + action + "\"}";
+std::string answerWith(const std::string& risk, const std::string& action,
+                       const std::string& whatItIs = "Datos", const std::string& reason = "Porque sí",
+                       const std::string& owner = "App") {
+    return R"({"que_es":")" + whatItIs + R"(","pertenece_a":")" + owner + R"(","riesgo":")" + risk +
+           R"(","motivo":")" + reason + R"(","accion":")" + action + "\"}";
 }
 
 FolderEvidence folder(std::int64_t bytes) {
@@ -39,7 +43,7 @@ FolderEvidence folder(std::int64_t bytes) {
 ExplanationSettings settingsFor(const TempHome& home) {
     return {.home = home.path(),
             .cacheHome = home.path(),
-            .apps = {},
+            .installed = {},
             .now = now,
             .language = Language::es,
             .modelTime = 10s};
@@ -52,17 +56,26 @@ TEST(AIExplainer, TakesWordsThatItDidNotOfferForTheCautiousOnes) {
     for (const auto& [risk, action, safety, suggested, freeing] :
          {Case{"seguro", "no_tocar", Safety::review, Safety::safe, FreeingAction::leaveAlone},
           Case{"revisar", "vaciar_desde_app", Safety::review, {}, FreeingAction::clearFromApp},
+          // What was to be kept came with the advice to delete it.
           Case{"conservar", "borrar_si_no_se_usa", Safety::keep, {}, FreeingAction::deleteIfUnused},
+          Case{"conservar", "revisar_contenido", Safety::keep, {}, FreeingAction::reviewContents},
           Case{"Seguro", "borrar", Safety::review, {}, FreeingAction::reviewContents},
           Case{"", "No_tocar", Safety::review, {}, FreeingAction::reviewContents}}) {
         Parrot model;
         model.answer = answerWith(risk, action);
-        const auto explained = AIExplainer::explain(folder(5), model, now, {}, Language::es);
+        const auto explained = AIExplainer::explain(folder(5), model, now, {}, Language::es, System::linux);
         ASSERT_TRUE(explained) << risk;
         EXPECT_EQ(explained->safety, safety) << risk;
         EXPECT_EQ(explained->suggestedSafety, suggested) << risk;
-        EXPECT_EQ(explained->howToFree, advice(freeing, folder(5), Language::es));
-        EXPECT_EQ(explained->whatItIs + explained->owner + explained->reason, "DatosAppPorque sí");
+        EXPECT_EQ(explained->howToFree,
+                  SafetyPolicy::advice(freeing, safety, folder(5), Language::es, System::linux));
+        EXPECT_EQ(explained->whatItIs + explained->owner, "DatosApp");
+        // A motive for another safety stood beside the one that the policy had put in its place.
+        EXPECT_EQ(explained->reason,
+                  suggested ? HeuristicExplainer::explain(folder(5), now, Language::es, System::linux).reason
+                            : "Porque sí")
+            << risk;
+        EXPECT_EQ(explained->howToFree.contains("borra la carpeta"), false);
         EXPECT_EQ(explained->source, Source::ai);
         EXPECT_EQ(explained->sizeBytes, 5);
         EXPECT_EQ(model.last.prompt, folder(5).promptDescription(now, Language::es));
@@ -82,6 +95,37 @@ TEST(AIExplainer, BelievesNothingInAnotherForm) {
         Parrot model;
         model.answer = wrong;
         EXPECT_FALSE(AIExplainer::explain(folder(5), model, now, {})) << wrong;
+    }
+}
+
+TEST(AIExplainer, ShowsNoTextThatIsEmptyOrNamesWhatNobodyMeasuredOrWhatCouldBeTyped) {
+    // A figure or a command that a model made up, or read in a file's name, stood under a true head.
+    FolderEvidence evidence = folder(12300000000);
+    evidence.largestEntries = {{.name = "https://evil.example", .bytes = 2000000000}};
+    using Case = std::tuple<std::string, std::string, bool>;
+    for (const auto& [whatItIs, reason, isShown] :
+         {Case{"Datos", "Ocupa 12,3 GB.", true}, Case{"Datos", "Ocupa 12 GB.", false},
+          Case{"Datos", "Son dos gigas.", false}, Case{"1 200 MB de datos", "No", false},
+          Case{"Datos", "Es el 12 % del disco.", false}, Case{"", "No", false}, Case{"Datos", " . ", false},
+          Case{"Datos", "Ejecuta sudo rm -rf ~/x.", false}, Case{"Mira https://evil.example", "No", false},
+          Case{"Herramientas de terminal", "Cross-platform files", true},
+          Case{"Datos", "Abre la Terminal.", false}}) {
+        Parrot model;
+        model.answer = answerWith("revisar", "no_tocar", whatItIs, reason);
+        EXPECT_EQ(AIExplainer::explain(evidence, model, now, {}, Language::es).has_value(), isShown)
+            << whatItIs << " " << reason;
+    }
+    Parrot model;
+    model.answer = answerWith("revisar", "no_tocar", "Datos", "No", "Mira www.evil.example");
+    EXPECT_FALSE(AIExplainer::explain(evidence, model, now, {}));
+    model.answer = answerWith("revisar", "no_tocar", "Datos", "No", "");
+    EXPECT_EQ(AIExplainer::explain(evidence, model, now, {}, Language::en)->owner, "unknown");
+    EXPECT_THAT(model.last.instructions, HasSubstr("Linux expert"));
+    // The model was told that this is a Mac.
+    for (const Language language : {Language::es, Language::en}) {
+        EXPECT_THAT(folderInstructions(language, System::linux),
+                    Not(AnyOf(HasSubstr("Mac"), HasSubstr("macOS"), HasSubstr("Apple"))));
+        EXPECT_THAT(folderInstructions(language, System::macos), HasSubstr("macOS"));
     }
 }
 
@@ -112,7 +156,15 @@ TEST(ExplanationCache, IsWrittenWithSortedKeysAndReplacesOnlyWhatItCouldRead) {
         EXPECT_TRUE(cache.save());
         EXPECT_THAT(contentOf(home.path(store)), StartsWith("{\n  \"/h/x\": {\n    \"createdAt\": \"2025"));
     }
-    EXPECT_EQ(ExplanationCache::ofHome(home.path()).lookup(folder(5), now), explanation);
+    const ExplanationCache kept = ExplanationCache::ofHome(home.path());
+    EXPECT_EQ(kept.lookup(folder(5), now), explanation);
+    // Asked in English, the Spanish text was shown.
+    const Language other = currentLanguage() == Language::es ? Language::en : Language::es;
+    EXPECT_EQ(kept.lookup(folder(5), now, other), std::nullopt);
+    auto written = explanationsIn(contentOf(home.path(store)));
+    written.at("/h/x").language.clear(); // As older files are.
+    home.fileWith(store, bytesOf(written));
+    EXPECT_EQ(ExplanationCache::ofHome(home.path()).lookup(folder(5), now, other), explanation);
     std::filesystem::remove(home.path(store));
     home.file(std::string(store) + "/inside");
     EXPECT_FALSE(ExplanationCache::ofHome(home.path()).save());
@@ -135,6 +187,14 @@ TEST(ExplanationService, AsksTheModelOnceForAFolderThatStaysAsItIs) {
     EXPECT_THAT(progress, ElementsAre(Pair(1, 2), Pair(2, 2), Pair(1, 2), Pair(2, 2)));
     ExplanationService::explain({}, model, settings);
     EXPECT_EQ(model.probes, 2) << "without folders there is nothing to ask";
+    // What is remembered is checked like what was just written: the file may be older than the checks.
+    Explanation stale = first.at(folders[0]);
+    stale.reason = "Ocupa 99 GB.";
+    ExplanationCache cache = ExplanationCache::ofHome(home.path());
+    cache.store(stale, Language::es);
+    ASSERT_TRUE(cache.save());
+    EXPECT_EQ(ExplanationService::explain(folders, model, settings), first);
+    EXPECT_EQ(model.questions, 3);
 }
 
 TEST(ExplanationService, AdvisesNobodyToRemoveWhatIsNoUnknownFolderOfAnApp) {

@@ -29,10 +29,11 @@ TEST(ExplainCommand, ShowsWhatTheChosenModelWroteAndAsksItOnce) {
                         R"("motivo":"Se descargan.","accion":"desinstalar_herramienta"})");
     EXPECT_EQ(runTarvo(home, {"settings", "set", "modeloLocal", service.place()}).exitCode, 0);
     for (int round = 0; round < 2; ++round) {
-        EXPECT_THAT(runTarvo(home, {"explain", folder}).output,
-                    AllOf(HasSubstr(" · IA\n  Qué es     Modelos de voz\n  De quién   Voces\n"
-                                    "  Riesgo     Míralo antes. Se descargan.\n"),
-                          HasSubstr("Nota       La IA lo cree seguro, pero no hay garantía: revísalo.")));
+        EXPECT_THAT(
+            runTarvo(home, {"explain", folder}).output,
+            AllOf(HasSubstr(" · IA\n  Qué es     Modelos de voz\n  De quién   Voces\n"
+                            "  Riesgo     Míralo antes. Muchas herramientas no aparecen entre las apps.\n"),
+                  HasSubstr("Nota       La IA lo cree seguro, pero no hay garantía: revísalo.")));
     }
     EXPECT_THAT(service.questions(), SizeIs(1));
 }

@@ -85,7 +85,8 @@ std::string furnish(const TempHome& home) {
                         .howToFree = "Desinstala la herramienta.",
                         .note = "La IA lo cree seguro.",
                         .source = Explanation::Source::ai,
-                        .createdAt = noon});
+                        .createdAt = noon},
+                       Language::es);
     EXPECT_TRUE(explanations.save());
     auto preferences = tarvo::Preferences::load(home.path());
     EXPECT_TRUE(preferences.set(tarvo::preference::protectedFolders, {"/srv/keep"}));

@@ -46,7 +46,7 @@ TEST(FolderEvidence, GathersWhatIsLargestAndWhoseItIs) {
         home.file(".npm/f" + std::to_string(number) + ".t" + std::to_string(number), 100000 * (number + 1));
     }
     const std::vector<InstalledApp> apps{{"npm", "org.npm", "/Applications/npm.app"}};
-    const FolderEvidence npm = FolderEvidence::gather(home.path(".npm"), home.path(), apps);
+    const FolderEvidence npm = FolderEvidence::gather(home.path(".npm"), home.path(), {apps});
     EXPECT_EQ(npm.displayPath, "~/.npm");
     EXPECT_EQ(npm.location, FolderLocation::hiddenHome);
     EXPECT_EQ(npm.usage.fileCount, 9);
@@ -57,9 +57,11 @@ TEST(FolderEvidence, GathersWhatIsLargestAndWhoseItIs) {
     EXPECT_EQ(npm.fileTypes.back().name, "t4");
     EXPECT_FALSE(npm.isAppleComponent);
     for (const char* name : {"com.apple.x", "group.com.apple.x"}) {
-        EXPECT_TRUE(FolderEvidence::gather(home.folder(name), home.path(), apps).isAppleComponent);
+        EXPECT_TRUE(
+            FolderEvidence::gather(home.folder(name), home.path(), {apps}, {}, Language::en, System::macos)
+                .isAppleComponent);
     }
-    EXPECT_EQ(FolderEvidence::gather(home.path() + "x", home.path(), apps).displayPath, home.path() + "x");
+    EXPECT_EQ(FolderEvidence::gather(home.path() + "x", home.path(), {apps}).displayPath, home.path() + "x");
 }
 
 TEST(FolderEvidence, IsDescribedOneFactALine) {
@@ -69,7 +71,7 @@ TEST(FolderEvidence, IsDescribedOneFactALine) {
     full.usage.unreadableCount = 2;
     full.largestEntries = {{"a", 1500000000}, {"b", 1}};
     full.fileTypes = {{"jpg", 2000000}, {"no extension", 7}};
-    EXPECT_EQ(full.promptDescription(noon, Language::es),
+    EXPECT_EQ(full.promptDescription(noon, Language::es, System::macos),
               "~/com.apple.x\\ny: 16,0 GB en 12.345 archivos\ncontenedor de una app con sandbox\n"
               "Último cambio: hace 2 días\nApp relacionada, instalada: Foo Shown\n"
               "Pertenece a macOS (identificador de Apple).\nContenido más grande: a (1,5 GB), b (<1 MB)\n"
@@ -77,7 +79,7 @@ TEST(FolderEvidence, IsDescribedOneFactALine) {
     FolderEvidence bare = evidence("x", FolderLocation::other, App::none);
     for (const auto& [age, en] : {std::pair{0, "today"}, {24, "1 days ago"}, {-72, "today"}}) {
         bare.usage.lastModified = noon - std::chrono::hours(age);
-        EXPECT_THAT(bare.promptDescription(noon, Language::en),
+        EXPECT_THAT(bare.promptDescription(noon, Language::en, System::macos),
                     StartsWith("~/x: 16.0 GB in 0 files\nother location\nLast change: " + std::string(en) +
                                "\nNo installed app matches the name: "));
     }
@@ -110,16 +112,45 @@ TEST(HeuristicExplainer, GoesByThePlaceThenByAppleThenByTheApp) {
     }
 }
 
-TEST(HeuristicExplainer, OnLinuxCallsNothingALeftoverThatShouldBeDeleted) {
+TEST(HeuristicExplainer, OnLinuxCallsNothingALeftoverWithoutEvidence) {
     // Keys, mail and toolchains were "left over … then delete it", since no application has their name.
-    for (const Language language : {Language::en, Language::es}) {
-        const Explanation made = HeuristicExplainer::explain(
-            evidence(".ssh", FolderLocation::hiddenHome, App::none), noon, language, System::linux);
-        EXPECT_EQ(made.safety, Safety::review);
-        EXPECT_THAT(made.howToFree, AnyOf(StartsWith("Check what's inside"), StartsWith("Mira qué hay")));
-        EXPECT_THAT(made.whatItIs,
-                    AnyOf(StartsWith("Data of a program"), StartsWith("Datos de un programa")));
+    using enum FolderLocation;
+    const auto explained = [](const FolderEvidence& given, Language language) {
+        return HeuristicExplainer::explain(given, noon, language, System::linux);
+    };
+    const FolderEvidence unknown = evidence(".ssh", hiddenHome, App::none);
+    EXPECT_EQ(explained(unknown, Language::en).whatItIs,
+              "Data of a program without a desktop icon, or a leftover");
+    EXPECT_EQ(explained(unknown, Language::es).reason, "Muchas herramientas no aparecen entre las apps.");
+    EXPECT_EQ(explained(unknown, Language::en).howToFree, "Check what's inside before deleting anything.");
+    FolderEvidence left = evidence(".var/app/org.a.B", containers, App::none);
+    left.uninstalledOwner = "org.a.B";
+    EXPECT_EQ(explained(left, Language::en).whatItIs, "Left over from org.a.B, which was uninstalled");
+    EXPECT_EQ(explained(left, Language::es).howToFree, "Mira qué hay dentro antes de borrar nada.");
+    FolderEvidence tool = evidence(".rustup", hiddenHome, App::none);
+    tool.relatedApp = InstalledApp{"rustup", "rustup", "/h/.cargo/bin/rustup"};
+    EXPECT_EQ(explained(tool, Language::es).whatItIs, "Datos de rustup");
+    EXPECT_EQ(explained(tool, Language::en).howToFree, "Check what's inside before deleting anything.");
+    const FolderEvidence cache = evidence(".var/app/org.a.B/cache", caches, App::none);
+    EXPECT_EQ(explained(cache, Language::en).whatItIs, "org.a.B cache");
+    EXPECT_EQ(explained(cache, Language::en).reason, "Programs recreate their caches.");
+}
+
+TEST(SafetyPolicy, NeverAdvisesToRemoveOnLinuxWhatIsKept) {
+    // A model said "keep" and "uninstall it and delete the whole folder" in one breath.
+    using enum FreeingAction;
+    const FolderEvidence given = evidence("x", FolderLocation::hiddenHome, App::related);
+    for (const FreeingAction action : {clearFromApp, uninstallTool, deleteIfUnused, reviewContents}) {
+        EXPECT_EQ(SafetyPolicy::advice(action, Safety::keep, given, Language::en, System::linux),
+                  "Leave it as it is.");
+        EXPECT_EQ(SafetyPolicy::advice(action, Safety::review, given, Language::es, System::linux),
+                  advice(action, given, Language::es));
+        EXPECT_EQ(SafetyPolicy::advice(action, Safety::keep, given, Language::es, System::macos),
+                  advice(action, given, Language::es));
     }
+    EXPECT_EQ(SafetyPolicy::note(Safety::keep, Safety::safe, evidence("x", FolderLocation::caches, App::none),
+                                 Language::es, System::linux),
+              "Los programas vuelven a crear sus cachés.");
 }
 
 TEST(SafetyPolicy, LetsNoModelDecideThatSomethingIsSafe) {
@@ -138,7 +169,8 @@ TEST(SafetyPolicy, LetsNoModelDecideThatSomethingIsSafe) {
           Case{FolderLocation::other, false, keep, keep, ""}}) {
         const FolderEvidence given = evidence(isApple ? "com.apple.x" : "x", location, App::none);
         EXPECT_EQ(SafetyPolicy::finalSafety(suggested, given), decided);
-        EXPECT_EQ(SafetyPolicy::note(suggested, decided, given, Language::en).value_or(""), note);
+        EXPECT_EQ(SafetyPolicy::note(suggested, decided, given, Language::en, System::macos).value_or(""),
+                  note);
     }
     const FolderEvidence given = evidence("x", FolderLocation::other, App::none);
     EXPECT_EQ(SafetyPolicy::note(safe, review, given, Language::es),

@@ -50,7 +50,32 @@ TEST(HelpGuard, RefusesCommandsMenuPathsUnknownSizesAndLongTexts) {
                                              {"usa RM -rf", false},
                                              {"a firm answer", false}, // "rm " is looked for as it is.
                                              {"defaults write x", false},
-                                             {"chmod", false}}) {
+                                             {"chmod", false},
+                                             // Figures in other clothes went unseen.
+                                             {"Son doce gigas.", false},
+                                             {"Son 1 200 MB.", false},
+                                             {"Son 12 300 MB y 12,3 GB.", false},
+                                             {"Son 12,3 gigabytes.", false},
+                                             {"Ocupa varios cientos de megas.", false},
+                                             {"Half a gigabyte.", false},
+                                             {"El 12 % del disco.", false},
+                                             {"doce por ciento", false},
+                                             {"Ocupa 12G.", false},
+                                             {"Ocupa gigas.", false},
+                                             {"Una caché de un programa, dos carpetas y 3 archivos.", true},
+                                             {"MEGA and Gigabyte’s tools", false},
+                                             // So did addresses and commands.
+                                             {"Mira https://x.example", false},
+                                             {"Mira www.x.es", false},
+                                             {"Visita malo.com.", false},
+                                             {"Usa apt purge docker.", false},
+                                             {"Usa docker system prune -a", false},
+                                             {"Con pip cache purge", false},
+                                             {"curl x.io/y", false},
+                                             {"a && b", false},
+                                             {"Con --force", false},
+                                             {"com.foo.Bar y Node.js, de Docker", true},
+                                             {"Ajustes > General", false}}) {
         EXPECT_EQ(HelpGuard::acceptable(text, allowed), isAcceptable) << text;
     }
     std::string accents;
@@ -59,6 +84,8 @@ TEST(HelpGuard, RefusesCommandsMenuPathsUnknownSizesAndLongTexts) {
     }
     EXPECT_TRUE(HelpGuard::acceptable(accents, allowed));
     EXPECT_FALSE(HelpGuard::acceptable("5 GB", "nada"));
+    EXPECT_TRUE(HelpGuard::acceptable("Con medio giga o «docker system prune».",
+                                      "Libera medio giga. Hace «docker system prune»."));
 }
 
 TEST(HelpAssistant, ShowsTheModelTheClosestTopicsAndTheFactsAndBelievesWhatItCanCheck) {

@@ -1,5 +1,5 @@
-#include "LumoCore/Inventories/InstalledApp.h"
 #include "LumoCore/Inventories/AppCaches.h"
+#include "LumoCore/Inventories/Installed.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
@@ -300,4 +300,60 @@ TEST(InstalledApp, IsRelatedToAFolderByIdentifierThenAliasThenWord) {
     }
     EXPECT_EQ(apps.front().spokenName(), "Foo Bar");
     EXPECT_EQ(apps.back().spokenName(), "Café Élite");
+}
+
+TEST(Installed, KnowsOnLinuxWhoseAFolderIsByWholeWordsOnly) {
+    // "~/.mozilla" was Thunderbird's, since the name of that has the letters in it.
+    const TempHome home;
+    home.program("bin/rustup", "exit 0");
+    home.program("bin/test", "exit 0");
+    home.file("bin/notes");
+    const std::vector<InstalledApp> apps{
+        {"Mozilla Thunderbird", "thunderbird", "/a/thunderbird.desktop", "thunderbird"},
+        {"Visual Studio Code", "code", "/a/code.desktop", "code"},
+        {"Telegram Desktop", "org.telegram.desktop", "/a/org.telegram.desktop", "Telegram"},
+        {"Files", "org.gnome.Nautilus", "/a/org.gnome.Nautilus.desktop", "nautilus"},
+        {"Web Browser", "firefox-esr", "/a/firefox-esr.desktop", "firefox-esr"}};
+    Installed installed{.apps = apps, .programFolders = {home.path("bin")}, .packages = {"ibus"}};
+    using Folders = std::vector<const char*>;
+    for (const auto& [name, folders] :
+         {std::pair{"Mozilla Thunderbird",
+                    Folders{".thunderbird", "Thunderbird-backup", "mozilla thunderbird"}},
+          {"Visual Studio Code", Folders{"Code", ".vscode", "code"}},
+          {"Telegram Desktop", Folders{"TelegramDesktop", "org.telegram.desktop", "org.telegram.desktop.x"}},
+          {"Files", Folders{"nautilus", "org.gnome.Nautilus"}},
+          {"Web Browser", Folders{".mozilla", "firefox-esr"}},
+          {"rustup", Folders{".rustup", "Rustup"}},
+          {"ibus", Folders{".ibus"}},
+          {"", Folders{"thunderbirds", "my-thunderbird", "studio", ".files", "desktop", "org", "org.telegram",
+                       "bird", ".test", ".notes", "", ".", "web", "xcode", "rustup-old"}}}) {
+        for (const char* folder : folders) {
+            const auto app = installed.related(folder, System::linux);
+            EXPECT_EQ(app ? app->name : "", name) << folder;
+        }
+    }
+    EXPECT_EQ(installed.related("studio", System::macos)->name, "Visual Studio Code");
+    installed.apps.erase(installed.apps.end() - 1);
+    EXPECT_FALSE(installed.related(".mozilla", System::linux)) << "with nobody left to whom it can belong";
+}
+
+TEST(Installed, SaysWhatWasUninstalledOnlyWithEvidence) {
+    const TempHome home;
+    home.folders({"flatpak/org.a.Here", "snap-apps/here"});
+    const Installed installed{.apps = {},
+                              .removedPackages = {"gone", "again"},
+                              .flatpakFolders = {home.path("none"), home.path("flatpak")},
+                              .snapFolders = {home.path("snap-apps")}};
+    const auto owner = [&](const std::string& path, const Installed& given) {
+        return given.uninstalledOwnerOf("/h/" + path, "/h", System::linux).value_or("");
+    };
+    using Case = std::pair<const char*, const char*>;
+    for (const auto& [path, expected] :
+         {Case{".var/app/org.a.Gone", "org.a.Gone"}, Case{".var/app/org.a.Gone/data", "org.a.Gone"},
+          Case{".var/app/org.a.Here", ""}, Case{"snap/gone", "gone"}, Case{"snap/here/common", ""},
+          Case{".config/gone", "gone"}, Case{".gone", "gone"}, Case{".other", ""}}) {
+        EXPECT_EQ(owner(path, installed), expected) << path;
+        EXPECT_EQ(owner(path, {}), "") << "nothing is known of this machine";
+    }
+    EXPECT_FALSE(installed.uninstalledOwnerOf("/h/.gone", "/h", System::macos));
 }

@@ -191,8 +191,35 @@ TEST(FolderLocation, FollowsFromThePathAlone) {
           Case{"/h/Library/Developer/x", developer}, Case{"/h/.config/x", hiddenHome},
           Case{"/h/Library/Caches", other}, Case{"/h", other}, Case{"/other/.config", other},
           Case{"/h/code/.git", other}}) {
-        EXPECT_EQ(folderLocation(path, "/h"), expected) << path;
+        EXPECT_EQ(folderLocation(path, "/h", System::macos), expected) << path;
     }
-    EXPECT_EQ(description(containers, Language::es), "contenedor de una app con sandbox");
-    EXPECT_EQ(description(containers, Language::en), "a sandboxed app's container");
+    EXPECT_EQ(description(containers, Language::es, System::macos), "contenedor de una app con sandbox");
+    EXPECT_EQ(description(containers, Language::en, System::macos), "a sandboxed app's container");
+}
+
+TEST(FolderLocation, KnowsWhereProgramsKeepTheirFilesOnLinux) {
+    // Every cache below ~/.cache was a hidden folder that nobody could name.
+    using enum FolderLocation;
+    using Case = std::tuple<const char*, FolderLocation, const char*>;
+    for (const auto& [path, expected, owner] :
+         {Case{"/h/.cache/pip", caches, "pip"}, Case{"/h/.cache/pip/http", caches, "pip"},
+          Case{"/h/.var/app/org.a.B/cache", caches, "org.a.B"},
+          Case{"/h/.var/app/org.a.B/cache/x", caches, "org.a.B"},
+          Case{"/h/.var/app/org.a.B/caches", containers, "org.a.B"},
+          Case{"/h/.var/app/org.a.B", containers, "org.a.B"},
+          Case{"/h/snap/tool/common/.cache", caches, "tool"}, Case{"/h/snap/tool/12", containers, "tool"},
+          Case{"/h/.config/Code", applicationSupport, "Code"},
+          Case{"/h/.local/share/x/y", applicationSupport, "x"},
+          Case{"/h/.local/state/x", applicationSupport, "x"}, Case{"/h/.cache", hiddenHome, ".cache"},
+          Case{"/h/.ssh", hiddenHome, ".ssh"}, Case{"/h/Library/Caches/TarvoAI/x", own, "x"},
+          Case{"/h/.config/TarvoAI", own, "TarvoAI"},
+          Case{"/h/.config/TarvoAIx", applicationSupport, "TarvoAIx"},
+          Case{"/h/Documents", other, "Documents"}, Case{"/other/.cache/x", other, "x"}}) {
+        EXPECT_EQ(folderLocation(path, "/h", System::linux), expected) << path;
+        EXPECT_EQ(ownersName(path, "/h", System::linux), owner) << path;
+    }
+    EXPECT_EQ(description(caches, Language::es, System::linux),
+              "carpeta de cachés (los programas vuelven a crear lo que hay aquí)");
+    EXPECT_EQ(description(caches, Language::en, System::linux),
+              "caches folder (programs recreate what's here)");
 }
