@@ -29,12 +29,14 @@ std::string listLine(std::string_view heading, const char* pattern, const std::v
     return parts.empty() ? std::string() : fmt::format("{}{}\n", heading, fmt::join(parts, ", "));
 }
 
-std::string changeLine(Date changed, Date now, Language language) {
+std::string changeLine(Date changed, Date now, Language language, System system) {
+    constexpr Words many{"hace {} días", "{} days ago"};
+    constexpr SystemWords one{.macos = many, .linux = {"hace {} día", "{} day ago"}};
     // A clock that was ahead makes files of tomorrow.
     const int days = midnightsBetween(changed, now);
     const std::string when =
         days <= 0 ? Words{"hoy", "today"}.in(language)
-                  : Words{"hace {} días", "{} days ago"}.in(language, ByteFormat::number(days, 0, language));
+                  : (days == 1 ? one.on(system) : many).in(language, ByteFormat::number(days, 0, language));
     return fmt::format("{}{}\n", Words{"Último cambio: ", "Last change: "}.in(language), when);
 }
 
@@ -117,11 +119,14 @@ std::optional<std::string> FolderEvidence::appName() const {
 
 std::string FolderEvidence::promptDescription(Date now, Language language, System system) const {
     const std::string files = ByteFormat::number(static_cast<double>(usage.fileCount), 0, language);
-    std::string lines = Words{"{}: {} en {} archivos\n", "{}: {} in {} files\n"}.in(
-        language, printable(displayPath), shortSize(usage.allocatedBytes, language), files);
+    constexpr Words ofMany{"{}: {} en {} archivos\n", "{}: {} in {} files\n"};
+    constexpr SystemWords ofOne{.macos = ofMany, .linux = {"{}: {} en {} archivo\n", "{}: {} in {} file\n"}};
+    std::string lines =
+        (usage.fileCount == 1 ? ofOne.on(system) : ofMany)
+            .in(language, printable(displayPath), shortSize(usage.allocatedBytes, language), files);
     lines += std::string(description(location, language, system)) + "\n";
     if (usage.lastModified) {
-        lines += changeLine(*usage.lastModified, now, language);
+        lines += changeLine(*usage.lastModified, now, language, system);
     }
     lines += appLine(*this, language, system);
     if (isAppleComponent) {

@@ -83,6 +83,10 @@ TEST(FolderEvidence, IsDescribedOneFactALine) {
                     StartsWith("~/x: 16.0 GB in 0 files\nother location\nLast change: " + std::string(en) +
                                "\nNo installed app matches the name: "));
     }
+    bare.usage.fileCount = 1;
+    bare.usage.lastModified = noon - std::chrono::hours(24);
+    EXPECT_THAT(bare.promptDescription(noon, Language::es, System::linux),
+                AllOf(HasSubstr(" en 1 archivo\n"), HasSubstr(": hace 1 día\n")));
 }
 
 TEST(HeuristicExplainer, GoesByThePlaceThenByAppleThenByTheApp) {
