@@ -172,7 +172,8 @@ void addProjects(Page& page, const ScanReport& report, Identifiers identifiers) 
     }
     if (!table.isEmpty()) {
         page.section(
-            Words{"Proyectos: carpetas que se regeneran solas", "Projects: folders that can be rebuilt"}.in(),
+            Words{"Proyectos: carpetas que se pueden regenerar", "Projects: folders that can be rebuilt"}
+                .in(),
             recoverable, Tint::safe, table, restText(restCount, restBytes));
     }
 }

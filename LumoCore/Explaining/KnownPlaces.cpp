@@ -72,7 +72,7 @@ std::optional<KnownPlaces::Saying> KnownPlaces::sayingFor(const std::string& pat
         std::ranges::find_if(rulePlaces_, [&](const RulePlace& place) { return isInside(path, place.path); });
     if (rulePlace != rulePlaces_.end()) {
         return Saying{{"Lo que el catálogo de Tarvo AI conoce como «{}», o parte de ello",
-                       "What Tarvo AI's catalog knows as “{}”, or a part of it"},
+                       "What Tarvo AI's catalogue knows as “{}”, or a part of it"},
                       unknown,
                       rulePlace->ruleName};
     }

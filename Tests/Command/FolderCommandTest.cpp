@@ -45,7 +45,7 @@ TEST(FolderCommand, ListsAFolderToProgramsAndToPeople) {
 
     const std::string shown = runTarvo(home, {"carpeta", path}).output;
     EXPECT_THAT(shown, AllOf(StartsWith("~/Library/Caches/app  3 MB · 3 archivos"),
-                             HasSubstr("\ncarpeta de cachés de macOS (las apps"),
+                             HasSubstr("\ncarpeta de cachés (los programas"),
                              HasSubstr("\nCasi todo está en inner\n"), HasSubstr("  big.BIN\n"),
                              HasSubstr("y 2 más (<1 MB)"), HasSubstr("\nPor tipo de archivo\n"),
                              Not(HasSubstr("\x1B"))));
