@@ -39,7 +39,9 @@ Popup {
             wrapMode: Text.WordWrap
         }
         Repeater {
-            model: [Words.welcomeLooks, Words.welcomeSetsAside.arg(ModelWords.retentionDays), Words.welcomeAsks]
+            model: [
+                Words.welcomeLooks, Words.welcomeSetsAside.arg(ModelWords.retentionDays), Words.welcomeAsks
+            ]
 
             Line {
                 required property string modelData
