@@ -98,7 +98,7 @@ std::optional<KnownPlaces::Saying> KnownPlaces::sayingInHome(const std::string& 
                        "A folder in which several apps keep things, or a part of what one keeps"},
                       unknown};
     }
-    if (Scanner::isInProject(path, home_)) {
+    if (Scanner::projectAbove(path, home_)) {
         return Saying{{"Un proyecto de desarrollo, o parte de uno", "A developer project, or a part of one"},
                       users};
     }
