@@ -96,7 +96,8 @@ TEST(ExplainCommand, ExplainsTheGivenFoldersAndShowsItsEvidence) {
         StartsWith("● ~/Library/Application Support/com.foo.bar.agent  2 MB · aproximada\n"
                    "  Qué es     Datos de Foo Bar\n"
                    "  Riesgo     Míralo antes. Puede contener ajustes o documentos de la app.\n"
-                   "  Qué hacer  Revisar desde los ajustes de Foo Bar o desinstalarla si no la usas.\n\n"
+                   "  Qué hacer  Mira en los ajustes de Foo Bar qué deja borrar; desinstalarla no quita esta "
+                   "carpeta.\n\n"
                    "● ~/Library/Caches/com.apple.x  "));
 
     const JsonValue evidence = *jsonOf(home, {"explain", data, "--evidence"}).find(data);
