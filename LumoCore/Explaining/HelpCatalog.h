@@ -70,8 +70,7 @@ std::vector<const HelpTopic*> relevant(std::string_view question, std::size_t li
 bool isAboutThisMac(std::string_view question, System system = currentSystem());
 
 /// The answer of the topic that clearly matches; none when no one does or the question is about this Mac. On
-/// Linux only what the question is about is looked for, one of its words must begin a word of the topic's
-/// question or keywords, and a topic that has all of them, alone, matches clearly, too.
+/// a Mac that takes a score of 6; on Linux see `HelpQuestion::clearTopic`.
 std::optional<HelpAnswer> directAnswer(std::string_view question, Language language = currentLanguage(),
                                        System system = currentSystem());
 

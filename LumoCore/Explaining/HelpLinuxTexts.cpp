@@ -28,14 +28,15 @@ std::span<const LinuxRow> linuxRows() {
                        "mirar antes, leyenda, pinta, riesgo, gris, grises",
                        "violet, yellow, red, colors, colour, colours, colored, stripe, stripes, hatched, "
                        "kept, keep, unclassified, classified, needs a look, look first, legend, risk, "
-                       "grays"}},
+                       "grays, lilac"}},
          {.id = "regenera",
           .keywords = {"npm, pip, regenera solo, temporal, temporales, basura, seguro borrar, marcar lo "
                        "seguro, recuperable, volver a descargar, dejan de funcionar, estropear "
-                       "programas, cache de paquetes, cache de apps, reaparece",
+                       "programas, cache de paquetes, cache de apps, reaparece, sin riesgo, siguen "
+                       "funcionando, funcionando",
                        "npm, pip, recreates itself, temp, temporary, junk, garbage, select safe, "
                        "recoverable, download again, stop working, break programs, package caches, app "
-                       "caches, rebuilt, come back"}},
+                       "caches, rebuilt, come back, safe to remove, still work, work afterwards"}},
          {.id = "libera",
           .question = {},
           .answer =
@@ -53,17 +54,17 @@ std::span<const LinuxRow> linuxRows() {
                "fills with what you select."},
           .keywords = {"limpiar, pulsar limpiar, objetivo, meta, subir objetivo, subo, bajar objetivo, "
                        "medidor, espacio, lleno, disco ocupado, no cambia, no ha cambiado, liberado, "
-                       "sigue lleno",
+                       "sigue lleno, el mas y el menos",
                        "clean, press clean, goal, target, raise goal, lower goal, meter, bar, full, disk "
-                       "used, still, freed, did nothing, nothing changed, space"}},
+                       "used, still, freed, did nothing, nothing changed, space, emptier, plus and minus"}},
          {.id = "apartado",
           .keywords = {"vuelva, vuelvan, cuantos dias se, todo como estaba, equivocada, equivocado, "
                        "volver atras, recuperarlo, devolver, error, equivocacion, sin querer, borre, "
                        "borrado, arrepentido, arrepiento, apartados, donde van, van mis archivos, al "
-                       "limpiar, a donde fue, papelera",
+                       "limpiar, a donde fue, papelera, lo que no era, las cosas, desaparece, limpie mal",
                        "old file back, how many days, undone, bring back, back, mistake, wrong, regret, "
                        "changed my mind, deleted, removed, set aside, where did my files go, files after "
-                       "cleaning, recycle bin, wastebasket"}},
+                       "cleaning, recycle bin, wastebasket, put things back, gone, holding, holding area"}},
          {.id = "vaciar",
           .keywords = {"vaciar ahora, borrar definitivamente, borrado definitivo, del todo, ahora mismo",
                        "empty now, delete permanently, permanent, for ever, right now"}},
@@ -90,9 +91,9 @@ std::span<const LinuxRow> linuxRows() {
           .answer = {},
           .keywords = {"espia, programa espia, ve mis archivos, ven mis archivos, privado, privada, "
                        "sube, sube algo, recoge, recopila, recopilan, espiar, en linea, publicidad, "
-                       "anuncios, cuenta de usuario, conexion, red",
+                       "anuncios, cuenta de usuario, conexion, red, se conecta",
                        "spyware, see my files, sees my files, collect, collects, online, offline, ads, "
-                       "account, spying, tracking, network, phone home"}},
+                       "account, spying, tracking, network, phone home, connect to a server, filenames"}},
          {.id = "segura",
           .question = {"¿Es segura? ¿Está firmada?", "Is it safe? Is it signed?"},
           .answer =
@@ -108,15 +109,15 @@ std::span<const LinuxRow> linuxRows() {
                "your own computer, from its source code."},
           .keywords = {"virus, romper, rompe, estropear, dano, danar, peligro, peligroso, miedo, perder "
                        "datos, borrar documentos, importante, importantes, corte de luz, apagon, a "
-                       "medias, confiar, se va la luz, estropea, fallo",
+                       "medias, confiar, se va la luz, estropea, fallo, herramienta",
                        "virus, malicious, ruin, damage, destroy, harm, danger, risky, lose data, losing, "
                        "important, afraid, scared, power cut, blackout, halfway, crashes, delete "
-                       "documents, break my computer, break, breaks"}},
+                       "documents, break my computer, break, breaks, wreck, tool"}},
          {.id = "compartir",
           .keywords = {"publicar en x, twitter, guardar imagen, copiar imagen, celebracion, lo que he "
-                       "liberado, mis amigos, ensenar, captura de lo liberado",
+                       "liberado, mis amigos, ensenar, captura de lo liberado, tuitear",
                        "share on x, twitter, save image, save the card, picture, copy image, "
-                       "celebration, show my friends, what i freed"}},
+                       "celebration, show my friends, what i freed, tweet"}},
          {.id = "ia",
           .answer =
               {"Son una orientación, no una orden. La IA solo ve el nombre de una carpeta, dónde está, "
@@ -135,17 +136,18 @@ std::span<const LinuxRow> linuxRows() {
                "the Settings, by naming a model that runs on your own computer."},
           .keywords = {"explicar con ia, aproximada, aproximacion, resumen, resumen del disco, modelo "
                        "local, lo dice, en que se basa, inventa, inventar, equivocarse, equivoca, "
-                       "alucina, llm, ia, la ia",
+                       "alucina, llm, ia, la ia, ia funciona en mi",
                        "explain with ai, ai explanations, approximate, approximation, summary, disk "
                        "summary, local model, says who, what it rests on, hallucinate, invent, mistaken, "
                        "llm, be wrong, ai, made up, makes up"}},
          {.id = "bloqueado",
           .keywords = {"candado, bloqueo, no se puede limpiar, no se puede marcar, solo se ensena, "
                        "desmarcar, cerrar antes, cierra antes, cierre, cierre antes, primero, en gris, "
-                       "desactivada, no puedo seleccionar, deshabilitado, abierto, esta abierta",
+                       "desactivada, no puedo seleccionar, deshabilitado, abierto, esta abierta, cierra "
+                       "la app, cerrar la app",
                        "padlock, shown only, cannot be cleaned, can t be cleaned, ticked, deselect, quit "
                        "first, close first, first, grayed out, greyed, greyed out, disabled, "
-                       "unavailable, running, click, is open, quit"}},
+                       "unavailable, running, click, is open, quit, close the app"}},
          {.id = "docker",
           .answer =
               {"Docker Desktop guarda todo en un archivo que reserva mucho sitio pero solo ocupa lo que "
@@ -230,14 +232,14 @@ std::span<const LinuxRow> linuxRows() {
           .keywords = {"bandeja del sistema, panel, indicador, ha crecido, crecido, crece, crecimiento, "
                        "lo que mas ha crecido, al iniciar sesion, arranque, arrancar, al encender",
                        "system tray, panel, indicator, grew, grown, grew most, growth, growing, start at "
-                       "login, startup, autostart, boot"}},
+                       "login, startup, autostart, boot, got bigger"}},
          {.id = "ajustes",
           .keywords = {"rueda dentada, engranaje, tema, claro, oscuro, oscura, aspecto, apariencia, "
-                       "tamano del texto, texto, letra, letras, carpetas protegidas, proteger, protejo, "
-                       "carpeta protegida, no tocar nunca, nunca, excluir, opcion, apagar una opcion",
-                       "gear, theme, light, dark, appearance, text size, text, font, letters, protected "
+                       "tamano del texto, letra, letras, carpetas protegidas, proteger, protejo, carpeta "
+                       "protegida, no tocar nunca, nunca, excluir, opcion, apagar una opcion, configura",
+                       "gear, theme, light, dark, appearance, text size, font, letters, protected "
                        "folders, protect, protected folder, never touch, never, exclude, ignore a "
-                       "folder, option, turn off"}},
+                       "folder, option, turn off, bigger text"}},
          {.id = "dentro",
           .answer = {"Sí. La lupa de un bloque abre la carpeta y reparte el mapa entre lo que tiene dentro, "
                      "con lo más grande primero; lo más pequeño va junto en un solo bloque. Puedes seguir "
@@ -258,8 +260,8 @@ std::span<const LinuxRow> linuxRows() {
                        "glass, preview, smallest, look into, content, what is in a folder, go into, go "
                        "inside"}},
          {.id = "agente",
-          .keywords = {"windsurf, chatgpt, gemini, servidor mcp, otra ia, conectarla",
-                       "windsurf, chatgpt, gemini, mcp server, other ai, hook up"}},
+          .keywords = {"windsurf, chatgpt, gemini, otra ia, conectarla, servidor mcp",
+                       "windsurf, chatgpt, gemini, other ai, hook up, mcp server"}},
          {.id = "fotos",
           .question = {"¿Puede ayudarme con mis fotos?", "Can it help me with my photos?"},
           .answer =
@@ -291,8 +293,9 @@ std::span<const LinuxRow> linuxRows() {
           .keywords = {"archivar una carpeta, zip, cosas viejas, antigua, antiguas, reducir, no uso casi",
                        "archive a folder, zip it, old stuff, old files, rarely, pack"}},
          {.id = "duplicados",
-          .keywords = {"dos veces el mismo, archivos repetidos, copias del mismo, duplicada",
-                       "dupes, doubles, copies of the same, repeated files"}},
+          .keywords = {"dos veces el mismo, archivos repetidos, copias del mismo, duplicada, identicos, "
+                       "identicas",
+                       "dupes, doubles, copies of the same, repeated files, identical files"}},
          {.id = "explorador",
           .answer =
               {"No tiene una ventana aparte para recorrer archivos, pero el mapa hace algo parecido: la "

@@ -20,29 +20,29 @@ constexpr std::string_view spanishFunctionWords =
     "cuantos da dame dar de debe deberia debo decir deja dejar del desde despues dice dicen dime donde "
     "dos el ella ellas ello ellos en entonces entre era eres es esa esas ese eso esos esta estan estar "
     "estas este esto estos estoy falta fue funciona gente gracias grande grandes ha haber habia hace "
-    "hacen hacer haces hacia haga hago han has hasta hay haya he hola ir la las le les lo los luego mala "
-    "malo mas me mi mientras mio mios mis mismo mucha muchas mucho muchos muy nada necesario ni no nos "
-    "nosotros nueva nuevo o os otra otras otro otros para parece parte pasa pasar pequena pequeno pero "
-    "pinchado pinchar pincho poco podemos poder podria podrias pone ponen poner pongo por porque posible "
-    "primer primera primero puede pueden puedes puedo pues pulsado pulsar pulse pulso que queda quedan "
-    "quedar quien quiere quieren quieres quiero sabe saber sale salen se sea ser si sido siendo significa "
-    "significan sino sirve sirven sobre sola solo son soy su sus tal tambien tan tanta tarvo te tendria "
-    "tener tengo ti tiene tienen tienes toda todas todavia todo todos tu tus un una unas uno unos usa "
-    "usar uso va vale vamos van ve veo ver vez voy y ya yo";
+    "hacen hacer haces hacia haga hago han has hasta hay haya he hola idea ir la las le les lo los luego "
+    "mala malo mas me mi mientras mio mios mis mismo mucha muchas mucho muchos muy nada necesario ni no "
+    "nos nosotros nueva nuevo o os otra otras otro otros para parece parte pasa pasar pequena pequeno "
+    "pero pinchado pinchar pincho poco podemos poder podria podrias pone ponen poner pongo por porque "
+    "posible preocupa preocupo primer primera primero puede pueden puedes puedo pues pulsado pulsar pulse "
+    "pulso que queda quedan quedar quien quiere quieren quieres quiero sabe saber sale salen se sea ser "
+    "si sido siendo significa significan sino sirve sirven sobre sola solo son soy su sus tal tambien tan "
+    "tanta tarvo te tendria tener tengo ti tiene tienen tienes toda todas todavia todo todos tu tus un "
+    "una unas uno unos usa usar uso uy va vale vamos van ve veo ver verdad vez voy y ya yo";
 constexpr std::string_view englishFunctionWords =
     "a about actually after all also always am an and any anybody anyone anything anyway app are aren as "
-    "at bad be because been before being big but by can cannot click clicked could couldn did didn "
-    "different do does doesn doing don done dont each else even ever every everything first for from get "
-    "gets getting give gives go goes going gone got had happen happens has have having he hello help her "
-    "here hey hi his how i if in instead into is isn it its just kind know large let like ll lot lots "
-    "made make makes many may maybe me mean means might mine missing more most much must my needed new no "
-    "not now of off ok okay on one ones only or other our ours out over own people please possible press "
-    "pressed put really rid s same say saying says see seem seems set shall she should show showing shows "
-    "sit small so some somebody someone something speak speaks stand stay stuff such support supports "
-    "sure symbol t take takes taking tarvo tell tells than that the their them then there these they "
-    "thing things this those though through to today told too top try under up us use used uses using "
-    "very wait want wanted wants was way we well were what when where whether which while who whose why "
-    "will with would wouldn yes yet you your yours";
+    "at bad be because been before being big but by can cannot click clicked come comes could couldn did "
+    "didn different do does doesn doing don done dont each else even ever every everything first for from "
+    "get gets getting give gives go goes going gone got had happen happens has have having he hello help "
+    "her here hey hi his how i idea if in instead into is isn it its just kind know large let like ll lot "
+    "lots made make makes many may maybe me mean means might mine missing more most much must my needed "
+    "new no not now of off ok okay on one ones only oops or other our ours out over own people please "
+    "plug possible press pressed put really rid s same say saying says see seem seems set shall she "
+    "should show showing shows since sit small so some somebody someone something speak speaks stand stay "
+    "stuff such support supported supports sure symbol t take takes taking tarvo tell tells than that the "
+    "their them then there these they thing things this those though through to today told too top try "
+    "under up us use used uses using very wait want wanted wants was way we well were what when where "
+    "whether which while who whose why will with worried worry would wouldn yes yet you your yours";
 
 // What a question may name that is about one of many topics.
 constexpr std::string_view spanishCommonThings =
@@ -80,13 +80,23 @@ bool isCommonThing(std::string_view word, Language language) {
     return (language == Language::es ? spanish : english).contains(word);
 }
 
-std::vector<std::string> subjects(std::string_view question, Language language) {
+/// The words of a normalized text that say something, each once, as many as a question has at most.
+std::vector<std::string> tellingWords(std::string_view normalized, Language language) {
+    constexpr std::size_t mostWords = 40; // Each is compared with every topic.
     std::vector<std::string> found;
-    for (std::string& word : wordsIn(HelpCatalog::normalize(question))) {
-        if (!isFunctionWord(word, language) && std::ranges::find(found, word) == found.end()) {
+    for (std::string& word : wordsIn(normalized)) {
+        if (found.size() < mostWords && !isFunctionWord(word, language) &&
+            std::ranges::find(found, word) == found.end()) {
             found.push_back(std::move(word));
         }
     }
+    return found;
+}
+
+/// Those that are looked for.
+
+std::vector<std::string> subjects(std::string_view question, Language language) {
+    std::vector<std::string> found = tellingWords(HelpCatalog::normalize(question), language);
     const auto isCommon = [&](const std::string& word) { return isCommonThing(word, language); };
     if (!std::ranges::all_of(found, isCommon)) {
         std::erase_if(found, isCommon);
@@ -106,7 +116,7 @@ bool hasPhrase(const HelpTopic& topic, const std::string& question, Language lan
         const std::string phrase = " " + keyword + " ";
         const std::size_t count = wordsIn(keyword).size();
         return question == phrase ||
-               ((count > 2 || (count == 2 && subjects(keyword, language).size() == 2)) &&
+               ((count > 2 || (count == 2 && tellingWords(keyword, language).size() == 2)) &&
                 question.find(phrase) != std::string::npos);
     });
 }
@@ -137,23 +147,32 @@ struct Fit {
     std::ptrdiff_t firstWord = 0; ///< The first of them that says something, counted from the question's end.
 };
 
+Fit fitOf(const HelpTopic& topic, const std::string& asked, const std::vector<std::string>& words,
+          const HelpCatalog::Shelf& all) {
+    Fit fit{.topic = &topic};
+    for (std::size_t position = 0; position < words.size(); ++position) {
+        fit.begun += begins(words[position], asked) ? 1 : 0;
+        const int weight = weightOf(words[position], topic, all);
+        fit.weight += weight;
+        if (weight > 0 && fit.firstWord == 0) {
+            fit.firstWord = std::ssize(words) - static_cast<std::ptrdiff_t>(position);
+        }
+    }
+    return fit;
+}
+
+/// How each topic fits, best first.
 std::vector<Fit> fitsOf(std::string_view question, const std::vector<std::string>& words, Language language) {
     const HelpCatalog::Shelf& all = HelpCatalog::shelf(language, System::linux);
     const std::string whole = fmt::format(" {} ", fmt::join(wordsIn(HelpCatalog::normalize(question)), " "));
     std::vector<Fit> fits;
+    for (std::size_t index = 0; index < all.topics.size(); ++index) {
+        fits.push_back(fitOf(all.topics[index], all.texts[index].asked, words, all));
+        fits.back().hasPhrase = hasPhrase(all.topics[index], whole, language);
+    }
     for (const auto& [topic, score] :
          HelpCatalog::scored(fmt::format("{}", fmt::join(words, " ")), language, System::linux)) {
-        const auto index = static_cast<std::size_t>(topic - all.topics.data());
-        Fit fit{.topic = topic, .hasPhrase = hasPhrase(*topic, whole, language), .score = score};
-        for (std::size_t position = 0; position < words.size(); ++position) {
-            fit.begun += begins(words[position], all.texts[index].asked);
-            const int weight = weightOf(words[position], *topic, all);
-            fit.weight += weight;
-            if (weight > 0 && fit.firstWord == 0) {
-                fit.firstWord = std::ssize(words) - static_cast<std::ptrdiff_t>(position);
-            }
-        }
-        fits.push_back(fit);
+        fits[static_cast<std::size_t>(topic - all.topics.data())].score = score;
     }
     // Of equal scores, that of whole words weighs more than that of letters inside others.
     std::ranges::stable_sort(fits, std::ranges::greater(), [](const Fit& fit) {
@@ -196,9 +215,6 @@ const HelpTopic* clearTopic(std::string_view question, Language language) {
     constexpr int clearWeight = 2;
     const std::vector<std::string> words = subjects(question, language);
     const std::vector<Fit> fits = fitsOf(question, words, language);
-    if (fits.empty()) {
-        return nullptr;
-    }
     const Fit& best = fits.front();
     if (best.begun > 0 && (best.hasPhrase || (best.score >= clearMatch && best.begun > 1))) {
         return best.topic;

@@ -13,9 +13,9 @@ std::vector<std::string> wordsIn(std::string_view normalized);
 /// folder, a block of the map). Words of the same once; normalized.
 std::string soughtIn(std::string_view question, Language language);
 
-/// The topic that clearly answers the question: one of whose keywords of several words stands in it, or that
-/// has two words of it and the score that this takes, or that alone has a word of it when the help knows all
-/// the others, too. None when there is no such topic.
+/// The topic that clearly answers the question: one of whose keywords is the question or, being of several
+/// words, stands in it; or that has two words of it and the score that this takes; or for which its words say
+/// more than for any other, with few that the help does not use. None when there is no such topic.
 const HelpTopic* clearTopic(std::string_view question, Language language);
 
 /// How many of the words that are looked for, of four letters at least, stand whole in the topic's question
