@@ -12,6 +12,7 @@
 #include "TarvoApp/App/Settings.h"
 #include "TarvoModel/Flows/Archiving.h"
 #include "TarvoModel/Flows/ScanResult.h"
+#include "TarvoModel/Showing/Emptied.h"
 #include "TarvoModel/Showing/Goal.h"
 
 #include <QImage>
@@ -328,6 +329,7 @@ class AppModel final : public QObject {
     struct Changed {
         std::string notice;
         std::int64_t freed = 0;
+        bool putsBack = false; ///< Something that was set aside is where it was.
     };
     /// Runs the change in the background, says what came of it, and scans again.
     void change(const std::string& doing, const std::function<lumo::Result<Changed>(const Desk&)>& change);
@@ -357,6 +359,7 @@ class AppModel final : public QObject {
     AppServices services_;
     Settings settings_;
     TickedPlan plan_;
+    Emptied emptied_;
     std::map<std::string, lumo::Explanation> explanations_;
     std::map<std::string, std::string> evidence_; ///< By path, in words; empty while it is gathered.
     RowList rows_;

@@ -137,6 +137,7 @@ void AppModel::apply(ScanResult result) {
         growth_ = std::move(*result.growth);
     }
     shown_ = std::move(result.shown);
+    emptied_.leaveOut(result.entries, result.defaults, result.rows);
     plan_.take(std::move(result.entries), std::move(result.defaults));
     allRows_ = std::move(result.rows);
     recoverable_ = result.recoverable;
@@ -198,6 +199,7 @@ void AppModel::replan() {
             recoverable_ = lumo::CleanupPlanner::safeRecoverableBytes(made->entries);
             Selection defaults = tarvo::defaultSelection(made->entries);
             shown_ = std::move(made->shown);
+            emptied_.leaveOut(made->entries, defaults, allRows_);
             plan_.take(std::move(made->entries), std::move(defaults));
             showRows();
             showMap();

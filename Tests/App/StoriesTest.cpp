@@ -159,6 +159,33 @@ TEST(AppStories, ACleanupIsConfirmedDoneUndoneAndEmptied) {
     EXPECT_FALSE(story.hasOwn());
 }
 
+// A folder of the user's that was put back was still ticked, and the next cleanup took it again; the emptied
+// folder of a cache stayed in the list as a ticked row of nothing.
+TEST(AppStories, WhatWasCleanedIsNeitherTickedNorShownUntilThereIsSomethingAgain) {
+    AppStory story;
+    settle(story);
+    AppModel& app = story.app();
+    const auto shows = [&](const char* key) { return app.rows()->indexOf(key) >= 0; };
+    app.toggle(AppStory::ownKey);
+    ASSERT_TRUE(cleanSelected(story));
+    EXPECT_THAT(app.plan().selection(), IsEmpty());
+    EXPECT_FALSE(shows(AppStory::cacheKey) || shows(AppStory::ownKey));
+    app.undoLastCleanup();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_TRUE(shows(AppStory::ownKey));
+    EXPECT_FALSE(shows(AppStory::cacheKey));
+    EXPECT_THAT(app.plan().selection(), IsEmpty());
+    story.addCache(3'000'000);
+    app.scan();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_THAT(app.plan().selection(), ElementsAre(AppStory::cacheKey)) << "as at the first start";
+
+    app.toggle(AppStory::ownKey);
+    app.protect(AppStory::ownKey);
+    ASSERT_TRUE(story.waitUntil([&] { return app.plan().selection().size() == 1; }));
+    EXPECT_EQ(app.plan().stateOf(AppStory::ownKey), TileState::blocked);
+}
+
 TEST(AppStories, WhatIsProtectedBetweenQuestionAndAnswerStays) {
     AppStory story;
     settle(story);
