@@ -65,6 +65,8 @@ class AppModel final : public QObject {
     Q_PROPERTY(QVariantList growth READ growth NOTIFY reportChanged)
     Q_PROPERTY(QString growthSince READ growthSince NOTIFY reportChanged)
     Q_PROPERTY(QString freeNow READ freeNowText NOTIFY freeChanged)
+    /// True below the limit at which the user wants to be warned.
+    Q_PROPERTY(bool spaceIsLow READ isSpaceLow NOTIFY freeChanged)
     Q_PROPERTY(QString capacity READ capacityText NOTIFY freeChanged)
     Q_PROPERTY(double usedShare READ usedShare NOTIFY freeChanged)
     Q_PROPERTY(QString systemSpace READ systemSpaceText NOTIFY freeChanged)
@@ -208,6 +210,7 @@ class AppModel final : public QObject {
     [[nodiscard]] QString growthSince() const;
     [[nodiscard]] std::optional<std::int64_t> freeNow() const { return freeNow_; }
     [[nodiscard]] QString freeNowText() const;
+    [[nodiscard]] bool isSpaceLow() const;
     [[nodiscard]] QString capacityText() const;
     [[nodiscard]] double usedShare() const;
     [[nodiscard]] QString systemSpaceText() const;

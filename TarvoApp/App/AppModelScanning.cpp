@@ -119,6 +119,9 @@ void AppModel::finishScan() {
     if (isBusy()) {
         return; // What waited for the scan has begun.
     }
+    if (allRows_.empty()) {
+        openHome(shown(DiskMap::homeTitle())); // What fills the disk is then nothing that a rule is about.
+    }
     map_.prefetch();
     refreshVolumes();
     if (!isCapturing()) {

@@ -17,7 +17,7 @@ ApplicationWindow {
     // The map is what there must be room for.
     readonly property bool low: height < 680 * Theme.scale
     readonly property int gap: low ? 8 : 16
-    readonly property bool hasRows: App.hasReport && (App.map.count > 0 || App.map.depth > 0)
+    readonly property bool hasRows: App.hasReport && (App.map.count > 0 || App.map.depth > 0 || App.map.zoomLoading)
 
     // Both speak of the list, which may be under its tab.
     readonly property int searchAsked: App.focusSearch

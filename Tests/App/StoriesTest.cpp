@@ -486,6 +486,22 @@ TEST(AppStories, TheWholeHomeCanBeLookedInto) {
     EXPECT_EQ(map.zoomTitles().front(), "Home again") << "what was stopped opens nothing";
 }
 
+// With nothing that a rule knows, a disk full of films was called in order, and no map was shown of it.
+TEST(AppStories, WithNothingToCleanTheMapShowsTheHome) {
+    AppStory story;
+    story.home.file("Videos/holiday", 3'000'000);
+    story.setFree(9 * gigabyte);
+    story.app().settings()->setWelcomeSeen(true);
+    story.app().start();
+    MapModel& map = *story.app().map();
+    ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
+    EXPECT_EQ(map.zoomTitles().front(), "Your home folder");
+    EXPECT_EQ(bytesOf(map.data(map.index(0), MapModel::labelRole).toString()), "Videos");
+    ASSERT_TRUE(story.waitUntil([&] { return story.app().isSpaceLow(); }));
+    story.app().settings()->setLowSpaceGB(5);
+    EXPECT_FALSE(story.app().isSpaceLow());
+}
+
 TEST(AppStories, AThingShowsWhatItHoldsAndAFolderWhatItsExplanationRestsOn) {
     AppStory story;
     settle(story);
