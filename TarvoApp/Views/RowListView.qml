@@ -69,7 +69,21 @@ Rectangle {
                 NumberAnimation { duration: Theme.shortTime; easing.type: Easing.OutCubic; property: "y" }
             }
             footer: GrowthList {
+                searched: App.searchText.length > 0
                 width: ListView.view.width - 12
+            }
+            header: Line {
+                bottomPadding: text.length > 0 ? 24 : 0
+                color: Theme.secondaryText
+                elide: Text.ElideMiddle
+                height: list.count === 0 ? implicitHeight : 0
+                horizontalAlignment: Text.AlignHCenter
+                maximumLineCount: 2
+                text: list.count > 0 ? "" : App.searchText.length > 0 ? Words.nothingFound.arg(App.searchText)
+                                                                      : Words.nothingToClean
+                topPadding: bottomPadding
+                width: ListView.view.width - 12
+                wrapMode: Text.Wrap
             }
             move: Transition {
                 NumberAnimation { duration: Theme.shortTime; easing.type: Easing.OutCubic; property: "y" }
@@ -82,16 +96,6 @@ Rectangle {
                 interval: 30
 
                 onTriggered: list.positionViewAtIndex(App.rows.indexOf(pane.opened), ListView.Contain)
-            }
-            Line {
-                anchors.horizontalCenter: parent.horizontalCenter
-                color: Theme.secondaryText
-                elide: Text.ElideMiddle
-                horizontalAlignment: Text.AlignHCenter
-                text: App.searchText.length > 0 ? Words.nothingFound.arg(App.searchText) : Words.nothingToClean
-                visible: list.count === 0
-                width: parent.width - 24
-                y: 48
             }
         }
     }

@@ -454,6 +454,8 @@ TEST(AppStories, AnItemIsArchivedAfterItsEstimateAndCanComeBack) {
     app.requestArchive(keyOf("dentro:" + story.home.path("Documents/Thesis")));
     ASSERT_TRUE(story.waitUntilIdle());
     EXPECT_EQ(bytesOf(app.archiveRequest()["title"].toString()), "Archive “Thesis”?");
+    // The question once showed the two line feeds between its parts as "\\n\\n".
+    EXPECT_TRUE(app.archiveRequest()["message"].toString().contains("\n\n"));
     app.archive();
     EXPECT_THAT(bytesOf(app.statusText()), StartsWith("Archiving “Thesis”"));
     ASSERT_TRUE(story.waitUntilIdle());
