@@ -230,6 +230,10 @@ QString AppModel::systemSpaceText() const {
                  Words{" más cuando hace falta", " more by itself when needed"}.in(lumo::currentLanguage()));
 }
 
+QString AppModel::unreadableText() const {
+    return report_ ? shown(tarvo::unreadableText(report_->unreadableCount())) : QString();
+}
+
 QString AppModel::safeRecoverableText() const {
     return shown(string(recoverable_));
 }

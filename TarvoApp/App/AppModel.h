@@ -70,6 +70,8 @@ class AppModel final : public QObject {
     Q_PROPERTY(QString capacity READ capacityText NOTIFY freeChanged)
     Q_PROPERTY(double usedShare READ usedShare NOTIFY freeChanged)
     Q_PROPERTY(QString systemSpace READ systemSpaceText NOTIFY freeChanged)
+    /// Empty when everything could be read.
+    Q_PROPERTY(QString unreadable READ unreadableText NOTIFY reportChanged)
     Q_PROPERTY(QString safeRecoverable READ safeRecoverableText NOTIFY reportChanged)
     Q_PROPERTY(QString summary READ summaryText NOTIFY summaryChanged)
     Q_PROPERTY(bool summaryByAI READ isSummaryByAI NOTIFY summaryChanged)
@@ -214,6 +216,7 @@ class AppModel final : public QObject {
     [[nodiscard]] QString capacityText() const;
     [[nodiscard]] double usedShare() const;
     [[nodiscard]] QString systemSpaceText() const;
+    [[nodiscard]] QString unreadableText() const;
     [[nodiscard]] QString safeRecoverableText() const;
     [[nodiscard]] QString summaryText() const;
     [[nodiscard]] bool isSummaryByAI() const { return summary_.byAI; }

@@ -68,9 +68,24 @@ Rectangle {
             displaced: Transition {
                 NumberAnimation { duration: Theme.shortTime; easing.type: Easing.OutCubic; property: "y" }
             }
-            footer: GrowthList {
-                searched: App.searchText.length > 0
+            footer: Column {
                 width: ListView.view.width - 12
+
+                Line {
+                    color: Theme.secondaryText
+                    font.pixelSize: Theme.small
+                    leftPadding: 8
+                    rightPadding: 8
+                    text: App.unreadable
+                    topPadding: 12
+                    visible: text.length > 0 && App.searchText.length === 0
+                    width: parent.width
+                    wrapMode: Text.WordWrap
+                }
+                GrowthList {
+                    searched: App.searchText.length > 0
+                    width: parent.width
+                }
             }
             header: Line {
                 bottomPadding: text.length > 0 ? 24 : 0

@@ -95,6 +95,22 @@ TEST(Rows, ShowEveryEntryWhatIsKeptAndWhatNobodyKnowsGroupByGroupTheLargestFirst
     EXPECT_EQ(rowsMatching("", rows), rows);
 }
 
+// The sum above a group counted what cannot be ticked, and among what recreates itself stood the user's own
+// files that were set aside.
+TEST(Rows, TellWhatIsHeldBackApartAndLeaveOutWhatIsSetAside) {
+    std::vector<PlanEntry> entries{entry("free", Safety::safe, 3000000), entry("open", Safety::safe, 2000000),
+                                   entry("held", Safety::safe, 9000000)};
+    entries[1].skipReason = "quit it first";
+    entries[2].action.measuredPaths = {"/home/u/Library/Application Support/TarvoAI/Apartado"};
+    lumo::ScanReport report;
+    report.home = "/home/u";
+    std::vector<Row> rows = rowsOf(report, entries, Language::en);
+    EXPECT_THAT(idsOf(rows), ElementsAre("free", "open"));
+    EXPECT_EQ(groupAmount(RowGroup::safe, rows, Language::en), "3 MB · 2 MB not now");
+    rows.pop_back();
+    EXPECT_EQ(groupAmount(RowGroup::safe, rows, Language::es), "3 MB");
+}
+
 TEST(Selection, BeginsWithWhatIsSafeAndOffersTheRest) {
     const std::vector<PlanEntry> entries = plannedFor(reportOf("/home/u"));
     EXPECT_THAT(defaultSelection(entries), ElementsAre("cache", "proyecto:quiet/node_modules"));
