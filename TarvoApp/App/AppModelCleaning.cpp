@@ -133,8 +133,8 @@ void AppModel::cleaned(const lumo::Result<Cleaned>& result, const lumo::VolumeIn
 void AppModel::cleanedByItself(const lumo::Result<Cleaned>& result) {
     if (result) {
         // What a full disk did not take is remembered here, so that it does not run again in a minute.
-        settings_.set(preference::lastWeeklyCleanup, services_.desk.now());
-        settings_.set(preference::lastWeeklyCleanupBytes, sumsOf(result->outcomes).freed);
+        settings_.note(preference::lastWeeklyCleanup, services_.desk.now());
+        settings_.note(preference::lastWeeklyCleanupBytes, sumsOf(result->outcomes).freed);
     }
     settings_.reload();
     emit autoCleanStatusChanged();

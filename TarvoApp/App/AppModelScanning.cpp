@@ -124,6 +124,9 @@ void AppModel::finishScan() {
     }
     map_.prefetch();
     refreshVolumes();
+    if (monitoring_) {
+        look();
+    }
     if (!isCapturing()) {
         refreshSummary();
         if (settings_.autoExplain() && !isAsking()) {
@@ -339,7 +342,9 @@ void AppModel::lookAt(const lumo::VolumeInfo& volume) {
 }
 
 void AppModel::checkLowSpace() {
-    if (!settings_.notifyLowSpace() || volume_.totalBytes == 0) {
+    // Without a report nobody could say how much of the space can be had back.
+    const bool isFirstScan = isBusy() && !fullReport_;
+    if (!settings_.notifyLowSpace() || volume_.totalBytes == 0 || isFirstScan) {
         return;
     }
     const lumo::Date now = services_.desk.now();
@@ -350,10 +355,10 @@ void AppModel::checkLowSpace() {
                                .recoverable = recoverable_,
                                .now = now});
     if (decision.forgetsDate) {
-        settings_.set(preference::lastLowSpaceWarning, std::nullopt);
+        settings_.note(preference::lastLowSpaceWarning, std::nullopt);
     }
     if (decision.notification) {
-        settings_.set(preference::lastLowSpaceWarning, now);
+        settings_.note(preference::lastLowSpaceWarning, now);
         services_.notify(*decision.notification);
     }
 }

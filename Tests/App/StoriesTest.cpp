@@ -244,6 +244,25 @@ TEST(AppStories, LowSpaceIsToldOnceADayAndAgainAfterItWasMended) {
     EXPECT_THAT(titlesOf(story.notices).front(), "poco-espacio|Only 10.0 GB free");
 }
 
+// The warning at a start was sent before the scan had seen anything, could not say what would help, and kept
+// silent for a day. On a disk that is full the first words were about a preferences file.
+TEST(AppStories, TheWarningOfAStartTellsWhatCanBeRecoveredAndNothingElseIsSaid) {
+    AppStory story;
+    story.addCache(501'000'000);
+    story.home.folder(".config");
+    std::filesystem::create_symlink("nowhere/to/write", story.home.path(".config/TarvoAI"));
+    story.setFree(9 * gigabyte);
+    story.app().start();
+    story.app().finishWelcome();
+    ASSERT_TRUE(story.waitUntil([&] { return !story.notices.empty(); }));
+    EXPECT_THAT(story.notices.front().body, StartsWith("You can recover 501 MB with no risk."));
+    ASSERT_TRUE(story.lookAround());
+    EXPECT_THAT(story.notices, SizeIs(1)) << "remembered, although it cannot be stored";
+    EXPECT_EQ(bytesOf(story.app().notice()), "");
+    story.app().raiseGoal();
+    EXPECT_TRUE(story.waitUntil([&] { return !story.app().notice().isEmpty(); })) << "the user changed that";
+}
+
 TEST(AppStories, AMonthOfWeeklyCleanupsTakesOnlyWhatRecreatesItself) {
     AppStory story;
     settle(story);
