@@ -207,21 +207,6 @@ std::string headText(const ScanReport& report) {
         home, bytesText(report.volume.availableBytes), bytesText(report.volume.totalBytes), duration);
 }
 
-std::string unreadableText(std::int64_t count) {
-    if (count == 1) {
-        return Words{
-            "No he podido leer 1 elemento: lo que ocupa no está contado. Suele ser falta de permiso.",
-            "1 item could not be read: what it takes is not counted. Most often a permission is "
-            "missing."}
-            .in();
-    }
-    return Words{"No he podido leer {} elementos: lo que ocupan no está contado. Suele ser "
-                 "falta de permiso.",
-                 "{} items could not be read: what they take is not counted. Most often a "
-                 "permission is missing."}
-        .with(countText(static_cast<std::size_t>(count)));
-}
-
 /// What can be recovered, and what else there is to decide.
 std::string outcomeText(const ScanReport& report, std::int64_t recoverable) {
     const std::string safe = bytesText(recoverable);

@@ -30,10 +30,11 @@ void AgentDesk::refresh() {
     });
 }
 
-void AgentDesk::change(const Change& change) {
+void AgentDesk::change(About about, const Change& change) {
     if (isBusy_) {
         return;
     }
+    about_ = about;
     if (access_ == Access::none) {
         result_ = std::string(DemoDisk::notice());
         emit changed();
@@ -54,37 +55,40 @@ void AgentDesk::change(const Change& change) {
 }
 
 void AgentDesk::connectClaudeCode() {
-    change([](const std::string& home, const std::stop_token& end) {
+    change(About::claudeCode, [](const std::string& home, const std::stop_token& end) {
         return AgentLinks::connectClaudeCode(home, end);
     });
 }
 
 void AgentDesk::disconnectClaudeCode() {
-    change([](const std::string& home, const std::stop_token& end) {
+    change(About::claudeCode, [](const std::string& home, const std::stop_token& end) {
         return AgentLinks::disconnectClaudeCode(home, end);
     });
 }
 
 void AgentDesk::connectClaudeDesktop() {
-    change([](const std::string& home, const std::stop_token&) {
+    change(About::claudeDesktop, [](const std::string& home, const std::stop_token&) {
         return AgentLinks::setInClaudeDesktop(home, true);
     });
 }
 
 void AgentDesk::disconnectClaudeDesktop() {
-    change([](const std::string& home, const std::stop_token&) {
+    change(About::claudeDesktop, [](const std::string& home, const std::stop_token&) {
         return AgentLinks::setInClaudeDesktop(home, false);
     });
 }
 
 void AgentDesk::copy(const QString& text) {
     QGuiApplication::clipboard()->setText(text);
+    if (!isBusy_) {
+        about_ = About::clipboard;
+    }
     result_ = lumo::Words{"Copiado", "Copied"}.in();
     emit changed();
 }
 
 QString AgentDesk::message() const {
-    return shown(result_ ? *result_ : result_.error().message);
+    return shownLines(result_ ? *result_ : result_.error().message);
 }
 
 QString AgentDesk::codexCommand() const {

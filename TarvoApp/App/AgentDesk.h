@@ -21,6 +21,12 @@ class AgentDesk final : public QObject {
     /// What came of the last change; empty when there was none.
     Q_PROPERTY(QString message READ message NOTIFY changed)
     Q_PROPERTY(bool hasFailed READ hasFailed NOTIFY changed)
+    /// The same where the last change was of that agent, and whether it goes on.
+    Q_PROPERTY(QString codeMessage READ codeMessage NOTIFY changed)
+    Q_PROPERTY(QString desktopMessage READ desktopMessage NOTIFY changed)
+    Q_PROPERTY(QString copyMessage READ copyMessage NOTIFY changed)
+    Q_PROPERTY(bool isCodeBusy READ isCodeBusy NOTIFY changed)
+    Q_PROPERTY(bool isDesktopBusy READ isDesktopBusy NOTIFY changed)
     Q_PROPERTY(QString codexCommand READ codexCommand CONSTANT)
     Q_PROPERTY(QString jsonSnippet READ jsonSnippet CONSTANT)
 
@@ -44,6 +50,11 @@ class AgentDesk final : public QObject {
     [[nodiscard]] bool isBusy() const { return isBusy_; }
     [[nodiscard]] QString message() const;
     [[nodiscard]] bool hasFailed() const { return !result_; }
+    [[nodiscard]] QString codeMessage() const { return messageAbout(About::claudeCode); }
+    [[nodiscard]] QString desktopMessage() const { return messageAbout(About::claudeDesktop); }
+    [[nodiscard]] QString copyMessage() const { return messageAbout(About::clipboard); }
+    [[nodiscard]] bool isCodeBusy() const { return isBusy_ && about_ == About::claudeCode; }
+    [[nodiscard]] bool isDesktopBusy() const { return isBusy_ && about_ == About::claudeDesktop; }
     [[nodiscard]] QString codexCommand() const;
     [[nodiscard]] QString jsonSnippet() const;
 
@@ -51,18 +62,21 @@ class AgentDesk final : public QObject {
     void changed();
 
   private:
+    enum class About { claudeCode, claudeDesktop, clipboard };
     struct Links {
         bool code = false;
         bool desktop = false;
     };
     using Change = std::function<AgentLinks::LinkResult(const std::string& home, const std::stop_token&)>;
-    void change(const Change& change);
+    void change(About about, const Change& change);
+    [[nodiscard]] QString messageAbout(About about) const { return about == about_ ? message() : QString(); }
     static Links linksIn(const std::string& home);
 
     std::string home_;
     Access access_;
     Links links_;
     AgentLinks::LinkResult result_;
+    About about_ = About::clipboard;
     bool isBusy_ = false;
     Background background_; ///< Goes first, since its work uses the rest.
 };

@@ -1,6 +1,7 @@
 #include "TarvoApp/App/AppModel.h"
 
 #include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
@@ -162,6 +163,7 @@ void AppModel::settingsHaveChanged() {
     map_.setTextScale(settings_.textScale());
     showMap();
     emit selectionChanged(); // With the goal.
+    emit freeChanged();      // With the limit of what is little.
     emit autoCleanStatusChanged();
     const bool hasSamePlan =
         plannedDays_ == settings_.activeProjectDays() && plannedFolders_ == settings_.protectedFolders();
@@ -204,6 +206,11 @@ QString AppModel::freeNowText() const {
     return freeNow_ && volume_.totalBytes > 0 ? shown(string(*freeNow_)) : QString();
 }
 
+bool AppModel::isSpaceLow() const {
+    return volume_.totalBytes > 0 && freeNow_ &&
+           *freeNow_ < lumo::checkedProduct(settings_.lowSpaceGB(), std::int64_t{1'000'000'000});
+}
+
 QString AppModel::capacityText() const {
     return volume_.totalBytes > 0 ? shown(string(volume_.totalBytes)) : QString();
 }
@@ -221,6 +228,10 @@ QString AppModel::systemSpaceText() const {
     return shown(Words{"El sistema libera solo ", "The system frees "}.in(lumo::currentLanguage()) +
                  string(systemSpace_->purgeableBytes) +
                  Words{" más cuando hace falta", " more by itself when needed"}.in(lumo::currentLanguage()));
+}
+
+QString AppModel::unreadableText() const {
+    return report_ ? shown(tarvo::unreadableText(report_->unreadableCount())) : QString();
 }
 
 QString AppModel::safeRecoverableText() const {

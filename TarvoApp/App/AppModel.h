@@ -12,6 +12,7 @@
 #include "TarvoApp/App/Settings.h"
 #include "TarvoModel/Flows/Archiving.h"
 #include "TarvoModel/Flows/ScanResult.h"
+#include "TarvoModel/Showing/Emptied.h"
 #include "TarvoModel/Showing/Goal.h"
 
 #include <QImage>
@@ -64,9 +65,13 @@ class AppModel final : public QObject {
     Q_PROPERTY(QVariantList growth READ growth NOTIFY reportChanged)
     Q_PROPERTY(QString growthSince READ growthSince NOTIFY reportChanged)
     Q_PROPERTY(QString freeNow READ freeNowText NOTIFY freeChanged)
+    /// True below the limit at which the user wants to be warned.
+    Q_PROPERTY(bool spaceIsLow READ isSpaceLow NOTIFY freeChanged)
     Q_PROPERTY(QString capacity READ capacityText NOTIFY freeChanged)
     Q_PROPERTY(double usedShare READ usedShare NOTIFY freeChanged)
     Q_PROPERTY(QString systemSpace READ systemSpaceText NOTIFY freeChanged)
+    /// Empty when everything could be read.
+    Q_PROPERTY(QString unreadable READ unreadableText NOTIFY reportChanged)
     Q_PROPERTY(QString safeRecoverable READ safeRecoverableText NOTIFY reportChanged)
     Q_PROPERTY(QString summary READ summaryText NOTIFY summaryChanged)
     Q_PROPERTY(bool summaryByAI READ isSummaryByAI NOTIFY summaryChanged)
@@ -207,9 +212,11 @@ class AppModel final : public QObject {
     [[nodiscard]] QString growthSince() const;
     [[nodiscard]] std::optional<std::int64_t> freeNow() const { return freeNow_; }
     [[nodiscard]] QString freeNowText() const;
+    [[nodiscard]] bool isSpaceLow() const;
     [[nodiscard]] QString capacityText() const;
     [[nodiscard]] double usedShare() const;
     [[nodiscard]] QString systemSpaceText() const;
+    [[nodiscard]] QString unreadableText() const;
     [[nodiscard]] QString safeRecoverableText() const;
     [[nodiscard]] QString summaryText() const;
     [[nodiscard]] bool isSummaryByAI() const { return summary_.byAI; }
@@ -328,6 +335,7 @@ class AppModel final : public QObject {
     struct Changed {
         std::string notice;
         std::int64_t freed = 0;
+        bool putsBack = false; ///< Something that was set aside is where it was.
     };
     /// Runs the change in the background, says what came of it, and scans again.
     void change(const std::string& doing, const std::function<lumo::Result<Changed>(const Desk&)>& change);
@@ -357,6 +365,7 @@ class AppModel final : public QObject {
     AppServices services_;
     Settings settings_;
     TickedPlan plan_;
+    Emptied emptied_;
     std::map<std::string, lumo::Explanation> explanations_;
     std::map<std::string, std::string> evidence_; ///< By path, in words; empty while it is gathered.
     RowList rows_;

@@ -1,4 +1,5 @@
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/AppModel.h"
 #include "TarvoApp/App/QtText.h"
@@ -94,8 +95,8 @@ QVariantMap AppModel::archiveRequest() const {
     const std::string name(lumo::fileName(archivable_->path));
     const std::string archiveName(lumo::fileName(lumo::Archiver::destination(archivable_->path)));
     return {{"title", shown(archiveQuestion(name))},
-            {"message",
-             shown(estimateText(name, archivable_->estimate) + "\n\n" + archiveExplanation(archiveName))},
+            {"message", shownLines(lumo::printable(estimateText(name, archivable_->estimate)) + "\n\n" +
+                                   lumo::printable(archiveExplanation(archiveName)))},
             {"acceptText", shown(lumo::Words{"Archivar", "Archive"}.in())}};
 }
 

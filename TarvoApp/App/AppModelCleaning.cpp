@@ -91,11 +91,11 @@ void AppModel::runCleanup(const Cleanup& cleanup, const WhenCleaned& whenDone) {
                                      .cancelTool = work->cancelTool.get_token(),
                                      .carryOut = carryOut});
         return [this, whenDone, result, after = volumeInfo(desk.home)] {
-            const auto outcomes = result ? result->outcomes : std::vector<lumo::CleanupOutcome>();
-            for (const lumo::CleanupOutcome& outcome : outcomes) {
-                if (outcome.status == lumo::CleanupStatus::done) {
-                    cleanedSince_.insert(outcome.id);
-                }
+            if (result) {
+                const std::set<std::string> done = emptied_.take(result->outcomes);
+                cleanedSince_.insert(done.begin(), done.end());
+                plan_.forget(done);
+                selectionHasChanged();
             }
             whenDone(result, after);
         };
@@ -133,8 +133,8 @@ void AppModel::cleaned(const lumo::Result<Cleaned>& result, const lumo::VolumeIn
 void AppModel::cleanedByItself(const lumo::Result<Cleaned>& result) {
     if (result) {
         // What a full disk did not take is remembered here, so that it does not run again in a minute.
-        settings_.set(preference::lastWeeklyCleanup, services_.desk.now());
-        settings_.set(preference::lastWeeklyCleanupBytes, sumsOf(result->outcomes).freed);
+        settings_.note(preference::lastWeeklyCleanup, services_.desk.now());
+        settings_.note(preference::lastWeeklyCleanupBytes, sumsOf(result->outcomes).freed);
     }
     settings_.reload();
     emit autoCleanStatusChanged();
@@ -247,6 +247,9 @@ void AppModel::say(const lumo::Result<Changed>& changed) {
     if (lastShare_ && changed->freed > 0) {
         setShare(lastShare_->withEmptied(changed->freed));
     }
+    if (changed->putsBack) {
+        emptied_.putBack();
+    }
     lastCleanup_.reset();
     beginScan();
     setNotice(changed->notice);
@@ -259,7 +262,7 @@ void AppModel::undoLastCleanup() {
                if (!restored) {
                    return std::unexpected(restored.error());
                }
-               return Changed{.notice = restoredText(*restored)};
+               return Changed{.notice = restoredText(*restored), .putsBack = true};
            });
     if (!doing_.empty()) {
         lastShare_.reset();

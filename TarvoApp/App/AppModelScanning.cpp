@@ -119,8 +119,14 @@ void AppModel::finishScan() {
     if (isBusy()) {
         return; // What waited for the scan has begun.
     }
+    if (allRows_.empty()) {
+        openHome(shown(DiskMap::homeTitle())); // What fills the disk is then nothing that a rule is about.
+    }
     map_.prefetch();
     refreshVolumes();
+    if (monitoring_) {
+        look();
+    }
     if (!isCapturing()) {
         refreshSummary();
         if (settings_.autoExplain() && !isAsking()) {
@@ -137,6 +143,7 @@ void AppModel::apply(ScanResult result) {
         growth_ = std::move(*result.growth);
     }
     shown_ = std::move(result.shown);
+    emptied_.leaveOut(result.entries, result.defaults, result.rows);
     plan_.take(std::move(result.entries), std::move(result.defaults));
     allRows_ = std::move(result.rows);
     recoverable_ = result.recoverable;
@@ -198,6 +205,7 @@ void AppModel::replan() {
             recoverable_ = lumo::CleanupPlanner::safeRecoverableBytes(made->entries);
             Selection defaults = tarvo::defaultSelection(made->entries);
             shown_ = std::move(made->shown);
+            emptied_.leaveOut(made->entries, defaults, allRows_);
             plan_.take(std::move(made->entries), std::move(defaults));
             showRows();
             showMap();
@@ -334,7 +342,9 @@ void AppModel::lookAt(const lumo::VolumeInfo& volume) {
 }
 
 void AppModel::checkLowSpace() {
-    if (!settings_.notifyLowSpace() || volume_.totalBytes == 0) {
+    // Without a report nobody could say how much of the space can be had back.
+    const bool isFirstScan = isBusy() && !fullReport_;
+    if (!settings_.notifyLowSpace() || volume_.totalBytes == 0 || isFirstScan) {
         return;
     }
     const lumo::Date now = services_.desk.now();
@@ -345,10 +355,10 @@ void AppModel::checkLowSpace() {
                                .recoverable = recoverable_,
                                .now = now});
     if (decision.forgetsDate) {
-        settings_.set(preference::lastLowSpaceWarning, std::nullopt);
+        settings_.note(preference::lastLowSpaceWarning, std::nullopt);
     }
     if (decision.notification) {
-        settings_.set(preference::lastLowSpaceWarning, now);
+        settings_.note(preference::lastLowSpaceWarning, now);
         services_.notify(*decision.notification);
     }
 }

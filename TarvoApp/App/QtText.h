@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -13,6 +14,17 @@ namespace tarvo {
 inline QString shown(std::string_view text) {
     const std::string printable = lumo::printable(text);
     return QString::fromUtf8(printable.data(), static_cast<qsizetype>(printable.size()));
+}
+
+/// The same for a text of ours, or of a tool, that may have several lines.
+inline QString shownLines(std::string_view text) {
+    QString lines;
+    for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        lines += (begin == 0 ? QString() : QStringLiteral("\n")) + shown(text.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    return lines;
 }
 
 /// What a person typed or a window holds, as bytes.

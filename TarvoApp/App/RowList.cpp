@@ -28,7 +28,7 @@ void RowList::measure(const std::vector<Row>& rows) {
         largest_ = std::max(largest_, row.bytes);
     }
     for (const RowGroup group : {RowGroup::safe, RowGroup::review, RowGroup::keep, RowGroup::unclassified}) {
-        groupBytes_[group] = bytesOf(group, rows);
+        groupAmounts_[group] = groupAmount(group, rows);
     }
 }
 
@@ -94,7 +94,7 @@ QVariant RowList::data(const QModelIndex& index, int role) const {
     case firstRole:
         return index.row() == 0 || rows()[static_cast<std::size_t>(index.row()) - 1].group != row.group;
     case groupBytesRole:
-        return shown(lumo::ByteFormat::string(groupBytes_.at(row.group)));
+        return shown(groupAmounts_.at(row.group));
     case stateRole:
         return shown(lumo::nameOf(plan_.stateOf(row.id)));
     case reasonRole:

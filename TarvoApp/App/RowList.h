@@ -66,7 +66,7 @@ class RowList final : public KeyedList<Row> {
     const std::map<std::string, std::string>& evidence_;
     std::string home_;
     std::int64_t largest_ = 1;
-    std::map<RowGroup, std::int64_t> groupBytes_;
+    std::map<RowGroup, std::string> groupAmounts_;
 };
 
 } // namespace tarvo

@@ -74,7 +74,8 @@ std::optional<std::string> Settings::textIn(const QString& words) {
 }
 
 void Settings::write(const Preference& key,
-                     const std::function<std::optional<lumo::JsonValue>(const Preferences&)>& valueIn) {
+                     const std::function<std::optional<lumo::JsonValue>(const Preferences&)>& valueIn,
+                     Telling telling) {
     const std::optional<lumo::JsonValue> value = valueIn(preferences_);
     if (!preferences_.hold(key, value)) {
         emit failed(shown(lumo::Words{"ese valor no sirve", "that value is not valid"}.in()));
@@ -86,22 +87,24 @@ void Settings::write(const Preference& key,
         return;
     }
     ++unwritten_;
-    writing_.start([this, &key, value, valueIn](const std::stop_token&) -> Background::Apply {
+    writing_.start([this, &key, value, valueIn, telling](const std::stop_token&) -> Background::Apply {
         const auto stored = changeSetting(key, valueIn, home_);
-        return [this, &key, value, reason = stored ? std::string() : stored.error().message] {
-            written(key, value, reason);
+        return [this, &key, value, telling, reason = stored ? std::string() : stored.error().message] {
+            written(key, value, reason, telling);
         };
     });
 }
 
 void Settings::written(const Preference& key, const std::optional<lumo::JsonValue>& value,
-                       const std::string& reason) {
+                       const std::string& reason, Telling telling) {
     --unwritten_;
     if (reason.empty()) {
         unstored_.erase(&key);
     } else {
         unstored_.insert_or_assign(&key, value);
-        emit failed(shown(reason));
+        if (telling == Telling::user) {
+            emit failed(shown(reason));
+        }
     }
     reload();
     emit stored();

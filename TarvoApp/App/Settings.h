@@ -67,7 +67,7 @@ class Settings final : public QObject {
     [[nodiscard]] QString problem() const;
 
     void setGoalBytes(qint64 bytes) { change(preference::goalBytes, bytes); }
-    void setWelcomeSeen(bool isSeen) { change(preference::isWelcomeSeen, isSeen); }
+    void setWelcomeSeen(bool isSeen) { note(preference::isWelcomeSeen, isSeen); }
     void setShowWholeDisk(bool isShown) { change(preference::showWholeDisk, isShown); }
     void setAppearance(const QString& appearance) { change(preference::appearance, bytesOf(appearance)); }
     void setShowInMenuBar(bool isShown) { change(preference::showInMenuBar, isShown); }
@@ -84,7 +84,7 @@ class Settings final : public QObject {
     void setTextScale(double scale) { change(preference::textScale, scale); }
     /// An empty text goes back to none.
     void setLocalModel(const QString& place) { change(preference::localModel, textIn(place)); }
-    void setSeenNews(const QString& version) { change(preference::seenNews, textIn(version)); }
+    void setSeenNews(const QString& version) { note(preference::seenNews, textIn(version)); }
 
     /// What holds now, for a key that no window shows.
     template <class Value>
@@ -95,6 +95,16 @@ class Settings final : public QObject {
     template <class Value>
     void set(const PreferenceKey<Value>& key, const std::type_identity_t<Value>& value) {
         write(key, [stored = Preferences::asJson(value)](const Preferences&) { return stored; });
+    }
+
+    /// The same for what the application notes for itself: nobody is told when that cannot be written down.
+    template <class Value>
+    void note(const PreferenceKey<Value>& key, const std::type_identity_t<Value>& noted) {
+        if (value(key) != noted) {
+            write(
+                key, [stored = Preferences::asJson(noted)](const Preferences&) { return stored; },
+                Telling::nobody);
+        }
     }
 
     /// Takes over what other programs have stored.
@@ -114,6 +124,9 @@ class Settings final : public QObject {
             set(key, wanted);
         }
     }
+    /// Who hears of a failure.
+    enum class Telling { user, nobody };
+
     [[nodiscard]] static QString words(const std::optional<std::string>& text);
     /// None for an empty text.
     [[nodiscard]] static std::optional<std::string> textIn(const QString& words);
@@ -122,9 +135,10 @@ class Settings final : public QObject {
     /// Makes the value of what is known here and holds it, and has that one written that is made of what is
     /// stored by then.
     void write(const Preference& key,
-               const std::function<std::optional<lumo::JsonValue>(const Preferences&)>& valueIn);
+               const std::function<std::optional<lumo::JsonValue>(const Preferences&)>& valueIn,
+               Telling telling = Telling::user);
     void written(const Preference& key, const std::optional<lumo::JsonValue>& value,
-                 const std::string& reason);
+                 const std::string& reason, Telling telling);
 
     std::string home_;
     Keeping keeping_;

@@ -9,20 +9,44 @@ SettingsCard {
     explanation: SettingsWords.agentsMore.arg(ModelWords.retentionDays)
     heading: SettingsWords.agents
 
-    component Link: SettingRow {
+    component Said: Line {
+        Accessible.role: Accessible.AlertMessage
+        Layout.fillWidth: true
+        color: App.agents.hasFailed ? Theme.danger : Theme.text
+        font.pixelSize: Theme.small
+        font.weight: Font.DemiBold
+        visible: text.length > 0
+        wrapMode: Text.Wrap
+    }
+    component Link: ColumnLayout {
         id: link
 
         required property bool isLinked
+        required property string title
+        required property string more
+        required property bool busy
+        required property string message
 
         signal connectWanted
         signal disconnectWanted
 
-        PlainButton {
-            Accessible.description: link.title
-            enabled: !App.agents.busy
-            text: link.isLinked ? SettingsWords.disconnect : SettingsWords.connect
+        Layout.fillWidth: true
+        spacing: 4
 
-            onClicked: link.isLinked ? link.disconnectWanted() : link.connectWanted()
+        SettingRow {
+            more: link.more
+            title: link.title
+
+            PlainButton {
+                Accessible.description: link.title
+                enabled: !App.agents.busy
+                text: link.isLinked ? SettingsWords.disconnect : SettingsWords.connect
+
+                onClicked: link.isLinked ? link.disconnectWanted() : link.connectWanted()
+            }
+        }
+        Said {
+            text: link.busy ? SettingsWords.connecting : link.message
         }
     }
     component Snippet: ColumnLayout {
@@ -59,7 +83,9 @@ SettingsCard {
     }
 
     Link {
+        busy: App.agents.isCodeBusy
         isLinked: App.agents.isInClaudeCode
+        message: App.agents.codeMessage
         more: SettingsWords.claudeCodeMore
         title: SettingsWords.claudeCode
 
@@ -67,23 +93,17 @@ SettingsCard {
         onDisconnectWanted: App.agents.disconnectClaudeCode()
     }
     Link {
+        busy: App.agents.isDesktopBusy
         isLinked: App.agents.isInClaudeDesktop
+        message: App.agents.desktopMessage
         more: SettingsWords.claudeDesktopMore
         title: SettingsWords.claudeDesktop
 
         onConnectWanted: App.agents.connectClaudeDesktop()
         onDisconnectWanted: App.agents.disconnectClaudeDesktop()
     }
-    Line {
-        Accessible.name: text
-        Accessible.role: Accessible.AlertMessage
-        Layout.fillWidth: true
-        color: App.agents.hasFailed ? Theme.danger : Theme.text
-        font.pixelSize: Theme.small
-        font.weight: Font.DemiBold
-        text: App.agents.busy ? SettingsWords.connecting : App.agents.message
-        visible: text.length > 0
-        wrapMode: Text.WordWrap
+    Said {
+        text: App.agents.copyMessage
     }
     Snippet {
         title: "Codex"

@@ -18,7 +18,7 @@ PlainButton {
         MenuItem {
             enabled: !App.isDemo
             font.pixelSize: Theme.body
-            text: Words.homeFolder
+            text: ModelWords.homeFolder
 
             onTriggered: App.openHome(text)
         }

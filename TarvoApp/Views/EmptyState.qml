@@ -7,7 +7,9 @@ Item {
     id: state
 
     readonly property bool scanned: App.hasReport
-    readonly property bool looking: !scanned && App.isBusy
+    // The quick pass alone has not seen enough to speak of order.
+    readonly property bool looking: App.isBusy
+    readonly property bool tidy: scanned && !looking && !App.spaceIsLow
 
     ColumnLayout {
         anchors.centerIn: parent
@@ -20,7 +22,7 @@ Item {
             Layout.preferredHeight: Layout.preferredWidth
             Layout.preferredWidth: 64
             color: Theme.secondaryText
-            shape: state.scanned ? "tick" : "disk"
+            shape: state.tidy ? "tick" : "disk"
             weight: 1
         }
         Line {
@@ -36,7 +38,8 @@ Item {
             Layout.fillWidth: true
             color: Theme.secondaryText
             horizontalAlignment: Text.AlignHCenter
-            text: state.looking ? ModelWords.firstLook : state.scanned ? Words.nothingToCleanHelp : Words.notScannedHelp
+            text: state.looking ? state.scanned ? Words.nothingSeen : ModelWords.firstLook
+                  : state.tidy ? Words.nothingToCleanHelp : state.scanned ? Words.fullOfYourOwn : Words.notScannedHelp
             wrapMode: Text.WordWrap
         }
         Line {
@@ -50,7 +53,16 @@ Item {
         PlainButton {
             Layout.alignment: Qt.AlignHCenter
             Layout.topMargin: 12
-            kind: state.looking ? PlainButton.Plain : PlainButton.Primary
+            kind: PlainButton.Primary
+            text: Words.lookIntoHome
+            visible: state.scanned && !state.looking
+
+            onClicked: App.openHome(ModelWords.homeFolder)
+        }
+        PlainButton {
+            Layout.alignment: Qt.AlignHCenter
+            Layout.topMargin: 12
+            kind: state.looking || state.scanned ? PlainButton.Plain : PlainButton.Primary
             text: state.looking ? Words.stop : state.scanned ? Words.scan : Words.analyze
 
             onClicked: state.looking ? App.stop() : App.scan()

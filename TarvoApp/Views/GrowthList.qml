@@ -6,8 +6,11 @@ import Tarvo
 ColumnLayout {
     id: list
 
+    // What is searched for is looked for in the rows alone.
+    property bool searched: false
+
     spacing: 0
-    visible: App.growth.length > 0
+    visible: App.growth.length > 0 && !searched
 
     Line {
         Layout.bottomMargin: 4

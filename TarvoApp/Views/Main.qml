@@ -17,7 +17,7 @@ ApplicationWindow {
     // The map is what there must be room for.
     readonly property bool low: height < 680 * Theme.scale
     readonly property int gap: low ? 8 : 16
-    readonly property bool hasRows: App.hasReport && (App.map.count > 0 || App.map.depth > 0)
+    readonly property bool hasRows: App.hasReport && (App.map.count > 0 || App.map.depth > 0 || App.map.zoomLoading)
 
     // Both speak of the list, which may be under its tab.
     readonly property int searchAsked: App.focusSearch
@@ -35,17 +35,24 @@ ApplicationWindow {
         requestActivate();
     }
 
-    // The disk is watched on while the panel has the application's item; without a panel the window stays in reach.
+    // Somebody has asked for the end: no window may refuse to close then.
+    property bool leaving: false
+
+    function leave() {
+        leaving = true;
+        Qt.quit();
+    }
+
+    // The disk is watched on only while the panel has the application's item, by which it can be ended.
     onClosing: close => {
-        if (!App.monitoring || !App.settings.showInMenuBar) {
-            Qt.quit();
+        if (leaving)
             return;
-        }
-        close.accepted = false;
-        if (tray.item && tray.item.keepsRunning)
+        const stays = App.monitoring && tray.item !== null && tray.item.keepsRunning;
+        close.accepted = !stays;
+        if (stays)
             hide();
         else
-            showMinimized();
+            leave();
     }
 
     color: Theme.window
@@ -78,7 +85,7 @@ ApplicationWindow {
                 && !welcome.visible && !sides.covers
 
         onHelpWanted: window.openHelp()
-        onQuitWanted: Qt.quit()
+        onQuitWanted: window.leave()
         onSettingsWanted: window.openSettings()
     }
     ColumnLayout {
@@ -206,7 +213,7 @@ ApplicationWindow {
         active: Desktop.hasPanel && !App.isDemo && !App.isCapturing
         sourceComponent: TrayItem {
             onOpenWanted: window.comeBack()
-            onQuitWanted: Qt.quit()
+            onQuitWanted: window.leave()
         }
     }
     WelcomeCard {

@@ -4,6 +4,7 @@
 #include "LumoCore/Cleanup/Holding.h"
 #include "TarvoApp/App/QtText.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
+#include "TarvoModel/Showing/DiskMap.h"
 #include "TarvoModel/Showing/ScanCycle.h"
 #include "TarvoModel/Showing/Selection.h"
 
@@ -19,6 +20,10 @@ QString ModelWords::scanAgainHelp() {
 
 QString ModelWords::selectSafeHelp() {
     return shown(tarvo::selectSafeHelp());
+}
+
+QString ModelWords::homeFolder() {
+    return shown(DiskMap::homeTitle());
 }
 
 QString ModelWords::settingsHelp() {

@@ -15,6 +15,7 @@ class ModelWords : public QObject {
     Q_PROPERTY(QString firstLook READ firstLook CONSTANT)
     Q_PROPERTY(QString scanAgainHelp READ scanAgainHelp CONSTANT)
     Q_PROPERTY(QString selectSafeHelp READ selectSafeHelp CONSTANT)
+    Q_PROPERTY(QString homeFolder READ homeFolder CONSTANT)
     Q_PROPERTY(QString settingsHelp READ settingsHelp CONSTANT)
     Q_PROPERTY(QString previewHelp READ previewHelp CONSTANT)
     Q_PROPERTY(QString emptyExplanation READ emptyExplanation CONSTANT)
@@ -25,6 +26,7 @@ class ModelWords : public QObject {
     [[nodiscard]] static QString firstLook();
     [[nodiscard]] static QString scanAgainHelp();
     [[nodiscard]] static QString selectSafeHelp();
+    [[nodiscard]] static QString homeFolder();
     [[nodiscard]] static QString settingsHelp();
     [[nodiscard]] static QString previewHelp();
     [[nodiscard]] static QString emptyExplanation();

@@ -68,8 +68,37 @@ Rectangle {
             displaced: Transition {
                 NumberAnimation { duration: Theme.shortTime; easing.type: Easing.OutCubic; property: "y" }
             }
-            footer: GrowthList {
+            footer: Column {
                 width: ListView.view.width - 12
+
+                Line {
+                    color: Theme.secondaryText
+                    font.pixelSize: Theme.small
+                    leftPadding: 8
+                    rightPadding: 8
+                    text: App.unreadable
+                    topPadding: 12
+                    visible: text.length > 0 && App.searchText.length === 0
+                    width: parent.width
+                    wrapMode: Text.WordWrap
+                }
+                GrowthList {
+                    searched: App.searchText.length > 0
+                    width: parent.width
+                }
+            }
+            header: Line {
+                bottomPadding: text.length > 0 ? 24 : 0
+                color: Theme.secondaryText
+                elide: Text.ElideMiddle
+                height: list.count === 0 ? implicitHeight : 0
+                horizontalAlignment: Text.AlignHCenter
+                maximumLineCount: 2
+                text: list.count > 0 ? "" : App.searchText.length > 0 ? Words.nothingFound.arg(App.searchText)
+                                                                      : Words.nothingToClean
+                topPadding: bottomPadding
+                width: ListView.view.width - 12
+                wrapMode: Text.Wrap
             }
             move: Transition {
                 NumberAnimation { duration: Theme.shortTime; easing.type: Easing.OutCubic; property: "y" }
@@ -82,16 +111,6 @@ Rectangle {
                 interval: 30
 
                 onTriggered: list.positionViewAtIndex(App.rows.indexOf(pane.opened), ListView.Contain)
-            }
-            Line {
-                anchors.horizontalCenter: parent.horizontalCenter
-                color: Theme.secondaryText
-                elide: Text.ElideMiddle
-                horizontalAlignment: Text.AlignHCenter
-                text: App.searchText.length > 0 ? Words.nothingFound.arg(App.searchText) : Words.nothingToClean
-                visible: list.count === 0
-                width: parent.width - 24
-                y: 48
             }
         }
     }

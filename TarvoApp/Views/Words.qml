@@ -33,7 +33,7 @@ QtObject {
     readonly property string lookInto: pick("Mirar en…", "Look Into…")
     readonly property string lookIntoHelp: pick("Qué hay en toda tu carpeta o en otro disco",
                                                 "What is in your whole home folder or on another disk")
-    readonly property string homeFolder: pick("Tu carpeta personal", "Your home folder")
+    readonly property string lookIntoHome: pick("Mirar en tu carpeta personal", "Look Into Your Home Folder")
     readonly property string disk: pick("Disco", "Disk")
     readonly property string backTo: pick("Volver a %1", "Back to %1")
     readonly property string skipped: pick("Dentro de %1", "Inside %1")
@@ -101,6 +101,10 @@ QtObject {
     readonly property string analyze: pick("Analizar el disco", "Analyze the Disk")
     readonly property string nothingToClean: pick("No hay nada que limpiar", "Nothing to clean")
     readonly property string nothingToCleanHelp: pick("Tu disco ya está en orden.", "Your disk is already tidy.")
+    readonly property string fullOfYourOwn: pick(
+        "Queda poco espacio: lo que llena el disco es tuyo. El mapa de tu carpeta enseña qué es.",
+        "There is little space left: what fills the disk is yours. The map of your home folder shows what it is.")
+    readonly property string nothingSeen: pick("Todavía no hay nada que enseñar.", "There is nothing to show yet.")
 
     readonly property string welcomeTitle: pick("Recupera espacio sin miedo", "Get space back, without fear")
     readonly property string welcomeLooks: pick("Primero solo mira: te enseña qué ocupa tu disco.",

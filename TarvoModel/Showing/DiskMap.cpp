@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <numeric>
 
 namespace tarvo::DiskMap {
 
@@ -138,6 +140,10 @@ std::vector<Tile> tiles(const std::vector<Row>& rows, const lumo::VolumeInfo& vo
     return tiles;
 }
 
+std::string homeTitle(Language language) {
+    return Words{"Tu carpeta personal", "Your home folder"}.in(language);
+}
+
 std::vector<Tile> tiles(const ZoomLevel& level, Language language, lumo::System system) {
     std::int64_t total = 0;
     std::int64_t others = 0;
@@ -167,12 +173,20 @@ std::vector<Tile> tiles(const ZoomLevel& level, Language language, lumo::System 
 }
 
 std::vector<Rect> layout(const std::vector<Tile>& tiles, double width, double height) {
+    std::vector<std::size_t> order(tiles.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::ranges::stable_sort(order, std::ranges::greater(), [&](std::size_t at) { return tiles[at].bytes; });
     std::vector<double> values;
     values.reserve(tiles.size());
-    for (const Tile& tile : tiles) {
-        values.push_back(static_cast<double>(std::max<std::int64_t>(tile.bytes, 0)));
+    for (const std::size_t at : order) {
+        values.push_back(static_cast<double>(std::max<std::int64_t>(tiles[at].bytes, 0)));
     }
-    return Squarify::layout(values, {0, 0, width, height});
+    const std::vector<Rect> inOrder = Squarify::layout(values, {0, 0, width, height});
+    std::vector<Rect> places(tiles.size());
+    for (std::size_t index = 0; index < order.size(); ++index) {
+        places[order[index]] = inOrder[index];
+    }
+    return places;
 }
 
 Rect drawn(const Rect& place) {

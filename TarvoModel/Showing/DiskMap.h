@@ -70,11 +70,15 @@ std::vector<Tile> tiles(const std::vector<Row>& rows, const lumo::VolumeInfo& vo
                         lumo::Language language = lumo::currentLanguage(),
                         lumo::System system = lumo::currentSystem());
 
+/// What the level that shows the whole home is called.
+std::string homeTitle(lumo::Language language = lumo::currentLanguage());
+
 /// The tiles of a folder that was zoomed into.
 std::vector<Tile> tiles(const ZoomLevel& level, lumo::Language language = lumo::currentLanguage(),
                         lumo::System system = lumo::currentSystem());
 
-/// Where the tiles are on a map of that size, in their order.
+/// Where the tiles are on a map of that size, in their order. The largest come first on the map, wherever
+/// they are among the tiles: what comes after smaller ones would be a sliver.
 std::vector<Rect> layout(const std::vector<Tile>& tiles, double width, double height);
 
 /// The part of a tile's place that is drawn: a gap of 4 is left between two tiles.

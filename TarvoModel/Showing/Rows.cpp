@@ -1,7 +1,9 @@
 #include "TarvoModel/Showing/Rows.h"
 
+#include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/LargestFirst.h"
+#include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
@@ -93,7 +95,11 @@ bool holds(const std::string& foldedWords, std::string_view shown) {
 std::vector<Row> rowsOf(const ScanReport& report, const std::vector<PlanEntry>& entries, Language language) {
     const std::map<std::string, std::string> details = detailsOf(report, language);
     std::vector<Row> rows;
+    const std::string held = lumo::OwnFiles::holding(report.home);
     for (const PlanEntry& entry : entries) {
+        if (entry.action.measuredPaths == std::vector{held}) {
+            continue;
+        }
         const auto detail = details.find(entry.action.id);
         rows.push_back(rowOf(entry, detail == details.end() ? std::string() : detail->second));
     }
@@ -141,6 +147,36 @@ std::int64_t bytesOf(RowGroup group, const std::vector<Row>& rows) {
         sum = lumo::checkedSum(sum, row.group == group ? row.bytes : 0);
     }
     return sum;
+}
+
+std::string groupAmount(RowGroup group, const std::vector<Row>& rows, Language language) {
+    std::int64_t heldBack = 0;
+    for (const Row& row : rows) {
+        heldBack = lumo::checkedSum(heldBack, row.group == group && row.skipReason ? row.bytes : 0);
+    }
+    const auto bytes = [&](std::int64_t count) { return lumo::ByteFormat::string(count, language); };
+    const std::string rest = bytes(bytesOf(group, rows) - heldBack);
+    return heldBack == 0
+               ? rest
+               : lumo::Words{"{} · {} ahora no", "{} · {} not now"}.in(language, rest, bytes(heldBack));
+}
+
+std::string unreadableText(std::int64_t count, Language language) {
+    if (count == 0) {
+        return {};
+    }
+    if (count == 1) {
+        return lumo::Words{
+            "No he podido leer 1 elemento: lo que ocupa no está contado. Suele ser falta de permiso.",
+            "1 item could not be read: what it takes is not counted. Most often a permission is "
+            "missing."}
+            .in(language);
+    }
+    return lumo::Words{"No he podido leer {} elementos: lo que ocupan no está contado. Suele ser "
+                       "falta de permiso.",
+                       "{} items could not be read: what they take is not counted. Most often a "
+                       "permission is missing."}
+        .in(language, lumo::ByteFormat::number(static_cast<double>(count), 0, language));
 }
 
 std::vector<Row> rowsMatching(std::string_view searched, const std::vector<Row>& rows) {

@@ -32,7 +32,7 @@ struct Row {
 
 /// The rows of a report with its plan: a row for each entry, each finding that is kept and each unclassified
 /// folder. Group by group, the largest first. Entries that the report knows nothing of have their measured
-/// paths and no detail.
+/// paths and no detail. What is set aside is none of them: it is the user's own, and told of apart.
 std::vector<Row> rowsOf(const lumo::ScanReport& report, const std::vector<lumo::PlanEntry>& entries,
                         lumo::Language language = lumo::currentLanguage());
 
@@ -44,6 +44,13 @@ std::string groupTitle(RowGroup group, lumo::Language language = lumo::currentLa
 
 /// The bytes of a group's rows.
 std::int64_t bytesOf(RowGroup group, const std::vector<Row>& rows);
+
+/// What the group's rows come to, for a person: what can be ticked of them, and what is held back now.
+std::string groupAmount(RowGroup group, const std::vector<Row>& rows,
+                        lumo::Language language = lumo::currentLanguage());
+
+/// What so many entries that could not be read mean for the amounts; empty for none.
+std::string unreadableText(std::int64_t count, lumo::Language language = lumo::currentLanguage());
 
 /// The rows whose title, detail or paths hold the words searched for, whatever their case and accents; all
 /// of them while nothing is searched for.

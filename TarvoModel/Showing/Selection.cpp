@@ -46,18 +46,20 @@ Selection defaultSelection(const std::vector<PlanEntry>& entries) {
     return defaults;
 }
 
-std::set<std::string> knownIds(const std::vector<PlanEntry>& entries) {
+std::set<std::string> tickableIds(const std::vector<PlanEntry>& entries) {
     std::set<std::string> ids;
     for (const PlanEntry& entry : entries) {
-        ids.insert(entry.action.id);
+        if (!entry.skipReason) {
+            ids.insert(entry.action.id);
+        }
     }
     return ids;
 }
 
 Selection reconciled(const Selection& selection, const Selection& previousDefaults,
-                     const Selection& newDefaults, const std::set<std::string>& known) {
+                     const Selection& newDefaults, const std::set<std::string>& tickable) {
     Selection result;
-    std::ranges::set_intersection(selection, known, std::inserter(result, result.end()));
+    std::ranges::set_intersection(selection, tickable, std::inserter(result, result.end()));
     std::ranges::set_difference(newDefaults, previousDefaults, std::inserter(result, result.end()));
     return result;
 }

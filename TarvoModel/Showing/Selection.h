@@ -30,13 +30,13 @@ void leaveOutProjectsWith(std::string_view applicationPath, const lumo::ScanRepo
 /// The ids that a plan ticks by itself: what is safe and not held back.
 Selection defaultSelection(const std::vector<lumo::PlanEntry>& entries);
 
-/// The ids of all entries, those that cannot be ticked now included.
-std::set<std::string> knownIds(const std::vector<lumo::PlanEntry>& entries);
+/// The ids of the entries that can be ticked: a cleanup would leave the others as they are.
+std::set<std::string> tickableIds(const std::vector<lumo::PlanEntry>& entries);
 
-/// The selection after a new report: what is gone is dropped, and what the plan ticks now and did not tick
-/// before is added. What the user has unticked meanwhile so stays unticked.
+/// The selection after a new report: what is gone or held back is dropped, and what the plan ticks now and
+/// did not tick before is added. What the user has unticked meanwhile so stays unticked.
 Selection reconciled(const Selection& selection, const Selection& previousDefaults,
-                     const Selection& newDefaults, const std::set<std::string>& known);
+                     const Selection& newDefaults, const std::set<std::string>& tickable);
 
 /// The plan's own ticks; the selection as it is while the phase does not allow that.
 Selection safeSelection(const Selection& selection, const Selection& defaults, const Phase& phase);

@@ -10,7 +10,7 @@ void TickedPlan::take(std::vector<lumo::PlanEntry> entries, Selection defaults) 
     for (const lumo::PlanEntry& entry : entries_) {
         byID_.emplace(entry.action.id, &entry);
     }
-    selection_ = reconciled(selection_, defaults_, defaults, knownIds(entries_));
+    selection_ = reconciled(selection_, defaults_, defaults, tickableIds(entries_));
     defaults_ = std::move(defaults);
 }
 
@@ -44,6 +44,13 @@ void TickedPlan::selectSafe(const Phase& phase) {
 
 void TickedPlan::deselectAll() {
     selection_.clear();
+}
+
+void TickedPlan::forget(const std::set<std::string>& ids) {
+    for (const std::string& id : ids) {
+        selection_.erase(id);
+        defaults_.erase(id);
+    }
 }
 
 std::vector<lumo::CleanupAction> TickedPlan::selectedActions() const {

@@ -31,6 +31,9 @@ class TickedPlan final {
     /// Ticks what the plan ticks by itself, and nothing else, if the phase allows that.
     void selectSafe(const Phase& phase);
     void deselectAll();
+    /// Neither ticked any more nor known to have been: what a cleanup took. Once the plan ticks it by itself
+    /// again, that is as new.
+    void forget(const std::set<std::string>& ids);
 
     /// What the ticked entries do, in the plan's order, and what that comes to.
     [[nodiscard]] std::vector<lumo::CleanupAction> selectedActions() const;

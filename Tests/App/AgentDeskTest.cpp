@@ -24,7 +24,7 @@ constexpr const char* codeSettings = ".claude.json";
 void install(const AppStory& story) {
     story.home.program(".local/bin/claude", R"sh(case "$2" in
 add) printf '{"mcpServers": {"tarvo-ai": {}}}' >"$HOME/.claude.json" ;;
-*) echo "cannot be removed"; exit 3 ;;
+*) echo "cannot be"; echo removed; exit 3 ;;
 esac
 )sh");
 }
@@ -50,7 +50,9 @@ TEST(AgentDesk, LinksThroughTheAgentsOwnProgramAndSaysWhatItSaysWhenThatFails) {
     agents.disconnectClaudeCode();
     settled(story);
     EXPECT_TRUE(agents.hasFailed());
-    EXPECT_EQ(agents.message(), "cannot be removed");
+    // What it said stood below the other agent, and its lines in one with a "\\n" between them.
+    EXPECT_EQ(agents.codeMessage(), "cannot be\nremoved");
+    EXPECT_EQ(agents.desktopMessage() + agents.copyMessage(), "");
     EXPECT_TRUE(agents.isInClaudeCode());
 }
 

@@ -159,6 +159,33 @@ TEST(AppStories, ACleanupIsConfirmedDoneUndoneAndEmptied) {
     EXPECT_FALSE(story.hasOwn());
 }
 
+// A folder of the user's that was put back was still ticked, and the next cleanup took it again; the emptied
+// folder of a cache stayed in the list as a ticked row of nothing.
+TEST(AppStories, WhatWasCleanedIsNeitherTickedNorShownUntilThereIsSomethingAgain) {
+    AppStory story;
+    settle(story);
+    AppModel& app = story.app();
+    const auto shows = [&](const char* key) { return app.rows()->indexOf(key) >= 0; };
+    app.toggle(AppStory::ownKey);
+    ASSERT_TRUE(cleanSelected(story));
+    EXPECT_THAT(app.plan().selection(), IsEmpty());
+    EXPECT_FALSE(shows(AppStory::cacheKey) || shows(AppStory::ownKey));
+    app.undoLastCleanup();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_TRUE(shows(AppStory::ownKey));
+    EXPECT_FALSE(shows(AppStory::cacheKey));
+    EXPECT_THAT(app.plan().selection(), IsEmpty());
+    story.addCache(3'000'000);
+    app.scan();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_THAT(app.plan().selection(), ElementsAre(AppStory::cacheKey)) << "as at the first start";
+
+    app.toggle(AppStory::ownKey);
+    app.protect(AppStory::ownKey);
+    ASSERT_TRUE(story.waitUntil([&] { return app.plan().selection().size() == 1; }));
+    EXPECT_EQ(app.plan().stateOf(AppStory::ownKey), TileState::blocked);
+}
+
 TEST(AppStories, WhatIsProtectedBetweenQuestionAndAnswerStays) {
     AppStory story;
     settle(story);
@@ -215,6 +242,25 @@ TEST(AppStories, LowSpaceIsToldOnceADayAndAgainAfterItWasMended) {
     story.pass(48h);
     EXPECT_EQ(noticesAfterLook(gigabyte), 3U);
     EXPECT_THAT(titlesOf(story.notices).front(), "poco-espacio|Only 10.0 GB free");
+}
+
+// The warning at a start was sent before the scan had seen anything, could not say what would help, and kept
+// silent for a day. On a disk that is full the first words were about a preferences file.
+TEST(AppStories, TheWarningOfAStartTellsWhatCanBeRecoveredAndNothingElseIsSaid) {
+    AppStory story;
+    story.addCache(501'000'000);
+    story.home.folder(".config");
+    std::filesystem::create_symlink("nowhere/to/write", story.home.path(".config/TarvoAI"));
+    story.setFree(9 * gigabyte);
+    story.app().start();
+    story.app().finishWelcome();
+    ASSERT_TRUE(story.waitUntil([&] { return !story.notices.empty(); }));
+    EXPECT_THAT(story.notices.front().body, StartsWith("You can recover 501 MB with no risk."));
+    ASSERT_TRUE(story.lookAround());
+    EXPECT_THAT(story.notices, SizeIs(1)) << "remembered, although it cannot be stored";
+    EXPECT_EQ(bytesOf(story.app().notice()), "");
+    story.app().raiseGoal();
+    EXPECT_TRUE(story.waitUntil([&] { return !story.app().notice().isEmpty(); })) << "the user changed that";
 }
 
 TEST(AppStories, AMonthOfWeeklyCleanupsTakesOnlyWhatRecreatesItself) {
@@ -427,6 +473,8 @@ TEST(AppStories, AnItemIsArchivedAfterItsEstimateAndCanComeBack) {
     app.requestArchive(keyOf("dentro:" + story.home.path("Documents/Thesis")));
     ASSERT_TRUE(story.waitUntilIdle());
     EXPECT_EQ(bytesOf(app.archiveRequest()["title"].toString()), "Archive “Thesis”?");
+    // The question once showed the two line feeds between its parts as "\\n\\n".
+    EXPECT_TRUE(app.archiveRequest()["message"].toString().contains("\n\n"));
     app.archive();
     EXPECT_THAT(bytesOf(app.statusText()), StartsWith("Archiving “Thesis”"));
     ASSERT_TRUE(story.waitUntilIdle());
@@ -457,6 +505,22 @@ TEST(AppStories, TheWholeHomeCanBeLookedInto) {
     story.app().openHome("Home again");
     ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
     EXPECT_EQ(map.zoomTitles().front(), "Home again") << "what was stopped opens nothing";
+}
+
+// With nothing that a rule knows, a disk full of films was called in order, and no map was shown of it.
+TEST(AppStories, WithNothingToCleanTheMapShowsTheHome) {
+    AppStory story;
+    story.home.file("Videos/holiday", 3'000'000);
+    story.setFree(9 * gigabyte);
+    story.app().settings()->setWelcomeSeen(true);
+    story.app().start();
+    MapModel& map = *story.app().map();
+    ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
+    EXPECT_EQ(map.zoomTitles().front(), "Your home folder");
+    EXPECT_EQ(bytesOf(map.data(map.index(0), MapModel::labelRole).toString()), "Videos");
+    ASSERT_TRUE(story.waitUntil([&] { return story.app().isSpaceLow(); }));
+    story.app().settings()->setLowSpaceGB(5);
+    EXPECT_FALSE(story.app().isSpaceLow());
 }
 
 TEST(AppStories, AThingShowsWhatItHoldsAndAFolderWhatItsExplanationRestsOn) {

@@ -13,6 +13,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
+#include <QTimer>
 
 #include <filesystem>
 
@@ -217,6 +218,22 @@ TEST_F(MainWindowTest, TilesAreDrawnInTheColourOfTheirSafety) {
         return window.grabWindow().pixelColor(empty).rgb() ==
                map.data(largest, MapModel::colorRole).value<QColor>().rgb();
     })) << window.grabWindow().pixelColor(empty).name().toStdString();
+}
+
+// The window refused to close while the disk was watched, and so neither Ctrl+Q nor its close button, which
+// had no panel to hide it in, ended the application.
+TEST_F(MainWindowAtHomeTest, TheKeysForItAndWithoutAPanelTheCloseButtonEndTheApplication) {
+    using Leave = std::function<void(QQuickWindow&)>;
+    for (const Leave& leave : {Leave([this](QQuickWindow&) { press(Qt::Key_Q, Qt::ControlModifier); }),
+                               Leave([](QQuickWindow& window) { window.close(); })}) {
+        QQuickWindow& window = open();
+        EXPECT_TRUE(story.app().isMonitoring());
+        QTimer::singleShot(0, &window, [&] { leave(window); });
+        QTimer tooLate;
+        QObject::connect(&tooLate, &QTimer::timeout, [] { QGuiApplication::exit(1); });
+        tooLate.start(5000);
+        EXPECT_EQ(QGuiApplication::exec(), 0);
+    }
 }
 
 TEST_F(MainWindowTest, EverythingThatCanBePressedHasAName) {

@@ -119,6 +119,19 @@ TEST(DiskMap, ShowsTheRestOfTheDiskWhenAsked) {
     EXPECT_THAT(DiskMap::tiles(rows(1, 90), {100, 30}, true, Language::en), SizeIs(2)) << "more than is used";
 }
 
+// The rest of the disk and its free space come last among the tiles and were laid out last: slivers, and so
+// was everything else.
+TEST(DiskMap, LaysTheLargestOutFirstWhereverTheyComeAmongTheTiles) {
+    const std::vector<Tile> tiles = DiskMap::tiles(rows(30), {100'000, 40'000}, true, Language::en);
+    ASSERT_EQ(tiles.back().kind, Tile::Kind::free);
+    const std::vector<Rect> places = DiskMap::layout(tiles, 600, 400);
+    const Rect& rest = places[places.size() - 2];
+    EXPECT_EQ(rest.x + rest.y, 0);
+    for (const Rect& large : {rest, places.back()}) {
+        EXPECT_LT(std::max(large.width / large.height, large.height / large.width), 2);
+    }
+}
+
 TEST(DiskMap, DividesAFolderAmongItsEntries) {
     ZoomLevel level{.title = "Caja", .paths = {}, .safety = Safety::review, .items = {}, .skipped = {}};
     for (int number = 0; number < 41; ++number) {

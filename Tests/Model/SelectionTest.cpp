@@ -95,6 +95,22 @@ TEST(Rows, ShowEveryEntryWhatIsKeptAndWhatNobodyKnowsGroupByGroupTheLargestFirst
     EXPECT_EQ(rowsMatching("", rows), rows);
 }
 
+// The sum above a group counted what cannot be ticked, and among what recreates itself stood the user's own
+// files that were set aside.
+TEST(Rows, TellWhatIsHeldBackApartAndLeaveOutWhatIsSetAside) {
+    std::vector<PlanEntry> entries{entry("free", Safety::safe, 3000000), entry("open", Safety::safe, 2000000),
+                                   entry("held", Safety::safe, 9000000)};
+    entries[1].skipReason = "quit it first";
+    entries[2].action.measuredPaths = {"/home/u/Library/Application Support/TarvoAI/Apartado"};
+    lumo::ScanReport report;
+    report.home = "/home/u";
+    std::vector<Row> rows = rowsOf(report, entries, Language::en);
+    EXPECT_THAT(idsOf(rows), ElementsAre("free", "open"));
+    EXPECT_EQ(groupAmount(RowGroup::safe, rows, Language::en), "3 MB · 2 MB not now");
+    rows.pop_back();
+    EXPECT_EQ(groupAmount(RowGroup::safe, rows, Language::es), "3 MB");
+}
+
 TEST(Selection, BeginsWithWhatIsSafeAndOffersTheRest) {
     const std::vector<PlanEntry> entries = plannedFor(reportOf("/home/u"));
     EXPECT_THAT(defaultSelection(entries), ElementsAre("cache", "proyecto:quiet/node_modules"));
@@ -113,7 +129,7 @@ TEST(Selection, BeginsWithWhatIsSafeAndOffersTheRest) {
 
 TEST(Selection, SurvivesANewReportAsTheUserLeftIt) {
     struct Case {
-        Selection selection, before, defaults, known, expected;
+        Selection selection, before, defaults, tickable, expected;
     };
     const std::vector<Case> cases{
         {{}, {}, {"a", "b"}, {"a", "b", "c"}, {"a", "b"}},                 // The first report.
@@ -123,8 +139,27 @@ TEST(Selection, SurvivesANewReportAsTheUserLeftIt) {
         {{"b"}, {"b"}, {}, {"b"}, {"b"}}, // No longer safe, still there.
     };
     for (const Case& each : cases) {
-        EXPECT_EQ(reconciled(each.selection, each.before, each.defaults, each.known), each.expected);
+        EXPECT_EQ(reconciled(each.selection, each.before, each.defaults, each.tickable), each.expected);
     }
+}
+
+// What was held back after it had been ticked, by a protected folder as much as by an open program, stayed
+// ticked in list and map although no cleanup would have taken it.
+TEST(Selection, LosesWhatIsHeldBackAndWhatWasCleaned) {
+    std::vector<PlanEntry> entries{entry("cache", Safety::safe, 2000000),
+                                   entry("own", Safety::review, 2000000)};
+    TickedPlan plan;
+    plan.take(entries, {"cache"});
+    EXPECT_TRUE(plan.toggle("own"));
+    entries[1].skipReason = "in a protected folder";
+    plan.take(entries, {"cache"});
+    EXPECT_EQ(plan.stateOf("own"), TileState::blocked);
+    EXPECT_THAT(plan.selection(), ElementsAre("cache"));
+    plan.forget({"cache"});
+    plan.take(entries, {});
+    EXPECT_THAT(plan.selection(), ::testing::IsEmpty());
+    plan.take(entries, {"cache"});
+    EXPECT_THAT(plan.selection(), ElementsAre("cache")) << "it has grown again";
 }
 
 TEST(Selection, ActsInPlanOrderAndLeavesOutWhatIsHeldBackMeanwhile) {

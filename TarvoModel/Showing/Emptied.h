@@ -1,0 +1,35 @@
+#pragma once
+
+#include "LumoCore/Cleanup/CleanupOutcome.h"
+#include "LumoCore/Cleanup/CleanupPlanner.h"
+#include "TarvoModel/Showing/Rows.h"
+#include "TarvoModel/Showing/Selection.h"
+
+#include <set>
+#include <string>
+#include <vector>
+
+namespace tarvo {
+
+/// What cleanups have taken since the application began. Of most of it a folder stays that is as good as
+/// empty: nobody wants to see that, still less to clean it again.
+class Emptied final {
+  public:
+    /// Less than that is as good as nothing.
+    static constexpr std::int64_t hardlyAnything = 1000000;
+
+    /// Takes over what was done of a cleanup; the ids of that.
+    std::set<std::string> take(const std::vector<lumo::CleanupOutcome>& outcomes);
+
+    /// What was set aside has come back, and is shown however small it is.
+    void putBack() { setAside_.clear(); }
+
+    /// Leaves out of a new plan what is still empty. What has grown since is a row like any other again.
+    void leaveOut(std::vector<lumo::PlanEntry>& entries, Selection& defaults, std::vector<Row>& rows);
+
+  private:
+    std::set<std::string> deleted_;
+    std::set<std::string> setAside_;
+};
+
+} // namespace tarvo
