@@ -87,12 +87,13 @@ std::optional<std::string> sourcesBuiltIn(const std::string& folder) {
     constexpr std::string_view key = "\nCMAKE_HOME_DIRECTORY:INTERNAL=";
     constexpr std::size_t mostBytes = std::size_t{16} * 1024 * 1024;
     const auto text = platform::readWhole(joined(folder, buildCache), mostBytes);
-    const std::size_t found = text ? text->find(key) : std::string::npos;
+    const std::string lines = "\n" + text.value_or("");
+    const std::size_t found = lines.find(key);
     if (found == std::string::npos) {
         return std::nullopt;
     }
     const std::size_t start = found + key.size();
-    const auto real = platform::withoutLinks(text->substr(start, text->find('\n', start) - start));
+    const auto real = platform::withoutLinks(lines.substr(start, lines.find('\n', start) - start));
     return real ? std::optional(*real) : std::nullopt;
 }
 
