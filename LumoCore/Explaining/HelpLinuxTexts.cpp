@@ -25,10 +25,10 @@ std::span<const LinuxRow> linuxRows() {
                      "makes the other blocks pale."},
           .keywords = {"violeta, lila, amarillo, rojo, colores, rayas, rayada, rayado, se conserva, "
                        "conservar, conserva, sin clasificar, clasificar, clasificada, miralo antes, "
-                       "mirar antes, leyenda, pinta, riesgo, gris, grises",
+                       "mirar antes, leyenda, pinta, riesgo, gris, grises, amarilla, amarillas",
                        "violet, yellow, red, colors, colour, colours, colored, stripe, stripes, hatched, "
                        "kept, keep, unclassified, classified, needs a look, look first, legend, risk, "
-                       "grays, lilac"}},
+                       "grays, lilac, yellowish"}},
          {.id = "regenera",
           .keywords = {"npm, pip, regenera solo, temporal, temporales, basura, seguro borrar, marcar lo "
                        "seguro, recuperable, volver a descargar, dejan de funcionar, estropear "
@@ -109,15 +109,16 @@ std::span<const LinuxRow> linuxRows() {
                "your own computer, from its source code."},
           .keywords = {"virus, romper, rompe, estropear, dano, danar, peligro, peligroso, miedo, perder "
                        "datos, borrar documentos, importante, importantes, corte de luz, apagon, a "
-                       "medias, confiar, se va la luz, estropea, fallo, herramienta",
+                       "medias, confiar, se va la luz, estropea, fallo, herramienta, falla, fallar",
                        "virus, malicious, ruin, damage, destroy, harm, danger, risky, lose data, losing, "
                        "important, afraid, scared, power cut, blackout, halfway, crashes, delete "
-                       "documents, break my computer, break, breaks, wreck, tool"}},
+                       "documents, break my computer, break, breaks, wreck, tool, safe, safely"}},
          {.id = "compartir",
           .keywords = {"publicar en x, twitter, guardar imagen, copiar imagen, celebracion, lo que he "
-                       "liberado, mis amigos, ensenar, captura de lo liberado, tuitear",
-                       "share on x, twitter, save image, save the card, picture, copy image, "
-                       "celebration, show my friends, what i freed, tweet"}},
+                       "liberado, mis amigos, ensenar, captura de lo liberado, tuitear, subirlo, subirlo "
+                       "a twitter",
+                       "share on x, twitter, save image, save the card, copy image, celebration, show my "
+                       "friends, what i freed, tweet, as a picture, picture of my result"}},
          {.id = "ia",
           .answer =
               {"Son una orientación, no una orden. La IA solo ve el nombre de una carpeta, dónde está, "
@@ -168,9 +169,10 @@ std::span<const LinuxRow> linuxRows() {
                        "database, podman, docker desktop, virtual machines"}},
          {.id = "proyectos",
           .keywords = {"proyecto activo, activo, carpetas de compilacion, codigo fuente, programacion, "
-                       "repositorio git, cmake, rust, cargo, target, python, entorno virtual, mi codigo",
+                       "repositorio git, cmake, rust, cargo, target, python, entorno virtual, mi codigo, "
+                       "codigo",
                        "active project, build folders, source code, my code, coding, git repository, "
-                       "cmake, rust, cargo, target, python, virtual environment"}},
+                       "cmake, rust, cargo, target, python, virtual environment, code"}},
          {.id = "icloud",
           .question = {"¿Qué hace con iCloud Drive y otras nubes?",
                        "What does it do with iCloud Drive and other clouds?"},
@@ -322,8 +324,7 @@ std::span<const LinuxRow> linuxRows() {
                "with the disk's path does the same. Cleaning, though, only happens in your home folder: "
                "nothing on an external drive is deleted or set aside."},
           .keywords = {"pendrive, lapiz usb, mirar en otro disco, segundo disco, nas, discos",
-                       "pendrive, usb stick, thumb drive, second disk, nas, drives, look into another "
-                       "disk"}},
+                       "pendrive, usb stick, thumb drive, second disk, nas, look into another disk"}},
          {.id = "atajos",
           .answer =
               {"Sí. Ctrl+R vuelve a analizar, Ctrl+Mayús+S marca solo lo que se regenera solo, Ctrl y "

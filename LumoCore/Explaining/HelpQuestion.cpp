@@ -37,21 +37,21 @@ constexpr std::string_view englishFunctionWords =
     "her here hey hi his how i idea if in instead into is isn it its just kind know large let like ll lot "
     "lots made make makes many may maybe me mean means might mine missing more most much must my needed "
     "new no not now of off ok okay on one ones only oops or other our ours out over own people please "
-    "plug possible press pressed put really rid s same say saying says see seem seems set shall she "
-    "should show showing shows since sit small so some somebody someone something speak speaks stand stay "
-    "stuff such support supported supports sure symbol t take takes taking tarvo tell tells than that the "
-    "their them then there these they thing things this those though through to today told too top try "
-    "under up us use used uses using very wait want wanted wants was way we well were what when where "
-    "whether which while who whose why will with worried worry would wouldn yes yet you your yours";
+    "plug possible press pressed put really rid run runs s same say saying says see seem seems set shall "
+    "she should show showing shows since sit small so some somebody someone something speak speaks stand "
+    "stay stuff such support supported supports sure symbol t take takes taking tarvo tell tells than "
+    "that the their them then there these they thing things this those though through to today told too "
+    "top try under up us use used uses using very wait want wanted wants was way we well were what when "
+    "where whether which while who whose why will with worried worry would wouldn yes yet you your yours";
 
 // What a question may name that is about one of many topics.
 constexpr std::string_view spanishCommonThings =
     "abre abrir abro app archivo archivos bloque bloques borra borrar borre borro cambia cambiar cambio "
     "carpeta carpetas cuadro cuadros directorio disco elemento elementos elimina eliminar envia enviar "
-    "equipo ficha fichero ficheros fila filas guarda guardar instala instalada instalar instalo limpia "
-    "limpiar limpie limpio linea linux lista manda mandar mapa necesita necesito ordenador pantalla "
-    "portatil programa programas quita quitar quite quito rectangulo recuadro recuadros sincroniza "
-    "sincronizar ventana";
+    "equipo ficha fichero ficheros fila filas funciona funcionan funcionar funcione guarda guardar "
+    "instala instalada instalar instalo limpia limpiar limpie limpio linea linux lista manda mandar mapa "
+    "necesita necesito ordenador pantalla portatil programa programas quita quitar quite quito rectangulo "
+    "recuadro recuadros sincroniza sincronizar ventana";
 constexpr std::string_view englishCommonThings =
     "block blocks box boxes change changes clean cleaning cleans computer delete deletes deleting "
     "directory disk entry file files folder folders install installed installing item items keep keeps "
@@ -104,9 +104,23 @@ std::vector<std::string> subjects(std::string_view question, Language language) 
     return found;
 }
 
+std::string singular(const std::string& word) {
+    constexpr std::size_t shortest = 4;
+    return word.size() > shortest && word.ends_with('s') ? word.substr(0, word.size() - 1) : word;
+}
+
 /// Whether the word, but for its ending, begins a word of the normalized text.
 bool begins(const std::string& word, const std::string& text) {
-    return (" " + text).find(" " + HelpCatalog::stemOf(word)) != std::string::npos;
+    return (" " + text).find(" " + HelpCatalog::stemOf(singular(word))) != std::string::npos;
+}
+
+/// Whether the word, but for its ending, is one of the topic's keywords.
+bool isKeywordOf(const HelpTopic& topic, const std::string& word) {
+    const std::string stem = HelpCatalog::stemOf(word);
+    return std::ranges::any_of(topic.keywords, [&](const std::string& keyword) {
+        return singular(keyword) == singular(word) ||
+               (stem != word && keyword != stem && HelpCatalog::stemOf(keyword) == stem);
+    });
 }
 
 /// Whether a keyword that is as good as a question is the question or stands in it: three words, or two that
@@ -124,9 +138,7 @@ bool hasPhrase(const HelpTopic& topic, const std::string& question, Language lan
 /// How much a word of the question says for a topic: as a keyword more than by beginning a word, and alone
 /// more than beside other topics.
 int weightOf(const std::string& word, const HelpTopic& topic, const HelpCatalog::Shelf& all) {
-    const auto isKeyword = [&](const HelpTopic& any) {
-        return std::ranges::find(any.keywords, word) != any.keywords.end();
-    };
+    const auto isKeyword = [&](const HelpTopic& any) { return isKeywordOf(any, word); };
     if (const auto owners = std::ranges::count_if(all.topics, isKeyword); owners > 0) {
         return isKeyword(topic) ? (owners == 1 ? 3 : 2) : 0;
     }
