@@ -29,12 +29,14 @@ RowLayout {
             Line {
                 id: figure
 
+                Accessible.name: text + " " + Words.freeOf.arg(App.capacity)
                 Layout.alignment: Qt.AlignBaseline
                 font.pixelSize: Theme.figure
                 font.weight: Font.DemiBold
                 text: App.freeNow
             }
             Line {
+                Accessible.ignored: true
                 Layout.alignment: Qt.AlignBaseline
                 color: Theme.secondaryText
                 elide: Text.ElideNone

@@ -71,6 +71,7 @@ Button {
         }
     }
     contentItem: Line {
+        Accessible.ignored: true
         color: button.ink
         font: button.font
         horizontalAlignment: Text.AlignHCenter

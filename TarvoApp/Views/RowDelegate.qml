@@ -44,7 +44,8 @@ Item {
     Accessible.description: below
     Accessible.focusable: true
     Accessible.name: title + ", " + bytes + ", " + groupTitle + ", " + Words.tickState(tickState)
-    Accessible.role: Accessible.CheckBox
+    // What cannot be ticked is no box to tick.
+    Accessible.role: tickable ? Accessible.CheckBox : Accessible.ListItem
     implicitHeight: body.y + body.height
 
     Accessible.onPressAction: App.toggle(key)
