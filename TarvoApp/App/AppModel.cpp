@@ -112,7 +112,9 @@ std::shared_ptr<AppModel::Work> AppModel::beginWork() {
 }
 
 void AppModel::stop() {
-    waiting_.reset();
+    if (std::exchange(waiting_, std::nullopt)) {
+        emit phaseChanged();
+    }
     if (work_ && !work_->stop.request_stop()) {
         work_->cancelTool.request_stop();
     }

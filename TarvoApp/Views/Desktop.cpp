@@ -12,7 +12,6 @@
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 #include <QDesktopServices>
-#include <QDir>
 #include <QEvent>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -137,7 +136,7 @@ bool Desktop::reducesMotion() const {
 }
 
 QUrl Desktop::homeFolder() const {
-    return QUrl::fromLocalFile(QDir::homePath());
+    return QUrl::fromLocalFile(app_.home());
 }
 
 QColor Desktop::accent() const {

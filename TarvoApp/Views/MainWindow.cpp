@@ -2,6 +2,9 @@
 
 #include "TarvoApp/Views/WindowTypes.h"
 
+#include <QCoreApplication>
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QQuickWindow>
 #include <QUrl>
 
@@ -18,6 +21,14 @@ MainWindow::MainWindow(AppModel& app) : desktop_(app) {
     engine_.setProperty(AppInWindows::property, QVariant::fromValue<QObject*>(&app));
     engine_.setProperty(Desktop::property, QVariant::fromValue<QObject*>(&desktop_));
     engine_.setUiLanguage(desktop_.language());
+    // The dialogs that are not ours speak the same language.
+    for (const auto& [translator, part] :
+         {std::pair(&dialogWords_, "qtdeclarative"), {&systemWords_, "qtbase"}}) {
+        if (translator->load(QLocale(desktop_.language()), QLatin1String(part), QStringLiteral("_"),
+                             QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+            QCoreApplication::installTranslator(translator);
+        }
+    }
     engine_.addImportPath(QStringLiteral(":/qt/qml"));
     // By the module's name: loading the file alone would not register what the module has from C++.
     engine_.loadData("import Tarvo\nMain {}", QUrl(QStringLiteral("qrc:/qt/qml/Window.qml")));

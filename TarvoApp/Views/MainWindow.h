@@ -3,6 +3,7 @@
 #include "TarvoApp/Views/Desktop.h"
 
 #include <QQmlApplicationEngine>
+#include <QTranslator>
 
 class QQuickWindow;
 
@@ -30,6 +31,8 @@ class MainWindow final {
 
   private:
     Desktop desktop_;
+    QTranslator dialogWords_;
+    QTranslator systemWords_;
     QQmlApplicationEngine engine_; ///< Goes first, since its windows use the rest.
 };
 

@@ -72,7 +72,7 @@ Item {
     Rectangle {
         id: body
 
-        color: row.lit ? Qt.alpha(Theme.accent, 0.18) : pointer.hovered ? Theme.window : "transparent"
+        color: row.lit ? Qt.alpha(Theme.accent, 0.18) : Qt.alpha(Theme.window, pointer.hovered ? 1 : 0) // "transparent" is black
         height: details.active ? details.y + details.implicitHeight + 12 : texts.height + 14
         opacity: row.dimmed ? 0.45 : 1
         radius: Theme.tileRadius

@@ -90,6 +90,10 @@ QtObject {
     readonly property string deselectAllHelp: pick("Desmarca todo para elegir uno a uno",
                                                    "Deselect everything to choose one by one")
     readonly property string clean: pick("Limpiar…", "Clean…")
+    readonly property string cleanLater: pick("Se puede limpiar cuando acabe lo que está en marcha",
+                                              "Cleaning is possible when what is going on has ended")
+    readonly property string tickFirst: pick("Marca antes algo en el mapa o en la lista",
+                                             "Select something in the map or the list first")
     readonly property string cancel: pick("Cancelar", "Cancel")
     readonly property string details: pick("Ver detalles", "See Details")
     readonly property string notCleaned: pick("Esto no se pudo limpiar", "This couldn't be cleaned")

@@ -280,6 +280,26 @@ TEST_F(MainWindowAtHomeTest, AScreenReaderIsToldTheWholeStory) {
     EXPECT_THAT(told(), IsSupersetOf({text(app.statusText()), text(app.holdingTitle())}));
 }
 
+// "Clean" looked as if it could be pressed, and did nothing, while a scan's first pass ran or nothing was
+// ticked.
+TEST_F(MainWindowAtHomeTest, AButtonThatWouldDoNothingIsDisabledAndSaysWhy) {
+    story.addCache(2'000'000);
+    open();
+    AppModel& app = story.app();
+    const auto disabled = [&](const QString& name) { return named(bytesOf(name))->state().disabled != 0; };
+    app.deselectAll();
+    const QString clean = shown(lumo::Words{"Limpiar…", "Clean…"}.in());
+    EXPECT_TRUE(disabled(clean));
+    EXPECT_THAT(bytesOf(named(bytesOf(clean))->text(QAccessible::Description)),
+                StartsWith(lumo::Words{"Marca antes algo", "Select something"}.in()));
+    app.selectSafe();
+    EXPECT_FALSE(disabled(app.cleanTitleText()));
+    app.scan();
+    EXPECT_TRUE(disabled(app.cleanTitleText()));
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_FALSE(disabled(app.cleanTitleText()));
+}
+
 TEST_F(MainWindowTest, WhatIsNoBoxToTickIsNotAnnouncedAsOne) {
     QQuickWindow& window = open();
     const std::vector<std::string> items = told();
