@@ -141,6 +141,9 @@ class AppModel final : public QObject {
     /// Shows all of the home on the map, whatever rules know of it.
     Q_INVOKABLE void openHome(const QString& title);
 
+    /// Shows that folder on the map, as soon as no scan would take it off again.
+    void openFolder(const std::string& path);
+
     // What is ticked.
     Q_INVOKABLE void toggle(const QString& key);
     Q_INVOKABLE void selectSafe();
@@ -405,6 +408,7 @@ class AppModel final : public QObject {
     std::optional<std::string> aiUnavailableReason_;
     std::vector<Volume> otherVolumes_;
 
+    std::string folderWanted_; ///< To be shown when the scan has ended; empty for none.
     QString searchText_;
     int focusSearch_ = 0;
     QString hovered_;

@@ -60,7 +60,7 @@ ApplicationWindow {
     minimumHeight: 600
     minimumWidth: 900
     title: "Tarvo AI"
-    visible: true
+    visible: !Desktop.beginsInPanel
     width: 1180
 
     palette {
@@ -215,6 +215,13 @@ ApplicationWindow {
             onOpenWanted: window.comeBack()
             onQuitWanted: window.leave()
         }
+    }
+    // Nobody could open it again where no panel came.
+    Timer {
+        interval: 30000
+        running: Desktop.beginsInPanel
+
+        onTriggered: if (!window.visible && !(tray.item && tray.item.keepsRunning)) window.showMinimized()
     }
     WelcomeCard {
         id: welcome

@@ -16,7 +16,8 @@ extern void qml_register_types_Tarvo();
 
 namespace tarvo {
 
-MainWindow::MainWindow(AppModel& app) : desktop_(app) {
+MainWindow::MainWindow(AppModel& app, Begin begin) : desktop_(app) {
+    desktop_.setBeginsInPanel(begin == Begin::inPanel);
     [[maybe_unused]] volatile auto registration = &qml_register_types_Tarvo;
     engine_.setProperty(AppInWindows::property, QVariant::fromValue<QObject*>(&app));
     engine_.setProperty(Desktop::property, QVariant::fromValue<QObject*>(&desktop_));

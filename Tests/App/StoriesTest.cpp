@@ -505,6 +505,10 @@ TEST(AppStories, TheWholeHomeCanBeLookedInto) {
     story.app().openHome("Home again");
     ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
     EXPECT_EQ(map.zoomTitles().front(), "Home again") << "what was stopped opens nothing";
+    // A folder that the application was started with was ignored.
+    story.app().scan();
+    story.app().openFolder(story.home.path("Videos"));
+    ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1 && map.zoomTitles().front() == "Videos"; }));
 }
 
 // With nothing that a rule knows, a disk full of films was called in order, and no map was shown of it.
