@@ -72,7 +72,8 @@ RowLayout {
         spacing: 4
 
         IconButton {
-            help: App.isBusy ? Words.stop : ModelWords.scanAgainHelp
+            help: !App.isBusy ? ModelWords.scanAgainHelp : App.phase === "cleaning" ? Words.stopCleaningHelp
+                                                                                : Words.stopHelp
             name: App.isBusy ? Words.stop : Words.scan
             shape: App.isBusy ? "stop" : "scan"
 

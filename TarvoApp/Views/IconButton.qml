@@ -34,8 +34,8 @@ Button {
         id: tip
 
         Tip {
-            text: button.help
-            visible: button.hovered && text.length > 0
+            text: button.help // qmllint disable unqualified
+            visible: button.hovered && text.length > 0 // qmllint disable unqualified
         }
     }
 

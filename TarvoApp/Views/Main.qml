@@ -37,6 +37,7 @@ ApplicationWindow {
 
     // Somebody has asked for the end: no window may refuse to close then.
     property bool leaving: false
+    readonly property bool inPanel: tray.item !== null && (tray.item as TrayItem).keepsRunning
 
     function leave() {
         leaving = true;
@@ -47,7 +48,7 @@ ApplicationWindow {
     onClosing: close => {
         if (leaving)
             return;
-        const stays = App.monitoring && tray.item !== null && tray.item.keepsRunning;
+        const stays = App.monitoring && inPanel;
         close.accepted = !stays;
         if (stays)
             hide();
@@ -221,7 +222,7 @@ ApplicationWindow {
         interval: 30000
         running: Desktop.beginsInPanel
 
-        onTriggered: if (!window.visible && !(tray.item && tray.item.keepsRunning)) window.showMinimized()
+        onTriggered: if (!window.visible && !window.inPanel) window.showMinimized()
     }
     WelcomeCard {
         id: welcome

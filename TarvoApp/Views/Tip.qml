@@ -19,7 +19,7 @@ ToolTip {
         color: Theme.surface
         radius: Theme.tileRadius
     }
-    contentItem: Line {
+    contentItem: Line { // qmllint disable deferred-property-id
         id: words
 
         Accessible.ignored: true

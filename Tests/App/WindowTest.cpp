@@ -173,6 +173,21 @@ TEST_F(MainWindowTest, TheKeyboardGoesFromTileToTileIntoAFolderAndOut) {
     EXPECT_EQ(map.depth(), 0);
 }
 
+// The list knew the arrows alone.
+TEST_F(MainWindowTest, TheListGoesToItsEndsAndByPages) {
+    open();
+    const std::vector<Row>& rows = story.app().rows()->rows();
+    for (int tabs = 0; tabs < 30 && !focused().starts_with(rows.front().title); ++tabs) {
+        press(Qt::Key_Tab);
+    }
+    press(Qt::Key_End);
+    EXPECT_THAT(focused(), StartsWith(rows.back().title));
+    press(Qt::Key_PageUp);
+    EXPECT_THAT(focused(), Not(StartsWith(rows.back().title)));
+    press(Qt::Key_Home);
+    EXPECT_THAT(focused(), StartsWith(rows.front().title));
+}
+
 TEST_F(MainWindowTest, ARowOpensToAllThatIsKnownOfItAndItsPreview) {
     open();
     const Row row = story.app().rows()->rows().front();
