@@ -53,8 +53,9 @@ SystemResult<BaseFolder> makeIn(const SystemResult<BaseFolder>& parent, const st
 
 } // namespace
 
-std::string claudeDesktopSettings(const std::string& home) {
-    return home + "/" + supportParent + "/Claude/claude_desktop_config.json";
+std::string claudeDesktopSettings(const std::string& home, System system) {
+    const std::string parent = system == System::macos ? supportParent : ".config";
+    return home + "/" + parent + "/Claude/claude_desktop_config.json";
 }
 
 std::string claudeDesktopBackup(const std::string& home) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LumoCore/Basics/System.h"
 #include "Platform/Place.h"
 
 #include <string>
@@ -8,8 +9,9 @@
 /// link in their place counts as missing.
 namespace lumo::ApplicationFolders {
 
-/// Settings of Claude Desktop's, which this application rewrites, and the backup that it makes first.
-std::string claudeDesktopSettings(const std::string& home);
+/// Settings of Claude Desktop's, where that system has them, which this application rewrites, and the backup
+/// that it makes first.
+std::string claudeDesktopSettings(const std::string& home, System system = currentSystem());
 std::string claudeDesktopBackup(const std::string& home);
 
 /// The support folder, the holding root in it, and the staging folder for what is being emptied, opened.

@@ -56,6 +56,11 @@ AppModel::AppModel(AppServices services, QObject* parent)
         }
     });
     connect(&settings_, &Settings::failed, this, [this](const QString& why) { setNotice(bytesOf(why)); });
+    connect(&map_, &MapModel::couldNotOpen, this, [this](const QString& title) {
+        setNotice(Words{"No hay nada que ver en «{}»: está vacía o no se puede leer",
+                        "There is nothing to see in “{}”: it is empty or can't be read"}
+                      .with(bytesOf(title)));
+    });
     connect(&monitor_, &QTimer::timeout, this, &AppModel::look);
     connect(&ticker_, &QTimer::timeout, this, &AppModel::statusChanged);
     monitor_.setInterval(monitorInterval);
@@ -112,7 +117,9 @@ std::shared_ptr<AppModel::Work> AppModel::beginWork() {
 }
 
 void AppModel::stop() {
-    waiting_.reset();
+    if (std::exchange(waiting_, std::nullopt)) {
+        emit phaseChanged();
+    }
     if (work_ && !work_->stop.request_stop()) {
         work_->cancelTool.request_stop();
     }

@@ -91,6 +91,9 @@ class AppModel final : public QObject {
     Q_PROPERTY(qint64 selectedTrashBytes READ selectedTrashBytes NOTIFY selectionChanged)
     Q_PROPERTY(qint64 selectedToolBytes READ selectedToolBytes NOTIFY selectionChanged)
     Q_PROPERTY(QString selectedText READ selectedBytesText NOTIFY selectionChanged)
+    /// True while what is ticked may be changed as a whole, and cleaned.
+    Q_PROPERTY(bool mayClean READ mayClean NOTIFY phaseChanged)
+    Q_PROPERTY(bool hasTicked READ hasTicked NOTIFY selectionChanged)
     Q_PROPERTY(bool confirming READ isConfirming NOTIFY confirmingChanged)
     Q_PROPERTY(QString confirmationText READ confirmationText NOTIFY confirmingChanged)
     Q_PROPERTY(QString cleanTitle READ cleanTitleText NOTIFY selectionChanged)
@@ -137,6 +140,9 @@ class AppModel final : public QObject {
     Q_INVOKABLE void openVolume(int index);
     /// Shows all of the home on the map, whatever rules know of it.
     Q_INVOKABLE void openHome(const QString& title);
+
+    /// Shows that folder on the map, as soon as no scan would take it off again.
+    void openFolder(const std::string& path);
 
     // What is ticked.
     Q_INVOKABLE void toggle(const QString& key);
@@ -239,6 +245,8 @@ class AppModel final : public QObject {
     [[nodiscard]] qint64 selectedTrashBytes() const { return shares_.trash; }
     [[nodiscard]] qint64 selectedToolBytes() const { return shares_.tool; }
     [[nodiscard]] QString selectedBytesText() const;
+    [[nodiscard]] bool mayClean() const { return maySelectSafe(phase_) && !waiting_; }
+    [[nodiscard]] bool hasTicked() const { return !plan_.selectedActions().empty(); }
     [[nodiscard]] bool isConfirming() const { return confirming_; }
     [[nodiscard]] QString confirmationText() const;
     [[nodiscard]] QString cleanTitleText() const;
@@ -400,6 +408,7 @@ class AppModel final : public QObject {
     std::optional<std::string> aiUnavailableReason_;
     std::vector<Volume> otherVolumes_;
 
+    std::string folderWanted_; ///< To be shown when the scan has ended; empty for none.
     QString searchText_;
     int focusSearch_ = 0;
     QString hovered_;

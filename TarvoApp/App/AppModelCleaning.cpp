@@ -55,6 +55,7 @@ void AppModel::clean() {
     if (isBusy()) {
         // The user has seen enough: the rest of the scan is not worth waiting for.
         waiting_ = agreed_;
+        emit phaseChanged();
         work_->stop.request_stop();
         return;
     }

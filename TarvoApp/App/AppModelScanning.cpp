@@ -1,5 +1,6 @@
 #include "LumoAI/ExplanationService.h"
 #include "LumoAI/ModelWriters.h"
+#include "LumoCore/Basics/Path.h"
 #include "TarvoApp/App/AppModel.h"
 #include "TarvoApp/App/QtText.h"
 #include "TarvoModel/Flows/CleanupPlanning.h"
@@ -119,7 +120,9 @@ void AppModel::finishScan() {
     if (isBusy()) {
         return; // What waited for the scan has begun.
     }
-    if (allRows_.empty()) {
+    if (!folderWanted_.empty()) {
+        openFolder(std::exchange(folderWanted_, {}));
+    } else if (allRows_.empty()) {
         openHome(shown(DiskMap::homeTitle())); // What fills the disk is then nothing that a rule is about.
     }
     map_.prefetch();
@@ -396,6 +399,15 @@ void AppModel::refreshVolumes() {
 void AppModel::openHome(const QString& title) {
     const Volume all{.path = services_.desk.home, .name = bytesOf(title)};
     map_.open(all.name, {all.path}, [this, all] { setNotice(unreadableVolumeText(all)); });
+}
+
+void AppModel::openFolder(const std::string& path) {
+    if (!report_ || isBusy()) {
+        folderWanted_ = path;
+        return;
+    }
+    const Volume folder{.path = path, .name = std::string(lumo::fileName(path))};
+    map_.open(folder.name, {path}, [this, folder] { setNotice(unreadableVolumeText(folder)); });
 }
 
 void AppModel::openVolume(int index) {

@@ -1,6 +1,7 @@
 #include "TarvoApp/App/MapModel.h"
 
 #include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Path.h"
 #include "TarvoApp/App/QtText.h"
 
 #include <QColor>
@@ -57,6 +58,7 @@ void MapModel::stopListing() {
 void MapModel::forget() {
     stopListing();
     insideCache_.clear();
+    closed_.clear();
     const bool wasZoomed = !zoomStack_.empty();
     zoomStack_.clear();
     zoomPlace_ = middle();
@@ -127,18 +129,20 @@ std::vector<std::string> MapModel::pathsOf(const std::string& id) const {
 
 bool MapModel::canZoom(const Tile& tile) const {
     if (tile.kind == Tile::Kind::inside) {
-        return tile.isFolder && tile.id.size() > TileID::insidePrefix.size();
+        return tile.isFolder && tile.id.size() > TileID::insidePrefix.size() &&
+               !closed_.contains(pathsOf(tile.id));
     }
     const Paths paths = tile.kind == Tile::Kind::item ? pathsOf(tile.id) : Paths();
-    return !paths.empty() && folders_.canOpen(paths);
+    return !paths.empty() && !closed_.contains(paths) && folders_.canOpen(paths);
 }
 
 void MapModel::zoomInto(const QString& key) {
     const std::string id = idOf(key);
-    Wanted wanted{.title = {}, .paths = pathsOf(id), .safety = {}, .whenUnreadable = [] {}, .place = {}};
+    Wanted wanted{.title = {}, .paths = pathsOf(id), .safety = {}, .whenUnreadable = {}, .place = {}};
     if (wanted.paths.empty() || !folders_.canOpen(wanted.paths)) {
         return;
     }
+    wanted.title = lumo::fileName(wanted.paths.front());
     for (const LaidTile& tile : items()) {
         if (tile.id == id) {
             wanted.title = tile.label;
@@ -147,11 +151,12 @@ void MapModel::zoomInto(const QString& key) {
         }
         const auto child = std::ranges::find(tile.children, id, insideID);
         if (child != tile.children.end()) {
-            wanted.title = child->name;
+            wanted.title = tile.label + " › " + child->name; // It leads over the tile's folder.
             wanted.safety = tile.safety;
             wanted.place = tile.place;
         }
     }
+    wanted.whenUnreadable = [this, title = wanted.title] { emit couldNotOpen(shown(title)); };
     openWanted(std::move(wanted));
 }
 
@@ -203,6 +208,8 @@ void MapModel::listed(const Paths& paths, const Listing& listing) {
 void MapModel::push(const Wanted& wanted, const Listing& listing) {
     zoomLoading_.reset();
     if (listing.items.empty()) {
+        closed_.insert(wanted.paths);
+        tellChanged({canZoomRole, statusRole, nestedRole});
         emit zoomChanged();
         wanted.whenUnreadable();
         return;
@@ -298,11 +305,12 @@ QVariant MapModel::nestedOf(const LaidTile& tile) const {
         // Too small to be seen, and a folder may hold hundreds of them.
         if (places[child].width >= 1 && places[child].height >= 1) {
             const Item& item = tile.children[child];
-            nested.push_back(QVariantMap{{"place", rectOf(places[child])},
-                                         {"label", shown(item.name)},
-                                         {"bytes", shown(lumo::ByteFormat::string(item.bytes))},
-                                         {"key", keyOf(insideID(item))},
-                                         {"canZoom", item.isDirectory && !item.path.empty()}});
+            nested.push_back(QVariantMap{
+                {"place", rectOf(places[child])},
+                {"label", shown(item.name)},
+                {"bytes", shown(lumo::ByteFormat::string(item.bytes))},
+                {"key", keyOf(insideID(item))},
+                {"canZoom", item.isDirectory && !item.path.empty() && !closed_.contains({item.path})}});
         }
     }
     return nested;
@@ -338,7 +346,9 @@ QVariant MapModel::data(const QModelIndex& index, int role) const {
     case stateRole:
         return shown(lumo::nameOf(plan_.stateOf(tile.id)));
     case statusRole:
-        return shown(DiskMap::statusOf(tile, plan_.stateOf(tile.id), plan_.entry(tile.id)));
+        return shown(tile.kind == Tile::Kind::inside && tile.isFolder && !canZoom(tile)
+                         ? DiskMap::closedFolderText()
+                         : DiskMap::statusOf(tile, plan_.stateOf(tile.id), plan_.entry(tile.id)));
     case wordRole:
         return wordOf(tile);
     case unknownRole:

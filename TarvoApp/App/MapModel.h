@@ -117,6 +117,8 @@ class MapModel final : public KeyedList<LaidTile> {
     /// The tiles are about to stand for other things; see `willReplace`.
     void replacing();
     void sizeChanged();
+    /// A folder that was to be opened is empty, or cannot be read.
+    void couldNotOpen(const QString& title);
     void tilesChanged();
     void zoomChanged();
 
@@ -160,6 +162,7 @@ class MapModel final : public KeyedList<LaidTile> {
     Rect zoomPlace_;
     std::optional<Wanted> zoomLoading_;
     std::map<Paths, lumo::FolderContents::Listing> insideCache_;
+    std::set<Paths> closed_;      ///< Where nothing was to be seen.
     std::set<Paths> prefetching_; ///< What is being listed now.
     std::deque<Paths> ahead_;     ///< What is to be listed ahead of time.
     std::stop_source listing_;    ///< Of all listings since the map was last forgotten.

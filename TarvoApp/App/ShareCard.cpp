@@ -158,7 +158,7 @@ void Drawing::drawSpace(const ShareStats& stats) {
         return std::clamp(static_cast<double>(bytes) / capacity, 0.0, 1.0) * bar.width();
     };
     const double now = partOf(stats.freeAfter);
-    const double before = std::min(partOf(stats.freeBefore), now);
+    const double before = std::min(partOf(stats.shownFreeBefore()), now);
     // What was gained lies between what is used and what was free anyway.
     const auto fillPart = [&](double from, double to, const QColor& color) {
         painter_.setClipRect(QRectF(bar.left() + from, bar.top(), to - from, bar.height()));
@@ -175,7 +175,7 @@ void Drawing::drawSpace(const ShareStats& stats) {
     const Style quiet{.size = 17, .color = quietInk};
     write(lumo::Words{"Libre antes", "Free before"}.in(language_), left, quiet);
     write(lumo::Words{"Libre ahora", "Free now"}.in(language_), right, quiet, Side::right);
-    write(bytesText(stats.freeBefore), left.translated(0, 30), {.size = 25});
+    write(bytesText(stats.shownFreeBefore()), left.translated(0, 30), {.size = 25});
     write(bytesText(stats.freeAfter), right.translated(0, 30), {.size = 25, .weight = Weight::bold},
           Side::right);
 }

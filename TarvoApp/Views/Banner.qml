@@ -41,6 +41,7 @@ Rectangle {
             spacing: 1
 
             Line {
+                Accessible.ignored: true
                 Layout.fillWidth: true
                 font.weight: banner.more.length > 0 ? Font.DemiBold : Font.Normal
                 maximumLineCount: 2
@@ -48,6 +49,7 @@ Rectangle {
                 wrapMode: Text.WordWrap
             }
             Line {
+                Accessible.ignored: true
                 Layout.fillWidth: true
                 color: Theme.secondaryText
                 font.pixelSize: Theme.small

@@ -11,6 +11,7 @@ RowLayout {
     PlainButton {
         Accessible.name: Words.backTo.arg(Words.disk)
         enabled: App.map.depth > 0
+        help: Words.escapeHelp
         kind: PlainButton.Link
         opacity: 1
         text: Words.disk

@@ -5,17 +5,19 @@ import QtQuick.Templates as T
 import Tarvo
 
 // What a cleanup freed, once, with the picture that may be shown to others.
-Popup {
+T.Dialog {
     id: card
 
     readonly property real room: (card.parent?.width ?? 900) - 48
 
     anchors.centerIn: T.Overlay.overlay
-    closePolicy: Popup.CloseOnEscape
+    closePolicy: T.Popup.CloseOnEscape
     focus: true
     modal: true
     padding: 24
+    implicitHeight: contentHeight + topPadding + bottomPadding
     parent: T.Overlay.overlay
+    title: SideWords.celebration
     visible: App.celebration
     width: Math.min(Math.max(680, buttons.implicitWidth + 2 * padding), room)
 
@@ -26,8 +28,6 @@ Popup {
         color: Theme.shade
     }
     background: Rectangle {
-        Accessible.name: SideWords.celebration
-        Accessible.role: Accessible.Dialog
         border.color: Theme.hairline
         color: Theme.surface
         radius: Theme.cardRadius

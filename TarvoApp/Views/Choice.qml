@@ -73,6 +73,7 @@ Rectangle {
                     }
                 }
                 contentItem: Line {
+                    Accessible.ignored: true
                     color: word.isChosen || word.hovered ? Theme.text : Theme.secondaryText
                     font: word.font
                     horizontalAlignment: Text.AlignHCenter

@@ -10,9 +10,9 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
 #include <QDBusVariant>
 #include <QDesktopServices>
-#include <QDir>
 #include <QEvent>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -32,6 +32,7 @@ const auto appearanceArea = QStringLiteral("org.freedesktop.appearance");
 const auto colorScheme = QStringLiteral("color-scheme");
 const auto reducedMotion = QStringLiteral("reduced-motion");
 const auto gnomeArea = QStringLiteral("org.gnome.desktop.interface");
+const auto panelService = QStringLiteral("org.kde.StatusNotifierWatcher");
 const auto animations = QStringLiteral("enable-animations");
 
 } // namespace
@@ -62,7 +63,15 @@ void Desktop::askForPanel() {
     QDBusMessage call = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameHasOwner"));
-    call << QStringLiteral("org.kde.StatusNotifierWatcher");
+    call << panelService;
+    // At login the panel may come later than its items.
+    auto* const watcher = new QDBusServiceWatcher(panelService, QDBusConnection::sessionBus(),
+                                                  QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString&, const QString&, const QString& owner) {
+                hasPanel_ = !owner.isEmpty();
+                emit changed();
+            });
     auto* const answer = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
         const QDBusPendingReply<bool> reply = *answer;
@@ -137,7 +146,7 @@ bool Desktop::reducesMotion() const {
 }
 
 QUrl Desktop::homeFolder() const {
-    return QUrl::fromLocalFile(QDir::homePath());
+    return QUrl::fromLocalFile(app_.home());
 }
 
 QColor Desktop::accent() const {

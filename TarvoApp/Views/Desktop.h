@@ -24,6 +24,8 @@ class Desktop : public QObject {
     Q_PROPERTY(bool isDark READ isDark NOTIFY changed)
     Q_PROPERTY(bool reducesMotion READ reducesMotion NOTIFY changed)
     Q_PROPERTY(bool hasPanel READ hasPanel NOTIFY changed)
+    /// True when the application was started to be in the panel alone.
+    Q_PROPERTY(bool beginsInPanel READ beginsInPanel CONSTANT)
     Q_PROPERTY(QColor accent READ accent NOTIFY changed)
     Q_PROPERTY(QUrl homeFolder READ homeFolder CONSTANT)
     Q_PROPERTY(bool accentWantsDarkInk READ accentWantsDarkInk NOTIFY changed)
@@ -43,6 +45,8 @@ class Desktop : public QObject {
     [[nodiscard]] bool reducesMotion() const;
     /// True when the desktop has a panel that shows items of applications (StatusNotifierItem).
     [[nodiscard]] bool hasPanel() const { return hasPanel_; }
+    [[nodiscard]] bool beginsInPanel() const { return beginsInPanel_; }
+    void setBeginsInPanel(bool isSo) { beginsInPanel_ = isSo; }
     [[nodiscard]] QColor accent() const;
     /// Where a dialog that chooses a folder begins.
     [[nodiscard]] QUrl homeFolder() const;
@@ -73,6 +77,7 @@ class Desktop : public QObject {
     bool hasDesktopSaid_ = false;
     bool hasAnimations_ = true;
     bool hasPanel_ = false;
+    bool beginsInPanel_ = false;
 };
 
 } // namespace tarvo

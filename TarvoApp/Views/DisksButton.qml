@@ -12,12 +12,11 @@ PlainButton {
 
     onClicked: disks.popup(button, 0, button.height + 4)
 
-    Menu {
+    PlainMenu {
         id: disks
 
-        MenuItem {
+        PlainMenuItem {
             enabled: !App.isDemo
-            font.pixelSize: Theme.body
             text: ModelWords.homeFolder
 
             onTriggered: App.openHome(text)
@@ -25,12 +24,11 @@ PlainButton {
         Instantiator {
             model: App.otherVolumes
 
-            delegate: MenuItem {
+            delegate: PlainMenuItem {
                 required property int index
                 required property var modelData
 
-                font.pixelSize: Theme.body
-                text: modelData.name + " · " + modelData.free + " " + Words.freeOf.arg(modelData.total)
+                    text: modelData.name + " · " + modelData.free + " " + Words.freeOf.arg(modelData.total)
 
                 onTriggered: App.openVolume(index)
             }

@@ -8,7 +8,9 @@ Rectangle {
 
     property bool compact: false
 
-    readonly property bool hasTicks: App.goalFraction > 0
+    readonly property bool cleans: App.mayClean && App.hasTicked
+    // What can be pressed and does nothing is a riddle.
+    readonly property string cleanHelp: !App.mayClean ? Words.cleanLater : App.hasTicked ? App.cleanHelp : Words.tickFirst
 
     color: Theme.surface
     implicitHeight: row.implicitHeight + (compact ? 14 : 24)
@@ -37,7 +39,7 @@ Rectangle {
             wrapMode: Text.WordWrap
         }
         PlainButton {
-            enabled: footer.hasTicks
+            enabled: App.hasTicked
             help: Words.deselectAllHelp
             kind: PlainButton.Link
             text: Words.deselectAll
@@ -45,20 +47,37 @@ Rectangle {
             onClicked: App.deselectAll()
         }
         PlainButton {
+            enabled: App.mayClean
             help: ModelWords.selectSafeHelp
             text: Words.selectSafe
 
             onClicked: App.selectSafe()
         }
-        PlainButton {
-            enabled: footer.hasTicks
-            help: App.cleanHelp
-            implicitHeight: Math.round(36 * Theme.scale)
-            kind: PlainButton.Primary
-            leftPadding: 20
-            text: footer.hasTicks ? App.cleanTitle + "…" : Words.clean
+        // A button that is disabled does not notice the pointer.
+        Item {
+            implicitHeight: clean.implicitHeight
+            implicitWidth: clean.implicitWidth
 
-            onClicked: App.requestClean()
+            HoverHandler {
+                id: over
+            }
+            Tip {
+                text: footer.cleanHelp
+                visible: over.hovered
+            }
+            PlainButton {
+                id: clean
+
+                Accessible.description: footer.cleanHelp
+                anchors.fill: parent
+                enabled: footer.cleans
+                implicitHeight: Math.round(36 * Theme.scale)
+                kind: PlainButton.Primary
+                leftPadding: 20
+                text: App.hasTicked ? App.cleanTitle + "…" : Words.clean
+
+                onClicked: App.requestClean()
+            }
         }
     }
 }

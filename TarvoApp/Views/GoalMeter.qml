@@ -13,10 +13,12 @@ ColumnLayout {
         spacing: 4
 
         Line {
+            Accessible.ignored: true
             color: Theme.secondaryText
             text: Words.goal
         }
         Line {
+            Accessible.name: Words.goal + ": " + text
             Layout.fillWidth: true
             font.pixelSize: Theme.strong
             font.weight: Font.DemiBold

@@ -29,12 +29,14 @@ RowLayout {
             Line {
                 id: figure
 
+                Accessible.name: text + " " + Words.freeOf.arg(App.capacity)
                 Layout.alignment: Qt.AlignBaseline
                 font.pixelSize: Theme.figure
                 font.weight: Font.DemiBold
                 text: App.freeNow
             }
             Line {
+                Accessible.ignored: true
                 Layout.alignment: Qt.AlignBaseline
                 color: Theme.secondaryText
                 elide: Text.ElideNone
@@ -70,7 +72,8 @@ RowLayout {
         spacing: 4
 
         IconButton {
-            help: App.isBusy ? Words.stop : ModelWords.scanAgainHelp
+            help: !App.isBusy ? ModelWords.scanAgainHelp : App.phase === "cleaning" ? Words.stopCleaningHelp
+                                                                                : Words.stopHelp
             name: App.isBusy ? Words.stop : Words.scan
             shape: App.isBusy ? "stop" : "scan"
 

@@ -25,6 +25,7 @@ Button {
         }
     }
     contentItem: Line { // qmllint disable deferred-property-id
+        Accessible.ignored: true
         font: link.font
         leftPadding: arrow.width + 4
         text: link.text

@@ -62,12 +62,14 @@ Button {
             Line {
                 id: question
 
+                Accessible.ignored: true
                 font.weight: row.isExpanded ? Font.DemiBold : Font.Normal
                 text: row.text
                 width: parent.width
                 wrapMode: Text.WordWrap
             }
             Line {
+                Accessible.ignored: true
                 bottomPadding: 4
                 lineHeight: 1.3
                 text: row.modelData.answer

@@ -8,6 +8,7 @@ Button {
 
     required property string shape
     required property string name
+    property bool tipped: false
     property string help: name
     property color ink: Theme.text
     property color backdrop: "transparent"
@@ -15,17 +16,28 @@ Button {
 
     Accessible.description: help === name ? "" : help
     Accessible.name: name
-    ToolTip.delay: 600
-    ToolTip.text: help
-    ToolTip.visible: hovered
     focusPolicy: Qt.StrongFocus
     implicitHeight: side
     implicitWidth: side
     opacity: enabled ? 1 : 0.4
     padding: Math.round(side * 0.14)
 
+    onHoveredChanged: if (hovered && !tipped) {
+        tipped = true;
+        tip.createObject(button);
+    }
     Keys.onEnterPressed: button.clicked()
     Keys.onReturnPressed: button.clicked()
+
+    // Made when it is first wanted: there are hundreds of buttons.
+    Component {
+        id: tip
+
+        Tip {
+            text: button.help // qmllint disable unqualified
+            visible: button.hovered && text.length > 0 // qmllint disable unqualified
+        }
+    }
 
     background: Rectangle {
         color: button.backdrop

@@ -37,6 +37,7 @@ ApplicationWindow {
 
     // Somebody has asked for the end: no window may refuse to close then.
     property bool leaving: false
+    readonly property bool inPanel: tray.item !== null && (tray.item as TrayItem).keepsRunning
 
     function leave() {
         leaving = true;
@@ -47,7 +48,7 @@ ApplicationWindow {
     onClosing: close => {
         if (leaving)
             return;
-        const stays = App.monitoring && tray.item !== null && tray.item.keepsRunning;
+        const stays = App.monitoring && inPanel;
         close.accepted = !stays;
         if (stays)
             hide();
@@ -60,7 +61,7 @@ ApplicationWindow {
     minimumHeight: 600
     minimumWidth: 900
     title: "Tarvo AI"
-    visible: true
+    visible: !Desktop.beginsInPanel
     width: 1180
 
     palette {
@@ -215,6 +216,13 @@ ApplicationWindow {
             onOpenWanted: window.comeBack()
             onQuitWanted: window.leave()
         }
+    }
+    // Nobody could open it again where no panel came.
+    Timer {
+        interval: 30000
+        running: Desktop.beginsInPanel
+
+        onTriggered: if (!window.visible && !window.inPanel) window.showMinimized()
     }
     WelcomeCard {
         id: welcome

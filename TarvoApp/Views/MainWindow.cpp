@@ -2,6 +2,9 @@
 
 #include "TarvoApp/Views/WindowTypes.h"
 
+#include <QCoreApplication>
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QQuickWindow>
 #include <QUrl>
 
@@ -13,11 +16,20 @@ extern void qml_register_types_Tarvo();
 
 namespace tarvo {
 
-MainWindow::MainWindow(AppModel& app) : desktop_(app) {
+MainWindow::MainWindow(AppModel& app, Begin begin) : desktop_(app) {
+    desktop_.setBeginsInPanel(begin == Begin::inPanel);
     [[maybe_unused]] volatile auto registration = &qml_register_types_Tarvo;
     engine_.setProperty(AppInWindows::property, QVariant::fromValue<QObject*>(&app));
     engine_.setProperty(Desktop::property, QVariant::fromValue<QObject*>(&desktop_));
     engine_.setUiLanguage(desktop_.language());
+    // The dialogs that are not ours speak the same language.
+    for (const auto& [translator, part] :
+         {std::pair(&dialogWords_, "qtdeclarative"), {&systemWords_, "qtbase"}}) {
+        if (translator->load(QLocale(desktop_.language()), QLatin1String(part), QStringLiteral("_"),
+                             QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+            QCoreApplication::installTranslator(translator);
+        }
+    }
     engine_.addImportPath(QStringLiteral(":/qt/qml"));
     // By the module's name: loading the file alone would not register what the module has from C++.
     engine_.loadData("import Tarvo\nMain {}", QUrl(QStringLiteral("qrc:/qt/qml/Window.qml")));

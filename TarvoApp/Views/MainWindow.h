@@ -3,6 +3,7 @@
 #include "TarvoApp/Views/Desktop.h"
 
 #include <QQmlApplicationEngine>
+#include <QTranslator>
 
 class QQuickWindow;
 
@@ -13,8 +14,10 @@ class AppModel;
 /// The application's windows on the model, which must outlive them.
 class MainWindow final {
   public:
-    /// Shows the main window. Whatever goes wrong with that is on standard error.
-    explicit MainWindow(AppModel& app);
+    /// How the main window begins: shown, or hidden until the panel asks for it.
+    enum class Begin { shown, inPanel };
+    /// Whatever goes wrong is on standard error.
+    explicit MainWindow(AppModel& app, Begin begin = Begin::shown);
 
     /// Null when it could not be shown.
     [[nodiscard]] QQuickWindow* window() const;
@@ -30,6 +33,8 @@ class MainWindow final {
 
   private:
     Desktop desktop_;
+    QTranslator dialogWords_;
+    QTranslator systemWords_;
     QQmlApplicationEngine engine_; ///< Goes first, since its windows use the rest.
 };
 

@@ -59,7 +59,7 @@ Item {
     Accessible.description: status + (canZoom ? ". " + Words.magnifier : "")
     Accessible.focusable: true
     Accessible.name: label + ", " + bytes + (word ? ", " + word : "")
-    Accessible.role: opensOnClick ? Accessible.Button : Accessible.CheckBox
+    Accessible.role: opensOnClick ? Accessible.Button : canTick ? Accessible.CheckBox : Accessible.ListItem
     height: place.height
     opacity: dimmed ? Theme.dimmed : 1
     width: place.width

@@ -1,18 +1,27 @@
 #include "TarvoApp/Views/OneInstance.h"
 
+#include <QCryptographicHash>
 #include <QDBusMessage>
 
 namespace tarvo {
 
 namespace {
 
-const auto name = QStringLiteral("ai.tarvo.TarvoAI");
+const auto usualName = QStringLiteral("ai.tarvo.TarvoAI");
 const auto path = QStringLiteral("/ai/tarvo/TarvoAI");
 const auto applicationInterface = QStringLiteral("org.freedesktop.Application");
 
 } // namespace
 
-OneInstance::OneInstance(QDBusConnection bus, QObject* parent) : QObject(parent), bus_(std::move(bus)) {}
+OneInstance::OneInstance(QDBusConnection bus, const std::string& otherHome, QObject* parent)
+    : QObject(parent), bus_(std::move(bus)), name_(usualName) {
+    if (!otherHome.empty()) {
+        // A path holds what no name on the bus may.
+        const QByteArray hash =
+            QCryptographicHash::hash(QByteArray::fromStdString(otherHome), QCryptographicHash::Sha1);
+        name_ += QStringLiteral(".home") + QString::fromLatin1(hash.toHex());
+    }
+}
 
 bool OneInstance::claim() {
     if (!bus_.isConnected()) {
@@ -20,11 +29,11 @@ bool OneInstance::claim() {
     }
     // The object first: whoever finds the name may call it at once.
     bus_.registerObject(path, this, QDBusConnection::ExportScriptableSlots);
-    if (bus_.registerService(name)) {
+    if (bus_.registerService(name_)) {
         return true;
     }
     QDBusMessage call =
-        QDBusMessage::createMethodCall(name, path, applicationInterface, QStringLiteral("Activate"));
+        QDBusMessage::createMethodCall(name_, path, applicationInterface, QStringLiteral("Activate"));
     call << QVariantMap();
     bus_.call(call, QDBus::Block, 2000);
     return false;

@@ -2,7 +2,10 @@
 
 #include <QDBusConnection>
 #include <QObject>
+#include <QString>
 #include <QVariantMap>
+
+#include <string>
 
 namespace tarvo {
 
@@ -13,7 +16,8 @@ class OneInstance final : public QObject {
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
   public:
-    explicit OneInstance(QDBusConnection bus, QObject* parent = nullptr);
+    /// Another home than the user's own has its own application; empty means the user's.
+    explicit OneInstance(QDBusConnection bus, const std::string& otherHome = {}, QObject* parent = nullptr);
 
     /// True when this process is the one that runs; also where there is no bus to ask. Otherwise the other
     /// one has been asked to show its window.
@@ -28,6 +32,7 @@ class OneInstance final : public QObject {
 
   private:
     QDBusConnection bus_;
+    QString name_;
 };
 
 } // namespace tarvo

@@ -10,6 +10,8 @@ TabBar {
         id: tab
 
         Accessible.name: text
+        // A button says its own role when it is complete.
+        Component.onCompleted: Accessible.role = Accessible.PageTab
         font.pixelSize: Theme.body
         implicitHeight: Theme.controlHeight
 
@@ -23,6 +25,7 @@ TabBar {
             }
         }
         contentItem: Line {
+            Accessible.ignored: true
             color: tab.checked ? Theme.text : Theme.secondaryText
             font.pixelSize: Theme.body
             font.weight: tab.checked ? Font.DemiBold : Font.Normal
@@ -32,6 +35,8 @@ TabBar {
         }
     }
 
+    Accessible.name: Words.panes
+    Accessible.role: Accessible.PageTabList
     background: Item {}
     spacing: 4
 

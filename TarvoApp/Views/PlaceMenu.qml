@@ -3,7 +3,7 @@ import QtQuick.Controls.Basic
 import Tarvo
 
 // What else can be done with a row or a tile.
-Menu {
+PlainMenu {
     id: menu
 
     property string key: ""
@@ -14,43 +14,38 @@ Menu {
         popup();
     }
 
-    component Choice: MenuItem {
-        Accessible.name: text
-        font.pixelSize: Theme.body
-    }
-
-    Choice {
+    PlainMenuItem {
         enabled: App.rows.indexOf(menu.key) >= 0
         text: Words.showInList
 
         onTriggered: App.revealRow(menu.key)
     }
-    Choice {
+    PlainMenuItem {
         enabled: App.canPreview(menu.key)
         text: Words.preview
 
         onTriggered: App.showPreview(menu.key)
     }
-    Choice {
+    PlainMenuItem {
         enabled: Desktop.hasPlace(menu.key)
         text: Words.showInFiles
 
         onTriggered: Desktop.showInFiles(menu.key)
     }
-    Choice {
+    PlainMenuItem {
         enabled: Desktop.hasPlace(menu.key)
         text: Words.copyPath
 
         onTriggered: Desktop.copyPath(menu.key)
     }
-    Choice {
+    PlainMenuItem {
         enabled: Desktop.hasPlace(menu.key) && !App.isBusy
         text: Words.archive
 
         onTriggered: App.requestArchive(menu.key)
     }
     MenuSeparator {}
-    Choice {
+    PlainMenuItem {
         enabled: Desktop.hasPlace(menu.key)
         text: Words.protect
 

@@ -9,6 +9,7 @@ Button {
     enum Kind { Plain, Primary, Danger, Link }
 
     property int kind: PlainButton.Plain
+    property bool tipped: false
     property string help: ""
     property bool takesReturn: true
 
@@ -37,9 +38,6 @@ Button {
 
     Accessible.description: help
     Accessible.name: text
-    ToolTip.delay: 600
-    ToolTip.text: help
-    ToolTip.visible: hovered && help.length > 0
     focusPolicy: Qt.StrongFocus
     font.pixelSize: Theme.body
     font.weight: kind === PlainButton.Primary || kind === PlainButton.Danger ? Font.DemiBold : Font.Normal
@@ -48,8 +46,22 @@ Button {
     opacity: enabled ? 1 : 0.45
     rightPadding: leftPadding
 
+    onHoveredChanged: if (hovered && !tipped) {
+        tipped = true;
+        tip.createObject(button);
+    }
     Keys.onEnterPressed: if (button.takesReturn) button.clicked()
     Keys.onReturnPressed: if (button.takesReturn) button.clicked()
+
+    // Made when it is first wanted: there are hundreds of buttons.
+    Component {
+        id: tip
+
+        Tip {
+            text: button.help // qmllint disable unqualified
+            visible: button.hovered && text.length > 0 // qmllint disable unqualified
+        }
+    }
 
     background: Rectangle {
         border.color: button.kind === PlainButton.Plain ? Theme.hairline : "transparent"
@@ -71,6 +83,7 @@ Button {
         }
     }
     contentItem: Line {
+        Accessible.ignored: true
         color: button.ink
         font: button.font
         horizontalAlignment: Text.AlignHCenter

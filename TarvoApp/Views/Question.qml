@@ -6,26 +6,25 @@ import Tarvo
 
 // Asks before something that cannot be taken back, or only tells where there is nothing to accept. Return and Escape
 // both mean no.
-Popup {
+T.Dialog {
     id: question
 
     required property bool asks
-    required property string title
     required property string message
     property string acceptText: ""
     property string refuseText: Words.cancel
     property int acceptKind: PlainButton.Primary
 
-    signal accepted
     signal refused
 
     anchors.centerIn: T.Overlay.overlay
-    closePolicy: Popup.CloseOnEscape
+    closePolicy: T.Popup.CloseOnEscape
     dim: true
     focus: true
     modal: true
     padding: 24
     parent: T.Overlay.overlay
+    implicitHeight: contentHeight + topPadding + bottomPadding
     width: Math.min(Math.round(440 * Theme.scale), (question.parent ? question.parent.width : 900) - 48)
 
     onAsksChanged: asks ? question.open() : question.close()
@@ -36,8 +35,6 @@ Popup {
         color: Theme.shade
     }
     background: Rectangle {
-        Accessible.name: question.title
-        Accessible.role: Accessible.Dialog
         border.color: Theme.hairline
         color: Theme.surface
         radius: Theme.cardRadius
@@ -76,6 +73,8 @@ Popup {
             PlainButton {
                 id: cancel
 
+                // Whoever comes to it hears what is asked.
+                Accessible.description: question.message
                 text: question.refuseText
 
                 onClicked: question.refused()

@@ -44,7 +44,8 @@ Item {
     Accessible.description: below
     Accessible.focusable: true
     Accessible.name: title + ", " + bytes + ", " + groupTitle + ", " + Words.tickState(tickState)
-    Accessible.role: Accessible.CheckBox
+    // What cannot be ticked is no box to tick.
+    Accessible.role: tickable ? Accessible.CheckBox : Accessible.ListItem
     implicitHeight: body.y + body.height
 
     Accessible.onPressAction: App.toggle(key)
@@ -71,7 +72,7 @@ Item {
     Rectangle {
         id: body
 
-        color: row.lit ? Qt.alpha(Theme.accent, 0.18) : pointer.hovered ? Theme.window : "transparent"
+        color: row.lit ? Qt.alpha(Theme.accent, 0.18) : Qt.alpha(Theme.window, pointer.hovered ? 1 : 0) // "transparent" is black
         height: details.active ? details.y + details.implicitHeight + 12 : texts.height + 14
         opacity: row.dimmed ? 0.45 : 1
         radius: Theme.tileRadius

@@ -49,6 +49,17 @@ Rectangle {
                 policy: list.contentHeight > list.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
                 width: 8
             }
+            Keys.onPressed: event => {
+                const page = Math.max(1, Math.floor(height / Math.max(currentItem ? currentItem.height : 1, 1)) - 1);
+                const steps = new Map([[Qt.Key_Home, -count], [Qt.Key_End, count], [Qt.Key_PageUp, -page],
+                                       [Qt.Key_PageDown, page]]);
+                if (!steps.has(event.key) || count === 0)
+                    return;
+                event.accepted = true;
+                currentIndex = Math.max(0, Math.min(count - 1, currentIndex + steps.get(event.key)));
+                positionViewAtIndex(currentIndex, ListView.Contain);
+                currentItem.forceActiveFocus(Qt.TabFocusReason);
+            }
             delegate: RowDelegate {
                 id: row
 

@@ -18,7 +18,7 @@ Item {
     Shortcut { enabled: keys.active && App.canUndo; sequence: "Ctrl+Z"; onActivated: App.undoLastCleanup() }
     Shortcut { enabled: keys.active; sequence: "Ctrl+,"; onActivated: keys.settingsWanted() }
     Shortcut { enabled: keys.active; sequence: "F1"; onActivated: keys.helpWanted() }
-    Shortcut { sequence: "Ctrl+Q"; onActivated: keys.quitWanted() }
+    Shortcut { context: Qt.ApplicationShortcut; sequence: "Ctrl+Q"; onActivated: keys.quitWanted() }
     Shortcut {
         enabled: keys.active && (App.map.depth > 0 || App.map.zoomLoading)
         sequence: "Esc"

@@ -8,6 +8,8 @@ ApplicationWindow {
 
     default property alias contents: body.data
 
+    signal helpWanted
+
     function present(): void {
         if (visible) {
             raise();
@@ -39,6 +41,11 @@ ApplicationWindow {
         windowText: Theme.text
     }
 
+    Shortcut {
+        sequence: "F1"
+
+        onActivated: side.helpWanted()
+    }
     FocusScope {
         id: body
 

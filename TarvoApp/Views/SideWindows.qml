@@ -48,6 +48,7 @@ Item {
         objectName: "settings"
 
         sourceComponent: SettingsWindow {
+            onHelpWanted: sides.openHelp() // qmllint disable unqualified
             onNewsWanted: sides.openNews() // qmllint disable unqualified
         }
     }
@@ -63,14 +64,18 @@ Item {
 
         objectName: "news"
 
-        sourceComponent: WhatsNewWindow {}
+        sourceComponent: WhatsNewWindow {
+            onHelpWanted: sides.openHelp() // qmllint disable unqualified
+        }
     }
     Side {
         id: preview
 
         objectName: "preview"
 
-        sourceComponent: PreviewWindow {}
+        sourceComponent: PreviewWindow {
+            onHelpWanted: sides.openHelp() // qmllint disable unqualified
+        }
     }
     CelebrationCard {
         id: celebration

@@ -62,6 +62,7 @@ SpinBox {
         }
     }
     contentItem: Line {
+        Accessible.ignored: true
         font: stepper.font
         horizontalAlignment: Text.AlignHCenter
         text: stepper.displayText

@@ -32,6 +32,7 @@ Switch {
     }
     contentItem: SettingText {
         more: row.more
+        silent: true
         title: row.text
 
         // The layout's own margin would not keep the words from the indicator.

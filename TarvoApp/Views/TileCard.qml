@@ -14,6 +14,9 @@ Rectangle {
 
     onTileChanged: if (tile) told = tile as MapTile
 
+    // The tile itself says all of it.
+    component Told: Line { Accessible.ignored: true }
+
     border.color: Theme.hairline
     color: Theme.surface
     height: texts.implicitHeight + 24
@@ -45,7 +48,7 @@ Rectangle {
         anchors.top: parent.top
         spacing: 4
 
-        Line {
+        Told {
             Layout.fillWidth: true
             font.pixelSize: Theme.strong
             font.weight: Font.DemiBold
@@ -53,12 +56,12 @@ Rectangle {
             text: card.told ? card.told.label : ""
             wrapMode: Text.Wrap
         }
-        Line {
+        Told {
             Layout.fillWidth: true
             font.pixelSize: Theme.title
             text: card.told ? card.told.bytes : ""
         }
-        Line {
+        Told {
             Layout.fillWidth: true
             color: Theme.secondaryText
             maximumLineCount: 4
@@ -73,19 +76,19 @@ Rectangle {
             Layout.topMargin: 4
             color: Theme.hairline
         }
-        Line {
+        Told {
             Layout.fillWidth: true
             font.weight: Font.DemiBold
             text: card.told ? card.told.word : ""
             visible: text.length > 0
         }
-        Line {
+        Told {
             Layout.fillWidth: true
             maximumLineCount: 3
             text: card.told ? card.told.status : ""
             wrapMode: Text.Wrap
         }
-        Line {
+        Told {
             Layout.fillWidth: true
             color: Theme.secondaryText
             font.pixelSize: Theme.small

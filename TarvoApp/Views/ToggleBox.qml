@@ -14,6 +14,7 @@ CheckBox {
     spacing: 6
 
     contentItem: Line {
+        Accessible.ignored: true
         font: box.font
         leftPadding: box.indicator.width + box.spacing
         text: box.text

@@ -5,15 +5,17 @@ import QtQuick.Templates as T
 import Tarvo
 
 // What the application does, before the first scan.
-Popup {
+T.Dialog {
     id: card
 
     anchors.centerIn: T.Overlay.overlay
-    closePolicy: Popup.NoAutoClose
+    closePolicy: T.Popup.NoAutoClose
     focus: true
     modal: true
     padding: 32
+    implicitHeight: contentHeight + topPadding + bottomPadding
     parent: T.Overlay.overlay
+    title: Words.welcomeTitle
     visible: App.showWelcome && !App.isCapturing
     width: Math.min(Math.round(480 * Theme.scale), (card.parent ? card.parent.width : 900) - 48)
 

@@ -14,6 +14,9 @@ QtObject {
     readonly property string usedShare: pick("Disco ocupado", "Disk used")
     readonly property string scan: pick("Volver a analizar", "Analyze again")
     readonly property string stop: pick("Parar", "Stop")
+    readonly property string stopHelp: pick("Para aquí: lo que ya se ve se queda", "Stops here: what is shown stays")
+    readonly property string stopCleaningHelp: pick("Para cuando acabe lo que está en marcha; lo demás se queda como está",
+                                                    "Stops after what is in hand; the rest stays as it is")
     readonly property string settings: pick("Ajustes", "Settings")
     readonly property string help: pick("Ayuda", "Help")
     readonly property string helpHelp: pick("Ayuda (F1)", "Help (F1)")
@@ -26,6 +29,7 @@ QtObject {
     readonly property string byAIHelp: pick("Escrito por el modelo de tu equipo", "Written by the model on your computer")
     readonly property string summary: pick("Resumen del disco", "Disk summary")
 
+    readonly property string panes: pick("Mapa o lista", "Map or list")
     readonly property string map: pick("Mapa", "Map")
     readonly property string mapName: pick("Mapa del disco", "Disk map")
     readonly property string list: pick("Lista", "List")
@@ -36,6 +40,8 @@ QtObject {
     readonly property string lookIntoHome: pick("Mirar en tu carpeta personal", "Look Into Your Home Folder")
     readonly property string disk: pick("Disco", "Disk")
     readonly property string backTo: pick("Volver a %1", "Back to %1")
+    readonly property string escapeHelp: pick("Esc sale de un bloque abierto con la lupa",
+                                              "Esc leaves a block you opened with the magnifier")
     readonly property string skipped: pick("Dentro de %1", "Inside %1")
     readonly property string opening: pick("Mirando qué hay dentro…", "Looking inside…")
     readonly property string zoom: pick("Ver qué hay dentro", "See what's inside")
@@ -89,6 +95,10 @@ QtObject {
     readonly property string deselectAllHelp: pick("Desmarca todo para elegir uno a uno",
                                                    "Deselect everything to choose one by one")
     readonly property string clean: pick("Limpiar…", "Clean…")
+    readonly property string cleanLater: pick("Se puede limpiar cuando acabe lo que está en marcha",
+                                              "Cleaning is possible when what is going on has ended")
+    readonly property string tickFirst: pick("Marca antes algo en el mapa o en la lista",
+                                             "Select something in the map or the list first")
     readonly property string cancel: pick("Cancelar", "Cancel")
     readonly property string details: pick("Ver detalles", "See Details")
     readonly property string notCleaned: pick("Esto no se pudo limpiar", "This couldn't be cleaned")

@@ -1,5 +1,7 @@
+#include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "Platform/Environment.h"
+#include "Platform/Folder.h"
 #include "TarvoApp/App/AppModel.h"
 #include "TarvoApp/App/DesktopServices.h"
 #include "TarvoApp/App/Notifier.h"
@@ -7,6 +9,7 @@
 #include "TarvoApp/Views/MainWindow.h"
 #include "TarvoApp/Views/OneInstance.h"
 #include "TarvoApp/Views/Pictures.h"
+#include "TarvoApp/Views/ReleaseNotes.h"
 
 #include <QCommandLineParser>
 #include <QFont>
@@ -15,6 +18,12 @@
 #include <QIcon>
 #include <QQuickWindow>
 
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <optional>
+#include <string>
+
 namespace {
 
 using tarvo::bytesOf;
@@ -22,7 +31,15 @@ using tarvo::shown;
 
 void describe(QCommandLineParser& parser) {
     parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addPositionalArgument(
+        shown(lumo::Words{"carpeta", "folder"}.in()),
+        shown(lumo::Words{"la carpeta que enseña el mapa", "the folder that the map shows"}.in()),
+        shown(lumo::Words{"[carpeta]", "[folder]"}.in()));
     parser.addOptions({
+        {"oculta",
+         shown(
+             lumo::Words{"empieza en el panel, sin ventana", "begins in the panel, without a window"}.in())},
         {"demo", shown(lumo::Words{"muestra un disco inventado; no limpia nada",
                                    "shows a made-up disk; cleans nothing"}
                            .in())},
@@ -57,16 +74,37 @@ void dress(const QCommandLineParser& parser, tarvo::AppModel& app, QQuickWindow&
     }
 }
 
-int run(const QCommandLineParser& parser, const tarvo::RunMode& mode) {
-    tarvo::OneInstance instance(QDBusConnection::sessionBus());
+/// The folder that was named on the command line, from the root on; absent when there is none.
+std::optional<std::string> folderAt(const QString& name) {
+    const std::string path = lumo::platform::absolutePath(bytesOf(name)).value_or("");
+    if (path.empty() || !lumo::platform::isFolderThroughLinks(path)) {
+        fmt::print(stderr, "tarvo-app: {}\n",
+                   lumo::Words{"no existe la carpeta {}", "there is no folder {}"}.with(
+                       lumo::printable(bytesOf(name))));
+        return std::nullopt;
+    }
+    return path;
+}
+
+/// Runs until the windows are left; the folder is what the map shows first, unless it is empty.
+int run(const QCommandLineParser& parser, const tarvo::RunMode& mode, const std::string& home,
+        const std::string& folder) {
+    const std::string usual = lumo::platform::environmentVariable("HOME").value_or("");
+    tarvo::OneInstance instance(QDBusConnection::sessionBus(), home == usual ? std::string() : home);
     if (mode.isForReal() && !instance.claim()) {
+        fmt::print(stderr, "{}\n",
+                   lumo::Words{"Tarvo AI ya está abierto: he mostrado su ventana, tal como estaba.",
+                               "Tarvo AI is open already: its window was shown as it was."}
+                       .in());
         return 0;
     }
-    const std::string home = parser.isSet("home") ? bytesOf(parser.value("home"))
-                                                  : lumo::platform::environmentVariable("HOME").value_or("");
     tarvo::Notifier notifier(QDBusConnection::sessionBus(), mode);
     tarvo::AppModel app(tarvo::desktopServices(home, mode, notifier));
-    tarvo::MainWindow windows(app);
+    if (!folder.empty()) {
+        app.openFolder(folder);
+    }
+    tarvo::MainWindow windows(app, parser.isSet("oculta") ? tarvo::MainWindow::Begin::inPanel
+                                                          : tarvo::MainWindow::Begin::shown);
     if (windows.window() == nullptr) {
         return 1;
     }
@@ -80,9 +118,39 @@ int run(const QCommandLineParser& parser, const tarvo::RunMode& mode) {
     return QGuiApplication::exec();
 }
 
+/// Answers what needs no screen, and ends then.
+void answerWithoutScreen(int count, char** arguments) {
+    const auto asks = [](const std::string& word) {
+        return word == "-h" || word == "--help" || word == "--help-all" || word == "-v" ||
+               word == "--version";
+    };
+    if (std::ranges::any_of(lumo::platform::processArguments(), asks)) {
+        const QCoreApplication application(count, arguments);
+        QCommandLineParser parser;
+        describe(parser);
+        parser.process(application);
+    }
+}
+
+/// Reads the rest of what was asked for, and does it.
+int runAsAsked(const QCommandLineParser& parser, const tarvo::RunMode& mode) {
+    std::optional<std::string> home = lumo::platform::environmentVariable("HOME").value_or("");
+    if (parser.isSet("home")) {
+        home = folderAt(parser.value("home"));
+    }
+    std::optional<std::string> folder = "";
+    if (!parser.positionalArguments().isEmpty()) {
+        folder = folderAt(parser.positionalArguments().front());
+    }
+    return home && folder ? run(parser, mode, *home, *folder) : 2;
+}
+
 } // namespace
 
 int main(int count, char** arguments) {
+    QCoreApplication::setApplicationName(QStringLiteral("tarvo-app"));
+    QCoreApplication::setApplicationVersion(tarvo::ReleaseNotes::version());
+    answerWithoutScreen(count, arguments);
     const auto mode = tarvo::RunMode::from(lumo::platform::processArguments());
     if (mode.isCapturing && !lumo::platform::hasScreen()) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -90,7 +158,6 @@ int main(int count, char** arguments) {
     if (qgetenv("QT_QPA_PLATFORM") == "offscreen") {
         qputenv("QT_QUICK_BACKEND", "software");
     }
-    QGuiApplication::setApplicationName(QStringLiteral("tarvo-app"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tarvo AI"));
     QGuiApplication::setDesktopFileName(QStringLiteral("tarvo-ai"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
@@ -99,5 +166,5 @@ int main(int count, char** arguments) {
     QCommandLineParser parser;
     describe(parser);
     parser.process(application);
-    return run(parser, mode);
+    return runAsAsked(parser, mode);
 }

@@ -1,6 +1,7 @@
 #include "TarvoModel/Flows/AgentLinks.h"
 
 #include "LumoCore/Basics/JsonEdit.h"
+#include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
@@ -248,7 +249,14 @@ LinkResult disconnectClaudeCode(const std::string& home, const std::stop_token& 
     return Words{"Desconectado.", "Disconnected."}.in();
 }
 
-LinkResult setInClaudeDesktop(const std::string& home, bool on) {
+LinkResult setInClaudeDesktop(const std::string& home, bool on, lumo::System system) {
+    const std::string settings = lumo::ApplicationFolders::claudeDesktopSettings(home, system);
+    if (on && system == lumo::System::linux &&
+        !platform::isFolderThroughLinks(std::string(lumo::parentOf(settings)))) {
+        return failed(
+            {"No encuentro la app de Claude en este equipo. Instálala, ábrela una vez y vuelve a probar.",
+             "I can't find the Claude app on this computer. Install it, open it once and try again."});
+    }
     std::optional<LinkError> refused;
     const auto edit = [&](const std::optional<std::string>& present) -> std::optional<std::string> {
         auto wanted = edited(present, on);
@@ -256,14 +264,13 @@ LinkResult setInClaudeDesktop(const std::string& home, bool on) {
         const bool isNothingNew = wanted && !present && !on;
         return wanted && !isNothingNew ? std::optional(std::move(*wanted)) : std::nullopt;
     };
-    const auto written = platform::rewriteForeign(claudeDesktopSettings(home),
-                                                  lumo::ApplicationFolders::claudeDesktopBackup(home),
-                                                  lumo::mostJsonBytes, edit);
+    const auto written = platform::rewriteForeign(
+        settings, lumo::ApplicationFolders::claudeDesktopBackup(home), lumo::mostJsonBytes, edit);
     if (!written) {
-        return std::unexpected(LinkError{
-            Words{"No he podido cambiar la configuración de Claude Desktop ({}): {}.",
-                  "Claude Desktop's config ({}) couldn't be changed: {}."}
-                .with(lumo::printable(claudeDesktopSettings(home)), lumo::reasonText(written.error()))});
+        return std::unexpected(
+            LinkError{Words{"No he podido cambiar la configuración de Claude Desktop ({}): {}.",
+                            "Claude Desktop's config ({}) couldn't be changed: {}."}
+                          .with(lumo::printable(settings), lumo::reasonText(written.error()))});
     }
     if (refused) {
         return std::unexpected(std::move(*refused));

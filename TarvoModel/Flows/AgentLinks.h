@@ -62,8 +62,10 @@ LinkResult disconnectClaudeCode(const std::string& home, const std::stop_token& 
                                 std::chrono::milliseconds patience = usualPatience);
 
 /// Adds the server to Claude Desktop's settings or removes it, everything else in them kept to the byte. A
-/// backup is made first. Nothing is written when nothing changes, or when the settings are no JSON object.
-LinkResult setInClaudeDesktop(const std::string& home, bool on);
+/// backup is made first. Nothing is written when nothing changes, or when the settings are no JSON object. On
+/// Linux, where there is no such application unless somebody installed one, nothing is added while its folder
+/// is missing.
+LinkResult setInClaudeDesktop(const std::string& home, bool on, lumo::System system = lumo::currentSystem());
 
 /// What the user copies for other agents: a command for Codex, and one line of JSON for the rest.
 std::string codexCommand();

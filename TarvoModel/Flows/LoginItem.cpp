@@ -128,7 +128,7 @@ std::string entryText(std::string_view program) {
            "Icon=tarvo-ai\n"
            "Exec=" +
            quoted(program) +
-           "\n"
+           " --oculta\n"
            "Terminal=false\n"
            "X-GNOME-Autostart-enabled=true\n";
 }

@@ -274,6 +274,10 @@ std::string statusOf(const Tile& tile, TileState state, const lumo::PlanEntry* e
     return infoText(tile, language);
 }
 
+std::string closedFolderText(Language language) {
+    return Words{"Carpeta", "Folder"}.in(language);
+}
+
 bool wantsDarkInk(const Color& color) {
     // Relative luminance (WCAG 2.1); at 0.179 the contrast to black is the one to white.
     const auto linear = [](double part) {

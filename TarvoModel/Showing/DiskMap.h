@@ -102,6 +102,9 @@ std::string statusOf(const Tile& tile, TileState state, const lumo::PlanEntry* e
                      lumo::Language language = lumo::currentLanguage(),
                      lumo::System system = lumo::currentSystem());
 
+/// The same of a folder inside that cannot be opened.
+std::string closedFolderText(lumo::Language language = lumo::currentLanguage());
+
 /// Red, green and blue from 0 to 1.
 using Color = std::array<double, 3>;
 

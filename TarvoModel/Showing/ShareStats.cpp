@@ -70,6 +70,10 @@ ShareStats ShareStats::withEmptied(std::int64_t bytes) const {
     return stats;
 }
 
+std::int64_t ShareStats::shownFreeBefore() const {
+    return freeAfter >= freeBefore ? freeBefore : std::max<std::int64_t>(freeAfter - freedBytes, 0);
+}
+
 bool ShareStats::isWorthCelebrating() const {
     constexpr std::int64_t half = 500000000;
     return freedBytes >= half;

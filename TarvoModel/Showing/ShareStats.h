@@ -50,6 +50,10 @@ struct ShareStats {
     /// The same after the holding area was emptied, which freed that many bytes more.
     [[nodiscard]] ShareStats withEmptied(std::int64_t bytes) const;
 
+    /// What was free before as it may stand beside what is free now: where others have written so much
+    /// meanwhile that there is less than before, what there would be without the cleanup.
+    [[nodiscard]] std::int64_t shownFreeBefore() const;
+
     /// True from half a gigabyte freed: less is no reason to interrupt anybody.
     [[nodiscard]] bool isWorthCelebrating() const;
 

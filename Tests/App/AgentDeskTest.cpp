@@ -58,6 +58,7 @@ TEST(AgentDesk, LinksThroughTheAgentsOwnProgramAndSaysWhatItSaysWhenThatFails) {
 
 TEST(AgentDesk, LinksTheChatAndSeesWhatAnotherProgramChanged) {
     AppStory story;
+    story.home.folder(".config/Claude");
     AgentDesk& agents = *story.app().agents();
     agents.connectClaudeDesktop();
     settled(story);

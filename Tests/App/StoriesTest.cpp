@@ -458,6 +458,31 @@ TEST(AppStories, TheMapOpensFoldersFromWhatWasListedAndForgetsThemWithANewScan) 
     ASSERT_TRUE(story.waitUntil([&] { return listings == 4; }));
 }
 
+// A click on a folder that holds nothing did nothing, as often as one liked, and the way to a folder inside a
+// tile left out the tile's.
+TEST(AppStories, TheMapSaysWhatCannotBeOpenedAndNamesTheWholeWay) {
+    AppStory story;
+    settle(story);
+    story.home.files({"Videos/2024/a", "Videos/2025/b"}, 90'000);
+    story.home.folder("Videos/empty");
+    AppModel& app = story.app();
+    MapModel& map = *app.map();
+    map.setWidth(900);
+    map.setHeight(600);
+    app.openFolder(story.home.path());
+    ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
+    map.zoomInto(keyOf("dentro:" + story.home.path("Videos/2024")));
+    ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 2; }));
+    EXPECT_EQ(bytesOf(map.zoomTitles().back()), "Videos › 2024");
+    map.zoomOut(0);
+    app.openFolder(story.home.path("Videos"));
+    ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
+    const std::string empty = "dentro:" + story.home.path("Videos/empty");
+    map.zoomInto(keyOf(empty));
+    ASSERT_TRUE(story.waitUntil([&] { return !app.notice().isEmpty(); }));
+    EXPECT_THAT(bytesOf(app.notice()), StartsWith("There is nothing to see in “empty”"));
+}
+
 TEST(AppStories, AnItemIsArchivedAfterItsEstimateAndCanComeBack) {
     AppStory story;
     settle(story);
@@ -505,6 +530,10 @@ TEST(AppStories, TheWholeHomeCanBeLookedInto) {
     story.app().openHome("Home again");
     ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
     EXPECT_EQ(map.zoomTitles().front(), "Home again") << "what was stopped opens nothing";
+    // A folder that the application was started with was ignored.
+    story.app().scan();
+    story.app().openFolder(story.home.path("Videos"));
+    ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1 && map.zoomTitles().front() == "Videos"; }));
 }
 
 // With nothing that a rule knows, a disk full of films was called in order, and no map was shown of it.

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QMetaEnum>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
@@ -19,7 +20,9 @@
 
 using namespace tarvo;
 using namespace tarvo::testing;
+using ::testing::Contains;
 using ::testing::IsEmpty;
+using ::testing::IsSupersetOf;
 using ::testing::Not;
 using ::testing::StartsWith;
 
@@ -83,6 +86,16 @@ class MainWindowTest : public ::testing::Test {
         return found;
     }
 
+    /// All that a screen reader finds, as "role|name".
+    std::vector<std::string> told() {
+        std::vector<std::string> items;
+        visit(QAccessible::queryAccessibleInterface(windows_->window()), [&](QAccessibleInterface& item) {
+            items.push_back(QMetaEnum::fromType<QAccessible::Role>().valueToKey(item.role()) +
+                            std::string("|") + bytesOf(item.text(QAccessible::Name)));
+        });
+        return items;
+    }
+
     void click(const std::string& name) {
         QAccessibleInterface* const item = named(name);
         ASSERT_NE(item, nullptr) << name;
@@ -134,6 +147,12 @@ TEST_F(MainWindowTest, SearchingNarrowsTheListAndEscapeWidensItAgain) {
     EXPECT_GT(story.app().rows()->count(), 0);
     press(Qt::Key_Escape);
     EXPECT_EQ(story.app().rows()->count(), all);
+    // That nothing matches was written over what grew most.
+    const std::string grew(lumo::Words{"Lo que más ha crecido", "Grew most"}.in());
+    EXPECT_NE(named(grew), nullptr);
+    story.app().setSearchText("no such thing");
+    EXPECT_NE(named(lumo::Words{"Nada coincide", "Nothing matches"}.in()), nullptr);
+    EXPECT_EQ(named(grew), nullptr);
 }
 
 TEST_F(MainWindowTest, TheKeyboardGoesFromTileToTileIntoAFolderAndOut) {
@@ -152,6 +171,21 @@ TEST_F(MainWindowTest, TheKeyboardGoesFromTileToTileIntoAFolderAndOut) {
     ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
     press(Qt::Key_Escape);
     EXPECT_EQ(map.depth(), 0);
+}
+
+// The list knew the arrows alone.
+TEST_F(MainWindowTest, TheListGoesToItsEndsAndByPages) {
+    open();
+    const std::vector<Row>& rows = story.app().rows()->rows();
+    for (int tabs = 0; tabs < 30 && !focused().starts_with(rows.front().title); ++tabs) {
+        press(Qt::Key_Tab);
+    }
+    press(Qt::Key_End);
+    EXPECT_THAT(focused(), StartsWith(rows.back().title));
+    press(Qt::Key_PageUp);
+    EXPECT_THAT(focused(), Not(StartsWith(rows.back().title)));
+    press(Qt::Key_Home);
+    EXPECT_THAT(focused(), StartsWith(rows.front().title));
 }
 
 TEST_F(MainWindowTest, ARowOpensToAllThatIsKnownOfItAndItsPreview) {
@@ -234,6 +268,67 @@ TEST_F(MainWindowAtHomeTest, TheKeysForItAndWithoutAPanelTheCloseButtonEndTheApp
         tooLate.start(5000);
         EXPECT_EQ(QGuiApplication::exec(), 0);
     }
+}
+
+// The question before a cleanup had no name and no words for a screen reader; free space, status, goal and
+// whatever is known of a row were not there at all.
+TEST_F(MainWindowAtHomeTest, AScreenReaderIsToldTheWholeStory) {
+    story.addCache(2'000'000);
+    story.addOwn(1'000'000);
+    open();
+    AppModel& app = story.app();
+    const auto text = [](const QString& words) { return "StaticText|" + bytesOf(words); };
+    const lumo::Words freeOf{" libres de ", " free of "};
+    EXPECT_THAT(told(),
+                IsSupersetOf({text(app.freeNowText() + shown(freeOf.in()) + app.capacityText()),
+                              text(app.selectedBytesText()), text(app.summaryText()),
+                              text(shown(lumo::Words{"Objetivo: ", "Goal: "}.in()) + app.goalText())}));
+    EXPECT_THAT(told(), Contains(StartsWith("ProgressBar|")));
+    EXPECT_THAT(told(), Contains(::testing::HasSubstr(lumo::Words{"analizado en", "analyzed in"}.in())));
+    app.toggle(AppStory::ownKey);
+    press(Qt::Key_Backspace, Qt::ControlModifier);
+    ASSERT_TRUE(story.waitUntil([&] { return focused() == lumo::Words{"Cancelar", "Cancel"}.in(); }));
+    const std::string question = lumo::Words{"¿{}?", "{}?"}.with(bytesOf(app.cleanTitleText()));
+    EXPECT_THAT(told(), IsSupersetOf({"Dialog|" + question, text(app.confirmationText())}));
+    click(bytesOf(app.cleanTitleText()));
+    ASSERT_TRUE(story.waitUntil([&] { return !story.hasCache() && !app.isBusy(); }));
+    EXPECT_THAT(told(), IsSupersetOf({text(app.statusText()), text(app.holdingTitle())}));
+}
+
+// "Clean" looked as if it could be pressed, and did nothing, while a scan's first pass ran or nothing was
+// ticked.
+TEST_F(MainWindowAtHomeTest, AButtonThatWouldDoNothingIsDisabledAndSaysWhy) {
+    story.addCache(2'000'000);
+    open();
+    AppModel& app = story.app();
+    const auto disabled = [&](const QString& name) { return named(bytesOf(name))->state().disabled != 0; };
+    app.deselectAll();
+    const QString clean = shown(lumo::Words{"Limpiar…", "Clean…"}.in());
+    EXPECT_TRUE(disabled(clean));
+    EXPECT_THAT(bytesOf(named(bytesOf(clean))->text(QAccessible::Description)),
+                StartsWith(lumo::Words{"Marca antes algo", "Select something"}.in()));
+    app.selectSafe();
+    EXPECT_FALSE(disabled(app.cleanTitleText()));
+    app.scan();
+    EXPECT_TRUE(disabled(app.cleanTitleText()));
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_FALSE(disabled(app.cleanTitleText()));
+}
+
+TEST_F(MainWindowTest, WhatIsNoBoxToTickIsNotAnnouncedAsOne) {
+    QQuickWindow& window = open();
+    const std::vector<std::string> items = told();
+    for (const Row& row : story.app().rows()->rows()) {
+        const auto box = StartsWith("CheckBox|" + row.title + ", ");
+        if (story.app().plan().canSelect(row.id)) {
+            EXPECT_THAT(items, Contains(box));
+        } else {
+            EXPECT_THAT(items, Not(Contains(box)));
+        }
+    }
+    window.resize(900, 700);
+    ASSERT_TRUE(story.waitUntil([&] { return named(lumo::Words{"Mapa", "Map"}.in()) != nullptr; }));
+    EXPECT_THAT(told(), Contains("PageTab|" + std::string(lumo::Words{"Mapa", "Map"}.in())));
 }
 
 TEST_F(MainWindowTest, EverythingThatCanBePressedHasAName) {

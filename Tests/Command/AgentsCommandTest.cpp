@@ -8,6 +8,7 @@ using namespace testing;
 
 TEST(AgentsCommand, AnswersInTheShapesThatProgramsRelyOn) {
     const TempHome home;
+    home.folder(".config/Claude");
     EXPECT_EQ(jsonOf(home, {"agents", "status"}), json(R"({"claude-code": false, "claude-desktop": false})"));
     EXPECT_EQ(jsonOf(home, {"agents", "connect", "claude-desktop"}),
               json(R"({"ok": true, "message": "Conectado. Cierra y vuelve a abrir Claude para verlo."})"));
@@ -30,7 +31,7 @@ TEST(AgentsCommand, SaysWhatIsLinkedAndWhatCannotBeRead) {
                 StartsWith("claude-code     conectado     Claude"));
     EXPECT_THAT(runTarvo(home, {"agents"}, {"TARVO_IDIOMA=en"}).output,
                 HasSubstr("To connect: tarvo agents connect claude-desktop\n"));
-    home.folder("Library/Application Support/Claude/claude_desktop_config.json");
+    home.folder(".config/Claude/claude_desktop_config.json");
     const Ran ran = runTarvo(home, {"agents", "--json"});
     EXPECT_EQ(ran.exitCode, 1);
     EXPECT_EQ(json(ran.output), json(R"({"claude-code": true, "claude-desktop": false})"));

@@ -17,7 +17,7 @@ namespace {
 [[maybe_unused]] const int english = setenv("TARVO_IDIOMA", "en", 1);
 
 const std::string folder = "Library/Application Support/Claude/";
-const std::string desktop = folder + "claude_desktop_config.json";
+const std::string desktop = ".config/Claude/claude_desktop_config.json";
 
 /// Claude Code, which writes down how it was started.
 void install(const TempHome& home, const std::string& place, const std::string& more) {
@@ -113,7 +113,10 @@ TEST(AgentLinks, ChangeClaudeDesktopsSettingsBackAndForthAndRefuseBrokenOnes) {
     }
     const TempHome home;
     EXPECT_TRUE(setInClaudeDesktop(home.path(), false));
-    EXPECT_FALSE(std::filesystem::exists(home.path("Library"))) << "There was nothing to remove.";
+    EXPECT_FALSE(std::filesystem::exists(home.path(".config"))) << "There was nothing to remove.";
+    // Settings were written for a program that was not there, and called connected.
+    EXPECT_THAT(messageOf(setInClaudeDesktop(home.path(), true)), StartsWith("I can't find the Claude app"));
+    EXPECT_FALSE(std::filesystem::exists(home.path(".config")));
     const std::string before = "{\r\n\t\"mcpServers\": {\r\n\t\t\"b\": {\"n\": 1.0}\r\n\t}\r\n}";
     home.fileWith(desktop, before);
     EXPECT_EQ(messageOf(setInClaudeDesktop(home.path(), true)),
@@ -121,7 +124,7 @@ TEST(AgentLinks, ChangeClaudeDesktopsSettingsBackAndForthAndRefuseBrokenOnes) {
     EXPECT_TRUE(isInClaudeDesktop(home.path()));
     EXPECT_THAT(messageOf(setInClaudeDesktop(home.path(), false)), StartsWith("done: Disconnected."));
     EXPECT_EQ(contentOf(home.path(desktop)), before);
-    std::filesystem::remove_all(home.path("Library"));
+    std::filesystem::remove(home.path(desktop));
     EXPECT_TRUE(setInClaudeDesktop(home.path(), true));
     const std::string server = R"({"command": ")" + serverExecutable() + R"(", "args": ["mcp"]})";
     EXPECT_EQ(jsonSnippet(), R"({"mcpServers": {"tarvo-ai": )" + server + "}}");

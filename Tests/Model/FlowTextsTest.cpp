@@ -77,6 +77,14 @@ TEST(ShareStats, TellKindsAndSumsAndNoNames) {
     EXPECT_EQ(stats.withEmptied(9000).lifetimeBytes, stats.lifetimeBytes);
 }
 
+// A card once celebrated that there was less free space than before: another program had written meanwhile.
+TEST(ShareStats, NeverShowMoreBeforeThanAfter) {
+    const ShareStats gained{.freedBytes = 10, .items = {}, .freeBefore = 100, .freeAfter = 110};
+    EXPECT_EQ(gained.shownFreeBefore(), 100);
+    const ShareStats lost{.freedBytes = 10, .items = {}, .freeBefore = 100, .freeAfter = 60};
+    EXPECT_EQ(lost.shownFreeBefore(), 50);
+}
+
 TEST(ShareStats, CelebrateFromHalfAGigabyteFreed) {
     EXPECT_FALSE(ShareStats{.freedBytes = 499999999}.isWorthCelebrating());
     const ShareStats half{.freedBytes = 500000000};

@@ -21,7 +21,8 @@ TEST(LoginItem, IsSwitchedOnAndOffAndLeavesOtherEntriesAlone) {
     ASSERT_TRUE(LoginItem::set(home.path(), "/usr/bin/tarvo-app", true));
     EXPECT_TRUE(LoginItem::isOn(home.path()));
     EXPECT_THAT(contentOf(home.path(".config/autostart/tarvo-ai.desktop")),
-                HasSubstr("\nExec=\"/usr/bin/tarvo-app\"\n"));
+                HasSubstr("\nExec=\"/usr/bin/tarvo-app\" --oculta\n"))
+        << "every login opened the full window";
     ASSERT_TRUE(LoginItem::set(home.path(), "/usr/bin/tarvo-app", false));
     EXPECT_FALSE(LoginItem::isOn(home.path()));
     EXPECT_EQ(lumo::platform::namesIn(home.path(".config/autostart")),
@@ -38,7 +39,7 @@ TEST(LoginItem, QuotesThePathOfTheProgramAsTheDesktopReadsIt) {
          {Case{"/opt/Tarvo AI/app", R"("/opt/Tarvo AI/app")"}, Case{"/a/100%/b", R"("/a/100%%/b")"},
           Case{R"(/a"b`c$d)", R"("/a\\"b\\`c\\$d")"}, Case{R"(/a\b)", R"("/a\\\\b")"},
           Case{"/a\nX=y", R"("/a\nX=y")"}}) {
-        EXPECT_THAT(LoginItem::entryText(program), HasSubstr("\nExec=" + std::string(word) + "\n"));
+        EXPECT_THAT(LoginItem::entryText(program), HasSubstr("\nExec=" + std::string(word) + " --oculta\n"));
     }
 }
 

@@ -22,8 +22,7 @@ using Items = std::vector<lumo::TrashedItem>;
 
 const std::string support = "Library/Application Support/TarvoAI";
 const std::string staging = "Library/Caches/TarvoAI/vaciando";
-const Arguments state{support, "Library/Caches/TarvoAI", "Library/Application Support/Claude",
-                      ".config/TarvoAI"};
+const Arguments state{support, "Library/Caches/TarvoAI", ".config/Claude", ".config/TarvoAI"};
 
 bool exists(const std::string& path) {
     std::error_code error;

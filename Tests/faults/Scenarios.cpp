@@ -72,13 +72,13 @@ const std::string agentSettings = "{\n  \"size\": 1.0,\n  \"mcpServers\": {\n   
 
 /// Settings of an agent's, behind a link.
 const Arguments hasAgentSettings{"/bin/sh", "-c",
-                                 R"(folder="$HOME/Library/Application Support/Claude"
+                                 R"(folder="$HOME/.config/Claude"
 mkdir -p "$folder" && cd "$folder" || exit 1
 ln -s real.json claude_desktop_config.json && printf '%s' "$0" >real.json && chmod 640 real.json)",
                                  agentSettings};
 
 bool isLinked(const std::string& home) {
-    const std::string text = testing::contentOf(home + "/Library/Application Support/Claude/real.json");
+    const std::string text = testing::contentOf(home + "/.config/Claude/real.json");
     const std::size_t added = text.find(",\n    \"tarvo-ai\": {");
     const std::size_t end = text.find("\n    }", added);
     return added != std::string::npos && end != std::string::npos &&
@@ -86,7 +86,7 @@ bool isLinked(const std::string& home) {
 }
 
 std::string agentSettingsProblem(const std::string& home) {
-    const std::string folder = home + "/Library/Application Support/Claude";
+    const std::string folder = home + "/.config/Claude";
     const std::string backup = folder + "/claude_desktop_config.json.antes-de-tarvo";
     const bool isWhole = fs::is_symlink(folder + "/claude_desktop_config.json") &&
                          fs::status(folder + "/real.json").permissions() == fs::perms(0640) &&
