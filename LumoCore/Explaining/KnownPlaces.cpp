@@ -43,6 +43,7 @@ KnownPlaces::KnownPlaces(HomePlaces places, const Installed& installed, Language
     const std::string& home = places_.home();
     const std::vector<Rule> catalogue = RuleCatalog::inHome(places_, language_);
     lookUp(catalogue, Source::catalogue);
+    divideCaches(catalogue);
     lookUp(AppCaches::rules(installed_.apps, catalogue, home, language_), Source::inventory);
     for (std::string own : {OwnFiles::support(home), OwnFiles::caches(home), OwnFiles::settings(home)}) {
         claimed_.push_back(std::move(own));
@@ -55,6 +56,20 @@ void KnownPlaces::lookUp(std::vector<Rule> rules, Source source) {
         if (!paths.empty()) {
             claimed_.insert(claimed_.end(), paths.begin(), paths.end());
             rulePlaces_.push_back({std::move(rule), source, std::move(paths)});
+        }
+    }
+}
+
+void KnownPlaces::divideCaches(const std::vector<Rule>& catalogue) {
+    const std::string& home = places_.home();
+    for (const Rule& rule : catalogue) {
+        for (const Locator& place : rule.places) {
+            const std::string start = expanded(startOf(place), home);
+            std::string around =
+                std::holds_alternative<locator::Path>(place) ? std::string(parentOf(start)) : start;
+            if (folderLocation(around, home, places_.system()) == FolderLocation::caches) {
+                divided_.push_back(std::move(around));
+            }
         }
     }
 }
@@ -155,8 +170,22 @@ std::optional<Explanation> KnownPlaces::aboveRules(const FolderEvidence& evidenc
                           : std::optional(PlaceTexts::ofFolderWith(within, evidence.appName(), language_));
 }
 
+std::optional<Explanation> KnownPlaces::inDividedCache(const std::string& path) const {
+    const auto around =
+        std::ranges::find_if(divided_, [&](const std::string& folder) { return isInside(path, folder); });
+    if (around == divided_.end()) {
+        return std::nullopt;
+    }
+    return PlaceTexts::ofDividedCache(abbreviated(*around, places_.home()), extentOf(path, *around),
+                                      appNameOf(*around), language_);
+}
+
 std::optional<Explanation> KnownPlaces::ofHidden(const FolderEvidence& evidence) const {
     const std::string& path = evidence.path;
+    // Where a rule takes parts of a cache folder, the rest is what nothing recreates.
+    if (auto divided = inDividedCache(path)) {
+        return divided;
+    }
     const EntryKind kind = kindOf(path);
     const bool isCache = evidence.location == FolderLocation::caches;
     if (kind == EntryKind::file && isCache) {

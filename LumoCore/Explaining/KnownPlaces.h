@@ -31,11 +31,13 @@ class KnownPlaces final {
     };
 
     void lookUp(std::vector<Rule> rules, Explanation::Source source);
+    void divideCaches(const std::vector<Rule>& catalogue);
 
     [[nodiscard]] std::optional<Explanation> saying(const FolderEvidence& evidence) const;
     [[nodiscard]] std::optional<Explanation> ofRulesPlace(const FolderEvidence& evidence) const;
     [[nodiscard]] std::optional<Explanation> inProject(const std::string& path) const;
     [[nodiscard]] std::optional<Explanation> aboveRules(const FolderEvidence& evidence) const;
+    [[nodiscard]] std::optional<Explanation> inDividedCache(const std::string& path) const;
     [[nodiscard]] std::optional<Explanation> ofHidden(const FolderEvidence& evidence) const;
     [[nodiscard]] bool mayBeGuessedAbout(const std::string& path) const;
     [[nodiscard]] std::optional<std::string> appNameOf(const std::string& path) const;
@@ -45,6 +47,7 @@ class KnownPlaces final {
     Language language_;
     std::vector<RulePlaces> rulePlaces_;
     std::vector<std::string> claimed_; ///< The paths of these, and our own folders.
+    std::vector<std::string> divided_; ///< Cache folders of which a rule knows parts, there or not.
 };
 
 } // namespace lumo

@@ -56,4 +56,8 @@ Explanation ofUsersFolder(Language language);
 Explanation ofSharedFolder(Language language);
 Explanation ofPart(const std::string& whole, const std::optional<std::string>& appName, Language language);
 
+/// Of a cache folder of which rules know only parts, or of something else in it.
+Explanation ofDividedCache(const std::string& whole, Extent extent, const std::optional<std::string>& appName,
+                           Language language);
+
 } // namespace lumo::PlaceTexts

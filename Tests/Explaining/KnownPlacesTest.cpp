@@ -152,3 +152,22 @@ TEST(KnownPlaces, NeverCallsAnUsualFolderOfALinuxHomeALeftover) {
         }
     }
 }
+
+// An IDE's Local History, in its caches folder, was "programs recreate their caches: empty the folder".
+TEST(KnownPlaces, PromisesNoReturnOfWhatARuleLeavesInACacheFolder) {
+    const TempHome home;
+    home.files({".cache/JetBrains/Idea/caches/x", ".cache/JetBrains/Idea/LocalHistory/x",
+                ".cache/Google/AndroidStudio1/LocalHistory/x", ".cache/deno/deno_history.txt",
+                ".cache/pypoetry/other/x", ".cache/tool/x"});
+    const Installed nothing;
+    for (const char* name :
+         {".cache/JetBrains/Idea/LocalHistory", ".cache/Google/AndroidStudio1/LocalHistory",
+          ".cache/deno/deno_history.txt", ".cache/pypoetry", ".cache/pypoetry/other"}) {
+        const Explanation said = explained(home.path(name), home, nothing, Language::en);
+        EXPECT_EQ(said.safety, Safety::keep) << name;
+        EXPECT_EQ(said.howToFree, "Leave it as it is.") << name;
+    }
+    EXPECT_EQ(explained(home.path(".cache/JetBrains/Idea/caches"), home, nothing, Language::en).safety,
+              Safety::safe);
+    EXPECT_EQ(explained(home.path(".cache/tool"), home, nothing, Language::en).safety, Safety::safe);
+}
