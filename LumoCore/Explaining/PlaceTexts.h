@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/System.h"
 #include "LumoCore/Explaining/Explanation.h"
+#include "LumoCore/Explaining/FolderEvidence.h"
 #include "LumoCore/Rules/HomePlaces.h"
 
 #include <optional>
@@ -55,5 +56,9 @@ Explanation ofOtherEntry(Language language);
 Explanation ofUsersFolder(Language language);
 Explanation ofSharedFolder(Language language);
 Explanation ofPart(const std::string& whole, const std::optional<std::string>& appName, Language language);
+
+/// Of the folder, or the cache, of a program that is known by the folder's name alone.
+Explanation ofProgramsFolder(const std::string& program, const FolderEvidence& evidence, Language language,
+                             System system);
 
 } // namespace lumo::PlaceTexts
