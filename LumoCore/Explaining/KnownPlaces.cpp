@@ -81,7 +81,7 @@ std::optional<Explanation> KnownPlaces::saying(const FolderEvidence& evidence) c
         return PlaceTexts::ofHome(language_);
     }
     if (!isInside(path, home)) {
-        return PlaceTexts::ofOutside(path, language_, places_.system());
+        return PlaceTexts::ofOutside(path, places_, language_);
     }
     if (isInside(path, OwnFiles::support(home)) || isInside(path, OwnFiles::caches(home)) ||
         isInside(path, OwnFiles::settings(home))) {

@@ -255,8 +255,8 @@ Explanation ofFolderWith(const std::vector<const Rule*>& rules, const std::optio
     explanation.owner = appName.value_or(unknown.in(language));
     if (!holdsKept) {
         explanation.safety = Safety::review;
-        explanation.howToFree = Words{"Tarvo AI limpia solo esas partes, no la carpeta entera.",
-                                      "Tarvo AI cleans only these parts, not the whole folder."}
+        explanation.howToFree = Words{"Mira esas partes una a una; lo demás es del programa.",
+                                      "Look at these parts one by one; the rest is the program's."}
                                     .in(language);
     }
     return explanation;
@@ -304,15 +304,19 @@ Explanation ofOwnFolder(Language language) {
                 {"Déjala: la usa Tarvo AI.", "Leave it: Tarvo AI uses it."}, language);
 }
 
-Explanation ofOutside(const std::string& path, Language language, System system) {
+Explanation ofOutside(const std::string& path, const HomePlaces& places, Language language) {
     constexpr Words plain{"Algo fuera de tu carpeta personal", "Something outside your home folder"};
     constexpr Words reason{"Está fuera de tu carpeta personal.", "It lies outside your home folder."};
     constexpr Words howToFree{"Tarvo AI solo limpia tu carpeta personal.",
                               "Tarvo AI cleans only your home folder."};
+    if (isInside(places.home(), path)) {
+        return kept(Words{"Una carpeta en la que está la tuya", "A folder that yours lies in"}.in(language),
+                    systems, reason, howToFree, language);
+    }
     for (const OutsideRow& row : outsideRows) {
         const bool isThere = std::ranges::any_of(
             row.folders, [&](std::string_view folder) { return !folder.empty() && isInside(path, folder); });
-        if (system == System::linux && isThere) {
+        if (places.system() == System::linux && isThere) {
             return kept(row.whatItIs.in(language), row.owner, reason, howToFree, language);
         }
     }

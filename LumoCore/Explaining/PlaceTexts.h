@@ -38,7 +38,7 @@ Explanation ofHome(Language language);
 Explanation ofOwnFolder(Language language);
 
 /// Of what lies outside the home.
-Explanation ofOutside(const std::string& path, Language language, System system);
+Explanation ofOutside(const std::string& path, const HomePlaces& places, Language language);
 
 /// Of the user's main folders, and on Linux of folders whose meaning is the same in every home; absent for
 /// any other path.

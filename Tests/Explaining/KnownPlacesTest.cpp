@@ -81,6 +81,8 @@ TEST(KnownPlaces, SaysWhatIsCertainInASentenceOfItsOwn) {
     EXPECT_THAT(installer.howToFree, HasSubstr("7 days"));
     EXPECT_EQ(explained(home.path(".cargo"), home, installed, Language::en).safety, review);
     EXPECT_EQ(explained(home.path(".mozilla"), home, installed, Language::es).howToFree, "Déjalo como está.");
+    const KnownPlaces above(HomePlaces("/srv/homes/me", System::linux), installed, Language::en);
+    EXPECT_EQ(above.explain({.path = "/srv/homes"}, Date())->whatItIs, "A folder that yours lies in");
     for (const auto& [path, whatItIs] :
          {std::pair{"/proc/version", "Something that the system shows as files and that takes no disk space"},
           {"/etc/hostname", "Part of the system and of the programs installed for everybody"}}) {
