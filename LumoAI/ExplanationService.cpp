@@ -41,13 +41,13 @@ std::map<std::string, Explanation> ExplanationService::explain(const std::vector
         return explanations;
     }
     const bool isModelUsable = !model.unavailableReason(settings.language);
-    const KnownPlaces known(settings.home);
+    const KnownPlaces known(HomePlaces::ofThisMachine(settings.home), settings.installed, settings.language);
     ExplanationCache cache = ExplanationCache::ofHome(settings.cacheHome);
     bool isCacheChanged = false;
     for (std::size_t index = 0; index < folders.size(); ++index) {
         const FolderEvidence evidence = FolderEvidence::gather(
             folders[index], settings.home, settings.installed, settings.watch, settings.language);
-        std::optional<Explanation> explanation = known.explain(evidence, settings.now, settings.language);
+        std::optional<Explanation> explanation = known.explain(evidence, settings.now);
         if (!explanation) {
             explanation = remembered(cache, evidence, settings);
         }

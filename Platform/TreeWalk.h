@@ -31,11 +31,19 @@ struct TreePolicy {
     /// Folders below the root for which this holds are listed in `setAside` instead of being counted or
     /// entered. Called from several threads at once; none are set aside when empty.
     std::function<bool(std::string_view name)> setsAside = {};
+    /// Of the folders for which that holds, those by whose absolute path this holds are walked all the same.
+    std::function<bool(const std::string& path)> walksAllTheSame = {};
+    /// Absolute paths of further folders that are set aside.
+    std::vector<std::string> furtherAside = {};
     /// Regular files with one of these names, or anywhere below a folder with one of those names, do not
     /// count for `lastDatedChange`.
     std::vector<std::string> undatedFiles = {};
     std::vector<std::string> undatedFolders = {};
 };
+
+/// True when a walk by that policy sets the folder aside.
+bool isSetAside(const TreePolicy& policy, std::string_view name,
+                const std::function<std::string()>& absolutePath);
 
 /// The policy of a tree in which nothing is special.
 const TreePolicy& plainTree();

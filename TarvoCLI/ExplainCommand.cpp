@@ -123,10 +123,12 @@ std::string explanationText(const Explanation& explanation, const std::string& h
 /// Who wrote the explanations, and so how far to trust them.
 std::string closingText(const std::map<std::string, Explanation>& explanations,
                         const Invocation& invocation) {
-    const auto fromModel = std::ranges::count_if(
-        explanations, [](const auto& entry) { return entry.second.source == Explanation::Source::ai; });
+    const auto areFrom = [&](Explanation::Source source) {
+        return std::ranges::any_of(explanations,
+                                   [&](const auto& entry) { return entry.second.source == source; });
+    };
     std::string closing;
-    if (fromModel > 0) {
+    if (areFrom(Explanation::Source::ai)) {
         closing +=
             tinted(Words{"Lo marcado con IA lo ha escrito el modelo de tu equipo y puede equivocarse; el "
                          "riesgo y qué hacer los pone Tarvo AI.",
@@ -136,7 +138,7 @@ std::string closingText(const std::map<std::string, Explanation>& explanations,
                    Tint::faint, invocation) +
             "\n";
     }
-    if (fromModel < std::ssize(explanations)) {
+    if (areFrom(Explanation::Source::heuristic)) {
         closing +=
             tinted(Words{"Las explicaciones aproximadas salen del lugar y el nombre de cada carpeta; lo "
                          "que hay dentro: tarvo carpeta RUTA.",

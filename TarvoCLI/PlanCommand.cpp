@@ -39,10 +39,11 @@ ExitCode runPlan(const PlanCommandArguments& arguments, const Invocation& invoca
     }
     return print(
         planText(plan->entries, invocation) +
-        tinted(Words{"Lo que conviene mirar antes entra con --include ID; tarvo analizar lo muestra.",
-                     "What needs a look comes in with --include ID; tarvo scan shows it."}
-                   .in(),
-               Tint::faint, invocation) +
+        tinted(
+            Words{"Lo que conviene mirar antes entra con --include ID; tarvo analizar --ids muestra los ID.",
+                  "What needs a look comes in with --include ID; tarvo scan --ids shows the IDs."}
+                .in(),
+            Tint::faint, invocation) +
         "\n");
 }
 

@@ -37,12 +37,17 @@ std::string placeText(const std::string& path, const std::string& home) {
     return lumo::printable(lumo::abbreviated(path, home));
 }
 
-/// One path, or for several of one folder that folder and how many.
+/// One path; for several of one folder that folder and how many, and for others the first.
 std::string placesText(const std::vector<std::string>& paths, const std::string& home) {
     if (paths.size() == 1) {
         return placeText(paths.front(), home);
     }
     const std::string folder(lumo::parentOf(paths.front()));
+    if (!std::ranges::all_of(paths,
+                             [&](const std::string& path) { return lumo::parentOf(path) == folder; })) {
+        return placeText(paths.front(), home) +
+               Words{" y {} más", " and {} more"}.with(countText(paths.size() - 1));
+    }
     return fmt::format("{}/ ({} {})", placeText(folder, home), countText(paths.size()),
                        Words{"elementos", "items"}.in());
 }
@@ -167,7 +172,8 @@ void addProjects(Page& page, const ScanReport& report, Identifiers identifiers) 
     }
     if (!table.isEmpty()) {
         page.section(
-            Words{"Proyectos: carpetas que se regeneran solas", "Projects: folders that can be rebuilt"}.in(),
+            Words{"Proyectos: carpetas que se pueden regenerar", "Projects: folders that can be rebuilt"}
+                .in(),
             recoverable, Tint::safe, table, restText(restCount, restBytes));
     }
 }

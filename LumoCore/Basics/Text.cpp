@@ -85,6 +85,9 @@ std::string_view withoutLeadingZeros(std::string_view digits) {
 }
 
 std::size_t columnsOf(UChar32 character) {
+    if (character >= ' ' && character <= '~') {
+        return 1; // Nearly all of every table, and asking for its properties is most of the work.
+    }
     const std::int8_t type = u_charType(character);
     if (type == U_NON_SPACING_MARK || type == U_ENCLOSING_MARK || type == U_FORMAT_CHAR) {
         return 0;

@@ -60,13 +60,14 @@ CoveredPlaces::CoveredPlaces(std::string home, const std::vector<Rule>& rules,
 
 bool CoveredPlaces::isArtifact(std::string_view id, const std::string& path) const {
     id.remove_prefix(artifactIDPrefix.size());
-    const std::string project = joined(home_, parentOf(id));
-    const std::string_view name = fileName(id);
-    return projects_.contains(project) && path != project && isInside(path, project) && isSpeltOut(path) &&
-           fileName(path) == name &&
-           (ProjectArtifacts::isRegenerable(name) ||
-            (name == "target" && platform::kindOf(project + "/Cargo.toml"))) &&
-           isRealFolderBelow(project, path);
+    const std::string named = joined(home_, id);
+    // A name may be a path within the project, and projects are never nested.
+    const auto project = std::ranges::find_if(projects_, [&](const std::string& folder) {
+        return named.size() > folder.size() && isInside(named, folder);
+    });
+    return project != projects_.end() && path != *project && isInside(path, *project) && isSpeltOut(path) &&
+           ProjectArtifacts::nameOf(path, *project) == named.substr(project->size() + 1) &&
+           isRealFolderBelow(*project, path) && ProjectArtifacts::isArtifact(path, *project);
 }
 
 bool CoveredPlaces::covers(const std::string& id, const std::string& path) const {

@@ -8,10 +8,11 @@
 
 namespace lumo {
 
-/// What a folder that no rule knows is, and what to do about it, in words for the user.
+/// What a folder is, and what to do about it, in words for the user.
 struct Explanation {
-    /// Who wrote it.
-    enum class Source { ai, heuristic };
+    /// Who says so: a model, a rule of thumb, or, where it is certain, the catalogue, a project, an inventory
+    /// or the place itself.
+    enum class Source { ai, heuristic, catalogue, project, inventory, place };
 
     std::string path;           ///< Of the folder. What the explanation is known by.
     std::int64_t sizeBytes = 0; ///< What the folder took then.
@@ -37,7 +38,8 @@ struct Explanation {
 
 template <>
 struct EnumNames<Explanation::Source> {
-    static constexpr std::array<std::string_view, 2> values{"ai", "heuristic"};
+    static constexpr std::array<std::string_view, 6> values{"ai",      "heuristic", "catalogue",
+                                                            "project", "inventory", "place"};
 };
 
 } // namespace lumo

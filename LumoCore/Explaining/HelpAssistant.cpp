@@ -23,11 +23,11 @@ std::vector<std::string> idsOf(const std::vector<const HelpTopic*>& topics) {
 }
 
 /// The topics that a model is shown.
-std::vector<const HelpTopic*> topicsFor(std::string_view question, Language language) {
+std::vector<const HelpTopic*> topicsFor(std::string_view question, Language language, System system) {
     constexpr std::size_t mostWithoutMatch = 6;
-    std::vector<const HelpTopic*> topics = HelpCatalog::relevant(question, mostSources, language);
+    std::vector<const HelpTopic*> topics = HelpCatalog::relevant(question, mostSources, language, system);
     if (topics.empty()) {
-        for (const HelpTopic& topic : HelpCatalog::topics(language)) {
+        for (const HelpTopic& topic : HelpCatalog::topics(language, system)) {
             if (topics.size() < mostWithoutMatch) {
                 topics.push_back(&topic);
             }
@@ -37,12 +37,14 @@ std::vector<const HelpTopic*> topicsFor(std::string_view question, Language lang
 }
 
 std::string contextOf(const std::vector<const HelpTopic*>& topics, const std::vector<std::string>& facts,
-                      Language language) {
+                      Language language, System system) {
     std::string context(Words{"AYUDA:\n", "HELP:\n"}.in(language));
     for (const HelpTopic* topic : topics) {
         context += (topic == topics.front() ? "" : "\n\n") + topic->question + "\n" + topic->answer;
     }
-    context += Words{"\n\nDATOS DE ESTE MAC:\n", "\n\nTHIS MAC'S DATA:\n"}.in(language);
+    constexpr SystemWords data{.macos = {"\n\nDATOS DE ESTE MAC:\n", "\n\nTHIS MAC'S DATA:\n"},
+                               .linux = {"\n\nDATOS DE ESTE EQUIPO:\n", "\n\nTHIS COMPUTER'S DATA:\n"}};
+    context += data.on(system).in(language);
     for (std::size_t index = 0; index < facts.size(); ++index) {
         context += (index == 0 ? "" : "\n") + facts[index];
     }
@@ -62,9 +64,9 @@ std::string lowered(std::string_view text) {
 
 namespace HelpWriter {
 
-std::string instructions(Language language) {
+std::string instructions(Language language, System system) {
     // The runs of blanks are part of what models were tried with.
-    return Words{
+    constexpr Words onMac{
         "Eres la ayuda de la app Tarvo AI para Mac, que ayuda a liberar espacio en disco sin miedo. "
         "Responde en español, en dos a cuatro frases claras, usando solo la información de AYUDA y de "
         "DATOS DE ESTE MAC. Si la respuesta no está ahí, responde exactamente: «No lo sé con seguridad; "
@@ -74,8 +76,24 @@ std::string instructions(Language language) {
         "Answer in English, in two to four clear sentences, using only the information in HELP and     "
         "THIS MAC'S DATA. If the answer isn't there, reply exactly:     "
         "«I'm not sure; check the questions in the help.»     "
-        "Don't make up menus, buttons, settings or commands. Copy figures exactly as they appear."}
-        .in(language);
+        "Don't make up menus, buttons, settings or commands. Copy figures exactly as they appear."};
+    constexpr Words onLinux{
+        "Eres la ayuda de Tarvo AI, un programa para Linux que ayuda a liberar espacio en disco sin miedo. "
+        "Responde en español, en dos a cuatro frases claras, usando solo la información de AYUDA y de DATOS "
+        "DE "
+        "ESTE EQUIPO. Si la respuesta no está ahí, responde exactamente: «No lo sé con seguridad; mira las "
+        "preguntas de la ayuda.» No inventes menús, botones, ajustes ni órdenes, y no des direcciones web. "
+        "Copia "
+        "las cifras tal cual aparecen.",
+        "You are the help for Tarvo AI, a program for Linux that helps free up disk space without fear. "
+        "Answer "
+        "in English, in two to four clear sentences, using only the information in HELP and THIS COMPUTER'S "
+        "DATA. If the answer isn't there, reply exactly: «I'm not sure; check the questions in the help.» "
+        "Don't "
+        "make up menus, buttons, settings or commands, and give no web addresses. Copy figures exactly as "
+        "they "
+        "appear."};
+    return SystemWords{.macos = onMac, .linux = onLinux}.on(system).in(language);
 }
 
 std::string prompt(std::string_view question, std::string_view context, Language language) {
@@ -106,38 +124,40 @@ bool acceptable(std::string_view text, std::string_view allowedText) {
            });
 }
 
-HelpAnswer fallback(std::string_view question, Language language) {
+HelpAnswer fallback(std::string_view question, Language language, System system) {
     return {.text =
                 Words{"No encuentro esa duda en la ayuda. Prueba con otras palabras o mira las preguntas de "
                       "abajo.",
                       "I can't find that in the help. Try other words or look at the questions below."}
                     .in(language),
             .byAI = false,
-            .sources = idsOf(HelpCatalog::relevant(question, mostSources, language))};
+            .sources = idsOf(HelpCatalog::relevant(question, mostSources, language, system))};
 }
 
 } // namespace HelpGuard
 
 namespace HelpAssistant {
 
-std::string context(std::string_view question, const std::vector<std::string>& facts, Language language) {
-    return contextOf(topicsFor(question, language), facts, language);
+std::string context(std::string_view question, const std::vector<std::string>& facts, Language language,
+                    System system) {
+    return contextOf(topicsFor(question, language, system), facts, language, system);
 }
 
 HelpAnswer answer(const std::string& question, const Facts& facts, const HelpWriter::Write& write,
-                  Language language) {
-    if (std::optional<HelpAnswer> direct = HelpCatalog::directAnswer(question, language)) {
+                  Language language, System system) {
+    if (std::optional<HelpAnswer> direct = HelpCatalog::directAnswer(question, language, system)) {
         return *direct;
     }
     if (write) {
-        const std::vector<const HelpTopic*> topics = topicsFor(question, language);
-        const std::string allowed = contextOf(topics, facts ? facts() : std::vector<std::string>(), language);
+        const std::vector<const HelpTopic*> topics = topicsFor(question, language, system);
+        const std::string allowed =
+            contextOf(topics, facts ? facts() : std::vector<std::string>(), language, system);
         const std::optional<std::string> written = write(question, allowed);
         if (written && HelpGuard::acceptable(*written, allowed)) {
             return {.text = *written, .byAI = true, .sources = idsOf(topics)};
         }
     }
-    return HelpGuard::fallback(question, language);
+    return HelpGuard::fallback(question, language, system);
 }
 
 } // namespace HelpAssistant

@@ -15,7 +15,7 @@ using Write =
     std::function<std::optional<std::string>(const std::string& question, const std::string& context)>;
 
 /// What the model is told about its task, before anything else.
-std::string instructions(Language language = currentLanguage());
+std::string instructions(Language language = currentLanguage(), System system = currentSystem());
 
 /// What it is then asked.
 std::string prompt(std::string_view question, std::string_view context,
@@ -31,7 +31,8 @@ namespace HelpGuard {
 bool acceptable(std::string_view text, std::string_view allowedText);
 
 /// That the help does not know, with the closest topics.
-HelpAnswer fallback(std::string_view question, Language language = currentLanguage());
+HelpAnswer fallback(std::string_view question, Language language = currentLanguage(),
+                    System system = currentSystem());
 
 } // namespace HelpGuard
 
@@ -46,11 +47,11 @@ using Facts = std::function<std::vector<std::string>()>;
 /// What the model may use: the topics closest to the question, or the first six where none is close, and the
 /// facts.
 std::string context(std::string_view question, const std::vector<std::string>& facts,
-                    Language language = currentLanguage());
+                    Language language = currentLanguage(), System system = currentSystem());
 
 /// Never fails. Asks the model at most once.
 HelpAnswer answer(const std::string& question, const Facts& facts, const HelpWriter::Write& write,
-                  Language language = currentLanguage());
+                  Language language = currentLanguage(), System system = currentSystem());
 
 } // namespace HelpAssistant
 

@@ -3,7 +3,12 @@
 #include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
+#include "LumoCore/Explaining/HelpQuestion.h"
+#include "LumoCore/Explaining/HelpShelf.h"
 #include "LumoCore/Explaining/HelpTopicRow.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <array>
@@ -25,26 +30,40 @@ std::vector<std::string> split(std::string_view list, std::string_view separator
     return parts;
 }
 
-std::vector<HelpTopic> makeTopics(Language language) {
+void makeTrueOnLinux(HelpTopic& topic, Language language) {
+    const auto rows = linuxRows();
+    const auto row = std::ranges::find(rows, topic.id, &LinuxRow::id);
+    if (row == rows.end()) {
+        return;
+    }
+    if (!row->question.en.empty()) {
+        topic.question = row->question.in(language);
+    }
+    if (!row->answer.en.empty()) {
+        topic.answer = row->answer.in(language);
+    }
+    for (std::string& keyword : split(row->keywords.in(language), ", ")) {
+        topic.keywords.push_back(std::move(keyword));
+    }
+}
+
+std::vector<HelpTopic> makeTopics(Language language, System system) {
     std::vector<HelpTopic> topics;
     for (const auto rows : {cleaningRows(), placeRows(), usingRows()}) {
         for (const Row& row : rows) {
             topics.push_back({std::string(row.id), row.question.in(language), row.answer.in(language),
                               split(row.keywords.in(language), ", ")});
+            if (system == System::linux) {
+                makeTrueOnLinux(topics.back(), language);
+            }
         }
     }
     return topics;
 }
 
-/// What questions are compared with.
-struct Searchable {
-    std::string asked; ///< Question and keywords.
-    std::string answered;
-};
-
-std::vector<Searchable> makeSearchable(Language language) {
+std::vector<Searchable> makeSearchable(const std::vector<HelpTopic>& topics) {
     std::vector<Searchable> texts;
-    for (const HelpTopic& topic : topics(language)) {
+    for (const HelpTopic& topic : topics) {
         std::string asked = topic.question;
         for (const std::string& keyword : topic.keywords) {
             asked += " " + keyword;
@@ -52,32 +71,6 @@ std::vector<Searchable> makeSearchable(Language language) {
         texts.push_back({normalize(asked), normalize(topic.answer)});
     }
     return texts;
-}
-
-/// The normalized texts of all topics, made once: several steps of one answer look at them.
-const std::vector<Searchable>& searchable(Language language) {
-    if (language == Language::es) {
-        static const std::vector<Searchable> spanish = makeSearchable(Language::es);
-        return spanish;
-    }
-    static const std::vector<Searchable> english = makeSearchable(Language::en);
-    return english;
-}
-
-/// The word without the ending that changes with gender and number; short words are left whole.
-std::string stemOf(std::string word) {
-    constexpr std::size_t shortestWithEnding = 7;
-    constexpr int endingCharacters = 2;
-    if (characterCount(word) < shortestWithEnding) {
-        return word;
-    }
-    for (int dropped = 0; dropped < endingCharacters; ++dropped) {
-        while ((static_cast<unsigned char>(word.back()) & 0xC0U) == 0x80U) {
-            word.pop_back(); // The later bytes of one character.
-        }
-        word.pop_back();
-    }
-    return word;
 }
 
 /// The stems of the question's words, each word once.
@@ -107,20 +100,54 @@ int scoreOf(const Searchable& texts, const std::vector<std::string>& stems) {
     return score;
 }
 
-} // namespace
-
-const std::vector<HelpTopic>& topics(Language language) {
-    if (language == Language::es) {
-        static const std::vector<HelpTopic> spanish = makeTopics(Language::es);
-        return spanish;
-    }
-    static const std::vector<HelpTopic> english = makeTopics(Language::en);
-    return english;
+/// What of the question is looked for.
+std::string soughtIn(std::string_view question, Language language, System system) {
+    return system == System::macos ? std::string(question) : HelpQuestion::soughtIn(question, language);
 }
 
-const HelpTopic* topicNamed(std::string_view words, Language language) {
+/// The topic that clearly matches, as it was agreed for a Mac.
+const HelpTopic* clearTopicOnMac(std::string_view question, Language language) {
+    constexpr int clearMatch = 6;
+    const std::vector<ScoredTopic> found = scored(question, language, System::macos);
+    return found.empty() || found.front().score < clearMatch ? nullptr : found.front().topic;
+}
+
+} // namespace
+
+Shelf::Shelf(Language language, System system)
+    : topics(makeTopics(language, system)), texts(makeSearchable(topics)) {}
+
+const Shelf& shelf(Language language, System system) {
+    if (system == System::macos) {
+        static const Shelf onMac[] = {{Language::en, System::macos}, {Language::es, System::macos}};
+        return onMac[language == Language::es];
+    }
+    static const Shelf onLinux[] = {{Language::en, System::linux}, {Language::es, System::linux}};
+    return onLinux[language == Language::es];
+}
+
+std::string stemOf(std::string word) {
+    constexpr std::size_t shortestWithEnding = 7;
+    constexpr int endingCharacters = 2;
+    if (characterCount(word) < shortestWithEnding) {
+        return word;
+    }
+    for (int dropped = 0; dropped < endingCharacters; ++dropped) {
+        while ((static_cast<unsigned char>(word.back()) & 0xC0U) == 0x80U) {
+            word.pop_back(); // The later bytes of one character.
+        }
+        word.pop_back();
+    }
+    return word;
+}
+
+const std::vector<HelpTopic>& topics(Language language, System system) {
+    return shelf(language, system).topics;
+}
+
+const HelpTopic* topicNamed(std::string_view words, Language language, System system) {
     const std::vector<std::string> asked = split(normalize(words), " ");
-    const auto& all = topics(language);
+    const auto& all = topics(language, system);
     const auto found = std::ranges::find_if(all, [&](const HelpTopic& topic) {
         return topic.id == words || split(normalize(topic.question), " ") == asked;
     });
@@ -131,13 +158,12 @@ std::string normalize(std::string_view text) {
     return wordsApart(folded(text));
 }
 
-std::vector<ScoredTopic> scored(std::string_view question, Language language) {
+std::vector<ScoredTopic> scored(std::string_view question, Language language, System system) {
     const std::vector<std::string> stems = stemsIn(question);
     if (stems.empty()) {
         return {};
     }
-    const auto& all = topics(language);
-    const auto& texts = searchable(language);
+    const auto& [all, texts] = shelf(language, system);
     std::vector<ScoredTopic> found;
     for (std::size_t index = 0; index < all.size(); ++index) {
         if (const int score = scoreOf(texts[index], stems); score > 0) {
@@ -148,9 +174,10 @@ std::vector<ScoredTopic> scored(std::string_view question, Language language) {
     return found;
 }
 
-std::vector<const HelpTopic*> relevant(std::string_view question, std::size_t limit, Language language) {
+std::vector<const HelpTopic*> relevant(std::string_view question, std::size_t limit, Language language,
+                                       System system) {
     std::vector<const HelpTopic*> first;
-    for (const ScoredTopic& scoredTopic : scored(question, language)) {
+    for (const ScoredTopic& scoredTopic : scored(soughtIn(question, language, system), language, system)) {
         if (first.size() == limit) {
             break;
         }
@@ -159,44 +186,62 @@ std::vector<const HelpTopic*> relevant(std::string_view question, std::size_t li
     return first;
 }
 
-bool isAboutThisMac(std::string_view question) {
+bool isAboutThisMac(std::string_view question, System system) {
     // Whatever the interface's language is, people ask in theirs.
     constexpr std::array<std::string_view, 19> phrases{
         "cuanto",   "cuantos",      "mi mac",    "mi disco",   "este mac", "ocupa mas", "que ocupa",
         "tengo",    "mis carpetas", "en mi",     "how much",   "how many", "my mac",    "my disk",
         "this mac", "taking up",    "do i have", "my folders", "on my"};
-    const std::string asked = normalize(question);
-    return std::ranges::any_of(
-        phrases, [&](std::string_view phrase) { return asked.find(phrase) != std::string::npos; });
+    // These begin like the phrases, and no disk has to be measured for them.
+    constexpr std::array<std::string_view, 12> others{
+        "tengo que",     "tengo miedo",           "cuanto tiempo",  "cuanto tarda",
+        "cuanto dura",   "cuanto puedo",          "cuanto cuesta",  "cuantos dias",
+        "how many days", "how much does it cost", "how much can i", "do i have to"};
+    std::string asked = normalize(question);
+    const bool isLinux = system == System::linux;
+    if (isLinux) {
+        asked = fmt::format(" {} ", fmt::join(HelpQuestion::wordsIn(asked), " "));
+    }
+    for (const std::string_view other : others) {
+        if (const std::size_t at = asked.find(fmt::format(" {} ", other));
+            isLinux && at != std::string::npos) {
+            asked.erase(at + 1, other.size());
+        }
+    }
+    return std::ranges::any_of(phrases, [&](std::string_view phrase) {
+        return asked.find(isLinux ? fmt::format(" {} ", phrase) : std::string(phrase)) != std::string::npos;
+    });
 }
 
-std::optional<HelpAnswer> directAnswer(std::string_view question, Language language) {
-    constexpr int clearMatch = 6;
-    if (isAboutThisMac(question)) {
+std::optional<HelpAnswer> directAnswer(std::string_view question, Language language, System system) {
+    if (isAboutThisMac(question, system)) {
         return std::nullopt;
     }
-    const std::vector<ScoredTopic> found = scored(question, language);
-    if (found.empty() || found.front().score < clearMatch) {
-        return std::nullopt;
-    }
-    const HelpTopic& topic = *found.front().topic;
-    return HelpAnswer{.text = topic.answer, .byAI = false, .sources = {topic.id}};
+    const HelpTopic* topic = system == System::macos ? clearTopicOnMac(question, language)
+                                                     : HelpQuestion::clearTopic(question, language);
+    return topic == nullptr
+               ? std::nullopt
+               : std::optional(HelpAnswer{.text = topic->answer, .byAI = false, .sources = {topic->id}});
 }
 
-const HelpTopic* topicAskedFor(std::string_view question, Language language) {
+const HelpTopic* topicAskedFor(std::string_view question, Language language, System system) {
     const Language other = language == Language::es ? Language::en : Language::es;
     // Word for word first: in the wrong language, many words are parts of others.
     for (const Language tried : {language, other}) {
-        if (const HelpTopic* topic = topicNamed(question, tried)) {
+        if (const HelpTopic* topic = topicNamed(question, tried, system)) {
             return topic;
         }
     }
-    for (const Language tried : {language, other}) {
-        if (const std::optional<HelpAnswer> answer = directAnswer(question, tried)) {
-            return topicNamed(answer->sources.front(), tried);
-        }
+    if (const std::optional<HelpAnswer> answer = directAnswer(question, language, system)) {
+        return topicNamed(answer->sources.front(), language, system);
     }
-    return nullptr;
+    const std::optional<HelpAnswer> answer = directAnswer(question, other, system);
+    const HelpTopic* topic = answer ? topicNamed(answer->sources.front(), other, system) : nullptr;
+    if (topic == nullptr || system == System::macos) {
+        return topic;
+    }
+    constexpr std::size_t fewestWords = 2;
+    return HelpQuestion::wholeWords(question, *topic, other) >= fewestWords ? topic : nullptr;
 }
 
 } // namespace lumo::HelpCatalog

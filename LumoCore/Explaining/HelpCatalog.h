@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/Codec.h"
 #include "LumoCore/Basics/Language.h"
+#include "LumoCore/Basics/System.h"
 
 #include <cstddef>
 #include <optional>
@@ -40,10 +41,11 @@ struct HelpAnswer {
 namespace HelpCatalog {
 
 /// The topics in the order in which they are shown. They last as long as the process.
-const std::vector<HelpTopic>& topics(Language language = currentLanguage());
+const std::vector<HelpTopic>& topics(Language language = currentLanguage(), System system = currentSystem());
 
 /// The topic that these words name: its id, or its question word for word; none when there is no such topic.
-const HelpTopic* topicNamed(std::string_view words, Language language = currentLanguage());
+const HelpTopic* topicNamed(std::string_view words, Language language = currentLanguage(),
+                            System system = currentSystem());
 
 /// Without case and accents, and with a blank in place of everything that is no letter and no number.
 std::string normalize(std::string_view text);
@@ -55,22 +57,29 @@ struct ScoredTopic {
 
 /// The topics that share words with the question, best first. A word of three characters or more counts 3 in
 /// a topic's question or keywords, and 1 in its answer.
-std::vector<ScoredTopic> scored(std::string_view question, Language language = currentLanguage());
+std::vector<ScoredTopic> scored(std::string_view question, Language language = currentLanguage(),
+                                System system = currentSystem());
 
-/// The first of these, at most `limit`.
+/// The first of these, at most `limit`. On Linux only what the question is about is looked for.
 std::vector<const HelpTopic*> relevant(std::string_view question, std::size_t limit,
-                                       Language language = currentLanguage());
+                                       Language language = currentLanguage(),
+                                       System system = currentSystem());
 
-/// True for a question about what is on this disk, which no fixed text can answer.
-bool isAboutThisMac(std::string_view question);
+/// True for a question about what is on this disk, which no fixed text can answer. On Linux whole words
+/// count, and "tengo que" or "how much does it cost" ask for something else.
+bool isAboutThisMac(std::string_view question, System system = currentSystem());
 
-/// The answer of the topic that clearly matches; none when no one does or the question is about this Mac.
-std::optional<HelpAnswer> directAnswer(std::string_view question, Language language = currentLanguage());
+/// The answer of the topic that clearly matches; none when no one does or the question is about this Mac. On
+/// a Mac that takes a score of 6; on Linux see `HelpQuestion::clearTopic`.
+std::optional<HelpAnswer> directAnswer(std::string_view question, Language language = currentLanguage(),
+                                       System system = currentSystem());
 
 /// The topic that answers the question: its own word for word, which may sound like one about this disk, or
 /// the one that clearly matches. Both are also tried in the other language, since people ask in theirs
-/// whatever the interface's is; the topic is in the language in which it was found. None when there is none.
-const HelpTopic* topicAskedFor(std::string_view question, Language language = currentLanguage());
+/// whatever the interface's is, on Linux with two whole words of four letters at least; the topic is in the
+/// language in which it was found. None when there is none.
+const HelpTopic* topicAskedFor(std::string_view question, Language language = currentLanguage(),
+                               System system = currentSystem());
 
 } // namespace HelpCatalog
 

@@ -15,6 +15,17 @@ struct Row {
     Words keywords; ///< Separated by ", ", in lower case and without accents.
 };
 
+/// What differs on Linux: empty where the question or the answer is the same, and keywords besides the
+/// others.
+struct LinuxRow {
+    std::string_view id;
+    Words question = {};
+    Words answer = {};
+    Words keywords = {};
+};
+
+std::span<const LinuxRow> linuxRows();
+
 /// In the order of the catalogue: what a cleanup means, what is cleaned where, and everything around it.
 std::span<const Row> cleaningRows();
 std::span<const Row> placeRows();

@@ -2,7 +2,11 @@
 
 #include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Explaining/PlaceTexts.h"
+#include "LumoCore/Inventories/AppCaches.h"
 #include "LumoCore/Rules/RuleCatalog.h"
+#include "LumoCore/Scanning/ProjectArtifacts.h"
 #include "LumoCore/Scanning/Scanner.h"
 #include "Platform/Folder.h"
 
@@ -13,96 +17,203 @@ namespace lumo {
 
 namespace {
 
+using PlaceTexts::Extent;
 using platform::EntryKind;
+using Source = Explanation::Source;
 
-constexpr Words users{"tú", "you"};
-constexpr Words unknown{"desconocida", "desconocida"}; // A stored word, the same in both languages.
+bool isHidden(std::string_view path, const HomePlaces& places) {
+    const std::string_view inHome = path.substr(places.home().size() + 1);
+    return inHome.starts_with('.') || isInside(inHome, "Library") ||
+           (places.system() == System::linux && isInside(inHome, "snap"));
+}
 
-bool isHidden(std::string_view path, std::string_view home) {
-    const std::string_view inHome = path.substr(home.size() + 1);
-    return inHome.starts_with('.') || isInside(inHome, "Library");
+/// What is not there, as in a report from elsewhere, was a folder.
+EntryKind kindOf(const std::string& path) {
+    return platform::kindOf(path).value_or(EntryKind::folder);
+}
+
+Extent extentOf(const std::string& path, const std::string& place) {
+    return path == place ? Extent::whole : Extent::part;
 }
 
 } // namespace
 
-KnownPlaces::KnownPlaces(std::string home) : home_(std::move(home)) {
-    for (const Rule& rule : RuleCatalog::all()) {
-        for (std::string& path : resolve(rule.locator, home_)) {
-            claimed_.push_back(path);
-            rulePlaces_.push_back({std::move(path), rule.name});
-        }
-    }
-    for (std::string own : {OwnFiles::support(home_), OwnFiles::caches(home_), OwnFiles::settings(home_)}) {
+KnownPlaces::KnownPlaces(HomePlaces places, const Installed& installed, Language language)
+    : places_(std::move(places)), installed_(installed), language_(language) {
+    const std::string& home = places_.home();
+    const std::vector<Rule> catalogue = RuleCatalog::inHome(places_, language_);
+    lookUp(catalogue, Source::catalogue);
+    divideCaches(catalogue);
+    lookUp(AppCaches::rules(installed_.apps, catalogue, home, language_), Source::inventory);
+    for (std::string own : {OwnFiles::support(home), OwnFiles::caches(home), OwnFiles::settings(home)}) {
         claimed_.push_back(std::move(own));
     }
 }
 
-std::optional<Explanation> KnownPlaces::explain(const FolderEvidence& evidence, Date now,
-                                                Language language) const {
-    const std::optional<Saying> saying = sayingFor(evidence.path);
-    if (!saying) {
-        return std::nullopt;
+void KnownPlaces::lookUp(std::vector<Rule> rules, Source source) {
+    for (Rule& rule : rules) {
+        std::vector<std::string> paths = resolve(rule, places_.home());
+        if (!paths.empty()) {
+            claimed_.insert(claimed_.end(), paths.begin(), paths.end());
+            rulePlaces_.push_back({std::move(rule), source, std::move(paths)});
+        }
     }
-    return Explanation{.path = evidence.path,
-                       .sizeBytes = evidence.usage.allocatedBytes,
-                       .whatItIs = saying->whatItIs.in(language, saying->ruleName),
-                       .owner = saying->owner.in(language),
-                       .safety = Safety::keep,
-                       .suggestedSafety = {},
-                       .reason = Words{"Tarvo AI solo hace conjeturas sobre carpetas de apps que no conoce.",
-                                       "Tarvo AI only guesses about folders of apps that it does not know."}
-                                     .in(language),
-                       .howToFree = Words{"Tarvo AI no aconseja borrar nada aquí.",
-                                          "Tarvo AI gives no advice to remove anything here."}
-                                        .in(language),
-                       .note = {},
-                       .source = Explanation::Source::heuristic,
-                       .createdAt = now};
 }
 
-std::optional<KnownPlaces::Saying> KnownPlaces::sayingFor(const std::string& path) const {
-    if (path == home_) {
-        return Saying{{"Tu carpeta personal, con todo lo tuyo", "Your home folder, with everything of yours"},
-                      users};
+void KnownPlaces::divideCaches(const std::vector<Rule>& catalogue) {
+    const std::string& home = places_.home();
+    for (const Rule& rule : catalogue) {
+        for (const Locator& place : rule.places) {
+            const std::string start = expanded(startOf(place), home);
+            std::string around =
+                std::holds_alternative<locator::Path>(place) ? std::string(parentOf(start)) : start;
+            if (folderLocation(around, home, places_.system()) == FolderLocation::caches) {
+                divided_.push_back(std::move(around));
+            }
+        }
     }
-    if (!isInside(path, home_)) {
-        return Saying{{"Algo fuera de tu carpeta personal", "Something outside your home folder"}, unknown};
-    }
-    const auto rulePlace =
-        std::ranges::find_if(rulePlaces_, [&](const RulePlace& place) { return isInside(path, place.path); });
-    if (rulePlace != rulePlaces_.end()) {
-        return Saying{{"Lo que el catálogo de Tarvo AI conoce como «{}», o parte de ello",
-                       "What Tarvo AI's catalog knows as “{}”, or a part of it"},
-                      unknown,
-                      rulePlace->ruleName};
-    }
-    return sayingInHome(path);
 }
 
-std::optional<KnownPlaces::Saying> KnownPlaces::sayingInHome(const std::string& path) const {
-    if (std::ranges::any_of(claimed_, [&](const std::string& own) { return isInside(path, own); })) {
-        return Saying{{"Carpeta propia de Tarvo AI", "Tarvo AI's own folder"}, {"Tarvo AI", "Tarvo AI"}};
+std::optional<Explanation> KnownPlaces::explain(const FolderEvidence& evidence, Date now) const {
+    std::optional<Explanation> explanation = saying(evidence);
+    if (explanation) {
+        explanation->path = evidence.path;
+        explanation->sizeBytes = evidence.usage.allocatedBytes;
+        explanation->createdAt = now;
     }
-    const auto kind = platform::kindOf(path);
-    if (kind == EntryKind::link) {
-        return Saying{{"Un enlace a otro lugar", "A link to another place"}, unknown};
+    return explanation;
+}
+
+std::optional<Explanation> KnownPlaces::saying(const FolderEvidence& evidence) const {
+    const std::string& path = evidence.path;
+    const std::string& home = places_.home();
+    if (path == home) {
+        return PlaceTexts::ofHome(language_);
     }
-    if (kind && kind != EntryKind::folder) {
-        return Saying{{"Un archivo", "A file"}, unknown};
+    if (!isInside(path, home)) {
+        return PlaceTexts::ofOutside(path, language_, places_.system());
     }
-    if (Scanner::isUnclassifiedPlace(path, home_, claimed_)) {
+    if (isInside(path, OwnFiles::support(home)) || isInside(path, OwnFiles::caches(home)) ||
+        isInside(path, OwnFiles::settings(home))) {
+        return PlaceTexts::ofOwnFolder(language_);
+    }
+    if (auto byRule = ofRulesPlace(evidence)) {
+        return byRule;
+    }
+    if (auto standard = PlaceTexts::ofStandardFolder(path, places_, language_)) {
+        return standard;
+    }
+    if (auto project = inProject(path)) {
+        return project;
+    }
+    if (const auto target = platform::linkTarget(path)) {
+        return PlaceTexts::ofLink(*target, language_);
+    }
+    if (auto above = aboveRules(evidence)) {
+        return above;
+    }
+    if (isHidden(path, places_)) {
+        return ofHidden(evidence);
+    }
+    const EntryKind kind = kindOf(path);
+    if (kind == EntryKind::folder) {
+        return PlaceTexts::ofUsersFolder(language_);
+    }
+    return kind == EntryKind::other ? PlaceTexts::ofOtherEntry(language_)
+                                    : PlaceTexts::ofFile(true, language_);
+}
+
+std::optional<Explanation> KnownPlaces::ofRulesPlace(const FolderEvidence& evidence) const {
+    // Of places within each other the innermost knows best.
+    const RulePlaces* innermost = nullptr;
+    const std::string* place = nullptr;
+    for (const RulePlaces& one : rulePlaces_) {
+        for (const std::string& path : one.paths) {
+            if (isInside(evidence.path, path) && (place == nullptr || path.size() > place->size())) {
+                innermost = &one;
+                place = &path;
+            }
+        }
+    }
+    return innermost != nullptr
+               ? std::optional(PlaceTexts::ofRule(innermost->rule, extentOf(evidence.path, *place),
+                                                  innermost->source, evidence.appName(), language_))
+               : std::nullopt;
+}
+
+std::optional<Explanation> KnownPlaces::inProject(const std::string& path) const {
+    const auto project = Scanner::projectAbove(path, places_.home());
+    if (!project) {
         return std::nullopt;
     }
-    if (isHidden(path, home_)) {
-        return Saying{{"Una carpeta en la que guardan cosas varias apps, o parte de lo que guarda una",
-                       "A folder in which several apps keep things, or a part of what one keeps"},
-                      unknown};
+    const std::string name = project->substr(places_.home().size() + 1);
+    std::string folder = *project;
+    for (const std::string_view step : components(std::string_view(path).substr(project->size()))) {
+        folder = step.empty() ? folder : joined(folder, step);
+        if (platform::kindOf(folder) == EntryKind::folder && ProjectArtifacts::isArtifact(folder, *project)) {
+            return PlaceTexts::ofArtifact(ProjectArtifacts::nameOf(folder, *project), name,
+                                          extentOf(path, folder), language_);
+        }
     }
-    if (Scanner::isInProject(path, home_)) {
-        return Saying{{"Un proyecto de desarrollo, o parte de uno", "A developer project, or a part of one"},
-                      users};
+    return PlaceTexts::ofProject(name, extentOf(path, *project), language_);
+}
+
+std::optional<Explanation> KnownPlaces::aboveRules(const FolderEvidence& evidence) const {
+    std::vector<const Rule*> within;
+    for (const RulePlaces& one : rulePlaces_) {
+        if (std::ranges::any_of(one.paths,
+                                [&](const std::string& path) { return isInside(path, evidence.path); })) {
+            within.push_back(&one.rule);
+        }
     }
-    return Saying{{"Una carpeta tuya", "A folder of your own"}, users};
+    return within.empty() ? std::nullopt
+                          : std::optional(PlaceTexts::ofFolderWith(within, evidence.appName(), language_));
+}
+
+std::optional<Explanation> KnownPlaces::inDividedCache(const std::string& path) const {
+    const auto around =
+        std::ranges::find_if(divided_, [&](const std::string& folder) { return isInside(path, folder); });
+    if (around == divided_.end()) {
+        return std::nullopt;
+    }
+    return PlaceTexts::ofDividedCache(abbreviated(*around, places_.home()), extentOf(path, *around),
+                                      appNameOf(*around), language_);
+}
+
+std::optional<Explanation> KnownPlaces::ofHidden(const FolderEvidence& evidence) const {
+    const std::string& path = evidence.path;
+    // Where a rule takes parts of a cache folder, the rest is what nothing recreates.
+    if (auto divided = inDividedCache(path)) {
+        return divided;
+    }
+    const EntryKind kind = kindOf(path);
+    const bool isCache = evidence.location == FolderLocation::caches;
+    if (kind == EntryKind::file && isCache) {
+        return PlaceTexts::ofCacheFile(language_, places_.system());
+    }
+    if (kind == EntryKind::other) {
+        return PlaceTexts::ofOtherEntry(language_);
+    }
+    const bool isFolder = kind == EntryKind::folder;
+    if (isFolder && (mayBeGuessedAbout(path) || (isCache && places_.system() == System::linux))) {
+        return std::nullopt;
+    }
+    for (std::string whole(parentOf(path)); whole.size() > places_.home().size(); whole = parentOf(whole)) {
+        if (mayBeGuessedAbout(whole)) {
+            return PlaceTexts::ofPart(abbreviated(whole, places_.home()), appNameOf(whole), language_);
+        }
+    }
+    return isFolder ? PlaceTexts::ofSharedFolder(language_) : PlaceTexts::ofFile(false, language_);
+}
+
+bool KnownPlaces::mayBeGuessedAbout(const std::string& path) const {
+    const bool isSnaps = places_.system() == System::linux && parentOf(path) == places_.home() + "/snap";
+    return isSnaps || Scanner::isUnclassifiedPlace(path, places_.home(), claimed_);
+}
+
+std::optional<std::string> KnownPlaces::appNameOf(const std::string& path) const {
+    const auto app = installed_.related(ownersName(path, places_.home(), places_.system()), places_.system());
+    return app ? std::optional(printable(app->spokenName())) : std::nullopt;
 }
 
 } // namespace lumo

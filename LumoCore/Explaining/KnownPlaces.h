@@ -1,48 +1,53 @@
 #pragma once
 
-#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Explaining/Explanation.h"
 #include "LumoCore/Explaining/FolderEvidence.h"
+#include "LumoCore/Rules/HomePlaces.h"
 
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace lumo {
 
-/// What is certain of a path by where it stands, so that nothing has to be guessed about it. The rule of
-/// thumb, and a model, were made for the folders that applications leave in a home and no rule knows; of
-/// anything else (the home, what is the user's own, a project, a place of the catalogue) they would say the
-/// same and call it a leftover.
+/// What is certain of a path, so that nothing has to be guessed about it. The rule of thumb, and a model,
+/// were made for the folders that applications leave in a home and no rule knows; of anything else (the home,
+/// what is the user's own, a project, a place of the catalogue) they would say the same and call it a
+/// leftover.
 class KnownPlaces final {
   public:
-    /// Looks up the places of the catalogue in the home.
-    explicit KnownPlaces(std::string home);
+    /// Looks up the places of the catalogue and the caches of installed applications in the home. What is
+    /// installed must outlive this.
+    KnownPlaces(HomePlaces places, const Installed& installed, Language language = currentLanguage());
 
-    /// What the evidence's path is, with the advice to keep it; absent for what may be guessed about.
-    [[nodiscard]] std::optional<Explanation> explain(const FolderEvidence& evidence, Date now,
-                                                     Language language = currentLanguage()) const;
+    /// What the evidence's path is, whether it can go, and how; absent for what may be guessed about.
+    [[nodiscard]] std::optional<Explanation> explain(const FolderEvidence& evidence, Date now) const;
 
   private:
-    struct RulePlace {
-        std::string path;
-        std::string_view ruleName;
+    struct RulePlaces {
+        Rule rule;
+        Explanation::Source source;
+        std::vector<std::string> paths;
     };
 
-    /// What is said of a place; the owner is as in an explanation.
-    struct Saying {
-        Words whatItIs;
-        Words owner;
-        std::string_view ruleName = {}; ///< To be filled in, of a place of the catalogue.
-    };
+    void lookUp(std::vector<Rule> rules, Explanation::Source source);
+    void divideCaches(const std::vector<Rule>& catalogue);
 
-    [[nodiscard]] std::optional<Saying> sayingFor(const std::string& path) const;
-    [[nodiscard]] std::optional<Saying> sayingInHome(const std::string& path) const;
+    [[nodiscard]] std::optional<Explanation> saying(const FolderEvidence& evidence) const;
+    [[nodiscard]] std::optional<Explanation> ofRulesPlace(const FolderEvidence& evidence) const;
+    [[nodiscard]] std::optional<Explanation> inProject(const std::string& path) const;
+    [[nodiscard]] std::optional<Explanation> aboveRules(const FolderEvidence& evidence) const;
+    [[nodiscard]] std::optional<Explanation> inDividedCache(const std::string& path) const;
+    [[nodiscard]] std::optional<Explanation> ofHidden(const FolderEvidence& evidence) const;
+    [[nodiscard]] bool mayBeGuessedAbout(const std::string& path) const;
+    [[nodiscard]] std::optional<std::string> appNameOf(const std::string& path) const;
 
-    std::string home_;
-    std::vector<RulePlace> rulePlaces_;
+    HomePlaces places_;
+    const Installed& installed_;
+    Language language_;
+    std::vector<RulePlaces> rulePlaces_;
     std::vector<std::string> claimed_; ///< The paths of these, and our own folders.
+    std::vector<std::string> divided_; ///< Cache folders of which a rule knows parts, there or not.
 };
 
 } // namespace lumo

@@ -30,7 +30,7 @@ constexpr auto userFolders = std::to_array<HomePlaces::Named>({{"XDG_DESKTOP_DIR
                                                                {"XDG_PUBLICSHARE_DIR", "~/Public"},
                                                                {"XDG_TEMPLATES_DIR", "~/Templates"}});
 
-/// The base directories, as the desktops' specification of them has them. The first holds the settings that
+/// The base directories, as the desktops have agreed on them (XDG). The first holds the settings that
 /// name the user's folders.
 constexpr auto baseFolders = std::to_array<HomePlaces::Named>({{"XDG_CONFIG_HOME", "~/.config"},
                                                                {"XDG_CACHE_HOME", "~/.cache"},

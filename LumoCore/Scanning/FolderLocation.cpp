@@ -87,6 +87,9 @@ std::string_view ownersName(std::string_view path, std::string_view home, System
             const std::string_view below = inHome.substr(shared->folder.size());
             return below.substr(0, below.find('/'));
         }
+        if (inHome.starts_with("/.") && !inHome.starts_with("/.local/") && !inHome.starts_with("/.var/")) {
+            return inHome.substr(1, inHome.find('/', 1) - 1);
+        }
     }
     return fileName(path);
 }

@@ -2,6 +2,7 @@
 #include "LumoCore/Basics/Parallel.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Scanning/ProjectArtifacts.h"
+#include "LumoCore/Scanning/ProjectMarkers.h"
 #include "LumoCore/Scanning/Scanner.h"
 #include "Platform/Folder.h"
 
@@ -29,14 +30,6 @@ struct Look {
     bool isRepository = false; ///< A project that somebody keeps the history of.
     std::vector<Visited> below;
 };
-
-constexpr std::array<std::string_view, 9> markers{"package.json", "pyproject.toml",   "requirements.txt",
-                                                  "Cargo.toml",   "Package.swift",    "go.mod",
-                                                  "build.gradle", "build.gradle.kts", ".git"};
-
-bool marksProject(std::string_view name) {
-    return std::ranges::find(markers, name) != markers.end();
-}
 
 /// Where the projects of others lie unpacked: applications, and what package managers bring.
 bool holdsWorkOfOthers(std::string_view name, std::string_view nameAbove) {
@@ -98,32 +91,36 @@ void leaveOutPrograms(std::vector<std::string>& folders, const std::string& home
     });
 }
 
-std::vector<Visited> projectRoots(const std::string& home) {
+constexpr std::string_view agentProjectsInHome = ".minimax-agent/projects";
+
+/// True when projects are looked for in a folder of the home with that name.
+bool isRootName(std::string_view name) {
     constexpr std::array<std::string_view, 6> elsewhere{"Library", "Applications", "Pictures",
                                                         "Music",   "Movies",       "Public"};
+    return !name.starts_with('.') && std::ranges::find(elsewhere, name) == elsewhere.end() &&
+           !holdsWorkOfOthers(name, {});
+}
+
+std::vector<Visited> projectRoots(const std::string& home) {
     const auto homeStatus = platform::visitFolder(home, [](std::string_view, EntryKind) { return false; });
     std::vector<Visited> roots;
     for (const std::string& path : children(home)) {
-        const std::string_view name = fileName(path);
-        const bool isCandidate = !name.starts_with('.') &&
-                                 std::ranges::find(elsewhere, name) == elsewhere.end() &&
-                                 !holdsWorkOfOthers(name, {});
-        if (isCandidate && platform::kindOf(path) == EntryKind::folder) {
+        if (isRootName(fileName(path)) && platform::kindOf(path) == EntryKind::folder) {
             roots.push_back({path, homeStatus, true});
         }
     }
-    std::string agentProjects = home + "/.minimax-agent/projects";
+    std::string agentProjects = joined(home, agentProjectsInHome);
     if (platform::kindOf(agentProjects)) {
         roots.push_back({std::move(agentProjects), homeStatus, true});
     }
     return roots;
 }
 
-/// Adds a folder's measured parts to its project, one artifact for each name.
+/// Adds a project's measured parts to it, one artifact for each name.
 void addArtifacts(ProjectReport& project, std::vector<std::pair<std::string, Usage>> measured) {
     std::map<std::string, ProjectArtifact, std::less<>> byName;
     for (auto& [path, usage] : measured) {
-        const std::string name(fileName(path));
+        const std::string name = ProjectArtifacts::nameOf(path, project.path);
         ProjectArtifact& artifact = byName[name];
         artifact.name = name;
         artifact.paths.push_back(std::move(path));
@@ -137,19 +134,20 @@ void addArtifacts(ProjectReport& project, std::vector<std::pair<std::string, Usa
     sortLargestFirst(project.artifacts);
 }
 
-platform::TreePolicy makePolicy(bool hasTarget) {
+/// How the project is walked.
+platform::TreePolicy policyFor(const std::string& project, const std::stop_token& stop) {
+    const bool hasTargets = ProjectArtifacts::hasTargets(project);
     return {.setsAside =
-                [hasTarget](std::string_view name) {
-                    return ProjectArtifacts::isRegenerable(name) || (hasTarget && name == "target");
+                [hasTargets](std::string_view name) {
+                    return ProjectArtifacts::isRegenerable(name) || (hasTargets && name == "target");
                 },
+            .walksAllTheSame =
+                [](const std::string& path) {
+                    return fileName(path) == "target" && ProjectArtifacts::isSourceFolder(path);
+                },
+            .furtherAside = ProjectArtifacts::tellingFolders(project, stop),
             .undatedFiles = {".DS_Store"},
             .undatedFolders = {".git"}};
-}
-
-platform::TreeRequest requestFor(const std::string& project) {
-    static const platform::TreePolicy plain = makePolicy(false);
-    static const platform::TreePolicy withTarget = makePolicy(true);
-    return {project, platform::kindOf(project + "/Cargo.toml") ? &withTarget : &plain};
 }
 
 } // namespace
@@ -181,15 +179,34 @@ std::vector<std::string> discoverProjects(const std::string& home, int maxDepth,
     return projects;
 }
 
-bool isInProject(const std::string& path, const std::string& home) {
-    for (std::string_view folder = path; folder.size() > home.size(); folder = parentOf(folder)) {
-        if (std::ranges::any_of(markers, [&](std::string_view marker) {
-                return platform::kindOf(joined(folder, marker)).has_value();
-            })) {
-            return true;
+std::optional<std::string> projectAbove(const std::string& path, const std::string& home) {
+    if (path.size() <= home.size() || !isInside(path, home)) {
+        return std::nullopt;
+    }
+    const std::string agentProjects = joined(home, agentProjectsInHome);
+    const bool isAgents = isInside(path, agentProjects);
+    const std::string_view start = isAgents ? std::string_view(agentProjects) : std::string_view(home);
+    std::string folder(start);
+    int depth = isAgents ? 0 : -1;
+    for (const std::string_view name : components(std::string_view(path).substr(start.size()))) {
+        const bool isLookedInto = depth < 0
+                                      ? isRootName(name)
+                                      : !name.starts_with('.') && !holdsWorkOfOthers(name, fileName(folder));
+        folder = name.empty() ? folder : joined(folder, name);
+        depth += name.empty() ? 0 : 1;
+        if ((!name.empty() && !isLookedInto) || depth > projectDepth ||
+            platform::kindOf(folder) != EntryKind::folder) {
+            return std::nullopt;
+        }
+        if (const Look look = lookInto({folder}, {}); look.isProject) {
+            std::vector<std::string> projects{folder};
+            if (!look.isRepository) {
+                leaveOutPrograms(projects, home, {});
+            }
+            return projects.empty() ? std::nullopt : std::optional(folder);
         }
     }
-    return false;
+    return std::nullopt;
 }
 
 std::optional<ProjectReport> measureProject(const std::string& path, const std::string& home,
@@ -203,9 +220,14 @@ std::vector<ProjectReport> measureProjects(const std::vector<std::string>& paths
     std::vector<platform::TreeRequest> requests;
     for (const std::string& path : paths) {
         if (platform::kindOf(path) == EntryKind::folder) {
-            requests.push_back(requestFor(path));
+            requests.push_back({path});
         }
     }
+    std::vector<platform::TreePolicy> policies(requests.size());
+    parallelFor(requests.size(), watch.stop, [&](std::size_t index) {
+        policies[index] = policyFor(std::string(requests[index].path), watch.stop);
+        requests[index].policy = &policies[index];
+    });
     const std::vector<platform::TreeSums> own =
         platform::walkTrees(requests, FileTree::contextOf(registry, watch));
     std::vector<std::string> artifactPaths;

@@ -69,8 +69,8 @@ inline constexpr int projectDepth = 5;
 std::vector<std::string> discoverProjects(const std::string& home, int maxDepth,
                                           const std::stop_token& stop = {});
 
-/// True when the folder, or one above it below the home, holds what marks a project.
-bool isInProject(const std::string& path, const std::string& home);
+/// The one of these projects that the path is or lies in, without a look at any other; absent when none.
+std::optional<std::string> projectAbove(const std::string& path, const std::string& home);
 
 /// One project measured; absent when there is no folder at the path.
 std::optional<ProjectReport> measureProject(const std::string& path, const std::string& home,

@@ -364,7 +364,7 @@ class Walk final {
             return;
         }
         const TreePolicy& policy = *requests_[folder.tree].policy;
-        if (policy.setsAside && policy.setsAside(name)) {
+        if (isSetAside(policy, name, [&] { return folder.pathOf(name); })) {
             haul.setAside.push_back(folder.pathOf(name));
             return;
         }

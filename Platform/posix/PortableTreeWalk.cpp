@@ -98,7 +98,7 @@ class PortableWalk {
     void enter(FTS* walk, FTSENT* entry) {
         const std::string_view name(entry->fts_name, entry->fts_namelen);
         if (entry->fts_level > FTS_ROOTLEVEL) {
-            if (policy_.setsAside && policy_.setsAside(name)) {
+            if (isSetAside(policy_, name, [&] { return std::string(entry->fts_path, entry->fts_pathlen); })) {
                 sums_.setAside.emplace_back(entry->fts_path, entry->fts_pathlen);
                 fts_set(walk, entry, FTS_SKIP);
                 return;

@@ -46,6 +46,15 @@ Timestamp modificationDateOf(const struct stat& status) {
     return timestampOf(modificationOf(status));
 }
 
+bool isSetAside(const TreePolicy& policy, std::string_view name,
+                const std::function<std::string()>& absolutePath) {
+    if (policy.setsAside && policy.setsAside(name)) {
+        return !policy.walksAllTheSame || !policy.walksAllTheSame(absolutePath());
+    }
+    return !policy.furtherAside.empty() &&
+           std::ranges::find(policy.furtherAside, absolutePath()) != policy.furtherAside.end();
+}
+
 const TreePolicy& plainTree() {
     static const TreePolicy policy;
     return policy;

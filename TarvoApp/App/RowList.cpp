@@ -52,7 +52,8 @@ QVariant RowList::explanationOf(const Row& row) const {
     }
     return QVariantMap{{"whatItIs", shown(found->second.whatItIs)},
                        {"lines", lines},
-                       {"byAI", found->second.source == lumo::Explanation::Source::ai}};
+                       {"byAI", found->second.source == lumo::Explanation::Source::ai},
+                       {"isGuess", found->second.source == lumo::Explanation::Source::heuristic}};
 }
 
 QString RowList::evidenceOf(const Row& row) const {

@@ -67,7 +67,7 @@ Column {
     }
     Told {
         label: Words.source
-        says: details.explanation.lines ? details.explanation.byAI ? Words.byAIHelp : Words.byHeuristics : ""
+        says: details.explanation.byAI ? Words.byAIHelp : details.explanation.isGuess ? Words.byHeuristics : ""
     }
     Told {
         label: Words.where

@@ -41,7 +41,9 @@ T.Dialog {
             wrapMode: Text.WordWrap
         }
         Repeater {
-            model: [Words.welcomeLooks, Words.welcomeSetsAside.arg(ModelWords.retentionDays), Words.welcomeAsks]
+            model: [
+                Words.welcomeLooks, Words.welcomeSetsAside.arg(ModelWords.retentionDays), Words.welcomeAsks
+            ]
 
             Line {
                 required property string modelData

@@ -24,8 +24,21 @@ std::vector<ExplanationLine> explanationLines(const Explanation& explanation, La
 }
 
 std::string sourceWord(Explanation::Source source, Language language) {
-    return source == Explanation::Source::ai ? lumo::Words{"IA", "AI"}.in(language)
-                                             : lumo::Words{"aproximada", "approximate"}.in(language);
+    switch (source) {
+    case Explanation::Source::ai:
+        return lumo::Words{"IA", "AI"}.in(language);
+    case Explanation::Source::catalogue:
+        return lumo::Words{"catálogo", "catalog"}.in(language);
+    case Explanation::Source::project:
+        return lumo::Words{"proyecto", "project"}.in(language);
+    case Explanation::Source::inventory:
+        return lumo::Words{"inventario", "inventory"}.in(language);
+    case Explanation::Source::place:
+        return lumo::Words{"por su lugar", "by its place"}.in(language);
+    case Explanation::Source::heuristic:
+        break;
+    }
+    return lumo::Words{"aproximada", "approximate"}.in(language);
 }
 
 } // namespace tarvo

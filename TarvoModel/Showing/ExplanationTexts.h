@@ -23,7 +23,7 @@ struct ExplanationLine {
 std::vector<ExplanationLine> explanationLines(const lumo::Explanation& explanation,
                                               lumo::Language language = lumo::currentLanguage());
 
-/// Who wrote it, in a word: "AI", "approximate".
+/// Who says so, in a word or two: "AI", "approximate", "catalog".
 std::string sourceWord(lumo::Explanation::Source source, lumo::Language language = lumo::currentLanguage());
 
 } // namespace tarvo

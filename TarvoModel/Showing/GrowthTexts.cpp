@@ -17,9 +17,9 @@ std::string noBaselineText(const std::vector<lumo::DiskSnapshot>& stored, lumo::
     }
     // A baseline is a minute old at least.
     return Words{"El primer análisis se acaba de guardar: dentro de un minuto ya hay con qué comparar, y "
-                 "desde mañana se compara con el día anterior.",
+                 "desde mañana se ve lo que ha crecido en un día.",
                  "The first scan has only just been stored: in a minute there is something to compare with, "
-                 "and from tomorrow on it is the day before."}
+                 "and from tomorrow on you see what grew in a day."}
         .in(language);
 }
 

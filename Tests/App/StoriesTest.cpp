@@ -143,7 +143,7 @@ TEST(AppStories, ACleanupIsConfirmedDoneUndoneAndEmptied) {
     EXPECT_EQ(bytesOf(app.statusText()), "Putting back…");
     ASSERT_TRUE(story.waitUntilIdle());
     EXPECT_TRUE(story.hasOwn());
-    EXPECT_EQ(bytesOf(app.notice()), "Restored 1 items from Recently Cleaned");
+    EXPECT_EQ(bytesOf(app.notice()), "Restored 1 item from Recently Cleaned");
     EXPECT_FALSE(app.canUndo());
 
     app.toggle(AppStory::ownKey);

@@ -156,6 +156,8 @@ TEST(CoveredPlaces, HoldActionsFromAFileToWhereTheirRuleOrProjectActs) {
     EXPECT_EQ(items("desktop-screenshots", "Desktop/Screenshot gone"), "");
     EXPECT_EQ(items(artifacts, "code/app/sub/node_modules"), "");
     EXPECT_EQ(reasonFor("uv-cache", method::Command{{"uv", "cache", "clean"}}), "");
+    home.fileWith("code/app/out/x64/CACHEDIR.TAG", "Signature: 8a477f597d28d172789f06886806bc55");
+    EXPECT_EQ(items("proyecto:code/app/out/x64", "code/app/out/x64"), "");
     EXPECT_EQ(items("npx-cache", "Documents"),
               home.path("Documents") + ": not a place that “npx-cache” cleans");
     const std::string letter = home.path("Documents/letter");
@@ -166,6 +168,7 @@ TEST(CoveredPlaces, HoldActionsFromAFileToWhereTheirRuleOrProjectActs) {
           items(artifacts, "code/app/way/node_modules"), items("proyecto:code/app/src", "code/app/src"),
           items("proyecto:code/app/target", "code/app/target"), items("proyecto:venv", "venv"),
           items("proyecto:loose/node_modules", "loose/node_modules"),
+          items("proyecto:code/app/out", "code/app/out"), items("proyecto:code/app/out/x64", "code/app/src"),
           reasonFor("uv-cache", method::Command{}, {letter}),
           reasonFor("uv-cache", method::Command{}, {}, {letter}),
           reasonFor("npx-cache", method::EvictFromICloud{{letter}})}) {

@@ -43,7 +43,7 @@ TEST(ArchiveCommand, SaysWhyNot) {
     const Ran refused = runTarvo(home, {"archive", home.path("Documents"), "--json"});
     EXPECT_EQ(refused.exitCode, 1);
     EXPECT_EQ(json(refused.output),
-              json(R"({"refusal": "«Documents» es una carpeta de macOS: elige una de dentro."})"));
+              json(R"({"refusal": "«Documents» es una de tus carpetas principales: elige una de dentro."})"));
     EXPECT_EQ(runTarvo(home, {"archive", home.path("Documents/none"), "--estimate"}).exitCode, 2);
     EXPECT_THAT(runTarvo(home, {"archive", home.path("Documents/Photos"), "--estimate"}).output,
                 HasSubstr("Apenas se comprime: ahorrarías unos 0 MB."));

@@ -45,7 +45,7 @@ TEST(FolderCommand, ListsAFolderToProgramsAndToPeople) {
 
     const std::string shown = runTarvo(home, {"carpeta", path}).output;
     EXPECT_THAT(shown, AllOf(StartsWith("~/Library/Caches/app  3 MB · 3 archivos"),
-                             HasSubstr("\ncarpeta de cachés de macOS (las apps"),
+                             HasSubstr("\ncarpeta de cachés (los programas"),
                              HasSubstr("\nCasi todo está en inner\n"), HasSubstr("  big.BIN\n"),
                              HasSubstr("y 2 más (<1 MB)"), HasSubstr("\nPor tipo de archivo\n"),
                              Not(HasSubstr("\x1B"))));
@@ -96,7 +96,8 @@ TEST(ExplainCommand, ExplainsTheGivenFoldersAndShowsItsEvidence) {
         StartsWith("● ~/Library/Application Support/com.foo.bar.agent  2 MB · aproximada\n"
                    "  Qué es     Datos de Foo Bar\n"
                    "  Riesgo     Míralo antes. Puede contener ajustes o documentos de la app.\n"
-                   "  Qué hacer  Revisar desde los ajustes de Foo Bar o desinstalarla si no la usas.\n\n"
+                   "  Qué hacer  Mira en los ajustes de Foo Bar qué deja borrar; desinstalarla no quita esta "
+                   "carpeta.\n\n"
                    "● ~/Library/Caches/com.apple.x  "));
 
     const JsonValue evidence = *jsonOf(home, {"explain", data, "--evidence"}).find(data);

@@ -95,7 +95,10 @@ TEST(DiskSummary, FindsAmountsAsTheyAreWritten) {
 TEST(SummaryService, BelievesOnlyAModelThatNamesNoOtherSizes) {
     using Written = std::optional<std::string>;
     for (const Written& written : {Written("Mira Docker, que son 22,0 GB."), Written("No hay prisa."),
-                                   Written("Son 17.9 GB."), Written("Son 18 GB."), Written(""), Written()}) {
+                                   Written("Son 17.9 GB."), Written("Son 18 GB."), Written(""), Written(),
+                                   // These were shown as checked.
+                                   Written("Son dieciocho gigas."), Written("Es el 12 % del disco."),
+                                   Written("Son 17 900 MB."), Written("Usa apt clean.")}) {
         const auto summary = SummaryService::summary(
             rich, 17900000000, now, [&](const auto&) { return written; }, Language::es);
         const bool isRight = written && (written->starts_with("Mira") || written->starts_with("No"));

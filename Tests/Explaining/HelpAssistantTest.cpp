@@ -5,6 +5,7 @@
 
 using lumo::HelpAnswer;
 using lumo::Language;
+using lumo::System;
 using namespace testing;
 namespace HelpAssistant = lumo::HelpAssistant;
 namespace HelpGuard = lumo::HelpGuard;
@@ -16,7 +17,8 @@ struct Asked {
     std::string context;
     int facts = 0;
 
-    HelpAnswer ask(const std::string& question, std::optional<std::string> written) {
+    HelpAnswer ask(const std::string& question, std::optional<std::string> written,
+                   System system = System::macos) {
         return HelpAssistant::answer(
             question,
             [this] {
@@ -27,7 +29,7 @@ struct Asked {
                 context = shown;
                 return written;
             },
-            Language::es);
+            Language::es, system);
     }
 };
 
@@ -98,6 +100,12 @@ TEST(HelpAssistant, ShowsTheModelTheClosestTopicsAndTheFactsAndBelievesWhatItCan
     EXPECT_THAT(asked.context, StartsWith("AYUDA:\n¿Por qué Docker aparenta más de lo que ocupa?\nDocker "));
     EXPECT_THAT(asked.context, HasSubstr(".\n\n¿"));
     EXPECT_THAT(asked.context, EndsWith("\n\nDATOS DE ESTE MAC:\nDocker: 12,3 GB.\nLibre: 5 MB."));
+    EXPECT_TRUE(asked.ask("¿Cuánto ocupa Docker?", "Sí.", System::linux).byAI);
+    EXPECT_THAT(asked.context, EndsWith("\n\nDATOS DE ESTE EQUIPO:\nDocker: 12,3 GB.\nLibre: 5 MB."));
+    for (const Language language : {Language::es, Language::en}) {
+        EXPECT_THAT(lumo::HelpWriter::instructions(language, System::linux), Not(HasSubstr("Mac")));
+        EXPECT_THAT(lumo::HelpWriter::instructions(language, System::macos), HasSubstr("Mac"));
+    }
     EXPECT_THAT(asked.ask("y de la", "Sí.").sources,
                 ElementsAre("colores", "regenera", "libera", "apartado", "vaciar", "permisos"));
 }
@@ -119,5 +127,5 @@ TEST(HelpAssistant, FallsBackToTheClosestTopicsWhenThereIsNoAnswerToBelieve) {
         ADD_FAILURE() << "No model, no facts.";
         return {};
     };
-    EXPECT_THAT(HelpAssistant::answer("y de la", facts, {}, Language::es).sources, IsEmpty());
+    EXPECT_THAT(HelpAssistant::answer("y de la", facts, {}, Language::es, System::macos).sources, IsEmpty());
 }

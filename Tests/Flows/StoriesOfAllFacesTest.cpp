@@ -47,7 +47,7 @@ TEST_P(Stories, WhatIsCleanedIsGoneAndWhatWasOnesOwnComesBack) {
     const auto user = face();
     EXPECT_THAT(user->clean(nothing), HasSubstr("3 MB freed and 2 MB in Recently Cleaned"));
     EXPECT_FALSE(has(cache) || has(own));
-    EXPECT_THAT(user->undo(), HasSubstr("Restored 1 items"));
+    EXPECT_THAT(user->undo(), HasSubstr("Restored 1 item from"));
     EXPECT_TRUE(has(own));
     EXPECT_FALSE(has(cache));
 }
@@ -71,7 +71,7 @@ TEST_P(Stories, AHomeBehindALinkIsTheSameHome) {
     const std::string link = elsewhere.link("home", home.path());
     face(link)->clean(nothing);
     EXPECT_FALSE(has(own));
-    EXPECT_THAT(face()->undo(), HasSubstr("Restored 1 items"));
+    EXPECT_THAT(face()->undo(), HasSubstr("Restored 1 item from"));
     EXPECT_TRUE(has(own));
     // Nor did a folder that was protected by the other spelling.
     home.file(cache, 3000000);
@@ -115,7 +115,7 @@ TEST_P(Stories, ALogThatCannotBeWrittenCostsNothingThatIsOnesOwn) {
     EXPECT_THAT(face()->clean([&] { fs::create_directories(log); }), HasSubstr("could not be written into"));
     EXPECT_FALSE(has(own));
     fs::remove(log);
-    EXPECT_THAT(face()->undo(), HasSubstr("Restored 1 items"));
+    EXPECT_THAT(face()->undo(), HasSubstr("Restored 1 item from"));
     EXPECT_TRUE(has(own));
 }
 

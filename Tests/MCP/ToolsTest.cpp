@@ -1,7 +1,10 @@
 #include "TarvoMCP/Tools.h"
+#include "LumoAI/ExplanationCache.h"
 #include "LumoCore/Basics/OwnFiles.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/HistoryLog.h"
 #include "LumoCore/Explaining/Explanation.h"
+#include "Platform/Clock.h"
 #include "TarvoModel/Flows/HelpReply.h"
 #include "Tests/MCP/FakeClient.h"
 #include "Tests/support/TempHome.h"
@@ -187,6 +190,31 @@ TEST(Tools, LookOnlyIntoTheHome) {
         }
     }
     EXPECT_TRUE(agent.call("list_folder", R"({"path":7})").isProblem);
+}
+
+TEST(Tools, TellTheRiskTheNoteAndWhoWroteAnExplanation) {
+    // An agent was told what a model had written as if it were certain, and passed it on.
+    const TempHome home;
+    home.file(".tool/data", 100000);
+    lumo::ExplanationCache cache = lumo::ExplanationCache::ofHome(home.path());
+    cache.store({.path = home.path(".tool"),
+                 .sizeBytes = 100000,
+                 .whatItIs = "Modelos de voz",
+                 .owner = "Voces",
+                 .suggestedSafety = lumo::Safety::safe,
+                 .reason = "Se descargan.",
+                 .howToFree = "Mira qué hay dentro.",
+                 .note = "No hay garantía.",
+                 .source = lumo::Explanation::Source::ai,
+                 .createdAt = lumo::platform::now()});
+    ASSERT_TRUE(cache.save());
+    const std::string text = Agent(home).call("explain_folder", R"({"path":".tool"})").text;
+    for (const char* said :
+         {"Modelos de voz", "Voces", "Se descargan.", "Mira qué hay dentro.", "No hay garantía."}) {
+        EXPECT_THAT(text, HasSubstr(said));
+    }
+    EXPECT_THAT(text, HasSubstr(lumo::Words{"Riesgo: Míralo antes", "Risk: Needs a look"}.in()));
+    EXPECT_THAT(text, HasSubstr(lumo::Words{"Escrito por un modelo", "Written by a model"}.in()));
 }
 
 TEST(Tools, KeepToTheirOutputSchemas) {

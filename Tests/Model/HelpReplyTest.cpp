@@ -41,8 +41,7 @@ TEST(HelpReply, ComesFromTheHelpInEitherLanguageWithoutAModel) {
     for (const auto& [question, answer] :
          {std::pair<const char*, Language>{"¿Tiene atajos de teclado?", Language::es},
           {"Does it have keyboard shortcuts?", Language::en},
-          {"¿Mis archivos o datos salen de mi Mac?",
-           Language::es}, // Ours, though it sounds like one about a disk.
+          {"¿Mis archivos o datos salen de mi equipo?", Language::es},
           {"How much can I trust the AI's explanations?", Language::en}}) {
         Asked asked;
         const HelpReply reply = asked.ask(question);

@@ -47,11 +47,11 @@ TEST(HomePlaces, FollowTheBaseFoldersAndTheToolsVariables) {
     const HomePlaces places = placesOf(home, {{"XDG_CACHE_HOME", home.path("var/cache/")},
                                               {"XDG_CONFIG_HOME", home.path("settings")},
                                               {"UV_CACHE_DIR", home.path("fast/uv")},
-                                              {"GOPATH", home.path("work/go") + ":" + home.path("other")},
-                                              {"GOMODCACHE", home.path("work/go/pkg/mod")}});
+                                              {"GOPATH", home.path("area/go") + ":" + home.path("other")},
+                                              {"GOMODCACHE", home.path("area/go/pkg/mod")}});
     EXPECT_EQ(places.placed("~/.cache/pip"), "~/var/cache/pip");
     EXPECT_EQ(places.placed("~/.cache/uv"), "~/fast/uv");
-    EXPECT_EQ(places.placed("~/go/pkg/mod"), "~/work/go/pkg/mod");
+    EXPECT_EQ(places.placed("~/go/pkg/mod"), "~/area/go/pkg/mod");
     EXPECT_EQ(places.placed("~/Desktop"), "~/Escritorio");
     EXPECT_EQ(places.placed("~/.cachet"), "~/.cachet");
 }

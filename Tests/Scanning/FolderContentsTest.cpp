@@ -201,20 +201,26 @@ TEST(FolderLocation, KnowsWhereProgramsKeepTheirFilesOnLinux) {
     // Every cache below ~/.cache was a hidden folder that nobody could name.
     using enum FolderLocation;
     using Case = std::tuple<const char*, FolderLocation, const char*>;
-    for (const auto& [path, expected, owner] :
-         {Case{"/h/.cache/pip", caches, "pip"}, Case{"/h/.cache/pip/http", caches, "pip"},
-          Case{"/h/.var/app/org.a.B/cache", caches, "org.a.B"},
-          Case{"/h/.var/app/org.a.B/cache/x", caches, "org.a.B"},
-          Case{"/h/.var/app/org.a.B/caches", containers, "org.a.B"},
-          Case{"/h/.var/app/org.a.B", containers, "org.a.B"},
-          Case{"/h/snap/tool/common/.cache", caches, "tool"}, Case{"/h/snap/tool/12", containers, "tool"},
-          Case{"/h/.config/Code", applicationSupport, "Code"},
-          Case{"/h/.local/share/x/y", applicationSupport, "x"},
-          Case{"/h/.local/state/x", applicationSupport, "x"}, Case{"/h/.cache", hiddenHome, ".cache"},
-          Case{"/h/.ssh", hiddenHome, ".ssh"}, Case{"/h/Library/Caches/TarvoAI/x", own, "x"},
-          Case{"/h/.config/TarvoAI", own, "TarvoAI"},
-          Case{"/h/.config/TarvoAIx", applicationSupport, "TarvoAIx"},
-          Case{"/h/Documents", other, "Documents"}, Case{"/other/.cache/x", other, "x"}}) {
+    for (const auto& [path, expected, owner] : {Case{"/h/.cache/pip", caches, "pip"},
+                                                Case{"/h/.cache/pip/http", caches, "pip"},
+                                                Case{"/h/.var/app/org.a.B/cache", caches, "org.a.B"},
+                                                Case{"/h/.var/app/org.a.B/cache/x", caches, "org.a.B"},
+                                                Case{"/h/.var/app/org.a.B/caches", containers, "org.a.B"},
+                                                Case{"/h/.var/app/org.a.B", containers, "org.a.B"},
+                                                Case{"/h/snap/tool/common/.cache", caches, "tool"},
+                                                Case{"/h/snap/tool/12", containers, "tool"},
+                                                Case{"/h/.config/Code", applicationSupport, "Code"},
+                                                Case{"/h/.local/share/x/y", applicationSupport, "x"},
+                                                Case{"/h/.local/state/x", applicationSupport, "x"},
+                                                Case{"/h/.cache", hiddenHome, ".cache"},
+                                                Case{"/h/.ssh", hiddenHome, ".ssh"},
+                                                Case{"/h/.cargo/bin/x", hiddenHome, ".cargo"},
+                                                Case{"/h/.local/lib/x", hiddenHome, "x"},
+                                                Case{"/h/Library/Caches/TarvoAI/x", own, "x"},
+                                                Case{"/h/.config/TarvoAI", own, "TarvoAI"},
+                                                Case{"/h/.config/TarvoAIx", applicationSupport, "TarvoAIx"},
+                                                Case{"/h/Documents", other, "Documents"},
+                                                Case{"/other/.cache/x", other, "x"}}) {
         EXPECT_EQ(folderLocation(path, "/h", System::linux), expected) << path;
         EXPECT_EQ(ownersName(path, "/h", System::linux), owner) << path;
     }

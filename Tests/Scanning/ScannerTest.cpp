@@ -83,10 +83,22 @@ TEST(Scanner, FindsProjectsButNoneInsideAnotherNorWhereNoneAreLookedFor) {
     home.file("1/2/3/4/5/6/7/go.mod");
     home.folder("repository/.git");
     home.link("linked", home.path("code"));
-    EXPECT_THAT(Scanner::discoverProjects(home.path(), 5),
-                ElementsAre(home.path(".minimax-agent/projects/p"), home.path("a/b/c/d/e/f"),
-                            home.path("a/b/c/d/e/g"), home.path("code/app"), home.path("repository"),
-                            home.path("tool")));
+    home.files(
+        {"more/a/CMakeLists.txt", "more/b/pom.xml", "more/c/App.csproj", "more/d/mix.exs", "more/e/.csproj"});
+    const std::vector<std::string> projects = Scanner::discoverProjects(home.path(), 5);
+    EXPECT_THAT(projects, ElementsAre(home.path(".minimax-agent/projects/p"), home.path("a/b/c/d/e/f"),
+                                      home.path("a/b/c/d/e/g"), home.path("code/app"), home.path("more/a"),
+                                      home.path("more/b"), home.path("more/c"), home.path("more/d"),
+                                      home.path("repository"), home.path("tool")));
+    for (const std::string& project : projects) {
+        home.file(project.substr(home.path().size() + 1) + "/sub/file");
+        EXPECT_EQ(Scanner::projectAbove(project, home.path()), project);
+        EXPECT_EQ(Scanner::projectAbove(project + "/sub/file", home.path()), project);
+    }
+    for (const char* other : {"", "/code", "/code/.hidden/package.json", "/.dot", "/Library/x", "/code/venv",
+                              "/1/2/3/4/5/6/7/go.mod", "/more/e", "/linked/app"}) {
+        EXPECT_FALSE(Scanner::projectAbove(home.path() + other, home.path())) << other;
+    }
 }
 
 TEST(Scanner, TakesNoUnpackedProgramForAProjectThatSomebodyWorksOn) {
@@ -189,6 +201,52 @@ TEST(Scanner, MeasuresAProjectsArtifactsApart) {
     EXPECT_EQ(project->artifacts[1].name, "target");
     EXPECT_EQ(project->lastCodeChange, Date(std::chrono::seconds(1500000000)));
     EXPECT_FALSE(Scanner::measureProject(home.path("missing"), home.path(), another));
+}
+
+TEST(Scanner, TakesFoldersAtTheirWordThatTheyComeBackButNoneWithSources) {
+    // Build folders of CMake, Maven and others took gigabytes that no project showed.
+    const TempHome home;
+    const std::string path = home.path("code/app");
+    const std::string tag = "Signature: 8a477f597d28d172789f06886806bc55\n# made by a tool";
+    const auto cache = [&](const std::string& folder, const std::string& sources) {
+        home.fileWith("code/app/" + folder + "/CMakeCache.txt",
+                      "# x\nCMAKE_HOME_DIRECTORY:INTERNAL=" + sources + "\nA:B=c\n");
+    };
+    home.files({"code/app/CMakeLists.txt", "code/app/lib/CMakeLists.txt", "code/app/inside/src/main.cpp",
+                "code/app/kept/deep/er/main.py", "code/app/build/release/moc/x.o", "code/app/tagged/data"});
+    cache("build/release", path);
+    cache("lib", path + "/lib");     // Built in place.
+    cache("inside", path);           // Beside the sources.
+    cache("elsewhere", home.path()); // Of another project.
+    home.file("code/app/build/release/sub/generated.cpp");
+    home.file("code/app/build/release/sub/cmake_install.cmake");
+    home.fileWith("code/app/tagged/CACHEDIR.TAG", tag);
+    home.fileWith("code/app/kept/CACHEDIR.TAG", tag);
+    home.fileWith("code/app/unsigned/CACHEDIR.TAG", "Signature: none");
+    home.files({"code/app/module/pom.xml", "code/app/module/target/classes/x",
+                "code/app/module/src/target/X.java", "code/app/other/target/x"});
+    HardLinkRegistry registry;
+    const auto project = Scanner::measureProject(path, home.path(), registry);
+    EXPECT_THAT(eachOf(project->artifacts, &ProjectArtifact::name),
+                UnorderedElementsAre("build/release", "tagged", "target"));
+    for (const ProjectArtifact& artifact : project->artifacts) {
+        EXPECT_EQ(artifact.paths.size(), 1U);
+        EXPECT_TRUE(ProjectArtifacts::isArtifact(artifact.paths.front(), path));
+    }
+    for (const char* other : {"", "/lib", "/inside", "/elsewhere", "/kept", "/unsigned", "/module/src/target",
+                              "/other/target", "/build"}) {
+        EXPECT_FALSE(ProjectArtifacts::isArtifact(path + other, path)) << other;
+    }
+}
+
+TEST(Scanner, LeavesAModuleCalledTargetItsSources) {
+    // The sources of a Rust module with that name were deleted with the build output.
+    const TempHome home;
+    home.files({"code/app/Cargo.toml", "code/app/src/target/mod.rs", "code/app/target/debug/app"});
+    HardLinkRegistry registry;
+    const auto project = Scanner::measureProject(home.path("code/app"), home.path(), registry);
+    ASSERT_EQ(project->artifacts.size(), 1U);
+    EXPECT_THAT(project->artifacts.front().paths, ElementsAre(home.path("code/app/target")));
 }
 
 TEST(Scanner, VisitsAFolderAboveAClaimedOneAndOffersTheRest) {
