@@ -3,7 +3,9 @@ include(GNUInstallDirs)
 
 if(APPLE)
     set(CPACK_GENERATOR DragNDrop)
-    include(CPack)
+    # Dialogs that are not ours speak the user's language, and the window a Wayland desktop's.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-translations-l10n, qt6-wayland")
+include(CPack)
     return() # The bundle installs itself.
 endif()
 

@@ -127,6 +127,9 @@ ColumnLayout {
 
             // Into a folder the map grows out of its tile, and back it shrinks until that tile is where it was.
             function travel(inwards: bool) {
+                // Before the map has a place of its own there is none to come from.
+                if (width <= 0 || height <= 0)
+                    return;
                 const place = App.map.zoomPlace;
                 // From nearer than that nothing could be followed.
                 const wide = Math.max(place.width / width, 0.2);
@@ -176,7 +179,9 @@ ColumnLayout {
                     activeFocusOnTab: tile.index === Math.min(view.current, App.map.count - 1) // qmllint disable unqualified
                     bare: travelling.running && sheet.progress < 0.97 // qmllint disable unqualified
                     filled: tile.index < filling.from // qmllint disable unqualified
-                    dimmed: App.map.depth === 0 && App.hovered.length > 0 && App.hovered !== tile.key
+                    // A search takes the light from what it did not find; a pointer only adds to what is there.
+                    dimmed: App.map.depth === 0 && App.searchText.length > 0 && App.rows.count > 0
+                            && App.rows.indexOf(tile.key) < 0
                     slides: Theme.moves && !settled.running // qmllint disable unqualified
 
                     onActiveFocusChanged: if (tile.activeFocus) view.current = tile.index // qmllint disable unqualified

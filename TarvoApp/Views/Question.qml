@@ -27,6 +27,13 @@ T.Dialog {
     implicitHeight: contentHeight + topPadding + bottomPadding
     width: Math.min(Math.round(440 * Theme.scale), (question.parent ? question.parent.width : 900) - 48)
 
+    // A dialog takes its name once, and this one asks about more than one thing.
+    function tellName() {
+        contentItem.parent.Accessible.name = title;
+    }
+
+    onAboutToShow: tellName()
+    onTitleChanged: tellName()
     onAsksChanged: asks ? question.open() : question.close()
     onClosed: if (asks) refused()
     onOpened: cancel.forceActiveFocus(Qt.TabFocusReason)

@@ -24,7 +24,6 @@ Item {
     property bool opened: false
 
     readonly property bool lit: App.mapHovered === key || App.flashRow === key
-    readonly property bool dimmed: App.mapHovered.length > 0 && !lit && App.rows.indexOf(App.mapHovered) >= 0
     readonly property bool tickable: tickState === "selected" || tickState === "unselected"
     readonly property string below: tickState === "blocked" && reason ? reason
                                   : explanation.whatItIs ? explanation.whatItIs : detail ? detail : places[0] || ""
@@ -74,16 +73,12 @@ Item {
 
         color: row.lit ? Qt.alpha(Theme.accent, 0.18) : Qt.alpha(Theme.window, pointer.hovered ? 1 : 0) // "transparent" is black
         height: details.active ? details.y + details.implicitHeight + 12 : texts.height + 14
-        opacity: row.dimmed ? 0.45 : 1
         radius: Theme.tileRadius
         width: parent.width
         y: row.first ? header.implicitHeight : 0
 
         Behavior on color {
             ColorAnimation { duration: Theme.hoverTime }
-        }
-        Behavior on opacity {
-            NumberAnimation { duration: Theme.hoverTime }
         }
 
         FocusRing {

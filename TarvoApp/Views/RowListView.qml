@@ -82,6 +82,18 @@ Rectangle {
             footer: Column {
                 width: ListView.view.width - 12
 
+                // Where the first row would be, and above what else there is to tell.
+                Line {
+                    color: Theme.secondaryText
+                    elide: Text.ElideMiddle
+                    horizontalAlignment: Text.AlignHCenter
+                    maximumLineCount: 2
+                    padding: 24
+                    text: App.searchText.length > 0 ? Words.nothingFound.arg(App.searchText) : Words.nothingToClean
+                    visible: App.rows.count === 0
+                    width: parent.width
+                    wrapMode: Text.Wrap
+                }
                 Line {
                     color: Theme.secondaryText
                     font.pixelSize: Theme.small
@@ -98,19 +110,6 @@ Rectangle {
                     width: parent.width
                 }
             }
-            header: Line {
-                bottomPadding: text.length > 0 ? 24 : 0
-                color: Theme.secondaryText
-                elide: Text.ElideMiddle
-                height: list.count === 0 ? implicitHeight : 0
-                horizontalAlignment: Text.AlignHCenter
-                maximumLineCount: 2
-                text: list.count > 0 ? "" : App.searchText.length > 0 ? Words.nothingFound.arg(App.searchText)
-                                                                      : Words.nothingToClean
-                topPadding: bottomPadding
-                width: ListView.view.width - 12
-                wrapMode: Text.Wrap
-            }
             move: Transition {
                 NumberAnimation { duration: Theme.shortTime; easing.type: Easing.OutCubic; property: "y" }
             }
@@ -125,7 +124,25 @@ Rectangle {
             }
         }
     }
+    // Whoever stays on a tile sees its row.
+    Timer {
+        id: staying
+
+        interval: 300
+
+        onTriggered: {
+            const at = App.rows.indexOf(App.mapHovered);
+            if (at >= 0)
+                list.positionViewAtIndex(at, ListView.Contain);
+        }
+    }
     Connections {
+        function onHoverChanged() {
+            if (App.mapHovered.length > 0)
+                staying.restart();
+            else
+                staying.stop();
+        }
         function onScrollChanged() {
             const at = App.rows.indexOf(App.scrollToRow);
             if (at >= 0) {

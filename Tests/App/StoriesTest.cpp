@@ -541,8 +541,7 @@ TEST(AppStories, WithNothingToCleanTheMapShowsTheHome) {
     AppStory story;
     story.home.file("Videos/holiday", 3'000'000);
     story.setFree(9 * gigabyte);
-    story.app().settings()->setWelcomeSeen(true);
-    story.app().start();
+    story.app().finishWelcome();
     MapModel& map = *story.app().map();
     ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
     EXPECT_EQ(map.zoomTitles().front(), "Your home folder");

@@ -124,7 +124,8 @@ TEST(AgentLinks, ChangeClaudeDesktopsSettingsBackAndForthAndRefuseBrokenOnes) {
     EXPECT_TRUE(isInClaudeDesktop(home.path()));
     EXPECT_THAT(messageOf(setInClaudeDesktop(home.path(), false)), StartsWith("done: Disconnected."));
     EXPECT_EQ(contentOf(home.path(desktop)), before);
-    std::filesystem::remove(home.path(desktop));
+    std::filesystem::remove_all(home.path(".config"));
+    home.folder(".config/Claude");
     EXPECT_TRUE(setInClaudeDesktop(home.path(), true));
     const std::string server = R"({"command": ")" + serverExecutable() + R"(", "args": ["mcp"]})";
     EXPECT_EQ(jsonSnippet(), R"({"mcpServers": {"tarvo-ai": )" + server + "}}");
