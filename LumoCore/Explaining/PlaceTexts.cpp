@@ -406,13 +406,11 @@ Explanation ofPart(const std::string& whole, const std::optional<std::string>& a
 
 Explanation ofDividedCache(const std::string& whole, Extent extent, const std::optional<std::string>& appName,
                            Language language) {
-    constexpr Words folder{"Cachés de un programa, y cosas que no vuelve a crear",
-                           "A program's caches, and things that it does not create again"};
+    constexpr Words folder{"Cachés de un programa, de las que Tarvo AI solo conoce partes",
+                           "A program's caches, of which Tarvo AI knows only parts"};
     Explanation explanation =
         kept(extent == Extent::whole ? folder.in(language) : partOf.in(language, printable(whole)), unknown,
-             {"No todo lo que hay en esa carpeta de cachés se regenera.",
-              "Not all that is in that caches folder recreates itself."},
-             leaveIt, language);
+             {"Lo demás puede no regenerarse.", "The rest may not recreate itself."}, leaveIt, language);
     explanation.owner = appName.value_or(unknown.in(language));
     return explanation;
 }
