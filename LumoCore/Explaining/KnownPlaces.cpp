@@ -89,6 +89,27 @@ std::optional<Explanation> KnownPlaces::explain(const FolderEvidence& evidence, 
     return explanation;
 }
 
+std::map<std::string, Explanation> KnownPlaces::explainAll(const std::vector<UnclassifiedItem>& items,
+                                                           Date now) const {
+    const System system = places_.system();
+    std::map<std::string, Explanation> explanations;
+    for (const UnclassifiedItem& item : items) {
+        const std::string& home = places_.home();
+        FolderEvidence evidence{.path = item.path,
+                                .displayPath = abbreviated(item.path, home),
+                                .location = folderLocation(item.path, home, system),
+                                .usage = item.usage,
+                                .largestEntries = {},
+                                .fileTypes = {},
+                                .relatedApp =
+                                    installed_.related(ownersName(item.path, home, system), system)};
+        if (auto explanation = explain(evidence, now)) {
+            explanations.emplace(item.path, std::move(*explanation));
+        }
+    }
+    return explanations;
+}
+
 std::optional<Explanation> KnownPlaces::saying(const FolderEvidence& evidence) const {
     const std::string& path = evidence.path;
     const std::string& home = places_.home();

@@ -3,7 +3,9 @@
 #include "LumoCore/Explaining/Explanation.h"
 #include "LumoCore/Explaining/FolderEvidence.h"
 #include "LumoCore/Rules/HomePlaces.h"
+#include "LumoCore/Scanning/ScanReport.h"
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -22,6 +24,10 @@ class KnownPlaces final {
 
     /// What the evidence's path is, whether it can go, and how; absent for what may be guessed about.
     [[nodiscard]] std::optional<Explanation> explain(const FolderEvidence& evidence, Date now) const;
+
+    /// The same of what a scan measured, by path; what may be guessed about is missing.
+    [[nodiscard]] std::map<std::string, Explanation> explainAll(const std::vector<UnclassifiedItem>& items,
+                                                                Date now) const;
 
   private:
     struct RulePlaces {

@@ -320,6 +320,7 @@ class AppModel final : public QObject {
     void checkLowSpace();
     void autoCleanIfDue();
     void explained(std::map<std::string, lumo::Explanation> explanations);
+    void takeCertain(const std::map<std::string, lumo::Explanation>& certain);
 
     void forgetEvidence();
     void replan();

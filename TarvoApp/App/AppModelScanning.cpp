@@ -1,6 +1,7 @@
 #include "LumoAI/ExplanationService.h"
 #include "LumoAI/ModelWriters.h"
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Explaining/KnownPlaces.h"
 #include "TarvoApp/App/AppModel.h"
 #include "TarvoApp/App/QtText.h"
 #include "TarvoModel/Flows/CleanupPlanning.h"
@@ -103,13 +104,25 @@ void AppModel::passEnded(ScanPass pass, std::optional<ScanResult> result) {
         runPass(ScanPass::full);
         return;
     }
-    background_.start([this](const std::stop_token&) -> Background::Apply {
-        return [this, space = lumo::SystemSpace::measure("/")] {
-            systemSpace_ = space;
-            emit freeChanged();
-            finishScan();
-        };
+    background_.start([this, items = report_->unclassified,
+                       desk = services_.desk](const std::stop_token&) -> Background::Apply {
+        const lumo::Installed installed = lumo::Installed::ofThisMachine(desk.home);
+        const lumo::KnownPlaces known(lumo::HomePlaces::ofThisMachine(desk.home), installed);
+        return
+            [this, space = lumo::SystemSpace::measure("/"), certain = known.explainAll(items, desk.now())] {
+                systemSpace_ = space;
+                emit freeChanged();
+                takeCertain(certain);
+                finishScan();
+            };
     });
+}
+
+void AppModel::takeCertain(const std::map<std::string, lumo::Explanation>& certain) {
+    for (const auto& [path, explanation] : certain) {
+        explanations_.insert_or_assign(path, explanation);
+    }
+    rows_.refresh();
 }
 
 void AppModel::finishScan() {

@@ -81,6 +81,10 @@ TEST(KnownPlaces, SaysWhatIsCertainInASentenceOfItsOwn) {
     EXPECT_THAT(installer.howToFree, HasSubstr("7 days"));
     EXPECT_EQ(explained(home.path(".cargo"), home, installed, Language::en).safety, review);
     EXPECT_EQ(explained(home.path(".mozilla"), home, installed, Language::es).howToFree, "Déjalo como está.");
+    // The window had no words for a large folder until somebody asked for a guess.
+    const KnownPlaces known(HomePlaces(home.path(), System::linux), installed, Language::en);
+    const auto all = known.explainAll({{home.path(".aws"), {}}, {home.path(".config/Tool"), {}}}, Date());
+    EXPECT_THAT(all, ElementsAre(Pair(home.path(".aws"), testing::Field(&Explanation::safety, keep))));
     const KnownPlaces above(HomePlaces("/srv/homes/me", System::linux), installed, Language::en);
     EXPECT_EQ(above.explain({.path = "/srv/homes"}, Date())->whatItIs, "A folder that yours lies in");
     for (const auto& [path, whatItIs] :
