@@ -3,6 +3,7 @@
 #include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Explaining/KnownOwners.h"
 #include "LumoCore/Explaining/PlaceTexts.h"
 #include "LumoCore/Inventories/AppCaches.h"
 #include "LumoCore/Rules/RuleCatalog.h"
@@ -30,6 +31,10 @@ bool isHidden(std::string_view path, const HomePlaces& places) {
 /// What is not there, as in a report from elsewhere, was a folder.
 EntryKind kindOf(const std::string& path) {
     return platform::kindOf(path).value_or(EntryKind::folder);
+}
+
+bool hasIcon(const std::optional<InstalledApp>& app) {
+    return app && (app->path.ends_with(".desktop") || app->path.ends_with(".app"));
 }
 
 Extent extentOf(const std::string& path, const std::string& place) {
@@ -91,7 +96,7 @@ std::optional<Explanation> KnownPlaces::saying(const FolderEvidence& evidence) c
         return PlaceTexts::ofHome(language_);
     }
     if (!isInside(path, home)) {
-        return PlaceTexts::ofOutside(path, language_, places_.system());
+        return PlaceTexts::ofOutside(path, places_, language_);
     }
     if (isInside(path, OwnFiles::support(home)) || isInside(path, OwnFiles::caches(home)) ||
         isInside(path, OwnFiles::settings(home))) {
@@ -137,7 +142,8 @@ std::optional<Explanation> KnownPlaces::ofRulesPlace(const FolderEvidence& evide
     }
     return innermost != nullptr
                ? std::optional(PlaceTexts::ofRule(innermost->rule, extentOf(evidence.path, *place),
-                                                  innermost->source, evidence.appName(), language_))
+                                                  innermost->source,
+                                                  ownerOf(evidence.path, evidence.relatedApp), language_))
                : std::nullopt;
 }
 
@@ -167,7 +173,8 @@ std::optional<Explanation> KnownPlaces::aboveRules(const FolderEvidence& evidenc
         }
     }
     return within.empty() ? std::nullopt
-                          : std::optional(PlaceTexts::ofFolderWith(within, evidence.appName(), language_));
+                          : std::optional(PlaceTexts::ofFolderWith(
+                                within, ownerOf(evidence.path, evidence.relatedApp), language_));
 }
 
 std::optional<Explanation> KnownPlaces::inDividedCache(const std::string& path) const {
@@ -177,7 +184,7 @@ std::optional<Explanation> KnownPlaces::inDividedCache(const std::string& path) 
         return std::nullopt;
     }
     return PlaceTexts::ofDividedCache(abbreviated(*around, places_.home()), extentOf(path, *around),
-                                      appNameOf(*around), language_);
+                                      ownerOf(*around, std::nullopt), language_);
 }
 
 std::optional<Explanation> KnownPlaces::ofHidden(const FolderEvidence& evidence) const {
@@ -196,11 +203,16 @@ std::optional<Explanation> KnownPlaces::ofHidden(const FolderEvidence& evidence)
     }
     const bool isFolder = kind == EntryKind::folder;
     if (isFolder && (mayBeGuessedAbout(path) || (isCache && places_.system() == System::linux))) {
-        return std::nullopt;
+        const auto owner = ownerOf(path, std::nullopt);
+        return owner && !hasIcon(evidence.relatedApp) ? std::optional(PlaceTexts::ofProgramsFolder(
+                                                            *owner, evidence, language_, places_.system()))
+                                                      : std::nullopt;
     }
     for (std::string whole(parentOf(path)); whole.size() > places_.home().size(); whole = parentOf(whole)) {
         if (mayBeGuessedAbout(whole)) {
-            return PlaceTexts::ofPart(abbreviated(whole, places_.home()), appNameOf(whole), language_);
+            const System system = places_.system();
+            const auto app = installed_.related(ownersName(whole, places_.home(), system), system);
+            return PlaceTexts::ofPart(abbreviated(whole, places_.home()), ownerOf(whole, app), language_);
         }
     }
     return isFolder ? PlaceTexts::ofSharedFolder(language_) : PlaceTexts::ofFile(false, language_);
@@ -211,8 +223,14 @@ bool KnownPlaces::mayBeGuessedAbout(const std::string& path) const {
     return isSnaps || Scanner::isUnclassifiedPlace(path, places_.home(), claimed_);
 }
 
-std::optional<std::string> KnownPlaces::appNameOf(const std::string& path) const {
-    const auto app = installed_.related(ownersName(path, places_.home(), places_.system()), places_.system());
+std::optional<std::string> KnownPlaces::ownerOf(const std::string& path,
+                                                const std::optional<InstalledApp>& app) const {
+    // An application's own name is what people see; that of a mere program is often an abbreviation.
+    const std::string_view folder = ownersName(path, places_.home(), places_.system());
+    const auto known = places_.system() == System::linux ? knownOwner(folder) : std::nullopt;
+    if (known && !hasIcon(app)) {
+        return std::string(*known);
+    }
     return app ? std::optional(printable(app->spokenName())) : std::nullopt;
 }
 

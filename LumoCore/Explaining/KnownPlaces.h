@@ -40,7 +40,8 @@ class KnownPlaces final {
     [[nodiscard]] std::optional<Explanation> inDividedCache(const std::string& path) const;
     [[nodiscard]] std::optional<Explanation> ofHidden(const FolderEvidence& evidence) const;
     [[nodiscard]] bool mayBeGuessedAbout(const std::string& path) const;
-    [[nodiscard]] std::optional<std::string> appNameOf(const std::string& path) const;
+    [[nodiscard]] std::optional<std::string> ownerOf(const std::string& path,
+                                                     const std::optional<InstalledApp>& app) const;
 
     HomePlaces places_;
     const Installed& installed_;

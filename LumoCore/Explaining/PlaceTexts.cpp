@@ -63,9 +63,7 @@ struct Way {
                                                    "If you choose it, a cleanup with Tarvo AI frees it: {}."}
                                                  .in(language, how.line);
     }
-    std::string operator()(const cleanup::Manual& how) const {
-        return Words{"A mano: {}", "By hand: {}"}.in(language, sentence(how.instruction));
-    }
+    std::string operator()(const cleanup::Manual& how) const { return sentence(how.instruction); }
     std::string operator()(const cleanup::DeleteContents&) const {
         return rule.safety == Safety::safe ? Words{"Una limpieza con Tarvo AI vacía la carpeta.",
                                                    "A cleanup with Tarvo AI empties the folder."}
@@ -142,14 +140,17 @@ struct KeptRow {
     std::array<std::string_view, 7> places;
 };
 
-constexpr std::array<KeptRow, 8> keptRows{
+constexpr std::array<KeptRow, 9> keptRows{
     {{{"Claves y accesos a servicios", "Keys and sign-ins for services"},
       {"Sin ellos tendrías que volver a darte acceso.", "Without them you would have to sign in again."},
       {"~/.aws", "~/.azure", "~/.kube", "~/.config/gcloud", "~/.config/gh", "~/.config/rclone",
        "~/.gem/credentials"}},
      {{"Programas instalados solo para ti", "Programs installed for you alone"},
       {"Borrarlos los desinstala.", "Deleting them uninstalls them."},
-      {"~/.local/bin", "~/bin"}},
+      {"~/.local/bin", "~/bin", "~/.cargo/bin", "~/go/bin", "~/.deno/bin", "~/.bun/bin", "~/.dotnet/tools"}},
+     {{"Conda, con sus entornos y descargas", "Conda itself, with its environments and downloads"},
+      {"Sin ello tus entornos dejan de funcionar.", "Without it your environments stop working."},
+      {"~/miniconda3", "~/anaconda3", "~/miniforge3", "~/mambaforge"}},
      {{"Bibliotecas de programas instalados solo para ti", "Libraries of programs installed for you alone"},
       {"Sin ellas esos programas dejan de funcionar.", "Without them those programs stop working."},
       {"~/.local/lib", "~/.local/lib64", "~/.local/include", "~/.local/opt"}},
@@ -217,10 +218,9 @@ constexpr std::array<OutsideRow, 5> outsideRows{
 Explanation ofRule(const Rule& rule, Extent extent, Source source, const std::optional<std::string>& appName,
                    Language language) {
     const std::string name = printable(rule.name);
-    const Words& owner = rule.safety == Safety::keep ? users : unknown;
     return {.path = {},
             .whatItIs = extent == Extent::whole ? name : partOf.in(language, name),
-            .owner = appName.value_or(owner.in(language)),
+            .owner = rule.safety == Safety::keep ? users.in(language) : appName.value_or(name),
             .safety = rule.safety,
             .suggestedSafety = {},
             .reason = rule.explanation,
@@ -255,8 +255,8 @@ Explanation ofFolderWith(const std::vector<const Rule*>& rules, const std::optio
     explanation.owner = appName.value_or(unknown.in(language));
     if (!holdsKept) {
         explanation.safety = Safety::review;
-        explanation.howToFree = Words{"Tarvo AI limpia solo esas partes, no la carpeta entera.",
-                                      "Tarvo AI cleans only these parts, not the whole folder."}
+        explanation.howToFree = Words{"Mira esas partes una a una; lo demás es del programa.",
+                                      "Look at these parts one by one; the rest is the program's."}
                                     .in(language);
     }
     return explanation;
@@ -304,15 +304,19 @@ Explanation ofOwnFolder(Language language) {
                 {"Déjala: la usa Tarvo AI.", "Leave it: Tarvo AI uses it."}, language);
 }
 
-Explanation ofOutside(const std::string& path, Language language, System system) {
+Explanation ofOutside(const std::string& path, const HomePlaces& places, Language language) {
     constexpr Words plain{"Algo fuera de tu carpeta personal", "Something outside your home folder"};
     constexpr Words reason{"Está fuera de tu carpeta personal.", "It lies outside your home folder."};
     constexpr Words howToFree{"Tarvo AI solo limpia tu carpeta personal.",
                               "Tarvo AI cleans only your home folder."};
+    if (isInside(places.home(), path)) {
+        return kept(Words{"Una carpeta en la que está la tuya", "A folder that yours lies in"}.in(language),
+                    systems, reason, howToFree, language);
+    }
     for (const OutsideRow& row : outsideRows) {
         const bool isThere = std::ranges::any_of(
             row.folders, [&](std::string_view folder) { return !folder.empty() && isInside(path, folder); });
-        if (system == System::linux && isThere) {
+        if (places.system() == System::linux && isThere) {
             return kept(row.whatItIs.in(language), row.owner, reason, howToFree, language);
         }
     }
@@ -410,6 +414,25 @@ Explanation ofDividedCache(const std::string& whole, Extent extent, const std::o
               "Not all that is in that caches folder recreates itself."},
              leaveIt, language);
     explanation.owner = appName.value_or(unknown.in(language));
+    return explanation;
+}
+
+Explanation ofProgramsFolder(const std::string& program, const FolderEvidence& evidence, Language language,
+                             System system) {
+    const bool isCache = evidence.location == FolderLocation::caches;
+    Explanation explanation = kept(
+        (isCache ? Words{"Caché de {}", "{} cache"} : Words{"Datos de {}", "{} data"}).in(language, program),
+        unknown,
+        isCache ? SafetyPolicy::cachesReason.on(system)
+                : Words{"Sus ajustes, y lo que descargó o guardó; puede haber cosas tuyas.",
+                        "Its settings, and what it downloaded or stored; things of yours may be among "
+                        "them."},
+        {"Vaciar la carpeta con la app cerrada.", "Empty the folder with the app closed."}, language);
+    explanation.owner = program;
+    explanation.safety = isCache ? Safety::safe : Safety::review;
+    if (!isCache) {
+        explanation.howToFree = advice(FreeingAction::reviewContents, evidence, language);
+    }
     return explanation;
 }
 

@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/System.h"
 #include "LumoCore/Explaining/Explanation.h"
+#include "LumoCore/Explaining/FolderEvidence.h"
 #include "LumoCore/Rules/HomePlaces.h"
 
 #include <optional>
@@ -37,7 +38,7 @@ Explanation ofHome(Language language);
 Explanation ofOwnFolder(Language language);
 
 /// Of what lies outside the home.
-Explanation ofOutside(const std::string& path, Language language, System system);
+Explanation ofOutside(const std::string& path, const HomePlaces& places, Language language);
 
 /// Of the user's main folders, and on Linux of folders whose meaning is the same in every home; absent for
 /// any other path.
@@ -59,5 +60,9 @@ Explanation ofPart(const std::string& whole, const std::optional<std::string>& a
 /// Of a cache folder of which rules know only parts, or of something else in it.
 Explanation ofDividedCache(const std::string& whole, Extent extent, const std::optional<std::string>& appName,
                            Language language);
+
+/// Of the folder, or the cache, of a program that is known by the folder's name alone.
+Explanation ofProgramsFolder(const std::string& program, const FolderEvidence& evidence, Language language,
+                             System system);
 
 } // namespace lumo::PlaceTexts

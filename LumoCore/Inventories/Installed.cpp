@@ -37,9 +37,10 @@ struct Pair {
     std::array<std::string_view, 3> programs;
 };
 
-constexpr std::array<Pair, 12> pairs{
+constexpr std::array<Pair, 14> pairs{
     {{"bravesoftware", {"brave", "brave-browser"}},
      {"code", {"code", "code-oss"}},
+     {"emacs.d", {"emacs"}},
      {"google-chrome", {"chrome", "google-chrome", "google-chrome-stable"}},
      {"gradle", {"gradle"}},
      {"m2", {"mvn"}},
@@ -47,6 +48,7 @@ constexpr std::array<Pair, 12> pairs{
      {"mozilla", {"firefox", "firefox-esr"}},
      {"purple", {"pidgin", "finch"}},
      {"telegramdesktop", {"telegram-desktop", "telegram"}},
+     {"vagrant.d", {"vagrant"}},
      {"vim", {"vim", "vi"}},
      {"vscode", {"code", "code-oss"}},
      {"wine", {"wine", "wine64"}}}};

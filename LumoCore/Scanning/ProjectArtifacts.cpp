@@ -1,6 +1,7 @@
 #include "LumoCore/Scanning/ProjectArtifacts.h"
 
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Scanning/ProjectMarkers.h"
 #include "Platform/Folder.h"
@@ -36,6 +37,7 @@ struct Contents {
     bool hasTag = false;
     bool hasBuildCache = false;
     bool hasBuildSteps = false; ///< CMake made the folder, and may have generated sources into it.
+    bool hasModules = false;    ///< Maven or sbt may build each of several folders.
     bool hasMarker = false;
     bool hasSource = false;
     std::vector<std::string> folders; ///< Their names.
@@ -49,6 +51,7 @@ Contents lookInto(const std::string& folder) {
             contents.folders.emplace_back(name);
         } else if (kind == EntryKind::file) {
             contents.hasTag = contents.hasTag || name == cacheTag;
+            contents.hasModules = contents.hasModules || name == "pom.xml" || name == "build.sbt";
             contents.hasBuildCache = contents.hasBuildCache || name == buildCache;
             contents.hasBuildSteps = contents.hasBuildSteps || name == "cmake_install.cmake";
             contents.hasSource = contents.hasSource || isSource(name);
@@ -56,6 +59,26 @@ Contents lookInto(const std::string& folder) {
         return true;
     });
     return contents;
+}
+
+std::vector<std::string> foldersIn(const std::string& folder) {
+    std::vector<std::string> names;
+    platform::visitFolder(folder, [&](std::string_view name, EntryKind kind) {
+        if (kind == EntryKind::folder) {
+            names.emplace_back(name);
+        }
+        return true;
+    });
+    return names;
+}
+
+/// True of the names that folders have whose subfolders are results. Looking into all folders of all projects
+/// would take a quarter of the time that a scan takes.
+bool mayHoldResults(std::string_view name) {
+    constexpr std::array<std::string_view, 4> usual{"bin", "dist", "out", "tmp"};
+    const std::string lower = lowerCased(name);
+    return lower.find("build") != std::string::npos || lower.find("cache") != std::string::npos ||
+           std::ranges::find(usual, lower) != usual.end();
 }
 
 /// What CMake writes beside its results, and takes sources of others to.
@@ -115,6 +138,12 @@ bool isTargetBesideItsDescription(std::string_view folder) {
                                           (fileName(above) == "project" && stands("build.properties")));
 }
 
+/// Asks little of the disk, and is false of nearly all folders.
+bool maySaySo(const std::string& folder) {
+    return platform::kindOf(joined(folder, cacheTag)) || platform::kindOf(joined(folder, buildCache)) ||
+           isTargetBesideItsDescription(folder);
+}
+
 bool says(const std::string& folder, const Contents& contents, const std::string& project) {
     if (isTargetBesideItsDescription(folder)) {
         return !contents.hasSource;
@@ -139,14 +168,14 @@ bool isSourceFolder(const std::string& folder) {
 }
 
 std::vector<std::string> tellingFolders(const std::string& project, const std::stop_token& stop) {
+    const Contents top = lookInto(project);
     const bool targetsAreKnown = hasTargets(project);
     std::vector<std::string> telling;
-    std::vector<std::pair<std::string, Contents>> level;
-    level.emplace_back(project, lookInto(project));
-    for (int depth = 0; depth < deepest; ++depth) {
-        std::vector<std::pair<std::string, Contents>> below;
-        for (const auto& [folder, contents] : level) {
-            for (const std::string& name : contents.folders) {
+    std::vector<std::string> level{project};
+    for (int depth = 1; depth <= deepest && !level.empty(); ++depth) {
+        std::vector<std::string> below;
+        for (const std::string& folder : level) {
+            for (const std::string& name : depth == 1 ? top.folders : foldersIn(folder)) {
                 if (stop.stop_requested()) {
                     return {};
                 }
@@ -154,11 +183,10 @@ std::vector<std::string> tellingFolders(const std::string& project, const std::s
                     continue;
                 }
                 std::string path = joined(folder, name);
-                Contents found = lookInto(path);
-                if (says(path, found, project)) {
+                if (maySaySo(path) && says(path, lookInto(path), project)) {
                     telling.push_back(std::move(path));
-                } else {
-                    below.emplace_back(std::move(path), std::move(found));
+                } else if (top.hasModules || mayHoldResults(name)) {
+                    below.push_back(std::move(path));
                 }
             }
         }

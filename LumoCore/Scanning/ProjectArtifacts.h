@@ -28,7 +28,8 @@ bool isSourceFolder(const std::string& target);
 /// The folders of the project, at most three levels below it, that say of themselves that they come back,
 /// absolute: by a CACHEDIR.TAG (bford.info/cachedir), by a CMakeCache.txt that names sources in the project,
 /// or as the "target" beside a description for Maven or sbt. Never one that holds sources itself, where a
-/// program is built in place.
+/// program is built in place. Below a folder of the project only those with the names of results are
+/// searched, unless Maven or sbt builds it.
 std::vector<std::string> tellingFolders(const std::string& project, const std::stop_token& stop = {});
 
 /// True when the folder is an artifact of the project, by its name or by what it says now.

@@ -29,11 +29,16 @@ Explanation explained(const std::string& path, const TempHome& home, const Insta
 TEST(KnownPlaces, SaysWhatIsCertainInASentenceOfItsOwn) {
     // Everything but unknown folders was "a part of what the catalogue knows", to be kept.
     const TempHome home;
-    home.files({"Documents/letter", "Descargas/x.txt", "mine/deep/photo", "code/app/package.json",
-                "code/app/src/x", "code/app/node_modules/y/z", ".cache/uv/archive/x", ".cache/org.a.App/x",
-                ".config/TarvoAI/x", ".bashrc", ".cache/loose", ".cargo/registry/cache/x", ".cargo/bin/tool",
-                ".mozilla/firefox/x", ".config/Tool/sub/x", ".aws/credentials", ".local/bin/tool",
-                "Downloads/setup.deb"});
+    home.files({"Documents/letter",     "Descargas/x.txt",
+                "mine/deep/photo",      "code/app/package.json",
+                "code/app/src/x",       "code/app/node_modules/y/z",
+                ".cache/uv/archive/x",  ".cache/org.a.App/x",
+                ".config/TarvoAI/x",    ".bashrc",
+                ".cache/loose",         ".cargo/registry/cache/x",
+                ".cargo/bin/tool",      ".cargo/git/x",
+                ".local/share/Steam/x", ".mozilla/firefox/x",
+                ".config/Tool/sub/x",   ".aws/credentials",
+                ".local/bin/tool",      "Downloads/setup.deb"});
     home.fileWith(".config/user-dirs.dirs", "XDG_DOCUMENTS_DIR=\"$HOME/Descargas\"\n");
     home.link(".link", "code");
     const Installed installed{.apps = {{"App", "org.a.App", "/a/org.a.App.desktop"}}};
@@ -60,6 +65,7 @@ TEST(KnownPlaces, SaysWhatIsCertainInASentenceOfItsOwn) {
           Case{"/.bashrc", "A program's file", keep, Source::place},
           Case{"/.config/Tool/sub", "Part of “~/.config/Tool”", keep, Source::place},
           Case{"/.aws/credentials", "Part of “Keys and sign-ins for services”", keep, Source::place},
+          Case{"/.local/share/Steam", "Steam data", review, Source::place},
           Case{"/.local/bin", "Programs installed for you alone", keep, Source::place}}) {
         const Explanation en = explained(home.path() + name, home, installed, Language::en);
         const Explanation es = explained(home.path() + name, home, installed, Language::es);
@@ -69,11 +75,14 @@ TEST(KnownPlaces, SaysWhatIsCertainInASentenceOfItsOwn) {
         EXPECT_TRUE(es.whatItIs != en.whatItIs && es.reason != en.reason && es.howToFree != en.howToFree)
             << name;
     }
+    EXPECT_EQ(explained(home.path(".cargo/git"), home, installed, Language::en).owner, "Cargo");
     const Explanation installer = explained(home.path("Downloads/setup.deb"), home, installed, Language::en);
     EXPECT_EQ(installer.safety, review);
     EXPECT_THAT(installer.howToFree, HasSubstr("7 days"));
     EXPECT_EQ(explained(home.path(".cargo"), home, installed, Language::en).safety, review);
     EXPECT_EQ(explained(home.path(".mozilla"), home, installed, Language::es).howToFree, "Déjalo como está.");
+    const KnownPlaces above(HomePlaces("/srv/homes/me", System::linux), installed, Language::en);
+    EXPECT_EQ(above.explain({.path = "/srv/homes"}, Date())->whatItIs, "A folder that yours lies in");
     for (const auto& [path, whatItIs] :
          {std::pair{"/proc/version", "Something that the system shows as files and that takes no disk space"},
           {"/etc/hostname", "Part of the system and of the programs installed for everybody"}}) {

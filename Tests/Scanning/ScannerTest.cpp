@@ -223,7 +223,7 @@ TEST(Scanner, TakesFoldersAtTheirWordThatTheyComeBackButNoneWithSources) {
     home.fileWith("code/app/tagged/CACHEDIR.TAG", tag);
     home.fileWith("code/app/kept/CACHEDIR.TAG", tag);
     home.fileWith("code/app/unsigned/CACHEDIR.TAG", "Signature: none");
-    home.files({"code/app/module/pom.xml", "code/app/module/target/classes/x",
+    home.files({"code/app/pom.xml", "code/app/module/pom.xml", "code/app/module/target/classes/x",
                 "code/app/module/src/target/X.java", "code/app/other/target/x"});
     HardLinkRegistry registry;
     const auto project = Scanner::measureProject(path, home.path(), registry);
