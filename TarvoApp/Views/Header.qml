@@ -15,48 +15,50 @@ RowLayout {
 
     spacing: 24
 
-    ColumnLayout {
+    // Places of its own making: a layout in a layout does not notice when the figure comes, in the middle of a scan.
+    Column {
         Layout.alignment: Qt.AlignTop
         Layout.fillWidth: true
         // While there is nothing to say, the room is kept all the same.
         Layout.maximumWidth: 100000
         spacing: 4
 
-        RowLayout {
-            spacing: 8
+        Item {
+            height: figure.height
             visible: App.freeNow.length > 0
+            width: parent.width
 
             Line {
                 id: figure
 
                 Accessible.name: text + " " + Words.freeOf.arg(App.capacity)
-                Layout.alignment: Qt.AlignBaseline
                 font.pixelSize: Theme.figure
                 font.weight: Font.DemiBold
                 text: App.freeNow
             }
             Line {
                 Accessible.ignored: true
-                Layout.alignment: Qt.AlignBaseline
+                anchors.baseline: figure.baseline
                 color: Theme.secondaryText
-                elide: Text.ElideNone
                 font.pixelSize: Theme.strong
                 text: Words.freeOf.arg(App.capacity)
+                width: Math.min(Math.ceil(implicitWidth), parent.width - x)
+                x: figure.width + 8
             }
         }
         Line {
-            Layout.fillWidth: true
             color: Theme.secondaryText
             maximumLineCount: 2
             text: App.progressText.length > 0 ? header.status + "  " + App.progressText : header.status
+            width: parent.width
             wrapMode: Text.WordWrap
         }
         Line {
-            Layout.fillWidth: true
             color: Theme.secondaryText
             font.pixelSize: Theme.small
             text: App.systemSpace
             visible: text.length > 0
+            width: parent.width
         }
     }
     GoalMeter {

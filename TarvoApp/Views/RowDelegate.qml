@@ -121,7 +121,10 @@ Item {
         Item {
             id: texts
 
-            height: heading.height + (note.visible ? 1 + note.height : 0)
+            // By what is said, not by what is seen of it: that would come back to the height.
+            readonly property bool hasNote: row.below.length > 0 && !row.opened
+
+            height: heading.implicitHeight + (hasNote ? 1 + note.implicitHeight : 0)
             width: amount.x - 10 - x
             x: tick.x + tick.side + 10
             y: 7
@@ -141,10 +144,10 @@ Item {
                 font.pixelSize: Theme.small
                 maximumLineCount: 2
                 text: row.below
-                visible: text.length > 0 && !row.opened
+                visible: texts.hasNote
                 width: parent.width
                 wrapMode: Text.Wrap
-                y: heading.height + 1
+                y: heading.implicitHeight + 1
             }
         }
         RowAmount {

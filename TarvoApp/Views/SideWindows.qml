@@ -40,7 +40,7 @@ Item {
         }
     }
 
-    Component.onCompleted: if (ReleaseNotes.takeDue()) openNews()
+    Component.onCompleted: if (!Desktop.beginsInPanel && ReleaseNotes.takeDue()) openNews()
 
     Side {
         id: settings

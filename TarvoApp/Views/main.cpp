@@ -18,9 +18,8 @@
 #include <QIcon>
 #include <QQuickWindow>
 
-#include <fmt/format.h>
-
 #include <algorithm>
+#include <cstdio>
 #include <optional>
 #include <string>
 
@@ -74,13 +73,17 @@ void dress(const QCommandLineParser& parser, tarvo::AppModel& app, QQuickWindow&
     }
 }
 
+/// One line on standard error.
+void say(const std::string& line) {
+    std::fputs((line + "\n").c_str(), stderr);
+}
+
 /// The folder that was named on the command line, from the root on; absent when there is none.
 std::optional<std::string> folderAt(const QString& name) {
     const std::string path = lumo::platform::absolutePath(bytesOf(name)).value_or("");
     if (path.empty() || !lumo::platform::isFolderThroughLinks(path)) {
-        fmt::print(stderr, "tarvo-app: {}\n",
-                   lumo::Words{"no existe la carpeta {}", "there is no folder {}"}.with(
-                       lumo::printable(bytesOf(name))));
+        say("tarvo-app: " + lumo::Words{"no existe la carpeta {}", "there is no folder {}"}.with(
+                                lumo::printable(bytesOf(name))));
         return std::nullopt;
     }
     return path;
@@ -92,10 +95,9 @@ int run(const QCommandLineParser& parser, const tarvo::RunMode& mode, const std:
     const std::string usual = lumo::platform::environmentVariable("HOME").value_or("");
     tarvo::OneInstance instance(QDBusConnection::sessionBus(), home == usual ? std::string() : home);
     if (mode.isForReal() && !instance.claim()) {
-        fmt::print(stderr, "{}\n",
-                   lumo::Words{"Tarvo AI ya está abierto: he mostrado su ventana, tal como estaba.",
-                               "Tarvo AI is open already: its window was shown as it was."}
-                       .in());
+        say(lumo::Words{"Tarvo AI ya está abierto: he mostrado su ventana, tal como estaba.",
+                        "Tarvo AI is open already: its window was shown as it was."}
+                .in());
         return 0;
     }
     tarvo::Notifier notifier(QDBusConnection::sessionBus(), mode);

@@ -129,6 +129,16 @@ TEST_F(SideWindowsTest, WhatIsChangedInTheSettingsIsThereAfterARestart) {
     EXPECT_EQ(wordsOf(*settings.preferences().json(preference::protectedFolders)), "/srv/caf\\xE9");
 }
 
+// F1 was the main window's alone.
+TEST_F(SideWindowsTest, TheHelpComesFromTheSettingsToo) {
+    QQuickWindow& settings = open(Side::settings);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&settings));
+    QTest::keyClick(&settings, Qt::Key_F1);
+    const QObject* const help = windows().window()->findChild<QObject*>(QStringLiteral("help"));
+    const auto* const shown = qobject_cast<QQuickWindow*>(help->property("item").value<QObject*>());
+    EXPECT_TRUE(shown != nullptr && shown->isVisible());
+}
+
 TEST_F(SideWindowsTest, EveryWindowOpensInBothLanguagesAndAppearancesAndClosesWithEscape) {
     for (const Side side : {Side::settings, Side::help, Side::news, Side::preview}) {
         QQuickWindow& window = open(side);

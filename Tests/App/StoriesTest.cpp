@@ -540,6 +540,7 @@ TEST(AppStories, TheWholeHomeCanBeLookedInto) {
 TEST(AppStories, WithNothingToCleanTheMapShowsTheHome) {
     AppStory story;
     story.home.file("Videos/holiday", 3'000'000);
+    story.home.file("Music/song", 1'000'000);
     story.setFree(9 * gigabyte);
     story.app().finishWelcome();
     MapModel& map = *story.app().map();

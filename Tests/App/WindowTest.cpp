@@ -18,6 +18,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <latch>
+#include <thread>
 
 using namespace tarvo;
 using namespace tarvo::testing;
@@ -65,14 +67,20 @@ class MainWindowTest : public ::testing::Test {
     }
 
     QQuickWindow& open() {
+        QQuickWindow& window = begin();
+        EXPECT_TRUE(story.waitUntil([&] { return story.app().hasReport() && !story.app().isBusy(); }));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        return window;
+    }
+
+    /// The window with whatever goes on then.
+    QQuickWindow& begin() {
         story.app().settings()->setWelcomeSeen(true);
         story.app().settings()->setSeenNews(ReleaseNotes::version());
         if (story.app().showsWelcome()) {
             story.app().finishWelcome();
         }
         windows_ = std::make_unique<MainWindow>(story.app());
-        EXPECT_TRUE(story.waitUntil([&] { return story.app().hasReport() && !story.app().isBusy(); }));
-        EXPECT_TRUE(QTest::qWaitForWindowActive(windows_->window()));
         return *windows_->window();
     }
 
@@ -283,6 +291,28 @@ TEST_F(MainWindowAtHomeTest, TheKeysForItAndWithoutAPanelTheCloseButtonEndTheApp
         tooLate.start(5000);
         EXPECT_EQ(QGuiApplication::exec(), 0);
     }
+}
+
+// The free space came during the first scan and was written over the status, and its two parts over each
+// other.
+TEST_F(MainWindowAtHomeTest, TheHeaderMakesRoomForTheFreeSpaceDuringTheFirstScan) {
+    std::latch mayEnd(1);
+    story.services.desk.now = [this, &mayEnd, main = std::this_thread::get_id()] {
+        if (std::this_thread::get_id() != main) {
+            mayEnd.wait();
+        }
+        return story.now();
+    };
+    begin();
+    AppModel& app = story.app();
+    EXPECT_TRUE(story.waitUntil([&] { return !app.freeNowText().isEmpty(); }));
+    EXPECT_TRUE(story.waitUntil([&] {
+        QAccessibleInterface* const figure = named(bytesOf(app.freeNowText()));
+        QAccessibleInterface* const status = named(bytesOf(app.statusText()));
+        return figure != nullptr && status != nullptr && figure->rect().bottom() <= status->rect().top();
+    }));
+    mayEnd.count_down();
+    EXPECT_TRUE(story.waitUntilIdle());
 }
 
 // The question before a cleanup had no name and no words for a screen reader; free space, status, goal and
