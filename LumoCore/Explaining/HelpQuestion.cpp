@@ -187,8 +187,10 @@ std::vector<Fit> fitsOf(std::string_view question, const std::vector<std::string
         fits[static_cast<std::size_t>(topic - all.topics.data())].score = score;
     }
     // Of equal scores, that of whole words weighs more than that of letters inside others.
-    std::ranges::stable_sort(fits, std::ranges::greater(), [](const Fit& fit) {
-        return std::tuple(fit.hasPhrase && fit.begun > 0, fit.score, fit.begun);
+    // The earlier topic comes first of what fits alike.
+    std::ranges::sort(fits, std::ranges::greater(), [&](const Fit& fit) {
+        return std::tuple(fit.hasPhrase && fit.begun > 0, fit.score, fit.begun,
+                          all.topics.data() - fit.topic);
     });
     return fits;
 }

@@ -1,5 +1,6 @@
 #include "LumoCore/Rules/HomePlaces.h"
 
+#include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Basics/Path.h"
 #include "Platform/Environment.h"
@@ -121,8 +122,7 @@ HomePlaces::HomePlaces(std::string home, System system, const Variables& variabl
     for (const Named& folder : toolFolders) {
         moveByVariable(folder, variables);
     }
-    std::ranges::stable_sort(moved_, std::ranges::greater(),
-                             [](const auto& move) { return move.first.size(); });
+    sortLargestFirst(moved_, [](const auto& move) { return std::ssize(move.first); });
 }
 
 HomePlaces HomePlaces::ofThisMachine(const std::string& home) {

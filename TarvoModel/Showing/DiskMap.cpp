@@ -175,7 +175,7 @@ std::vector<Tile> tiles(const ZoomLevel& level, Language language, lumo::System 
 std::vector<Rect> layout(const std::vector<Tile>& tiles, double width, double height) {
     std::vector<std::size_t> order(tiles.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
-    std::ranges::stable_sort(order, std::ranges::greater(), [&](std::size_t at) { return tiles[at].bytes; });
+    lumo::sortLargestFirst(order, [&](std::size_t at) { return tiles[at].bytes; });
     std::vector<double> values;
     values.reserve(tiles.size());
     for (const std::size_t at : order) {
