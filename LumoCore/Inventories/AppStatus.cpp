@@ -114,8 +114,9 @@ AppStatus::AppStatus(std::vector<InstalledApp> installed, std::vector<DesktopEnt
     : installed_(std::move(installed)), entries_(std::move(entries)), processes_(std::move(processes)) {}
 
 AppStatus AppStatus::ofThisMachine(const std::string& home) {
-    return {InstalledApp::scan(home), desktopEntriesIn(desktopDataFolders(home)),
-            platform::runningProcesses()};
+    std::vector<DesktopEntry> entries = desktopEntriesIn(desktopDataFolders(home));
+    std::vector<InstalledApp> installed = InstalledApp::scan(home, entries);
+    return {std::move(installed), std::move(entries), platform::runningProcesses()};
 }
 
 bool AppStatus::isRunning(const std::string& bundleID) const {

@@ -89,8 +89,13 @@ std::vector<std::string> InstalledApp::aliases() const {
 }
 
 std::vector<InstalledApp> InstalledApp::scan(const std::string& home) {
+    return scan(home, desktopEntriesIn(desktopDataFolders(home)));
+}
+
+std::vector<InstalledApp> InstalledApp::scan(const std::string& home,
+                                             const std::vector<DesktopEntry>& entries) {
     std::vector<InstalledApp> apps = bundlesIn({"/Applications", home + "/Applications"});
-    for (const DesktopEntry& entry : desktopEntriesIn(desktopDataFolders(home))) {
+    for (const DesktopEntry& entry : entries) {
         apps.push_back({entry.name, entry.id, entry.path, entry.program});
     }
     return apps;

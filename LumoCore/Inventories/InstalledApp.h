@@ -46,6 +46,9 @@ struct InstalledApp {
     /// entries. What cannot be read is left out.
     static std::vector<InstalledApp> scan(const std::string& home);
 
+    /// The same for whoever has read the desktop entries already.
+    static std::vector<InstalledApp> scan(const std::string& home, const std::vector<DesktopEntry>& entries);
+
     /// The bundles in the roots and one level of folders below them, in the order they are found.
     static std::vector<InstalledApp> bundlesIn(const std::vector<std::string>& roots);
 
