@@ -2,7 +2,6 @@
 
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Text.h"
-#include "LumoCore/Basics/Words.h"
 #include "Platform/Clock.h"
 #include "Platform/Terminal.h"
 #include "TarvoModel/Showing/Preview.h"
@@ -17,7 +16,6 @@
 
 namespace tarvo {
 
-using lumo::Words;
 namespace platform = lumo::platform;
 
 void watch(const std::function<void()>& work, const std::function<void(int ticks)>& tick) {

@@ -266,7 +266,15 @@ void AppModel::showRows() {
 }
 
 void AppModel::showMap() {
-    map_.show(allRows_, volume_, settings_.showWholeDisk());
+    std::vector<Row> rows = allRows_;
+    for (Row& row : rows) {
+        // Under the pointer an unknown folder has only its path, until it is known what it is.
+        const auto told = row.paths.empty() ? explanations_.end() : explanations_.find(row.paths.front());
+        if (row.group == RowGroup::unclassified && told != explanations_.end()) {
+            row.detail = told->second.whatItIs + "\n" + row.detail;
+        }
+    }
+    map_.show(rows, volume_, settings_.showWholeDisk());
 }
 
 void AppModel::setHovered(const QString& key) {

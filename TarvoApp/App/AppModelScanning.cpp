@@ -123,6 +123,7 @@ void AppModel::takeCertain(const std::map<std::string, lumo::Explanation>& certa
         explanations_.insert_or_assign(path, explanation);
     }
     rows_.refresh();
+    showMap();
 }
 
 void AppModel::finishScan() {
@@ -322,6 +323,7 @@ void AppModel::explained(std::map<std::string, lumo::Explanation> explanations) 
     }
     setPhase(phase::Idle{});
     rows_.refresh();
+    showMap();
 }
 
 // The look at the disk every minute.

@@ -80,7 +80,7 @@ void say(const std::string& line) {
 
 /// The folder that was named on the command line, from the root on; absent when there is none.
 std::optional<std::string> folderAt(const QString& name) {
-    const std::string path = lumo::platform::absolutePath(bytesOf(name)).value_or("");
+    std::string path = lumo::platform::absolutePath(bytesOf(name)).value_or("");
     if (path.empty() || !lumo::platform::isFolderThroughLinks(path)) {
         say("tarvo-app: " + lumo::Words{"no existe la carpeta {}", "there is no folder {}"}.with(
                                 lumo::printable(bytesOf(name))));

@@ -417,6 +417,17 @@ TEST(AppStories, TheDemoTouchesNothing) {
     ASSERT_TRUE(app.hasReport());
     EXPECT_FALSE(app.isMonitoring());
     EXPECT_THAT(app.growth(), ::testing::Not(IsEmpty()));
+    // Under the pointer an unknown folder had its path alone, although it was known what it is.
+    const MapModel& map = *app.map();
+    std::string unknown;
+    for (int row = 0; row < map.rowCount(); ++row) {
+        unknown += map.data(map.index(row), MapModel::unknownRole).toBool()
+                       ? bytesOf(map.data(map.index(row), MapModel::detailRole).toString()) + ";"
+                       : "";
+    }
+    for (const lumo::Explanation& explanation : DemoDisk::explanations({})) {
+        EXPECT_THAT(unknown, ::testing::HasSubstr(explanation.whatItIs + "\n"));
+    }
     app.requestClean();
     EXPECT_FALSE(app.isConfirming());
     EXPECT_EQ(bytesOf(app.notice()), DemoDisk::notice());
