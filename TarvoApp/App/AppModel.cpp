@@ -271,7 +271,7 @@ void AppModel::showMap() {
         // Under the pointer an unknown folder has only its path, until it is known what it is.
         const auto told = row.paths.empty() ? explanations_.end() : explanations_.find(row.paths.front());
         if (row.group == RowGroup::unclassified && told != explanations_.end()) {
-            row.detail = told->second.whatItIs + "\n" + row.detail;
+            row.detail = told->second.whatItIs + " · " + row.detail;
         }
     }
     map_.show(rows, volume_, settings_.showWholeDisk());

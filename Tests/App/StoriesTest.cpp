@@ -426,7 +426,7 @@ TEST(AppStories, TheDemoTouchesNothing) {
                        : "";
     }
     for (const lumo::Explanation& explanation : DemoDisk::explanations({})) {
-        EXPECT_THAT(unknown, ::testing::HasSubstr(explanation.whatItIs + "\n"));
+        EXPECT_THAT(unknown, ::testing::HasSubstr(explanation.whatItIs + " · "));
     }
     app.requestClean();
     EXPECT_FALSE(app.isConfirming());
