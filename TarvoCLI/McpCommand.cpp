@@ -22,14 +22,15 @@ ExitCode serve(bool isReadOnly, const Invocation& invocation) {
     const auto workspace = std::make_shared<mcp::Workspace>(invocation.home);
     // Root on somebody else's home may look, as on the command line.
     const bool mayChange = !isReadOnly && !lumo::HomeLock::isForeign(invocation.home);
-    std::vector<mcp::Tool> tools = mcp::lookingTools(workspace);
+    const mcp::Offer offer = mayChange ? mcp::Offer::everything : mcp::Offer::looking;
+    std::vector<mcp::Tool> tools = mcp::lookingTools(workspace, offer);
     if (mayChange) {
         for (mcp::Tool& tool : mcp::changingTools(workspace)) {
             tools.push_back(std::move(tool));
         }
     }
     mcp::Server server(
-        {.version = TARVO_VERSION, .instructions = mcp::instructions(mayChange)}, std::move(tools),
+        {.version = TARVO_VERSION, .instructions = mcp::instructions(offer)}, std::move(tools),
         [](const std::string& line) { return platform::writeAll(platform::Stream::output, line + "\n"); });
     using State = platform::LineInput::State;
     platform::LineInput input(mcp::mostMessageBytes);

@@ -1,6 +1,7 @@
 #include "TarvoMCP/Answers.h"
 
 #include "LumoCore/Basics/CheckedSum.h"
+#include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "TarvoModel/Flows/HeldState.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
@@ -9,15 +10,16 @@
 
 namespace tarvo::mcp {
 
+using lumo::Words;
 
 namespace {
 
-constexpr std::size_t mostPaths = 5;
-constexpr std::size_t mostProjects = 50;
-constexpr std::size_t mostUnknown = 50;
-constexpr std::size_t mostItems = 40;
-constexpr std::size_t mostInside = 10;
+constexpr std::size_t mostPaths = 2;
+constexpr std::size_t mostInside = 3;
 constexpr std::size_t mostExtensions = 10;
+constexpr std::size_t mostIDs = 3;
+constexpr std::size_t mostReasons = 12;
+constexpr std::size_t mostLeftOut = 20;
 
 template <class Value>
 std::vector<Value> firstOf(std::vector<Value> values, std::size_t most) {
@@ -30,43 +32,53 @@ std::int64_t leftOut(std::size_t count, std::size_t most) {
     return static_cast<std::int64_t>(count - std::min(count, most));
 }
 
+/// For lists of what has sizes.
+More cutBySize(auto& elements, const Page& page) {
+    return cut(elements, page, [](const auto& element) { return element.bytes; });
+}
+
 } // namespace
 
-Analysis analysisOf(const lumo::ScanReport& report, bool isQuick) {
+Analysis analysisOf(const lumo::ScanReport& report, bool isQuick, std::int64_t recoverableBytes,
+                    const Page& page) {
     Analysis analysis{.home = report.home,
                       .isQuick = isQuick,
                       .totalBytes = report.volume.totalBytes,
                       .availableBytes = report.volume.availableBytes,
-                      .safeBytes = report.safeBytes(),
+                      .recoverableBytes = recoverableBytes,
                       .reviewBytes = report.bytes(lumo::Safety::review),
                       .keepBytes = report.bytes(lumo::Safety::keep),
-                      .moreProjects = leftOut(report.projects.size(), mostProjects),
-                      .moreUnknownFolders = leftOut(report.unclassified.size(), mostUnknown),
                       .unreadable = report.unreadableCount()};
     for (const lumo::Finding& finding : report.findings) {
         analysis.items.push_back({finding.ruleID, finding.name, finding.safety, finding.usage.allocatedBytes,
-                                  finding.explanation, firstOf(finding.paths, mostPaths)});
+                                  finding.explanation, firstOf(finding.paths, mostPaths),
+                                  leftOut(finding.paths.size(), mostPaths)});
     }
-    for (const lumo::ProjectReport& project : firstOf(report.projects, mostProjects)) {
+    for (const lumo::ProjectReport& project : report.projects) {
         analysis.projects.push_back(
             {project.name, project.usage.allocatedBytes, project.recoverableBytes(), project.lastCodeChange});
     }
-    for (const lumo::UnclassifiedItem& folder : firstOf(report.unclassified, mostUnknown)) {
+    for (const lumo::UnclassifiedItem& folder : report.unclassified) {
         analysis.unknownFolders.push_back({folder.path, folder.usage.allocatedBytes});
     }
+    std::ranges::stable_sort(analysis.items, std::ranges::greater(), &AnalyzedItem::bytes);
+    analysis.moreItems = cutBySize(analysis.items, page);
+    analysis.moreProjects = cutBySize(analysis.projects, page);
+    analysis.moreUnknownFolders = cutBySize(analysis.unknownFolders, page);
     return analysis;
 }
 
 FolderAnswer contentsOf(const std::string& path, const lumo::FileTree::Breakdown& breakdown,
-                        const lumo::FolderContents::Listing& listing) {
+                        const lumo::FolderContents::Listing& listing, const Page& page) {
     FolderAnswer answer{.path = path,
                         .bytes = breakdown.usage.allocatedBytes,
                         .files = breakdown.usage.fileCount,
                         .unreadable = breakdown.usage.unreadableCount,
                         .skipped = listing.skipped,
-                        .items = firstOf(listing.items, mostItems),
-                        .moreItems = leftOut(listing.items.size(), mostItems),
+                        .items = listing.items,
+                        .moreItems = {},
                         .extensions = firstOf(breakdown.extensions, mostExtensions)};
+    answer.moreItems = cutBySize(answer.items, page);
     for (lumo::FolderContents::Item& item : answer.items) {
         item.children = firstOf(std::move(item.children), mostInside);
     }
@@ -80,19 +92,95 @@ Fate fateOf(const lumo::CleanupAction& action) {
     return action.safety == lumo::Safety::safe ? Fate::deletedAtOnce : Fate::setAside;
 }
 
-Proposal proposalOf(const ProposedPlan& plan) {
-    const CleanupShares shares = sharesOf(lumo::CleanupPlanner::actionsOf(plan.plan.entries));
+namespace {
+
+/// What is held back, by its reasons.
+std::vector<BlockedItems> blockedIn(const std::vector<lumo::PlanEntry>& entries) {
+    std::vector<BlockedItems> groups;
+    for (const lumo::PlanEntry& entry : entries) {
+        if (!entry.skipReason) {
+            continue;
+        }
+        auto group = std::ranges::find(groups, *entry.skipReason, &BlockedItems::reason);
+        if (group == groups.end()) {
+            groups.push_back({.reason = *entry.skipReason, .count = 0, .bytes = 0, .ids = {}});
+            group = std::prev(groups.end());
+        }
+        ++group->count;
+        group->bytes = lumo::checkedSum(group->bytes, entry.action.estimatedBytes);
+        if (group->ids.size() < mostIDs) {
+            group->ids.push_back(entry.action.id);
+        }
+    }
+    std::ranges::stable_sort(groups, std::ranges::greater(), &BlockedItems::bytes);
+    return groups;
+}
+
+} // namespace
+
+Proposal proposalOf(const ProposedPlan& plan, const Page& page) {
+    const std::vector<lumo::CleanupAction> actions = lumo::CleanupPlanner::actionsOf(plan.plan.entries);
+    const CleanupShares shares = sharesOf(actions);
     Proposal proposal{.plan = plan.handle,
                       .items = {},
+                      .moreItems = {},
+                      .blocked = blockedIn(plan.plan.entries),
+                      .moreBlocked = {},
                       .totalBytes = shares.total,
                       .deletedAtOnceBytes = shares.total - shares.trash - shares.tool,
                       .setAsideBytes = shares.trash,
                       .byItsOwnToolBytes = shares.tool};
-    for (const lumo::PlanEntry& entry : plan.plan.entries) {
-        proposal.items.push_back({entry.action.id, entry.action.title, entry.action.safety,
-                                  entry.action.estimatedBytes, fateOf(entry.action), entry.skipReason});
+    for (const lumo::CleanupAction& action : actions) {
+        proposal.items.push_back(
+            {action.id, action.title, action.safety, action.estimatedBytes, fateOf(action)});
     }
+    std::ranges::stable_sort(proposal.items, std::ranges::greater(), &ProposedItem::bytes);
+    proposal.moreItems = cutBySize(proposal.items, page);
+    proposal.moreBlocked = cutBySize(proposal.blocked, {.limit = std::min(page.limit, mostReasons)});
     return proposal;
+}
+
+CleanedItem cleanedItem(const lumo::CleanupOutcome& outcome) {
+    return {outcome.id,         outcome.title,        outcome.status, outcome.message,
+            outcome.freedBytes, outcome.trashedBytes, outcome.date};
+}
+
+namespace {
+
+/// The page of the outcomes, in their order.
+CleaningAnswer pageOf(const std::vector<lumo::CleanupOutcome>& outcomes, const Page& page) {
+    const CleanupSums sums = sumsOf(outcomes);
+    CleaningAnswer answer{.plan = {},
+                          .outcomes = {},
+                          .moreOutcomes = {},
+                          .leftOut = {},
+                          .freedBytes = sums.freed,
+                          .setAsideBytes = sums.trashed};
+    std::ranges::transform(outcomes, std::back_inserter(answer.outcomes), cleanedItem);
+    answer.moreOutcomes = cut(answer.outcomes, page, [](const CleanedItem& item) {
+        return lumo::checkedSum(item.freedBytes, item.setAsideBytes);
+    });
+    return answer;
+}
+
+} // namespace
+
+CleaningAnswer cleaningAnswer(const std::string& plan, const Cleaned& cleaned, const Page& page) {
+    std::vector<lumo::CleanupOutcome> outcomes = cleaned.outcomes;
+    std::ranges::stable_partition(outcomes, [](const lumo::CleanupOutcome& outcome) {
+        return outcome.status == lumo::CleanupStatus::failed;
+    });
+    CleaningAnswer answer = pageOf(outcomes, page);
+    answer.plan = plan;
+    for (const LeftOut& left : firstOf(cleaned.leftOut, mostLeftOut)) {
+        answer.leftOut.push_back({left.id, left.reason});
+    }
+    return answer;
+}
+
+CleaningAnswer historyAnswer(std::vector<lumo::CleanupOutcome> outcomes, const Page& page) {
+    std::ranges::reverse(outcomes);
+    return pageOf(outcomes, page);
 }
 
 lumo::Result<HeldItems> heldItems(const Desk& desk) {
@@ -113,6 +201,44 @@ lumo::Result<HeldItems> heldItems(const Desk& desk) {
             held.items.push_back({item.id, item.original, batch->expires()});
         }
     }
+    std::ranges::reverse(held.items);
+    return held;
+}
+
+std::string cleanedText(const CleaningAnswer& answer, const Page& page) {
+    constexpr std::size_t mostLines = 6;
+    std::string text = cleanupDone({answer.freedBytes, answer.setAsideBytes});
+    std::size_t lines = 0;
+    for (const CleanedItem& item : answer.outcomes) {
+        if (item.status == lumo::CleanupStatus::failed && lines++ < mostLines) {
+            text += Words{"\n• NO se pudo limpiar {}: {}", "\n• could NOT be cleaned: {}: {}"}.with(
+                lumo::printableWithStrays(item.title), lumo::printableWithStrays(item.message.value_or("")));
+        }
+    }
+    for (const LeftItem& left : firstOf(answer.leftOut, mostLines)) {
+        text += Words{"\n• se ha dejado como estaba {}: {}", "\n• left as it was: {}: {}"}.with(
+            lumo::printableWithStrays(left.id), lumo::printableWithStrays(left.reason));
+    }
+    return text + moreLine(answer.moreOutcomes, page);
+}
+
+FieldWords cleaningWords() {
+    return {
+        {"setAsideBytes", Words{"apartado, aún no libre", "set aside, not free yet"}.in()},
+        {"leftOut",
+         Words{"lo que se aceptó y se ha dejado como estaba", "what was agreed to and left as it was"}.in()}};
+}
+
+std::string noSuchPlan() {
+    return Words{"No hay ningún plan con ese identificador, o tiene más de una hora: haz uno con "
+                 "propose_cleanup.",
+                 "There is no plan with that handle, or it is more than an hour old: make one with "
+                 "propose_cleanup."}
+        .in();
+}
+
+HeldItems heldPage(HeldItems held, const Page& page) {
+    held.moreItems = cut(held.items, page, [](const ListedItem&) { return std::int64_t{0}; }).count;
     return held;
 }
 

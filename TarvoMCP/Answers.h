@@ -4,7 +4,9 @@
 #include "LumoCore/Basics/Result.h"
 #include "LumoCore/Cleanup/CleanupOutcome.h"
 #include "LumoCore/Cleanup/PathGuard.h"
+#include "LumoCore/History/GrowthTracker.h"
 #include "LumoCore/Scanning/FolderContents.h"
+#include "TarvoMCP/Page.h"
 #include "TarvoMCP/Workspace.h"
 
 #include <cstdint>
@@ -22,13 +24,15 @@ struct AnalyzedItem {
     std::int64_t bytes = 0;
     std::string explanation;
     std::vector<std::string> paths; ///< The first few.
+    std::int64_t morePaths = 0;
 
     static constexpr auto fields = std::tuple{lumo::field("id", &AnalyzedItem::id),
                                               lumo::field("name", &AnalyzedItem::name),
                                               lumo::field("safety", &AnalyzedItem::safety),
                                               lumo::field("bytes", &AnalyzedItem::bytes),
                                               lumo::field("explanation", &AnalyzedItem::explanation),
-                                              lumo::field("paths", &AnalyzedItem::paths)};
+                                              lumo::field("paths", &AnalyzedItem::paths),
+                                              lumo::field("morePaths", &AnalyzedItem::morePaths)};
 };
 
 struct AnalyzedProject {
@@ -51,20 +55,21 @@ struct UnknownFolder {
         std::tuple{lumo::field("path", &UnknownFolder::path), lumo::field("bytes", &UnknownFolder::bytes)};
 };
 
-/// A report without what only a program needs; the longest lists are cut.
+/// A page of each list of a report, without what only a program needs.
 struct Analysis {
     std::string home;
     bool isQuick = false;
-    std::int64_t totalBytes = 0;     ///< Of the disk.
-    std::int64_t availableBytes = 0; ///< Of the disk.
-    std::int64_t safeBytes = 0;
+    std::int64_t totalBytes = 0;       ///< Of the disk.
+    std::int64_t availableBytes = 0;   ///< Of the disk.
+    std::int64_t recoverableBytes = 0; ///< The one number of all faces.
     std::int64_t reviewBytes = 0;
     std::int64_t keepBytes = 0;
     std::vector<AnalyzedItem> items;
+    More moreItems;
     std::vector<AnalyzedProject> projects;
-    std::int64_t moreProjects = 0;
+    More moreProjects;
     std::vector<UnknownFolder> unknownFolders;
-    std::int64_t moreUnknownFolders = 0;
+    More moreUnknownFolders;
     std::int64_t unreadable = 0;
 
     static constexpr auto fields =
@@ -72,17 +77,19 @@ struct Analysis {
                    lumo::field("quick", &Analysis::isQuick),
                    lumo::field("totalBytes", &Analysis::totalBytes),
                    lumo::field("availableBytes", &Analysis::availableBytes),
-                   lumo::field("safeBytes", &Analysis::safeBytes),
+                   lumo::field("recoverableBytes", &Analysis::recoverableBytes),
                    lumo::field("reviewBytes", &Analysis::reviewBytes),
                    lumo::field("keepBytes", &Analysis::keepBytes),
                    lumo::field("items", &Analysis::items),
+                   lumo::field("moreItems", &Analysis::moreItems),
                    lumo::field("projects", &Analysis::projects),
                    lumo::field("moreProjects", &Analysis::moreProjects),
                    lumo::field("unknownFolders", &Analysis::unknownFolders),
                    lumo::field("moreUnknownFolders", &Analysis::moreUnknownFolders),
                    lumo::field("unreadable", &Analysis::unreadable)};
 };
-Analysis analysisOf(const lumo::ScanReport& report, bool isQuick);
+Analysis analysisOf(const lumo::ScanReport& report, bool isQuick, std::int64_t recoverableBytes,
+                    const Page& page);
 
 struct FolderAnswer {
     std::string path;
@@ -92,7 +99,7 @@ struct FolderAnswer {
     std::vector<std::string>
         skipped; ///< Folders that were opened through, since they hold nearly everything.
     std::vector<lumo::FolderContents::Item> items;
-    std::int64_t moreItems = 0;
+    More moreItems;
     std::vector<lumo::NamedSize> extensions;
 
     static constexpr auto fields = std::tuple{lumo::field("path", &FolderAnswer::path),
@@ -105,7 +112,18 @@ struct FolderAnswer {
                                               lumo::field("extensions", &FolderAnswer::extensions)};
 };
 FolderAnswer contentsOf(const std::string& path, const lumo::FileTree::Breakdown& breakdown,
-                        const lumo::FolderContents::Listing& listing);
+                        const lumo::FolderContents::Listing& listing, const Page& page);
+
+/// A page of what grew.
+struct GrowthAnswer {
+    std::optional<lumo::Date> since;
+    std::vector<lumo::GrowthItem> items;
+    More moreItems;
+
+    static constexpr auto fields =
+        std::tuple{lumo::field("since", &GrowthAnswer::since), lumo::field("items", &GrowthAnswer::items),
+                   lumo::field("moreItems", &GrowthAnswer::moreItems)};
+};
 
 /// What would become of something in a cleanup.
 enum class Fate { deletedAtOnce, setAside, byItsOwnTool };
@@ -116,19 +134,31 @@ struct ProposedItem {
     lumo::Safety safety = lumo::Safety::keep;
     std::int64_t bytes = 0;
     Fate fate = Fate::setAside;
-    std::optional<std::string> blockedBecause;
 
-    static constexpr auto fields = std::tuple{lumo::field("id", &ProposedItem::id),
-                                              lumo::field("title", &ProposedItem::title),
-                                              lumo::field("safety", &ProposedItem::safety),
-                                              lumo::field("bytes", &ProposedItem::bytes),
-                                              lumo::field("fate", &ProposedItem::fate),
-                                              lumo::field("blockedBecause", &ProposedItem::blockedBecause)};
+    static constexpr auto fields =
+        std::tuple{lumo::field("id", &ProposedItem::id), lumo::field("title", &ProposedItem::title),
+                   lumo::field("safety", &ProposedItem::safety), lumo::field("bytes", &ProposedItem::bytes),
+                   lumo::field("fate", &ProposedItem::fate)};
+};
+
+/// All that is held back for one reason.
+struct BlockedItems {
+    std::string reason;
+    std::int64_t count = 0;
+    std::int64_t bytes = 0;
+    std::vector<std::string> ids; ///< The first few.
+
+    static constexpr auto fields =
+        std::tuple{lumo::field("reason", &BlockedItems::reason), lumo::field("count", &BlockedItems::count),
+                   lumo::field("bytes", &BlockedItems::bytes), lumo::field("ids", &BlockedItems::ids)};
 };
 
 struct Proposal {
     std::string plan; ///< The handle.
     std::vector<ProposedItem> items;
+    More moreItems;
+    std::vector<BlockedItems> blocked; ///< Largest first.
+    More moreBlocked;
     std::int64_t totalBytes = 0;
     std::int64_t deletedAtOnceBytes = 0;
     std::int64_t setAsideBytes = 0;
@@ -137,13 +167,71 @@ struct Proposal {
     static constexpr auto fields =
         std::tuple{lumo::field("plan", &Proposal::plan),
                    lumo::field("items", &Proposal::items),
+                   lumo::field("moreItems", &Proposal::moreItems),
+                   lumo::field("blocked", &Proposal::blocked),
+                   lumo::field("moreBlocked", &Proposal::moreBlocked),
                    lumo::field("totalBytes", &Proposal::totalBytes),
                    lumo::field("deletedAtOnceBytes", &Proposal::deletedAtOnceBytes),
                    lumo::field("setAsideBytes", &Proposal::setAsideBytes),
                    lumo::field("byItsOwnToolBytes", &Proposal::byItsOwnToolBytes)};
 };
-Proposal proposalOf(const ProposedPlan& plan);
+Proposal proposalOf(const ProposedPlan& plan, const Page& page);
 Fate fateOf(const lumo::CleanupAction& action);
+
+/// What became of one thing in a cleanup.
+struct CleanedItem {
+    std::string id;
+    std::string title;
+    lumo::CleanupStatus status = lumo::CleanupStatus::done;
+    std::optional<std::string> message;
+    std::int64_t freedBytes = 0;
+    std::int64_t setAsideBytes = 0;
+    lumo::Date date;
+
+    static constexpr auto fields = std::tuple{lumo::field("id", &CleanedItem::id),
+                                              lumo::field("title", &CleanedItem::title),
+                                              lumo::field("status", &CleanedItem::status),
+                                              lumo::field("message", &CleanedItem::message),
+                                              lumo::field("freedBytes", &CleanedItem::freedBytes),
+                                              lumo::field("setAsideBytes", &CleanedItem::setAsideBytes),
+                                              lumo::field("date", &CleanedItem::date)};
+};
+CleanedItem cleanedItem(const lumo::CleanupOutcome& outcome);
+
+/// What was agreed to and was not done.
+struct LeftItem {
+    std::string id;
+    std::string reason;
+
+    static constexpr auto fields =
+        std::tuple{lumo::field("id", &LeftItem::id), lumo::field("reason", &LeftItem::reason)};
+};
+
+/// What came of a cleanup; of a plan, or of all that the log tells.
+struct CleaningAnswer {
+    std::optional<std::string> plan;
+    std::vector<CleanedItem> outcomes; ///< Failures first.
+    More moreOutcomes;
+    std::vector<LeftItem> leftOut;
+    std::int64_t freedBytes = 0;
+    std::int64_t setAsideBytes = 0;
+
+    static constexpr auto fields = std::tuple{lumo::field("plan", &CleaningAnswer::plan),
+                                              lumo::field("outcomes", &CleaningAnswer::outcomes),
+                                              lumo::field("moreOutcomes", &CleaningAnswer::moreOutcomes),
+                                              lumo::field("leftOut", &CleaningAnswer::leftOut),
+                                              lumo::field("freedBytes", &CleaningAnswer::freedBytes),
+                                              lumo::field("setAsideBytes", &CleaningAnswer::setAsideBytes)};
+};
+CleaningAnswer cleaningAnswer(const std::string& plan, const Cleaned& cleaned, const Page& page);
+/// The same in a few lines.
+std::string cleanedText(const CleaningAnswer& answer, const Page& page);
+/// What is said of its fields.
+FieldWords cleaningWords();
+/// Said of a handle that is nobody's.
+std::string noSuchPlan();
+/// The newest first.
+CleaningAnswer historyAnswer(std::vector<lumo::CleanupOutcome> outcomes, const Page& page);
 
 /// Something that can be put back.
 struct ListedItem {
@@ -157,15 +245,18 @@ struct ListedItem {
 };
 
 struct HeldItems {
-    std::vector<ListedItem> items; ///< In the order in which they were set aside.
-    std::int64_t bytes = 0;        ///< Of everything in the holding area.
+    std::vector<ListedItem> items; ///< The newest first.
+    std::int64_t moreItems = 0;
+    std::int64_t bytes = 0; ///< Of everything in the holding area.
 
     static constexpr auto fields =
-        std::tuple{lumo::field("items", &HeldItems::items), lumo::field("bytes", &HeldItems::bytes)};
+        std::tuple{lumo::field("items", &HeldItems::items), lumo::field("moreItems", &HeldItems::moreItems),
+                   lumo::field("bytes", &HeldItems::bytes)};
 };
 
 /// What the log says was set aside and the holding area still has. Fails in words for the user.
 lumo::Result<HeldItems> heldItems(const Desk& desk);
+HeldItems heldPage(HeldItems held, const Page& page);
 
 } // namespace tarvo::mcp
 

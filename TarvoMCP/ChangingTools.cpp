@@ -7,6 +7,7 @@
 #include "LumoCore/Cleanup/Archiver.h"
 #include "Platform/Environment.h"
 #include "TarvoMCP/Answers.h"
+#include "TarvoMCP/Questions.h"
 #include "TarvoModel/Flows/Archiving.h"
 #include "TarvoModel/Flows/Cleaning.h"
 #include "TarvoModel/Flows/PuttingBack.h"
@@ -14,9 +15,11 @@
 #include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
-#include <chrono>
+#include <mutex>
+#include <ranges>
 
 namespace tarvo::mcp {
 
@@ -54,6 +57,13 @@ std::optional<ToolAnswer> unlessGiven(Consent consent, const std::string& comman
         return problem(Words{"El usuario ha dicho que no: no se ha tocado nada.",
                              "The user said no: nothing was touched."}
                            .in());
+    case Consent::cancelled:
+        return problem(
+            Words{"La pregunta se ha cerrado sin respuesta: no se ha tocado nada. El usuario no ha "
+                  "dicho ni que sí ni que no.",
+                  "The question was closed without an answer: nothing was touched. The user said "
+                  "neither yes nor no."}
+                .in());
     case Consent::invalid:
         return problem(
             Words{"Esa respuesta no corresponde a ninguna pregunta abierta: no se ha tocado nada. "
@@ -64,46 +74,63 @@ std::optional<ToolAnswer> unlessGiven(Consent consent, const std::string& comman
     case Consent::cannotAsk:
         break;
     }
-    return problem(
-        Words{"Este programa no puede preguntar al usuario, así que no se ha tocado nada. El usuario puede "
-              "hacerlo en un terminal: {}",
-              "This client cannot ask the user, so nothing was touched. The user can do it in a terminal: {}"}
-            .with(command));
+    // Cut anywhere, a command could do something else; without words the program opens its window.
+    constexpr std::size_t longestCommand = 2000;
+    return problem(Words{
+        "Tu programa no ha podido preguntar al usuario, así que no se ha tocado nada y nadie ha dicho que "
+        "no. Tiene que hacerlo la persona, en su terminal; no lo ejecutes tú: {}",
+        "Your program could not ask the user, so nothing was touched and nobody said no. The person must "
+        "run it, in their terminal; do not run it for them: {}"}
+                       .with(command.size() <= longestCommand ? command : "tarvo"));
 }
 
-/// The lines of a question, one an item; of many only the first.
-std::string itemLines(const std::vector<std::string>& items) {
-    constexpr std::size_t mostShown = 15;
-    std::string lines;
-    for (std::size_t index = 0; index < std::min(items.size(), mostShown); ++index) {
-        lines += "• " + lumo::printable(items[index]) + "\n";
+/// The ids that could be given, as far as a text has room for them.
+std::string namedIDs(const std::vector<std::string>& ids) {
+    constexpr std::size_t mostNamed = 40;
+    const auto shown = ids | std::views::take(mostNamed) | std::views::transform(lumo::printableWithStrays);
+    std::string names = fmt::format("{}", fmt::join(shown, ", "));
+    if (ids.size() > mostNamed) {
+        names += Words{" y {} más", " and {} more"}.with(ids.size() - mostNamed);
     }
-    if (items.size() > mostShown) {
-        lines += Words{"… y {} más\n", "… and {} more\n"}.with(items.size() - mostShown);
-    }
-    return lines;
+    return names;
+}
+
+/// Nothing was chosen, which is not the same as everything.
+std::string nothingChosen(const std::vector<std::string>& valid) {
+    return Words{"items está vacío: no se ha elegido nada. Hay: {}",
+                 "items is empty: nothing was chosen. There are: {}"}
+        .with(namedIDs(valid));
 }
 
 // Cleaning.
 
-/// What the ids choose of the plan; all of it without any. A failure names an id that cannot be chosen.
+/// What the ids choose of the plan; all of it without any. A failure names an id that cannot be chosen, and
+/// those that can.
 lumo::Result<std::vector<CleanupAction>> chosenActions(const ProposedPlan& plan,
-                                                       const std::vector<std::string>& ids) {
+                                                       const std::optional<std::vector<std::string>>& ids) {
     std::vector<CleanupAction> all = lumo::CleanupPlanner::actionsOf(plan.plan.entries);
-    if (ids.empty()) {
+    if (all.empty()) {
+        return lumo::failure(
+            Words{"El plan no tiene nada que limpiar.", "The plan has nothing to clean."}.in());
+    }
+    if (!ids) {
         return all;
     }
-    std::vector<CleanupAction> chosen;
-    std::ranges::copy_if(all, std::back_inserter(chosen), [&](const CleanupAction& action) {
-        return std::ranges::find(ids, action.id) != ids.end();
-    });
-    for (const std::string& id : ids) {
-        if (std::ranges::find(all, id, &CleanupAction::id) == all.end()) {
-            return lumo::failure(Words{"el plan no puede limpiar «{}»", "the plan cannot clean “{}”"}.with(
-                lumo::printable(id)));
+    std::vector<std::string> valid;
+    std::ranges::transform(all, std::back_inserter(valid), &CleanupAction::id);
+    if (ids->empty()) {
+        return lumo::failure(nothingChosen(valid));
+    }
+    for (const std::string& id : *ids) {
+        if (std::ranges::find(valid, id) == valid.end()) {
+            return lumo::failure(
+                Words{"el plan no puede limpiar «{}»; puede: {}", "the plan cannot clean “{}”; it can: {}"}
+                    .with(lumo::printableWithStrays(id), namedIDs(valid)));
         }
     }
-    return chosen;
+    std::erase_if(
+        all, [&](const CleanupAction& action) { return std::ranges::find(*ids, action.id) == ids->end(); });
+    return all;
 }
 
 std::string cleaningCommand(const ProposedPlan& plan, const std::vector<CleanupAction>& actions,
@@ -118,78 +145,81 @@ std::string cleaningCommand(const ProposedPlan& plan, const std::vector<CleanupA
     return commandLine(words + (plan.request.includesActiveDependencies ? " --dependencies" : ""), home);
 }
 
-std::string cleaningQuestion(const std::vector<CleanupAction>& actions, const std::string& caller) {
-    std::vector<std::string> items;
-    for (const CleanupAction& action : actions) {
-        items.push_back(action.title + " — " + lumo::ByteFormat::string(action.estimatedBytes));
-    }
-    const CleanupShares shares = sharesOf(actions);
-    return Words{"{} pide limpiar {} con Tarvo AI:\n{}{}", "{} asks to clean {} with Tarvo AI:\n{}{}"}.with(
-        caller, lumo::ByteFormat::string(shares.total), itemLines(items), confirmationMessage(shares));
+/// What came of it; what failed makes it a problem.
+ToolAnswer answerOf(const std::string& handle, const Cleaned& cleaned) {
+    constexpr std::size_t usualOutcomes = 10;
+    Page page{.limit = usualOutcomes};
+    const CleaningAnswer answer =
+        fitted(page, [&](const Page& part) { return cleaningAnswer(handle, cleaned, part); });
+    const bool hasFailed = std::ranges::any_of(cleaned.outcomes, [](const CleanupOutcome& outcome) {
+        return outcome.status == lumo::CleanupStatus::failed;
+    });
+    return {.text = cleanedText(answer, page) + (cleaned.logProblem ? "\n" + *cleaned.logProblem : ""),
+            .structured = lumo::encode(answer),
+            .isProblem = hasFailed || cleaned.logProblem};
 }
 
-/// What came of a cleanup.
-struct CleaningAnswer {
-    std::vector<CleanupOutcome> outcomes;
-    std::int64_t freedBytes = 0;
-    std::int64_t setAsideBytes = 0;
+/// How far a cleanup is: which item is in hand, and what those before it were estimated to free. Told from
+/// two threads.
+class CleanupCount final {
+  public:
+    void plan(const std::vector<CleanupAction>& actions) {
+        const std::scoped_lock lock(mutex_);
+        actions_ = actions;
+    }
+    void begin(std::size_t index) {
+        const std::scoped_lock lock(mutex_);
+        current_ = index;
+    }
+    [[nodiscard]] std::optional<Progress> now() const {
+        const std::scoped_lock lock(mutex_);
+        if (!current_) {
+            return std::nullopt;
+        }
+        const auto inHand = actions_.begin() + static_cast<std::ptrdiff_t>(*current_);
+        const CleanupShares before = sharesOf({actions_.begin(), inHand});
+        // The item in hand counts half, so that signs of life before the first one stay below it.
+        return Progress{.done = static_cast<double>(*current_) + 0.5,
+                        .message = Words{"{} de {} · {} de {}: {}", "{} of {} · {} of {}: {}"}.with(
+                            *current_ + 1, actions_.size(), lumo::ByteFormat::string(before.total),
+                            lumo::ByteFormat::string(sharesOf(actions_).total),
+                            lumo::printableWithStrays(inHand->title)),
+                        .total = static_cast<double>(actions_.size())};
+    }
 
-    static constexpr auto fields = std::tuple{lumo::field("outcomes", &CleaningAnswer::outcomes),
-                                              lumo::field("freedBytes", &CleaningAnswer::freedBytes),
-                                              lumo::field("setAsideBytes", &CleaningAnswer::setAsideBytes)};
+  private:
+    mutable std::mutex mutex_;
+    std::vector<CleanupAction> actions_;
+    std::optional<std::size_t> current_;
 };
-
-/// Of what a cleanup gives back, and an archiving.
-template <class Record>
-JsonValue schemaOfOutcomes() {
-    return schemaOf<Record>(
-        {{"trashedBytes", Words{"apartado, aún no libre", "set aside, not free yet"}.in()}});
-}
-
-/// What came of it, with what failed and what was agreed to but has a reason against it by now.
-ToolAnswer answerOf(Cleaned cleaned) {
-    const CleanupSums sums = sumsOf(cleaned.outcomes);
-    const auto failed =
-        std::ranges::count(cleaned.outcomes, lumo::CleanupStatus::failed, &CleanupOutcome::status);
-    std::string said = cleanupDone(sums);
-    if (failed > 0) {
-        said += failed == 1
-                    ? Words{" · 1 no se pudo limpiar", " · 1 could not be cleaned"}.in()
-                    : Words{" · {} no se pudieron limpiar", " · {} could not be cleaned"}.with(failed);
-    }
-    for (const LeftOut& left : cleaned.leftOut) {
-        said += Words{" · {} se ha dejado como estaba: {}", " · {} was left as it was: {}"}.with(
-            lumo::printable(left.title), lumo::printable(left.reason));
-    }
-    const bool hasLogProblem = cleaned.logProblem.has_value();
-    if (hasLogProblem) {
-        said += " · " + *cleaned.logProblem;
-    }
-    return {.text = said,
-            .structured = lumo::encode(CleaningAnswer{std::move(cleaned.outcomes), sums.freed, sums.trashed}),
-            .isProblem = failed > 0 || hasLogProblem};
-}
 
 ToolAnswer carryOut(Workspace& workspace, const ProposedPlan& plan, const std::vector<CleanupAction>& agreed,
                     const ToolCall& call) {
-    std::vector<std::string> titles;
+    CleanupCount count;
+    const auto tell = [&] {
+        if (const auto progress = count.now()) {
+            call.progress(*progress);
+        }
+    };
     const CleanupWatch watch{
-        .onPlanned =
-            [&](const std::vector<CleanupAction>& actions) {
-                for (const CleanupAction& action : actions) {
-                    titles.push_back(lumo::printable(action.title));
-                }
+        .onPlanned = [&](const std::vector<CleanupAction>& actions) { count.plan(actions); },
+        .onBegin =
+            [&](std::size_t index) {
+                count.begin(index);
+                tell();
             },
-        .onBegin = [&](std::size_t index) { call.progress(static_cast<std::int64_t>(index), titles[index]); },
         .stop = call.stop,
         .cancelTool = call.stop};
-    auto cleaned = tarvo::clean(plan.request, {.actions = agreed, .shown = plan.plan.shown},
-                                workspace.desk(call.caller), watch);
+    lumo::Result<Cleaned> cleaned;
+    whileTicking(tell, [&] {
+        cleaned = tarvo::clean(plan.request, {.actions = agreed, .shown = plan.plan.shown},
+                               workspace.desk(call.caller), watch);
+    });
     if (!cleaned) {
         return problem(cleaned.error().message);
     }
-    workspace.forgetReports();
-    return answerOf(std::move(*cleaned));
+    workspace.retire(plan.handle, *cleaned);
+    return answerOf(plan.handle, *cleaned);
 }
 
 ToolAnswer clean(Workspace& workspace, const ToolCall& call) {
@@ -198,24 +228,33 @@ ToolAnswer clean(Workspace& workspace, const ToolCall& call) {
     if (!handle || !ids) {
         return problem(handle ? ids.error().message : handle.error().message);
     }
-    const ProposedPlan* plan = workspace.planNamed(handle->value_or(""));
-    if (plan == nullptr) {
-        return problem(Words{"No hay ningún plan con ese identificador: haz uno con propose_cleanup.",
-                             "There is no plan with that handle: make one with propose_cleanup."}
-                           .in());
+    const ProposedPlan* kept = workspace.planNamed(handle->value_or(""));
+    if (kept == nullptr) {
+        return problem(noSuchPlan());
     }
-    const auto actions = chosenActions(*plan, *ids);
-    if (!actions || actions->empty()) {
+    // While the question is open other plans may be proposed, and push this one out.
+    const ProposedPlan plan = *kept;
+    if (plan.cleaned) {
         return problem(
-            actions ? Words{"El plan no tiene nada que limpiar.", "The plan has nothing to clean."}.in()
-                    : actions.error().message);
+            Words{"Ese plan ya se llevó a cabo: no se ha tocado nada más. what_was_cleaned dice qué "
+                  "salió; para seguir, haz otro con propose_cleanup.",
+                  "That plan was carried out already: nothing more was touched. what_was_cleaned "
+                  "tells what came of it; to go on, make another with propose_cleanup."}
+                .in());
     }
-    const std::string subject = plan->handle + dumpJson(lumo::encode(*actions), lumo::JsonLayout::line);
-    const Consent consent = call.ask(cleaningQuestion(*actions, call.caller), subject);
-    if (auto answer = unlessGiven(consent, cleaningCommand(*plan, *actions, workspace.home()))) {
+    const auto actions = chosenActions(plan, *ids);
+    if (!actions) {
+        return problem(actions.error().message);
+    }
+    const std::string subject = plan.handle + dumpJson(lumo::encode(*actions), lumo::JsonLayout::line);
+    const Consent consent =
+        call.ask(cleaningQuestion(*actions, *plan.request.report, {call.caller, workspace.home()}), subject);
+    if (auto answer =
+            unlessGiven(consent, cleaningCommand(plan, *ids ? *actions : std::vector<CleanupAction>(),
+                                                 workspace.home()))) {
         return *answer;
     }
-    return carryOut(workspace, *plan, *actions, call);
+    return carryOut(workspace, plan, *actions, call);
 }
 
 // Putting back.
@@ -229,14 +268,13 @@ std::string restoringCommand(const std::vector<std::string>& ids, const std::vec
     return commandLine(words, home);
 }
 
-std::string restoringQuestion(const std::vector<TrashedItem>& items, const std::string& caller,
-                              const std::string& home) {
-    std::vector<std::string> originals;
-    for (const TrashedItem& item : items) {
-        originals.push_back(lumo::abbreviated(item.original, home));
+/// The ids that restore takes now.
+std::vector<std::string> restorableIDs(const Desk& desk) {
+    std::vector<std::string> ids;
+    if (const auto held = heldItems(desk)) {
+        std::ranges::transform(held->items, std::back_inserter(ids), &ListedItem::id);
     }
-    return Words{"{} pide devolver a su sitio con Tarvo AI:\n{}", "{} asks to put back with Tarvo AI:\n{}"}
-        .with(caller, itemLines(originals));
+    return ids;
 }
 
 ToolAnswer restore(Workspace& workspace, const ToolCall& call) {
@@ -245,22 +283,34 @@ ToolAnswer restore(Workspace& workspace, const ToolCall& call) {
         return problem(ids.error().message);
     }
     const Desk desk = workspace.desk(call.caller);
-    const PutBackRequest request{.ids = *ids};
-    const auto shown = itemsMeant(request, desk);
-    if (!shown || shown->empty()) {
-        return problem(shown ? Words{"No hay nada que deshacer.", "There is nothing to undo."}.in()
-                             : shown.error().message);
+    const PutBackRequest request{.ids = ids->value_or(std::vector<std::string>())};
+    if (*ids && request.ids.empty()) {
+        return problem(nothingChosen(restorableIDs(desk)));
     }
-    const Consent consent = call.ask(restoringQuestion(*shown, call.caller, workspace.home()),
+    const auto shown = itemsMeant(request, desk);
+    if (!shown) {
+        return problem(Words{"{}. Hay: {}", "{}. There are: {}"}.with(shown.error().message,
+                                                                      namedIDs(restorableIDs(desk))));
+    }
+    if (shown->empty()) {
+        return problem(Words{"No hay nada que deshacer.", "There is nothing to undo."}.in());
+    }
+    const Consent consent = call.ask(restoringQuestion(*shown, {call.caller, workspace.home()}),
                                      dumpJson(lumo::encode(*shown), lumo::JsonLayout::line));
-    if (auto answer = unlessGiven(consent, restoringCommand(*ids, *shown, workspace.home()))) {
+    if (auto answer = unlessGiven(consent, restoringCommand(request.ids, *shown, workspace.home()))) {
         return *answer;
     }
-    const auto result = restoreAgreed(request, *shown, desk);
+    auto result = restoreAgreed(request, *shown, desk);
     if (!result) {
         return problem(result.error().message);
     }
     workspace.forgetReports();
+    constexpr std::size_t mostFailures = 20;
+    const std::size_t failed = result->failures.size();
+    if (failed > mostFailures) {
+        result->failures.resize(mostFailures);
+        result->failures.push_back(Words{"… y {} más", "… and {} more"}.with(failed - mostFailures));
+    }
     return {.text = restoredText(*result),
             .structured = lumo::encode(*result),
             .isProblem = !result->failures.empty()};
@@ -270,10 +320,10 @@ ToolAnswer restore(Workspace& workspace, const ToolCall& call) {
 
 struct ArchiveAnswer {
     std::string archive;
-    std::vector<CleanupOutcome> outcomes;
+    CleanedItem original;
 
     static constexpr auto fields = std::tuple{lumo::field("archive", &ArchiveAnswer::archive),
-                                              lumo::field("outcomes", &ArchiveAnswer::outcomes)};
+                                              lumo::field("original", &ArchiveAnswer::original)};
 };
 
 ToolAnswer archiveAgreed(Workspace& workspace, const std::string& path,
@@ -282,8 +332,8 @@ ToolAnswer archiveAgreed(Workspace& workspace, const std::string& path,
     std::expected<Archived, NotArchived> archived;
     whileTicking(
         [&] {
-            call.progress(progress.writtenBytes + progress.checkedBytes,
-                          lumo::printable(lumo::fileName(path)));
+            call.progress({.done = static_cast<double>(progress.writtenBytes + progress.checkedBytes),
+                           .message = lumo::printable(lumo::fileName(path))});
         },
         [&] {
             archived = tarvo::archive(
@@ -299,7 +349,7 @@ ToolAnswer archiveAgreed(Workspace& workspace, const std::string& path,
     return {.text = isFailed
                         ? originalKeptText(shown, lumo::printable(archived->outcome.message.value_or("")))
                         : archivedText(shown, archived->archiveBytes),
-            .structured = lumo::encode(ArchiveAnswer{archived->archive, {archived->outcome}}),
+            .structured = lumo::encode(ArchiveAnswer{archived->archive, cleanedItem(archived->outcome)}),
             .isProblem = isFailed};
 }
 
@@ -319,12 +369,10 @@ ToolAnswer archive(Workspace& workspace, const ToolCall& call) {
                                                    lumo::Archiver::usualSampleBytes, call.stop);
     const std::string name = lumo::printable(lumo::fileName(*path));
     const std::string destination = lumo::Archiver::destination(*path);
-    const std::string question =
-        Words{"{} pide archivar con Tarvo AI:\n• {}\n{}\n{}",
-              "{} asks to archive with Tarvo AI:\n• {}\n{}\n{}"}
-            .with(call.caller, lumo::printable(lumo::abbreviated(*path, workspace.home())),
-                  estimateText(name, estimate),
-                  archiveExplanation(lumo::printable(lumo::fileName(destination))));
+    const std::string question = archivingQuestion(
+        *path,
+        {estimateText(name, estimate), archiveExplanation(lumo::printable(lumo::fileName(destination)))},
+        {call.caller, workspace.home()});
     const Consent consent = call.ask(question, *path);
     if (auto answer = unlessGiven(consent, commandLine("archive " + quoted(*path), workspace.home()))) {
         return *answer;
@@ -342,22 +390,22 @@ std::vector<Tool> changingTools(const std::shared_ptr<Workspace>& workspace) {
         {.name = "clean",
          .title = Words{"Limpiar", "Clean"}.in(),
          .description =
-             Words{"Lleva a cabo un plan de propose_cleanup, o solo lo que elijas de él. Antes pregunta al "
-                   "usuario "
-                   "y solo sigue si acepta. Lo que se regenera solo se borra; lo del usuario se aparta {} "
-                   "días.",
-                   "Carries out a plan of propose_cleanup, or only what you choose of it. Asks the user "
-                   "first and "
-                   "only goes on when they accept. What recreates itself is deleted; the user's own is set "
-                   "aside "
-                   "for {} days."}
+             Words{
+                 "Lleva a cabo un plan de propose_cleanup, o solo lo que elijas de él, una sola vez. Antes "
+                 "pregunta al usuario y solo sigue si acepta. Lo que se regenera solo se borra; lo del "
+                 "usuario "
+                 "se aparta {} días; lo que borra otra herramienta no se puede deshacer.",
+                 "Carries out a plan of propose_cleanup, or only what you choose of it, once. Asks the user "
+                 "first and only goes on when they accept. What recreates itself is deleted; the user's own "
+                 "is "
+                 "set aside for {} days; what another tool deletes cannot be undone."}
                  .with(lumo::Holding::retentionDays),
-         .input = schemaOf(
+         .input = argumentsOf(
              {{"plan", schema("string", Words{"el identificador del plan", "the plan's handle"}.in()), true},
               {"items", listOf(schema("string"), Words{"identificadores; sin ellos, todo el plan",
                                                        "ids; without them the whole plan"}
                                                      .in())}}),
-         .output = schemaOfOutcomes<CleaningAnswer>(),
+         .output = schemaOf<CleaningAnswer>(cleaningWords()),
          .hints = deletes,
          .run = [workspace](const ToolCall& call) { return clean(*workspace, call); }});
     tools.push_back(
@@ -368,7 +416,7 @@ std::vector<Tool> changingTools(const std::shared_ptr<Workspace>& workspace) {
                               "Undoes the last cleanup, or puts back what you choose of list_set_aside. Asks "
                               "the user first. Never overwrites anything."}
                             .in(),
-         .input = schemaOf(
+         .input = argumentsOf(
              {{"items", listOf(schema("string"), Words{"identificadores; sin ellos, la última limpieza",
                                                        "ids; without them the last cleanup"}
                                                      .in())}}),
@@ -384,10 +432,10 @@ std::vector<Tool> changingTools(const std::shared_ptr<Workspace>& workspace) {
                    "Replaces a folder or file of the user's by a verified zip and sets the original "
                    "aside for {} days. Asks the user first."}
                  .with(lumo::Holding::retentionDays),
-         .input = schemaOf(
+         .input = argumentsOf(
              {{"path", schema("string", Words{"ruta en la carpeta personal", "path in the home folder"}.in()),
                true}}),
-         .output = schemaOfOutcomes<ArchiveAnswer>(),
+         .output = schemaOf<ArchiveAnswer>(cleaningWords()),
          .hints = moves,
          .run = [workspace](const ToolCall& call) { return archive(*workspace, call); }});
     return tools;

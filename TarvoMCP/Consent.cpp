@@ -16,7 +16,14 @@ JsonValue questionForm(std::string_view message) {
 
 Consent consentIn(const JsonValue& reply) {
     const std::string* action = textIn(reply, "action");
-    return action != nullptr && *action == "accept" ? Consent::given : Consent::declined;
+    if (action == nullptr) {
+        return Consent::cannotAsk;
+    }
+    // Nobody has said anything in a word that the protocol does not have.
+    return *action == "accept"    ? Consent::given
+           : *action == "decline" ? Consent::declined
+           : *action == "cancel"  ? Consent::cancelled
+                                  : Consent::cannotAsk;
 }
 
 ConsentTickets::ConsentTickets() : key_(platform::randomKey()) {}

@@ -15,8 +15,9 @@ namespace tarvo::mcp {
 
 enum class Consent {
     given,
-    declined,  ///< Said no, closed the question, or the request was cancelled meanwhile.
-    cannotAsk, ///< The client has no way to ask its user.
+    declined,  ///< The user said no.
+    cancelled, ///< The question was closed without an answer, or the request was cancelled meanwhile.
+    cannotAsk, ///< The client has no way to ask its user, or failed to.
     pending,   ///< The question goes out as the answer to this request; the client comes back with the reply.
     invalid,   ///< What came back belongs to no question of ours, or to none that is still open.
 };

@@ -50,12 +50,13 @@ std::string handshakeVersion(std::string_view asked) {
 }
 
 Peer peerOfHandshake(const JsonValue& params) {
-    constexpr std::string_view firstThatAsks = "2025-06-18";
+    constexpr std::string_view firstThatAsks = "2025-06-18"; // And reads records.
     const std::string* asked = textIn(params, "protocolVersion");
     Peer peer{.version = handshakeVersion(asked != nullptr ? *asked : ""),
               .name = shownName(objectIn(params, "clientInfo"))};
     // Revisions are dates, so their texts are in the order of their time.
     peer.canBeAsked = peer.version >= firstThatAsks && canBeAsked(objectIn(params, "capabilities"));
+    peer.readsRecords = peer.version >= firstThatAsks;
     return peer;
 }
 

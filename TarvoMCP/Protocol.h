@@ -18,6 +18,7 @@ struct Peer {
     std::string version;      ///< The revision of the protocol.
     bool isStateless = false; ///< It says all this in each request.
     bool canBeAsked = false;  ///< It can put a question to its user.
+    bool readsRecords = true; ///< It knows answers that are records, not only texts.
     std::string name;         ///< What it calls itself, as it may be shown and logged.
 };
 

@@ -13,10 +13,6 @@ void describe(JsonValue& schema, std::string description) {
     std::get<JsonValue::Object>(schema.value).push_back({"description", {std::move(description)}});
 }
 
-bool countsBytes(std::string_view field) {
-    return field == "bytes" || field.ends_with("Bytes");
-}
-
 } // namespace
 
 JsonValue schemaOf(std::vector<Property> properties) {
@@ -30,6 +26,12 @@ JsonValue schemaOf(std::vector<Property> properties) {
     }
     return object(
         {{"type", word("object")}, {"properties", {std::move(members)}}, {"required", list(required)}});
+}
+
+JsonValue argumentsOf(std::vector<Property> properties) {
+    JsonValue schema = schemaOf(std::move(properties));
+    std::get<JsonValue::Object>(schema.value).push_back({"additionalProperties", flag(false)});
+    return schema;
 }
 
 JsonValue schema(std::string_view type, std::string_view description) {
@@ -71,8 +73,6 @@ JsonValue withWords(JsonValue schema, std::string_view field, const FieldWords& 
         describe(schema, lumo::Words{"safe: se regenera solo; review: míralo antes; keep: no se borra",
                                      "safe: recreates itself; review: needs a look; keep: never delete"}
                              .in());
-    } else if (countsBytes(field)) {
-        describe(schema, "bytes");
     }
     return schema;
 }

@@ -22,6 +22,8 @@ struct Property {
     bool isRequired = false;
 };
 JsonValue schemaOf(std::vector<Property> properties);
+/// The same with no others beside them.
+JsonValue argumentsOf(std::vector<Property> properties);
 JsonValue schema(std::string_view type, std::string_view description = {});
 JsonValue listOf(JsonValue items, std::string_view description = {});
 

@@ -1,5 +1,6 @@
 #include "TarvoMCP/Server.h"
 
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Clock.h"
 #include "Platform/Signing.h"
 
@@ -27,8 +28,66 @@ std::optional<JsonValue> progressToken(const JsonValue& params) {
 
 } // namespace
 
-Server::Server(ServerCard card, std::vector<Tool> tools, Send send)
-    : card_(std::move(card)), tools_(std::move(tools)), send_(std::move(send)), worker_([this] { work(); }) {}
+class Server::Reporter final {
+  public:
+    Reporter(Server& server, std::optional<JsonValue> token) : server_(server), token_(std::move(token)) {}
+
+    void tell(const Progress& progress) {
+        const std::scoped_lock lock(mutex_);
+        if (progress.done > last_) {
+            last_ = progress.done;
+            send(progress.message, progress.total);
+        } else {
+            beat(progress.message, progress.total);
+        }
+    }
+
+    /// A sign of life, when none was given for long enough.
+    void signOfLife(const std::string& message) {
+        const std::scoped_lock lock(mutex_);
+        beat(message, {});
+    }
+
+  private:
+    void beat(const std::string& message, std::optional<double> total) {
+        if (Clock::now() - sentAt_ >= server_.beat_) {
+            // Each figure must be larger than the one before; thousands of these do not make one of the work.
+            constexpr double next = 0.0001;
+            last_ += next;
+            send(message, total);
+        }
+    }
+
+    void send(const std::string& message, std::optional<double> total) {
+        sentAt_ = Clock::now();
+        if (!token_) {
+            return;
+        }
+        JsonValue params = object({{"progressToken", *token_}, {"progress", figure(last_)}});
+        auto& members = std::get<JsonValue::Object>(params.value);
+        if (total) {
+            members.push_back({"total", figure(*total)});
+        }
+        members.push_back({"message", word(message)});
+        server_.send(notificationLine("notifications/progress", std::move(params)));
+    }
+
+    static JsonValue figure(double value) {
+        const auto whole = static_cast<std::int64_t>(value);
+        return static_cast<double>(whole) < value ? JsonValue{value} : number(whole);
+    }
+
+    using Clock = std::chrono::steady_clock;
+    Server& server_;
+    const std::optional<JsonValue> token_;
+    std::mutex mutex_;
+    double last_ = 0;
+    Clock::time_point sentAt_ = Clock::now();
+};
+
+Server::Server(ServerCard card, std::vector<Tool> tools, Send send, std::chrono::milliseconds beat)
+    : card_(std::move(card)), tools_(std::move(tools)), send_(std::move(send)), beat_(beat),
+      worker_([this] { work(); }) {}
 
 void Server::receive(std::string_view line) {
     if (line.find_first_not_of(" \t\r") == std::string_view::npos) {
@@ -68,7 +127,7 @@ void Server::take(const Response& response) {
             return; // To nothing of ours, or too late.
         }
         question->second.isAnswered = true;
-        question->second.consent = response.result ? consentIn(*response.result) : Consent::declined;
+        question->second.consent = response.result ? consentIn(*response.result) : Consent::cannotAsk;
     }
     changed_.notify_all();
 }
@@ -226,7 +285,7 @@ void Server::run(Job& job) {
     } else if (answer.isPending && form) {
         sendResult(job.request, job.peer, std::move(*form), "input_required");
     } else {
-        sendResult(job.request, job.peer, resultOf(answer));
+        sendResult(job.request, job.peer, resultOf(answer, job.peer.readsRecords));
     }
 }
 
@@ -235,16 +294,8 @@ ToolCall Server::callOf(Job& job, std::optional<JsonValue>& form) {
     ToolCall call{.arguments = arguments != nullptr ? *arguments : object({}),
                   .caller = job.peer.name,
                   .stop = job.stop.get_token()};
-    call.progress = [this, token = progressToken(job.request.params),
-                     last = std::int64_t{-1}](std::int64_t done, const std::string& message) mutable {
-        // A figure that stands still says nothing.
-        if (token && done > last) {
-            last = done;
-            send(notificationLine(
-                "notifications/progress",
-                object({{"progressToken", *token}, {"progress", number(done)}, {"message", word(message)}})));
-        }
-    };
+    job.reporter = std::make_shared<Reporter>(*this, progressToken(job.request.params));
+    call.progress = [reporter = job.reporter](const Progress& progress) { reporter->tell(progress); };
     call.ask = [this, &job, &form](const std::string& question, const std::string& subject) {
         return ask(job, question, subject, form);
     };
@@ -262,7 +313,7 @@ Consent Server::ask(Job& job, const std::string& question, const std::string& su
         return Consent::cannotAsk;
     }
     if (job.stop.stop_requested()) {
-        return Consent::declined; // No question flashes up for a call that nobody waits for.
+        return Consent::cancelled; // No question flashes up for a call that nobody waits for.
     }
     return job.peer.isStateless ? askByResult(job, question, subject, form) : askByRequest(job, question);
 }
@@ -275,16 +326,47 @@ Consent Server::askByRequest(const Job& job, const std::string& question) {
     lock.unlock();
     send(requestLine(id, "elicitation/create", questionForm(question)));
     lock.lock();
+    awaitReply(job, key, lock);
     const std::stop_token stop = job.stop.get_token();
-    changed_.wait(lock, stop, [&] { return questions_[key].isAnswered; });
     const Question answered = questions_[key];
     questions_.erase(key);
     lock.unlock();
     if (!answered.isAnswered) {
         send(notificationLine("notifications/cancelled", object({{"requestId", id}})));
-        return Consent::declined;
+        return Consent::cancelled;
     }
-    return stop.stop_requested() ? Consent::declined : answered.consent;
+    return stop.stop_requested() ? Consent::cancelled : answered.consent;
+}
+
+void Server::awaitReply(const Job& job, const std::string& key, std::unique_lock<std::mutex>& lock) {
+    const std::stop_token stop = job.stop.get_token();
+    const auto isLooking = [](const auto& waiting) { return waiting->tool->hints.isReadOnly; };
+    while (!questions_[key].isAnswered && !stop.stop_requested()) {
+        changed_.wait_for(lock, stop, beat_, [&] {
+            return questions_[key].isAnswered || std::ranges::any_of(queue_, isLooking);
+        });
+        const std::shared_ptr<Job> looking = questions_[key].isAnswered ? nullptr : nextLooking();
+        lock.unlock();
+        if (looking && !looking->stop.stop_requested()) {
+            run(*looking);
+        } else if (looking) {
+            finish(*looking);
+        } else {
+            job.reporter->signOfLife(lumo::Words{"Esperando al usuario", "Waiting for the user"}.in());
+        }
+        lock.lock();
+    }
+}
+
+std::shared_ptr<Server::Job> Server::nextLooking() {
+    const auto found =
+        std::ranges::find_if(queue_, [](const auto& job) { return job->tool->hints.isReadOnly; });
+    if (found == queue_.end()) {
+        return nullptr;
+    }
+    const std::shared_ptr<Job> job = *found;
+    queue_.erase(found);
+    return job;
 }
 
 Consent Server::askByResult(const Job& job, const std::string& question, const std::string& subject,

@@ -4,6 +4,7 @@
 #include "TarvoMCP/Protocol.h"
 #include "TarvoMCP/Tool.h"
 
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <functional>
@@ -20,13 +21,16 @@
 namespace tarvo::mcp {
 
 /// Answers a client. Messages are read on the caller's thread and calls are worked off one after the other on
-/// another one, so that a cancellation arrives while a call is at work.
+/// another one, so that a cancellation arrives while a call is at work. While one waits for the user, those
+/// that only look are worked off.
 class Server final {
   public:
     /// Sends one line to the client, from either thread, one at a time; false when nobody is there any more.
     using Send = std::function<bool(const std::string& line)>;
 
-    Server(ServerCard card, std::vector<Tool> tools, Send send);
+    /// A call whose work or question takes long gives a sign of life at most each `beat`.
+    Server(ServerCard card, std::vector<Tool> tools, Send send,
+           std::chrono::milliseconds beat = std::chrono::seconds(10));
     ~Server() { end(); }
     Server(const Server&) = delete;
     Server& operator=(const Server&) = delete;
@@ -44,16 +48,20 @@ class Server final {
     [[nodiscard]] bool isEnded() const { return ending_.stop_requested(); }
 
   private:
+    /// What a client is told of one call's progress. Used by any thread.
+    class Reporter;
+
     struct Job {
         Request request;
         Peer peer;
         const Tool* tool = nullptr;
         std::stop_source stop;
+        std::shared_ptr<Reporter> reporter = {};
     };
     /// A question to the user that went out as a request of ours.
     struct Question {
         bool isAnswered = false;
-        Consent consent = Consent::declined;
+        Consent consent = Consent::cancelled;
     };
 
     void take(const Request& request);
@@ -69,6 +77,8 @@ class Server final {
 
     void work();
     std::shared_ptr<Job> nextJob();
+    /// The first waiting call of a tool that only looks, and takes it out; null without one. Holds the lock.
+    std::shared_ptr<Job> nextLooking();
     void run(Job& job);
     /// The arguments of the call, and the ways back from it. `form` gets a question that is the answer.
     ToolCall callOf(Job& job, std::optional<JsonValue>& form);
@@ -77,6 +87,8 @@ class Server final {
     Consent ask(Job& job, const std::string& question, const std::string& subject,
                 std::optional<JsonValue>& form);
     Consent askByRequest(const Job& job, const std::string& question);
+    /// Waits for the reply to the question with that key, and works and gives signs of life meanwhile.
+    void awaitReply(const Job& job, const std::string& key, std::unique_lock<std::mutex>& lock);
     Consent askByResult(const Job& job, const std::string& question, const std::string& subject,
                         std::optional<JsonValue>& form);
 
@@ -87,6 +99,7 @@ class Server final {
     const ServerCard card_;
     const std::vector<Tool> tools_;
     const Send send_;
+    const std::chrono::milliseconds beat_;
     std::mutex sending_;
 
     std::optional<Peer> peer_; ///< Of the handshake. Used by the reading thread alone.

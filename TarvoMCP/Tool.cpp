@@ -27,8 +27,9 @@ lumo::Result<std::optional<Value>> argument(const JsonValue& arguments, std::str
 
 } // namespace
 
-ToolAnswer problem(std::string text) {
-    return {.text = std::move(text), .isProblem = true};
+ToolAnswer problem(const std::string& text) {
+    constexpr std::size_t mostColumns = 4000; // Some name all ids of a home.
+    return {.text = lumo::shortened(text, mostColumns), .isProblem = true};
 }
 
 ToolAnswer pending() {
@@ -48,13 +49,16 @@ JsonValue described(const Tool& tool) {
                                            {"openWorldHint", flag(false)}})}});
 }
 
-JsonValue resultOf(const ToolAnswer& answer) {
+JsonValue resultOf(const ToolAnswer& answer, bool readsRecords) {
     std::vector<JsonValue> blocks{content(answer.text)};
     if (!answer.structured) {
         return object({{"content", list(std::move(blocks))}, {"isError", flag(answer.isProblem)}});
     }
-    // Clients of the first revisions read only texts.
-    blocks.push_back(content(dumpJson(*answer.structured, lumo::JsonLayout::line)));
+    if (!readsRecords) {
+        blocks.push_back(content(lumo::jsonInText(*answer.structured)));
+        return object({{"content", list(std::move(blocks))}, {"isError", flag(answer.isProblem)}});
+    }
+    // The record is not said a second time: models are often shown both.
     return object({{"content", list(std::move(blocks))},
                    {"structuredContent", *answer.structured},
                    {"isError", flag(answer.isProblem)}});
@@ -69,10 +73,13 @@ lumo::Result<bool> flagArgument(const JsonValue& arguments, std::string_view nam
     return given ? lumo::Result<bool>(given->value_or(false)) : std::unexpected(given.error());
 }
 
-lumo::Result<std::vector<std::string>> textsArgument(const JsonValue& arguments, std::string_view name) {
-    auto given = argument<std::vector<std::string>>(arguments, name);
-    return given ? lumo::Result<std::vector<std::string>>(given->value_or(std::vector<std::string>()))
-                 : std::unexpected(given.error());
+lumo::Result<std::optional<std::int64_t>> numberArgument(const JsonValue& arguments, std::string_view name) {
+    return argument<std::int64_t>(arguments, name);
+}
+
+lumo::Result<std::optional<std::vector<std::string>>> textsArgument(const JsonValue& arguments,
+                                                                    std::string_view name) {
+    return argument<std::vector<std::string>>(arguments, name);
 }
 
 lumo::Result<void> checkNames(const Tool& tool, const JsonValue& arguments) {

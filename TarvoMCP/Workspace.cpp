@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/UniqueID.h"
 #include "LumoCore/Basics/Words.h"
 #include "Platform/Clock.h"
@@ -49,11 +50,15 @@ lumo::Result<std::shared_ptr<const lumo::ScanReport>> Workspace::scan(bool isQui
     lumo::ScanProgress progress;
     const ScanPass pass = isQuick ? ScanPass::quick : ScanPass::full;
     std::optional<lumo::ScanReport> report;
-    whileTicking([&] { call.progress(progress.walked.entries, progressText(progress)); },
-                 [&] {
-                     report = scanned(rulesFor(pass, home_), optionsFor(pass, home_), desk(),
-                                      {.progress = &progress, .stop = call.stop});
-                 });
+    whileTicking(
+        [&] {
+            call.progress(
+                {.done = static_cast<double>(progress.walked.entries), .message = progressText(progress)});
+        },
+        [&] {
+            report = scanned(rulesFor(pass, home_), optionsFor(pass, home_), desk(),
+                             {.progress = &progress, .stop = call.stop});
+        });
     if (!report) {
         return lumo::failure(Words{"Interrumpido.", "Interrupted."}.in());
     }
@@ -73,14 +78,20 @@ lumo::Result<std::shared_ptr<const lumo::ScanReport>> Workspace::recentReport(co
     return scan(false, call);
 }
 
-lumo::Result<std::string> Workspace::pathInHome(const std::string& given) const {
-    // What links on the way lead to is seen through, so that a path cannot point out of the home.
+lumo::Result<std::string> Workspace::pathNamed(const std::string& given) const {
     std::string path = given.empty() ? home_ : pathMeant(given, home_, LastLink::kept, home_);
-    if (!lumo::isInside(path, home_)) {
-        return lumo::failure(lumo::PathGuard::outside(path));
-    }
     if (!platform::kindOf(path)) {
-        return lumo::failure(Words{"no hay nada en {}", "there is nothing at {}"}.with(path));
+        return lumo::failure(
+            Words{"no hay nada en {}", "there is nothing at {}"}.with(lumo::printableWithStrays(path)));
+    }
+    return path;
+}
+
+lumo::Result<std::string> Workspace::pathInHome(const std::string& given) const {
+    auto path = pathNamed(given);
+    // What links on the way lead to was seen through, so that a path cannot point out of the home.
+    if (path && !lumo::isInside(*path, home_)) {
+        return lumo::failure(lumo::PathGuard::outside(lumo::printableWithStrays(*path)));
     }
     return path;
 }
@@ -99,8 +110,17 @@ const ProposedPlan& Workspace::keep(ProposedPlan plan) {
 const ProposedPlan* Workspace::planNamed(const std::string& handle) const {
     const auto found = std::ranges::find(plans_, handle, &ProposedPlan::handle);
     constexpr double lifetime = 3600;
-    const bool isFresh = found != plans_.end() && platform::monotonicSeconds() - found->proposedAt < lifetime;
-    return isFresh ? &*found : nullptr;
+    const bool isKnown = found != plans_.end() &&
+                         (found->cleaned || platform::monotonicSeconds() - found->proposedAt < lifetime);
+    return isKnown ? &*found : nullptr;
+}
+
+void Workspace::retire(const std::string& handle, Cleaned cleaned) {
+    const auto found = std::ranges::find(plans_, handle, &ProposedPlan::handle);
+    if (found != plans_.end()) {
+        found->cleaned = std::move(cleaned);
+    }
+    forgetReports();
 }
 
 void Workspace::forgetReports() {

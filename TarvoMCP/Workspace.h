@@ -2,6 +2,7 @@
 
 #include "LumoCore/Scanning/ScanReport.h"
 #include "TarvoMCP/Tool.h"
+#include "TarvoModel/Flows/Cleaning.h"
 #include "TarvoModel/Flows/CleanupPlanning.h"
 
 #include <deque>
@@ -17,11 +18,13 @@ namespace tarvo::mcp {
 struct ProposedPlan {
     std::string handle;
     PlanRequest request;
-    Plan plan;             ///< As it was shown.
-    double proposedAt = 0; ///< On the clock that is never set.
+    Plan plan;                           ///< As it was shown.
+    double proposedAt = 0;               ///< On the clock that is never set.
+    std::optional<Cleaned> cleaned = {}; ///< What came of it: a plan serves once.
 };
 
-/// What the tools know of the home from one call to the next. Used by one thread.
+/// What the tools know of the home from one call to the next. Used by one thread, on which calls that look
+/// may be worked off within one that waits for the user.
 class Workspace final {
   public:
     explicit Workspace(const std::string& home) : home_(home) {}
@@ -38,15 +41,22 @@ class Workspace final {
     /// The last full report when it is some minutes old at most, else a new one.
     lumo::Result<std::shared_ptr<const lumo::ScanReport>> recentReport(const ToolCall& call);
 
+    /// The path anywhere that a client named, read as below.
+    [[nodiscard]] lumo::Result<std::string> pathNamed(const std::string& given) const;
+
     /// The path in the home that a client named: absolute, or from the home on, with or without "~". A
     /// failure says why it may not be looked at.
     [[nodiscard]] lumo::Result<std::string> pathInHome(const std::string& given) const;
 
     /// Keeps a plan under a handle of its own; only the newest few are kept.
     const ProposedPlan& keep(ProposedPlan plan);
-    /// None for one that is gone or older than an hour: the disk is no longer what it was.
+    /// None for one that is gone or, before it was carried out, older than an hour: the disk is no longer
+    /// what it was.
     [[nodiscard]] const ProposedPlan* planNamed(const std::string& handle) const;
-    /// What was cleaned is no longer as the reports have it.
+    /// Remembers what came of the plan, which serves no more. What was cleaned is no longer as the reports
+    /// have it.
+    void retire(const std::string& handle, Cleaned cleaned);
+    /// What was changed is no longer as the reports have it.
     void forgetReports();
 
   private:

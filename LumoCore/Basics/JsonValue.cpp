@@ -226,6 +226,10 @@ std::string dumpJson(const JsonValue& document, JsonLayout layout) {
     return writer.take();
 }
 
+std::string jsonInText(const JsonValue& document) {
+    return withStraysRestored(dumpJson(document, JsonLayout::line));
+}
+
 Result<JsonValue> parseJson(std::string_view bytes) {
     if (bytes.size() > mostJsonBytes) {
         return failure("the JSON is larger than 64 MiB");

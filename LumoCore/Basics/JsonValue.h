@@ -45,6 +45,10 @@ enum class JsonLayout {
 /// so that every file name survives the round trip exactly.
 std::string dumpJson(const JsonValue& document, JsonLayout layout);
 
+/// The document on one line as a text that is put into another document: there it reads as `dumpJson` writes
+/// the document itself. What stands for stray bytes would be marked a second time otherwise.
+std::string jsonInText(const JsonValue& document);
+
 /// The largest document and the deepest nesting that are read.
 inline constexpr std::size_t mostJsonBytes = std::size_t{64} * 1024 * 1024;
 inline constexpr std::size_t mostJsonDepth = 64;

@@ -96,6 +96,35 @@ std::size_t columnsOf(UChar32 character) {
     return width == U_EA_WIDE || width == U_EA_FULLWIDTH ? 2 : 1;
 }
 
+/// True where a terminal would do something else than show the character.
+bool misleads(UChar32 character) {
+    // Direction overrides could make one path look like another.
+    return u_charType(character) == U_CONTROL_CHAR || (character >= 0x202A && character <= 0x202E) ||
+           (character >= 0x2066 && character <= 0x2069) || character == 0x2028 || character == 0x2029;
+}
+
+enum class StrayBytes { escaped, kept };
+
+template <class Predicate>
+std::string escapedWhere(std::string_view bytes, Predicate isEscaped, StrayBytes strays) {
+    std::string shown;
+    for (std::size_t offset = 0; offset < bytes.size();) {
+        const std::size_t start = offset;
+        const UChar32 character = nextCharacter(bytes, offset);
+        const bool isShown = character < 0 ? strays == StrayBytes::kept : !isEscaped(character);
+        if (isShown) {
+            shown += bytes.substr(start, offset - start);
+        } else if (character == '\n') {
+            shown += "\\n";
+        } else {
+            for (const char byte : bytes.substr(start, offset - start)) {
+                shown += fmt::format("\\x{:02X}", static_cast<unsigned char>(byte));
+            }
+        }
+    }
+    return shown;
+}
+
 } // namespace
 
 std::string composed(std::string_view text) {
@@ -222,25 +251,21 @@ bool beginsWithNumber(std::string_view text) {
 }
 
 std::string printable(std::string_view bytes) {
-    std::string shown;
-    for (std::size_t offset = 0; offset < bytes.size();) {
-        const std::size_t start = offset;
-        const UChar32 character = nextCharacter(bytes, offset);
-        // Direction overrides could make one path look like another.
-        const bool misleads = (character >= 0x202A && character <= 0x202E) ||
-                              (character >= 0x2066 && character <= 0x2069) || character == 0x2028 ||
-                              character == 0x2029;
-        if (character == '\n') {
-            shown += "\\n";
-        } else if (character < 0 || u_charType(character) == U_CONTROL_CHAR || misleads) {
-            for (const char byte : bytes.substr(start, offset - start)) {
-                shown += fmt::format("\\x{:02X}", static_cast<unsigned char>(byte));
-            }
-        } else {
-            shown += bytes.substr(start, offset - start);
-        }
-    }
-    return shown;
+    return escapedWhere(bytes, misleads, StrayBytes::escaped);
+}
+
+std::string revealed(std::string_view bytes) {
+    return escapedWhere(
+        bytes,
+        [](UChar32 character) {
+            return misleads(character) || u_charType(character) == U_FORMAT_CHAR ||
+                   u_hasBinaryProperty(character, UCHAR_DEFAULT_IGNORABLE_CODE_POINT);
+        },
+        StrayBytes::escaped);
+}
+
+std::string printableWithStrays(std::string_view bytes) {
+    return escapedWhere(bytes, misleads, StrayBytes::kept);
 }
 
 std::string decoded(std::string_view bytes) {

@@ -46,6 +46,14 @@ bool beginsWithNumber(std::string_view text);
 /// A name or path as a terminal may show it: one line, control characters and stray bytes as "\n", "\x1B".
 std::string printable(std::string_view bytes);
 
+/// The same with all that shows nothing of itself as bytes, too: joiners, tags, fillers. For questions, where
+/// no two names may look alike, though emoji and some scripts are written with joiners.
+std::string revealed(std::string_view bytes);
+
+/// The same as `printable` with stray bytes left as they are, for texts inside a JSON document, which carries
+/// them.
+std::string printableWithStrays(std::string_view bytes);
+
 /// The content of a text file whose encoding nobody tells: UTF-8 as it is, anything else read as Latin-1.
 std::string decoded(std::string_view bytes);
 

@@ -73,6 +73,10 @@ TEST(Text, ShowsTheJoinersThatScriptsAndEmojiAreWrittenWith) {
     const std::string persian = "\u0645\u06CC\u200C\u062E\u0648\u0627\u0647\u0645";
     EXPECT_EQ(lumo::printable(family), family);
     EXPECT_EQ(lumo::printable(persian), persian);
+    EXPECT_EQ(lumo::revealed("a\u200Db\u3164\uFEFF\U000E0041"), // A question shows them all.
+              R"(a\xE2\x80\x8Db\xE3\x85\xA4\xEF\xBB\xBF\xF3\xA0\x81\x81)");
+    EXPECT_EQ(lumo::revealed("日本 ñ\n\xFF"), R"(日本 ñ\n\xFF)");
+    EXPECT_EQ(lumo::printableWithStrays("a\n\xFF\u202E"), "a\\n\xFF\\xE2\\x80\\xAE");
 }
 
 TEST(Text, FindsTheWordsOfANameInLowerCase) {

@@ -93,7 +93,7 @@ class ToolServerFace final : public Face {
         const auto tool = std::ranges::find(tools_, name, &mcp::Tool::name);
         return tool->run({.arguments = lumo::parseJson(arguments).value(),
                           .caller = "Agent",
-                          .progress = [](std::int64_t, const std::string&) {},
+                          .progress = [](const mcp::Progress&) {},
                           .ask =
                               [&](const std::string&, const std::string&) {
                                   whileAsking();

@@ -13,13 +13,17 @@ namespace tarvo::testing {
 /// The other end of a server: sends it messages and keeps what it says.
 class FakeClient final {
   public:
-    explicit FakeClient(std::vector<mcp::Tool> tools)
-        : server_({.version = "1", .instructions = "Hi."}, std::move(tools), [this](const std::string& line) {
-              const std::scoped_lock lock(mutex_);
-              said_.push_back(lumo::parseJson(line).value());
-              changed_.notify_all();
-              return true;
-          }) {}
+    explicit FakeClient(std::vector<mcp::Tool> tools,
+                        std::chrono::milliseconds beat = std::chrono::seconds(10))
+        : server_(
+              {.version = "1", .instructions = "Hi."}, std::move(tools),
+              [this](const std::string& line) {
+                  const std::scoped_lock lock(mutex_);
+                  said_.push_back(lumo::parseJson(line).value());
+                  changed_.notify_all();
+                  return true;
+              },
+              beat) {}
 
     void send(const std::string& line) { server_.receive(line); }
     mcp::Server& server() { return server_; }

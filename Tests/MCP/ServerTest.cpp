@@ -22,7 +22,7 @@ namespace {
 constexpr const char* asks = R"({"elicitation":{}})";
 
 std::string nameOf(Consent consent) {
-    constexpr std::array names{"given", "declined", "cannotAsk", "pending", "invalid"};
+    constexpr std::array names{"given", "declined", "cancelled", "cannotAsk", "pending", "invalid"};
     return names[static_cast<std::size_t>(consent)];
 }
 
@@ -44,8 +44,8 @@ Tool endless(std::atomic<bool>& hasStopped) {
             .input = tarvo::mcp::schemaOf({}),
             .output = tarvo::mcp::schemaOf({}),
             .run = [&](const ToolCall& call) {
-                call.progress(1, "at it");
-                call.progress(1, "still");
+                call.progress({.done = 1, .message = "at it", .total = 2});
+                call.progress({.done = 1, .message = "still"});
                 while (!call.stop.stop_requested()) {
                     std::this_thread::yield();
                 }
@@ -155,11 +155,13 @@ TEST(Server, RefusesCallsThatNoToolCanMean) {
 TEST(Server, CountsOnlyAnAcceptedQuestionAsTheUsersWord) {
     EXPECT_EQ(wordAfter(R"("result":{"action":"accept","content":{}})"), "given");
     EXPECT_EQ(wordAfter(R"("result":{"action":"accept"},"error":null)"), "given");
+    EXPECT_EQ(wordAfter(R"("result":{"action":"decline"})"), "declined");
+    // Agents were told that the user had said no when nobody had been asked, or had closed the question.
+    EXPECT_EQ(wordAfter(R"("result":{"action":"cancel"})"), "cancelled");
     for (const char* reply :
-         {R"("result":{"action":"decline"})", R"("result":{"action":"cancel"})",
-          R"("result":{"action":true})", R"("result":{"action":"Accept"})", R"("result":{})",
+         {R"("result":{"action":true})", R"("result":{"action":"Accept"})", R"("result":{})",
           R"("result":true)", R"("error":{"code":-32601,"message":"no"})"}) {
-        EXPECT_EQ(wordAfter(reply), "declined") << reply;
+        EXPECT_EQ(wordAfter(reply), "cannotAsk") << reply;
     }
     for (const auto& [version, capabilities] : {std::pair{"2025-11-25", "{}"},
                                                 {"2025-03-26", asks},
@@ -213,13 +215,34 @@ TEST(ConsentTickets, ServeForAFewMinutes) {
     EXPECT_FALSE(tarvo::mcp::ConsentTickets().redeem(tickets.issue("a", 0), "a", 0)) << "another server's";
 }
 
+TEST(Server, AnswersWhoOnlyLooksAndGivesSignsOfLifeWhileAQuestionIsOpen) {
+    // Everything waited behind the user, and the client's timer ran out.
+    Tool asks_ = asking();
+    asks_.hints.isReadOnly = false;
+    Tool looks{.name = "look",
+               .input = tarvo::mcp::schemaOf({}),
+               .output = tarvo::mcp::schemaOf({}),
+               .run = [](const ToolCall&) { return ToolAnswer{.text = "seen"}; }};
+    FakeClient client({asks_, looks}, std::chrono::milliseconds(1));
+    client.shakeHands("2025-11-25", asks);
+    client.call(1, "ask", "{}", R"(,"_meta":{"progressToken":"t"})");
+    const auto question = client.request("elicitation/create");
+    client.call(2, "ask", "{}");
+    client.call(3, "look", "{}");
+    EXPECT_EQ(at(client.answer(3), "result/content/0/text"), "seen");
+    EXPECT_EQ(at(client.request("notifications/progress"), "params/progress"), "0.0001");
+    client.message([](const auto& said) { return at(said, "params/progress") == "0.0002"; });
+    client.send(R"({"jsonrpc":"2.0","id":")" + at(question, "id") + R"(","result":{"action":"accept"}})");
+    EXPECT_EQ(at(client.answer(1), "result/content/0/text"), "given");
+}
+
 TEST(Server, StopsAtOnceWhenCancelledOrEnded) {
     std::atomic<bool> hasStopped = false;
     FakeClient client({endless(hasStopped), asking()});
     client.shakeHands("2025-11-25", asks);
     client.call(1, "endless", "{}", R"(,"_meta":{"progressToken":"t"})");
     EXPECT_EQ(at(client.request("notifications/progress"), "params"),
-              R"({"progressToken":"t","progress":1,"message":"at it"})");
+              R"({"progressToken":"t","progress":1,"total":2,"message":"at it"})");
     client.call(1, "ask", "{}");
     EXPECT_EQ(at(client.answer(1), "error/message"), "the id is in use");
     client.send(R"({"jsonrpc":"2.0","method":"notifications/cancelled","params":{"requestId":1}})");

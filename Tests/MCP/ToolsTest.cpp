@@ -1,4 +1,3 @@
-#include "TarvoMCP/Tools.h"
 #include "LumoAI/ExplanationCache.h"
 #include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Basics/Words.h"
@@ -6,8 +5,7 @@
 #include "LumoCore/Explaining/Explanation.h"
 #include "Platform/Clock.h"
 #include "TarvoModel/Flows/HelpReply.h"
-#include "Tests/MCP/FakeClient.h"
-#include "Tests/support/TempHome.h"
+#include "Tests/MCP/Agent.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,47 +15,13 @@
 
 using lumo::JsonValue;
 using tarvo::mcp::Consent;
-using tarvo::mcp::Tool;
 using tarvo::mcp::ToolAnswer;
-using tarvo::mcp::Workspace;
+using tarvo::testing::Agent;
 using tarvo::testing::at;
 using tarvo::testing::TempHome;
 using testing::HasSubstr;
 
 namespace {
-
-/// Calls tools on a home as a client would, and answers their questions.
-class Agent final {
-  public:
-    explicit Agent(const TempHome& home) {
-        const auto workspace = std::make_shared<Workspace>(home.path());
-        tools_ = tarvo::mcp::lookingTools(workspace);
-        for (Tool& tool : tarvo::mcp::changingTools(workspace)) {
-            tools_.push_back(std::move(tool));
-        }
-    }
-
-    ToolAnswer call(const std::string& name, const std::string& arguments,
-                    Consent consent = Consent::declined) {
-        return tool(name).run({.arguments = lumo::parseJson(arguments).value(),
-                               .caller = "Agent",
-                               .progress = [](std::int64_t, const std::string&) {},
-                               .ask =
-                                   [this, consent](const std::string& question, const std::string&) {
-                                       asked = question;
-                                       return consent;
-                                   }});
-    }
-
-    [[nodiscard]] const Tool& tool(const std::string& name) const {
-        return *std::ranges::find(tools_, name, &Tool::name);
-    }
-
-    std::string asked; ///< The last question to the user.
-
-  private:
-    std::vector<Tool> tools_;
-};
 
 struct Painted {
     static constexpr std::string_view caseName = "painted";
@@ -132,23 +96,36 @@ TEST(Tools, CleanOnlyWhatTheUserAgreedToAndPutItBack) {
     EXPECT_EQ(at(*analysis.structured, "items/0/id"), "uv-cache");
     const std::string proposal = planIn(agent.call("propose_cleanup", "{}"));
     for (const Consent consent :
-         {Consent::declined, Consent::cannotAsk, Consent::invalid, Consent::pending}) {
+         {Consent::declined, Consent::cancelled, Consent::cannotAsk, Consent::invalid, Consent::pending}) {
         const ToolAnswer answer = agent.call("clean", proposal + "}", consent);
         EXPECT_EQ(answer.isPending, consent == Consent::pending);
         EXPECT_EQ(answer.isProblem, consent != Consent::pending);
+        EXPECT_EQ(answer.text.starts_with("The user said no"), consent == Consent::declined) << answer.text;
         if (consent == Consent::cannotAsk) {
-            EXPECT_THAT(answer.text, HasSubstr("tarvo clean --only 'uv-cache' --home '" + home.path() + "'"));
+            EXPECT_THAT(answer.text, HasSubstr("The person must run it, in their terminal"));
+            EXPECT_THAT(answer.text, HasSubstr("tarvo clean --home '" + home.path() + "'"));
         }
     }
-    EXPECT_TRUE(agent.call("clean", proposal + R"(,"items":["npm"]})", Consent::given).isProblem);
+    // No item at all was taken for all items.
+    for (const char* items : {R"(["npm"])", "[]"}) {
+        const ToolAnswer wrong = agent.call("clean", proposal + ",\"items\":" + items + "}", Consent::given);
+        EXPECT_TRUE(wrong.isProblem);
+        EXPECT_THAT(wrong.text, HasSubstr("uv-cache"));
+    }
     EXPECT_TRUE(std::filesystem::exists(home.path(".cache/uv/wheel")));
-    EXPECT_THAT(agent.asked, HasSubstr("Agent asks to clean 3 MB with Tarvo AI:\n• "));
+    EXPECT_THAT(agent.asked, HasSubstr("Agent asks to clean 3 MB with Tarvo AI.\n"));
+    EXPECT_TRUE(agent.call("what_was_cleaned", proposal + "}").isProblem) << "not carried out yet";
 
     home.file(".cache/uv/more", 1000000);
     const ToolAnswer cleaned = agent.call("clean", proposal + "}", Consent::given);
     EXPECT_FALSE(cleaned.isProblem);
-    EXPECT_EQ(at(*cleaned.structured, "outcomes/0/caller"), "Agent");
     EXPECT_FALSE(std::filesystem::exists(home.path(".cache/uv/wheel")));
+    // A plan could be carried out again and again.
+    const ToolAnswer again = agent.call("clean", proposal + "}", Consent::given);
+    EXPECT_TRUE(again.isProblem);
+    EXPECT_THAT(again.text, HasSubstr("carried out already"));
+    EXPECT_EQ(*agent.call("what_was_cleaned", proposal + "}").structured, *cleaned.structured);
+    EXPECT_EQ(at(*agent.call("what_was_cleaned", "{}").structured, "outcomes/0/id"), "uv-cache");
     const auto log = lumo::HistoryLog::outcomes(lumo::OwnFiles::historyLog(home.path()));
     EXPECT_EQ(log->back().caller, "Agent");
 }
@@ -163,7 +140,10 @@ TEST(Tools, PutBackWhatTheLogKnowsByItsIdAndNothingElse) {
     const ToolAnswer held = agent.call("list_set_aside", "{}");
     EXPECT_EQ(at(*held.structured, "items/0/original"), home.path("Documents/old"));
     const std::string id = at(*held.structured, "items/0/id");
-    EXPECT_TRUE(agent.call("restore", R"({"items":["../x"]})", Consent::given).isProblem);
+    for (const char* items : {R"(["../x"])", "[]"}) {
+        EXPECT_THAT(agent.call("restore", "{\"items\":" + std::string(items) + "}", Consent::given).text,
+                    HasSubstr(id));
+    }
     EXPECT_TRUE(agent.call("restore", R"({"items":[")" + id + "\"]}", Consent::declined).isProblem);
     EXPECT_FALSE(std::filesystem::exists(original));
     EXPECT_EQ(at(*agent.call("restore", R"({"items":[")" + id + "\"]}", Consent::given).structured, "done"),
@@ -183,7 +163,7 @@ TEST(Tools, LookOnlyIntoTheHome) {
     }
     for (const char* path : {"/etc", "..", "~/../..", "out/etc", "/", "Music/../../x", "nothing", "~root",
                              "/Applications/X.app"}) {
-        for (const char* tool : {"list_folder", "explain_folder", "archive"}) {
+        for (const char* tool : {"list_folder", "archive"}) {
             EXPECT_TRUE(
                 agent.call(tool, R"({"path":")" + std::string(path) + "\"}", Consent::given).isProblem)
                 << tool << " " << path;
@@ -234,6 +214,7 @@ TEST(Tools, KeepToTheirOutputSchemas) {
                                             {"clean", plan + "}"},
                                             {"archive", R"({"path":"Music/b"})"},
                                             {"list_set_aside", "{}"},
+                                            {"what_was_cleaned", "{}"},
                                             {"restore", "{}"},
                                             {"help", R"({"question":"what do the colors mean"})"}}) {
         const ToolAnswer answer = agent.call(name, arguments, Consent::given);
@@ -254,11 +235,6 @@ TEST(Tools, KeepToTheirOutputSchemas) {
     EXPECT_EQ(faultOf(encode(Explanation{.suggestedSafety = Safety::safe, .note = "", .createdAt = now}),
                       agent.tool("explain_folder").output),
               "");
-    EXPECT_EQ(
-        faultOf(encode(CleanupOutcome{
-                    .message = "", .restorable = std::vector<TrashedItem>(1), .date = now, .caller = ""}),
-                *agent.tool("clean").output.find("properties")->find("outcomes")->find("items")),
-        "");
     EXPECT_EQ(faultOf(encode(Surface{Painted{"red"}}), tarvo::mcp::schemaIn<Surface>({})), "");
     EXPECT_EQ(faultOf(parseJson(R"({"painted":{"by":7}})").value(), tarvo::mcp::schemaIn<Surface>({})),
               "fits no case");

@@ -75,7 +75,7 @@ async function wholeSession(connect) {
 
     assert.equal((await call(client, 'analyze_disk')).items[0].id, 'uv-cache');
     assert.equal((await call(client, 'list_folder', { path: '~/Documents' })).skipped[0], 'old');
-    assert.equal((await call(client, 'explain_folder', { path: '.cache/uv' })).source, 'heuristic');
+    assert.equal((await call(client, 'explain_folder', { path: '.cache/uv' })).source, 'catalogue');
     assert.deepEqual((await call(client, 'what_grew')).items, []);
     assert.match((await call(client, 'help', { question: 'how do I undo a cleanup?' })).text, /tarvo undo/);
     assert.match((await call(client, 'list_folder', { path: '/etc' })).problem, /outside your home folder/);
@@ -84,15 +84,15 @@ async function wholeSession(connect) {
     const chosen = { plan, items: items.map((item) => item.id) };
     for (const action of ['decline', 'cancel']) {
         answer.action = action;
-        assert.match((await call(client, 'clean', chosen)).problem, /said no/);
+        assert.match((await call(client, 'clean', chosen)).problem,
+            action === 'decline' ? /said no/ : /closed without an answer/);
         assert.ok(existsSync(join(home, '.cache/uv/wheel')));
     }
     answer.action = 'accept';
     const cleaned = await call(client, 'clean', chosen);
     assert.equal(cleaned.outcomes[0].status, 'done');
-    assert.equal(cleaned.outcomes[0].caller, 'official-client');
     assert.ok(!existsSync(join(home, '.cache/uv/wheel')));
-    assert.match(answer.questions.at(-1), /^official-client asks to clean 3 MB with Tarvo AI:\n• /);
+    assert.match(answer.questions.at(-1), /^official-client asks to clean 3 MB with Tarvo AI\.\nRecreates itself/);
 
     const archived = await call(client, 'archive', { path: '~/Documents/old' });
     assert.ok(existsSync(archived.archive) && !existsSync(join(home, 'Documents/old')));
@@ -108,7 +108,7 @@ async function withoutQuestions(connect) {
     const home = stagedHome();
     const { client } = await connect(home, false);
     const { plan } = await call(client, 'propose_cleanup');
-    assert.match((await call(client, 'clean', { plan })).problem, /in a terminal: tarvo clean --only 'uv-cache'/);
+    assert.match((await call(client, 'clean', { plan })).problem, /in their terminal; do not run it for them: tarvo clean --home/);
     assert.ok(existsSync(join(home, '.cache/uv/wheel')));
     await client.close();
     const readOnly = await connect(home, true, ['--read-only']);
