@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -26,7 +27,11 @@ class Agent final {
                          mcp::Consent consent = mcp::Consent::declined) {
         return tool(name).run({.arguments = lumo::parseJson(arguments).value(),
                                .caller = "Agent",
-                               .progress = [](const mcp::Progress&) {},
+                               .progress =
+                                   [this](const mcp::Progress& progress) {
+                                       const std::scoped_lock lock(mutex_);
+                                       told = progress;
+                                   },
                                .ask =
                                    [this, consent](const std::string& question, const std::string&) {
                                        asked = question;
@@ -38,11 +43,13 @@ class Agent final {
         return *std::ranges::find(tools_, name, &mcp::Tool::name);
     }
 
-    std::string asked; ///< The last question to the user.
+    std::string asked;  ///< The last question to the user.
+    mcp::Progress told; ///< The last there was.
 
     [[nodiscard]] const std::vector<mcp::Tool>& tools() const { return tools_; }
 
   private:
+    std::mutex mutex_;
     std::vector<mcp::Tool> tools_;
 };
 

@@ -120,6 +120,8 @@ TEST(Tools, CleanOnlyWhatTheUserAgreedToAndPutItBack) {
     const ToolAnswer cleaned = agent.call("clean", proposal + "}", Consent::given);
     EXPECT_FALSE(cleaned.isProblem);
     EXPECT_FALSE(std::filesystem::exists(home.path(".cache/uv/wheel")));
+    EXPECT_EQ(agent.told.total, 1);
+    EXPECT_THAT(agent.told.message, HasSubstr("1 of 1 · 0 MB of 3 MB: "));
     // A plan could be carried out again and again.
     const ToolAnswer again = agent.call("clean", proposal + "}", Consent::given);
     EXPECT_TRUE(again.isProblem);
@@ -170,6 +172,7 @@ TEST(Tools, LookOnlyIntoTheHome) {
         }
     }
     EXPECT_TRUE(agent.call("list_folder", R"({"path":7})").isProblem);
+    EXPECT_FALSE(agent.call("explain_folder", R"({"path":"/etc"})").isProblem) << "what is certain of it";
 }
 
 TEST(Tools, TellTheRiskTheNoteAndWhoWroteAnExplanation) {
