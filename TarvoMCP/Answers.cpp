@@ -7,6 +7,8 @@
 #include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <algorithm>
+#include <functional>
+#include <iterator>
 
 namespace tarvo::mcp {
 
@@ -166,14 +168,16 @@ CleaningAnswer pageOf(const std::vector<lumo::CleanupOutcome>& outcomes, const P
 } // namespace
 
 CleaningAnswer cleaningAnswer(const std::string& plan, const Cleaned& cleaned, const Page& page) {
-    std::vector<lumo::CleanupOutcome> outcomes = cleaned.outcomes;
-    std::ranges::stable_partition(outcomes, [](const lumo::CleanupOutcome& outcome) {
+    std::vector<lumo::CleanupOutcome> outcomes;
+    const auto hasFailed = [](const lumo::CleanupOutcome& outcome) {
         return outcome.status == lumo::CleanupStatus::failed;
-    });
+    };
+    std::ranges::copy_if(cleaned.outcomes, std::back_inserter(outcomes), hasFailed);
+    std::ranges::copy_if(cleaned.outcomes, std::back_inserter(outcomes), std::not_fn(hasFailed));
     CleaningAnswer answer = pageOf(outcomes, page);
     answer.plan = plan;
     for (const LeftOut& left : firstOf(cleaned.leftOut, mostLeftOut)) {
-        answer.leftOut.push_back({left.id, left.reason});
+        answer.leftOut.push_back({left.id, left.title, left.reason});
     }
     return answer;
 }
@@ -217,7 +221,7 @@ std::string cleanedText(const CleaningAnswer& answer, const Page& page) {
     }
     for (const LeftItem& left : firstOf(answer.leftOut, mostLines)) {
         text += Words{"\n• se ha dejado como estaba {}: {}", "\n• left as it was: {}: {}"}.with(
-            lumo::printableWithStrays(left.id), lumo::printableWithStrays(left.reason));
+            lumo::printableWithStrays(left.title), lumo::printableWithStrays(left.reason));
     }
     return text + moreLine(answer.moreOutcomes, page);
 }

@@ -201,10 +201,12 @@ CleanedItem cleanedItem(const lumo::CleanupOutcome& outcome);
 /// What was agreed to and was not done.
 struct LeftItem {
     std::string id;
+    std::string title;
     std::string reason;
 
     static constexpr auto fields =
-        std::tuple{lumo::field("id", &LeftItem::id), lumo::field("reason", &LeftItem::reason)};
+        std::tuple{lumo::field("id", &LeftItem::id), lumo::field("title", &LeftItem::title),
+                   lumo::field("reason", &LeftItem::reason)};
 };
 
 /// What came of a cleanup; of a plan, or of all that the log tells.
