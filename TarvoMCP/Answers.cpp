@@ -1,6 +1,7 @@
 #include "TarvoMCP/Answers.h"
 
 #include "LumoCore/Basics/CheckedSum.h"
+#include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "TarvoModel/Flows/HeldState.h"
@@ -63,7 +64,7 @@ Analysis analysisOf(const lumo::ScanReport& report, bool isQuick, std::int64_t r
     for (const lumo::UnclassifiedItem& folder : report.unclassified) {
         analysis.unknownFolders.push_back({folder.path, folder.usage.allocatedBytes});
     }
-    std::ranges::stable_sort(analysis.items, std::ranges::greater(), &AnalyzedItem::bytes);
+    lumo::sortLargestFirst(analysis.items, &AnalyzedItem::bytes);
     analysis.moreItems = cutBySize(analysis.items, page);
     analysis.moreProjects = cutBySize(analysis.projects, page);
     analysis.moreUnknownFolders = cutBySize(analysis.unknownFolders, page);
@@ -114,7 +115,7 @@ std::vector<BlockedItems> blockedIn(const std::vector<lumo::PlanEntry>& entries)
             group->ids.push_back(entry.action.id);
         }
     }
-    std::ranges::stable_sort(groups, std::ranges::greater(), &BlockedItems::bytes);
+    lumo::sortLargestFirst(groups, &BlockedItems::bytes);
     return groups;
 }
 
@@ -136,7 +137,7 @@ Proposal proposalOf(const ProposedPlan& plan, const Page& page) {
         proposal.items.push_back(
             {action.id, action.title, action.safety, action.estimatedBytes, fateOf(action)});
     }
-    std::ranges::stable_sort(proposal.items, std::ranges::greater(), &ProposedItem::bytes);
+    lumo::sortLargestFirst(proposal.items, &ProposedItem::bytes);
     proposal.moreItems = cutBySize(proposal.items, page);
     proposal.moreBlocked = cutBySize(proposal.blocked, {.limit = std::min(page.limit, mostReasons)});
     return proposal;

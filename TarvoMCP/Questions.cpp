@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/CheckedSum.h"
+#include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
@@ -120,7 +121,7 @@ std::string inFull(const Actions& actions, const lumo::ScanReport& report, const
 
 /// The largest items, and what the others come to.
 std::string inShort(Actions actions) {
-    std::ranges::stable_sort(actions, std::ranges::greater(), &CleanupAction::estimatedBytes);
+    lumo::sortLargestFirst(actions, &CleanupAction::estimatedBytes);
     std::string lines;
     for (std::size_t index = 0; index < std::min(actions.size(), mostRecreated); ++index) {
         lines += titleLine(actions[index], std::nullopt);
