@@ -42,7 +42,8 @@ lumo::platform::SystemResult<std::string> inputFrom(const std::string& file) {
 std::expected<std::shared_ptr<const lumo::ScanReport>, ExitCode> reportFrom(const ReportSource& source,
                                                                             const Invocation& invocation) {
     if (!source.file) {
-        auto report = watchedScan(rulesFor(ScanPass::full, invocation.home), {.home = invocation.home}, invocation);
+        auto report =
+            watchedScan(rulesFor(ScanPass::full, invocation.home), {.home = invocation.home}, invocation);
         if (!report) {
             return std::unexpected(report.error());
         }

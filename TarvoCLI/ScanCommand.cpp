@@ -47,8 +47,8 @@ lumo::ScanOptions optionsFrom(const ScanArguments& arguments, const std::string&
 ExitCode runScan(const ScanArguments& arguments, const Invocation& invocation) {
     const Desk desk = deskOf(invocation, "scan");
     const std::int64_t purged = purgeExpired(desk, std::chrono::seconds(0));
-    auto measured =
-        watchedScan(rulesFor(passOf(arguments), invocation.home), optionsFrom(arguments, invocation.home), invocation);
+    auto measured = watchedScan(rulesFor(passOf(arguments), invocation.home),
+                                optionsFrom(arguments, invocation.home), invocation);
     if (!measured) {
         return measured.error();
     }

@@ -364,7 +364,7 @@ std::shared_ptr<Server::Job> Server::nextLooking() {
     if (found == queue_.end()) {
         return nullptr;
     }
-    const std::shared_ptr<Job> job = *found;
+    std::shared_ptr<Job> job = *found;
     queue_.erase(found);
     return job;
 }
