@@ -152,16 +152,17 @@ TEST_F(MainWindowTest, SearchingNarrowsTheListAndEscapeWidensItAgain) {
     for (const Qt::Key letter : {Qt::Key_N, Qt::Key_P, Qt::Key_M}) {
         QTest::sendKeyEvent(QTest::Click, &window, letter, QString(QChar(letter)).toLower(), {});
     }
-    EXPECT_LT(story.app().rows()->count(), all);
+    EXPECT_TRUE(story.waitUntil([&] { return story.app().rows()->count() < all; }));
     EXPECT_GT(story.app().rows()->count(), 0);
     press(Qt::Key_Escape);
-    EXPECT_EQ(story.app().rows()->count(), all);
+    EXPECT_TRUE(story.waitUntil([&] { return story.app().rows()->count() == all; }));
     // That nothing matches was written over what grew most.
     const std::string grew(lumo::Words{"Lo que más ha crecido", "Grew most"}.in());
-    EXPECT_NE(named(grew), nullptr);
+    EXPECT_TRUE(story.waitUntil([&] { return named(grew) != nullptr; }));
     story.app().setSearchText("no such thing");
-    EXPECT_NE(named(lumo::Words{"Nada coincide", "Nothing matches"}.in()), nullptr);
-    EXPECT_EQ(named(grew), nullptr);
+    const std::string nothing = lumo::Words{"Nada coincide", "Nothing matches"}.in();
+    EXPECT_TRUE(story.waitUntil([&] { return named(nothing) != nullptr; }));
+    EXPECT_TRUE(story.waitUntil([&] { return named(grew) == nullptr; }));
 }
 
 TEST_F(MainWindowTest, TheKeyboardGoesFromTileToTileIntoAFolderAndOut) {
