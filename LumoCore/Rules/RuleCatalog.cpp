@@ -11,7 +11,7 @@ namespace lumo::RuleCatalog {
 
 namespace {
 
-/// The two own packages of every distribution that people download, programs in one file, and archives.
+/// What people download on Linux to install or unpack: packages, programs in one file, and archives.
 constexpr auto linuxInstallers =
     std::to_array<std::string_view>({".deb", ".rpm", ".appimage", ".flatpak", ".flatpakref", ".snap", ".run",
                                      ".tar.gz", ".tgz", ".tar.xz", ".tar.bz2", ".tar.zst", ".7z", ".rar"});
