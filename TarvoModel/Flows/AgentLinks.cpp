@@ -17,9 +17,6 @@
 
 #include <algorithm>
 #include <array>
-#include <condition_variable>
-#include <mutex>
-#include <thread>
 #include <vector>
 
 namespace tarvo::AgentLinks {
@@ -68,23 +65,6 @@ std::unexpected<LinkError> failed(const Words& words) {
     return std::unexpected(LinkError{words.in()});
 }
 
-/// Runs a tool that is ended when a stop is requested or the time is over.
-platform::ToolRun runInTime(const std::vector<std::string>& words, const std::string& home,
-                            const std::stop_token& stop, std::chrono::milliseconds patience) {
-    std::stop_source ending;
-    const std::stop_callback stopped(stop, [&] { ending.request_stop(); });
-    const std::jthread timer([&](const std::stop_token& isOver) {
-        std::mutex mutex;
-        std::unique_lock lock(mutex);
-        std::condition_variable_any over;
-        over.wait_for(lock, isOver, patience, [] { return false; });
-        if (!isOver.stop_requested()) {
-            ending.request_stop();
-        }
-    });
-    return platform::runTool(words, home, ending.get_token());
-}
-
 /// What a tool that failed said; the end of it when it said a lot.
 std::string said(const platform::ToolRun& ran) {
     constexpr std::size_t most = 4000;
@@ -107,7 +87,7 @@ std::optional<LinkError> runClaudeCode(const std::string& binary, const std::vec
     // It finds its settings by the home folder of its environment, which need not be the one meant here.
     std::vector<std::string> words{"/usr/bin/env", "HOME=" + home, binary};
     words.insert(words.end(), arguments.begin(), arguments.end());
-    const platform::ToolRun ran = runInTime(words, home, stop, patience);
+    const platform::ToolRun ran = platform::runToolInTime(words, home, patience, stop);
     // What the launcher answers when there is nothing to start, or it may not be started.
     constexpr int notStartable = 126;
     constexpr int notFound = 127;
