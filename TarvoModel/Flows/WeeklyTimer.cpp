@@ -133,11 +133,6 @@ std::string_view propertyIn(std::string_view answer, std::string_view key) {
     return {};
 }
 
-bool isSameFile(const std::string& left, const std::string& right) {
-    const auto real = platform::withoutLinks(left);
-    return left == right || (real && real == platform::withoutLinks(right));
-}
-
 /// What systemd makes of the written units: another home's, or ones with a mistake, would be switched on
 /// without a word.
 std::optional<std::string> loadingProblem(const std::string& home, const std::string& program,
@@ -147,9 +142,12 @@ std::optional<std::string> loadingProblem(const std::string& home, const std::st
     if (const auto problem = problemOf(ran, asking)) {
         return problem;
     }
-    if (!isSameFile(std::string(propertyIn(ran.output, "FragmentPath=")), servicePath(home))) {
-        return Words{"el systemd de tu sesión no lee {}: solo sirve para tu propia carpeta personal",
-                     "your session's systemd does not read {}: this works for your own home folder only"}
+    if (!platform::isSamePlace(std::string(propertyIn(ran.output, "FragmentPath=")), servicePath(home))) {
+        return Words{
+            "el systemd de tu sesión no lee {}: solo sirve para tu propia carpeta personal, y con el "
+            "XDG_CONFIG_HOME con que empezó la sesión",
+            "your session's systemd does not read {}: this works for your own home folder only, and with "
+            "the XDG_CONFIG_HOME that the session began with"}
             .with(lumo::printable(folderOf(home)));
     }
     if (const std::string_view state = propertyIn(ran.output, "LoadState="); state != "loaded") {

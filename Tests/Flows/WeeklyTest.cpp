@@ -148,3 +148,26 @@ TEST(WeeklyCleanup, IsNotPutOffByADateOfAClockThatWasWrong) {
     EXPECT_TRUE(isWantedAfter(-std::chrono::hours(25)));
     EXPECT_EQ(WeeklyCleanup::next({.last = now + std::chrono::hours(25), .bytes = {}}, now), now);
 }
+
+TEST(WeeklyTimer, IsTakenBySystemdItself) {
+    const TempHome home;
+    home.folder("run");
+    home.setMode("run", 0700);
+    const auto problemsWith = [&](const std::string& program) {
+        home.program(program, "true");
+        const Ran ran =
+            runProgram("systemd-analyze",
+                       {"verify", "--user", "--man=no",
+                        home.fileWith("tarvo-weekly.service", WeeklyTimer::serviceText(home.path(program))),
+                        home.fileWith("tarvo-weekly.timer", WeeklyTimer::timerText())},
+                       {"PATH=/usr/bin:/bin", "HOME=" + home.path(), "XDG_RUNTIME_DIR=" + home.path("run")});
+        return ran.exitCode == 127 ? "absent" : ran.error;
+    };
+    const std::string refused = problemsWith("my\"bin/tarvo");
+    if (refused == "absent") {
+        GTEST_SKIP() << "there is no systemd here";
+    }
+    EXPECT_THAT(refused, HasSubstr("special characters"))
+        << "the reason why it is asked before it is switched on";
+    EXPECT_EQ(problemsWith("my bin/100% $x {y};/tarvo"), "");
+}
