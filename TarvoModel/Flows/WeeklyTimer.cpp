@@ -121,6 +121,21 @@ std::optional<std::string> problemOf(const platform::ToolRun& ran, const Asking&
         .with(lumo::printable(lumo::failureDetail(ran.output, ran.status)));
 }
 
+/// Why there is nobody to ask.
+std::optional<std::string> reachingProblem(const std::string& home, const Asking& asking) {
+    const platform::ToolRun ran = ask(home, asking, {"show", "--property=Version"});
+    constexpr int leastOfLauncher = 126; // What it answers when there is no such tool.
+    if (ran.status != 0 && ran.status < leastOfLauncher) {
+        return Words{
+            "no hay un systemd de sesión al que pedírselo ({}): la limpieza semanal solo puede hacerla "
+            "la ventana mientras está abierta",
+            "there is no session's systemd to ask ({}): only the window can do the weekly cleanup, while "
+            "it is open"}
+            .with(lumo::printable(lumo::failureDetail(ran.output, ran.status)));
+    }
+    return problemOf(ran, asking);
+}
+
 /// The value of a property in an answer that has one a line.
 std::string_view propertyIn(std::string_view answer, std::string_view key) {
     while (!answer.empty()) {
@@ -281,7 +296,7 @@ State state(const std::string& home) {
 
 lumo::Result<void> set(const std::string& home, const std::string& program, const Asking& asking) {
     // Asked first: where nobody answers, nothing is written.
-    if (const auto problem = problemOf(ask(home, asking, {"show", "--property=Version"}), asking)) {
+    if (const auto problem = reachingProblem(home, asking)) {
         return lumo::failure(*problem);
     }
     if (!program.starts_with('/') || std::ranges::any_of(program, [](unsigned char c) { return c < ' '; })) {

@@ -1,4 +1,5 @@
 #include "TarvoModel/Flows/AgentLinks.h"
+#include "Platform/Environment.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
@@ -84,7 +85,7 @@ TEST(AgentLinks, AreMadeWhereTheAgentsAreAndKeepTheirSettingsOnLinux) {
     std::filesystem::rename(home.path(".claude/local/claude"),
                             home.path(".nvm/versions/node/v22.3.0/bin/claude"));
 
-    const std::string before = std::getenv("HOME") == nullptr ? "" : std::getenv("HOME");
+    const std::string before = lumo::platform::environmentVariable("HOME").value_or("");
     setenv("CLAUDE_CONFIG_DIR", home.path("agent").c_str(), 1);
     setenv("XDG_CONFIG_HOME", home.path("settings").c_str(), 1);
     EXPECT_EQ(claudeCodeSettings(home.path()), home.path(".claude.json")) << "another's variables";
