@@ -135,6 +135,7 @@ void addCommands(CLI::App& app, Action& chosen) {
     addSettingsCommand(app, chosen);
     addAgentsCommand(app, chosen);
     addMapCommand(app, chosen);
+    addWeeklyCommand(app, chosen);
     addMcpCommand(app, chosen);
 }
 

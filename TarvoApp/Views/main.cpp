@@ -163,7 +163,7 @@ int main(int count, char** arguments) {
         qputenv("QT_QUICK_BACKEND", "software");
     }
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tarvo AI"));
-    QGuiApplication::setDesktopFileName(QStringLiteral("tarvo-ai"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("ai.tarvo.TarvoAI"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const QGuiApplication application(count, arguments);
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/qt/qml/Tarvo/tarvo-ai.png")));
