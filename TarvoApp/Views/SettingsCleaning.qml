@@ -28,13 +28,24 @@ SettingsPage {
             more: SettingsWords.weeklyMore
             text: SettingsWords.weekly
 
-            onToggled: App.settings.autoCleanWeekly = checked
+            onToggled: App.monitor.setAutoCleanWeekly(checked)
         }
         Line {
             Layout.fillWidth: true
             Layout.topMargin: -8
             font.pixelSize: Theme.small
             text: App.monitor.autoCleanStatus
+            visible: text.length > 0
+            wrapMode: Text.WordWrap
+        }
+        Line {
+            Accessible.name: text
+            Accessible.role: Accessible.AlertMessage
+            Layout.fillWidth: true
+            Layout.topMargin: -8
+            color: Theme.secondaryText
+            font.pixelSize: Theme.small
+            text: App.monitor.autoCleanProblem
             visible: text.length > 0
             wrapMode: Text.WordWrap
         }
