@@ -24,6 +24,11 @@ struct Property {
 JsonValue schemaOf(std::vector<Property> properties);
 /// The same with no others beside them.
 JsonValue argumentsOf(std::vector<Property> properties);
+/// Of a record that is given back. Which of its members are always there is not said: the lists of their
+/// names took a fifth of all that a model is told of the tools, and it reads what is there.
+JsonValue recordOf(std::vector<Property> properties);
+/// The record without what is inside its records and lists, for one that is described in full elsewhere.
+JsonValue outlineOf(JsonValue record, std::string_view description);
 JsonValue schema(std::string_view type, std::string_view description = {});
 JsonValue listOf(JsonValue items, std::string_view description = {});
 
@@ -36,7 +41,7 @@ JsonValue choiceOf(std::span<const std::string_view> names);
 JsonValue momentSchema();
 /// An object with one of the members.
 JsonValue oneOf(std::vector<Property> cases);
-/// With the words for the field, or those that go for a field of that name in every record.
+/// With the words for the field, where there are any.
 JsonValue withWords(JsonValue schema, std::string_view field, const FieldWords& words);
 
 /// As below, inside these records.
@@ -45,14 +50,13 @@ JsonValue schemaIn(const FieldWords& words);
 
 template <class... Around, class Record, class Member>
 Property propertyOf(const lumo::Field<Record, Member>& field, const FieldWords& words) {
-    constexpr bool mayBeAbsent = lumo::IsOptional<Member>::value;
     JsonValue made;
-    if constexpr (mayBeAbsent) {
+    if constexpr (lumo::IsOptional<Member>::value) {
         made = schemaIn<typename Member::value_type, Around...>(words);
     } else {
         made = schemaIn<Member, Around...>(words);
     }
-    return {std::string(field.name), withWords(std::move(made), field.name, words), !mayBeAbsent};
+    return {std::string(field.name), withWords(std::move(made), field.name, words)};
 }
 
 template <class Type>
@@ -91,7 +95,7 @@ JsonValue schemaIn(const FieldWords& words) {
         return schema("object"); // The same again, further in: said once.
     } else {
         return std::apply(
-            [&](const auto&... field) { return schemaOf({propertyOf<Type, Around...>(field, words)...}); },
+            [&](const auto&... field) { return recordOf({propertyOf<Type, Around...>(field, words)...}); },
             Type::fields);
     }
 }
