@@ -176,6 +176,7 @@ CleaningAnswer pageOf(const std::vector<lumo::CleanupOutcome>& outcomes, const P
                           .outcomes = {},
                           .moreOutcomes = {},
                           .leftOut = {},
+                          .moreLeftOut = 0,
                           .freedBytes = sums.freed,
                           .setAsideBytes = sums.trashed};
     std::ranges::transform(outcomes, std::back_inserter(answer.outcomes), cleanedItem);
@@ -199,6 +200,7 @@ CleaningAnswer cleaningAnswer(const std::string& plan, const Cleaned& cleaned, c
     for (const LeftOut& left : firstOf(cleaned.leftOut, mostLeftOut)) {
         answer.leftOut.push_back({left.id, left.title, left.reason});
     }
+    answer.moreLeftOut = leftOut(cleaned.leftOut.size(), mostLeftOut);
     return answer;
 }
 
@@ -242,6 +244,10 @@ std::string cleanedText(const CleaningAnswer& answer, const Page& page) {
     for (const LeftItem& left : firstOf(answer.leftOut, mostLines)) {
         text += Words{"\n• se ha dejado como estaba {}: {}", "\n• left as it was: {}: {}"}.with(
             lumo::printableWithStrays(left.title), lumo::printableWithStrays(left.reason));
+    }
+    if (const std::int64_t more = leftOut(answer.leftOut.size(), mostLines) + answer.moreLeftOut; more > 0) {
+        text +=
+            Words{"\n… y {} más se han dejado como estaban", "\n… and {} more left as they were"}.with(more);
     }
     return text + moreLine(answer.moreOutcomes, page);
 }

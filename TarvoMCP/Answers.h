@@ -237,7 +237,8 @@ struct CleaningAnswer {
     std::optional<std::string> plan;
     std::vector<CleanedItem> outcomes; ///< Failures first.
     More moreOutcomes;
-    std::vector<LeftItem> leftOut;
+    std::vector<LeftItem> leftOut; ///< The first few.
+    std::int64_t moreLeftOut = 0;
     std::int64_t freedBytes = 0;
     std::int64_t setAsideBytes = 0;
 
@@ -245,6 +246,7 @@ struct CleaningAnswer {
                                               lumo::field("outcomes", &CleaningAnswer::outcomes),
                                               lumo::field("moreOutcomes", &CleaningAnswer::moreOutcomes),
                                               lumo::field("leftOut", &CleaningAnswer::leftOut),
+                                              lumo::field("moreLeftOut", &CleaningAnswer::moreLeftOut),
                                               lumo::field("freedBytes", &CleaningAnswer::freedBytes),
                                               lumo::field("setAsideBytes", &CleaningAnswer::setAsideBytes)};
 };

@@ -66,6 +66,12 @@ ToolAnswer help(const ToolCall& call) {
     HelpReply reply = answerTo(question->value_or(""), {});
     if (reply.topic != nullptr) {
         reply.answer.text = reply.topic->answerWithoutCommands;
+    } else {
+        // What the windows would show under it.
+        reply.answer.text = Words{"La ayuda no responde a eso.", "The help has no answer to that."}.in();
+        for (const lumo::HelpTopic* topic : reply.related) {
+            reply.answer.text += "\n• " + topic->question;
+        }
     }
     return {.text = reply.answer.text, .structured = lumo::encode(reply.answer)};
 }
@@ -83,7 +89,11 @@ std::vector<Tool> explainingTools(const std::shared_ptr<Workspace>& workspace) {
                  "Says what a folder is, which app it belongs to, how risky deleting it is and what to do "
                  "about it."}
                  .in(),
-         .input = argumentsOf({pathArgument()}),
+         .input = argumentsOf(
+             {{"path",
+               schema("string",
+                      Words{"de cualquier sitio: ~/.cache, /opt/x", "anywhere: ~/.cache, /opt/x"}.in()),
+               true}}),
          .output = schemaOf<lumo::Explanation>(),
          .hints = {},
          .run = [workspace](const ToolCall& call) { return explainFolder(*workspace, call); }});

@@ -1,5 +1,7 @@
 #include "TarvoMCP/Message.h"
 
+#include "LumoCore/Basics/Text.h"
+
 namespace tarvo::mcp {
 
 namespace {
@@ -75,6 +77,11 @@ Message messageIn(const JsonValue& document) {
     }
     return isID(*id) ? Message(Request{*id, *method, given})
                      : invalid(document, "id: expected a string or a whole number");
+}
+
+std::string shown(const std::string* named) {
+    constexpr std::size_t mostColumns = 200;
+    return named != nullptr ? lumo::shortened(lumo::printable(*named), mostColumns) : std::string();
 }
 
 std::string requestLine(const JsonValue& id, std::string_view method, JsonValue params) {

@@ -64,6 +64,9 @@ Message readMessage(std::string_view line);
 /// Reads a member of a batch, which is no batch itself.
 Message messageIn(const JsonValue& document);
 
+/// What a client named, as an error may show it; "" where it named nothing.
+std::string shown(const std::string* named);
+
 /// Messages of ours, each one line without its line feed.
 std::string requestLine(const JsonValue& id, std::string_view method, JsonValue params);
 std::string notificationLine(std::string_view method, JsonValue params);

@@ -1,7 +1,7 @@
 #include "TarvoMCP/Offerings.h"
 
-#include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
+#include "TarvoMCP/Message.h"
 
 #include <algorithm>
 #include <iterator>
@@ -100,7 +100,7 @@ lumo::Result<JsonValue> promptResult(const Offerings& offerings, const JsonValue
     const auto prompt = std::ranges::find_if(
         offerings.prompts, [&](const Prompt& each) { return name != nullptr && each.name == *name; });
     if (prompt == offerings.prompts.end()) {
-        return lumo::failure("Unknown prompt: " + (name != nullptr ? *name : std::string()));
+        return lumo::failure("Unknown prompt: " + shown(name));
     }
     const JsonValue* given = objectIn(params, "arguments");
     const JsonValue arguments = given != nullptr ? *given : object({});
@@ -109,7 +109,7 @@ lumo::Result<JsonValue> promptResult(const Offerings& offerings, const JsonValue
             prompt->arguments.end()) {
             return lumo::failure(
                 lumo::Words{"no hay ningún argumento «{}»", "there is no argument “{}”"}.with(
-                    lumo::printable(member.name)));
+                    shown(&member.name)));
         }
     }
     for (const PromptArgument& argument : prompt->arguments) {

@@ -32,7 +32,7 @@ JsonValue outlineOf(JsonValue record, std::string_view description);
 JsonValue schema(std::string_view type, std::string_view description = {});
 JsonValue listOf(JsonValue items, std::string_view description = {});
 
-/// What is said of fields, by their names, wherever they stand in a record.
+/// What is said of fields, by their names; of several with one name, of the outermost.
 using FieldWords = std::map<std::string_view, std::string>;
 
 /// One of these texts.
@@ -49,12 +49,13 @@ template <class Type, class... Around>
 JsonValue schemaIn(const FieldWords& words);
 
 template <class... Around, class Record, class Member>
-Property propertyOf(const lumo::Field<Record, Member>& field, const FieldWords& words) {
+Property propertyOf(const lumo::Field<Record, Member>& field, const FieldWords& words,
+                    const FieldWords& wordsInside) {
     JsonValue made;
     if constexpr (lumo::IsOptional<Member>::value) {
-        made = schemaIn<typename Member::value_type, Around...>(words);
+        made = schemaIn<typename Member::value_type, Around...>(wordsInside);
     } else {
-        made = schemaIn<Member, Around...>(words);
+        made = schemaIn<Member, Around...>(wordsInside);
     }
     return {std::string(field.name), withWords(std::move(made), field.name, words)};
 }
@@ -91,11 +92,15 @@ JsonValue schemaIn(const FieldWords& words) {
         return listOf(schemaIn<typename Type::value_type, Around...>(words));
     } else if constexpr (!lumo::FieldRecord<Type>) {
         return CasesOf<Type, Around...>::schema(words);
-    } else if constexpr ((std::is_same_v<Type, Around> || ...)) {
-        return schema("object"); // The same again, further in: said once.
+    } else if constexpr ((std::is_same_v<Type, Around> || ...) || requires { Type::isPlain; }) {
+        return schema("object"); // The same again, further in: said once. Or what tells itself.
     } else {
         return std::apply(
-            [&](const auto&... field) { return recordOf({propertyOf<Type, Around...>(field, words)...}); },
+            [&](const auto&... field) {
+                FieldWords inside = words;
+                (inside.erase(field.name), ...);
+                return recordOf({propertyOf<Type, Around...>(field, words, inside)...});
+            },
             Type::fields);
     }
 }

@@ -1,7 +1,5 @@
 #include "TarvoMCP/Server.h"
 
-#include "LumoCore/Basics/Text.h"
-
 #include <algorithm>
 
 namespace tarvo::mcp {
@@ -10,12 +8,6 @@ namespace {
 
 void refuse(const Request& request, ErrorCode code, std::string_view reason, const Reply& reply) {
     reply(errorLine(request.id, code, reason));
-}
-
-/// A name that the client gave, as an answer may show it.
-std::string shown(const std::string* name) {
-    constexpr std::size_t mostColumns = 200;
-    return name != nullptr ? lumo::shortened(lumo::printable(*name), mostColumns) : std::string();
 }
 
 } // namespace

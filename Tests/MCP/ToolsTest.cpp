@@ -230,6 +230,7 @@ TEST(Tools, KeepToTheirOutputSchemas) {
     const std::string question = "¿Tiene atajos de teclado?"; // In the other language, too.
     EXPECT_EQ(*agent.call("help", "{\"question\":\"" + question + "\"}").structured,
               lumo::encode(tarvo::answerTo(question, {}).answer));
+    EXPECT_THAT(agent.call("help", R"({"question":"xyzzy"})").text, HasSubstr("The help has no answer"));
     // Agents were told to run commands.
     for (const auto language : {lumo::Language::en, lumo::Language::es}) {
         for (const lumo::HelpTopic& topic : lumo::HelpCatalog::topics(language)) {
