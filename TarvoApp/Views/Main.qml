@@ -17,11 +17,15 @@ ApplicationWindow {
     // The map is what there must be room for.
     readonly property bool low: height < 680 * Theme.scale
     readonly property int gap: low ? 8 : 16
-    readonly property bool hasRows: App.hasReport && (App.map.count > 0 || App.map.depth > 0 || App.map.zoomLoading)
+    readonly property bool hasRows: App.scanning.hasReport && (App.map.count > 0 || App.map.depth > 0 || App.map.zoomLoading)
+
+    // Nothing can be chosen now; during a scan it can.
+    readonly property bool works: App.activity.isBusy && App.activity.phase !== Kinds.Scanning
+                                  && App.activity.phase !== Kinds.ScanningFolders
 
     // Both speak of the list, which may be under its tab.
-    readonly property int searchAsked: App.focusSearch
-    readonly property string rowAsked: App.scrollToRow
+    readonly property int searchAsked: App.places.focusSearch
+    readonly property string rowAsked: App.places.scrollToRow
 
     onRowAskedChanged: if (rowAsked.length > 0) tabs.currentIndex = 1
     onSearchAskedChanged: {
@@ -48,7 +52,7 @@ ApplicationWindow {
     onClosing: close => {
         if (leaving)
             return;
-        const stays = App.monitoring && inPanel;
+        const stays = App.monitor.monitoring && inPanel;
         close.accepted = !stays;
         if (stays)
             hide();
@@ -58,8 +62,8 @@ ApplicationWindow {
 
     color: Theme.window
     height: 760
-    minimumHeight: 600
-    minimumWidth: 900
+    minimumHeight: 560
+    minimumWidth: 800
     title: "Tarvo AI"
     visible: !Desktop.beginsInPanel
     width: 1180
@@ -82,8 +86,7 @@ ApplicationWindow {
     }
 
     Shortcuts {
-        active: !confirm.visible && !empty.visible && !archive.visible && !failures.visible && !refusal.visible
-                && !welcome.visible && !sides.covers
+        active: !question.visible && !welcome.visible && !sides.covers
 
         onHelpWanted: window.openHelp()
         onQuitWanted: window.leave()
@@ -118,11 +121,18 @@ ApplicationWindow {
             Layout.rightMargin: 24
             compact: window.low
         }
+        ProgressLine {
+            Layout.bottomMargin: window.low ? 4 : 8
+            Layout.fillWidth: true
+            Layout.leftMargin: 24
+            Layout.rightMargin: 24
+            opacity: window.works ? 0 : 1
+        }
         NoticeBar {
             Layout.bottomMargin: 12
             Layout.fillWidth: true
 
-            onDetailsWanted: failures.wanted = true
+            onDetailsWanted: App.cleaning.showFailures()
         }
         PaneTabs {
             id: tabs
@@ -171,42 +181,21 @@ ApplicationWindow {
         Footer {
             Layout.fillWidth: true
             compact: window.low
-            visible: App.hasReport
+            visible: App.scanning.hasReport && !window.works
+        }
+        WorkBar {
+            Layout.fillWidth: true
+            compact: window.low
+            visible: window.works
         }
     }
     PlaceMenu {
         id: menu
     }
-    ConfirmDialog {
-        id: confirm
-    }
-    EmptyDialog {
-        id: empty
-    }
-    ArchiveDialog {
-        id: archive
-    }
     Question {
-        id: failures
+        id: question
 
-        property bool wanted: false
-
-        asks: wanted
-        message: App.lastFailures.join("\n")
-        refuseText: Words.close
-        title: Words.notCleaned
-
-        onRefused: wanted = false
-    }
-    Question {
-        id: refusal
-
-        asks: App.archiveRefusalMessage.length > 0
-        message: App.archiveRefusalMessage
-        refuseText: Words.close
-        title: App.archiveRefusalTitle
-
-        onRefused: App.cancelArchive()
+        asks: App.question.isOpen
     }
     Loader {
         id: tray

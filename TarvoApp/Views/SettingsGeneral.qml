@@ -18,6 +18,19 @@ SettingsPage {
             }
         }
         SettingRow {
+            more: SettingsWords.languageLater
+            title: SettingsWords.language
+
+            Choice {
+                readonly property list<string> values: ["system", "es", "en"]
+
+                current: values.indexOf(App.settings.language)
+                words: SettingsWords.languages
+
+                onChosen: index => App.settings.language = values[index]
+            }
+        }
+        SettingRow {
             title: SettingsWords.textSize
 
             ScaleSlider {
@@ -46,11 +59,11 @@ SettingsPage {
             onToggled: App.settings.showInMenuBar = checked
         }
         SwitchRow {
-            checked: App.launchAtLogin
+            checked: App.login.launchAtLogin
             more: SettingsWords.loginMore
             text: SettingsWords.login
 
-            onToggled: App.launchAtLogin = checked
+            onToggled: App.login.launchAtLogin = checked
         }
         Line {
             Accessible.name: text
@@ -59,7 +72,7 @@ SettingsPage {
             Layout.topMargin: -8
             color: Theme.danger
             font.pixelSize: Theme.small
-            text: App.launchAtLoginError
+            text: App.login.launchAtLoginError
             visible: text.length > 0
             wrapMode: Text.WordWrap
         }

@@ -12,6 +12,10 @@ QtObject {
         pick("Acerca de", "About")
     ]
 
+    readonly property string language: pick("Idioma", "Language")
+    readonly property list<string> languages: [pick("El del sistema", "System"), "Español", "English"]
+    readonly property string languageLater: pick("Vale desde la próxima vez que abras Tarvo AI.",
+                                                 "Holds from the next time you open Tarvo AI.")
     readonly property string appearance: pick("Aspecto", "Appearance")
     readonly property list<string> appearances: [
         pick("Sistema", "System"), pick("Claro", "Light"), pick("Oscuro", "Dark")
@@ -40,7 +44,6 @@ QtObject {
                                               "Once a week it deletes only what recreates itself.")
     readonly property string held: pick("Apartado", "Recently Cleaned")
     readonly property string heldEmpty: pick("No hay nada apartado", "Nothing is set aside")
-    readonly property string emptyQuestion: pick("¿Vaciar lo apartado ahora?", "Empty Recently Cleaned now?")
 
     readonly property string notify: pick("Avisar cuando quede poco espacio", "Warn when space runs low")
     readonly property string notifyMore: pick("Con una notificación, como mucho una vez al día.",
