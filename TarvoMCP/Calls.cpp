@@ -147,9 +147,10 @@ void Calls::answer(Job& job, Outcome outcome) {
 }
 
 void Calls::beat() {
+    const std::chrono::milliseconds pause = std::max(beat_ / 2, std::chrono::milliseconds(1));
     std::unique_lock lock(mutex_);
     while (!ending_.stop_requested()) {
-        changed_.wait_for(lock, ending_.get_token(), beat_, [] { return false; });
+        changed_.wait_for(lock, ending_.get_token(), pause, [] { return false; });
         std::vector<std::shared_ptr<Job>> jobs;
         std::ranges::transform(unanswered_, std::back_inserter(jobs),
                                [](const auto& each) { return each.second; });
