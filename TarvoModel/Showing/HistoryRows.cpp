@@ -156,7 +156,8 @@ std::string factsText(const HistoryCleanup& cleanup, Language language) {
     add(cleanup.failures == 1, Words{"1 fallo", "1 failure"}.in(language));
     add(cleanup.failures > 1, Words{"{} fallos", "{} failures"}.in(language, cleanup.failures));
     add(cleanup.held == 1, Words{"1 elemento puede volver", "1 item can go back"}.in(language));
-    add(cleanup.held > 1, Words{"{} elementos pueden volver", "{} items can go back"}.in(language, cleanup.held));
+    add(cleanup.held > 1,
+        Words{"{} elementos pueden volver", "{} items can go back"}.in(language, cleanup.held));
     add(!cleanup.caller.empty(), callerText(cleanup.caller, language));
     return text;
 }
@@ -172,14 +173,16 @@ std::string pieceText(const HistoryPiece& piece, Language language) {
     if (piece.heldID.empty()) {
         return Words{"ya no está apartado", "no longer set aside"}.in(language);
     }
-    return piece.isIncomplete ? Words{"le faltan partes", "parts of it are gone"}.in(language) : std::string();
+    return piece.isIncomplete ? Words{"le faltan partes", "parts of it are gone"}.in(language)
+                              : std::string();
 }
 
 std::string noHistoryText(Language language) {
-    return Words{"Todavía no se ha limpiado nada. Aquí verás cada limpieza y podrás devolver a su sitio lo que "
-                 "siga apartado.",
-                 "Nothing has been cleaned yet. Here you will see each cleanup, and can put back what is still "
-                 "set aside."}
+    return Words{
+        "Todavía no se ha limpiado nada. Aquí verás cada limpieza y podrás devolver a su sitio lo que "
+        "siga apartado.",
+        "Nothing has been cleaned yet. Here you will see each cleanup, and can put back what is still "
+        "set aside."}
         .in(language);
 }
 

@@ -39,9 +39,9 @@ struct HistoryCleanup {
     std::size_t number = 0; ///< Of its first line in the log: stays the same while the log grows.
     lumo::Date date;        ///< When its last action ended.
     CleanupSums sums;
-    std::string caller;       ///< The agent that asked for it; empty for the user's own.
-    std::size_t failures = 0; ///< Of its items.
-    std::size_t held = 0;     ///< Pieces that can be put back.
+    std::string caller;             ///< The agent that asked for it; empty for the user's own.
+    std::size_t failures = 0;       ///< Of its items.
+    std::size_t held = 0;           ///< Pieces that can be put back.
     std::vector<HistoryItem> items; ///< Largest first.
 };
 
