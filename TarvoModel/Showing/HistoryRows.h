@@ -43,6 +43,8 @@ struct HistoryCleanup {
     std::size_t failures = 0;       ///< Of its items.
     std::size_t held = 0;           ///< Pieces that can be put back.
     std::vector<HistoryItem> items; ///< Largest first.
+
+    friend bool operator==(const HistoryCleanup&, const HistoryCleanup&) = default;
 };
 
 /// The cleanups of the log, newest first, with what is held of them now. The log has lines of actions alone:
