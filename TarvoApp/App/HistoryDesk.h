@@ -19,7 +19,7 @@ class HistoryDesk final : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isBusy READ isBusy NOTIFY changed)
     Q_PROPERTY(QString total READ total NOTIFY changed)
-    /// Why there is no cleanup to be seen; empty when there is.
+    /// Why there is no cleanup to be seen, or nothing known of what can go back; empty when all is shown.
     Q_PROPERTY(QString emptyText READ emptyText NOTIFY changed)
     /// Newest first, each with its "date", "facts" and whether it "canGoBack".
     Q_PROPERTY(QVariantList cleanups READ cleanups NOTIFY changed)

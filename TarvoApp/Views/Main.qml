@@ -155,6 +155,7 @@ ApplicationWindow {
                 Layout.preferredWidth: Math.min(window.width * 0.37, 560)
                 visible: !window.narrow || tabs.currentIndex === 1
 
+                onGrowthWanted: sides.openGrowth()
                 onMenuWanted: key => menu.openFor(key)
             }
         }
@@ -166,6 +167,8 @@ ApplicationWindow {
         HoldingBanner {
             Layout.fillWidth: true
             compact: window.low
+
+            onHistoryWanted: sides.openHistory()
         }
         Footer {
             Layout.fillWidth: true
