@@ -180,7 +180,8 @@ ColumnLayout {
                     bare: travelling.running && sheet.progress < 0.97 // qmllint disable unqualified
                     filled: tile.index < filling.from // qmllint disable unqualified
                     // A search takes the light from what it did not find; a pointer only adds to what is there.
-                    dimmed: App.map.depth === 0 && App.places.searchText.length > 0 && App.rows.count > 0
+                    dimmed: App.cleaning.inHand === tile.key
+                            || App.map.depth === 0 && App.places.searchText.length > 0 && App.rows.count > 0
                             && App.rows.indexOf(tile.key) < 0
                     slides: Theme.moves && !settled.running // qmllint disable unqualified
 

@@ -113,6 +113,9 @@ Rectangle {
                     onGrowthWanted: pane.growthWanted()
                 }
             }
+            remove: Transition {
+                NumberAnimation { duration: Theme.shortTime; property: "opacity"; to: 0 }
+            }
             move: Transition {
                 NumberAnimation { duration: Theme.shortTime; easing.type: Easing.OutCubic; property: "y" }
             }
