@@ -56,7 +56,7 @@ Rectangle {
             id: highest
 
             anchors.right: parent.right
-            text: App.growth.highest
+            text: App.growth.highest.length > 0 ? App.growth.highest : "0"
         }
         Mark {
             anchors.right: parent.right

@@ -42,10 +42,12 @@ ColumnLayout {
         // Counted, so that what becomes of one line leaves the others where they are.
         model: App.history.lines.length
 
-        Keys.onDownPressed: flick(0, -600)
-        Keys.onUpPressed: flick(0, 600)
+        Keys.onDownPressed: scroll.increase()
+        Keys.onUpPressed: scroll.decrease()
 
         ScrollBar.vertical: ScrollBar {
+            id: scroll
+
             policy: list.contentHeight > list.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
             width: 8
         }
