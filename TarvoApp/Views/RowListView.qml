@@ -12,6 +12,7 @@ Rectangle {
     // The one row that shows all that is known of it.
     property string opened: ""
 
+    signal growthWanted
     signal menuWanted(string key)
 
     function takeSearch() {
@@ -108,6 +109,8 @@ Rectangle {
                 GrowthList {
                     searched: App.places.searchText.length > 0
                     width: parent.width
+
+                    onGrowthWanted: pane.growthWanted()
                 }
             }
             remove: Transition {

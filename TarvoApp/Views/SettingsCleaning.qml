@@ -4,6 +4,10 @@ import Tarvo
 
 // What cleanups leave alone, what happens by itself, and what was set aside.
 SettingsPage {
+    id: page
+
+    signal historyWanted
+
     SettingsCard {
         SettingRow {
             more: SettingsWords.activeDaysMore
@@ -57,6 +61,13 @@ SettingsPage {
             more: App.holding.holdingBytes > 0 ? App.holding.holdingText : ""
             title: App.holding.holdingBytes > 0 ? App.holding.holdingTitle : SettingsWords.heldEmpty
 
+            PlainButton {
+                help: SideWords.historyHelp
+                kind: PlainButton.Link
+                text: SideWords.history
+
+                onClicked: page.historyWanted()
+            }
             PlainButton {
                 enabled: !App.activity.isBusy
                 text: Words.emptyNow

@@ -49,6 +49,8 @@ std::string confirmationMessage(const CleanupShares& shares,
 struct CleanupSums {
     std::int64_t freed = 0;
     std::int64_t trashed = 0;
+
+    friend bool operator==(const CleanupSums&, const CleanupSums&) = default;
 };
 CleanupSums sumsOf(const std::vector<lumo::CleanupOutcome>& outcomes);
 
