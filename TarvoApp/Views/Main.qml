@@ -145,7 +145,7 @@ ApplicationWindow {
                 Layout.fillWidth: true
                 visible: !window.narrow || tabs.currentIndex === 0
 
-                onMenuWanted: key => menu.openFor(key)
+                onMenuWanted: (key, at) => menu.openFor(key, at)
             }
             RowListView {
                 id: list
@@ -155,7 +155,7 @@ ApplicationWindow {
                 Layout.preferredWidth: Math.min(window.width * 0.37, 560)
                 visible: !window.narrow || tabs.currentIndex === 1
 
-                onMenuWanted: key => menu.openFor(key)
+                onMenuWanted: (key, at) => menu.openFor(key, at)
             }
         }
         EmptyState {
