@@ -3,9 +3,9 @@
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "Platform/Terminal.h"
+#include "TarvoCLI/CleanedReport.h"
 #include "TarvoCLI/CommandDesk.h"
 #include "TarvoCLI/Commands.h"
-#include "TarvoCLI/OutcomeText.h"
 #include "TarvoCLI/PlanArguments.h"
 #include "TarvoCLI/PlanText.h"
 #include "TarvoCLI/Question.h"
@@ -13,14 +13,12 @@
 #include "TarvoCLI/WatchedCleanup.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
 
-#include <algorithm>
 #include <memory>
 #include <optional>
 
 namespace tarvo {
 
 using lumo::CleanupAction;
-using lumo::CleanupOutcome;
 using lumo::PlanEntry;
 using lumo::Words;
 namespace platform = lumo::platform;
@@ -84,47 +82,6 @@ std::optional<ExitCode> declinedCleanup(const Plan& plan, const Agreement& agree
     return declined(Words{"¿Limpiar {}?", "Clean {}?"}.with(lumo::ByteFormat::string(shares.total)));
 }
 
-/// What was agreed to and left as it was, with the reasons.
-std::string leftOutText(const std::vector<LeftOut>& leftOut) {
-    std::string shown;
-    for (const LeftOut& left : leftOut) {
-        shown += Words{"{}: se deja como estaba ({})", "{}: left as it was ({})"}.with(
-                     lumo::printable(left.title), lumo::printable(left.reason)) +
-                 "\n";
-    }
-    return shown;
-}
-
-ExitCode report(const Cleaned& cleaned, const Invocation& invocation) {
-    const std::vector<CleanupOutcome>& outcomes = cleaned.outcomes;
-    std::string shown = lumo::dumpJson(lumo::encode(outcomes), lumo::JsonLayout::indented) + "\n";
-    if (!invocation.isJson) {
-        const bool hasHeld = std::ranges::any_of(
-            outcomes, [](const CleanupOutcome& outcome) { return outcome.restorable.has_value(); });
-        shown = outcomeText(outcomes, OutcomeDates::hidden, invocation) + "\n" +
-                tinted(cleanupDone(sumsOf(outcomes)), Tint::strong, invocation) + "\n" +
-                (hasHeld ? tinted(Words{"Para devolverlo a su sitio: tarvo deshacer\n",
-                                        "To put it back: tarvo undo\n"}
-                                      .in(),
-                                  Tint::faint, invocation)
-                         : std::string());
-    }
-    // Nothing that was agreed to is left in silence, and the document has a stream of its own.
-    platform::writeAll(platform::Stream::error, leftOutText(cleaned.leftOut));
-    const ExitCode printed = print(shown);
-    if (platform::wasInterrupted()) {
-        return ExitCode::interrupted;
-    }
-    const bool hasFailed = std::ranges::any_of(outcomes, [](const CleanupOutcome& outcome) {
-        return outcome.status == lumo::CleanupStatus::failed;
-    });
-    if (cleaned.logProblem) {
-        return complain(*cleaned.logProblem, ExitCode::failed);
-    }
-    // Not all that was agreed to was done.
-    return hasFailed || !cleaned.leftOut.empty() ? ExitCode::failed : printed;
-}
-
 ExitCode dryRun(const std::vector<PlanEntry>& entries, const Invocation& invocation) {
     if (invocation.isJson) {
         return print(planJson(entries));
@@ -170,8 +127,10 @@ ExitCode runClean(const CleanArguments& arguments, const Invocation& invocation)
                             : declinedCleanup(*plan, agreed, isFromFile, invocation)) {
         return *no;
     }
-    const auto cleaned = watchedCleanup(*request, agreed, desk, invocation);
-    return cleaned ? report(*cleaned, invocation) : complain(cleaned.error().message, ExitCode::failed);
+    const auto cleaned = watchedCleanup(
+        [&](const CleanupWatch& watch) { return clean(*request, agreed, desk, watch); }, invocation);
+    return cleaned ? reportCleaned(*cleaned, invocation)
+                   : complain(cleaned.error().message, ExitCode::failed);
 }
 
 } // namespace

@@ -49,6 +49,7 @@ void addSpaceCommand(CLI::App& app, Action& chosen);
 void addSettingsCommand(CLI::App& app, Action& chosen);
 void addAgentsCommand(CLI::App& app, Action& chosen);
 void addMapCommand(CLI::App& app, Action& chosen);
+void addWeeklyCommand(CLI::App& app, Action& chosen);
 void addMcpCommand(CLI::App& app, Action& chosen);
 
 } // namespace tarvo

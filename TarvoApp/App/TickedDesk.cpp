@@ -31,6 +31,12 @@ std::set<std::string> TickedDesk::takeOut(const std::vector<lumo::CleanupOutcome
     return done;
 }
 
+void TickedDesk::hide(const std::set<std::string>& ids) {
+    if (std::erase_if(rows_, [&](const Row& row) { return ids.contains(row.id); }) > 0) {
+        emit planChanged();
+    }
+}
+
 void TickedDesk::ticksHaveChanged() {
     shares_ = plan_.shares();
     emit changed();

@@ -41,6 +41,8 @@ class TickedDesk final : public QObject {
     void take(ShownPlan plan);
     /// Takes out what a cleanup has taken; the ids of that.
     std::set<std::string> takeOut(const std::vector<lumo::CleanupOutcome>& outcomes);
+    /// Shows those rows no more, until the next plan: a cleanup has been there.
+    void hide(const std::set<std::string>& ids);
     /// What was set aside has come back.
     void putBack() { emptied_.putBack(); }
 

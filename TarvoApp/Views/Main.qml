@@ -19,6 +19,10 @@ ApplicationWindow {
     readonly property int gap: low ? 8 : 16
     readonly property bool hasRows: App.scanning.hasReport && (App.map.count > 0 || App.map.depth > 0 || App.map.zoomLoading)
 
+    // Nothing can be chosen now; during a scan it can.
+    readonly property bool works: App.activity.isBusy && App.activity.phase !== Kinds.Scanning
+                                  && App.activity.phase !== Kinds.ScanningFolders
+
     // Both speak of the list, which may be under its tab.
     readonly property int searchAsked: App.places.focusSearch
     readonly property string rowAsked: App.places.scrollToRow
@@ -58,8 +62,8 @@ ApplicationWindow {
 
     color: Theme.window
     height: 760
-    minimumHeight: 600
-    minimumWidth: 900
+    minimumHeight: 560
+    minimumWidth: 800
     title: "Tarvo AI"
     visible: !Desktop.beginsInPanel
     width: 1180
@@ -117,6 +121,13 @@ ApplicationWindow {
             Layout.rightMargin: 24
             compact: window.low
         }
+        ProgressLine {
+            Layout.bottomMargin: window.low ? 4 : 8
+            Layout.fillWidth: true
+            Layout.leftMargin: 24
+            Layout.rightMargin: 24
+            opacity: window.works ? 0 : 1
+        }
         NoticeBar {
             Layout.bottomMargin: 12
             Layout.fillWidth: true
@@ -170,7 +181,12 @@ ApplicationWindow {
         Footer {
             Layout.fillWidth: true
             compact: window.low
-            visible: App.scanning.hasReport
+            visible: App.scanning.hasReport && !window.works
+        }
+        WorkBar {
+            Layout.fillWidth: true
+            compact: window.low
+            visible: window.works
         }
     }
     PlaceMenu {

@@ -1,5 +1,6 @@
 #include "TarvoApp/Views/MainWindow.h"
 
+#include "TarvoApp/Views/WindowPlace.h"
 #include "TarvoApp/Views/WindowTypes.h"
 
 #include <QCoreApplication>
@@ -33,6 +34,9 @@ MainWindow::MainWindow(AppModel& app, Begin begin) : desktop_(app) {
     engine_.addImportPath(QStringLiteral(":/qt/qml"));
     // By the module's name: loading the file alone would not register what the module has from C++.
     engine_.loadData("import Tarvo\nMain {}", QUrl(QStringLiteral("qrc:/qt/qml/Window.qml")));
+    if (window() != nullptr && !app.isDemo() && !app.isCapturing()) {
+        WindowPlace::remember(*window(), *app.settings());
+    }
     app.start();
 }
 

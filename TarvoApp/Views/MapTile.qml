@@ -60,7 +60,7 @@ Item {
     Accessible.name: label + ", " + bytes + (word ? ", " + word : "")
     Accessible.role: opensOnClick ? Accessible.Button : canTick ? Accessible.CheckBox : Accessible.ListItem
     height: place.height
-    opacity: dimmed ? Theme.dimmed : 1
+    opacity: dimmed || App.cleaning.inHand === key ? Theme.dimmed : 1
     width: place.width
     x: place.x
     y: place.y

@@ -88,6 +88,7 @@ Item {
     Rectangle {
         id: body
 
+        opacity: App.cleaning.inHand === row.key ? Theme.dimmed : 1
         color: row.chosen ? Qt.alpha(Theme.accent, 0.28) : row.lit ? Qt.alpha(Theme.accent, 0.18) : Qt.alpha(Theme.window, pointer.hovered ? 1 : 0) // "transparent" is black
         height: details.active ? details.y + details.implicitHeight + 12 : texts.height + 14
         radius: Theme.tileRadius
@@ -96,6 +97,9 @@ Item {
 
         Behavior on color {
             ColorAnimation { duration: Theme.hoverTime }
+        }
+        Behavior on opacity {
+            NumberAnimation { duration: Theme.shortTime }
         }
 
         FocusRing {

@@ -123,6 +123,9 @@ Rectangle {
                     width: parent.width
                 }
             }
+            remove: Transition {
+                NumberAnimation { duration: Theme.shortTime; property: "opacity"; to: 0 }
+            }
             move: Transition {
                 NumberAnimation { duration: Theme.shortTime; easing.type: Easing.OutCubic; property: "y" }
             }

@@ -14,6 +14,7 @@ QtObject {
     readonly property string usedShare: pick("Disco ocupado", "Disk used")
     readonly property string scan: pick("Volver a analizar", "Analyze again")
     readonly property string stop: pick("Parar", "Stop")
+    readonly property string progress: pick("Va por el %1 %", "%1% done")
     readonly property string stopHelp: pick("Para aquí: lo que ya se ve se queda", "Stops here: what is shown stays")
     readonly property string stopCleaningHelp: pick("Para cuando acabe lo que está en marcha; lo demás se queda como está",
                                                     "Stops after what is in hand; the rest stays as it is")

@@ -147,6 +147,8 @@ TEST(Golden, HelpOfEveryCommand) {
                                 "agents disconnect",
                                 "agents snippets",
                                 "map",
+                                "weekly",
+                                "weekly run",
                                 "mcp"}) {
         lines.push_back(std::string(command) + " --help");
     }
