@@ -156,7 +156,7 @@ ApplicationWindow {
                 Layout.fillWidth: true
                 visible: !window.narrow || tabs.currentIndex === 0
 
-                onMenuWanted: key => menu.openFor(key)
+                onMenuWanted: (key, at) => menu.openFor(key, at)
             }
             RowListView {
                 id: list
@@ -167,7 +167,7 @@ ApplicationWindow {
                 visible: !window.narrow || tabs.currentIndex === 1
 
                 onGrowthWanted: sides.openGrowth()
-                onMenuWanted: key => menu.openFor(key)
+                onMenuWanted: (key, at) => menu.openFor(key, at)
             }
         }
         EmptyState {

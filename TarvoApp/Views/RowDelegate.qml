@@ -20,6 +20,8 @@ Item {
     required property list<string> places
     required property var explanation
     required property string evidence
+    required property var facts
+    required property bool chosen
 
     property bool opened: false
 
@@ -28,8 +30,7 @@ Item {
     readonly property string below: tickState === Kinds.Blocked && reason ? reason
                                   : explanation.whatItIs ? explanation.whatItIs : detail ? detail : places[0] || ""
 
-    signal menuWanted(string key)
-    signal openWanted(bool open)
+    signal menuWanted(string key, Item at)
 
     function enter(modifiers: int) {
         if (modifiers & Qt.AltModifier)
@@ -37,24 +38,40 @@ Item {
         else
             App.map.zoomInto(key);
     }
+    // What cannot be ticked says what is known of it instead.
+    function act(all: bool) {
+        if (!all)
+            App.places.chooseNone();
+        if (all && chosen || tickable)
+            App.places.toggle(key);
+        else
+            App.places.openRow(key, !opened);
+    }
 
     Accessible.checkable: tickable
     Accessible.checked: tickState === Kinds.Selected
     Accessible.description: below
     Accessible.focusable: true
     Accessible.name: title + ", " + bytes + ", " + groupTitle + ", " + Words.tickState(tickState)
+                     + (chosen ? ", " + Words.chosen : "")
+    Accessible.selected: chosen
     // What cannot be ticked is no box to tick.
     Accessible.role: tickable ? Accessible.CheckBox : Accessible.ListItem
     implicitHeight: body.y + body.height
 
-    Accessible.onPressAction: App.ticked.toggle(key)
-    Accessible.onToggleAction: App.ticked.toggle(key)
-    Keys.onMenuPressed: menuWanted(key)
+    Accessible.onPressAction: act(false)
+    Accessible.onToggleAction: act(false)
+    Keys.onMenuPressed: menuWanted(key, row)
+    Keys.onPressed: event => {
+        event.accepted = event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier) !== 0;
+        if (event.accepted)
+            menuWanted(key, row);
+    }
     Keys.onEnterPressed: event => enter(event.modifiers)
-    Keys.onLeftPressed: openWanted(false)
+    Keys.onLeftPressed: App.places.openRow(key, false)
     Keys.onReturnPressed: event => enter(event.modifiers)
-    Keys.onRightPressed: openWanted(true)
-    Keys.onSpacePressed: App.ticked.toggle(key)
+    Keys.onRightPressed: App.places.openRow(key, true)
+    Keys.onSpacePressed: act(true)
 
     GroupHeader {
         id: header
@@ -72,7 +89,7 @@ Item {
         id: body
 
         opacity: App.cleaning.inHand === row.key ? Theme.dimmed : 1
-        color: row.lit ? Qt.alpha(Theme.accent, 0.18) : Qt.alpha(Theme.window, pointer.hovered ? 1 : 0) // "transparent" is black
+        color: row.chosen ? Qt.alpha(Theme.accent, 0.28) : row.lit ? Qt.alpha(Theme.accent, 0.18) : Qt.alpha(Theme.window, pointer.hovered ? 1 : 0) // "transparent" is black
         height: details.active ? details.y + details.implicitHeight + 12 : texts.height + 14
         radius: Theme.tileRadius
         width: parent.width
@@ -103,14 +120,19 @@ Item {
         MouseArea {
             acceptedButtons: Qt.LeftButton | Qt.RightButton
             anchors.fill: parent
-            cursorShape: row.tickable ? Qt.PointingHandCursor : Qt.ArrowCursor
+            cursorShape: Qt.PointingHandCursor
 
             onClicked: mouse => {
+                const before = App.rows.keyAt(row.ListView.view.currentIndex);
                 row.ListView.view.currentIndex = row.index;
-                if (mouse.button === Qt.RightButton)
-                    row.menuWanted(row.key);
-                else
-                    App.ticked.toggle(row.key);
+                if (mouse.button === Qt.RightButton) {
+                    row.menuWanted(row.key, null);
+                } else if (mouse.modifiers & Qt.ShiftModifier) {
+                    row.forceActiveFocus(Qt.MouseFocusReason);
+                    App.places.chooseTo(before || row.key, row.key);
+                } else {
+                    row.act(false);
+                }
             }
         }
         TickBox {
@@ -175,8 +197,8 @@ Item {
             x: parent.width - width - 4
             y: 7
 
-            Accessible.onPressAction: row.openWanted(!row.opened)
-            onClicked: row.openWanted(!row.opened)
+            Accessible.onPressAction: App.places.openRow(row.key, !row.opened)
+            onClicked: App.places.openRow(row.key, !row.opened)
 
             Glyph {
                 anchors.fill: parent
@@ -200,6 +222,7 @@ Item {
             sourceComponent: RowDetails {
                 detail: row.detail
                 evidence: row.evidence
+                facts: row.facts
                 explanation: row.explanation
                 key: row.key
                 places: row.places
