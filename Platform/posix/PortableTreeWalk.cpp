@@ -126,7 +126,8 @@ class PortableWalk {
         const std::string_view path(entry.fts_path, entry.fts_pathlen);
         leaveTo(static_cast<std::size_t>(entry.fts_level));
         if (isEntered) {
-            shared_.collector->enter({name, counting_.request, bytes});
+            shared_.collector->enter(
+                {entry.fts_level == FTS_ROOTLEVEL ? path : name, counting_.request, bytes});
             ++entered_;
         } else {
             const std::string_view folder = path.substr(0, path.size() - fileName(path).size());
