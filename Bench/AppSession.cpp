@@ -152,10 +152,10 @@ void tellSession(const std::string& home) {
     Heartbeat heart;
     QElapsedTimer clock;
     clock.start();
-    const auto untilIdle = [&] { heart.wait([&] { return !app.isBusy(); }); };
+    const auto untilIdle = [&] { heart.wait([&] { return !app.activity()->isBusy(); }); };
     heart.wait([&] { return clock.elapsed() > 2000; });
     heart.tell("nothing going on for 2 s");
-    app.scan();
+    app.scanning()->scan();
     untilIdle();
     heart.tell("scan");
     fmt::print("  {} rows, {} tiles\n", app.rows()->count(), app.map()->count());
@@ -168,17 +168,17 @@ void tellSession(const std::string& home) {
     heart.tell("zoom in and out");
     for (int row = 0; row < app.rows()->count(); ++row) {
         const QString key = app.rows()->data(app.rows()->index(row), RowList::keyRole).toString();
-        const auto* entry = app.plan().entry(key.toLatin1().toStdString());
+        const auto* entry = app.ticked()->plan().entry(key.toLatin1().toStdString());
         if (entry != nullptr && entry->action.safety == lumo::Safety::review) {
-            app.toggle(key);
+            app.ticked()->toggle(key);
         }
     }
     heart.tell("ticking all that needs a look");
-    app.requestClean();
-    app.clean();
+    app.cleaning()->requestClean();
+    app.question()->accept();
     untilIdle();
     heart.tell("clean and scan");
-    app.undoLastCleanup();
+    app.holding()->undoLastCleanup();
     untilIdle();
     heart.tell("undo and scan");
 }

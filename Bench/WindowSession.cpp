@@ -139,7 +139,7 @@ void run(const std::string& home) {
     (void)Preferences::load(home).set(preference::isWelcomeSeen, true);
     AppModel app(AppServices::ofThisMachine(home, {}));
     qint64 firstResults = 0;
-    QObject::connect(&app, &AppModel::reportChanged,
+    QObject::connect(app.scanning(), &tarvo::ScanningDesk::reportChanged,
                      [&] { firstResults = firstResults == 0 ? sinceStart.elapsed() : firstResults; });
     MainWindow windows(app);
     QQuickWindow& window = *windows.window();
@@ -148,13 +148,13 @@ void run(const std::string& home) {
                      [&] { firstFrame = firstFrame == 0 ? sinceStart.elapsed() : firstFrame; });
     waitFor([&] { return firstFrame > 0; });
     fmt::print("first window after {} ms\n", firstFrame);
-    waitFor([&] { return !app.isBusy() && app.hasReport(); });
+    waitFor([&] { return !app.activity()->isBusy() && app.scanning()->hasReport(); });
     fmt::print("first results after {} ms, all after {} ms: {} rows, {} tiles\n", firstResults,
                sinceStart.elapsed(), app.rows()->count(), app.map()->count());
     waitFor(std::chrono::seconds(2));
     Beats beats;
-    app.scan();
-    waitFor([&] { return !app.isBusy(); });
+    app.scanning()->scan();
+    waitFor([&] { return !app.activity()->isBusy(); });
     fmt::print("another scan: longest gap of the main thread {} ms\n", beats.longest());
     const double base = tellEmptyScene(window.size());
     tellHovering(window, base);

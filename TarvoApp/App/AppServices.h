@@ -44,8 +44,9 @@ struct AppServices {
     std::function<lumo::FolderEvidence(const std::string& path, const std::stop_token& end)> evidence;
 
     std::function<void(const Notification&)> notify;
+    /// In the background.
     std::function<bool()> startsAtLogin;
-    /// Why that could not be changed; absent when it was.
+    /// In the background: why that could not be changed; absent when it was.
     std::function<std::optional<std::string>(bool on)> setStartAtLogin;
     /// In the background.
     std::function<QImage(const ShareStats&)> drawCard;

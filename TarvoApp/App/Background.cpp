@@ -16,6 +16,10 @@ Background::Background(std::size_t threads, QObject* parent) : QObject(parent) {
 }
 
 Background::~Background() {
+    end();
+}
+
+void Background::end() {
     // All of them at once: one by one, each would be waited for before the next is told.
     for (std::jthread& thread : threads_) {
         thread.request_stop();
@@ -29,6 +33,14 @@ void Background::start(Work work) {
         waiting_.push_back(std::move(work));
     }
     bell_.notify_one();
+}
+
+void Background::start(const std::stop_source& stop, Work work) {
+    start([stop, work = std::move(work)](const std::stop_token& end) -> Apply {
+        std::stop_source either = stop;
+        const std::stop_callback forward(end, [&] { either.request_stop(); });
+        return work(either.get_token());
+    });
 }
 
 void Background::finish() {

@@ -30,6 +30,11 @@ class Background final : public QObject {
 
     /// Work begins in the order in which it is given, and at once while a thread is free.
     void start(Work work);
+    /// The same for work that somebody may want ended before: its token is asked by that source as well.
+    void start(const std::stop_source& stop, Work work);
+
+    /// What the destructor does: afterwards nothing of what was given goes on, and no result comes.
+    void end();
 
     /// Waits until all that was given is done, its results dropped. Nothing may be given any more.
     void finish();

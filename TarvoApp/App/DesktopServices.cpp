@@ -17,8 +17,8 @@ AppServices desktopServices(const std::string& home, const RunMode& mode, Notifi
     services.notify = [&notifier](const Notification& notification) { notifier.send(notification); };
     const std::string settings = lumo::platform::environmentVariable("XDG_CONFIG_HOME").value_or("");
     services.startsAtLogin = [home, settings] { return LoginItem::isOn(home, settings); };
-    services.setStartAtLogin = [home, settings](bool on) -> std::optional<std::string> {
-        const std::string program = bytesOf(QCoreApplication::applicationFilePath());
+    const std::string program = bytesOf(QCoreApplication::applicationFilePath());
+    services.setStartAtLogin = [home, settings, program](bool on) -> std::optional<std::string> {
         const lumo::Result<void> changed = LoginItem::set(home, program, on, settings);
         return changed ? std::nullopt : std::optional(changed.error().message);
     };

@@ -64,17 +64,16 @@ void HelpDesk::ask() {
     forget();
     asking_ = std::stop_source();
     isBusy_ = true;
-    background_.start([this, question, sources = sources_(),
-                       asking = asking_](const std::stop_token& end) mutable -> Background::Apply {
-        const std::stop_callback forward(end, [&] { asking.request_stop(); });
-        return [this, asking, reply = answerTo(question, sources, asking.get_token())] {
-            if (!asking.stop_requested()) {
-                isBusy_ = false;
-                reply_ = reply;
-                emit answerChanged();
-            }
-        };
-    });
+    background_.start(
+        asking_, [this, question, sources = sources_()](const std::stop_token& asking) -> Background::Apply {
+            return [this, asking, reply = answerTo(question, sources, asking)] {
+                if (!asking.stop_requested()) {
+                    isBusy_ = false;
+                    reply_ = reply;
+                    emit answerChanged();
+                }
+            };
+        });
     emit answerChanged();
 }
 

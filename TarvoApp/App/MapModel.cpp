@@ -2,12 +2,14 @@
 
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Path.h"
+#include "TarvoApp/App/Kinds.h"
 #include "TarvoApp/App/QtText.h"
 
 #include <QColor>
 #include <QRectF>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace tarvo {
@@ -39,11 +41,33 @@ MapModel::MapModel(const TickedPlan& plan, Background& background, Folders folde
     : KeyedList(parent), plan_(plan), background_(background), folders_(std::move(folders)) {}
 
 void MapModel::show(const std::vector<Row>& rows, const lumo::VolumeInfo& volume, bool isWholeDisk) {
+    const bool isNews = rows_ != rows;
     rows_ = rows;
+    if (isNews) {
+        findOpenable();
+    }
     top_ = DiskMap::tiles(rows, volume, isWholeDisk);
     if (zoomStack_.empty()) {
         rebuild();
     }
+}
+
+void MapModel::findOpenable() {
+    std::set<Paths> all;
+    for (const Row& row : rows_) {
+        all.insert(row.paths);
+    }
+    background_.start([this, all, canOpen = folders_.canOpen,
+                       number = ++rowsShown_](const std::stop_token&) -> Background::Apply {
+        std::set<Paths> openable;
+        std::ranges::copy_if(all, std::inserter(openable, openable.end()), canOpen);
+        return [this, openable, number] {
+            if (number == rowsShown_) {
+                openable_ = openable;
+                tellChanged({canZoomRole, statusRole});
+            }
+        };
+    });
 }
 
 void MapModel::stopListing() {
@@ -133,13 +157,14 @@ bool MapModel::canZoom(const Tile& tile) const {
                !closed_.contains(pathsOf(tile.id));
     }
     const Paths paths = tile.kind == Tile::Kind::item ? pathsOf(tile.id) : Paths();
-    return !paths.empty() && !closed_.contains(paths) && folders_.canOpen(paths);
+    return openable_.contains(paths) && !closed_.contains(paths);
 }
 
 void MapModel::zoomInto(const QString& key) {
     const std::string id = idOf(key);
     Wanted wanted{.title = {}, .paths = pathsOf(id), .safety = {}, .whenUnreadable = {}, .place = {}};
-    if (wanted.paths.empty() || !folders_.canOpen(wanted.paths)) {
+    const bool isRow = !id.starts_with(TileID::insidePrefix);
+    if (wanted.paths.empty() || (isRow && !openable_.contains(wanted.paths))) {
         return;
     }
     wanted.title = lumo::fileName(wanted.paths.front());
@@ -181,16 +206,15 @@ void MapModel::listInBackground(const Paths& paths) {
     if (!prefetching_.insert(paths).second) {
         return;
     }
-    background_.start([this, paths, list = folders_.list, stop = listing_,
-                       generation = generation_](const std::stop_token& end) -> Background::Apply {
-        std::stop_source either = stop;
-        const std::stop_callback forward(end, [&] { either.request_stop(); });
-        return [this, paths, generation, listing = list(paths, either.get_token())] {
-            if (generation == generation_) {
-                listed(paths, listing);
-            }
-        };
-    });
+    background_.start(listing_,
+                      [this, paths, list = folders_.list,
+                       generation = generation_](const std::stop_token& stop) -> Background::Apply {
+                          return [this, paths, generation, listing = list(paths, stop)] {
+                              if (generation == generation_) {
+                                  listed(paths, listing);
+                              }
+                          };
+                      });
 }
 
 void MapModel::listed(const Paths& paths, const Listing& listing) {
@@ -344,7 +368,7 @@ QVariant MapModel::data(const QModelIndex& index, int role) const {
     case darkInkRole:
         return !color || DiskMap::wantsDarkInk(*color);
     case stateRole:
-        return shown(lumo::nameOf(plan_.stateOf(tile.id)));
+        return static_cast<int>(Kinds::of(plan_.stateOf(tile.id)));
     case statusRole:
         return shown(tile.kind == Tile::Kind::inside && tile.isFolder && !canZoom(tile)
                          ? DiskMap::closedFolderText()
@@ -353,10 +377,8 @@ QVariant MapModel::data(const QModelIndex& index, int role) const {
         return wordOf(tile);
     case unknownRole:
         return tile.id.starts_with(lumo::unclassifiedIDPrefix);
-    case insideRole:
-        return tile.kind == Tile::Kind::inside;
-    case freeRole:
-        return tile.kind == Tile::Kind::free;
+    case kindRole:
+        return static_cast<int>(Kinds::of(tile.kind));
     case canZoomRole:
         return canZoom(tile);
     case nestedRole:
@@ -370,8 +392,8 @@ QHash<int, QByteArray> MapModel::roleNames() const {
     return {{keyRole, "key"},         {labelRole, "label"},     {detailRole, "detail"},
             {bytesRole, "bytes"},     {placeRole, "place"},     {colorRole, "tint"},
             {darkInkRole, "darkInk"}, {stateRole, "tickState"}, {statusRole, "status"},
-            {wordRole, "word"},       {unknownRole, "unknown"}, {insideRole, "inside"},
-            {freeRole, "free"},       {canZoomRole, "canZoom"}, {nestedRole, "nested"}};
+            {wordRole, "word"},       {unknownRole, "unknown"}, {kindRole, "kind"},
+            {canZoomRole, "canZoom"}, {nestedRole, "nested"}};
 }
 
 } // namespace tarvo

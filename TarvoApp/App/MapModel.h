@@ -50,12 +50,11 @@ class MapModel final : public KeyedList<LaidTile> {
         placeRole, ///< The part that is drawn, as a QRectF.
         colorRole, ///< Invalid for the neutral gray.
         darkInkRole,
-        stateRole,  ///< As in JSON.
+        stateRole,  ///< See `Kinds::Tick`.
         statusRole, ///< What the card says.
         wordRole,   ///< The row's group; empty for what is no row.
         unknownRole,
-        insideRole,
-        freeRole,
+        kindRole, ///< See `Kinds::Tile`.
         canZoomRole,
         nestedRole ///< Of each entry inside a map with its place, label, key and whether it can be opened.
     };
@@ -63,7 +62,7 @@ class MapModel final : public KeyedList<LaidTile> {
     /// What is in the paths; called on a background thread. Empty items for what cannot be read.
     using List = std::function<lumo::FolderContents::Listing(const std::vector<std::string>& paths,
                                                              const std::stop_token& end)>;
-    /// Whether there is something to be listed.
+    /// Whether there is something to be listed; called on a background thread.
     using CanOpen = std::function<bool(const std::vector<std::string>& paths)>;
 
     struct Folders {
@@ -141,6 +140,8 @@ class MapModel final : public KeyedList<LaidTile> {
     void stopListing();
     void listInBackground(const Paths& paths);
     void prefetchNext();
+    /// Finds out which rows can be opened; until then none can.
+    void findOpenable();
     void rebuild();
     void layOut();
     void willReplace() override { emit replacing(); }
@@ -162,12 +163,14 @@ class MapModel final : public KeyedList<LaidTile> {
     Rect zoomPlace_;
     std::optional<Wanted> zoomLoading_;
     std::map<Paths, lumo::FolderContents::Listing> insideCache_;
+    std::set<Paths> openable_;    ///< Of the rows.
     std::set<Paths> closed_;      ///< Where nothing was to be seen.
     std::set<Paths> prefetching_; ///< What is being listed now.
     std::deque<Paths> ahead_;     ///< What is to be listed ahead of time.
     std::stop_source listing_;    ///< Of all listings since the map was last forgotten.
-    /// Listings of an earlier disk must not be shown for this one.
+    /// Listings of an earlier disk must not be shown for this one, nor what could be opened of other rows.
     int generation_ = 0;
+    int rowsShown_ = 0;
 };
 
 } // namespace tarvo

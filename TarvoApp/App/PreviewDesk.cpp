@@ -45,22 +45,21 @@ void PreviewDesk::show(const QString& key, const std::string& title, const std::
     place_ = paths.size() == 1 ? lumo::abbreviated(paths.front(), home_) : std::string();
     looking_ = std::stop_source();
     isBusy_ = true;
-    background_.start([this, paths, make = make_,
-                       looking = looking_](const std::stop_token& end) mutable -> Background::Apply {
-        const std::stop_callback forward(end, [&] { looking.request_stop(); });
-        const Preview preview = looking.stop_requested() ? Preview() : make(paths, looking.get_token());
-        const QImage picture = preview.kind == Preview::Kind::file && !looking.stop_requested()
-                                   ? pictureFrom(preview.path)
-                                   : QImage();
-        return [this, looking, preview, picture] {
-            if (!looking.stop_requested()) {
-                isBusy_ = false;
-                preview_ = preview;
-                picture_ = picture;
-                emit changed();
-            }
-        };
-    });
+    background_.start(
+        looking_, [this, paths, make = make_](const std::stop_token& looking) -> Background::Apply {
+            const Preview preview = looking.stop_requested() ? Preview() : make(paths, looking);
+            const QImage picture = preview.kind == Preview::Kind::file && !looking.stop_requested()
+                                       ? pictureFrom(preview.path)
+                                       : QImage();
+            return [this, looking, preview, picture] {
+                if (!looking.stop_requested()) {
+                    isBusy_ = false;
+                    preview_ = preview;
+                    picture_ = picture;
+                    emit changed();
+                }
+            };
+        });
     emit changed();
     emit wanted();
 }
@@ -88,23 +87,23 @@ QString PreviewDesk::place() const {
     return shown(place_);
 }
 
-QString PreviewDesk::kind() const {
+PreviewDesk::Kind PreviewDesk::kind() const {
     if (isBusy_) {
-        return {};
+        return Kind::Unknown;
     }
     switch (preview_.kind) {
     case Preview::Kind::folder:
-        return QStringLiteral("folder");
+        return Kind::Folder;
     case Preview::Kind::text:
-        return QStringLiteral("text");
+        return Kind::Text;
     case Preview::Kind::file:
-        return picture_.isNull() ? QStringLiteral("file") : QStringLiteral("picture");
+        return picture_.isNull() ? Kind::File : Kind::Picture;
     case Preview::Kind::other:
-        return QStringLiteral("other");
+        return Kind::Other;
     case Preview::Kind::missing:
         break;
     }
-    return QStringLiteral("missing");
+    return Kind::Missing;
 }
 
 QString PreviewDesk::bytes() const {

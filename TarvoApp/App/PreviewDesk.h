@@ -23,8 +23,7 @@ class PreviewDesk final : public QObject {
     Q_PROPERTY(QString title READ title NOTIFY changed)
     Q_PROPERTY(QString place READ place NOTIFY changed)
     Q_PROPERTY(bool isBusy READ isBusy NOTIFY changed)
-    /// "folder", "text", "picture", "file", "other" or "missing"; empty while it is being made.
-    Q_PROPERTY(QString kind READ kind NOTIFY changed)
+    Q_PROPERTY(Kind kind READ kind NOTIFY changed)
     Q_PROPERTY(QString bytes READ bytes NOTIFY changed)
     Q_PROPERTY(QString facts READ facts NOTIFY changed)
     Q_PROPERTY(QString text READ text NOTIFY changed)
@@ -34,6 +33,10 @@ class PreviewDesk final : public QObject {
     Q_PROPERTY(QImage picture READ picture NOTIFY changed)
 
   public:
+    /// What is shown; unknown while it is being made. Windows only know names that begin with a capital.
+    enum class Kind { Unknown, Folder, Text, Picture, File, Other, Missing };
+    Q_ENUM(Kind)
+
     /// Called in the background.
     using Make = std::function<Preview(const std::vector<std::string>& paths, const std::stop_token& end)>;
 
@@ -52,7 +55,7 @@ class PreviewDesk final : public QObject {
     [[nodiscard]] QString title() const;
     [[nodiscard]] QString place() const;
     [[nodiscard]] bool isBusy() const { return isBusy_; }
-    [[nodiscard]] QString kind() const;
+    [[nodiscard]] Kind kind() const;
     [[nodiscard]] QString bytes() const;
     [[nodiscard]] QString facts() const;
     [[nodiscard]] QString text() const;

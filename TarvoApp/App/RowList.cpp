@@ -3,6 +3,7 @@
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
+#include "TarvoApp/App/Kinds.h"
 #include "TarvoApp/App/QtText.h"
 #include "TarvoModel/Showing/ExplanationTexts.h"
 
@@ -88,7 +89,7 @@ QVariant RowList::data(const QModelIndex& index, int role) const {
     case shareRole:
         return static_cast<double>(row.bytes) / static_cast<double>(largest_);
     case groupRole:
-        return static_cast<int>(row.group);
+        return static_cast<int>(Kinds::of(row.group));
     case groupTitleRole:
         return shown(groupTitle(row.group));
     case firstRole:
@@ -96,7 +97,7 @@ QVariant RowList::data(const QModelIndex& index, int role) const {
     case groupBytesRole:
         return shown(groupAmounts_.at(row.group));
     case stateRole:
-        return shown(lumo::nameOf(plan_.stateOf(row.id)));
+        return static_cast<int>(Kinds::of(plan_.stateOf(row.id)));
     case reasonRole:
         return shown(lumo::capitalized(row.skipReason.value_or("")));
     case placesRole:

@@ -23,11 +23,11 @@ class RowList final : public KeyedList<Row> {
         detailRole,
         bytesRole, ///< For a person.
         shareRole, ///< Of the largest row, from 0 to 1.
-        groupRole,
+        groupRole, ///< See `Kinds::Group`.
         groupTitleRole,
         groupBytesRole,
         firstRole, ///< Whether the row is the first of its group.
-        stateRole, ///< As in JSON: "selected", "unselected", "blocked" or "info".
+        stateRole, ///< See `Kinds::Tick`.
         reasonRole,
         placesRole,      ///< The paths that the row stands for, as they may be shown.
         explanationRole, ///< A map; empty while there is none.

@@ -89,14 +89,15 @@ void Settings::write(const Preference& key,
     ++unwritten_;
     writing_.start([this, &key, value, valueIn, telling](const std::stop_token&) -> Background::Apply {
         const auto stored = changeSetting(key, valueIn, home_);
-        return [this, &key, value, telling, reason = stored ? std::string() : stored.error().message] {
-            written(key, value, reason, telling);
+        return [this, &key, value, telling, now = Preferences::load(home_),
+                reason = stored ? std::string() : stored.error().message] {
+            written(key, value, reason, telling, now);
         };
     });
 }
 
 void Settings::written(const Preference& key, const std::optional<lumo::JsonValue>& value,
-                       const std::string& reason, Telling telling) {
+                       const std::string& reason, Telling telling, const Preferences& now) {
     --unwritten_;
     if (reason.empty()) {
         unstored_.erase(&key);
@@ -106,15 +107,23 @@ void Settings::written(const Preference& key, const std::optional<lumo::JsonValu
             emit failed(shown(reason));
         }
     }
-    reload();
+    takeOver(now);
     emit stored();
 }
 
 void Settings::reload() {
-    if (unwritten_ > 0 || keeping_ == Keeping::inMemory) {
+    if (keeping_ == Keeping::inMemory) {
         return;
     }
-    Preferences stored = Preferences::load(home_);
+    writing_.start([this](const std::stop_token&) -> Background::Apply {
+        return [this, stored = Preferences::load(home_)] { takeOver(stored); };
+    });
+}
+
+void Settings::takeOver(Preferences stored) {
+    if (unwritten_ > 0) {
+        return; // What was read may be older than what is shown; the last one written reads again.
+    }
     // What could not be written counts as long as the application runs: a date that is forgotten would have
     // the full disk told every minute.
     for (const auto& [key, value] : unstored_) {

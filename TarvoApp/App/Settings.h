@@ -107,7 +107,7 @@ class Settings final : public QObject {
         }
     }
 
-    /// Takes over what other programs have stored.
+    /// Takes over what other programs have stored, as soon as it is read.
     void reload();
 
   signals:
@@ -138,7 +138,8 @@ class Settings final : public QObject {
                const std::function<std::optional<lumo::JsonValue>(const Preferences&)>& valueIn,
                Telling telling = Telling::user);
     void written(const Preference& key, const std::optional<lumo::JsonValue>& value,
-                 const std::string& reason, Telling telling);
+                 const std::string& reason, Telling telling, const Preferences& now);
+    void takeOver(Preferences stored);
 
     std::string home_;
     Keeping keeping_;

@@ -18,10 +18,10 @@ T.Dialog {
     implicitHeight: contentHeight + topPadding + bottomPadding
     parent: T.Overlay.overlay
     title: SideWords.celebration
-    visible: App.celebration
+    visible: App.celebrating.celebration
     width: Math.min(Math.max(680, buttons.implicitWidth + 2 * padding), room)
 
-    onClosed: if (App.celebration) App.closeCelebration()
+    onClosed: if (App.celebrating.celebration) App.celebrating.closeCelebration()
     onOpened: close.forceActiveFocus(Qt.TabFocusReason)
 
     T.Overlay.modal: Rectangle {
@@ -41,23 +41,23 @@ T.Dialog {
                            Qt.Key_Control, Qt.Key_Alt, Qt.Key_Meta];
             if (!leads.includes(event.key)) {
                 event.accepted = true;
-                App.closeCelebration();
+                App.celebrating.closeCelebration();
             }
         }
 
         CardPicture {
-            Accessible.name: App.celebrationText
+            Accessible.name: App.celebrating.celebrationText
             Accessible.role: Accessible.Graphic
             Layout.alignment: Qt.AlignHCenter
             Layout.preferredHeight: width * 630 / 1200
             Layout.preferredWidth: 632
-            image: App.celebrationImage
+            image: App.celebrating.celebrationImage
         }
         Line {
             Layout.fillWidth: true
             color: Theme.secondaryText
             lineHeight: 1.2
-            text: App.celebrationText
+            text: App.celebrating.celebrationText
             wrapMode: Text.WordWrap
         }
         RowLayout {
@@ -69,19 +69,19 @@ T.Dialog {
             PlainButton {
                 text: SideWords.saveImage
 
-                onClicked: App.saveShareImage()
+                onClicked: App.celebrating.saveShareImage()
             }
             PlainButton {
                 text: SideWords.copyImage
 
-                onClicked: App.copyCelebrationImage()
+                onClicked: App.celebrating.copyCelebrationImage()
             }
             PlainButton {
                 help: SideWords.postHelp
                 text: SideWords.post
 
                 onClicked: Qt.openUrlExternally("https://x.com/intent/post?text="
-                                                + encodeURIComponent(App.celebrationText))
+                                                + encodeURIComponent(App.celebrating.celebrationText))
             }
             PlainButton {
                 id: close
@@ -90,7 +90,7 @@ T.Dialog {
                 kind: PlainButton.Primary
                 text: Words.close
 
-                onClicked: App.closeCelebration()
+                onClicked: App.celebrating.closeCelebration()
             }
         }
     }

@@ -159,11 +159,11 @@ bool Desktop::accentWantsDarkInk() const {
 }
 
 bool Desktop::hasPlace(const QString& key) const {
-    return !app_.isDemo() && !app_.pathOf(key).empty();
+    return !app_.isDemo() && !app_.places()->pathOf(key).empty();
 }
 
 void Desktop::showInFiles(const QString& key) {
-    const std::string path = app_.pathOf(key);
+    const std::string path = app_.places()->pathOf(key);
     if (path.empty()) {
         return;
     }
@@ -185,7 +185,7 @@ void Desktop::showInFiles(const QString& key) {
 }
 
 void Desktop::copyPath(const QString& key) {
-    QGuiApplication::clipboard()->setText(shown(app_.pathOf(key)));
+    QGuiApplication::clipboard()->setText(shown(app_.places()->pathOf(key)));
 }
 
 void Desktop::protectFolder(const QUrl& folder) {

@@ -8,7 +8,7 @@ PlainButton {
 
     help: disks.visible ? "" : Words.lookIntoHelp
     text: Words.lookInto
-    visible: !App.isDemo || App.otherVolumes.length > 0
+    visible: !App.isDemo || App.volumes.otherVolumes.length > 0
 
     onClicked: disks.popup(button, 0, button.height + 4)
 
@@ -19,10 +19,10 @@ PlainButton {
             enabled: !App.isDemo
             text: ModelWords.homeFolder
 
-            onTriggered: App.openHome(text)
+            onTriggered: App.places.openHome(text)
         }
         Instantiator {
-            model: App.otherVolumes
+            model: App.volumes.otherVolumes
 
             delegate: PlainMenuItem {
                 required property int index
@@ -30,7 +30,7 @@ PlainButton {
 
                     text: modelData.name + " · " + modelData.free + " " + Words.freeOf.arg(modelData.total)
 
-                onTriggered: App.openVolume(index)
+                onTriggered: App.volumes.openVolume(index)
             }
 
             onObjectAdded: (index, object) => disks.insertItem(index + 1, object as Item)

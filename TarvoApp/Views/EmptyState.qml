@@ -6,10 +6,10 @@ import Tarvo
 Item {
     id: state
 
-    readonly property bool scanned: App.hasReport
+    readonly property bool scanned: App.scanning.hasReport
     // The quick pass alone has not seen enough to speak of order.
-    readonly property bool looking: App.isBusy
-    readonly property bool tidy: scanned && !looking && !App.spaceIsLow
+    readonly property bool looking: App.activity.isBusy
+    readonly property bool tidy: scanned && !looking && !App.volumes.spaceIsLow
 
     ColumnLayout {
         anchors.centerIn: parent
@@ -31,7 +31,7 @@ Item {
             Layout.fillWidth: true
             font.pixelSize: Theme.title
             horizontalAlignment: Text.AlignHCenter
-            text: state.looking ? App.statusText : state.scanned ? Words.nothingToClean : Words.notScanned
+            text: state.looking ? App.scanning.statusText : state.scanned ? Words.nothingToClean : Words.notScanned
             wrapMode: Text.WordWrap
         }
         Line {
@@ -47,7 +47,7 @@ Item {
             color: Theme.secondaryText
             font.pixelSize: Theme.small
             horizontalAlignment: Text.AlignHCenter
-            text: App.progressText
+            text: App.activity.progressText
             visible: state.looking
         }
         PlainButton {
@@ -57,7 +57,7 @@ Item {
             text: Words.lookIntoHome
             visible: state.scanned && !state.looking
 
-            onClicked: App.openHome(ModelWords.homeFolder)
+            onClicked: App.places.openHome()
         }
         PlainButton {
             Layout.alignment: Qt.AlignHCenter
@@ -65,7 +65,7 @@ Item {
             kind: state.looking || state.scanned ? PlainButton.Plain : PlainButton.Primary
             text: state.looking ? Words.stop : state.scanned ? Words.scan : Words.analyze
 
-            onClicked: state.looking ? App.stop() : App.scan()
+            onClicked: state.looking ? App.activity.stop() : App.scanning.scan()
         }
     }
 }

@@ -8,9 +8,9 @@ Rectangle {
 
     property bool compact: false
 
-    readonly property bool cleans: App.mayClean && App.hasTicked
+    readonly property bool cleans: App.cleaning.mayClean && App.ticked.hasTicked
     // What can be pressed and does nothing is a riddle.
-    readonly property string cleanHelp: !App.mayClean ? Words.cleanLater : App.hasTicked ? App.cleanHelp : Words.tickFirst
+    readonly property string cleanHelp: !App.cleaning.mayClean ? Words.cleanLater : App.ticked.hasTicked ? App.ticked.cleanHelp : Words.tickFirst
 
     color: Theme.surface
     implicitHeight: row.implicitHeight + (compact ? 14 : 24)
@@ -35,23 +35,23 @@ Rectangle {
             Layout.fillWidth: true
             font.pixelSize: Theme.strong
             maximumLineCount: 2
-            text: App.selectedText
+            text: App.ticked.selectedText
             wrapMode: Text.WordWrap
         }
         PlainButton {
-            enabled: App.hasTicked
+            enabled: App.ticked.hasTicked
             help: Words.deselectAllHelp
             kind: PlainButton.Link
             text: Words.deselectAll
 
-            onClicked: App.deselectAll()
+            onClicked: App.ticked.deselectAll()
         }
         PlainButton {
-            enabled: App.mayClean
+            enabled: App.cleaning.mayClean
             help: ModelWords.selectSafeHelp
             text: Words.selectSafe
 
-            onClicked: App.selectSafe()
+            onClicked: App.ticked.selectSafe()
         }
         // A button that is disabled does not notice the pointer.
         Item {
@@ -74,9 +74,9 @@ Rectangle {
                 implicitHeight: Math.round(36 * Theme.scale)
                 kind: PlainButton.Primary
                 leftPadding: 20
-                text: App.hasTicked ? App.cleanTitle + "…" : Words.clean
+                text: App.ticked.hasTicked ? App.ticked.cleanTitle + "…" : Words.clean
 
-                onClicked: App.requestClean()
+                onClicked: App.cleaning.requestClean()
             }
         }
     }

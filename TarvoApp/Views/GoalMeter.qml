@@ -23,25 +23,25 @@ ColumnLayout {
             font.pixelSize: Theme.strong
             font.weight: Font.DemiBold
             leftPadding: 4
-            text: App.goalText
+            text: App.ticked.goalText
         }
         IconButton {
             name: Words.lowerGoal
             shape: "minus"
             side: Math.round(26 * Theme.scale)
 
-            onClicked: App.lowerGoal()
+            onClicked: App.ticked.lowerGoal()
         }
         IconButton {
             name: Words.raiseGoal
             shape: "plus"
             side: Math.round(26 * Theme.scale)
 
-            onClicked: App.raiseGoal()
+            onClicked: App.ticked.raiseGoal()
         }
     }
     Rectangle {
-        Accessible.name: Words.goal + ": " + App.goalMeterText
+        Accessible.name: Words.goal + ": " + App.ticked.goalMeterText
         Accessible.role: Accessible.ProgressBar
         Layout.fillWidth: true
         Layout.preferredHeight: 6
@@ -49,10 +49,10 @@ ColumnLayout {
         radius: 3
 
         Rectangle {
-            color: App.isGoalReached ? Theme.reached : Theme.accent
+            color: App.ticked.isGoalReached ? Theme.reached : Theme.accent
             height: parent.height
             radius: parent.radius
-            width: Math.max(parent.width * App.goalFraction, App.goalFraction > 0 ? height : 0)
+            width: Math.max(parent.width * App.ticked.goalFraction, App.ticked.goalFraction > 0 ? height : 0)
 
             Behavior on width {
                 NumberAnimation { duration: Theme.shortTime; easing.type: Easing.OutCubic }
@@ -65,7 +65,7 @@ ColumnLayout {
         color: Theme.secondaryText
         font.pixelSize: Theme.small
         maximumLineCount: 2
-        text: App.goalMeterText
+        text: App.ticked.goalMeterText
         wrapMode: Text.WordWrap
     }
 }

@@ -37,14 +37,14 @@ Item {
         PlainButton {
             id: explain
 
-            enabled: !App.isBusy && App.canExplain
+            enabled: !App.activity.isBusy && App.explaining.canExplain
             font.pixelSize: Theme.small
-            help: App.aiUnavailableReason
+            help: App.explaining.aiUnavailableReason
             implicitHeight: Math.round(24 * Theme.scale)
             text: Words.explain
-            visible: header.group === 3
+            visible: header.group === Kinds.Unclassified
 
-            onClicked: App.explain()
+            onClicked: App.explaining.explain()
         }
         Item {
             Layout.fillWidth: true

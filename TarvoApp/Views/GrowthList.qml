@@ -10,7 +10,7 @@ ColumnLayout {
     property bool searched: false
 
     spacing: 0
-    visible: App.growth.length > 0 && !searched
+    visible: App.growth.growth.length > 0 && !searched
 
     Line {
         Layout.bottomMargin: 4
@@ -18,10 +18,10 @@ ColumnLayout {
         Layout.leftMargin: 8
         Layout.topMargin: 16
         font.weight: Font.DemiBold
-        text: Words.grew.arg(App.growthSince)
+        text: Words.grew.arg(App.growth.growthSince)
     }
     Repeater {
-        model: App.growth
+        model: App.growth.growth
 
         RowLayout {
             id: grown

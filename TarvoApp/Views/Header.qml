@@ -10,8 +10,8 @@ RowLayout {
     signal helpWanted
 
     // The large figure says the first half of the idle line already.
-    readonly property string status: App.freeNow.length > 0 && App.statusText.startsWith(App.freeNow)
-                                     ? App.statusText.slice(App.statusText.indexOf(" · ") + 3) : App.statusText
+    readonly property string status: App.volumes.freeNow.length > 0 && App.scanning.statusText.startsWith(App.volumes.freeNow)
+                                     ? App.scanning.statusText.slice(App.scanning.statusText.indexOf(" · ") + 3) : App.scanning.statusText
 
     spacing: 24
 
@@ -25,23 +25,23 @@ RowLayout {
 
         Item {
             height: figure.height
-            visible: App.freeNow.length > 0
+            visible: App.volumes.freeNow.length > 0
             width: parent.width
 
             Line {
                 id: figure
 
-                Accessible.name: text + " " + Words.freeOf.arg(App.capacity)
+                Accessible.name: text + " " + Words.freeOf.arg(App.volumes.capacity)
                 font.pixelSize: Theme.figure
                 font.weight: Font.DemiBold
-                text: App.freeNow
+                text: App.volumes.freeNow
             }
             Line {
                 Accessible.ignored: true
                 anchors.baseline: figure.baseline
                 color: Theme.secondaryText
                 font.pixelSize: Theme.strong
-                text: Words.freeOf.arg(App.capacity)
+                text: Words.freeOf.arg(App.volumes.capacity)
                 width: Math.min(Math.ceil(implicitWidth), parent.width - x)
                 x: figure.width + 8
             }
@@ -49,14 +49,14 @@ RowLayout {
         Line {
             color: Theme.secondaryText
             maximumLineCount: 2
-            text: App.progressText.length > 0 ? header.status + "  " + App.progressText : header.status
+            text: App.activity.progressText.length > 0 ? header.status + "  " + App.activity.progressText : header.status
             width: parent.width
             wrapMode: Text.WordWrap
         }
         Line {
             color: Theme.secondaryText
             font.pixelSize: Theme.small
-            text: App.systemSpace
+            text: App.volumes.systemSpace
             visible: text.length > 0
             width: parent.width
         }
@@ -64,7 +64,7 @@ RowLayout {
     GoalMeter {
         Layout.alignment: Qt.AlignTop
         Layout.fillWidth: false
-        visible: App.hasReport
+        visible: App.scanning.hasReport
         Layout.preferredWidth: Math.round(Math.min(290 * Theme.scale, header.width * 0.3))
     }
     RowLayout {
@@ -74,12 +74,12 @@ RowLayout {
         spacing: 4
 
         IconButton {
-            help: !App.isBusy ? ModelWords.scanAgainHelp : App.phase === "cleaning" ? Words.stopCleaningHelp
+            help: !App.activity.isBusy ? ModelWords.scanAgainHelp : App.activity.phase === Kinds.Cleaning ? Words.stopCleaningHelp
                                                                                 : Words.stopHelp
-            name: App.isBusy ? Words.stop : Words.scan
-            shape: App.isBusy ? "stop" : "scan"
+            name: App.activity.isBusy ? Words.stop : Words.scan
+            shape: App.activity.isBusy ? "stop" : "scan"
 
-            onClicked: App.isBusy ? App.stop() : App.scan()
+            onClicked: App.activity.isBusy ? App.activity.stop() : App.scanning.scan()
         }
         IconButton {
             help: ModelWords.settingsHelp

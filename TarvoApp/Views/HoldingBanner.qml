@@ -3,23 +3,23 @@ import Tarvo
 
 // What cleanups set aside, until it is deleted.
 Banner {
-    message: App.holdingTitle
-    more: App.holdingText
+    message: App.holding.holdingTitle
+    more: App.holding.holdingText
     shape: "undo"
-    visible: App.holdingText.length > 0
+    visible: App.holding.holdingText.length > 0
 
     PlainButton {
-        enabled: !App.isBusy
+        enabled: !App.activity.isBusy
         help: Words.undoHelp
         text: Words.undo
-        visible: App.canUndo
+        visible: App.holding.canUndo
 
-        onClicked: App.undoLastCleanup()
+        onClicked: App.holding.undoLastCleanup()
     }
     PlainButton {
-        enabled: !App.isBusy
+        enabled: !App.activity.isBusy
         text: Words.emptyNow
 
-        onClicked: App.requestEmpty(false)
+        onClicked: App.holding.requestEmpty(false)
     }
 }

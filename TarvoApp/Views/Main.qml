@@ -17,11 +17,11 @@ ApplicationWindow {
     // The map is what there must be room for.
     readonly property bool low: height < 680 * Theme.scale
     readonly property int gap: low ? 8 : 16
-    readonly property bool hasRows: App.hasReport && (App.map.count > 0 || App.map.depth > 0 || App.map.zoomLoading)
+    readonly property bool hasRows: App.scanning.hasReport && (App.map.count > 0 || App.map.depth > 0 || App.map.zoomLoading)
 
     // Both speak of the list, which may be under its tab.
-    readonly property int searchAsked: App.focusSearch
-    readonly property string rowAsked: App.scrollToRow
+    readonly property int searchAsked: App.places.focusSearch
+    readonly property string rowAsked: App.places.scrollToRow
 
     onRowAskedChanged: if (rowAsked.length > 0) tabs.currentIndex = 1
     onSearchAskedChanged: {
@@ -48,7 +48,7 @@ ApplicationWindow {
     onClosing: close => {
         if (leaving)
             return;
-        const stays = App.monitoring && inPanel;
+        const stays = App.monitor.monitoring && inPanel;
         close.accepted = !stays;
         if (stays)
             hide();
@@ -82,8 +82,7 @@ ApplicationWindow {
     }
 
     Shortcuts {
-        active: !confirm.visible && !empty.visible && !archive.visible && !failures.visible && !refusal.visible
-                && !welcome.visible && !sides.covers
+        active: !question.visible && !welcome.visible && !sides.covers
 
         onHelpWanted: window.openHelp()
         onQuitWanted: window.leave()
@@ -122,7 +121,7 @@ ApplicationWindow {
             Layout.bottomMargin: 12
             Layout.fillWidth: true
 
-            onDetailsWanted: failures.wanted = true
+            onDetailsWanted: App.cleaning.showFailures()
         }
         PaneTabs {
             id: tabs
@@ -171,42 +170,16 @@ ApplicationWindow {
         Footer {
             Layout.fillWidth: true
             compact: window.low
-            visible: App.hasReport
+            visible: App.scanning.hasReport
         }
     }
     PlaceMenu {
         id: menu
     }
-    ConfirmDialog {
-        id: confirm
-    }
-    EmptyDialog {
-        id: empty
-    }
-    ArchiveDialog {
-        id: archive
-    }
     Question {
-        id: failures
+        id: question
 
-        property bool wanted: false
-
-        asks: wanted
-        message: App.lastFailures.join("\n")
-        refuseText: Words.close
-        title: Words.notCleaned
-
-        onRefused: wanted = false
-    }
-    Question {
-        id: refusal
-
-        asks: App.archiveRefusalMessage.length > 0
-        message: App.archiveRefusalMessage
-        refuseText: Words.close
-        title: App.archiveRefusalTitle
-
-        onRefused: App.cancelArchive()
+        asks: App.question.isOpen
     }
     Loader {
         id: tray

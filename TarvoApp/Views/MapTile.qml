@@ -13,12 +13,11 @@ Item {
     required property rect place
     required property var tint
     required property bool darkInk
-    required property string tickState
+    required property int tickState
     required property string status
     required property string word
     required property bool unknown
-    required property bool inside
-    required property bool free
+    required property int kind
     required property bool canZoom
     required property var nested
 
@@ -35,15 +34,15 @@ Item {
     readonly property bool hovered: pointer.hovered
     readonly property bool hasNested: nested.length > 0
     readonly property bool large: !hasNested && width > 150 * Theme.scale && height > 96 * Theme.scale
-    readonly property bool opensOnClick: inside && canZoom
-    readonly property bool canTick: tickState === "selected" || tickState === "unselected"
+    readonly property bool opensOnClick: kind === Kinds.Inside && canZoom
+    readonly property bool canTick: tickState === Kinds.Selected || tickState === Kinds.Unselected
 
     signal menuWanted(string key)
     signal zoomWanted(string key)
 
     function enter(modifiers: int) {
         if (modifiers & Qt.AltModifier)
-            App.showPreview(key);
+            App.places.showPreview(key);
         else if (canZoom)
             zoomWanted(key);
     }
@@ -51,11 +50,11 @@ Item {
         if (opensOnClick)
             zoomWanted(key);
         else
-            App.toggle(key);
+            App.ticked.toggle(key);
     }
 
     Accessible.checkable: canTick
-    Accessible.checked: tickState === "selected"
+    Accessible.checked: tickState === Kinds.Selected
     Accessible.description: status + (canZoom ? ". " + Words.magnifier : "")
     Accessible.focusable: true
     Accessible.name: label + ", " + bytes + (word ? ", " + word : "")

@@ -25,7 +25,7 @@ ColumnLayout {
         for (let at = 0; at < tiles.count; ++at) {
             const tile = tiles.itemAt(at) as MapTile;
             if (tile && tile.hovered)
-                App.mapHovered = tile.key;
+                App.places.mapHovered = tile.key;
         }
     }
 
@@ -36,7 +36,7 @@ ColumnLayout {
     spacing: 6
 
     onDepthChanged: {
-        App.mapHovered = "";
+        App.places.mapHovered = "";
         current = 0;
         if (area.activeFocus && tiles.count > 0)
             tiles.itemAt(0).forceActiveFocus(Qt.TabFocusReason);
@@ -180,7 +180,7 @@ ColumnLayout {
                     bare: travelling.running && sheet.progress < 0.97 // qmllint disable unqualified
                     filled: tile.index < filling.from // qmllint disable unqualified
                     // A search takes the light from what it did not find; a pointer only adds to what is there.
-                    dimmed: App.map.depth === 0 && App.searchText.length > 0 && App.rows.count > 0
+                    dimmed: App.map.depth === 0 && App.places.searchText.length > 0 && App.rows.count > 0
                             && App.rows.indexOf(tile.key) < 0
                     slides: Theme.moves && !settled.running // qmllint disable unqualified
 
@@ -188,8 +188,8 @@ ColumnLayout {
                     onHoveredChanged: {
                         if (tile.hovered) {
                             leaving.stop(); // qmllint disable unqualified
-                            App.mapHovered = tile.key;
-                        } else if (App.mapHovered === tile.key) {
+                            App.places.mapHovered = tile.key;
+                        } else if (App.places.mapHovered === tile.key) {
                             leaving.restart(); // qmllint disable unqualified
                         }
                     }
@@ -204,14 +204,14 @@ ColumnLayout {
 
             interval: 80
 
-            onTriggered: App.mapHovered = ""
+            onTriggered: App.places.mapHovered = ""
         }
         TileCard {
             area: sheet
             tile: {
                 for (let at = 0; at < tiles.count; ++at) {
                     const item = tiles.itemAt(at) as MapTile;
-                    if (item && item.key === App.mapHovered)
+                    if (item && item.key === App.places.mapHovered)
                         return item;
                 }
                 return null;

@@ -6,15 +6,15 @@ Banner {
     id: bar
 
     Accessible.role: Accessible.AlertMessage
-    message: App.notice
+    message: App.activity.notice
     shape: "info"
-    visible: App.notice.length > 0
+    visible: App.activity.notice.length > 0
 
     signal detailsWanted
 
     PlainButton {
         text: Words.details
-        visible: App.noticeHasDetails
+        visible: App.activity.noticeHasDetails
 
         onClicked: bar.detailsWanted()
     }
@@ -22,6 +22,6 @@ Banner {
         name: Words.close
         shape: "close"
 
-        onClicked: App.dismissNotice()
+        onClicked: App.activity.dismissNotice()
     }
 }

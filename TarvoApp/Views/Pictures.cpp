@@ -120,18 +120,18 @@ void takeDetails(Photographer& photographer, MainWindow& windows, AppModel& app)
         return;
     }
     list->setProperty("opened", key);
-    app.gatherEvidence(key);
-    app.revealRow(key);
-    wait(patience, [&] { return app.flashRow().isEmpty(); });
+    app.places()->gatherEvidence(key);
+    app.places()->revealRow(key);
+    wait(patience, [&] { return app.places()->flashRow().isEmpty(); });
     photographer.takeBoth(windows.window(), QStringLiteral("details"));
     list->setProperty("opened", QString());
-    app.showPreview(key);
+    app.places()->showPreview(key);
     wait(patience, [&] { return !app.preview()->isBusy(); });
     QQuickWindow* const preview = windows.open(MainWindow::Side::preview);
     photographer.takeBoth(preview, QStringLiteral("preview"));
     preview->close();
-    app.revealRow(rowKey(*app.rows(), RowGroup::safe));
-    wait(patience, [&] { return app.flashRow().isEmpty(); });
+    app.places()->revealRow(rowKey(*app.rows(), RowGroup::safe));
+    wait(patience, [&] { return app.places()->flashRow().isEmpty(); });
 }
 
 } // namespace
@@ -142,7 +142,7 @@ bool takePictures(MainWindow& windows, AppModel& app, const QString& folder) {
         return false;
     }
     Photographer photographer(windows, QDir(folder));
-    wait(patience, [&] { return app.hasReport() && !app.isBusy(); });
+    wait(patience, [&] { return app.scanning()->hasReport() && !app.activity()->isBusy(); });
     photographer.takeBoth(window, QStringLiteral("main"));
     takeDetails(photographer, windows, app);
     takeSettings(photographer, windows);
@@ -150,10 +150,10 @@ bool takePictures(MainWindow& windows, AppModel& app, const QString& folder) {
     QQuickWindow* const news = windows.open(MainWindow::Side::news);
     photographer.takeBoth(news, QStringLiteral("news"));
     news->close();
-    app.celebrate(madeUpCleanup());
-    wait(patience, [&] { return app.isCelebrating(); });
+    app.celebrating()->celebrate(madeUpCleanup());
+    wait(patience, [&] { return app.celebrating()->isCelebrating(); });
     photographer.takeBoth(window, QStringLiteral("celebration"));
-    app.closeCelebration();
+    app.celebrating()->closeCelebration();
     app.map()->zoomInto(openableKey(*app.map()));
     wait(patience, [&] { return app.map()->depth() > 0; });
     wait(travelling, [] { return false; });

@@ -18,13 +18,13 @@ PlainMenu {
         enabled: App.rows.indexOf(menu.key) >= 0
         text: Words.showInList
 
-        onTriggered: App.revealRow(menu.key)
+        onTriggered: App.places.revealRow(menu.key)
     }
     PlainMenuItem {
-        enabled: App.canPreview(menu.key)
+        enabled: App.places.canPreview(menu.key)
         text: Words.preview
 
-        onTriggered: App.showPreview(menu.key)
+        onTriggered: App.places.showPreview(menu.key)
     }
     PlainMenuItem {
         enabled: Desktop.hasPlace(menu.key)
@@ -39,16 +39,16 @@ PlainMenu {
         onTriggered: Desktop.copyPath(menu.key)
     }
     PlainMenuItem {
-        enabled: Desktop.hasPlace(menu.key) && !App.isBusy
+        enabled: Desktop.hasPlace(menu.key) && !App.activity.isBusy
         text: Words.archive
 
-        onTriggered: App.requestArchive(menu.key)
+        onTriggered: App.archiving.requestArchive(menu.key)
     }
     MenuSeparator {}
     PlainMenuItem {
         enabled: Desktop.hasPlace(menu.key)
         text: Words.protect
 
-        onTriggered: App.protect(menu.key)
+        onTriggered: App.places.protect(menu.key)
     }
 }

@@ -7,7 +7,7 @@ import Tarvo
 SideWindow {
     id: window
 
-    readonly property string kind: App.preview.kind
+    readonly property int kind: App.preview.kind
 
     height: 620
     title: App.preview.title.length > 0 ? App.preview.title : Words.preview
@@ -77,7 +77,7 @@ SideWindow {
                 anchors.rightMargin: 12
                 anchors.topMargin: 12
                 focus: true
-                visible: window.kind === "folder"
+                visible: window.kind === PreviewKinds.Folder
             }
             ScrollView {
                 anchors.fill: parent
@@ -86,7 +86,7 @@ SideWindow {
                 anchors.rightMargin: 12
                 anchors.topMargin: 12
                 clip: true
-                visible: window.kind === "text"
+                visible: window.kind === PreviewKinds.Text
 
                 TextArea {
                     Accessible.name: App.preview.title
@@ -111,14 +111,14 @@ SideWindow {
                 anchors.centerIn: parent
                 height: fits.height
                 image: App.preview.picture
-                visible: window.kind === "picture"
+                visible: window.kind === PreviewKinds.Picture
                 width: fits.width
             }
             Quiet {
-                text: App.preview.isBusy ? SideWords.looking : window.kind === "missing" ? SideWords.gone
+                text: App.preview.isBusy ? SideWords.looking : window.kind === PreviewKinds.Missing ? SideWords.gone
                                                                                          : SideWords.noPreview
-                visible: window.kind === "" || window.kind === "file" || window.kind === "other"
-                         || window.kind === "missing"
+                visible: window.kind === PreviewKinds.Unknown || window.kind === PreviewKinds.File || window.kind === PreviewKinds.Other
+                         || window.kind === PreviewKinds.Missing
             }
         }
         Rectangle {

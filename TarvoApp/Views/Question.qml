@@ -4,18 +4,12 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Tarvo
 
-// Asks before something that cannot be taken back, or only tells where there is nothing to accept. Return and Escape
-// both mean no.
+// What the user is asked, or only told where there is nothing to accept. Return and Escape both mean no.
 T.Dialog {
     id: question
 
+    // Whether this window asks it.
     required property bool asks
-    required property string message
-    property string acceptText: ""
-    property string refuseText: Words.cancel
-    property int acceptKind: PlainButton.Primary
-
-    signal refused
 
     anchors.centerIn: T.Overlay.overlay
     closePolicy: T.Popup.CloseOnEscape
@@ -23,6 +17,7 @@ T.Dialog {
     focus: true
     modal: true
     padding: 24
+    title: App.question.title
     parent: T.Overlay.overlay
     implicitHeight: contentHeight + topPadding + bottomPadding
     width: Math.min(Math.round(440 * Theme.scale), (question.parent ? question.parent.width : 900) - 48)
@@ -35,7 +30,7 @@ T.Dialog {
     onAboutToShow: tellName()
     onTitleChanged: tellName()
     onAsksChanged: asks ? question.open() : question.close()
-    onClosed: if (asks) refused()
+    onClosed: if (asks) App.question.cancel()
     onOpened: cancel.forceActiveFocus(Qt.TabFocusReason)
 
     T.Overlay.modal: Rectangle {
@@ -67,9 +62,27 @@ T.Dialog {
                 id: words
 
                 lineHeight: 1.25
-                text: question.message
+                text: App.question.message
                 width: question.availableWidth
                 wrapMode: Text.Wrap
+            }
+        }
+        ListView {
+            id: going
+
+            Accessible.name: Words.whatGoes
+            Accessible.role: Accessible.List
+            Layout.fillWidth: true
+            // As much of it as a low window has room for.
+            Layout.preferredHeight: Math.min(contentHeight, Math.max(80, (question.parent ? question.parent.height : 600) - 340 * Theme.scale))
+            boundsBehavior: Flickable.StopAtBounds
+            clip: true
+            model: App.question.lines
+            visible: count > 0
+
+            ScrollBar.vertical: ScrollBar {}
+            delegate: GoingLine {
+                width: going.width // qmllint disable unqualified
             }
         }
         RowLayout {
@@ -81,18 +94,18 @@ T.Dialog {
                 id: cancel
 
                 // Whoever comes to it hears what is asked.
-                Accessible.description: question.message
-                text: question.refuseText
+                Accessible.description: App.question.message
+                text: App.question.acceptText.length > 0 ? Words.cancel : Words.close
 
-                onClicked: question.refused()
+                onClicked: App.question.cancel()
             }
             PlainButton {
-                kind: question.acceptKind
+                kind: App.question.isDangerous ? PlainButton.Danger : PlainButton.Primary
                 takesReturn: false
-                text: question.acceptText
+                text: App.question.acceptText
                 visible: text.length > 0
 
-                onClicked: question.accepted()
+                onClicked: App.question.accept()
             }
         }
     }

@@ -15,7 +15,7 @@ Item {
     required property string groupTitle
     required property string groupBytes
     required property bool first
-    required property string tickState
+    required property int tickState
     required property string reason
     required property list<string> places
     required property var explanation
@@ -23,9 +23,9 @@ Item {
 
     property bool opened: false
 
-    readonly property bool lit: App.mapHovered === key || App.flashRow === key
-    readonly property bool tickable: tickState === "selected" || tickState === "unselected"
-    readonly property string below: tickState === "blocked" && reason ? reason
+    readonly property bool lit: App.places.mapHovered === key || App.places.flashRow === key
+    readonly property bool tickable: tickState === Kinds.Selected || tickState === Kinds.Unselected
+    readonly property string below: tickState === Kinds.Blocked && reason ? reason
                                   : explanation.whatItIs ? explanation.whatItIs : detail ? detail : places[0] || ""
 
     signal menuWanted(string key)
@@ -33,13 +33,13 @@ Item {
 
     function enter(modifiers: int) {
         if (modifiers & Qt.AltModifier)
-            App.showPreview(key);
+            App.places.showPreview(key);
         else
             App.map.zoomInto(key);
     }
 
     Accessible.checkable: tickable
-    Accessible.checked: tickState === "selected"
+    Accessible.checked: tickState === Kinds.Selected
     Accessible.description: below
     Accessible.focusable: true
     Accessible.name: title + ", " + bytes + ", " + groupTitle + ", " + Words.tickState(tickState)
@@ -47,14 +47,14 @@ Item {
     Accessible.role: tickable ? Accessible.CheckBox : Accessible.ListItem
     implicitHeight: body.y + body.height
 
-    Accessible.onPressAction: App.toggle(key)
-    Accessible.onToggleAction: App.toggle(key)
+    Accessible.onPressAction: App.ticked.toggle(key)
+    Accessible.onToggleAction: App.ticked.toggle(key)
     Keys.onMenuPressed: menuWanted(key)
     Keys.onEnterPressed: event => enter(event.modifiers)
     Keys.onLeftPressed: openWanted(false)
     Keys.onReturnPressed: event => enter(event.modifiers)
     Keys.onRightPressed: openWanted(true)
-    Keys.onSpacePressed: App.toggle(key)
+    Keys.onSpacePressed: App.ticked.toggle(key)
 
     GroupHeader {
         id: header
@@ -91,9 +91,9 @@ Item {
 
             onHoveredChanged: {
                 if (hovered)
-                    App.hovered = row.key;
-                else if (App.hovered === row.key)
-                    App.hovered = "";
+                    App.places.hovered = row.key;
+                else if (App.places.hovered === row.key)
+                    App.places.hovered = "";
             }
         }
         MouseArea {
@@ -106,13 +106,13 @@ Item {
                 if (mouse.button === Qt.RightButton)
                     row.menuWanted(row.key);
                 else
-                    App.toggle(row.key);
+                    App.ticked.toggle(row.key);
             }
         }
         TickBox {
             id: tick
 
-            ink: row.tickState === "selected" ? Theme.accent : Theme.secondaryText
+            ink: row.tickState === Kinds.Selected ? Theme.accent : Theme.secondaryText
             inner: Theme.accentInk
             tickState: row.tickState
             x: 8
@@ -199,8 +199,8 @@ Item {
                 explanation: row.explanation
                 key: row.key
                 places: row.places
-                reason: row.tickState === "blocked" ? row.reason : ""
-                unclassified: row.group === 3
+                reason: row.tickState === Kinds.Blocked ? row.reason : ""
+                unclassified: row.group === Kinds.Unclassified
             }
         }
     }

@@ -105,7 +105,7 @@ Column {
             text: Words.preview
             visible: details.places.length > 0
 
-            onClicked: App.showPreview(details.key)
+            onClicked: App.places.showPreview(details.key)
         }
         PlainButton {
             enabled: !details.asked
@@ -117,7 +117,7 @@ Column {
 
             onClicked: {
                 details.asked = true;
-                App.gatherEvidence(details.key);
+                App.places.gatherEvidence(details.key);
             }
         }
     }

@@ -89,7 +89,7 @@ Rectangle {
                     horizontalAlignment: Text.AlignHCenter
                     maximumLineCount: 2
                     padding: 24
-                    text: App.searchText.length > 0 ? Words.nothingFound.arg(App.searchText) : Words.nothingToClean
+                    text: App.places.searchText.length > 0 ? Words.nothingFound.arg(App.places.searchText) : Words.nothingToClean
                     visible: App.rows.count === 0
                     width: parent.width
                     wrapMode: Text.Wrap
@@ -99,14 +99,14 @@ Rectangle {
                     font.pixelSize: Theme.small
                     leftPadding: 8
                     rightPadding: 8
-                    text: App.unreadable
+                    text: App.scanning.unreadable
                     topPadding: 12
-                    visible: text.length > 0 && App.searchText.length === 0
+                    visible: text.length > 0 && App.places.searchText.length === 0
                     width: parent.width
                     wrapMode: Text.WordWrap
                 }
                 GrowthList {
-                    searched: App.searchText.length > 0
+                    searched: App.places.searchText.length > 0
                     width: parent.width
                 }
             }
@@ -131,26 +131,26 @@ Rectangle {
         interval: 300
 
         onTriggered: {
-            const at = App.rows.indexOf(App.mapHovered);
+            const at = App.rows.indexOf(App.places.mapHovered);
             if (at >= 0)
                 list.positionViewAtIndex(at, ListView.Contain);
         }
     }
     Connections {
         function onHoverChanged() {
-            if (App.mapHovered.length > 0)
+            if (App.places.mapHovered.length > 0)
                 staying.restart();
             else
                 staying.stop();
         }
         function onScrollChanged() {
-            const at = App.rows.indexOf(App.scrollToRow);
+            const at = App.rows.indexOf(App.places.scrollToRow);
             if (at >= 0) {
                 list.currentIndex = at;
                 list.positionViewAtIndex(at, ListView.Center);
             }
         }
 
-        target: App
+        target: App.places
     }
 }

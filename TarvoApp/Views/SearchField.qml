@@ -24,7 +24,7 @@ TextField {
     selectionColor: Theme.accent
     verticalAlignment: TextInput.AlignVCenter
 
-    onTextEdited: App.searchText = text
+    onTextEdited: App.places.searchText = text
     Keys.onEscapePressed: event => {
         event.accepted = text.length > 0;
         if (text.length > 0) {
@@ -64,7 +64,7 @@ TextField {
 
         onClicked: {
             field.clear();
-            App.searchText = "";
+            App.places.searchText = "";
         }
     }
 }

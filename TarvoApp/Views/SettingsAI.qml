@@ -14,7 +14,7 @@ SettingsPage {
 
             onToggled: {
                 App.settings.aiSummaryEnabled = checked;
-                App.refreshSummary();
+                App.explaining.refreshSummary();
             }
         }
         SwitchRow {
@@ -45,15 +45,15 @@ SettingsPage {
                 onEditingFinished: {
                     App.settings.localModel = text.trim();
                     text = Qt.binding(() => App.settings.localModel);
-                    App.refreshSummary();
+                    App.explaining.refreshSummary();
                 }
             }
             Line {
                 Layout.fillWidth: true
                 color: Theme.secondaryText
                 font.pixelSize: Theme.small
-                text: SettingsWords.aiUnavailable.arg(App.aiUnavailableReason)
-                visible: App.aiUnavailableReason.length > 0
+                text: SettingsWords.aiUnavailable.arg(App.explaining.aiUnavailableReason)
+                visible: App.explaining.aiUnavailableReason.length > 0
                 wrapMode: Text.WordWrap
             }
         }

@@ -34,7 +34,7 @@ SettingsPage {
             Layout.fillWidth: true
             Layout.topMargin: -8
             font.pixelSize: Theme.small
-            text: App.autoCleanStatus
+            text: App.monitor.autoCleanStatus
             visible: text.length > 0
             wrapMode: Text.WordWrap
         }
@@ -43,15 +43,15 @@ SettingsPage {
         heading: SettingsWords.held
 
         SettingRow {
-            more: App.holdingBytes > 0 ? App.holdingText : ""
-            title: App.holdingBytes > 0 ? App.holdingTitle : SettingsWords.heldEmpty
+            more: App.holding.holdingBytes > 0 ? App.holding.holdingText : ""
+            title: App.holding.holdingBytes > 0 ? App.holding.holdingTitle : SettingsWords.heldEmpty
 
             PlainButton {
-                enabled: !App.isBusy
+                enabled: !App.activity.isBusy
                 text: Words.emptyNow
-                visible: App.holdingBytes > 0
+                visible: App.holding.holdingBytes > 0
 
-                onClicked: App.requestEmpty(true)
+                onClicked: App.holding.requestEmpty(true)
             }
         }
     }

@@ -46,11 +46,11 @@ SettingsPage {
             onToggled: App.settings.showInMenuBar = checked
         }
         SwitchRow {
-            checked: App.launchAtLogin
+            checked: App.login.launchAtLogin
             more: SettingsWords.loginMore
             text: SettingsWords.login
 
-            onToggled: App.launchAtLogin = checked
+            onToggled: App.login.launchAtLogin = checked
         }
         Line {
             Accessible.name: text
@@ -59,7 +59,7 @@ SettingsPage {
             Layout.topMargin: -8
             color: Theme.danger
             font.pixelSize: Theme.small
-            text: App.launchAtLoginError
+            text: App.login.launchAtLoginError
             visible: text.length > 0
             wrapMode: Text.WordWrap
         }

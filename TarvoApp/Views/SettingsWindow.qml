@@ -17,17 +17,18 @@ SideWindow {
     onVisibleChanged: {
         told = "";
         if (visible) {
-            App.refreshHolding();
+            App.holding.refreshHolding();
             App.agents.refresh();
+            App.login.refreshLogin();
         }
     }
 
     Connections {
         function onNoticeChanged() {
-            window.told = window.active ? App.notice : "";
+            window.told = window.active ? App.activity.notice : "";
         }
 
-        target: App
+        target: App.activity
     }
     ColumnLayout {
         anchors.fill: parent
@@ -78,13 +79,6 @@ SideWindow {
         }
     }
     Question {
-        acceptKind: PlainButton.Danger
-        acceptText: Words.deletePermanently
-        asks: App.confirmingEmptyFromSettings
-        message: ModelWords.emptyExplanation
-        title: SettingsWords.emptyQuestion
-
-        onAccepted: App.emptyHolding()
-        onRefused: App.cancelEmpty()
+        asks: App.question.isOpenInSettings
     }
 }

@@ -40,7 +40,6 @@ QtObject {
                                               "Once a week it deletes only what recreates itself.")
     readonly property string held: pick("Apartado", "Recently Cleaned")
     readonly property string heldEmpty: pick("No hay nada apartado", "Nothing is set aside")
-    readonly property string emptyQuestion: pick("¿Vaciar lo apartado ahora?", "Empty Recently Cleaned now?")
 
     readonly property string notify: pick("Avisar cuando quede poco espacio", "Warn when space runs low")
     readonly property string notifyMore: pick("Con una notificación, como mucho una vez al día.",

@@ -11,11 +11,11 @@ Item {
     signal helpWanted
     signal quitWanted
 
-    Shortcut { enabled: keys.active; sequence: "Ctrl+R"; onActivated: App.scan() }
-    Shortcut { enabled: keys.active; sequence: "Ctrl+Shift+S"; onActivated: App.selectSafe() }
-    Shortcut { enabled: keys.active; sequence: "Ctrl+Backspace"; onActivated: App.requestClean() }
-    Shortcut { enabled: keys.active; sequence: "Ctrl+F"; onActivated: App.search() }
-    Shortcut { enabled: keys.active && App.canUndo; sequence: "Ctrl+Z"; onActivated: App.undoLastCleanup() }
+    Shortcut { enabled: keys.active; sequence: "Ctrl+R"; onActivated: App.scanning.scan() }
+    Shortcut { enabled: keys.active; sequence: "Ctrl+Shift+S"; onActivated: App.ticked.selectSafe() }
+    Shortcut { enabled: keys.active; sequence: "Ctrl+Backspace"; onActivated: App.cleaning.requestClean() }
+    Shortcut { enabled: keys.active; sequence: "Ctrl+F"; onActivated: App.places.search() }
+    Shortcut { enabled: keys.active && App.holding.canUndo; sequence: "Ctrl+Z"; onActivated: App.holding.undoLastCleanup() }
     Shortcut { enabled: keys.active; sequence: "Ctrl+,"; onActivated: keys.settingsWanted() }
     Shortcut { enabled: keys.active; sequence: "F1"; onActivated: keys.helpWanted() }
     Shortcut { context: Qt.ApplicationShortcut; sequence: "Ctrl+Q"; onActivated: keys.quitWanted() }

@@ -8,14 +8,14 @@ RowLayout {
 
     property bool compact: false
     // A line never ends between a number and its unit.
-    readonly property string words: App.summary.replace(/(\d) (?=[kKMGTP]?B\b)/g, "$1\u00a0")
+    readonly property string words: App.explaining.summary.replace(/(\d) (?=[kKMGTP]?B\b)/g, "$1\u00a0")
 
     spacing: 8
-    visible: App.summary.length > 0
+    visible: App.explaining.summary.length > 0
 
     Line {
-        Accessible.description: App.summaryByAI ? Words.byAIHelp : ""
-        Accessible.name: App.summary
+        Accessible.description: App.explaining.summaryByAI ? Words.byAIHelp : ""
+        Accessible.name: App.explaining.summary
         Accessible.role: Accessible.StaticText
         Layout.fillWidth: true
         font.pixelSize: summary.compact ? Theme.body : Theme.strong
@@ -31,7 +31,7 @@ RowLayout {
         implicitHeight: mark.implicitHeight + 6
         implicitWidth: mark.implicitWidth + 14
         radius: height / 2
-        visible: App.summaryByAI
+        visible: App.explaining.summaryByAI
 
         Line {
             id: mark

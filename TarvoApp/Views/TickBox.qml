@@ -5,16 +5,16 @@ import Tarvo
 Item {
     id: box
 
-    required property string tickState
+    required property int tickState
     property color ink: Theme.text
     property color inner: Theme.surface
     property real side: Math.round(18 * Theme.scale)
 
-    readonly property bool ticked: tickState === "selected"
+    readonly property bool ticked: tickState === Kinds.Selected
 
     implicitHeight: side
     implicitWidth: side
-    visible: tickState !== "info"
+    visible: tickState !== Kinds.Info
 
     Rectangle {
         anchors.fill: parent
@@ -30,7 +30,7 @@ Item {
         anchors.margins: box.ticked ? box.side * 0.1 : 0
         color: box.ticked ? box.inner : box.ink
         shape: box.ticked ? "tick" : "lock"
-        visible: box.tickState === "selected" || box.tickState === "blocked"
+        visible: box.tickState === Kinds.Selected || box.tickState === Kinds.Blocked
         weight: box.ticked ? 3 : 2
     }
 }

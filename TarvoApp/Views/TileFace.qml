@@ -11,7 +11,7 @@ Item {
     Rectangle {
         anchors.fill: parent
         color: face.of.fill
-        opacity: face.of.free ? 0.45 : 1
+        opacity: face.of.kind === Kinds.Free ? 0.45 : 1
         radius: Theme.tileRadius
     }
     Hatch {
@@ -27,7 +27,7 @@ Item {
         border.color: face.of.activeFocus ? Theme.accent : face.of.ink
         border.width: face.of.activeFocus ? 3 : 2
         color: Qt.alpha(face.of.ink, 0.08)
-        opacity: face.of.activeFocus || face.of.hovered || App.hovered === face.of.key ? 1 : 0
+        opacity: face.of.activeFocus || face.of.hovered || App.places.hovered === face.of.key ? 1 : 0
         radius: Theme.tileRadius
 
         Behavior on opacity {

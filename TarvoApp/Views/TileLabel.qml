@@ -7,7 +7,7 @@ Item {
 
     required property string label
     required property string bytes
-    required property string tickState
+    required property int tickState
     required property color ink
     required property color fill
     required property bool large
@@ -15,7 +15,7 @@ Item {
     readonly property bool hasName: width > 34 * Theme.scale && height > 14 * Theme.scale
     readonly property bool hasAmount: hasName && amount.implicitWidth <= width
                                       && name.height + amount.implicitHeight <= height + 2
-    readonly property bool hasTick: tickState !== "info" && width >= tick.side && height >= tick.side
+    readonly property bool hasTick: tickState !== Kinds.Info && width >= tick.side && height >= tick.side
                                     && (!hasName || height > name.height + tick.side)
 
     Line {

@@ -14,7 +14,7 @@ Native.SystemTrayIcon {
 
     icon.name: "tarvo-ai"
     icon.source: "qrc:/qt/qml/Tarvo/tarvo-ai.png"
-    tooltip: "Tarvo AI · " + App.freeNow + " " + Words.freeOf.arg(App.capacity)
+    tooltip: "Tarvo AI · " + App.volumes.freeNow + " " + Words.freeOf.arg(App.volumes.capacity)
     visible: App.settings.showInMenuBar && !App.isDemo && !App.isCapturing
 
     onActivated: tray.openWanted()
@@ -24,20 +24,20 @@ Native.SystemTrayIcon {
 
         Native.MenuItem {
             enabled: false
-            text: App.freeNow + " " + Words.freeOf.arg(App.capacity)
+            text: App.volumes.freeNow + " " + Words.freeOf.arg(App.volumes.capacity)
         }
         Native.MenuItem {
             enabled: false
-            text: Words.recoverable.arg(App.safeRecoverable)
-            visible: App.hasReport
+            text: Words.recoverable.arg(App.ticked.safeRecoverable)
+            visible: App.scanning.hasReport
         }
         Native.MenuItem {
             enabled: false
-            text: Words.grew.arg(App.growthSince)
-            visible: App.growth.length > 0
+            text: Words.grew.arg(App.growth.growthSince)
+            visible: App.growth.growth.length > 0
         }
         Instantiator {
-            model: App.growth.slice(0, 3)
+            model: App.growth.growth.slice(0, 3)
 
             delegate: Native.MenuItem {
                 required property var modelData
@@ -46,7 +46,7 @@ Native.SystemTrayIcon {
 
                 onTriggered: {
                     tray.openWanted();
-                    App.revealRow(modelData.key);
+                    App.places.revealRow(modelData.key);
                 }
             }
 
@@ -55,10 +55,10 @@ Native.SystemTrayIcon {
         }
         Native.MenuSeparator {}
         Native.MenuItem {
-            enabled: !App.isBusy
+            enabled: !App.activity.isBusy
             text: Words.scan
 
-            onTriggered: App.scan()
+            onTriggered: App.scanning.scan()
         }
         Native.MenuItem {
             text: Words.openWindow

@@ -23,6 +23,22 @@ struct AppInWindows {
     }
 };
 
+/// The kinds that views tell apart.
+namespace KindsInWindows {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(tarvo::Kinds)
+QML_NAMED_ELEMENT(Kinds)
+} // namespace KindsInWindows
+
+/// With the kinds of previews, which are its own.
+struct PreviewDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::PreviewDesk)
+    QML_NAMED_ELEMENT(PreviewKinds)
+    QML_UNCREATABLE("The application has it.")
+};
+
+// The parts of the application's model, which views have from there.
 struct SettingsInWindows {
     Q_GADGET
     QML_FOREIGN(tarvo::Settings)
@@ -41,15 +57,93 @@ struct MapModelInWindows {
     QML_ANONYMOUS
 };
 
-struct HelpDeskInWindows {
+struct ActivityInWindows {
     Q_GADGET
-    QML_FOREIGN(tarvo::HelpDesk)
+    QML_FOREIGN(tarvo::Activity)
     QML_ANONYMOUS
 };
 
-struct PreviewDeskInWindows {
+struct QuestionDeskInWindows {
     Q_GADGET
-    QML_FOREIGN(tarvo::PreviewDesk)
+    QML_FOREIGN(tarvo::QuestionDesk)
+    QML_ANONYMOUS
+};
+
+struct VolumesDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::VolumesDesk)
+    QML_ANONYMOUS
+};
+
+struct ScanningDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::ScanningDesk)
+    QML_ANONYMOUS
+};
+
+struct TickedDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::TickedDesk)
+    QML_ANONYMOUS
+};
+
+struct ExplainingDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::ExplainingDesk)
+    QML_ANONYMOUS
+};
+
+struct PlacesDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::PlacesDesk)
+    QML_ANONYMOUS
+};
+
+struct GrowthDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::GrowthDesk)
+    QML_ANONYMOUS
+};
+
+struct CelebrationDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::CelebrationDesk)
+    QML_ANONYMOUS
+};
+
+struct HoldingDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::HoldingDesk)
+    QML_ANONYMOUS
+};
+
+struct CleaningDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::CleaningDesk)
+    QML_ANONYMOUS
+};
+
+struct ArchivingDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::ArchivingDesk)
+    QML_ANONYMOUS
+};
+
+struct MonitorDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::MonitorDesk)
+    QML_ANONYMOUS
+};
+
+struct LoginDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::LoginDesk)
+    QML_ANONYMOUS
+};
+
+struct HelpDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::HelpDesk)
     QML_ANONYMOUS
 };
 

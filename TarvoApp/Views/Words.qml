@@ -88,7 +88,6 @@ QtObject {
     readonly property string undoHelp: pick("Devuelve a su sitio lo que apartó la última limpieza",
                                             "Puts back what the last cleanup set aside")
     readonly property string emptyNow: pick("Vaciar ahora…", "Empty Now…")
-    readonly property string deletePermanently: pick("Borrar definitivamente", "Delete Permanently")
 
     readonly property string selectSafe: pick("Marcar lo seguro", "Select Safe")
     readonly property string deselectAll: pick("Desmarcar todo", "Deselect All")
@@ -101,9 +100,8 @@ QtObject {
                                              "Select something in the map or the list first")
     readonly property string cancel: pick("Cancelar", "Cancel")
     readonly property string details: pick("Ver detalles", "See Details")
-    readonly property string notCleaned: pick("Esto no se pudo limpiar", "This couldn't be cleaned")
+    readonly property string whatGoes: pick("Lo que se limpia", "What goes")
     readonly property string close: pick("Cerrar", "Close")
-    readonly property string question: pick("¿%1?", "%1?")
 
     readonly property string notScanned: pick("Aún no se ha analizado el disco", "The disk hasn't been analyzed yet")
     readonly property string notScannedHelp: pick("El análisis solo mira: no cambia nada.",
@@ -130,13 +128,13 @@ QtObject {
     readonly property string blocked: pick("no se puede limpiar ahora", "can't be cleaned right now")
     readonly property string shownOnly: pick("solo se enseña", "shown only")
 
-    function tickState(state: string): string {
+    function tickState(state: int): string {
         switch (state) {
-        case "selected":
+        case Kinds.Selected:
             return ticked;
-        case "unselected":
+        case Kinds.Unselected:
             return unticked;
-        case "blocked":
+        case Kinds.Blocked:
             return blocked;
         default:
             return shownOnly;

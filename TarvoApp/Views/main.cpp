@@ -103,7 +103,7 @@ int run(const QCommandLineParser& parser, const tarvo::RunMode& mode, const std:
     tarvo::Notifier notifier(QDBusConnection::sessionBus(), mode);
     tarvo::AppModel app(tarvo::desktopServices(home, mode, notifier));
     if (!folder.empty()) {
-        app.openFolder(folder);
+        app.places()->openFolder(folder);
     }
     tarvo::MainWindow windows(app, parser.isSet("oculta") ? tarvo::MainWindow::Begin::inPanel
                                                           : tarvo::MainWindow::Begin::shown);

@@ -1,23 +1,59 @@
 #include "TarvoModel/Flows/ScanResult.h"
 
 #include "LumoCore/Explaining/DiskSummary.h"
+#include "LumoCore/Explaining/KnownPlaces.h"
 #include "LumoCore/History/SnapshotStore.h"
 #include "TarvoModel/Flows/CleanupPlanning.h"
 #include "TarvoModel/Flows/Scanning.h"
+#include "TarvoModel/Showing/DemoDisk.h"
 
 #include <utility>
 
 namespace tarvo {
 
-ScanResult resultFrom(std::shared_ptr<const lumo::ScanReport> report, std::vector<lumo::PlanEntry> entries,
-                      lumo::Date now) {
+namespace {
+
+ShownPlan shownPlanOf(const lumo::ScanReport& report, std::vector<lumo::PlanEntry> entries) {
+    ShownPlan plan;
+    plan.rows = rowsOf(report, entries);
+    plan.defaults = defaultSelection(entries);
+    plan.recoverable = lumo::CleanupPlanner::safeRecoverableBytes(entries);
+    plan.entries = std::move(entries);
+    return plan;
+}
+
+/// What nobody needs to guess of the folders that no rule knows.
+std::map<std::string, lumo::Explanation> certainOf(const lumo::ScanReport& report, const Desk& desk) {
+    const lumo::Installed installed = lumo::Installed::ofThisMachine(desk.home);
+    const lumo::KnownPlaces known(lumo::HomePlaces::ofThisMachine(desk.home), installed);
+    return known.explainAll(report.unclassified, desk.now());
+}
+
+} // namespace
+
+ShownPlan shownPlan(const PlanRequest& request, const Desk& desk) {
+    Plan made = planned(request, desk);
+    ShownPlan plan = shownPlanOf(*request.report, std::move(made.entries));
+    plan.shown = std::move(made.shown);
+    return plan;
+}
+
+ScanResult demoResult(lumo::Date now) {
+    lumo::ScanReport report = DemoDisk::report(now);
     ScanResult result;
-    result.rows = rowsOf(*report, entries);
-    result.defaults = defaultSelection(entries);
-    result.recoverable = lumo::CleanupPlanner::safeRecoverableBytes(entries);
-    result.summary = lumo::DiskSummary::templateText(*report, result.recoverable, now);
-    result.entries = std::move(entries);
-    result.report = std::move(report);
+    result.plan = shownPlanOf(report, DemoDisk::entries(report));
+    result.summary = lumo::DiskSummary::templateText(report, result.plan.recoverable, now);
+    const lumo::DiskSnapshot yesterday = DemoDisk::yesterday(report);
+    result.growth =
+        lumo::Growth{.since = yesterday.date,
+                     .items = lumo::GrowthTracker::compare(lumo::DiskSnapshot::from(report), yesterday,
+                                                           lumo::GrowthTracker::smallestGrowth)};
+    for (lumo::Explanation& explanation : DemoDisk::explanations(now)) {
+        const std::string path = explanation.path;
+        result.certain.insert_or_assign(path, std::move(explanation));
+    }
+    result.held = {.batches = DemoDisk::held(now), .items = {}, .canUndo = true};
+    result.report = std::make_shared<const lumo::ScanReport>(std::move(report));
     return result;
 }
 
@@ -32,13 +68,15 @@ std::optional<ScanResult> scanResult(const PassRequest& request) {
     if (request.pass == ScanPass::quick && request.full) {
         report = complemented(std::move(*report), *request.full, request.cleaned);
     }
-    const auto shared = std::make_shared<const lumo::ScanReport>(std::move(*report));
+    ScanResult result;
+    result.report = std::make_shared<const lumo::ScanReport>(std::move(*report));
     PlanRequest plan = request.plan;
-    plan.report = shared;
-    Plan made = planned(plan, request.desk);
-    ScanResult result = resultFrom(shared, std::move(made.entries), request.desk.now());
-    result.shown = std::move(made.shown);
+    plan.report = result.report;
+    result.plan = shownPlan(plan, request.desk);
+    result.summary =
+        lumo::DiskSummary::templateText(*result.report, result.plan.recoverable, request.desk.now());
     if (request.pass == ScanPass::full) {
+        result.certain = certainOf(*result.report, request.desk);
         result.growth = lumo::GrowthTracker::growthOf(*result.report, lumo::SnapshotStore(home).load());
         if (request.snapshot == Snapshot::stored) {
             storeSnapshot(*result.report, request.desk);

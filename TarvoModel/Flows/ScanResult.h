@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LumoCore/Explaining/Explanation.h"
 #include "LumoCore/History/GrowthTracker.h"
 #include "LumoCore/Scanning/Scanner.h"
 #include "TarvoModel/Flows/CleanupPlanning.h"
@@ -9,6 +10,7 @@
 #include "TarvoModel/Showing/Selection.h"
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -18,16 +20,23 @@
 
 namespace tarvo {
 
-/// All that a window shows of one pass, made ready where the pass ran: whoever shows it only takes it over.
-struct ScanResult {
-    std::shared_ptr<const lumo::ScanReport> report; ///< Never null; shared with later work on it.
+/// A plan as a window shows it.
+struct ShownPlan {
     std::vector<lumo::PlanEntry> entries;
     lumo::ResolvedPaths shown; ///< What their paths meant.
     std::vector<Row> rows;
-    Selection defaults;                 ///< What the plan ticks by itself.
-    std::int64_t recoverable = 0;       ///< See `CleanupPlanner::safeRecoverableBytes`.
+    Selection defaults;           ///< What the plan ticks by itself.
+    std::int64_t recoverable = 0; ///< See `CleanupPlanner::safeRecoverableBytes`.
+};
+
+/// All that a window shows of one pass, made ready where the pass ran: whoever shows it only takes it over.
+struct ScanResult {
+    std::shared_ptr<const lumo::ScanReport> report; ///< Never null; shared with later work on it.
+    ShownPlan plan;
     std::string summary;                ///< The template's.
     std::optional<lumo::Growth> growth; ///< Only of a full pass; the one before stays otherwise.
+    /// Of a full pass: what is certain of the folders that no rule knows, by path.
+    std::map<std::string, lumo::Explanation> certain;
     HeldState held;
     std::optional<std::string> problem; ///< Why the home, or what is set aside, cannot be looked at.
 };
@@ -52,8 +61,10 @@ struct PassRequest {
 /// it joins them.
 std::optional<ScanResult> scanResult(const PassRequest& request);
 
-/// The same from a report and a plan that are there already.
-ScanResult resultFrom(std::shared_ptr<const lumo::ScanReport> report, std::vector<lumo::PlanEntry> entries,
-                      lumo::Date now);
+/// A plan of the request's report, which is there.
+ShownPlan shownPlan(const PlanRequest& request, const Desk& desk);
+
+/// The same of the made-up disk, which is not looked at.
+ScanResult demoResult(lumo::Date now);
 
 } // namespace tarvo

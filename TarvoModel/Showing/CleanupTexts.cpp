@@ -25,20 +25,33 @@ std::string days() {
 
 } // namespace
 
-CleanupShares sharesOf(const std::vector<lumo::CleanupAction>& actions) {
-    CleanupShares shares;
+Going goingOf(const std::vector<lumo::CleanupAction>& actions) {
+    Going going;
     for (const lumo::CleanupAction& action : actions) {
-        shares.total = lumo::checkedSum(shares.total, action.estimatedBytes);
         // What recreates itself is deleted right away, whoever does it; evicted files stay in the cloud.
         if (action.safety == lumo::Safety::safe ||
             std::holds_alternative<lumo::method::EvictFromICloud>(action.method)) {
-            continue;
+            going.recreated.push_back(action);
+        } else if (std::holds_alternative<lumo::method::Command>(action.method)) {
+            going.forGood.push_back(action);
+        } else {
+            going.own.push_back(action);
         }
-        std::int64_t& share =
-            std::holds_alternative<lumo::method::Command>(action.method) ? shares.tool : shares.trash;
-        share = lumo::checkedSum(share, action.estimatedBytes);
     }
-    return shares;
+    return going;
+}
+
+std::int64_t bytesOf(const std::vector<lumo::CleanupAction>& actions) {
+    std::int64_t bytes = 0;
+    for (const lumo::CleanupAction& action : actions) {
+        bytes = lumo::checkedSum(bytes, action.estimatedBytes);
+    }
+    return bytes;
+}
+
+CleanupShares sharesOf(const std::vector<lumo::CleanupAction>& actions) {
+    const Going going = goingOf(actions);
+    return {.total = bytesOf(actions), .trash = bytesOf(going.own), .tool = bytesOf(going.forGood)};
 }
 
 std::string confirmationMessage(const CleanupShares& shares, Language language) {

@@ -18,6 +18,17 @@
 /// What the user is asked and told around a cleanup, the same words in every face.
 namespace tarvo {
 
+/// What a cleanup takes, by what becomes of it, each in the order given.
+struct Going {
+    std::vector<lumo::CleanupAction> forGood;   ///< Deleted by another tool, and nobody can bring it back.
+    std::vector<lumo::CleanupAction> own;       ///< The user's own: set aside.
+    std::vector<lumo::CleanupAction> recreated; ///< Gone at once, and back when it is needed.
+};
+Going goingOf(const std::vector<lumo::CleanupAction>& actions);
+
+/// What the actions are estimated to free together.
+std::int64_t bytesOf(const std::vector<lumo::CleanupAction>& actions);
+
 /// What a cleanup does with the bytes that it was estimated to free.
 struct CleanupShares {
     std::int64_t total = 0;

@@ -115,6 +115,17 @@ std::vector<Row> rowsOf(const ScanReport& report, const std::vector<PlanEntry>& 
     return groupByGroup(std::move(rows));
 }
 
+std::vector<Row> withWhatIsKnown(std::vector<Row> rows,
+                                 const std::map<std::string, lumo::Explanation>& explanations) {
+    for (Row& row : rows) {
+        const auto known = row.paths.empty() ? explanations.end() : explanations.find(row.paths.front());
+        if (row.group == RowGroup::unclassified && known != explanations.end()) {
+            row.detail = known->second.whatItIs + " · " + row.detail;
+        }
+    }
+    return rows;
+}
+
 RowGroup groupOf(Safety safety) {
     switch (safety) {
     case Safety::safe:

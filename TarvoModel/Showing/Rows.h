@@ -2,9 +2,11 @@
 
 #include "LumoCore/Basics/Language.h"
 #include "LumoCore/Cleanup/CleanupPlanner.h"
+#include "LumoCore/Explaining/Explanation.h"
 #include "LumoCore/Scanning/ScanReport.h"
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -35,6 +37,10 @@ struct Row {
 /// paths and no detail. What is set aside is none of them: it is the user's own, and told of apart.
 std::vector<Row> rowsOf(const lumo::ScanReport& report, const std::vector<lumo::PlanEntry>& entries,
                         lumo::Language language = lumo::currentLanguage());
+
+/// The same rows, where each folder that no rule knows says first what is known of it.
+std::vector<Row> withWhatIsKnown(std::vector<Row> rows,
+                                 const std::map<std::string, lumo::Explanation>& explanations);
 
 /// Where the list has things of that safety.
 RowGroup groupOf(lumo::Safety safety);

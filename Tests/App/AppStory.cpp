@@ -70,12 +70,12 @@ bool AppStory::waitUntil(const std::function<bool()>& isTrue) {
 }
 
 bool AppStory::waitUntilIdle() {
-    return waitUntil([this] { return !app().isBusy(); });
+    return waitUntil([this] { return !app().activity()->isBusy(); });
 }
 
 bool AppStory::lookAround() {
-    app().look();
-    return waitUntil([this] { return !app().isLooking() && !app().isBusy(); });
+    app().monitor()->look();
+    return waitUntil([this] { return !app().monitor()->isLooking() && !app().activity()->isBusy(); });
 }
 
 void AppStory::pass(std::chrono::seconds time) {

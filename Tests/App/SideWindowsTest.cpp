@@ -80,7 +80,8 @@ class SideWindowsTest : public ::testing::Test {
     MainWindow& windows() {
         if (!windows_) {
             windows_ = std::make_unique<MainWindow>(story.app());
-            EXPECT_TRUE(story.waitUntil([&] { return story.app().hasReport() && !story.app().isBusy(); }));
+            EXPECT_TRUE(story.waitUntil(
+                [&] { return story.app().scanning()->hasReport() && !story.app().activity()->isBusy(); }));
             EXPECT_TRUE(QTest::qWaitForWindowActive(windows_->window()));
         }
         return *windows_;
@@ -183,16 +184,16 @@ TEST_F(SideWindowsTest, TheHelpAnswersWhatIsTypedAndEscapeEmptiesTheSearchFirst)
 TEST_F(SideWindowsTest, TheCardOfACleanupGoesWithAnyKeyButThoseThatLeadToItsButtons) {
     QQuickWindow& window = *windows().window();
     for (const Qt::Key key : {Qt::Key_X, Qt::Key_Return, Qt::Key_Escape}) {
-        story.app().celebrate({.freedBytes = 1'000'000'000});
+        story.app().celebrating()->celebrate({.freedBytes = 1'000'000'000});
         ASSERT_TRUE(story.waitUntil([&] {
-            return story.app().isCelebrating() && window.activeFocusItem() != nullptr &&
+            return story.app().celebrating()->isCelebrating() && window.activeFocusItem() != nullptr &&
                    window.activeFocusItem()->property("text") == shown(lumo::Words{"Cerrar", "Close"}.in());
         }));
         QTest::keyClick(&window, Qt::Key_Tab);
         QTest::keyClick(&window, Qt::Key_Tab, Qt::ShiftModifier);
-        EXPECT_TRUE(story.app().isCelebrating());
+        EXPECT_TRUE(story.app().celebrating()->isCelebrating());
         QTest::keyClick(&window, key);
-        EXPECT_FALSE(story.app().isCelebrating());
+        EXPECT_FALSE(story.app().celebrating()->isCelebrating());
     }
 }
 

@@ -31,14 +31,14 @@ void settle(AppStory& story) {
     story.addCache(2'000'000);
     story.addOwn(1'000'000);
     story.app().settings()->setWelcomeSeen(true);
-    story.app().scan();
+    story.app().scanning()->scan();
     ASSERT_TRUE(story.waitUntilIdle());
 }
 
 bool cleanSelected(AppStory& story) {
-    story.app().requestClean();
-    story.app().clean();
-    return story.app().isBusy() && story.waitUntilIdle();
+    story.app().cleaning()->requestClean();
+    story.app().question()->accept();
+    return story.app().activity()->isBusy() && story.waitUntilIdle();
 }
 
 std::vector<CleanupOutcome> logOf(const AppStory& story) {
@@ -60,34 +60,36 @@ TEST(AppStories, TheWelcomeHoldsTheFirstScanBackOnce) {
     story.addCache(2'000'000);
     story.app().start();
     EXPECT_TRUE(story.app().showsWelcome());
-    EXPECT_FALSE(story.app().isBusy());
-    std::vector<std::string> phases;
-    QObject::connect(&story.app(), &AppModel::phaseChanged, &story.app(),
-                     [&] { phases.push_back(bytesOf(story.app().phaseName())); });
+    EXPECT_FALSE(story.app().activity()->isBusy());
+    std::vector<Kinds::Phase> phases;
+    QObject::connect(story.app().activity(), &Activity::phaseChanged, &story.app(),
+                     [&] { phases.push_back(story.app().activity()->kind()); });
     story.app().finishWelcome();
     ASSERT_TRUE(story.waitUntilIdle());
-    EXPECT_THAT(phases, ElementsAre("scanning", "scanning", "scanningFolders", "idle")) << "with the monitor";
-    EXPECT_TRUE(story.app().plan().selection().contains(AppStory::cacheKey));
-    EXPECT_THAT(story.app().growth(), IsEmpty()) << "there is nothing to compare with yet";
+    EXPECT_THAT(phases,
+                ElementsAre(Kinds::Phase::Scanning, Kinds::Phase::ScanningFolders, Kinds::Phase::Idle));
+    EXPECT_TRUE(story.app().ticked()->plan().selection().contains(AppStory::cacheKey));
+    EXPECT_THAT(story.app().growth()->growth(), IsEmpty()) << "there is nothing to compare with yet";
     EXPECT_THAT(lumo::SnapshotStore(story.home.path()).load(), SizeIs(1));
     story.quit();
     EXPECT_FALSE(story.app().showsWelcome()) << "was seen before the restart";
     story.app().start();
     ASSERT_TRUE(story.waitUntilIdle());
-    EXPECT_TRUE(story.app().hasReport());
+    EXPECT_TRUE(story.app().scanning()->hasReport());
 }
 
 TEST(AppStories, WhatIsUntickedDuringTheSecondPassStaysSo) {
     AppStory story;
     story.addCache(2'000'000);
-    story.app().scan();
-    ASSERT_TRUE(story.waitUntil([&] { return story.app().phaseName() == "scanningFolders"; }));
-    EXPECT_TRUE(story.app().hasReport()) << "the first pass is shown";
-    story.app().toggle(AppStory::cacheKey);
+    story.app().scanning()->scan();
+    ASSERT_TRUE(
+        story.waitUntil([&] { return story.app().activity()->kind() == Kinds::Phase::ScanningFolders; }));
+    EXPECT_TRUE(story.app().scanning()->hasReport()) << "the first pass is shown";
+    story.app().ticked()->toggle(AppStory::cacheKey);
     ASSERT_TRUE(story.waitUntilIdle());
-    EXPECT_THAT(story.app().plan().selection(), IsEmpty());
-    story.app().selectSafe();
-    EXPECT_TRUE(story.app().plan().selection().contains(AppStory::cacheKey));
+    EXPECT_THAT(story.app().ticked()->plan().selection(), IsEmpty());
+    story.app().ticked()->selectSafe();
+    EXPECT_TRUE(story.app().ticked()->plan().selection().contains(AppStory::cacheKey));
 }
 
 // A rescan took what only the second pass sees off the list for a moment, and ticked it again afterwards.
@@ -100,20 +102,20 @@ TEST(AppStories, AProjectThatWasUntickedStaysSoThroughARescan) {
         story.home.setModified(old, 1'600'000'000);
     }
     AppModel& app = story.app();
-    app.scan();
+    app.scanning()->scan();
     ASSERT_TRUE(story.waitUntilIdle());
     const QString key = "proyecto:work/site/node_modules";
-    ASSERT_TRUE(app.plan().selection().contains(idOf(key)));
-    app.toggle(key);
-    app.scan();
-    ASSERT_TRUE(story.waitUntil([&] { return app.phaseName() == "scanningFolders"; }));
+    ASSERT_TRUE(app.ticked()->plan().selection().contains(idOf(key)));
+    app.ticked()->toggle(key);
+    app.scanning()->scan();
+    ASSERT_TRUE(story.waitUntil([&] { return app.activity()->kind() == Kinds::Phase::ScanningFolders; }));
     EXPECT_GE(app.rows()->indexOf(key), 0);
     ASSERT_TRUE(story.waitUntilIdle());
-    EXPECT_FALSE(app.plan().selection().contains(idOf(key)));
-    app.toggle(key);
-    app.requestClean();
-    app.clean();
-    ASSERT_TRUE(story.waitUntil([&] { return app.phaseName() == "scanningFolders"; }));
+    EXPECT_FALSE(app.ticked()->plan().selection().contains(idOf(key)));
+    app.ticked()->toggle(key);
+    app.cleaning()->requestClean();
+    app.question()->accept();
+    ASSERT_TRUE(story.waitUntil([&] { return app.activity()->kind() == Kinds::Phase::ScanningFolders; }));
     EXPECT_EQ(app.rows()->indexOf(key), -1) << "was cleaned";
     ASSERT_TRUE(story.waitUntilIdle());
 }
@@ -122,40 +124,40 @@ TEST(AppStories, ACleanupIsConfirmedDoneUndoneAndEmptied) {
     AppStory story;
     settle(story);
     AppModel& app = story.app();
-    app.clean();
-    EXPECT_FALSE(app.isBusy()) << "nobody was asked";
-    app.toggle(AppStory::ownKey);
-    app.requestClean();
-    ASSERT_TRUE(app.isConfirming());
-    EXPECT_THAT(bytesOf(app.confirmationText()),
+    app.question()->accept();
+    EXPECT_FALSE(app.activity()->isBusy()) << "nobody was asked";
+    app.ticked()->toggle(AppStory::ownKey);
+    app.cleaning()->requestClean();
+    ASSERT_TRUE(app.question()->isConfirming());
+    EXPECT_THAT(bytesOf(app.question()->message()),
                 HasSubstr(" of your files go to Recently Cleaned for 7 days"));
-    app.deselectAll();
-    app.clean();
+    app.ticked()->deselectAll();
+    app.question()->accept();
     ASSERT_TRUE(story.waitUntilIdle());
     EXPECT_FALSE(story.hasCache()) << "the user agreed to it before the ticks were taken back";
     EXPECT_FALSE(story.hasOwn());
-    EXPECT_THAT(bytesOf(app.statusText()),
+    EXPECT_THAT(bytesOf(app.scanning()->statusText()),
                 StartsWith("Cleanup done: 2 MB freed and 1 MB in Recently Cleaned"));
-    EXPECT_FALSE(app.isCelebrating()) << "so little is no reason";
-    ASSERT_TRUE(app.canUndo());
+    EXPECT_FALSE(app.celebrating()->isCelebrating()) << "so little is no reason";
+    ASSERT_TRUE(app.holding()->canUndo());
 
-    app.undoLastCleanup();
-    EXPECT_EQ(bytesOf(app.statusText()), "Putting back…");
+    app.holding()->undoLastCleanup();
+    EXPECT_EQ(bytesOf(app.scanning()->statusText()), "Putting back…");
     ASSERT_TRUE(story.waitUntilIdle());
     EXPECT_TRUE(story.hasOwn());
-    EXPECT_EQ(bytesOf(app.notice()), "Restored 1 item from Recently Cleaned");
-    EXPECT_FALSE(app.canUndo());
+    EXPECT_EQ(bytesOf(app.activity()->notice()), "Restored 1 item from Recently Cleaned");
+    EXPECT_FALSE(app.holding()->canUndo());
 
-    app.toggle(AppStory::ownKey);
+    app.ticked()->toggle(AppStory::ownKey);
     ASSERT_TRUE(cleanSelected(story));
-    ASSERT_GT(app.holdingBytes(), 0);
-    app.emptyHolding();
-    EXPECT_FALSE(app.isBusy()) << "nobody was asked";
-    app.requestEmpty(false);
-    app.emptyHolding();
+    ASSERT_GT(app.holding()->holdingBytes(), 0);
+    app.question()->accept();
+    EXPECT_FALSE(app.activity()->isBusy()) << "nobody was asked";
+    app.holding()->requestEmpty(false);
+    app.question()->accept();
     ASSERT_TRUE(story.waitUntilIdle());
-    EXPECT_EQ(bytesOf(app.notice()), "Freed 1 MB: Recently Cleaned was emptied");
-    EXPECT_EQ(app.holdingBytes(), 0);
+    EXPECT_EQ(bytesOf(app.activity()->notice()), "Freed 1 MB: Recently Cleaned was emptied");
+    EXPECT_EQ(app.holding()->holdingBytes(), 0);
     EXPECT_FALSE(story.hasOwn());
 }
 
@@ -166,40 +168,40 @@ TEST(AppStories, WhatWasCleanedIsNeitherTickedNorShownUntilThereIsSomethingAgain
     settle(story);
     AppModel& app = story.app();
     const auto shows = [&](const char* key) { return app.rows()->indexOf(key) >= 0; };
-    app.toggle(AppStory::ownKey);
+    app.ticked()->toggle(AppStory::ownKey);
     ASSERT_TRUE(cleanSelected(story));
-    EXPECT_THAT(app.plan().selection(), IsEmpty());
+    EXPECT_THAT(app.ticked()->plan().selection(), IsEmpty());
     EXPECT_FALSE(shows(AppStory::cacheKey) || shows(AppStory::ownKey));
-    app.undoLastCleanup();
+    app.holding()->undoLastCleanup();
     ASSERT_TRUE(story.waitUntilIdle());
     EXPECT_TRUE(shows(AppStory::ownKey));
     EXPECT_FALSE(shows(AppStory::cacheKey));
-    EXPECT_THAT(app.plan().selection(), IsEmpty());
+    EXPECT_THAT(app.ticked()->plan().selection(), IsEmpty());
     story.addCache(3'000'000);
-    app.scan();
+    app.scanning()->scan();
     ASSERT_TRUE(story.waitUntilIdle());
-    EXPECT_THAT(app.plan().selection(), ElementsAre(AppStory::cacheKey)) << "as at the first start";
+    EXPECT_THAT(app.ticked()->plan().selection(), ElementsAre(AppStory::cacheKey)) << "as at the first start";
 
-    app.toggle(AppStory::ownKey);
-    app.protect(AppStory::ownKey);
-    ASSERT_TRUE(story.waitUntil([&] { return app.plan().selection().size() == 1; }));
-    EXPECT_EQ(app.plan().stateOf(AppStory::ownKey), TileState::blocked);
+    app.ticked()->toggle(AppStory::ownKey);
+    app.places()->protect(AppStory::ownKey);
+    ASSERT_TRUE(story.waitUntil([&] { return app.ticked()->plan().selection().size() == 1; }));
+    EXPECT_EQ(app.ticked()->plan().stateOf(AppStory::ownKey), TileState::blocked);
 }
 
 TEST(AppStories, WhatIsProtectedBetweenQuestionAndAnswerStays) {
     AppStory story;
     settle(story);
-    story.app().requestClean();
-    ASSERT_TRUE(story.app().isConfirming());
+    story.app().cleaning()->requestClean();
+    ASSERT_TRUE(story.app().question()->isConfirming());
     // Another program stores it: this one has not heard of it.
     Preferences preferences = Preferences::load(story.home.path());
     ASSERT_TRUE(preferences.set(preference::protectedFolders, {story.home.path(".npm")}));
-    story.app().clean();
+    story.app().question()->accept();
     ASSERT_TRUE(story.waitUntilIdle());
     EXPECT_TRUE(story.hasCache());
-    EXPECT_EQ(bytesOf(story.app().notice()),
+    EXPECT_EQ(bytesOf(story.app().activity()->notice()),
               "“npx temporary packages” was left as it was: it's in a folder protected in Settings");
-    EXPECT_EQ(story.app().selectedBytes(), 0) << "the new plan knows";
+    EXPECT_EQ(story.app().ticked()->selectedBytes(), 0) << "the new plan knows";
 }
 
 TEST(AppStories, ACelebrationOpensFromHalfAGigabyteOn) {
@@ -213,10 +215,11 @@ TEST(AppStories, ACelebrationOpensFromHalfAGigabyteOn) {
         };
         settle(story);
         ASSERT_TRUE(cleanSelected(story));
-        EXPECT_EQ(story.app().lastShare()->freedBytes, freed);
+        EXPECT_EQ(story.app().celebrating()->lastShare()->freedBytes, freed);
         const bool opens = freed >= 500'000'000;
-        EXPECT_EQ(story.waitUntil([&] { return story.app().isCelebrating() || !opens; }), true);
-        EXPECT_EQ(story.app().isCelebrating(), opens) << freed;
+        EXPECT_EQ(story.waitUntil([&] { return story.app().celebrating()->isCelebrating() || !opens; }),
+                  true);
+        EXPECT_EQ(story.app().celebrating()->isCelebrating(), opens) << freed;
     }
 }
 
@@ -258,9 +261,10 @@ TEST(AppStories, TheWarningOfAStartTellsWhatCanBeRecoveredAndNothingElseIsSaid) 
     EXPECT_THAT(story.notices.front().body, StartsWith("You can recover 501 MB with no risk."));
     ASSERT_TRUE(story.lookAround());
     EXPECT_THAT(story.notices, SizeIs(1)) << "remembered, although it cannot be stored";
-    EXPECT_EQ(bytesOf(story.app().notice()), "");
-    story.app().raiseGoal();
-    EXPECT_TRUE(story.waitUntil([&] { return !story.app().notice().isEmpty(); })) << "the user changed that";
+    EXPECT_EQ(bytesOf(story.app().activity()->notice()), "");
+    story.app().ticked()->raiseGoal();
+    EXPECT_TRUE(story.waitUntil([&] { return !story.app().activity()->notice().isEmpty(); }))
+        << "the user changed that";
 }
 
 TEST(AppStories, AMonthOfWeeklyCleanupsTakesOnlyWhatRecreatesItself) {
@@ -282,7 +286,8 @@ TEST(AppStories, AMonthOfWeeklyCleanupsTakesOnlyWhatRecreatesItself) {
     EXPECT_TRUE(story.hasOwn());
     EXPECT_THAT(titlesOf(story.notices), ::testing::Each("limpieza-semanal|Weekly cleanup: 201 MB freed"));
     EXPECT_THAT(story.notices, SizeIs(4));
-    EXPECT_THAT(bytesOf(story.app().autoCleanStatusText()), HasSubstr(" · the last one freed 201 MB"));
+    EXPECT_THAT(bytesOf(story.app().monitor()->autoCleanStatusText()),
+                HasSubstr(" · the last one freed 201 MB"));
     EXPECT_THAT(lumo::SnapshotStore(story.home.path()).load(), SizeIs(::testing::Le(60U)));
 }
 
@@ -293,11 +298,11 @@ TEST(AppStories, AVolumeThatCannotBeReadLeavesTheMapAsItWas) {
         return std::vector<Volume>{{.path = folder + "/Backup", .name = "Backup", .total = 10, .free = 5}};
     };
     settle(story);
-    story.app().refreshVolumes();
-    ASSERT_TRUE(story.waitUntil([&] { return !story.app().otherVolumeList().empty(); }));
-    story.app().openVolume(0);
-    ASSERT_TRUE(story.waitUntil([&] { return !story.app().notice().isEmpty(); }));
-    EXPECT_THAT(bytesOf(story.app().notice()), StartsWith("I couldn't read Backup."));
+    story.app().volumes()->refreshVolumes();
+    ASSERT_TRUE(story.waitUntil([&] { return !story.app().volumes()->otherVolumeList().empty(); }));
+    story.app().volumes()->openVolume(0);
+    ASSERT_TRUE(story.waitUntil([&] { return !story.app().activity()->notice().isEmpty(); }));
+    EXPECT_THAT(bytesOf(story.app().activity()->notice()), StartsWith("I couldn't read Backup."));
     EXPECT_EQ(story.app().map()->depth(), 0);
 }
 
@@ -315,35 +320,36 @@ TEST(AppStories, QuittingWhileCleaningEndsAfterTheActionInHand) {
         return usualCarryOut(actions, guard, control);
     };
     settle(story);
-    story.app().toggle(AppStory::ownKey);
-    story.app().requestClean();
-    story.app().clean();
+    story.app().ticked()->toggle(AppStory::ownKey);
+    story.app().cleaning()->requestClean();
+    story.app().question()->accept();
     hasBegun.wait();
     story.quit();
     EXPECT_THAT(logOf(story), SizeIs(1));
     EXPECT_NE(story.hasCache(), story.hasOwn()) << "one of the two was in hand";
-    story.app().scan();
+    story.app().scanning()->scan();
     ASSERT_TRUE(story.waitUntilIdle());
-    EXPECT_EQ(story.app().notice(), "") << "the home is in order and nobody holds its lock";
+    EXPECT_EQ(story.app().activity()->notice(), "") << "the home is in order and nobody holds its lock";
 }
 
 TEST(AppStories, StoppingAScanKeepsWhatIsShownAndCleaningMayCutItShort) {
     AppStory story;
     settle(story);
-    const lumo::ScanReport* shownBefore = story.app().report();
-    story.app().scan();
-    story.app().scan();
-    story.app().undoLastCleanup();
-    EXPECT_EQ(story.app().phaseName(), "scanning") << "one thing at a time";
-    story.app().stop();
+    const auto shownBefore = story.app().scanning()->report();
+    story.app().scanning()->scan();
+    story.app().scanning()->scan();
+    story.app().holding()->undoLastCleanup();
+    EXPECT_EQ(story.app().activity()->kind(), Kinds::Phase::Scanning) << "one thing at a time";
+    story.app().activity()->stop();
     ASSERT_TRUE(story.waitUntilIdle());
-    EXPECT_EQ(story.app().report(), shownBefore);
+    EXPECT_EQ(story.app().scanning()->report(), shownBefore);
 
-    story.app().scan();
-    ASSERT_TRUE(story.waitUntil([&] { return story.app().phaseName() == "scanningFolders"; }));
-    story.app().requestClean();
-    story.app().clean();
-    ASSERT_TRUE(story.waitUntil([&] { return !story.hasCache() && !story.app().isBusy(); }));
+    story.app().scanning()->scan();
+    ASSERT_TRUE(
+        story.waitUntil([&] { return story.app().activity()->kind() == Kinds::Phase::ScanningFolders; }));
+    story.app().cleaning()->requestClean();
+    story.app().question()->accept();
+    ASSERT_TRUE(story.waitUntil([&] { return !story.hasCache() && !story.app().activity()->isBusy(); }));
     EXPECT_THAT(logOf(story), SizeIs(1));
 }
 
@@ -352,40 +358,40 @@ TEST(AppStories, OnlyTheAnswerToTheQuestionThatWasAskedCounts) {
     AppStory story;
     settle(story);
     AppModel& app = story.app();
-    app.scan();
-    ASSERT_TRUE(story.waitUntil([&] { return app.phaseName() == "scanningFolders"; }));
-    app.requestClean();
-    app.clean();
-    app.toggle(AppStory::ownKey);
-    app.requestClean();
-    EXPECT_FALSE(app.isConfirming()) << "one is answered and not yet begun";
-    ASSERT_TRUE(story.waitUntil([&] { return !story.hasCache() && !app.isBusy(); }));
+    app.scanning()->scan();
+    ASSERT_TRUE(story.waitUntil([&] { return app.activity()->kind() == Kinds::Phase::ScanningFolders; }));
+    app.cleaning()->requestClean();
+    app.question()->accept();
+    app.ticked()->toggle(AppStory::ownKey);
+    app.cleaning()->requestClean();
+    EXPECT_FALSE(app.question()->isConfirming()) << "one is answered and not yet begun";
+    ASSERT_TRUE(story.waitUntil([&] { return !story.hasCache() && !app.activity()->isBusy(); }));
     EXPECT_TRUE(story.hasOwn());
 
-    app.requestClean();
-    ASSERT_TRUE(app.isConfirming());
+    app.cleaning()->requestClean();
+    ASSERT_TRUE(app.question()->isConfirming());
     story.pass(4h);
     ASSERT_TRUE(story.lookAround());
-    EXPECT_EQ(app.phaseName(), "idle") << "nothing begins behind a question";
-    app.cancelClean();
+    EXPECT_EQ(app.activity()->kind(), Kinds::Phase::Idle) << "nothing begins behind a question";
+    app.question()->cancel();
     EXPECT_TRUE(story.hasOwn());
 }
 
 TEST(AppStories, AClockThatWasSetAheadEndsNothing) {
     AppStory story;
     settle(story);
-    story.app().toggle(AppStory::ownKey);
+    story.app().ticked()->toggle(AppStory::ownKey);
     ASSERT_TRUE(cleanSelected(story));
-    const qint64 held = story.app().holdingBytes();
+    const qint64 held = story.app().holding()->holdingBytes();
     ASSERT_GT(held, 0);
     story.setClockAhead(std::chrono::days(9));
-    story.app().scan();
+    story.app().scanning()->scan();
     ASSERT_TRUE(story.waitUntilIdle());
-    EXPECT_EQ(story.app().holdingBytes(), held);
+    EXPECT_EQ(story.app().holding()->holdingBytes(), held);
     story.pass(std::chrono::hours(2));
-    story.app().scan();
+    story.app().scanning()->scan();
     ASSERT_TRUE(story.waitUntilIdle());
-    EXPECT_EQ(story.app().holdingBytes(), 0) << "its time is over by any clock now";
+    EXPECT_EQ(story.app().holding()->holdingBytes(), 0) << "its time is over by any clock now";
 }
 
 TEST(AppStories, DamagedPreferencesLetNothingBeTicked) {
@@ -393,18 +399,18 @@ TEST(AppStories, DamagedPreferencesLetNothingBeTicked) {
     story.addCache(2'000'000);
     story.home.folder(".config/TarvoAI");
     story.home.fileWith(".config/TarvoAI/preferencias.json", "{torn");
-    story.app().scan();
+    story.app().scanning()->scan();
     ASSERT_TRUE(story.waitUntilIdle());
     EXPECT_EQ(story.app().settings()->goalBytes(), 24 * gigabyte);
-    EXPECT_THAT(story.app().plan().selection(), IsEmpty());
-    story.app().toggle(AppStory::cacheKey);
-    story.app().requestClean();
-    EXPECT_FALSE(story.app().isConfirming());
+    EXPECT_THAT(story.app().ticked()->plan().selection(), IsEmpty());
+    story.app().ticked()->toggle(AppStory::cacheKey);
+    story.app().cleaning()->requestClean();
+    EXPECT_FALSE(story.app().question()->isConfirming());
     // Any change wrote a new store without the protected folders, and everything could be ticked again.
     story.app().finishWelcome();
-    story.app().raiseGoal();
-    ASSERT_TRUE(story.waitUntil([&] { return !story.app().notice().isEmpty(); }));
-    EXPECT_THAT(bytesOf(story.app().notice()), HasSubstr("mend the file or delete it"));
+    story.app().ticked()->raiseGoal();
+    ASSERT_TRUE(story.waitUntil([&] { return !story.app().activity()->notice().isEmpty(); }));
+    EXPECT_THAT(bytesOf(story.app().activity()->notice()), HasSubstr("mend the file or delete it"));
     story.quit();
     EXPECT_EQ(contentOf(story.home.path(".config/TarvoAI/preferencias.json")), "{torn");
 }
@@ -414,9 +420,9 @@ TEST(AppStories, TheDemoTouchesNothing) {
     story.app().settings()->setWelcomeSeen(true);
     story.app().finishWelcome();
     AppModel& app = story.app();
-    ASSERT_TRUE(app.hasReport());
-    EXPECT_FALSE(app.isMonitoring());
-    EXPECT_THAT(app.growth(), ::testing::Not(IsEmpty()));
+    ASSERT_TRUE(app.scanning()->hasReport());
+    EXPECT_FALSE(app.monitor()->isMonitoring());
+    EXPECT_THAT(app.growth()->growth(), ::testing::Not(IsEmpty()));
     // Under the pointer an unknown folder had its path alone, although it was known what it is.
     const MapModel& map = *app.map();
     std::string unknown;
@@ -428,12 +434,12 @@ TEST(AppStories, TheDemoTouchesNothing) {
     for (const lumo::Explanation& explanation : DemoDisk::explanations({})) {
         EXPECT_THAT(unknown, ::testing::HasSubstr(explanation.whatItIs + " · "));
     }
-    app.requestClean();
-    EXPECT_FALSE(app.isConfirming());
-    EXPECT_EQ(bytesOf(app.notice()), DemoDisk::notice());
-    EXPECT_TRUE(story.waitUntil([&] { return app.isCelebrating(); }));
-    app.undoLastCleanup();
-    app.raiseGoal();
+    app.cleaning()->requestClean();
+    EXPECT_FALSE(app.question()->isConfirming());
+    EXPECT_EQ(bytesOf(app.activity()->notice()), DemoDisk::notice());
+    EXPECT_TRUE(story.waitUntil([&] { return app.celebrating()->isCelebrating(); }));
+    app.holding()->undoLastCleanup();
+    app.ticked()->raiseGoal();
     EXPECT_EQ(app.settings()->goalBytes(), 25 * gigabyte);
     story.quit();
     EXPECT_TRUE(std::filesystem::is_empty(story.home.path()));
@@ -463,7 +469,7 @@ TEST(AppStories, TheMapOpensFoldersFromWhatWasListedAndForgetsThemWithANewScan) 
     map.zoomInto(AppStory::cacheKey);
     EXPECT_EQ(map.depth(), 1) << "at once";
     EXPECT_EQ(map.zoomTitles().front(), "npx temporary packages");
-    story.app().scan();
+    story.app().scanning()->scan();
     EXPECT_EQ(map.depth(), 0);
     ASSERT_TRUE(story.waitUntilIdle());
     ASSERT_TRUE(story.waitUntil([&] { return listings == 4; }));
@@ -480,18 +486,18 @@ TEST(AppStories, TheMapSaysWhatCannotBeOpenedAndNamesTheWholeWay) {
     MapModel& map = *app.map();
     map.setWidth(900);
     map.setHeight(600);
-    app.openFolder(story.home.path());
+    app.places()->openFolder(story.home.path());
     ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
     map.zoomInto(keyOf("dentro:" + story.home.path("Videos/2024")));
     ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 2; }));
     EXPECT_EQ(bytesOf(map.zoomTitles().back()), "Videos › 2024");
     map.zoomOut(0);
-    app.openFolder(story.home.path("Videos"));
+    app.places()->openFolder(story.home.path("Videos"));
     ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
     const std::string empty = "dentro:" + story.home.path("Videos/empty");
     map.zoomInto(keyOf(empty));
-    ASSERT_TRUE(story.waitUntil([&] { return !app.notice().isEmpty(); }));
-    EXPECT_THAT(bytesOf(app.notice()), StartsWith("There is nothing to see in “empty”"));
+    ASSERT_TRUE(story.waitUntil([&] { return !app.activity()->notice().isEmpty(); }));
+    EXPECT_THAT(bytesOf(app.activity()->notice()), StartsWith("There is nothing to see in “empty”"));
 }
 
 TEST(AppStories, AnItemIsArchivedAfterItsEstimateAndCanComeBack) {
@@ -499,24 +505,24 @@ TEST(AppStories, AnItemIsArchivedAfterItsEstimateAndCanComeBack) {
     settle(story);
     story.home.file("Documents/Thesis/draft", 300'000);
     AppModel& app = story.app();
-    app.archive();
-    EXPECT_FALSE(app.isBusy()) << "nobody was asked";
-    app.requestArchive(AppStory::ownKey);
+    app.question()->accept();
+    EXPECT_FALSE(app.activity()->isBusy()) << "nobody was asked";
+    app.archiving()->requestArchive(AppStory::ownKey);
     ASSERT_TRUE(story.waitUntilIdle());
-    EXPECT_TRUE(app.archiveRequest().isEmpty());
-    EXPECT_EQ(bytesOf(app.archiveRefusalTitle()), "This can't be archived");
-    EXPECT_FALSE(app.archiveRefusalMessage().isEmpty());
-    app.requestArchive(keyOf("dentro:" + story.home.path("Documents/Thesis")));
+    EXPECT_FALSE(app.question()->isAsking());
+    EXPECT_EQ(bytesOf(app.question()->title()), "This can't be archived");
+    EXPECT_FALSE(app.question()->message().isEmpty());
+    app.archiving()->requestArchive(keyOf("dentro:" + story.home.path("Documents/Thesis")));
     ASSERT_TRUE(story.waitUntilIdle());
-    EXPECT_EQ(bytesOf(app.archiveRequest()["title"].toString()), "Archive “Thesis”?");
+    EXPECT_EQ(bytesOf(app.question()->title()), "Archive “Thesis”?");
     // The question once showed the two line feeds between its parts as "\\n\\n".
-    EXPECT_TRUE(app.archiveRequest()["message"].toString().contains("\n\n"));
-    app.archive();
-    EXPECT_THAT(bytesOf(app.statusText()), StartsWith("Archiving “Thesis”"));
+    EXPECT_TRUE(app.question()->message().contains("\n\n"));
+    app.question()->accept();
+    EXPECT_THAT(bytesOf(app.scanning()->statusText()), StartsWith("Archiving “Thesis”"));
     ASSERT_TRUE(story.waitUntilIdle());
-    EXPECT_THAT(bytesOf(app.notice()), StartsWith("Archived as ~/Documents/Thesis.zip"));
+    EXPECT_THAT(bytesOf(app.activity()->notice()), StartsWith("Archived as ~/Documents/Thesis.zip"));
     EXPECT_FALSE(std::filesystem::exists(story.home.path("Documents/Thesis")));
-    app.undoLastCleanup();
+    app.holding()->undoLastCleanup();
     ASSERT_TRUE(story.waitUntilIdle());
     EXPECT_TRUE(std::filesystem::exists(story.home.path("Documents/Thesis/draft")));
 }
@@ -526,24 +532,24 @@ TEST(AppStories, TheWholeHomeCanBeLookedInto) {
     settle(story);
     story.home.file("Videos/holiday", 3'000'000);
     MapModel& map = *story.app().map();
-    story.app().openHome("Home");
+    story.app().places()->openHome();
     ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
-    EXPECT_EQ(map.zoomTitles().front(), "Home");
+    EXPECT_EQ(map.zoomTitles().front(), "Your home folder");
     EXPECT_EQ(bytesOf(map.data(map.index(0), MapModel::labelRole).toString()), "Videos");
     EXPECT_TRUE(map.data(map.index(0), MapModel::canZoomRole).toBool());
     map.zoomOut(0);
-    story.app().scan();
+    story.app().scanning()->scan();
     ASSERT_TRUE(story.waitUntilIdle());
-    story.app().openHome("Home");
+    story.app().places()->openHome();
     ASSERT_TRUE(map.isZoomLoading());
     map.zoomOut(0);
     EXPECT_FALSE(map.isZoomLoading());
-    story.app().openHome("Home again");
+    story.app().places()->open({.path = story.home.path(), .name = "Home again"});
     ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
     EXPECT_EQ(map.zoomTitles().front(), "Home again") << "what was stopped opens nothing";
     // A folder that the application was started with was ignored.
-    story.app().scan();
-    story.app().openFolder(story.home.path("Videos"));
+    story.app().scanning()->scan();
+    story.app().places()->openFolder(story.home.path("Videos"));
     ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1 && map.zoomTitles().front() == "Videos"; }));
 }
 
@@ -558,9 +564,9 @@ TEST(AppStories, WithNothingToCleanTheMapShowsTheHome) {
     ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
     EXPECT_EQ(map.zoomTitles().front(), "Your home folder");
     EXPECT_EQ(bytesOf(map.data(map.index(0), MapModel::labelRole).toString()), "Videos");
-    ASSERT_TRUE(story.waitUntil([&] { return story.app().isSpaceLow(); }));
+    ASSERT_TRUE(story.waitUntil([&] { return story.app().volumes()->isSpaceLow(); }));
     story.app().settings()->setLowSpaceGB(5);
-    EXPECT_FALSE(story.app().isSpaceLow());
+    EXPECT_FALSE(story.app().volumes()->isSpaceLow());
 }
 
 TEST(AppStories, AThingShowsWhatItHoldsAndAFolderWhatItsExplanationRestsOn) {
@@ -569,21 +575,21 @@ TEST(AppStories, AThingShowsWhatItHoldsAndAFolderWhatItsExplanationRestsOn) {
     const std::string letter = story.home.fileWith("Documents/Letters/a.txt", "dear all\n");
     AppModel& app = story.app();
     PreviewDesk& preview = *app.preview();
-    app.showPreview(keyOf("dentro:" + letter));
-    app.showPreview(keyOf("dentro:" + story.home.path("Documents/Letters")));
+    app.places()->showPreview(keyOf("dentro:" + letter));
+    app.places()->showPreview(keyOf("dentro:" + story.home.path("Documents/Letters")));
     ASSERT_TRUE(story.waitUntil([&] { return !preview.isBusy(); }));
     EXPECT_EQ(bytesOf(preview.title()), "Letters") << "the later one counts";
-    EXPECT_EQ(bytesOf(preview.kind()), "folder");
+    EXPECT_EQ(preview.kind(), PreviewDesk::Kind::Folder);
     EXPECT_EQ(bytesOf(preview.largest().front().toMap()["name"].toString()), "a.txt");
     preview.forget();
     EXPECT_EQ(preview.largest().size(), 0);
-    EXPECT_FALSE(app.canPreview("_libre"));
+    EXPECT_FALSE(app.places()->canPreview("_libre"));
 
     const RowList& rows = *app.rows();
     const auto evidence = [&](const char* key) {
         return rows.data(rows.index(rows.indexOf(key)), RowList::evidenceRole).toString();
     };
-    app.gatherEvidence(AppStory::ownKey);
+    app.places()->gatherEvidence(AppStory::ownKey);
     ASSERT_TRUE(story.waitUntil([&] { return evidence(AppStory::ownKey).contains("1 file"); }));
     EXPECT_TRUE(evidence(AppStory::cacheKey).isEmpty()) << "nobody asked";
 }

@@ -68,7 +68,8 @@ class MainWindowTest : public ::testing::Test {
 
     QQuickWindow& open() {
         QQuickWindow& window = begin();
-        EXPECT_TRUE(story.waitUntil([&] { return story.app().hasReport() && !story.app().isBusy(); }));
+        EXPECT_TRUE(story.waitUntil(
+            [&] { return story.app().scanning()->hasReport() && !story.app().activity()->isBusy(); }));
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
         return window;
     }
@@ -137,10 +138,10 @@ class MainWindowAtHomeTest : public MainWindowTest {
 TEST_F(MainWindowTest, AClickOnARowTicksItAndTheFooterSaysSo) {
     open();
     const std::string title = story.app().rows()->rows().front().title;
-    const std::string before = bytesOf(story.app().selectedBytesText());
+    const std::string before = bytesOf(story.app().ticked()->selectedBytesText());
     ASSERT_NE(named(before), nullptr);
     click(title);
-    const std::string after = bytesOf(story.app().selectedBytesText());
+    const std::string after = bytesOf(story.app().ticked()->selectedBytesText());
     EXPECT_NE(after, before);
     EXPECT_NE(named(after), nullptr);
 }
@@ -159,7 +160,7 @@ TEST_F(MainWindowTest, SearchingNarrowsTheListAndEscapeWidensItAgain) {
     // That nothing matches was written over what grew most.
     const std::string grew(lumo::Words{"Lo que más ha crecido", "Grew most"}.in());
     EXPECT_TRUE(story.waitUntil([&] { return named(grew) != nullptr; }));
-    story.app().setSearchText("no such thing");
+    story.app().places()->setSearchText("no such thing");
     const std::string nothing = lumo::Words{"Nada coincide", "Nothing matches"}.in();
     EXPECT_TRUE(story.waitUntil([&] { return named(nothing) != nullptr; }));
     EXPECT_TRUE(story.waitUntil([&] { return named(grew) == nullptr; }));
@@ -193,7 +194,7 @@ TEST_F(MainWindowTest, WhoeverStaysOnATileSeesItsRow) {
         return std::ranges::count_if(items, [&](const std::string& item) { return item.starts_with(row); });
     };
     ASSERT_EQ(rowsTold(), 1) << "its tile";
-    story.app().setMapHovered(keyOf(last.id));
+    story.app().places()->setMapHovered(keyOf(last.id));
     EXPECT_TRUE(story.waitUntil([&] { return rowsTold() == 2; }));
 }
 
@@ -229,35 +230,35 @@ TEST_F(MainWindowTest, ARowOpensToAllThatIsKnownOfItAndItsPreview) {
     EXPECT_EQ(bytesOf(story.app().preview()->title()), row.title);
     EXPECT_EQ(story.app().map()->depth(), 0);
     ASSERT_TRUE(story.waitUntil([&] { return !story.app().preview()->isBusy(); }));
-    EXPECT_EQ(bytesOf(story.app().preview()->kind()), "folder");
+    EXPECT_EQ(story.app().preview()->kind(), PreviewDesk::Kind::Folder);
 }
 
 TEST_F(MainWindowAtHomeTest, WhatCannotBeArchivedIsSaidUntilItIsClosed) {
     story.addOwn(2'000'000);
     open();
-    story.app().requestArchive(AppStory::ownKey);
-    ASSERT_TRUE(story.waitUntil([&] { return !story.app().archiveRefusalMessage().isEmpty(); }));
+    story.app().archiving()->requestArchive(AppStory::ownKey);
+    ASSERT_TRUE(story.waitUntil([&] { return story.app().question()->isOpen(); }));
     ASSERT_TRUE(story.waitUntil([&] { return focused() == lumo::Words{"Cerrar", "Close"}.in(); }));
-    EXPECT_NE(named(bytesOf(story.app().archiveRefusalTitle())), nullptr);
+    EXPECT_NE(named(bytesOf(story.app().question()->title())), nullptr);
     press(Qt::Key_Return);
-    EXPECT_TRUE(story.waitUntil([&] { return story.app().archiveRefusalMessage().isEmpty(); }));
+    EXPECT_TRUE(story.waitUntil([&] { return !story.app().question()->isOpen(); }));
 }
 
 TEST_F(MainWindowAtHomeTest, TheQuestionBeforeACleanupStandsOnCancelAndReturnDeletesNothing) {
     story.addCache(2'000'000);
     open();
     press(Qt::Key_Backspace, Qt::ControlModifier);
-    ASSERT_TRUE(story.app().isConfirming());
+    ASSERT_TRUE(story.app().question()->isConfirming());
     const std::string cancel(lumo::Words{"Cancelar", "Cancel"}.in());
     ASSERT_TRUE(story.waitUntil([&] { return focused() == cancel; }));
     press(Qt::Key_Tab);
-    EXPECT_EQ(focused(), bytesOf(story.app().cleanTitleText()));
+    EXPECT_EQ(focused(), bytesOf(story.app().ticked()->cleanTitleText()));
     press(Qt::Key_Return);
-    EXPECT_TRUE(story.app().isConfirming()) << "Return is no answer there";
+    EXPECT_TRUE(story.app().question()->isConfirming()) << "Return is no answer there";
     press(Qt::Key_Tab, Qt::ShiftModifier);
     press(Qt::Key_Return);
-    EXPECT_FALSE(story.app().isConfirming());
-    EXPECT_FALSE(story.app().isBusy());
+    EXPECT_FALSE(story.app().question()->isConfirming());
+    EXPECT_FALSE(story.app().activity()->isBusy());
     EXPECT_TRUE(story.hasCache());
 }
 
@@ -285,7 +286,7 @@ TEST_F(MainWindowAtHomeTest, TheKeysForItAndWithoutAPanelTheCloseButtonEndTheApp
     for (const Leave& leave : {Leave([this](QQuickWindow&) { press(Qt::Key_Q, Qt::ControlModifier); }),
                                Leave([](QQuickWindow& window) { window.close(); })}) {
         QQuickWindow& window = open();
-        EXPECT_TRUE(story.app().isMonitoring());
+        EXPECT_TRUE(story.app().monitor()->isMonitoring());
         QTimer::singleShot(0, &window, [&] { leave(window); });
         QTimer tooLate;
         QObject::connect(&tooLate, &QTimer::timeout, [] { QGuiApplication::exit(1); });
@@ -306,10 +307,10 @@ TEST_F(MainWindowAtHomeTest, TheHeaderMakesRoomForTheFreeSpaceDuringTheFirstScan
     };
     begin();
     AppModel& app = story.app();
-    EXPECT_TRUE(story.waitUntil([&] { return !app.freeNowText().isEmpty(); }));
+    EXPECT_TRUE(story.waitUntil([&] { return !app.volumes()->freeNowText().isEmpty(); }));
     EXPECT_TRUE(story.waitUntil([&] {
-        QAccessibleInterface* const figure = named(bytesOf(app.freeNowText()));
-        QAccessibleInterface* const status = named(bytesOf(app.statusText()));
+        QAccessibleInterface* const figure = named(bytesOf(app.volumes()->freeNowText()));
+        QAccessibleInterface* const status = named(bytesOf(app.scanning()->statusText()));
         return figure != nullptr && status != nullptr && figure->rect().bottom() <= status->rect().top();
     }));
     mayEnd.count_down();
@@ -325,21 +326,23 @@ TEST_F(MainWindowAtHomeTest, AScreenReaderIsToldTheWholeStory) {
     AppModel& app = story.app();
     const auto text = [](const QString& words) { return "StaticText|" + bytesOf(words); };
     const lumo::Words freeOf{" libres de ", " free of "};
-    EXPECT_THAT(told(),
-                IsSupersetOf({text(app.freeNowText() + shown(freeOf.in()) + app.capacityText()),
-                              text(app.selectedBytesText()), text(app.summaryText()),
-                              text(shown(lumo::Words{"Objetivo: ", "Goal: "}.in()) + app.goalText())}));
+    EXPECT_THAT(
+        told(),
+        IsSupersetOf({text(app.volumes()->freeNowText() + shown(freeOf.in()) + app.volumes()->capacityText()),
+                      text(app.ticked()->selectedBytesText()), text(app.explaining()->summaryText()),
+                      text(shown(lumo::Words{"Objetivo: ", "Goal: "}.in()) + app.ticked()->goalText())}));
     EXPECT_THAT(told(), Contains(StartsWith("ProgressBar|")));
     EXPECT_THAT(told(), Contains(::testing::HasSubstr(lumo::Words{"analizado en", "analyzed in"}.in())));
-    app.toggle(AppStory::ownKey);
+    app.ticked()->toggle(AppStory::ownKey);
     press(Qt::Key_Backspace, Qt::ControlModifier);
     ASSERT_TRUE(story.waitUntil([&] { return focused() == lumo::Words{"Cancelar", "Cancel"}.in(); }));
-    const std::string question = lumo::Words{"¿{}?", "{}?"}.with(bytesOf(app.cleanTitleText()));
-    EXPECT_THAT(told(), IsSupersetOf({"Dialog|" + question, text(app.confirmationText())}));
+    const std::string question = lumo::Words{"¿{}?", "{}?"}.with(bytesOf(app.ticked()->cleanTitleText()));
+    EXPECT_THAT(told(), IsSupersetOf({"Dialog|" + question, text(app.question()->message())}));
     press(Qt::Key_Tab);
     press(Qt::Key_Space);
-    ASSERT_TRUE(story.waitUntil([&] { return !story.hasCache() && !app.isBusy(); }));
-    EXPECT_THAT(told(), IsSupersetOf({text(app.statusText()), text(app.holdingTitle())}));
+    ASSERT_TRUE(story.waitUntil([&] { return !story.hasCache() && !app.activity()->isBusy(); }));
+    EXPECT_THAT(told(),
+                IsSupersetOf({text(app.scanning()->statusText()), text(app.holding()->holdingTitle())}));
 }
 
 // "Clean" looked as if it could be pressed, and did nothing, while a scan's first pass ran or nothing was
@@ -351,17 +354,17 @@ TEST_F(MainWindowAtHomeTest, AButtonThatWouldDoNothingIsDisabledAndSaysWhy) {
     const auto disabled = [&](const QString& name) {
         return !qobject_cast<QQuickItem*>(named(bytesOf(name))->object())->isEnabled();
     };
-    app.deselectAll();
+    app.ticked()->deselectAll();
     const QString clean = shown(lumo::Words{"Limpiar…", "Clean…"}.in());
     EXPECT_TRUE(disabled(clean));
     EXPECT_THAT(bytesOf(named(bytesOf(clean))->text(QAccessible::Description)),
                 StartsWith(lumo::Words{"Marca antes algo", "Select something"}.in()));
-    app.selectSafe();
-    EXPECT_FALSE(disabled(app.cleanTitleText()));
-    app.scan();
-    EXPECT_TRUE(disabled(app.cleanTitleText()));
+    app.ticked()->selectSafe();
+    EXPECT_FALSE(disabled(app.ticked()->cleanTitleText()));
+    app.scanning()->scan();
+    EXPECT_TRUE(disabled(app.ticked()->cleanTitleText()));
     ASSERT_TRUE(story.waitUntilIdle());
-    EXPECT_FALSE(disabled(app.cleanTitleText()));
+    EXPECT_FALSE(disabled(app.ticked()->cleanTitleText()));
 }
 
 TEST_F(MainWindowTest, WhatIsNoBoxToTickIsNotAnnouncedAsOne) {
@@ -369,7 +372,7 @@ TEST_F(MainWindowTest, WhatIsNoBoxToTickIsNotAnnouncedAsOne) {
     const std::vector<std::string> items = told();
     for (const Row& row : story.app().rows()->rows()) {
         const auto box = StartsWith("CheckBox|" + row.title + ", ");
-        if (story.app().plan().canSelect(row.id)) {
+        if (story.app().ticked()->plan().canSelect(row.id)) {
             EXPECT_THAT(items, Contains(box));
         } else {
             EXPECT_THAT(items, Not(Contains(box)));

@@ -45,26 +45,27 @@ class WindowFace final : public Face {
 
     std::string clean(const std::function<void()>& whileAsking) override {
         AppModel& app = story_.app();
-        app.scan();
+        app.scanning()->scan();
         EXPECT_TRUE(story_.waitUntilIdle());
-        app.toggle(AppStory::ownKey);
-        app.requestClean();
-        EXPECT_TRUE(app.isConfirming());
+        app.ticked()->toggle(AppStory::ownKey);
+        app.cleaning()->requestClean();
+        EXPECT_TRUE(app.question()->isConfirming());
         whileAsking();
-        app.clean();
+        app.question()->accept();
         EXPECT_TRUE(story_.waitUntilIdle());
         return told();
     }
     std::string undo() override {
-        story_.app().undoLastCleanup();
+        story_.app().holding()->undoLastCleanup();
         EXPECT_TRUE(story_.waitUntilIdle());
         return told();
     }
 
   private:
     std::string told() {
-        return bytesOf(story_.app().statusText()) + "\n" + bytesOf(story_.app().notice()) + "\n" +
-               bytesOf(story_.app().lastFailures().join('\n'));
+        return bytesOf(story_.app().scanning()->statusText()) + "\n" +
+               bytesOf(story_.app().activity()->notice()) + "\n" +
+               bytesOf(story_.app().cleaning()->lastFailures().join('\n'));
     }
 
     AppStory story_;

@@ -1,0 +1,177 @@
+#include "TarvoApp/App/CleaningDesk.h"
+
+#include "LumoCore/Basics/Words.h"
+#include "TarvoApp/App/QtText.h"
+#include "TarvoModel/Flows/WeeklyCleanup.h"
+#include "TarvoModel/Showing/DemoDisk.h"
+
+#include <utility>
+
+namespace tarvo {
+
+CleaningDesk::CleaningDesk(const Ground& ground, ScanningDesk& scanning, TickedDesk& ticked,
+                           const VolumesDesk& volumes, CelebrationDesk& celebration, QObject* parent)
+    : QObject(parent), ground_(ground), scanning_(scanning), ticked_(ticked), volumes_(volumes),
+      celebration_(celebration) {
+    connect(&ground.question, &QuestionDesk::accepted, this, [this](const Asked& agreed) {
+        if (const auto* const asked = std::get_if<asked::Clean>(&agreed)) {
+            begin({.actions = asked->actions, .shown = asked->shown});
+        }
+    });
+    connect(&ground.activity, &Activity::phaseChanged, this, &CleaningDesk::changed);
+    connect(&ground.activity, &Activity::stopWanted, this, [this] {
+        if (std::exchange(waiting_, std::nullopt)) {
+            emit changed();
+        }
+    });
+    connect(&ground.activity, &Activity::rested, this, [this] {
+        if (waiting_) {
+            cleanAgreed(*std::exchange(waiting_, std::nullopt));
+        }
+    });
+}
+
+// The user's cleanup.
+
+void CleaningDesk::requestClean() {
+    if (ground_.question.isAsking() || !mayClean() || !ticked_.hasTicked()) {
+        return;
+    }
+    const Agreement ticked = ticked_.agreement();
+    if (ground_.isOnlyDemo()) {
+        const lumo::VolumeInfo volume = volumes_.volume();
+        const CleanupShares& shares = ticked_.shares();
+        celebration_.celebrate(
+            ShareStats::make(DemoDisk::outcomes(ticked.actions, ground_.services.desk.now()),
+                             {.freeBefore = volume.availableBytes,
+                              .freeAfter = volume.availableBytes + shares.total - shares.trash,
+                              .capacity = volume.totalBytes,
+                              .lifetimeBefore = 0}));
+        return;
+    }
+    ground_.question.ask(asked::Clean{.actions = ticked.actions, .shown = ticked.shown});
+}
+
+void CleaningDesk::begin(const Agreement& agreed) {
+    if (ground_.isDemo()) {
+        return;
+    }
+    if (ground_.activity.isBusy()) {
+        // The user has seen enough: the rest of the scan is not worth waiting for.
+        waiting_ = agreed;
+        emit changed();
+        ground_.activity.task()->stop.request_stop();
+        return;
+    }
+    cleanAgreed(agreed);
+}
+
+void CleaningDesk::cleanAgreed(const Agreement& agreed) {
+    freeBeforeLastCleanup_ = volumes_.freeNow().value_or(0);
+    run([agreed](const PlanRequest& request, const Desk& desk,
+                 const CleanupWatch& watch) { return tarvo::clean(request, agreed, desk, watch); },
+        [this](const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after) {
+            cleaned(result, after);
+        });
+}
+
+void CleaningDesk::run(const Cleanup& cleanup, const WhenCleaned& whenDone) {
+    const auto task = ground_.activity.begin(phase::Cleaning{});
+    ground_.background.start(
+        task->stop, [this, task, cleanup, whenDone, request = scanning_.planRequest(),
+                     desk = ground_.services.desk, carryOut = ground_.services.carryOut,
+                     volumeInfo = ground_.services.volumeInfo](const std::stop_token& stop) {
+            const auto tellSteps = [&](const std::vector<lumo::CleanupAction>& actions) {
+                std::vector<CleanupStep> steps;
+                for (const lumo::CleanupAction& action : actions) {
+                    steps.push_back({action.title, action.estimatedBytes});
+                }
+                ground_.background.post([task, steps] { task->steps = steps; });
+            };
+            const auto result = cleanup(request, desk,
+                                        {.onPlanned = tellSteps,
+                                         .onBegin = [&](std::size_t at) { task->action = at; },
+                                         .stop = stop,
+                                         .cancelTool = task->cancelTool.get_token(),
+                                         .carryOut = carryOut});
+            return Background::Apply([this, whenDone, result, after = volumeInfo(desk.home)] {
+                if (result) {
+                    scanning_.takeOut(ticked_.takeOut(result->outcomes));
+                }
+                whenDone(result, after);
+            });
+        });
+}
+
+void CleaningDesk::cleaned(const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after) {
+    if (!result) {
+        ground_.activity.rest();
+        ground_.activity.say(result.error().message);
+        return;
+    }
+    lastOutcomes_ = result->outcomes;
+    celebration_.take(ShareStats::make(lastOutcomes_, {.freeBefore = freeBeforeLastCleanup_,
+                                                       .freeAfter = after.availableBytes,
+                                                       .capacity = after.totalBytes,
+                                                       .lifetimeBefore = result->lifetimeBefore}));
+    emit outcomesChanged();
+    scanning_.rescan(sumsOf(lastOutcomes_));
+    sayWhatWasLeft(*result);
+}
+
+void CleaningDesk::sayWhatWasLeft(const Cleaned& result) {
+    const QStringList failures = lastFailures();
+    if (!failures.isEmpty()) {
+        const auto failed = static_cast<std::size_t>(failures.size());
+        ground_.activity.say(failedText(failed, bytesOf(failures.front())), failed > 1);
+    } else if (result.logProblem) {
+        ground_.activity.say(*result.logProblem);
+    } else if (!result.leftOut.empty()) {
+        ground_.activity.say(
+            leftOutText(result.leftOut.size(), result.leftOut.front().title, result.leftOut.front().reason));
+    }
+}
+
+QStringList CleaningDesk::lastFailures() const {
+    QStringList failures;
+    for (const lumo::CleanupOutcome& outcome : lastOutcomes_) {
+        if (outcome.status == lumo::CleanupStatus::failed) {
+            failures.push_back(shown(outcome.title + ": " + outcome.message.value_or("")));
+        }
+    }
+    return failures;
+}
+
+void CleaningDesk::showFailures() {
+    ground_.question.ask(
+        asked::Told{.title = lumo::Words{"Esto no se pudo limpiar", "This couldn't be cleaned"}.in(),
+                    .message = bytesOf(lastFailures().join('\n'))});
+}
+
+// The cleanup of every week.
+
+void CleaningDesk::cleanWeekly() {
+    run(WeeklyCleanup::run,
+        [this](const lumo::Result<Cleaned>& result, const lumo::VolumeInfo&) { cleanedByItself(result); });
+}
+
+void CleaningDesk::cleanedByItself(const lumo::Result<Cleaned>& result) {
+    if (result) {
+        // What a full disk did not take is remembered here, so that it does not run again in a minute.
+        ground_.settings.note(preference::lastWeeklyCleanup, ground_.services.desk.now());
+        ground_.settings.note(preference::lastWeeklyCleanupBytes, sumsOf(result->outcomes).freed);
+    }
+    ground_.settings.reload();
+    if (!result || result->outcomes.empty()) {
+        ground_.activity.rest();
+        return;
+    }
+    scanning_.rescan();
+    const std::int64_t freed = sumsOf(result->outcomes).freed;
+    if (const auto notice = WeeklyCleanup::notice(freed)) {
+        ground_.activity.say(*notice);
+        ground_.services.notify(*WeeklyCleanup::notification(freed));
+    }
+}
+
+} // namespace tarvo

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "TarvoApp/App/CelebrationDesk.h"
+#include "TarvoApp/App/Ground.h"
+#include "TarvoApp/App/ScanningDesk.h"
+#include "TarvoApp/App/TickedDesk.h"
+#include "TarvoApp/App/VolumesDesk.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace tarvo {
+
+/// From what is ticked to freed space: the user's cleanup, and the one of every week.
+class CleaningDesk final : public QObject {
+    Q_OBJECT
+    /// True while what is ticked may be changed as a whole, and cleaned.
+    Q_PROPERTY(bool mayClean READ mayClean NOTIFY changed)
+    Q_PROPERTY(QStringList lastFailures READ lastFailures NOTIFY outcomesChanged)
+
+  public:
+    CleaningDesk(const Ground& ground, ScanningDesk& scanning, TickedDesk& ticked, const VolumesDesk& volumes,
+                 CelebrationDesk& celebration, QObject* parent = nullptr);
+
+    /// Asks whether what is ticked is cleaned.
+    Q_INVOKABLE void requestClean();
+    /// Tells what the last cleanup could not do.
+    Q_INVOKABLE void showFailures();
+    /// The cleanup of every week, which asks nobody; it finds out itself whether it is due.
+    void cleanWeekly();
+
+    [[nodiscard]] bool mayClean() const { return maySelectSafe(ground_.activity.phase()) && !isWaiting(); }
+    /// True while the user has said yes to what has yet to begin: then nothing begins by itself.
+    [[nodiscard]] bool isWaiting() const { return waiting_.has_value(); }
+    [[nodiscard]] const std::vector<lumo::CleanupOutcome>& lastOutcomes() const { return lastOutcomes_; }
+    [[nodiscard]] QStringList lastFailures() const;
+
+  signals:
+    void changed();
+    void outcomesChanged();
+
+  private:
+    /// A cleanup, to be carried out in the background.
+    using Cleanup =
+        std::function<lumo::Result<Cleaned>(const PlanRequest&, const Desk&, const CleanupWatch&)>;
+    using WhenCleaned = std::function<void(const lumo::Result<Cleaned>&, const lumo::VolumeInfo& after)>;
+    void begin(const Agreement& agreed);
+    void cleanAgreed(const Agreement& agreed);
+    void run(const Cleanup& cleanup, const WhenCleaned& whenDone);
+    void cleaned(const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after);
+    void sayWhatWasLeft(const Cleaned& result);
+    void cleanedByItself(const lumo::Result<Cleaned>& result);
+
+    Ground ground_;
+    ScanningDesk& scanning_;
+    TickedDesk& ticked_;
+    const VolumesDesk& volumes_;
+    CelebrationDesk& celebration_;
+    /// What the user agreed to and waits for the scan in hand to end.
+    std::optional<Agreement> waiting_;
+    std::int64_t freeBeforeLastCleanup_ = 0;
+    std::vector<lumo::CleanupOutcome> lastOutcomes_;
+};
+
+} // namespace tarvo

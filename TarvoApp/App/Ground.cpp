@@ -1,0 +1,16 @@
+#include "TarvoApp/App/Ground.h"
+
+#include "TarvoModel/Showing/DemoDisk.h"
+
+#include <string>
+
+namespace tarvo {
+
+bool Ground::isOnlyDemo() const {
+    if (isDemo()) {
+        activity.say(std::string(DemoDisk::notice()));
+    }
+    return isDemo();
+}
+
+} // namespace tarvo

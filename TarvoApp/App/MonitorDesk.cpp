@@ -1,0 +1,92 @@
+#include "TarvoApp/App/MonitorDesk.h"
+
+#include "TarvoApp/App/QtText.h"
+#include "TarvoModel/Flows/WeeklyCleanup.h"
+#include "TarvoModel/Showing/LowSpaceAlert.h"
+
+#include <utility>
+
+namespace tarvo {
+
+MonitorDesk::MonitorDesk(const Ground& ground, VolumesDesk& volumes, ScanningDesk& scanning,
+                         const TickedDesk& ticked, CleaningDesk& cleaning, QObject* parent)
+    : QObject(parent), ground_(ground), volumes_(volumes), scanning_(scanning), ticked_(ticked),
+      cleaning_(cleaning) {
+    timer_.setInterval(monitorInterval);
+    connect(&timer_, &QTimer::timeout, this, &MonitorDesk::look);
+    connect(&ground.settings, &Settings::changed, this, &MonitorDesk::autoCleanStatusChanged);
+}
+
+void MonitorDesk::startMonitoring() {
+    if (ground_.services.mode.isForReal() && !isMonitoring()) {
+        timer_.start();
+        emit changed();
+        look();
+    }
+}
+
+void MonitorDesk::look() {
+    if (ground_.isDemo() || std::exchange(isLooking_, true)) {
+        return;
+    }
+    ground_.background.start(
+        [this, volumeInfo = ground_.services.volumeInfo,
+         home = ground_.services.desk.home](const std::stop_token&) -> Background::Apply {
+            return [this, volume = volumeInfo(home)] { lookAt(volume); };
+        });
+}
+
+void MonitorDesk::lookAt(const lumo::VolumeInfo& volume) {
+    isLooking_ = false;
+    volumes_.take(volume);
+    ground_.settings.reload();
+    if (!isAsking() &&
+        isRescanDue(scanning_.lastScanDate(), ground_.activity.phase(), ground_.services.desk.now())) {
+        scanning_.scan();
+    }
+    checkLowSpace();
+    autoCleanIfDue();
+    emit autoCleanStatusChanged(); // Its days pass.
+}
+
+void MonitorDesk::checkLowSpace() {
+    // Without a report nobody could say how much of the space can be had back.
+    const bool isFirstScan = ground_.activity.isBusy() && !scanning_.hasFullReport();
+    if (!ground_.settings.notifyLowSpace() || volumes_.volume().totalBytes == 0 || isFirstScan) {
+        return;
+    }
+    const lumo::Date now = ground_.services.desk.now();
+    const LowSpaceAlert::Decision decision =
+        LowSpaceAlert::decide({.freeBytes = volumes_.freeNow(),
+                               .thresholdGB = ground_.settings.lowSpaceGB(),
+                               .sent = ground_.settings.value(preference::lastLowSpaceWarning),
+                               .recoverable = ticked_.recoverable(),
+                               .now = now});
+    if (decision.forgetsDate) {
+        ground_.settings.note(preference::lastLowSpaceWarning, std::nullopt);
+    }
+    if (decision.notification) {
+        ground_.settings.note(preference::lastLowSpaceWarning, now);
+        ground_.services.notify(*decision.notification);
+    }
+}
+
+void MonitorDesk::autoCleanIfDue() {
+    if (!isAsking() && WeeklyCleanup::isDue({.isOn = ground_.settings.autoCleanWeekly(),
+                                             .mode = ground_.services.mode,
+                                             .phase = ground_.activity.phase(),
+                                             .hasReport = scanning_.hasReport(),
+                                             .last = ground_.settings.value(preference::lastWeeklyCleanup),
+                                             .now = ground_.services.desk.now()})) {
+        cleaning_.cleanWeekly();
+    }
+}
+
+QString MonitorDesk::autoCleanStatusText() const {
+    return shown(WeeklyCleanup::autoCleanStatus(ground_.settings.autoCleanWeekly(),
+                                                WeeklyCleanup::storedRecord(ground_.settings.preferences()),
+                                                ground_.services.desk.now())
+                     .value_or(""));
+}
+
+} // namespace tarvo

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "TarvoApp/App/CleaningDesk.h"
+#include "TarvoApp/App/Ground.h"
+#include "TarvoApp/App/ScanningDesk.h"
+#include "TarvoApp/App/TickedDesk.h"
+#include "TarvoApp/App/VolumesDesk.h"
+
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+namespace tarvo {
+
+/// Looks at the disk every minute, and scans, warns or cleans when it is time.
+class MonitorDesk final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool monitoring READ isMonitoring NOTIFY changed)
+    /// When the weekly cleanup runs next, and what the last one did; empty while it is off.
+    Q_PROPERTY(QString autoCleanStatus READ autoCleanStatusText NOTIFY autoCleanStatusChanged)
+
+  public:
+    MonitorDesk(const Ground& ground, VolumesDesk& volumes, ScanningDesk& scanning, const TickedDesk& ticked,
+                CleaningDesk& cleaning, QObject* parent = nullptr);
+
+    /// Begins to look; once, and only where it is for real.
+    void startMonitoring();
+    /// One look at the disk, which may begin a scan, warn, or clean.
+    Q_INVOKABLE void look();
+
+    [[nodiscard]] bool isMonitoring() const { return timer_.isActive(); }
+    [[nodiscard]] bool isLooking() const { return isLooking_; }
+    [[nodiscard]] QString autoCleanStatusText() const;
+
+  signals:
+    void changed();
+    void autoCleanStatusChanged();
+
+  private:
+    void lookAt(const lumo::VolumeInfo& volume);
+    void checkLowSpace();
+    void autoCleanIfDue();
+    [[nodiscard]] bool isAsking() const { return ground_.question.isAsking() || cleaning_.isWaiting(); }
+
+    Ground ground_;
+    VolumesDesk& volumes_;
+    ScanningDesk& scanning_;
+    const TickedDesk& ticked_;
+    CleaningDesk& cleaning_;
+    bool isLooking_ = false;
+    QTimer timer_;
+};
+
+} // namespace tarvo

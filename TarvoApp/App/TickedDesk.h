@@ -1,0 +1,91 @@
+#pragma once
+
+#include "TarvoApp/App/Ground.h"
+#include "TarvoModel/Flows/ScanResult.h"
+#include "TarvoModel/Showing/Emptied.h"
+#include "TarvoModel/Showing/TickedPlan.h"
+
+#include <QObject>
+#include <QString>
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace tarvo {
+
+/// The plan that is shown, what of it is ticked, and how near that comes to the goal.
+class TickedDesk final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString goalText READ goalText NOTIFY changed)
+    Q_PROPERTY(QString goalMeterText READ goalMeterText NOTIFY changed)
+    Q_PROPERTY(double goalFraction READ goalFraction NOTIFY changed)
+    Q_PROPERTY(bool isGoalReached READ isGoalReached NOTIFY changed)
+    Q_PROPERTY(qint64 selectedBytes READ selectedBytes NOTIFY changed)
+    Q_PROPERTY(qint64 selectedTrashBytes READ selectedTrashBytes NOTIFY changed)
+    Q_PROPERTY(qint64 selectedToolBytes READ selectedToolBytes NOTIFY changed)
+    Q_PROPERTY(QString selectedText READ selectedBytesText NOTIFY changed)
+    Q_PROPERTY(bool hasTicked READ hasTicked NOTIFY changed)
+    Q_PROPERTY(QString cleanTitle READ cleanTitleText NOTIFY changed)
+    Q_PROPERTY(QString cleanHelp READ cleanHelpText NOTIFY changed)
+    Q_PROPERTY(QString safeRecoverable READ safeRecoverableText NOTIFY planChanged)
+
+  public:
+    explicit TickedDesk(const Ground& ground, QObject* parent = nullptr);
+
+    /// Takes over a new plan; what is ticked is reconciled with it.
+    void take(ShownPlan plan);
+    /// Takes out what a cleanup has taken; the ids of that.
+    std::set<std::string> takeOut(const std::vector<lumo::CleanupOutcome>& outcomes);
+    /// What was set aside has come back.
+    void putBack() { emptied_.putBack(); }
+
+    Q_INVOKABLE void toggle(const QString& key);
+    Q_INVOKABLE void selectSafe();
+    Q_INVOKABLE void deselectAll();
+    Q_INVOKABLE void raiseGoal();
+    Q_INVOKABLE void lowerGoal();
+
+    [[nodiscard]] const TickedPlan& plan() const { return plan_; }
+    /// All rows, whatever is searched for.
+    [[nodiscard]] const std::vector<Row>& rows() const { return rows_; }
+    /// What is ticked, with what its paths meant when they were shown.
+    [[nodiscard]] Agreement agreement() const {
+        return {.actions = plan_.selectedActions(), .shown = shown_};
+    }
+    [[nodiscard]] std::int64_t recoverable() const { return recoverable_; }
+    [[nodiscard]] const CleanupShares& shares() const { return shares_; }
+
+    [[nodiscard]] QString goalText() const;
+    [[nodiscard]] QString goalMeterText() const;
+    [[nodiscard]] double goalFraction() const;
+    [[nodiscard]] bool isGoalReached() const;
+    [[nodiscard]] qint64 selectedBytes() const { return shares_.total; }
+    [[nodiscard]] qint64 selectedTrashBytes() const { return shares_.trash; }
+    [[nodiscard]] qint64 selectedToolBytes() const { return shares_.tool; }
+    [[nodiscard]] QString selectedBytesText() const;
+    [[nodiscard]] bool hasTicked() const { return !plan_.selectedActions().empty(); }
+    [[nodiscard]] QString cleanTitleText() const;
+    [[nodiscard]] QString cleanHelpText() const;
+    [[nodiscard]] QString safeRecoverableText() const;
+
+  signals:
+    /// Other things are ticked, or count otherwise.
+    void changed();
+    /// There are other rows.
+    void planChanged();
+
+  private:
+    void ticksHaveChanged();
+
+    Ground ground_;
+    TickedPlan plan_;
+    Emptied emptied_;
+    std::vector<Row> rows_;
+    CleanupShares shares_;
+    lumo::ResolvedPaths shown_;
+    std::int64_t recoverable_ = 0;
+};
+
+} // namespace tarvo

@@ -1,0 +1,87 @@
+#include "TarvoModel/Showing/Asked.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/LargestFirst.h"
+#include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
+#include "TarvoModel/Showing/ArchiveTexts.h"
+
+#include <utility>
+
+namespace tarvo {
+
+using lumo::Language;
+using lumo::Words;
+using lumo::ByteFormat::string;
+
+namespace {
+
+using Actions = std::vector<lumo::CleanupAction>;
+
+GoingGroup groupOf(const Words& title, Actions actions, Language language) {
+    lumo::sortLargestFirst(actions, &lumo::CleanupAction::estimatedBytes);
+    GoingGroup group{.title = title.in(language), .bytes = string(bytesOf(actions), language), .items = {}};
+    for (const lumo::CleanupAction& action : actions) {
+        group.items.push_back({action.title, string(action.estimatedBytes, language)});
+    }
+    return group;
+}
+
+/// What goes: first what is missed most if it was ticked by mistake.
+std::vector<GoingGroup> groupsOf(const Actions& actions, Language language) {
+    const Going going = goingOf(actions);
+    std::vector<GoingGroup> groups;
+    for (const auto& [title, part] :
+         {std::pair(Words{"Tuyo, se aparta", "Yours, set aside"}, &going.own),
+          std::pair(Words{"No se puede deshacer", "Can't be undone"}, &going.forGood),
+          std::pair(Words{"Se regenera solo", "Recreates itself"}, &going.recreated)}) {
+        if (!part->empty()) {
+            groups.push_back(groupOf(title, *part, language));
+        }
+    }
+    return groups;
+}
+
+struct Texts {
+    Language language;
+
+    QuestionTexts operator()(const asked::Nothing&) const { return {}; }
+
+    QuestionTexts operator()(const asked::Clean& clean) const {
+        const CleanupShares shares = sharesOf(clean.actions);
+        const std::string does = cleanTitle(shares, language);
+        return {.title = Words{"¿{}?", "{}?"}.in(language, does),
+                .message = confirmationMessage(shares, language),
+                .groups = groupsOf(clean.actions, language),
+                .acceptText = does};
+    }
+
+    QuestionTexts operator()(const asked::Empty& empty) const {
+        return {.title = empty.isFromSettings ? emptyQuestion(language)
+                                              : emptyBannerQuestion(totalsOf(empty.batches), language),
+                .message = emptyExplanation(language),
+                .acceptText = Words{"Borrar definitivamente", "Delete Permanently"}.in(language),
+                .isDangerous = true};
+    }
+
+    QuestionTexts operator()(const asked::Archive& archive) const {
+        const std::string name(lumo::fileName(archive.path));
+        return {.title = archiveQuestion(name, language),
+                .message = lumo::printable(estimateText(name, archive.estimate, language)) + "\n\n" +
+                           lumo::printable(archiveExplanation(lumo::fileName(archive.archivePath), language)),
+                .acceptText = Words{"Archivar", "Archive"}.in(language)};
+    }
+
+    QuestionTexts operator()(const asked::Told& told) const {
+        return {.title = told.title, .message = told.message};
+    }
+};
+
+} // namespace
+
+QuestionTexts textsOf(const Asked& asked, Language language) {
+    return std::visit(Texts{language}, asked);
+}
+
+} // namespace tarvo

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "LumoCore/Cleanup/Archiver.h"
+#include "LumoCore/Cleanup/CleanupExecutor.h"
+#include "TarvoModel/Showing/CleanupTexts.h"
+
+#include <string>
+#include <variant>
+#include <vector>
+
+/// What a window asks before something is done, one thing at a time, and how it puts it.
+namespace tarvo {
+
+namespace asked {
+
+struct Nothing {
+    friend bool operator==(const Nothing&, const Nothing&) = default;
+};
+
+/// Whether these are cleaned.
+struct Clean {
+    std::vector<lumo::CleanupAction> actions;
+    lumo::ResolvedPaths shown; ///< What their paths meant when they were shown.
+};
+
+/// Whether what is set aside goes for good.
+struct Empty {
+    std::vector<lumo::Holding::Batch> batches;
+    bool isFromSettings = false;
+};
+
+/// Whether the item is replaced by its archive.
+struct Archive {
+    std::string path;
+    std::string archivePath; ///< Where the archive would be.
+    lumo::Archiver::Estimate estimate;
+};
+
+/// Nothing can be agreed to: it is only told, and can be closed.
+struct Told {
+    std::string title;
+    std::string message; ///< May have several lines.
+};
+
+} // namespace asked
+
+using Asked = std::variant<asked::Nothing, asked::Clean, asked::Empty, asked::Archive, asked::Told>;
+
+/// One thing that goes.
+struct GoingItem {
+    std::string title;
+    std::string bytes; ///< For a person.
+
+    friend bool operator==(const GoingItem&, const GoingItem&) = default;
+};
+
+/// All that the same becomes of.
+struct GoingGroup {
+    std::string title;
+    std::string bytes;            ///< For a person: of all its items.
+    std::vector<GoingItem> items; ///< The largest first.
+
+    friend bool operator==(const GoingGroup&, const GoingGroup&) = default;
+};
+
+/// The words of a question.
+struct QuestionTexts {
+    std::string title;
+    std::string message;                 ///< May have several lines.
+    std::vector<GoingGroup> groups = {}; ///< What goes, the user's own first.
+    std::string acceptText = {};         ///< Empty where nothing can be agreed to.
+    bool isDangerous = false;            ///< What is agreed to cannot be undone.
+};
+
+QuestionTexts textsOf(const Asked& asked, lumo::Language language = lumo::currentLanguage());
+
+} // namespace tarvo
