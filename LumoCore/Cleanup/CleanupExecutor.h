@@ -1,8 +1,8 @@
 #pragma once
 
-#include "LumoCore/Cleanup/CleanupAction.h"
 #include "LumoCore/Cleanup/CleanupOutcome.h"
 #include "LumoCore/Cleanup/Mover.h"
+#include "LumoCore/Rules/CleanupAction.h"
 
 #include <cstddef>
 #include <functional>
