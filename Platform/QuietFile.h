@@ -52,6 +52,8 @@ class QuietFile final {
     [[nodiscard]] SystemResult<std::size_t> read(std::int64_t offset, std::span<char> buffer) const;
     /// The file will be read from its beginning to its end.
     void announceReading() const;
+    /// The open file, for asking the system about it.
+    [[nodiscard]] int number() const { return descriptor_.number(); }
 
   private:
     QuietFile(Descriptor descriptor, FileStatus status, bool leavesTrace)
@@ -61,6 +63,10 @@ class QuietFile final {
     FileStatus status_;
     bool leavesTrace_ = false;
 };
+
+/// True when the two are kept in the same blocks of the volume, as copies are that were made by reference
+/// (`cp --reflink`): taking one of them frees nothing. False where the system does not tell.
+bool shareBlocks(const QuietFile& left, const QuietFile& right);
 
 /// The first bytes of a file, or all of one that has no more.
 SystemResult<std::string> quietBeginning(const std::string& path, std::size_t mostBytes);

@@ -72,7 +72,8 @@ class Search final {
     }
 
     FilesFound run() {
-        const std::size_t count = std::clamp<std::size_t>(2 * std::thread::hardware_concurrency(), 2, 8);
+        const std::size_t count =
+            std::clamp<std::size_t>(std::size_t{2} * std::thread::hardware_concurrency(), 2, 8);
         std::vector<std::jthread> threads;
         try {
             while (threads.size() + 1 < count) {
