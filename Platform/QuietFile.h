@@ -13,6 +13,7 @@
 #include <span>
 #include <stop_token>
 #include <string>
+#include <vector>
 
 /// Looking at and into files so that they do not look opened afterwards: when a file was last opened tells
 /// what is forgotten, and whoever looks for that must not be the one who opened it.
@@ -87,7 +88,14 @@ using OnBytes = std::function<void(std::int64_t bytes)>;
 SystemResult<Digest> digestOfFile(const QuietFile& file, const std::stop_token& stop = {},
                                   const OnBytes& onBytes = {});
 
-/// True when both files have the same bytes. A requested stop fails with ECANCELED.
+/// For each of the others whether it has the bytes of the first. Every file is read once, all of them beside
+/// each other, and one that differs no further. One that cannot be read, or is shorter or longer than it was
+/// when it was opened, does not have them. A requested stop fails with ECANCELED, a first that cannot be read
+/// with its reason.
+SystemResult<std::vector<char>> haveBytesOf(const QuietFile& first, std::span<const QuietFile* const> others,
+                                            const std::stop_token& stop = {}, const OnBytes& onBytes = {});
+
+/// The same for one.
 SystemResult<bool> haveSameBytes(const QuietFile& left, const QuietFile& right,
                                  const std::stop_token& stop = {}, const OnBytes& onBytes = {});
 

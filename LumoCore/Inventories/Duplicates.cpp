@@ -26,11 +26,12 @@ using platform::QuietFile;
 constexpr InventoryKind kind = InventoryKind::duplicates;
 constexpr std::string_view between = "//"; // No path that is spelt out has it.
 constexpr std::int64_t usualMinimum = 1000000;
+constexpr std::size_t mostBeside = 8; ///< Files that are read beside each other; threads have as many each.
 
 /// A file of a group whose bytes are equal, with all its names.
 struct Copy {
     std::vector<std::string> names;
-    FileStatus status;
+    FileStatus status = {}; ///< Once it was opened.
 };
 
 /// What an id says.
@@ -164,7 +165,7 @@ class Search final {
         return groups;
     }
 
-    /// The files of a group, each with all its names, as they are now.
+    /// The files of a group, each with all its names.
     [[nodiscard]] std::vector<Copy> copiesIn(std::span<const Candidate> group) const {
         std::vector<Copy> copies;
         for (std::size_t first = 0; first < group.size();) {
@@ -178,10 +179,7 @@ class Search final {
             }
             first = end;
             std::ranges::sort(copy.names);
-            const auto status =
-                copy.names.empty() ? platform::failed(EINVAL) : platform::statusOfFile(copy.names.front());
-            if (status) {
-                copy.status = *status;
+            if (!copy.names.empty()) {
                 copies.push_back(std::move(copy));
             }
         }
@@ -204,13 +202,11 @@ class Search final {
         return items;
     }
 
-    /// The copies in groups of equal bytes.
+    /// The copies in groups of equal bytes. A handful is read beside each other; of more a digest tells first
+    /// which are worth that.
     [[nodiscard]] std::vector<std::vector<Copy>> equalIn(std::vector<Copy> copies) const {
-        if (copies.size() < 2) {
-            return {};
-        }
-        if (copies.size() == 2) {
-            return onlyEqual(std::move(copies));
+        if (copies.size() <= mostBeside) {
+            return equalBeside(std::move(copies));
         }
         std::map<Digest, std::vector<Copy>> byDigest;
         for (Copy& copy : copies) {
@@ -222,29 +218,63 @@ class Search final {
         }
         std::vector<std::vector<Copy>> equal;
         for (auto& [digest, same] : byDigest) {
-            std::ranges::move(onlyEqual(std::move(same)), std::back_inserter(equal));
+            std::ranges::move(equalBeside(std::move(same)), std::back_inserter(equal));
         }
         return equal;
     }
 
-    /// Those that have the bytes of the first, as one group; none when no other has.
-    [[nodiscard]] std::vector<std::vector<Copy>> onlyEqual(std::vector<Copy> copies) const {
+    [[nodiscard]] std::vector<std::vector<Copy>> equalBeside(std::vector<Copy> copies) const {
+        std::vector<std::vector<Copy>> equal;
+        while (copies.size() > 1) {
+            std::vector<Copy> group;
+            std::vector<Copy> others;
+            takeEqual(copies, group, others);
+            if (group.size() > 1) {
+                equal.push_back(std::move(group));
+            }
+            copies = std::move(others);
+        }
+        return equal;
+    }
+
+    /// Sorts the copies into those with the bytes of the first and the others, which are fewer by one at
+    /// least. What cannot be read, and what only refers to the blocks of the first, is in neither.
+    void takeEqual(std::vector<Copy>& copies, std::vector<Copy>& group, std::vector<Copy>& others) const {
         const auto first = QuietFile::open(copies.front().names.front());
-        std::vector<Copy> equal;
-        for (std::size_t index = 1; first && index < copies.size(); ++index) {
-            const auto other = QuietFile::open(copies[index].names.front());
-            const auto same =
-                other ? haveSameBytes(*first, *other, query_.stop, onBytes()) : platform::failed(EINVAL);
-            if (same && *same && other->status().isAsIn(copies[index].status) &&
-                !shareBlocks(*first, *other)) {
-                equal.push_back(std::move(copies[index]));
+        if (!first) {
+            others.assign(std::make_move_iterator(copies.begin() + 1), std::make_move_iterator(copies.end()));
+            return;
+        }
+        copies.front().status = first->status();
+        for (std::size_t begin = 1; begin < copies.size(); begin += mostBeside) {
+            const std::size_t count = std::min(mostBeside, copies.size() - begin);
+            sortBeside(*first, std::span(copies).subspan(begin, count), group, others);
+        }
+        group.push_back(std::move(copies.front()));
+    }
+
+    void sortBeside(const QuietFile& first, std::span<Copy> copies, std::vector<Copy>& group,
+                    std::vector<Copy>& others) const {
+        std::vector<QuietFile> files;
+        std::vector<Copy*> opened;
+        for (Copy& copy : copies) {
+            if (auto file = QuietFile::open(copy.names.front())) {
+                copy.status = file->status();
+                files.push_back(std::move(*file));
+                opened.push_back(&copy);
             }
         }
-        if (equal.empty()) {
-            return {};
+        std::vector<const QuietFile*> pointers;
+        std::ranges::transform(files, std::back_inserter(pointers),
+                               [](const QuietFile& file) { return &file; });
+        const auto isSame = haveBytesOf(first, pointers, query_.stop, onBytes());
+        for (std::size_t index = 0; isSame && index < files.size(); ++index) {
+            if ((*isSame)[index] == 0) {
+                others.push_back(std::move(*opened[index]));
+            } else if (!shareBlocks(first, files[index])) {
+                group.push_back(std::move(*opened[index]));
+            }
         }
-        equal.push_back(std::move(copies.front()));
-        return {std::move(equal)};
     }
 
     [[nodiscard]] platform::OnBytes onBytes() const {

@@ -149,6 +149,11 @@ Digest digestOf(std::span<const char> bytes) {
 SystemResult<Digest> digestOfEnds(const QuietFile& file) {
     std::array<char, 2 * endBytes> ends;
     const std::span<char> all(ends);
+    if (file.status().bytes <= static_cast<std::int64_t>(all.size())) {
+        const SystemResult<std::size_t> whole =
+            file.read(0, all.first(static_cast<std::size_t>(std::max<std::int64_t>(file.status().bytes, 0))));
+        return whole ? SystemResult<Digest>(digestOf(all.first(*whole))) : std::unexpected(whole.error());
+    }
     const SystemResult<std::size_t> first = file.read(0, all.first(endBytes));
     if (!first) {
         return std::unexpected(first.error());
@@ -169,7 +174,7 @@ SystemResult<Digest> digestOfFile(const QuietFile& file, const std::stop_token& 
         return failed(ENOMEM);
     }
     file.announceReading();
-    std::vector<char> piece(pieceBytes);
+    thread_local std::vector<char> piece(pieceBytes);
     for (std::int64_t offset = 0;;) {
         if (stop.stop_requested()) {
             return failed(ECANCELED);
@@ -190,32 +195,48 @@ SystemResult<Digest> digestOfFile(const QuietFile& file, const std::stop_token& 
     }
 }
 
-SystemResult<bool> haveSameBytes(const QuietFile& left, const QuietFile& right, const std::stop_token& stop,
-                                 const OnBytes& onBytes) {
-    left.announceReading();
-    right.announceReading();
-    std::vector<char> ofLeft(pieceBytes);
-    std::vector<char> ofRight(pieceBytes);
-    for (std::int64_t offset = 0;;) {
+SystemResult<std::vector<char>> haveBytesOf(const QuietFile& first, std::span<const QuietFile* const> others,
+                                            const std::stop_token& stop, const OnBytes& onBytes) {
+    // Kept from one call to the next: clearing new memory takes as long as reading into it.
+    thread_local std::vector<char> ofFirst(pieceBytes);
+    thread_local std::vector<char> ofOther(pieceBytes);
+    std::vector<char> isSame(others.size(), 1);
+    for (std::size_t index = 0; index < others.size(); ++index) {
+        isSame[index] = others[index]->status().bytes == first.status().bytes ? 1 : 0;
+    }
+    for (std::int64_t offset = 0; offset < first.status().bytes && std::ranges::count(isSame, 1) > 0;) {
         if (stop.stop_requested()) {
             return failed(ECANCELED);
         }
-        const SystemResult<std::size_t> leftCount = left.read(offset, ofLeft);
-        const SystemResult<std::size_t> rightCount = right.read(offset, ofRight);
-        if (!leftCount || !rightCount) {
-            return std::unexpected(leftCount ? rightCount.error() : leftCount.error());
+        const auto length = static_cast<std::size_t>(
+            std::min<std::int64_t>(first.status().bytes - offset, static_cast<std::int64_t>(pieceBytes)));
+        const std::span<char> piece = std::span(ofFirst).first(length);
+        const SystemResult<std::size_t> count = first.read(offset, piece);
+        if (!count || *count < length) {
+            return failed(count ? ESTALE : count.error().code);
         }
-        if (*leftCount != *rightCount || std::memcmp(ofLeft.data(), ofRight.data(), *leftCount) != 0) {
-            return false;
+        std::int64_t readBytes = static_cast<std::int64_t>(length);
+        for (std::size_t index = 0; index < others.size(); ++index) {
+            if (isSame[index] != 0) {
+                const auto read = others[index]->read(offset, std::span(ofOther).first(length));
+                isSame[index] =
+                    read && *read == length && std::memcmp(ofOther.data(), piece.data(), length) == 0 ? 1 : 0;
+                readBytes += static_cast<std::int64_t>(length);
+            }
         }
         if (onBytes) {
-            onBytes(static_cast<std::int64_t>(2 * *leftCount));
+            onBytes(readBytes);
         }
-        if (*leftCount < pieceBytes) {
-            return true;
-        }
-        offset += static_cast<std::int64_t>(*leftCount);
+        offset += static_cast<std::int64_t>(length);
     }
+    return isSame;
+}
+
+SystemResult<bool> haveSameBytes(const QuietFile& left, const QuietFile& right, const std::stop_token& stop,
+                                 const OnBytes& onBytes) {
+    const std::array<const QuietFile*, 1> others{&right};
+    const auto same = haveBytesOf(left, others, stop, onBytes);
+    return same ? SystemResult<bool>(same->front() != 0) : std::unexpected(same.error());
 }
 
 } // namespace lumo::platform
