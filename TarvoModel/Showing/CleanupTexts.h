@@ -3,9 +3,9 @@
 #include "LumoCore/Basics/Date.h"
 #include "LumoCore/Basics/Language.h"
 #include "LumoCore/Basics/System.h"
-#include "LumoCore/Cleanup/CleanupAction.h"
 #include "LumoCore/Cleanup/CleanupOutcome.h"
 #include "LumoCore/Cleanup/Holding.h"
+#include "LumoCore/Rules/CleanupAction.h"
 #include "Platform/SystemError.h"
 
 #include <cstddef>
