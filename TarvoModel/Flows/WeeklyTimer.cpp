@@ -4,7 +4,7 @@
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
-#include "LumoCore/Cleanup/ToolOutput.h"
+#include "LumoCore/Basics/ToolOutput.h"
 #include "LumoCore/Rules/HomePlaces.h"
 #include "Platform/Folder.h"
 #include "Platform/StateFile.h"
