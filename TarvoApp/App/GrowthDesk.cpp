@@ -20,6 +20,13 @@ namespace {
 /// More lines than that cannot be told apart in one picture.
 constexpr std::size_t mostLines = 12;
 
+/// What the picture has room for: the free space changes by all of it together, so it is drawn only when it
+/// is looked at.
+GrowthFrame frameOf(const std::vector<GrowthLine>& lines, int chosen) {
+    return chosen == 0 || lines.empty() ? GrowthFrame::around(lines)
+                                        : GrowthFrame::around({lines.begin() + 1, lines.end()});
+}
+
 QVariantList pointsIn(const GrowthFrame& frame, const GrowthLine& line) {
     QVariantList points;
     for (const GrowthPoint& point : line.points) {
@@ -98,7 +105,7 @@ void GrowthDesk::takeLines(Read read) {
     chosen_ = same != read.lines.end() ? static_cast<int>(same - read.lines.begin())
                                        : std::min(1, static_cast<int>(read.lines.size()) - 1);
     read_ = std::move(read);
-    frame_ = GrowthFrame::around(read_.lines);
+    frame_ = frameOf(read_.lines, chosen_);
     isBusy_ = false;
     emit linesChanged();
     emit chosenChanged();
@@ -107,6 +114,8 @@ void GrowthDesk::takeLines(Read read) {
 void GrowthDesk::choose(int index) {
     if (index >= 0 && index < static_cast<int>(read_.lines.size()) && index != chosen_) {
         chosen_ = index;
+        frame_ = frameOf(read_.lines, chosen_);
+        emit linesChanged();
         emit chosenChanged();
     }
 }
@@ -126,13 +135,14 @@ QString GrowthDesk::emptyText() const {
 QVariantList GrowthDesk::lines() const {
     QVariantList list;
     for (const GrowthLine& line : read_.lines) {
-        list.push_back(QVariantMap{{"key", keyOf(line.id)},
-                                   {"name", shown(line.name)},
-                                   {"word", shown(changeWord(line))},
-                                   {"delta", shown(changeText(line.delta))},
-                                   {"now", shown(string(line.now()))},
-                                   {"values", shown(valuesText(line))},
-                                   {"points", pointsIn(frame_, line)}});
+        list.push_back(QVariantMap{
+            {"key", keyOf(line.id)},
+            {"name", shown(line.name)},
+            {"word", shown(changeWord(line))},
+            {"delta", shown(changeText(line.delta))},
+            {"now", shown(string(line.now()))},
+            {"values", shown(valuesText(line))},
+            {"points", line.id.empty() && chosen_ != 0 ? QVariantList() : pointsIn(frame_, line)}});
     }
     return list;
 }

@@ -27,7 +27,8 @@ class GrowthDesk final : public QObject {
     Q_PROPERTY(QString emptyText READ emptyText NOTIFY linesChanged)
     /// The free space, then what changed, largest change first: each with its "key" (the free space has
     /// none), "name", "word" ("new"), "delta", "now", its "values" for a screen reader, and its "points" from
-    /// the corner above, both ways from 0 to 1.
+    /// the corner above, both ways from 0 to 1; the free space has them only while it is
+    /// chosen.
     Q_PROPERTY(QVariantList lines READ lines NOTIFY linesChanged)
     /// What the ends of the picture stand for; empty where nothing rose, or nothing fell.
     Q_PROPERTY(QString highest READ highest NOTIFY linesChanged)

@@ -16,11 +16,13 @@ ListView {
     activeFocusOnTab: true
     boundsBehavior: Flickable.StopAtBounds
     clip: true
+    highlightFollowsCurrentItem: false
 
     // What the list chooses by itself when its lines change is nobody's choice.
     onChosenChanged: currentIndex = chosen
     onCountChanged: currentIndex = chosen
-    onCurrentIndexChanged: positionViewAtIndex(currentIndex, ListView.Contain)
+    // Nothing is out of sight where there is no room yet.
+    onCurrentIndexChanged: if (height > 0) positionViewAtIndex(currentIndex, ListView.Contain)
     Keys.onPressed: event => {
         const steps = new Map([[Qt.Key_Up, -1], [Qt.Key_Down, 1], [Qt.Key_Home, -count], [Qt.Key_End, count]]);
         if (!steps.has(event.key) || count === 0)

@@ -57,7 +57,7 @@ ColumnLayout {
             line: App.history.lines[index] ?? null
             width: ListView.view.width - 12
 
-            onReached: list.positionViewAtIndex(index, ListView.Contain)
+            onReached: ListView.view.positionViewAtIndex(index, ListView.Contain)
         }
         FocusRing {
             anchors.margins: 2

@@ -22,11 +22,12 @@ namespace {
 
 constexpr std::int64_t megabyte = 1'000'000;
 
-/// The largest of those that recreate themselves, which cleanups have taken before.
+/// The largest caches of tools, which cleanups have taken before.
 std::vector<const lumo::Finding*> recreated(const lumo::ScanReport& report, std::size_t most) {
     std::vector<const lumo::Finding*> findings;
     for (const lumo::Finding& finding : report.findings) {
-        if (finding.safety == lumo::Safety::safe && findings.size() < most) {
+        if (finding.safety == lumo::Safety::safe && finding.category == lumo::Category::packageCache &&
+            findings.size() < most) {
             findings.push_back(&finding);
         }
     }
