@@ -136,6 +136,7 @@ TEST(Goal, BeyondWhatCanBeReachedOffersThat) {
     EXPECT_EQ(Goal::beyondText(24 * gigabyte, 17'900'000'000, Language::en),
               "All that can be selected comes to 17.9 GB.");
     EXPECT_EQ(Goal::beyondText(gigabyte, gigabyte, Language::en), "");
+    EXPECT_EQ(Goal::beyondText(gigabyte, 0, Language::en), "There is nothing that can be selected now.");
     EXPECT_EQ(Goal::offerText(17 * gigabyte, Language::es), "Fijar el objetivo en 17 GB");
 }
 
