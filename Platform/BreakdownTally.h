@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -73,7 +74,10 @@ class ExtensionTally final {
 struct Branch {
     Branch* parent = nullptr; ///< None for the root.
     std::string name;
+    std::size_t level = 0; ///< How many folders lie around it in the tree.
     std::size_t mostParts = 0;
+    /// Threads that are in it or will be, and folders in it that have not joined it yet.
+    std::size_t claims = 0;
     std::int64_t allocatedBytes = 0;            ///< Without the parts that have not joined it yet.
     std::unique_ptr<LargestParts> entries = {}; ///< None before the first, and where entries are no parts.
     /// Files with several names lie below: what the folder takes is known when all of these are settled.
@@ -82,6 +86,8 @@ struct Branch {
 
     /// The parts in it, to be added to.
     LargestParts& parts();
+    /// What a thread begins with in it; none where entries are no parts.
+    [[nodiscard]] std::optional<LargestParts> freshParts() const;
     void addBytes(std::int64_t bytes);
 
     /// Counts a folder in it, of which all has been read, as a part.

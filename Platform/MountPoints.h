@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace lumo::platform {
@@ -11,6 +12,9 @@ class MountPoints final {
   public:
     /// The mounts that this process sees now. Reads one file of the kernel.
     static MountPoints ofThisProcess();
+
+    /// True when something is mounted under that name anywhere. Costs next to nothing.
+    [[nodiscard]] bool areNamed(std::string_view name) const;
 
     /// True when the entry is the top of a mount; the path goes from the open folder. The system is asked
     /// only when something is mounted under the entry's name anywhere, so that the answer costs next to

@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/Timestamp.h"
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdint>
@@ -26,7 +27,8 @@ struct FileIdentity {
     friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
 };
 
-/// What a walk does differently in some folders and files of a tree.
+/// What a walk does differently in some folders and files of a tree: the one place that says what is counted
+/// and what dates a tree, for every walk.
 struct TreePolicy {
     /// Folders below the root for which this holds are listed in `setAside` instead of being counted or
     /// entered. Called from several threads at once; none are set aside when empty.
@@ -39,11 +41,14 @@ struct TreePolicy {
     /// count for `lastDatedChange`.
     std::vector<std::string> undatedFiles = {};
     std::vector<std::string> undatedFolders = {};
-};
 
-/// True when a walk by that policy sets the folder aside.
-bool isSetAside(const TreePolicy& policy, std::string_view name,
-                const std::function<std::string()>& absolutePath);
+    /// True when the folder is set aside. The path is asked for only where the name does not tell.
+    template <class AbsolutePath>
+    [[nodiscard]] bool isSetAside(std::string_view name, AbsolutePath&& absolutePath) const;
+    /// True when the files in the folder are undated, by its name or by the folder around it.
+    [[nodiscard]] bool isUndatedFolder(std::string_view name, bool isInUndatedFolder) const;
+    [[nodiscard]] bool isDatedFile(std::string_view name, bool isInUndatedFolder) const;
+};
 
 /// The policy of a tree in which nothing is special.
 const TreePolicy& plainTree();
@@ -113,6 +118,8 @@ struct WalkProgress {
     std::atomic<std::int64_t> bytes = 0;
 };
 
+class WalkCollection;
+
 /// What all trees of one walk share. The two claims are asked for regular files that may be reached twice, by
 /// one thread at a time, and answer true the first time an identity is seen. A file with several names is
 /// charged to the first of the requests that reach it, and when a tree is broken down under the first of its
@@ -125,12 +132,15 @@ struct WalkContext {
 };
 
 /// The sums of each request, in their order. Returns early, with what was counted, once a stop is requested.
-/// Work is shared between threads inside a tree as well as between trees; at most 64 descriptors are open.
-std::vector<TreeSums> walkTrees(std::span<const TreeRequest> requests, const WalkContext& context);
+/// Work is shared between threads inside a tree as well as between trees; at most 256 descriptors are open,
+/// and half of those that the process may have. A collection hears of every entry.
+std::vector<TreeSums> walkTrees(std::span<const TreeRequest> requests, const WalkContext& context,
+                                WalkCollection* collection = nullptr);
 
 /// The same through the C library's hierarchy walk, one tree after the other on the calling thread. It names
 /// entries by whole paths, so what lies beyond the system's path length counts as unreadable.
-std::vector<TreeSums> walkTreesPortably(std::span<const TreeRequest> requests, const WalkContext& context);
+std::vector<TreeSums> walkTreesPortably(std::span<const TreeRequest> requests, const WalkContext& context,
+                                        WalkCollection* collection = nullptr);
 
 /// One tree and its parts in one walk. Everything else is as for `walkTrees`.
 TreeBreakdown breakDownTree(const TreeRequest& request, const BreakdownLimits& limits,
@@ -139,5 +149,14 @@ TreeBreakdown breakDownTree(const TreeRequest& request, const BreakdownLimits& l
 /// The same by the portable walk.
 TreeBreakdown breakDownTreePortably(const TreeRequest& request, const BreakdownLimits& limits,
                                     const WalkContext& context);
+
+template <class AbsolutePath>
+bool TreePolicy::isSetAside(std::string_view name, AbsolutePath&& absolutePath) const {
+    if (setsAside && setsAside(name)) {
+        return !walksAllTheSame || !walksAllTheSame(absolutePath());
+    }
+    return !furtherAside.empty() &&
+           std::find(furtherAside.begin(), furtherAside.end(), absolutePath()) != furtherAside.end();
+}
 
 } // namespace lumo::platform

@@ -1,27 +1,19 @@
-#include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
-#include "Platform/Terminal.h"
-#include "TarvoCLI/CleanedReport.h"
+#include "TarvoCLI/AskedCleanup.h"
 #include "TarvoCLI/CommandDesk.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/PlanArguments.h"
-#include "TarvoCLI/PlanText.h"
 #include "TarvoCLI/Question.h"
 #include "TarvoCLI/ReportSource.h"
-#include "TarvoCLI/WatchedCleanup.h"
-#include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <memory>
 #include <optional>
 
 namespace tarvo {
 
-using lumo::CleanupAction;
-using lumo::PlanEntry;
 using lumo::Words;
-namespace platform = lumo::platform;
 
 namespace {
 
@@ -56,6 +48,9 @@ std::expected<PlanRequest, ExitCode> requestFrom(const CleanArguments& arguments
         request.saved = std::move(*saved);
         return request;
     }
+    if (asksForItemsAlone(arguments.plan) && !arguments.source.file) {
+        return request;
+    }
     const auto report = reportFrom(arguments.source, invocation);
     if (!report) {
         return std::unexpected(report.error());
@@ -69,26 +64,6 @@ std::expected<PlanRequest, ExitCode> requestFrom(const CleanArguments& arguments
     request.report = *report;
     request.isReportFromFile = arguments.source.file.has_value();
     return request;
-}
-
-std::optional<ExitCode> declinedCleanup(const Plan& plan, const Agreement& agreed, bool isFromFile,
-                                        const Invocation& invocation) {
-    const CleanupShares shares = sharesOf(agreed.actions);
-    const std::string shown = planText(plan.entries, invocation) +
-                              (isFromFile ? deletedPathsText(agreed.actions, invocation) : std::string()) +
-                              confirmationMessage(shares) + "\n";
-    // Standard output belongs to the document.
-    platform::writeAll(invocation.isJson ? platform::Stream::error : platform::Stream::output, shown);
-    return declined(Words{"¿Limpiar {}?", "Clean {}?"}.with(lumo::ByteFormat::string(shares.total)));
-}
-
-ExitCode dryRun(const std::vector<PlanEntry>& entries, const Invocation& invocation) {
-    if (invocation.isJson) {
-        return print(planJson(entries));
-    }
-    const std::vector<CleanupAction> actions = lumo::CleanupPlanner::actionsOf(entries);
-    return print(planText(entries, invocation) +
-                 (actions.empty() ? std::string() : confirmationMessage(sharesOf(actions)) + "\n"));
 }
 
 ExitCode runClean(const CleanArguments& arguments, const Invocation& invocation) {
@@ -110,27 +85,8 @@ ExitCode runClean(const CleanArguments& arguments, const Invocation& invocation)
     if (!request) {
         return request.error();
     }
-    const auto plan = planOrComplain(*request, desk);
-    if (!plan) {
-        return plan.error();
-    }
-    if (arguments.isDryRun) {
-        return dryRun(plan->entries, invocation);
-    }
-    const Agreement agreed = agreementTo(*plan);
-    if (agreed.actions.empty() && agreed.refused.empty()) {
-        return print(invocation.isJson ? "[]\n" : planText(plan->entries, invocation));
-    }
-    const bool isFromFile = request->saved || request->isReportFromFile;
-    if (const auto no = arguments.isConfirmed || agreed.actions.empty()
-                            ? std::nullopt
-                            : declinedCleanup(*plan, agreed, isFromFile, invocation)) {
-        return *no;
-    }
-    const auto cleaned = watchedCleanup(
-        [&](const CleanupWatch& watch) { return clean(*request, agreed, desk, watch); }, invocation);
-    return cleaned ? reportCleaned(*cleaned, invocation)
-                   : complain(cleaned.error().message, ExitCode::failed);
+    return askedCleanup(*request, {.isConfirmed = arguments.isConfirmed, .isDryRun = arguments.isDryRun},
+                        desk, invocation);
 }
 
 } // namespace

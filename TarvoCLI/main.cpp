@@ -121,6 +121,7 @@ void addCommands(CLI::App& app, Action& chosen) {
     addScanCommand(app, chosen);
     addPlanCommand(app, chosen);
     addCleanCommand(app, chosen);
+    addFindCommand(app, chosen);
     addHoldingCommands(app, chosen);
     addArchiveCommand(app, chosen);
     addHistoryCommand(app, chosen);

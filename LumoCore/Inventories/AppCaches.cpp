@@ -47,9 +47,13 @@ Rule ruleFor(const InstalledApp& app, const std::string& path, Language language
 
 std::vector<Rule> rules(const std::vector<InstalledApp>& apps, const std::vector<Rule>& given,
                         const std::string& home, Language language) {
+    return rulesBeside(pathsOf(given, home), apps, home, language);
+}
+
+std::vector<Rule> rulesBeside(const std::vector<std::string>& located, const std::vector<InstalledApp>& apps,
+                              const std::string& home, Language language) {
     std::vector<Rule> found;
     std::set<std::string> known;
-    const std::vector<std::string> taken = pathsOf(given, home);
     for (const InstalledApp& app : apps) {
         if (app.bundleID.empty() || app.bundleID.find('/') != std::string::npos ||
             app.bundleID.starts_with('.') || !known.insert(app.bundleID).second) {
@@ -58,7 +62,7 @@ std::vector<Rule> rules(const std::vector<InstalledApp>& apps, const std::vector
         for (const auto& [before, after] : places) {
             const std::string path = std::string(before) + app.bundleID + std::string(after);
             const std::string absolute = expanded(path, home);
-            if (platform::kindOf(absolute) == platform::EntryKind::folder && !isTaken(absolute, taken)) {
+            if (platform::kindOf(absolute) == platform::EntryKind::folder && !isTaken(absolute, located)) {
                 found.push_back(ruleFor(app, path, language));
                 break;
             }

@@ -16,4 +16,8 @@ namespace lumo::AppCaches {
 std::vector<Rule> rules(const std::vector<InstalledApp>& apps, const std::vector<Rule>& given,
                         const std::string& home, Language language = currentLanguage());
 
+/// The same for whoever has located the given rules already: what they have found.
+std::vector<Rule> rulesBeside(const std::vector<std::string>& located, const std::vector<InstalledApp>& apps,
+                              const std::string& home, Language language = currentLanguage());
+
 } // namespace lumo::AppCaches

@@ -34,9 +34,9 @@ void enter(ScanPhase phase, const ScanContext& context) {
     }
 }
 
-std::vector<Located> locate(const std::vector<Rule>& rules, const ScanOptions& options,
-                            const ScanContext& context) {
-    std::vector<Located> located;
+/// Adds what the rules locate.
+void locate(const std::vector<Rule>& rules, const ScanOptions& options, const ScanContext& context,
+            std::vector<Located>& located) {
     for (const Rule& rule : rules) {
         if (context.stop.stop_requested()) {
             break;
@@ -46,7 +46,14 @@ std::vector<Located> locate(const std::vector<Rule>& rules, const ScanOptions& o
             located.push_back({&rule, std::move(paths)});
         }
     }
-    return located;
+}
+
+std::vector<std::string> pathsOf(const std::vector<Located>& located) {
+    std::vector<std::string> paths;
+    for (const Located& one : located) {
+        paths.insert(paths.end(), one.paths.begin(), one.paths.end());
+    }
+    return paths;
 }
 
 /// Every distinct path measured once, however many rules name it. The keys are the located paths themselves.
@@ -99,11 +106,13 @@ bool isWorthReporting(const Finding& finding, const Rule& rule) {
 std::vector<Finding> findAll(const std::vector<Rule>& rules, const ScanOptions& options,
                              const ScanContext& context, HardLinkRegistry& registry) {
     enter(ScanPhase::locating, context);
-    std::vector<Rule> allRules = rules;
+    std::vector<Located> located;
+    locate(rules, options, context, located);
+    std::vector<Rule> ofApps;
     if (options.discoverAppCaches && context.findAppCaches) {
-        std::ranges::move(context.findAppCaches(rules, options.home), std::back_inserter(allRules));
+        ofApps = context.findAppCaches(pathsOf(located), options.home);
+        locate(ofApps, options, context, located);
     }
-    const std::vector<Located> located = locate(allRules, options, context);
     enter(ScanPhase::measuringRules, context);
     const std::map<std::string_view, Usage> measured = measureDistinct(located, registry, watchOf(context));
     std::vector<Finding> findings;

@@ -42,9 +42,9 @@ struct ScanContext {
     ScanProgress* progress = nullptr;
     InstallersFinder findInstallers = installersByExtension;
     /// Extra rules for this machine, whose ids begin with "cache-app:"; asked when `discoverAppCaches` is
-    /// set.
-    std::function<std::vector<Rule>(const std::vector<Rule>& given, const std::string& home)> findAppCaches =
-        {};
+    /// set. It is told what the given rules have located.
+    std::function<std::vector<Rule>(const std::vector<std::string>& located, const std::string& home)>
+        findAppCaches = {};
 };
 
 /// One pass over a home folder. All operations may be called from any thread and keep nothing.

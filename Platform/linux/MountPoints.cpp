@@ -8,7 +8,6 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <string_view>
 
 namespace lumo::platform {
 
@@ -18,10 +17,12 @@ MountPoints MountPoints::ofThisProcess() {
     return MountPoints(table ? mountNamesIn(*table) : std::vector<std::string>());
 }
 
+bool MountPoints::areNamed(std::string_view name) const {
+    return std::ranges::binary_search(names_, name);
+}
+
 bool MountPoints::isAt(int folder, const char* path) const {
-    const std::string_view name = fileName(path);
-    const auto found = std::ranges::lower_bound(names_, name);
-    if (found == names_.end() || *found != name) {
+    if (!areNamed(fileName(path))) {
         return false;
     }
     struct statx status = {};

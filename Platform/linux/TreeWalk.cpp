@@ -1,10 +1,12 @@
 #include "Platform/TreeWalk.h"
 
 #include "LumoCore/Basics/Path.h"
+#include "Platform/AnnotatedMutex.h"
 #include "Platform/MountPoints.h"
 #include "Platform/TreeTally.h"
-#include "Platform/linux/OpenFolders.h"
-#include "Platform/linux/WalkBreakdown.h"
+#include "Platform/WalkCollector.h"
+#include "Platform/linux/FolderStack.h"
+#include "Platform/linux/WalkExchange.h"
 #include "Platform/linux/WalkLimits.h"
 
 #include <dirent.h>
@@ -13,13 +15,7 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
-#include <condition_variable>
-#include <cstring>
-#include <memory>
-#include <mutex>
-#include <system_error>
-#include <thread>
+#include <iterator>
 #include <utility>
 
 namespace lumo::platform {
@@ -38,463 +34,363 @@ bool isSelfOrParent(const char* name) {
     return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
 }
 
-bool holds(const std::vector<std::string>& names, std::string_view name) {
-    return std::ranges::find(names, name) != names.end();
+std::optional<FileIdentity> noClones() {
+    return std::nullopt;
 }
 
-/// A piece of work: reading a folder, or counting a part of a large one that another thread reads.
-struct Task {
-    WalkedFolder* folder = nullptr;
-    Buffer entries;
-    std::size_t entryBytes = 0;
-};
-
-/// What one thread has found in one task, until it is merged.
-struct Haul {
-    TreeTally tally;
-    std::vector<std::unique_ptr<WalkedFolder>> children;
-    std::vector<std::string> setAside;
-    bool hasPinnedParent = false;
-    BreakdownHaul breakdown;
-};
-
-/// Has the lock held at the end of a scope, however that is left.
-class Relock final {
-  public:
-    explicit Relock(OpenFolders::Lock& lock) : lock_(lock) {}
-    ~Relock() {
-        if (!lock_.owns_lock()) {
-            lock_.lock();
-        }
-    }
-    Relock(const Relock&) = delete;
-    Relock& operator=(const Relock&) = delete;
-
-  private:
-    OpenFolders::Lock& lock_;
-};
-
+/// What the threads of one walk share.
 class Walk final {
   public:
-    Walk(std::span<const TreeRequest> requests, const WalkContext& context)
-        : requests_(requests), context_(context), limits_(WalkLimits::ofThisProcess()),
-          open_(limits_.heldFolders), sums_(requests.size()) {}
-
-    /// Breaks the one tree down within the limits.
-    Walk(const TreeRequest& request, const WalkContext& context, const BreakdownLimits& limits)
-        : Walk({&request, 1}, context) {
-        breakdown_.emplace(limits);
+    Walk(std::span<const TreeRequest> trees, const WalkContext& theirContext, WalkCollection* theirCollection)
+        : requests(trees), context(theirContext), collection(theirCollection),
+          exchange(trees.size(), limits.threads, theirContext.stop, [this] { work(); }), sums_(trees.size()) {
     }
 
     std::vector<TreeSums> run() {
-        {
-            const std::stop_callback wake(context_.stop, [this] {
-                const std::lock_guard<std::mutex> lock(mutex_);
-                changed_.notify_all();
-            });
-            work();
-            for (std::thread& thread : threads_) {
-                thread.join();
+        work();
+        exchange.join();
+        const Locked locked(mutex_);
+        linked.settle(sums_, context, [this](FileIdentity file, std::optional<std::int64_t> bytes) {
+            if (collection != nullptr) {
+                collection->settle(file, bytes);
             }
-        }
-        abandonRest();
-        settleLinks();
+        });
         for (TreeSums& sums : sums_) {
             std::ranges::sort(sums.setAside);
         }
         return std::move(sums_);
     }
 
-    TreeBreakdown runBreakdown() { return breakdown_->take(std::move(run().front())); }
+    /// Adds what a thread has found in one job.
+    void add(std::size_t request, const TreeTally& tally, std::vector<std::string> setAside) {
+        const Locked locked(mutex_);
+        tally.addTo(sums_[request]);
+        std::ranges::move(setAside, std::back_inserter(sums_[request].setAside));
+    }
+
+    const std::span<const TreeRequest> requests;
+    const WalkContext& context;
+    WalkCollection* const collection; ///< None when only sums are wanted.
+    const WalkLimits limits = WalkLimits::ofThisProcess();
+    const MountPoints mounts = MountPoints::ofThisProcess();
+    LinkedFiles linked;
+    WalkExchange exchange;
 
   private:
-    using Lock = OpenFolders::Lock;
+    void work();
 
-    /// Queues the next tree that has not been begun; false when there is none. Trees are begun one by one as
-    /// threads run out of work, since there may be very many.
-    bool beginNextTree() {
-        while (nextTree_ < requests_.size()) {
-            const std::size_t index = nextTree_++;
-            if (requests_[index].path.empty()) {
+    AnnotatedMutex mutex_;
+    std::vector<TreeSums> sums_ LUMO_GUARDED_BY(mutex_);
+};
+
+/// One thread of a walk. It goes through its job depth first and talks to nobody until somebody has nothing
+/// to do.
+class Walker final {
+  public:
+    explicit Walker(Walk& walk)
+        : walk_(walk), collector_(walk.collection != nullptr ? walk.collection->collector() : nullptr),
+          folders_(walk.limits.openFolders) {}
+
+    void run() {
+        while (std::optional<WalkJob> job = walk_.exchange.take()) {
+            request_ = job->request;
+            policy_ = walk_.requests[request_].policy;
+            const bool isBelowAnother = job->folder.isOpen() && !job->entries;
+            levelsAround_ = isBelowAnother ? 1 : 0;
+            if (job->claim) {
+                collector_->resume(std::move(job->claim));
+            }
+            begin(*job);
+            goThrough();
+            if (isBelowAnother) {
+                tellLeft();
+            }
+            finish();
+        }
+    }
+
+  private:
+    static Buffer newBuffer() { return std::make_unique_for_overwrite<char[]>(bufferBytes); }
+
+    [[nodiscard]] bool isStopped() const { return walk_.context.stop.stop_requested(); }
+
+    void begin(WalkJob& job) {
+        if (!job.folder.isOpen()) {
+            beginTree();
+            return;
+        }
+        if (!job.entries) {
+            tellEntered(job.name, job.found);
+        }
+        folders_.begin(std::move(job.folder), std::move(job.path), job.found);
+        if (job.entries) {
+            countEntries(job.entries.get(), job.entryBytes);
+        } else {
+            readFolder();
+        }
+    }
+
+    /// Counts the entry that a tree starts with, and reads it when it is a folder.
+    void beginTree() {
+        const std::string path(walk_.requests[request_].path);
+        struct stat status = {};
+        if (path.empty()) {
+            return;
+        }
+        if (fstatat(AT_FDCWD, path.c_str(), &status, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT) != 0) {
+            ++tally_.unreadableCount;
+            return;
+        }
+        ++entriesNotShown_;
+        if (!S_ISDIR(status.st_mode)) {
+            const std::string_view name = fileName(path);
+            const std::string_view folder = std::string_view(path).substr(0, path.size() - name.size());
+            countOther(name, folder, status, policy_->isDatedFile(name, false));
+            return;
+        }
+        const FoundFolder root = countFolderItself(status, false);
+        tellEntered(path, root);
+        if (Descriptor folder = folders_.open(AT_FDCWD, path.c_str()); folder.isOpen()) {
+            folders_.begin(std::move(folder), path.ends_with('/') ? path : path + "/", root);
+            readFolder();
+        } else {
+            leaveUnread();
+        }
+    }
+
+    /// Everything below the folders of the stack, until none is left.
+    void goThrough() {
+        while (!folders_.isEmpty() && !isStopped()) {
+            if (walk_.exchange.isWanting()) {
+                giveFolderAway();
+            }
+            const std::optional<FolderStack::Opened> opened = folders_.enterNext();
+            if (!opened) {
+                folders_.leave();
+                tellLeft();
                 continue;
             }
-            auto root = std::make_unique<WalkedFolder>();
-            root->name = requests_[index].path;
-            root->tree = index;
-            if (breakdown_) {
-                breakdown_->begin(*root);
-            }
-            tasks_.push_back({root.release(), nullptr, 0});
-            return true;
-        }
-        return false;
-    }
-
-    /// What every thread does until no work is left.
-    void work() {
-        Buffer buffer = std::make_unique_for_overwrite<char[]>(bufferBytes);
-        ExtensionTally extensions;
-        Lock lock(mutex_);
-        while (std::optional<Task> task = next(lock)) {
-            Haul haul;
-            if (breakdown_) {
-                haul.breakdown = breakdown_->haulFor(*task->folder, extensions);
-            }
-            if (task->entries) {
-                countPart(*task, haul, lock);
+            tellEntered(opened->name, opened->folder);
+            if (opened->isReadable) {
+                readFolder();
             } else {
-                readFolder(*task->folder, buffer, haul, lock);
+                leaveUnread();
             }
-            finish(*task->folder, haul);
         }
-        if (breakdown_) {
-            breakdown_->add(extensions);
-        }
-        discard(lock);
+        abandon();
     }
 
-    /// Closes and frees what is no longer needed, without the lock.
-    void discard(Lock& lock) {
-        const std::vector<int> released = open_.takeReleased();
-        const std::vector<std::unique_ptr<WalkedFolder>> finished = std::exchange(finished_, {});
-        lock.unlock();
-        for (const int descriptor : released) {
-            close(descriptor);
+    /// Leaves what a stop left unread.
+    void abandon() {
+        for (std::size_t level = folders_.count(); level > 0; --level) {
+            tellLeft();
         }
+        folders_.clear();
     }
 
-    std::optional<Task> next(Lock& lock) {
-        while (tasks_.empty() && !context_.stop.stop_requested() && !beginNextTree() && working_ > 0) {
-            discard(lock);
-            lock.lock();
-            if (!tasks_.empty() || working_ == 0 || context_.stop.stop_requested()) {
-                break;
+    /// Reads the innermost folder. Its folders are kept for later.
+    void readFolder() {
+        for (bool isFirst = true; !isStopped(); isFirst = false) {
+            if (!buffer_) {
+                buffer_ = newBuffer();
             }
-            ++idle_;
-            changed_.wait(lock);
-            --idle_;
-        }
-        if (tasks_.empty() || context_.stop.stop_requested()) {
-            changed_.notify_all();
-            return std::nullopt;
-        }
-        ++working_;
-        Task task = std::move(tasks_.back());
-        tasks_.pop_back();
-        return task;
-    }
-
-    /// Called and left with the lock held, like `countPart`; both work without it in between.
-    void readFolder(WalkedFolder& folder, Buffer& buffer, Haul& haul, Lock& lock) {
-        const int descriptor = openFolder(folder, haul, lock);
-        const Relock relock(lock);
-        if (descriptor < 0) {
-            return;
-        }
-        bool isShared = false;
-        for (bool isFirst = true; !context_.stop.stop_requested(); isFirst = false) {
-            const ssize_t count = getdents64(descriptor, buffer.get(), bufferBytes);
+            const ssize_t count = getdents64(folders_.descriptor(), buffer_.get(), bufferBytes);
             if (count <= 0) {
                 // A folder removed while it is read simply has no more entries.
-                haul.tally.unreadableCount += count < 0 && errno != ENOENT ? 1 : 0;
-                break;
+                tally_.unreadableCount += count < 0 && errno != ENOENT ? 1 : 0;
+                return;
             }
             const auto entryBytes = static_cast<std::size_t>(count);
-            if (!isFirst && idle_.load(std::memory_order_relaxed) > 0) {
-                handOver(folder, descriptor, isShared, {&folder, std::move(buffer), entryBytes});
-                isShared = true;
-                buffer = std::make_unique_for_overwrite<char[]>(bufferBytes);
-            } else {
-                countEntries(folder, descriptor, buffer.get(), entryBytes, haul);
+            if (isFirst || !walk_.exchange.isWanting() || !givePartAway(entryBytes)) {
+                countEntries(buffer_.get(), entryBytes);
             }
-        }
-        if (!isShared && haul.children.empty()) {
-            close(descriptor);
-            return;
-        }
-        lock.lock();
-        if (isShared) {
-            open_.unpin(folder);
-        } else {
-            open_.hold(folder, descriptor);
         }
     }
 
-    void countPart(const Task& part, Haul& haul, Lock& lock) {
-        // It was pinned for this part when the part was handed over.
-        const int descriptor = part.folder->descriptor;
-        lock.unlock();
-        countEntries(*part.folder, descriptor, part.entries.get(), part.entryBytes, haul);
-        lock.lock();
-        open_.unpin(*part.folder);
+    /// Lets a waiting thread have the outermost folder that is still to be read: mostly the largest piece.
+    void giveFolderAway() {
+        std::optional<FolderStack::Given> given = folders_.giveAway();
+        if (!given) {
+            return;
+        }
+        if (!given->descriptor.isOpen()) {
+            tellEntered(given->name, given->folder);
+            leaveUnread();
+            return;
+        }
+        walk_.exchange.give({.request = request_,
+                             .folder = std::move(given->descriptor),
+                             .path = std::move(given->path),
+                             .name = std::move(given->name),
+                             .found = given->folder,
+                             .claim = claimOf(given->level)});
     }
 
     /// Lets a waiting thread count a part of a large folder, which would otherwise keep one thread busy while
-    /// the others have nothing left to do.
-    void handOver(WalkedFolder& folder, int descriptor, bool isShared, Task part) {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        if (!isShared) {
-            ++folder.pins; // For the thread that reads it.
-            open_.hold(folder, descriptor);
-        }
-        ++folder.pins;
-        ++folder.pending;
-        tasks_.push_back(std::move(part));
-        changed_.notify_one();
-    }
-
-    /// Opens the folder for reading; -1 when there is nothing to read. The lock is held before and not after;
-    /// the parent stays pinned, which saves taking the lock once more.
-    int openFolder(WalkedFolder& folder, Haul& haul, Lock& lock) {
-        // Other parts of the process may have used up its descriptors: then ours are given back first. Those
-        // that are in use come back soon, on a busy machine somewhat later.
-        constexpr int mostAttempts = 8;
-        constexpr int attemptsAtOnce = 3;
-        for (int attempt = 0; attempt < mostAttempts; ++attempt) {
-            if (attempt >= attemptsAtOnce) {
-                std::this_thread::sleep_for(std::chrono::milliseconds(1 << (attempt - attemptsAtOnce)));
-            }
-            if (attempt > 0) {
-                lock.lock();
-                open_.releaseUnused();
-            }
-            const int base = folder.parent != nullptr ? pinParent(folder, haul, lock) : AT_FDCWD;
-            discard(lock);
-            if (folder.parent == nullptr && attempt == 0 && !countRoot(folder, haul)) {
-                return -1;
-            }
-            if (base == -1) {
-                continue;
-            }
-            const int descriptor =
-                openat(base, folder.name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-            if (descriptor >= 0) {
-                return descriptor;
-            }
-            if (errno != EMFILE && errno != ENFILE) {
-                break;
-            }
-        }
-        ++haul.tally.unreadableCount;
-        return -1;
-    }
-
-    int pinParent(WalkedFolder& folder, Haul& haul, Lock& lock) {
-        if (!haul.hasPinnedParent) {
-            haul.hasPinnedParent = open_.pin(*folder.parent, lock) >= 0;
-        }
-        return haul.hasPinnedParent ? folder.parent->descriptor : -1;
-    }
-
-    /// Counts the entry that a tree starts with. True when it is a folder, whose contents are to be read.
-    bool countRoot(WalkedFolder& root, Haul& haul) {
-        struct stat status = {};
-        if (fstatat(AT_FDCWD, root.name.c_str(), &status, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT) != 0) {
-            ++haul.tally.unreadableCount;
+    /// the others have nothing to do. False when there is no descriptor to spare for it.
+    bool givePartAway(std::size_t entryBytes) {
+        Descriptor again(fcntl(folders_.descriptor(), F_DUPFD_CLOEXEC, 0));
+        if (!again.isOpen()) {
             return false;
         }
-        root.device = status.st_dev;
-        root.inode = status.st_ino;
-        const bool isFolder = S_ISDIR(status.st_mode);
-        if (isFolder) {
-            haul.tally.count(status, true, countingIn(root), noClones);
-        } else {
-            haul.breakdown.parts.reset(); // It is no part of itself.
-            const std::size_t folderLength = root.name.size() - fileName(root.name).size();
-            countFile(root, root.name.c_str() + folderLength, status, haul);
-        }
-        showProgress(1, haul.tally.allocatedBytes);
-        return isFolder;
+        walk_.exchange.give({.request = request_,
+                             .folder = std::move(again),
+                             .path = folders_.path(),
+                             .found = folders_.innermost(),
+                             .entries = std::move(buffer_),
+                             .entryBytes = entryBytes,
+                             .claim = claimOf(folders_.count() - 1)});
+        return true;
     }
 
-    void countEntries(WalkedFolder& folder, int descriptor, const char* buffer, std::size_t bytes,
-                      Haul& haul) {
+    std::unique_ptr<FolderClaim> claimOf(std::size_t level) {
+        return collector_ ? collector_->share(level + levelsAround_) : nullptr;
+    }
+
+    void countEntries(const char* buffer, std::size_t bytes) {
         // A slow disk may need milliseconds an entry, and a stop must not wait for a whole buffer.
-        constexpr int entriesBetweenStopChecks = 32;
-        const std::int64_t bytesBefore = haul.tally.allocatedBytes;
-        std::int64_t entries = 0;
+        constexpr std::int64_t entriesBetweenStopChecks = 32;
         for (std::size_t offset = 0; offset < bytes;) {
             const dirent64* entry = entryAt(buffer, offset);
             offset += entry->d_reclen;
             if (isSelfOrParent(entry->d_name)) {
                 continue;
             }
-            if (++entries % entriesBetweenStopChecks == 0 && context_.stop.stop_requested()) {
-                break;
+            if (++entriesNotShown_ >= entriesBetweenStopChecks) {
+                showProgress();
+                if (isStopped()) {
+                    return;
+                }
             }
-            countEntry(folder, descriptor, entry->d_name, haul);
+            countEntry(entry->d_name);
         }
-        showProgress(entries, haul.tally.allocatedBytes - bytesBefore);
     }
 
-    void countEntry(WalkedFolder& folder, int descriptor, const char* name, Haul& haul) {
+    void countEntry(const char* name) {
         struct stat status = {};
-        if (fstatat(descriptor, name, &status, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT) != 0) {
-            ++haul.tally.unreadableCount;
-            return;
-        }
-        if (S_ISDIR(status.st_mode)) {
-            countFolder(folder, descriptor, name, status, haul);
+        if (fstatat(folders_.descriptor(), name, &status, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT) != 0) {
+            ++tally_.unreadableCount;
+        } else if (S_ISDIR(status.st_mode)) {
+            countFolder(name, status);
         } else {
-            countFile(folder, name, status, haul);
+            const bool isDated = policy_->isDatedFile(name, folders_.innermost().isUndated);
+            countOther(name, folders_.path(), status, isDated);
         }
     }
 
     /// Counts an entry that is no folder.
-    void countFile(const WalkedFolder& folder, const char* name, const struct stat& status, Haul& haul) {
-        const TreePolicy& policy = *requests_[folder.tree].policy;
-        const bool isDated = !folder.isUndated && !holds(policy.undatedFiles, name);
-        const std::int64_t bytesBefore = haul.tally.allocatedBytes;
-        const Counted counted = haul.tally.count(status, isDated, countingIn(folder), noClones);
-        if (!breakdown_) {
-            return;
-        }
-        if (counted == Counted::linkedFile) {
-            haul.breakdown.linked.emplace_back(identityOf(status), folder.pathOf(name));
-        } else {
-            haul.breakdown.addFile(name, haul.tally.allocatedBytes - bytesBefore, counted == Counted::file);
+    void countOther(std::string_view name, std::string_view folder, const struct stat& status, bool isDated) {
+        const std::int64_t bytesBefore = tally_.allocatedBytes;
+        const Counted counted = tally_.count(status, isDated, counting(), noClones);
+        if (collector_) {
+            collector_->add({name, folder, status, tally_.allocatedBytes - bytesBefore, counted});
         }
     }
 
-    /// Counts a folder in a folder, and keeps it for being read.
-    void countFolder(WalkedFolder& folder, int descriptor, const char* name, const struct stat& status,
-                     Haul& haul) {
+    /// Counts a folder in the innermost one, and keeps it for being read.
+    void countFolder(const char* name, const struct stat& status) {
+        const FoundFolder& around = folders_.innermost();
+        const bool mayBeMount = walk_.mounts.areNamed(name);
         // Only mounts make a folder its own descendant; such a cycle is no entry of its own.
-        if (folder.isWithin(status.st_dev, status.st_ino)) {
+        if (mayBeMount && isAround(status)) {
             return;
         }
-        const TreePolicy& policy = *requests_[folder.tree].policy;
-        if (isSetAside(policy, name, [&] { return folder.pathOf(name); })) {
-            haul.setAside.push_back(folder.pathOf(name));
+        if (policy_->isSetAside(name, [&] { return folders_.path() + name; })) {
+            setAside_.push_back(folders_.path() + name);
             return;
         }
-        const std::int64_t bytesBefore = haul.tally.allocatedBytes;
-        haul.tally.count(status, true, countingIn(folder), noClones);
-        const std::int64_t bytes = haul.tally.allocatedBytes - bytesBefore;
-        if (status.st_dev != folder.device || mounts_.isAt(descriptor, name)) {
-            if (haul.breakdown.parts) {
-                haul.breakdown.parts->add(name, bytes, true);
-            }
-            return;
-        }
-        auto child = std::make_unique<WalkedFolder>();
-        child->parent = &folder;
-        child->name = name;
-        child->tree = folder.tree;
-        child->device = status.st_dev;
-        child->inode = status.st_ino;
-        child->depth = folder.depth + 1;
-        child->isUndated = folder.isUndated || holds(policy.undatedFolders, name);
-        if (breakdown_) {
-            breakdown_->place(*child, bytes, haul.breakdown);
-        }
-        haul.children.push_back(std::move(child));
-    }
-
-    static std::optional<FileIdentity> noClones() { return std::nullopt; }
-
-    Counting countingIn(const WalkedFolder& folder) { return {context_, linked_, folder.tree}; }
-
-    /// Once all threads have ended.
-    void settleLinks() {
-        linked_.settle(sums_, context_, [this](FileIdentity file, std::optional<std::int64_t> bytes) {
-            if (breakdown_) {
-                breakdown_->settle(file, bytes);
-            }
-        });
-    }
-
-    void showProgress(std::int64_t entries, std::int64_t bytes) const {
-        if (context_.progress != nullptr) {
-            context_.progress->entries.fetch_add(entries, std::memory_order_relaxed);
-            context_.progress->bytes.fetch_add(bytes, std::memory_order_relaxed);
+        const FoundFolder found = countFolderItself(status, policy_->isUndatedFolder(name, around.isUndated));
+        const bool isMount = mayBeMount && walk_.mounts.isAt(folders_.descriptor(), name);
+        if (status.st_dev == around.device && !isMount) {
+            folders_.note(name, found);
+        } else if (collector_) {
+            collector_->add({name, folders_.path(), status, found.bytes, Counted::otherEntry});
         }
     }
 
-    /// Merges what a task found and queues what it leaves to do. With the lock held.
-    void finish(WalkedFolder& folder, Haul& haul) {
-        if (haul.hasPinnedParent) {
-            open_.unpin(*folder.parent);
-        }
-        TreeSums& sums = sums_[folder.tree];
-        haul.tally.addTo(sums);
-        std::ranges::move(haul.setAside, std::back_inserter(sums.setAside));
-        if (breakdown_) {
-            breakdown_->merge(folder, haul.tally.allocatedBytes, std::move(haul.breakdown));
-        }
-        folder.pending += static_cast<std::uint32_t>(haul.children.size());
-        for (std::unique_ptr<WalkedFolder>& child : haul.children) {
-            tasks_.push_back({child.release(), nullptr, 0});
-        }
-        --working_;
-        letGo(&folder);
-        shareOut(haul.children.size());
+    FoundFolder countFolderItself(const struct stat& status, bool isUndated) {
+        const std::int64_t bytesBefore = tally_.allocatedBytes;
+        tally_.count(status, false, counting(), noClones);
+        return {status.st_dev, status.st_ino, tally_.allocatedBytes - bytesBefore, isUndated};
     }
 
-    void shareOut(std::size_t newTasks) {
-        for (std::size_t woken = std::min<std::size_t>(idle_, newTasks); woken > 0; --woken) {
-            changed_.notify_one();
-        }
-        // Threads are started when there is something for them to do: most measured trees are small.
-        if (idle_ == 0 && tasks_.size() + (requests_.size() - nextTree_) > 1 &&
-            threads_.size() + 1 < limits_.threads && !context_.stop.stop_requested()) {
-            try {
-                threads_.emplace_back([this] { work(); });
-            } catch (const std::system_error&) {
-                // The system allows no more threads; those that run do the work.
+    Counting counting() { return {walk_.context, walk_.linked, request_}; }
+
+    /// True when the folder with that status is the innermost one or lies around it, within the tree.
+    [[nodiscard]] bool isAround(const struct stat& status) const {
+        const std::string& path = folders_.path();
+        for (std::size_t end = walk_.requests[request_].path.size(); end < path.size();
+             end = path.find('/', end + 1)) {
+            struct stat above = {};
+            if (lstat(path.substr(0, end).c_str(), &above) == 0 && above.st_dev == status.st_dev &&
+                above.st_ino == status.st_ino) {
+                return true;
             }
         }
+        return false;
     }
 
-    /// One reason less for the folder to stay; without any it goes, and so may its ancestors.
-    void letGo(WalkedFolder* folder) {
-        while (folder != nullptr && --folder->pending == 0) {
-            open_.release(*folder);
-            WalkedFolder* parent = folder->parent;
-            if (breakdown_) {
-                breakdown_->end(*folder);
-            }
-            finished_.emplace_back(folder);
-            folder = parent;
+    void tellEntered(std::string_view name, const FoundFolder& folder) {
+        if (collector_) {
+            collector_->enter({.name = name, .request = request_, .bytes = folder.bytes});
         }
     }
 
-    /// After a stop: gives back what the unfinished tasks hold.
-    void abandonRest() {
-        for (const Task& task : tasks_) {
-            letGo(task.folder);
+    void tellLeft() {
+        if (collector_) {
+            collector_->leave();
         }
-        tasks_.clear();
     }
 
-    const std::span<const TreeRequest> requests_;
-    const WalkContext& context_;
-    const WalkLimits limits_;
-    const MountPoints mounts_ = MountPoints::ofThisProcess();
-    LinkedFiles linked_;
+    /// For a folder that was entered but cannot be opened, or not be reached any more.
+    void leaveUnread() {
+        ++tally_.unreadableCount;
+        tellLeft();
+    }
 
-    std::mutex mutex_; ///< Guards everything below.
-    std::condition_variable changed_;
-    OpenFolders open_;
-    std::vector<Task> tasks_;
-    std::size_t nextTree_ = 0;                            ///< The first request that has not been begun.
-    std::vector<std::unique_ptr<WalkedFolder>> finished_; ///< To be freed without the lock.
-    std::vector<TreeSums> sums_;
-    std::optional<WalkBreakdown> breakdown_; ///< Of the one tree, when it is to be broken down.
-    std::vector<std::thread> threads_;
-    std::size_t working_ = 0;
-    std::atomic<std::size_t> idle_ = 0; ///< Also read without the lock, as a hint.
+    void showProgress() {
+        if (walk_.context.progress != nullptr) {
+            walk_.context.progress->entries.fetch_add(entriesNotShown_, std::memory_order_relaxed);
+            walk_.context.progress->bytes.fetch_add(tally_.allocatedBytes - shownBytes_,
+                                                    std::memory_order_relaxed);
+        }
+        entriesNotShown_ = 0;
+        shownBytes_ = tally_.allocatedBytes;
+    }
+
+    /// Hands over what the job brought. After a stop it was left in the middle.
+    void finish() {
+        showProgress();
+        walk_.add(request_, tally_, std::exchange(setAside_, {}));
+        tally_ = {};
+        shownBytes_ = 0;
+    }
+
+    Walk& walk_;
+    const std::unique_ptr<WalkCollector> collector_; ///< None when only sums are wanted.
+    FolderStack folders_;
+    Buffer buffer_;
+
+    // Of the job that is being done.
+    std::size_t request_ = 0;
+    const TreePolicy* policy_ = nullptr;
+    std::size_t levelsAround_ =
+        0; ///< How many folders the collector was in before the outermost of the stack.
+    TreeTally tally_;
+    std::vector<std::string> setAside_;
+    std::int64_t entriesNotShown_ = 0;
+    std::int64_t shownBytes_ = 0;
 };
+
+void Walk::work() {
+    Walker(*this).run();
+}
 
 } // namespace
 
-std::vector<TreeSums> walkTrees(std::span<const TreeRequest> requests, const WalkContext& context) {
-    return Walk(requests, context).run();
-}
-
-TreeBreakdown breakDownTree(const TreeRequest& request, const BreakdownLimits& limits,
-                            const WalkContext& context) {
-    return Walk(request, context, limits).runBreakdown();
+std::vector<TreeSums> walkTrees(std::span<const TreeRequest> requests, const WalkContext& context,
+                                WalkCollection* collection) {
+    return Walk(requests, context, collection).run();
 }
 
 } // namespace lumo::platform

@@ -154,6 +154,13 @@ LargestParts& Branch::parts() {
     return *entries;
 }
 
+std::optional<LargestParts> Branch::freshParts() const {
+    if (mostParts == 0) {
+        return std::nullopt;
+    }
+    return entries ? entries->fresh() : LargestParts(mostParts);
+}
+
 void Branch::addBytes(std::int64_t bytes) {
     allocatedBytes = checkedSum(allocatedBytes, bytes);
 }

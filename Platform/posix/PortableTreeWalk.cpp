@@ -1,8 +1,9 @@
-#include "Platform/BreakdownTally.h"
+#include "LumoCore/Basics/Path.h"
 #include "Platform/CloneIdentity.h"
 #include "Platform/MountPoints.h"
 #include "Platform/TreeTally.h"
 #include "Platform/TreeWalk.h"
+#include "Platform/WalkCollector.h"
 
 #include <fcntl.h>
 #include <fts.h>
@@ -18,13 +19,10 @@ struct CloseWalk {
     void operator()(FTS* walk) const { fts_close(walk); }
 };
 
-bool holds(const std::vector<std::string>& names, std::string_view name) {
-    return std::ranges::find(names, name) != names.end();
-}
-
 /// What the trees of one walk share.
 struct Shared {
     const WalkContext& context;
+    WalkCollector* collector; ///< None when only sums are wanted.
     MountPoints mounts = MountPoints::ofThisProcess();
     LinkedFiles linked = {};
 };
@@ -32,11 +30,9 @@ struct Shared {
 /// One tree being walked. A folder's `fts_number` is 1 when the files below it are undated.
 class PortableWalk {
   public:
-    /// Breaks the tree down within the limits, where there are any.
-    PortableWalk(const TreeRequest& request, std::size_t index, Shared& shared,
-                 const BreakdownLimits* limits = nullptr)
+    PortableWalk(const TreeRequest& request, std::size_t index, Shared& shared)
         : request_(request), policy_(*request.policy), shared_(shared), context_(shared.context),
-          counting_{shared.context, shared.linked, index}, limits_(limits) {}
+          counting_{shared.context, shared.linked, index} {}
 
     TreeSums run() {
         // fts takes mutable strings although it copies them.
@@ -53,37 +49,23 @@ class PortableWalk {
             }
             visit(walk.get(), entry);
         }
+        leaveTo(0);
         tally_.addTo(sums_);
         std::ranges::sort(sums_.setAside);
         return std::move(sums_);
-    }
-
-    TreeBreakdown runBreakdown() {
-        std::vector<TreeSums> sums{run()};
-        endParts(1);
-        shared_.linked.settle(sums, context_, [&](FileIdentity file, std::optional<std::int64_t> bytes) {
-            linkedParts_.settle(file, bytes, extensions_);
-        });
-        TreeBreakdown breakdown;
-        breakdown.sums = std::move(sums.front());
-        if (!open_.empty()) {
-            breakdown.parts = open_.front()->take();
-        }
-        extensions_.addTo(breakdown);
-        return breakdown;
     }
 
   private:
     void visit(FTS* walk, FTSENT* entry) {
         switch (entry->fts_info) {
         case FTS_D:
-            enter(walk, entry);
+            visitFolder(walk, entry);
             break;
         case FTS_F:
         case FTS_DEFAULT:
         case FTS_SL:
         case FTS_SLNONE:
-            count(*entry);
+            count(*entry, false);
             break;
         case FTS_DNR:
         case FTS_ERR:
@@ -95,35 +77,43 @@ class PortableWalk {
         }
     }
 
-    void enter(FTS* walk, FTSENT* entry) {
+    void visitFolder(FTS* walk, FTSENT* entry) {
         const std::string_view name(entry->fts_name, entry->fts_namelen);
-        if (entry->fts_level > FTS_ROOTLEVEL) {
-            if (isSetAside(policy_, name, [&] { return std::string(entry->fts_path, entry->fts_pathlen); })) {
-                sums_.setAside.emplace_back(entry->fts_path, entry->fts_pathlen);
+        const bool isRoot = entry->fts_level == FTS_ROOTLEVEL;
+        if (!isRoot) {
+            const std::string_view path(entry->fts_path, entry->fts_pathlen);
+            if (policy_.isSetAside(name, [&] { return std::string(path); })) {
+                sums_.setAside.emplace_back(path);
                 fts_set(walk, entry, FTS_SKIP);
                 return;
             }
-            entry->fts_number =
-                entry->fts_parent->fts_number != 0 || holds(policy_.undatedFolders, name) ? 1 : 0;
+            entry->fts_number = policy_.isUndatedFolder(name, isInUndatedFolder(*entry)) ? 1 : 0;
         }
-        count(*entry);
-        if (entry->fts_level > FTS_ROOTLEVEL && shared_.mounts.isAt(AT_FDCWD, entry->fts_accpath)) {
+        const bool isMount = !isRoot && shared_.mounts.isAt(AT_FDCWD, entry->fts_accpath);
+        // The walk itself does not go on to another volume.
+        const bool isEntered = !isMount && (isRoot || entry->fts_statp->st_dev == device_);
+        device_ = isRoot ? entry->fts_statp->st_dev : device_;
+        count(*entry, isEntered);
+        if (isMount) {
             fts_set(walk, entry, FTS_SKIP);
         }
     }
 
-    void count(const FTSENT& entry) {
+    static bool isInUndatedFolder(const FTSENT& entry) {
+        return entry.fts_level > FTS_ROOTLEVEL && entry.fts_parent->fts_number != 0;
+    }
+
+    void count(const FTSENT& entry, bool isEntered) {
         const struct stat& status = *entry.fts_statp;
-        const bool isInUndatedFolder = entry.fts_level > FTS_ROOTLEVEL && entry.fts_parent->fts_number != 0;
         const bool isDated =
-            !isInUndatedFolder && !holds(policy_.undatedFiles, {entry.fts_name, entry.fts_namelen});
+            policy_.isDatedFile({entry.fts_name, entry.fts_namelen}, isInUndatedFolder(entry));
         const std::int64_t before = tally_.allocatedBytes;
         const Counted counted = tally_.count(status, isDated, counting_, [&] {
             return cloneFamily(entry.fts_accpath, identityOf(status).device);
         });
         const std::int64_t bytes = tally_.allocatedBytes - before;
-        if (limits_ != nullptr) {
-            breakDown(entry, bytes, counted);
+        if (shared_.collector != nullptr) {
+            tell(entry, bytes, counted, isEntered);
         }
         if (context_.progress != nullptr) {
             context_.progress->entries.fetch_add(1, std::memory_order_relaxed);
@@ -131,45 +121,24 @@ class PortableWalk {
         }
     }
 
-    void breakDown(const FTSENT& entry, std::int64_t bytes, Counted counted) {
+    void tell(const FTSENT& entry, std::int64_t bytes, Counted counted, bool isEntered) {
         const std::string_view name(entry.fts_name, entry.fts_namelen);
-        if (counted == Counted::file) {
-            extensions_.add(name, bytes);
-        }
-        const auto level = static_cast<std::size_t>(entry.fts_level);
-        endParts(level);
-        const bool isPart = level == 0 || mostPartsAt(level - 1, *limits_) > 0;
-        if (open_.empty() || (isPart && entry.fts_info == FTS_D)) {
-            open_.push_back(newBranch(name, level, bytes));
+        const std::string_view path(entry.fts_path, entry.fts_pathlen);
+        leaveTo(static_cast<std::size_t>(entry.fts_level));
+        if (isEntered) {
+            shared_.collector->enter(
+                {entry.fts_level == FTS_ROOTLEVEL ? path : name, counting_.request, bytes});
+            ++entered_;
         } else {
-            open_.back()->addBytes(bytes);
-        }
-        if (entry.fts_info == FTS_D) {
-            return;
-        }
-        Branch& branch = *open_.back();
-        if (counted == Counted::linkedFile) {
-            linkedParts_.meet(identityOf(*entry.fts_statp), {entry.fts_path, entry.fts_pathlen}, branch,
-                              isPart && level > 0);
-        } else if (isPart && level > 0) {
-            branch.parts().add(name, bytes, false);
+            const std::string_view folder = path.substr(0, path.size() - fileName(path).size());
+            shared_.collector->add({name, folder, *entry.fts_statp, bytes, counted});
         }
     }
 
-    [[nodiscard]] std::unique_ptr<Branch> newBranch(std::string_view name, std::size_t level,
-                                                    std::int64_t bytes) const {
-        return std::make_unique<Branch>(Branch{.parent = open_.empty() ? nullptr : open_.back().get(),
-                                               .name = std::string(name),
-                                               .mostParts = mostPartsAt(level, *limits_),
-                                               .allocatedBytes = bytes});
-    }
-
-    /// The open parts are those above the entry that the walk is at; all others have been read.
-    void endParts(std::size_t level) {
-        while (open_.size() > level) {
-            std::unique_ptr<Branch> ended = std::move(open_.back());
-            open_.pop_back();
-            open_.back()->join(std::move(ended));
+    /// Leaves the folders that do not lie around an entry of that level; the walk has read all of them.
+    void leaveTo(std::size_t level) {
+        for (; entered_ > level; --entered_) {
+            shared_.collector->leave();
         }
     }
 
@@ -180,30 +149,28 @@ class PortableWalk {
     const Counting counting_;
     TreeTally tally_;
     TreeSums sums_;
-
-    const BreakdownLimits* limits_;             ///< None when nothing is broken down.
-    std::vector<std::unique_ptr<Branch>> open_; ///< From the root downwards.
-    LinkedParts linkedParts_;
-    ExtensionTally extensions_;
+    dev_t device_ = 0;        ///< Of the root.
+    std::size_t entered_ = 0; ///< Folders that the collector is in.
 };
 
 } // namespace
 
-std::vector<TreeSums> walkTreesPortably(std::span<const TreeRequest> requests, const WalkContext& context) {
+std::vector<TreeSums> walkTreesPortably(std::span<const TreeRequest> requests, const WalkContext& context,
+                                        WalkCollection* collection) {
     std::vector<TreeSums> sums;
     sums.reserve(requests.size());
-    Shared shared{.context = context};
+    std::unique_ptr<WalkCollector> collector = collection != nullptr ? collection->collector() : nullptr;
+    Shared shared{.context = context, .collector = collector.get()};
     for (const TreeRequest& request : requests) {
         sums.push_back(PortableWalk(request, sums.size(), shared).run());
     }
-    shared.linked.settle(sums, context);
+    collector.reset();
+    shared.linked.settle(sums, context, [&](FileIdentity file, std::optional<std::int64_t> bytes) {
+        if (collection != nullptr) {
+            collection->settle(file, bytes);
+        }
+    });
     return sums;
-}
-
-TreeBreakdown breakDownTreePortably(const TreeRequest& request, const BreakdownLimits& limits,
-                                    const WalkContext& context) {
-    Shared shared{.context = context};
-    return PortableWalk(request, 0, shared, &limits).runBreakdown();
 }
 
 } // namespace lumo::platform

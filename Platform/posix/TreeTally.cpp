@@ -40,19 +40,22 @@ void keepLater(std::optional<Timestamp>& latest, const timespec& candidate) {
     }
 }
 
+bool holds(const std::vector<std::string>& names, std::string_view name) {
+    return std::ranges::find(names, name) != names.end();
+}
+
 } // namespace
 
 Timestamp modificationDateOf(const struct stat& status) {
     return timestampOf(modificationOf(status));
 }
 
-bool isSetAside(const TreePolicy& policy, std::string_view name,
-                const std::function<std::string()>& absolutePath) {
-    if (policy.setsAside && policy.setsAside(name)) {
-        return !policy.walksAllTheSame || !policy.walksAllTheSame(absolutePath());
-    }
-    return !policy.furtherAside.empty() &&
-           std::ranges::find(policy.furtherAside, absolutePath()) != policy.furtherAside.end();
+bool TreePolicy::isUndatedFolder(std::string_view name, bool isInUndatedFolder) const {
+    return isInUndatedFolder || holds(undatedFolders, name);
+}
+
+bool TreePolicy::isDatedFile(std::string_view name, bool isInUndatedFolder) const {
+    return !isInUndatedFolder && !holds(undatedFiles, name);
 }
 
 const TreePolicy& plainTree() {

@@ -166,6 +166,7 @@ ApplicationWindow {
                 Layout.preferredWidth: Math.min(window.width * 0.37, 560)
                 visible: !window.narrow || tabs.currentIndex === 1
 
+                onGrowthWanted: sides.openGrowth()
                 onMenuWanted: (key, at) => menu.openFor(key, at)
             }
         }
@@ -177,6 +178,8 @@ ApplicationWindow {
         HoldingBanner {
             Layout.fillWidth: true
             compact: window.low
+
+            onHistoryWanted: sides.openHistory()
         }
         Footer {
             Layout.fillWidth: true

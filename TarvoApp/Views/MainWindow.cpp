@@ -46,10 +46,12 @@ QQuickWindow* MainWindow::window() const {
 }
 
 QQuickWindow* MainWindow::open(Side side) {
-    constexpr std::array<std::pair<const char*, const char*>, 4> names{{{"openSettings", "settings"},
+    constexpr std::array<std::pair<const char*, const char*>, 6> names{{{"openSettings", "settings"},
                                                                         {"openHelp", "help"},
                                                                         {"openNews", "news"},
-                                                                        {"openPreview", "preview"}}};
+                                                                        {"openPreview", "preview"},
+                                                                        {"openHistory", "history"},
+                                                                        {"openGrowth", "growth"}}};
     const auto& [operation, name] = names.at(static_cast<std::size_t>(side));
     auto* const sides = window()->findChild<QObject*>(QStringLiteral("sides"));
     if (sides == nullptr || !QMetaObject::invokeMethod(sides, operation)) {

@@ -9,6 +9,7 @@ Rectangle {
 
     objectName: "list"
 
+    signal growthWanted
     signal menuWanted(string key, Item at)
 
     function takeSearch() {
@@ -121,6 +122,8 @@ Rectangle {
                 GrowthList {
                     searched: App.places.searchText.length > 0
                     width: parent.width
+
+                    onGrowthWanted: pane.growthWanted()
                 }
             }
             remove: Transition {

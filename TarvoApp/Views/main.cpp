@@ -155,6 +155,8 @@ int main(int count, char** arguments) {
     QCoreApplication::setApplicationVersion(tarvo::ReleaseNotes::version());
     tarvo::speakAsChosen(lumo::platform::environmentVariable("HOME").value_or(""));
     answerWithoutScreen(count, arguments);
+    // Panels know their items by this name, and by the same as the windows'.
+    QCoreApplication::setApplicationName(QStringLiteral("ai.tarvo.TarvoAI"));
     const auto mode = tarvo::RunMode::from(lumo::platform::processArguments());
     if (mode.isCapturing && !lumo::platform::hasScreen()) {
         qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -27,8 +27,8 @@ std::vector<lumo::Rule> rulesFor(ScanPass pass, const std::string& home) {
     return rules;
 }
 
-std::vector<lumo::Rule> appCacheRules(const std::vector<lumo::Rule>& given, const std::string& home) {
-    return lumo::AppCaches::rules(lumo::InstalledApp::scan(home), given, home);
+std::vector<lumo::Rule> appCacheRules(const std::vector<std::string>& located, const std::string& home) {
+    return lumo::AppCaches::rulesBeside(located, lumo::InstalledApp::scan(home), home);
 }
 
 lumo::ScanReport complemented(lumo::ScanReport quick, const lumo::ScanReport& full,

@@ -4,6 +4,7 @@
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/History/GrowthTracker.h"
 #include "LumoCore/History/SnapshotStore.h"
+#include "LumoCore/Inventories/Installers.h"
 #include "TarvoModel/Flows/ScanPass.h"
 
 namespace tarvo {
@@ -24,6 +25,7 @@ std::optional<lumo::ScanReport> scanned(const std::vector<lumo::Rule>& rules,
                                {.startedAt = desk.now(),
                                 .stop = watch.stop,
                                 .progress = watch.progress,
+                                .findInstallers = lumo::Installers::located,
                                 .findAppCaches = appCacheRules});
 }
 

@@ -62,13 +62,20 @@ TEST(Scanner, ReportsCachesOfApplicationsFromFiftyMegabytesUp) {
     // One byte less or more than the bound cannot be staged: disks allocate whole blocks.
     home.file("just-below", 49995776);
     home.file("just-above", 50003968);
+    home.file("given/file", 10);
     ScanContext context;
-    context.findAppCaches = [](const std::vector<Rule>&, const std::string&) {
+    // The rules were located once more to find out what they have taken already.
+    std::vector<std::string> located;
+    context.findAppCaches = [&](const std::vector<std::string>& paths, const std::string&) {
+        located = paths;
         return std::vector{ruleAt("cache-app:below", "~/just-below"),
                            ruleAt("cache-app:above", "~/just-above")};
     };
-    EXPECT_THAT(eachOf(scan(home, {}, {}, context).findings, &Finding::ruleID),
-                ElementsAre("cache-app:above"));
+    EXPECT_THAT(
+        eachOf(scan(home, {ruleAt("none", "~/none"), ruleAt("given", "~/given")}, {}, context).findings,
+               &Finding::ruleID),
+        ElementsAre("cache-app:above", "given"));
+    EXPECT_THAT(located, ElementsAre(home.path("given")));
     EXPECT_THAT(
         eachOf(scan(home, {}, {.home = {}, .discoverAppCaches = false}, context).findings, &Finding::ruleID),
         IsEmpty());
