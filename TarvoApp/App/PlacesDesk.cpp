@@ -241,6 +241,16 @@ void PlacesDesk::click(const QString& key) {
     }
 }
 
+void PlacesDesk::enter(const QString& key) {
+    if (map_.canZoomInto(idOf(key))) {
+        map_.zoomInto(key);
+    } else if (idOf(key).starts_with(TileID::insidePrefix)) {
+        showPreview(key);
+    } else {
+        explain(key);
+    }
+}
+
 QVariantMap PlacesDesk::offers(const QString& key) const {
     const std::string id = idOf(key);
     const std::vector<std::string> paths = map_.pathsOf(id);

@@ -54,6 +54,8 @@ class PlacesDesk final : public QObject {
     Q_INVOKABLE void explain(const QString& key);
     /// Does what a click on the tile does.
     Q_INVOKABLE void click(const QString& key);
+    /// Opens it on the map, or shows what is known of it where it is nothing to open.
+    Q_INVOKABLE void enter(const QString& key);
     /// What a menu can offer: see `PlaceOffers`, with whether the thing is ticked and how many it is.
     Q_INVOKABLE [[nodiscard]] QVariantMap offers(const QString& key) const;
 

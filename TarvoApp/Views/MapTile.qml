@@ -46,8 +46,8 @@ Item {
     function enter(modifiers: int) {
         if (modifiers & Qt.AltModifier)
             App.places.showPreview(key);
-        else if (canZoom)
-            zoomWanted(key);
+        else
+            App.places.enter(key);
     }
     function act() {
         App.places.click(key);

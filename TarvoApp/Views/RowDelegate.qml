@@ -36,7 +36,7 @@ Item {
         if (modifiers & Qt.AltModifier)
             App.places.showPreview(key);
         else
-            App.map.zoomInto(key);
+            App.places.enter(key);
     }
     // What cannot be ticked says what is known of it instead.
     function act(all: bool) {
@@ -185,31 +185,14 @@ Item {
             x: opener.x - width - 10
             y: 7
         }
-        MouseArea {
+        RowOpener {
             id: opener
 
-            Accessible.name: row.opened ? Words.lessAbout.arg(row.title) : Words.moreAbout.arg(row.title)
-            Accessible.role: Accessible.Button
-            cursorShape: Qt.PointingHandCursor
-            height: width
-            hoverEnabled: true
-            width: Math.round(20 * Theme.scale)
+            key: row.key
+            opened: row.opened
+            title: row.title
             x: parent.width - width - 4
             y: 7
-
-            Accessible.onPressAction: App.places.openRow(row.key, !row.opened)
-            onClicked: App.places.openRow(row.key, !row.opened)
-
-            Glyph {
-                anchors.fill: parent
-                color: opener.containsMouse ? Theme.text : Theme.secondaryText
-                rotation: row.opened ? 90 : 0
-                shape: "next"
-
-                Behavior on rotation {
-                    NumberAnimation { duration: Theme.hoverTime }
-                }
-            }
         }
         Loader {
             id: details

@@ -58,10 +58,15 @@ std::optional<std::int64_t> offer(std::int64_t goal, std::int64_t reachable) {
 }
 
 std::string beyondText(std::int64_t goal, std::int64_t reachable, Language language) {
-    return reachable < goal
-               ? lumo::Words{"Todo lo que se puede marcar suma {}.", "All that can be selected comes to {}."}
-                     .in(language, lumo::ByteFormat::string(reachable, language))
-               : std::string();
+    if (reachable >= goal) {
+        return {};
+    }
+    return reachable == 0
+               ? lumo::Words{"Ahora no hay nada que se pueda marcar.",
+                             "There is nothing that can be selected now."}
+                     .in(language)
+               : lumo::Words{"Todo lo que se puede marcar suma {}.", "All that can be selected comes to {}."}
+                     .in(language, lumo::ByteFormat::string(reachable, language));
 }
 
 std::string offerText(std::int64_t offered, Language language) {
