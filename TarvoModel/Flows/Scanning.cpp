@@ -24,6 +24,7 @@ std::optional<lumo::ScanReport> scanned(const std::vector<lumo::Rule>& rules,
                                {.startedAt = desk.now(),
                                 .stop = watch.stop,
                                 .progress = watch.progress,
+                                .memory = watch.memory,
                                 .findAppCaches = appCacheRules});
 }
 
