@@ -1,5 +1,6 @@
 #pragma once
 
+#include <condition_variable>
 #include <mutex>
 
 /// A mutex that says what it guards, so that clang checks (-Wthread-safety) that what threads share is only
@@ -22,7 +23,24 @@ class LUMO_THREADS(capability("mutex")) AnnotatedMutex final {
     void unlock() LUMO_THREADS(release_capability()) { mutex_.unlock(); }
 
   private:
+    friend class AnnotatedCondition;
     std::mutex mutex_;
+};
+
+/// Something that a thread with the mutex locked waits for.
+class AnnotatedCondition final {
+  public:
+    /// Lets go of the mutex while it waits. May return for no reason.
+    void wait(AnnotatedMutex& mutex) LUMO_REQUIRES(mutex) {
+        std::unique_lock<std::mutex> lock(mutex.mutex_, std::adopt_lock);
+        changed_.wait(lock);
+        static_cast<void>(lock.release()); // It stays locked, as it was.
+    }
+    void notifyOne() { changed_.notify_one(); }
+    void notifyAll() { changed_.notify_all(); }
+
+  private:
+    std::condition_variable changed_;
 };
 
 /// Holds the mutex to the end of a scope.

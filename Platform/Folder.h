@@ -23,6 +23,18 @@ std::optional<EntryKind> kindOf(const std::string& path);
 /// When what stands at the path itself was last changed; absent when its status cannot be read.
 std::optional<Timestamp> modificationDate(const std::string& path);
 
+/// Tells what stands at a path from anything else that may stand there later, and its own status now from a
+/// changed one: a folder's changes with every entry directly in it. All zero when there is nothing to be
+/// seen.
+struct EntryMark {
+    FolderIdentity object = {};
+    std::int64_t changedSeconds = 0;
+    std::int64_t changedNanoseconds = 0;
+
+    friend bool operator==(const EntryMark&, const EntryMark&) = default;
+};
+EntryMark markOf(const std::string& path);
+
 /// True when it is certain that nothing stands at the path. What cannot be looked at may be there.
 bool isMissing(const std::string& path);
 

@@ -34,6 +34,7 @@ struct TreeTally {
     timespec lastDatedChange = {};
     bool hasModified = false;
     bool hasDatedChange = false;
+    bool hasSharedFiles = false;
 
     /// Counts one entry by its status. `clone` yields the identity that its clones share, if it has any; it
     /// is asked only for regular files with blocks.
@@ -64,12 +65,14 @@ Counted TreeTally::count(const struct stat& status, bool isDated, const Counting
         date(status);
     }
     const bool isLinked = status.st_nlink >= 2;
+    hasSharedFiles = hasSharedFiles || isLinked;
     if (isLinked && !counting.linked.meet(status, counting.request)) {
         return Counted::linkedFile;
     }
     bool isCountedClone = false;
     if (status.st_blocks > 0) {
         const std::optional<FileIdentity> family = clone();
+        hasSharedFiles = hasSharedFiles || family.has_value();
         isCountedClone = family && !counting.context.claimClone(*family);
     }
     if (isLinked) {

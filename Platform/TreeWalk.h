@@ -70,6 +70,8 @@ struct TreeSums {
     /// The same of every regular file but the undated ones, whoever is charged with it.
     std::optional<Timestamp> lastDatedChange;
     std::vector<std::string> setAside; ///< Absolute paths, ascending.
+    /// Some file has several names or clones: who else is measured decides where it is charged.
+    bool hasSharedFiles = false;
 };
 
 struct TreePart;

@@ -49,17 +49,22 @@ Usage measure(const std::string& path, HardLinkRegistry& registry, const Watch& 
 
 std::vector<Usage> measureAll(const std::vector<std::string_view>& paths, HardLinkRegistry& registry,
                               const Watch& watch) {
+    std::vector<Usage> usages;
+    usages.reserve(paths.size());
+    for (const platform::TreeSums& sums : walkAll(paths, registry, watch)) {
+        usages.push_back(usageOf(sums));
+    }
+    return usages;
+}
+
+std::vector<platform::TreeSums> walkAll(const std::vector<std::string_view>& paths,
+                                        HardLinkRegistry& registry, const Watch& watch) {
     std::vector<platform::TreeRequest> requests;
     requests.reserve(paths.size());
     for (const std::string_view path : paths) {
         requests.push_back({path});
     }
-    std::vector<Usage> usages;
-    usages.reserve(paths.size());
-    for (const platform::TreeSums& sums : platform::walkTrees(requests, contextOf(registry, watch))) {
-        usages.push_back(usageOf(sums));
-    }
-    return usages;
+    return platform::walkTrees(requests, contextOf(registry, watch));
 }
 
 Breakdown breakdown(const std::string& path, const Watch& watch, Language language) {

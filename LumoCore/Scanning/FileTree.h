@@ -30,6 +30,10 @@ Usage measure(const std::string& path, HardLinkRegistry& registry, const Watch& 
 std::vector<Usage> measureAll(const std::vector<std::string_view>& paths, HardLinkRegistry& registry,
                               const Watch& watch = {});
 
+/// The same with all that a walk tells of each.
+std::vector<platform::TreeSums> walkAll(const std::vector<std::string_view>& paths,
+                                        HardLinkRegistry& registry, const Watch& watch = {});
+
 /// How many children and how many extensions a breakdown lists.
 inline constexpr std::size_t mostListed = 1000;
 

@@ -56,9 +56,15 @@ std::vector<std::string> pathsOf(const std::vector<Located>& located) {
     return paths;
 }
 
+std::vector<Usage> measureAll(const std::vector<std::string_view>& paths, HardLinkRegistry& registry,
+                              const ScanContext& context) {
+    return context.memory != nullptr ? context.memory->measureAll(paths, registry, watchOf(context))
+                                     : FileTree::measureAll(paths, registry, watchOf(context));
+}
+
 /// Every distinct path measured once, however many rules name it. The keys are the located paths themselves.
 std::map<std::string_view, Usage> measureDistinct(const std::vector<Located>& located,
-                                                  HardLinkRegistry& registry, const FileTree::Watch& watch) {
+                                                  HardLinkRegistry& registry, const ScanContext& context) {
     std::map<std::string_view, Usage> measured;
     for (const Located& one : located) {
         for (const std::string& path : one.paths) {
@@ -68,7 +74,7 @@ std::map<std::string_view, Usage> measureDistinct(const std::vector<Located>& lo
     std::vector<std::string_view> paths;
     paths.reserve(measured.size());
     std::ranges::copy(std::views::keys(measured), std::back_inserter(paths));
-    const std::vector<Usage> usages = FileTree::measureAll(paths, registry, watch);
+    const std::vector<Usage> usages = measureAll(paths, registry, context);
     std::ranges::copy(usages, std::views::values(measured).begin());
     return measured;
 }
@@ -114,7 +120,7 @@ std::vector<Finding> findAll(const std::vector<Rule>& rules, const ScanOptions& 
         locate(ofApps, options, context, located);
     }
     enter(ScanPhase::measuringRules, context);
-    const std::map<std::string_view, Usage> measured = measureDistinct(located, registry, watchOf(context));
+    const std::map<std::string_view, Usage> measured = measureDistinct(located, registry, context);
     std::vector<Finding> findings;
     for (const Located& one : located) {
         Finding finding = findingOf(one, measured);
@@ -155,8 +161,7 @@ std::vector<UnclassifiedItem> findUnclassified(const ScanReport& report, const S
     const std::size_t notListed = paths.size();
     std::ranges::move(unclassifiedCandidates(options.home, claimedBy(report), context.stop),
                       std::back_inserter(paths));
-    const std::vector<Usage> usages =
-        FileTree::measureAll({paths.begin(), paths.end()}, registry, watchOf(context));
+    const std::vector<Usage> usages = measureAll({paths.begin(), paths.end()}, registry, context);
     const std::int64_t smallest = std::max<std::int64_t>(options.unclassifiedMinimumBytes, 1);
     std::vector<UnclassifiedItem> items;
     for (std::size_t index = 0; index < paths.size(); ++index) {

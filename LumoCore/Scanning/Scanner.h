@@ -2,6 +2,7 @@
 
 #include "LumoCore/Rules/Rule.h"
 #include "LumoCore/Scanning/FileTree.h"
+#include "LumoCore/Scanning/ScanMemory.h"
 #include "LumoCore/Scanning/ScanReport.h"
 
 #include <atomic>
@@ -40,6 +41,7 @@ struct ScanContext {
     Date startedAt = {};
     std::stop_token stop = {};
     ScanProgress* progress = nullptr;
+    ScanMemory* memory = nullptr; ///< Of the pass before, and for the next one.
     InstallersFinder findInstallers = installersByExtension;
     /// Extra rules for this machine, whose ids begin with "cache-app:"; asked when `discoverAppCaches` is
     /// set. It is told what the given rules have located.

@@ -110,6 +110,8 @@ class Walker final {
     }
 
   private:
+    static constexpr std::int64_t entriesBetweenGifts = 128;
+
     static Buffer newBuffer() { return std::make_unique_for_overwrite<char[]>(bufferBytes); }
 
     [[nodiscard]] bool isStopped() const { return walk_.context.stop.stop_requested(); }
@@ -161,7 +163,7 @@ class Walker final {
     /// Everything below the folders of the stack, until none is left.
     void goThrough() {
         while (!folders_.isEmpty() && !isStopped()) {
-            if (walk_.exchange.isWanting()) {
+            if (entriesSinceGiven_ >= entriesBetweenGifts && walk_.exchange.isWanting()) {
                 giveFolderAway();
             }
             const std::optional<FolderStack::Opened> opened = folders_.enterNext();
@@ -208,7 +210,9 @@ class Walker final {
     }
 
     /// Lets a waiting thread have the outermost folder that is still to be read: mostly the largest piece.
+    /// Only now and then: waking a thread for each of a few small folders takes longer than reading them.
     void giveFolderAway() {
+        entriesSinceGiven_ = 0;
         std::optional<FolderStack::Given> given = folders_.giveAway();
         if (!given) {
             return;
@@ -354,7 +358,7 @@ class Walker final {
             walk_.context.progress->bytes.fetch_add(tally_.allocatedBytes - shownBytes_,
                                                     std::memory_order_relaxed);
         }
-        entriesNotShown_ = 0;
+        entriesSinceGiven_ += std::exchange(entriesNotShown_, 0);
         shownBytes_ = tally_.allocatedBytes;
     }
 
@@ -380,6 +384,7 @@ class Walker final {
     std::vector<std::string> setAside_;
     std::int64_t entriesNotShown_ = 0;
     std::int64_t shownBytes_ = 0;
+    std::int64_t entriesSinceGiven_ = 0;
 };
 
 void Walk::work() {

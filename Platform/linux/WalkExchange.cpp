@@ -10,7 +10,7 @@ WalkExchange::WalkExchange(std::size_t requests, std::size_t threads, std::stop_
     : requests_(requests), stop_(std::move(stop)), work_(std::move(work)), mostThreads_(threads),
       wake_(stop_, [this] {
           const Locked locked(mutex_);
-          hasChanged_.notify_all();
+          hasChanged_.notifyAll();
       }) {}
 
 std::optional<WalkJob> WalkExchange::take() {
@@ -21,7 +21,7 @@ std::optional<WalkJob> WalkExchange::take() {
         hasChanged_.wait(mutex_);
     }
     if (waitingJobs() == 0 || stop_.stop_requested()) {
-        hasChanged_.notify_all(); // Nobody can give anything any more; this thread stays idle.
+        hasChanged_.notifyAll(); // Nobody can give anything any more; this thread stays idle.
         return std::nullopt;
     }
     --idle_;
@@ -38,13 +38,13 @@ std::optional<WalkJob> WalkExchange::take() {
 }
 
 void WalkExchange::give(WalkJob job) {
-    const Locked locked(mutex_);
-    given_.push_back(std::move(job));
-    if (idle_ > 0) {
-        hasChanged_.notify_one();
+    {
+        const Locked locked(mutex_);
+        given_.push_back(std::move(job));
+        startThreadIfUseful();
+        changed();
     }
-    startThreadIfUseful();
-    changed();
+    hasChanged_.notifyOne(); // Whoever wakes finds the mutex free.
 }
 
 void WalkExchange::startThreadIfUseful() {

@@ -6,7 +6,6 @@
 #include "Platform/linux/FolderStack.h"
 
 #include <atomic>
-#include <condition_variable>
 #include <cstddef>
 #include <functional>
 #include <memory>
@@ -66,7 +65,7 @@ class WalkExchange final {
     std::atomic<std::ptrdiff_t> wanting_ = 0;
 
     AnnotatedMutex mutex_;
-    std::condition_variable_any hasChanged_;
+    AnnotatedCondition hasChanged_;
     std::vector<WalkJob> given_ LUMO_GUARDED_BY(mutex_);
     std::size_t nextRequest_ LUMO_GUARDED_BY(mutex_) = 0;
     std::size_t mostThreads_ LUMO_GUARDED_BY(mutex_);

@@ -99,6 +99,21 @@ std::string withoutEmptyParts(std::string_view path) {
 
 } // namespace
 
+EntryMark markOf(const std::string& path) {
+    struct stat status = {};
+    if (lstat(path.c_str(), &status) != 0) {
+        return {};
+    }
+#ifdef __APPLE__
+    const timespec& changed = status.st_ctimespec;
+#else
+    const timespec& changed = status.st_ctim;
+#endif
+    return {.object = {.device = static_cast<std::uint64_t>(status.st_dev), .inode = status.st_ino},
+            .changedSeconds = changed.tv_sec,
+            .changedNanoseconds = changed.tv_nsec};
+}
+
 bool isMissing(const std::string& path) {
     struct stat status = {};
     return lstat(path.c_str(), &status) != 0 && SystemError{errno}.isMissing();

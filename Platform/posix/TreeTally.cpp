@@ -91,6 +91,7 @@ void TreeTally::addTo(TreeSums& sums) const {
     sums.apparentBytes = saturatedSum(sums.apparentBytes, apparentBytes);
     sums.fileCount += fileCount;
     sums.unreadableCount += unreadableCount;
+    sums.hasSharedFiles = sums.hasSharedFiles || hasSharedFiles;
     if (hasModified) {
         keepLater(sums.lastModified, lastModified);
     }

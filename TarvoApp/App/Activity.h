@@ -23,6 +23,7 @@ struct Task {
     std::stop_source stop;       ///< Ends it; a cleanup after the action in hand.
     std::stop_source cancelTool; ///< Ends a tool that a cleanup has started, too.
     lumo::ScanProgress scan;
+    lumo::ScanMemory measured; ///< By a scan's first pass, for its second.
     lumo::Archiver::ArchiveProgress archive;
     std::atomic<std::size_t> action = 0; ///< The one in hand of a cleanup.
 

@@ -70,7 +70,8 @@ void ScanningDesk::runPass(ScanPass pass) {
                         .full = fullReport_,
                         .cleaned = cleanedSince_,
                         .progress = &task->scan,
-                        .stop = {}};
+                        .stop = {},
+                        .memory = &task->measured};
     ground_.background.start(task->stop, [this, task, request](const std::stop_token& stop) mutable {
         request.stop = stop;
         std::shared_ptr<ScanResult> result;

@@ -63,7 +63,7 @@ std::optional<ScanResult> scanResult(const PassRequest& request) {
     const std::string& home = request.desk.home;
     std::optional<lumo::ScanReport> report =
         scanned(rulesFor(request.pass, home), optionsFor(request.pass, home), request.desk,
-                {.progress = request.progress, .stop = request.stop});
+                {.progress = request.progress, .stop = request.stop, .memory = request.memory});
     if (!report) {
         return std::nullopt;
     }

@@ -55,6 +55,7 @@ struct PassRequest {
     std::set<std::string> cleaned;
     lumo::ScanProgress* progress = nullptr;
     std::stop_token stop;
+    lumo::ScanMemory* memory = nullptr; ///< The same for both passes of one scan; used while a pass runs.
 };
 
 /// Scans and plans. Absent only when a stop was requested. A snapshot is compared with the older ones before

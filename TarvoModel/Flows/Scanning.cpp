@@ -25,6 +25,7 @@ std::optional<lumo::ScanReport> scanned(const std::vector<lumo::Rule>& rules,
                                {.startedAt = desk.now(),
                                 .stop = watch.stop,
                                 .progress = watch.progress,
+                                .memory = watch.memory,
                                 .findInstallers = lumo::Installers::located,
                                 .findAppCaches = appCacheRules});
 }

@@ -14,6 +14,7 @@ namespace tarvo {
 struct ScanWatch {
     lumo::ScanProgress* progress = nullptr;
     std::stop_token stop = {};
+    lumo::ScanMemory* memory = nullptr; ///< Shared by the two passes of one scan.
 };
 
 /// Why there is nothing to be learned from a scan: the home cannot be listed. Absent when it can.

@@ -81,6 +81,35 @@ TEST(Scanner, ReportsCachesOfApplicationsFromFiftyMegabytesUp) {
         IsEmpty());
 }
 
+TEST(Scanner, ASecondPassFindsWhatAScanAloneFindsAndMeasuresAgainOnlyWhatMayHaveChangedItsPlace) {
+    // Every rule and every unknown folder was walked twice in a row.
+    const TempHome home;
+    for (int number = 0; number < 200; ++number) {
+        home.file("steady/in/" + std::to_string(number), 10);
+    }
+    home.file("code/app/package.json", 5000);
+    home.file("linked/file", 9000);
+    home.hardLink("code/app/file", "linked/file");
+    home.hardLink(".unknown/file", "linked/file");
+    home.file(".other/file", 3000);
+    const std::vector<Rule> rules{ruleAt("steady", "~/steady"), ruleAt("linked", "~/linked"),
+                                  ruleAt("grows", "~/grows")};
+    home.file("grows/first", 10);
+    ScanMemory memory;
+    const ScanOptions quick{.home = {}, .includeProjects = false, .unclassifiedMinimumBytes = 1};
+    const ScanOptions full{.home = {}, .unclassifiedMinimumBytes = 1};
+    scan(home, {rules[0], rules[2]}, quick, {.memory = &memory});
+    home.file("grows/second", 10);
+    ScanProgress progress;
+    const ScanReport second = scan(home, rules, full, {.progress = &progress, .memory = &memory});
+    const ScanReport alone = scan(home, rules, full);
+    EXPECT_EQ(second.findings, alone.findings);
+    EXPECT_EQ(second.projects, alone.projects);
+    EXPECT_EQ(second.unclassified, alone.unclassified);
+    EXPECT_LT(progress.walked.entries, 20);
+    EXPECT_GT(progress.walked.entries, 8);
+}
+
 TEST(Scanner, FindsProjectsButNoneInsideAnotherNorWhereNoneAreLookedFor) {
     const TempHome home;
     home.files({"code/app/package.json", "code/app/packages/lib/package.json", "code/.hidden/package.json",
