@@ -4,57 +4,19 @@
 #include "LumoCore/Basics/ToolOutput.h"
 #include "Platform/ToolCommand.h"
 
-#include <algorithm>
-#include <condition_variable>
-#include <mutex>
-#include <thread>
-
 namespace lumo {
 
 namespace {
 
 constexpr int notStarted = 127;
 
-/// Requests a stop when the time is over, or when another stop is requested.
-class Deadline final {
-  public:
-    Deadline(std::chrono::milliseconds patience, const std::stop_token& outer)
-        : onOuter_(outer, [this] { stop_.request_stop(); }),
-          thread_([this, patience](const std::stop_token& done) {
-              std::unique_lock lock(mutex_);
-              if (!wakes_.wait_for(lock, done, patience, [&] { return done.stop_requested(); })) {
-                  isOver_ = true;
-                  stop_.request_stop();
-              }
-          }) {}
-
-    [[nodiscard]] std::stop_token token() const { return stop_.get_token(); }
-
-    /// Ends waiting; true when the time was over before.
-    bool finish() {
-        thread_.request_stop();
-        thread_.join();
-        return isOver_;
-    }
-
-  private:
-    std::stop_source stop_;
-    std::stop_callback<std::function<void()>> onOuter_;
-    std::mutex mutex_;
-    std::condition_variable_any wakes_;
-    bool isOver_ = false; ///< Read once the thread has ended.
-    std::jthread thread_;
-};
-
 } // namespace
 
 std::expected<std::string, NoAnswer> askTool(const std::vector<std::string>& words,
                                              const InventoryQuery& query,
                                              std::chrono::milliseconds patience) {
-    Deadline deadline(patience, query.stop);
-    platform::ToolRun ran = platform::runTool(words, query.home, deadline.token());
-    const bool isTooSlow = deadline.finish();
-    if (ran.wasEndedByUs || isTooSlow) {
+    platform::ToolRun ran = platform::runToolInTime(words, query.home, patience, query.stop);
+    if (ran.wasEndedByUs) {
         return std::unexpected(
             NoAnswer{.reason = Words{"{} no ha respondido a tiempo", "{} did not answer in time"}.in(
                          query.language, words.front())});
