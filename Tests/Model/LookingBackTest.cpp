@@ -79,8 +79,8 @@ TEST(HistoryRows, TellsCleanupsApartByTimeCallerBatchAndAnActionThatComesAgain) 
                             ElementsAre("large"), ElementsAre("large", "small")));
     EXPECT_EQ(cleanups.back().number, 0);
     EXPECT_EQ(cleanups.front().number, 7);
-    EXPECT_EQ(factsText(cleanups[4], Language::es), "3 bytes liberados · a petición de Claude");
-    EXPECT_EQ(historyTotalText(log, cleanups.size(), Language::en), "7 GB in 7 cleanups");
+    EXPECT_EQ(factsText(cleanups[4], Language::es), "<1 MB liberados · a petición de Claude");
+    EXPECT_EQ(historyTotalText(log, cleanups.size(), Language::en), "7.0 GB in 7 cleanups");
     EXPECT_THAT(historyRows({}, {}), IsEmpty());
 }
 
@@ -103,7 +103,7 @@ TEST(HistoryRows, OffersWhatIsStillHeldAndSaysWhatBecameOfTheRest) {
     EXPECT_EQ(cleanups.front().items[1].text, "freed");
     EXPECT_EQ(cleanups.front().items[2].text, "failed: it was cut short half-way");
     EXPECT_EQ(factsText(cleanups.front(), Language::en),
-              "1 GB freed · 3 GB set aside · 1 failure · 1 item can go back");
+              "1.0 GB freed · 3.0 GB set aside · 1 failure · 1 item can go back");
 }
 
 TEST(GrowthSeries, HasTheLargestChangesFirstWithWhatIsNewGoneAndLess) {
@@ -126,12 +126,12 @@ TEST(GrowthSeries, HasTheLargestChangesFirstWithWhatIsNewGoneAndLess) {
                             GrowthPoint{start + 48h, 6 * gigabyte}));
     EXPECT_EQ(lines[2].id, "less");
     EXPECT_EQ(lines[2].delta, -3 * gigabyte);
-    EXPECT_EQ(changeText(lines[2].delta, Language::es), "−3 GB");
+    EXPECT_EQ(changeText(lines[2].delta, Language::es), "−3,0 GB");
     EXPECT_EQ(lines[3].change, GrowthChange::appeared);
     EXPECT_EQ(changeWord(lines[3], Language::es), "nuevo");
     EXPECT_EQ(lines[4].change, GrowthChange::vanished);
-    EXPECT_TRUE(lineText(lines[1], Language::en).starts_with("6 GB now, +4 GB since "));
-    EXPECT_NE(lineText(lines[1], Language::en).find("; at most 8 GB on "), std::string::npos);
+    EXPECT_TRUE(lineText(lines[1], Language::en).starts_with("6.0 GB now, +4.0 GB since "));
+    EXPECT_NE(lineText(lines[1], Language::en).find("; at most 8.0 GB on "), std::string::npos);
     EXPECT_THAT(growthSeries({stored[0]}, 4), IsEmpty()) << "one point is no line";
     EXPECT_THAT(growthSeries({stored[0], stored[0]}, 4), SizeIs(1)) << "only the free space";
 }
