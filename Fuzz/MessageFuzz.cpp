@@ -2,10 +2,11 @@
 #include "TarvoMCP/Message.h"
 #include "TarvoMCP/Protocol.h"
 
-// Whatever a client sends, it is read as one kind of message, and what is answered can be read again.
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace tarvo::mcp;
-    const Message message = readMessage(text(data, size));
+using namespace tarvo::mcp;
+
+namespace {
+
+void take(const Message& message) {
     if (const auto* malformed = std::get_if<Malformed>(&message)) {
         check(lumo::parseJson(errorLine(malformed->id, malformed->code, malformed->reason)).has_value());
     }
@@ -16,6 +17,19 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         check(peer.name.find('\x1B') == std::string::npos);
         versionInRequest(request->params);
         peerOfRequest(request->params);
+    }
+}
+
+} // namespace
+
+// Whatever a client sends, it is read as one kind of message, and what is answered can be read again.
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const Message message = readMessage(text(data, size));
+    take(message);
+    if (const auto* batch = std::get_if<Batch>(&message)) {
+        for (const JsonValue& member : batch->members) {
+            take(messageIn(member));
+        }
     }
     return 0;
 }

@@ -80,4 +80,7 @@ SystemResult<std::string> resolvedPath(const std::string& path, FinalLink last);
 /// Where an existing path really leads, all links followed; absolute.
 SystemResult<std::string> withoutLinks(const std::string& path);
 
+/// True when the paths are spelled alike, or lead to the same place that is there.
+bool isSamePlace(const std::string& left, const std::string& right);
+
 } // namespace lumo::platform

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -17,6 +18,11 @@ std::size_t terminalColumns(Stream stream);
 
 /// Writes all bytes; false when the disk is full or an interrupt was noted.
 bool writeAll(Stream stream, std::string_view bytes);
+
+/// Writes some of the bytes, as many as fit without waiting, and says how many; 0 when the stream took none
+/// for that long. Absent when nobody reads it any more, the disk is full or an interrupt was noted.
+std::optional<std::size_t> writeWhatFits(Stream stream, std::string_view bytes,
+                                         std::chrono::milliseconds patience);
 
 /// The next line of standard input, without its line feed and at most 4096 bytes of it; absent at the end of
 /// the input and after an interrupt was noted.

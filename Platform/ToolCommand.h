@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <stop_token>
 #include <string>
 #include <vector>
@@ -34,5 +35,10 @@ struct ToolRun {
 /// be called from several threads.
 ToolRun runTool(const std::vector<std::string>& arguments, const std::string& home, std::stop_token stop = {},
                 const std::vector<std::string>& variables = {});
+
+/// The same for a tool that is expected to answer soon: it is stopped when the time is over, and counts as
+/// ended by us then.
+ToolRun runToolInTime(const std::vector<std::string>& arguments, const std::string& home,
+                      std::chrono::milliseconds patience, const std::stop_token& stop = {});
 
 } // namespace lumo::platform

@@ -35,6 +35,7 @@ CLI::callback_t wordInto(std::string& word);
 void addScanCommand(CLI::App& app, Action& chosen);
 void addPlanCommand(CLI::App& app, Action& chosen);
 void addCleanCommand(CLI::App& app, Action& chosen);
+void addFindCommand(CLI::App& app, Action& chosen);
 void addHoldingCommands(CLI::App& app, Action& chosen);
 void addHistoryCommand(CLI::App& app, Action& chosen);
 void addRulesCommand(CLI::App& app, Action& chosen);
@@ -49,6 +50,7 @@ void addSpaceCommand(CLI::App& app, Action& chosen);
 void addSettingsCommand(CLI::App& app, Action& chosen);
 void addAgentsCommand(CLI::App& app, Action& chosen);
 void addMapCommand(CLI::App& app, Action& chosen);
+void addWeeklyCommand(CLI::App& app, Action& chosen);
 void addMcpCommand(CLI::App& app, Action& chosen);
 
 } // namespace tarvo

@@ -1,5 +1,4 @@
 #include "LumoCore/Basics/ByteFormat.h"
-#include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/History/GrowthTracker.h"
@@ -36,12 +35,7 @@ std::string heading(lumo::Date since, lumo::Date now) {
 /// Why there is nothing to compare with, and how there will be.
 std::string reasonForNoBaseline(const lumo::platform::SystemResult<std::vector<lumo::DiskSnapshot>>& stored,
                                 const lumo::SnapshotStore& store) {
-    if (!stored) {
-        return Words{"No he podido leer los análisis anteriores en {}: {}.",
-                     "The earlier scans in {} could not be read: {}."}
-            .with(lumo::printable(store.path()), lumo::reasonText(stored.error()));
-    }
-    return noBaselineText(*stored);
+    return stored ? noBaselineText(*stored) : unreadableSnapshotsText(store.path(), stored.error());
 }
 
 std::string textOfItems(const Growth& growth, lumo::Date now, const Invocation& invocation) {

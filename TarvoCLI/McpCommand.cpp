@@ -4,10 +4,14 @@
 #include "Platform/Terminal.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoMCP/Message.h"
+#include "TarvoMCP/Outbox.h"
 #include "TarvoMCP/Server.h"
 #include "TarvoMCP/Tools.h"
 
+#include <chrono>
 #include <memory>
+#include <string>
+#include <string_view>
 
 namespace tarvo {
 
@@ -23,19 +27,19 @@ ExitCode serve(bool isReadOnly, const Invocation& invocation) {
     // Root on somebody else's home may look, as on the command line.
     const bool mayChange = !isReadOnly && !lumo::HomeLock::isForeign(invocation.home);
     const mcp::Offer offer = mayChange ? mcp::Offer::everything : mcp::Offer::looking;
-    std::vector<mcp::Tool> tools = mcp::lookingTools(workspace, offer);
-    if (mayChange) {
-        for (mcp::Tool& tool : mcp::changingTools(workspace)) {
-            tools.push_back(std::move(tool));
-        }
-    }
-    mcp::Server server(
-        {.version = TARVO_VERSION, .instructions = mcp::instructions(offer)}, std::move(tools),
-        [](const std::string& line) { return platform::writeAll(platform::Stream::output, line + "\n"); });
+    mcp::Outbox outbox([](std::string_view bytes) {
+        constexpr std::chrono::seconds patience{1};
+        return platform::writeWhatFits(platform::Stream::output, bytes, patience);
+    });
+    mcp::Server server({.version = TARVO_VERSION, .instructions = mcp::instructions(offer)},
+                       mcp::offeringsOf(workspace, offer),
+                       [&](const std::string& line, mcp::Line kind) { return outbox.put(line, kind); });
     using State = platform::LineInput::State;
     platform::LineInput input(mcp::mostMessageBytes);
     std::string line;
-    for (State state = input.next(line); state != State::end && !server.isEnded(); state = input.next(line)) {
+    // A client that asks and does not read what it is answered is not asked for more.
+    for (State state = input.next(line); state != State::end && !server.isEnded() && outbox.waitForRoom();
+         state = input.next(line)) {
         if (state == State::line) {
             server.receive(line);
         } else {
@@ -43,6 +47,7 @@ ExitCode serve(bool isReadOnly, const Invocation& invocation) {
         }
     }
     server.end();
+    outbox.close();
     return platform::wasInterrupted() ? ExitCode::interrupted : ExitCode::done;
 }
 

@@ -8,7 +8,19 @@ namespace tarvo {
 
 using lumo::Words;
 
+void addItemOption(CLI::App& command, std::vector<std::string>& items) {
+    command
+        .add_option("--item", wordsInto(items),
+                    Words{"esto que encontró tarvo buscar; sin otra cosa, solo esto",
+                          "this that tarvo find found; without anything else, only this"}
+                        .in())
+        ->type_name("ID")
+        ->expected(1)
+        ->take_all();
+}
+
 void addPlanOptions(CLI::App& command, PlanArguments& arguments) {
+    addItemOption(command, arguments.items);
     command
         .add_option(
             "--include", wordsInto(arguments.include),
@@ -48,9 +60,15 @@ void addPlanOptions(CLI::App& command, PlanArguments& arguments) {
         ->take_all();
 }
 
+bool asksForItemsAlone(const PlanArguments& arguments) {
+    return !arguments.items.empty() && arguments.include.empty() && arguments.only.empty() &&
+           !arguments.includesActiveDependencies;
+}
+
 PlanRequest planRequest(const PlanArguments& arguments) {
     PlanRequest request{.report = nullptr,
                         .include = {arguments.include.begin(), arguments.include.end()},
+                        .items = arguments.items,
                         .includesActiveDependencies = arguments.includesActiveDependencies,
                         .activeDays = arguments.activeDays,
                         .excludedProjects = arguments.excludedProjects};
@@ -76,6 +94,9 @@ std::expected<Plan, ExitCode> planOrComplain(const PlanRequest& request, const D
     Plan plan = planned(request, desk);
     if (plan.problem) {
         return std::unexpected(complain(*plan.problem, ExitCode::failed));
+    }
+    if (!plan.unknownItems.empty()) {
+        return std::unexpected(complain(unknownItemsText(plan.unknownItems), ExitCode::usage));
     }
     if (request.protectedFolders) {
         if (const auto missing = missingFolderText(*request.protectedFolders, desk.home)) {

@@ -22,9 +22,17 @@ struct PlanArguments {
     std::optional<std::int64_t> activeDays;
     std::vector<std::string> protectedFolders;
     std::vector<std::string> excludedProjects;
+    std::vector<std::string> items; ///< Of inventories.
 };
 
 void addPlanOptions(CLI::App& command, PlanArguments& arguments);
+
+/// True when items of inventories are asked for and nothing else: then nothing is scanned, and nothing else
+/// is taken.
+bool asksForItemsAlone(const PlanArguments& arguments);
+
+/// Adds the option by which items are named.
+void addItemOption(CLI::App& command, std::vector<std::string>& items);
 
 /// What was asked for, without what is planned from.
 PlanRequest planRequest(const PlanArguments& arguments);

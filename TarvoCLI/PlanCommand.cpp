@@ -24,12 +24,14 @@ ExitCode runPlan(const PlanCommandArguments& arguments, const Invocation& invoca
         return *refused;
     }
     PlanRequest request = planRequest(arguments.plan);
-    const auto report = reportFrom(arguments.source, invocation);
-    if (!report) {
-        return report.error();
+    if (!asksForItemsAlone(arguments.plan) || arguments.source.file) {
+        const auto report = reportFrom(arguments.source, invocation);
+        if (!report) {
+            return report.error();
+        }
+        request.report = *report;
+        request.isReportFromFile = arguments.source.file.has_value();
     }
-    request.report = *report;
-    request.isReportFromFile = arguments.source.file.has_value();
     const auto plan = planOrComplain(request, desk);
     if (!plan) {
         return plan.error();

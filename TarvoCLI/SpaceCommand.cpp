@@ -1,8 +1,12 @@
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Inventories/SystemSpace.h"
+#include "TarvoCLI/CommandDesk.h"
 #include "TarvoCLI/Commands.h"
+#include "TarvoCLI/FindText.h"
 #include "TarvoCLI/Paragraph.h"
+#include "TarvoCLI/Watching.h"
+#include "TarvoModel/Flows/Finding.h"
 
 namespace tarvo {
 
@@ -47,6 +51,23 @@ std::string textOfSpace(const SystemSpace& space) {
     return shown;
 }
 
+/// What the system keeps outside the home, with what an administrator can run. A Mac's answer is a fixed one.
+std::string keptBySystem(const Invocation& invocation) {
+    if (lumo::currentSystem() == lumo::System::macos) {
+        return {};
+    }
+    std::vector<lumo::Inventory> inventories;
+    const bool isWhole = watchWalk(
+        invocation,
+        [&](const lumo::FileTree::Watch& watch) {
+            inventories = found({.kinds = {lumo::InventoryKind::system}}, deskOf(invocation, "space"),
+                                {.progress = watch.progress, .stop = watch.stop});
+        },
+        [] { return Words{"Midiendo lo que guarda el sistema", "Measuring what the system keeps"}.in(); });
+    const bool hasItems = isWhole && !inventories.empty() && !inventories.front().items.empty();
+    return hasItems ? "\n" + findText(inventories, ItemMarks::none, invocation) : std::string();
+}
+
 } // namespace
 
 void addSpaceCommand(CLI::App& app, Action& chosen) {
@@ -57,7 +78,7 @@ void addSpaceCommand(CLI::App& app, Action& chosen) {
                 const SystemSpace space = SystemSpace::measure("/");
                 return print(invocation.isJson
                                  ? lumo::dumpJson(lumo::encode(space), lumo::JsonLayout::indented) + "\n"
-                                 : textOfSpace(space));
+                                 : textOfSpace(space) + keptBySystem(invocation));
             };
         });
 }

@@ -35,7 +35,7 @@ void sayItEnds() {
 
 } // namespace
 
-lumo::Result<Cleaned> watchedCleanup(const PlanRequest& request, const Agreement& agreed, const Desk& desk,
+lumo::Result<Cleaned> watchedCleanup(const std::function<lumo::Result<Cleaned>(const CleanupWatch&)>& clean,
                                      const Invocation& invocation) {
     platform::noteInterrupts();
     std::stop_source stop;
@@ -48,7 +48,7 @@ lumo::Result<Cleaned> watchedCleanup(const PlanRequest& request, const Agreement
                                .cancelTool = cancel.get_token()};
     lumo::Result<Cleaned> cleaned;
     bool hasShown = false;
-    watch([&] { cleaned = clean(request, agreed, desk, cleanup); },
+    watch([&] { cleaned = clean(cleanup); },
           [&](int ticks) {
               if (platform::wasInterrupted() && stop.request_stop() && invocation.showsProgress) {
                   sayItEnds();

@@ -1,6 +1,7 @@
 #include "LumoCore/Basics/Result.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
+#include "TarvoModel/Flows/LanguageChoice.h"
 #include "Platform/Environment.h"
 #include "Platform/Folder.h"
 #include "Platform/Terminal.h"
@@ -120,6 +121,7 @@ void addCommands(CLI::App& app, Action& chosen) {
     addScanCommand(app, chosen);
     addPlanCommand(app, chosen);
     addCleanCommand(app, chosen);
+    addFindCommand(app, chosen);
     addHoldingCommands(app, chosen);
     addArchiveCommand(app, chosen);
     addHistoryCommand(app, chosen);
@@ -134,6 +136,7 @@ void addCommands(CLI::App& app, Action& chosen) {
     addSettingsCommand(app, chosen);
     addAgentsCommand(app, chosen);
     addMapCommand(app, chosen);
+    addWeeklyCommand(app, chosen);
     addMcpCommand(app, chosen);
 }
 
@@ -240,6 +243,7 @@ std::vector<std::string> argumentsFrom(int count, char** words) {
 }
 
 ExitCode run(int count, char** words) {
+    speakAsChosen(lumo::platform::environmentVariable("HOME").value_or(""));
     CLI::App app(
         Words{"Analiza y limpia tu disco sin miedo.", "Analyze and clean your disk without fear."}.in(),
         "tarvo");

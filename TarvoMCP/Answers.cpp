@@ -71,6 +71,19 @@ Analysis analysisOf(const lumo::ScanReport& report, bool isQuick, std::int64_t r
     return analysis;
 }
 
+namespace {
+
+ListedEntry entryOf(const lumo::FolderContents::Item& item) {
+    ListedEntry entry{item.name, item.path, item.bytes, item.isDirectory, {}};
+    for (const lumo::FolderContents::Item& child : firstOf(item.children, mostInside)) {
+        entry.inside = entry.inside.value_or(std::vector<lumo::NamedSize>());
+        entry.inside->push_back({child.name, child.bytes, child.isDirectory});
+    }
+    return entry;
+}
+
+} // namespace
+
 FolderAnswer contentsOf(const std::string& path, const lumo::FileTree::Breakdown& breakdown,
                         const lumo::FolderContents::Listing& listing, const Page& page) {
     FolderAnswer answer{.path = path,
@@ -78,21 +91,27 @@ FolderAnswer contentsOf(const std::string& path, const lumo::FileTree::Breakdown
                         .files = breakdown.usage.fileCount,
                         .unreadable = breakdown.usage.unreadableCount,
                         .skipped = listing.skipped,
-                        .items = listing.items,
+                        .items = {},
                         .moreItems = {},
-                        .extensions = firstOf(breakdown.extensions, mostExtensions)};
+                        .extensions = {}};
+    std::ranges::transform(listing.items, std::back_inserter(answer.items), entryOf);
+    const auto rest =
+        std::ranges::find_if(answer.items, [](const ListedEntry& entry) { return entry.path.empty(); });
+    if (rest != answer.items.end()) {
+        std::rotate(rest, std::next(rest), answer.items.end());
+    }
     answer.moreItems = cutBySize(answer.items, page);
-    for (lumo::FolderContents::Item& item : answer.items) {
-        item.children = firstOf(std::move(item.children), mostInside);
+    for (const lumo::NamedSize& extension : firstOf(breakdown.extensions, mostExtensions)) {
+        answer.extensions.push_back({extension.name, extension.bytes});
     }
     return answer;
 }
 
 Fate fateOf(const lumo::CleanupAction& action) {
-    if (std::holds_alternative<lumo::method::Command>(action.method)) {
-        return Fate::byItsOwnTool;
+    if (action.safety == lumo::Safety::safe) {
+        return Fate::deletedAtOnce;
     }
-    return action.safety == lumo::Safety::safe ? Fate::deletedAtOnce : Fate::setAside;
+    return std::holds_alternative<lumo::method::Command>(action.method) ? Fate::byItsOwnTool : Fate::setAside;
 }
 
 namespace {
@@ -157,6 +176,7 @@ CleaningAnswer pageOf(const std::vector<lumo::CleanupOutcome>& outcomes, const P
                           .outcomes = {},
                           .moreOutcomes = {},
                           .leftOut = {},
+                          .moreLeftOut = 0,
                           .freedBytes = sums.freed,
                           .setAsideBytes = sums.trashed};
     std::ranges::transform(outcomes, std::back_inserter(answer.outcomes), cleanedItem);
@@ -180,6 +200,7 @@ CleaningAnswer cleaningAnswer(const std::string& plan, const Cleaned& cleaned, c
     for (const LeftOut& left : firstOf(cleaned.leftOut, mostLeftOut)) {
         answer.leftOut.push_back({left.id, left.title, left.reason});
     }
+    answer.moreLeftOut = leftOut(cleaned.leftOut.size(), mostLeftOut);
     return answer;
 }
 
@@ -223,6 +244,10 @@ std::string cleanedText(const CleaningAnswer& answer, const Page& page) {
     for (const LeftItem& left : firstOf(answer.leftOut, mostLines)) {
         text += Words{"\n• se ha dejado como estaba {}: {}", "\n• left as it was: {}: {}"}.with(
             lumo::printableWithStrays(left.title), lumo::printableWithStrays(left.reason));
+    }
+    if (const std::int64_t more = leftOut(answer.leftOut.size(), mostLines) + answer.moreLeftOut; more > 0) {
+        text +=
+            Words{"\n… y {} más se han dejado como estaban", "\n… and {} more left as they were"}.with(more);
     }
     return text + moreLine(answer.moreOutcomes, page);
 }

@@ -91,6 +91,28 @@ struct Analysis {
 Analysis analysisOf(const lumo::ScanReport& report, bool isQuick, std::int64_t recoverableBytes,
                     const Page& page);
 
+struct ListedEntry {
+    std::string name;
+    std::string path; ///< Empty for what stands for all smaller ones.
+    std::int64_t bytes = 0;
+    bool isDirectory = false;
+    std::optional<std::vector<lumo::NamedSize>> inside; ///< The largest things in a folder.
+
+    static constexpr auto fields = std::tuple{
+        lumo::field("name", &ListedEntry::name), lumo::field("path", &ListedEntry::path),
+        lumo::field("bytes", &ListedEntry::bytes), lumo::field("isDirectory", &ListedEntry::isDirectory),
+        lumo::field("inside", &ListedEntry::inside)};
+};
+
+/// What the files with one extension take.
+struct ExtensionSize {
+    std::string name;
+    std::int64_t bytes = 0;
+
+    static constexpr auto fields =
+        std::tuple{lumo::field("name", &ExtensionSize::name), lumo::field("bytes", &ExtensionSize::bytes)};
+};
+
 struct FolderAnswer {
     std::string path;
     std::int64_t bytes = 0;
@@ -98,9 +120,9 @@ struct FolderAnswer {
     std::int64_t unreadable = 0;
     std::vector<std::string>
         skipped; ///< Folders that were opened through, since they hold nearly everything.
-    std::vector<lumo::FolderContents::Item> items;
+    std::vector<ListedEntry> items;
     More moreItems;
-    std::vector<lumo::NamedSize> extensions;
+    std::vector<ExtensionSize> extensions;
 
     static constexpr auto fields = std::tuple{lumo::field("path", &FolderAnswer::path),
                                               lumo::field("bytes", &FolderAnswer::bytes),
@@ -111,6 +133,7 @@ struct FolderAnswer {
                                               lumo::field("moreItems", &FolderAnswer::moreItems),
                                               lumo::field("extensions", &FolderAnswer::extensions)};
 };
+/// What stands for the smaller entries of a large folder comes last, however much they take together.
 FolderAnswer contentsOf(const std::string& path, const lumo::FileTree::Breakdown& breakdown,
                         const lumo::FolderContents::Listing& listing, const Page& page);
 
@@ -125,7 +148,7 @@ struct GrowthAnswer {
                    lumo::field("moreItems", &GrowthAnswer::moreItems)};
 };
 
-/// What would become of something in a cleanup.
+/// What would become of something in a cleanup; what recreates itself is deleted at once, whoever does it.
 enum class Fate { deletedAtOnce, setAside, byItsOwnTool };
 
 struct ProposedItem {
@@ -214,7 +237,8 @@ struct CleaningAnswer {
     std::optional<std::string> plan;
     std::vector<CleanedItem> outcomes; ///< Failures first.
     More moreOutcomes;
-    std::vector<LeftItem> leftOut;
+    std::vector<LeftItem> leftOut; ///< The first few.
+    std::int64_t moreLeftOut = 0;
     std::int64_t freedBytes = 0;
     std::int64_t setAsideBytes = 0;
 
@@ -222,6 +246,7 @@ struct CleaningAnswer {
                                               lumo::field("outcomes", &CleaningAnswer::outcomes),
                                               lumo::field("moreOutcomes", &CleaningAnswer::moreOutcomes),
                                               lumo::field("leftOut", &CleaningAnswer::leftOut),
+                                              lumo::field("moreLeftOut", &CleaningAnswer::moreLeftOut),
                                               lumo::field("freedBytes", &CleaningAnswer::freedBytes),
                                               lumo::field("setAsideBytes", &CleaningAnswer::setAsideBytes)};
 };

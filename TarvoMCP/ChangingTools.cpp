@@ -228,12 +228,11 @@ ToolAnswer clean(Workspace& workspace, const ToolCall& call) {
     if (!handle || !ids) {
         return problem(handle ? ids.error().message : handle.error().message);
     }
-    const ProposedPlan* kept = workspace.planNamed(handle->value_or(""));
-    if (kept == nullptr) {
+    const auto kept = workspace.planNamed(handle->value_or(""));
+    if (!kept) {
         return problem(noSuchPlan());
     }
-    // While the question is open other plans may be proposed, and push this one out.
-    const ProposedPlan plan = *kept;
+    const ProposedPlan& plan = *kept;
     if (plan.cleaned) {
         return problem(
             Words{"Ese plan ya se llevó a cabo: no se ha tocado nada más. what_was_cleaned dice qué "
@@ -385,6 +384,7 @@ ToolAnswer archive(Workspace& workspace, const ToolCall& call) {
 std::vector<Tool> changingTools(const std::shared_ptr<Workspace>& workspace) {
     constexpr ToolHints deletes{.isReadOnly = false, .isDestructive = true, .isIdempotent = false};
     constexpr ToolHints moves{.isReadOnly = false, .isDestructive = false, .isIdempotent = false};
+    const std::string asWhatWasCleaned = Words{"como what_was_cleaned", "as what_was_cleaned"}.in();
     std::vector<Tool> tools;
     tools.push_back(
         {.name = "clean",
@@ -405,7 +405,7 @@ std::vector<Tool> changingTools(const std::shared_ptr<Workspace>& workspace) {
               {"items", listOf(schema("string"), Words{"identificadores; sin ellos, todo el plan",
                                                        "ids; without them the whole plan"}
                                                      .in())}}),
-         .output = schemaOf<CleaningAnswer>(cleaningWords()),
+         .output = outlineOf(schemaOf<CleaningAnswer>(), asWhatWasCleaned),
          .hints = deletes,
          .run = [workspace](const ToolCall& call) { return clean(*workspace, call); }});
     tools.push_back(
@@ -435,7 +435,7 @@ std::vector<Tool> changingTools(const std::shared_ptr<Workspace>& workspace) {
          .input = argumentsOf(
              {{"path", schema("string", Words{"ruta en la carpeta personal", "path in the home folder"}.in()),
                true}}),
-         .output = schemaOf<ArchiveAnswer>(cleaningWords()),
+         .output = outlineOf(schemaOf<ArchiveAnswer>(), asWhatWasCleaned),
          .hints = moves,
          .run = [workspace](const ToolCall& call) { return archive(*workspace, call); }});
     return tools;

@@ -8,10 +8,14 @@ namespace tarvo::mcp {
 
 namespace platform = lumo::platform;
 
-JsonValue questionForm(std::string_view message) {
-    return object({{"mode", word("form")},
-                   {"message", word(message)},
-                   {"requestedSchema", object({{"type", word("object")}, {"properties", object({})}})}});
+JsonValue questionForm(std::string_view message, const Peer& peer) {
+    JsonValue::Object form{
+        {"message", word(message)},
+        {"requestedSchema", object({{"type", word("object")}, {"properties", object({})}})}};
+    if (peer.readsModes()) {
+        form.insert(form.begin(), {"mode", word("form")});
+    }
+    return {std::move(form)};
 }
 
 Consent consentIn(const JsonValue& reply) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TarvoMCP/Json.h"
+#include "TarvoMCP/Protocol.h"
 
 #include <array>
 #include <cstdint>
@@ -24,7 +25,7 @@ enum class Consent {
 
 /// What the client is told to put to its user. Nothing has to be filled in: the form has only its two
 /// buttons.
-JsonValue questionForm(std::string_view message);
+JsonValue questionForm(std::string_view message, const Peer& peer);
 
 /// What the user answered in a client's reply to such a form.
 Consent consentIn(const JsonValue& reply);

@@ -1,5 +1,7 @@
 #include "TarvoMCP/Message.h"
 
+#include "LumoCore/Basics/Text.h"
+
 namespace tarvo::mcp {
 
 namespace {
@@ -41,32 +43,45 @@ Message readMessage(std::string_view text) {
     if (!document) {
         return Malformed{{}, ErrorCode::parseError, document.error().message};
     }
-    if (!std::holds_alternative<JsonValue::Object>(document->value)) {
-        return Malformed{{}, ErrorCode::invalidRequest, "a message is one object; batches are not read"};
+    const auto* members = std::get_if<JsonValue::Array>(&document->value);
+    if (members != nullptr && !members->empty()) {
+        return Batch{*members};
     }
-    const std::string* version = textIn(*document, "jsonrpc");
+    return messageIn(*document);
+}
+
+Message messageIn(const JsonValue& document) {
+    if (!std::holds_alternative<JsonValue::Object>(document.value)) {
+        return Malformed{{}, ErrorCode::invalidRequest, "a message is one object"};
+    }
+    const std::string* version = textIn(document, "jsonrpc");
     if (version == nullptr || *version != "2.0") {
-        return invalid(*document, "jsonrpc: expected \"2.0\"");
+        return invalid(document, "jsonrpc: expected \"2.0\"");
     }
-    if (document->find("method") == nullptr) {
-        return readResponse(*document);
+    if (document.find("method") == nullptr) {
+        return readResponse(document);
     }
-    const std::string* method = textIn(*document, "method");
-    const JsonValue* params = document->find("params");
+    const std::string* method = textIn(document, "method");
+    const JsonValue* params = document.find("params");
     if (method == nullptr) {
-        return invalid(*document, "method: expected a string");
+        return invalid(document, "method: expected a string");
     }
     const bool hasParams = params != nullptr && std::holds_alternative<JsonValue::Object>(params->value);
     const JsonValue given = hasParams ? *params : JsonValue();
-    const JsonValue* id = document->find("id");
+    const JsonValue* id = document.find("id");
     if (id == nullptr) {
         return Notification{*method, given}; // Never answered, whatever is wrong with it.
     }
     if (params != nullptr && !hasParams) {
-        return Malformed{idOf(*document), ErrorCode::invalidParams, "params: expected an object"};
+        return Malformed{idOf(document), ErrorCode::invalidParams, "params: expected an object"};
     }
     return isID(*id) ? Message(Request{*id, *method, given})
-                     : invalid(*document, "id: expected a string or a whole number");
+                     : invalid(document, "id: expected a string or a whole number");
+}
+
+std::string shown(const std::string* named) {
+    constexpr std::size_t mostColumns = 200;
+    return named != nullptr ? lumo::shortened(lumo::printable(*named), mostColumns) : std::string();
 }
 
 std::string requestLine(const JsonValue& id, std::string_view method, JsonValue params) {

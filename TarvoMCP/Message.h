@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 /// Messages of JSON-RPC 2.0, one a line, as the Model Context Protocol has them on standard input and output.
 namespace tarvo::mcp {
@@ -22,6 +23,7 @@ enum class ErrorCode {
     invalidParams = -32602,
     internalError = -32603,
     serverIsBusy = -32000,
+    noSuchResource = -32002, ///< Up to revision 2025-11-25; invalidParams from then on.
     unsupportedVersion = -32022,
 };
 
@@ -49,10 +51,21 @@ struct Malformed {
     std::string reason;
 };
 
-using Message = std::variant<Request, Notification, Response, Malformed>;
+/// Several messages in one list; those that are no messages are told when they are read.
+struct Batch {
+    std::vector<JsonValue> members; ///< One at least.
+};
+
+using Message = std::variant<Request, Notification, Response, Malformed, Batch>;
 
 /// Reads one line. Never fails: what is wrong with it is a kind of message.
 Message readMessage(std::string_view line);
+
+/// Reads a member of a batch, which is no batch itself.
+Message messageIn(const JsonValue& document);
+
+/// What a client named, as an error may show it; "" where it named nothing.
+std::string shown(const std::string* named);
 
 /// Messages of ours, each one line without its line feed.
 std::string requestLine(const JsonValue& id, std::string_view method, JsonValue params);

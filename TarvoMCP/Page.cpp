@@ -11,12 +11,6 @@ namespace {
 
 constexpr std::int64_t mostAtOnce = 200;
 
-/// A whole number from `least` on.
-JsonValue numberSchema(std::string_view description, std::int64_t least) {
-    return object(
-        {{"type", word("integer")}, {"minimum", number(least)}, {"description", word(description)}});
-}
-
 constexpr std::int64_t mostOffset = 1000000000;
 constexpr std::int64_t mostBytes = std::int64_t{1} << 60;
 
@@ -36,16 +30,13 @@ lumo::Result<std::int64_t> within(const JsonValue& arguments, std::string_view n
 } // namespace
 
 std::vector<Property> pageProperties(std::size_t usualLimit, HasSizes hasSizes) {
-    JsonValue limit = numberSchema(Words{"por lista", "a list"}.in(), 1);
-    auto& bounds = std::get<JsonValue::Object>(limit.value);
-    bounds.push_back({"maximum", number(mostAtOnce)});
-    bounds.push_back({"default", number(static_cast<std::int64_t>(usualLimit))});
-    std::vector<Property> properties{
-        {"limit", std::move(limit)},
-        {"offset", numberSchema(Words{"cuántos se saltan", "how many to skip"}.in(), 0)}};
+    // What they mean and how far they go the server says once for all tools, and again when they are wrong.
+    JsonValue limit = schema("integer");
+    std::get<JsonValue::Object>(limit.value)
+        .push_back({"default", number(static_cast<std::int64_t>(usualLimit))});
+    std::vector<Property> properties{{"limit", std::move(limit)}, {"offset", schema("integer")}};
     if (hasSizes == HasSizes::yes) {
-        properties.push_back(
-            {"minBytes", numberSchema(Words{"sin lo más pequeño", "without what is smaller"}.in(), 0)});
+        properties.push_back({"minBytes", schema("integer")});
     }
     return properties;
 }

@@ -32,6 +32,7 @@ struct More {
 
     static constexpr auto fields =
         std::tuple{lumo::field("count", &More::count), lumo::field("bytes", &More::bytes)};
+    static constexpr bool isPlain = true; ///< Its schema tells no more: it stands in every list.
 };
 
 /// Cuts the list to the page; `bytesOf` weighs an element.

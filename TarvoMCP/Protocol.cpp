@@ -30,11 +30,12 @@ std::string shownName(const JsonValue* info) {
 }
 
 JsonValue ourInfo(const ServerCard& card) {
-    return object({{"name", word("tarvo-ai")}, {"title", word("Tarvo AI")}, {"version", word(card.version)}});
+    return object({{"name", word("tarvo-ai")}, {"version", word(card.version)}});
 }
 
+/// What is offered never changes while the server runs, and nothing is watched for anybody.
 JsonValue ourCapabilities() {
-    return object({{"tools", object({})}});
+    return object({{"tools", object({})}, {"resources", object({})}, {"prompts", object({})}});
 }
 
 const JsonValue* noteIn(const JsonValue& params, std::string_view name) {
@@ -50,13 +51,11 @@ std::string handshakeVersion(std::string_view asked) {
 }
 
 Peer peerOfHandshake(const JsonValue& params) {
-    constexpr std::string_view firstThatAsks = "2025-06-18"; // And reads records.
     const std::string* asked = textIn(params, "protocolVersion");
     Peer peer{.version = handshakeVersion(asked != nullptr ? *asked : ""),
               .name = shownName(objectIn(params, "clientInfo"))};
-    // Revisions are dates, so their texts are in the order of their time.
-    peer.canBeAsked = peer.version >= firstThatAsks && canBeAsked(objectIn(params, "capabilities"));
-    peer.readsRecords = peer.version >= firstThatAsks;
+    // Questions came with records.
+    peer.canBeAsked = peer.readsRecords() && canBeAsked(objectIn(params, "capabilities"));
     return peer;
 }
 
@@ -80,10 +79,14 @@ std::optional<Peer> peerOfRequest(const JsonValue& params) {
                 .name = shownName(noteIn(params, "clientInfo"))};
 }
 
-JsonValue handshakeResult(const ServerCard& card, std::string_view version) {
-    return object({{"protocolVersion", word(version)},
+JsonValue handshakeResult(const ServerCard& card, const Peer& peer) {
+    JsonValue info = ourInfo(card);
+    if (peer.readsRecords()) {
+        std::get<JsonValue::Object>(info.value).push_back({"title", word("Tarvo AI")});
+    }
+    return object({{"protocolVersion", word(peer.version)},
                    {"capabilities", ourCapabilities()},
-                   {"serverInfo", ourInfo(card)},
+                   {"serverInfo", std::move(info)},
                    {"instructions", word(card.instructions)}});
 }
 
@@ -95,8 +98,17 @@ JsonValue discoverResult(const ServerCard& card) {
                    {"cacheScope", word("private")}});
 }
 
-JsonValue dressed(JsonValue result, const ServerCard& card, bool isStateless, std::string_view kind) {
-    if (isStateless) {
+JsonValue cacheable(JsonValue result, const Peer& peer, std::int64_t milliseconds) {
+    if (peer.isStateless) {
+        auto& members = std::get<JsonValue::Object>(result.value);
+        members.push_back({"ttlMs", number(milliseconds)});
+        members.push_back({"cacheScope", word("private")});
+    }
+    return result;
+}
+
+JsonValue dressed(JsonValue result, const ServerCard& card, const Peer& peer, std::string_view kind) {
+    if (peer.isStateless) {
         auto& members = std::get<JsonValue::Object>(result.value);
         members.insert(members.begin(), {"resultType", word(kind)});
         members.push_back({"_meta", object({{std::string(serverInfoKey), ourInfo(card)}})});

@@ -146,8 +146,10 @@ std::string cleaningQuestion(const Actions& actions, const lumo::ScanReport& rep
     Actions recreated;
     for (const CleanupAction& action : actions) {
         const Fate fate = fateOf(action);
-        const bool isRecreated = fate == Fate::deletedAtOnce || action.safety == lumo::Safety::safe;
-        (isRecreated ? recreated : fate == Fate::byItsOwnTool ? forGood : own).push_back(action);
+        (fate == Fate::deletedAtOnce  ? recreated
+         : fate == Fate::byItsOwnTool ? forGood
+                                      : own)
+            .push_back(action);
     }
     std::string question =
         Words{"{} pide limpiar {} con Tarvo AI.\n", "{} asks to clean {} with Tarvo AI.\n"}.with(

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "LumoCore/Cleanup/CleanupAction.h"
 #include "LumoCore/Cleanup/CleanupOutcome.h"
+#include "LumoCore/Rules/CleanupAction.h"
 #include "LumoCore/Scanning/ScanReport.h"
 
 #include <string>

@@ -1,7 +1,5 @@
 #include "TarvoMCP/Schema.h"
 
-#include "LumoCore/Basics/Words.h"
-
 #include <algorithm>
 #include <iterator>
 
@@ -16,16 +14,40 @@ void describe(JsonValue& schema, std::string description) {
 } // namespace
 
 JsonValue schemaOf(std::vector<Property> properties) {
-    JsonValue::Object members;
     std::vector<JsonValue> required;
-    for (Property& property : properties) {
+    for (const Property& property : properties) {
         if (property.isRequired) {
             required.push_back(word(property.name));
         }
+    }
+    JsonValue schema = recordOf(std::move(properties));
+    if (!required.empty()) {
+        std::get<JsonValue::Object>(schema.value).push_back({"required", list(std::move(required))});
+    }
+    return schema;
+}
+
+JsonValue recordOf(std::vector<Property> properties) {
+    JsonValue::Object members;
+    for (Property& property : properties) {
         members.push_back({std::move(property.name), std::move(property.schema)});
     }
-    return object(
-        {{"type", word("object")}, {"properties", {std::move(members)}}, {"required", list(required)}});
+    return object({{"type", word("object")}, {"properties", {std::move(members)}}});
+}
+
+JsonValue outlineOf(JsonValue record, std::string_view description) {
+    const auto isDetail = [](const JsonValue::Member& member) {
+        return member.name == "properties" || member.name == "items";
+    };
+    for (JsonValue::Member& part : std::get<JsonValue::Object>(record.value)) {
+        if (part.name == "properties") {
+            for (JsonValue::Member& property : std::get<JsonValue::Object>(part.value.value)) {
+                std::erase_if(std::get<JsonValue::Object>(property.value.value), isDetail);
+            }
+        }
+    }
+    describe(record, std::string(description));
+    return record;
 }
 
 JsonValue argumentsOf(std::vector<Property> properties) {
@@ -69,10 +91,6 @@ JsonValue oneOf(std::vector<Property> cases) {
 JsonValue withWords(JsonValue schema, std::string_view field, const FieldWords& words) {
     if (const auto said = words.find(field); said != words.end()) {
         describe(schema, said->second);
-    } else if (field == "safety") {
-        describe(schema, lumo::Words{"safe: se regenera solo; review: míralo antes; keep: no se borra",
-                                     "safe: recreates itself; review: needs a look; keep: never delete"}
-                             .in());
     }
     return schema;
 }

@@ -24,10 +24,15 @@ struct Property {
 JsonValue schemaOf(std::vector<Property> properties);
 /// The same with no others beside them.
 JsonValue argumentsOf(std::vector<Property> properties);
+/// Of a record that is given back. Which of its members are always there is not said: the lists of their
+/// names took a fifth of all that a model is told of the tools, and it reads what is there.
+JsonValue recordOf(std::vector<Property> properties);
+/// The record without what is inside its records and lists, for one that is described in full elsewhere.
+JsonValue outlineOf(JsonValue record, std::string_view description);
 JsonValue schema(std::string_view type, std::string_view description = {});
 JsonValue listOf(JsonValue items, std::string_view description = {});
 
-/// What is said of fields, by their names, wherever they stand in a record.
+/// What is said of fields, by their names; of several with one name, of the outermost.
 using FieldWords = std::map<std::string_view, std::string>;
 
 /// One of these texts.
@@ -36,7 +41,7 @@ JsonValue choiceOf(std::span<const std::string_view> names);
 JsonValue momentSchema();
 /// An object with one of the members.
 JsonValue oneOf(std::vector<Property> cases);
-/// With the words for the field, or those that go for a field of that name in every record.
+/// With the words for the field, where there are any.
 JsonValue withWords(JsonValue schema, std::string_view field, const FieldWords& words);
 
 /// As below, inside these records.
@@ -44,15 +49,15 @@ template <class Type, class... Around>
 JsonValue schemaIn(const FieldWords& words);
 
 template <class... Around, class Record, class Member>
-Property propertyOf(const lumo::Field<Record, Member>& field, const FieldWords& words) {
-    constexpr bool mayBeAbsent = lumo::IsOptional<Member>::value;
+Property propertyOf(const lumo::Field<Record, Member>& field, const FieldWords& words,
+                    const FieldWords& wordsInside) {
     JsonValue made;
-    if constexpr (mayBeAbsent) {
-        made = schemaIn<typename Member::value_type, Around...>(words);
+    if constexpr (lumo::IsOptional<Member>::value) {
+        made = schemaIn<typename Member::value_type, Around...>(wordsInside);
     } else {
-        made = schemaIn<Member, Around...>(words);
+        made = schemaIn<Member, Around...>(wordsInside);
     }
-    return {std::string(field.name), withWords(std::move(made), field.name, words), !mayBeAbsent};
+    return {std::string(field.name), withWords(std::move(made), field.name, words)};
 }
 
 template <class Type>
@@ -87,11 +92,15 @@ JsonValue schemaIn(const FieldWords& words) {
         return listOf(schemaIn<typename Type::value_type, Around...>(words));
     } else if constexpr (!lumo::FieldRecord<Type>) {
         return CasesOf<Type, Around...>::schema(words);
-    } else if constexpr ((std::is_same_v<Type, Around> || ...)) {
-        return schema("object"); // The same again, further in: said once.
+    } else if constexpr ((std::is_same_v<Type, Around> || ...) || requires { Type::isPlain; }) {
+        return schema("object"); // The same again, further in: said once. Or what tells itself.
     } else {
         return std::apply(
-            [&](const auto&... field) { return schemaOf({propertyOf<Type, Around...>(field, words)...}); },
+            [&](const auto&... field) {
+                FieldWords inside = words;
+                (inside.erase(field.name), ...);
+                return recordOf({propertyOf<Type, Around...>(field, words, inside)...});
+            },
             Type::fields);
     }
 }

@@ -1,35 +1,25 @@
 #pragma once
 
+#include "TarvoMCP/Calls.h"
+#include "TarvoMCP/Channel.h"
 #include "TarvoMCP/Message.h"
+#include "TarvoMCP/Offerings.h"
 #include "TarvoMCP/Protocol.h"
-#include "TarvoMCP/Tool.h"
 
 #include <chrono>
-#include <condition_variable>
-#include <deque>
-#include <functional>
-#include <map>
 #include <memory>
-#include <mutex>
 #include <optional>
-#include <stop_token>
 #include <string>
 #include <string_view>
-#include <thread>
-#include <vector>
 
 namespace tarvo::mcp {
 
-/// Answers a client. Messages are read on the caller's thread and calls are worked off one after the other on
-/// another one, so that a cancellation arrives while a call is at work. While one waits for the user, those
-/// that only look are worked off.
+/// Answers a client. Messages are read on the caller's thread and calls are worked off on others, so that a
+/// cancellation arrives while a call is at work.
 class Server final {
   public:
-    /// Sends one line to the client, from either thread, one at a time; false when nobody is there any more.
-    using Send = std::function<bool(const std::string& line)>;
-
     /// A call whose work or question takes long gives a sign of life at most each `beat`.
-    Server(ServerCard card, std::vector<Tool> tools, Send send,
+    Server(ServerCard card, Offerings offerings, Send send,
            std::chrono::milliseconds beat = std::chrono::seconds(10));
     ~Server() { end(); }
     Server(const Server&) = delete;
@@ -45,75 +35,33 @@ class Server final {
     void end();
 
     /// True once the client is gone.
-    [[nodiscard]] bool isEnded() const { return ending_.stop_requested(); }
+    [[nodiscard]] bool isEnded() const { return channel_.ending().stop_requested(); }
 
   private:
-    /// What a client is told of one call's progress. Used by any thread.
-    class Reporter;
+    /// The way back for messages that stand alone.
+    Reply alone();
 
-    struct Job {
-        Request request;
-        Peer peer;
-        const Tool* tool = nullptr;
-        std::stop_source stop;
-        std::shared_ptr<Reporter> reporter = {};
-    };
-    /// A question to the user that went out as a request of ours.
-    struct Question {
-        bool isAnswered = false;
-        Consent consent = Consent::cancelled;
-    };
+    void take(const Batch& batch, const Reply& reply);
+    void take(const Request& request, const Reply& reply);
+    void take(const Notification& notification, const Reply& reply);
+    void take(const Response& response, const Reply& reply);
+    void take(const Malformed& malformed, const Reply& reply);
 
-    void take(const Request& request);
-    void take(const Notification& notification);
-    void take(const Response& response);
-    void take(const Malformed& malformed);
-
-    void takeStateless(const Request& request, const std::string& version);
-    void takeAfterHandshake(const Request& request);
-    /// What both ways of speaking have; false when it is something else.
-    bool takeCommon(const Request& request, const Peer& peer);
-    void takeCall(const Request& request, const Peer& peer);
-
-    void work();
-    std::shared_ptr<Job> nextJob();
-    /// The first waiting call of a tool that only looks, and takes it out; null without one. Holds the lock.
-    std::shared_ptr<Job> nextLooking();
-    void run(Job& job);
-    /// The arguments of the call, and the ways back from it. `form` gets a question that is the answer.
-    ToolCall callOf(Job& job, std::optional<JsonValue>& form);
-    void finish(Job& job);
-
-    Consent ask(Job& job, const std::string& question, const std::string& subject,
-                std::optional<JsonValue>& form);
-    Consent askByRequest(const Job& job, const std::string& question);
-    /// Waits for the reply to the question with that key, and works and gives signs of life meanwhile.
-    void awaitReply(const Job& job, const std::string& key, std::unique_lock<std::mutex>& lock);
-    Consent askByResult(const Job& job, const std::string& question, const std::string& subject,
-                        std::optional<JsonValue>& form);
-
-    void send(const std::string& line);
-    void sendResult(const Request& request, const Peer& peer, JsonValue result,
-                    std::string_view kind = "complete");
+    void takeStateless(const Request& request, const std::string& version, const Reply& reply);
+    void takeAfterHandshake(const Request& request, const Reply& reply);
+    /// What both ways of speaking have.
+    void takeCommon(const Request& request, const Peer& peer, const Reply& reply);
+    void takeCall(const Request& request, const Peer& peer, const Reply& reply);
+    void takeReading(const Request& request, const Peer& peer, const Reply& reply);
+    void takePrompt(const Request& request, const Peer& peer, const Reply& reply);
+    /// Has the call worked off, or says why not.
+    void add(Call call);
 
     const ServerCard card_;
-    const std::vector<Tool> tools_;
-    const Send send_;
-    const std::chrono::milliseconds beat_;
-    std::mutex sending_;
-
+    const Offerings offerings_;
+    Channel channel_;
     std::optional<Peer> peer_; ///< Of the handshake. Used by the reading thread alone.
-    ConsentTickets tickets_;   ///< Used by the working thread alone.
-
-    std::mutex mutex_; ///< Of everything below.
-    std::condition_variable_any changed_;
-    std::deque<std::shared_ptr<Job>> queue_;
-    std::map<std::string, std::shared_ptr<Job>> unanswered_; ///< By the text of their ids.
-    std::map<std::string, Question> questions_;              ///< By our own ids.
-    std::uint64_t nextQuestion_ = 1;
-
-    std::stop_source ending_;
-    std::jthread worker_; ///< Last, so that all it uses is there while it runs.
+    Calls calls_;              ///< Last, so that all it uses is there while it works.
 };
 
 } // namespace tarvo::mcp

@@ -12,6 +12,24 @@ JsonValue content(std::string_view text) {
     return object({{"type", word("text")}, {"text", word(text)}});
 }
 
+/// What is as the protocol takes it for granted is not said: models pay for each word.
+JsonValue hintsOf(const Tool& tool, const Peer& peer) {
+    JsonValue::Object hints;
+    if (!peer.readsRecords()) {
+        hints.push_back({"title", word(tool.title)});
+    }
+    if (tool.hints.isReadOnly) {
+        hints.push_back({"readOnlyHint", flag(true)}); // The next two are of tools that change something.
+    } else {
+        hints.push_back({"destructiveHint", flag(tool.hints.isDestructive)});
+        if (tool.hints.isIdempotent) {
+            hints.push_back({"idempotentHint", flag(true)});
+        }
+    }
+    hints.push_back({"openWorldHint", flag(false)});
+    return {std::move(hints)};
+}
+
 template <class Value>
 lumo::Result<std::optional<Value>> argument(const JsonValue& arguments, std::string_view name) {
     const JsonValue* given = arguments.find(name);
@@ -32,21 +50,28 @@ ToolAnswer problem(const std::string& text) {
     return {.text = lumo::shortened(text, mostColumns), .isProblem = true};
 }
 
+ToolAnswer problem(const lumo::Failure& failure) {
+    return problem(failure.message);
+}
+
 ToolAnswer pending() {
     return {.text = {}, .isPending = true};
 }
 
-JsonValue described(const Tool& tool) {
-    return object({{"name", word(tool.name)},
-                   {"title", word(tool.title)},
-                   {"description", word(tool.description)},
-                   {"inputSchema", tool.input},
-                   {"outputSchema", tool.output},
-                   {"annotations", object({{"title", word(tool.title)},
-                                           {"readOnlyHint", flag(tool.hints.isReadOnly)},
-                                           {"destructiveHint", flag(tool.hints.isDestructive)},
-                                           {"idempotentHint", flag(tool.hints.isIdempotent)},
-                                           {"openWorldHint", flag(false)}})}});
+JsonValue described(const Tool& tool, const Peer& peer) {
+    JsonValue::Object members{{"name", word(tool.name)}};
+    if (peer.readsRecords()) {
+        members.push_back({"title", word(tool.title)});
+    }
+    members.push_back({"description", word(tool.description)});
+    members.push_back({"inputSchema", tool.input});
+    if (peer.readsRecords()) {
+        members.push_back({"outputSchema", tool.output});
+    }
+    if (peer.readsHints()) {
+        members.push_back({"annotations", hintsOf(tool, peer)});
+    }
+    return {std::move(members)};
 }
 
 JsonValue resultOf(const ToolAnswer& answer, bool readsRecords) {
@@ -91,7 +116,9 @@ lumo::Result<void> checkNames(const Tool& tool, const JsonValue& arguments) {
                     lumo::printable(member.name)));
         }
     }
-    for (const JsonValue& name : std::get<JsonValue::Array>(tool.input.find("required")->value)) {
+    const JsonValue* required = tool.input.find("required");
+    for (const JsonValue& name :
+         required != nullptr ? std::get<JsonValue::Array>(required->value) : JsonValue::Array()) {
         if (arguments.find(std::get<std::string>(name.value)) == nullptr) {
             return lumo::failure(lumo::Words{"falta el argumento «{}»", "the argument “{}” is missing"}.with(
                 std::get<std::string>(name.value)));

@@ -4,6 +4,7 @@
 #include "LumoCore/Basics/Result.h"
 #include "TarvoMCP/Consent.h"
 #include "TarvoMCP/Json.h"
+#include "TarvoMCP/Protocol.h"
 #include "TarvoMCP/Schema.h"
 
 #include <cstdint>
@@ -46,6 +47,7 @@ struct ToolAnswer {
 
 /// A text that would be too long for an answer loses its middle.
 ToolAnswer problem(const std::string& text);
+ToolAnswer problem(const lumo::Failure& failure);
 ToolAnswer pending();
 
 /// What clients are told about a tool so that they can judge it.
@@ -65,8 +67,8 @@ struct Tool {
     std::function<ToolAnswer(const ToolCall& call)> run;
 };
 
-/// The tool as a list of tools has it.
-JsonValue described(const Tool& tool);
+/// The tool as a list of tools has it, with what the peer's revision knows of tools.
+JsonValue described(const Tool& tool, const Peer& peer);
 
 /// The answer as the result of a call; for clients that do not read records, the record is a text, too.
 JsonValue resultOf(const ToolAnswer& answer, bool readsRecords);

@@ -43,7 +43,7 @@ Desk Workspace::desk(const std::string& caller) const {
     return desk;
 }
 
-lumo::Result<std::shared_ptr<const lumo::ScanReport>> Workspace::scan(bool isQuick, const ToolCall& call) {
+lumo::Result<Workspace::Report> Workspace::measured(bool isQuick, const ToolCall& call) const {
     if (auto problem = homeProblem(desk())) {
         return lumo::failure(std::move(*problem));
     }
@@ -62,20 +62,56 @@ lumo::Result<std::shared_ptr<const lumo::ScanReport>> Workspace::scan(bool isQui
     if (!report) {
         return lumo::failure(Words{"Interrumpido.", "Interrupted."}.in());
     }
-    auto shared = std::make_shared<const lumo::ScanReport>(std::move(*report));
-    if (!isQuick) {
-        report_ = shared;
-        reportedAt_ = platform::monotonicSeconds();
-    }
-    return shared;
+    return std::make_shared<const lumo::ScanReport>(std::move(*report));
 }
 
-lumo::Result<std::shared_ptr<const lumo::ScanReport>> Workspace::recentReport(const ToolCall& call) {
+bool Workspace::waitToMeasure(const ToolCall& call) {
+    std::unique_lock lock(mutex_);
+    const bool isFree = hasMeasured_.wait(lock, call.stop, [this] { return !isMeasuring_; });
+    isMeasuring_ = isMeasuring_ || isFree;
+    return isFree;
+}
+
+lumo::Result<Workspace::Report> Workspace::scan(bool isQuick, const ToolCall& call) {
+    if (isQuick) {
+        return measured(isQuick, call);
+    }
+    if (!waitToMeasure(call)) {
+        return lumo::failure(Words{"Interrumpido.", "Interrupted."}.in());
+    }
+    const std::shared_ptr<void> turn(nullptr, [this](void*) { // Memory may run out while it measures.
+        {
+            const std::scoped_lock lock(mutex_);
+            isMeasuring_ = false;
+        }
+        hasMeasured_.notify_all();
+    });
+    std::unique_lock lock(mutex_);
+    const std::int64_t changes = changes_;
+    lock.unlock();
+    auto report = measured(isQuick, call);
+    lock.lock();
+    if (report && changes == changes_) {
+        report_ = *report;
+        reportedAt_ = platform::monotonicSeconds();
+    }
+    return report;
+}
+
+lumo::Result<Workspace::Report> Workspace::recentReport(const ToolCall& call) {
     constexpr double oldest = 300;
+    std::unique_lock lock(mutex_);
+    hasMeasured_.wait(lock, call.stop, [this] { return !isMeasuring_; });
     if (report_ && platform::monotonicSeconds() - reportedAt_ < oldest) {
         return report_;
     }
+    lock.unlock();
     return scan(false, call);
+}
+
+std::shared_ptr<const lumo::ScanReport> Workspace::lastReport() const {
+    const std::scoped_lock lock(mutex_);
+    return report_;
 }
 
 lumo::Result<std::string> Workspace::pathNamed(const std::string& given) const {
@@ -96,35 +132,56 @@ lumo::Result<std::string> Workspace::pathInHome(const std::string& given) const 
     return path;
 }
 
-const ProposedPlan& Workspace::keep(ProposedPlan plan) {
+namespace {
+
+bool isOld(const ProposedPlan& plan) {
+    constexpr double lifetime = 3600;
+    return !plan.cleaned && platform::monotonicSeconds() - plan.proposedAt >= lifetime;
+}
+
+} // namespace
+
+std::shared_ptr<const ProposedPlan> Workspace::keep(ProposedPlan plan) {
     constexpr std::size_t mostKept = 8;
     plan.handle = "plan-" + lumo::uniqueID();
     plan.proposedAt = platform::monotonicSeconds();
-    plans_.push_back(std::move(plan));
+    auto kept = std::make_shared<const ProposedPlan>(std::move(plan));
+    const std::scoped_lock lock(mutex_);
+    plans_.push_back(kept);
     if (plans_.size() > mostKept) {
         plans_.pop_front();
     }
-    return plans_.back();
+    return kept;
 }
 
-const ProposedPlan* Workspace::planNamed(const std::string& handle) const {
-    const auto found = std::ranges::find(plans_, handle, &ProposedPlan::handle);
-    constexpr double lifetime = 3600;
-    const bool isKnown = found != plans_.end() &&
-                         (found->cleaned || platform::monotonicSeconds() - found->proposedAt < lifetime);
-    return isKnown ? &*found : nullptr;
+std::shared_ptr<const ProposedPlan> Workspace::planNamed(const std::string& handle) const {
+    const std::scoped_lock lock(mutex_);
+    const auto found = std::ranges::find(plans_, handle, [](const auto& plan) { return plan->handle; });
+    return found != plans_.end() && !isOld(**found) ? *found : nullptr;
+}
+
+std::shared_ptr<const ProposedPlan> Workspace::lastPlan() const {
+    const std::scoped_lock lock(mutex_);
+    return !plans_.empty() && !isOld(*plans_.back()) ? plans_.back() : nullptr;
 }
 
 void Workspace::retire(const std::string& handle, Cleaned cleaned) {
-    const auto found = std::ranges::find(plans_, handle, &ProposedPlan::handle);
-    if (found != plans_.end()) {
-        found->cleaned = std::move(cleaned);
+    {
+        const std::scoped_lock lock(mutex_);
+        const auto found = std::ranges::find(plans_, handle, [](const auto& plan) { return plan->handle; });
+        if (found != plans_.end()) {
+            ProposedPlan retired = **found;
+            retired.cleaned = std::move(cleaned);
+            *found = std::make_shared<const ProposedPlan>(std::move(retired));
+        }
     }
     forgetReports();
 }
 
 void Workspace::forgetReports() {
+    const std::scoped_lock lock(mutex_);
     report_.reset();
+    ++changes_;
 }
 
 void whileTicking(const std::function<void()>& tick, const std::function<void()>& work) {

@@ -5,9 +5,12 @@
 #include "TarvoModel/Flows/Cleaning.h"
 #include "TarvoModel/Flows/CleanupPlanning.h"
 
+#include <condition_variable>
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,8 +26,7 @@ struct ProposedPlan {
     std::optional<Cleaned> cleaned = {}; ///< What came of it: a plan serves once.
 };
 
-/// What the tools know of the home from one call to the next. Used by one thread, on which calls that look
-/// may be worked off within one that waits for the user.
+/// What the tools know of the home from one call to the next. Used by any thread.
 class Workspace final {
   public:
     explicit Workspace(const std::string& home) : home_(home) {}
@@ -38,8 +40,12 @@ class Workspace final {
     /// after a stop, and when the home cannot be listed.
     lumo::Result<std::shared_ptr<const lumo::ScanReport>> scan(bool isQuick, const ToolCall& call);
 
-    /// The last full report when it is some minutes old at most, else a new one.
+    /// The last full report when it is some minutes old at most, else a new one. Who comes while one is being
+    /// made waits for that.
     lumo::Result<std::shared_ptr<const lumo::ScanReport>> recentReport(const ToolCall& call);
+
+    /// The last full report, whatever its age; none before the first one and after a change.
+    [[nodiscard]] std::shared_ptr<const lumo::ScanReport> lastReport() const;
 
     /// The path anywhere that a client named, read as below.
     [[nodiscard]] lumo::Result<std::string> pathNamed(const std::string& given) const;
@@ -49,10 +55,12 @@ class Workspace final {
     [[nodiscard]] lumo::Result<std::string> pathInHome(const std::string& given) const;
 
     /// Keeps a plan under a handle of its own; only the newest few are kept.
-    const ProposedPlan& keep(ProposedPlan plan);
+    std::shared_ptr<const ProposedPlan> keep(ProposedPlan plan);
     /// None for one that is gone or, before it was carried out, older than an hour: the disk is no longer
     /// what it was.
-    [[nodiscard]] const ProposedPlan* planNamed(const std::string& handle) const;
+    [[nodiscard]] std::shared_ptr<const ProposedPlan> planNamed(const std::string& handle) const;
+    /// The plan that was kept last, as above.
+    [[nodiscard]] std::shared_ptr<const ProposedPlan> lastPlan() const;
     /// Remembers what came of the plan, which serves no more. What was cleaned is no longer as the reports
     /// have it.
     void retire(const std::string& handle, Cleaned cleaned);
@@ -60,10 +68,20 @@ class Workspace final {
     void forgetReports();
 
   private:
+    using Report = std::shared_ptr<const lumo::ScanReport>;
+
+    /// Waits while another call measures the whole home. False after a stop.
+    bool waitToMeasure(const ToolCall& call);
+    lumo::Result<Report> measured(bool isQuick, const ToolCall& call) const;
+
     std::string home_;
-    std::shared_ptr<const lumo::ScanReport> report_;
-    double reportedAt_ = 0; ///< On the clock that is never set.
-    std::deque<ProposedPlan> plans_;
+    mutable std::mutex mutex_; ///< Of everything below.
+    std::condition_variable_any hasMeasured_;
+    bool isMeasuring_ = false; ///< In full.
+    Report report_;
+    double reportedAt_ = 0;    ///< On the clock that is never set.
+    std::int64_t changes_ = 0; ///< A report that was begun before one is not kept.
+    std::deque<std::shared_ptr<const ProposedPlan>> plans_;
 };
 
 /// Runs the work and calls `tick` a few times a second meanwhile, on a thread that has ended when this

@@ -30,15 +30,28 @@ std::optional<Language> languageInArguments(const std::vector<std::string>& argu
     return std::nullopt;
 }
 
+/// What the user chose; read once, by `currentLanguage`.
+std::string& chosenLanguage() {
+    static std::string chosen;
+    return chosen;
+}
+
 } // namespace
+
+void chooseLanguage(const std::string& chosen) {
+    chosenLanguage() = chosen;
+}
 
 Language detectLanguage(const std::vector<std::string>& arguments,
                         const std::optional<std::string>& environmentValue,
-                        const std::vector<std::string>& preferredLanguages) {
+                        const std::vector<std::string>& preferredLanguages, std::string_view chosen) {
     if (const std::optional<Language> asked = languageInArguments(arguments)) {
         return *asked;
     }
     if (const std::optional<Language> named = languageNamed(environmentValue.value_or(""))) {
+        return *named;
+    }
+    if (const std::optional<Language> named = languageNamed(chosen)) {
         return *named;
     }
     const bool isSpanish = !preferredLanguages.empty() && preferredLanguages.front().starts_with("es");
@@ -48,7 +61,7 @@ Language detectLanguage(const std::vector<std::string>& arguments,
 Language currentLanguage() {
     static const Language language =
         detectLanguage(platform::processArguments(), platform::environmentVariable("TARVO_IDIOMA"),
-                       platform::preferredLanguages());
+                       platform::preferredLanguages(), chosenLanguage());
     return language;
 }
 

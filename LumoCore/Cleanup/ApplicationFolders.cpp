@@ -1,5 +1,8 @@
 #include "LumoCore/Cleanup/ApplicationFolders.h"
 
+#include "LumoCore/Basics/Path.h"
+#include "LumoCore/Rules/HomePlaces.h"
+
 namespace lumo::ApplicationFolders {
 
 using platform::BaseFolder;
@@ -54,8 +57,9 @@ SystemResult<BaseFolder> makeIn(const SystemResult<BaseFolder>& parent, const st
 } // namespace
 
 std::string claudeDesktopSettings(const std::string& home, System system) {
-    const std::string parent = system == System::macos ? supportParent : ".config";
-    return home + "/" + parent + "/Claude/claude_desktop_config.json";
+    const std::string parent = system == System::macos ? joined(home, supportParent)
+                                                       : HomePlaces::ofThisMachine(home).path("~/.config");
+    return parent + "/Claude/claude_desktop_config.json";
 }
 
 std::string claudeDesktopBackup(const std::string& home) {

@@ -3,9 +3,10 @@
 #include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Reason.h"
+#include "LumoCore/Basics/ToolOutput.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/HistoryLog.h"
-#include "LumoCore/Cleanup/ToolOutput.h"
+#include "LumoCore/Cleanup/Holding.h"
 #include "LumoCore/Cleanup/ToolPlaces.h"
 #include "LumoCore/Scanning/FileTree.h"
 #include "Platform/CloudFiles.h"
@@ -242,9 +243,26 @@ CleanupOutcome outcomeOf(const Task& task, Handled handled) {
     return outcome;
 }
 
+/// What is left of it once that has gone back which should not have been taken.
+Handled unlessRegretted(const Task& task, Handled handled) {
+    std::optional<std::string> reason;
+    if (task.control.regret && !handled.held.empty()) {
+        reason = task.control.regret(task.action, handled.held);
+    }
+    if (!reason) {
+        return handled;
+    }
+    std::erase_if(handled.held, [&](const TrashedItem& item) {
+        return Holding::restore({item}, task.guard).failures.empty();
+    });
+    handled.hasTouched = !handled.held.empty();
+    handled.problem = std::move(reason);
+    return handled;
+}
+
 CleanupOutcome trashItems(const Task& task, const std::vector<std::string>& paths) {
     return outcomeOf(task, task.isDirect ? remove(task, paths, platform::removeTree)
-                                         : setAside(task, standingItems(task, paths)));
+                                         : unlessRegretted(task, setAside(task, standingItems(task, paths))));
 }
 
 CleanupOutcome trashContents(const Task& task, const std::vector<std::string>& folders) {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "LumoCore/Cleanup/CleanupAction.h"
 #include "LumoCore/Cleanup/CleanupOutcome.h"
 #include "LumoCore/Cleanup/Mover.h"
+#include "LumoCore/Rules/CleanupAction.h"
 
 #include <cstddef>
 #include <functional>
@@ -18,6 +18,8 @@ namespace lumo::CleanupExecutor {
 enum class SafeItems { deletedAtOnce, setAside };
 
 using Refusal = std::function<std::optional<std::string>(const CleanupAction& action)>;
+using Regret = std::function<std::optional<std::string>(const CleanupAction& action,
+                                                        const std::vector<TrashedItem>& held)>;
 
 /// How a cleanup is watched and ended.
 struct Control {
@@ -33,6 +35,9 @@ struct Control {
     /// Why an action is not carried out, besides what the guard says; absent when it is. Asked before
     /// anything of the action is touched, and such an action fails.
     Refusal refusal = {};
+    /// Why what was just set aside goes back to its place; absent when all is well. What an action rests on
+    /// may change between the last look at it and the move.
+    Regret regret = {};
 };
 
 /// Carries out the actions one after the other, each with one line in the log; one that fails does not hold

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LumoCore/Cleanup/CleanupAction.h"
+#include "LumoCore/Rules/CleanupAction.h"
 #include "LumoCore/Scanning/ScanReport.h"
 
 #include <functional>

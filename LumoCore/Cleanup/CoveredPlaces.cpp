@@ -3,6 +3,7 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/CleanupExecutor.h"
+#include "LumoCore/Inventories/Installers.h"
 #include "LumoCore/Scanning/ProjectArtifacts.h"
 #include "LumoCore/Scanning/ScanReport.h"
 #include "LumoCore/Scanning/Scanner.h"
@@ -48,7 +49,7 @@ CoveredPlaces::CoveredPlaces(std::string home, const std::vector<Rule>& rules,
     for (const Rule& rule : rules) {
         const bool isNamed = std::ranges::find(actions, rule.id, &CleanupAction::id) != actions.end();
         if (isNamed && !std::holds_alternative<cleanup::Manual>(rule.cleanup)) {
-            std::vector<std::string> found = resolve(rule, home_);
+            std::vector<std::string> found = resolve(rule, home_, Installers::located);
             ofRules_[rule.id].insert(found.begin(), found.end());
         }
     }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "LumoCore/Basics/Language.h"
-#include "LumoCore/Cleanup/CleanupAction.h"
+#include "LumoCore/Rules/CleanupAction.h"
 
 #include <map>
 #include <optional>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "LumoCore/Cleanup/CleanupAction.h"
 #include "LumoCore/Cleanup/Intents.h"
 #include "LumoCore/Cleanup/PathGuard.h"
+#include "LumoCore/Rules/CleanupAction.h"
 #include "Platform/Place.h"
 
 #include <optional>

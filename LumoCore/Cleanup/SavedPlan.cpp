@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Cleanup/CleanupExecutor.h"
+#include "LumoCore/Inventories/DetailItem.h"
 #include "LumoCore/Scanning/Scanner.h"
 
 #include <fmt/format.h>
@@ -34,7 +35,8 @@ bool isAnotherWay(const Rule& rule, const CleanupAction& action) {
 }
 
 /// What no planner would have written, if anything.
-std::optional<std::string> problemOf(const CleanupAction& action, const std::vector<Rule>& rules) {
+std::optional<std::string> problemOf(const CleanupAction& action, const std::vector<Rule>& rules,
+                                     const ActionOfItem& actionOfItem) {
     if (action.estimatedBytes < 0) {
         return "a negative estimate";
     }
@@ -43,6 +45,12 @@ std::optional<std::string> problemOf(const CleanupAction& action, const std::vec
     }
     const Rule* rule = ruleWith(action.id, rules);
     const auto* command = std::get_if<method::Command>(&action.method);
+    if (command != nullptr && rule == nullptr && inventoryKindOfID(action.id)) {
+        const auto own = actionOfItem ? actionOfItem(action.id) : std::nullopt;
+        return own && own->method == action.method
+                   ? std::nullopt
+                   : std::optional<std::string>("a command that is not its item's");
+    }
     if (command != nullptr && !isCommandOf(rule, *command)) {
         return "a command that is not its rule's";
     }
@@ -99,7 +107,8 @@ std::optional<std::string> activeNow(const CleanupAction& action, const CleanupO
 
 } // namespace
 
-Result<std::vector<PlanEntry>> savedPlanFromJson(std::string_view bytes, const std::vector<Rule>& rules) {
+Result<std::vector<PlanEntry>> savedPlanFromJson(std::string_view bytes, const std::vector<Rule>& rules,
+                                                 const ActionOfItem& actionOfItem) {
     Result<std::vector<PlanEntry>> entries = decodeJson<std::vector<PlanEntry>>(bytes);
     if (!entries) {
         return entries;
@@ -107,7 +116,7 @@ Result<std::vector<PlanEntry>> savedPlanFromJson(std::string_view bytes, const s
     std::int64_t sum = 0;
     for (std::size_t index = 0; index < entries->size(); ++index) {
         const CleanupAction& action = (*entries)[index].action;
-        if (const auto problem = problemOf(action, rules)) {
+        if (const auto problem = problemOf(action, rules, actionOfItem)) {
             return failure(fmt::format("document[{}].action: {} ({})", index, *problem, action.id));
         }
         if (__builtin_add_overflow(sum, action.estimatedBytes, &sum)) {

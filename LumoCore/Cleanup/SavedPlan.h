@@ -3,6 +3,9 @@
 #include "LumoCore/Basics/Result.h"
 #include "LumoCore/Cleanup/CleanupPlanner.h"
 
+#include <functional>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -12,11 +15,15 @@
 /// them.
 namespace lumo {
 
+/// The action of an inventory's item with that id, as it is now; absent when there is none.
+using ActionOfItem = std::function<std::optional<CleanupAction>(const std::string& id)>;
+
 /// Reads a plan that was saved as JSON: a list of entries, as `encode` writes them. Fails on malformed JSON,
 /// missing fields, estimates that are negative or whose sum does not fit in 64 bits, actions on what is to be
-/// kept or with less care than the rule with its id takes, and commands that are not exactly what that rule
-/// runs. One id may come twice.
-Result<std::vector<PlanEntry>> savedPlanFromJson(std::string_view bytes, const std::vector<Rule>& rules);
+/// kept or with less care than the rule with its id takes, and commands that are not exactly what that rule,
+/// or the inventory's item with that id, runs. One id may come twice.
+Result<std::vector<PlanEntry>> savedPlanFromJson(std::string_view bytes, const std::vector<Rule>& rules,
+                                                 const ActionOfItem& actionOfItem = {});
 
 /// Fails, with the finding's id, unless each finding is freed and judged as the rule with its id says.
 /// Instructions to the user are compared by kind alone, since they are in the language of the report.

@@ -47,6 +47,22 @@ void makeTrueOnLinux(HelpTopic& topic, Language language) {
     }
 }
 
+enum class Commands { leftOut, told };
+
+/// The answer as it is written down, with what stands in square brackets or without it.
+std::string read(std::string_view written, Commands commands) {
+    std::string text;
+    bool isTold = true;
+    for (const char c : written) {
+        if (c == '[' || c == ']') {
+            isTold = c == ']' || commands == Commands::told;
+        } else if (isTold) {
+            text += c;
+        }
+    }
+    return text;
+}
+
 std::vector<HelpTopic> makeTopics(Language language, System system) {
     std::vector<HelpTopic> topics;
     for (const auto rows : {cleaningRows(), placeRows(), usingRows()}) {
@@ -56,6 +72,9 @@ std::vector<HelpTopic> makeTopics(Language language, System system) {
             if (system == System::linux) {
                 makeTrueOnLinux(topics.back(), language);
             }
+            std::string& answer = topics.back().answer;
+            topics.back().answerWithoutCommands = read(answer, Commands::leftOut);
+            answer = read(answer, Commands::told);
         }
     }
     return topics;

@@ -17,7 +17,8 @@ struct HelpTopic {
     std::string id; ///< The same in both languages.
     std::string question;
     std::string answer;
-    std::vector<std::string> keywords; ///< Lower case, without accents.
+    std::vector<std::string> keywords;      ///< Lower case, without accents.
+    std::string answerWithoutCommands = {}; ///< For an agent, which has tools and no terminal. Not stored.
 
     static constexpr auto fields =
         std::tuple{field("id", &HelpTopic::id), field("question", &HelpTopic::question),

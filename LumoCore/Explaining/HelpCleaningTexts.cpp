@@ -65,13 +65,13 @@ std::span<const Row> cleaningRows() {
           .answer =
               {"Al limpiar, lo que es tuyo no se borra: espera 7 días en el Apartado, una carpeta de tu "
                "propio disco. Para deshacer, pulsa el botón de deshacer en la franja que dice cuánto hay "
-               "apartado, o usa «tarvo deshacer»: todo vuelve a su sitio con su nombre, sin pisar nada que "
-               "hayas creado después. «tarvo apartado» enseña qué hay y hasta cuándo. Lo que se regenera "
+               "apartado[, o usa «tarvo deshacer»]: todo vuelve a su sitio con su nombre, sin pisar nada que "
+               "hayas creado después.[ «tarvo apartado» enseña qué hay y hasta cuándo.] Lo que se regenera "
                "solo y lo que quitó otra herramienta no pasan por ahí y no se pueden recuperar.",
                "When you clean, your own files aren't deleted: they wait for 7 days in Recently Cleaned, a "
                "folder on your own disk. To undo, press the undo button in the strip that says how much is "
-               "set aside, or use “tarvo undo”: everything goes back to its place under its name, without "
-               "overwriting anything you made since. “tarvo holding” shows what is there and until when. "
+               "set aside[, or use “tarvo undo”]: everything goes back to its place under its name, without "
+               "overwriting anything you made since.[ “tarvo holding” shows what is there and until when.] "
                "What recreates itself and what another tool removed don't pass through it and can't be "
                "recovered."},
           .keywords = {"apartado, deshacer, deshago, recuperar, recupero, restaurar, donde esta lo que "
@@ -81,16 +81,17 @@ std::span<const Row> cleaningRows() {
          {.id = "vaciar",
           .question = {"¿Cómo libero ya lo que está apartado?",
                        "How do I free up what's in Recently Cleaned now?"},
-          .answer = {"Con «Vaciar ahora…», en la franja de lo apartado o en los Ajustes, o con «tarvo "
-                     "vaciar». Antes te dice cuánto se va a borrar y espera a que aceptes, porque después ya "
-                     "no se puede deshacer. Solo se borra lo que apartaron tus limpiezas; nada más se toca, "
-                     "y el espacio queda libre al momento. Si no haces nada, cada cosa se borra sola pasados "
-                     "sus 7 días, la siguiente vez que se analiza el disco.",
-                     "With “Empty Now…”, in the strip about what is set aside or in the Settings, or with "
-                     "“tarvo empty”. It first tells you how much will be deleted and waits until you agree, "
-                     "because afterwards it can't be undone. Only what your cleanups set aside is deleted; "
-                     "nothing else is touched, and the space is free right away. If you do nothing, each "
-                     "thing is deleted once its 7 days are over, the next time the disk is analyzed."},
+          .answer =
+              {"Con «Vaciar ahora…», en la franja de lo apartado o en los Ajustes[, o con «tarvo "
+               "vaciar»]. Antes te dice cuánto se va a borrar y espera a que aceptes, porque después ya "
+               "no se puede deshacer. Solo se borra lo que apartaron tus limpiezas; nada más se toca, "
+               "y el espacio queda libre al momento. Si no haces nada, cada cosa se borra sola pasados "
+               "sus 7 días, la siguiente vez que se analiza el disco.",
+               "With “Empty Now…”, in the strip about what is set aside or in the Settings[, or with "
+               "“tarvo empty”]. It first tells you how much will be deleted and waits until you agree, "
+               "because afterwards it can't be undone. Only what your cleanups set aside is deleted; "
+               "nothing else is touched, and the space is free right away. If you do nothing, each "
+               "thing is deleted once its 7 days are over, the next time the disk is analyzed."},
           .keywords = {"vaciar, vacio, lo apartado, definitivamente, para siempre, liberar ya, sin esperar, "
                        "7 dias, caduca",
                        "empty, empty now, recently cleaned, permanently, for good, forever, without waiting, "

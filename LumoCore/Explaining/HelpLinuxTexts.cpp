@@ -191,13 +191,13 @@ std::span<const LinuxRow> linuxRows() {
                "con nada instalado, te dice que puede ser de un programa sin icono o un resto, para que "
                "mires qué hay dentro. Para quitar una app, usa el centro de software o lo que usaste para "
                "instalarla. Después vuelve a analizar: lo que haya dejado y ocupe más de cien megas saldrá "
-               "sin clasificar. «tarvo apps» enseña las que tienes.",
+               "sin clasificar.[ «tarvo apps» enseña las que tienes.]",
                "For now it doesn't uninstall them. It does clean their caches and, when a large folder "
                "matches nothing installed, it tells you that it may belong to a program without an icon or "
                "be a leftover, so that you look at what is inside. To remove an app, use the software "
                "center or whatever you installed it with. Then analyze again: what it left behind and "
-               "takes more than a hundred megabytes shows up as unclassified. “tarvo apps” lists the ones "
-               "you have."},
+               "takes more than a hundred megabytes shows up as unclassified.[ “tarvo apps” lists the ones "
+               "you have.]"},
           .keywords = {"programa, desinstalar programas, quitar un programa, resto, instaladas, flatpak, "
                        "snap, paquetes deb, centro de software",
                        "program, remove a program, leftover, installed, residue, flatpak, snap, deb "
@@ -247,14 +247,14 @@ std::span<const LinuxRow> linuxRows() {
                      "con lo más grande primero; lo más pequeño va junto en un solo bloque. Puedes seguir "
                      "entrando, y Esc o la ruta de arriba te devuelven. Con «Mirar en…» entras en tu "
                      "carpeta personal o en otro disco, y en la vista previa ves el principio de un "
-                     "archivo. Mirar no cambia nada: lo de dentro no se marca por separado ni se borra. Sin "
-                     "ventanas, «tarvo carpeta» seguido de una ruta dice lo mismo en una lista.",
+                     "archivo. Mirar no cambia nada: lo de dentro no se marca por separado ni se borra.[ Sin "
+                     "ventanas, «tarvo carpeta» seguido de una ruta dice lo mismo en una lista.]",
                      "Yes. The magnifier on a block opens the folder and divides the map among what it "
                      "holds, largest first; the smallest things share one block. You can go on deeper, and "
                      "Esc or the path at the top takes you back. With “Look Into…” you enter your home "
                      "folder or another disk, and the preview shows the beginning of a file. Looking "
-                     "changes nothing: what is inside isn't selected on its own or deleted. Without "
-                     "windows, “tarvo folder” followed by a path tells you the same in a list."},
+                     "changes nothing: what is inside isn't selected on its own or deleted.[ Without "
+                     "windows, “tarvo folder” followed by a path tells you the same in a list.]"},
           .keywords = {"recuadro, recuadros, cuadro, cuadrado, rectangulo, casilla del mapa, bloques, "
                        "pinchar, vista previa, lo mas pequeno, mirar en, que hay en una carpeta, abrir "
                        "un bloque, contenido, entro, entrar en una carpeta, entrar",
@@ -286,12 +286,12 @@ std::span<const LinuxRow> linuxRows() {
                "dentro está todo y solo entonces aparta el original, que puedes recuperar durante 7 días. "
                "Antes te dice cuánto ahorrarías: las fotos y los vídeos, por ejemplo, apenas encogen. No "
                "deja archivar lo que se rompería, como las carpetas ocultas, ni carpetas principales como "
-               "Documentos. Se hace con clic derecho en la lista, o con «tarvo archivar» y la ruta.",
+               "Documentos. Se hace con clic derecho en la lista[, o con «tarvo archivar» y la ruta].",
                "It is for folders of yours that you hardly open. Archiving makes a .zip beside the folder, "
                "checks that everything is in it and only then sets the original aside, and you can get it "
                "back for 7 days. First it tells you how much you would save: photos and videos, for "
                "example, hardly shrink. It refuses what would break, such as hidden folders, and main "
-               "folders such as Documents. Right-click in the list, or use “tarvo archive” and the path."},
+               "folders such as Documents. Right-click in the list[, or use “tarvo archive” and the path]."},
           .keywords = {"archivar una carpeta, zip, cosas viejas, antigua, antiguas, reducir, no uso casi",
                        "archive a folder, zip it, old stuff, old files, rarely, pack"}},
          {.id = "duplicados",
@@ -303,12 +303,12 @@ std::span<const LinuxRow> linuxRows() {
               {"No tiene una ventana aparte para recorrer archivos, pero el mapa hace algo parecido: la "
                "lupa abre cada carpeta y enseña primero lo que más ocupa. Con clic derecho abres el "
                "elemento en el gestor de archivos de tu escritorio, y ahí puedes moverlo o borrarlo tú; "
-               "también puedes copiar su ruta. Sin ventanas, «tarvo carpeta» y una ruta te dan lo mismo en "
-               "texto.",
+               "también puedes copiar su ruta.[ Sin ventanas, «tarvo carpeta» y una ruta te dan lo mismo en "
+               "texto.]",
                "It has no separate window to walk through files, but the map does something similar: the "
                "magnifier opens each folder and shows what takes the most first. A right-click opens the "
                "item in your desktop's file manager, and there you can move or delete it yourself; you can "
-               "copy its path, too. Without windows, “tarvo folder” and a path give you the same as text."},
+               "copy its path, too.[ Without windows, “tarvo folder” and a path give you the same as text.]"},
           .keywords = {"mostrar en el gestor de archivos, copiar ruta, ruta, nautilus, dolphin, abrir la "
                        "carpeta, clic derecho",
                        "show in file manager, copy path, path, nautilus, dolphin, open the folder, right "
@@ -316,12 +316,12 @@ std::span<const LinuxRow> linuxRows() {
          {.id = "otro-disco",
           .answer =
               {"Sí, para mirar. Un disco externo o una memoria USB que esté conectada se abre en el mapa "
-               "como una carpeta más, con «Mirar en…», y enseña lo que más ocupa; «tarvo carpeta» con la "
-               "ruta del disco hace lo mismo. Limpiar, en cambio, solo se limpia tu carpeta personal: de "
+               "como una carpeta más, con «Mirar en…», y enseña lo que más ocupa[; «tarvo carpeta» con la "
+               "ruta del disco hace lo mismo]. Limpiar, en cambio, solo se limpia tu carpeta personal: de "
                "un disco externo no se borra ni se aparta nada.",
                "Yes, to look at it. An external disk or a USB stick that is connected opens in the map "
-               "like any other folder, with “Look Into…”, and shows what takes the most; “tarvo folder” "
-               "with the disk's path does the same. Cleaning, though, only happens in your home folder: "
+               "like any other folder, with “Look Into…”, and shows what takes the most[; “tarvo folder” "
+               "with the disk's path does the same]. Cleaning, though, only happens in your home folder: "
                "nothing on an external drive is deleted or set aside."},
           .keywords = {"pendrive, lapiz usb, mirar en otro disco, segundo disco, nas, discos",
                        "pendrive, usb stick, thumb drive, second disk, nas, look into another disk"}},

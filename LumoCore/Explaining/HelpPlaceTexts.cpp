@@ -67,12 +67,12 @@ std::span<const Row> placeRows() {
                "ninguna app instalada, te dice que puede ser un resto. Para quitar una app en un Mac, "
                "llévala de Aplicaciones a la Papelera; en Linux, usa el centro de software o lo que usaste "
                "para instalarla. Después vuelve a analizar: lo que haya dejado y ocupe más de cien megas "
-               "saldrá sin clasificar. «tarvo apps» enseña las que tienes.",
+               "saldrá sin clasificar.[ «tarvo apps» enseña las que tienes.]",
                "For now it doesn't uninstall them. It does clean their caches and, when a large folder "
                "matches no installed app, it tells you it may be a leftover. To remove an app on a Mac, drag "
                "it from Applications to the Trash; on Linux, use the software center or whatever you "
                "installed it with. Then analyze again: what it left behind and takes more than a hundred "
-               "megabytes shows up as unclassified. “tarvo apps” lists the ones you have."},
+               "megabytes shows up as unclassified.[ “tarvo apps” lists the ones you have.]"},
           .keywords =
               {"app, apps, aplicacion, aplicaciones, desinstalar, desinstala, quitar app, programas, restos, "
                "sobras",
@@ -84,13 +84,15 @@ std::span<const Row> placeRows() {
               {"Es sitio ocupado que macOS recupera por su cuenta cuando el disco se llena: instantáneas "
                "locales de Time Machine y copias de iCloud o del sistema que puede volver a bajar. El Finder "
                "lo cuenta como libre, y por eso sus cifras no siempre cuadran con otras. Tarvo AI lo mide y "
-               "te lo enseña, pero no lo toca: el sistema ya se ocupa. «tarvo espacio» dice cuánto es ahora. "
+               "te lo enseña, pero no lo toca: el sistema ya se ocupa.[ «tarvo espacio» dice cuánto es "
+               "ahora.] "
                "Linux no tiene nada parecido, y ahí siempre es cero.",
                "It is occupied room that macOS takes back on its own when the disk fills up: local Time "
                "Machine snapshots, and copies from iCloud or the system that it can download again. The "
                "Finder counts it as free, which is why its figures don't always match others. Tarvo AI "
-               "measures it and shows it, but doesn't touch it: the system takes care of that. “tarvo space” "
-               "tells how much it is now. Linux has nothing like it, so there it is always zero."},
+               "measures it and shows it, but doesn't touch it: the system takes care of that.[ “tarvo "
+               "space” "
+               "tells how much it is now.] Linux has nothing like it, so there it is always zero."},
           .keywords = {"purgable, time machine, instantanea, instantaneas, libera solo, snapshot, snapshots, "
                        "su cuenta",
                        "purgeable, time machine, snapshot, snapshots, frees by itself, reclaim, on its own"}},

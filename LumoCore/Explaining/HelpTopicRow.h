@@ -5,7 +5,8 @@
 #include <span>
 #include <string_view>
 
-/// How the help is written down: one row a topic, both languages side by side.
+/// How the help is written down: one row a topic, both languages side by side. What of an answer tells of the
+/// command stands in square brackets, which nobody sees: it is left out where there is no terminal.
 namespace lumo::HelpCatalog {
 
 struct Row {

@@ -24,16 +24,17 @@ std::span<const Row> usingRows() {
                "menu bar, icon, menu, tray, top, close the window, background"}},
          {.id = "ajustes",
           .question = {"¿Dónde están los Ajustes?", "Where are the Settings?"},
-          .answer = {"En la rueda dentada de la ventana principal. Ahí eliges, entre otras cosas, el aspecto "
-                     "claro u oscuro, el tamaño del texto, las carpetas que nunca se tocan, cuándo avisar de "
-                     "poco espacio, la limpieza semanal y la IA; cada cambio vale desde que lo haces. Sin "
-                     "ventanas, «tarvo ajustes» los enseña todos y «tarvo ajustes set» cambia uno. El idioma "
-                     "no está ahí: es el de tu sistema.",
-                     "Behind the gear in the main window. There you choose, among other things, the light or "
-                     "dark look, the text size, the folders that are never touched, when to warn about low "
-                     "space, the weekly cleanup and the AI; every change counts as soon as you make it. "
-                     "Without windows, “tarvo settings” shows them all and “tarvo settings set” changes one. "
-                     "The language isn't among them: it is your system's."},
+          .answer =
+              {"En la rueda dentada de la ventana principal. Ahí eliges, entre otras cosas, el aspecto "
+               "claro u oscuro, el tamaño del texto, las carpetas que nunca se tocan, cuándo avisar de "
+               "poco espacio, la limpieza semanal y la IA; cada cambio vale desde que lo haces.[ Sin "
+               "ventanas, «tarvo ajustes» los enseña todos y «tarvo ajustes set» cambia uno.] El idioma "
+               "no está ahí: es el de tu sistema.",
+               "Behind the gear in the main window. There you choose, among other things, the light or "
+               "dark look, the text size, the folders that are never touched, when to warn about low "
+               "space, the weekly cleanup and the AI; every change counts as soon as you make it.[ "
+               "Without windows, “tarvo settings” shows them all and “tarvo settings set” changes one.] "
+               "The language isn't among them: it is your system's."},
           .keywords = {"ajustes, configuracion, configurar, preferencias, opciones, cambiar, cambio, modo "
                        "oscuro, idioma, letra mas grande, proteger una carpeta, que no toque",
                        "settings, configuration, configure, preferences, options, change, dark mode, "
@@ -42,12 +43,12 @@ std::span<const Row> usingRows() {
           .question = {"¿Puedo ver qué hay dentro de un bloque?", "Can I see what's inside a block?"},
           .answer = {"Sí. La lupa de un bloque abre la carpeta y reparte el mapa entre lo que tiene dentro, "
                      "con lo más grande primero. Puedes seguir entrando, y Esc o la ruta de arriba te "
-                     "devuelven. Mirar no cambia nada: lo de dentro no se marca por separado ni se borra. "
-                     "Sin ventanas, «tarvo carpeta» seguido de una ruta dice lo mismo en una lista.",
+                     "devuelven. Mirar no cambia nada: lo de dentro no se marca por separado ni se borra.[ "
+                     "Sin ventanas, «tarvo carpeta» seguido de una ruta dice lo mismo en una lista.]",
                      "Yes. The magnifier on a block opens the folder and divides the map among what it "
                      "holds, largest first. You can go on deeper, and Esc or the path at the top takes you "
-                     "back. Looking changes nothing: what is inside isn't selected on its own or deleted. "
-                     "Without windows, “tarvo folder” followed by a path tells you the same in a list."},
+                     "back. Looking changes nothing: what is inside isn't selected on its own or deleted.[ "
+                     "Without windows, “tarvo folder” followed by a path tells you the same in a list.]"},
           .keywords =
               {"dentro, bloque, lupa, contenido de una carpeta, que contiene, entrar, abrir, zoom, ampliar",
                "inside, block, magnifier, contents, contains, enter, open, zoom, look into"}},
@@ -58,12 +59,12 @@ std::span<const Row> usingRows() {
                      "Claude; para Codex y otros agentes te da el texto que tienes que copiar. El agente "
                      "puede analizar el disco, mirar qué hay en cada carpeta y proponer una limpieza, pero "
                      "antes de limpiar te pregunta siempre a ti, y lo tuyo se aparta 7 días. Ten presente "
-                     "que el agente ve los nombres y tamaños que consulta. Sin ventanas: «tarvo agentes».",
+                     "que el agente ve los nombres y tamaños que consulta.[ Sin ventanas: «tarvo agentes».]",
                      "Yes. In the Settings, in the AI part, you connect it to Claude Code and to the Claude "
                      "app; for Codex and other agents it gives you the text to copy. The agent can analyze "
                      "the disk, look at what is in each folder and propose a cleanup, but before cleaning it "
                      "always asks you, and your own files are set aside for 7 days. Bear in mind that the "
-                     "agent sees the names and sizes it asks for. Without windows: “tarvo agents”."},
+                     "agent sees the names and sizes it asks for.[ Without windows: “tarvo agents”.]"},
           .keywords =
               {"agente, agentes, claude, claude code, claude desktop, codex, mcp, conectar, cursor, "
                "asistente",
@@ -93,13 +94,13 @@ std::span<const Row> usingRows() {
                      "días. Antes te dice cuánto ahorrarías: las fotos y los vídeos, por ejemplo, apenas "
                      "encogen. No deja archivar lo que se rompería, como apps, bibliotecas, carpetas ocultas "
                      "o lo que hay en Library, ni carpetas principales como Documentos. Se hace con clic "
-                     "derecho en la lista, o con «tarvo archivar» y la ruta.",
+                     "derecho en la lista[, o con «tarvo archivar» y la ruta].",
                      "It is for folders of yours that you hardly open. Archiving makes a .zip beside the "
                      "folder, checks that everything is in it and only then sets the original aside, and you "
                      "can get it back for 7 days. First it tells you how much you would save: photos and "
                      "videos, for example, hardly shrink. It refuses what would break, such as apps, "
                      "libraries, hidden folders or what is in Library, and main folders such as Documents. "
-                     "Right-click in the list, or use “tarvo archive” and the path."},
+                     "Right-click in the list[, or use “tarvo archive” and the path]."},
           .keywords =
               {"archivar, para archivar, comprimir, comprime, comprimido, guardar en un zip, encoger, "
                "ahorrar, una carpeta vieja",
@@ -109,12 +110,12 @@ std::span<const Row> usingRows() {
           .answer =
               {"No, por ahora no busca archivos repetidos. Lo que sí hace es no contarlos dos veces cuando "
                "son un mismo archivo con varios nombres, para que las cifras sean las de verdad. Si crees "
-               "que guardas copias de más, mira con la lupa las carpetas más grandes del mapa, o prueba "
-               "«tarvo carpeta» con tu carpeta de Descargas, que es donde suelen acumularse.",
+               "que guardas copias de más, mira con la lupa las carpetas más grandes del mapa[, o prueba "
+               "«tarvo carpeta» con tu carpeta de Descargas, que es donde suelen acumularse].",
                "No, for now it doesn't look for repeated files. What it does is not count them twice when "
                "they are one file under several names, so that the figures are true. If you think you keep "
-               "too many copies, look into the largest folders of the map with the magnifier, or try “tarvo "
-               "folder” with your Downloads folder, where they tend to pile up."},
+               "too many copies, look into the largest folders of the map with the magnifier[, or try “tarvo "
+               "folder” with your Downloads folder, where they tend to pile up]."},
           .keywords = {"duplicado, duplicados, repetido, repetidos, copias, copia, iguales, dos veces",
                        "duplicate, duplicates, repeated, copies, copy, identical, same file, twice"}},
          {.id = "explorador",
@@ -124,11 +125,11 @@ std::span<const Row> usingRows() {
               {"No tiene una ventana aparte para recorrer archivos, pero el mapa hace algo parecido: la lupa "
                "abre cada carpeta y enseña primero lo que más ocupa. Con clic derecho ves el elemento en el "
                "Finder, o en el gestor de archivos de tu escritorio si usas Linux, y ahí puedes moverlo o "
-               "borrarlo tú. Sin ventanas, «tarvo carpeta» y una ruta te dan lo mismo en texto.",
+               "borrarlo tú.[ Sin ventanas, «tarvo carpeta» y una ruta te dan lo mismo en texto.]",
                "It has no separate window to walk through files, but the map does something similar: the "
                "magnifier opens each folder and shows what takes the most first. A right-click shows the "
                "item in the Finder, or in your desktop's file manager on Linux, and there you can move or "
-               "delete it yourself. Without windows, “tarvo folder” and a path give you the same as text."},
+               "delete it yourself.[ Without windows, “tarvo folder” and a path give you the same as text.]"},
           .keywords = {"explorador, explorador de archivos, windows, navegar, recorrer, gestor de archivos, "
                        "finder, arbol",
                        "explorer, file explorer, windows, browse, navigate, file manager, finder, tree"}},
@@ -137,12 +138,13 @@ std::span<const Row> usingRows() {
                        "Can I see what's taking space on an external drive?"},
           .answer =
               {"Sí, para mirar. Un disco externo o una memoria USB que esté conectada se abre en el mapa "
-               "como una carpeta más y enseña lo que más ocupa; «tarvo carpeta» con la ruta del disco hace "
-               "lo mismo. En un Mac puede que el sistema pida permiso para leerlo. Limpiar, en cambio, solo "
+               "como una carpeta más y enseña lo que más ocupa[; «tarvo carpeta» con la ruta del disco hace "
+               "lo mismo]. En un Mac puede que el sistema pida permiso para leerlo. Limpiar, en cambio, solo "
                "se limpia tu carpeta personal: de un disco externo no se borra ni se aparta nada.",
                "Yes, to look at it. An external disk or a USB stick that is connected opens in the map like "
-               "any other folder and shows what takes the most; “tarvo folder” with the disk's path does the "
-               "same. On a Mac the system may ask for permission to read it. Cleaning, though, only happens "
+               "any other folder and shows what takes the most[; “tarvo folder” with the disk's path does "
+               "the "
+               "same]. On a Mac the system may ask for permission to read it. Cleaning, though, only happens "
                "in your home folder: nothing on an external drive is deleted or set aside."},
           .keywords = {"disco externo, externo, usb, sirve para un pendrive, otro disco, disco duro, tarjeta "
                        "sd, memoria, disco de red",

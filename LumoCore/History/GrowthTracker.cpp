@@ -7,14 +7,11 @@
 
 namespace lumo::GrowthTracker {
 
-namespace {
-
 bool countsFromZero(const std::string& id) {
     return id.starts_with(artifactIDPrefix) || id.starts_with(unclassifiedIDPrefix);
 }
 
-/// The difference, or the number nearest to it when it does not fit: sizes may come from anybody's file.
-std::int64_t growth(std::int64_t current, std::int64_t previous) {
+std::int64_t difference(std::int64_t current, std::int64_t previous) {
     std::int64_t delta = 0;
     if (!__builtin_sub_overflow(current, previous, &delta)) {
         return delta;
@@ -22,8 +19,6 @@ std::int64_t growth(std::int64_t current, std::int64_t previous) {
     using Limits = std::numeric_limits<std::int64_t>;
     return current > previous ? Limits::max() : Limits::min();
 }
-
-} // namespace
 
 std::optional<DiskSnapshot> baseline(const std::vector<DiskSnapshot>& snapshots, Date now,
                                      std::chrono::seconds age) {
@@ -49,7 +44,7 @@ std::vector<GrowthItem> compare(const DiskSnapshot& now, const DiskSnapshot& bas
         if (known == baseline.sizes.end() && !countsFromZero(id)) {
             continue;
         }
-        const std::int64_t delta = growth(current, known != baseline.sizes.end() ? known->second : 0);
+        const std::int64_t delta = difference(current, known != baseline.sizes.end() ? known->second : 0);
         if (delta >= minimum) {
             const auto name = now.names.find(id);
             items.push_back({id, name != now.names.end() ? name->second : id, delta, current});

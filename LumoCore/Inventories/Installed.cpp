@@ -2,10 +2,10 @@
 
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Inventories/Packages.h"
 #include "LumoCore/Scanning/FolderLocation.h"
 #include "Platform/Environment.h"
 #include "Platform/Folder.h"
-#include "Platform/StateFile.h"
 
 #include <algorithm>
 #include <array>
@@ -148,20 +148,9 @@ std::optional<InstalledApp> programOrPackage(std::string_view name, const Instal
 
 /// The lists of Debian's package manager and of Arch's; other systems keep theirs in data bases.
 void readPackages(Installed& installed) {
-    constexpr std::size_t mostBytes = std::size_t{64} * 1024 * 1024;
-    const auto status = platform::readWhole("/var/lib/dpkg/status", mostBytes);
-    std::string_view package;
-    for (std::string_view rest = status ? std::string_view(*status) : ""; !rest.empty();) {
-        const std::size_t end = std::min(rest.find('\n'), rest.size());
-        const std::string_view line = rest.substr(0, end);
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-        constexpr std::string_view nameKey = "Package: ";
-        constexpr std::string_view statusKey = "Status: ";
-        if (line.starts_with(nameKey)) {
-            package = line.substr(nameKey.size());
-        } else if (line.starts_with(statusKey)) {
-            (line.ends_with(" installed") ? installed.packages : installed.removedPackages).emplace(package);
-        }
+    for (const auto& [name, package] : packagesOfSystem()) {
+        (package.state == Package::State::installed ? installed.packages : installed.removedPackages)
+            .insert(name);
     }
     for (const std::string& entry : platform::namesIn("/var/lib/pacman/local")) {
         const std::size_t release = entry.rfind('-');

@@ -97,11 +97,6 @@ std::optional<std::string> folderIn(std::string_view settings, std::string_view 
     return folder;
 }
 
-bool isSameFolder(const std::string& left, const std::string& right) {
-    const auto leftReal = platform::withoutLinks(left);
-    return left == right || (leftReal && leftReal == platform::withoutLinks(right));
-}
-
 } // namespace
 
 HomePlaces::HomePlaces(std::string home, System system) : home_(std::move(home)), system_(system) {}
@@ -126,7 +121,7 @@ HomePlaces::HomePlaces(std::string home, System system, const Variables& variabl
 }
 
 HomePlaces HomePlaces::ofThisMachine(const std::string& home) {
-    const bool isOwn = isSameFolder(platform::environmentVariable("HOME").value_or(""), home);
+    const bool isOwn = platform::isSamePlace(platform::environmentVariable("HOME").value_or(""), home);
     return {home, currentSystem(), [isOwn](const std::string& name) {
                 return isOwn ? platform::environmentVariable(name) : std::nullopt;
             }};

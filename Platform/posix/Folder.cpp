@@ -249,4 +249,9 @@ SystemResult<std::string> withoutLinks(const std::string& path) {
     return resolved ? SystemResult<std::string>(resolved.get()) : failed(errno);
 }
 
+bool isSamePlace(const std::string& left, const std::string& right) {
+    const auto real = withoutLinks(left);
+    return left == right || (real && real == withoutLinks(right));
+}
+
 } // namespace lumo::platform

@@ -1,9 +1,12 @@
 #include "Platform/Terminal.h"
 
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <csignal>
 
 namespace lumo::platform {
@@ -47,6 +50,25 @@ bool writeAll(Stream stream, std::string_view bytes) {
         bytes.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
     }
     return true;
+}
+
+std::optional<std::size_t> writeWhatFits(Stream stream, std::string_view bytes,
+                                         std::chrono::milliseconds patience) {
+    pollfd waiting{.fd = descriptorOf(stream), .events = POLLOUT, .revents = 0};
+    const int ready = poll(&waiting, 1, static_cast<int>(patience.count()));
+    if (wasInterrupted() || (ready < 0 && errno != EINTR)) {
+        return std::nullopt;
+    }
+    if (ready <= 0) {
+        return 0;
+    }
+    // A pipe that is ready takes this much at least, so that the call does not wait.
+    const ssize_t written =
+        write(descriptorOf(stream), bytes.data(), std::min<std::size_t>(bytes.size(), PIPE_BUF));
+    if (written < 0) {
+        return errno == EINTR || errno == EAGAIN ? std::optional<std::size_t>(0) : std::nullopt;
+    }
+    return static_cast<std::size_t>(written);
 }
 
 std::optional<std::string> readLine() {

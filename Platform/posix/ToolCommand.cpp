@@ -15,9 +15,12 @@
 #include <array>
 #include <cctype>
 #include <cerrno>
+#include <condition_variable>
 #include <csignal>
+#include <mutex>
 #include <optional>
 #include <string_view>
+#include <thread>
 
 namespace lumo::platform {
 
@@ -310,6 +313,22 @@ ToolRun runTool(const std::vector<std::string>& arguments, const std::string& ho
     writing = Descriptor();
     return leader ? StartedTool(*leader, std::move(reading), std::move(stop)).finish()
                   : notStarted(leader.error().reason());
+}
+
+ToolRun runToolInTime(const std::vector<std::string>& arguments, const std::string& home,
+                      std::chrono::milliseconds patience, const std::stop_token& stop) {
+    std::stop_source ending;
+    const std::stop_callback stopped(stop, [&] { ending.request_stop(); });
+    const std::jthread timer([&](const std::stop_token& isOver) {
+        std::mutex mutex;
+        std::unique_lock lock(mutex);
+        std::condition_variable_any over;
+        over.wait_for(lock, isOver, patience, [] { return false; });
+        if (!isOver.stop_requested()) {
+            ending.request_stop();
+        }
+    });
+    return runTool(arguments, home, ending.get_token());
 }
 
 } // namespace lumo::platform

@@ -8,6 +8,7 @@
 #include "TarvoApp/App/Ground.h"
 #include "TarvoApp/App/GrowthDesk.h"
 #include "TarvoApp/App/HelpDesk.h"
+#include "TarvoApp/App/HistoryDesk.h"
 #include "TarvoApp/App/HoldingDesk.h"
 #include "TarvoApp/App/LoginDesk.h"
 #include "TarvoApp/App/MonitorDesk.h"
@@ -52,6 +53,7 @@ class AppModel final : public QObject {
     Q_PROPERTY(tarvo::GrowthDesk* growth READ growth CONSTANT)
     Q_PROPERTY(tarvo::CelebrationDesk* celebrating READ celebrating CONSTANT)
     Q_PROPERTY(tarvo::HoldingDesk* holding READ holding CONSTANT)
+    Q_PROPERTY(tarvo::HistoryDesk* history READ history CONSTANT)
     Q_PROPERTY(tarvo::CleaningDesk* cleaning READ cleaning CONSTANT)
     Q_PROPERTY(tarvo::ArchivingDesk* archiving READ archiving CONSTANT)
     Q_PROPERTY(tarvo::MonitorDesk* monitor READ monitor CONSTANT)
@@ -89,6 +91,7 @@ class AppModel final : public QObject {
     [[nodiscard]] GrowthDesk* growth() { return &growth_; }
     [[nodiscard]] CelebrationDesk* celebrating() { return &celebrating_; }
     [[nodiscard]] HoldingDesk* holding() { return &holding_; }
+    [[nodiscard]] HistoryDesk* history() { return &history_; }
     [[nodiscard]] CleaningDesk* cleaning() { return &cleaning_; }
     [[nodiscard]] ArchivingDesk* archiving() { return &archiving_; }
     [[nodiscard]] MonitorDesk* monitor() { return &monitor_; }
@@ -122,6 +125,7 @@ class AppModel final : public QObject {
     GrowthDesk growth_;
     CelebrationDesk celebrating_;
     HoldingDesk holding_;
+    HistoryDesk history_;
     CleaningDesk cleaning_;
     ArchivingDesk archiving_;
     MonitorDesk monitor_;

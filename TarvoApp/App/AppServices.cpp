@@ -1,10 +1,14 @@
 #include "TarvoApp/App/AppServices.h"
 
+#include "LumoCore/Explaining/KnownPlaces.h"
 #include "LumoCore/Scanning/Scanner.h"
 #include "Platform/Clock.h"
 #include "Platform/Environment.h"
 #include "TarvoModel/Flows/ModelChoice.h"
 #include "TarvoModel/Showing/DemoDisk.h"
+
+#include <mutex>
+#include <utility>
 
 namespace tarvo {
 
@@ -21,16 +25,41 @@ Listing listedFrom(const std::vector<std::string>& paths, const std::stop_token&
                                });
 }
 
-MapModel::Folders foldersIn(const RunMode& mode) {
+/// What is installed is looked at once, when somebody first opens a folder.
+class Knowing {
+  public:
+    explicit Knowing(std::string home) : home_(std::move(home)) {}
+
+    std::map<std::string, lumo::Explanation> operator()(const std::vector<lumo::UnclassifiedItem>& items) {
+        const std::scoped_lock lock(mutex_);
+        if (!known_) {
+            installed_ = lumo::Installed::ofThisMachine(home_);
+            known_.emplace(lumo::HomePlaces::ofThisMachine(home_), installed_);
+        }
+        return known_->explainAll(items, lumo::platform::now());
+    }
+
+  private:
+    std::mutex mutex_;
+    std::string home_;
+    lumo::Installed installed_;
+    std::optional<lumo::KnownPlaces> known_;
+};
+
+MapModel::Folders foldersIn(const std::string& home, const RunMode& mode) {
     if (mode.isDemo) {
         return {.list = [](const std::vector<std::string>& paths,
                            const std::stop_token&) { return DemoDisk::contents(paths); },
                 .canOpen =
                     [](const std::vector<std::string>& paths) {
                         return !DemoDisk::contents(paths).items.empty();
-                    }};
+                    },
+                .know = [](const auto&) { return std::map<std::string, lumo::Explanation>(); }};
     }
-    return {.list = listedFrom, .canOpen = lumo::FolderContents::canOpen};
+    return {
+        .list = listedFrom,
+        .canOpen = lumo::FolderContents::canOpen,
+        .know = [knowing = std::make_shared<Knowing>(home)](const auto& items) { return (*knowing)(items); }};
 }
 
 PreviewDesk::Make previewIn(const RunMode& mode) {
@@ -53,7 +82,7 @@ AppServices AppServices::ofThisMachine(const std::string& home, const RunMode& m
             .carryOut = usualCarryOut,
             .model = chosenModel,
             .mountedVolumes = lumo::platform::mountedVolumes,
-            .folders = foldersIn(mode),
+            .folders = foldersIn(home, mode),
             .preview = previewIn(mode),
             .evidence =
                 [home, mode](const std::string& path, const std::stop_token& end) {

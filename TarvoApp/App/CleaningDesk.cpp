@@ -5,6 +5,9 @@
 #include "TarvoModel/Flows/WeeklyCleanup.h"
 #include "TarvoModel/Showing/DemoDisk.h"
 
+#include <memory>
+#include <set>
+#include <string>
 #include <utility>
 
 namespace tarvo {
@@ -24,6 +27,7 @@ CleaningDesk::CleaningDesk(const Ground& ground, ScanningDesk& scanning, TickedD
             emit changed();
         }
     });
+    connect(&ground.activity, &Activity::progressed, this, &CleaningDesk::showStep);
     connect(&ground.activity, &Activity::rested, this, [this] {
         if (waiting_) {
             cleanAgreed(*std::exchange(waiting_, std::nullopt));
@@ -84,7 +88,7 @@ void CleaningDesk::run(const Cleanup& cleanup, const WhenCleaned& whenDone) {
             const auto tellSteps = [&](const std::vector<lumo::CleanupAction>& actions) {
                 std::vector<CleanupStep> steps;
                 for (const lumo::CleanupAction& action : actions) {
-                    steps.push_back({action.title, action.estimatedBytes});
+                    steps.push_back({action.id, action.title, action.estimatedBytes});
                 }
                 ground_.background.post([task, steps] { task->steps = steps; });
             };
@@ -146,6 +150,25 @@ void CleaningDesk::showFailures() {
     ground_.question.ask(
         asked::Told{.title = lumo::Words{"Esto no se pudo limpiar", "This couldn't be cleaned"}.in(),
                     .message = bytesOf(lastFailures().join('\n'))});
+}
+
+void CleaningDesk::showStep() {
+    const std::shared_ptr<Task>& task = ground_.activity.task();
+    const std::size_t at = task ? task->action.load() : 0;
+    const bool isCleaning = task && at < task->steps.size();
+    const QString inHand = isCleaning ? keyOf(task->steps[at].id) : QString();
+    if (inHand == inHand_) {
+        return;
+    }
+    inHand_ = inHand;
+    if (isCleaning) {
+        std::set<std::string> done;
+        for (std::size_t step = 0; step < at; ++step) {
+            done.insert(task->steps[step].id);
+        }
+        ticked_.hide(done);
+    }
+    emit stepChanged();
 }
 
 // The cleanup of every week.

@@ -7,6 +7,7 @@
 #include "TarvoApp/App/VolumesDesk.h"
 
 #include <QObject>
+#include <QString>
 #include <QStringList>
 
 #include <cstdint>
@@ -21,6 +22,8 @@ class CleaningDesk final : public QObject {
     Q_OBJECT
     /// True while what is ticked may be changed as a whole, and cleaned.
     Q_PROPERTY(bool mayClean READ mayClean NOTIFY changed)
+    /// The key of what a cleanup takes just now; empty while nothing is cleaned.
+    Q_PROPERTY(QString inHand READ inHand NOTIFY stepChanged)
     Q_PROPERTY(QStringList lastFailures READ lastFailures NOTIFY outcomesChanged)
 
   public:
@@ -38,10 +41,12 @@ class CleaningDesk final : public QObject {
     /// True while the user has said yes to what has yet to begin: then nothing begins by itself.
     [[nodiscard]] bool isWaiting() const { return waiting_.has_value(); }
     [[nodiscard]] const std::vector<lumo::CleanupOutcome>& lastOutcomes() const { return lastOutcomes_; }
+    [[nodiscard]] const QString& inHand() const { return inHand_; }
     [[nodiscard]] QStringList lastFailures() const;
 
   signals:
     void changed();
+    void stepChanged();
     void outcomesChanged();
 
   private:
@@ -53,6 +58,8 @@ class CleaningDesk final : public QObject {
     void cleanAgreed(const Agreement& agreed);
     void run(const Cleanup& cleanup, const WhenCleaned& whenDone);
     void cleaned(const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after);
+    /// What is done goes from list and map while the rest is still cleaned.
+    void showStep();
     void sayWhatWasLeft(const Cleaned& result);
     void cleanedByItself(const lumo::Result<Cleaned>& result);
 
@@ -63,6 +70,7 @@ class CleaningDesk final : public QObject {
     CelebrationDesk& celebration_;
     /// What the user agreed to and waits for the scan in hand to end.
     std::optional<Agreement> waiting_;
+    QString inHand_;
     std::int64_t freeBeforeLastCleanup_ = 0;
     std::vector<lumo::CleanupOutcome> lastOutcomes_;
 };

@@ -59,9 +59,18 @@ void HoldingDesk::empty(const std::vector<lumo::Holding::Batch>& agreed) {
 }
 
 void HoldingDesk::undoLastCleanup() {
+    putBackBy(undo);
+}
+
+void HoldingDesk::putBack(const QString& key) {
+    putBackBy([id = idOf(key)](const Desk& desk) { return restore({.ids = {id}}, desk); });
+}
+
+void HoldingDesk::putBackBy(
+    const std::function<lumo::Result<lumo::TrashOperationResult>(const Desk&)>& restore) {
     const bool hasBegun = change(Words{"Devolviendo a su sitio…", "Putting back…"}.in(),
-                                 [](const Desk& desk) -> lumo::Result<Changed> {
-                                     const auto restored = undo(desk);
+                                 [restore](const Desk& desk) -> lumo::Result<Changed> {
+                                     const auto restored = restore(desk);
                                      if (!restored) {
                                          return std::unexpected(restored.error());
                                      }

@@ -29,6 +29,8 @@ class HoldingDesk final : public QObject {
     /// Looks at it again, in the background.
     Q_INVOKABLE void refreshHolding();
     Q_INVOKABLE void undoLastCleanup();
+    /// Puts one held item back where it was, by its id.
+    Q_INVOKABLE void putBack(const QString& key);
     /// Asks whether all of it goes for good, in the main window or in the settings.
     Q_INVOKABLE void requestEmpty(bool isFromSettings);
 
@@ -49,6 +51,8 @@ class HoldingDesk final : public QObject {
     };
     /// Runs the change in the background, says what came of it, and scans again; false when it cannot begin.
     bool change(const std::string& doing, const std::function<lumo::Result<Changed>(const Desk&)>& change);
+    /// The same for what puts something back.
+    void putBackBy(const std::function<lumo::Result<lumo::TrashOperationResult>(const Desk&)>& restore);
     void empty(const std::vector<lumo::Holding::Batch>& agreed);
     void say(const lumo::Result<Changed>& changed);
 

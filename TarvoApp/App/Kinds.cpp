@@ -28,6 +28,32 @@ Group of(RowGroup group) {
     return Group::Unclassified;
 }
 
+RowGroup groupOf(Group group) {
+    switch (group) {
+    case Group::Safe:
+        return RowGroup::safe;
+    case Group::Review:
+        return RowGroup::review;
+    case Group::Keep:
+        return RowGroup::keep;
+    case Group::Unclassified:
+        break;
+    }
+    return RowGroup::unclassified;
+}
+
+RowOrder orderOf(Order order) {
+    switch (order) {
+    case Order::ByName:
+        return RowOrder::name;
+    case Order::ByDate:
+        return RowOrder::date;
+    case Order::BySize:
+        break;
+    }
+    return RowOrder::size;
+}
+
 Tick of(TileState state) {
     switch (state) {
     case TileState::selected:

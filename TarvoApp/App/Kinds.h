@@ -2,6 +2,7 @@
 
 #include "TarvoModel/Showing/DiskMap.h"
 #include "TarvoModel/Showing/Phase.h"
+#include "TarvoModel/Showing/RowView.h"
 #include "TarvoModel/Showing/Rows.h"
 
 #include <QObject>
@@ -18,6 +19,9 @@ Q_ENUM_NS(Phase)
 enum class Group { Safe, Review, Keep, Unclassified };
 Q_ENUM_NS(Group)
 
+enum class Order { BySize, ByName, ByDate };
+Q_ENUM_NS(Order)
+
 enum class Tick { Selected, Unselected, Blocked, Info };
 Q_ENUM_NS(Tick)
 
@@ -26,6 +30,8 @@ Q_ENUM_NS(Tile)
 
 Phase of(const tarvo::Phase& phase);
 Group of(RowGroup group);
+RowGroup groupOf(Group group);
+RowOrder orderOf(Order order);
 Tick of(TileState state);
 Tile of(tarvo::Tile::Kind kind);
 

@@ -32,7 +32,7 @@ QColor colorFrom(const DiskMap::Color& color) {
 }
 
 std::string insideID(const Item& item) {
-    return std::string(TileID::insidePrefix) + item.path;
+    return DiskMap::insideID(item.path);
 }
 
 } // namespace
@@ -49,6 +49,8 @@ void MapModel::show(const std::vector<Row>& rows, const lumo::VolumeInfo& volume
     top_ = DiskMap::tiles(rows, volume, isWholeDisk);
     if (zoomStack_.empty()) {
         rebuild();
+    } else {
+        findLit();
     }
 }
 
@@ -128,7 +130,23 @@ void MapModel::rebuild() {
         laid.push_back({tiles[at], places[at]});
     }
     takeOver(std::move(laid));
+    findLit();
     emit tilesChanged();
+}
+
+void MapModel::narrow(const RowView& view) {
+    if (view_ != view) {
+        view_ = view;
+        findLit();
+    }
+}
+
+void MapModel::findLit() {
+    auto lit = litTiles(view_, std::vector<Tile>(items().begin(), items().end()), rows_);
+    if (lit_ != lit) {
+        lit_ = std::move(lit);
+        tellChanged({dimmedRole, nestedRole});
+    }
 }
 
 void MapModel::layOut() {
@@ -168,16 +186,17 @@ void MapModel::zoomInto(const QString& key) {
         return;
     }
     wanted.title = lumo::fileName(wanted.paths.front());
+    wanted.isApart = !isRow && !zoomStack_.empty() && zoomStack_.back().isApart;
     for (const LaidTile& tile : items()) {
         if (tile.id == id) {
             wanted.title = tile.label;
-            wanted.safety = tile.safety;
+            wanted.safety = wanted.isApart ? std::nullopt : tile.safety;
             wanted.place = tile.place;
         }
         const auto child = std::ranges::find(tile.children, id, insideID);
         if (child != tile.children.end()) {
             wanted.title = tile.label + " › " + child->name; // It leads over the tile's folder.
-            wanted.safety = tile.safety;
+            wanted.safety = wanted.isApart ? std::nullopt : tile.safety;
             wanted.place = tile.place;
         }
     }
@@ -187,7 +206,12 @@ void MapModel::zoomInto(const QString& key) {
 
 void MapModel::open(const std::string& title, const std::vector<std::string>& paths,
                     const std::function<void()>& whenUnreadable) {
-    openWanted({.title = title, .paths = paths, .safety = {}, .whenUnreadable = whenUnreadable, .place = {}});
+    openWanted({.title = title,
+                .paths = paths,
+                .safety = {},
+                .whenUnreadable = whenUnreadable,
+                .place = {},
+                .isApart = true});
 }
 
 void MapModel::openWanted(Wanted wanted) {
@@ -207,29 +231,32 @@ void MapModel::listInBackground(const Paths& paths) {
         return;
     }
     background_.start(listing_,
-                      [this, paths, list = folders_.list,
+                      [this, paths, folders = folders_, rows = rows_,
                        generation = generation_](const std::stop_token& stop) -> Background::Apply {
-                          return [this, paths, generation, listing = list(paths, stop)] {
+                          Inside inside{.listing = folders.list(paths, stop), .known = {}};
+                          inside.known = DiskMap::knownEntries(inside.listing.items, rows, folders.know);
+                          return [this, paths, generation, inside = std::move(inside)] {
                               if (generation == generation_) {
-                                  listed(paths, listing);
+                                  listed(paths, inside);
                               }
                           };
                       });
 }
 
-void MapModel::listed(const Paths& paths, const Listing& listing) {
+void MapModel::listed(const Paths& paths, const Inside& inside) {
     prefetching_.erase(paths);
     prefetchNext();
-    if (!listing.items.empty()) {
-        insideCache_.insert_or_assign(paths, listing);
+    if (!inside.listing.items.empty()) {
+        insideCache_.insert_or_assign(paths, inside);
     }
     if (zoomLoading_ && zoomLoading_->paths == paths) {
         const Wanted wanted = *std::exchange(zoomLoading_, std::nullopt);
-        push(wanted, listing);
+        push(wanted, inside);
     }
 }
 
-void MapModel::push(const Wanted& wanted, const Listing& listing) {
+void MapModel::push(const Wanted& wanted, const Inside& inside) {
+    const Listing& listing = inside.listing;
     zoomLoading_.reset();
     if (listing.items.empty()) {
         closed_.insert(wanted.paths);
@@ -244,7 +271,9 @@ void MapModel::push(const Wanted& wanted, const Listing& listing) {
                           .safety = wanted.safety,
                           .items = listing.items,
                           .skipped = listing.skipped,
-                          .place = zoomPlace_});
+                          .place = zoomPlace_,
+                          .isApart = wanted.isApart,
+                          .known = inside.known});
     rebuild();
     emit zoomChanged();
 }
@@ -310,6 +339,14 @@ QStringList MapModel::zoomTitles() const {
     return titles;
 }
 
+QStringList MapModel::zoomAmounts() const {
+    QStringList amounts;
+    for (const ZoomLevel& level : zoomStack_) {
+        amounts.push_back(shown(lumo::ByteFormat::string(DiskMap::totalOf(level))));
+    }
+    return amounts;
+}
+
 QString MapModel::skippedText() const {
     QStringList names;
     for (const std::string& name : zoomStack_.empty() ? Paths() : zoomStack_.back().skipped) {
@@ -334,6 +371,7 @@ QVariant MapModel::nestedOf(const LaidTile& tile) const {
                 {"label", shown(item.name)},
                 {"bytes", shown(lumo::ByteFormat::string(item.bytes))},
                 {"key", keyOf(insideID(item))},
+                {"dimmed", isDimmed(insideID(item)) && !isDimmed(tile.id)},
                 {"canZoom", item.isDirectory && !item.path.empty() && !closed_.contains({item.path})}});
         }
     }
@@ -341,8 +379,43 @@ QVariant MapModel::nestedOf(const LaidTile& tile) const {
 }
 
 QString MapModel::wordOf(const Tile& tile) const {
+    if (tile.kind == Tile::Kind::inside && zoomStack_.back().isApart) {
+        return shown(groupTitle(tile.safety ? groupOf(*tile.safety) : RowGroup::unclassified));
+    }
     const auto row = std::ranges::find(rows_, tile.id, &Row::id);
     return row == rows_.end() ? QString() : shown(groupTitle(row->group));
+}
+
+TileClick MapModel::clickOn(const std::string& id) const {
+    const auto tile = std::ranges::find(items(), id, &LaidTile::id);
+    return tile == items().end() ? TileClick::nothing
+                                 : tarvo::clickOn(*tile, plan_.stateOf(id), canZoom(*tile));
+}
+
+bool MapModel::canZoomInto(const std::string& id) const {
+    const Paths paths = pathsOf(id);
+    if (paths.empty() || closed_.contains(paths)) {
+        return false;
+    }
+    if (!id.starts_with(TileID::insidePrefix)) {
+        return openable_.contains(paths);
+    }
+    for (const LaidTile& tile : items()) {
+        const auto child = std::ranges::find(tile.children, id, insideID);
+        if (tile.id == id || child != tile.children.end()) {
+            return tile.id == id ? tile.isFolder : child->isDirectory;
+        }
+    }
+    return false;
+}
+
+const Row* MapModel::firstWithoutTile() const {
+    for (const Row& row : rows_) {
+        if (row.bytes > 0 && std::ranges::find(top_, row.id, &Tile::id) == top_.end()) {
+            return &row;
+        }
+    }
+    return nullptr;
 }
 
 QVariant MapModel::data(const QModelIndex& index, int role) const {
@@ -383,6 +456,12 @@ QVariant MapModel::data(const QModelIndex& index, int role) const {
         return canZoom(tile);
     case nestedRole:
         return nestedOf(tile);
+    case knownRole:
+        return shown(tile.known);
+    case dimmedRole:
+        return isDimmed(tile.id);
+    case clickRole:
+        return tarvo::clickOn(tile, plan_.stateOf(tile.id), canZoom(tile)) != TileClick::nothing;
     default:
         return {};
     }
@@ -393,7 +472,8 @@ QHash<int, QByteArray> MapModel::roleNames() const {
             {bytesRole, "bytes"},     {placeRole, "place"},     {colorRole, "tint"},
             {darkInkRole, "darkInk"}, {stateRole, "tickState"}, {statusRole, "status"},
             {wordRole, "word"},       {unknownRole, "unknown"}, {kindRole, "kind"},
-            {canZoomRole, "canZoom"}, {nestedRole, "nested"}};
+            {canZoomRole, "canZoom"}, {nestedRole, "nested"},   {knownRole, "known"},
+            {dimmedRole, "dimmed"},   {clickRole, "clickable"}};
 }
 
 } // namespace tarvo

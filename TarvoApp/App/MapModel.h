@@ -3,6 +3,8 @@
 #include "TarvoApp/App/Background.h"
 #include "TarvoApp/App/KeyedList.h"
 #include "TarvoModel/Showing/DiskMap.h"
+#include "TarvoModel/Showing/PlaceOffers.h"
+#include "TarvoModel/Showing/RowView.h"
 #include "TarvoModel/Showing/TickedPlan.h"
 
 #include <QRectF>
@@ -36,6 +38,8 @@ class MapModel final : public KeyedList<LaidTile> {
     Q_PROPERTY(int count READ count NOTIFY tilesChanged)
     Q_PROPERTY(int depth READ depth NOTIFY zoomChanged)
     Q_PROPERTY(QStringList zoomTitles READ zoomTitles NOTIFY zoomChanged)
+    /// What is in each of those folders, for a person.
+    Q_PROPERTY(QStringList zoomAmounts READ zoomAmounts NOTIFY zoomChanged)
     Q_PROPERTY(QString skippedText READ skippedText NOTIFY zoomChanged)
     Q_PROPERTY(bool zoomLoading READ isZoomLoading NOTIFY zoomChanged)
     /// Where the level that was entered or left last lies on the map of the level above.
@@ -56,7 +60,10 @@ class MapModel final : public KeyedList<LaidTile> {
         unknownRole,
         kindRole, ///< See `Kinds::Tile`.
         canZoomRole,
-        nestedRole ///< Of each entry inside a map with its place, label, key and whether it can be opened.
+        nestedRole, ///< Of each entry inside a map with its place, label, key and whether it can be opened.
+        knownRole,  ///< What an entry is, where somebody knows.
+        dimmedRole, ///< Whether what was searched for is not there.
+        clickRole   ///< Whether a click does something.
     };
 
     /// What is in the paths; called on a background thread. Empty items for what cannot be read.
@@ -65,9 +72,14 @@ class MapModel final : public KeyedList<LaidTile> {
     /// Whether there is something to be listed; called on a background thread.
     using CanOpen = std::function<bool(const std::vector<std::string>& paths)>;
 
+    /// What is certain of the paths; called on a background thread.
+    using Know = std::function<std::map<std::string, lumo::Explanation>(
+        const std::vector<lumo::UnclassifiedItem>& items)>;
+
     struct Folders {
         List list;
         CanOpen canOpen;
+        Know know;
     };
 
     MapModel(const TickedPlan& plan, Background& background, Folders folders, QObject* parent = nullptr);
@@ -76,6 +88,8 @@ class MapModel final : public KeyedList<LaidTile> {
     void show(const std::vector<Row>& rows, const lumo::VolumeInfo& volume, bool isWholeDisk);
     /// Leaves all folders and forgets what is in them.
     void forget();
+    /// What somebody asked to see of the rows: the other tiles are dimmed.
+    void narrow(const RowView& view);
     /// The ticks have changed.
     void refresh();
     void setTextScale(double scale);
@@ -95,6 +109,13 @@ class MapModel final : public KeyedList<LaidTile> {
     void open(const std::string& title, const std::vector<std::string>& paths,
               const std::function<void()>& whenUnreadable);
 
+    /// What a click on the tile does.
+    [[nodiscard]] TileClick clickOn(const std::string& id) const;
+    /// True when the tile, the entry in one or the row can be opened on the map.
+    [[nodiscard]] bool canZoomInto(const std::string& id) const;
+    /// The first row that has no tile of its own; none when all have one.
+    [[nodiscard]] const Row* firstWithoutTile() const;
+
     /// The paths that a tile or an entry in one stands for; none for tiles that stand for many things.
     [[nodiscard]] std::vector<std::string> pathsOf(const std::string& id) const;
 
@@ -104,6 +125,7 @@ class MapModel final : public KeyedList<LaidTile> {
     void setHeight(double height);
     [[nodiscard]] int depth() const { return static_cast<int>(zoomStack_.size()); }
     [[nodiscard]] QStringList zoomTitles() const;
+    [[nodiscard]] QStringList zoomAmounts() const;
     [[nodiscard]] QString skippedText() const;
     [[nodiscard]] bool isZoomLoading() const { return zoomLoading_.has_value(); }
     [[nodiscard]] QRectF zoomPlace() const;
@@ -131,11 +153,18 @@ class MapModel final : public KeyedList<LaidTile> {
         std::optional<lumo::Safety> safety;
         std::function<void()> whenUnreadable;
         std::optional<Rect> place; ///< On the map as it was then.
+        bool isApart = false;      ///< See `ZoomLevel`.
+    };
+
+    /// What is in a folder, and what is known of that.
+    struct Inside {
+        lumo::FolderContents::Listing listing;
+        std::map<std::string, KnownEntry> known;
     };
 
     void openWanted(Wanted wanted);
-    void listed(const Paths& paths, const lumo::FolderContents::Listing& listing);
-    void push(const Wanted& wanted, const lumo::FolderContents::Listing& listing);
+    void listed(const Paths& paths, const Inside& inside);
+    void push(const Wanted& wanted, const Inside& inside);
     /// Ends all listings in hand, also those ahead of time.
     void stopListing();
     void listInBackground(const Paths& paths);
@@ -143,7 +172,9 @@ class MapModel final : public KeyedList<LaidTile> {
     /// Finds out which rows can be opened; until then none can.
     void findOpenable();
     void rebuild();
+    void findLit();
     void layOut();
+    [[nodiscard]] bool isDimmed(const std::string& id) const { return lit_ && !lit_->contains(id); }
     void willReplace() override { emit replacing(); }
     /// The middle of the map, for what has no tile.
     [[nodiscard]] Rect middle() const;
@@ -156,13 +187,15 @@ class MapModel final : public KeyedList<LaidTile> {
     Folders folders_;
     std::vector<Row> rows_;
     std::vector<Tile> top_; ///< The tiles without zoom.
+    RowView view_;
+    std::optional<std::set<std::string>> lit_; ///< See `litTiles`.
     double width_ = 0;
     double height_ = 0;
     double textScale_ = 1;
     std::vector<ZoomLevel> zoomStack_;
     Rect zoomPlace_;
     std::optional<Wanted> zoomLoading_;
-    std::map<Paths, lumo::FolderContents::Listing> insideCache_;
+    std::map<Paths, Inside> insideCache_;
     std::set<Paths> openable_;    ///< Of the rows.
     std::set<Paths> closed_;      ///< Where nothing was to be seen.
     std::set<Paths> prefetching_; ///< What is being listed now.

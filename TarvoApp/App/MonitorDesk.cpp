@@ -2,6 +2,7 @@
 
 #include "TarvoApp/App/QtText.h"
 #include "TarvoModel/Flows/WeeklyCleanup.h"
+#include "TarvoModel/Flows/WeeklySwitch.h"
 #include "TarvoModel/Showing/LowSpaceAlert.h"
 
 #include <utility>
@@ -23,6 +24,23 @@ void MonitorDesk::startMonitoring() {
         emit changed();
         look();
     }
+}
+
+void MonitorDesk::setAutoCleanWeekly(bool isOn) {
+    ground_.settings.setAutoCleanWeekly(isOn);
+    if (!ground_.services.mode.isForReal()) {
+        return;
+    }
+    ground_.background.start([this, isOn, desk = ground_.services.desk,
+                              number = ++switches_](const std::stop_token& end) -> Background::Apply {
+        const auto switched = setWeeklyCleanup(desk, isOn, TimerWish::welcome, {.stop = end});
+        return [this, number, problem = switched ? switched->timerProblem.value_or("") : std::string()] {
+            if (number == switches_) {
+                timerProblem_ = problem;
+                emit autoCleanStatusChanged();
+            }
+        };
+    });
 }
 
 void MonitorDesk::look() {
@@ -87,6 +105,10 @@ QString MonitorDesk::autoCleanStatusText() const {
                                                 WeeklyCleanup::storedRecord(ground_.settings.preferences()),
                                                 ground_.services.desk.now())
                      .value_or(""));
+}
+
+QString MonitorDesk::autoCleanProblem() const {
+    return shown(timerProblem_);
 }
 
 } // namespace tarvo

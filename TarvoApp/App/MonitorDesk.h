@@ -10,6 +10,8 @@
 #include <QString>
 #include <QTimer>
 
+#include <string>
+
 namespace tarvo {
 
 /// Looks at the disk every minute, and scans, warns or cleans when it is time.
@@ -18,6 +20,8 @@ class MonitorDesk final : public QObject {
     Q_PROPERTY(bool monitoring READ isMonitoring NOTIFY changed)
     /// When the weekly cleanup runs next, and what the last one did; empty while it is off.
     Q_PROPERTY(QString autoCleanStatus READ autoCleanStatusText NOTIFY autoCleanStatusChanged)
+    /// Why it runs only while the application is open; empty when nothing is wrong.
+    Q_PROPERTY(QString autoCleanProblem READ autoCleanProblem NOTIFY autoCleanStatusChanged)
 
   public:
     MonitorDesk(const Ground& ground, VolumesDesk& volumes, ScanningDesk& scanning, const TickedDesk& ticked,
@@ -25,12 +29,15 @@ class MonitorDesk final : public QObject {
 
     /// Begins to look; once, and only where it is for real.
     void startMonitoring();
+    /// Switches the weekly cleanup, with the timer that does it while the application is closed.
+    Q_INVOKABLE void setAutoCleanWeekly(bool isOn);
     /// One look at the disk, which may begin a scan, warn, or clean.
     Q_INVOKABLE void look();
 
     [[nodiscard]] bool isMonitoring() const { return timer_.isActive(); }
     [[nodiscard]] bool isLooking() const { return isLooking_; }
     [[nodiscard]] QString autoCleanStatusText() const;
+    [[nodiscard]] QString autoCleanProblem() const;
 
   signals:
     void changed();
@@ -47,6 +54,8 @@ class MonitorDesk final : public QObject {
     ScanningDesk& scanning_;
     const TickedDesk& ticked_;
     CleaningDesk& cleaning_;
+    std::string timerProblem_;
+    int switches_ = 0; ///< Of several only the last one's problem is told.
     bool isLooking_ = false;
     QTimer timer_;
 };

@@ -27,7 +27,7 @@ QDBusMessage callOf(const char* method) {
 QVariantList argumentsOf(const Notification& notification, std::uint32_t replaced, lumo::Language language) {
     constexpr int asTheDesktopLikes = -1;
     const QString button = QString::fromStdString(lumo::Words{"Abrir", "Open"}.in(language));
-    const QVariantMap hints{{QStringLiteral("desktop-entry"), QStringLiteral("tarvo-ai")},
+    const QVariantMap hints{{QStringLiteral("desktop-entry"), QStringLiteral("ai.tarvo.TarvoAI")},
                             {QStringLiteral("sound-name"), QStringLiteral("message-new-instant")}};
     return {QStringLiteral("Tarvo AI"),
             replaced,

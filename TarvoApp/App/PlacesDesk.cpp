@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Words.h"
+#include "TarvoApp/App/Kinds.h"
 #include "TarvoApp/App/QtText.h"
 
 #include <algorithm>
@@ -17,7 +18,7 @@ constexpr std::chrono::milliseconds flashTime{1600};
 
 } // namespace
 
-PlacesDesk::PlacesDesk(const Ground& ground, const TickedDesk& ticked, ExplainingDesk& explaining,
+PlacesDesk::PlacesDesk(const Ground& ground, TickedDesk& ticked, ExplainingDesk& explaining,
                        const ScanningDesk& scanning, const VolumesDesk& volumes, PreviewDesk& preview,
                        QObject* parent)
     : QObject(parent), ground_(ground), ticked_(ticked), explaining_(explaining), scanning_(scanning),
@@ -30,8 +31,10 @@ PlacesDesk::PlacesDesk(const Ground& ground, const TickedDesk& ticked, Explainin
     });
     connect(&ticked, &TickedDesk::changed, &map_, &MapModel::refresh);
     connect(&ticked, &TickedDesk::changed, &rows_, &RowList::refresh);
+    connect(&ticked, &TickedDesk::changed, this, &PlacesDesk::chosenChanged);
     connect(&explaining, &ExplainingDesk::evidenceChanged, &rows_, &RowList::refresh);
     connect(&explaining, &ExplainingDesk::explanationsChanged, this, [this] {
+        showRows();
         rows_.refresh();
         showMap();
     });
@@ -52,7 +55,15 @@ PlacesDesk::PlacesDesk(const Ground& ground, const TickedDesk& ticked, Explainin
 // What is shown.
 
 void PlacesDesk::showRows() {
-    rows_.show(rowsMatching(bytesOf(searchText_), ticked_.rows()));
+    rows_.show(rowsIn(view_, withWhatIsKnown(ticked_.rows(), explaining_.explanations())));
+    chosenHaveChanged();
+}
+
+void PlacesDesk::viewHasChanged() {
+    chooseNone();
+    showRows();
+    map_.narrow(view_);
+    emit viewChanged();
 }
 
 void PlacesDesk::showMap() {
@@ -63,7 +74,8 @@ void PlacesDesk::showMap() {
 void PlacesDesk::setSearchText(const QString& text) {
     if (searchText_ != text) {
         searchText_ = text;
-        showRows();
+        view_.searched = bytesOf(text);
+        viewHasChanged();
         emit searchChanged();
     }
 }
@@ -82,7 +94,116 @@ void PlacesDesk::setMapHovered(const QString& key) {
     }
 }
 
+int PlacesDesk::onlyGroup() const {
+    return view_.group ? static_cast<int>(Kinds::of(*view_.group)) : -1;
+}
+
+void PlacesDesk::toggleGroup(int group) {
+    const auto wanted = Kinds::groupOf(static_cast<Kinds::Group>(group));
+    view_.group = view_.group == wanted ? std::nullopt : std::optional(wanted);
+    viewHasChanged();
+}
+
+void PlacesDesk::showAllGroups() {
+    if (view_.group) {
+        view_.group.reset();
+        viewHasChanged();
+    }
+}
+
+bool PlacesDesk::hasGroup(int group) const {
+    return std::ranges::find(ticked_.rows(), Kinds::groupOf(static_cast<Kinds::Group>(group)), &Row::group) !=
+           ticked_.rows().end();
+}
+
+int PlacesDesk::order() const {
+    return static_cast<int>(view_.order);
+}
+
+void PlacesDesk::setOrder(int order) {
+    if (order != this->order()) {
+        view_.order = Kinds::orderOf(static_cast<Kinds::Order>(order));
+        viewHasChanged();
+    }
+}
+
+// Rows that are chosen together.
+
+std::vector<std::string> PlacesDesk::chosen() const {
+    return idsBetween(chosenFrom_, chosenTo_, rows_.rows());
+}
+
+void PlacesDesk::chosenHaveChanged() {
+    rows_.choose(chosen());
+    emit chosenChanged();
+}
+
+void PlacesDesk::chooseTo(const QString& from, const QString& to) {
+    if (chosen().empty()) {
+        chosenFrom_ = idOf(from);
+    }
+    chosenTo_ = idOf(to);
+    chosenHaveChanged();
+}
+
+void PlacesDesk::chooseNone() {
+    chosenFrom_.clear();
+    chosenTo_.clear();
+    chosenHaveChanged();
+}
+
+void PlacesDesk::toggle(const QString& key) {
+    const std::vector<std::string> ids = chosen();
+    if (std::ranges::find(ids, idOf(key)) != ids.end()) {
+        ticked_.toggleAll(ids);
+    } else {
+        chooseNone();
+        ticked_.toggle(key);
+    }
+}
+
+QString PlacesDesk::chosenText() const {
+    const std::vector<std::string> ids = chosen();
+    const TickedPlan::Count count = ticked_.plan().count(ids);
+    return shown(tarvo::chosenText(ids.size(), count.tickable, count.ticked));
+}
+
+// The way to a row.
+
+void PlacesDesk::openRow(const QString& key, bool open) {
+    const QString wanted = open ? key : opened_ == key ? QString() : opened_;
+    if (opened_ != wanted) {
+        opened_ = wanted;
+        emit openedChanged();
+    }
+}
+
+const Row* PlacesDesk::rowOf(const QString& key) const {
+    const std::string id = idOf(key);
+    const auto row = std::ranges::find(ticked_.rows(), id, &Row::id);
+    if (row != ticked_.rows().end()) {
+        return &*row;
+    }
+    const std::vector<std::string> paths = map_.pathsOf(id);
+    return paths.size() == 1 ? rowWith(paths.front(), ticked_.rows()) : nullptr;
+}
+
+void PlacesDesk::explain(const QString& key) {
+    if (const Row* const row = rowOf(key)) {
+        const QString rowKey = keyOf(row->id);
+        openRow(rowKey, true);
+        revealRow(rowKey);
+    }
+}
+
 void PlacesDesk::revealRow(const QString& key) {
+    if (rows_.indexOf(key) < 0) {
+        view_.group.reset();
+        view_.searched.clear();
+        searchText_.clear();
+        viewHasChanged();
+        emit searchChanged();
+    }
     scrollToRow_ = key;
     flashRow_ = key;
     emit scrollChanged();
@@ -96,6 +217,59 @@ void PlacesDesk::revealRow(const QString& key) {
 }
 
 // What a row or tile stands for.
+
+void PlacesDesk::click(const QString& key) {
+    switch (map_.clickOn(idOf(key))) {
+    case TileClick::tick:
+        chooseNone();
+        return ticked_.toggle(key);
+    case TileClick::zoom:
+        return map_.zoomInto(key);
+    case TileClick::explain:
+        return explain(key);
+    case TileClick::preview:
+        return showPreview(key);
+    case TileClick::home:
+        return openHome();
+    case TileClick::listRest:
+        if (const Row* const row = map_.firstWithoutTile()) {
+            revealRow(keyOf(row->id));
+        }
+        return;
+    case TileClick::nothing:
+        return;
+    }
+}
+
+void PlacesDesk::enter(const QString& key) {
+    if (map_.canZoomInto(idOf(key))) {
+        map_.zoomInto(key);
+    } else if (idOf(key).starts_with(TileID::insidePrefix)) {
+        showPreview(key);
+    } else {
+        explain(key);
+    }
+}
+
+QVariantMap PlacesDesk::offers(const QString& key) const {
+    const std::string id = idOf(key);
+    const std::vector<std::string> paths = map_.pathsOf(id);
+    const QStringList protectedNow = ground_.settings.protectedFolders();
+    const bool isProtected = std::ranges::all_of(
+        paths, [&](const std::string& path) { return protectedNow.contains(shown(path)); });
+    const TileState state = ticked_.plan().stateOf(id);
+    const PlaceOffers can = offersFor({.state = state,
+                                       .paths = paths.size(),
+                                       .canZoom = map_.canZoomInto(id),
+                                       .hasRow = rowOf(key) != nullptr,
+                                       .isProtected = isProtected},
+                                      {.isDemo = ground_.isDemo(), .isBusy = ground_.activity.isBusy()});
+    return {{"tick", can.tick},           {"ticked", state == TileState::selected},
+            {"zoom", can.zoom},           {"explain", can.explain},
+            {"preview", can.preview},     {"open", can.open},
+            {"archive", can.archive},     {"protect", can.protect},
+            {"several", paths.size() > 1}};
+}
 
 std::string PlacesDesk::pathOf(const QString& key) const {
     const std::vector<std::string> paths = map_.pathsOf(idOf(key));
@@ -128,6 +302,9 @@ void PlacesDesk::open(const Volume& volume) {
 }
 
 void PlacesDesk::openHome() {
+    if (ground_.isOnlyDemo()) {
+        return;
+    }
     open({.path = ground_.services.desk.home, .name = DiskMap::homeTitle()});
 }
 

@@ -7,11 +7,14 @@
 #include "TarvoApp/App/RowList.h"
 #include "TarvoApp/App/ScanningDesk.h"
 #include "TarvoApp/App/TickedDesk.h"
+#include "TarvoModel/Showing/RowView.h"
 
 #include <QObject>
 #include <QString>
+#include <QVariantMap>
 
 #include <string>
+#include <vector>
 
 namespace tarvo {
 
@@ -28,15 +31,46 @@ class PlacesDesk final : public QObject {
     Q_PROPERTY(QString mapHovered READ mapHovered WRITE setMapHovered NOTIFY hoverChanged)
     Q_PROPERTY(QString scrollToRow READ scrollToRow NOTIFY scrollChanged)
     Q_PROPERTY(QString flashRow READ flashRow NOTIFY scrollChanged)
+    /// The one row that shows all that is known of it; empty for none.
+    Q_PROPERTY(QString opened READ opened NOTIFY openedChanged)
+    /// See `Kinds::Group` and `Kinds::Order`; -1 while the list shows all groups.
+    Q_PROPERTY(int onlyGroup READ onlyGroup NOTIFY viewChanged)
+    Q_PROPERTY(int order READ order WRITE setOrder NOTIFY viewChanged)
+    /// What is said of the rows that are chosen together; empty for none.
+    Q_PROPERTY(QString chosenText READ chosenText NOTIFY chosenChanged)
 
   public:
-    PlacesDesk(const Ground& ground, const TickedDesk& ticked, ExplainingDesk& explaining,
+    PlacesDesk(const Ground& ground, TickedDesk& ticked, ExplainingDesk& explaining,
                const ScanningDesk& scanning, const VolumesDesk& volumes, PreviewDesk& preview,
                QObject* parent = nullptr);
 
     Q_INVOKABLE void search() { ++focusSearch_, emit searchChanged(); }
-    /// Scrolls the list to the row and lights it for a moment.
+    /// Scrolls the list to the row and lights it for a moment; a list that was narrowed without it is
+    /// widened.
     Q_INVOKABLE void revealRow(const QString& key);
+    /// Opens or closes what is known of the row.
+    Q_INVOKABLE void openRow(const QString& key, bool open);
+    /// The same for the row that a tile, or an entry in one, belongs to, which is also revealed.
+    Q_INVOKABLE void explain(const QString& key);
+    /// Does what a click on the tile does.
+    Q_INVOKABLE void click(const QString& key);
+    /// Opens it on the map, or shows what is known of it where it is nothing to open.
+    Q_INVOKABLE void enter(const QString& key);
+    /// What a menu can offer: see `PlaceOffers`, with whether the thing is ticked and how many it is.
+    Q_INVOKABLE [[nodiscard]] QVariantMap offers(const QString& key) const;
+
+    /// Shows the rows and tiles of that group alone, or all again.
+    Q_INVOKABLE void toggleGroup(int group);
+    /// Shows all groups.
+    Q_INVOKABLE void showAllGroups();
+    /// Whether there are rows of the group.
+    Q_INVOKABLE [[nodiscard]] bool hasGroup(int group) const;
+
+    /// Chooses the rows from where that began, or from `from`, to `to`.
+    Q_INVOKABLE void chooseTo(const QString& from, const QString& to);
+    Q_INVOKABLE void chooseNone();
+    /// Ticks or unticks the row, and all that are chosen with it.
+    Q_INVOKABLE void toggle(const QString& key);
 
     /// The path that a row or tile stands for, as bytes that `Settings::protectPath` takes; empty for
     /// several.
@@ -69,18 +103,31 @@ class PlacesDesk final : public QObject {
     void setMapHovered(const QString& key);
     [[nodiscard]] QString scrollToRow() const { return scrollToRow_; }
     [[nodiscard]] QString flashRow() const { return flashRow_; }
+    [[nodiscard]] QString opened() const { return opened_; }
+    [[nodiscard]] int onlyGroup() const;
+    [[nodiscard]] int order() const;
+    void setOrder(int order);
+    [[nodiscard]] QString chosenText() const;
 
   signals:
     void searchChanged();
     void hoverChanged();
     void scrollChanged();
+    void openedChanged();
+    void viewChanged();
+    void chosenChanged();
 
   private:
     void showRows();
+    void viewHasChanged();
+    void chosenHaveChanged();
+    /// The row that the key's row, tile or entry belongs to; none when there is none.
+    [[nodiscard]] const Row* rowOf(const QString& key) const;
+    [[nodiscard]] std::vector<std::string> chosen() const;
     void showMap();
 
     Ground ground_;
-    const TickedDesk& ticked_;
+    TickedDesk& ticked_;
     ExplainingDesk& explaining_;
     const ScanningDesk& scanning_;
     const VolumesDesk& volumes_;
@@ -88,7 +135,11 @@ class PlacesDesk final : public QObject {
     RowList rows_;
     MapModel map_;
     std::string folderWanted_; ///< To be shown when the scan has ended; empty for none.
+    RowView view_;
     QString searchText_;
+    QString opened_;
+    std::string chosenFrom_; ///< Ids; empty while no rows are chosen together.
+    std::string chosenTo_;
     int focusSearch_ = 0;
     QString hovered_;
     QString mapHovered_;

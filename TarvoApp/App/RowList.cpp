@@ -6,11 +6,24 @@
 #include "TarvoApp/App/Kinds.h"
 #include "TarvoApp/App/QtText.h"
 #include "TarvoModel/Showing/ExplanationTexts.h"
+#include "TarvoModel/Showing/RowFacts.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace tarvo {
+
+namespace {
+
+QVariantList linesFrom(const std::vector<ExplanationLine>& lines) {
+    QVariantList list;
+    for (const ExplanationLine& line : lines) {
+        list.push_back(QVariantMap{{"label", shown(line.label)}, {"text", shown(line.text)}});
+    }
+    return list;
+}
+
+} // namespace
 
 RowList::RowList(const TickedPlan& plan, const std::map<std::string, lumo::Explanation>& explanations,
                  const std::map<std::string, std::string>& evidence, const std::string& home, QObject* parent)
@@ -37,9 +50,25 @@ void RowList::refresh() {
     tellChanged({stateRole, reasonRole, explanationRole, evidenceRole});
 }
 
+void RowList::choose(const std::vector<std::string>& ids) {
+    std::set<std::string> chosen(ids.begin(), ids.end());
+    if (chosen_ != chosen) {
+        chosen_ = std::move(chosen);
+        tellChanged({chosenRole});
+    }
+}
+
+QVariantList RowList::factsOfRow(const Row& row) const {
+    return linesFrom(factsOf(row, plan_.entry(row.id)));
+}
+
 int RowList::indexOf(const QString& key) const {
     const auto found = std::ranges::find(rows(), idOf(key), &Row::id);
     return found == rows().end() ? -1 : static_cast<int>(found - rows().begin());
+}
+
+QString RowList::keyAt(int index) const {
+    return index < 0 || index >= count() ? QString() : keyOf(rows()[static_cast<std::size_t>(index)].id);
 }
 
 QVariant RowList::explanationOf(const Row& row) const {
@@ -47,12 +76,8 @@ QVariant RowList::explanationOf(const Row& row) const {
     if (row.group != RowGroup::unclassified || found == explanations_.end()) {
         return QVariantMap();
     }
-    QVariantList lines;
-    for (const ExplanationLine& line : explanationLines(found->second)) {
-        lines.push_back(QVariantMap{{"label", shown(line.label)}, {"text", shown(line.text)}});
-    }
     return QVariantMap{{"whatItIs", shown(found->second.whatItIs)},
-                       {"lines", lines},
+                       {"lines", linesFrom(explanationLines(found->second))},
                        {"byAI", found->second.source == lumo::Explanation::Source::ai},
                        {"isGuess", found->second.source == lumo::Explanation::Source::heuristic}};
 }
@@ -106,6 +131,10 @@ QVariant RowList::data(const QModelIndex& index, int role) const {
         return explanationOf(row);
     case evidenceRole:
         return evidenceOf(row);
+    case factsRole:
+        return factsOfRow(row);
+    case chosenRole:
+        return chosen_.contains(row.id);
     default:
         return {};
     }
@@ -125,7 +154,9 @@ QHash<int, QByteArray> RowList::roleNames() const {
             {reasonRole, "reason"},
             {placesRole, "places"},
             {explanationRole, "explanation"},
-            {evidenceRole, "evidence"}};
+            {evidenceRole, "evidence"},
+            {factsRole, "facts"},
+            {chosenRole, "chosen"}};
 }
 
 } // namespace tarvo

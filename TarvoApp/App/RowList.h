@@ -6,6 +6,7 @@
 #include "TarvoModel/Showing/TickedPlan.h"
 
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -31,7 +32,9 @@ class RowList final : public KeyedList<Row> {
         reasonRole,
         placesRole,      ///< The paths that the row stands for, as they may be shown.
         explanationRole, ///< A map; empty while there is none.
-        evidenceRole     ///< What the explanation rests on, in lines; empty until it was asked for.
+        evidenceRole,    ///< What the explanation rests on, in lines; empty until it was asked for.
+        factsRole,       ///< How it is freed, its files, its last change: maps with label and text.
+        chosenRole       ///< Whether the row is one of several that are chosen together.
     };
 
     /// The plan must outlive the list and is asked for the rows' states; so must the explanations and the
@@ -44,10 +47,14 @@ class RowList final : public KeyedList<Row> {
     void show(std::vector<Row> rows);
     /// The ticks have changed, or the explanations.
     void refresh();
+    /// These rows are chosen together.
+    void choose(const std::vector<std::string>& ids);
 
     [[nodiscard]] const std::vector<Row>& rows() const { return items(); }
     /// Where the row with the key is; -1 when it is not shown.
     Q_INVOKABLE [[nodiscard]] int indexOf(const QString& key) const;
+    /// The key of the row there; empty when there is none.
+    Q_INVOKABLE [[nodiscard]] QString keyAt(int index) const;
 
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
@@ -59,12 +66,14 @@ class RowList final : public KeyedList<Row> {
     void measure(const std::vector<Row>& rows);
     [[nodiscard]] QStringList placesOf(const Row& row) const;
     [[nodiscard]] QVariant explanationOf(const Row& row) const;
+    [[nodiscard]] QVariantList factsOfRow(const Row& row) const;
     [[nodiscard]] QString evidenceOf(const Row& row) const;
 
     const TickedPlan& plan_;
     const std::map<std::string, lumo::Explanation>& explanations_;
     const std::map<std::string, std::string>& evidence_;
     std::string home_;
+    std::set<std::string> chosen_;
     std::int64_t largest_ = 1;
     std::map<RowGroup, std::string> groupAmounts_;
 };

@@ -25,6 +25,8 @@ class Settings final : public QObject {
     Q_PROPERTY(bool isWelcomeSeen READ isWelcomeSeen WRITE setWelcomeSeen NOTIFY changed)
     Q_PROPERTY(bool showWholeDisk READ showWholeDisk WRITE setShowWholeDisk NOTIFY changed)
     Q_PROPERTY(QString appearance READ appearance WRITE setAppearance NOTIFY changed)
+    /// "system", "es" or "en"; holds from the next start.
+    Q_PROPERTY(QString language READ language WRITE setLanguage NOTIFY changed)
     Q_PROPERTY(bool showInMenuBar READ showInMenuBar WRITE setShowInMenuBar NOTIFY changed)
     Q_PROPERTY(qint64 lowSpaceGB READ lowSpaceGB WRITE setLowSpaceGB NOTIFY changed)
     Q_PROPERTY(bool notifyLowSpace READ notifyLowSpace WRITE setNotifyLowSpace NOTIFY changed)
@@ -52,6 +54,7 @@ class Settings final : public QObject {
     [[nodiscard]] bool isWelcomeSeen() const { return value(preference::isWelcomeSeen); }
     [[nodiscard]] bool showWholeDisk() const { return value(preference::showWholeDisk); }
     [[nodiscard]] QString appearance() const { return shown(value(preference::appearance)); }
+    [[nodiscard]] QString language() const { return shown(value(preference::language)); }
     [[nodiscard]] bool showInMenuBar() const { return value(preference::showInMenuBar); }
     [[nodiscard]] qint64 lowSpaceGB() const { return value(preference::lowSpaceGB); }
     [[nodiscard]] bool notifyLowSpace() const { return value(preference::notifyLowSpace); }
@@ -70,6 +73,7 @@ class Settings final : public QObject {
     void setWelcomeSeen(bool isSeen) { note(preference::isWelcomeSeen, isSeen); }
     void setShowWholeDisk(bool isShown) { change(preference::showWholeDisk, isShown); }
     void setAppearance(const QString& appearance) { change(preference::appearance, bytesOf(appearance)); }
+    void setLanguage(const QString& language) { change(preference::language, bytesOf(language)); }
     void setShowInMenuBar(bool isShown) { change(preference::showInMenuBar, isShown); }
     void setLowSpaceGB(qint64 gigabytes) { change(preference::lowSpaceGB, gigabytes); }
     void setNotifyLowSpace(bool isOn) { change(preference::notifyLowSpace, isOn); }

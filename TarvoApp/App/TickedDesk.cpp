@@ -17,6 +17,8 @@ void TickedDesk::take(ShownPlan plan) {
     rows_ = std::move(plan.rows);
     shown_ = std::move(plan.shown);
     recoverable_ = plan.recoverable;
+    reachable_ = Goal::reachable(plan.entries);
+    hasPlan_ = true;
     plan_.take(std::move(plan.entries), std::move(plan.defaults));
     emit planChanged();
     ticksHaveChanged();
@@ -29,6 +31,12 @@ std::set<std::string> TickedDesk::takeOut(const std::vector<lumo::CleanupOutcome
     return done;
 }
 
+void TickedDesk::hide(const std::set<std::string>& ids) {
+    if (std::erase_if(rows_, [&](const Row& row) { return ids.contains(row.id); }) > 0) {
+        emit planChanged();
+    }
+}
+
 void TickedDesk::ticksHaveChanged() {
     shares_ = plan_.shares();
     emit changed();
@@ -38,6 +46,27 @@ void TickedDesk::toggle(const QString& key) {
     if (plan_.toggle(idOf(key))) {
         ticksHaveChanged();
     }
+}
+
+void TickedDesk::toggleAll(const std::vector<std::string>& ids) {
+    if (plan_.toggleAll(ids)) {
+        ticksHaveChanged();
+    }
+}
+
+void TickedDesk::takeGoalOffer() {
+    if (const auto offered = Goal::offer(ground_.settings.goalBytes(), reachable_)) {
+        ground_.settings.setGoalBytes(*offered);
+    }
+}
+
+QString TickedDesk::goalBeyondText() const {
+    return hasPlan_ ? shown(Goal::beyondText(ground_.settings.goalBytes(), reachable_)) : QString();
+}
+
+QString TickedDesk::goalOfferText() const {
+    const auto offered = Goal::offer(ground_.settings.goalBytes(), reachable_);
+    return hasPlan_ && offered ? shown(Goal::offerText(*offered)) : QString();
 }
 
 void TickedDesk::selectSafe() {

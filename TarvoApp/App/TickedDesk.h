@@ -22,6 +22,9 @@ class TickedDesk final : public QObject {
     Q_PROPERTY(QString goalMeterText READ goalMeterText NOTIFY changed)
     Q_PROPERTY(double goalFraction READ goalFraction NOTIFY changed)
     Q_PROPERTY(bool isGoalReached READ isGoalReached NOTIFY changed)
+    /// That the goal is beyond all that can be ticked, and the words that set it to that; empty otherwise.
+    Q_PROPERTY(QString goalBeyondText READ goalBeyondText NOTIFY changed)
+    Q_PROPERTY(QString goalOfferText READ goalOfferText NOTIFY changed)
     Q_PROPERTY(qint64 selectedBytes READ selectedBytes NOTIFY changed)
     Q_PROPERTY(qint64 selectedTrashBytes READ selectedTrashBytes NOTIFY changed)
     Q_PROPERTY(qint64 selectedToolBytes READ selectedToolBytes NOTIFY changed)
@@ -38,10 +41,16 @@ class TickedDesk final : public QObject {
     void take(ShownPlan plan);
     /// Takes out what a cleanup has taken; the ids of that.
     std::set<std::string> takeOut(const std::vector<lumo::CleanupOutcome>& outcomes);
+    /// Shows those rows no more, until the next plan: a cleanup has been there.
+    void hide(const std::set<std::string>& ids);
     /// What was set aside has come back.
     void putBack() { emptied_.putBack(); }
 
     Q_INVOKABLE void toggle(const QString& key);
+    /// Ticks or unticks all of these that can be ticked.
+    void toggleAll(const std::vector<std::string>& ids);
+    /// Sets the goal to what can be reached.
+    Q_INVOKABLE void takeGoalOffer();
     Q_INVOKABLE void selectSafe();
     Q_INVOKABLE void deselectAll();
     Q_INVOKABLE void raiseGoal();
@@ -61,6 +70,8 @@ class TickedDesk final : public QObject {
     [[nodiscard]] QString goalMeterText() const;
     [[nodiscard]] double goalFraction() const;
     [[nodiscard]] bool isGoalReached() const;
+    [[nodiscard]] QString goalBeyondText() const;
+    [[nodiscard]] QString goalOfferText() const;
     [[nodiscard]] qint64 selectedBytes() const { return shares_.total; }
     [[nodiscard]] qint64 selectedTrashBytes() const { return shares_.trash; }
     [[nodiscard]] qint64 selectedToolBytes() const { return shares_.tool; }
@@ -86,6 +97,8 @@ class TickedDesk final : public QObject {
     CleanupShares shares_;
     lumo::ResolvedPaths shown_;
     std::int64_t recoverable_ = 0;
+    std::int64_t reachable_ = 0;
+    bool hasPlan_ = false; ///< Until then nobody knows what can be reached.
 };
 
 } // namespace tarvo

@@ -27,6 +27,7 @@ RowLayout {
             required property int index
             required property string modelData
             readonly property bool last: index === App.map.depth - 1
+            readonly property string amount: App.map.zoomAmounts[index] || ""
 
             spacing: 2
 
@@ -37,7 +38,7 @@ RowLayout {
                 shape: "next"
             }
             PlainButton {
-                Accessible.name: step.last ? step.modelData : Words.backTo.arg(step.modelData)
+                Accessible.name: (step.last ? step.modelData : Words.backTo.arg(step.modelData)) + ", " + step.amount
                 Layout.maximumWidth: Math.round(200 * Theme.scale)
                 enabled: !step.last
                 font.weight: step.last ? Font.DemiBold : Font.Normal
@@ -46,6 +47,16 @@ RowLayout {
                 text: step.modelData
 
                 onClicked: App.map.zoomOut(step.index + 1)
+            }
+            Line {
+                Accessible.ignored: true
+                Layout.rightMargin: 4
+                color: Theme.secondaryText
+                elide: Text.ElideNone
+                font.pixelSize: Theme.small
+                text: step.amount
+                // Of a long way the end is what counts.
+                visible: step.last || App.map.depth < 3
             }
         }
     }

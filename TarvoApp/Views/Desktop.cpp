@@ -35,6 +35,11 @@ const auto gnomeArea = QStringLiteral("org.gnome.desktop.interface");
 const auto panelService = QStringLiteral("org.kde.StatusNotifierWatcher");
 const auto animations = QStringLiteral("enable-animations");
 
+/// A file name that is not in the locale's encoding survives as an encoded address.
+QByteArray addressOf(const std::string& path) {
+    return "file://" + QByteArray::fromStdString(path).toPercentEncoding(QByteArrayLiteral("/"));
+}
+
 } // namespace
 
 Desktop* Desktop::create(QQmlEngine* engine, QJSEngine*) {
@@ -167,9 +172,7 @@ void Desktop::showInFiles(const QString& key) {
     if (path.empty()) {
         return;
     }
-    // A file name that is not in the locale's encoding survives as an encoded address.
-    const QByteArray encoded =
-        "file://" + QByteArray::fromStdString(path).toPercentEncoding(QByteArrayLiteral("/"));
+    const QByteArray encoded = addressOf(path);
     const QUrl folder = QUrl::fromEncoded(encoded.left(encoded.lastIndexOf('/') + 1));
     QDBusMessage call = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
@@ -182,6 +185,13 @@ void Desktop::showInFiles(const QString& key) {
         }
         answer->deleteLater();
     });
+}
+
+void Desktop::open(const QString& key) {
+    const std::string path = app_.places()->pathOf(key);
+    if (!path.empty()) {
+        QDesktopServices::openUrl(QUrl::fromEncoded(addressOf(path)));
+    }
 }
 
 void Desktop::copyPath(const QString& key) {

@@ -56,6 +56,8 @@ class Desktop : public QObject {
     Q_INVOKABLE [[nodiscard]] bool hasPlace(const QString& key) const;
     /// Opens the file manager with the item selected, or its folder where the file manager cannot do that.
     Q_INVOKABLE void showInFiles(const QString& key);
+    /// Opens it with the desktop's program for such things.
+    Q_INVOKABLE void open(const QString& key);
     Q_INVOKABLE void copyPath(const QString& key);
     /// Protects the folder that a dialog of the desktop chose.
     Q_INVOKABLE void protectFolder(const QUrl& folder);

@@ -19,7 +19,7 @@ PlainButton {
             enabled: !App.isDemo
             text: ModelWords.homeFolder
 
-            onTriggered: App.places.openHome(text)
+            onTriggered: App.places.openHome()
         }
         Instantiator {
             model: App.volumes.otherVolumes
@@ -28,7 +28,7 @@ PlainButton {
                 required property int index
                 required property var modelData
 
-                    text: modelData.name + " · " + modelData.free + " " + Words.freeOf.arg(modelData.total)
+                text: modelData.name + " · " + modelData.free + " " + Words.freeOf.arg(modelData.total)
 
                 onTriggered: App.volumes.openVolume(index)
             }

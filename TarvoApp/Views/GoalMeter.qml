@@ -68,4 +68,23 @@ ColumnLayout {
         text: App.ticked.goalMeterText
         wrapMode: Text.WordWrap
     }
+    Line {
+        Layout.fillWidth: true
+        color: Theme.secondaryText
+        font.pixelSize: Theme.small
+        text: App.ticked.goalBeyondText
+        visible: text.length > 0
+        wrapMode: Text.WordWrap
+    }
+    PlainButton {
+        Layout.leftMargin: -6
+        font.pixelSize: Theme.small
+        font.underline: true
+        implicitHeight: Math.round(22 * Theme.scale)
+        kind: PlainButton.Link
+        text: App.ticked.goalOfferText
+        visible: text.length > 0
+
+        onClicked: App.ticked.takeGoalOffer()
+    }
 }

@@ -9,16 +9,30 @@ ColumnLayout {
     // What is searched for is looked for in the rows alone.
     property bool searched: false
 
+    signal growthWanted
+
     spacing: 0
     visible: App.growth.growth.length > 0 && !searched
 
-    Line {
+    RowLayout {
         Layout.bottomMargin: 4
-        Layout.fillWidth: true
         Layout.leftMargin: 8
-        Layout.topMargin: 16
-        font.weight: Font.DemiBold
-        text: Words.grew.arg(App.growth.growthSince)
+        Layout.topMargin: 12
+        spacing: 8
+
+        Line {
+            Layout.fillWidth: true
+            font.weight: Font.DemiBold
+            maximumLineCount: 2
+            text: Words.grew.arg(App.growth.growthSince)
+            wrapMode: Text.WordWrap
+        }
+        PlainButton {
+            kind: PlainButton.Link
+            text: SideWords.growthLink
+
+            onClicked: list.growthWanted()
+        }
     }
     Repeater {
         model: App.growth.growth

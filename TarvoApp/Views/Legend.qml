@@ -1,34 +1,74 @@
 import QtQuick
+import QtQuick.Controls.Basic
 import Tarvo
 
-// What the colors of the map mean.
+// What the colors of the map mean. Pressing one shows what is of that color alone.
 Row {
     id: legend
 
-    spacing: 16
+    spacing: 2
 
     Repeater {
         model: Words.groups
 
-        Row {
+        Button {
             id: entry
 
             required property int index
             required property string modelData
+            readonly property bool only: App.places.onlyGroup === index
+            // So that it is asked for again when there are other rows.
+            readonly property bool something: App.rows.count >= 0 && App.places.hasGroup(index)
 
-            spacing: 6
+            Accessible.checkable: true
+            Accessible.checked: only
+            Accessible.description: Words.onlyHelp
+            Accessible.name: Words.only.arg(modelData)
+            // A button says its own role when it is complete.
+            Component.onCompleted: Accessible.role = Accessible.CheckBox
+            enabled: something || only
+            focusPolicy: Qt.StrongFocus
+            implicitHeight: Math.round(26 * Theme.scale)
+            leftPadding: 7
+            rightPadding: 7
+            text: modelData
 
-            Rectangle {
-                anchors.verticalCenter: parent.verticalCenter
-                color: Theme.groups[entry.index]
-                height: width
-                radius: 3
-                width: 10
+            Keys.onEnterPressed: clicked()
+            Keys.onReturnPressed: clicked()
+            onClicked: App.places.toggleGroup(index)
+
+            Tip {
+                text: entry.only ? Words.onlyAgain : Words.only.arg(entry.modelData)
+                visible: entry.hovered
             }
-            Line {
-                color: Theme.secondaryText
-                font.pixelSize: Theme.small
-                text: entry.modelData
+
+            background: Rectangle {
+                border.color: entry.only ? Theme.hairline : Qt.alpha(Theme.hairline, 0)
+                color: Qt.alpha(entry.only ? Theme.surface : Theme.text, entry.only ? 1 : entry.hovered ? 0.07 : 0)
+                radius: Theme.buttonRadius
+
+                FocusRing {
+                    visible: entry.visualFocus
+                }
+            }
+            contentItem: Row {
+                opacity: !entry.enabled ? 0.45 : App.places.onlyGroup < 0 || entry.only ? 1 : 0.6
+                spacing: 6
+
+                Rectangle {
+                    anchors.verticalCenter: parent.verticalCenter
+                    color: Theme.groups[entry.index]
+                    height: width
+                    radius: 3
+                    width: 10
+                }
+                Line {
+                    Accessible.ignored: true
+                    anchors.verticalCenter: parent.verticalCenter
+                    color: entry.only ? Theme.text : Theme.secondaryText
+                    font.pixelSize: Theme.small
+                    text: entry.modelData
+                }
             }
         }
     }

@@ -19,6 +19,10 @@ ApplicationWindow {
     readonly property int gap: low ? 8 : 16
     readonly property bool hasRows: App.scanning.hasReport && (App.map.count > 0 || App.map.depth > 0 || App.map.zoomLoading)
 
+    // Nothing can be chosen now; during a scan it can.
+    readonly property bool works: App.activity.isBusy && App.activity.phase !== Kinds.Scanning
+                                  && App.activity.phase !== Kinds.ScanningFolders
+
     // Both speak of the list, which may be under its tab.
     readonly property int searchAsked: App.places.focusSearch
     readonly property string rowAsked: App.places.scrollToRow
@@ -58,8 +62,8 @@ ApplicationWindow {
 
     color: Theme.window
     height: 760
-    minimumHeight: 600
-    minimumWidth: 900
+    minimumHeight: 560
+    minimumWidth: 800
     title: "Tarvo AI"
     visible: !Desktop.beginsInPanel
     width: 1180
@@ -117,6 +121,13 @@ ApplicationWindow {
             Layout.rightMargin: 24
             compact: window.low
         }
+        ProgressLine {
+            Layout.bottomMargin: window.low ? 4 : 8
+            Layout.fillWidth: true
+            Layout.leftMargin: 24
+            Layout.rightMargin: 24
+            opacity: window.works ? 0 : 1
+        }
         NoticeBar {
             Layout.bottomMargin: 12
             Layout.fillWidth: true
@@ -145,7 +156,7 @@ ApplicationWindow {
                 Layout.fillWidth: true
                 visible: !window.narrow || tabs.currentIndex === 0
 
-                onMenuWanted: key => menu.openFor(key)
+                onMenuWanted: (key, at) => menu.openFor(key, at)
             }
             RowListView {
                 id: list
@@ -155,7 +166,8 @@ ApplicationWindow {
                 Layout.preferredWidth: Math.min(window.width * 0.37, 560)
                 visible: !window.narrow || tabs.currentIndex === 1
 
-                onMenuWanted: key => menu.openFor(key)
+                onGrowthWanted: sides.openGrowth()
+                onMenuWanted: (key, at) => menu.openFor(key, at)
             }
         }
         EmptyState {
@@ -166,11 +178,18 @@ ApplicationWindow {
         HoldingBanner {
             Layout.fillWidth: true
             compact: window.low
+
+            onHistoryWanted: sides.openHistory()
         }
         Footer {
             Layout.fillWidth: true
             compact: window.low
-            visible: App.scanning.hasReport
+            visible: App.scanning.hasReport && !window.works
+        }
+        WorkBar {
+            Layout.fillWidth: true
+            compact: window.low
+            visible: window.works
         }
     }
     PlaceMenu {

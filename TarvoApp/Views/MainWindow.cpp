@@ -1,5 +1,6 @@
 #include "TarvoApp/Views/MainWindow.h"
 
+#include "TarvoApp/Views/WindowPlace.h"
 #include "TarvoApp/Views/WindowTypes.h"
 
 #include <QCoreApplication>
@@ -33,6 +34,9 @@ MainWindow::MainWindow(AppModel& app, Begin begin) : desktop_(app) {
     engine_.addImportPath(QStringLiteral(":/qt/qml"));
     // By the module's name: loading the file alone would not register what the module has from C++.
     engine_.loadData("import Tarvo\nMain {}", QUrl(QStringLiteral("qrc:/qt/qml/Window.qml")));
+    if (window() != nullptr && !app.isDemo() && !app.isCapturing()) {
+        WindowPlace::remember(*window(), *app.settings());
+    }
     app.start();
 }
 
@@ -42,10 +46,12 @@ QQuickWindow* MainWindow::window() const {
 }
 
 QQuickWindow* MainWindow::open(Side side) {
-    constexpr std::array<std::pair<const char*, const char*>, 4> names{{{"openSettings", "settings"},
+    constexpr std::array<std::pair<const char*, const char*>, 6> names{{{"openSettings", "settings"},
                                                                         {"openHelp", "help"},
                                                                         {"openNews", "news"},
-                                                                        {"openPreview", "preview"}}};
+                                                                        {"openPreview", "preview"},
+                                                                        {"openHistory", "history"},
+                                                                        {"openGrowth", "growth"}}};
     const auto& [operation, name] = names.at(static_cast<std::size_t>(side));
     auto* const sides = window()->findChild<QObject*>(QStringLiteral("sides"));
     if (sides == nullptr || !QMetaObject::invokeMethod(sides, operation)) {

@@ -20,9 +20,12 @@ Item {
     required property int kind
     required property bool canZoom
     required property var nested
+    required property string known
+    // By what was searched for or asked for; a pointer only adds to what is there.
+    required property bool dimmed
+    required property bool clickable
 
     property bool slides: true
-    property bool dimmed: false
     // False while there is more to be made than one frame has time for; the tile's face stays once it is made.
     property bool filled: true
     property bool made: false
@@ -37,30 +40,27 @@ Item {
     readonly property bool opensOnClick: kind === Kinds.Inside && canZoom
     readonly property bool canTick: tickState === Kinds.Selected || tickState === Kinds.Unselected
 
-    signal menuWanted(string key)
+    signal menuWanted(string key, Item at)
     signal zoomWanted(string key)
 
     function enter(modifiers: int) {
         if (modifiers & Qt.AltModifier)
             App.places.showPreview(key);
-        else if (canZoom)
-            zoomWanted(key);
+        else
+            App.places.enter(key);
     }
     function act() {
-        if (opensOnClick)
-            zoomWanted(key);
-        else
-            App.ticked.toggle(key);
+        App.places.click(key);
     }
 
     Accessible.checkable: canTick
     Accessible.checked: tickState === Kinds.Selected
-    Accessible.description: status + (canZoom ? ". " + Words.magnifier : "")
+    Accessible.description: (known ? known + ". " : "") + status + (canZoom ? ". " + Words.magnifier : "")
     Accessible.focusable: true
     Accessible.name: label + ", " + bytes + (word ? ", " + word : "")
     Accessible.role: opensOnClick ? Accessible.Button : canTick ? Accessible.CheckBox : Accessible.ListItem
     height: place.height
-    opacity: dimmed ? Theme.dimmed : 1
+    opacity: dimmed || App.cleaning.inHand === key ? Theme.dimmed : 1
     width: place.width
     x: place.x
     y: place.y
@@ -74,7 +74,12 @@ Item {
     Keys.onEnterPressed: event => enter(event.modifiers)
     Keys.onReturnPressed: event => enter(event.modifiers)
     Keys.onSpacePressed: act()
-    Keys.onMenuPressed: menuWanted(key)
+    Keys.onMenuPressed: menuWanted(key, tile)
+    Keys.onPressed: event => {
+        event.accepted = event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier) !== 0;
+        if (event.accepted)
+            menuWanted(key, tile);
+    }
 
     // A spring that answers in 0.55 s with a damping of 0.85: stiffness and friction of a step of 16 ms.
     component Slide: SpringAnimation { damping: 0.31; epsilon: 0.25; spring: 2.09 }
@@ -91,9 +96,9 @@ Item {
     MouseArea {
         acceptedButtons: Qt.LeftButton | Qt.RightButton
         anchors.fill: parent
-        cursorShape: tile.opensOnClick || tile.canTick ? Qt.PointingHandCursor : Qt.ArrowCursor
+        cursorShape: tile.clickable ? Qt.PointingHandCursor : Qt.ArrowCursor
 
-        onClicked: mouse => mouse.button === Qt.RightButton ? tile.menuWanted(tile.key) : tile.act()
+        onClicked: mouse => mouse.button === Qt.RightButton ? tile.menuWanted(tile.key, null) : tile.act()
     }
     Loader {
         active: tile.made

@@ -6,7 +6,7 @@ import Tarvo
 ColumnLayout {
     id: view
 
-    signal menuWanted(string key)
+    signal menuWanted(string key, Item at)
 
     property string hot: ""
     property int current: 0
@@ -179,9 +179,6 @@ ColumnLayout {
                     activeFocusOnTab: tile.index === Math.min(view.current, App.map.count - 1) // qmllint disable unqualified
                     bare: travelling.running && sheet.progress < 0.97 // qmllint disable unqualified
                     filled: tile.index < filling.from // qmllint disable unqualified
-                    // A search takes the light from what it did not find; a pointer only adds to what is there.
-                    dimmed: App.map.depth === 0 && App.places.searchText.length > 0 && App.rows.count > 0
-                            && App.rows.indexOf(tile.key) < 0
                     slides: Theme.moves && !settled.running // qmllint disable unqualified
 
                     onActiveFocusChanged: if (tile.activeFocus) view.current = tile.index // qmllint disable unqualified
@@ -193,7 +190,7 @@ ColumnLayout {
                             leaving.restart(); // qmllint disable unqualified
                         }
                     }
-                    onMenuWanted: key => view.menuWanted(key) // qmllint disable unqualified
+                    onMenuWanted: (key, at) => view.menuWanted(key, at) // qmllint disable unqualified
                     onZoomWanted: key => view.zoomInto(key) // qmllint disable unqualified
                 }
             }

@@ -17,6 +17,7 @@ Rectangle {
     Accessible.role: modelData.canZoom ? Accessible.Button : Accessible.StaticText
     color: Qt.alpha(ink, pointer.hovered ? 0.26 : 0.13)
     height: modelData.place.height
+    opacity: modelData.dimmed ? Theme.dimmed : 1
     radius: Theme.nestedRadius
     width: modelData.place.width
     x: modelData.place.x
@@ -28,9 +29,9 @@ Rectangle {
         id: pointer
     }
     MouseArea {
-        acceptedButtons: Qt.LeftButton | Qt.RightButton
+        // What cannot be opened leaves the click to the tile around it.
+        acceptedButtons: tile.modelData.canZoom ? Qt.LeftButton | Qt.RightButton : Qt.RightButton
         anchors.fill: parent
-        enabled: tile.modelData.canZoom
 
         onClicked: mouse => mouse.button === Qt.RightButton ? tile.menuWanted(tile.modelData.key)
                                                             : tile.zoomWanted(tile.modelData.key)

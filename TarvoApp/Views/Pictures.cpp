@@ -134,6 +134,18 @@ void takeDetails(Photographer& photographer, MainWindow& windows, AppModel& app)
     wait(patience, [&] { return app.places()->flashRow().isEmpty(); });
 }
 
+/// What the cleanups did, and how things grew.
+void takeLookingBack(Photographer& photographer, MainWindow& windows, AppModel& app) {
+    QQuickWindow* const history = windows.open(MainWindow::Side::history);
+    wait(patience, [&] { return !app.history()->isBusy(); });
+    photographer.takeBoth(history, QStringLiteral("history"));
+    history->close();
+    QQuickWindow* const growth = windows.open(MainWindow::Side::growth);
+    wait(patience, [&] { return !app.growth()->isBusy(); });
+    photographer.takeBoth(growth, QStringLiteral("growth"));
+    growth->close();
+}
+
 } // namespace
 
 bool takePictures(MainWindow& windows, AppModel& app, const QString& folder) {
@@ -147,6 +159,7 @@ bool takePictures(MainWindow& windows, AppModel& app, const QString& folder) {
     takeDetails(photographer, windows, app);
     takeSettings(photographer, windows);
     takeHelp(photographer, windows, app);
+    takeLookingBack(photographer, windows, app);
     QQuickWindow* const news = windows.open(MainWindow::Side::news);
     photographer.takeBoth(news, QStringLiteral("news"));
     news->close();

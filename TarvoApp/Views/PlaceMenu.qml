@@ -2,52 +2,78 @@ import QtQuick
 import QtQuick.Controls.Basic
 import Tarvo
 
-// What else can be done with a row or a tile.
+// What can be done with a row or a tile.
 PlainMenu {
     id: menu
 
     property string key: ""
-    property bool inList: false
+    property var can: ({})
 
-    function openFor(wanted: string) {
+    // At the item that has the focus, or where the pointer is.
+    function openFor(wanted: string, at: Item) {
         key = wanted;
-        popup();
+        can = App.places.offers(wanted);
+        if (at) {
+            popup(at, Math.min(24, at.width / 2), Math.min(24, at.height / 2));
+            currentIndex = 0;
+        } else {
+            popup();
+        }
     }
 
     PlainMenuItem {
-        enabled: App.rows.indexOf(menu.key) >= 0
-        text: Words.showInList
+        enabled: menu.can.tick === true
+        text: menu.can.ticked ? Words.untick : Words.tick
 
-        onTriggered: App.places.revealRow(menu.key)
+        onTriggered: App.places.toggle(menu.key)
     }
     PlainMenuItem {
-        enabled: App.places.canPreview(menu.key)
+        enabled: menu.can.zoom === true
+        text: Words.zoom
+
+        onTriggered: App.map.zoomInto(menu.key)
+    }
+    PlainMenuItem {
+        enabled: menu.can.explain === true
+        text: Words.explainThis
+
+        onTriggered: App.places.explain(menu.key)
+    }
+    PlainMenuItem {
+        enabled: menu.can.preview === true
         text: Words.preview
 
         onTriggered: App.places.showPreview(menu.key)
     }
+    MenuSeparator {}
     PlainMenuItem {
-        enabled: Desktop.hasPlace(menu.key)
+        enabled: menu.can.open === true
+        text: Words.openOutside
+
+        onTriggered: Desktop.open(menu.key)
+    }
+    PlainMenuItem {
+        enabled: menu.can.open === true
         text: Words.showInFiles
 
         onTriggered: Desktop.showInFiles(menu.key)
     }
     PlainMenuItem {
-        enabled: Desktop.hasPlace(menu.key)
+        enabled: menu.can.open === true
         text: Words.copyPath
 
         onTriggered: Desktop.copyPath(menu.key)
     }
+    MenuSeparator {}
     PlainMenuItem {
-        enabled: Desktop.hasPlace(menu.key) && !App.activity.isBusy
+        enabled: menu.can.archive === true
         text: Words.archive
 
         onTriggered: App.archiving.requestArchive(menu.key)
     }
-    MenuSeparator {}
     PlainMenuItem {
-        enabled: Desktop.hasPlace(menu.key)
-        text: Words.protect
+        enabled: menu.can.protect === true
+        text: menu.can.several ? Words.protectAll : Words.protect
 
         onTriggered: App.places.protect(menu.key)
     }

@@ -6,6 +6,9 @@ import Tarvo
 MenuItem {
     id: choice
 
+    // One of several of which one holds now.
+    property bool current: false
+
     Accessible.name: text
     font.pixelSize: Theme.body
     horizontalPadding: 12
@@ -17,7 +20,8 @@ MenuItem {
     }
     contentItem: Line { // qmllint disable deferred-property-id
         Accessible.ignored: true
-        font: choice.font
+        font.pixelSize: Theme.body
+        font.weight: choice.current ? Font.DemiBold : Font.Normal
         opacity: choice.enabled ? 1 : 0.45
         text: choice.text
         verticalAlignment: Text.AlignVCenter

@@ -20,6 +20,8 @@ Item {
     required property list<string> places
     required property var explanation
     required property string evidence
+    required property var facts
+    required property bool chosen
 
     property bool opened: false
 
@@ -28,14 +30,22 @@ Item {
     readonly property string below: tickState === Kinds.Blocked && reason ? reason
                                   : explanation.whatItIs ? explanation.whatItIs : detail ? detail : places[0] || ""
 
-    signal menuWanted(string key)
-    signal openWanted(bool open)
+    signal menuWanted(string key, Item at)
 
     function enter(modifiers: int) {
         if (modifiers & Qt.AltModifier)
             App.places.showPreview(key);
         else
-            App.map.zoomInto(key);
+            App.places.enter(key);
+    }
+    // What cannot be ticked says what is known of it instead.
+    function act(all: bool) {
+        if (!all)
+            App.places.chooseNone();
+        if (all && chosen || tickable)
+            App.places.toggle(key);
+        else
+            App.places.openRow(key, !opened);
     }
 
     Accessible.checkable: tickable
@@ -43,18 +53,25 @@ Item {
     Accessible.description: below
     Accessible.focusable: true
     Accessible.name: title + ", " + bytes + ", " + groupTitle + ", " + Words.tickState(tickState)
+                     + (chosen ? ", " + Words.chosen : "")
+    Accessible.selected: chosen
     // What cannot be ticked is no box to tick.
     Accessible.role: tickable ? Accessible.CheckBox : Accessible.ListItem
     implicitHeight: body.y + body.height
 
-    Accessible.onPressAction: App.ticked.toggle(key)
-    Accessible.onToggleAction: App.ticked.toggle(key)
-    Keys.onMenuPressed: menuWanted(key)
+    Accessible.onPressAction: act(false)
+    Accessible.onToggleAction: act(false)
+    Keys.onMenuPressed: menuWanted(key, row)
+    Keys.onPressed: event => {
+        event.accepted = event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier) !== 0;
+        if (event.accepted)
+            menuWanted(key, row);
+    }
     Keys.onEnterPressed: event => enter(event.modifiers)
-    Keys.onLeftPressed: openWanted(false)
+    Keys.onLeftPressed: App.places.openRow(key, false)
     Keys.onReturnPressed: event => enter(event.modifiers)
-    Keys.onRightPressed: openWanted(true)
-    Keys.onSpacePressed: App.ticked.toggle(key)
+    Keys.onRightPressed: App.places.openRow(key, true)
+    Keys.onSpacePressed: act(true)
 
     GroupHeader {
         id: header
@@ -71,7 +88,8 @@ Item {
     Rectangle {
         id: body
 
-        color: row.lit ? Qt.alpha(Theme.accent, 0.18) : Qt.alpha(Theme.window, pointer.hovered ? 1 : 0) // "transparent" is black
+        opacity: App.cleaning.inHand === row.key ? Theme.dimmed : 1
+        color: row.chosen ? Qt.alpha(Theme.accent, 0.28) : row.lit ? Qt.alpha(Theme.accent, 0.18) : Qt.alpha(Theme.window, pointer.hovered ? 1 : 0) // "transparent" is black
         height: details.active ? details.y + details.implicitHeight + 12 : texts.height + 14
         radius: Theme.tileRadius
         width: parent.width
@@ -79,6 +97,9 @@ Item {
 
         Behavior on color {
             ColorAnimation { duration: Theme.hoverTime }
+        }
+        Behavior on opacity {
+            NumberAnimation { duration: Theme.shortTime }
         }
 
         FocusRing {
@@ -99,14 +120,19 @@ Item {
         MouseArea {
             acceptedButtons: Qt.LeftButton | Qt.RightButton
             anchors.fill: parent
-            cursorShape: row.tickable ? Qt.PointingHandCursor : Qt.ArrowCursor
+            cursorShape: Qt.PointingHandCursor
 
             onClicked: mouse => {
+                const before = App.rows.keyAt(row.ListView.view.currentIndex);
                 row.ListView.view.currentIndex = row.index;
-                if (mouse.button === Qt.RightButton)
-                    row.menuWanted(row.key);
-                else
-                    App.ticked.toggle(row.key);
+                if (mouse.button === Qt.RightButton) {
+                    row.menuWanted(row.key, null);
+                } else if (mouse.modifiers & Qt.ShiftModifier) {
+                    row.forceActiveFocus(Qt.MouseFocusReason);
+                    App.places.chooseTo(before || row.key, row.key);
+                } else {
+                    row.act(false);
+                }
             }
         }
         TickBox {
@@ -159,31 +185,14 @@ Item {
             x: opener.x - width - 10
             y: 7
         }
-        MouseArea {
+        RowOpener {
             id: opener
 
-            Accessible.name: row.opened ? Words.lessAbout.arg(row.title) : Words.moreAbout.arg(row.title)
-            Accessible.role: Accessible.Button
-            cursorShape: Qt.PointingHandCursor
-            height: width
-            hoverEnabled: true
-            width: Math.round(20 * Theme.scale)
+            key: row.key
+            opened: row.opened
+            title: row.title
             x: parent.width - width - 4
             y: 7
-
-            Accessible.onPressAction: row.openWanted(!row.opened)
-            onClicked: row.openWanted(!row.opened)
-
-            Glyph {
-                anchors.fill: parent
-                color: opener.containsMouse ? Theme.text : Theme.secondaryText
-                rotation: row.opened ? 90 : 0
-                shape: "next"
-
-                Behavior on rotation {
-                    NumberAnimation { duration: Theme.hoverTime }
-                }
-            }
         }
         Loader {
             id: details
@@ -196,6 +205,7 @@ Item {
             sourceComponent: RowDetails {
                 detail: row.detail
                 evidence: row.evidence
+                facts: row.facts
                 explanation: row.explanation
                 key: row.key
                 places: row.places

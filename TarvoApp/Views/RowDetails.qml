@@ -12,6 +12,7 @@ Column {
     required property string reason
     required property var explanation
     required property string evidence
+    required property var facts
     required property bool unclassified
 
     property bool asked: false
@@ -68,6 +69,16 @@ Column {
     Told {
         label: Words.source
         says: details.explanation.byAI ? Words.byAIHelp : details.explanation.isGuess ? Words.byHeuristics : ""
+    }
+    Repeater {
+        model: details.facts
+
+        Told {
+            required property var modelData
+
+            label: modelData.label
+            says: modelData.text
+        }
     }
     Told {
         label: Words.where

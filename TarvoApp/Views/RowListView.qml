@@ -9,10 +9,8 @@ Rectangle {
 
     objectName: "list"
 
-    // The one row that shows all that is known of it.
-    property string opened: ""
-
-    signal menuWanted(string key)
+    signal growthWanted
+    signal menuWanted(string key, Item at)
 
     function takeSearch() {
         search.take();
@@ -27,10 +25,29 @@ Rectangle {
         anchors.margins: 12
         spacing: 4
 
-        SearchField {
-            id: search
+        RowLayout {
+            spacing: 6
 
+            SearchField {
+                id: search
+
+                Layout.fillWidth: true
+            }
+            SortChoice {}
+        }
+        ListNote {
             Layout.fillWidth: true
+            end: Words.showAll
+            says: App.places.onlyGroup >= 0 ? Words.only.arg(Words.groups[App.places.onlyGroup]) : ""
+
+            onEnded: App.places.showAllGroups()
+        }
+        ListNote {
+            Layout.fillWidth: true
+            end: Words.chooseNone
+            says: App.places.chosenText
+
+            onEnded: App.places.chooseNone()
         }
         ListView {
             id: list
@@ -52,29 +69,26 @@ Rectangle {
             Keys.onPressed: event => {
                 const page = Math.max(1, Math.floor(height / Math.max(currentItem ? currentItem.height : 1, 1)) - 1);
                 const steps = new Map([[Qt.Key_Home, -count], [Qt.Key_End, count], [Qt.Key_PageUp, -page],
-                                       [Qt.Key_PageDown, page]]);
+                                       [Qt.Key_PageDown, page], [Qt.Key_Up, -1], [Qt.Key_Down, 1]]);
                 if (!steps.has(event.key) || count === 0)
                     return;
                 event.accepted = true;
+                const before = App.rows.keyAt(currentIndex);
                 currentIndex = Math.max(0, Math.min(count - 1, currentIndex + steps.get(event.key)));
                 positionViewAtIndex(currentIndex, ListView.Contain);
                 currentItem.forceActiveFocus(Qt.TabFocusReason);
+                if (event.modifiers & Qt.ShiftModifier)
+                    App.places.chooseTo(before, App.rows.keyAt(currentIndex));
+                else
+                    App.places.chooseNone();
             }
             delegate: RowDelegate {
                 id: row
 
-                opened: pane.opened === row.key
+                opened: App.places.opened === row.key
                 width: ListView.view.width - 12
 
-                onMenuWanted: key => pane.menuWanted(key)
-                onOpenWanted: open => {
-                    if (open) {
-                        pane.opened = row.key;
-                        settling.restart();
-                    } else if (row.opened) {
-                        pane.opened = "";
-                    }
-                }
+                onMenuWanted: (key, at) => pane.menuWanted(key, at)
             }
             displaced: Transition {
                 NumberAnimation { duration: Theme.shortTime; easing.type: Easing.OutCubic; property: "y" }
@@ -108,7 +122,12 @@ Rectangle {
                 GrowthList {
                     searched: App.places.searchText.length > 0
                     width: parent.width
+
+                    onGrowthWanted: pane.growthWanted()
                 }
+            }
+            remove: Transition {
+                NumberAnimation { duration: Theme.shortTime; property: "opacity"; to: 0 }
             }
             move: Transition {
                 NumberAnimation { duration: Theme.shortTime; easing.type: Easing.OutCubic; property: "y" }
@@ -120,7 +139,7 @@ Rectangle {
 
                 interval: 30
 
-                onTriggered: list.positionViewAtIndex(App.rows.indexOf(pane.opened), ListView.Contain)
+                onTriggered: list.positionViewAtIndex(App.rows.indexOf(App.places.opened), ListView.Contain)
             }
         }
     }
@@ -148,7 +167,14 @@ Rectangle {
             if (at >= 0) {
                 list.currentIndex = at;
                 list.positionViewAtIndex(at, ListView.Center);
+                // Whoever asked what it is reads on there.
+                if (App.places.opened === App.places.scrollToRow && list.currentItem)
+                    list.currentItem.forceActiveFocus(Qt.OtherFocusReason);
             }
+        }
+        function onOpenedChanged() {
+            if (App.places.opened.length > 0)
+                settling.restart();
         }
 
         target: App.places

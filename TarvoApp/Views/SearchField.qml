@@ -32,6 +32,16 @@ TextField {
         }
     }
 
+    // A search ends elsewhere as well: by asking for a row that it did not find.
+    Connections {
+        function onSearchChanged() {
+            if (field.text !== App.places.searchText)
+                field.text = App.places.searchText;
+        }
+
+        target: App.places
+    }
+
     background: Rectangle { // qmllint disable deferred-property-id
         border.color: field.activeFocus ? Theme.accent : Theme.hairline
         border.width: field.activeFocus ? 2 : 1

@@ -4,6 +4,10 @@ import Tarvo
 
 // What cleanups leave alone, what happens by itself, and what was set aside.
 SettingsPage {
+    id: page
+
+    signal historyWanted
+
     SettingsCard {
         SettingRow {
             more: SettingsWords.activeDaysMore
@@ -28,13 +32,24 @@ SettingsPage {
             more: SettingsWords.weeklyMore
             text: SettingsWords.weekly
 
-            onToggled: App.settings.autoCleanWeekly = checked
+            onToggled: App.monitor.setAutoCleanWeekly(checked)
         }
         Line {
             Layout.fillWidth: true
             Layout.topMargin: -8
             font.pixelSize: Theme.small
             text: App.monitor.autoCleanStatus
+            visible: text.length > 0
+            wrapMode: Text.WordWrap
+        }
+        Line {
+            Accessible.name: text
+            Accessible.role: Accessible.AlertMessage
+            Layout.fillWidth: true
+            Layout.topMargin: -8
+            color: Theme.secondaryText
+            font.pixelSize: Theme.small
+            text: App.monitor.autoCleanProblem
             visible: text.length > 0
             wrapMode: Text.WordWrap
         }
@@ -46,6 +61,13 @@ SettingsPage {
             more: App.holding.holdingBytes > 0 ? App.holding.holdingText : ""
             title: App.holding.holdingBytes > 0 ? App.holding.holdingTitle : SettingsWords.heldEmpty
 
+            PlainButton {
+                help: SideWords.historyHelp
+                kind: PlainButton.Link
+                text: SideWords.history
+
+                onClicked: page.historyWanted()
+            }
             PlainButton {
                 enabled: !App.activity.isBusy
                 text: Words.emptyNow

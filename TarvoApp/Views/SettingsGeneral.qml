@@ -18,6 +18,19 @@ SettingsPage {
             }
         }
         SettingRow {
+            more: SettingsWords.languageLater
+            title: SettingsWords.language
+
+            Choice {
+                readonly property list<string> values: ["system", "es", "en"]
+
+                current: values.indexOf(App.settings.language)
+                words: SettingsWords.languages
+
+                onChosen: index => App.settings.language = values[index]
+            }
+        }
+        SettingRow {
             title: SettingsWords.textSize
 
             ScaleSlider {

@@ -10,6 +10,7 @@ SideWindow {
     // What a change came to; what was said before the window was opened is the main window's.
     property string told: ""
 
+    signal historyWanted
     signal newsWanted
 
     title: Words.settings
@@ -70,7 +71,9 @@ SideWindow {
             currentIndex: tabs.current
 
             SettingsGeneral {}
-            SettingsCleaning {}
+            SettingsCleaning {
+                onHistoryWanted: window.historyWanted()
+            }
             SettingsAlerts {}
             SettingsAI {}
             SettingsAbout {

@@ -12,6 +12,10 @@ QtObject {
         pick("Acerca de", "About")
     ]
 
+    readonly property string language: pick("Idioma", "Language")
+    readonly property list<string> languages: [pick("El del sistema", "System"), "Español", "English"]
+    readonly property string languageLater: pick("Vale desde la próxima vez que abras Tarvo AI.",
+                                                 "Holds from the next time you open Tarvo AI.")
     readonly property string appearance: pick("Aspecto", "Appearance")
     readonly property list<string> appearances: [
         pick("Sistema", "System"), pick("Claro", "Light"), pick("Oscuro", "Dark")

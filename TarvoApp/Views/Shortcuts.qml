@@ -20,9 +20,20 @@ Item {
     Shortcut { enabled: keys.active; sequence: "F1"; onActivated: keys.helpWanted() }
     Shortcut { context: Qt.ApplicationShortcut; sequence: "Ctrl+Q"; onActivated: keys.quitWanted() }
     Shortcut {
-        enabled: keys.active && (App.map.depth > 0 || App.map.zoomLoading)
+        readonly property bool zoomed: App.map.depth > 0 || App.map.zoomLoading
+        readonly property bool chosen: App.places.chosenText.length > 0
+
+        enabled: keys.active && (chosen || zoomed || App.places.onlyGroup >= 0)
         sequence: "Esc"
 
-        onActivated: App.map.zoomOut(App.map.zoomLoading ? App.map.depth : App.map.depth - 1)
+        // What was done last is what one wants to be rid of first.
+        onActivated: {
+            if (chosen)
+                App.places.chooseNone();
+            else if (zoomed)
+                App.map.zoomOut(App.map.zoomLoading ? App.map.depth : App.map.depth - 1);
+            else
+                App.places.showAllGroups();
+        }
     }
 }

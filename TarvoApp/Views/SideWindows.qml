@@ -22,6 +22,12 @@ Item {
     function openPreview(): void {
         preview.present();
     }
+    function openHistory(): void {
+        history.present();
+    }
+    function openGrowth(): void {
+        growth.present();
+    }
 
     Connections {
         function onWanted() {
@@ -49,6 +55,7 @@ Item {
 
         sourceComponent: SettingsWindow {
             onHelpWanted: sides.openHelp() // qmllint disable unqualified
+            onHistoryWanted: sides.openHistory() // qmllint disable unqualified
             onNewsWanted: sides.openNews() // qmllint disable unqualified
         }
     }
@@ -74,6 +81,24 @@ Item {
         objectName: "preview"
 
         sourceComponent: PreviewWindow {
+            onHelpWanted: sides.openHelp() // qmllint disable unqualified
+        }
+    }
+    Side {
+        id: history
+
+        objectName: "history"
+
+        sourceComponent: HistoryWindow {
+            onHelpWanted: sides.openHelp() // qmllint disable unqualified
+        }
+    }
+    Side {
+        id: growth
+
+        objectName: "growth"
+
+        sourceComponent: GrowthWindow {
             onHelpWanted: sides.openHelp() // qmllint disable unqualified
         }
     }

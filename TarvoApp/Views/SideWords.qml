@@ -1,7 +1,7 @@
 pragma Singleton
 import QtQuick
 
-// The fixed words of the help, of the card after a cleanup and of the release notes.
+// The fixed words of the help, of the card after a cleanup and of the release notes, of the history and of growth.
 QtObject {
     function pick(es: string, en: string): string {
         return Qt.uiLanguage === "es" ? es : en;
@@ -24,6 +24,19 @@ QtObject {
     readonly property string gone: pick("Ya no está.", "It isn't there any more.")
     readonly property string noPreview: pick("De este tipo de archivo no hay vista previa.",
                                              "There is no preview of this kind of file.")
+
+    readonly property string history: pick("Historial", "History")
+    readonly property string historyHelp: pick("Qué hizo cada limpieza; devuelve cosas sueltas a su sitio",
+                                               "What each cleanup did; puts single things back")
+    readonly property string cleanups: pick("Limpiezas", "Cleanups")
+    readonly property string whatBecame: pick("Qué fue de cada cosa", "What became of each thing")
+    readonly property string putBack: pick("Devolver", "Put Back")
+    readonly property string putBackHelp: pick("Vuelve al sitio donde estaba", "It goes back where it was")
+    readonly property string growth: pick("Crecimiento", "Growth")
+    readonly property string growthLink: pick("Ver su evolución", "Show over Time")
+    readonly property string growthHelp: pick("Cuánto ha cambiado cada cosa desde el primer análisis guardado",
+                                              "How much each thing has changed since the first stored scan")
+    readonly property string nowTakes: pick("ahora %1", "now %1")
 
     readonly property string celebration: pick("Limpieza terminada", "Cleanup finished")
     readonly property string saveImage: pick("Guardar imagen", "Save Image")

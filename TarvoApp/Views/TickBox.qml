@@ -23,7 +23,7 @@ Item {
         color: box.ticked ? box.ink : "transparent"
         opacity: box.ticked ? 1 : 0.65
         radius: width / 2
-        visible: box.tickState !== "blocked"
+        visible: box.tickState !== Kinds.Blocked
     }
     Glyph {
         anchors.fill: parent

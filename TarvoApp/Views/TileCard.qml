@@ -69,6 +69,13 @@ Rectangle {
             visible: text.length > 0
             wrapMode: Text.Wrap
         }
+        Told {
+            Layout.fillWidth: true
+            maximumLineCount: 4
+            text: card.told ? card.told.known : ""
+            visible: text.length > 0
+            wrapMode: Text.Wrap
+        }
         Rectangle {
             Layout.bottomMargin: 2
             Layout.fillWidth: true

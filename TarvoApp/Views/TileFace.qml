@@ -53,7 +53,7 @@ Item {
             bare: face.of.bare // qmllint disable unqualified
             ink: face.of.ink // qmllint disable unqualified
 
-            onMenuWanted: key => face.of.menuWanted(key) // qmllint disable unqualified
+            onMenuWanted: key => face.of.menuWanted(key, null) // qmllint disable unqualified
             onZoomWanted: key => face.of.zoomWanted(key) // qmllint disable unqualified
         }
     }

@@ -117,6 +117,12 @@ struct HoldingDeskInWindows {
     QML_ANONYMOUS
 };
 
+struct HistoryDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::HistoryDesk)
+    QML_ANONYMOUS
+};
+
 struct CleaningDeskInWindows {
     Q_GADGET
     QML_FOREIGN(tarvo::CleaningDesk)

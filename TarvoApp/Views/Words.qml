@@ -14,6 +14,7 @@ QtObject {
     readonly property string usedShare: pick("Disco ocupado", "Disk used")
     readonly property string scan: pick("Volver a analizar", "Analyze again")
     readonly property string stop: pick("Parar", "Stop")
+    readonly property string progress: pick("Va por el %1 %", "%1% done")
     readonly property string stopHelp: pick("Para aquí: lo que ya se ve se queda", "Stops here: what is shown stays")
     readonly property string stopCleaningHelp: pick("Para cuando acabe lo que está en marcha; lo demás se queda como está",
                                                     "Stops after what is in hand; the rest stays as it is")
@@ -60,10 +61,28 @@ QtObject {
     readonly property string nothingFound: pick("Nada coincide con «%1»", "Nothing matches “%1”")
     readonly property string explain: pick("Explicar con IA", "Explain with AI")
     readonly property string grew: pick("Lo que más ha crecido desde el %1", "Grew most since %1")
-    readonly property string showInList: pick("Ver en la lista", "Show in the list")
+    readonly property list<string> orders: [pick("Tamaño", "Size"), pick("Nombre", "Name"), pick("Fecha", "Date")]
+    readonly property list<string> orderHelps: [
+        pick("lo más grande primero", "the largest first"),
+        pick("por su nombre", "by name"),
+        pick("primero lo que lleva más tiempo sin cambiar", "what hasn't changed for longest first")
+    ]
+    readonly property string sortedBy: pick("Orden: %1", "Sort: %1")
+    readonly property string only: pick("Solo «%1»", "Only “%1”")
+    readonly property string onlyHelp: pick("Enseña solo esto en el mapa y en la lista",
+                                            "Shows only this on the map and in the list")
+    readonly property string onlyAgain: pick("Volver a enseñar todo (Esc)", "Show everything again (Esc)")
+    readonly property string showAll: pick("Ver todo", "Show all")
+    readonly property string chosen: pick("elegida", "chosen")
+    readonly property string chooseNone: pick("Ninguna", "None")
+    readonly property string tick: pick("Marcar", "Select")
+    readonly property string untick: pick("Desmarcar", "Deselect")
+    readonly property string explainThis: pick("Ver qué es", "See What It Is")
+    readonly property string openOutside: pick("Abrir", "Open")
     readonly property string showInFiles: pick("Mostrar en el gestor de archivos", "Show in File Manager")
     readonly property string copyPath: pick("Copiar ruta", "Copy Path")
     readonly property string protect: pick("No tocar nunca esta carpeta", "Never Touch This Folder")
+    readonly property string protectAll: pick("No tocar nunca estas carpetas", "Never Touch These Folders")
 
     readonly property string moreAbout: pick("Ver todo sobre %1", "See all about %1")
     readonly property string lessAbout: pick("Plegar %1", "Collapse %1")

@@ -10,6 +10,7 @@
 #include "TarvoApp/Views/OneInstance.h"
 #include "TarvoApp/Views/Pictures.h"
 #include "TarvoApp/Views/ReleaseNotes.h"
+#include "TarvoModel/Flows/LanguageChoice.h"
 
 #include <QCommandLineParser>
 #include <QFont>
@@ -152,7 +153,10 @@ int runAsAsked(const QCommandLineParser& parser, const tarvo::RunMode& mode) {
 int main(int count, char** arguments) {
     QCoreApplication::setApplicationName(QStringLiteral("tarvo-app"));
     QCoreApplication::setApplicationVersion(tarvo::ReleaseNotes::version());
+    tarvo::speakAsChosen(lumo::platform::environmentVariable("HOME").value_or(""));
     answerWithoutScreen(count, arguments);
+    // Panels know their items by this name, and by the same as the windows'.
+    QCoreApplication::setApplicationName(QStringLiteral("ai.tarvo.TarvoAI"));
     const auto mode = tarvo::RunMode::from(lumo::platform::processArguments());
     if (mode.isCapturing && !lumo::platform::hasScreen()) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -161,7 +165,7 @@ int main(int count, char** arguments) {
         qputenv("QT_QUICK_BACKEND", "software");
     }
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tarvo AI"));
-    QGuiApplication::setDesktopFileName(QStringLiteral("tarvo-ai"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("ai.tarvo.TarvoAI"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const QGuiApplication application(count, arguments);
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/qt/qml/Tarvo/tarvo-ai.png")));

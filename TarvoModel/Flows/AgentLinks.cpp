@@ -4,9 +4,9 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/ToolOutput.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/ApplicationFolders.h"
-#include "LumoCore/Cleanup/ToolOutput.h"
 #include "Platform/Environment.h"
 #include "Platform/Folder.h"
 #include "Platform/ForeignFile.h"
@@ -17,9 +17,6 @@
 
 #include <algorithm>
 #include <array>
-#include <condition_variable>
-#include <mutex>
-#include <thread>
 #include <vector>
 
 namespace tarvo::AgentLinks {
@@ -68,23 +65,6 @@ std::unexpected<LinkError> failed(const Words& words) {
     return std::unexpected(LinkError{words.in()});
 }
 
-/// Runs a tool that is ended when a stop is requested or the time is over.
-platform::ToolRun runInTime(const std::vector<std::string>& words, const std::string& home,
-                            const std::stop_token& stop, std::chrono::milliseconds patience) {
-    std::stop_source ending;
-    const std::stop_callback stopped(stop, [&] { ending.request_stop(); });
-    const std::jthread timer([&](const std::stop_token& isOver) {
-        std::mutex mutex;
-        std::unique_lock lock(mutex);
-        std::condition_variable_any over;
-        over.wait_for(lock, isOver, patience, [] { return false; });
-        if (!isOver.stop_requested()) {
-            ending.request_stop();
-        }
-    });
-    return platform::runTool(words, home, ending.get_token());
-}
-
 /// What a tool that failed said; the end of it when it said a lot.
 std::string said(const platform::ToolRun& ran) {
     constexpr std::size_t most = 4000;
@@ -100,14 +80,31 @@ std::string said(const platform::ToolRun& ran) {
     return "…" + words.substr(line == std::string::npos ? words.size() - most : line);
 }
 
+/// The folder of settings that Claude Code is told by its variable; it says nothing about another's home.
+std::optional<std::string> claudeCodeFolder(const std::string& home) {
+    const auto folder = platform::environmentVariable("CLAUDE_CONFIG_DIR");
+    const bool isOwn = platform::isSamePlace(platform::environmentVariable("HOME").value_or(""), home);
+    return folder && folder->starts_with('/') && isOwn ? folder : std::nullopt;
+}
+
 /// Runs Claude Code with these arguments; absent when all went well.
 std::optional<LinkError> runClaudeCode(const std::string& binary, const std::vector<std::string>& arguments,
                                        const std::string& home, const std::stop_token& stop,
                                        std::chrono::milliseconds patience) {
     // It finds its settings by the home folder of its environment, which need not be the one meant here.
-    std::vector<std::string> words{"/usr/bin/env", "HOME=" + home, binary};
+    std::vector<std::string> words{"/usr/bin/env"};
+    if (!claudeCodeFolder(home)) {
+        words.insert(words.end(), {"-u", "CLAUDE_CONFIG_DIR"});
+    }
+    words.push_back("HOME=" + home);
+    if (lumo::currentSystem() == lumo::System::linux) {
+        // A script of Node's stands beside the Node that it needs.
+        words.push_back("PATH=" + std::string(lumo::parentOf(binary)) + ":" +
+                        platform::environmentVariable("PATH").value_or("/usr/bin:/bin"));
+    }
+    words.push_back(binary);
     words.insert(words.end(), arguments.begin(), arguments.end());
-    const platform::ToolRun ran = runInTime(words, home, stop, patience);
+    const platform::ToolRun ran = platform::runToolInTime(words, home, patience, stop);
     // What the launcher answers when there is nothing to start, or it may not be started.
     constexpr int notStartable = 126;
     constexpr int notFound = 127;
@@ -160,7 +157,8 @@ std::string serverExecutable() {
 }
 
 std::string claudeCodeSettings(const std::string& home) {
-    return home + "/.claude.json";
+    const bool mayBeElsewhere = lumo::currentSystem() == lumo::System::linux;
+    return (mayBeElsewhere ? claudeCodeFolder(home).value_or(home) : home) + "/.claude.json";
 }
 
 std::string claudeDesktopSettings(const std::string& home) {
@@ -183,26 +181,63 @@ bool isInClaudeDesktop(const std::string& home) {
     return stateInClaudeDesktop(home) == LinkState::linked;
 }
 
-std::optional<std::string> claudeCodeBinary(const std::string& home) {
-    for (const std::string& path : {home + "/.local/bin/claude", std::string("/opt/homebrew/bin/claude"),
-                                    std::string("/usr/local/bin/claude")}) {
-        if (platform::isProgram(path)) {
-            return path;
-        }
-    }
-    const std::string folder = home + "/Library/Application Support/Claude/claude-code";
-    std::vector<std::string> versions = platform::namesIn(folder);
-    std::erase_if(versions, [](const std::string& name) { return name[0] < '0' || name[0] > '9'; });
-    std::ranges::sort(versions, [](const std::string& left, const std::string& right) {
-        return lumo::comesBeforeNumerically(right, left);
-    });
-    for (const std::string& version : versions) {
-        std::string path = folder + "/" + version + "/claude.app/Contents/MacOS/claude";
-        if (platform::isProgram(path)) {
+namespace {
+
+/// The first of the folders in which the program stands.
+std::optional<std::string> programIn(const std::vector<std::string>& folders, std::string_view name) {
+    for (const std::string& folder : folders) {
+        if (std::string path = lumo::joined(folder, name); platform::isProgram(path)) {
             return path;
         }
     }
     return std::nullopt;
+}
+
+/// The folders whose names begin like versions, the highest first.
+std::vector<std::string> versionsIn(const std::string& folder, std::string_view prefix = "") {
+    std::vector<std::string> versions = platform::namesIn(folder);
+    std::erase_if(versions, [&](const std::string& name) {
+        return !name.starts_with(prefix) || name.size() == prefix.size() || name[prefix.size()] < '0' ||
+               name[prefix.size()] > '9';
+    });
+    std::ranges::sort(versions, [](const std::string& left, const std::string& right) {
+        return lumo::comesBeforeNumerically(right, left);
+    });
+    for (std::string& version : versions) {
+        version = lumo::joined(folder, version);
+    }
+    return versions;
+}
+
+/// Where its other installers put it on Linux.
+std::vector<std::string> otherFolders(const std::string& home) {
+    std::vector<std::string> folders{home + "/.claude/local", home + "/.npm-global/bin", home + "/.bun/bin"};
+    const std::string path = platform::environmentVariable("PATH").value_or("");
+    for (std::size_t begin = 0; begin < path.size();) {
+        const std::size_t end = std::min(path.find(':', begin), path.size());
+        // What is relative depends on where one stands.
+        if (path[begin] == '/') {
+            folders.push_back(path.substr(begin, end - begin));
+        }
+        begin = end + 1;
+    }
+    for (const std::string& version : versionsIn(home + "/.nvm/versions/node", "v")) {
+        folders.push_back(version + "/bin");
+    }
+    return folders;
+}
+
+} // namespace
+
+std::optional<std::string> claudeCodeBinary(const std::string& home, lumo::System system) {
+    if (auto usual = programIn({home + "/.local/bin", "/opt/homebrew/bin", "/usr/local/bin"}, "claude")) {
+        return usual;
+    }
+    if (auto ofApplication = programIn(versionsIn(home + "/Library/Application Support/Claude/claude-code"),
+                                       "claude.app/Contents/MacOS/claude")) {
+        return ofApplication;
+    }
+    return system == lumo::System::linux ? programIn(otherFolders(home), "claude") : std::nullopt;
 }
 
 LinkResult connectClaudeCode(const std::string& home, const std::stop_token& stop,

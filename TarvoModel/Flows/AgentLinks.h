@@ -42,13 +42,16 @@ LinkState stateInClaudeDesktop(const std::string& home);
 bool isInClaudeCode(const std::string& home);
 bool isInClaudeDesktop(const std::string& home);
 
-/// The settings that these look at.
+/// The settings that these look at: where the agents' own variables, or the desktop's, have put them for this
+/// home.
 std::string claudeCodeSettings(const std::string& home);
 std::string claudeDesktopSettings(const std::string& home);
 
 /// The program of Claude Code: in one of its three usual places, or else the highest version among those that
-/// the Claude application installs for itself.
-std::optional<std::string> claudeCodeBinary(const std::string& home);
+/// the Claude application installs for itself. On Linux also where its other installers put it: into its own
+/// folder, into one of the search path, or beside one of several versions of Node.
+std::optional<std::string> claudeCodeBinary(const std::string& home,
+                                            lumo::System system = lumo::currentSystem());
 
 /// How long Claude Code may take for one command; then it is ended.
 inline constexpr std::chrono::milliseconds usualPatience = std::chrono::seconds(30);

@@ -95,7 +95,8 @@ lumo::Result<Cleaned> cleanChosen(const PlanRequest& request, const Desk& desk, 
                                                  .now = desk.now,
                                                  .caller = desk.caller,
                                                  .shown = chosen->shown,
-                                                 .refusal = refusalFor(request, chosen->actions, desk)};
+                                                 .refusal = refusalFor(request, chosen->actions, desk),
+                                                 .regret = regretFor(desk)};
     const std::int64_t lifetimeBefore = lumo::CleanupHistory::total(desk.home);
     const PathGuard guard(desk.home, plan.protectedFolders);
     Cleaned cleaned{.outcomes = watch.carryOut(chosen->actions, guard, control),

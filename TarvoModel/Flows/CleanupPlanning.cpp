@@ -1,11 +1,13 @@
 #include "TarvoModel/Flows/CleanupPlanning.h"
 
+#include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/CoveredPlaces.h"
 #include "LumoCore/Cleanup/SavedPlan.h"
 #include "LumoCore/Inventories/AppCaches.h"
 #include "LumoCore/Inventories/AppStatus.h"
+#include "LumoCore/Inventories/Inventories.h"
 #include "LumoCore/Rules/RuleCatalog.h"
 #include "TarvoModel/Flows/GivenPath.h"
 #include "TarvoModel/Showing/Selection.h"
@@ -60,9 +62,70 @@ std::vector<PlanEntry> entriesOf(const PlanRequest& request, const lumo::Cleanup
         .now = desk.now(),
         .isRunning = [&](const std::string& bundleID) { return status.isRunning(bundleID); },
         .nameOf = [&](const std::string& bundleID) { return status.name(bundleID); }};
-    return request.saved
-               ? lumo::heldBackNow(*request.saved, options, knownRules(desk.home), surroundings, desk.home)
-               : lumo::CleanupPlanner::plan(*request.report, options, surroundings);
+    if (request.saved) {
+        return lumo::heldBackNow(*request.saved, options, knownRules(desk.home), surroundings, desk.home);
+    }
+    return request.report ? lumo::CleanupPlanner::plan(*request.report, options, surroundings)
+                          : std::vector<PlanEntry>();
+}
+
+lumo::InventoryQuery queryAt(const Desk& desk) {
+    return {.home = desk.home, .now = desk.now()};
+}
+
+/// Adds the items that were asked for, as they are now, each once.
+void addItems(const PlanRequest& request, const Desk& desk, Plan& plan) {
+    for (const std::string& id : request.items) {
+        const bool isThere =
+            std::ranges::any_of(plan.entries, [&](const PlanEntry& entry) { return entry.action.id == id; });
+        if (isThere) {
+            continue;
+        }
+        if (auto item = lumo::Inventories::itemWith(id, queryAt(desk))) {
+            plan.entries.push_back({std::move(item->action), std::move(item->blockedBecause)});
+        } else {
+            plan.unknownItems.push_back(id);
+        }
+    }
+}
+
+/// Nothing is planned that would take the copy which stays when another entry's goes.
+void holdBackKeptCopies(std::vector<PlanEntry>& entries, const std::string& home) {
+    std::vector<std::string> kept;
+    for (const PlanEntry& entry : entries) {
+        if (auto path = lumo::Inventories::keptBy(entry.action.id, home)) {
+            kept.push_back(std::move(*path));
+        }
+    }
+    for (PlanEntry& entry : entries) {
+        const std::vector<std::string> paths = lumo::CleanupExecutor::touchedPaths(entry.action);
+        const bool holdsOne = std::ranges::any_of(kept, [&](const std::string& copy) {
+            return std::ranges::any_of(paths,
+                                       [&](const std::string& path) { return lumo::isInside(copy, path); });
+        });
+        if (holdsOne && !entry.skipReason) {
+            entry.skipReason =
+                Words{"es la copia que se queda de un duplicado", "it is the copy of a duplicate that stays"}
+                    .in();
+        }
+    }
+}
+
+/// A file may name an item, but what is done to it is what the inventory says now.
+std::optional<std::string> refusalOfItem(const lumo::CleanupAction& action, const PlanRequest& request,
+                                         const Desk& desk) {
+    if (request.saved) {
+        const auto item = lumo::Inventories::itemWith(action.id, queryAt(desk));
+        const bool isSame = item && item->action.method == action.method &&
+                            item->action.safety == action.safety &&
+                            item->action.measuredPaths == action.measuredPaths &&
+                            item->action.fallbackContents == action.fallbackContents;
+        if (!isSame) {
+            return Words{"«{}» ya no es lo que dice el fichero", "“{}” is no longer what the file says"}.with(
+                action.id);
+        }
+    }
+    return lumo::Inventories::refusal(action, queryAt(desk));
 }
 
 /// The ids that can be asked for: in a saved plan its own, in a report those of all that may be cleaned.
@@ -95,18 +158,34 @@ bool isInCatalogue(const std::string& id) {
 
 } // namespace
 
+bool isFromFile(const PlanRequest& request) {
+    return request.saved || request.isReportFromFile;
+}
+
 std::vector<std::string> protectedFolders(const Preferences& preferences, const std::string& home) {
     return pathsMeant(preferences.value(preference::protectedFolders), home);
 }
 
 lumo::CleanupExecutor::Refusal refusalFor(const PlanRequest& request,
                                           const std::vector<lumo::CleanupAction>& actions, const Desk& desk) {
-    if (!request.saved && !request.isReportFromFile) {
-        return {};
+    std::shared_ptr<const lumo::CoveredPlaces> places;
+    if (isFromFile(request)) {
+        places = std::make_shared<const lumo::CoveredPlaces>(desk.home, knownRules(desk.home), actions);
     }
-    const auto places =
-        std::make_shared<const lumo::CoveredPlaces>(desk.home, knownRules(desk.home), actions);
-    return [places](const lumo::CleanupAction& action) { return places->refusal(action); };
+    return [places, request, desk](const lumo::CleanupAction& action) {
+        if (lumo::inventoryKindOfID(action.id)) {
+            return refusalOfItem(action, request, desk);
+        }
+        return places ? places->refusal(action) : std::nullopt;
+    };
+}
+
+lumo::CleanupExecutor::Regret regretFor(const Desk& desk) {
+    return [desk](const lumo::CleanupAction& action, const std::vector<lumo::TrashedItem>& held) {
+        std::vector<std::string> paths;
+        std::ranges::transform(held, std::back_inserter(paths), &lumo::TrashedItem::inTrash);
+        return lumo::Inventories::regret(action, paths, queryAt(desk));
+    };
 }
 
 Plan planned(const PlanRequest& request, const Desk& desk) {
@@ -115,9 +194,13 @@ Plan planned(const PlanRequest& request, const Desk& desk) {
     Plan plan{.entries = entriesOf(request, options, desk),
               .protectedFolders = options.protectedFolders,
               .problem = preferences.problem()};
+    addItems(request, desk, plan);
+    holdBackKeptCopies(plan.entries, desk.home);
     const lumo::PathGuard guard(desk.home, options.protectedFolders);
     const std::vector<lumo::CleanupAction> actions = lumo::CleanupPlanner::actionsOf(plan.entries);
-    const lumo::CleanupExecutor::Refusal refusal = refusalFor(request, actions, desk);
+    // What was planned here is covered, and what it rests on is looked at right before each is carried out.
+    const lumo::CleanupExecutor::Refusal refusal =
+        isFromFile(request) ? refusalFor(request, actions, desk) : lumo::CleanupExecutor::Refusal();
     for (PlanEntry& entry : plan.entries) {
         if (plan.problem) {
             // The folders that the user protected are not known now.
@@ -142,6 +225,14 @@ Plan planned(const PlanRequest& request, const Desk& desk) {
 
 std::optional<std::string> preferencesProblem(const Desk& desk) {
     return Preferences::load(desk.home).problem();
+}
+
+std::string unknownItemsText(const std::vector<std::string>& ids) {
+    std::vector<std::string> shown;
+    std::ranges::transform(ids, std::back_inserter(shown), lumo::printable);
+    return Words{"no hay ahora nada que se llame {}; tarvo buscar dice qué hay",
+                 "there is nothing called {} now; tarvo find tells what there is"}
+        .with(fmt::format("{}", fmt::join(shown, ", ")));
 }
 
 std::optional<std::string> unknownIDs(const PlanRequest& request) {
@@ -174,7 +265,10 @@ std::int64_t recoverableBytes(const std::shared_ptr<const lumo::ScanReport>& rep
 }
 
 lumo::Result<std::vector<PlanEntry>> savedPlan(std::string_view bytes, const Desk& desk) {
-    return lumo::savedPlanFromJson(bytes, knownRules(desk.home));
+    return lumo::savedPlanFromJson(bytes, knownRules(desk.home), [&](const std::string& id) {
+        const auto item = lumo::Inventories::itemWith(id, queryAt(desk));
+        return item ? std::optional(item->action) : std::nullopt;
+    });
 }
 
 lumo::Result<void> checkReport(const lumo::ScanReport& report, const Desk& desk) {

@@ -27,13 +27,16 @@ enum class Reviews {
 
 /// What a cleanup may take, as somebody asked for it. Where it is silent the preferences hold.
 struct PlanRequest {
-    /// What is planned from: a report of the desk's home, never null unless there is a saved plan.
+    /// What is planned from: a report of the desk's home, never null unless there is a saved plan or nothing
+    /// but items is asked for.
     std::shared_ptr<const lumo::ScanReport> report;
     std::optional<std::vector<lumo::PlanEntry>> saved = {}; ///< Planned already, in a file.
     bool isReportFromFile = false;
     Reviews reviews = Reviews::asked;
     std::set<std::string> include = {};
     std::optional<std::set<std::string>> only = {};
+    /// Ids of what the inventories find (see `found`), planned after everything else. Each is looked at now.
+    std::vector<std::string> items = {};
     bool includesActiveDependencies = false;
     /// How the asker would include them, in the asker's own words; absent for the command's.
     std::optional<std::string> recentProjectHint = {};
@@ -45,6 +48,9 @@ struct PlanRequest {
     std::vector<std::string> excludedProjects = {};
 };
 
+/// True when what is planned was in a file.
+bool isFromFile(const PlanRequest& request);
+
 /// A plan made for one moment.
 struct Plan {
     /// What the path guard would refuse has its reason; while `problem` stands, everything has that.
@@ -55,6 +61,7 @@ struct Plan {
     std::vector<std::string> protectedFolders = {}; ///< By which it was made.
     lumo::ResolvedPaths shown = {};                 ///< What the paths of the entries mean now.
     std::optional<std::string> problem = {};        ///< Why the preferences cannot be trusted now.
+    std::vector<std::string> unknownItems = {};     ///< Of the request's, those that nothing is known by now.
 };
 
 /// Reads the preferences, looks at what runs, and plans. Changes nothing; may be called from any thread.
@@ -66,9 +73,16 @@ std::vector<std::string> protectedFolders(const Preferences& preferences, const 
 /// Why the preferences cannot be trusted now, and so nothing may be cleaned; absent when all is well.
 std::optional<std::string> preferencesProblem(const Desk& desk);
 
-/// Why a file's action may not be carried out; never for what was planned here.
+/// Why an action may not be carried out right now: a file's, when this build would not act there by itself,
+/// and an inventory's, when what it rests on no longer holds.
 lumo::CleanupExecutor::Refusal refusalFor(const PlanRequest& request,
                                           const std::vector<lumo::CleanupAction>& actions, const Desk& desk);
+
+/// Why what an action on an inventory's item has just set aside goes back.
+lumo::CleanupExecutor::Regret regretFor(const Desk& desk);
+
+/// Says that no inventory finds these items now.
+std::string unknownItemsText(const std::vector<std::string>& ids);
 
 /// Says which ids of the request are nobody's and which there are; absent when it knows all. What the
 /// catalog knows and this home has not is no mistake.

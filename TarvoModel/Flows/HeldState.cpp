@@ -1,7 +1,6 @@
 #include "TarvoModel/Flows/HeldState.h"
 
 #include "LumoCore/Basics/Path.h"
-#include "LumoCore/Basics/UniqueID.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/HeldNotes.h"
 #include "LumoCore/Cleanup/Recovery.h"
@@ -21,13 +20,6 @@ using lumo::Holding::Emptied;
 namespace Holding = lumo::Holding;
 
 namespace {
-
-/// The id of something that is held: the beginning of its name there.
-std::string idOf(const TrashedItem& item) {
-    constexpr std::size_t idCharacters = 36; // A UUID's.
-    const std::string_view id = lumo::fileName(item.inTrash).substr(0, idCharacters);
-    return lumo::isUniqueID(id) ? std::string(id) : std::string();
-}
 
 lumo::Result<std::vector<Batch>> batchesOf(const PathGuard& guard, const Desk& desk) {
     auto batches = Holding::batches(guard, desk.now());
@@ -90,7 +82,7 @@ lumo::Result<HeldState> heldState(const Desk& desk) {
     }
     const lumo::HeldNotes notes = lumo::HeldNotes::of(desk.home);
     for (const TrashedItem& item : lumo::Undoing::held(*outcomes, guard)) {
-        state.items.push_back({idOf(item), item.original, std::string(Holding::batchOf(item.inTrash)),
+        state.items.push_back({heldIDOf(item), item.original, std::string(Holding::batchOf(item.inTrash)),
                                notes.isIncomplete(item.inTrash)});
     }
     state.canUndo = !lumo::Undoing::newestBatch(*outcomes, guard).empty();
@@ -100,7 +92,7 @@ lumo::Result<HeldState> heldState(const Desk& desk) {
 std::optional<TrashedItem> heldItemNamed(const std::string& id, const std::vector<CleanupOutcome>& outcomes,
                                          const PathGuard& guard) {
     const std::vector<TrashedItem> held = lumo::Undoing::held(outcomes, guard);
-    const auto found = std::ranges::find(held, id, idOf);
+    const auto found = std::ranges::find(held, id, heldIDOf);
     return found != held.end() && !id.empty() ? std::optional(*found) : std::nullopt;
 }
 

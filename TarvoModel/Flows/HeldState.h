@@ -2,6 +2,7 @@
 
 #include "LumoCore/Cleanup/Holding.h"
 #include "TarvoModel/Flows/Desk.h"
+#include "TarvoModel/Showing/HeldItem.h"
 
 #include <chrono>
 #include <optional>
@@ -10,16 +11,6 @@
 
 /// What is set aside, and ending it for good.
 namespace tarvo {
-
-/// Something that can be put back.
-struct HeldItem {
-    std::string id; ///< Stays the same while it is held; empty for what no cleanup of ours named.
-    std::string original;
-    std::string batch;         ///< The path of the batch it lies in.
-    bool isIncomplete = false; ///< An emptying that failed removed parts of it.
-
-    friend bool operator==(const HeldItem&, const HeldItem&) = default;
-};
 
 struct HeldState {
     std::vector<lumo::Holding::Batch> batches; ///< Oldest first.

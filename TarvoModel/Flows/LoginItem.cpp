@@ -1,14 +1,10 @@
 #include "TarvoModel/Flows/LoginItem.h"
 
-#include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Words.h"
-#include "Platform/Folder.h"
-#include "Platform/Place.h"
-#include "Platform/Removal.h"
 #include "Platform/StateFile.h"
+#include "TarvoModel/Flows/OwnEntry.h"
 
-#include <cerrno>
 #include <cstddef>
 #include <optional>
 
@@ -83,35 +79,6 @@ std::optional<std::string_view> valueOf(std::string_view key, std::string_view t
     return std::nullopt;
 }
 
-platform::SystemResult<void> write(const std::string& path, const std::string& program) {
-    if (const auto made = platform::makePrivateFolder(std::string(lumo::parentOf(path))); !made) {
-        return made;
-    }
-    return platform::replaceWhole(path, entryText(program));
-}
-
-platform::SystemResult<void> remove(const std::string& path) {
-    if (platform::isMissing(path)) {
-        return {};
-    }
-    const auto folder = platform::BaseFolder::open(std::string(lumo::parentOf(path)));
-    if (!folder) {
-        return std::unexpected(folder.error());
-    }
-    const auto place = folder->place(lumo::fileName(path));
-    if (!place) {
-        return std::unexpected(place.error());
-    }
-    const auto kind = platform::kindAt(*place);
-    if (!kind) {
-        return kind.error().isMissing() ? platform::SystemResult<void>() : std::unexpected(kind.error());
-    }
-    if (*kind != platform::EntryKind::file && *kind != platform::EntryKind::link) {
-        return std::unexpected(platform::SystemError{EINVAL});
-    }
-    return platform::removeTree(*place);
-}
-
 } // namespace
 
 std::string entryPath(const std::string& home, const std::string& configFolder) {
@@ -143,7 +110,7 @@ bool isOn(const std::string& home, const std::string& configFolder) {
 lumo::Result<void> set(const std::string& home, const std::string& program, bool on,
                        const std::string& configFolder, Language language) {
     const std::string path = entryPath(home, configFolder);
-    if (const auto done = on ? write(path, program) : remove(path); !done) {
+    if (const auto done = on ? OwnEntry::write(path, entryText(program)) : OwnEntry::remove(path); !done) {
         return lumo::failure(entryErrorText(lumo::reasonText(done.error(), language), language));
     }
     return {};

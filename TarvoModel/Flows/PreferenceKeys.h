@@ -38,6 +38,7 @@ struct PreferenceKey : Preference {};
 namespace preference {
 
 inline constexpr std::array<std::string_view, 3> appearances{"system", "light", "dark"};
+inline constexpr std::array<std::string_view, 3> languages{"system", "es", "en"};
 
 inline constexpr PreferenceKey<std::int64_t> goalBytes{
     {.key = "objetivoBytes",
@@ -60,6 +61,13 @@ inline constexpr PreferenceKey<std::string> appearance{
      .standard = std::string_view("system"),
      .choices = appearances,
      .meaning = {"aspecto claro, oscuro o el del sistema", "light, dark or the system's appearance"}}};
+inline constexpr PreferenceKey<std::string> language{
+    {.key = "idioma",
+     .kind = PreferenceKind::choice,
+     .standard = std::string_view("system"),
+     .choices = languages,
+     .meaning = {"idioma de los textos: es, en o el del sistema",
+                 "language of the texts: es, en or the system's"}}};
 inline constexpr PreferenceKey<bool> showInMenuBar{
     {.key = "barraDeMenus",
      .kind = PreferenceKind::boolean,
@@ -130,20 +138,34 @@ inline constexpr PreferenceKey<std::optional<std::string>> localModel{
      .kind = PreferenceKind::localModel,
      .meaning = {"modelo de lenguaje en este ordenador: dirección y nombre",
                  "language model on this computer: address and name"}}};
+inline constexpr PreferenceKey<std::optional<std::string>> windowPlace{
+    {.key = "ventana",
+     .kind = PreferenceKind::text,
+     .meaning = {"tamaño y lugar de la ventana", "size and place of the window"}}};
 
 } // namespace preference
 
 /// All of them in the order in which they are shown.
-inline constexpr std::array<const Preference*, 18> allPreferences{
-    &preference::goalBytes,           &preference::isWelcomeSeen,
-    &preference::showWholeDisk,       &preference::appearance,
-    &preference::showInMenuBar,       &preference::lowSpaceGB,
-    &preference::notifyLowSpace,      &preference::autoCleanWeekly,
-    &preference::activeProjectDays,   &preference::protectedFolders,
-    &preference::aiSummaryEnabled,    &preference::autoExplain,
-    &preference::textScale,           &preference::seenNews,
-    &preference::lastWeeklyCleanup,   &preference::lastWeeklyCleanupBytes,
-    &preference::lastLowSpaceWarning, &preference::localModel};
+inline constexpr std::array<const Preference*, 20> allPreferences{&preference::goalBytes,
+                                                                  &preference::isWelcomeSeen,
+                                                                  &preference::showWholeDisk,
+                                                                  &preference::appearance,
+                                                                  &preference::language,
+                                                                  &preference::showInMenuBar,
+                                                                  &preference::lowSpaceGB,
+                                                                  &preference::notifyLowSpace,
+                                                                  &preference::autoCleanWeekly,
+                                                                  &preference::activeProjectDays,
+                                                                  &preference::protectedFolders,
+                                                                  &preference::aiSummaryEnabled,
+                                                                  &preference::autoExplain,
+                                                                  &preference::textScale,
+                                                                  &preference::seenNews,
+                                                                  &preference::lastWeeklyCleanup,
+                                                                  &preference::lastWeeklyCleanupBytes,
+                                                                  &preference::lastLowSpaceWarning,
+                                                                  &preference::localModel,
+                                                                  &preference::windowPlace};
 
 /// The preference that a person's word names; none when there is no such one.
 const Preference* preferenceNamed(std::string_view word);

@@ -52,7 +52,9 @@ ScanResult demoResult(lumo::Date now) {
         const std::string path = explanation.path;
         result.certain.insert_or_assign(path, std::move(explanation));
     }
-    result.held = {.batches = DemoDisk::held(now), .items = {}, .canUndo = true};
+    result.held = {.batches = DemoDisk::held(now),
+                   .items = DemoDisk::heldItems(DemoDisk::history(report), now),
+                   .canUndo = true};
     result.report = std::make_shared<const lumo::ScanReport>(std::move(report));
     return result;
 }

@@ -4,6 +4,7 @@
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/History/GrowthTracker.h"
 #include "LumoCore/History/SnapshotStore.h"
+#include "LumoCore/Inventories/Installers.h"
 #include "TarvoModel/Flows/ScanPass.h"
 
 namespace tarvo {
@@ -25,6 +26,7 @@ std::optional<lumo::ScanReport> scanned(const std::vector<lumo::Rule>& rules,
                                 .stop = watch.stop,
                                 .progress = watch.progress,
                                 .memory = watch.memory,
+                                .findInstallers = lumo::Installers::located,
                                 .findAppCaches = appCacheRules});
 }
 

@@ -11,8 +11,15 @@ using lumo::Language;
 
 namespace {
 
+/// A date further ahead than clocks go wrong by themselves was stored by a clock that has been set since: it
+/// would put the next cleanup off for as long as it was wrong.
+bool isFromWrongClock(lumo::Date last, lumo::Date now) {
+    constexpr std::chrono::hours slack{24};
+    return last > now + slack;
+}
+
 bool isTimeOver(const std::optional<lumo::Date>& last, lumo::Date now) {
-    return !last || now - *last >= interval;
+    return !last || now - *last >= interval || isFromWrongClock(*last, now);
 }
 
 } // namespace
@@ -37,13 +44,25 @@ std::vector<lumo::CleanupAction> actions(const std::vector<lumo::PlanEntry>& ent
     return actions;
 }
 
-lumo::Result<Cleaned> run(const PlanRequest& request, const Desk& desk, const CleanupWatch& watch) {
+bool isWanted(const Preferences& preferences, lumo::Date now) {
+    return preferences.value(preference::autoCleanWeekly) && isTimeOver(storedRecord(preferences).last, now);
+}
+
+lumo::Date next(const Record& record, lumo::Date now) {
+    return isTimeOver(record.last, now) ? now : *record.last + interval;
+}
+
+namespace {
+
+enum class When { due, atOnce };
+
+lumo::Result<Cleaned> runWhen(When when, const PlanRequest& request, const Desk& desk,
+                              const CleanupWatch& watch) {
     const auto set = [&](const auto& key, const auto& value) {
         return changeSetting(key, [&](const Preferences&) { return Preferences::asJson(value); }, desk.home);
     };
     const auto choose = [&](const Plan& plan) -> lumo::Result<Agreement> {
-        const Preferences now = Preferences::load(desk.home);
-        if (!now.value(preference::autoCleanWeekly) || !isTimeOver(storedRecord(now).last, desk.now())) {
+        if (when == When::due && !isWanted(Preferences::load(desk.home), desk.now())) {
             return lumo::failure(
                 lumo::Words{"la limpieza semanal ya no toca", "no weekly cleanup is due any more"}.in());
         }
@@ -59,6 +78,16 @@ lumo::Result<Cleaned> run(const PlanRequest& request, const Desk& desk, const Cl
         (void)set(preference::lastWeeklyCleanupBytes, sumsOf(cleaned->outcomes).freed);
     }
     return cleaned;
+}
+
+} // namespace
+
+lumo::Result<Cleaned> run(const PlanRequest& request, const Desk& desk, const CleanupWatch& watch) {
+    return runWhen(When::due, request, desk, watch);
+}
+
+lumo::Result<Cleaned> runAtOnce(const PlanRequest& request, const Desk& desk, const CleanupWatch& watch) {
+    return runWhen(When::atOnce, request, desk, watch);
 }
 
 std::optional<std::string> notice(std::int64_t freed, Language language) {

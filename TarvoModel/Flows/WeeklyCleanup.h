@@ -47,6 +47,12 @@ struct Situation {
 /// True when it is to run now.
 bool isDue(const Situation& situation);
 
+/// True when the user wants it and it is time, by what is stored: for whoever has no window.
+bool isWanted(const Preferences& preferences, lumo::Date now);
+
+/// When it is time for the next: not before `now`.
+lumo::Date next(const Record& record, lumo::Date now);
+
 /// What of a fresh plan it carries out: the safe entries that nothing holds back. None when they add up to
 /// too little, and then 0 is stored as what it freed.
 std::vector<lumo::CleanupAction> actions(const std::vector<lumo::PlanEntry>& entries);
@@ -56,6 +62,9 @@ std::vector<lumo::CleanupAction> actions(const std::vector<lumo::PlanEntry>& ent
 /// could not begin; then nothing is stored, and it may be tried again. On a disk too full to store anything
 /// it runs all the same; whoever called remembers then.
 lumo::Result<Cleaned> run(const PlanRequest& request, const Desk& desk, const CleanupWatch& watch);
+
+/// The same because the user says so, wanted and due or not; the week begins anew.
+lumo::Result<Cleaned> runAtOnce(const PlanRequest& request, const Desk& desk, const CleanupWatch& watch);
 
 /// What the user is told afterwards in the window and by the desktop; absent when nothing was freed.
 std::optional<std::string> notice(std::int64_t freed, lumo::Language language = lumo::currentLanguage());

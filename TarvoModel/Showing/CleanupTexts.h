@@ -3,9 +3,9 @@
 #include "LumoCore/Basics/Date.h"
 #include "LumoCore/Basics/Language.h"
 #include "LumoCore/Basics/System.h"
-#include "LumoCore/Cleanup/CleanupAction.h"
 #include "LumoCore/Cleanup/CleanupOutcome.h"
 #include "LumoCore/Cleanup/Holding.h"
+#include "LumoCore/Rules/CleanupAction.h"
 #include "Platform/SystemError.h"
 
 #include <cstddef>
@@ -49,6 +49,8 @@ std::string confirmationMessage(const CleanupShares& shares,
 struct CleanupSums {
     std::int64_t freed = 0;
     std::int64_t trashed = 0;
+
+    friend bool operator==(const CleanupSums&, const CleanupSums&) = default;
 };
 CleanupSums sumsOf(const std::vector<lumo::CleanupOutcome>& outcomes);
 

@@ -10,6 +10,7 @@
 #include "LumoCore/History/DiskSnapshot.h"
 #include "LumoCore/Scanning/FolderContents.h"
 #include "LumoCore/Scanning/ScanReport.h"
+#include "TarvoModel/Showing/HeldItem.h"
 
 #include <string>
 #include <string_view>
@@ -35,6 +36,19 @@ std::vector<lumo::PlanEntry> entries(const lumo::ScanReport& report,
 
 /// What yesterday's scan found, with which the report is compared to tell what grew.
 lumo::DiskSnapshot yesterday(const lumo::ScanReport& report, lumo::System system = lumo::currentSystem());
+
+/// What the scans of some weeks found, oldest first: the last two are yesterday's and the report.
+std::vector<lumo::DiskSnapshot> snapshots(const lumo::ScanReport& report,
+                                          lumo::System system = lumo::currentSystem());
+
+/// The log of the cleanups of these weeks: of what they deleted and set aside, one agent's and a failure.
+std::vector<lumo::CleanupOutcome> history(const lumo::ScanReport& report,
+                                          lumo::Language language = lumo::currentLanguage(),
+                                          lumo::System system = lumo::currentSystem());
+
+/// What is still held of that log, in the batches below.
+std::vector<HeldItem> heldItems(const std::vector<lumo::CleanupOutcome>& history, lumo::Date now,
+                                lumo::System system = lumo::currentSystem());
 
 /// What earlier cleanups set aside, oldest first.
 std::vector<lumo::Holding::Batch> held(lumo::Date now, lumo::System system = lumo::currentSystem());

@@ -5,6 +5,7 @@
 #include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
+#include "TarvoModel/Showing/RowView.h"
 
 #include <fmt/format.h>
 
@@ -144,25 +145,59 @@ std::string homeTitle(Language language) {
     return Words{"Tu carpeta personal", "Your home folder"}.in(language);
 }
 
-std::vector<Tile> tiles(const ZoomLevel& level, Language language, lumo::System system) {
+std::string insideID(const std::string& path) {
+    return std::string(TileID::insidePrefix) + path;
+}
+
+std::int64_t totalOf(const ZoomLevel& level) {
     std::int64_t total = 0;
-    std::int64_t others = 0;
-    for (std::size_t index = 0; index < level.items.size(); ++index) {
-        total = lumo::checkedSum(total, level.items[index].bytes);
-        others = lumo::checkedSum(others, index < mostEntries ? 0 : level.items[index].bytes);
+    for (const lumo::FolderContents::Item& item : level.items) {
+        total = lumo::checkedSum(total, item.bytes);
     }
-    total = std::max<std::int64_t>(total, 1);
+    return total;
+}
+
+std::map<std::string, KnownEntry> knownEntries(
+    const std::vector<lumo::FolderContents::Item>& items, const std::vector<Row>& rows,
+    const std::function<std::map<std::string, lumo::Explanation>(const std::vector<lumo::UnclassifiedItem>&)>&
+        know) {
+    std::map<std::string, KnownEntry> known;
+    std::vector<lumo::UnclassifiedItem> asked;
+    for (std::size_t index = 0; index < std::min(items.size(), mostEntries); ++index) {
+        const lumo::FolderContents::Item& item = items[index];
+        if (const Row* const row = rowWith(item.path, rows)) {
+            known.emplace(item.path, KnownEntry{row->safety, row->title});
+        } else if (!item.path.empty()) {
+            asked.push_back({.path = item.path, .usage = {}});
+            asked.back().usage.allocatedBytes = item.bytes;
+        }
+    }
+    for (const auto& [path, explanation] : know(asked)) {
+        known.emplace(path, KnownEntry{explanation.safety, explanation.whatItIs});
+    }
+    return known;
+}
+
+std::vector<Tile> tiles(const ZoomLevel& level, Language language, lumo::System system) {
+    std::int64_t others = 0;
+    for (std::size_t index = mostEntries; index < level.items.size(); ++index) {
+        others = lumo::checkedSum(others, level.items[index].bytes);
+    }
+    const std::int64_t total = std::max<std::int64_t>(totalOf(level), 1);
     std::vector<Tile> tiles;
     for (std::size_t index = 0; index < std::min(level.items.size(), mostEntries); ++index) {
         const lumo::FolderContents::Item& item = level.items[index];
-        tiles.push_back({.id = std::string(TileID::insidePrefix) + item.path,
+        const auto known = level.isApart ? level.known.find(item.path) : level.known.end();
+        const bool isKnown = known != level.known.end();
+        tiles.push_back({.id = insideID(item.path),
                          .label = item.name,
                          .detail = shareText(item.bytes, total, level.title, language),
                          .bytes = item.bytes,
                          .kind = Tile::Kind::inside,
-                         .safety = level.safety,
+                         .safety = isKnown ? known->second.safety : level.safety,
                          .children = item.children,
-                         .isFolder = item.isDirectory});
+                         .isFolder = item.isDirectory,
+                         .known = isKnown ? known->second.whatItIs : std::string()});
     }
     if (level.items.size() > mostEntries) {
         tiles.push_back(otherTile(level.items.size() - mostEntries, others,

@@ -4,12 +4,16 @@
 #include "LumoCore/Basics/Language.h"
 #include "LumoCore/Basics/System.h"
 #include "LumoCore/Cleanup/CleanupPlanner.h"
+#include "LumoCore/Explaining/Explanation.h"
 #include "LumoCore/Scanning/FolderContents.h"
+#include "LumoCore/Scanning/ScanReport.h"
 #include "TarvoModel/Showing/Rows.h"
 #include "TarvoModel/Showing/Squarify.h"
 
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -35,6 +39,7 @@ struct Tile {
     std::optional<lumo::Safety> safety; ///< Of an item or entry; absent when it is not known.
     std::vector<lumo::FolderContents::Item> children = {}; ///< Shown as tiles in this one.
     bool isFolder = false;                                 ///< Of an entry.
+    std::string known = {};                                ///< What an entry is, where somebody knows.
 
     friend bool operator==(const Tile&, const Tile&) = default;
 };
@@ -49,6 +54,14 @@ inline constexpr std::string_view insidePrefix = "dentro:";
 
 enum class TileState { selected, unselected, blocked, info };
 
+/// What is known of an entry of a folder that is no row's.
+struct KnownEntry {
+    std::optional<lumo::Safety> safety;
+    std::string whatItIs;
+
+    friend bool operator==(const KnownEntry&, const KnownEntry&) = default;
+};
+
 /// One step of the way into a folder.
 struct ZoomLevel {
     std::string title;
@@ -57,6 +70,9 @@ struct ZoomLevel {
     std::vector<lumo::FolderContents::Item> items; ///< Largest first.
     std::vector<std::string> skipped;              ///< Folders that were opened through.
     Rect place = {};                               ///< On the map of the level above.
+    /// No row's, such as the home: what is known of each entry stands for itself.
+    bool isApart = false;
+    std::map<std::string, KnownEntry> known = {}; ///< By path.
 };
 
 namespace DiskMap {
@@ -69,6 +85,19 @@ inline constexpr std::size_t mostEntries = 40;
 std::vector<Tile> tiles(const std::vector<Row>& rows, const lumo::VolumeInfo& volume, bool isWholeDisk,
                         lumo::Language language = lumo::currentLanguage(),
                         lumo::System system = lumo::currentSystem());
+
+/// The id of the tile of an entry, or of an entry in it.
+std::string insideID(const std::string& path);
+
+/// What all entries of the level take.
+std::int64_t totalOf(const ZoomLevel& level);
+
+/// What is known of the entries that have tiles: by the row that they belong to, and otherwise by `know`,
+/// which explains what nobody needs to guess about.
+std::map<std::string, KnownEntry> knownEntries(
+    const std::vector<lumo::FolderContents::Item>& items, const std::vector<Row>& rows,
+    const std::function<std::map<std::string, lumo::Explanation>(const std::vector<lumo::UnclassifiedItem>&)>&
+        know);
 
 /// What the level that shows the whole home is called.
 std::string homeTitle(lumo::Language language = lumo::currentLanguage());

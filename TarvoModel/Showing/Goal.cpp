@@ -44,4 +44,33 @@ std::string meterText(std::int64_t goal, std::int64_t selected, Language languag
                .in(language);
 }
 
+std::int64_t reachable(const std::vector<lumo::PlanEntry>& entries) {
+    std::int64_t sum = 0;
+    for (const lumo::CleanupAction& action : lumo::CleanupPlanner::actionsOf(entries)) {
+        sum = lumo::checkedSum(sum, action.estimatedBytes);
+    }
+    return sum;
+}
+
+std::optional<std::int64_t> offer(std::int64_t goal, std::int64_t reachable) {
+    const std::int64_t whole = reachable / step * step;
+    return reachable < goal && whole >= step ? std::optional(whole) : std::nullopt;
+}
+
+std::string beyondText(std::int64_t goal, std::int64_t reachable, Language language) {
+    if (reachable >= goal) {
+        return {};
+    }
+    return reachable == 0
+               ? lumo::Words{"Ahora no hay nada que se pueda marcar.",
+                             "There is nothing that can be selected now."}
+                     .in(language)
+               : lumo::Words{"Todo lo que se puede marcar suma {}.", "All that can be selected comes to {}."}
+                     .in(language, lumo::ByteFormat::string(reachable, language));
+}
+
+std::string offerText(std::int64_t offered, Language language) {
+    return lumo::Words{"Fijar el objetivo en {}", "Set the goal to {}"}.in(language, goalText(offered));
+}
+
 } // namespace tarvo::Goal

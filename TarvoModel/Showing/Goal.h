@@ -1,9 +1,12 @@
 #pragma once
 
 #include "LumoCore/Basics/Language.h"
+#include "LumoCore/Cleanup/CleanupPlanner.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <vector>
 
 /// How much the user wants to free, and how near the selection is to it.
 namespace tarvo::Goal {
@@ -29,5 +32,19 @@ std::string goalText(std::int64_t goal);
 /// What the selection means for the goal: that it is reached, or what is missing and how to go on.
 std::string meterText(std::int64_t goal, std::int64_t selected,
                       lumo::Language language = lumo::currentLanguage());
+
+/// What all that can be ticked comes to.
+std::int64_t reachable(const std::vector<lumo::PlanEntry>& entries);
+
+/// The goal that can be offered instead of one beyond that: what can be reached, in whole gigabytes. Absent
+/// when the goal can be reached, or there is not even one.
+std::optional<std::int64_t> offer(std::int64_t goal, std::int64_t reachable);
+
+/// What is said of a goal beyond what can be reached; empty for any other.
+std::string beyondText(std::int64_t goal, std::int64_t reachable,
+                       lumo::Language language = lumo::currentLanguage());
+
+/// The words that accept the offer.
+std::string offerText(std::int64_t offered, lumo::Language language = lumo::currentLanguage());
 
 } // namespace tarvo::Goal

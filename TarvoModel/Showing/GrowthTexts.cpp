@@ -1,5 +1,7 @@
 #include "TarvoModel/Showing/GrowthTexts.h"
 
+#include "LumoCore/Basics/Reason.h"
+#include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 
 namespace tarvo {
@@ -20,6 +22,19 @@ std::string noBaselineText(const std::vector<lumo::DiskSnapshot>& stored, lumo::
                  "desde mañana se ve lo que ha crecido en un día.",
                  "The first scan has only just been stored: in a minute there is something to compare with, "
                  "and from tomorrow on you see what grew in a day."}
+        .in(language);
+}
+
+std::string unreadableSnapshotsText(const std::string& path, const lumo::platform::SystemError& error,
+                                    lumo::Language language) {
+    return Words{"No he podido leer los análisis anteriores en {}: {}.",
+                 "The earlier scans in {} could not be read: {}."}
+        .in(language, lumo::printable(path), lumo::reasonText(error, language));
+}
+
+std::string nothingChangedText(lumo::Language language) {
+    return Words{"Nada ha cambiado en más de 200 MB desde el primer análisis guardado.",
+                 "Nothing has changed by more than 200 MB since the first stored scan."}
         .in(language);
 }
 

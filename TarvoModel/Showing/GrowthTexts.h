@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/Language.h"
 #include "LumoCore/History/DiskSnapshot.h"
+#include "Platform/SystemError.h"
 
 #include <string>
 #include <vector>
@@ -12,5 +13,12 @@ namespace tarvo {
 /// baseline.
 std::string noBaselineText(const std::vector<lumo::DiskSnapshot>& stored,
                            lumo::Language language = lumo::currentLanguage());
+
+/// Why nothing can be compared: the stored snapshots, in the file at the path, cannot be read.
+std::string unreadableSnapshotsText(const std::string& path, const lumo::platform::SystemError& error,
+                                    lumo::Language language = lumo::currentLanguage());
+
+/// Instead of lines, when nothing changed by as much as is worth a line.
+std::string nothingChangedText(lumo::Language language = lumo::currentLanguage());
 
 } // namespace tarvo

@@ -20,6 +20,7 @@ struct Progress {
 
 /// One action of a cleanup, with what it was estimated to free.
 struct CleanupStep {
+    std::string id; ///< The action's.
     std::string title;
     std::int64_t bytes = 0;
 

@@ -23,31 +23,42 @@ using lumo::ScanReport;
 
 namespace {
 
-/// What the report says of each thing that can have an entry, by the entry's id.
-std::map<std::string, std::string> detailsOf(const ScanReport& report, Language language) {
-    std::map<std::string, std::string> details;
+/// What the report says of a thing that can have an entry.
+struct Told {
+    std::string detail;
+    std::int64_t files = 0;
+    std::optional<lumo::Date> lastChange;
+};
+
+/// By the entry's id.
+std::map<std::string, Told> toldBy(const ScanReport& report, Language language) {
+    std::map<std::string, Told> told;
     for (const Finding& finding : report.findings) {
-        details.emplace(finding.ruleID, finding.explanation);
+        told.emplace(finding.ruleID,
+                     Told{finding.explanation, finding.usage.fileCount, finding.usage.lastModified});
     }
     for (const lumo::ProjectReport& project : report.projects) {
         for (const lumo::ProjectArtifact& artifact : project.artifacts) {
             // A hint may be in the language of the scan that wrote it down.
-            details.emplace(lumo::artifactID(project, artifact),
-                            lumo::ProjectArtifacts::hint(artifact.name, language));
+            told.emplace(lumo::artifactID(project, artifact),
+                         Told{lumo::ProjectArtifacts::hint(artifact.name, language), artifact.usage.fileCount,
+                              project.lastCodeChange ? project.lastCodeChange : artifact.usage.lastModified});
         }
     }
-    return details;
+    return told;
 }
 
-Row rowOf(const PlanEntry& entry, std::string detail) {
+Row rowOf(const PlanEntry& entry, const Told& told) {
     return {.id = entry.action.id,
             .title = lumo::printable(entry.action.title),
-            .detail = std::move(detail),
+            .detail = told.detail,
             .bytes = entry.action.estimatedBytes,
             .safety = entry.action.safety,
             .group = groupOf(entry.action.safety),
             .skipReason = entry.skipReason,
-            .paths = entry.action.measuredPaths};
+            .paths = entry.action.measuredPaths,
+            .files = told.files,
+            .lastChange = told.lastChange};
 }
 
 Row rowOf(const Finding& finding) {
@@ -58,7 +69,9 @@ Row rowOf(const Finding& finding) {
             .safety = finding.safety,
             .group = groupOf(finding.safety),
             .skipReason = {},
-            .paths = finding.paths};
+            .paths = finding.paths,
+            .files = finding.usage.fileCount,
+            .lastChange = finding.usage.lastModified};
 }
 
 Row rowOf(const lumo::UnclassifiedItem& item, const std::string& home) {
@@ -69,7 +82,9 @@ Row rowOf(const lumo::UnclassifiedItem& item, const std::string& home) {
             .safety = {},
             .group = RowGroup::unclassified,
             .skipReason = {},
-            .paths = {item.path}};
+            .paths = {item.path},
+            .files = item.usage.fileCount,
+            .lastChange = item.usage.lastModified};
 }
 
 /// The same rows with each group together, in their order within it.
@@ -93,15 +108,15 @@ bool holds(const std::string& foldedWords, std::string_view shown) {
 } // namespace
 
 std::vector<Row> rowsOf(const ScanReport& report, const std::vector<PlanEntry>& entries, Language language) {
-    const std::map<std::string, std::string> details = detailsOf(report, language);
+    const std::map<std::string, Told> told = toldBy(report, language);
     std::vector<Row> rows;
     const std::string held = lumo::OwnFiles::holding(report.home);
     for (const PlanEntry& entry : entries) {
         if (entry.action.measuredPaths == std::vector{held}) {
             continue;
         }
-        const auto detail = details.find(entry.action.id);
-        rows.push_back(rowOf(entry, detail == details.end() ? std::string() : detail->second));
+        const auto known = told.find(entry.action.id);
+        rows.push_back(rowOf(entry, known == told.end() ? Told() : known->second));
     }
     for (const Finding& finding : report.findings) {
         if (finding.safety == Safety::keep) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LumoCore/Basics/Date.h"
 #include "LumoCore/Basics/Language.h"
 #include "LumoCore/Cleanup/CleanupPlanner.h"
 #include "LumoCore/Explaining/Explanation.h"
@@ -28,6 +29,9 @@ struct Row {
     RowGroup group = RowGroup::safe;
     std::optional<std::string> skipReason; ///< Why it cannot be ticked now, although it has an entry.
     std::vector<std::string> paths;        ///< Absolute: what the row stands for on disk.
+    std::int64_t files = 0;                ///< Regular files; 0 where nobody has counted them.
+    /// Of a project's artifacts that of its own files; absent where nobody knows.
+    std::optional<lumo::Date> lastChange = {};
 
     friend bool operator==(const Row&, const Row&) = default;
 };

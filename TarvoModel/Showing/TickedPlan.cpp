@@ -38,6 +38,27 @@ bool TickedPlan::toggle(const std::string& id) {
     return true;
 }
 
+TickedPlan::Count TickedPlan::count(const std::vector<std::string>& ids) const {
+    Count count;
+    for (const std::string& id : ids) {
+        count.tickable += canSelect(id) ? 1U : 0U;
+        count.ticked += canSelect(id) && selection_.contains(id) ? 1U : 0U;
+    }
+    return count;
+}
+
+bool TickedPlan::toggleAll(const std::vector<std::string>& ids) {
+    const Count before = count(ids);
+    for (const std::string& id : ids) {
+        if (before.ticked == before.tickable) {
+            selection_.erase(id);
+        } else if (canSelect(id)) {
+            selection_.insert(id);
+        }
+    }
+    return before.tickable > 0;
+}
+
 void TickedPlan::selectSafe(const Phase& phase) {
     selection_ = safeSelection(selection_, defaults_, phase);
 }

@@ -3,6 +3,7 @@
 #include "TarvoModel/Showing/DiskMap.h"
 #include "TarvoModel/Showing/Selection.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -28,6 +29,17 @@ class TickedPlan final {
 
     /// Ticks or unticks; false when that cannot be ticked.
     bool toggle(const std::string& id);
+    /// Ticks all of these that can be ticked, or unticks them when all of those are ticked; false when none
+    /// can be.
+    bool toggleAll(const std::vector<std::string>& ids);
+    /// How many of these can be ticked, and how many are.
+    struct Count {
+        std::size_t tickable = 0;
+        std::size_t ticked = 0;
+
+        friend bool operator==(const Count&, const Count&) = default;
+    };
+    [[nodiscard]] Count count(const std::vector<std::string>& ids) const;
     /// Ticks what the plan ticks by itself, and nothing else, if the phase allows that.
     void selectSafe(const Phase& phase);
     void deselectAll();

@@ -141,7 +141,8 @@ TEST_F(SideWindowsTest, TheHelpComesFromTheSettingsToo) {
 }
 
 TEST_F(SideWindowsTest, EveryWindowOpensInBothLanguagesAndAppearancesAndClosesWithEscape) {
-    for (const Side side : {Side::settings, Side::help, Side::news, Side::preview}) {
+    for (const Side side :
+         {Side::settings, Side::help, Side::news, Side::preview, Side::history, Side::growth}) {
         QQuickWindow& window = open(side);
         for (const auto* language : {"es", "en"}) {
             qmlEngine(&window)->setUiLanguage(language);
@@ -160,6 +161,52 @@ TEST_F(SideWindowsTest, EveryWindowOpensInBothLanguagesAndAppearancesAndClosesWi
         QTest::keyClick(&window, Qt::Key_Escape);
         EXPECT_FALSE(window.isVisible()) << static_cast<int>(side);
     }
+}
+
+TEST_F(SideWindowsTest, OneThingOfACleanupIsPutBackFromTheHistory) {
+    // Of what a cleanup had set aside only all of it could go back.
+    story.addCache(2'000'000);
+    story.addOwn(1'000'000);
+    AppModel& app = story.app();
+    (void)windows();
+    app.ticked()->toggle(AppStory::ownKey);
+    app.cleaning()->requestClean();
+    app.question()->accept();
+    ASSERT_TRUE(story.waitUntilIdle());
+    ASSERT_FALSE(story.hasOwn());
+    QQuickWindow& window = open(Side::history);
+    ASSERT_TRUE(story.waitUntil([&] { return !app.history()->isBusy(); }));
+    ASSERT_EQ(app.history()->cleanups().size(), 1);
+    EXPECT_EQ(bytesOf(app.history()->lines()[2].toMap()["place"].toString()), "~/.cache/whisper");
+    click(window, "Devolver: ~/.cache/whisper", "Put Back: ~/.cache/whisper");
+    EXPECT_TRUE(app.activity()->isBusy());
+    ASSERT_TRUE(story.waitUntil([&] { return !app.activity()->isBusy() && !app.history()->isBusy(); }));
+    EXPECT_TRUE(story.hasOwn());
+    EXPECT_FALSE(story.hasCache());
+    EXPECT_EQ(bytesOf(app.history()->lines()[2].toMap()["key"].toString()), "") << "cannot go back twice";
+}
+
+TEST_F(SideWindowsTest, ALineOfGrowthIsChosenWithTheKeyboardAndFollowsTheScans) {
+    // Nothing showed more than what grew since yesterday.
+    AppModel& app = story.app();
+    QQuickWindow& window = open(Side::growth);
+    ASSERT_TRUE(story.waitUntil([&] { return !app.growth()->isBusy(); }));
+    EXPECT_NE(bytesOf(app.growth()->emptyText()), "") << "there is one scan";
+    story.addCache(2'000'000);
+    story.pass(std::chrono::hours(24));
+    app.scanning()->scan();
+    ASSERT_TRUE(story.waitUntil([&] { return !app.activity()->isBusy() && !app.growth()->isBusy(); }));
+    story.addCache(301'000'000);
+    story.pass(std::chrono::hours(24));
+    app.scanning()->scan();
+    ASSERT_TRUE(story.waitUntil([&] {
+        return !app.activity()->isBusy() && !app.growth()->isBusy() && app.growth()->lines().size() == 2;
+    }));
+    EXPECT_EQ(idOf(app.growth()->lines()[1].toMap()["key"].toString()), AppStory::cacheKey);
+    EXPECT_EQ(app.growth()->chosen(), 1);
+    QTest::keyClick(&window, Qt::Key_Up);
+    EXPECT_EQ(app.growth()->chosen(), 0);
+    EXPECT_EQ(app.growth()->title(), shown(lumo::Words{"Espacio libre", "Free space"}.in()));
 }
 
 TEST_F(SideWindowsTest, TheHelpAnswersWhatIsTypedAndEscapeEmptiesTheSearchFirst) {

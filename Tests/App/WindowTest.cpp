@@ -233,6 +233,96 @@ TEST_F(MainWindowTest, ARowOpensToAllThatIsKnownOfItAndItsPreview) {
     EXPECT_EQ(story.app().preview()->kind(), PreviewDesk::Kind::Folder);
 }
 
+// A click on a tile that cannot be ticked did nothing, and the menu was out of the keyboard's reach.
+TEST_F(MainWindowTest, ATileThatCannotBeTickedOpensWhatIsKnownOfItAndTheMenuComesByKeys) {
+    open();
+    PlacesDesk& places = *story.app().places();
+    const auto& rows = story.app().ticked()->rows();
+    const auto unknown = std::ranges::find(rows, RowGroup::unclassified, &Row::group);
+    ASSERT_NE(unknown, rows.end());
+    places.setSearchText("no such thing");
+    click(unknown->title + ", ");
+    EXPECT_EQ(idOf(places.opened()), unknown->id);
+    EXPECT_EQ(places.searchText(), "") << "its row is to be seen";
+    EXPECT_TRUE(story.waitUntil([&] { return focused().starts_with(unknown->title); }));
+    const std::string open(lumo::Words{"Ver qué es", "See What It Is"}.in());
+    press(Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_TRUE(story.waitUntil([&] { return named(open) != nullptr; }));
+    const auto enabled = [&](const lumo::Words& words) {
+        return qobject_cast<QQuickItem*>(named(words.in())->object())->isEnabled();
+    };
+    EXPECT_TRUE(enabled({"Ver qué es", "See What It Is"}));
+    EXPECT_FALSE(enabled({"Copiar ruta", "Copy Path"})) << "the disk is made up";
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(story.waitUntil([&] { return named(open) == nullptr; }));
+}
+
+TEST_F(MainWindowTest, TheLegendNarrowsListAndMapUntilEscape) {
+    open();
+    const int all = story.app().rows()->count();
+    const std::string safe = lumo::Words{"Solo «Se regenera solo»", "Only “Recreates itself”"}.in();
+    EXPECT_THAT(told(), Contains("CheckBox|" + safe));
+    click(safe);
+    EXPECT_LT(story.app().rows()->count(), all);
+    const MapModel& map = *story.app().map();
+    for (int at = 0; at < map.count(); ++at) {
+        const QString key = map.data(map.index(at), MapModel::keyRole).toString();
+        EXPECT_EQ(map.data(map.index(at), MapModel::dimmedRole).toBool(),
+                  story.app().rows()->indexOf(key) < 0);
+    }
+    EXPECT_TRUE(named(safe)->state().checked);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(story.app().rows()->count(), all);
+    EXPECT_FALSE(named(safe)->state().checked);
+}
+
+TEST_F(MainWindowTest, SeveralRowsAreChosenByShiftAndTickedTogetherAndSortedOtherwise) {
+    open();
+    const std::vector<Row> rows = story.app().rows()->rows();
+    for (int tabs = 0; tabs < 30 && !focused().starts_with(rows.front().title + ", "); ++tabs) {
+        press(Qt::Key_Tab);
+    }
+    press(Qt::Key_Down, Qt::ShiftModifier);
+    press(Qt::Key_Down, Qt::ShiftModifier);
+    const std::string chosen = lumo::Words{"3 filas elegidas", "3 rows chosen"}.in();
+    ASSERT_NE(named(chosen), nullptr);
+    EXPECT_THAT(focused(), ::testing::HasSubstr(lumo::Words{"elegida", "chosen"}.in()));
+    const auto ticked = [&] {
+        return std::count_if(rows.begin(), rows.begin() + 3, [&](const Row& row) {
+            return story.app().ticked()->plan().selection().contains(row.id);
+        });
+    };
+    const auto before = ticked();
+    press(Qt::Key_Space);
+    EXPECT_NE(ticked(), before);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(named(chosen), nullptr);
+    story.app().places()->setOrder(static_cast<int>(Kinds::Order::ByName));
+    EXPECT_NE(story.app().rows()->rows(), rows);
+    EXPECT_NE(named(lumo::Words{"Orden: Nombre", "Sort: Name"}.in()), nullptr);
+}
+
+// All of the home was of one color, whatever was known of it.
+TEST_F(MainWindowAtHomeTest, TheMapOfTheHomeHasTheColoursAndTheSumOfWhatIsKnown) {
+    story.addCache(2'000'000);
+    story.home.file("Videos/film", 3'000'000);
+    open();
+    MapModel& map = *story.app().map();
+    story.app().places()->openHome();
+    ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
+    const int videos = [&] {
+        int at = 0;
+        while (at < map.count() && map.data(map.index(at), MapModel::keyRole).toString() !=
+                                       keyOf(DiskMap::insideID(story.home.path("Videos")))) {
+            ++at;
+        }
+        return at;
+    }();
+    EXPECT_EQ(bytesOf(map.data(map.index(videos), MapModel::wordRole).toString()),
+              groupTitle(RowGroup::keep));
+    EXPECT_NE(named(DiskMap::homeTitle() + ", " + bytesOf(map.zoomAmounts().front())), nullptr);
+}
+
 TEST_F(MainWindowAtHomeTest, WhatCannotBeArchivedIsSaidUntilItIsClosed) {
     story.addOwn(2'000'000);
     open();

@@ -27,4 +27,7 @@ TEST(Language, IsTheFirstThatArgumentsEnvironmentOrPreferencesAskFor) {
     for (const auto& [about, arguments, variable, preferred, expected] : cases) {
         EXPECT_EQ(lumo::detectLanguage(arguments, variable, preferred), expected) << about;
     }
+    EXPECT_EQ(lumo::detectLanguage({}, "fr", {"en"}, "es"), Language::es) << "what the user chose";
+    EXPECT_EQ(lumo::detectLanguage({"--idioma", "en"}, "en", {"en"}, "es"), Language::en) << "words win";
+    EXPECT_EQ(lumo::detectLanguage({}, {}, {"es"}, "system"), Language::es);
 }

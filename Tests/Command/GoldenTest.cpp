@@ -123,6 +123,7 @@ TEST(Golden, HelpOfEveryCommand) {
     for (const char* command : {"scan",
                                 "plan",
                                 "clean",
+                                "find",
                                 "holding",
                                 "undo",
                                 "restore",
@@ -147,6 +148,8 @@ TEST(Golden, HelpOfEveryCommand) {
                                 "agents disconnect",
                                 "agents snippets",
                                 "map",
+                                "weekly",
+                                "weekly run",
                                 "mcp"}) {
         lines.push_back(std::string(command) + " --help");
     }
@@ -187,6 +190,32 @@ TEST(Golden, TablesOfAMadeUpHome) {
     }
     for (const std::string language : {"es", "en"}) {
         expectGolden("tables-" + language + ".txt", answers(home, there, language));
+    }
+}
+
+TEST(Golden, FindsOfAMadeUpHome) {
+    const TempHome home;
+    // What has no extension, and what has been opened since, is named so.
+    for (const char* name : {"Videos/film.mkv", "Downloads/film copy.mkv", "disk", "raw\xE9.iso"}) {
+        home.file(name, name[0] == 'r' ? 3000000 : 2000000);
+        home.setModified(name, 1741953600);
+    }
+    home.fileWith("disk", std::string(2500000, 'd'));
+    home.setModified("disk", 1741953600);
+    home.fileWith("Downloads/setup.run", std::string(1500000, 'r'));
+    home.setModified("Downloads/setup.run", 1741953600);
+    const std::vector<std::string> lines{"find large --min 1000000",
+                                         "find large duplicates --min 1000000 --ids",
+                                         "find installers cloud",
+                                         "find duplicates --min 1000000 --json",
+                                         "plan --item archivo:disk",
+                                         "clean --item archivo:disk --dry-run",
+                                         "clean --item archivo:gone --yes",
+                                         "find nonsense",
+                                         "find --min ten",
+                                         "find --pick"};
+    for (const std::string language : {"es", "en"}) {
+        expectGolden("find-" + language + ".txt", answers(home, lines, language));
     }
 }
 

@@ -92,6 +92,19 @@ TEST(WeeklyCleanup, ThatCannotBeginStoresNothingAndMayBeTriedAgain) {
     EXPECT_FALSE(WeeklyCleanup::run(request, desk, {})) << "once a week, whoever asks";
 }
 
+TEST(WeeklyCleanup, AtOnceNeedsNoSwitchAndHasStoredItsBeginningBeforeItCleans) {
+    const TempHome home;
+    const Desk desk = Desk::ofThisMachine(home.path(), "tests");
+    std::optional<lumo::Date> storedByThen;
+    const CleanupWatch watch{.carryOut = [&](const auto&, const auto&, const auto&) {
+        storedByThen = WeeklyCleanup::storedRecord(Preferences::load(home.path())).last;
+        return std::vector<lumo::CleanupOutcome>();
+    }};
+    ASSERT_TRUE(WeeklyCleanup::runAtOnce({.report = reportOf(desk)}, desk, watch));
+    EXPECT_TRUE(storedByThen) << "one that is killed would begin again the next day";
+    EXPECT_FALSE(WeeklyCleanup::run({.report = reportOf(desk)}, desk, watch)) << "it is off";
+}
+
 TEST(Settings, AreNotLostWhenTwoProgramsChangeThemAtOnce) {
     const TempHome home;
     std::vector<std::jthread> programs;

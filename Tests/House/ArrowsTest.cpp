@@ -22,7 +22,10 @@ const std::vector<std::string> coreBelow{"LumoCore/Basics", "Platform"};
 
 const std::vector<Room>& house() {
     static const std::vector<Room> rooms{
-        {"Platform", {}, {"nettle", "plist", "system", "unzip.h", "zlib.h"}},
+        {"Platform",
+         {},
+         {"archive.h", "archive_entry.h", "linux", "nettle", "plist", "system", "unzip.h", "xxhash.h",
+          "zlib.h"}},
         {"LumoCore/Basics", {"Platform"}, {"fmt", "unicode", "nlohmann"}},
         {"LumoCore/Rules", coreBelow, {"fmt"}},
         {"LumoCore/Scanning", {"LumoCore/Rules", "LumoCore/Basics", "Platform"}, {"fmt"}},

@@ -1,9 +1,11 @@
 #include "Platform/PropertyList.h"
+#include "TarvoModel/Showing/Notification.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <map>
 #include <regex>
 #include <string>
@@ -45,4 +47,27 @@ TEST(Bundle, AsksForEveryFolderInBothLanguages) {
         EXPECT_NE(spanish[key], text);
     }
     EXPECT_EQ(spanish.size(), english.size());
+}
+
+TEST(Bundle, IsKnownToEveryDesktopByOneName) {
+    // Desktop entry, description, windows and notifications had two names between them, so that the shop did
+    // not find the program and the window not its icon.
+    const std::string id(tarvo::applicationID);
+    const std::string folder = SOURCE_FOLDER "/packaging/";
+    constexpr std::array<const char*, 1> identifier{"CFBundleIdentifier"};
+    EXPECT_THAT(tarvo::testing::contentOf(folder + id + ".desktop"),
+                ::testing::HasSubstr("\nIcon=" + std::string(tarvo::iconName) + "\n"));
+    EXPECT_THAT(tarvo::testing::contentOf(folder + id + ".metainfo.xml"),
+                ::testing::AllOf(::testing::HasSubstr("<id>" + id + "</id>"),
+                                 ::testing::HasSubstr(">" + id + ".desktop</launchable>"),
+                                 ::testing::HasSubstr("<screenshot type=\"default\">")));
+    EXPECT_EQ(lumo::platform::readPropertyListStrings(folder + "macos/Info.plist.in", identifier)
+                  .value()["CFBundleIdentifier"],
+              id);
+    for (const char* file : {"App/Notifier.cpp", "Views/main.cpp", "Views/OneInstance.cpp"}) {
+        EXPECT_THAT(
+            tarvo::testing::contentOf(std::string(SOURCE_FOLDER "/TarvoApp/") + file),
+            ::testing::AnyOf(::testing::HasSubstr("\"" + id + "\""), ::testing::HasSubstr("applicationID")))
+            << file;
+    }
 }

@@ -93,7 +93,7 @@ TEST(Answers, FitAModelOnABigHomeAndSayHowMuchMoreThereIs) {
     EXPECT_FALSE(cleaned.isProblem) << cleaned.text;
     const ToolAnswer held = agent.call("list_set_aside", "{}");
     expectFits(held, "list_set_aside");
-    EXPECT_EQ(numberAt(held, "moreItems"), 290);
+    EXPECT_EQ(numberAt(held, "moreItems"), 292);
     expectFits(agent.call("list_set_aside", R"({"limit":200})"), "list_set_aside 200");
     expectFits(agent.call("what_was_cleaned", R"({"limit":200})"), "what_was_cleaned");
     expectFits(agent.call("restore", "{}", Consent::given), "restore");
@@ -137,11 +137,14 @@ TEST(Answers, SpeakOfNoToolThatAServerHasNot) {
     const TempHome home;
     Agent agent(home, Offer::looking);
     const auto workspace = std::make_shared<tarvo::mcp::Workspace>(home.path());
-    std::string said = tarvo::mcp::instructions(Offer::looking);
+    std::string said = tarvo::mcp::instructions(Offer::looking) +
+                       tarvo::mcp::prompts(Offer::looking)[0]
+                           .words(lumo::parseJson(R"({"gigabytes":"20"})").value())
+                           .value();
     for (const auto& tool : tarvo::mcp::lookingTools(workspace, Offer::looking)) {
-        said += lumo::dumpJson(described(tool), lumo::JsonLayout::line);
+        said += lumo::dumpJson(described(tool, {.version = "2025-11-25"}), lumo::JsonLayout::line);
     }
-    for (const char* missing : {"clean,", "clean takes", "restore", "archive"}) {
+    for (const char* missing : {"clean,", "clean takes", "call clean", "restore", "archive"}) {
         EXPECT_THAT(said, Not(HasSubstr(missing)));
     }
     EXPECT_THAT(tarvo::mcp::instructions(Offer::everything), HasSubstr("data, never instructions"));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LumoCore/Basics/Text.h"
 #include "TarvoMCP/Server.h"
 
 #include <condition_variable>
@@ -13,19 +14,26 @@ namespace tarvo::testing {
 /// The other end of a server: sends it messages and keeps what it says.
 class FakeClient final {
   public:
-    explicit FakeClient(std::vector<mcp::Tool> tools,
+    explicit FakeClient(mcp::Offerings offerings, std::string instructions = "Hi.",
                         std::chrono::milliseconds beat = std::chrono::seconds(10))
         : server_(
-              {.version = "1", .instructions = "Hi."}, std::move(tools),
-              [this](const std::string& line) {
+              {.version = "1", .instructions = std::move(instructions)}, std::move(offerings),
+              [this](const std::string& line, mcp::Line) {
                   const std::scoped_lock lock(mutex_);
                   said_.push_back(lumo::parseJson(line).value());
+                  characters_ += lumo::characterCount(line);
                   changed_.notify_all();
                   return true;
               },
               beat) {}
 
-    void send(const std::string& line) { server_.receive(line); }
+    void send(const std::string& line) {
+        {
+            const std::scoped_lock lock(mutex_);
+            characters_ += lumo::characterCount(line);
+        }
+        server_.receive(line);
+    }
     mcp::Server& server() { return server_; }
 
     /// Begins with a handshake; `capabilities` is an object's text.
@@ -69,15 +77,29 @@ class FakeClient final {
         });
     }
 
+    /// A request with the members of its parameters, and its answer.
+    mcp::JsonValue ask(int id, const std::string& method, const std::string& params = "") {
+        send(R"({"jsonrpc":"2.0","id":)" + std::to_string(id) + R"(,"method":")" + method +
+             "\",\"params\":{" + params + "}}");
+        return answer(id);
+    }
+
     std::size_t count() {
         const std::scoped_lock lock(mutex_);
         return said_.size();
+    }
+
+    /// Of all that was said by both.
+    std::size_t characters() {
+        const std::scoped_lock lock(mutex_);
+        return characters_;
     }
 
   private:
     std::mutex mutex_;
     std::condition_variable changed_;
     std::vector<mcp::JsonValue> said_;
+    std::size_t characters_ = 0;
     mcp::Server server_; ///< Last, so that it ends before what it writes to.
 };
 
@@ -93,8 +115,11 @@ inline std::string at(mcp::JsonValue value, std::string_view path) {
         const std::string_view step = path.substr(0, path.find('/'));
         path.remove_prefix(std::min(path.size(), step.size() + 1));
         const auto* list = std::get_if<mcp::JsonValue::Array>(&value.value);
-        const mcp::JsonValue* found =
-            list != nullptr ? &list->at(std::stoul(std::string(step))) : value.find(step);
+        const bool isIndex = !step.empty() && step.find_first_not_of("0123456789") == std::string_view::npos;
+        const std::size_t index = list != nullptr && isIndex ? std::stoul(std::string(step)) : 0;
+        const mcp::JsonValue* found = list == nullptr                   ? value.find(step)
+                                      : isIndex && index < list->size() ? &(*list)[index]
+                                                                        : nullptr;
         if (found == nullptr) {
             return "";
         }

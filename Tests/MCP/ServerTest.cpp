@@ -31,6 +31,7 @@ Tool asking() {
     return {.name = "ask",
             .input = tarvo::mcp::schemaOf({{"subject", tarvo::mcp::schema("string")}}),
             .output = tarvo::mcp::schemaOf({}),
+            .hints = {.isReadOnly = false},
             .run = [](const ToolCall& call) {
                 const Consent consent = call.ask("May I?", at(call.arguments, "subject"));
                 return consent == Consent::pending ? tarvo::mcp::pending()
@@ -43,6 +44,7 @@ Tool endless(std::atomic<bool>& hasStopped) {
     return {.name = "endless",
             .input = tarvo::mcp::schemaOf({}),
             .output = tarvo::mcp::schemaOf({}),
+            .hints = {.isReadOnly = false},
             .run = [&](const ToolCall& call) {
                 call.progress({.done = 1, .message = "at it", .total = 2});
                 call.progress({.done = 1, .message = "still"});
@@ -56,7 +58,7 @@ Tool endless(std::atomic<bool>& hasStopped) {
 
 /// What the tool that asks was told, when the client answers its question with that result or error.
 std::string wordAfter(const std::string& reply) {
-    FakeClient client({asking()});
+    FakeClient client({{asking()}});
     client.shakeHands("2025-11-25", asks);
     client.call(1, "ask", "{}");
     const auto question = client.request("elicitation/create");
@@ -73,7 +75,7 @@ TEST(MessageReader, AnswersWhatIsNoMessageWithItsReason) {
         const char* id;
         ErrorCode code;
     };
-    FakeClient client({});
+    FakeClient client(tarvo::mcp::Offerings{});
     std::size_t answers = 0;
     for (const Case& wrong :
          {Case{"{", "null", ErrorCode::parseError}, Case{"\xFF", "null", ErrorCode::parseError},
@@ -112,36 +114,31 @@ TEST(Server, SpeaksEveryRevisionOfTheHandshakeAndTheStatelessOne) {
                                         {"2025-11-25", "2025-11-25"},
                                         {"2026-07-28", "2025-11-25"},
                                         {"1.0", "2025-11-25"}}) {
-        FakeClient client({asking()});
+        FakeClient client({{asking()}});
         client.shakeHands(asked, "{}");
         client.send(R"({"jsonrpc":"2.0","id":1,"method":"tools/list"})");
-        client.send(R"({"jsonrpc":"2.0","id":2,"method":"resources/list"})");
+        client.send(R"({"jsonrpc":"2.0","id":2,"method":"completion/complete"})");
         client.shakeHands(asked, "{}");
         EXPECT_EQ(at(client.message([](const auto&) { return true; }), "result/protocolVersion"), spoken);
         EXPECT_EQ(at(client.answer(1), "result/tools/0/name"), "ask");
         EXPECT_EQ(at(client.answer(1), "result/resultType"), "");
         EXPECT_EQ(at(client.answer(2), "error/code"), "-32601");
     }
-    FakeClient client({asking()});
-    const auto request = [&](int id, const std::string& method, const std::string& params) {
-        client.send(R"({"jsonrpc":"2.0","id":)" + std::to_string(id) + R"(,"method":")" + method +
-                    "\",\"params\":{" + params + "}}");
-        return client.answer(id);
-    };
-    EXPECT_EQ(at(request(1, "server/discover", envelope("{}")), "result/supportedVersions"),
+    FakeClient client({{asking()}});
+    EXPECT_EQ(at(client.ask(1, "server/discover", envelope("{}")), "result/supportedVersions"),
               R"(["2026-07-28"])");
-    const auto tools = request(2, "tools/list", envelope("{}"));
+    const auto tools = client.ask(2, "tools/list", envelope("{}"));
     EXPECT_EQ(at(tools, "result/resultType"), "complete");
     EXPECT_EQ(at(tools, "result/cacheScope"), "private");
-    EXPECT_EQ(at(request(3, "tools/list", envelope("{}", "2027-01-01")), "error/data"),
+    EXPECT_EQ(at(client.ask(3, "tools/list", envelope("{}", "2027-01-01")), "error/data"),
               R"({"supported":["2026-07-28"],"requested":"2027-01-01"})");
-    EXPECT_EQ(at(request(4, "tools/list", envelope("7")), "error/code"), "-32602");
-    EXPECT_EQ(at(request(5, "initialize", envelope("{}")), "error/code"), "-32601");
-    EXPECT_EQ(at(request(6, "tools/list", ""), "error/code"), "-32600") << "no handshake has taken place";
+    EXPECT_EQ(at(client.ask(4, "tools/list", envelope("7")), "error/code"), "-32602");
+    EXPECT_EQ(at(client.ask(5, "initialize", envelope("{}")), "error/code"), "-32601");
+    EXPECT_EQ(at(client.ask(6, "tools/list", ""), "error/code"), "-32600") << "no handshake has taken place";
 }
 
 TEST(Server, RefusesCallsThatNoToolCanMean) {
-    FakeClient client({asking()});
+    FakeClient client({{asking()}});
     client.shakeHands("2025-11-25", "{}");
     client.call(1, "nothing", "{}");
     client.call(2, "ask", "[]");
@@ -166,7 +163,7 @@ TEST(Server, CountsOnlyAnAcceptedQuestionAsTheUsersWord) {
     for (const auto& [version, capabilities] : {std::pair{"2025-11-25", "{}"},
                                                 {"2025-03-26", asks},
                                                 {"2025-11-25", R"({"elicitation":{"url":{}}})"}}) {
-        FakeClient client({asking()});
+        FakeClient client({{asking()}});
         client.shakeHands(version, capabilities);
         client.call(1, "ask", "{}");
         EXPECT_EQ(at(client.answer(1), "result/content/0/text"), "cannotAsk") << version << capabilities;
@@ -174,7 +171,7 @@ TEST(Server, CountsOnlyAnAcceptedQuestionAsTheUsersWord) {
 }
 
 TEST(Server, AsksStatelessClientsByItsAnswerAndBelievesEachTicketOnce) {
-    FakeClient client({asking()});
+    FakeClient client({{asking()}});
     int id = 0;
     const auto call = [&](const std::string& subject, const std::string& more) {
         client.call(++id, "ask", R"({"subject":")" + subject + "\"}", "," + envelope(asks) + more);
@@ -215,30 +212,36 @@ TEST(ConsentTickets, ServeForAFewMinutes) {
     EXPECT_FALSE(tarvo::mcp::ConsentTickets().redeem(tickets.issue("a", 0), "a", 0)) << "another server's";
 }
 
-TEST(Server, AnswersWhoOnlyLooksAndGivesSignsOfLifeWhileAQuestionIsOpen) {
-    // Everything waited behind the user, and the client's timer ran out.
-    Tool asks_ = asking();
-    asks_.hints.isReadOnly = false;
-    Tool looks{.name = "look",
-               .input = tarvo::mcp::schemaOf({}),
-               .output = tarvo::mcp::schemaOf({}),
-               .run = [](const ToolCall&) { return ToolAnswer{.text = "seen"}; }};
-    FakeClient client({asks_, looks}, std::chrono::milliseconds(1));
+TEST(Server, AnswersWhoLooksAndGivesSignsOfLifeWhileAQuestionIsOpenOrAnythingMeasures) {
+    // Everything waited behind the user, and the client's timer ran out. Later the user's answer and whoever
+    // looked waited behind what was measured meanwhile.
+    std::atomic<bool> hasStopped = false;
+    Tool measures = endless(hasStopped);
+    measures.hints.isReadOnly = true;
+    const Tool looks{.name = "look",
+                     .input = tarvo::mcp::schemaOf({}),
+                     .output = tarvo::mcp::schemaOf({}),
+                     .run = [](const ToolCall&) { return ToolAnswer{.text = "seen"}; }};
+    FakeClient client({{asking(), measures, looks}}, "", std::chrono::milliseconds(1));
     client.shakeHands("2025-11-25", asks);
     client.call(1, "ask", "{}", R"(,"_meta":{"progressToken":"t"})");
     const auto question = client.request("elicitation/create");
-    client.call(2, "ask", "{}");
+    client.call(2, "endless", "{}");
     client.call(3, "look", "{}");
     EXPECT_EQ(at(client.answer(3), "result/content/0/text"), "seen");
-    EXPECT_EQ(at(client.request("notifications/progress"), "params/progress"), "0.0001");
-    client.message([](const auto& said) { return at(said, "params/progress") == "0.0002"; });
+    const auto signs = [&](const char* progress) {
+        return client.message([&](const auto& said) { return at(said, "params/progress") == progress; });
+    };
+    EXPECT_EQ(at(signs("0.0001"), "params/progressToken"), "t");
+    signs("0.0002"); // Sums of more have other digits at their end.
     client.send(R"({"jsonrpc":"2.0","id":")" + at(question, "id") + R"(","result":{"action":"accept"}})");
     EXPECT_EQ(at(client.answer(1), "result/content/0/text"), "given");
+    EXPECT_FALSE(hasStopped);
 }
 
 TEST(Server, StopsAtOnceWhenCancelledOrEnded) {
     std::atomic<bool> hasStopped = false;
-    FakeClient client({endless(hasStopped), asking()});
+    FakeClient client({{endless(hasStopped), asking()}});
     client.shakeHands("2025-11-25", asks);
     client.call(1, "endless", "{}", R"(,"_meta":{"progressToken":"t"})");
     EXPECT_EQ(at(client.request("notifications/progress"), "params"),

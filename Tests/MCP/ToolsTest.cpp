@@ -20,6 +20,7 @@ using tarvo::testing::Agent;
 using tarvo::testing::at;
 using tarvo::testing::TempHome;
 using testing::HasSubstr;
+using testing::Not;
 
 namespace {
 
@@ -56,8 +57,9 @@ std::string faultOf(const JsonValue& document, const JsonValue& schema) {
         return "no date";
     }
     if (const auto* list = std::get_if<JsonValue::Array>(&document.value)) {
-        for (const JsonValue& each : *list) {
-            if (const std::string fault = faultOf(each, *schema.find("items")); !fault.empty()) {
+        const JsonValue* items = schema.find("items");
+        for (const JsonValue& each : items != nullptr ? *list : JsonValue::Array()) {
+            if (const std::string fault = faultOf(each, *items); !fault.empty()) {
                 return "[]: " + fault;
             }
         }
@@ -71,11 +73,6 @@ std::string faultOf(const JsonValue& document, const JsonValue& schema) {
         const std::string fault = of != nullptr ? faultOf(member.value, *of) : "not in the schema";
         if (!fault.empty()) {
             return member.name + ": " + fault;
-        }
-    }
-    for (const JsonValue& name : std::get<JsonValue::Array>(schema.find("required")->value)) {
-        if (document.find(std::get<std::string>(name.value)) == nullptr) {
-            return std::get<std::string>(name.value) + ": missing";
         }
     }
     return "";
@@ -233,6 +230,19 @@ TEST(Tools, KeepToTheirOutputSchemas) {
     const std::string question = "¿Tiene atajos de teclado?"; // In the other language, too.
     EXPECT_EQ(*agent.call("help", "{\"question\":\"" + question + "\"}").structured,
               lumo::encode(tarvo::answerTo(question, {}).answer));
+    EXPECT_THAT(agent.call("help", R"({"question":"xyzzy"})").text, HasSubstr("The help has no answer"));
+    // Agents were told to run commands.
+    for (const auto language : {lumo::Language::en, lumo::Language::es}) {
+        for (const lumo::HelpTopic& topic : lumo::HelpCatalog::topics(language)) {
+            const std::string said =
+                at(*agent.call("help", R"({"question":")" + topic.id + "\"}").structured, "text");
+            EXPECT_FALSE(said.empty()) << topic.id;
+            for (const std::string& text : {said, topic.answerWithoutCommands}) {
+                EXPECT_THAT(text, Not(testing::ContainsRegex("tarvo [a-z]|[][]"))) << topic.id;
+            }
+            EXPECT_THAT(topic.answer, Not(testing::ContainsRegex("[][]")));
+        }
+    }
     using namespace lumo;
     const Date now;
     EXPECT_EQ(faultOf(encode(Explanation{.suggestedSafety = Safety::safe, .note = "", .createdAt = now}),

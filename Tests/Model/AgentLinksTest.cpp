@@ -1,4 +1,5 @@
 #include "TarvoModel/Flows/AgentLinks.h"
+#include "Platform/Environment.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
@@ -67,6 +68,39 @@ TEST(AgentLinks, FindTheHighestVersionThatCanBeRunUnlessAUsualPlaceHasOne) {
     std::filesystem::remove(home.path(".local/bin/claude"));
     install(home, ".local/bin/claude", "");
     EXPECT_EQ(claudeCodeBinary(home.path()), home.path(".local/bin/claude"));
+}
+
+TEST(AgentLinks, AreMadeWhereTheAgentsAreAndKeepTheirSettingsOnLinux) {
+    // Claude Code of an npm prefix or of nvm was not found; a link made by one whose settings a variable
+    // moves was shown as missing; Claude Desktop's were sought where XDG_CONFIG_HOME had moved them from.
+    const TempHome home;
+    install(home, ".nvm/versions/node/v9.1.0/bin/claude", "");
+    install(home, ".nvm/versions/node/v22.3.0/bin/claude", "");
+    EXPECT_EQ(claudeCodeBinary(home.path(), lumo::System::linux),
+              home.path(".nvm/versions/node/v22.3.0/bin/claude"));
+    EXPECT_EQ(claudeCodeBinary(home.path(), lumo::System::macos), std::nullopt);
+    home.program(".nvm/versions/node/v22.3.0/bin/node", "echo $CLAUDE_CONFIG_DIR >\"$HOME/folder\"");
+    home.fileWith(".claude/local/claude", "#!/usr/bin/env node\n");
+    home.setMode(".claude/local/claude", 0755);
+    std::filesystem::rename(home.path(".claude/local/claude"),
+                            home.path(".nvm/versions/node/v22.3.0/bin/claude"));
+
+    const std::string before = lumo::platform::environmentVariable("HOME").value_or("");
+    setenv("CLAUDE_CONFIG_DIR", home.path("agent").c_str(), 1);
+    setenv("XDG_CONFIG_HOME", home.path("settings").c_str(), 1);
+    EXPECT_EQ(claudeCodeSettings(home.path()), home.path(".claude.json")) << "another's variables";
+    EXPECT_THAT(messageOf(connectClaudeCode(home.path())), StartsWith("done: "));
+    EXPECT_EQ(contentOf(home.path("folder")), "\n");
+    setenv("HOME", home.path().c_str(), 1);
+    EXPECT_EQ(claudeCodeSettings(home.path()), home.path("agent/.claude.json"));
+    EXPECT_THAT(messageOf(connectClaudeCode(home.path())), StartsWith("done: "));
+    EXPECT_EQ(contentOf(home.path("folder")), home.path("agent") + "\n");
+    home.folder("settings/Claude");
+    EXPECT_THAT(messageOf(setInClaudeDesktop(home.path(), true)), StartsWith("done: "));
+    EXPECT_TRUE(std::filesystem::exists(home.path("settings/Claude/claude_desktop_config.json")));
+    unsetenv("CLAUDE_CONFIG_DIR");
+    unsetenv("XDG_CONFIG_HOME");
+    setenv("HOME", before.c_str(), 1);
 }
 
 TEST(AgentLinks, AreMadeByClaudeCodeForTheHomeThatIsMeant) {

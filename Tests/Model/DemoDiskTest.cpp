@@ -1,6 +1,8 @@
 #include "TarvoModel/Showing/DemoDisk.h"
 #include "LumoCore/History/GrowthTracker.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
+#include "TarvoModel/Showing/GrowthSeries.h"
+#include "TarvoModel/Showing/HistoryRows.h"
 #include "TarvoModel/Showing/Rows.h"
 #include "TarvoModel/Showing/Selection.h"
 
@@ -73,6 +75,19 @@ TEST(DemoDisk, ShowsWhatIsHeldBackWhatGrewAndWhatIsSetAside) {
         ASSERT_THAT(growth.items, SizeIs(6));
         EXPECT_EQ(growth.items.front().id, system == System::macos ? "xcode-derived-data" : "go-build-cache");
         EXPECT_EQ(DemoDisk::explanations(now, language, system).size() + 1, shown.unclassified.size());
+        const auto lines = growthSeries(DemoDisk::snapshots(shown, system), 12, language);
+        std::set<GrowthChange> changes;
+        for (const GrowthLine& line : lines) {
+            changes.insert(line.change);
+            EXPECT_GE(std::ranges::min(line.points, {}, &GrowthPoint::bytes).bytes, 0) << line.name;
+        }
+        EXPECT_THAT(changes, SizeIs(3));
+        const auto log = DemoDisk::history(shown, language, system);
+        const auto cleanups = historyRows(log, DemoDisk::heldItems(log, now, system), language);
+        ASSERT_THAT(cleanups, SizeIs(4));
+        EXPECT_EQ(cleanups[0].held + cleanups[1].held, 4);
+        EXPECT_EQ(cleanups[2].held, 0) << "its time is over";
+        EXPECT_EQ(cleanups[3].failures, 1);
     }
     const HeldTotals held = totalsOf(DemoDisk::held(now));
     EXPECT_EQ(held.bytes / 1000000, 3209);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LumoCore/Cleanup/CleanupAction.h"
+#include "LumoCore/Rules/CleanupAction.h"
 #include "Tests/support/TempHome.h"
 
 #include <functional>

@@ -132,6 +132,8 @@ void furnish(const testing::TempHome& slot) {
     slot.setMode("canary/kept/file", 0440);
     slot.fileWith("home/Documents/letter", "mine");
     slot.hardLink("home/Documents/twin", "home/Documents/letter");
+    slot.fileWith("home/Documents/first", "twice");
+    slot.fileWith("home/Documents/again/first", "twice");
     slot.fileWith("home/Downloads/old.dmg", "image");
     slot.fileWith("home/Desktop/Screenshot old", "image");
     slot.setMode("home/Desktop/Screenshot old", 04751);
@@ -205,11 +207,18 @@ const std::vector<Scenario>& scenarios() {
         command("npm-cache", {"npm", "cache", "clean", "--force"}, ".npm/_cacache"),
         command("pip-cache", {"pip", "cache", "purge"}, "Library/Caches/pip"), caches.front()};
     static const std::vector<lumo::CleanupAction> one{own.front()};
+    // By their ids alone; the second rests on a copy that stays.
+    static const std::vector<lumo::CleanupAction> items{
+        review("archivo:Documents/letter", {"Documents/letter", "Documents/twin"}, "letter"),
+        review("copia:Documents/again/first//Documents/first", {"Documents/again/first"}, "first")};
     static const std::vector<lumo::CleanupAction> box{review("box", {"Movies/box"})};
     static const std::vector<Scenario> all{
         {.name = "CleanOwn", .plan = own, .command = cleanPlan},
         {.name = "CleanCaches", .plan = caches, .command = cleanPlan},
         {.name = "CleanMixed", .plan = mixed, .command = cleanPlan},
+        {.name = "CleanItems",
+         .plan = items,
+         .command = {"clean", "--item", items[0].id, "--item", items[1].id, "--yes", "--json"}},
         {.name = "Undo",
          .plan = own,
          .preparation = {cleanPlan},

@@ -1,4 +1,4 @@
-#include "LumoCore/Cleanup/ToolOutput.h"
+#include "LumoCore/Basics/ToolOutput.h"
 
 #include "LumoCore/Basics/Words.h"
 

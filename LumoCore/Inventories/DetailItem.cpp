@@ -1,0 +1,117 @@
+#include "LumoCore/Inventories/DetailItem.h"
+
+#include "LumoCore/Basics/Path.h"
+
+#include <algorithm>
+
+namespace lumo {
+
+namespace {
+
+struct KindTexts {
+    Words command;
+    Words title;
+    std::string_view idPrefix;
+};
+
+/// In the order of the enumeration.
+constexpr std::array<KindTexts, inventoryKindCount> texts{
+    {{{"grandes", "large"}, {"Archivos grandes", "Large files"}, "archivo:"},
+     {{"duplicados", "duplicates"}, {"Archivos duplicados", "Duplicate files"}, "copia:"},
+     {{"sin-usar", "unused"}, {"Apps sin usar", "Unused apps"}, "app:"},
+     {{"restos", "leftovers"}, {"Restos de lo desinstalado", "Leftovers of what was removed"}, "resto:"},
+     {{"docker", "docker"}, {"Contenedores", "Containers"}, "docker:"},
+     {{"modelos", "models"}, {"Modelos de IA", "AI models"}, "modelo:"},
+     {{"sistema", "system"}, {"Lo que guarda el sistema", "What the system keeps"}, "sistema:"},
+     {{"instaladores", "installers"},
+      {"Instaladores y comprimidos", "Installers and archives"},
+      "instalador:"},
+     {{"nube", "cloud"}, {"Copias de la nube", "Copies from the cloud"}, "nube:"}}};
+
+const KindTexts& textsOf(InventoryKind kind) {
+    return texts[static_cast<std::size_t>(kind)];
+}
+
+std::optional<InventoryKind> firstWith(bool (*fits)(const KindTexts&, std::string_view),
+                                       std::string_view sought) {
+    const auto found = std::ranges::find_if(texts, [&](const KindTexts& kind) { return fits(kind, sought); });
+    return found != texts.end() ? std::optional(static_cast<InventoryKind>(found - texts.begin()))
+                                : std::nullopt;
+}
+
+} // namespace
+
+std::optional<InventoryKind> inventoryKindNamed(std::string_view name) {
+    return firstWith(
+        [](const KindTexts& kind, std::string_view sought) {
+            return kind.command.es == sought || kind.command.en == sought;
+        },
+        name);
+}
+
+std::string commandNameOf(InventoryKind kind, Language language) {
+    return textsOf(kind).command.in(language);
+}
+
+std::string titleOf(InventoryKind kind, Language language) {
+    return textsOf(kind).title.in(language);
+}
+
+std::string_view idPrefixOf(InventoryKind kind) {
+    return textsOf(kind).idPrefix;
+}
+
+std::optional<InventoryKind> inventoryKindOfID(std::string_view id) {
+    return firstWith(
+        [](const KindTexts& kind, std::string_view sought) { return sought.starts_with(kind.idPrefix); }, id);
+}
+
+bool InventoryQuery::asksFor(std::int64_t bytes, const std::optional<Date>& lastUsed) const {
+    const bool isOldEnough =
+        !olderThanDays || !lastUsed || now - *lastUsed >= std::chrono::days(*olderThanDays);
+    return bytes >= minimumBytes.value_or(0) && isOldEnough;
+}
+
+DetailItem itemToSetAside(std::string id, std::string name, std::vector<std::string> paths,
+                          std::int64_t bytes, std::string detail, Safety safety) {
+    DetailItem item{.id = id, .name = name, .bytes = bytes, .detail = std::move(detail), .safety = safety};
+    if (!paths.empty()) {
+        item.path = paths.front();
+    }
+    item.action = {.id = std::move(id),
+                   .title = std::move(name),
+                   .safety = safety,
+                   .estimatedBytes = bytes,
+                   .method = method::TrashItems{paths},
+                   .measuredPaths = std::move(paths)};
+    return item;
+}
+
+DetailItem itemForTool(std::string id, std::string name, std::vector<std::string> words, std::int64_t bytes,
+                       std::string detail, std::vector<std::string> measuredPaths) {
+    DetailItem item = itemToSetAside(std::move(id), std::move(name), {}, bytes, std::move(detail));
+    item.action.method = method::Command{std::move(words)};
+    item.action.measuredPaths = std::move(measuredPaths);
+    return item;
+}
+
+DetailItem itemToShow(std::string id, std::string name, std::int64_t bytes, std::string detail,
+                      std::string blockedBecause) {
+    DetailItem item = itemToSetAside(std::move(id), std::move(name), {}, bytes, std::move(detail));
+    item.blockedBecause = std::move(blockedBecause);
+    return item;
+}
+
+std::string pathInID(std::string_view path, std::string_view home) {
+    return isInside(path, home) && path.size() > home.size() ? std::string(path.substr(home.size() + 1))
+                                                             : std::string(path);
+}
+
+std::optional<std::string> pathFromID(std::string_view text, std::string_view home) {
+    if (text.empty() || !isSpeltOut(text)) {
+        return std::nullopt;
+    }
+    return text.starts_with('/') ? std::string(text) : joined(home, text);
+}
+
+} // namespace lumo

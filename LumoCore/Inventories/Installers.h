@@ -1,0 +1,48 @@
+#pragma once
+
+#include "LumoCore/Inventories/DetailItem.h"
+#include "LumoCore/Inventories/Packages.h"
+#include "LumoCore/Rules/Locator.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// Installers and archives in the downloads folder, and which of them have done their work.
+namespace lumo::Installers {
+
+/// All of them; ids are "instalador:" and the file's path. What was used is safe to delete.
+Inventory find(const InventoryQuery& query);
+
+/// The installer of that id as it is now, in whichever folder; absent when it is none.
+std::optional<DetailItem> itemWith(const std::string& id, const InventoryQuery& query);
+
+/// Those that a rule's locator means: what the scan asks (see `InstallersFinder`).
+std::vector<std::string> located(const locator::Installers& where, const std::string& home);
+
+/// Tells what was used. Reads the list of packages when it is first needed.
+class Judge final {
+  public:
+    static constexpr std::int64_t usualArchiveBytes = 2'000'000'000;
+
+    /// Archives that have no list of what is in them are only judged when they are no longer than that.
+    explicit Judge(std::string home, std::string systemRoot = {},
+                   std::int64_t mostArchiveBytes = usualArchiveBytes)
+        : home_(std::move(home)), systemRoot_(std::move(systemRoot)), mostArchiveBytes_(mostArchiveBytes) {}
+
+    /// Why the file at the path is no longer needed, in one line: the package in it is installed in this or a
+    /// newer version, the application it names is installed, or every file in it stands unpacked beside it
+    /// with its length. Absent when that is not certain.
+    [[nodiscard]] std::optional<std::string> useOf(const std::string& path, Language language);
+
+  private:
+    [[nodiscard]] std::optional<std::string> useOfPackage(const std::string& path, Language language);
+    [[nodiscard]] std::optional<std::string> useOfFlatpak(const std::string& path, Language language) const;
+
+    std::string home_;
+    std::string systemRoot_;
+    std::int64_t mostArchiveBytes_;
+    std::optional<std::map<std::string, Package, std::less<>>> packages_;
+};
+
+} // namespace lumo::Installers

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "LumoCore/Basics/Date.h"
+#include "LumoCore/Basics/Language.h"
+#include "LumoCore/Cleanup/CleanupOutcome.h"
+#include "TarvoModel/Showing/CleanupTexts.h"
+#include "TarvoModel/Showing/HeldItem.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// The cleanup log as a person reads it.
+namespace tarvo {
+
+/// Something that an action set aside.
+struct HistoryPiece {
+    std::string heldID; ///< By which it can be put back; empty when it is not held any more.
+    std::string original;
+    bool isIncomplete = false; ///< An emptying that failed removed parts of it.
+
+    friend bool operator==(const HistoryPiece&, const HistoryPiece&) = default;
+};
+
+/// What became of one action.
+struct HistoryItem {
+    std::string title;
+    std::int64_t bytes = 0; ///< Freed and set aside together.
+    bool hasFailed = false;
+    std::string text; ///< See `becameText`.
+    std::vector<HistoryPiece> pieces;
+
+    friend bool operator==(const HistoryItem&, const HistoryItem&) = default;
+};
+
+/// The actions that were carried out together.
+struct HistoryCleanup {
+    std::size_t number = 0; ///< Of its first line in the log: stays the same while the log grows.
+    lumo::Date date;        ///< When its last action ended.
+    CleanupSums sums;
+    std::string caller;             ///< The agent that asked for it; empty for the user's own.
+    std::size_t failures = 0;       ///< Of its items.
+    std::size_t held = 0;           ///< Pieces that can be put back.
+    std::vector<HistoryItem> items; ///< Largest first.
+
+    friend bool operator==(const HistoryCleanup&, const HistoryCleanup&) = default;
+};
+
+/// The cleanups of the log, newest first, with what is held of them now. The log has lines of actions alone:
+/// those of one cleanup follow each other within minutes, have one caller and one batch, and name no action
+/// twice.
+std::vector<HistoryCleanup> historyRows(const std::vector<lumo::CleanupOutcome>& outcomes,
+                                        const std::vector<HeldItem>& held,
+                                        lumo::Language language = lumo::currentLanguage());
+
+/// What became of an action, in a few words: "freed", "failed: …".
+std::string becameText(const lumo::CleanupOutcome& outcome,
+                       lumo::Language language = lumo::currentLanguage());
+
+/// Whose wish a cleanup was: "asked for by Claude"; empty for the user's own.
+std::string callerText(const std::string& caller, lumo::Language language = lumo::currentLanguage());
+
+/// What a cleanup came to, in one line: what was freed and set aside, what failed, what can be put back and
+/// who asked for it.
+std::string factsText(const HistoryCleanup& cleanup, lumo::Language language = lumo::currentLanguage());
+
+/// The same of all cleanups.
+std::string historyTotalText(const std::vector<lumo::CleanupOutcome>& outcomes, std::size_t cleanups,
+                             lumo::Language language = lumo::currentLanguage());
+
+/// What is said of a piece beside its place; empty when it can be put back whole.
+std::string pieceText(const HistoryPiece& piece, lumo::Language language = lumo::currentLanguage());
+
+/// Instead of cleanups, when there was none.
+std::string noHistoryText(lumo::Language language = lumo::currentLanguage());
+
+} // namespace tarvo

@@ -1,0 +1,41 @@
+#include "TarvoModel/Showing/PlaceOffers.h"
+
+namespace tarvo {
+
+namespace {
+
+bool canTick(TileState state) {
+    return state == TileState::selected || state == TileState::unselected;
+}
+
+} // namespace
+
+PlaceOffers offersFor(const Place& place, const Occasion& occasion) {
+    const bool isReal = place.paths > 0 && !occasion.isDemo;
+    const bool isOne = isReal && place.paths == 1;
+    return {.tick = canTick(place.state),
+            .zoom = place.canZoom,
+            .explain = place.hasRow,
+            .preview = place.paths > 0,
+            .open = isOne,
+            .archive = isOne && !occasion.isBusy,
+            .protect = isReal && !place.isProtected};
+}
+
+TileClick clickOn(const Tile& tile, TileState state, bool canZoom) {
+    switch (tile.kind) {
+    case Tile::Kind::item:
+        return canTick(state) ? TileClick::tick : TileClick::explain;
+    case Tile::Kind::inside:
+        return canZoom                                        ? TileClick::zoom
+               : tile.id.size() > TileID::insidePrefix.size() ? TileClick::preview
+                                                              : TileClick::nothing;
+    case Tile::Kind::rest:
+        return tile.id == TileID::restOfDisk ? TileClick::home : TileClick::listRest;
+    case Tile::Kind::free:
+        break;
+    }
+    return TileClick::nothing;
+}
+
+} // namespace tarvo

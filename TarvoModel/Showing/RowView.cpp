@@ -1,0 +1,150 @@
+#include "TarvoModel/Showing/RowView.h"
+
+#include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
+
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
+namespace tarvo {
+
+using lumo::FolderContents::Item;
+
+namespace {
+
+/// Sorts by what each row is known by there; equal ones keep their order.
+template <class Key, class KeyOf>
+std::vector<Row> sortedBy(std::vector<Row> rows, KeyOf keyOf) {
+    std::vector<std::tuple<RowGroup, Key, std::size_t>> order;
+    order.reserve(rows.size());
+    for (std::size_t at = 0; at < rows.size(); ++at) {
+        order.emplace_back(rows[at].group, keyOf(rows[at]), at);
+    }
+    std::ranges::sort(order);
+    std::vector<Row> sorted;
+    sorted.reserve(rows.size());
+    for (const auto& [group, key, at] : order) {
+        sorted.push_back(std::move(rows[at]));
+    }
+    return sorted;
+}
+
+std::vector<Row> sortedIn(RowOrder order, std::vector<Row> rows) {
+    switch (order) {
+    case RowOrder::name:
+        return sortedBy<std::string>(std::move(rows), [](const Row& row) { return lumo::folded(row.title); });
+    case RowOrder::date:
+        return sortedBy<std::pair<bool, lumo::Date>>(std::move(rows), [](const Row& row) {
+            return std::pair(!row.lastChange, row.lastChange.value_or(lumo::Date()));
+        });
+    case RowOrder::size:
+        break;
+    }
+    return rows;
+}
+
+bool isOfGroup(const RowView& view, const std::optional<lumo::Safety>& safety) {
+    return !view.group || *view.group == (safety ? groupOf(*safety) : RowGroup::unclassified);
+}
+
+/// Adds what keeps its light of a tile in a folder that was opened.
+void addLitInside(const RowView& view, const Tile& tile, std::set<std::string>& lit) {
+    if (!isOfGroup(view, tile.safety)) {
+        return;
+    }
+    const std::string words = lumo::folded(view.searched);
+    const auto holds = [&](const std::string& name) {
+        return lumo::folded(name).find(words) != std::string::npos;
+    };
+    const bool isAll = holds(tile.label);
+    for (const Item& child : tile.children) {
+        if (isAll || holds(child.name)) {
+            lit.insert(DiskMap::insideID(child.path));
+            lit.insert(tile.id);
+        }
+    }
+    if (isAll) {
+        lit.insert(tile.id);
+    }
+}
+
+} // namespace
+
+std::vector<Row> rowsIn(const RowView& view, const std::vector<Row>& rows) {
+    std::vector<Row> shown = rowsMatching(view.searched, rows);
+    std::erase_if(shown, [&](const Row& row) { return view.group && row.group != *view.group; });
+    return sortedIn(view.order, std::move(shown));
+}
+
+std::optional<std::set<std::string>> litTiles(const RowView& view, const std::vector<Tile>& tiles,
+                                              const std::vector<Row>& rows) {
+    if (view.searched.empty() && !view.group) {
+        return std::nullopt;
+    }
+    std::set<std::string> matching;
+    for (const Row& row : rowsIn(view, rows)) {
+        matching.insert(row.id);
+    }
+    std::set<std::string> lit;
+    bool isInside = false;
+    for (const Tile& tile : tiles) {
+        if (tile.kind == Tile::Kind::inside) {
+            isInside = true;
+            addLitInside(view, tile, lit);
+        } else if (matching.erase(tile.id) > 0) {
+            lit.insert(tile.id);
+        }
+    }
+    if (!isInside && !matching.empty()) {
+        lit.insert(std::string(TileID::others)); // The rows that have no tile of their own.
+    }
+    return lit.empty() ? std::nullopt : std::optional(std::move(lit));
+}
+
+std::vector<std::string> idsBetween(const std::string& from, const std::string& to,
+                                    const std::vector<Row>& rows) {
+    auto first = std::ranges::find(rows, from, &Row::id);
+    auto last = std::ranges::find(rows, to, &Row::id);
+    if (first == rows.end() || last == rows.end()) {
+        return {};
+    }
+    if (last < first) {
+        std::swap(first, last);
+    }
+    std::vector<std::string> ids;
+    std::transform(first, last + 1, std::back_inserter(ids), [](const Row& row) { return row.id; });
+    return ids;
+}
+
+std::string chosenText(std::size_t rows, std::size_t tickable, std::size_t ticked, lumo::Language language) {
+    if (rows == 0) {
+        return {};
+    }
+    const auto number = [](std::size_t count) { return std::to_string(count); };
+    if (tickable == 0) {
+        return lumo::Words{"{} filas elegidas · ninguna se puede marcar",
+                           "{} rows chosen · none can be selected"}
+            .in(language, number(rows));
+    }
+    return lumo::Words{"{} filas elegidas · {} de {} marcadas · Espacio las marca o desmarca",
+                       "{} rows chosen · {} of {} selected · Space selects or deselects them"}
+        .in(language, number(rows), number(ticked), number(tickable));
+}
+
+const Row* rowWith(const std::string& path, const std::vector<Row>& rows) {
+    const Row* innermost = nullptr;
+    std::size_t longest = 0;
+    for (const Row& row : rows) {
+        for (const std::string& place : row.paths) {
+            if (lumo::isInside(path, place) && (innermost == nullptr || place.size() > longest)) {
+                innermost = &row;
+                longest = place.size();
+            }
+        }
+    }
+    return innermost;
+}
+
+} // namespace tarvo

@@ -1,0 +1,108 @@
+#include "TarvoModel/Flows/Finding.h"
+#include "LumoCore/Cleanup/CleanupExecutor.h"
+#include "TarvoModel/Flows/Cleaning.h"
+#include "TarvoModel/Flows/Preferences.h"
+#include "Tests/support/TempHome.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+
+using namespace lumo;
+using namespace tarvo;
+using namespace tarvo::testing;
+using namespace ::testing;
+namespace fs = std::filesystem;
+
+namespace {
+
+Desk deskOf(const TempHome& home) {
+    return Desk::ofThisMachine(home.path(), "test");
+}
+
+std::map<std::string, DetailItem> itemsOf(const FindRequest& request, const TempHome& home) {
+    std::map<std::string, DetailItem> items;
+    for (const Inventory& inventory : found(request, deskOf(home))) {
+        for (const DetailItem& item : inventory.items) {
+            items[item.id] = item;
+        }
+    }
+    return items;
+}
+
+/// What comes of cleaning these, carried out in that way.
+Result<Cleaned> cleaned(const std::vector<std::string>& ids, const TempHome& home,
+                        CarryOut carryOut = usualCarryOut) {
+    const PlanRequest request{.items = ids};
+    const Plan plan = planned(request, deskOf(home));
+    return clean(request, agreementTo(plan), deskOf(home), {.carryOut = std::move(carryOut)});
+}
+
+} // namespace
+
+TEST(Finding, HasAFileOnceAndHoldsBackWhatACleanupWould) {
+    const TempHome home;
+    home.files({"Videos/a", "Videos/kept/a", "Videos/mine", "Work/secret"}, 20000);
+    home.fileWith("Videos/mine", std::string(20000, 'm'));
+    home.fileWith("Work/secret", std::string(20000, 's'));
+    const TempHome elsewhere;
+    elsewhere.fileWith("film", std::string(20000, 'f'));
+    auto preferences = Preferences::load(home.path());
+    ASSERT_TRUE(preferences.set(preference::protectedFolders, {home.path("Work")}));
+    FindRequest request{.kinds = {InventoryKind::large, InventoryKind::duplicates}, .minimumBytes = 1000};
+    const auto items = itemsOf(request, home);
+    EXPECT_THAT(items, UnorderedElementsAre(Key("copia:Videos/kept/a//Videos/a"), Key("archivo:Videos/mine"),
+                                            Key("archivo:Work/secret")));
+    EXPECT_FALSE(items.at("archivo:Videos/mine").blockedBecause);
+    EXPECT_TRUE(items.at("archivo:Work/secret").blockedBecause);
+    EXPECT_EQ(itemNow("archivo:Work/secret", deskOf(home)), items.at("archivo:Work/secret"));
+    request.folders = {elsewhere.path()};
+    const auto outside = itemsOf(request, home);
+    EXPECT_THAT(outside.at("archivo:" + elsewhere.path("film")).blockedBecause.value_or(""),
+                HasSubstr("film"));
+    EXPECT_THAT(cleaned({"archivo:" + elsewhere.path("film")}, home)->outcomes, IsEmpty());
+    EXPECT_TRUE(fs::exists(elsewhere.path("film")));
+    EXPECT_THAT(missingFolders({.folders = {"~", home.path("none")}}, deskOf(home)),
+                ElementsAre(home.path("none")));
+}
+
+TEST(Finding, GivesACopyBackWhoseOtherOneWentAfterTheLastLook) {
+    // Somebody removes the copy that should stay between the comparison and the move: the last one was held.
+    for (const bool isChanged : {false, true}) {
+        const TempHome home;
+        home.files({"a", "b/a"}, 20000);
+        const auto raced =
+            cleaned({"copia:b/a//a"}, home, [&](const auto& actions, const auto& guard, auto control) {
+                const auto compare = control.refusal;
+                control.refusal = [&, compare](const CleanupAction& action) {
+                    const auto refused = compare(action);
+                    isChanged ? (void)home.fileWith("a", std::string(20000, 'z'))
+                              : (void)fs::remove(home.path("a"));
+                    return refused;
+                };
+                return usualCarryOut(actions, guard, control);
+            });
+        ASSERT_TRUE(raced);
+        EXPECT_EQ(raced->outcomes.at(0).status, CleanupStatus::failed);
+        EXPECT_FALSE(raced->outcomes.at(0).restorable);
+        EXPECT_EQ(raced->outcomes.at(0).trashedBytes, 0);
+        EXPECT_EQ(contentOf(home.path("b/a")).size(), 20000U);
+    }
+}
+
+TEST(Finding, LeavesOneCopyHoweverManyGoAtOnce) {
+    const TempHome home;
+    home.files({"a", "b/a", "c/a", "d/e/a"}, 20000);
+    std::vector<std::string> ids;
+    for (const auto& [id, item] : itemsOf({.kinds = {InventoryKind::duplicates}, .minimumBytes = 1}, home)) {
+        ids.push_back(id);
+    }
+    ASSERT_THAT(ids, SizeIs(3));
+    ids.push_back("archivo:a");
+    const auto done = cleaned(ids, home);
+    EXPECT_THAT(done->outcomes, SizeIs(3));
+    EXPECT_TRUE(fs::exists(home.path("a")));
+    EXPECT_THAT(planned({.items = {ids[0]}}, deskOf(home)).unknownItems, ElementsAre(ids[0]));
+}

@@ -1,0 +1,169 @@
+#include "LumoCore/Inventories/Inventories.h"
+#include "Platform/QuietFile.h"
+#include "Tests/support/TempHome.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+#include <random>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+using namespace lumo;
+using namespace tarvo::testing;
+using namespace testing;
+
+namespace {
+
+const Date noon = *dateFromIsoText("2026-03-14T12:00:00Z");
+constexpr std::int64_t longAgo = 1700000000;
+
+InventoryQuery queryOf(const TempHome& home, std::int64_t minimumBytes = 1000) {
+    return {.home = home.path(), .now = noon, .minimumBytes = minimumBytes, .language = Language::en};
+}
+
+std::vector<std::string> idsIn(const Inventory& inventory) {
+    return eachOf<decltype(inventory.items), std::string>(inventory.items, &DetailItem::id);
+}
+
+/// Gives the file the time when it was last opened, and that of its last change.
+void setTimes(const TempHome& home, const std::string& name, std::int64_t opened, std::int64_t changed) {
+    const std::array<timespec, 2> times{timespec{.tv_sec = opened}, timespec{.tv_sec = changed}};
+    ASSERT_EQ(utimensat(AT_FDCWD, home.path(name).c_str(), times.data(), 0), 0);
+}
+
+} // namespace
+
+TEST(LargeFiles, AreTheUsersOwnAndNobodyElses) {
+    const TempHome home;
+    home.files({"Videos/film.mkv", "letter", "bad\xE9name"}, 20000);
+    home.files({".hidden/x", "Library/y", "snap/z", "shop/data.db", "Pictures/P.photoslibrary/a",
+                "bottle/drive_c/game", "repo/data/x", "VirtualBox VMs/v/v.vdi", "Downloads/a.iso", "small"},
+               20000);
+    home.files({"shop/Cargo.toml", "repo/config", "repo/index/i", "repo/keys/k", "repo/snapshots/s"});
+    home.file("small", 10);
+    home.sparseFile("empty.img", 1000000000);
+    home.link("link", home.path("letter"));
+    const Inventory found = Inventories::find(InventoryKind::large, queryOf(home));
+    EXPECT_THAT(idsIn(found),
+                UnorderedElementsAre("archivo:Videos/film.mkv", "archivo:letter", "archivo:bad\xE9name"));
+    for (const DetailItem& item : found.items) {
+        EXPECT_EQ(Inventories::itemWith(item.id, queryOf(home, 999999999)), item);
+        EXPECT_EQ(item.bytes, allocatedBytes(*item.path));
+        EXPECT_EQ(item.action.method, Method(method::TrashItems{{*item.path}}));
+    }
+    for (const char* id : {"archivo:.hidden/x", "archivo:../x", "archivo:", "archivo:Videos", "archivo:link",
+                           "archivo:Downloads/a.iso", "archivo:gone"}) {
+        EXPECT_FALSE(Inventories::itemWith(id, queryOf(home))) << id;
+    }
+}
+
+TEST(LargeFiles, WithSeveralNamesGoWithAllOrNotAtAll) {
+    const TempHome home;
+    home.file("a", 20000);
+    home.hardLink("b/c", "a");
+    home.file("d", 20000);
+    home.hardLink(".hidden/e", "d");
+    const Inventory found = Inventories::find(InventoryKind::large, queryOf(home));
+    ASSERT_THAT(idsIn(found), ElementsAre("archivo:a"));
+    EXPECT_EQ(found.items[0].action.method, Method(method::TrashItems{{home.path("a"), home.path("b/c")}}));
+    EXPECT_EQ(Inventories::itemWith("archivo:a", queryOf(home)), found.items[0]);
+    EXPECT_FALSE(Inventories::itemWith("archivo:d", queryOf(home)));
+}
+
+TEST(LargeFiles, SayWhatIsForgottenAndLeaveOutWhatIsTooYoung) {
+    const TempHome home;
+    home.files({"old", "young"}, 20000);
+    setTimes(home, "old", longAgo, longAgo);
+    setTimes(home, "young", noon.time_since_epoch() / std::chrono::seconds(1), longAgo);
+    InventoryQuery query = queryOf(home);
+    std::map<std::string, std::string> details;
+    for (const DetailItem& item : Inventories::find(InventoryKind::large, query).items) {
+        details[item.name] = item.detail;
+    }
+    EXPECT_EQ(details["old"], "File, last changed Nov 14, 2023; forgotten");
+    EXPECT_EQ(details["young"], "File, last changed Nov 14, 2023, last opened Mar 14, 2026");
+    query.olderThanDays = 180;
+    EXPECT_THAT(idsIn(Inventories::find(InventoryKind::large, query)), ElementsAre("archivo:old"));
+}
+
+TEST(Duplicates, KeepTheTidierCopyAndNameIt) {
+    const TempHome home;
+    home.files({"Downloads/a", "Pictures/deep/a", "Pictures/a"}, 20000);
+    home.fileWith("Pictures/other", std::string(20000, 'y'));
+    std::string middle(20000, 'x');
+    middle[10000] = 'z';
+    home.fileWith("Pictures/nearly", middle);
+    home.hardLink("Pictures/again", "Pictures/a");
+    const Inventory found = Inventories::find(InventoryKind::duplicates, queryOf(home));
+    EXPECT_THAT(idsIn(found),
+                UnorderedElementsAre("copia:Downloads/a//Pictures/a", "copia:Pictures/deep/a//Pictures/a"));
+    for (const DetailItem& item : found.items) {
+        EXPECT_EQ(item.kept, home.path("Pictures/a"));
+        EXPECT_EQ(item.detail, "The same as ~/Pictures/a, which stays");
+        EXPECT_EQ(Inventories::itemWith(item.id, queryOf(home)), item);
+        EXPECT_EQ(Inventories::keptBy(item.id, home.path()), home.path("Pictures/a"));
+        EXPECT_FALSE(Inventories::refusal(item.action, queryOf(home)));
+    }
+    for (const char* id :
+         {"copia:Pictures/again//Pictures/a", "copia:Pictures/a//Pictures/a", "copia:Pictures/a",
+          "copia:Pictures/other//Pictures/a", "copia://", "copia:Pictures/deep/a//.hidden/a"}) {
+        EXPECT_FALSE(Inventories::itemWith(id, queryOf(home))) << id;
+    }
+}
+
+TEST(Duplicates, MayNotGoOnceTheOtherCopyIsGoneOrChanged) {
+    const TempHome home;
+    home.files({"a", "b/a", "b/c"}, 20000);
+    std::map<std::string, CleanupAction> actions;
+    for (const DetailItem& item : Inventories::find(InventoryKind::duplicates, queryOf(home)).items) {
+        actions[item.name] = item.action;
+    }
+    ASSERT_THAT(actions, SizeIs(2));
+    std::string changed = contentOf(home.path("b/c"));
+    changed[10000] ^= 1;
+    home.fileWith("b/c", changed);
+    EXPECT_THAT(Inventories::refusal(actions["c"], queryOf(home)).value_or(""),
+                HasSubstr("no longer the same"));
+    std::filesystem::remove(home.path("a"));
+    EXPECT_THAT(Inventories::refusal(actions["a"], queryOf(home)).value_or(""), HasSubstr("no longer there"));
+    // The copy that should stay became another name of the one that goes: it would have gone with it.
+    home.hardLink("a", "b/a");
+    EXPECT_TRUE(Inventories::refusal(actions["a"], queryOf(home)));
+}
+
+TEST(Duplicates, AreThoseOfAnIndependentCount) {
+    const TempHome home;
+    std::mt19937 random(7);
+    std::map<std::string, std::size_t> counts;
+    for (int index = 0; index < 300; ++index) {
+        std::string content(9000 + 4096 * (random() % 2), static_cast<char>('a' + random() % 3));
+        content[5000] = static_cast<char>('a' + random() % 3);
+        home.fileWith("d" + std::to_string(random() % 9) + "/f" + std::to_string(index), content);
+        ++counts[content];
+    }
+    std::map<std::string, std::size_t> going;
+    for (const DetailItem& item : Inventories::find(InventoryKind::duplicates, queryOf(home)).items) {
+        const std::string content = contentOf(*item.path);
+        EXPECT_EQ(content, contentOf(*item.kept));
+        ++going[content];
+    }
+    for (const auto& [content, count] : counts) {
+        EXPECT_EQ(going[content], count - 1);
+    }
+}
+
+TEST(QuietFile, LeavesNoTraceOfHavingBeenRead) {
+    const TempHome home;
+    home.file("a", 20000);
+    setTimes(home, "a", longAgo, longAgo + 10);
+    EXPECT_EQ(platform::quietBeginning(home.path("a"), 30000)->size(), 20000U);
+    struct stat status = {};
+    ASSERT_EQ(stat(home.path("a").c_str(), &status), 0);
+    EXPECT_EQ(status.st_atim.tv_sec, longAgo);
+    home.fifo("pipe");
+    EXPECT_FALSE(platform::QuietFile::open(home.path("pipe")));
+}

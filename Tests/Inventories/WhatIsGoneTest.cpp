@@ -1,0 +1,156 @@
+#include "LumoCore/Inventories/Inventories.h"
+#include "LumoCore/Inventories/UnusedApps.h"
+#include "Tests/support/TempHome.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+using namespace lumo;
+using namespace tarvo::testing;
+using namespace testing;
+
+namespace {
+
+const Date now = *dateFromIsoText("2026-03-14T12:00:00Z");
+constexpr std::int64_t longAgo = 1700000000;
+
+/// A home beside a system of its own: nothing is read of this machine's but its programs.
+InventoryQuery queryOf(const TempHome& home) {
+    return {.home = home.path(), .now = now, .language = Language::en, .systemRoot = home.path("system")};
+}
+
+std::map<std::string, DetailItem> itemsOf(const TempHome& home, InventoryKind kind) {
+    std::map<std::string, DetailItem> items;
+    for (const DetailItem& item : Inventories::find(kind, queryOf(home)).items) {
+        EXPECT_EQ(Inventories::itemWith(item.id, queryOf(home)), item);
+        items[item.id] = item;
+    }
+    return items;
+}
+
+void setUsed(const TempHome& home, const std::string& name, std::int64_t seconds) {
+    const std::array<timespec, 2> times{timespec{.tv_sec = seconds}, timespec{.tv_sec = seconds}};
+    ASSERT_EQ(utimensat(AT_FDCWD, home.path(name).c_str(), times.data(), 0), 0) << name;
+}
+
+} // namespace
+
+TEST(Inventories, AnswerEachUnderItsOwnName) {
+    const TempHome home;
+    for (std::size_t index = 0; index < inventoryKindCount; ++index) {
+        const auto kind = static_cast<InventoryKind>(index);
+        const Inventory found = Inventories::find(kind, queryOf(home));
+        EXPECT_EQ(found.kind, kind);
+        EXPECT_THAT(found.items, IsEmpty()) << nameOf(kind);
+        EXPECT_EQ(inventoryKindNamed(commandNameOf(kind, Language::es)), kind);
+        EXPECT_EQ(inventoryKindNamed(commandNameOf(kind, Language::en)), kind);
+        EXPECT_EQ(inventoryKindOfID(std::string(idPrefixOf(kind)) + "x"), kind);
+    }
+    EXPECT_FALSE(Inventories::itemWith("proyecto:a/b", queryOf(home)));
+    EXPECT_EQ(decode<Inventory>(encode(Inventories::find(InventoryKind::cloud, queryOf(home))))->kind,
+              InventoryKind::cloud);
+}
+
+TEST(Leftovers, AreOfWhatIsCertainlyGone) {
+    const TempHome home;
+    home.files({".var/app/org.gone.App/data/x", ".var/app/org.here.App/data/x", "snap/gonesnap/common/x",
+                "snap/heresnap/common/x", ".config/removedpkg/x", ".config/herepkg/x", ".config/whoknows/x",
+                ".config/JetBrains/IdeaIC2023.3/x", ".config/JetBrains/IdeaIC2024.1/x",
+                ".config/JetBrains/PyCharm2022.1/x", ".config/JetBrains/consent/x"},
+               5000);
+    home.folders(
+        {".local/share/flatpak/app/org.here.App", "system/var/lib/flatpak/app", "system/snap/heresnap"});
+    home.fileWith("system/var/lib/dpkg/status",
+                  "Package: removedpkg\nStatus: deinstall ok config-files\nVersion: 1\n\n"
+                  "Package: herepkg\nStatus: install ok installed\nVersion: 1\n");
+    const std::string applications = ".local/share/applications/";
+    home.fileWith(applications + "gone.desktop",
+                  "[Desktop Entry]\nExec=\"" + home.path("a b.AppImage") + "\" %U\n");
+    home.fileWith(applications + "here.desktop",
+                  "[Desktop Entry]\nExec=" + home.file("c.AppImage", 1) + "\n");
+    home.fileWith(applications + "other.desktop", "[Desktop Entry]\nExec=/no/such/program\n");
+    const auto items = itemsOf(home, InventoryKind::leftovers);
+    EXPECT_THAT(items, UnorderedElementsAre(Key("resto:.var/app/org.gone.App"), Key("resto:snap/gonesnap"),
+                                            Key("resto:.config/removedpkg"),
+                                            Key("resto:.config/JetBrains/IdeaIC2023.3"),
+                                            Key("resto:.local/share/applications/gone.desktop")));
+    EXPECT_EQ(items.at("resto:.config/JetBrains/IdeaIC2023.3").detail,
+              "of an older version; the newest is IdeaIC2024.1");
+}
+
+TEST(UnusedApps, NeedEvidenceThatNobodyUsedThem) {
+    const TempHome home;
+    for (const std::string name : {"old", "young", "silent", "seen"}) {
+        home.file(".local/share/flatpak/app/org." + name + "/x", 9000);
+        setUsed(home, ".local/share/flatpak/app/org." + name, longAgo);
+    }
+    for (const std::string name : {"old", "young", "seen"}) {
+        home.file(".var/app/org." + name + "/config/x", 5000);
+        setUsed(home, ".var/app/org." + name + "/config/x",
+                name == "young" ? now.time_since_epoch() / std::chrono::seconds(1) : longAgo);
+    }
+    home.fileWith(".local/share/gnome-shell/application_state",
+                  "<application-state>\n <application id=\"org.seen.desktop\" score=\"3\" last-seen=\"" +
+                      std::to_string(now.time_since_epoch() / std::chrono::seconds(1)) +
+                      "\"/>\n <application id=\"tool.desktop\" score=\"1\" last-seen=\"1700000001\"/>");
+    for (const std::string name : {"Old.AppImage", "Young.AppImage"}) {
+        home.file("Applications/" + name, 9000);
+        setUsed(home, "Applications/" + name,
+                name == "Old.AppImage" ? longAgo : now.time_since_epoch() / std::chrono::seconds(1));
+    }
+    for (const std::string name : {"tool", "daily"}) {
+        home.fileWith("system/usr/share/applications/" + name + ".desktop",
+                      "[Desktop Entry]\nType=Application\nName=The " + name + "\nExec=" + name + " %U\n");
+        home.program("system/usr/bin/" + name, "true");
+        setUsed(home, "system/usr/bin/" + name,
+                name == "tool" ? longAgo : now.time_since_epoch() / std::chrono::seconds(1));
+        home.fileWith("system/var/lib/dpkg/info/" + name + "-pkg:amd64.list",
+                      "/.\n/usr/share/applications/" + name + ".desktop\n");
+    }
+    home.fileWith("system/var/lib/dpkg/status",
+                  "Package: tool-pkg\nStatus: install ok installed\nVersion: 1\n"
+                  "Installed-Size: 2000\n\nPackage: daily-pkg\nStatus: install ok "
+                  "installed\nVersion: 1\nInstalled-Size: 2000\n");
+    const auto items = itemsOf(home, InventoryKind::unused);
+    EXPECT_THAT(items, UnorderedElementsAre(Key("app:flatpak:org.old"), Key("app:package:tool-pkg"),
+                                            Key("app:appimage:Applications/Old.AppImage")));
+    EXPECT_THAT(items.at("app:flatpak:org.old").detail,
+                StartsWith("last used Nov 14, 2023; its data, apart: "));
+    const DetailItem& tool = items.at("app:package:tool-pkg");
+    EXPECT_EQ(tool.name, "The tool");
+    EXPECT_EQ(tool.bytes, 2048000);
+    EXPECT_EQ(tool.blockedBecause, "needs an administrator: sudo apt remove tool-pkg");
+    EXPECT_THAT(UnusedApps::launchesIn("<application id=\"a.desktop\" last-seen=\"x\"/><application id"),
+                IsEmpty());
+}
+
+TEST(SystemItems, SayWhatAnAdministratorCanRun) {
+    const TempHome home;
+    home.files({"system/var/cache/apt/archives/a.deb", "system/var/log/journal/m/x.journal",
+                "system/var/lib/snapd/snaps/tool_3.snap", "system/var/lib/snapd/snaps/tool_4.snap",
+                "system/var/lib/snapd/snaps/unknown_1.snap"},
+               5000);
+    home.folder("system/var/crash");
+    home.link("system/snap/tool/current", "4");
+    home.fileWith("system/proc/sys/kernel/osrelease", "6.1.0-20-amd64\n");
+    std::string status;
+    for (const char* version : {"6.1.0-18-amd64", "6.1.0-20-amd64", "6.1.0-9-amd64", "6.1.0-21-amd64"}) {
+        status += std::string("Package: linux-image-") + version +
+                  "\nStatus: install ok installed\nVersion: 1\nInstalled-Size: 400000\n\n";
+    }
+    home.fileWith("system/var/lib/dpkg/status",
+                  status + "Package: linux-image-amd64\nStatus: install ok installed\nVersion: 1\n");
+    const auto items = itemsOf(home, InventoryKind::system);
+    EXPECT_THAT(items, UnorderedElementsAre(Key("sistema:apt"), Key("sistema:journal"),
+                                            Key("sistema:snap:tool_3"), Key("sistema:kernel:6.1.0-18-amd64"),
+                                            Key("sistema:kernel:6.1.0-9-amd64")));
+    for (const auto& [id, item] : items) {
+        EXPECT_THAT(item.blockedBecause.value_or(""), StartsWith("needs an administrator: sudo ")) << id;
+        EXPECT_EQ(item.action.method, Method(method::TrashItems{})) << id;
+    }
+}

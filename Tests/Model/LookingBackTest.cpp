@@ -1,0 +1,155 @@
+#include "LumoCore/History/GrowthTracker.h"
+#include "TarvoModel/Showing/GrowthSeries.h"
+#include "TarvoModel/Showing/HistoryRows.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <limits>
+
+using namespace std::chrono_literals;
+using namespace tarvo;
+using lumo::CleanupOutcome;
+using lumo::Language;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+namespace {
+
+constexpr lumo::Date start{std::chrono::seconds(1790000000)};
+constexpr std::int64_t gigabyte = 1'000'000'000;
+constexpr const char* firstID = "0A000000-0000-4000-8000-000000000001";
+
+CleanupOutcome line(std::string id, std::chrono::seconds after, std::int64_t freed) {
+    return {.id = id,
+            .title = id,
+            .message = {},
+            .freedBytes = freed,
+            .restorable = {},
+            .date = start + after,
+            .caller = {}};
+}
+
+/// The same for something that was set aside in the batch of that name.
+CleanupOutcome aside(std::string id, std::chrono::seconds after, const std::string& batch) {
+    CleanupOutcome outcome = line(std::move(id), after, 0);
+    outcome.trashedBytes = 3 * gigabyte;
+    const std::string place = "/home/ana/Library/Application Support/TarvoAI/Apartado/" + batch + "/";
+    outcome.restorable = {{.original = "/home/ana/a", .inTrash = place + firstID + "-a"},
+                          {.original = "/home/ana/b", .inTrash = place + "b"}};
+    return outcome;
+}
+
+std::vector<std::vector<std::string>> titlesOf(const std::vector<HistoryCleanup>& cleanups) {
+    std::vector<std::vector<std::string>> titles;
+    for (const HistoryCleanup& cleanup : cleanups) {
+        auto& each = titles.emplace_back();
+        for (const HistoryItem& item : cleanup.items) {
+            each.push_back(item.title);
+        }
+    }
+    return titles;
+}
+
+lumo::DiskSnapshot snapshot(std::chrono::hours after, std::map<std::string, std::int64_t> sizes) {
+    lumo::DiskSnapshot made{
+        .date = start + after, .freeBytes = 50 * gigabyte, .sizes = std::move(sizes), .names = {}};
+    for (const auto& [id, size] : made.sizes) {
+        made.names[id] = "the " + id;
+    }
+    return made;
+}
+
+} // namespace
+
+TEST(HistoryRows, TellsCleanupsApartByTimeCallerBatchAndAnActionThatComesAgain) {
+    std::vector<CleanupOutcome> log{line("small", 0s, 1), line("large", 60s, gigabyte), line("large", 70s, 2),
+                                    line("agent's", 80s, 3)};
+    log.back().caller = "Claude";
+    log.push_back(aside("first", 90s, "20260922-000000"));
+    log.push_back(aside("second", 100s, "20260922-000001"));
+    log.push_back(line("late", 1h, 4));
+    log.push_back(line("earlier by a clock that was set back", 50min, 5));
+    const auto cleanups = historyRows(log, {}, Language::en);
+    EXPECT_THAT(titlesOf(cleanups),
+                ElementsAre(ElementsAre("earlier by a clock that was set back"), ElementsAre("late"),
+                            ElementsAre("second"), ElementsAre("first"), ElementsAre("agent's"),
+                            ElementsAre("large"), ElementsAre("large", "small")));
+    EXPECT_EQ(cleanups.back().number, 0);
+    EXPECT_EQ(cleanups.front().number, 7);
+    EXPECT_EQ(factsText(cleanups[4], Language::es), "3 bytes liberados · a petición de Claude");
+    EXPECT_EQ(historyTotalText(log, cleanups.size(), Language::en), "7 GB in 7 cleanups");
+    EXPECT_THAT(historyRows({}, {}), IsEmpty());
+}
+
+TEST(HistoryRows, OffersWhatIsStillHeldAndSaysWhatBecameOfTheRest) {
+    std::vector<CleanupOutcome> log{aside("own", 0s, "20260922-000000"), line("gone", 1s, gigabyte),
+                                    line("cut", 2s, 0)};
+    log.back().status = lumo::CleanupStatus::failed;
+    const auto cleanups =
+        historyRows(log,
+                    {{.id = firstID, .original = "/ana/a", .batch = "x", .isIncomplete = true},
+                     {.id = "", .original = "/home/ana/b", .batch = "x"}},
+                    Language::en);
+    ASSERT_THAT(cleanups, SizeIs(1));
+    const HistoryItem& own = cleanups.front().items.front();
+    EXPECT_THAT(own.pieces,
+                ElementsAre(HistoryPiece{firstID, "/ana/a", true}, HistoryPiece{"", "/home/ana/b", false}));
+    EXPECT_EQ(pieceText(own.pieces[0], Language::en), "parts of it are gone");
+    EXPECT_EQ(pieceText(own.pieces[1], Language::en), "no longer set aside");
+    EXPECT_EQ(own.text, "set aside");
+    EXPECT_EQ(cleanups.front().items[1].text, "freed");
+    EXPECT_EQ(cleanups.front().items[2].text, "failed: it was cut short half-way");
+    EXPECT_EQ(factsText(cleanups.front(), Language::en),
+              "1 GB freed · 3 GB set aside · 1 failure · 1 item can go back");
+}
+
+TEST(GrowthSeries, HasTheLargestChangesFirstWithWhatIsNewGoneAndLess) {
+    const std::vector<lumo::DiskSnapshot> stored{
+        snapshot(0h,
+                 {{"cache", 2 * gigabyte}, {"steady", gigabyte}, {"gone", gigabyte}, {"less", 9 * gigabyte}}),
+        // Out of order: the clock was set back.
+        snapshot(48h, {{"cache", 6 * gigabyte},
+                       {"steady", gigabyte + 1},
+                       {"less", 6 * gigabyte},
+                       {"sin:/new", 2 * gigabyte},
+                       {"rule", 5 * gigabyte}}),
+        snapshot(24h, {{"cache", 8 * gigabyte}, {"steady", gigabyte}, {"less", 9 * gigabyte}})};
+    const auto lines = growthSeries(stored, 4, Language::en);
+    ASSERT_THAT(lines, SizeIs(5));
+    EXPECT_EQ(lines[0].name, "Free space");
+    EXPECT_EQ(lines[1].name, "the cache");
+    EXPECT_THAT(lines[1].points,
+                ElementsAre(GrowthPoint{start, 2 * gigabyte}, GrowthPoint{start + 24h, 8 * gigabyte},
+                            GrowthPoint{start + 48h, 6 * gigabyte}));
+    EXPECT_EQ(lines[2].id, "less");
+    EXPECT_EQ(lines[2].delta, -3 * gigabyte);
+    EXPECT_EQ(changeText(lines[2].delta, Language::es), "−3 GB");
+    EXPECT_EQ(lines[3].change, GrowthChange::appeared);
+    EXPECT_EQ(changeWord(lines[3], Language::es), "nuevo");
+    EXPECT_EQ(lines[4].change, GrowthChange::vanished);
+    EXPECT_TRUE(lineText(lines[1], Language::en).starts_with("6 GB now, +4 GB since "));
+    EXPECT_NE(lineText(lines[1], Language::en).find("; at most 8 GB on "), std::string::npos);
+    EXPECT_THAT(growthSeries({stored[0]}, 4), IsEmpty()) << "one point is no line";
+    EXPECT_THAT(growthSeries({stored[0], stored[0]}, 4), SizeIs(1)) << "only the free space";
+}
+
+TEST(GrowthSeries, HoldsEveryLineWithinItsFrame) {
+    // A snapshot may hold any number.
+    const auto most = std::numeric_limits<std::int64_t>::max();
+    const auto lines = growthSeries(
+        {snapshot(0h, {{"a", most}, {"b", -most}}), snapshot(1h, {{"a", -most}, {"b", most}})}, 9);
+    const GrowthFrame frame = GrowthFrame::around(lines);
+    for (const GrowthLine& line : lines) {
+        for (const GrowthPoint& point : line.points) {
+            const double up =
+                frame.up(lumo::GrowthTracker::difference(point.bytes, line.points.front().bytes));
+            EXPECT_TRUE(up >= 0 && up <= 1) << up;
+            EXPECT_TRUE(frame.across(point.date) >= 0 && frame.across(point.date) <= 1);
+        }
+    }
+    EXPECT_EQ(changeText(std::numeric_limits<std::int64_t>::min()).substr(0, 3), "−");
+    EXPECT_EQ(GrowthFrame().up(0), 0);
+}
