@@ -80,7 +80,6 @@ std::optional<FolderStack::Opened> FolderStack::enterNext() {
     const Unopened next = unopened_.back();
     Opened opened{.name = names_.c_str() + next.name, .folder = next.folder, .isReadable = false};
     unopened_.pop_back();
-    names_.resize(next.name);
     --unopenedCount_;
     if (Descriptor descriptor = open(this->descriptor(), opened.name.c_str()); descriptor.isOpen()) {
         opened.isReadable = true;
@@ -136,25 +135,32 @@ std::optional<FolderStack::Given> FolderStack::giveAway() {
     }
     for (std::size_t level = 0; level < levels_.size(); level = std::max(level + 1, firstOpen_)) {
         Level& holder = levels_[level];
-        if (holder.nextToGive == endOfUnopened(level) || holder.descriptor < 0) {
+        Descriptor descriptor = openFirstReadable(level);
+        if (!descriptor.isOpen()) {
             continue;
         }
-        const Unopened& unopened = unopened_[holder.nextToGive];
-        Given given{.descriptor =
-                        Descriptor(openat(holder.descriptor, names_.c_str() + unopened.name, readingFolder)),
-                    .path = path_.substr(0, holder.pathLength),
-                    .name = names_.c_str() + unopened.name,
-                    .folder = unopened.folder,
-                    .level = level};
-        if (!given.descriptor.isOpen() && (errno == EMFILE || errno == ENFILE)) {
-            return std::nullopt;
-        }
-        given.path.append(given.name).push_back('/');
-        ++holder.nextToGive;
+        const Unopened& unopened = unopened_[holder.nextToGive++];
         --unopenedCount_;
-        return given;
+        std::string name = names_.c_str() + unopened.name;
+        std::string path = path_.substr(0, holder.pathLength).append(name).append("/");
+        return Given{std::move(descriptor), std::move(path), std::move(name), unopened.folder, level};
     }
     return std::nullopt;
+}
+
+Descriptor FolderStack::openFirstReadable(std::size_t level) {
+    // What cannot be read is told of when its turn comes, by who is in the folder around it then.
+    constexpr std::size_t mostAttempts = 4;
+    const Level& holder = levels_[level];
+    const std::size_t end = std::min(endOfUnopened(level), holder.nextToGive + mostAttempts);
+    for (std::size_t index = holder.nextToGive; index < end && holder.descriptor >= 0; ++index) {
+        const char* name = names_.c_str() + unopened_[index].name;
+        if (Descriptor folder(openat(holder.descriptor, name, readingFolder)); folder.isOpen()) {
+            std::swap(unopened_[index], unopened_[holder.nextToGive]);
+            return folder;
+        }
+    }
+    return {};
 }
 
 Descriptor FolderStack::open(int base, const char* name) {

@@ -64,8 +64,8 @@ class FolderStack final {
     void clear();
 
     struct Given {
-        Descriptor descriptor; ///< Not open when it cannot be read.
-        std::string path;      ///< Ends with a slash.
+        Descriptor descriptor;
+        std::string path; ///< Ends with a slash.
         std::string name;
         FoundFolder folder;
         std::size_t level; ///< How many folders lie around the one that holds it.
@@ -92,6 +92,8 @@ class FolderStack final {
         std::size_t firstName = 0;
     };
 
+    /// Makes one of the first folders noted in a level the first, and opens it; not open when none can be.
+    Descriptor openFirstReadable(std::size_t level);
     void push(Descriptor descriptor, const FoundFolder& folder);
     [[nodiscard]] std::size_t endOfUnopened(std::size_t level) const;
     /// Closes descriptors between the outermost and the innermost levels until so many are open.
@@ -106,7 +108,7 @@ class FolderStack final {
     std::size_t firstOpen_ = 1; ///< All levels from this one on are open, and the outermost.
     std::vector<Unopened> unopened_;
     std::size_t unopenedCount_ = 0; ///< Without those given away.
-    std::string names_;             ///< Of the unopened ones, each with a zero byte.
+    std::string names_;             ///< Of those noted in the open levels, each with a zero byte.
     std::string path_;
 };
 

@@ -217,11 +217,6 @@ class Walker final {
         if (!given) {
             return;
         }
-        if (!given->descriptor.isOpen()) {
-            tellEntered(given->name, given->folder);
-            leaveUnread();
-            return;
-        }
         walk_.exchange.give({.request = request_,
                              .folder = std::move(given->descriptor),
                              .path = std::move(given->path),

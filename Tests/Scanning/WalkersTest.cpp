@@ -344,6 +344,29 @@ TEST(Walkers, CountAnUnreadableFolderAsItsOwnBlocksAndOneUnreadableEntry) {
     }));
 }
 
+TEST(Walkers, BreakDownFoldersThatCannotBeOpenedWhereTheyLie) {
+    // One that could not be given away counted for the part that its thread had come to.
+    const TempHome home;
+    expectHeld(asOrdinaryUser(home.path(), [&] {
+        for (int number = 0; number < 40; ++number) {
+            const std::string name = std::to_string(number);
+            for (int file = 0; file < 150; ++file) {
+                home.file("part" + name + "/in/" + std::to_string(file % 3) + "/" + std::to_string(file));
+            }
+            for (const char* folder : {"", "/", "/in/"}) {
+                const std::string closed = (*folder == '\0' ? "" : "part" + name) + folder + "closed" + name;
+                home.folder(closed);
+                home.setMode(closed, 0000);
+            }
+        }
+        const std::string expected = described(breakDown(home.path(), {50, 50}, true));
+        for (int round = 0; round < 20; ++round) {
+            EXPECT_EQ(described(breakDown(home.path(), {50, 50})), expected);
+        }
+        return !HasFailure();
+    }));
+}
+
 TEST(Walkers, DateAProjectByItsOwnFilesAlone) {
     const TempHome home;
     home.file("src/main.c", 10);
