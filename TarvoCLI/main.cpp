@@ -1,11 +1,11 @@
 #include "LumoCore/Basics/Result.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
-#include "TarvoModel/Flows/LanguageChoice.h"
 #include "Platform/Environment.h"
 #include "Platform/Folder.h"
 #include "Platform/Terminal.h"
 #include "TarvoCLI/Commands.h"
+#include "TarvoModel/Flows/LanguageChoice.h"
 
 #include <fmt/format.h>
 

@@ -98,7 +98,8 @@ void GrowthDesk::refresh() {
 }
 
 void GrowthDesk::takeLines(Read read) {
-    const GrowthLine* const before = opened();
+    // The free space alone was shown to nobody.
+    const GrowthLine* const before = read_.lines.size() > 1 ? opened() : nullptr;
     const auto same = std::ranges::find_if(
         read.lines, [&](const GrowthLine& line) { return before != nullptr && line.id == before->id; });
     // What changed most is wanted rather than the free space before it.

@@ -90,7 +90,7 @@ SideWindow {
 
             PlainButton {
                 enabled: App.rows.indexOf(window.key) >= 0
-                text: Words.showInList
+                text: SideWords.showInList
 
                 onClicked: App.places.revealRow(window.key)
             }

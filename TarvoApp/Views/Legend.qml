@@ -24,8 +24,6 @@ Row {
             Accessible.checked: only
             Accessible.description: Words.onlyHelp
             Accessible.name: Words.only.arg(modelData)
-            // A button says its own role when it is complete.
-            Component.onCompleted: Accessible.role = Accessible.CheckBox
             enabled: something || only
             focusPolicy: Qt.StrongFocus
             implicitHeight: Math.round(26 * Theme.scale)

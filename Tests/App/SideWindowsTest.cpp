@@ -177,8 +177,8 @@ TEST_F(SideWindowsTest, OneThingOfACleanupIsPutBackFromTheHistory) {
     QQuickWindow& window = open(Side::history);
     ASSERT_TRUE(story.waitUntil([&] { return !app.history()->isBusy(); }));
     ASSERT_EQ(app.history()->cleanups().size(), 1);
-    EXPECT_EQ(bytesOf(app.history()->lines()[2].toMap()["place"].toString()), "~/.cache/whisper");
-    click(window, "Devolver: ~/.cache/whisper", "Put Back: ~/.cache/whisper");
+    EXPECT_EQ(bytesOf(app.history()->lines()[2].toMap()["place"].toString()), "~/.cache/whisper/model");
+    click(window, "Devolver: ~/.cache/whisper/model", "Put Back: ~/.cache/whisper/model");
     EXPECT_TRUE(app.activity()->isBusy());
     ASSERT_TRUE(story.waitUntil([&] { return !app.activity()->isBusy() && !app.history()->isBusy(); }));
     EXPECT_TRUE(story.hasOwn());

@@ -261,7 +261,7 @@ TEST_F(MainWindowTest, TheLegendNarrowsListAndMapUntilEscape) {
     open();
     const int all = story.app().rows()->count();
     const std::string safe = lumo::Words{"Solo «Se regenera solo»", "Only “Recreates itself”"}.in();
-    EXPECT_THAT(told(), Contains("CheckBox|" + safe));
+    EXPECT_THAT(told(), Contains("Button|" + safe));
     click(safe);
     EXPECT_LT(story.app().rows()->count(), all);
     const MapModel& map = *story.app().map();

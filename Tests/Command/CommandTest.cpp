@@ -205,7 +205,7 @@ TEST(Command, LeavesDamagedSettingsAsTheyAreAndSaysWhatToDo) {
 
 TEST(Command, ShowsAndChangesSettingsAsAnObjectFromKeyToValue) {
     const TempHome home;
-    EXPECT_THAT(keysOf(jsonOf(home, {"ajustes"})), SizeIs(13)) << "those with a value";
+    EXPECT_THAT(keysOf(jsonOf(home, {"ajustes"})), SizeIs(14)) << "those with a value";
     EXPECT_EQ(jsonOf(home, {"settings", "get", "novedadesVistas"}), json("{}"));
     const std::string folders = R"({"carpetasProtegidas":[")" + home.folder("[a b]") + R"(","/usr"]})";
     EXPECT_EQ(jsonOf(home, {"settings", "set", "carpetasProtegidas", "~/[a b]/", "/usr"}), json(folders));
