@@ -40,12 +40,13 @@ TEST(Preferences, HaveTheAgreedKeysAndStandardValues) {
     for (const tarvo::Preference* each : tarvo::allPreferences) {
         listed += std::string(each->key) + " " + stored(home, each->key) + " ";
     }
-    EXPECT_EQ(listed, "objetivoBytes 24000000000 bienvenidaVista false verDiscoEntero false "
-                      "apariencia \"system\" idioma \"system\" barraDeMenus true avisoGB 10 avisoNotificacion true "
-                      "limpiezaSemanal false diasProyectoActivo 30 carpetasProtegidas [] resumenConIA true "
-                      "explicarAlAnalizar false tamanoTexto 1.0 novedadesVistas absent "
-                      "ultimaLimpiezaSemanal absent ultimaLimpiezaSemanalBytes absent "
-                      "avisoPocoEspacioEnviado absent modeloLocal absent ventana absent ");
+    EXPECT_EQ(listed,
+              "objetivoBytes 24000000000 bienvenidaVista false verDiscoEntero false "
+              "apariencia \"system\" idioma \"system\" barraDeMenus true avisoGB 10 avisoNotificacion true "
+              "limpiezaSemanal false diasProyectoActivo 30 carpetasProtegidas [] resumenConIA true "
+              "explicarAlAnalizar false tamanoTexto 1.0 novedadesVistas absent "
+              "ultimaLimpiezaSemanal absent ultimaLimpiezaSemanalBytes absent "
+              "avisoPocoEspacioEnviado absent modeloLocal absent ventana absent ");
     EXPECT_FALSE(std::filesystem::exists(home.path(".config"))) << "Reading wrote something.";
 }
 
