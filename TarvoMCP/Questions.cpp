@@ -141,16 +141,7 @@ std::string head(const Words& words, const Actions& actions) {
 } // namespace
 
 std::string cleaningQuestion(const Actions& actions, const lumo::ScanReport& report, const Asking& asking) {
-    Actions forGood;
-    Actions own;
-    Actions recreated;
-    for (const CleanupAction& action : actions) {
-        const Fate fate = fateOf(action);
-        (fate == Fate::deletedAtOnce  ? recreated
-         : fate == Fate::byItsOwnTool ? forGood
-                                      : own)
-            .push_back(action);
-    }
+    const auto [forGood, own, recreated] = goingOf(actions);
     std::string question =
         Words{"{} pide limpiar {} con Tarvo AI.\n", "{} asks to clean {} with Tarvo AI.\n"}.with(
             lumo::revealed(asking.caller), lumo::ByteFormat::string(bytesOf(actions)));

@@ -29,20 +29,19 @@ std::vector<Piece> sharedPiecesOf(const QuietFile& file) {
     constexpr std::size_t mostPieces = 64;
     constexpr std::uint32_t unsure = FIEMAP_EXTENT_UNKNOWN | FIEMAP_EXTENT_DELALLOC |
                                      FIEMAP_EXTENT_DATA_INLINE | FIEMAP_EXTENT_NOT_ALIGNED;
-    // The system wants one piece of memory with the extents behind the head.
+    // The system wants one piece of memory with the extents behind the head, which its header declares as an
+    // array of no length.
     std::vector<char> memory(sizeof(fiemap) + mostPieces * sizeof(fiemap_extent));
-    fiemap head = {};
+    auto& head = *reinterpret_cast<fiemap*>(memory.data());
     head.fm_length = std::numeric_limits<std::uint64_t>::max();
     head.fm_extent_count = mostPieces;
-    std::memcpy(memory.data(), &head, sizeof(head));
     if (ioctl(file.number(), FS_IOC_FIEMAP, memory.data()) != 0) {
         return {};
     }
-    std::memcpy(&head, memory.data(), sizeof(head));
     std::vector<Piece> pieces;
     for (std::size_t index = 0; index < std::min<std::size_t>(head.fm_mapped_extents, mostPieces); ++index) {
         fiemap_extent extent = {};
-        std::memcpy(&extent, memory.data() + sizeof(head) + index * sizeof(extent), sizeof(extent));
+        std::memcpy(&extent, memory.data() + sizeof(fiemap) + index * sizeof(extent), sizeof(extent));
         if ((extent.fe_flags & unsure) != 0 || (extent.fe_flags & FIEMAP_EXTENT_SHARED) == 0) {
             return {};
         }

@@ -30,7 +30,7 @@ constexpr int notStartedStatus = 127;
 constexpr int lostStatus = 255;
 constexpr int signalStatus = 128;
 /// Seconds that background processes may keep the output open, and that a tool has to end when asked to.
-constexpr double patience = 2;
+constexpr double grace = 2;
 
 ToolRun notStarted(std::string reason) {
     return {.status = notStartedStatus, .output = std::move(reason)};
@@ -226,7 +226,7 @@ class StartedTool final {
   private:
     [[nodiscard]] bool isOver() const {
         const double now = monotonicSeconds();
-        if (!endedAt_ || (output_.isOpen() && now < *endedAt_ + patience)) {
+        if (!endedAt_ || (output_.isOpen() && now < *endedAt_ + grace)) {
             return false;
         }
         return !askedAt_ || isSettled_;
@@ -272,7 +272,7 @@ class StartedTool final {
         } else if (!isSettled_ && endedAt_ && kill(-leader_, 0) != 0) {
             // A group's number stays taken while it has members; from now on it may become somebody else's.
             isSettled_ = true;
-        } else if (!isSettled_ && monotonicSeconds() >= *askedAt_ + patience) {
+        } else if (!isSettled_ && monotonicSeconds() >= *askedAt_ + grace) {
             kill(-leader_, SIGKILL);
             isSettled_ = true;
         }

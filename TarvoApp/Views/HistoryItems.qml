@@ -25,6 +25,7 @@ ColumnLayout {
         Layout.rightMargin: 16
         Layout.topMargin: 2
         color: Theme.secondaryText
+        maximumLineCount: 2
         text: App.history.facts
         wrapMode: Text.WordWrap
     }

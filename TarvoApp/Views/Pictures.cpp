@@ -114,17 +114,16 @@ void takeHelp(Photographer& photographer, MainWindow& windows, AppModel& app) {
 
 /// All that is known of a folder that no rule knows, and what is in it.
 void takeDetails(Photographer& photographer, MainWindow& windows, AppModel& app) {
-    auto* const list = windows.window()->findChild<QObject*>(QStringLiteral("list"));
     const QString key = rowKey(*app.rows(), RowGroup::unclassified);
-    if (list == nullptr || key.isEmpty()) {
+    if (key.isEmpty()) {
         return;
     }
-    list->setProperty("opened", key);
+    app.places()->openRow(key, true);
     app.places()->gatherEvidence(key);
     app.places()->revealRow(key);
     wait(patience, [&] { return app.places()->flashRow().isEmpty(); });
     photographer.takeBoth(windows.window(), QStringLiteral("details"));
-    list->setProperty("opened", QString());
+    app.places()->openRow(key, false);
     app.places()->showPreview(key);
     wait(patience, [&] { return !app.preview()->isBusy(); });
     QQuickWindow* const preview = windows.open(MainWindow::Side::preview);
