@@ -166,7 +166,7 @@ std::string changeWord(const GrowthLine& line, Language language) {
 
 std::string lineText(const GrowthLine& line, Language language) {
     const auto largest = std::ranges::max_element(line.points, {}, &GrowthPoint::bytes);
-    const std::string changed = Words{"Ahora {}, {} desde el {}", "{} now, {} since {}"}.in(
+    std::string changed = Words{"Ahora {}, {} desde el {}", "{} now, {} since {}"}.in(
         language, string(line.now(), language), changeText(line.delta, language),
         lumo::momentText(line.points.front().date, language));
     // At either end there is nothing more to say.
