@@ -1,6 +1,7 @@
 #include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Cleanup/HomeLock.h"
 #include "Platform/Clock.h"
+#include "Platform/RunningProcesses.h"
 #include "TarvoModel/Flows/Preferences.h"
 #include "Tests/Flows/Faces.h"
 #include "Tests/support/Child.h"
@@ -8,9 +9,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <optional>
+#include <thread>
 
 using namespace tarvo;
 using namespace tarvo::testing;
@@ -124,8 +127,14 @@ TEST_P(Stories, AProgramThatIsStartedBeforeTheAnswerKeepsItsCache) {
     home.program("opt/chrome/chrome", "#!/bin/sh\nsleep 60\n");
     std::optional<Child> chrome;
     fs::copy_file("/bin/sleep", home.path("opt/chrome/chrome"), fs::copy_options::overwrite_existing);
-    const std::string said =
-        face()->clean([&] { chrome.emplace(Arguments{home.path("opt/chrome/chrome"), "60"}, Arguments{}); });
+    const std::string said = face()->clean([&] {
+        chrome.emplace(Arguments{home.path("opt/chrome/chrome"), "60"}, Arguments{});
+        // For a moment it still has the name of whoever started it.
+        while (std::ranges::none_of(lumo::platform::runningProcesses(),
+                                    [](const auto& process) { return process.argumentZero == "chrome"; })) {
+            std::this_thread::yield();
+        }
+    });
     EXPECT_TRUE(has("Library/Caches/Google/Chrome/page"));
     EXPECT_THAT(said, HasSubstr("quit Google Chrome first"));
 }

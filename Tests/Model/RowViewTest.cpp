@@ -98,7 +98,7 @@ TEST(RowView, LightsTheTilesOfWhatItShowsAlsoInsideFolders) {
                                   inside("rest", std::nullopt, {"notes"})};
     EXPECT_THAT(litTiles({.searched = "NPM"}, level, someRows()),
                 Optional(UnorderedElementsAre("dentro:/home/u/npm", "dentro:/home/u/work",
-                                              "dentro:/home/u/work/npm-cache")));
+                                              "dentro:/home/u/code/npm-cache")));
     EXPECT_THAT(litTiles({.searched = "npm", .group = RowGroup::safe}, level, {}),
                 Optional(UnorderedElementsAre("dentro:/home/u/npm")));
     EXPECT_THAT(litTiles({.group = RowGroup::unclassified}, level, {}),
