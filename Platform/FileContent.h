@@ -8,7 +8,7 @@
 #include <string_view>
 
 /// What the bytes of regular files come to. Links are not followed, and a FIFO never blocks: what is no
-/// regular file fails with EINVAL.
+/// regular file fails with EINVAL. Nothing looks opened afterwards (see `QuietFile`).
 namespace lumo::platform {
 
 /// Some bytes of a file, and what they shrink to.
@@ -19,9 +19,6 @@ struct Sample {
 
 /// Reads a file of at most that many bytes whole, and of a longer one that many in pieces spread over it.
 SystemResult<Sample> sampleFile(const std::string& path, std::int64_t mostBytes);
-
-/// The first bytes of a file, or all of one that has no more.
-SystemResult<std::string> beginningOfFile(const std::string& path, std::size_t mostBytes);
 
 /// The CRC-32 that zip archives keep. A requested stop fails with ECANCELED.
 SystemResult<std::uint32_t> checksumOfFile(const std::string& path, const std::stop_token& stop = {});

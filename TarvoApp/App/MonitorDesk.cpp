@@ -47,6 +47,8 @@ void MonitorDesk::look() {
     if (ground_.isDemo() || std::exchange(isLooking_, true)) {
         return;
     }
+    // Another program may have cleaned meanwhile.
+    ground_.settings.reload();
     ground_.background.start(
         [this, volumeInfo = ground_.services.volumeInfo,
          home = ground_.services.desk.home](const std::stop_token&) -> Background::Apply {
@@ -57,7 +59,6 @@ void MonitorDesk::look() {
 void MonitorDesk::lookAt(const lumo::VolumeInfo& volume) {
     isLooking_ = false;
     volumes_.take(volume);
-    ground_.settings.reload();
     if (!isAsking() &&
         isRescanDue(scanning_.lastScanDate(), ground_.activity.phase(), ground_.services.desk.now())) {
         scanning_.scan();

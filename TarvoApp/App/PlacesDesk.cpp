@@ -254,9 +254,9 @@ void PlacesDesk::enter(const QString& key) {
 QVariantMap PlacesDesk::offers(const QString& key) const {
     const std::string id = idOf(key);
     const std::vector<std::string> paths = map_.pathsOf(id);
-    const QStringList protectedNow = ground_.settings.protectedFolders();
+    const std::vector<std::string> folders = ground_.settings.value(preference::protectedFolders);
     const bool isProtected = std::ranges::all_of(
-        paths, [&](const std::string& path) { return protectedNow.contains(shown(path)); });
+        paths, [&](const std::string& path) { return std::ranges::find(folders, path) != folders.end(); });
     const TileState state = ticked_.plan().stateOf(id);
     const PlaceOffers can = offersFor({.state = state,
                                        .paths = paths.size(),

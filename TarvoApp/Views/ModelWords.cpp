@@ -3,7 +3,6 @@
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/Holding.h"
 #include "TarvoApp/App/QtText.h"
-#include "TarvoModel/Showing/CleanupTexts.h"
 #include "TarvoModel/Showing/DiskMap.h"
 #include "TarvoModel/Showing/ScanCycle.h"
 #include "TarvoModel/Showing/Selection.h"
@@ -40,10 +39,6 @@ QString ModelWords::previewHelp() {
                                              "What's inside, without another program (Alt+Return)"}}
                      .on()
                      .in());
-}
-
-QString ModelWords::emptyExplanation() {
-    return shown(tarvo::emptyExplanation());
 }
 
 int ModelWords::retentionDays() {

@@ -18,7 +18,6 @@ class ModelWords : public QObject {
     Q_PROPERTY(QString homeFolder READ homeFolder CONSTANT)
     Q_PROPERTY(QString settingsHelp READ settingsHelp CONSTANT)
     Q_PROPERTY(QString previewHelp READ previewHelp CONSTANT)
-    Q_PROPERTY(QString emptyExplanation READ emptyExplanation CONSTANT)
     Q_PROPERTY(int retentionDays READ retentionDays CONSTANT)
 
   public:
@@ -29,7 +28,6 @@ class ModelWords : public QObject {
     [[nodiscard]] static QString homeFolder();
     [[nodiscard]] static QString settingsHelp();
     [[nodiscard]] static QString previewHelp();
-    [[nodiscard]] static QString emptyExplanation();
     /// How long what is set aside can be put back.
     [[nodiscard]] static int retentionDays();
 };

@@ -6,8 +6,8 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
-#include "Platform/FileContent.h"
 #include "Platform/Folder.h"
+#include "Platform/QuietFile.h"
 #include "TarvoModel/Showing/DemoDisk.h"
 
 #include <fmt/format.h>
@@ -101,7 +101,7 @@ Preview filePreview(const std::string& path, const lumo::FileTree::Watch& watch,
                     .path = path,
                     .bytes = usage.allocatedBytes,
                     .facts = factsOf(usage, false, language)};
-    const auto beginning = lumo::platform::beginningOfFile(path, previewTextBytes + 1);
+    const auto beginning = lumo::platform::quietBeginning(path, previewTextBytes + 1);
     if (beginning && isText(*beginning)) {
         preview.kind = Preview::Kind::text;
         preview.isCut = beginning->size() > previewTextBytes;

@@ -94,10 +94,10 @@ TEST(RowView, LightsTheTilesOfWhatItShowsAlsoInsideFolders) {
     EXPECT_THAT(litTiles({.searched = "gamma"}, top, someRows()), Optional(UnorderedElementsAre("_otros")));
 
     const std::vector<Tile> level{inside("npm", Safety::safe),
-                                  inside("work", Safety::keep, {"npm-cache", "notes"}),
+                                  inside("code", Safety::keep, {"npm-cache", "notes"}),
                                   inside("rest", std::nullopt, {"notes"})};
     EXPECT_THAT(litTiles({.searched = "NPM"}, level, someRows()),
-                Optional(UnorderedElementsAre("dentro:/home/u/npm", "dentro:/home/u/work",
+                Optional(UnorderedElementsAre("dentro:/home/u/npm", "dentro:/home/u/code",
                                               "dentro:/home/u/code/npm-cache")));
     EXPECT_THAT(litTiles({.searched = "npm", .group = RowGroup::safe}, level, {}),
                 Optional(UnorderedElementsAre("dentro:/home/u/npm")));
