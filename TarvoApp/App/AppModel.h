@@ -12,6 +12,7 @@
 #include "TarvoApp/App/HoldingDesk.h"
 #include "TarvoApp/App/LoginDesk.h"
 #include "TarvoApp/App/MonitorDesk.h"
+#include "TarvoApp/App/PhotosDesk.h"
 #include "TarvoApp/App/PlacesDesk.h"
 #include "TarvoApp/App/PreviewDesk.h"
 #include "TarvoApp/App/ScanningDesk.h"
@@ -55,6 +56,7 @@ class AppModel final : public QObject {
     Q_PROPERTY(tarvo::HoldingDesk* holding READ holding CONSTANT)
     Q_PROPERTY(tarvo::HistoryDesk* history READ history CONSTANT)
     Q_PROPERTY(tarvo::CleaningDesk* cleaning READ cleaning CONSTANT)
+    Q_PROPERTY(tarvo::PhotosDesk* photos READ photos CONSTANT)
     Q_PROPERTY(tarvo::ArchivingDesk* archiving READ archiving CONSTANT)
     Q_PROPERTY(tarvo::MonitorDesk* monitor READ monitor CONSTANT)
     Q_PROPERTY(tarvo::LoginDesk* login READ login CONSTANT)
@@ -93,6 +95,7 @@ class AppModel final : public QObject {
     [[nodiscard]] HoldingDesk* holding() { return &holding_; }
     [[nodiscard]] HistoryDesk* history() { return &history_; }
     [[nodiscard]] CleaningDesk* cleaning() { return &cleaning_; }
+    [[nodiscard]] PhotosDesk* photos() { return &photos_; }
     [[nodiscard]] ArchivingDesk* archiving() { return &archiving_; }
     [[nodiscard]] MonitorDesk* monitor() { return &monitor_; }
     [[nodiscard]] LoginDesk* login() { return &login_; }
@@ -127,6 +130,7 @@ class AppModel final : public QObject {
     HoldingDesk holding_;
     HistoryDesk history_;
     CleaningDesk cleaning_;
+    PhotosDesk photos_;
     ArchivingDesk archiving_;
     MonitorDesk monitor_;
     LoginDesk login_;

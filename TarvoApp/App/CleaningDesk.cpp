@@ -1,10 +1,12 @@
 #include "TarvoApp/App/CleaningDesk.h"
 
 #include "LumoCore/Basics/Words.h"
+#include "LumoCore/Inventories/DetailItem.h"
 #include "TarvoApp/App/QtText.h"
 #include "TarvoModel/Flows/WeeklyCleanup.h"
 #include "TarvoModel/Showing/DemoDisk.h"
 
+#include <algorithm>
 #include <memory>
 #include <set>
 #include <string>
@@ -56,6 +58,30 @@ void CleaningDesk::requestClean() {
     ground_.question.ask(asked::Clean{.actions = ticked.actions, .shown = ticked.shown});
 }
 
+void CleaningDesk::requestClean(const std::vector<std::string>& items, const Asks& asks) {
+    if (ground_.question.isAsking() || !mayClean() || items.empty() || ground_.isOnlyDemo()) {
+        return;
+    }
+    ground_.background.start([this, items, asks,
+                              desk = ground_.services.desk](const std::stop_token&) -> Background::Apply {
+        return [this, asks, plan = planned({.report = nullptr, .items = items}, desk)] { ask(plan, asks); };
+    });
+}
+
+void CleaningDesk::ask(const Plan& plan, const Asks& asks) {
+    const Agreement wanted = agreementTo(plan);
+    const auto blocked = std::ranges::find_if(
+        plan.entries, [](const lumo::PlanEntry& entry) { return entry.skipReason.has_value(); });
+    if (!plan.unknownItems.empty()) {
+        ground_.activity.say(unknownItemsText(plan.unknownItems));
+    } else if (blocked != plan.entries.end()) {
+        ground_.activity.say(blocked->action.title + ": " + *blocked->skipReason);
+    }
+    if (!wanted.actions.empty() && !ground_.question.isAsking()) {
+        ground_.question.ask(asks(wanted));
+    }
+}
+
 void CleaningDesk::begin(const Agreement& agreed) {
     if (ground_.isDemo()) {
         return;
@@ -72,8 +98,15 @@ void CleaningDesk::begin(const Agreement& agreed) {
 
 void CleaningDesk::cleanAgreed(const Agreement& agreed) {
     freeBeforeLastCleanup_ = volumes_.freeNow().value_or(0);
-    run([agreed](const PlanRequest& request, const Desk& desk,
-                 const CleanupWatch& watch) { return tarvo::clean(request, agreed, desk, watch); },
+    run(
+        [agreed](PlanRequest request, const Desk& desk, const CleanupWatch& watch) {
+            for (const lumo::CleanupAction& action : agreed.actions) {
+                if (lumo::inventoryKindOfID(action.id)) {
+                    request.items.push_back(action.id);
+                }
+            }
+            return tarvo::clean(request, agreed, desk, watch);
+        },
         [this](const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after) {
             cleaned(result, after);
         });

@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace tarvo {
@@ -32,6 +33,10 @@ class CleaningDesk final : public QObject {
 
     /// Asks whether what is ticked is cleaned.
     Q_INVOKABLE void requestClean();
+    /// Asks the same of items of the inventories, by their ids, as they are now. What may not be cleaned is
+    /// left out and told. `asks` makes the question of what is left.
+    using Asks = std::function<asked::Clean(const Agreement&)>;
+    void requestClean(const std::vector<std::string>& items, const Asks& asks);
     /// Tells what the last cleanup could not do.
     Q_INVOKABLE void showFailures();
     /// The cleanup of every week, which asks nobody; it finds out itself whether it is due.
@@ -54,6 +59,7 @@ class CleaningDesk final : public QObject {
     using Cleanup =
         std::function<lumo::Result<Cleaned>(const PlanRequest&, const Desk&, const CleanupWatch&)>;
     using WhenCleaned = std::function<void(const lumo::Result<Cleaned>&, const lumo::VolumeInfo& after)>;
+    void ask(const Plan& plan, const Asks& asks);
     void begin(const Agreement& agreed);
     void cleanAgreed(const Agreement& agreed);
     void run(const Cleanup& cleanup, const WhenCleaned& whenDone);

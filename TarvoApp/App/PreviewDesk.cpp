@@ -3,9 +3,7 @@
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Path.h"
 #include "TarvoApp/App/QtText.h"
-
-#include <QFile>
-#include <QImageReader>
+#include "TarvoApp/App/Thumbnails.h"
 
 #include <algorithm>
 #include <utility>
@@ -14,21 +12,8 @@ namespace tarvo {
 
 namespace {
 
-/// What the file shows when it is a picture; nothing otherwise. It is never larger than a window needs.
-QImage pictureFrom(const std::string& path) {
-    QFile file(QFile::decodeName(QByteArray::fromStdString(path)));
-    if (!file.open(QIODevice::ReadOnly)) {
-        return {};
-    }
-    QImageReader reader(&file);
-    reader.setAutoTransform(true);
-    const QSize most(1600, 1200);
-    const QSize size = reader.size();
-    if (size.width() > most.width() || size.height() > most.height()) {
-        reader.setScaledSize(size.scaled(most, Qt::KeepAspectRatio));
-    }
-    return reader.read();
-}
+/// Never larger than a window needs.
+constexpr QSize mostPoints(1600, 1200);
 
 } // namespace
 
@@ -49,7 +34,7 @@ void PreviewDesk::show(const QString& key, const std::string& title, const std::
         looking_, [this, paths, make = make_](const std::stop_token& looking) -> Background::Apply {
             const Preview preview = looking.stop_requested() ? Preview() : make(paths, looking);
             const QImage picture = preview.kind == Preview::Kind::file && !looking.stop_requested()
-                                       ? pictureFrom(preview.path)
+                                       ? pictureFrom(preview.path, mostPoints)
                                        : QImage();
             return [this, looking, preview, picture] {
                 if (!looking.stop_requested()) {

@@ -32,8 +32,14 @@ bool QuestionDesk::isConfirmingEmptyFromSettings() const {
     return empty != nullptr && empty->isFromSettings;
 }
 
+bool QuestionDesk::isOpenInPhotos() const {
+    const auto* const clean = std::get_if<asked::Clean>(&asked_);
+    return clean != nullptr && clean->isFromPhotos;
+}
+
 bool QuestionDesk::isOpen() const {
-    return !std::holds_alternative<asked::Nothing>(asked_) && !isConfirmingEmptyFromSettings();
+    return !std::holds_alternative<asked::Nothing>(asked_) && !isConfirmingEmptyFromSettings() &&
+           !isOpenInPhotos();
 }
 
 QString QuestionDesk::title() const {

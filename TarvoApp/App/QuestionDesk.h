@@ -11,9 +11,10 @@ namespace tarvo {
 /// The one thing that the user is asked or told at a time, and the answer to it.
 class QuestionDesk final : public QObject {
     Q_OBJECT
-    /// True while something is asked or told in the main window; the other is asked in the settings.
+    /// True while something is asked or told in the main window; the others are asked where they belong.
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY changed)
     Q_PROPERTY(bool isOpenInSettings READ isConfirmingEmptyFromSettings NOTIFY changed)
+    Q_PROPERTY(bool isOpenInPhotos READ isOpenInPhotos NOTIFY changed)
     Q_PROPERTY(QString title READ title NOTIFY changed)
     /// May have several lines.
     Q_PROPERTY(QString message READ message NOTIFY changed)
@@ -37,6 +38,7 @@ class QuestionDesk final : public QObject {
     [[nodiscard]] bool isAsking() const;
     [[nodiscard]] bool isConfirming() const { return std::holds_alternative<asked::Clean>(asked_); }
     [[nodiscard]] bool isConfirmingEmptyFromSettings() const;
+    [[nodiscard]] bool isOpenInPhotos() const;
     [[nodiscard]] bool isOpen() const;
     [[nodiscard]] QString title() const;
     [[nodiscard]] QString message() const;

@@ -24,7 +24,7 @@ struct Strokes {
     const char* path;
 };
 
-constexpr std::array<Strokes, 17> table{{
+constexpr std::array<Strokes, 19> table{{
     {"tick", "M 5.5 12.5 L 10 17 L 18.5 7.5"},
     {"lock", "R 5.5 11 13 9 2 M 8 11 L 8 8 A 8 4 8 8 180 -180 L 16 11"},
     {"search", "O 10.5 10.5 6 M 15 15 L 20 20"},
@@ -40,6 +40,8 @@ constexpr std::array<Strokes, 17> table{{
     {"undo", "M 8.5 5 L 4.5 9 L 8.5 13 M 4.5 9 L 14.5 9 A 9.5 9 10 10 90 -180 L 9 19"},
     {"spark", "M 12 3.5 L 14 10 L 20.5 12 L 14 14 L 12 20.5 L 10 14 L 3.5 12 L 10 10 L 12 3.5"},
     {"disk", "R 3.5 5 17 14 2.5 M 3.5 14 L 20.5 14 M 16.5 16.5 L 16.55 16.5"},
+    {"photos", "R 3.5 5.5 17 13 2.5 O 8.5 10 1.6 M 4.5 17 L 10.5 12.5 L 13.5 15 L 17 11.5 L 20 14.5"},
+    {"film", "R 3.5 5.5 17 13 2.5 M 10 9 L 15 12 L 10 15 L 10 9"},
     {"warning", "M 12 4.5 L 20.5 19 L 3.5 19 L 12 4.5 M 12 10 L 12 14 M 12 16.4 L 12 16.45"},
     {"info", "O 12 12 8.5 M 12 11 L 12 16 M 12 8 L 12 8.05"},
 }};

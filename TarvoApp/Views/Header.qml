@@ -8,6 +8,7 @@ RowLayout {
 
     signal settingsWanted
     signal helpWanted
+    signal photosWanted
 
     // The large figure says the first half of the idle line already.
     readonly property string status: App.volumes.freeNow.length > 0 && App.scanning.statusText.startsWith(App.volumes.freeNow)
@@ -80,6 +81,13 @@ RowLayout {
             shape: App.activity.isBusy ? "stop" : "scan"
 
             onClicked: App.activity.isBusy ? App.activity.stop() : App.scanning.scan()
+        }
+        IconButton {
+            help: SideWords.photosHelp
+            name: SideWords.photos
+            shape: "photos"
+
+            onClicked: header.photosWanted()
         }
         IconButton {
             help: ModelWords.settingsHelp

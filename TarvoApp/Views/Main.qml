@@ -112,6 +112,7 @@ ApplicationWindow {
             Layout.topMargin: window.gap
 
             onHelpWanted: window.openHelp()
+            onPhotosWanted: sides.openPhotos()
             onSettingsWanted: window.openSettings()
         }
         Summary {

@@ -1,5 +1,6 @@
 #include "TarvoApp/Views/MainWindow.h"
 
+#include "TarvoApp/Views/PhotoPictures.h"
 #include "TarvoApp/Views/WindowPlace.h"
 #include "TarvoApp/Views/WindowTypes.h"
 
@@ -31,6 +32,8 @@ MainWindow::MainWindow(AppModel& app, Begin begin) : desktop_(app) {
             QCoreApplication::installTranslator(translator);
         }
     }
+    engine_.addImageProvider(QStringLiteral("photos"),
+                             new PhotoPictures(app.photos()->thumbnails()));
     engine_.addImportPath(QStringLiteral(":/qt/qml"));
     // By the module's name: loading the file alone would not register what the module has from C++.
     engine_.loadData("import Tarvo\nMain {}", QUrl(QStringLiteral("qrc:/qt/qml/Window.qml")));
@@ -46,12 +49,13 @@ QQuickWindow* MainWindow::window() const {
 }
 
 QQuickWindow* MainWindow::open(Side side) {
-    constexpr std::array<std::pair<const char*, const char*>, 6> names{{{"openSettings", "settings"},
+    constexpr std::array<std::pair<const char*, const char*>, 7> names{{{"openSettings", "settings"},
                                                                         {"openHelp", "help"},
                                                                         {"openNews", "news"},
                                                                         {"openPreview", "preview"},
                                                                         {"openHistory", "history"},
-                                                                        {"openGrowth", "growth"}}};
+                                                                        {"openGrowth", "growth"},
+                                                                        {"openPhotos", "photos"}}};
     const auto& [operation, name] = names.at(static_cast<std::size_t>(side));
     auto* const sides = window()->findChild<QObject*>(QStringLiteral("sides"));
     if (sides == nullptr || !QMetaObject::invokeMethod(sides, operation)) {

@@ -24,7 +24,7 @@ class MainWindow final {
     [[nodiscard]] Desktop& desktop() { return desktop_; }
 
     /// The windows beside it.
-    enum class Side { settings, help, news, preview, history, growth };
+    enum class Side { settings, help, news, preview, history, growth, photos };
     /// Shows one of them; null when it could not be shown.
     QQuickWindow* open(Side side);
 

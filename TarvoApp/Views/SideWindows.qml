@@ -25,6 +25,9 @@ Item {
     function openHistory(): void {
         history.present();
     }
+    function openPhotos(): void {
+        photos.present();
+    }
     function openGrowth(): void {
         growth.present();
     }
@@ -99,6 +102,15 @@ Item {
         objectName: "growth"
 
         sourceComponent: GrowthWindow {
+            onHelpWanted: sides.openHelp() // qmllint disable unqualified
+        }
+    }
+    Side {
+        id: photos
+
+        objectName: "photos"
+
+        sourceComponent: PhotosWindow {
             onHelpWanted: sides.openHelp() // qmllint disable unqualified
         }
     }

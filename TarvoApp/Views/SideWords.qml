@@ -39,6 +39,20 @@ QtObject {
                                               "How much each thing has changed since the first stored scan")
     readonly property string nowTakes: pick("ahora %1", "now %1")
 
+    readonly property string photos: pick("Repasar fotos", "Review Photos")
+    readonly property string photosHelp: pick("Copias, parecidas, ráfagas y capturas: decide tú cuáles sobran",
+                                              "Copies, look-alikes, bursts and screenshots: you decide which can go")
+    readonly property string chapters: pick("Apartados", "Chapters")
+    readonly property string otherFolder: pick("Otra carpeta…", "Other Folder…")
+    readonly property string chooseRest: pick("Elegir el resto", "Choose the Rest")
+    readonly property string chooseRestHelp: pick("Elige todas las de este apartado menos las que se propone conservar",
+                                                  "Chooses all of this chapter but those that are proposed to stay")
+    readonly property string chooseNone: pick("No elegir ninguna", "Choose None")
+    readonly property string setAside: pick("Apartar…", "Set Aside…")
+    readonly property string proposed: pick("se propone conservar", "proposed to stay")
+    readonly property string chosenToGo: pick("elegida para apartar", "chosen to be set aside")
+    readonly property string film: pick("vídeo", "video")
+
     readonly property string celebration: pick("Limpieza terminada", "Cleanup finished")
     readonly property string saveImage: pick("Guardar imagen", "Save Image")
     readonly property string copyImage: pick("Copiar imagen", "Copy Image")

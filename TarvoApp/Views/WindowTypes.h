@@ -51,6 +51,18 @@ struct RowListInWindows {
     QML_ANONYMOUS
 };
 
+struct PhotosDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::PhotosDesk)
+    QML_ANONYMOUS
+};
+
+struct PhotoListInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::PhotoList)
+    QML_ANONYMOUS
+};
+
 struct MapModelInWindows {
     Q_GADGET
     QML_FOREIGN(tarvo::MapModel)

@@ -21,6 +21,7 @@ struct Nothing {
 struct Clean {
     std::vector<lumo::CleanupAction> actions;
     lumo::ResolvedPaths shown; ///< What their paths meant when they were shown.
+    bool isFromPhotos = false; ///< It is asked in the window where photos are reviewed.
 };
 
 /// Whether what is set aside goes for good.

@@ -24,8 +24,8 @@ const std::vector<Room>& house() {
     static const std::vector<Room> rooms{
         {"Platform",
          {},
-         {"archive.h", "archive_entry.h", "linux", "nettle", "plist", "system", "unzip.h", "xxhash.h",
-          "zlib.h"}},
+         {"archive.h", "archive_entry.h", "libexif", "linux", "nettle", "plist", "system", "unzip.h",
+          "xxhash.h", "zlib.h"}},
         {"LumoCore/Basics", {"Platform"}, {"fmt", "unicode", "nlohmann"}},
         {"LumoCore/Rules", coreBelow, {"fmt"}},
         {"LumoCore/Scanning", {"LumoCore/Rules", "LumoCore/Basics", "Platform"}, {"fmt"}},
@@ -45,6 +45,7 @@ const std::vector<Room>& house() {
          {"fmt"}},
         {"LumoAI", {"LumoCore", "Platform"}, {"fmt"}},
         {"TarvoModel/Showing", {"LumoCore", "LumoAI", "Platform"}, {"fmt"}},
+        {"TarvoModel/Photos", {"TarvoModel/Flows", "TarvoModel/Showing", "LumoCore", "Platform"}, {"fmt"}},
         {"TarvoModel/Flows", {"TarvoModel/Showing", "LumoCore", "LumoAI", "Platform"}, {"fmt"}},
         {"TarvoApp/App", {"TarvoModel", "LumoCore", "LumoAI", "Platform"}, {"fmt", "Qt"}},
         {"TarvoApp/Views", {"TarvoApp/App", "TarvoModel", "LumoCore", "Platform"}, {"Qt"}},

@@ -1,0 +1,92 @@
+#include "TarvoApp/App/PhotoList.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Date.h"
+#include "LumoCore/Basics/Path.h"
+#include "TarvoApp/App/QtText.h"
+
+#include <fmt/format.h>
+
+#include <utility>
+
+namespace tarvo {
+
+namespace {
+
+QString factsOf(const Photo& photo) {
+    std::string facts =
+        lumo::ByteFormat::string(photo.picture.bytes) + " · " + lumo::dayText(photo.picture.taken);
+    if (photo.look) {
+        facts += fmt::format(" · {} × {}", photo.look->width, photo.look->height);
+    }
+    return shown(facts);
+}
+
+} // namespace
+
+PhotoList::PhotoList(const std::set<std::string>& chosen, QObject* parent)
+    : QAbstractListModel(parent), chosen_(chosen) {}
+
+void PhotoList::show(std::vector<Entry> entries) {
+    beginResetModel();
+    entries_ = std::move(entries);
+    endResetModel();
+    emit countChanged();
+}
+
+void PhotoList::refresh() {
+    if (!entries_.empty()) {
+        emit dataChanged(index(0), index(count() - 1), {chosenRole});
+    }
+}
+
+int PhotoList::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : count();
+}
+
+QVariant PhotoList::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || index.row() >= count()) {
+        return {};
+    }
+    const Entry& entry = entries_[static_cast<std::size_t>(index.row())];
+    const lumo::Picture& picture = entry.photo.picture;
+    switch (role) {
+    case sourceRole:
+        return pictureAddress(picture.path);
+    case keyRole:
+        return keyOf(picture.path);
+    case nameRole:
+        return shown(lumo::fileName(picture.path));
+    case factsRole:
+        return factsOf(entry.photo);
+    case filmRole:
+        return picture.isFilm;
+    case groupRole:
+        return entry.group;
+    case firstRole:
+        return entry.isFirst;
+    case proposedRole:
+        return entry.isProposed;
+    case chosenRole:
+        return chosen_.contains(picture.path);
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> PhotoList::roleNames() const {
+    return {
+        {sourceRole, "source"},  {keyRole, "key"},     {nameRole, "name"},     {factsRole, "facts"},
+        {filmRole, "isFilm"},    {groupRole, "group"}, {firstRole, "isFirst"}, {proposedRole, "isProposed"},
+        {chosenRole, "isChosen"}};
+}
+
+QString pictureAddress(const std::string& path) {
+    return QStringLiteral("image://photos/") + QString::fromLatin1(QByteArray::fromStdString(path).toHex());
+}
+
+std::string pathOfPicture(const QString& id) {
+    return QByteArray::fromHex(id.toLatin1()).toStdString();
+}
+
+} // namespace tarvo

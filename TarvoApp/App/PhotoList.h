@@ -1,0 +1,63 @@
+#pragma once
+
+#include "TarvoModel/Photos/PhotoReview.h"
+
+#include <QAbstractListModel>
+
+#include <set>
+#include <string>
+#include <vector>
+
+namespace tarvo {
+
+/// The photos of one chapter, group by group.
+class PhotoList final : public QAbstractListModel {
+    Q_OBJECT
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
+
+  public:
+    enum Role {
+        sourceRole = Qt::UserRole, ///< The address of its small picture.
+        keyRole,                   ///< Its path; see `keyOf`.
+        nameRole,
+        factsRole, ///< Size, day and measures.
+        filmRole,
+        groupRole,    ///< Counted from 0 within the chapter.
+        firstRole,    ///< Whether it is the first of its group.
+        proposedRole, ///< Whether it is proposed to stay.
+        chosenRole    ///< Whether it will be set aside.
+    };
+
+    /// What was chosen must outlive the list: paths.
+    explicit PhotoList(const std::set<std::string>& chosen, QObject* parent = nullptr);
+
+    struct Entry {
+        Photo photo;
+        int group = 0;
+        bool isFirst = false;
+        bool isProposed = false;
+    };
+
+    void show(std::vector<Entry> entries);
+    /// Others were chosen.
+    void refresh();
+    [[nodiscard]] const std::vector<Entry>& entries() const { return entries_; }
+    [[nodiscard]] int count() const { return static_cast<int>(entries_.size()); }
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+  signals:
+    void countChanged();
+
+  private:
+    const std::set<std::string>& chosen_;
+    std::vector<Entry> entries_;
+};
+
+/// How a window asks for the small picture of the file: an address for `image://`, and back.
+QString pictureAddress(const std::string& path);
+std::string pathOfPicture(const QString& id);
+
+} // namespace tarvo

@@ -1,0 +1,294 @@
+#include "TarvoApp/App/PhotosDesk.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/CheckedSum.h"
+#include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Words.h"
+#include "TarvoApp/App/QtText.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace tarvo {
+
+using lumo::Words;
+using lumo::ByteFormat::string;
+
+namespace {
+
+std::string photosText(std::size_t count) {
+    return count == 1 ? Words{"1 foto", "1 photo"}.in() : Words{"{} fotos", "{} photos"}.with(count);
+}
+
+std::string hintOf(PhotoSection section) {
+    switch (section) {
+    case PhotoSection::copies:
+        return Words{"Los mismos bytes, en varios sitios. De cada grupo se propone conservar la primera.",
+                     "The same bytes in several places. Of each group the first is proposed to stay."}
+            .in();
+    case PhotoSection::alike:
+        return Words{"Se parecen mucho: míralas antes de decidir. La primera es la más grande y nítida.",
+                     "They look much alike: see for yourself. The first is the largest and sharpest."}
+            .in();
+    case PhotoSection::bursts:
+        return Words{"Hechas seguidas, a menos de dos segundos una de otra.",
+                     "Taken one after the other, less than two seconds apart."}
+            .in();
+    case PhotoSection::blurred:
+        return Words{"Solo una pista: también puede ser niebla, noche o un cielo liso.",
+                     "Only a hint: it may as well be fog, night or a plain sky."}
+            .in();
+    case PhotoSection::screenshots:
+    case PhotoSection::month:
+        break;
+    }
+    return Words{"Las más grandes primero.", "The largest first."}.in();
+}
+
+} // namespace
+
+PhotosDesk::PhotosDesk(const Ground& ground, CleaningDesk& cleaning, PreviewDesk& preview, std::string home,
+                       QObject* parent)
+    : QObject(parent), ground_(ground), cleaning_(cleaning), preview_(preview), home_(std::move(home)),
+      thumbnails_(Thumbnails::ofHome(ground.services.desk.home)), list_(chosen_, this) {
+    constexpr std::chrono::milliseconds betweenLooks{250};
+    ticker_.setInterval(betweenLooks);
+    connect(&ticker_, &QTimer::timeout, this, &PhotosDesk::progressed);
+    connect(&cleaning, &CleaningDesk::outcomesChanged, this, [this] {
+        if (!read_.photos.empty()) {
+            show(); // What was set aside is no longer there.
+        }
+    });
+}
+
+PhotosDesk::~PhotosDesk() {
+    forget();
+}
+
+void PhotosDesk::show() {
+    forget();
+    if (ground_.isDemo()) {
+        return;
+    }
+    looking_ = std::make_shared<Looking>();
+    ticker_.start();
+    ground_.background.start(
+        looking_->stop,
+        [this, looking = looking_, folder = folder_, desk = ground_.services.desk,
+         thumbnails = thumbnails_](const std::stop_token& stop) -> Background::Apply {
+            const auto show = [this, looking](const PhotosRead& read, bool isLast) {
+                return [this, looking, read, isLast] {
+                    if (looking == looking_) {
+                        looking_->total = read.photos.size();
+                        looking_ = isLast ? nullptr : looking_;
+                        take(read);
+                    }
+                };
+            };
+            const PhotosRead read = readPhotos(
+                folder, desk, [&](const std::string& path) { return thumbnails.lookAt(path); },
+                {.onListed = [&](const PhotosRead& listed) { ground_.background.post(show(listed, false)); },
+                 .looked = &looking->looked,
+                 .stop = stop});
+            return show(read, true);
+        });
+    emit progressed();
+}
+
+void PhotosDesk::forget() {
+    if (const auto looking = std::exchange(looking_, nullptr)) {
+        looking->stop.request_stop();
+        ticker_.stop();
+        emit progressed();
+    }
+}
+
+void PhotosDesk::lookIn(const QUrl& folder) {
+    folder_ = QFile::encodeName(folder.toLocalFile()).toStdString();
+    read_ = {};
+    chapter_ = 0;
+    chosen_.clear();
+    showChapter();
+    show();
+}
+
+void PhotosDesk::take(PhotosRead read) {
+    const PhotoChapter* const before = shownChapter();
+    const std::string title = before != nullptr ? before->title : std::string();
+    read_ = std::move(read);
+    const auto same = std::ranges::find(read_.chapters, title, &PhotoChapter::title);
+    chapter_ = same != read_.chapters.end() ? static_cast<int>(same - read_.chapters.begin()) : 0;
+    std::set<std::string> there;
+    for (const Photo& photo : read_.photos) {
+        there.insert(photo.picture.path);
+    }
+    std::erase_if(chosen_, [&](const std::string& path) { return !there.contains(path); });
+    if (!looking_) {
+        ticker_.stop();
+    }
+    showChapter();
+    emit progressed();
+}
+
+void PhotosDesk::showChapter() {
+    std::vector<PhotoList::Entry> entries;
+    if (const PhotoChapter* const chapter = shownChapter()) {
+        int group = 0;
+        for (const PhotoGroup& photos : chapter->groups) {
+            for (const std::size_t at : photos.photos) {
+                const bool isFirst = at == photos.photos.front();
+                entries.push_back({.photo = read_.photos[at],
+                                   .group = group,
+                                   .isFirst = isFirst,
+                                   .isProposed = isFirst && photos.proposesFirst});
+            }
+            ++group;
+        }
+    }
+    list_.show(std::move(entries));
+    emit changed();
+    emit chosenChanged();
+}
+
+void PhotosDesk::setChapter(int index) {
+    if (index != chapter_ && index >= 0 && index < static_cast<int>(read_.chapters.size())) {
+        chapter_ = index;
+        showChapter();
+    }
+}
+
+const PhotoChapter* PhotosDesk::shownChapter() const {
+    const auto at = static_cast<std::size_t>(chapter_);
+    return at < read_.chapters.size() ? &read_.chapters[at] : nullptr;
+}
+
+// What the user decides.
+
+void PhotosDesk::toggle(int index) {
+    if (index < 0 || index >= list_.count()) {
+        return;
+    }
+    const std::string& path = list_.entries()[static_cast<std::size_t>(index)].photo.picture.path;
+    if (chosen_.erase(path) == 0) {
+        chosen_.insert(path);
+    }
+    list_.refresh();
+    emit chosenChanged();
+}
+
+void PhotosDesk::preview(int index) {
+    if (index >= 0 && index < list_.count()) {
+        const std::string& path = list_.entries()[static_cast<std::size_t>(index)].photo.picture.path;
+        preview_.show(keyOf(path), std::string(lumo::fileName(path)), {path});
+    }
+}
+
+void PhotosDesk::chooseRest() {
+    for (const PhotoList::Entry& entry : list_.entries()) {
+        if (!entry.isProposed && proposes()) {
+            chosen_.insert(entry.photo.picture.path);
+        }
+    }
+    list_.refresh();
+    emit chosenChanged();
+}
+
+void PhotosDesk::chooseNone() {
+    chosen_.clear();
+    list_.refresh();
+    emit chosenChanged();
+}
+
+void PhotosDesk::setAside() {
+    if (chosen_.empty() || ground_.question.isAsking() || !cleaning_.mayClean() || ground_.isOnlyDemo()) {
+        return;
+    }
+    std::vector<std::string> ids;
+    for (const Photo& photo : read_.photos) {
+        if (chosen_.contains(photo.picture.path)) {
+            ids.push_back(photo.id);
+        }
+    }
+    cleaning_.requestClean(ids, [](const Agreement& wanted) {
+        return asked::Clean{.actions = wanted.actions, .shown = wanted.shown, .isFromPhotos = true};
+    });
+}
+
+// What is shown.
+
+std::string PhotosDesk::nameOfFolder() const {
+    return lumo::abbreviated(folder_.empty() ? lumo::picturesFolder(ground_.services.desk.home) : folder_,
+                             home_);
+}
+
+QString PhotosDesk::folder() const {
+    return shown(nameOfFolder());
+}
+
+QString PhotosDesk::busyText() const {
+    if (!looking_) {
+        return {};
+    }
+    if (looking_->total == 0) {
+        return shown(Words{"Buscando fotos y vídeos…", "Looking for photos and videos…"}.in());
+    }
+    return shown(
+        Words{"Comparando: {} de {}", "Comparing: {} of {}"}.with(looking_->looked.load(), looking_->total));
+}
+
+QString PhotosDesk::message() const {
+    if (ground_.isDemo()) {
+        return shown(Words{"El disco inventado no tiene fotos que repasar.",
+                           "The made-up disk has no photos to review."}
+                         .in());
+    }
+    if (read_.photos.empty() && !looking_) {
+        return shown(Words{"No hay fotos ni vídeos en {}.", "There are no photos or videos in {}."}.with(
+            nameOfFolder()));
+    }
+    if (read_.unreadableCount > 0) {
+        return shown(Words{"Carpetas que no se pudieron leer: {}", "Folders that couldn't be read: {}"}.with(
+            read_.unreadableCount));
+    }
+    return {};
+}
+
+QVariantList PhotosDesk::chapters() const {
+    QVariantList chapters;
+    for (const PhotoChapter& chapter : read_.chapters) {
+        chapters.push_back(
+            QVariantMap{{"title", shown(chapter.title)},
+                        {"facts", shown(photosText(chapter.count) + " · " + string(chapter.bytes))}});
+    }
+    return chapters;
+}
+
+QString PhotosDesk::hint() const {
+    const PhotoChapter* const chapter = shownChapter();
+    return chapter != nullptr ? shown(hintOf(chapter->section)) : QString();
+}
+
+bool PhotosDesk::proposes() const {
+    const PhotoChapter* const chapter = shownChapter();
+    return chapter != nullptr && chapter->groups.front().proposesFirst;
+}
+
+QString PhotosDesk::chosenText() const {
+    if (chosen_.empty()) {
+        return shown(Words{"Nada elegido: Espacio elige, las flechas mueven.",
+                           "Nothing chosen: Space chooses, arrows move."}
+                         .in());
+    }
+    std::int64_t bytes = 0;
+    for (const Photo& photo : read_.photos) {
+        if (chosen_.contains(photo.picture.path)) {
+            bytes = lumo::checkedSum(bytes, photo.picture.bytes);
+        }
+    }
+    return shown(photosText(chosen_.size()) + " · " + string(bytes));
+}
+
+} // namespace tarvo

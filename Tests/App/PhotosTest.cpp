@@ -1,0 +1,127 @@
+#include "TarvoApp/App/QtText.h"
+#include "TarvoApp/App/Thumbnails.h"
+#include "Tests/App/AppStory.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QImage>
+#include <QPainter>
+
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+
+using namespace tarvo;
+using namespace tarvo::testing;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+namespace {
+
+/// A picture of its own by the number; small changes leave it alike.
+QImage drawn(int number, int change = 0) {
+    QImage image(400, 300, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    for (int block = 0; block < 40; ++block) {
+        const int at = block * 7919 * (number + 1);
+        painter.fillRect(at % 370, at / 370 % 270, 50, 40, QColor::fromHsv(at % 360, 200, 40 + at % 200));
+    }
+    painter.fillRect(10, 10, 4 + change, 4, Qt::black);
+    return image;
+}
+
+void save(const TempHome& home, const std::string& name, const QImage& image) {
+    home.folder(std::filesystem::path(name).parent_path().string());
+    ASSERT_TRUE(image.save(QFile::decodeName(home.path(name).c_str())));
+}
+
+struct stat statusOf(const std::string& path) {
+    struct stat status = {};
+    EXPECT_EQ(stat(path.c_str(), &status), 0);
+    return status;
+}
+
+QStringList titlesOf(const PhotosDesk& photos) {
+    QStringList titles;
+    for (const QVariant& chapter : photos.chapters()) {
+        titles.push_back(chapter.toMap()["title"].toString());
+    }
+    return titles;
+}
+
+} // namespace
+
+TEST(Thumbnails, SharesTheCacheOfTheDesktopAndLeavesNoTrace) {
+    // The name that the standard gives as its example.
+    EXPECT_EQ(Thumbnails::nameFor("/home/jens/photos/me.png"), "c6ee772d9e49320e97ec29a7eb5b1697.png");
+    const TempHome home;
+    const std::string picture = home.path("Pictures/a b\xff.png");
+    const auto draw = [&](int number) {
+        save(home, "Pictures/new.png", drawn(number));
+        std::filesystem::rename(home.path("Pictures/new.png"), picture);
+    };
+    draw(1);
+    const timespec longAgo[2] = {{1000, 0}, {2000, 0}};
+    ASSERT_EQ(utimensat(AT_FDCWD, picture.c_str(), longAgo, 0), 0);
+    const Thumbnails thumbnails(home.path("cache"));
+    EXPECT_EQ(thumbnails.of(picture).size(), QSize(256, 192));
+    EXPECT_EQ(statusOf(picture).st_atim.tv_sec, 1000) << "it would look opened";
+    const std::string kept = home.path("cache/large/" + bytesOf(Thumbnails::nameFor(picture)));
+    EXPECT_EQ(statusOf(kept).st_mode & 0777U, 0600U);
+    EXPECT_EQ(statusOf(home.path("cache/large")).st_mode & 0777U, 0700U);
+    const QImage stored(QFile::decodeName(kept.c_str()));
+    EXPECT_EQ(stored.text("Thumb::MTime"), "2000");
+    EXPECT_TRUE(stored.text("Thumb::URI").endsWith("/Pictures/a%20b%FF.png"));
+
+    // What another program keeps is taken, as long as the file is the same.
+    QImage other = drawn(2).scaled(256, 192);
+    other.setText("Thumb::MTime", "2000");
+    ASSERT_TRUE(other.save(QFile::decodeName(kept.c_str())));
+    EXPECT_EQ(thumbnails.of(picture).pixel(20, 20), other.pixel(20, 20));
+    draw(3);
+    EXPECT_NE(thumbnails.of(picture), other);
+    EXPECT_TRUE(thumbnails.of(home.path("Pictures/none.png")).isNull());
+}
+
+TEST(Photos, AreReviewedSetAsideAndPutBack) {
+    AppStory story;
+    const TempHome& home = story.home;
+    save(home, "Pictures/beach.png", drawn(1));
+    save(home, "Pictures/beach again.png", drawn(1, 3));
+    save(home, "Pictures/forest.png", drawn(7));
+    std::filesystem::create_directories(home.path("Downloads"));
+    std::filesystem::copy_file(home.path("Pictures/forest.png"), home.path("Pictures/forest (1).png"));
+    PhotosDesk& photos = *story.app().photos();
+    photos.show();
+    ASSERT_TRUE(story.waitUntil([&] { return photos.busyText().isEmpty() && !photos.chapters().isEmpty(); }));
+    EXPECT_EQ(titlesOf(photos).mid(0, 2), (QStringList{"Exact copies", "Look-alikes"}));
+    EXPECT_FALSE(photos.hasChosen()) << "nothing is chosen by itself";
+
+    photos.setChapter(0);
+    EXPECT_TRUE(photos.proposes());
+    photos.chooseRest();
+    photos.setChapter(1);
+    photos.toggle(1);
+    EXPECT_EQ(photos.chosenText().section(" · ", 0, 0), "2 photos");
+    photos.setAside();
+    QuestionDesk& question = *story.app().question();
+    ASSERT_TRUE(story.waitUntil([&] { return question.isOpenInPhotos(); }));
+    EXPECT_FALSE(question.isOpen()) << "it is asked where the photos are";
+    question.accept();
+    const auto left = [&] {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(home.path("Pictures"))) {
+            names.insert(entry.path().filename().string());
+        }
+        return names;
+    };
+    ASSERT_TRUE(story.waitUntil([&] { return left().size() == 2; }));
+    EXPECT_THAT(left(), ::testing::Contains(::testing::StartsWith("forest"))) << "one of the copies stays";
+    ASSERT_TRUE(story.waitUntil([&] { return !photos.hasChosen() && photos.busyText().isEmpty(); }));
+    ASSERT_TRUE(story.waitUntilIdle());
+    story.app().holding()->undoLastCleanup();
+    ASSERT_TRUE(story.waitUntil([&] { return left().size() == 4; }));
+}
