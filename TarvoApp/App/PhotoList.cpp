@@ -14,12 +14,11 @@ namespace tarvo {
 namespace {
 
 QString factsOf(const Photo& photo) {
-    std::string facts =
-        lumo::ByteFormat::string(photo.picture.bytes) + " · " + lumo::dayText(photo.picture.taken);
+    std::string facts = lumo::ByteFormat::string(photo.picture.bytes);
     if (photo.look) {
-        facts += fmt::format(" · {} × {}", photo.look->width, photo.look->height);
+        facts += fmt::format(" · {}×{}", photo.look->width, photo.look->height);
     }
-    return shown(facts);
+    return shown(facts + " · " + lumo::dayText(photo.picture.taken));
 }
 
 } // namespace

@@ -20,7 +20,7 @@ using lumo::ByteFormat::string;
 namespace {
 
 std::string photosText(std::size_t count) {
-    return count == 1 ? Words{"1 foto", "1 photo"}.in() : Words{"{} fotos", "{} photos"}.with(count);
+    return count == 1 ? Words{"1 elemento", "1 item"}.in() : Words{"{} elementos", "{} items"}.with(count);
 }
 
 std::string hintOf(PhotoSection section) {
@@ -77,12 +77,12 @@ void PhotosDesk::show() {
     ticker_.start();
     ground_.background.start(
         looking_->stop,
-        [this, looking = looking_, folder = folder_, desk = ground_.services.desk,
+        [this, looking = looking_, folder = folder_, before = read_.photos, desk = ground_.services.desk,
          thumbnails = thumbnails_](const std::stop_token& stop) -> Background::Apply {
             const auto show = [this, looking](const PhotosRead& read, bool isLast) {
                 return [this, looking, read, isLast] {
                     if (looking == looking_) {
-                        looking_->total = read.photos.size();
+                        looking_->total = read.unknownCount;
                         looking_ = isLast ? nullptr : looking_;
                         take(read);
                     }
@@ -92,6 +92,7 @@ void PhotosDesk::show() {
                 folder, desk, [&](const std::string& path) { return thumbnails.lookAt(path); },
                 {.onListed = [&](const PhotosRead& listed) { ground_.background.post(show(listed, false)); },
                  .looked = &looking->looked,
+                 .before = before,
                  .stop = stop});
             return show(read, true);
         });

@@ -19,9 +19,6 @@ class Waiting final : public QQuickImageResponse {
     [[nodiscard]] QQuickTextureFactory* textureFactory() const override {
         return QQuickTextureFactory::textureFactoryForImage(picture_);
     }
-    [[nodiscard]] QString errorString() const override {
-        return picture_.isNull() ? QStringLiteral("no picture") : QString();
-    }
     void cancel() override { *isCancelled_ = true; }
 
     [[nodiscard]] std::shared_ptr<std::atomic<bool>> isCancelled() const { return isCancelled_; }
@@ -34,6 +31,13 @@ class Waiting final : public QQuickImageResponse {
     QImage picture_;
     std::shared_ptr<std::atomic<bool>> isCancelled_ = std::make_shared<std::atomic<bool>>(false);
 };
+
+/// For what cannot be shown: one point, which is no fault of anybody's.
+QImage nothing() {
+    QImage point(1, 1, QImage::Format_ARGB32);
+    point.fill(Qt::transparent);
+    return point;
+}
 
 } // namespace
 
@@ -54,7 +58,7 @@ QQuickImageResponse* PhotoPictures::requestImageResponse(const QString& id, cons
     readers_.start(
         [this, waiting, isCancelled = waiting->isCancelled(), path = pathOfPicture(id)] {
             QImage picture = *isCancelled ? QImage() : thumbnails_.of(path);
-            waiting->finish(std::move(picture));
+            waiting->finish(picture.isNull() ? nothing() : std::move(picture));
         },
         ++priority);
     return waiting;

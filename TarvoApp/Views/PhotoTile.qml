@@ -60,7 +60,7 @@ Item {
                 color: Theme.secondaryText
                 height: 40
                 shape: tile.isFilm ? "film" : "photos"
-                visible: picture.status !== Image.Ready
+                visible: picture.status !== Image.Ready || picture.implicitWidth <= 1
                 width: 40
             }
             Image {
@@ -130,8 +130,10 @@ Item {
                 Accessible.ignored: true
                 color: Theme.secondaryText
                 font.pixelSize: Theme.small
+                maximumLineCount: 2
                 text: tile.facts
                 width: parent.width
+                wrapMode: Text.WordWrap
             }
         }
         TapHandler {

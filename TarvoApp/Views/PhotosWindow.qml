@@ -147,7 +147,7 @@ SideWindow {
                         activeFocusOnTab: true
                         boundsBehavior: Flickable.StopAtBounds
                         cacheBuffer: cellHeight * 2
-                        cellHeight: Math.round(172 * Theme.scale)
+                        cellHeight: Math.round(186 * Theme.scale)
                         cellWidth: Math.floor((width - 12) / columns)
                         clip: true
                         focus: true

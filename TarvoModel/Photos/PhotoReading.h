@@ -18,6 +18,7 @@ struct PhotosRead {
     std::vector<Photo> photos;
     std::vector<PhotoChapter> chapters; ///< By the places of these photos.
     std::int64_t unreadableCount = 0;   ///< Folders that could not be listed.
+    std::size_t unknownCount = 0;       ///< Pictures that have yet to be looked at.
 };
 
 /// What a picture looks like; absent for what cannot be read as one. Called on several threads at once.
@@ -28,6 +29,7 @@ struct PhotoWatch {
     /// on the thread that reads.
     std::function<void(const PhotosRead&)> onListed = {};
     std::atomic<std::size_t>* looked = nullptr; ///< Counts the pictures that were looked at.
+    std::vector<Photo> before = {}; ///< Read earlier: what has not changed since is not looked at again.
     std::stop_token stop = {};
 };
 

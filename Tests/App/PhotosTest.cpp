@@ -105,7 +105,7 @@ TEST(Photos, AreReviewedSetAsideAndPutBack) {
     photos.chooseRest();
     photos.setChapter(1);
     photos.toggle(1);
-    EXPECT_EQ(photos.chosenText().section(" · ", 0, 0), "2 photos");
+    EXPECT_EQ(photos.chosenText().section(" · ", 0, 0), "2 items");
     photos.setAside();
     QuestionDesk& question = *story.app().question();
     ASSERT_TRUE(story.waitUntil([&] { return question.isOpenInPhotos(); }));
