@@ -92,8 +92,10 @@ void keep(QImage picture, const QString& folder, const QString& name, const std:
     picture.setText(QStringLiteral("Thumb::URI"), QString::fromLatin1(addressOf(path)));
     picture.setText(QStringLiteral("Thumb::MTime"), changed);
     picture.setText(QStringLiteral("Software"), QStringLiteral("Tarvo AI"));
+    // Packing them as small as can be would take longer than all the rest.
+    constexpr int quickly = 80;
     QSaveFile file(folder + QLatin1Char('/') + name);
-    if (file.open(QIODevice::WriteOnly) && file.setPermissions(mine) && picture.save(&file, "PNG")) {
+    if (file.open(QIODevice::WriteOnly) && file.setPermissions(mine) && picture.save(&file, "PNG", quickly)) {
         file.commit();
     }
 }
