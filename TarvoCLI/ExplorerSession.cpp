@@ -50,19 +50,21 @@ struct Work {
 class Session final {
   public:
     Session(const Explored& explored, const Invocation& invocation, Screen& screen)
-        : explored_(explored), invocation_(invocation), desk_(deskOf(invocation, "explore")), screen_(screen),
+        : explored_(explored), desk_(deskOf(invocation, "explore")), screen_(screen),
           explorer_(explored.tree) {
         view_.home = explored.isExport ? std::string() : invocation.home;
         view_.safetyOf = [this](const NamedEntry& entry) { return safetyOf(entry); };
-        if (!explored_.isExport) {
-            certain_ = std::async(std::launch::async, [home = invocation_.home] {
-                return std::make_unique<CertainPlaces>(home);
-            });
-            measuring_ = std::async(std::launch::async, [this, tree = explored_.tree] {
-                const std::string root(tree->entry(NamedTree::root).name);
-                return lumo::measureInto(*tree, root, NamedTree::root, &progress_, stop_.get_token());
-            });
+        if (explored_.isExport) {
+            return;
         }
+        const std::string root(explored_.tree->entry(NamedTree::root).name);
+        if (lumo::isInside(root, desk_.home) || lumo::isInside(desk_.home, root) || root == "/") {
+            certain_ = std::async(std::launch::async,
+                                  [home = desk_.home] { return std::make_unique<CertainPlaces>(home); });
+        }
+        measuring_ = std::async(std::launch::async, [this, root] {
+            return lumo::measureInto(*explored_.tree, root, NamedTree::root, &progress_, stop_.get_token());
+        });
     }
 
     ~Session() { stop_.request_stop(); }
@@ -439,7 +441,6 @@ class Session final {
     };
 
     const Explored& explored_;
-    const Invocation& invocation_;
     const Desk desk_;
     Screen& screen_;
     Explorer explorer_;

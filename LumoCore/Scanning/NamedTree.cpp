@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <tuple>
 #include <utility>
 
@@ -14,9 +15,15 @@ namespace {
 constexpr std::int64_t mostBytes = std::int64_t{1} << 55;
 constexpr std::size_t nodesAPiece = 4096;
 constexpr std::size_t bytesAPiece = std::size_t{1} << 18;
-/// Names begin at multiples of this, which is how 32 bits reach further than any memory.
-constexpr std::size_t nameStep = 4;
-constexpr std::size_t lengthBytes = 2; // What stands before a name.
+/// Names begin at multiples of this, so that 32 bits reach twice as far.
+constexpr std::size_t nameStep = 2;
+/// Before a name stands its length, in one byte, or this and the length in two.
+constexpr std::size_t longName = 0xFF;
+constexpr std::size_t longestName = 0xFFFF;
+/// How many names are looked for among those that were kept: in most homes two of three names are one of a
+/// few
+/// ("index.js", "package.json").
+constexpr std::size_t rememberedNames = 16384;
 
 auto orderOf(const platform::FileIdentity& file) {
     return std::tuple(file.device, file.object);
@@ -80,7 +87,8 @@ void TreeBatch::clear() {
     linked.clear();
 }
 
-NamedTree::NamedTree(std::string rootPath, Lengths lengths) : lengths_(lengths) {
+NamedTree::NamedTree(std::string rootPath, Lengths lengths)
+    : lengths_(lengths), remembered_(rememberedNames) {
     static_assert(sizeof(Node) == 32);
     const platform::Locked locked(mutex_);
     append(noEntry, rootPath, {}, EntryTraits::folder, 0);
@@ -94,30 +102,40 @@ NamedTree::Node& NamedTree::node(EntryIndex index) const {
 
 std::uint32_t NamedTree::keep(std::string_view name) {
     // No system has longer names; a root's path is cut nowhere near this.
-    const std::size_t length = std::min<std::size_t>(name.size(), 0xFFFF);
-    const std::size_t needed = (lengthBytes + length + nameStep - 1) / nameStep * nameStep;
-    if (namesUsed_ % bytesAPiece + needed > bytesAPiece || names_.empty()) {
+    name = name.substr(0, longestName);
+    std::uint32_t& remembered = remembered_[std::hash<std::string_view>()(name) % rememberedNames];
+    if (!names_.empty() && nameAt(remembered) == name) {
+        return remembered;
+    }
+    const std::size_t lengthBytes = name.size() < longName ? 1 : 3;
+    const std::size_t needed = (lengthBytes + name.size() + nameStep - 1) / nameStep * nameStep;
+    if (names_.size() * bytesAPiece - namesUsed_ < needed) {
         namesUsed_ = names_.size() * bytesAPiece;
         names_.push_back(std::make_unique_for_overwrite<char[]>(bytesAPiece));
     }
     char* place = names_.back().get() + namesUsed_ % bytesAPiece;
-    const auto kept = static_cast<std::uint16_t>(length);
-    std::memcpy(place, &kept, lengthBytes);
-    std::memcpy(place + lengthBytes, name.data(), length);
-    const auto at = static_cast<std::uint32_t>(namesUsed_ / nameStep);
-    namesUsed_ += needed;
-    if (namesUsed_ % bytesAPiece == 0) {
-        names_.push_back(std::make_unique_for_overwrite<char[]>(bytesAPiece));
+    *place = static_cast<char>(std::min(name.size(), longName));
+    if (lengthBytes > 1) {
+        const auto length = static_cast<std::uint16_t>(name.size());
+        std::memcpy(place + 1, &length, sizeof length);
     }
-    return at;
+    std::memcpy(place + lengthBytes, name.data(), name.size());
+    remembered = static_cast<std::uint32_t>(namesUsed_ / nameStep);
+    namesUsed_ += needed;
+    return remembered;
 }
 
 std::string_view NamedTree::nameAt(std::uint32_t place) const {
     const std::size_t at = std::size_t{place} * nameStep;
     const char* kept = names_[at / bytesAPiece].get() + at % bytesAPiece;
-    std::uint16_t length = 0;
-    std::memcpy(&length, kept, lengthBytes);
-    return {kept + lengthBytes, length};
+    std::size_t length = static_cast<unsigned char>(*kept++);
+    if (length == longName) {
+        std::uint16_t written = 0;
+        std::memcpy(&written, kept, sizeof written);
+        length = written;
+        kept += sizeof written;
+    }
+    return {kept, length};
 }
 
 EntryIndex NamedTree::append(EntryIndex parent, std::string_view name, const EntrySums& sums,

@@ -92,8 +92,9 @@ struct TreeBatch {
     void clear();
 };
 
-/// A tree of files by their names, in 32 bytes an entry besides its name. Several threads may fill it while
-/// another one reads: each call holds its lock no longer than it takes to copy what is asked for.
+/// A tree of files by their names, in 32 bytes an entry besides its name, which is mostly kept once. Several
+/// threads may fill it while another one reads: each call holds its lock no longer than it takes to copy what
+/// is asked for.
 ///
 /// A file with several names takes its bytes where the first of its paths stands, in byte order, once
 /// `chargeLinked` was called; until then it takes none.
@@ -192,6 +193,8 @@ class NamedTree final {
     EntryIndex count_ LUMO_GUARDED_BY(mutex_) = 0;
     std::vector<std::unique_ptr<char[]>> names_ LUMO_GUARDED_BY(mutex_);
     std::size_t namesUsed_ LUMO_GUARDED_BY(mutex_) = 0;
+    /// Where a name was kept last, by a part of its hash: a name that comes again is not kept twice.
+    std::vector<std::uint32_t> remembered_ LUMO_GUARDED_BY(mutex_);
     std::vector<LinkedName> linked_ LUMO_GUARDED_BY(mutex_);
     bool isLinkedSorted_ LUMO_GUARDED_BY(mutex_) = true;
     std::atomic<std::uint32_t> news_ = 0;

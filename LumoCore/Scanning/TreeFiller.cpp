@@ -7,7 +7,7 @@ namespace lumo {
 
 namespace {
 
-constexpr std::size_t entriesABatch = 512;
+constexpr std::size_t entriesABatch = 256;
 
 } // namespace
 

@@ -306,7 +306,8 @@ void readContents(Reader& reader, lumo::TreeFiller& filler, std::int64_t device)
             reader.giveUp();
         } else if (isFolder) {
             devices.push_back(told.device != 0 ? told.device : devices.back());
-            filler.enter(told.name, sumsOf(told, true), told.traits, told.length);
+            // One that was left out holds nothing, and so is no list.
+            filler.enter(told.name, sumsOf(told, true), told.traits & EntryTraits::unreadable, told.length);
         } else {
             told.device = told.device != 0 ? told.device : devices.back();
             addFile(filler, told);
