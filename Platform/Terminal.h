@@ -35,6 +35,9 @@ void ignoreBrokenPipes();
 /// From now on an interrupt (Ctrl-C, or a polite request to end) is only noted.
 void noteInterrupts();
 
+/// From now on the end of the terminal is noted like an interrupt.
+void noteHangups();
+
 /// How often an interrupt was noted.
 int interruptCount();
 

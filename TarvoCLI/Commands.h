@@ -42,6 +42,7 @@ void addRulesCommand(CLI::App& app, Action& chosen);
 void addAppsCommand(CLI::App& app, Action& chosen);
 void addFolderCommand(CLI::App& app, Action& chosen);
 void addExplainCommand(CLI::App& app, Action& chosen);
+void addExploreCommand(CLI::App& app, Action& chosen);
 void addArchiveCommand(CLI::App& app, Action& chosen);
 void addGrowthCommand(CLI::App& app, Action& chosen);
 void addSummaryCommand(CLI::App& app, Action& chosen);

@@ -60,8 +60,8 @@ std::string unmarked(std::string word) {
 
 /// True for options whose value goes straight into a text.
 bool takesText(std::string_view option) {
-    constexpr std::array<std::string_view, 6> options{"--home", "--idioma", "--report",
-                                                      "--plan", "--output", "--svg"};
+    constexpr std::array<std::string_view, 7> options{"--home",   "--idioma", "--report", "--plan",
+                                                      "--output", "--svg",    "--export"};
     return std::ranges::find(options, option) != options.end();
 }
 
@@ -122,6 +122,7 @@ void addCommands(CLI::App& app, Action& chosen) {
     addPlanCommand(app, chosen);
     addCleanCommand(app, chosen);
     addFindCommand(app, chosen);
+    addExploreCommand(app, chosen);
     addHoldingCommands(app, chosen);
     addArchiveCommand(app, chosen);
     addHistoryCommand(app, chosen);

@@ -96,12 +96,24 @@ void ignoreBrokenPipes() {
     std::signal(SIGPIPE, SIG_IGN);
 }
 
-void noteInterrupts() {
+namespace {
+
+void note(int signal) {
     struct sigaction action = {};
     action.sa_handler = [](int) { interrupts = interrupts + 1; };
     sigemptyset(&action.sa_mask);
-    sigaction(SIGINT, &action, nullptr);
-    sigaction(SIGTERM, &action, nullptr);
+    sigaction(signal, &action, nullptr);
+}
+
+} // namespace
+
+void noteInterrupts() {
+    note(SIGINT);
+    note(SIGTERM);
+}
+
+void noteHangups() {
+    note(SIGHUP);
 }
 
 int interruptCount() {

@@ -9,6 +9,7 @@
 #include "LumoCore/Inventories/AppStatus.h"
 #include "LumoCore/Inventories/Inventories.h"
 #include "LumoCore/Rules/RuleCatalog.h"
+#include "TarvoModel/Flows/ChosenPath.h"
 #include "TarvoModel/Flows/GivenPath.h"
 #include "TarvoModel/Showing/Selection.h"
 
@@ -16,6 +17,7 @@
 #include <fmt/ranges.h>
 
 #include <algorithm>
+#include <iterator>
 
 namespace tarvo {
 
@@ -65,8 +67,14 @@ std::vector<PlanEntry> entriesOf(const PlanRequest& request, const lumo::Cleanup
     if (request.saved) {
         return lumo::heldBackNow(*request.saved, options, knownRules(desk.home), surroundings, desk.home);
     }
-    return request.report ? lumo::CleanupPlanner::plan(*request.report, options, surroundings)
-                          : std::vector<PlanEntry>();
+    std::vector<PlanEntry> entries = request.report
+                                         ? lumo::CleanupPlanner::plan(*request.report, options, surroundings)
+                                         : std::vector<PlanEntry>();
+    if (!request.chosen.empty()) {
+        std::ranges::move(chosenEntries(request.chosen, knownRules(desk.home), surroundings, desk.home),
+                          std::back_inserter(entries));
+    }
+    return entries;
 }
 
 lumo::InventoryQuery queryAt(const Desk& desk) {

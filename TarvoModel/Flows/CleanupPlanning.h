@@ -28,7 +28,7 @@ enum class Reviews {
 /// What a cleanup may take, as somebody asked for it. Where it is silent the preferences hold.
 struct PlanRequest {
     /// What is planned from: a report of the desk's home, never null unless there is a saved plan or nothing
-    /// but items is asked for.
+    /// but items and chosen paths is asked for.
     std::shared_ptr<const lumo::ScanReport> report;
     std::optional<std::vector<lumo::PlanEntry>> saved = {}; ///< Planned already, in a file.
     bool isReportFromFile = false;
@@ -37,6 +37,8 @@ struct PlanRequest {
     std::optional<std::set<std::string>> only = {};
     /// Ids of what the inventories find (see `found`), planned after everything else. Each is looked at now.
     std::vector<std::string> items = {};
+    /// Absolute paths in the home that somebody pointed at: each is set aside whole (see `chosenEntries`).
+    std::vector<std::string> chosen = {};
     bool includesActiveDependencies = false;
     /// How the asker would include them, in the asker's own words; absent for the command's.
     std::optional<std::string> recentProjectHint = {};

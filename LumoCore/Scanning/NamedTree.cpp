@@ -1,0 +1,446 @@
+#include "LumoCore/Scanning/NamedTree.h"
+
+#include "LumoCore/Basics/Path.h"
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+#include <tuple>
+#include <utility>
+
+namespace lumo {
+
+namespace {
+
+constexpr std::int64_t mostBytes = std::int64_t{1} << 55;
+constexpr std::size_t nodesAPiece = 4096;
+constexpr std::size_t bytesAPiece = std::size_t{1} << 18;
+/// Names begin at multiples of this, so that 32 bits reach twice as far.
+constexpr std::size_t nameStep = 2;
+/// Before a name stands its length, in one byte, or this and the length in two.
+constexpr std::size_t longName = 0xFF;
+constexpr std::size_t longestName = 0xFFFF;
+/// How many names are looked for among those that were kept: in most homes two of three names are one of a
+/// few
+/// ("index.js", "package.json").
+constexpr std::size_t rememberedNames = 16384;
+
+auto orderOf(const platform::FileIdentity& file) {
+    return std::tuple(file.device, file.object);
+}
+
+} // namespace
+
+EntrySums& EntrySums::operator+=(const EntrySums& other) {
+    // Both are at most the most, so that their sum fits.
+    bytes = std::min(bytes + std::min(other.bytes, mostBytes), mostBytes);
+    items += other.items;
+    modified = std::max(modified, other.modified);
+    return *this;
+}
+
+/// An entry as it is kept. Brothers and sisters are a list, the last found first.
+struct NamedTree::Node {
+    std::uint32_t name = 0;
+    EntryIndex parent = noEntry;
+    EntryIndex next = noEntry;
+    EntryIndex firstBelow = noEntry;
+    std::uint64_t bytesAndTraits = 0; ///< The traits in the lowest 8 bits.
+    std::uint32_t items = 0;
+    std::uint32_t modified = 0;
+
+    [[nodiscard]] std::int64_t bytes() const { return static_cast<std::int64_t>(bytesAndTraits >> 8U); }
+    [[nodiscard]] std::uint8_t traits() const { return static_cast<std::uint8_t>(bytesAndTraits); }
+    [[nodiscard]] EntrySums sums() const { return {bytes(), items, modified}; }
+
+    void set(const EntrySums& sums, std::uint8_t traits) {
+        const auto kept = static_cast<std::uint64_t>(std::clamp<std::int64_t>(sums.bytes, 0, mostBytes));
+        bytesAndTraits = (kept << 8U) | traits;
+        items = sums.items;
+        modified = sums.modified;
+    }
+    void grow(const EntrySums& more) {
+        EntrySums all = sums();
+        set(all += more, traits());
+    }
+    void shrink(const EntrySums& less) {
+        set({bytes() - less.bytes, items - std::min(items, less.items), modified}, traits());
+    }
+};
+
+EntryIndex TreeBatch::add(Place parent, std::string_view name, const EntrySums& sums, std::uint8_t traits,
+                          std::int64_t length) {
+    entries.push_back({.parent = parent,
+                       .nameAt = static_cast<std::uint32_t>(names.size()),
+                       .nameBytes = static_cast<std::uint32_t>(name.size()),
+                       .sums = sums,
+                       .traits = traits,
+                       .length = length});
+    names += name;
+    return static_cast<EntryIndex>(entries.size() - 1);
+}
+
+void TreeBatch::clear() {
+    names.clear();
+    entries.clear();
+    changes.clear();
+    linked.clear();
+}
+
+NamedTree::NamedTree(std::string rootPath, Lengths lengths)
+    : lengths_(lengths), remembered_(rememberedNames) {
+    static_assert(sizeof(Node) == 32);
+    const platform::Locked locked(mutex_);
+    append(noEntry, rootPath, {}, EntryTraits::folder, 0);
+}
+
+NamedTree::~NamedTree() = default;
+
+NamedTree::Node& NamedTree::node(EntryIndex index) const {
+    return nodes_[index / nodesAPiece][index % nodesAPiece];
+}
+
+std::uint32_t NamedTree::keep(std::string_view name) {
+    // No system has longer names; a root's path is cut nowhere near this.
+    name = name.substr(0, longestName);
+    std::uint32_t& remembered = remembered_[std::hash<std::string_view>()(name) % rememberedNames];
+    if (!names_.empty() && nameAt(remembered) == name) {
+        return remembered;
+    }
+    const std::size_t lengthBytes = name.size() < longName ? 1 : 3;
+    const std::size_t needed = (lengthBytes + name.size() + nameStep - 1) / nameStep * nameStep;
+    if (names_.size() * bytesAPiece - namesUsed_ < needed) {
+        namesUsed_ = names_.size() * bytesAPiece;
+        names_.push_back(std::make_unique_for_overwrite<char[]>(bytesAPiece));
+    }
+    char* place = names_.back().get() + namesUsed_ % bytesAPiece;
+    *place = static_cast<char>(std::min(name.size(), longName));
+    if (lengthBytes > 1) {
+        const auto length = static_cast<std::uint16_t>(name.size());
+        std::memcpy(place + 1, &length, sizeof length);
+    }
+    std::memcpy(place + lengthBytes, name.data(), name.size());
+    remembered = static_cast<std::uint32_t>(namesUsed_ / nameStep);
+    namesUsed_ += needed;
+    return remembered;
+}
+
+std::string_view NamedTree::nameAt(std::uint32_t place) const {
+    const std::size_t at = std::size_t{place} * nameStep;
+    const char* kept = names_[at / bytesAPiece].get() + at % bytesAPiece;
+    std::size_t length = static_cast<unsigned char>(*kept++);
+    if (length == longName) {
+        std::uint16_t written = 0;
+        std::memcpy(&written, kept, sizeof written);
+        length = written;
+        kept += sizeof written;
+    }
+    return {kept, length};
+}
+
+EntryIndex NamedTree::append(EntryIndex parent, std::string_view name, const EntrySums& sums,
+                             std::uint8_t traits, std::int64_t length) {
+    if (count_ % nodesAPiece == 0) {
+        nodes_.push_back(std::make_unique<Node[]>(nodesAPiece));
+        if (lengths_ == Lengths::kept) {
+            lengthsOf_.push_back(std::make_unique<std::int64_t[]>(nodesAPiece));
+        }
+    }
+    const EntryIndex index = count_++;
+    Node& made = node(index);
+    made.name = keep(name);
+    made.set(sums, traits);
+    if (parent != noEntry) {
+        Node& around = node(parent);
+        made.parent = parent;
+        made.next = std::exchange(around.firstBelow, index);
+    }
+    if (lengths_ == Lengths::kept) {
+        lengthsOf_[index / nodesAPiece][index % nodesAPiece] = length;
+    }
+    return index;
+}
+
+EntryIndex NamedTree::add(TreeBatch& batch) {
+    const platform::Locked locked(mutex_);
+    const EntryIndex base = count_;
+    for (const TreeBatch::Found& found : batch.entries) {
+        append(found.parent.index + (found.parent.isInBatch ? base : 0),
+               std::string_view(batch.names).substr(found.nameAt, found.nameBytes), found.sums, found.traits,
+               found.length);
+    }
+    for (const TreeBatch::Change& change : batch.changes) {
+        if (change.reachesUp) {
+            growAround(change.entry, change.sums);
+        } else {
+            node(change.entry).grow(change.sums);
+        }
+    }
+    for (const TreeBatch::Name& name : batch.linked) {
+        const EntryIndex entry = name.entry.index + (name.entry.isInBatch ? base : 0);
+        node(entry).set(node(entry).sums(),
+                        static_cast<std::uint8_t>(node(entry).traits() | EntryTraits::hasNames));
+        linked_.push_back({.file = name.file, .bytes = name.bytes, .entry = entry, .links = name.links});
+        isLinkedSorted_ = false;
+    }
+    batch.clear();
+    return base;
+}
+
+void NamedTree::growAround(EntryIndex index, const EntrySums& sums) {
+    for (EntryIndex above = node(index).parent; above != noEntry; above = node(above).parent) {
+        node(above).grow(sums);
+    }
+}
+
+void NamedTree::shrinkAround(EntryIndex index, const EntrySums& sums) {
+    for (EntryIndex above = node(index).parent; above != noEntry; above = node(above).parent) {
+        node(above).shrink(sums);
+    }
+}
+
+void NamedTree::sortLinked() {
+    if (!isLinkedSorted_) {
+        std::ranges::sort(linked_, {}, [](const LinkedName& name) {
+            return std::tuple_cat(orderOf(name.file), std::tuple(name.entry));
+        });
+        isLinkedSorted_ = true;
+    }
+}
+
+void NamedTree::chargeLinked() {
+    const platform::Locked locked(mutex_);
+    sortLinked();
+    for (auto first = linked_.begin(); first != linked_.end();) {
+        const auto end = std::find_if(first, linked_.end(),
+                                      [&](const LinkedName& name) { return name.file != first->file; });
+        chargeGroup({first, end});
+        first = end;
+    }
+}
+
+void NamedTree::chargeGroup(std::span<LinkedName> names) {
+    LinkedName* wanted = nullptr;
+    std::string firstPath;
+    for (LinkedName& name : names) {
+        if (!isHeld(name.entry)) {
+            name.isCharged = false; // Its bytes went with it.
+            continue;
+        }
+        std::string its = names.size() > 1 ? path(name.entry) : std::string();
+        if (wanted == nullptr || its < firstPath) {
+            wanted = &name;
+            firstPath = std::move(its);
+        }
+    }
+    for (LinkedName& name : names) {
+        if (name.isCharged == (&name == wanted)) {
+            continue;
+        }
+        name.isCharged = !name.isCharged;
+        const EntrySums sums{.bytes = name.bytes};
+        if (name.isCharged) {
+            node(name.entry).grow(sums);
+            growAround(name.entry, sums);
+        } else {
+            node(name.entry).shrink(sums);
+            shrinkAround(name.entry, sums);
+        }
+    }
+}
+
+void NamedTree::waive(platform::FileIdentity file) {
+    const platform::Locked locked(mutex_);
+    for (LinkedName& name : linked_) {
+        if (name.file == file && !name.isCharged) {
+            name.bytes = 0;
+        }
+    }
+}
+
+void NamedTree::detach(EntryIndex entry) {
+    const platform::Locked locked(mutex_);
+    Node& taken = node(entry);
+    if (taken.parent == noEntry) {
+        return;
+    }
+    EntrySums all = taken.sums();
+    all.items += 1;
+    shrinkAround(entry, all);
+    EntryIndex* toIt = &node(taken.parent).firstBelow;
+    while (*toIt != entry) {
+        toIt = &node(*toIt).next;
+    }
+    *toIt = taken.next;
+    taken.parent = noEntry;
+    taken.next = noEntry;
+}
+
+void NamedTree::mark(EntryIndex entry, std::uint8_t traits) {
+    const platform::Locked locked(mutex_);
+    Node& marked = node(entry);
+    marked.set(marked.sums(), static_cast<std::uint8_t>(marked.traits() | traits));
+}
+
+NamedEntry NamedTree::read(EntryIndex index) const {
+    const Node& kept = node(index);
+    return {.index = index,
+            .parent = kept.parent,
+            .name = nameAt(kept.name),
+            .sums = kept.sums(),
+            .traits = kept.traits()};
+}
+
+NamedEntry NamedTree::entry(EntryIndex index) const {
+    const platform::Locked locked(mutex_);
+    return read(index);
+}
+
+std::vector<NamedEntry> NamedTree::entriesOf(EntryIndex folder) const {
+    const platform::Locked locked(mutex_);
+    std::vector<NamedEntry> entries;
+    for (EntryIndex below = node(folder).firstBelow; below != noEntry; below = node(below).next) {
+        entries.push_back(read(below));
+    }
+    return entries;
+}
+
+std::optional<EntryIndex> NamedTree::entryNamed(EntryIndex folder, std::string_view name) const {
+    const platform::Locked locked(mutex_);
+    for (EntryIndex below = node(folder).firstBelow; below != noEntry; below = node(below).next) {
+        if (nameAt(node(below).name) == name) {
+            return below;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<EntryIndex> NamedTree::entryAt(std::string_view path) const {
+    std::string_view top = entry(root).name;
+    if (path == top) {
+        return root;
+    }
+    top.remove_suffix(top.ends_with('/') ? 1 : 0);
+    if (!isInside(path, top)) {
+        return std::nullopt;
+    }
+    std::optional<EntryIndex> found = root;
+    for (const std::string_view name : components(path.substr(top.size()))) {
+        found = found ? entryNamed(*found, name) : std::nullopt;
+    }
+    return found;
+}
+
+std::string NamedTree::path(EntryIndex index) const {
+    std::vector<std::string_view> names;
+    for (EntryIndex at = index; at != noEntry; at = node(at).parent) {
+        names.push_back(nameAt(node(at).name));
+    }
+    std::string whole(names.back());
+    names.pop_back();
+    for (; !names.empty(); names.pop_back()) {
+        whole += whole.ends_with('/') ? "" : "/";
+        whole += names.back();
+    }
+    return whole;
+}
+
+std::string NamedTree::pathOf(EntryIndex index) const {
+    const platform::Locked locked(mutex_);
+    return path(index);
+}
+
+bool NamedTree::isHeld(EntryIndex index) const {
+    while (index != root && index != noEntry) {
+        index = node(index).parent;
+    }
+    return index == root;
+}
+
+bool NamedTree::holds(EntryIndex index) const {
+    const platform::Locked locked(mutex_);
+    return isHeld(index);
+}
+
+bool NamedTree::isBelow(EntryIndex index, std::span<const EntryIndex> entries) const {
+    for (; index != noEntry; index = node(index).parent) {
+        if (std::ranges::find(entries, index) != entries.end()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::int64_t NamedTree::freedWithout(std::span<const EntryIndex> entries) const {
+    const platform::Locked locked(mutex_);
+    std::int64_t freed = 0;
+    for (const EntryIndex entry : entries) {
+        freed += node(entry).bytes();
+    }
+    std::vector<LinkedName> going;
+    for (const LinkedName& name : linked_) {
+        if (isBelow(name.entry, entries)) {
+            going.push_back(name);
+        }
+    }
+    std::ranges::sort(going, {}, [](const LinkedName& name) { return orderOf(name.file); });
+    for (auto first = going.begin(); first != going.end();) {
+        const auto end = std::find_if(first, going.end(),
+                                      [&](const LinkedName& name) { return name.file != first->file; });
+        const bool isCharged = std::any_of(first, end, [](const LinkedName& name) { return name.isCharged; });
+        if (isCharged && end - first < first->links) {
+            freed -= first->bytes;
+        }
+        first = end;
+    }
+    return freed;
+}
+
+NamedTree::Visited NamedTree::visited(EntryIndex index, std::span<const LinkedName> linked) const {
+    Visited shown;
+    shown.entry = read(index);
+    shown.ownBytes = shown.entry.sums.bytes;
+    for (EntryIndex below = node(index).firstBelow; below != noEntry; below = node(below).next) {
+        shown.ownBytes -= node(below).bytes();
+    }
+    if (lengths_ == Lengths::kept) {
+        shown.length = lengthsOf_[index / nodesAPiece][index % nodesAPiece];
+    }
+    const auto name = std::ranges::lower_bound(linked, index, {}, &LinkedName::entry);
+    if (name != linked.end() && name->entry == index) {
+        shown.file = name->file;
+        shown.links = name->links;
+        shown.fileBytes = name->bytes;
+    }
+    return shown;
+}
+
+void NamedTree::visit(const std::function<bool(const Visited&)>& enter,
+                      const std::function<bool(const NamedEntry&)>& leave) const {
+    const platform::Locked locked(mutex_);
+    std::vector<LinkedName> linked = linked_;
+    std::ranges::sort(linked, {}, &LinkedName::entry);
+    EntryIndex at = root;
+    while (enter(visited(at, linked))) {
+        if (node(at).firstBelow != noEntry) {
+            at = node(at).firstBelow;
+            continue;
+        }
+        for (;;) {
+            const NamedEntry left = read(at);
+            if (left.is(EntryTraits::folder) && !leave(left)) {
+                return;
+            }
+            if (at == root) {
+                return;
+            }
+            if (node(at).next != noEntry) {
+                at = node(at).next;
+                break;
+            }
+            at = node(at).parent;
+        }
+    }
+}
+
+} // namespace lumo

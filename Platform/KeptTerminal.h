@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+
+/// Looking after a terminal that a program takes over whole.
+namespace lumo::platform {
+
+/// Lets the C library speak the characters of the user's locale; true when these are UTF-8.
+bool speakLocalCharacters();
+
+/// Remembers how the terminal behind standard input is set. Whatever crash or signal ends the process while
+/// this lives, the terminal gets that back. There may be one at a time.
+class KeptTerminal final {
+  public:
+    KeptTerminal();
+    ~KeptTerminal();
+    KeptTerminal(const KeptTerminal&) = delete;
+    KeptTerminal& operator=(const KeptTerminal&) = delete;
+
+    /// What is written to standard output besides when the process crashes: it leaves the whole screen. At
+    /// most 256 bytes of it.
+    void leaveWith(const std::string& bytes);
+};
+
+} // namespace lumo::platform

@@ -1,0 +1,307 @@
+#include "TarvoCLI/ExplorerLines.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Date.h"
+#include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
+#include "TarvoCLI/Paragraph.h"
+#include "TarvoModel/Exploring/WhatIsIt.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace tarvo {
+
+using lumo::NamedEntry;
+using lumo::Words;
+namespace EntryTraits = lumo::EntryTraits;
+
+namespace {
+
+constexpr std::size_t linesAround = 3; // Two above the rows, one below.
+constexpr std::size_t sizeColumns = 9;
+constexpr std::size_t shareColumns = 6;
+constexpr std::size_t barColumns = 10;
+constexpr std::size_t thirdColumns = 12; // Items, or the date.
+constexpr std::size_t narrow = 72;       // Below, there is no room for the third column.
+
+std::string padded(const std::string& text, std::size_t width) {
+    const std::size_t taken = lumo::columns(text);
+    return std::string(width - std::min(width, taken), ' ') + text;
+}
+
+std::string shownPath(const std::string& path, const std::string& home) {
+    return lumo::printable(lumo::abbreviated(path, home));
+}
+
+std::string numberText(std::int64_t number) {
+    return lumo::ByteFormat::number(static_cast<double>(number), 0);
+}
+
+std::string itemsText(std::int64_t count) {
+    return count == 1 ? Words{"1 elemento", "1 item"}.in()
+                      : Words{"{} elementos", "{} items"}.with(numberText(count));
+}
+
+std::string orderText(ExplorerOrder order) {
+    switch (order) {
+    case ExplorerOrder::size:
+        return Words{"por tamaño", "by size"}.in();
+    case ExplorerOrder::name:
+        return Words{"por nombre", "by name"}.in();
+    case ExplorerOrder::date:
+        return Words{"por fecha", "by date"}.in();
+    case ExplorerOrder::items:
+        break;
+    }
+    return Words{"por elementos", "by items"}.in();
+}
+
+Style styleOf(lumo::Safety safety) {
+    switch (safety) {
+    case lumo::Safety::safe:
+        return Style::safe;
+    case lumo::Safety::review:
+        return Style::review;
+    case lumo::Safety::keep:
+        break;
+    }
+    return Style::faint;
+}
+
+std::string thirdText(const NamedEntry& entry, ExplorerOrder order) {
+    if (order == ExplorerOrder::date) {
+        return entry.sums.modified == 0
+                   ? std::string()
+                   : lumo::dayText(lumo::Date(std::chrono::seconds(entry.sums.modified)));
+    }
+    return entry.is(EntryTraits::folder) ? numberText(entry.sums.items) : std::string();
+}
+
+/// The name with a sign of what it is, as `ls -F` has it; what is left out or unreadable says so.
+std::string nameText(const NamedEntry& entry) {
+    std::string name = lumo::printable(entry.name);
+    name += entry.is(EntryTraits::folder) ? "/" : entry.is(EntryTraits::link) ? "@" : "";
+    if (entry.is(EntryTraits::leftOut)) {
+        name += Words{"  (otro disco)", "  (another disk)"}.in();
+    } else if (entry.is(EntryTraits::unreadable)) {
+        name += Words{"  (no se pudo leer)", "  (could not be read)"}.in();
+    } else if (entry.is(EntryTraits::hasNames)) {
+        name += Words{"  (tiene otros nombres)", "  (has other names)"}.in();
+    }
+    return name;
+}
+
+std::string barText(double share) {
+    const auto full = static_cast<std::size_t>(std::lround(share * static_cast<double>(barColumns)));
+    std::string bar;
+    for (std::size_t cell = 0; cell < barColumns; ++cell) {
+        bar += cell < std::min(full, barColumns) ? "█" : " ";
+    }
+    return bar;
+}
+
+ScreenLine rowLine(const Explorer& explorer, const NamedEntry& entry, const ExplorerView& view) {
+    const std::optional<lumo::Safety> safety = view.safetyOf ? view.safetyOf(entry) : std::nullopt;
+    const Style style = safety ? styleOf(*safety) : Style::plain;
+    const auto percent = std::lround(explorer.share(entry) * 100);
+    ScreenLine line;
+    line.spans = {{explorer.isMarked(entry.index) ? "*" : " ", Style::strong},
+                  {safety ? std::string(1, safetyLetter(*safety)) : " ", style},
+                  {padded(lumo::ByteFormat::string(entry.sums.bytes), sizeColumns)},
+                  {padded(std::to_string(percent) + " %", shareColumns)},
+                  {" ["},
+                  {barText(explorer.barShare(entry)), safety ? style : Style::bar},
+                  {"] "}};
+    if (view.columns >= narrow) {
+        line.spans.push_back({padded(thirdText(entry, explorer.order()), thirdColumns) + "  ", Style::faint});
+    }
+    line.spans.push_back({nameText(entry), entry.is(EntryTraits::folder) ? Style::strong : Style::plain});
+    return line;
+}
+
+ScreenLine headLine(const Explorer& explorer, const ExplorerView& view) {
+    const std::string path = shownPath(explorer.path(), view.home);
+    return {.spans = {{lumo::shortened(" Tarvo AI · " + path, view.columns)}}, .isReversed = true};
+}
+
+ScreenLine sumLine(const Explorer& explorer, const ExplorerView& view) {
+    const NamedEntry folder = explorer.folder();
+    ScreenLine line;
+    line.spans.push_back({" " + lumo::ByteFormat::string(folder.sums.bytes) + " · " +
+                              itemsText(folder.sums.items) + " · " + orderText(explorer.order()),
+                          Style::faint});
+    if (explorer.markCount() > 0) {
+        line.spans.push_back({" · " + Words{"{} marcados: {}", "{} marked: {}"}.with(
+                                          explorer.markCount(),
+                                          lumo::ByteFormat::string(explorer.freedWith(explorer.chosen()))),
+                              Style::strong});
+    }
+    if (!explorer.filter().empty() && !view.typedFilter) {
+        line.spans.push_back({" · /" + lumo::printable(explorer.filter()), Style::strong});
+    }
+    if (view.doing) {
+        line.spans.push_back({" · " + *view.doing, Style::review});
+    } else if (view.unreadableCount > 0) {
+        line.spans.push_back({" · " + Words{"{} sin poder leer", "{} could not be read"}.with(
+                                          numberText(view.unreadableCount)),
+                              Style::problem});
+    }
+    return line;
+}
+
+ScreenLine footLine(const ExplorerView& view) {
+    if (view.typedFilter) {
+        return {.spans = {{" /" + lumo::printable(*view.typedFilter) + "_", Style::strong}}};
+    }
+    if (!view.message.empty()) {
+        return {.spans = {
+                    {" " + lumo::printable(view.message), view.isProblem ? Style::problem : Style::strong}}};
+    }
+    return {.spans = {{Words{" ?: ayuda  Espacio: marcar  d: apartar  u: deshacer  i: qué es  q: salir",
+                             " ?: help  Space: mark  d: set aside  u: undo  i: what is it  q: quit"}
+                           .in(),
+                       Style::faint}}};
+}
+
+ScreenLine plainLine(std::string text, Style style = Style::plain) {
+    return {.spans = {{std::move(text), style}}};
+}
+
+/// The items of a question, cut to so many lines, with how many more there are.
+template <class Items, class LineOf>
+void addItems(std::vector<ScreenLine>& lines, const Items& items, std::size_t most, const LineOf& lineOf) {
+    const std::size_t shown = items.size() <= most ? items.size() : most - std::min<std::size_t>(1, most);
+    for (std::size_t index = 0; index < shown; ++index) {
+        lines.push_back(lineOf(items[index]));
+    }
+    if (shown < items.size()) {
+        lines.push_back(
+            plainLine("  " + Words{"… y {} más", "… and {} more"}.with(items.size() - shown), Style::faint));
+    }
+}
+
+} // namespace
+
+std::size_t visibleRows(const ExplorerView& view) {
+    return view.rows > linesAround ? view.rows - linesAround : 1;
+}
+
+std::size_t scrolledTo(std::size_t cursor, std::size_t firstRow, std::size_t visible) {
+    if (cursor < firstRow) {
+        return cursor;
+    }
+    return cursor >= firstRow + visible ? cursor - visible + 1 : firstRow;
+}
+
+std::vector<ScreenLine> explorerLines(const Explorer& explorer, const ExplorerView& view) {
+    std::vector<ScreenLine> lines{headLine(explorer, view), sumLine(explorer, view)};
+    const std::size_t visible = visibleRows(view);
+    for (std::size_t row = view.firstRow; row < view.firstRow + visible; ++row) {
+        if (row >= explorer.rows().size()) {
+            lines.push_back({});
+            continue;
+        }
+        lines.push_back(rowLine(explorer, explorer.rows()[row], view));
+        lines.back().isReversed = row == explorer.cursor();
+    }
+    if (explorer.rows().empty()) {
+        lines[linesAround - 1] =
+            plainLine(explorer.filter().empty() ? (view.doing ? Words{"  (todavía nada)", "  (nothing yet)"}
+                                                              : Words{"  (vacía)", "  (empty)"})
+                                                      .in()
+                                                : Words{"  (ningún nombre así)", "  (no such name)"}.in(),
+                      Style::faint);
+    }
+    lines.push_back(footLine(view));
+    return lines;
+}
+
+std::vector<ScreenLine> explorerHelp() {
+    constexpr std::pair<Words, Words> keys[] = {
+        {{"↑ ↓  k j", "↑ ↓  k j"}, {"moverse", "move"}},
+        {{"Intro  →  l", "Enter  →  l"}, {"entrar en la carpeta", "into the folder"}},
+        {{"Retroceso  ←  h", "Backspace  ←  h"}, {"salir de ella", "out of it"}},
+        {{"/", "/"}, {"filtrar por nombre; Esc lo quita", "filter by name; Esc ends it"}},
+        {{"s", "s"}, {"orden: tamaño, nombre, fecha, elementos", "order: size, name, date, items"}},
+        {{"Espacio", "Space"}, {"marcar o desmarcar; Esc los quita", "mark or unmark; Esc clears all"}},
+        {{"d", "d"},
+         {"apartar lo marcado 7 días, tras preguntar", "set the marked aside for 7 days, after a question"}},
+        {{"u", "u"}, {"deshacer: devolver lo último a su sitio", "undo: put the latest back"}},
+        {{"i", "i"}, {"qué es y si se puede quitar", "what it is and whether it can go"}},
+        {{"e", "e"}, {"abrir con el programa del escritorio", "open with the desktop's program"}},
+        {{"r", "r"}, {"medir otra vez la carpeta", "measure the folder anew"}},
+        {{"q", "q"}, {"salir", "quit"}},
+    };
+    std::vector<ScreenLine> lines{plainLine(Words{" Teclas", " Keys"}.in(), Style::strong), {}};
+    constexpr std::size_t keyColumns = 20;
+    for (const auto& [key, meaning] : keys) {
+        std::string shown = "  " + key.in();
+        shown += std::string(keyColumns - std::min(keyColumns, lumo::columns(shown)), ' ');
+        lines.push_back({.spans = {{shown, Style::strong}, {meaning.in()}}});
+    }
+    lines.push_back({});
+    lines.push_back(plainLine(Words{"  S se regenera solo · R conviene mirarlo · C se conserva",
+                                    "  S recreates itself · R needs a look · K is kept"}
+                                  .in()));
+    lines.push_back(plainLine(Words{"  Cualquier tecla vuelve.", "  Any key goes back."}.in(), Style::faint));
+    return lines;
+}
+
+std::vector<ScreenLine> asideQuestion(const AsideOffer& offer, const std::string& home, std::size_t most) {
+    const std::string what = offer.goingCount == 1 ? Words{"1 elemento", "1 item"}.in()
+                                                   : Words{"{} elementos", "{} items"}.with(offer.goingCount);
+    std::vector<ScreenLine> lines;
+    addItems(lines, offer.items, most > 2 ? most - 2 : 1, [&](const AsideOffer::Item& item) {
+        ScreenLine line;
+        line.spans = {
+            {padded(lumo::ByteFormat::string(item.bytes), sizeColumns + 2) + "  "},
+            {lumo::revealed(lumo::abbreviated(item.path, home)), item.reason ? Style::faint : Style::strong}};
+        if (item.reason) {
+            line.spans.push_back(
+                {Words{"  se queda: {}", "  stays: {}"}.with(lumo::printable(*item.reason)), Style::problem});
+        }
+        return line;
+    });
+    lines.push_back(plainLine(Words{" Se aparta 7 días y luego se borra; «u» lo devuelve a su sitio.",
+                                    " Set aside for 7 days, then deleted; “u” puts it back."}
+                                  .in(),
+                              Style::faint));
+    lines.push_back(plainLine(Words{" ¿Apartar {} ({})? [s/N]", " Set {} ({}) aside? [y/N]"}.with(
+                                  what, lumo::ByteFormat::string(offer.bytes)),
+                              Style::strong));
+    return lines;
+}
+
+std::vector<ScreenLine> undoQuestion(const std::vector<lumo::TrashedItem>& items, const std::string& home,
+                                     std::size_t most) {
+    std::vector<ScreenLine> lines;
+    addItems(lines, items, most > 1 ? most - 1 : 1, [&](const lumo::TrashedItem& item) {
+        return plainLine("  " + lumo::revealed(lumo::abbreviated(item.original, home)), Style::strong);
+    });
+    lines.push_back(
+        plainLine(Words{" ¿Devolver esto a su sitio? [s/N]", " Put this back? [y/N]"}.in(), Style::strong));
+    return lines;
+}
+
+std::vector<ScreenLine> whatItIsLines(const std::string& path, const std::string& home,
+                                      const std::vector<ExplanationLine>& told, std::size_t columns) {
+    constexpr std::size_t labelColumns = 16;
+    std::vector<ScreenLine> lines{plainLine(" " + shownPath(path, home), Style::strong), {}};
+    for (const ExplanationLine& line : told) {
+        std::string label = "  " + line.label;
+        std::string text = paragraph(line.text, columns > 20 ? columns - labelColumns - 1 : 0);
+        for (std::size_t end = text.find('\n'); end != std::string::npos; end = text.find('\n')) {
+            label += std::string(labelColumns - std::min(labelColumns, lumo::columns(label)), ' ');
+            lines.push_back({.spans = {{std::exchange(label, {}), Style::faint}, {text.substr(0, end)}}});
+            text.erase(0, end + 1);
+        }
+    }
+    lines.push_back({});
+    lines.push_back(plainLine(Words{" Cualquier tecla vuelve.", " Any key goes back."}.in(), Style::faint));
+    return lines;
+}
+
+} // namespace tarvo

@@ -1,0 +1,479 @@
+#include "TarvoCLI/ExplorerSession.h"
+
+#include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
+#include "Platform/Environment.h"
+#include "Platform/Terminal.h"
+#include "Platform/ToolCommand.h"
+#include "TarvoCLI/CommandDesk.h"
+#include "TarvoCLI/ExplorerLines.h"
+#include "TarvoCLI/Screen.h"
+#include "TarvoModel/Exploring/SettingAside.h"
+#include "TarvoModel/Exploring/WhatIsIt.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <future>
+#include <map>
+#include <optional>
+#include <stop_token>
+#include <utility>
+
+namespace tarvo {
+
+using lumo::EntryIndex;
+using lumo::NamedEntry;
+using lumo::NamedTree;
+using lumo::Words;
+namespace platform = lumo::platform;
+
+namespace {
+
+constexpr std::chrono::milliseconds patience{100};
+
+template <class Value>
+bool isReady(const std::future<Value>& value) {
+    return value.valid() && value.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+}
+
+/// What goes on in the background: one thing at a time. When it is done, `then` is called on the thread that
+/// draws.
+struct Work {
+    std::string doing;
+    std::future<std::function<void()>> then; ///< The work yields what is to be done with what came of it.
+};
+
+class Session final {
+  public:
+    Session(const Explored& explored, const Invocation& invocation, Screen& screen)
+        : explored_(explored), desk_(deskOf(invocation, "explore")), screen_(screen),
+          explorer_(explored.tree) {
+        view_.home = explored.isExport ? std::string() : invocation.home;
+        view_.safetyOf = [this](const NamedEntry& entry) { return safetyOf(entry); };
+        if (explored_.isExport) {
+            return;
+        }
+        const std::string root(explored_.tree->entry(NamedTree::root).name);
+        if (lumo::isInside(root, desk_.home) || lumo::isInside(desk_.home, root) || root == "/") {
+            certain_ = std::async(std::launch::async,
+                                  [home = desk_.home] { return std::make_unique<CertainPlaces>(home); });
+        }
+        measuring_ = std::async(std::launch::async, [this, root] {
+            return lumo::measureInto(*explored_.tree, root, NamedTree::root, &progress_, stop_.get_token());
+        });
+    }
+
+    ~Session() { stop_.request_stop(); }
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    ExitCode run() {
+        while (!hasEnough_ && !platform::wasInterrupted()) {
+            takeResults();
+            draw();
+            const Key key = screen_.key(patience);
+            if (key.kind != Key::Kind::none) {
+                press(key);
+            } else if (!platform::isTerminal(platform::Stream::input)) {
+                return ExitCode::failed; // Nobody is there any more.
+            }
+        }
+        const ExitCode code = hasEnough_ ? ExitCode::done : ExitCode::interrupted;
+        stop_.request_stop();
+        if (work_) {
+            work_->then.wait(); // A cleanup ends after the action in hand.
+        }
+        return code;
+    }
+
+  private:
+    // What is seen.
+
+    void draw() {
+        view_.columns = screen_.columns();
+        view_.rows = screen_.rows();
+        view_.firstRow = scrolledTo(explorer_.cursor(), view_.firstRow, visibleRows(view_));
+        view_.doing = doing();
+        std::vector<ScreenLine> lines = overlay_ ? *overlay_ : explorerLines(explorer_, view_);
+        if (question_) {
+            // Below what it is about, so that both are seen.
+            const std::vector<ScreenLine> asked = question_->lines(std::max<std::size_t>(view_.rows, 6) - 3);
+            lines.resize(view_.rows - std::min(view_.rows, asked.size()));
+            lines.insert(lines.end(), asked.begin(), asked.end());
+        }
+        screen_.show(lines);
+    }
+
+    std::optional<std::string> doing() {
+        if (work_) {
+            return work_->doing;
+        }
+        if (measuring_.valid()) {
+            constexpr std::array<const char*, 4> turns{"-", "\\", "|", "/"};
+            return Words{"midiendo {} {}", "measuring {} {}"}.with(
+                progress_.entries.load(std::memory_order_relaxed), turns[++turn_ % turns.size()]);
+        }
+        return std::nullopt;
+    }
+
+    std::optional<lumo::Safety> safetyOf(const NamedEntry& entry) {
+        if (!known_) {
+            return std::nullopt;
+        }
+        const auto [found, isNew] = safeties_.try_emplace(entry.index);
+        if (isNew) {
+            const std::string path = explorer_.tree().pathOf(entry.index);
+            found->second =
+                onlyLookedAt(path, desk_.home) ? std::nullopt : known_->safetyOf(path, entry.sums.bytes);
+        }
+        return found->second;
+    }
+
+    void say(std::string message, bool isProblem = false) {
+        view_.message = std::move(message);
+        view_.isProblem = isProblem;
+    }
+
+    // What the background brings.
+
+    void takeResults() {
+        if (isReady(certain_)) {
+            known_ = certain_.get();
+        }
+        if (isReady(measuring_)) {
+            view_.unreadableCount = measuring_.get();
+            explorer_.refresh();
+        }
+        if (work_ && isReady(work_->then)) {
+            const std::function<void()> then = work_->then.get();
+            work_.reset();
+            then();
+        }
+        // Reading a folder of very many entries takes a while: never longer than the time between.
+        const auto now = std::chrono::steady_clock::now();
+        if (measuring_.valid() && now >= nextRefresh_) {
+            explorer_.refresh();
+            const auto took = std::chrono::steady_clock::now() - now;
+            nextRefresh_ = now + std::max<std::chrono::steady_clock::duration>(2 * patience, took * 8);
+        }
+    }
+
+    template <class Do>
+    void begin(std::string doing, Do&& work) {
+        work_.emplace(Work{std::move(doing), std::async(std::launch::async, std::forward<Do>(work))});
+    }
+
+    // What is typed.
+
+    void press(const Key& key) {
+        if (key.kind == Key::Kind::resized) {
+            return;
+        }
+        if (question_) {
+            answer(key);
+        } else if (overlay_) {
+            overlay_.reset();
+        } else if (view_.typedFilter) {
+            typeFilter(key);
+        } else {
+            view_.message.clear();
+            step(key);
+        }
+    }
+
+    void answer(const Key& key) {
+        const std::function<void()> yes = std::move(question_->yes);
+        question_.reset();
+        if (key.text == "y" || key.text == "Y" || key.text == "s" || key.text == "S") {
+            yes();
+        } else {
+            say(Words{"no se ha tocado nada", "nothing was touched"}.in());
+        }
+    }
+
+    void typeFilter(const Key& key) {
+        if (key.kind == Key::Kind::enter) {
+            view_.typedFilter.reset();
+            return;
+        }
+        std::string& typed = *view_.typedFilter;
+        if (key.kind == Key::Kind::escape) {
+            view_.typedFilter.reset();
+            explorer_.setFilter({});
+            return;
+        }
+        if (key.kind == Key::Kind::character) {
+            typed += key.text;
+        } else if (key.kind == Key::Kind::backspace && !typed.empty()) {
+            // A whole character, whatever its bytes.
+            while (typed.size() > 1 && (static_cast<unsigned char>(typed.back()) & 0xC0U) == 0x80U) {
+                typed.pop_back();
+            }
+            typed.pop_back();
+        }
+        explorer_.setFilter(typed);
+    }
+
+    void step(const Key& key) {
+        const auto page = static_cast<std::ptrdiff_t>(visibleRows(view_));
+        switch (key.kind) {
+        case Key::Kind::up:
+            return explorer_.moveBy(-1);
+        case Key::Kind::down:
+            return explorer_.moveBy(1);
+        case Key::Kind::pageUp:
+            return explorer_.moveBy(-page);
+        case Key::Kind::pageDown:
+            return explorer_.moveBy(page);
+        case Key::Kind::home:
+            return explorer_.moveTo(0);
+        case Key::Kind::end:
+            return explorer_.moveTo(explorer_.rows().size());
+        case Key::Kind::right:
+        case Key::Kind::enter:
+            return goIn();
+        case Key::Kind::left:
+        case Key::Kind::backspace:
+            explorer_.leave();
+            return;
+        case Key::Kind::escape:
+            explorer_.filter().empty() ? explorer_.clearMarks() : explorer_.setFilter({});
+            return;
+        case Key::Kind::character:
+            return command(key.text.size() == 1 ? key.text.front() : '\0');
+        case Key::Kind::resized:
+        case Key::Kind::none:
+            return;
+        }
+    }
+
+    void goIn() { view_.firstRow = explorer_.enter() ? 0 : view_.firstRow; }
+
+    void command(char letter) {
+        switch (letter) {
+        case 'q':
+            hasEnough_ = true;
+            return;
+        case '?':
+            overlay_ = explorerHelp();
+            return;
+        case 'k':
+            return explorer_.moveBy(-1);
+        case 'j':
+            return explorer_.moveBy(1);
+        case 'l':
+            return goIn();
+        case 'h':
+            explorer_.leave();
+            return;
+        case '/':
+            view_.typedFilter = explorer_.filter();
+            return;
+        case 's':
+            return explorer_.setOrder(
+                static_cast<ExplorerOrder>((static_cast<int>(explorer_.order()) + 1) % 4));
+        case ' ':
+            explorer_.toggleMark();
+            return explorer_.moveBy(1);
+        default:
+            return act(letter);
+        }
+    }
+
+    /// What reaches beyond the picture: to the disk and to other programs.
+    void act(char letter) {
+        static constexpr std::string_view acts = "duier";
+        if (acts.find(letter) == std::string_view::npos || letter == '\0') {
+            return;
+        }
+        if (work_) {
+            return say(Words{"espera: {}", "wait: {}"}.with(work_->doing), true);
+        }
+        if (explored_.isExport) {
+            return say(Words{"una exportación solo se mira", "an export can only be looked at"}.in(), true);
+        }
+        switch (letter) {
+        case 'd':
+            return offerToSetAside();
+        case 'u':
+            return offerToUndo();
+        case 'i':
+            return explain();
+        case 'e':
+            return openOutside();
+        default:
+            return measureFolder();
+        }
+    }
+
+    [[nodiscard]] std::vector<std::string> pathsOf(const std::vector<EntryIndex>& entries) const {
+        std::vector<std::string> paths;
+        for (const EntryIndex entry : entries) {
+            paths.push_back(explorer_.tree().pathOf(entry));
+        }
+        return paths;
+    }
+
+    void offerToSetAside() {
+        const std::vector<std::string> paths = pathsOf(explorer_.chosen());
+        for (const std::string& path : paths) {
+            if (const auto reason = onlyLookedAt(path, desk_.home)) {
+                return say(*reason, true);
+            }
+        }
+        if (paths.empty()) {
+            return;
+        }
+        begin(Words{"pesando lo marcado", "weighing what is marked"}.in(), [this, paths] {
+            auto offer = std::make_shared<const AsideOffer>(asideOffer(paths, desk_));
+            return std::function<void()>([this, offer] { askToSetAside(offer); });
+        });
+    }
+
+    void askToSetAside(const std::shared_ptr<const AsideOffer>& offer) {
+        if (offer->goingCount == 0) {
+            const auto& first = offer->items.front();
+            return say(lumo::revealed(lumo::fileName(first.path)) + ": " + first.reason.value_or(""), true);
+        }
+        question_ =
+            Question{[this, offer](std::size_t most) { return asideQuestion(*offer, view_.home, most); },
+                     [this, offer] {
+                         begin(Words{"apartando", "setting aside"}.in(), [this, offer] {
+                             Told told = setAside(*offer, desk_, {.stop = stop_.get_token()});
+                             dropMissing(*explored_.tree, told.paths);
+                             return std::function<void()>([this, told] {
+                                 if (told.isWhole) {
+                                     explorer_.clearMarks();
+                                 }
+                                 tell(told);
+                             });
+                         });
+                     }};
+    }
+
+    void offerToUndo() {
+        const auto items = undoOffer(desk_);
+        if (!items) {
+            return say(items.error().message, true);
+        }
+        if (items->empty()) {
+            return say(Words{"no hay nada que deshacer", "there is nothing to undo"}.in());
+        }
+        question_ = Question{
+            [this, items = *items](std::size_t most) { return undoQuestion(items, view_.home, most); },
+            [this, items = *items] {
+                begin(Words{"devolviendo", "putting back"}.in(), [this, items] {
+                    const Told told = putBack(items, desk_);
+                    for (const std::string& path : told.paths) {
+                        measureAnew(*explored_.tree, path, stop_.get_token());
+                    }
+                    return std::function<void()>([this, told] { tell(told); });
+                });
+            }};
+    }
+
+    void tell(const Told& told) {
+        safeties_.clear();
+        explorer_.refresh();
+        say(told.text, !told.isWhole);
+    }
+
+    void explain() {
+        const NamedEntry* entry = explorer_.current();
+        const std::string path = entry != nullptr ? explorer_.tree().pathOf(entry->index) : explorer_.path();
+        begin(Words{"mirando qué es", "looking what it is"}.in(), [this, path] {
+            const auto lines = whatItIs(path, desk_.home, desk_.now(), stop_.get_token());
+            return std::function<void()>(
+                [this, path, lines] { overlay_ = whatItIsLines(path, view_.home, lines, view_.columns); });
+        });
+    }
+
+    void openOutside() {
+        const NamedEntry* entry = explorer_.current();
+        if (entry == nullptr) {
+            return;
+        }
+        if (!platform::hasScreen()) {
+            return say(
+                Words{"aquí no hay escritorio con el que abrirlo", "there is no desktop here to open it"}
+                    .in(),
+                true);
+        }
+        const std::string path = explorer_.tree().pathOf(entry->index);
+        begin(Words{"abriendo", "opening"}.in(), [this, path] {
+            const bool isOpened = platform::runTool({"xdg-open", path}, desk_.home).status == 0;
+            return std::function<void()>([this, isOpened] {
+                if (!isOpened) {
+                    say(Words{"el escritorio no ha podido abrirlo", "the desktop could not open it"}.in(),
+                        true);
+                }
+            });
+        });
+    }
+
+    void measureFolder() {
+        const std::string path = explorer_.path();
+        if (explorer_.isAtTop()) {
+            return say(
+                Words{"entra en una carpeta para medirla otra vez", "go into a folder to measure it anew"}
+                    .in());
+        }
+        begin(Words{"midiendo otra vez", "measuring anew"}.in(), [this, path] {
+            measureAnew(*explored_.tree, path, stop_.get_token());
+            return std::function<void()>([this, path] {
+                safeties_.clear();
+                explorer_.refresh();
+                if (const auto entry = explorer_.tree().entryAt(path)) {
+                    explorer_.goTo(*entry);
+                    explorer_.enter();
+                }
+            });
+        });
+    }
+
+    struct Question {
+        std::function<std::vector<ScreenLine>(std::size_t most)> lines;
+        std::function<void()> yes;
+    };
+
+    const Explored& explored_;
+    const Desk desk_;
+    Screen& screen_;
+    Explorer explorer_;
+    ExplorerView view_;
+    std::optional<std::vector<ScreenLine>> overlay_; ///< Shown instead until a key is pressed.
+    std::optional<Question> question_;
+    bool hasEnough_ = false;
+    std::size_t turn_ = 0;
+    std::chrono::steady_clock::time_point nextRefresh_ = {};
+    std::unique_ptr<CertainPlaces> known_;
+    std::map<EntryIndex, std::optional<lumo::Safety>> safeties_;
+
+    // Last, so that what runs has ended before anything that it uses goes.
+    std::stop_source stop_;
+    platform::WalkProgress progress_;
+    std::future<std::unique_ptr<CertainPlaces>> certain_;
+    std::future<std::int64_t> measuring_;
+    std::optional<Work> work_;
+};
+
+} // namespace
+
+ExitCode explore(const Explored& explored, const Invocation& invocation) {
+    platform::noteInterrupts();
+    platform::noteHangups();
+    const std::unique_ptr<Screen> screen = Screen::open(invocation.hasColor);
+    if (!screen) {
+        return complain(Words{"no sé dibujar en este terminal; mira la variable TERM",
+                              "I cannot draw on this terminal; see the variable TERM"}
+                            .in(),
+                        ExitCode::usage);
+    }
+    return Session(explored, invocation, *screen).run();
+}
+
+} // namespace tarvo

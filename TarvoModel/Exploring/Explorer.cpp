@@ -1,0 +1,235 @@
+#include "TarvoModel/Exploring/Explorer.h"
+
+#include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Text.h"
+#include "Platform/Folder.h"
+
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
+namespace tarvo {
+
+using lumo::EntryIndex;
+using lumo::NamedEntry;
+using lumo::NamedTree;
+namespace EntryTraits = lumo::EntryTraits;
+
+namespace {
+
+/// True when the first comes before the other. Names decide between equals, and numbers of entries where a
+/// tree that was read from elsewhere has a name twice: the order is the same each time.
+bool comesFirst(ExplorerOrder order, const NamedEntry& left, const NamedEntry& right) {
+    const auto by = [&](const NamedEntry& entry) -> std::int64_t {
+        switch (order) {
+        case ExplorerOrder::size:
+            return entry.sums.bytes;
+        case ExplorerOrder::date:
+            return entry.sums.modified;
+        case ExplorerOrder::items:
+            return entry.sums.items;
+        case ExplorerOrder::name:
+            break;
+        }
+        return 0;
+    };
+    const std::int64_t first = by(left);
+    const std::int64_t second = by(right);
+    return first != second ? first > second
+                           : std::tie(left.name, left.index) < std::tie(right.name, right.index);
+}
+
+} // namespace
+
+Explorer::Explorer(std::shared_ptr<NamedTree> tree) : tree_(std::move(tree)) {
+    show(NamedTree::root);
+}
+
+NamedEntry Explorer::folder() const {
+    return tree_->entry(folder_);
+}
+
+void Explorer::show(EntryIndex folder) {
+    folder_ = folder;
+    path_ = tree_->pathOf(folder);
+    cursor_ = 0;
+    filter_.clear();
+    readRows();
+}
+
+const NamedEntry* Explorer::current() const {
+    return cursor_ < rows_.size() ? &rows_[cursor_] : nullptr;
+}
+
+double Explorer::share(const NamedEntry& entry) const {
+    const std::int64_t all = folder().sums.bytes;
+    return all > 0 ? std::min(1.0, static_cast<double>(entry.sums.bytes) / static_cast<double>(all)) : 0;
+}
+
+double Explorer::barShare(const NamedEntry& entry) const {
+    return largestBytes_ > 0 ? static_cast<double>(entry.sums.bytes) / static_cast<double>(largestBytes_) : 0;
+}
+
+void Explorer::readRows() {
+    rows_ = tree_->entriesOf(folder_);
+    if (!filter_.empty()) {
+        const std::string wanted = lumo::folded(filter_);
+        std::erase_if(rows_, [&](const NamedEntry& entry) {
+            return lumo::folded(entry.name).find(wanted) == std::string::npos;
+        });
+    }
+    std::ranges::sort(rows_, [&](const NamedEntry& left, const NamedEntry& right) {
+        return comesFirst(order_, left, right);
+    });
+    largestBytes_ = 0;
+    for (const NamedEntry& row : rows_) {
+        largestBytes_ = std::max(largestBytes_, row.sums.bytes);
+    }
+    cursor_ = std::min(cursor_, rows_.empty() ? 0 : rows_.size() - 1);
+}
+
+void Explorer::refresh() {
+    const NamedEntry* before = current();
+    const std::optional<EntryIndex> kept =
+        before != nullptr && cursor_ > 0 ? std::optional(before->index) : std::nullopt;
+    forgetGone();
+    readRows();
+    if (kept) {
+        putCursorOn(*kept);
+    }
+    tree_->askForNews();
+}
+
+void Explorer::forgetGone() {
+    std::erase_if(marked_, [&](EntryIndex entry) { return !tree_->holds(entry); });
+    if (tree_->holds(folder_)) {
+        return;
+    }
+    std::string around = path_;
+    std::optional<EntryIndex> found;
+    while (!found && !around.empty()) {
+        around = lumo::parentOf(around);
+        found = tree_->entryAt(around);
+    }
+    show(found.value_or(NamedTree::root));
+}
+
+void Explorer::putCursorOn(EntryIndex entry) {
+    const auto row = std::ranges::find(rows_, entry, &NamedEntry::index);
+    if (row != rows_.end()) {
+        cursor_ = static_cast<std::size_t>(row - rows_.begin());
+    }
+}
+
+void Explorer::moveBy(std::ptrdiff_t rows) {
+    const auto last = static_cast<std::ptrdiff_t>(rows_.size()) - 1;
+    const auto wanted = static_cast<std::ptrdiff_t>(cursor_) + rows;
+    cursor_ = static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, std::min(wanted, last)));
+}
+
+void Explorer::moveTo(std::size_t row) {
+    cursor_ = std::min(row, rows_.empty() ? 0 : rows_.size() - 1);
+}
+
+bool Explorer::enter() {
+    const NamedEntry* entry = current();
+    if (entry == nullptr || !entry->is(EntryTraits::folder)) {
+        return false;
+    }
+    show(entry->index);
+    return true;
+}
+
+bool Explorer::leave() {
+    const EntryIndex around = folder().parent;
+    if (around == lumo::noEntry) {
+        return false;
+    }
+    goTo(folder_);
+    return true;
+}
+
+void Explorer::goTo(EntryIndex entry) {
+    const EntryIndex around = tree_->entry(entry).parent;
+    show(around == lumo::noEntry ? NamedTree::root : around);
+    putCursorOn(entry);
+}
+
+void Explorer::setOrder(ExplorerOrder order) {
+    order_ = order;
+    cursor_ = 0;
+    readRows();
+}
+
+void Explorer::setFilter(const std::string& letters) {
+    filter_ = letters;
+    cursor_ = 0;
+    readRows();
+}
+
+void Explorer::toggleMark() {
+    const NamedEntry* entry = current();
+    if (entry != nullptr && !marked_.insert(entry->index).second) {
+        marked_.erase(entry->index);
+    }
+}
+
+std::vector<EntryIndex> Explorer::chosen() const {
+    if (marked_.empty()) {
+        const NamedEntry* entry = current();
+        return entry != nullptr ? std::vector{entry->index} : std::vector<EntryIndex>();
+    }
+    std::vector<EntryIndex> outermost;
+    for (const EntryIndex entry : marked_) {
+        EntryIndex above = tree_->entry(entry).parent;
+        while (above != lumo::noEntry && !marked_.contains(above)) {
+            above = tree_->entry(above).parent;
+        }
+        if (above == lumo::noEntry) {
+            outermost.push_back(entry);
+        }
+    }
+    return outermost;
+}
+
+std::int64_t Explorer::freedWith(const std::vector<EntryIndex>& entries) const {
+    return tree_->freedWithout(entries);
+}
+
+void dropMissing(NamedTree& tree, const std::vector<std::string>& paths) {
+    for (const std::string& path : paths) {
+        const auto entry = tree.entryAt(path);
+        if (entry && *entry != NamedTree::root && lumo::platform::isMissing(path)) {
+            tree.detach(*entry);
+        }
+    }
+    tree.chargeLinked();
+}
+
+void measureAnew(NamedTree& tree, const std::string& path, const std::stop_token& stop) {
+    const auto parent = tree.entryAt(lumo::parentOf(path).empty() ? "/" : lumo::parentOf(path));
+    const auto before = tree.entryAt(path);
+    const auto kind = lumo::platform::kindOf(path);
+    if (!parent || before == NamedTree::root) {
+        return;
+    }
+    if (before) {
+        tree.detach(*before);
+    }
+    if (kind) {
+        const std::uint8_t traits = *kind == lumo::platform::EntryKind::folder ? EntryTraits::folder
+                                    : *kind == lumo::platform::EntryKind::link ? EntryTraits::link
+                                    : *kind == lumo::platform::EntryKind::file ? std::uint8_t{0}
+                                                                               : EntryTraits::special;
+        lumo::TreeBatch batch;
+        batch.add({*parent, false}, lumo::fileName(path), {}, traits);
+        batch.changes.push_back({*parent, {.items = 1}, false});
+        batch.changes.push_back({*parent, {.items = 1}, true});
+        const EntryIndex made = tree.add(batch);
+        lumo::measureInto(tree, path, made, nullptr, stop);
+    } else {
+        tree.chargeLinked();
+    }
+}
+
+} // namespace tarvo

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "LumoCore/Scanning/NamedTree.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <set>
+#include <stop_token>
+#include <string>
+#include <vector>
+
+/// The folder explorer, the same for every face: where somebody is in a measured tree, what they see there,
+/// in which order, and what they have marked. It is used by one thread, while others may still fill the tree.
+namespace tarvo {
+
+/// By what the entries of a folder are ordered: the largest, the newest or the fullest first, or by name.
+enum class ExplorerOrder { size, name, date, items };
+
+class Explorer final {
+  public:
+    /// Begins at the root of the tree.
+    explicit Explorer(std::shared_ptr<lumo::NamedTree> tree);
+
+    [[nodiscard]] const lumo::NamedTree& tree() const { return *tree_; }
+
+    // What is seen.
+
+    [[nodiscard]] lumo::NamedEntry folder() const; ///< Where one is.
+    [[nodiscard]] const std::string& path() const { return path_; }
+    [[nodiscard]] bool isAtTop() const { return folder_ == lumo::NamedTree::root; }
+    /// What is in the folder and passes the filter, in order. Stays until the next step.
+    [[nodiscard]] const std::vector<lumo::NamedEntry>& rows() const { return rows_; }
+    [[nodiscard]] std::size_t cursor() const { return cursor_; } ///< 0 where there are no rows.
+    [[nodiscard]] const lumo::NamedEntry* current() const;
+    [[nodiscard]] ExplorerOrder order() const { return order_; }
+    [[nodiscard]] const std::string& filter() const { return filter_; }
+    /// What part of the folder an entry takes, from 0 to 1.
+    [[nodiscard]] double share(const lumo::NamedEntry& entry) const;
+    /// The same of the largest row: what its bar is long.
+    [[nodiscard]] double barShare(const lumo::NamedEntry& entry) const;
+
+    // Steps.
+
+    /// Reads anew what the tree has by now. The cursor stays on its entry, or at the top while it never left
+    /// that. Of a folder that is gone the nearest one around it is shown.
+    void refresh();
+    void moveBy(std::ptrdiff_t rows);
+    void moveTo(std::size_t row);
+    /// Into the folder under the cursor; false for what is none.
+    bool enter();
+    /// Out of the folder, onto its row in the one around it; false at the top.
+    bool leave();
+    /// To where an entry is, with the cursor on it.
+    void goTo(lumo::EntryIndex entry);
+    void setOrder(ExplorerOrder order);
+    /// Shows only names with these letters in them, whatever their case and accents; all when empty. It ends
+    /// with the folder.
+    void setFilter(const std::string& letters);
+
+    // Marks, which stay when one goes elsewhere.
+
+    void toggleMark(); ///< Of the entry under the cursor.
+    void clearMarks() { marked_.clear(); }
+    [[nodiscard]] bool isMarked(lumo::EntryIndex entry) const { return marked_.contains(entry); }
+    [[nodiscard]] std::size_t markCount() const { return marked_.size(); }
+    /// What is marked, or else what is under the cursor, and lies in nothing else that is: what an action is
+    /// about. Its order is that of the marks' numbers.
+    [[nodiscard]] std::vector<lumo::EntryIndex> chosen() const;
+    /// What goes from the disk with these (see `NamedTree::freedWithout`).
+    [[nodiscard]] std::int64_t freedWith(const std::vector<lumo::EntryIndex>& entries) const;
+
+  private:
+    void readRows();
+    void putCursorOn(lumo::EntryIndex entry);
+    void forgetGone();
+    void show(lumo::EntryIndex folder);
+
+    std::shared_ptr<lumo::NamedTree> tree_;
+    lumo::EntryIndex folder_ = lumo::NamedTree::root;
+    std::string path_;              ///< Of the folder, by which one around it is found when it is gone.
+    std::int64_t largestBytes_ = 0; ///< Of the rows.
+    std::vector<lumo::NamedEntry> rows_;
+    std::size_t cursor_ = 0;
+    ExplorerOrder order_ = ExplorerOrder::size;
+    std::string filter_;
+    std::set<lumo::EntryIndex> marked_;
+};
+
+/// After something changed on the disk. May be called on any thread; whoever explores the tree refreshes
+/// then. The first takes out of it what no longer stands at these paths. The second measures what stands at a
+/// path anew, or takes it out when it is gone; where the tree has no such folder nothing happens.
+void dropMissing(lumo::NamedTree& tree, const std::vector<std::string>& paths);
+void measureAnew(lumo::NamedTree& tree, const std::string& path, const std::stop_token& stop = {});
+
+} // namespace tarvo

@@ -1,0 +1,111 @@
+#include "TarvoModel/Exploring/SettingAside.h"
+
+#include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Words.h"
+#include "LumoCore/Cleanup/CleanupExecutor.h"
+#include "TarvoModel/Showing/CleanupTexts.h"
+
+#include <algorithm>
+#include <iterator>
+#include <tuple>
+
+namespace tarvo {
+
+using lumo::CleanupOutcome;
+using lumo::Words;
+
+namespace {
+
+std::string pathOf(const lumo::CleanupAction& action) {
+    const std::vector<std::string> paths = lumo::CleanupExecutor::touchedPaths(action);
+    return paths.empty() ? std::string() : paths.front();
+}
+
+std::string sentence(const Cleaned& cleaned) {
+    std::vector<const CleanupOutcome*> failed;
+    for (const CleanupOutcome& outcome : cleaned.outcomes) {
+        if (outcome.status == lumo::CleanupStatus::failed) {
+            failed.push_back(&outcome);
+        }
+    }
+    if (cleaned.logProblem) {
+        return *cleaned.logProblem;
+    }
+    if (!failed.empty()) {
+        return failedText(failed.size(), failed.front()->message.value_or(failed.front()->title));
+    }
+    if (!cleaned.leftOut.empty()) {
+        return leftOutText(cleaned.leftOut.size(), cleaned.leftOut.front().title,
+                           cleaned.leftOut.front().reason);
+    }
+    return cleanupDone(sumsOf(cleaned.outcomes));
+}
+
+} // namespace
+
+AsideOffer asideOffer(const std::vector<std::string>& paths, const Desk& desk) {
+    AsideOffer offer{.request = {.report = nullptr, .chosen = paths}};
+    const Plan plan = planned(offer.request, desk);
+    offer.agreed = agreementTo(plan);
+    for (const lumo::PlanEntry& entry : plan.entries) {
+        offer.items.push_back({pathOf(entry.action), entry.action.estimatedBytes, entry.skipReason});
+        if (!entry.skipReason) {
+            ++offer.goingCount;
+            offer.bytes += entry.action.estimatedBytes;
+        }
+    }
+    std::ranges::sort(offer.items, {}, [](const AsideOffer::Item& item) {
+        return std::tuple(item.reason.has_value(), -item.bytes, item.path);
+    });
+    return offer;
+}
+
+std::optional<std::string> onlyLookedAt(const std::string& path, const std::string& home) {
+    if (!lumo::isInside(path, home) || path == home) {
+        return Words{"fuera de tu carpeta personal solo se mira",
+                     "outside your home folder you can only look"}
+            .in();
+    }
+    if (lumo::HomeLock::isForeign(home)) {
+        return lumo::HomeLock::foreignText();
+    }
+    return std::nullopt;
+}
+
+Told setAside(const AsideOffer& offer, const Desk& desk, const CleanupWatch& watch) {
+    Told told;
+    for (const lumo::CleanupAction& action : offer.agreed.actions) {
+        told.paths.push_back(pathOf(action));
+    }
+    const auto cleaned = clean(offer.request, offer.agreed, desk, watch);
+    if (!cleaned) {
+        told.text = cleaned.error().message;
+        return told;
+    }
+    told.text = sentence(*cleaned);
+    told.isWhole = !cleaned->logProblem && cleaned->leftOut.empty() &&
+                   cleaned->outcomes.size() == offer.agreed.actions.size() &&
+                   std::ranges::none_of(cleaned->outcomes, [](const CleanupOutcome& outcome) {
+                       return outcome.status == lumo::CleanupStatus::failed;
+                   });
+    return told;
+}
+
+lumo::Result<std::vector<lumo::TrashedItem>> undoOffer(const Desk& desk) {
+    return itemsMeant({}, desk);
+}
+
+Told putBack(const std::vector<lumo::TrashedItem>& shown, const Desk& desk) {
+    Told told;
+    std::ranges::transform(shown, std::back_inserter(told.paths), &lumo::TrashedItem::original);
+    const auto result = restoreAgreed({}, shown, desk);
+    if (!result) {
+        told.text = result.error().message;
+        return told;
+    }
+    told.text = restoredText(*result);
+    told.isWhole = result->failures.empty();
+    return told;
+}
+
+} // namespace tarvo

@@ -1,0 +1,233 @@
+#include "Tests/support/RunTarvo.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <thread>
+
+using namespace tarvo::testing;
+using namespace testing;
+namespace fs = std::filesystem;
+
+namespace {
+
+/// A terminal that can be read as text: a pane of tmux with a shell in it, for one test.
+class Pane final {
+  public:
+    Pane(const TempHome& home, int columns, int rows) : socket_(home.path("socket")) {
+        const Arguments words{"-f",          "/dev/null",
+                              "new-session", "-d",
+                              "-x",          std::to_string(columns),
+                              "-y",          std::to_string(rows),
+                              "-e",          "HOME=" + home.path(),
+                              "-e",          "PS1=$ ",
+                              "sh"};
+        EXPECT_EQ(tmux(words).exitCode, 0);
+    }
+    ~Pane() { tmux({"kill-server"}); }
+    Pane(const Pane&) = delete;
+    Pane& operator=(const Pane&) = delete;
+
+    Ran tmux(Arguments words) const {
+        words.insert(words.begin(), {"-S", socket_});
+        return runProgram("tmux", words, {"LC_ALL=C.UTF-8", "PATH=/usr/bin:/bin", "SHELL=/bin/sh"});
+    }
+
+    /// Keys by tmux's names; text that is none of these is typed.
+    void type(const Arguments& keys) const {
+        Arguments words{"send-keys"};
+        words.insert(words.end(), keys.begin(), keys.end());
+        tmux(words);
+    }
+    void run(const std::string& line) const { type({line, "Enter"}); }
+    [[nodiscard]] std::string shown() const { return tmux({"capture-pane", "-p"}).output; }
+    [[nodiscard]] std::string told(const std::string& format) const {
+        return tmux({"display-message", "-p", format}).output;
+    }
+
+    /// Waits until the screen is as wanted; what it shows then, or in the end.
+    template <class Wanted>
+    std::string waitUntil(Wanted&& isWanted) const {
+        const auto end = std::chrono::steady_clock::now() + hangLimit;
+        std::string now = shown();
+        while (!isWanted(now) && std::chrono::steady_clock::now() < end) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+            now = shown();
+        }
+        EXPECT_TRUE(isWanted(now)) << now;
+        return now;
+    }
+    std::string waitFor(const std::string& text) const {
+        return waitUntil([&](const std::string& now) { return now.find(text) != std::string::npos; });
+    }
+    std::string waitWithout(const std::string& text) const {
+        return waitUntil([&](const std::string& now) { return now.find(text) == std::string::npos; });
+    }
+
+    /// The program that the shell has started.
+    [[nodiscard]] pid_t program() const {
+        const std::string shell = std::to_string(std::stoi(told("#{pane_pid}")));
+        return std::stoi(contentOf("/proc/" + shell + "/task/" + shell + "/children"));
+    }
+
+  private:
+    std::string socket_;
+};
+
+/// Starts exploring; how the terminal is set is kept before and afterwards.
+void explore(const Pane& pane, const std::string& words, const std::string& variables = "LC_ALL=C.UTF-8") {
+    pane.run("stty -g > before; " + variables + " " + tarvoProgram() + " --idioma en explore " + words +
+             "; echo rc=$?; stty -g > after; echo end");
+}
+
+/// The terminal is as it was before.
+void expectAsBefore(const Pane& pane, const TempHome& home) {
+    pane.waitUntil([](const std::string& now) { return now.find("\nend") != std::string::npos; });
+    EXPECT_EQ(pane.told("#{alternate_on} #{cursor_flag} #{keypad_cursor_flag}"), "0 1 0\n");
+    EXPECT_EQ(contentOf(home.path("before")), contentOf(home.path("after")));
+}
+
+bool hasTmux() {
+    return runProgram("tmux", {"-V"}, {"PATH=/usr/bin:/bin"}).exitCode == 0;
+}
+
+class ExploreCommand : public Test {
+  protected:
+    void SetUp() override {
+        if (!hasTmux()) {
+            GTEST_SKIP() << "tmux is not installed";
+        }
+    }
+};
+
+} // namespace
+
+TEST_F(ExploreCommand, SetsAsideWhatIsMarkedAndPutsItBackAndLeavesTheTerminalAsItWas) {
+    const TempHome home;
+    home.file("Videos/large.mkv", 3000000);
+    home.file("Videos/other.mkv", 2000000);
+    home.file("Videos/small", 5000);
+    const Pane pane(home, 80, 20);
+    pane.run("cd");
+    explore(pane, "");
+    pane.waitFor("Videos/");
+    pane.type({"Enter"});
+    EXPECT_THAT(pane.waitFor("large.mkv"), HasSubstr("~/Videos"));
+    pane.type({"?"});
+    pane.waitFor("set the marked aside");
+    pane.type({"x", "Space", "Space", "d"});
+    EXPECT_THAT(pane.waitFor("[y/N]"),
+                AllOf(HasSubstr("Set 2 items (5 MB) aside?"), HasSubstr("~/Videos/other.mkv")));
+    EXPECT_TRUE(fs::exists(home.path("Videos/large.mkv")));
+    pane.type({"n"});
+    pane.waitFor("nothing was touched");
+    pane.type({"d"});
+    pane.waitFor("[y/N]");
+    pane.type({"y"});
+    EXPECT_THAT(pane.waitWithout("large.mkv"), Not(HasSubstr("other.mkv")));
+    EXPECT_FALSE(fs::exists(home.path("Videos/large.mkv")) || fs::exists(home.path("Videos/other.mkv")));
+    pane.type({"u"});
+    pane.waitFor("Put this back?");
+    pane.type({"y"});
+    pane.waitFor("large.mkv");
+    EXPECT_EQ(contentOf(home.path("Videos/large.mkv")).size(), 3000000U);
+    pane.type({"/", "SMA"});
+    EXPECT_THAT(pane.waitWithout("large.mkv"), HasSubstr("small"));
+    pane.type({"Escape"});
+    pane.waitFor("large.mkv");
+    pane.type({"i"});
+    pane.waitFor("A file of your own");
+    pane.type({"x", "q"});
+    EXPECT_THAT(pane.waitFor("rc="), HasSubstr("rc=0"));
+    expectAsBefore(pane, home);
+}
+
+TEST_F(ExploreCommand, GivesTheTerminalBackWhateverEndsIt) {
+    const TempHome home;
+    home.file("Videos/large.mkv", 3000000);
+    const Pane pane(home, 80, 20);
+    pane.run("cd; ulimit -c 0");
+    for (const int signal : {SIGTERM, SIGHUP, SIGINT, SIGSEGV, SIGABRT, SIGQUIT}) {
+        pane.run("clear");
+        explore(pane, "Videos");
+        pane.waitFor("large.mkv");
+        EXPECT_EQ(pane.told("#{alternate_on}"), "1\n");
+        kill(pane.program(), signal);
+        pane.waitFor("rc=" + std::string(signal == SIGTERM || signal == SIGHUP || signal == SIGINT
+                                             ? "130"
+                                             : std::to_string(128 + signal)));
+        expectAsBefore(pane, home);
+    }
+    pane.run("clear");
+    explore(pane, "Videos");
+    pane.waitFor("large.mkv");
+    pane.type({"C-z"});
+    pane.waitFor("Stopped");
+    EXPECT_EQ(pane.told("#{alternate_on} #{cursor_flag}"), "0 1\n");
+    pane.run("fg");
+    pane.waitUntil([](const std::string& now) { return now.starts_with(" Tarvo AI"); });
+    pane.type({"q"});
+    pane.waitFor("rc=0");
+}
+
+TEST_F(ExploreCommand, ShowsAnyNameOnAPoorTerminalOfAnySizeAndOnlyLooksAtExports) {
+    const TempHome home;
+    home.files({"Videos/\xFF\x1B[31m\x07.mkv", "Videos/ñandú.mkv", "Videos/e\nf"}, 20000);
+    home.file("Videos/" + std::string(200, 'w'), 900000);
+    EXPECT_EQ(runTarvo(home, {"explore", "--export", home.path("saved"), home.path("Videos")}).exitCode, 0);
+    const Pane pane(home, 60, 12);
+    pane.run("cd");
+    explore(pane, home.path("saved"), "TERM=vt100 LC_ALL=C");
+    const std::string shown = pane.waitFor("wwww");
+    EXPECT_THAT(shown, AllOf(HasSubstr("\\xFF\\x1B[31m\\a.mkv"), HasSubstr("e\\nf")));
+    EXPECT_TRUE(std::ranges::all_of(shown, [](char c) { return c == '\n' || (c >= ' ' && c < 127); }))
+        << shown;
+    pane.type({"d"});
+    pane.waitFor("an export can only be looked at");
+    for (const char* size : {"20x3", "200x50", "1x1", "60x12"}) {
+        const std::string both(size);
+        pane.tmux(
+            {"resize-window", "-x", both.substr(0, both.find('x')), "-y", both.substr(both.find('x') + 1)});
+        pane.type({"j", "k", "?", "x"});
+    }
+    pane.waitFor("wwww");
+    pane.type({"q"});
+    pane.waitFor("rc=0");
+    expectAsBefore(pane, home);
+
+    pane.run("clear; cd /; " + tarvoProgram() + " --idioma en explore /etc");
+    pane.waitFor("passwd");
+    pane.type({"d"});
+    pane.waitFor("outside your home folder you can only look");
+    pane.type({"q"});
+}
+
+TEST(ExploreExport, IsReadByOthersAndNothingElseNeedsNoTerminal) {
+    const TempHome home;
+    home.files({"a/\xFF\x1B[31m", "b"}, 20000);
+    home.hardLink("c", home.path("b"));
+    home.fileWith("broken", "[1,2,{},[{\"name\":\"/\"}");
+    EXPECT_EQ(runTarvo(home, {"explore"}).exitCode, 2);
+    EXPECT_EQ(runTarvo(home, {"explore", home.path("missing")}).exitCode, 2);
+    const Ran refused = runTarvo(home, {"explore", "--export", "-", home.path("broken")});
+    EXPECT_EQ(refused.exitCode, 2);
+    EXPECT_THAT(refused.error, HasSubstr("no es una exportación"));
+    const Ran written = runTarvo(home, {"explore", "--export", "-"});
+    EXPECT_EQ(written.exitCode, 0);
+    EXPECT_THAT(written.output, AllOf(HasSubstr("\xFF\\u001b[31m"), HasSubstr("\"hlnkc\":true,\"nlink\":2")));
+    EXPECT_EQ(runTarvoOnTerminal(home, {"explore"}, "q").exitCode, 2) << "a terminal without TERM";
+
+    home.fileWith("ours", written.output);
+    const Ran ncdu = runProgram("ncdu", {"-0", "-f", home.path("ours"), "-o", home.path("theirs")},
+                                {"PATH=/usr/bin:/bin", "TERM=vt100"});
+    if (ncdu.exitCode == 127) {
+        GTEST_SKIP() << "ncdu is not installed";
+    }
+    EXPECT_EQ(ncdu.exitCode, 0) << ncdu.output << ncdu.error;
+    EXPECT_EQ(runTarvo(home, {"explore", "--export", home.path("again"), home.path("theirs")}).exitCode, 0);
+    EXPECT_THAT(contentOf(home.path("again")),
+                HasSubstr("\"name\":\"\xFF\\u001b[31m\",\"asize\":20000,\"dsize\":20480"));
+}

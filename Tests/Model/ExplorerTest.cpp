@@ -1,0 +1,215 @@
+#include "TarvoModel/Exploring/Explorer.h"
+
+#include "LumoCore/Cleanup/HistoryLog.h"
+#include "Platform/Clock.h"
+#include "TarvoModel/Exploring/SettingAside.h"
+#include "TarvoModel/Exploring/UsageExport.h"
+#include "TarvoModel/Exploring/WhatIsIt.h"
+#include "Tests/support/TempHome.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using namespace lumo;
+using namespace tarvo;
+using namespace tarvo::testing;
+using namespace ::testing;
+namespace fs = std::filesystem;
+
+namespace {
+
+std::shared_ptr<NamedTree> treeOf(const TempHome& home) {
+    auto tree = std::make_shared<NamedTree>(home.path());
+    measureInto(*tree, home.path(), NamedTree::root, nullptr, {});
+    return tree;
+}
+
+Desk deskAt(const TempHome& home) {
+    return Desk::ofThisMachine(home.path(), "tarvo explore");
+}
+
+std::vector<std::string> namesOf(const Explorer& explorer) {
+    std::vector<std::string> names;
+    for (const NamedEntry& row : explorer.rows()) {
+        names.emplace_back(row.name);
+    }
+    return names;
+}
+
+void pointAt(Explorer& explorer, const std::string& path) {
+    explorer.goTo(*explorer.tree().entryAt(path));
+}
+
+/// All that an export tells, whoever wrote it: paths and what they take.
+std::map<std::string, std::int64_t> bytesIn(const NamedTree& tree) {
+    std::map<std::string, std::int64_t> content;
+    std::vector<EntryIndex> left{NamedTree::root};
+    while (!left.empty()) {
+        const EntryIndex at = left.back();
+        left.pop_back();
+        content[tree.pathOf(at)] = tree.entry(at).sums.bytes;
+        for (const NamedEntry& entry : tree.entriesOf(at)) {
+            left.push_back(entry.index);
+        }
+    }
+    return content;
+}
+
+} // namespace
+
+TEST(Explorer, OrdersFiltersMarksAndFindsItsWay) {
+    const TempHome home;
+    home.file("big/one/x", 50000);
+    home.files({"big/two", "Café.txt"}, 9000);
+    home.file("zero");
+    home.setModified("zero", 2000000000);
+    Explorer explorer(treeOf(home));
+    EXPECT_THAT(namesOf(explorer), ElementsAre("big", "Café.txt", "zero"));
+    explorer.setOrder(ExplorerOrder::date);
+    EXPECT_EQ(explorer.rows().front().name, "zero");
+    explorer.setOrder(ExplorerOrder::name);
+    EXPECT_THAT(namesOf(explorer), ElementsAre("Café.txt", "big", "zero"));
+    explorer.setOrder(ExplorerOrder::items);
+    EXPECT_EQ(explorer.rows().front().name, "big");
+    explorer.setFilter("CAFE");
+    EXPECT_THAT(namesOf(explorer), ElementsAre("Café.txt"));
+    explorer.setFilter({});
+
+    pointAt(explorer, home.path("big"));
+    explorer.toggleMark();
+    ASSERT_TRUE(explorer.enter());
+    EXPECT_EQ(explorer.path(), home.path("big"));
+    pointAt(explorer, home.path("big/two"));
+    explorer.toggleMark();
+    EXPECT_EQ(explorer.markCount(), 2U);
+    EXPECT_THAT(explorer.chosen(), ElementsAre(*explorer.tree().entryAt(home.path("big"))))
+        << "what lies in something marked goes with it";
+    EXPECT_FALSE(explorer.enter()) << "a file is no folder";
+    EXPECT_TRUE(explorer.leave());
+    EXPECT_EQ(explorer.current()->name, "big") << "on what it came out of";
+    EXPECT_FALSE(explorer.leave());
+}
+
+TEST(Explorer, ShowsTheNearestFolderWhenTheOneItIsInGoes) {
+    const TempHome home;
+    home.file("a/b/c/d", 9000);
+    const auto tree = treeOf(home);
+    Explorer explorer(tree);
+    pointAt(explorer, home.path("a/b/c/d"));
+    explorer.toggleMark();
+    fs::remove_all(home.path("a/b"));
+    dropMissing(*tree, {home.path("a/b"), home.path("a")});
+    explorer.refresh();
+    EXPECT_EQ(explorer.path(), home.path("a"));
+    EXPECT_EQ(explorer.markCount(), 0U);
+    home.file("a/b/new", 70000);
+    measureAnew(*tree, home.path("a/b"));
+    explorer.refresh();
+    EXPECT_THAT(namesOf(explorer), ElementsAre("b"));
+    HardLinkRegistry registry;
+    EXPECT_EQ(tree->entry(NamedTree::root).sums.bytes,
+              FileTree::measure(home.path(), registry).allocatedBytes);
+}
+
+TEST(Explorer, SetsAsideWhatWasAgreedToThroughTheLogAndPutsItBack) {
+    const TempHome home;
+    const std::string odd = "Videos/\xFF\x1B[31m.mkv";
+    home.fileWith(odd, std::string(60000, 'v'));
+    home.fileWith("Videos/folder/x", "inside");
+    home.file("Videos/stays", 4000);
+    const Desk desk = deskAt(home);
+    const AsideOffer offer =
+        asideOffer({home.path(odd), home.path("Videos/folder"), home.path("Videos/gone")}, desk);
+    EXPECT_EQ(offer.goingCount, 2U);
+    EXPECT_TRUE(offer.items.back().reason) << "what is gone is said to be";
+    EXPECT_EQ(offer.items.front().path, home.path(odd));
+    EXPECT_TRUE(fs::exists(home.path(odd))) << "asking touches nothing";
+
+    EXPECT_TRUE(setAside(offer, desk).isWhole);
+    EXPECT_FALSE(fs::exists(home.path(odd)) || fs::exists(home.path("Videos/folder")));
+    EXPECT_TRUE(fs::exists(home.path("Videos/stays")));
+    EXPECT_THAT(history(desk).value(), SizeIs(2));
+
+    const auto held = undoOffer(desk);
+    ASSERT_THAT(held.value(), SizeIs(2));
+    EXPECT_TRUE(putBack(*held, desk).isWhole);
+    EXPECT_EQ(contentOf(home.path(odd)), std::string(60000, 'v'));
+    EXPECT_EQ(contentOf(home.path("Videos/folder/x")), "inside");
+    EXPECT_TRUE(undoOffer(desk).value().empty());
+}
+
+TEST(Explorer, LeavesWhatIsProtectedOursKeptOrChangedSinceTheQuestion) {
+    const TempHome home;
+    home.files({"Work/a", "Downloads/b", ".config/google-chrome/Default/History"}, 9000);
+    home.fileWith(".config/TarvoAI/preferencias.json",
+                  R"({"carpetasProtegidas":[")" + home.path("Work") + R"("]})");
+    const Desk desk = deskAt(home);
+    for (const char* name : {"Work/a", "Work", ".config/TarvoAI", ".config/google-chrome/Default",
+                             ".config/google-chrome/Default/History", ".config"}) {
+        const AsideOffer offer = asideOffer({home.path(name)}, desk);
+        EXPECT_EQ(offer.goingCount, 0U) << name;
+        EXPECT_TRUE(offer.items.front().reason) << name;
+    }
+    EXPECT_TRUE(onlyLookedAt("/etc", home.path()) && onlyLookedAt(home.path(), home.path()));
+    EXPECT_FALSE(onlyLookedAt(home.path("Work"), home.path()));
+
+    const AsideOffer offer = asideOffer({home.path("Downloads/b")}, desk);
+    home.file("Downloads/b", 90000);
+    const Told told = setAside(offer, desk);
+    EXPECT_FALSE(told.isWhole);
+    EXPECT_TRUE(fs::exists(home.path("Downloads/b"))) << told.text;
+}
+
+TEST(Explorer, KnowsWhatIsCertain) {
+    const TempHome home;
+    home.files({".npm/_cacache/x", "Documents/mine"}, 9000);
+    const CertainPlaces certain(home.path());
+    EXPECT_EQ(certain.safetyOf(home.path(".npm/_cacache"), 9000), Safety::safe);
+    EXPECT_EQ(certain.safetyOf(home.path("Documents/mine"), 9000), Safety::keep);
+    EXPECT_THAT(whatItIs(home.path(".npm/_cacache"), home.path(), platform::now()), Not(IsEmpty()));
+}
+
+TEST(UsageExport, ComesBackByteForByteWithEachFileOnce) {
+    const TempHome home;
+    home.files({"d/\xFF\x1B[31m\"\\\t", "d/e/plain", "ñ"}, 9000);
+    home.hardLink("other", home.path("ñ"));
+    home.link("link", "nowhere");
+    const auto tree = treeOf(home);
+    const std::string document = usageExport(*tree, "1", platform::now());
+    const auto back = treeFromExport(document);
+    ASSERT_TRUE(back) << back.error().message;
+    EXPECT_EQ(bytesIn(**back), bytesIn(*tree));
+    EXPECT_EQ(document.find('\x1B'), std::string::npos) << "no terminal is told anything by a name";
+}
+
+TEST(UsageExport, ReadsWhatOthersWrite) {
+    const auto tree = treeFromExport(
+        R"([1,2,{"progname":"gdu","more":[{"a":"}]"}],"timestamp":1.5e9},
+[{"name":"/srv","mtime":5},
+ {"name":"a\u00e9\ud83d\ude00","asize":3,"dsize":4096,"mtime":-7,"new":{"x":[null]}},
+ [{"name":"sub","dsize":4096},{"name":"h","dsize":8192,"ino":5,"hlnkc":true},
+  {"name":"i","dsize":8192,"ino":5,"nlink":2,"hlnkc":true},{"name":"out","excluded":"otherfs"}],
+ {"name":"huge","dsize":99999999999999999999999999}]] )");
+    ASSERT_TRUE(tree) << tree.error().message;
+    EXPECT_EQ((*tree)->entry(*(*tree)->entryAt("/srv/a\u00e9\U0001F600")).sums.bytes, 4096);
+    EXPECT_EQ((*tree)->entry(*(*tree)->entryAt("/srv/sub")).sums.bytes, 4096 + 8192);
+    EXPECT_EQ((*tree)->entry(NamedTree::root).sums.items, 6U);
+}
+
+TEST(UsageExport, RefusesWhatIsNone) {
+    for (const char* document :
+         {"", "[", "[1]", "{}", "[1,2,{},[]]", R"([2,0,{},[{"name":"/"}]])", R"([1,2,{},[{"name":""}]])",
+          R"([1,2,{},[{"name":"/"},{}]])", R"([1,2,{},[{"name":"/"}]] x)", R"([1,2,{},[{"name":"/"])",
+          R"([1,2,{},[{"name":"/","dsize":"x"}]])", R"([1,2,{},[{"name":"/\q"}]])",
+          R"([1,2,{},{"name":"/"}])"}) {
+        EXPECT_FALSE(treeFromExport(document)) << document;
+    }
+    std::string deep = "[1,2,{}";
+    for (int level = 0; level < 200000; ++level) {
+        deep += ",[{\"name\":\"d\"}";
+    }
+    EXPECT_FALSE(treeFromExport(deep));
+    EXPECT_FALSE(treeFromExport("[1,2," + std::string(1000000, '[')));
+}
