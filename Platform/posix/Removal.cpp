@@ -1,8 +1,9 @@
 #include "Platform/Removal.h"
 
 #include "Platform/FolderStatus.h"
+#include "Platform/posix/RemovalCrew.h"
+#include "Platform/posix/RemovalLevel.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,8 +11,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
-#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -21,180 +22,134 @@ namespace lumo::platform {
 
 namespace {
 
-/// Of the 64 descriptors one is the place's own and up to two are open for a moment on the way into a folder.
-constexpr std::size_t mostOpenFolders = 60;
 /// How often a name may turn from a folder into something else, or back, before it is given up.
 constexpr int mostChangesOfKind = 8;
 /// How often one folder is listed because entries were left. File systems that skip entries while others are
 /// deleted leave at most half of them each time; a program that keeps writing must not hold us for ever.
 constexpr int mostListings = 100;
+/// Waking a thread takes longer than removing a few entries.
+constexpr std::size_t entriesBetweenParts = 128;
+constexpr std::size_t mostEntriesOfPart = 256;
 
 /// Whether what stands at the place goes, too.
 enum class Top { goes, stays };
 
-enum class Rights { asTheyAre, addedWhereOwn };
-
-struct CloseListing {
-    void operator()(DIR* listing) const { closedir(listing); }
-};
-using Listing = std::unique_ptr<DIR, CloseListing>;
-
-struct OpenedFolder {
-    Descriptor descriptor;
-    FolderStatus status;
+/// What is removed, and how.
+struct RemovalTask {
+    const Place& place;
+    const FolderStatus around;
+    const Top top;
+    const Rights rights;
+    const std::span<const FolderIdentity> spared;
 };
 
-SystemResult<Descriptor> openForListing(int parent, const char* name) {
-    Descriptor folder(untilNotInterrupted(
-        [&] { return openat(parent, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK); }));
-    if (!folder.isOpen()) {
-        return failed(errno);
-    }
-    return folder;
-}
-
-SystemResult<OpenedFolder> openAsItIs(int parent, const char* name) {
-    SystemResult<Descriptor> folder = openForListing(parent, name);
-    if (!folder) {
-        return std::unexpected(folder.error());
-    }
-    const SystemResult<FolderStatus> status = statusOf(folder->number());
-    if (!status) {
-        return std::unexpected(status.error());
-    }
-    return OpenedFolder{std::move(*folder), *status};
-}
-
-/// The same for a folder whose rights may have to be added first. Nothing is added on another mount.
-SystemResult<OpenedFolder> openWithOwnerRights(int parent, const char* name, const FolderStatus& onMountOf) {
-    const SystemResult<Descriptor> unread = openWithoutRights(parent, name);
-    if (!unread) {
-        return std::unexpected(unread.error());
-    }
-    const SystemResult<FolderStatus> status = statusOf(unread->number());
-    if (!status) {
-        return std::unexpected(status.error());
-    }
-    if (!status->isOnMountOf(onMountOf)) {
-        return failed(EBUSY);
-    }
-    if (status->owner == geteuid() && (status->mode & S_IRWXU) != S_IRWXU) {
-        if (const SystemResult<void> added = addOwnerRights(unread->number(), *status); !added) {
-            return std::unexpected(added.error());
-        }
-    }
-    SystemResult<Descriptor> folder = openForListing(unread->number(), ".");
-    if (!folder) {
-        return std::unexpected(folder.error());
-    }
-    return OpenedFolder{std::move(*folder), *status};
-}
-
-/// A folder on the way from the item to where the removal is.
-struct Level {
-    std::string name;
-    FolderStatus status;
-    Listing listing;                ///< None while its descriptor is needed further down.
-    std::vector<std::size_t> stuck; ///< Hashes of the names that could not be removed: there may be millions.
-    std::size_t stuckBefore = 0;    ///< So many of them, in order, are from earlier listings.
-    int listings = 1;
-    bool hasBegun = false;   ///< This listing has been read from.
-    bool hasRemoved = false; ///< Since this listing began.
-    bool hasFailed = false;
-
-    static std::size_t hashOf(std::string_view name) { return std::hash<std::string_view>()(name); }
-
-    [[nodiscard]] bool wasStuck(std::string_view entry) const {
-        const auto end = stuck.begin() + static_cast<std::ptrdiff_t>(stuckBefore);
-        return stuckBefore > 0 && std::binary_search(stuck.begin(), end, hashOf(entry));
-    }
-
-    void remember(std::string_view entry) {
-        hasFailed = true;
-        stuck.push_back(hashOf(entry));
-    }
-
-    void begin() {
-        std::ranges::sort(stuck);
-        stuckBefore = stuck.size();
-        hasBegun = true;
-        hasRemoved = false;
-    }
-};
-
-/// One try at removing everything.
+/// What one thread does of a try at removing everything.
 class RemovalPass final {
   public:
-    RemovalPass(const Place& place, const FolderStatus& around, Top top, Rights rights,
-                std::span<const FolderIdentity> spared)
-        : place_(place), around_(around), top_(top), rights_(rights), spared_(spared) {}
+    RemovalPass(const RemovalTask& task, RemovalCrew& crew) : task_(task), crew_(crew) {}
+    ~RemovalPass() {
+        levels_.clear();
+        returnFolders();
+    }
+    RemovalPass(const RemovalPass&) = delete;
+    RemovalPass& operator=(const RemovalPass&) = delete;
 
-    SystemResult<void> run() {
-        if (top_ == Top::goes) {
-            take(place_.name.c_str(), true);
+    void removePlace() {
+        if (task_.top == Top::goes) {
+            take(task_.place.name, true);
         } else if (const int code = enterTop(); code != 0) {
-            note(code);
+            crew_.note(code);
         }
-        while (!levels_.empty() && !hasLostItsWay_ && !hasMetSpared_) {
-            if (const dirent* entry = nextEntry(levels_.back())) {
-                // Where the kind is not told, trying it as a folder tells without asking.
-                take(entry->d_name, entry->d_type == DT_DIR || entry->d_type == DT_UNKNOWN);
-            } else {
-                leave();
-            }
-        }
-        if (hasMetSpared_) {
-            return failed(ECANCELED);
-        }
-        return firstError_ == 0 ? SystemResult<void>() : failed(firstError_);
+        goThrough();
     }
 
-    [[nodiscard]] bool hasMetSpared() const { return hasMetSpared_; }
-
-    [[nodiscard]] bool hasFailedOnlyAtMounts() const { return firstError_ != 0 && !hasFailedElsewhere_; }
+    void removePart(RemovalPart& part) {
+        isPart_ = true;
+        firstOpen_ = 1; // The folder around the part's entries is never closed.
+        levels_.emplace_back(part);
+        goThrough();
+        levels_.front().moveResultTo(part);
+    }
 
   private:
-    const dirent* nextEntry(Level& level) {
-        if (!level.hasBegun) {
-            level.begin();
+    void goThrough() {
+        while (!levels_.empty() && !crew_.hasEnded()) {
+            if (++entriesSincePart_ >= entriesBetweenParts && crew_.isWanting()) {
+                giveEntriesAway();
+            }
+            int failure = 0;
+            if (const std::optional<EntryName> entry = levels_.back().next(failure)) {
+                take(entry->name, entry->mayBeFolder);
+                continue;
+            }
+            note(failure);
+            if (hasEntriesBack(levels_.back())) {
+                continue;
+            }
+            if (isPart_ && levels_.size() == 1) {
+                return;
+            }
+            leave();
         }
-        for (;;) {
-            errno = 0;
-            const dirent* entry = readdir(level.listing.get());
-            if (entry != nullptr) {
-                const std::string_view name = entry->d_name;
-                if (name != "." && name != ".." && !level.wasStuck(name)) {
-                    return entry;
-                }
-            } else if (errno != EINTR) {
-                // A folder that another program has removed has no entries.
-                if (errno != 0 && errno != ENOENT) {
-                    level.hasFailed = true;
-                    note(errno);
-                }
-                return nullptr;
+    }
+
+    /// Lets another thread have entries from as far up as possible: there they stand for the largest trees.
+    void giveEntriesAway() {
+        entriesSincePart_ = 0;
+        for (RemovalLevel& level : levels_) {
+            if (!level.isOpen()) {
+                continue;
+            }
+            Descriptor folder(fcntl(level.descriptor(), F_DUPFD_CLOEXEC, 0));
+            if (!folder.isOpen()) {
+                return;
+            }
+            int failure = 0;
+            std::vector<EntryName> entries = level.share(mostEntriesOfPart, failure);
+            note(failure);
+            if (!entries.empty()) {
+                level.parts.push_back(std::make_shared<RemovalPart>(
+                    RemovalPart{std::move(folder), level.status, std::move(entries)}));
+                crew_.give(level.parts.back());
+                return;
             }
         }
+    }
+
+    /// Before a folder can go, or be listed anew, what others took of it must be done. True when there is
+    /// something that nobody had begun with, to be done here.
+    bool hasEntriesBack(RemovalLevel& level) {
+        while (!level.parts.empty()) {
+            const std::shared_ptr<RemovalPart> part = std::move(level.parts.back());
+            level.parts.pop_back();
+            if (crew_.takeBack(*part)) {
+                level.putBack(std::move(part->entries));
+                return true;
+            }
+            crew_.waitFor(*part);
+            level.add(*part);
+        }
+        return false;
     }
 
     /// Enters the folder that stays.
     int enterTop() {
-        const int code = enter(place_.name.c_str());
+        const int code = enter(task_.place.name);
         if (code != ENOTDIR) {
             return code;
         }
         struct stat status = {};
-        const bool isLink =
-            fstatat(place_.folder.number(), place_.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
-            S_ISLNK(status.st_mode);
+        const bool isLink = fstatat(task_.place.folder.number(), task_.place.name.c_str(), &status,
+                                    AT_SYMLINK_NOFOLLOW) == 0 &&
+                            S_ISLNK(status.st_mode);
         return isLink ? ELOOP : 0;
     }
 
     /// Removes the name from the current folder, or enters it.
-    void take(const char* name, bool mayBeFolder) {
+    void take(const std::string& name, bool mayBeFolder) {
         int code = 0;
         for (int change = 0; change < mostChangesOfKind; ++change) {
-            code = mayBeFolder ? takeFolder(name) : takeOther(name);
+            code = mayBeFolder ? takeFolder(name.c_str()) : takeOther(name.c_str());
             if (code != (mayBeFolder ? ENOTDIR : EISDIR)) {
                 break;
             }
@@ -209,7 +164,7 @@ class RemovalPass final {
     /// 0 when the folder is gone or entered, ENOTDIR when it is none.
     int takeFolder(const char* name) {
         // An empty one would be gone before anybody opens it.
-        if (!spared_.empty() && isSparedName(name)) {
+        if (!task_.spared.empty() && isSparedName(name)) {
             return ECANCELED;
         }
         // Goes first because it tells a mount point without touching what is mounted there, and because an
@@ -228,8 +183,11 @@ class RemovalPass final {
     }
 
     bool isSpared(const FolderIdentity& folder) {
-        hasMetSpared_ = hasMetSpared_ || std::ranges::find(spared_, folder) != spared_.end();
-        return hasMetSpared_;
+        const bool isOne = std::ranges::find(task_.spared, folder) != task_.spared.end();
+        if (isOne) {
+            crew_.endAtSpared();
+        }
+        return isOne;
     }
 
     /// 0 when it is gone, EISDIR when it is a folder.
@@ -259,14 +217,12 @@ class RemovalPass final {
         return 0;
     }
 
-    int enter(const char* name) {
-        while (levels_.size() - firstOpen_ >= mostOpenFolders) {
-            closeOldest();
-        }
-        SystemResult<OpenedFolder> opened = open(name);
+    int enter(const std::string& name) {
+        makeRoom();
+        SystemResult<OpenedFolder> opened = open(name.c_str());
         // The rest of the program may have left us fewer descriptors than we would use.
         while (!opened && (opened.error().code == EMFILE || opened.error().code == ENFILE) && closeOldest()) {
-            opened = open(name);
+            opened = open(name.c_str());
         }
         if (!opened) {
             const int code = opened.error().code;
@@ -275,11 +231,11 @@ class RemovalPass final {
         if (isSpared(opened->status.identity())) {
             return ECANCELED;
         }
-        if (!opened->status.isOnMountOf(around_)) {
+        if (!opened->status.isOnMountOf(task_.around)) {
             return EBUSY;
         }
-        Level level{.name = name, .status = opened->status};
-        if (const int code = list(level, std::move(opened->descriptor)); code != 0) {
+        RemovalLevel level(name, opened->status);
+        if (const int code = level.list(std::move(opened->descriptor)); code != 0) {
             return code;
         }
         levels_.push_back(std::move(level));
@@ -287,26 +243,38 @@ class RemovalPass final {
     }
 
     SystemResult<OpenedFolder> open(const char* name) const {
-        return rights_ == Rights::asTheyAre ? openAsItIs(currentFolder(), name)
-                                            : openWithOwnerRights(currentFolder(), name, around_);
+        return task_.rights == Rights::asTheyAre ? openAsItIs(currentFolder(), name)
+                                                 : openWithOwnerRights(currentFolder(), name, task_.around);
     }
 
-    static int list(Level& level, Descriptor folder) {
-        level.listing.reset(fdopendir(folder.number()));
-        if (!level.listing) {
-            return errno;
+    /// Sees to it that one more folder may be open.
+    void makeRoom() {
+        while (openFolders() >= RemovalLimits::ownFolders + sharedFolders_) {
+            if (crew_.takeFolder()) {
+                ++sharedFolders_;
+            } else {
+                closeOldest();
+            }
         }
-        static_cast<void>(folder.release());
-        level.hasBegun = false;
-        return 0;
     }
 
-    /// Takes the listing from the folder furthest up; false when only the current folder has one.
+    void returnFolders() {
+        while (sharedFolders_ > 0 && openFolders() < RemovalLimits::ownFolders + sharedFolders_) {
+            crew_.returnFolder();
+            --sharedFolders_;
+        }
+    }
+
+    [[nodiscard]] std::size_t openFolders() const {
+        return levels_.size() - std::min(firstOpen_, levels_.size());
+    }
+
+    /// Closes the folder furthest up; false when only the current one is open.
     bool closeOldest() {
-        if (levels_.size() - firstOpen_ <= 1) {
+        if (openFolders() <= 1) {
             return false;
         }
-        levels_[firstOpen_++].listing.reset();
+        levels_[firstOpen_++].close();
         return true;
     }
 
@@ -314,53 +282,54 @@ class RemovalPass final {
     void leave() {
         if (const int code = reopenAbove(); code != 0) {
             note(code);
-            hasLostItsWay_ = true;
+            crew_.end();
             return;
         }
-        Level level = std::move(levels_.back());
+        RemovalLevel level = std::move(levels_.back());
         levels_.pop_back();
-        const bool stays = top_ == Top::stays && levels_.empty();
+        const bool stays = task_.top == Top::stays && levels_.empty();
         // One that stays is known to be empty when a listing of it had nothing to remove.
         const int code = level.hasFailed || stays ? ENOTEMPTY : unlinkName(level.name.c_str(), AT_REMOVEDIR);
         const bool isLeft = code == ENOTEMPTY || code == EEXIST;
         if (isLeft && level.hasRemoved && level.listings < mostListings) {
-            rewinddir(level.listing.get());
-            level.hasBegun = false;
-            ++level.listings;
+            level.listAgain();
             levels_.push_back(std::move(level));
         } else if (level.hasFailed || stays) {
             rememberStuck(level.name);
         } else if (code == ENOTDIR) {
-            take(level.name.c_str(), false);
+            take(level.name, false);
         } else if (code != 0) {
             note(code);
             rememberStuck(level.name);
         }
+        returnFolders();
     }
 
     /// Gives the folder above the current one its descriptor back, if it lost it. It is what ".." leads to
     /// unless somebody moved the current folder; then nothing in there is ours to touch.
     int reopenAbove() {
-        if (levels_.size() < 2 || levels_[levels_.size() - 2].listing) {
+        if (levels_.size() < 2 || levels_[levels_.size() - 2].isOpen()) {
             return 0;
         }
         SystemResult<OpenedFolder> opened = openAsItIs(currentFolder(), "..");
         if (!opened) {
             return opened.error().code;
         }
-        Level& above = levels_[levels_.size() - 2];
+        RemovalLevel& above = levels_[levels_.size() - 2];
         if (!opened->status.isSameFolderAs(above.status)) {
             return ESTALE;
         }
         firstOpen_ = levels_.size() - 2;
-        return list(above, std::move(opened->descriptor));
+        while (hasEntriesBack(above)) {
+            // The listing begins anew and holds them as well.
+        }
+        return above.list(std::move(opened->descriptor));
     }
 
     void note(int code) {
-        if (firstError_ == 0) {
-            firstError_ = code;
+        if (code != 0) {
+            crew_.note(code);
         }
-        hasFailedElsewhere_ = hasFailedElsewhere_ || code != EBUSY;
     }
 
     void rememberStuck(std::string_view name) {
@@ -370,33 +339,49 @@ class RemovalPass final {
     }
 
     [[nodiscard]] int currentFolder() const {
-        return levels_.empty() ? place_.folder.number() : dirfd(levels_.back().listing.get());
+        return levels_.empty() ? task_.place.folder.number() : levels_.back().descriptor();
     }
 
-    const Place& place_;
-    const FolderStatus around_;
-    const Top top_;
-    const Rights rights_;
-    const std::span<const FolderIdentity> spared_;
-    std::vector<Level> levels_;
-    std::size_t firstOpen_ = 0; ///< This level and all below it have their listing.
-    int firstError_ = 0;
-    bool hasFailedElsewhere_ = false; ///< Other than at a mount.
-    bool hasLostItsWay_ = false;
-    bool hasMetSpared_ = false;
+    const RemovalTask& task_;
+    RemovalCrew& crew_;
+    bool isPart_ = false;
+    std::vector<RemovalLevel> levels_;
+    std::size_t firstOpen_ = 0;     ///< This level and all below it are open.
+    std::size_t sharedFolders_ = 0; ///< So many more than its own this thread may have open.
+    std::size_t entriesSincePart_ = 0;
 };
+
+struct TryOutcome {
+    SystemResult<void> result;
+    bool maySucceedWithRights = false;
+};
+
+/// One try at removing everything.
+TryOutcome tryOnce(const RemovalTask& task, const RemovalLimits& limits) {
+    RemovalCrew crew(limits, [&](RemovalPart& part) { RemovalPass(task, crew).removePart(part); });
+    RemovalPass(task, crew).removePlace();
+    crew.join();
+    if (crew.hasMetSpared()) {
+        return {failed(ECANCELED)};
+    }
+    if (const int code = crew.firstError(); code != 0) {
+        return {failed(code), crew.hasFailedElsewhere()};
+    }
+    return {};
+}
 
 SystemResult<void> remove(const Place& place, Top top, std::span<const FolderIdentity> spared) {
     const SystemResult<FolderStatus> around = statusOf(place.folder.number());
     if (!around) {
         return std::unexpected(around.error());
     }
-    RemovalPass first(place, *around, top, Rights::asTheyAre, spared);
-    SystemResult<void> result = first.run();
-    if (result || first.hasMetSpared() || first.hasFailedOnlyAtMounts()) {
-        return result;
+    const TryOutcome first =
+        tryOnce({place, *around, top, Rights::asTheyAre, spared}, RemovalLimits::ofThisProcess());
+    if (!first.maySucceedWithRights) {
+        return first.result;
     }
-    return RemovalPass(place, *around, top, Rights::addedWhereOwn, spared).run();
+    // What is left is little, and one thread gets along with few descriptors.
+    return tryOnce({place, *around, top, Rights::addedWhereOwn, spared}, RemovalLimits::ofOneThread()).result;
 }
 
 } // namespace

@@ -63,6 +63,14 @@ class Canary final {
     const TempHome& home_;
 };
 
+/// Far more entries than one thread keeps to itself: so many folders of ten folders of ten files each.
+void makeLargeTree(const TempHome& home, int folders, const std::string& root = "tree") {
+    for (int index = 0; index < folders * 100; ++index) {
+        home.file(root + "/" + std::to_string(index % folders) + "/" + std::to_string(index / 10 % 10) + "/" +
+                  std::to_string(index));
+    }
+}
+
 } // namespace
 
 TEST(Removal, TakesEveryKindOfEntryAndLeavesAloneWhatLinksLeadTo) {
@@ -236,10 +244,7 @@ TEST(Removal, DoesNotComeBackIntoAnotherFolderWhenOneIsMovedAwayMeanwhile) {
 TEST(Removal, TwoAtOnceOnOneTreeBothSucceed) {
     const TempHome home;
     for (int round = 0; round < 3; ++round) {
-        for (int index = 0; index < 1000; ++index) {
-            home.file("tree/" + std::to_string(index % 10) + "/" + std::to_string(index % 100) + "/" +
-                      std::to_string(index));
-        }
+        makeLargeTree(home, 10);
         close(makeChain(home.path("tree"), 300, true));
         std::thread other([&] { EXPECT_EQ(errorRemoving(home, "tree"), 0); });
         EXPECT_EQ(errorRemoving(home, "tree"), 0);
@@ -281,4 +286,75 @@ TEST(Removal, EndsAtAFolderThatIsToBeSparedAlsoWhereItIsEmpty) {
         EXPECT_TRUE(std::filesystem::exists(home.path(name)));
         home.file("tree/full/x");
     }
+}
+
+TEST(Removal, OfALargeTreeByManyThreadsEndsAsWholeAtAFolderToBeSpared) {
+    const TempHome home;
+    const auto base = BaseFolder::open(home.path());
+    for (const char* name : {"tree/7/3/deep/spared", "tree/0", "tree/39/9"}) {
+        makeLargeTree(home, 40);
+        home.file(std::string(name) + "/kept");
+        const std::vector spared{*identityAt(*base->placeWithoutLinks(name))};
+        EXPECT_EQ(lumo::platform::removeTree(*base->placeWithoutLinks("tree"), spared),
+                  lumo::platform::failed(ECANCELED));
+        EXPECT_TRUE(std::filesystem::exists(home.path(std::string(name) + "/kept"))) << name;
+    }
+    EXPECT_EQ(errorRemoving(home, "tree"), 0);
+}
+
+TEST(Removal, OfALargeTreeByManyThreadsKeepsWithinItsDescriptorsAndLeavesOnlyWhatItMust) {
+    const TempHome home;
+    const Canary canary(home);
+    makeLargeTree(home, 40);
+    for (int folder = 0; folder < 40; ++folder) {
+        const std::string inner = "tree/" + std::to_string(folder);
+        home.link(inner + "/link", canary.path());
+        close(makeChain(home.folder(inner + "/chain"), 60, true));
+    }
+    home.file("tree/11/5/other/kept");
+    home.setMode("tree/11/5/other", 0555);
+    home.setMode("tree/23", 0500);
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(home.path("tree"))) {
+        if (entry.path().parent_path().filename() != "other" && entry.path().filename() != "other" &&
+            !giveToOrdinaryUser(entry.path())) {
+            GTEST_SKIP() << "needs root";
+        }
+    }
+    giveToOrdinaryUser(home.path("tree"));
+    expectHeld(asOrdinaryUser(home.path(), [&] {
+        const int firstFree = dup(STDIN_FILENO);
+        close(firstFree);
+        const DescriptorLimit limit(static_cast<rlim_t>(firstFree + 64));
+        return errorRemoving(home, "tree") == EACCES;
+    }));
+    EXPECT_EQ(namesIn(home.path("tree")), Names{"11"});
+    EXPECT_EQ(namesIn(home.path("tree/11")), Names{"5"});
+    EXPECT_EQ(namesIn(home.path("tree/11/5")), Names{"other"});
+    EXPECT_EQ(namesIn(home.path("tree/11/5/other")), Names{"kept"});
+}
+
+TEST(Removal, OfALargeTreeByManyThreadsStaysInItWhileFoldersAndLinksChangePlaces) {
+    const TempHome home;
+    const Canary canary(home);
+    home.link("link", canary.path());
+    std::atomic<bool> isOver = false;
+    std::thread swapper([&] {
+        for (int index = 0; !isOver; ++index) {
+            const std::string inside =
+                home.path("tree/" + std::to_string(index % 20) + "/" + std::to_string(index / 20 % 10));
+            renameat2(AT_FDCWD, inside.c_str(), AT_FDCWD, home.path("link").c_str(), RENAME_EXCHANGE);
+        }
+    });
+    for (int round = 0; round < 5; ++round) {
+        makeLargeTree(home, 20, "new");
+        std::filesystem::rename(home.path("new"), home.path("tree"));
+        errorRemoving(home, "tree");
+        EXPECT_EQ(errorRemoving(home, "tree"), 0);
+        errorRemoving(home, "link");
+        std::error_code ignored; // The swapper may be quicker.
+        std::filesystem::create_directory_symlink("canary", home.path("link"), ignored);
+    }
+    isOver = true;
+    swapper.join();
+    EXPECT_EQ(errorRemoving(home, "tree"), 0);
 }
