@@ -107,6 +107,25 @@ FolderAnswer contentsOf(const std::string& path, const lumo::FileTree::Breakdown
     return answer;
 }
 
+FoundItems foundItemsOf(const lumo::Inventory& inventory, const Page& page) {
+    const auto kind = static_cast<std::size_t>(inventory.kind);
+    FoundItems found{.kind = std::string(lumo::EnumNames<lumo::InventoryKind>::values[kind]),
+                     .items = {},
+                     .moreItems = {},
+                     .unavailable = inventory.unavailable,
+                     .unreadable = inventory.unreadableCount};
+    for (const lumo::DetailItem& item : inventory.items) {
+        if (item.bytes >= page.minBytes) {
+            std::int64_t& sum = item.blockedBecause ? found.blockedBytes : found.bytes;
+            sum = lumo::checkedSum(sum, item.bytes);
+        }
+        found.items.push_back({item.id, item.name, item.path, item.bytes, item.detail, item.safety, item.kept,
+                               item.blockedBecause});
+    }
+    found.moreItems = cutBySize(found.items, page);
+    return found;
+}
+
 Fate fateOf(const lumo::CleanupAction& action) {
     if (action.safety == lumo::Safety::safe) {
         return Fate::deletedAtOnce;

@@ -5,6 +5,7 @@
 #include "LumoCore/Cleanup/CleanupOutcome.h"
 #include "LumoCore/Cleanup/PathGuard.h"
 #include "LumoCore/History/GrowthTracker.h"
+#include "LumoCore/Inventories/DetailItem.h"
 #include "LumoCore/Scanning/FolderContents.h"
 #include "TarvoMCP/Page.h"
 #include "TarvoMCP/Workspace.h"
@@ -147,6 +148,44 @@ struct GrowthAnswer {
         std::tuple{lumo::field("since", &GrowthAnswer::since), lumo::field("items", &GrowthAnswer::items),
                    lumo::field("moreItems", &GrowthAnswer::moreItems)};
 };
+
+/// One thing that a closer look found.
+struct FoundItem {
+    std::string id;
+    std::string name;
+    std::optional<std::string> path;
+    std::int64_t bytes = 0;
+    std::string detail;
+    lumo::Safety safety = lumo::Safety::review;
+    std::optional<std::string> kept;           ///< Of a duplicate, the copy that stays.
+    std::optional<std::string> blockedBecause; ///< Why it cannot be cleaned from here.
+
+    static constexpr auto fields = std::tuple{
+        lumo::field("id", &FoundItem::id),         lumo::field("name", &FoundItem::name),
+        lumo::field("path", &FoundItem::path),     lumo::field("bytes", &FoundItem::bytes),
+        lumo::field("detail", &FoundItem::detail), lumo::field("safety", &FoundItem::safety),
+        lumo::field("kept", &FoundItem::kept),     lumo::field("blockedBecause", &FoundItem::blockedBecause)};
+};
+
+/// A page of what one closer look found.
+struct FoundItems {
+    std::string kind;             ///< Its name; which there are the tool's arguments say.
+    std::vector<FoundItem> items; ///< Largest first.
+    More moreItems;
+    std::int64_t bytes = 0;                 ///< Of all that can be cleaned from here.
+    std::int64_t blockedBytes = 0;          ///< Of all that cannot.
+    std::optional<std::string> unavailable; ///< Why nothing can be told.
+    std::int64_t unreadable = 0;
+
+    static constexpr auto fields = std::tuple{lumo::field("kind", &FoundItems::kind),
+                                              lumo::field("items", &FoundItems::items),
+                                              lumo::field("moreItems", &FoundItems::moreItems),
+                                              lumo::field("bytes", &FoundItems::bytes),
+                                              lumo::field("blockedBytes", &FoundItems::blockedBytes),
+                                              lumo::field("unavailable", &FoundItems::unavailable),
+                                              lumo::field("unreadable", &FoundItems::unreadable)};
+};
+FoundItems foundItemsOf(const lumo::Inventory& inventory, const Page& page);
 
 /// What would become of something in a cleanup; what recreates itself is deleted at once, whoever does it.
 enum class Fate { deletedAtOnce, setAside, byItsOwnTool };

@@ -5,6 +5,7 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Cleanup/Archiver.h"
+#include "LumoCore/Inventories/DetailItem.h"
 #include "Platform/Environment.h"
 #include "TarvoMCP/Answers.h"
 #include "TarvoMCP/Questions.h"
@@ -133,16 +134,32 @@ lumo::Result<std::vector<CleanupAction>> chosenActions(const ProposedPlan& plan,
     return all;
 }
 
-std::string cleaningCommand(const ProposedPlan& plan, const std::vector<CleanupAction>& actions,
+/// The same for a person's terminal. `chosen` is what was chosen of the plan; when absent all of it.
+std::string cleaningCommand(const ProposedPlan& plan, const std::optional<std::vector<CleanupAction>>& chosen,
                             const std::string& home) {
+    const auto option = [](const char* name, const std::string& id) {
+        return fmt::format(" {} {}", name, quoted(id));
+    };
+    std::string only;
+    std::string items;
+    for (const CleanupAction& action : chosen.value_or(std::vector<CleanupAction>())) {
+        const bool isItem = lumo::inventoryKindOfID(action.id).has_value();
+        (isItem ? items : only) += option(isItem ? "--item" : "--only", action.id);
+    }
+    if (!chosen) {
+        for (const std::string& id : plan.request.items) {
+            items += option("--item", id);
+        }
+    }
     std::string words = "clean";
-    for (const std::string& id : plan.request.include) {
-        words += " --include " + quoted(id);
+    // Without anything else, items are cleaned alone.
+    if (!chosen || !only.empty()) {
+        for (const std::string& id : plan.request.include) {
+            words += option("--include", id);
+        }
+        only += plan.request.includesActiveDependencies ? " --dependencies" : "";
     }
-    for (const CleanupAction& action : actions) {
-        words += " --only " + quoted(action.id);
-    }
-    return commandLine(words + (plan.request.includesActiveDependencies ? " --dependencies" : ""), home);
+    return commandLine(words + only + items, home);
 }
 
 /// What came of it; what failed makes it a problem.
@@ -246,10 +263,12 @@ ToolAnswer clean(Workspace& workspace, const ToolCall& call) {
         return problem(actions.error().message);
     }
     const std::string subject = plan.handle + dumpJson(lumo::encode(*actions), lumo::JsonLayout::line);
+    // A plan of single items was made without a report.
+    const lumo::ScanReport report = plan.request.report ? *plan.request.report : lumo::ScanReport();
     const Consent consent =
-        call.ask(cleaningQuestion(*actions, *plan.request.report, {call.caller, workspace.home()}), subject);
+        call.ask(cleaningQuestion(*actions, report, {call.caller, workspace.home()}), subject);
     if (auto answer =
-            unlessGiven(consent, cleaningCommand(plan, *ids ? *actions : std::vector<CleanupAction>(),
+            unlessGiven(consent, cleaningCommand(plan, *ids ? std::optional(*actions) : std::nullopt,
                                                  workspace.home()))) {
         return *answer;
     }

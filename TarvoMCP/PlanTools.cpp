@@ -39,9 +39,11 @@ std::string proposalText(const Proposal& proposal, const std::vector<lumo::Clean
 lumo::Result<std::shared_ptr<const ProposedPlan>> planMeant(Workspace& workspace, const ToolCall& call) {
     const auto handle = textArgument(call.arguments, "plan");
     const auto include = textsArgument(call.arguments, "include");
+    const auto items = textsArgument(call.arguments, "items");
     const auto dependencies = flagArgument(call.arguments, "dependencies");
-    for (const auto* failed : {handle ? nullptr : &handle.error(), include ? nullptr : &include.error(),
-                               dependencies ? nullptr : &dependencies.error()}) {
+    for (const auto* failed :
+         {handle ? nullptr : &handle.error(), include ? nullptr : &include.error(),
+          items ? nullptr : &items.error(), dependencies ? nullptr : &dependencies.error()}) {
         if (failed != nullptr) {
             return std::unexpected(*failed);
         }
@@ -54,14 +56,18 @@ lumo::Result<std::shared_ptr<const ProposedPlan>> planMeant(Workspace& workspace
     if (auto trouble = preferencesProblem(workspace.desk())) {
         return lumo::failure(std::move(*trouble));
     }
-    const auto report = workspace.recentReport(call);
+    const std::vector<std::string> wanted = include->value_or(std::vector<std::string>());
+    // What a closer look found needs no report, unless something else is wanted, too.
+    const bool areItemsAlone = *items && !(*items)->empty() && wanted.empty() && !*dependencies;
+    const auto report =
+        areItemsAlone ? std::shared_ptr<const lumo::ScanReport>() : workspace.recentReport(call);
     if (!report) {
         return std::unexpected(report.error());
     }
-    const std::vector<std::string> wanted = include->value_or(std::vector<std::string>());
     ProposedPlan plan{.handle = {},
                       .request = {.report = *report,
                                   .include = {wanted.begin(), wanted.end()},
+                                  .items = items->value_or(std::vector<std::string>()),
                                   .includesActiveDependencies = *dependencies,
                                   .recentProjectHint = Words{" (inclúyelo con dependencies: true)",
                                                              " (include it with dependencies: true)"}
@@ -71,6 +77,11 @@ lumo::Result<std::shared_ptr<const ProposedPlan>> planMeant(Workspace& workspace
         return lumo::failure(std::move(*unknown));
     }
     plan.plan = planned(plan.request, workspace.desk());
+    if (!plan.plan.unknownItems.empty()) {
+        return lumo::failure(Words{"no hay ahora nada que se llame «{}»; find_items dice qué hay",
+                                   "there is nothing called “{}” now; find_items tells what there is"}
+                                 .with(named(plan.plan.unknownItems.front())));
+    }
     return workspace.keep(std::move(plan));
 }
 
@@ -178,6 +189,10 @@ std::vector<Tool> planTools(const std::shared_ptr<Workspace>& workspace, Offer o
                       Words{"identificadores de lo que hay que mirar antes y el usuario quiere incluir",
                             "ids of what needs a look that the user wants included"}
                           .in())},
+              {"items",
+               listOf(schema("string"), Words{"identificadores de find_items; sin include, solo ellos",
+                                              "ids of find_items; without include only these"}
+                                            .in())},
               {"dependencies",
                schema("boolean", Words{"incluir dependencias de proyectos con cambios recientes",
                                        "include dependencies of recently changed projects"}

@@ -12,6 +12,7 @@ using lumo::Words;
 
 std::vector<Tool> lookingTools(const std::shared_ptr<Workspace>& workspace, Offer offer) {
     std::vector<Tool> tools = measuringTools(workspace);
+    std::ranges::move(findingTools(workspace), std::back_inserter(tools));
     std::ranges::move(explainingTools(workspace), std::back_inserter(tools));
     std::ranges::move(planTools(workspace, offer), std::back_inserter(tools));
     return tools;

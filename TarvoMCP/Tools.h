@@ -23,8 +23,10 @@ std::vector<Tool> lookingTools(const std::shared_ptr<Workspace>& workspace, Offe
 /// Those that change something, each after the user said yes to the very thing.
 std::vector<Tool> changingTools(const std::shared_ptr<Workspace>& workspace);
 
-/// Of those that look: sizes, what folders are, and cleanups before and after they are carried out.
+/// Of those that look: sizes, single items, what folders are, and cleanups before and after they are carried
+/// out.
 std::vector<Tool> measuringTools(const std::shared_ptr<Workspace>& workspace);
+std::vector<Tool> findingTools(const std::shared_ptr<Workspace>& workspace);
 std::vector<Tool> explainingTools(const std::shared_ptr<Workspace>& workspace);
 std::vector<Tool> planTools(const std::shared_ptr<Workspace>& workspace, Offer offer);
 

@@ -28,9 +28,11 @@ namespace platform = lumo::platform;
 
 namespace {
 
-std::string progressText(const lumo::ScanProgress& progress) {
-    return fmt::format("{}, {}", itemsText(progress.walked.entries.load()),
-                       lumo::ByteFormat::string(progress.walked.bytes));
+/// Longer than this nothing that was measured is taken for what is there now.
+constexpr double oldestKept = 300;
+
+std::string progressText(const platform::WalkProgress& walked) {
+    return fmt::format("{}, {}", itemsText(walked.entries.load()), lumo::ByteFormat::string(walked.bytes));
 }
 
 } // namespace
@@ -52,8 +54,8 @@ lumo::Result<Workspace::Report> Workspace::measured(bool isQuick, const ToolCall
     std::optional<lumo::ScanReport> report;
     whileTicking(
         [&] {
-            call.progress(
-                {.done = static_cast<double>(progress.walked.entries), .message = progressText(progress)});
+            call.progress({.done = static_cast<double>(progress.walked.entries),
+                           .message = progressText(progress.walked)});
         },
         [&] {
             report = scanned(rulesFor(pass, home_), optionsFor(pass, home_), desk(),
@@ -99,14 +101,43 @@ lumo::Result<Workspace::Report> Workspace::scan(bool isQuick, const ToolCall& ca
 }
 
 lumo::Result<Workspace::Report> Workspace::recentReport(const ToolCall& call) {
-    constexpr double oldest = 300;
     std::unique_lock lock(mutex_);
     hasMeasured_.wait(lock, call.stop, [this] { return !isMeasuring_; });
-    if (report_ && platform::monotonicSeconds() - reportedAt_ < oldest) {
+    if (report_ && platform::monotonicSeconds() - reportedAt_ < oldestKept) {
         return report_;
     }
     lock.unlock();
     return scan(false, call);
+}
+
+lumo::Result<std::shared_ptr<const lumo::Inventory>> Workspace::find(const FindRequest& request,
+                                                                     const ToolCall& call) {
+    const lumo::InventoryKind kind = kindsOf(request).front();
+    std::unique_lock lock(mutex_);
+    const auto last = looks_.find(kind);
+    if (last != looks_.end() && last->second.request == request &&
+        platform::monotonicSeconds() - last->second.lookedAt < oldestKept) {
+        return last->second.found;
+    }
+    const std::int64_t changes = changes_;
+    lock.unlock();
+    platform::WalkProgress walked;
+    std::vector<lumo::Inventory> inventories;
+    whileTicking(
+        [&] {
+            call.progress({.done = static_cast<double>(walked.entries),
+                           .message = fmt::format("{}: {}", lumo::titleOf(kind), progressText(walked))});
+        },
+        [&] { inventories = found(request, desk(), {.progress = &walked, .stop = call.stop}); });
+    if (call.stop.stop_requested() || inventories.empty()) {
+        return lumo::failure(Words{"Interrumpido.", "Interrupted."}.in());
+    }
+    const auto inventory = std::make_shared<const lumo::Inventory>(std::move(inventories.front()));
+    lock.lock();
+    if (changes == changes_) {
+        looks_[kind] = {request, inventory, platform::monotonicSeconds()};
+    }
+    return inventory;
 }
 
 std::shared_ptr<const lumo::ScanReport> Workspace::lastReport() const {
@@ -181,6 +212,7 @@ void Workspace::retire(const std::string& handle, Cleaned cleaned) {
 void Workspace::forgetReports() {
     const std::scoped_lock lock(mutex_);
     report_.reset();
+    looks_.clear();
     ++changes_;
 }
 

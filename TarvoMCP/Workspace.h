@@ -4,11 +4,13 @@
 #include "TarvoMCP/Tool.h"
 #include "TarvoModel/Flows/Cleaning.h"
 #include "TarvoModel/Flows/CleanupPlanning.h"
+#include "TarvoModel/Flows/Finding.h"
 
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -43,6 +45,11 @@ class Workspace final {
     /// The last full report when it is some minutes old at most, else a new one. Who comes while one is being
     /// made waits for that.
     lumo::Result<std::shared_ptr<const lumo::ScanReport>> recentReport(const ToolCall& call);
+
+    /// What a closer look finds, with progress; of the same request again what it found some minutes ago at
+    /// most, so that all pages are of one look. The request has one kind. Fails after a stop.
+    lumo::Result<std::shared_ptr<const lumo::Inventory>> find(const FindRequest& request,
+                                                              const ToolCall& call);
 
     /// The last full report, whatever its age; none before the first one and after a change.
     [[nodiscard]] std::shared_ptr<const lumo::ScanReport> lastReport() const;
@@ -81,6 +88,13 @@ class Workspace final {
     Report report_;
     double reportedAt_ = 0;    ///< On the clock that is never set.
     std::int64_t changes_ = 0; ///< A report that was begun before one is not kept.
+    /// The last closer look of each kind.
+    struct Look {
+        FindRequest request;
+        std::shared_ptr<const lumo::Inventory> found;
+        double lookedAt = 0; ///< On the clock that is never set.
+    };
+    std::map<lumo::InventoryKind, Look> looks_;
     std::deque<std::shared_ptr<const ProposedPlan>> plans_;
 };
 

@@ -21,6 +21,8 @@ struct FindRequest {
     std::vector<std::string> folders = {};       ///< As somebody wrote them; when empty the kinds' places.
     std::optional<std::int64_t> minimumBytes = {};
     std::optional<std::int64_t> olderThanDays = {};
+
+    friend bool operator==(const FindRequest&, const FindRequest&) = default;
 };
 
 /// How a search is watched and ended. `onKind` is called on the thread that searches.

@@ -167,7 +167,11 @@ TEST(Tools, LookOnlyIntoTheHome) {
                 agent.call(tool, R"({"path":")" + std::string(path) + "\"}", Consent::given).isProblem)
                 << tool << " " << path;
         }
+        EXPECT_TRUE(
+            agent.call("find_items", R"({"kind":"large","folder":")" + std::string(path) + "\"}").isProblem)
+            << path;
     }
+    EXPECT_TRUE(agent.call("find_items", R"({"kind":"large","folder":"out"})").isProblem) << "a link";
     EXPECT_TRUE(agent.call("list_folder", R"({"path":7})").isProblem);
     EXPECT_FALSE(agent.call("explain_folder", R"({"path":"/etc"})").isProblem) << "what is certain of it";
 }
@@ -210,6 +214,7 @@ TEST(Tools, KeepToTheirOutputSchemas) {
                                             {"list_folder", R"({"path":"Music"})"},
                                             {"explain_folder", R"({"path":"Music"})"},
                                             {"what_grew", "{}"},
+                                            {"find_items", R"({"kind":"large","minBytes":1000})"},
                                             {"propose_cleanup", "{}"},
                                             {"clean", plan + "}"},
                                             {"archive", R"({"path":"Music/b"})"},

@@ -134,6 +134,16 @@ TEST(Trouble, WithHostileNamesNeverReachesATextOrAQuestion) {
     call("list_folder", R"("path":)" + quoted("Documents/" + evil));
     call("explain_folder", R"("path":)" + quoted("Documents/" + evil));
     call("what_grew", "");
+    const auto found = call("find_items", R"("kind":"large","minBytes":1000)");
+    const std::string item = at(*found.structured, "items/0/id");
+    EXPECT_THAT(item, HasSubstr(evil));
+    call("find_items", R"("kind":)" + quoted(evil));
+    call("find_items", R"("kind":"large","folder":)" + quoted(evil));
+    call("propose_cleanup", R"("items":[)" + quoted(evil) + "]");
+    const auto ofItem = call("propose_cleanup", R"("items":[)" + quoted(item) + "]");
+    call("clean", R"("plan":)" + quoted(at(*ofItem.structured, "plan")));
+    EXPECT_FALSE(std::filesystem::exists(home.path("Documents/" + evil + "/" + evil)));
+    call("restore", "");
     const auto plan = call("propose_cleanup", R"("include":["downloaded-installers"],"dependencies":true)");
     const std::string handle = R"("plan":)" + quoted(at(*plan.structured, "plan"));
     call("clean", handle + R"(,"items":[)" + quoted(evil) + "]");
