@@ -8,6 +8,7 @@ RowLayout {
 
     signal settingsWanted
     signal helpWanted
+    signal menuWanted(Item at)
 
     // The large figure says the first half of the idle line already.
     readonly property string status: App.volumes.freeNow.length > 0 && App.scanning.statusText.startsWith(App.volumes.freeNow)
@@ -94,6 +95,16 @@ RowLayout {
             shape: "help"
 
             onClicked: header.helpWanted()
+        }
+        IconButton {
+            id: more
+
+            objectName: "more"
+            Accessible.role: Accessible.ButtonMenu
+            name: Words.more
+            shape: "menu"
+
+            onClicked: header.menuWanted(more)
         }
     }
 }
