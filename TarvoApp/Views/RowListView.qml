@@ -38,16 +38,16 @@ Rectangle {
         ListNote {
             Layout.fillWidth: true
             end: Words.showAll
-            says: App.places.onlyGroup >= 0 ? Words.only.arg(Words.groups[App.places.onlyGroup]) : ""
+            says: App.list.onlyGroup >= 0 ? Words.only.arg(Words.groups[App.list.onlyGroup]) : ""
 
-            onEnded: App.places.showAllGroups()
+            onEnded: App.list.showAllGroups()
         }
         ListNote {
             Layout.fillWidth: true
             end: Words.chooseNone
-            says: App.places.chosenText
+            says: App.list.chosenText
 
-            onEnded: App.places.chooseNone()
+            onEnded: App.list.chooseNone()
         }
         ListView {
             id: list
@@ -78,9 +78,9 @@ Rectangle {
                 positionViewAtIndex(currentIndex, ListView.Contain);
                 currentItem.forceActiveFocus(Qt.TabFocusReason);
                 if (event.modifiers & Qt.ShiftModifier)
-                    App.places.chooseTo(before, App.rows.keyAt(currentIndex));
+                    App.list.chooseTo(before, App.rows.keyAt(currentIndex));
                 else
-                    App.places.chooseNone();
+                    App.list.chooseNone();
             }
             delegate: RowDelegate {
                 id: row
@@ -103,7 +103,7 @@ Rectangle {
                     horizontalAlignment: Text.AlignHCenter
                     maximumLineCount: 2
                     padding: 24
-                    text: App.places.searchText.length > 0 ? Words.nothingFound.arg(App.places.searchText) : Words.nothingToClean
+                    text: App.list.searchText.length > 0 ? Words.nothingFound.arg(App.list.searchText) : Words.nothingToClean
                     visible: App.rows.count === 0
                     width: parent.width
                     wrapMode: Text.Wrap
@@ -115,12 +115,12 @@ Rectangle {
                     rightPadding: 8
                     text: App.scanning.unreadable
                     topPadding: 12
-                    visible: text.length > 0 && App.places.searchText.length === 0
+                    visible: text.length > 0 && App.list.searchText.length === 0
                     width: parent.width
                     wrapMode: Text.WordWrap
                 }
                 GrowthList {
-                    searched: App.places.searchText.length > 0
+                    searched: App.list.searchText.length > 0
                     width: parent.width
 
                     onGrowthWanted: pane.growthWanted()

@@ -105,6 +105,12 @@ struct ExplainingDeskInWindows {
     QML_ANONYMOUS
 };
 
+struct ListDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::ListDesk)
+    QML_ANONYMOUS
+};
+
 struct PlacesDeskInWindows {
     Q_GADGET
     QML_FOREIGN(tarvo::PlacesDesk)
@@ -144,6 +150,18 @@ struct CleaningDeskInWindows {
 struct ArchivingDeskInWindows {
     Q_GADGET
     QML_FOREIGN(tarvo::ArchivingDesk)
+    QML_ANONYMOUS
+};
+
+struct FilesDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::FilesDesk)
+    QML_ANONYMOUS
+};
+
+struct PickDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::PickDesk)
     QML_ANONYMOUS
 };
 

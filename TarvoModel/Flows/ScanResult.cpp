@@ -29,6 +29,16 @@ std::map<std::string, lumo::Explanation> certainOf(const lumo::ScanReport& repor
     return known.explainAll(report.unclassified, desk.now());
 }
 
+void lookAtHeld(ScanResult& result, const Desk& desk) {
+    result.problem = homeProblem(desk);
+    auto held = heldState(desk);
+    if (held) {
+        result.held = std::move(*held);
+    } else {
+        result.problem = held.error().message;
+    }
+}
+
 } // namespace
 
 ShownPlan shownPlan(const PlanRequest& request, const Desk& desk) {
@@ -84,13 +94,21 @@ std::optional<ScanResult> scanResult(const PassRequest& request) {
             storeSnapshot(*result.report, request.desk);
         }
     }
-    result.problem = homeProblem(request.desk);
-    auto held = heldState(request.desk);
-    if (held) {
-        result.held = std::move(*held);
-    } else {
-        result.problem = held.error().message;
-    }
+    lookAtHeld(result, request.desk);
+    return result;
+}
+
+ScanResult savedResult(std::shared_ptr<const lumo::ScanReport> report, PlanRequest request,
+                       const Desk& desk) {
+    ScanResult result;
+    result.report = std::move(report);
+    result.isFromFile = true;
+    request.report = result.report;
+    request.isReportFromFile = true;
+    result.plan = shownPlan(request, desk);
+    result.summary = lumo::DiskSummary::templateText(*result.report, result.plan.recoverable, desk.now());
+    result.certain = certainOf(*result.report, desk);
+    lookAtHeld(result, desk);
     return result;
 }
 
