@@ -24,7 +24,7 @@ struct Strokes {
     const char* path;
 };
 
-constexpr std::array<Strokes, 19> table{{
+constexpr std::array<Strokes, 20> table{{
     {"tick", "M 5.5 12.5 L 10 17 L 18.5 7.5"},
     {"lock", "R 5.5 11 13 9 2 M 8 11 L 8 8 A 8 4 8 8 180 -180 L 16 11"},
     {"search", "O 10.5 10.5 6 M 15 15 L 20 20"},
