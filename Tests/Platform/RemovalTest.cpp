@@ -5,11 +5,13 @@
 
 #include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 
@@ -357,4 +359,27 @@ TEST(Removal, OfALargeTreeByManyThreadsStaysInItWhileFoldersAndLinksChangePlaces
     isOver = true;
     swapper.join();
     EXPECT_EQ(errorRemoving(home, "tree"), 0);
+}
+
+TEST(Removal, OfALargeTreeThatIsKilledHasTouchedNothingElseAndIsFinishedByTheNext) {
+    const TempHome home;
+    const Canary canary(home);
+    for (const std::size_t left : {19U, 12U, 5U}) {
+        makeLargeTree(home, 20);
+        for (int folder = 0; folder < 20; ++folder) {
+            home.link("tree/" + std::to_string(folder) + "/link", canary.path());
+        }
+        const pid_t remover = fork();
+        if (remover == 0) {
+            errorRemoving(home, "tree");
+            _exit(0);
+        }
+        while (namesIn(home.path("tree")).size() > left) {
+            std::this_thread::yield();
+        }
+        kill(remover, SIGKILL);
+        waitpid(remover, nullptr, 0);
+        EXPECT_EQ(errorRemoving(home, "tree"), 0);
+        EXPECT_EQ(namesIn(home.path()), Names{"canary"});
+    }
 }
