@@ -24,7 +24,7 @@ ShownPlan shownPlanOf(const lumo::ScanReport& report, std::vector<lumo::PlanEntr
 
 /// What nobody needs to guess of the folders that no rule knows.
 std::map<std::string, lumo::Explanation> certainOf(const lumo::ScanReport& report, const Desk& desk) {
-    const lumo::Installed installed = lumo::Installed::ofThisMachine(desk.home);
+    const lumo::Installed installed = lumo::Installed::ofThisMachine(desk.home, desk.installedApps()->apps());
     const lumo::KnownPlaces known(lumo::HomePlaces::ofThisMachine(desk.home), installed);
     return known.explainAll(report.unclassified, desk.now());
 }
@@ -71,8 +71,10 @@ ScanResult demoResult(lumo::Date now) {
 
 std::optional<ScanResult> scanResult(const PassRequest& request) {
     const std::string& home = request.desk.home;
+    Desk desk = request.desk;
+    desk.installed = desk.installedApps();
     std::optional<lumo::ScanReport> report =
-        scanned(rulesFor(request.pass, home), optionsFor(request.pass, home), request.desk,
+        scanned(rulesFor(request.pass, home), optionsFor(request.pass, home), desk,
                 {.progress = request.progress, .stop = request.stop, .memory = request.memory});
     if (!report) {
         return std::nullopt;
@@ -84,17 +86,21 @@ std::optional<ScanResult> scanResult(const PassRequest& request) {
     result.report = std::make_shared<const lumo::ScanReport>(std::move(*report));
     PlanRequest plan = request.plan;
     plan.report = result.report;
-    result.plan = shownPlan(plan, request.desk);
-    result.summary =
-        lumo::DiskSummary::templateText(*result.report, result.plan.recoverable, request.desk.now());
+    result.plan = shownPlan(plan, desk);
+    result.summary = lumo::DiskSummary::templateText(*result.report, result.plan.recoverable, desk.now());
     if (request.pass == ScanPass::full) {
-        result.certain = certainOf(*result.report, request.desk);
-        result.growth = lumo::GrowthTracker::growthOf(*result.report, lumo::SnapshotStore(home).load());
+        result.certain = certainOf(*result.report, desk);
+        result.items = itemsBeside(desk, {.progress = request.progress, .stop = request.stop});
+        if (request.stop.stop_requested()) {
+            return std::nullopt; // Those lists end in the middle.
+        }
+        const auto snapshot = lumo::DiskSnapshot::from(*result.report, result.items);
+        result.growth = lumo::GrowthTracker::growthOf(snapshot, lumo::SnapshotStore(home).load());
         if (request.snapshot == Snapshot::stored) {
-            storeSnapshot(*result.report, request.desk);
+            storeSnapshot(snapshot, desk);
         }
     }
-    lookAtHeld(result, request.desk);
+    lookAtHeld(result, desk);
     return result;
 }
 

@@ -34,6 +34,7 @@ struct ScanResult {
     std::shared_ptr<const lumo::ScanReport> report; ///< Never null; shared with later work on it.
     ShownPlan plan;
     std::string summary;                ///< The template's.
+    std::vector<lumo::Inventory> items; ///< Large files and models, of a full pass.
     std::optional<lumo::Growth> growth; ///< Only of a full pass; the one before stays otherwise.
     /// Of a full pass: what is certain of the folders that no rule knows, by path.
     std::map<std::string, lumo::Explanation> certain;
