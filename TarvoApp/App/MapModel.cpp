@@ -210,7 +210,8 @@ void MapModel::open(const std::string& title, const std::vector<std::string>& pa
                 .safety = {},
                 .whenUnreadable = whenUnreadable,
                 .place = {},
-                .isApart = true});
+                .isApart = true,
+                .isFromTop = true});
 }
 
 void MapModel::openWanted(Wanted wanted) {
@@ -265,6 +266,9 @@ void MapModel::push(const Wanted& wanted, const Inside& inside) {
         return;
     }
     zoomPlace_ = wanted.place.value_or(middle());
+    if (wanted.isFromTop) {
+        zoomStack_.clear();
+    }
     zoomStack_.push_back({.title = wanted.title,
                           .paths = listing.paths,
                           .safety = wanted.safety,

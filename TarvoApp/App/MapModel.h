@@ -160,6 +160,7 @@ class MapModel final : public KeyedList<LaidTile> {
         std::function<void()> whenUnreadable;
         std::optional<Rect> place; ///< On the map as it was then.
         bool isApart = false;      ///< See `ZoomLevel`.
+        bool isFromTop = false;    ///< The way to it begins anew: it lies in none of the levels.
     };
 
     /// What is in a folder, and what is known of that.

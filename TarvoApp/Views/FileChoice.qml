@@ -9,14 +9,15 @@ import Tarvo
 T.Dialog {
     id: choice
 
-    enum Kind { Open, Save, Folder }
+    // A dialog has names of its own for buttons, so these must be others.
+    enum Kind { Opening, Saving, Folders }
 
-    property int kind: FileChoice.Open
+    property int kind: FileChoice.Opening
     // What is done with the place.
     property var take: null
     readonly property var current: list.currentIndex >= 0 ? App.picking.entries[list.currentIndex] : undefined
-    readonly property bool replaces: kind === FileChoice.Save && App.picking.entries.length > 0 && App.picking.isTaken(name.text)
-    readonly property bool ready: kind === FileChoice.Folder || (kind === FileChoice.Save ? name.text.trim().length > 0
+    readonly property bool replaces: kind === FileChoice.Saving && App.picking.entries.length > 0 && App.picking.isTaken(name.text)
+    readonly property bool ready: kind === FileChoice.Folders || (kind === FileChoice.Saving ? name.text.trim().length > 0
                                                                                         : current !== undefined)
 
     function ask(wanted: int, heading: string, suggested: string, then: var) {
@@ -24,16 +25,16 @@ T.Dialog {
         title = heading;
         name.text = suggested;
         take = then;
-        App.picking.begin(wanted === FileChoice.Folder ? "" : ".json");
+        App.picking.begin(wanted === FileChoice.Folders ? "" : ".json");
         open();
     }
     function accept() {
-        if (kind === FileChoice.Open && current && current.isFolder) {
+        if (kind === FileChoice.Opening && current && current.isFolder) {
             App.picking.enter(current.key);
             return;
         }
-        const place = kind === FileChoice.Folder ? App.picking.here()
-                                                 : kind === FileChoice.Save ? App.picking.placeNamed(name.text)
+        const place = kind === FileChoice.Folders ? App.picking.here()
+                                                 : kind === FileChoice.Saving ? App.picking.placeNamed(name.text)
                                                                             : App.picking.placeOf(current.key);
         close();
         take(place);
@@ -42,9 +43,9 @@ T.Dialog {
     function goOn() {
         if (current && current.isFolder)
             App.picking.enter(current.key);
-        else if (current && kind === FileChoice.Save)
+        else if (current && kind === FileChoice.Saving)
             name.text = current.name;
-        else if (ready && kind === FileChoice.Open)
+        else if (ready && kind === FileChoice.Opening)
             accept();
     }
 
@@ -59,7 +60,7 @@ T.Dialog {
     width: Math.min(Math.round(560 * Theme.scale), (parent ? parent.width : 900) - 48)
 
     onAboutToShow: contentItem.parent.Accessible.name = title
-    onOpened: kind === FileChoice.Save ? name.forceActiveFocus(Qt.TabFocusReason) : list.forceActiveFocus(Qt.TabFocusReason)
+    onOpened: kind === FileChoice.Saving ? name.forceActiveFocus(Qt.TabFocusReason) : list.forceActiveFocus(Qt.TabFocusReason)
 
     T.Overlay.modal: Rectangle {
         color: Theme.shade
@@ -141,7 +142,7 @@ T.Dialog {
             Line {
                 anchors.centerIn: parent
                 color: Theme.secondaryText
-                text: App.picking.isBusy ? SideWords.looking : choice.kind === FileChoice.Folder ? Words.noFolders : Words.noFiles
+                text: App.picking.isBusy ? SideWords.looking : choice.kind === FileChoice.Folders ? Words.noFolders : Words.noFiles
                 visible: list.count === 0
             }
         }
@@ -150,7 +151,7 @@ T.Dialog {
 
             Layout.fillWidth: true
             name: Words.fileName
-            visible: choice.kind === FileChoice.Save
+            visible: choice.kind === FileChoice.Saving
 
             Keys.onReturnPressed: if (choice.ready && !choice.replaces) choice.accept()
         }
@@ -173,9 +174,9 @@ T.Dialog {
             PlainButton {
                 enabled: choice.ready
                 kind: choice.replaces ? PlainButton.Danger : PlainButton.Primary
-                text: choice.kind === FileChoice.Folder ? Words.thisFolder
+                text: choice.kind === FileChoice.Folders ? Words.thisFolder
                                                         : choice.replaces ? Words.replace
-                                                                          : choice.kind === FileChoice.Save ? Words.save : Words.openOutside
+                                                                          : choice.kind === FileChoice.Saving ? Words.save : Words.openOutside
 
                 onClicked: choice.accept()
             }

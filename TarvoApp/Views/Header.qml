@@ -10,6 +10,9 @@ RowLayout {
     signal helpWanted
     signal menuWanted(Item at)
 
+    // A hint would stand in its way.
+    property bool menuShown: false
+
     // The large figure says the first half of the idle line already.
     readonly property string status: App.volumes.freeNow.length > 0 && App.scanning.statusText.startsWith(App.volumes.freeNow)
                                      ? App.scanning.statusText.slice(App.scanning.statusText.indexOf(" · ") + 3) : App.scanning.statusText
@@ -101,6 +104,7 @@ RowLayout {
 
             objectName: "more"
             Accessible.role: Accessible.ButtonMenu
+            help: header.menuShown ? "" : Words.more
             name: Words.more
             shape: "menu"
 

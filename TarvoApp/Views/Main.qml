@@ -133,6 +133,8 @@ ApplicationWindow {
             Layout.topMargin: window.gap
 
             onHelpWanted: window.openHelp()
+            menuShown: more.visible
+
             onMenuWanted: at => more.openFor(at)
             onSettingsWanted: window.openSettings()
         }

@@ -45,7 +45,7 @@ SettingsCard {
     PlainButton {
         text: SettingsWords.addFolder
 
-        onClicked: dialog.ask(FileChoice.Folder, SettingsWords.addFolder, "", place => Desktop.protectFolder(place))
+        onClicked: dialog.ask(FileChoice.Folders, SettingsWords.addFolder, "", place => Desktop.protectFolder(place))
     }
     FileChoice {
         id: dialog

@@ -6,13 +6,13 @@ Item {
     id: files
 
     function open(): void {
-        choice.ask(FileChoice.Open, Words.openFile, "", place => App.files.open(place));
+        choice.ask(FileChoice.Opening, Words.openFile, "", place => App.files.open(place));
     }
     function saveReport(): void {
-        choice.ask(FileChoice.Save, Words.saveReport, App.files.reportName(), place => App.files.saveReport(place));
+        choice.ask(FileChoice.Saving, Words.saveReport, App.files.reportName(), place => App.files.saveReport(place));
     }
     function savePlan(): void {
-        choice.ask(FileChoice.Save, Words.savePlan, App.files.planName(), place => App.files.savePlan(place));
+        choice.ask(FileChoice.Saving, Words.savePlan, App.files.planName(), place => App.files.savePlan(place));
     }
     function leave(): void {
         choice.close();

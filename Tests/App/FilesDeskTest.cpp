@@ -84,6 +84,16 @@ TEST_F(FilesDeskTest, AnOpenedReportIsShownAsSuchAndIsCleanedByTheGuardsOfAFile)
     EXPECT_EQ(app().scanning()->openedText(), "") << "the disk is shown again";
 }
 
+// What could not be read was told by the command alone.
+TEST_F(FilesDeskTest, WhatCouldNotBeReadIsTold) {
+    EXPECT_EQ(app().scanning()->unreadableText(), "");
+    save(&FilesDesk::saveReport);
+    replaceInFile("\"unreadableCount\": 0", "\"unreadableCount\": 1");
+    open();
+    EXPECT_THAT(bytesOf(app().scanning()->unreadableText()),
+                HasSubstr(lumo::Words{"No he podido leer", "could not be read"}.in()));
+}
+
 TEST_F(FilesDeskTest, AReportOfAnotherHomeIsOnlyLookedAt) {
     save(&FilesDesk::saveReport);
     replaceInFile(story.home.path() + "\"", "/home/somebody\"");
@@ -137,4 +147,35 @@ TEST_F(FilesDeskTest, AFileThatDoesWhatNobodyWouldIsRefusedAndNothingIsTouched) 
     EXPECT_THAT(bytesOf(app().activity()->notice()),
                 HasSubstr(lumo::Words{"No se ha abierto", "was not opened"}.in()));
     EXPECT_EQ(app().scanning()->openedText(), "");
+}
+
+// The toolkit's own dialog began in the wrong home, in the wrong language, and in colors that could not be
+// read.
+TEST_F(FilesDeskTest, TheDialogForAFileBeginsInTheHomeAndKnowsWhatIsTaken) {
+    story.home.file("plan.json", 10);
+    story.home.file("notes.txt", 10);
+    story.home.file(".hidden.json", 10);
+    story.home.folder("Documents/caf\xE9");
+    PickDesk& picking = *app().picking();
+    const auto names = [&] {
+        EXPECT_TRUE(story.waitUntil([&] { return !picking.isBusy(); }));
+        std::vector<std::string> list;
+        for (const QVariant& entry : picking.entries()) {
+            list.push_back(bytesOf(entry.toMap().value("name").toString()));
+        }
+        return list;
+    };
+    picking.begin(".json");
+    EXPECT_THAT(names(), ::testing::ElementsAre("Documents", "Library", "plan.json"));
+    EXPECT_EQ(picking.folder(), "~");
+    EXPECT_TRUE(picking.isTaken("plan")) << "with the ending that it would get";
+    EXPECT_FALSE(picking.isTaken("other.json"));
+    EXPECT_EQ(pathOf(picking.placeNamed(" other ")), story.home.path("other.json"));
+    picking.enter("Documents");
+    ASSERT_EQ(names().size(), 1U);
+    picking.enter(picking.entries().front().toMap().value("key").toString());
+    EXPECT_THAT(names(), ::testing::IsEmpty());
+    EXPECT_EQ(pathOf(picking.here()), story.home.path("Documents/caf\xE9")) << "byte for byte";
+    picking.leave();
+    EXPECT_EQ(picking.folder(), "~/Documents");
 }

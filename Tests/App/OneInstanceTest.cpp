@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QQuickWindow>
+
 #include <optional>
 #include <thread>
 
@@ -43,13 +45,19 @@ TEST(OneInstance, TheRunningWindowShowsTheFolderAndSaysThatItsLanguageStays) {
     app.settings()->setWelcomeSeen(true);
     app.settings()->setSeenNews(ReleaseNotes::version());
     app.finishWelcome();
-    MainWindow windows(app);
+    // At login the full window opened.
+    MainWindow windows(app, MainWindow::Begin::inPanel);
+    EXPECT_FALSE(windows.window()->isVisible());
     ASSERT_TRUE(
         story.waitUntil([&] { return app.scanning()->hasFullReport() && !app.activity()->isBusy(); }));
     const QString own = windows.desktop().language();
     windows.answer({.language = own, .folder = story.home.path("Videos")});
     EXPECT_TRUE(story.waitUntil([&] { return app.map()->depth() == 1; }));
     EXPECT_EQ(app.activity()->notice(), "");
+    EXPECT_TRUE(windows.window()->isVisible());
+    // The way to the second folder led over the first.
+    windows.answer({.language = own, .folder = story.home.path(".npm")});
+    EXPECT_TRUE(story.waitUntil([&] { return app.map()->zoomTitles() == QStringList{".npm"}; }));
     windows.answer({.language = own == "es" ? "en" : "es", .folder = {}});
     EXPECT_NE(app.activity()->notice(), "");
 }
