@@ -37,14 +37,23 @@ bool hasIcon(const std::optional<InstalledApp>& app) {
     return app && (app->path.ends_with(".desktop") || app->path.ends_with(".app"));
 }
 
+/// What the rule says of installers; null for most rules.
+const locator::InstallerUse* installersOf(const Rule& rule) {
+    const auto* const where =
+        std::get_if<locator::Installers>(rule.places.empty() ? &rule.locator : &rule.places.front());
+    return where != nullptr ? &where->use : nullptr;
+}
+
 Extent extentOf(const std::string& path, const std::string& place) {
     return path == place ? Extent::whole : Extent::part;
 }
 
 } // namespace
 
-KnownPlaces::KnownPlaces(HomePlaces places, const Installed& installed, Language language)
-    : places_(std::move(places)), installed_(installed), language_(language) {
+KnownPlaces::KnownPlaces(HomePlaces places, const Installed& installed, Language language,
+                         const std::string& systemRoot)
+    : places_(std::move(places)), installed_(installed), language_(language),
+      judge_(std::make_shared<Installers::Judge>(places_.home(), systemRoot, Installers::mostBytesByTheWay)) {
     const std::string& home = places_.home();
     const std::vector<Rule> catalogue = RuleCatalog::inHome(places_, language_);
     lookUp(catalogue, Source::catalogue);
@@ -57,6 +66,9 @@ KnownPlaces::KnownPlaces(HomePlaces places, const Installed& installed, Language
 
 void KnownPlaces::lookUp(std::vector<Rule> rules, Source source) {
     for (Rule& rule : rules) {
+        if (const auto* const use = installersOf(rule); use && *use == locator::InstallerUse::used) {
+            usedInstallers_ = rule;
+        }
         std::vector<std::string> paths = resolve(rule, places_.home());
         if (!paths.empty()) {
             claimed_.insert(claimed_.end(), paths.begin(), paths.end());
@@ -149,6 +161,11 @@ std::optional<Explanation> KnownPlaces::saying(const FolderEvidence& evidence) c
                                     : PlaceTexts::ofFile(true, language_);
 }
 
+const Rule& KnownPlaces::ruleFor(const RulePlaces& found, const std::string& place) const {
+    const bool mayBeUsed = usedInstallers_ && installersOf(found.rule) != nullptr;
+    return mayBeUsed && judge_->useOf(place, language_) ? *usedInstallers_ : found.rule;
+}
+
 std::optional<Explanation> KnownPlaces::ofRulesPlace(const FolderEvidence& evidence) const {
     // Of places within each other the innermost knows best.
     const RulePlaces* innermost = nullptr;
@@ -162,8 +179,8 @@ std::optional<Explanation> KnownPlaces::ofRulesPlace(const FolderEvidence& evide
         }
     }
     return innermost != nullptr
-               ? std::optional(PlaceTexts::ofRule(innermost->rule, extentOf(evidence.path, *place),
-                                                  innermost->source,
+               ? std::optional(PlaceTexts::ofRule(ruleFor(*innermost, *place),
+                                                  extentOf(evidence.path, *place), innermost->source,
                                                   ownerOf(evidence.path, evidence.relatedApp), language_))
                : std::nullopt;
 }

@@ -2,10 +2,12 @@
 
 #include "LumoCore/Explaining/Explanation.h"
 #include "LumoCore/Explaining/FolderEvidence.h"
+#include "LumoCore/Inventories/Installers.h"
 #include "LumoCore/Rules/HomePlaces.h"
 #include "LumoCore/Scanning/ScanReport.h"
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,12 +17,13 @@ namespace lumo {
 /// What is certain of a path, so that nothing has to be guessed about it. The rule of thumb, and a model,
 /// were made for the folders that applications leave in a home and no rule knows; of anything else (the home,
 /// what is the user's own, a project, a place of the catalogue) they would say the same and call it a
-/// leftover.
+/// leftover. Used by one thread at a time.
 class KnownPlaces final {
   public:
     /// Looks up the places of the catalogue and the caches of installed applications in the home. What is
-    /// installed must outlive this.
-    KnownPlaces(HomePlaces places, const Installed& installed, Language language = currentLanguage());
+    /// installed must outlive this. `systemRoot` stands before the paths of the list of packages.
+    KnownPlaces(HomePlaces places, const Installed& installed, Language language = currentLanguage(),
+                const std::string& systemRoot = {});
 
     /// What the evidence's path is, whether it can go, and how; absent for what may be guessed about.
     [[nodiscard]] std::optional<Explanation> explain(const FolderEvidence& evidence, Date now) const;
@@ -37,6 +40,9 @@ class KnownPlaces final {
     };
 
     void lookUp(std::vector<Rule> rules, Explanation::Source source);
+    /// The rule that says what becomes of the place which that one found: of installers one finds all, and
+    /// which of them were used is only known once somebody asks.
+    [[nodiscard]] const Rule& ruleFor(const RulePlaces& found, const std::string& place) const;
     void divideCaches(const std::vector<Rule>& catalogue);
 
     [[nodiscard]] std::optional<Explanation> saying(const FolderEvidence& evidence) const;
@@ -53,8 +59,10 @@ class KnownPlaces final {
     const Installed& installed_;
     Language language_;
     std::vector<RulePlaces> rulePlaces_;
-    std::vector<std::string> claimed_; ///< The paths of these, and our own folders.
-    std::vector<std::string> divided_; ///< Cache folders of which a rule knows parts, there or not.
+    std::optional<Rule> usedInstallers_;
+    std::shared_ptr<Installers::Judge> judge_; ///< Reads the list of packages once, when it is needed.
+    std::vector<std::string> claimed_;         ///< The paths of these, and our own folders.
+    std::vector<std::string> divided_;         ///< Cache folders of which a rule knows parts, there or not.
 };
 
 } // namespace lumo

@@ -164,8 +164,7 @@ std::vector<std::string> located(const locator::Installers& where, const std::st
     locator::Installers all = where;
     all.use = locator::InstallerUse::unused;
     std::vector<std::string> paths = installersByExtension(all, home);
-    constexpr std::int64_t mostBytes = 100'000'000; // A scan has more to do.
-    Judge judge(home, {}, mostBytes);
+    Judge judge(home, {}, mostBytesByTheWay);
     std::erase_if(paths, [&](const std::string& path) {
         const bool isUsed = judge.useOf(path, Language::en).has_value();
         return isUsed != (where.use == locator::InstallerUse::used);

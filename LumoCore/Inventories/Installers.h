@@ -17,6 +17,9 @@ Inventory find(const InventoryQuery& query);
 /// The installer of that id as it is now, in whichever folder; absent when it is none.
 std::optional<DetailItem> itemWith(const std::string& id, const InventoryQuery& query);
 
+/// No longer archives than these are judged where there is more to do than that.
+inline constexpr std::int64_t mostBytesByTheWay = 100'000'000;
+
 /// Those that a rule's locator means: what the scan asks (see `InstallersFinder`).
 std::vector<std::string> located(const locator::Installers& where, const std::string& home);
 

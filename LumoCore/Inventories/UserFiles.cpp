@@ -32,6 +32,18 @@ constexpr std::array<std::string_view, 6> foreignMarks{"drive_c",  "steamapps", 
 constexpr std::array<std::string_view, 4> resticMarks{"config", "index", "keys", "snapshots"};
 constexpr std::array<std::string_view, 3> borgMarks{"config", "data", "integrity.2"};
 
+/// Names in the folder of a program that was unpacked in a home: those of Chromium and what is built on it,
+/// of Firefox, of the JetBrains editors, of Unity's games, and of Python and Conda environments.
+constexpr std::array<std::string_view, 9> programMarks{
+    "chrome-sandbox",    "chrome_100_percent.pak", "resources.pak", "icudtl.dat", "omni.ja",
+    "product-info.json", "UnityPlayer.so",         "pyvenv.cfg",    "conda-meta"};
+
+/// The folder of a Java, or of what is laid out like it.
+constexpr std::array<std::string_view, 3> runtimeMarks{"bin", "lib", "release"};
+
+/// So many shared libraries nobody keeps in one folder but a program.
+constexpr std::ptrdiff_t mostLibraries = 2;
+
 /// Folders of a home that hold what is not the user's by its name, though they can be seen.
 constexpr std::array<std::string_view, 4> foreignFolders{"Library", "snap", "VirtualBox VMs", "Applications"};
 
@@ -43,10 +55,19 @@ bool holdsAll(std::span<const std::string_view> names, std::span<const std::stri
     return std::ranges::all_of(sought, [&](std::string_view name) { return holds(names, name); });
 }
 
+bool isProgram(std::span<const std::string_view> names) {
+    const auto isLibrary = [](std::string_view name) {
+        return name.ends_with(".so") || name.find(".so.") != std::string_view::npos ||
+               name.ends_with(".dll") || name.ends_with(".dylib");
+    };
+    return std::ranges::any_of(names, [](std::string_view name) { return holds(programMarks, name); }) ||
+           holdsAll(names, runtimeMarks) || std::ranges::count_if(names, isLibrary) > mostLibraries;
+}
+
 bool isAnothers(std::span<const std::string_view> names) {
     const bool isMarked = std::ranges::any_of(
         names, [](std::string_view name) { return marksProject(name) || holds(foreignMarks, name); });
-    return isMarked || holdsAll(names, resticMarks) || holdsAll(names, borgMarks);
+    return isMarked || isProgram(names) || holdsAll(names, resticMarks) || holdsAll(names, borgMarks);
 }
 
 bool isWhole(std::string_view name) {

@@ -12,8 +12,8 @@
 namespace lumo {
 
 /// The files that are the user's own and nobody else's: outside hidden folders, projects, the libraries of
-/// other programs (photographs, virtual machines, backups, games), what a rule claims, and our own folders.
-/// The one place that walks for the inventories of single files.
+/// other programs (photographs, virtual machines, backups, games), programs themselves, what a rule claims,
+/// and our own folders. The one place that walks for the inventories of single files.
 class UserFiles final {
   public:
     /// Looks up what the rules claim in the home now.

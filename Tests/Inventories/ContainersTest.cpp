@@ -1,6 +1,7 @@
 #include "LumoCore/Inventories/Containers.h"
 #include "LumoCore/Inventories/AskedTool.h"
 #include "LumoCore/Inventories/ContainerLists.h"
+#include "Tests/support/InventoryQuery.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
@@ -15,10 +16,6 @@ using namespace tarvo::testing;
 using namespace testing;
 
 namespace {
-
-InventoryQuery queryOf(const TempHome& home) {
-    return {.home = home.path(), .language = Language::en, .systemRoot = home.path("system")};
-}
 
 /// As Docker's own client writes it: sizes and counts are texts.
 const char* const dockerAnswer = R"json({"Images":[

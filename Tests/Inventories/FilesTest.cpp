@@ -1,5 +1,6 @@
 #include "LumoCore/Inventories/Inventories.h"
 #include "Platform/QuietFile.h"
+#include "Tests/support/InventoryQuery.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
@@ -18,12 +19,7 @@ using namespace testing;
 
 namespace {
 
-const Date noon = *dateFromIsoText("2026-03-14T12:00:00Z");
 constexpr std::int64_t longAgo = 1700000000;
-
-InventoryQuery queryOf(const TempHome& home, std::int64_t minimumBytes = 1000) {
-    return {.home = home.path(), .now = noon, .minimumBytes = minimumBytes, .language = Language::en};
-}
 
 std::vector<std::string> idsIn(const Inventory& inventory) {
     return eachOf<decltype(inventory.items), std::string>(inventory.items, &DetailItem::id);
@@ -44,10 +40,14 @@ TEST(LargeFiles, AreTheUsersOwnAndNobodyElses) {
                 "bottle/drive_c/game", "repo/data/x", "VirtualBox VMs/v/v.vdi", "Downloads/a.iso", "small"},
                20000);
     home.files({"shop/Cargo.toml", "repo/config", "repo/index/i", "repo/keys/k", "repo/snapshots/s"});
+    // The binary of an editor that was unpacked in the home was offered.
+    home.files({"VSCode-linux-x64/code", "ide/lib/app.jar", "jdk-21/lib/modules", "tool/tool"}, 20000);
+    home.files({"VSCode-linux-x64/chrome-sandbox", "ide/product-info.json", "jdk-21/release",
+                "jdk-21/bin/java", "tool/a.so", "tool/b.so.1", "tool/c.dll", "Documents/a.so"});
     home.file("small", 10);
     home.sparseFile("empty.img", 1000000000);
     home.link("link", home.path("letter"));
-    const Inventory found = Inventories::find(InventoryKind::large, queryOf(home));
+    const Inventory found = Inventories::find(InventoryKind::large, queryOf(home, 1000));
     EXPECT_THAT(idsIn(found),
                 UnorderedElementsAre("archivo:Videos/film.mkv", "archivo:letter", "archivo:bad\xE9name"));
     for (const DetailItem& item : found.items) {
@@ -57,7 +57,7 @@ TEST(LargeFiles, AreTheUsersOwnAndNobodyElses) {
     }
     for (const char* id : {"archivo:.hidden/x", "archivo:../x", "archivo:", "archivo:Videos", "archivo:link",
                            "archivo:Downloads/a.iso", "archivo:gone"}) {
-        EXPECT_FALSE(Inventories::itemWith(id, queryOf(home))) << id;
+        EXPECT_FALSE(Inventories::itemWith(id, queryOf(home, 1000))) << id;
     }
 }
 
@@ -67,11 +67,11 @@ TEST(LargeFiles, WithSeveralNamesGoWithAllOrNotAtAll) {
     home.hardLink("b/c", "a");
     home.file("d", 20000);
     home.hardLink(".hidden/e", "d");
-    const Inventory found = Inventories::find(InventoryKind::large, queryOf(home));
+    const Inventory found = Inventories::find(InventoryKind::large, queryOf(home, 1000));
     ASSERT_THAT(idsIn(found), ElementsAre("archivo:a"));
     EXPECT_EQ(found.items[0].action.method, Method(method::TrashItems{{home.path("a"), home.path("b/c")}}));
-    EXPECT_EQ(Inventories::itemWith("archivo:a", queryOf(home)), found.items[0]);
-    EXPECT_FALSE(Inventories::itemWith("archivo:d", queryOf(home)));
+    EXPECT_EQ(Inventories::itemWith("archivo:a", queryOf(home, 1000)), found.items[0]);
+    EXPECT_FALSE(Inventories::itemWith("archivo:d", queryOf(home, 1000)));
 }
 
 TEST(LargeFiles, SayWhatIsForgottenAndLeaveOutWhatIsTooYoung) {
@@ -79,7 +79,7 @@ TEST(LargeFiles, SayWhatIsForgottenAndLeaveOutWhatIsTooYoung) {
     home.files({"old", "young"}, 20000);
     setTimes(home, "old", longAgo, longAgo);
     setTimes(home, "young", noon.time_since_epoch() / std::chrono::seconds(1), longAgo);
-    InventoryQuery query = queryOf(home);
+    InventoryQuery query = queryOf(home, 1000);
     std::map<std::string, std::string> details;
     for (const DetailItem& item : Inventories::find(InventoryKind::large, query).items) {
         details[item.name] = item.detail;
@@ -98,20 +98,20 @@ TEST(Duplicates, KeepTheTidierCopyAndNameIt) {
     middle[10000] = 'z';
     home.fileWith("Pictures/nearly", middle);
     home.hardLink("Pictures/again", "Pictures/a");
-    const Inventory found = Inventories::find(InventoryKind::duplicates, queryOf(home));
+    const Inventory found = Inventories::find(InventoryKind::duplicates, queryOf(home, 1000));
     EXPECT_THAT(idsIn(found),
                 UnorderedElementsAre("copia:Downloads/a//Pictures/a", "copia:Pictures/deep/a//Pictures/a"));
     for (const DetailItem& item : found.items) {
         EXPECT_EQ(item.kept, home.path("Pictures/a"));
         EXPECT_EQ(item.detail, "The same as ~/Pictures/a, which stays");
-        EXPECT_EQ(Inventories::itemWith(item.id, queryOf(home)), item);
+        EXPECT_EQ(Inventories::itemWith(item.id, queryOf(home, 1000)), item);
         EXPECT_EQ(Inventories::keptBy(item.id, home.path()), home.path("Pictures/a"));
-        EXPECT_FALSE(Inventories::refusal(item.action, queryOf(home)));
+        EXPECT_FALSE(Inventories::refusal(item.action, queryOf(home, 1000)));
     }
     for (const char* id :
          {"copia:Pictures/again//Pictures/a", "copia:Pictures/a//Pictures/a", "copia:Pictures/a",
           "copia:Pictures/other//Pictures/a", "copia://", "copia:Pictures/deep/a//.hidden/a"}) {
-        EXPECT_FALSE(Inventories::itemWith(id, queryOf(home))) << id;
+        EXPECT_FALSE(Inventories::itemWith(id, queryOf(home, 1000))) << id;
     }
 }
 
@@ -119,20 +119,21 @@ TEST(Duplicates, MayNotGoOnceTheOtherCopyIsGoneOrChanged) {
     const TempHome home;
     home.files({"a", "b/a", "b/c"}, 20000);
     std::map<std::string, CleanupAction> actions;
-    for (const DetailItem& item : Inventories::find(InventoryKind::duplicates, queryOf(home)).items) {
+    for (const DetailItem& item : Inventories::find(InventoryKind::duplicates, queryOf(home, 1000)).items) {
         actions[item.name] = item.action;
     }
     ASSERT_THAT(actions, SizeIs(2));
     std::string changed = contentOf(home.path("b/c"));
     changed[10000] ^= 1;
     home.fileWith("b/c", changed);
-    EXPECT_THAT(Inventories::refusal(actions["c"], queryOf(home)).value_or(""),
+    EXPECT_THAT(Inventories::refusal(actions["c"], queryOf(home, 1000)).value_or(""),
                 HasSubstr("no longer the same"));
     std::filesystem::remove(home.path("a"));
-    EXPECT_THAT(Inventories::refusal(actions["a"], queryOf(home)).value_or(""), HasSubstr("no longer there"));
+    EXPECT_THAT(Inventories::refusal(actions["a"], queryOf(home, 1000)).value_or(""),
+                HasSubstr("no longer there"));
     // The copy that should stay became another name of the one that goes: it would have gone with it.
     home.hardLink("a", "b/a");
-    EXPECT_TRUE(Inventories::refusal(actions["a"], queryOf(home)));
+    EXPECT_TRUE(Inventories::refusal(actions["a"], queryOf(home, 1000)));
 }
 
 TEST(Duplicates, AreThoseOfAnIndependentCount) {
@@ -146,7 +147,7 @@ TEST(Duplicates, AreThoseOfAnIndependentCount) {
         ++counts[content];
     }
     std::map<std::string, std::size_t> going;
-    for (const DetailItem& item : Inventories::find(InventoryKind::duplicates, queryOf(home)).items) {
+    for (const DetailItem& item : Inventories::find(InventoryKind::duplicates, queryOf(home, 1000)).items) {
         const std::string content = contentOf(*item.path);
         EXPECT_EQ(content, contentOf(*item.kept));
         ++going[content];

@@ -1,5 +1,7 @@
 #include "LumoCore/Inventories/Installers.h"
+#include "LumoCore/Explaining/KnownPlaces.h"
 #include "Platform/ArchiveEntries.h"
+#include "Tests/support/InventoryQuery.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
@@ -13,13 +15,6 @@ using namespace tarvo::testing;
 using namespace testing;
 
 namespace {
-
-InventoryQuery queryOf(const TempHome& home) {
-    return {.home = home.path(),
-            .now = *dateFromIsoText("2026-03-14T12:00:00Z"),
-            .language = Language::en,
-            .systemRoot = home.path("system")};
-}
 
 void shell(const TempHome& home, const std::string& line) {
     const Ran ran = runProgram("sh", {"-c", "cd '" + home.path() + "' && " + line}, {"PATH=/usr/bin:/bin"});
@@ -87,6 +82,13 @@ TEST(Installers, AreUsedWhenWhatTheyHoldIsHere) {
                             Pair("photos.tar.gz", Safety::safe), Pair("photos.tar.xz", Safety::safe),
                             Pair("tool_1.9-3.deb", Safety::safe), Pair("tool_2.1-1.deb", Safety::review)));
     EXPECT_THAT(judged.at("tool_1.9-3.deb").detail, StartsWith("tool 2.0-1 is installed, from "));
+    // Explained by itself, every installer was one that needs a look.
+    const Installed installed;
+    const KnownPlaces known(HomePlaces(home.path(), System::linux), installed, Language::en,
+                            home.path("system"));
+    for (const auto& [name, item] : judged) {
+        EXPECT_EQ(known.explain({.path = *item.path}, noon)->safety, item.safety) << name;
+    }
 
     // One file of it is gone, another has grown since.
     std::filesystem::remove(home.path("Downloads/photos/b/c"));

@@ -1,6 +1,7 @@
 #include "LumoCore/Inventories/Models.h"
 #include "LumoCore/Inventories/ModelHeader.h"
 #include "LumoCore/Inventories/OllamaStore.h"
+#include "Tests/support/InventoryQuery.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
@@ -13,13 +14,6 @@ using namespace tarvo::testing;
 using namespace testing;
 
 namespace {
-
-InventoryQuery queryOf(const TempHome& home) {
-    return {.home = home.path(),
-            .now = *dateFromIsoText("2026-03-14T12:00:00Z"),
-            .language = Language::en,
-            .systemRoot = home.path("system")};
-}
 
 std::map<std::string, DetailItem> itemsOf(const TempHome& home) {
     std::map<std::string, DetailItem> items;

@@ -1,5 +1,6 @@
 #include "LumoCore/Inventories/Inventories.h"
 #include "LumoCore/Inventories/UnusedApps.h"
+#include "Tests/support/InventoryQuery.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
@@ -16,14 +17,9 @@ using namespace testing;
 
 namespace {
 
-const Date now = *dateFromIsoText("2026-03-14T12:00:00Z");
 constexpr std::int64_t longAgo = 1700000000;
 
 /// A home beside a system of its own: nothing is read of this machine's but its programs.
-InventoryQuery queryOf(const TempHome& home) {
-    return {.home = home.path(), .now = now, .language = Language::en, .systemRoot = home.path("system")};
-}
-
 std::map<std::string, DetailItem> itemsOf(const TempHome& home, InventoryKind kind) {
     std::map<std::string, DetailItem> items;
     for (const DetailItem& item : Inventories::find(kind, queryOf(home)).items) {
@@ -92,23 +88,23 @@ TEST(UnusedApps, NeedEvidenceThatNobodyUsedThem) {
     for (const std::string name : {"old", "young", "seen"}) {
         home.file(".var/app/org." + name + "/config/x", 5000);
         setUsed(home, ".var/app/org." + name + "/config/x",
-                name == "young" ? now.time_since_epoch() / std::chrono::seconds(1) : longAgo);
+                name == "young" ? noon.time_since_epoch() / std::chrono::seconds(1) : longAgo);
     }
     home.fileWith(".local/share/gnome-shell/application_state",
                   "<application-state>\n <application id=\"org.seen.desktop\" score=\"3\" last-seen=\"" +
-                      std::to_string(now.time_since_epoch() / std::chrono::seconds(1)) +
+                      std::to_string(noon.time_since_epoch() / std::chrono::seconds(1)) +
                       "\"/>\n <application id=\"tool.desktop\" score=\"1\" last-seen=\"1700000001\"/>");
     for (const std::string name : {"Old.AppImage", "Young.AppImage"}) {
         home.file("Applications/" + name, 9000);
         setUsed(home, "Applications/" + name,
-                name == "Old.AppImage" ? longAgo : now.time_since_epoch() / std::chrono::seconds(1));
+                name == "Old.AppImage" ? longAgo : noon.time_since_epoch() / std::chrono::seconds(1));
     }
     for (const std::string name : {"tool", "daily"}) {
         home.fileWith("system/usr/share/applications/" + name + ".desktop",
                       "[Desktop Entry]\nType=Application\nName=The " + name + "\nExec=" + name + " %U\n");
         home.program("system/usr/bin/" + name, "true");
         setUsed(home, "system/usr/bin/" + name,
-                name == "tool" ? longAgo : now.time_since_epoch() / std::chrono::seconds(1));
+                name == "tool" ? longAgo : noon.time_since_epoch() / std::chrono::seconds(1));
         home.fileWith("system/var/lib/dpkg/info/" + name + "-pkg:amd64.list",
                       "/.\n/usr/share/applications/" + name + ".desktop\n");
     }
