@@ -71,7 +71,7 @@ std::vector<PlanEntry> entriesOf(const PlanRequest& request, const lumo::Cleanup
                                          ? lumo::CleanupPlanner::plan(*request.report, options, surroundings)
                                          : std::vector<PlanEntry>();
     if (!request.chosen.empty()) {
-        std::ranges::move(chosenEntries(request.chosen, knownRules(desk.home), surroundings, desk.home),
+        std::ranges::move(chosenEntries(request.chosen, knownRules(desk), surroundings, desk.home),
                           std::back_inserter(entries));
     }
     return entries;
