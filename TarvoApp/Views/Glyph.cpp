@@ -24,7 +24,7 @@ struct Strokes {
     const char* path;
 };
 
-constexpr std::array<Strokes, 20> table{{
+constexpr auto table = std::to_array<Strokes>({
     {"tick", "M 5.5 12.5 L 10 17 L 18.5 7.5"},
     {"lock", "R 5.5 11 13 9 2 M 8 11 L 8 8 A 8 4 8 8 180 -180 L 16 11"},
     {"search", "O 10.5 10.5 6 M 15 15 L 20 20"},
@@ -46,7 +46,7 @@ constexpr std::array<Strokes, 20> table{{
     {"film", "R 3.5 5.5 17 13 2.5 M 10 9 L 15 12 L 10 15 L 10 9"},
     {"warning", "M 12 4.5 L 20.5 19 L 3.5 19 L 12 4.5 M 12 10 L 12 14 M 12 16.4 L 12 16.45"},
     {"info", "O 12 12 8.5 M 12 11 L 12 16 M 12 8 L 12 8.05"},
-}};
+});
 
 QPainterPath pathFrom(const QString& strokes) {
     QPainterPath path;
