@@ -119,7 +119,7 @@ TEST(Finding, ALargeFileThatIsNewSinceTheLastScanHasGrown) {
     const Date today = desk.now();
     desk.now = [&] { return today - std::chrono::days(1); };
     const auto pass = [&] { return *scanResult({.pass = ScanPass::full, .desk = desk, .stop = {}}); };
-    EXPECT_THAT(pass().items, Each(testing::Field(&Inventory::items, IsEmpty())));
+    EXPECT_THAT(pass().items, Each(::testing::Field(&Inventory::items, IsEmpty())));
     constexpr off_t film = 250000000;
     const int file = open(home.file("Videos/film.mkv").c_str(), O_WRONLY | O_CLOEXEC);
     EXPECT_EQ(posix_fallocate(file, 0, film), 0);
@@ -128,6 +128,6 @@ TEST(Finding, ALargeFileThatIsNewSinceTheLastScanHasGrown) {
     const ScanResult result = pass();
     ASSERT_TRUE(result.growth);
     EXPECT_THAT(result.growth->items,
-                ElementsAre(testing::Field(&GrowthItem::id, "archivo:Videos/film.mkv")));
+                ElementsAre(::testing::Field(&GrowthItem::id, "archivo:Videos/film.mkv")));
     EXPECT_THAT(SnapshotStore(home.path()).load().back().sizes, Contains(Key("archivo:Videos/film.mkv")));
 }
