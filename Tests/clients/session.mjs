@@ -156,6 +156,8 @@ async function wholeSession(connect) {
     assert.equal((await call(client, 'list_folder', { path: '~/Documents' })).skipped[0], 'old');
     assert.equal((await call(client, 'explain_folder', { path: '.cache/uv' })).source, 'catalogue');
     assert.deepEqual((await call(client, 'what_grew')).items, []);
+    const { items: large } = await call(client, 'find_items', { kind: 'large', minBytes: 1 });
+    assert.ok(large.length > 0 && large.every((item) => item.id.startsWith('archivo:')));
     const question = said('¿cómo deshago una limpieza?', 'how do I undo a cleanup?');
     assert.match((await call(client, 'help', { question })).text, said(/Para deshacer, pulsa/, /To undo, press/));
     assert.match((await call(client, 'list_folder', { path: '/etc' })).problem,
