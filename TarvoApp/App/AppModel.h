@@ -10,6 +10,7 @@
 #include "TarvoApp/App/HelpDesk.h"
 #include "TarvoApp/App/HistoryDesk.h"
 #include "TarvoApp/App/HoldingDesk.h"
+#include "TarvoApp/App/ItemsDesk.h"
 #include "TarvoApp/App/LoginDesk.h"
 #include "TarvoApp/App/MonitorDesk.h"
 #include "TarvoApp/App/PhotosDesk.h"
@@ -46,6 +47,7 @@ class AppModel final : public QObject {
     Q_PROPERTY(tarvo::VolumesDesk* volumes READ volumes CONSTANT)
     Q_PROPERTY(tarvo::ScanningDesk* scanning READ scanning CONSTANT)
     Q_PROPERTY(tarvo::TickedDesk* ticked READ ticked CONSTANT)
+    Q_PROPERTY(tarvo::ItemsDesk* items READ items CONSTANT)
     Q_PROPERTY(tarvo::ExplainingDesk* explaining READ explaining CONSTANT)
     Q_PROPERTY(tarvo::PlacesDesk* places READ places CONSTANT)
     /// The list's and the map's own, which most views want.
@@ -86,6 +88,7 @@ class AppModel final : public QObject {
     [[nodiscard]] VolumesDesk* volumes() { return &volumes_; }
     [[nodiscard]] ScanningDesk* scanning() { return &scanning_; }
     [[nodiscard]] TickedDesk* ticked() { return &ticked_; }
+    [[nodiscard]] ItemsDesk* items() { return &items_; }
     [[nodiscard]] ExplainingDesk* explaining() { return &explaining_; }
     [[nodiscard]] PlacesDesk* places() { return &places_; }
     [[nodiscard]] RowList* rows() { return places_.rows(); }
@@ -122,6 +125,7 @@ class AppModel final : public QObject {
     VolumesDesk volumes_;
     ScanningDesk scanning_;
     TickedDesk ticked_;
+    ItemsDesk items_;
     ExplainingDesk explaining_;
     PreviewDesk preview_;
     PlacesDesk places_;

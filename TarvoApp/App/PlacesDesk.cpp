@@ -101,19 +101,33 @@ int PlacesDesk::onlyGroup() const {
 void PlacesDesk::toggleGroup(int group) {
     const auto wanted = Kinds::groupOf(static_cast<Kinds::Group>(group));
     view_.group = view_.group == wanted ? std::nullopt : std::optional(wanted);
+    view_.kind.reset();
     viewHasChanged();
 }
 
 void PlacesDesk::showAllGroups() {
-    if (view_.group) {
+    if (view_.group || view_.kind) {
         view_.group.reset();
+        view_.kind.reset();
         viewHasChanged();
     }
 }
 
 bool PlacesDesk::hasGroup(int group) const {
-    return std::ranges::find(ticked_.rows(), Kinds::groupOf(static_cast<Kinds::Group>(group)), &Row::group) !=
-           ticked_.rows().end();
+    const Row any{.group = Kinds::groupOf(static_cast<Kinds::Group>(group))};
+    return std::ranges::any_of(ticked_.rows(), [&](const Row& row) { return haveOneHead(row, any); });
+}
+
+int PlacesDesk::onlyKind() const {
+    return view_.kind ? static_cast<int>(*view_.kind) : -1;
+}
+
+void PlacesDesk::showKind(int kind) {
+    if (kind != onlyKind()) {
+        view_.kind = kind < 0 ? std::nullopt : std::optional(static_cast<lumo::InventoryKind>(kind));
+        view_.group.reset();
+        viewHasChanged();
+    }
 }
 
 int PlacesDesk::order() const {
@@ -198,6 +212,8 @@ void PlacesDesk::explain(const QString& key) {
 
 void PlacesDesk::revealRow(const QString& key) {
     if (rows_.indexOf(key) < 0) {
+        const auto row = std::ranges::find(ticked_.rows(), idOf(key), &Row::id);
+        view_.kind = row != ticked_.rows().end() ? row->kind : std::nullopt;
         view_.group.reset();
         view_.searched.clear();
         searchText_.clear();

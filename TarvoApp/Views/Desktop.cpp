@@ -198,6 +198,10 @@ void Desktop::copyPath(const QString& key) {
     QGuiApplication::clipboard()->setText(shown(app_.places()->pathOf(key)));
 }
 
+void Desktop::copyText(const QString& text) {
+    QGuiApplication::clipboard()->setText(text);
+}
+
 void Desktop::protectFolder(const QUrl& folder) {
     // As bytes: a name need not be text.
     QByteArray path = QByteArray::fromPercentEncoding(folder.path(QUrl::FullyEncoded).toLatin1());
