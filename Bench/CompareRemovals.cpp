@@ -20,12 +20,14 @@ namespace tarvo::bench {
 
 namespace {
 
-constexpr const char* usage = "usage: compare-removals --bin DIR --folder DIR [--files N] [--rounds N]";
+constexpr const char* usage =
+    "usage: compare-removals --bin DIR --folder DIR [--files N] [--folders N] [--rounds N]";
 
 struct Arguments {
     std::string programs;
     std::string folder;
     int files = 1'000'000;
+    int folders = 1; ///< Over which the files are spread, all of them in one.
     int rounds = 3;
 };
 
@@ -40,6 +42,8 @@ Arguments argumentsOf(int count, char** values) {
             arguments.folder = value;
         } else if (name == "--files") {
             arguments.files = numberOf(value, usage, 1);
+        } else if (name == "--folders") {
+            arguments.folders = numberOf(value, usage, 1);
         } else if (name == "--rounds") {
             arguments.rounds = numberOf(value, usage, 1);
         } else {
@@ -52,12 +56,17 @@ Arguments argumentsOf(int count, char** values) {
     return arguments;
 }
 
-/// Everything is on the disk afterwards, so that no part of the making falls to whoever removes it.
-void makeFlatFolder(const std::string& path, int files) {
-    if (::mkdir(path.c_str(), 0755) != 0) {
+int madeFolder(const std::string& path) {
+    const int folder =
+        ::mkdir(path.c_str(), 0755) == 0 ? ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC) : -1;
+    if (folder < 0) {
         stopOnFailedCall(path);
     }
-    const int folder = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    return folder;
+}
+
+void makeFiles(const std::string& path, int files) {
+    const int folder = madeFolder(path);
     for (int number = 0; number < files; ++number) {
         const std::string name = fmt::format("entry-{:07}.cache", number);
         const int file = ::openat(folder, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
@@ -66,6 +75,27 @@ void makeFlatFolder(const std::string& path, int files) {
         }
         ::close(file);
     }
+    ::close(folder);
+}
+
+/// One folder of files, or folders of fifty folders with as many files each. Everything is on the disk
+/// afterwards, so that no part of the making falls to whoever removes it.
+void makeTree(const std::string& path, const Arguments& arguments) {
+    if (arguments.folders == 1) {
+        makeFiles(path, arguments.files);
+    } else {
+        ::close(madeFolder(path));
+        constexpr int inOne = 50;
+        for (int number = 0; number < arguments.folders; ++number) {
+            const std::string group = fmt::format("{}/group-{:05}", path, number / inOne);
+            if (number % inOne == 0) {
+                ::close(madeFolder(group));
+            }
+            makeFiles(fmt::format("{}/folder-{:02}", group, number % inOne),
+                      arguments.files / arguments.folders);
+        }
+    }
+    const int folder = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (::syncfs(folder) != 0) {
         stopOnFailedCall(path);
     }
@@ -94,8 +124,8 @@ int compare(const Arguments& arguments) {
     // All are made before the first goes: some file systems search long for an inode after many were freed.
     std::vector<std::string> paths;
     for (int number = 0; number < 2 * arguments.rounds; ++number) {
-        paths.push_back(fmt::format("{}/flat-{}-{}", arguments.folder, ::getpid(), number));
-        makeFlatFolder(paths.back(), arguments.files);
+        paths.push_back(fmt::format("{}/removed-{}-{}", arguments.folder, ::getpid(), number));
+        makeTree(paths.back(), arguments);
     }
     std::vector<double> ratios;
     for (std::size_t round = 0; round < paths.size() / 2; ++round) {
@@ -105,9 +135,9 @@ int compare(const Arguments& arguments) {
         ratios.push_back(ours.milliseconds.back() / peer.milliseconds.back());
     }
     const MachineShape machine = machineShapeAt(arguments.folder);
-    fmt::print("{} cores, {:.1f} GiB memory, {}, {}; one folder of {} files; {} rounds\n\n", machine.cores,
+    fmt::print("{} cores, {:.1f} GiB memory, {}, {}; {} files in {} folders; {} rounds\n\n", machine.cores,
                machine.memoryGibibytes, machine.kernel, machine.fileSystem, arguments.files,
-               arguments.rounds);
+               arguments.folders, arguments.rounds);
     fmt::print("{:<12} {:>10} {:>10} {:>10}\n", "contestant", "median ms", "min ms", "peak MiB");
     for (const Contestant& each : {peer, ours}) {
         fmt::print("{:<12} {:>10.1f} {:>10.1f} {:>10.1f}\n", each.name, each.median(), each.minimum(),

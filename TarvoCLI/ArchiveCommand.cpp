@@ -124,7 +124,9 @@ void addArchiveCommand(CLI::App& app, Action& chosen) {
                                    "cambia algo que apenas usas por un zip comprobado, tras preguntarte",
                                    "replace something you rarely use by a verified zip, after asking you");
     const auto arguments = std::make_shared<ArchiveArguments>();
-    command->add_option("path", wordInto(arguments->path), Words{"lo que se archiva", "what to archive"}.in())
+    command
+        ->add_option(Words{"ruta", "path"}.in(), wordInto(arguments->path),
+                     Words{"lo que se archiva", "what to archive"}.in())
         ->type_name(Words{"RUTA", "PATH"}.in())
         ->option_text(Words{"RUTA", "PATH"}.in())
         ->required();

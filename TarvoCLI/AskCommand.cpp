@@ -156,7 +156,7 @@ void addAskCommand(CLI::App& app, Action& chosen) {
                                    "ask what you want to know about Tarvo AI");
     const auto arguments = std::make_shared<AskArguments>();
     command
-        ->add_option("question", wordsInto(arguments->words),
+        ->add_option(Words{"pregunta", "question"}.in(), wordsInto(arguments->words),
                      Words{"con tus palabras, con o sin comillas", "in your words, quoted or not"}.in())
         ->type_name("")
         ->option_text(Words{"PREGUNTA", "QUESTION"}.in())

@@ -3,7 +3,9 @@
 namespace tarvo {
 
 Desk deskOf(const Invocation& invocation, std::string_view command) {
-    return Desk::ofThisMachine(invocation.home, "tarvo " + std::string(command));
+    Desk desk = Desk::ofThisMachine(invocation.home, "tarvo " + std::string(command));
+    desk.installed = invocation.installed;
+    return desk;
 }
 
 std::optional<ExitCode> refuseForeign(const Invocation& invocation) {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "LumoCore/Inventories/InstalledApp.h"
+
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -14,6 +17,8 @@ struct Invocation {
     bool isJson = false;
     bool hasColor = false;
     bool showsProgress = false;
+    /// Read once, whoever of the command asks.
+    std::shared_ptr<const lumo::InstalledApps> installed = {};
 };
 
 enum class Tint { plain, strong, faint, safe, review, problem };

@@ -229,7 +229,7 @@ void addExplainCommand(CLI::App& app, Action& chosen) {
                                    "what folders that nobody recognizes are, and what to do about them");
     const auto arguments = std::make_shared<ExplainArguments>();
     command
-        ->add_option("paths", wordsInto(arguments->words),
+        ->add_option(Words{"rutas", "paths"}.in(), wordsInto(arguments->words),
                      Words{"qué carpetas; sin ninguna, las que el informe no clasifica",
                            "which folders; without any, those that the report does not classify"}
                          .in())

@@ -160,10 +160,12 @@ ScreenLine footLine(const ExplorerView& view) {
         return {.spans = {
                     {" " + lumo::printable(view.message), view.isProblem ? Style::problem : Style::strong}}};
     }
-    return {.spans = {{Words{" ?: ayuda  Espacio: marcar  d: apartar  u: deshacer  i: qué es  q: salir",
-                             " ?: help  Space: mark  d: set aside  u: undo  i: what is it  q: quit"}
-                           .in(),
-                       Style::faint}}};
+    const Words keys = view.columns < narrow
+                           ? Words{" ?: ayuda  d: apartar  i: qué es  q: salir",
+                                   " ?: help  d: set aside  i: what is it  q: quit"}
+                           : Words{" ?: ayuda  Espacio: marcar  d: apartar  u: deshacer  i: qué es  q: salir",
+                                   " ?: help  Space: mark  d: set aside  u: undo  i: what is it  q: quit"};
+    return {.spans = {{keys.in(), Style::faint}}};
 }
 
 ScreenLine plainLine(std::string text, Style style = Style::plain) {

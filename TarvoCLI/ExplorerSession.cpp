@@ -356,7 +356,12 @@ class Session final {
     }
 
     void offerToUndo() {
-        const auto items = undoOffer(desk_);
+        begin(Words{"mirando qué se puede deshacer", "looking what can be undone"}.in(), [this] {
+            return std::function<void()>([this, items = undoOffer(desk_)] { askToUndo(items); });
+        });
+    }
+
+    void askToUndo(const lumo::Result<std::vector<lumo::TrashedItem>>& items) {
         if (!items) {
             return say(items.error().message, true);
         }

@@ -156,7 +156,7 @@ ExitCode runFind(const FindArguments& arguments, const Invocation& invocation) {
 
 void addOptions(CLI::App& command, FindArguments& arguments) {
     command
-        .add_option("kind", wordsInto(arguments.words),
+        .add_option(Words{"clase", "kind"}.in(), wordsInto(arguments.words),
                     Words{"qué buscar y en qué carpetas; qué hay: {}",
                           "what to look for, and in which folders; "
                           "there are: {}"}

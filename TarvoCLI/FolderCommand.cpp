@@ -54,7 +54,8 @@ void addFolderCommand(CLI::App& app, Action& chosen) {
                    "what is inside a folder, largest first");
     const auto path = std::make_shared<std::string>();
     command
-        ->add_option("path", wordInto(*path), Words{"la carpeta, o un archivo", "the folder, or a file"}.in())
+        ->add_option(Words{"ruta", "path"}.in(), wordInto(*path),
+                     Words{"la carpeta, o un archivo", "the folder, or a file"}.in())
         ->type_name("")
         ->option_text(Words{"RUTA", "PATH"}.in())
         ->required();

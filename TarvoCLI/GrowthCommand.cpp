@@ -3,10 +3,12 @@
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/History/GrowthTracker.h"
 #include "LumoCore/History/SnapshotStore.h"
+#include "TarvoCLI/CommandDesk.h"
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/Paragraph.h"
 #include "TarvoCLI/ReportSource.h"
 #include "TarvoCLI/Table.h"
+#include "TarvoModel/Flows/Scanning.h"
 #include "TarvoModel/Showing/GrowthTexts.h"
 
 #include <fmt/format.h>
@@ -61,8 +63,10 @@ ExitCode runGrowth(const ReportSource& source, const Invocation& invocation) {
     const lumo::SnapshotStore store(invocation.home);
     // What cannot be read is no history, as everywhere; a person is told so.
     const auto stored = store.read();
-    const Growth growth =
-        GrowthTracker::growthOf(**report, stored.value_or(std::vector<lumo::DiskSnapshot>()));
+    // A report from a file says nothing of today's files.
+    const lumo::DiskSnapshot now = source.file ? lumo::DiskSnapshot::from(**report)
+                                               : snapshotNow(**report, deskOf(invocation, "growth"));
+    const Growth growth = GrowthTracker::growthOf(now, stored.value_or(std::vector<lumo::DiskSnapshot>()));
     if (invocation.isJson) {
         return print(lumo::dumpJson(lumo::encode(growth), lumo::JsonLayout::indented) + "\n");
     }

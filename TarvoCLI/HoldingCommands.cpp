@@ -227,7 +227,9 @@ void addHoldingCommands(CLI::App& app, Action& chosen) {
         addCommand(app, "restaurar", "restore", "devuelve a su sitio lo que se apartó de esas rutas",
                    "put back what was set aside from these paths");
     const auto paths = std::make_shared<std::vector<std::string>>();
-    restore->add_option("paths", wordsInto(*paths), Words{"dónde estaba", "where it was"}.in())
+    restore
+        ->add_option(Words{"rutas", "paths"}.in(), wordsInto(*paths),
+                     Words{"dónde estaba", "where it was"}.in())
         ->type_name(Words{"RUTA", "PATH"}.in())
         ->option_text(Words{"RUTA...", "PATH..."}.in())
         ->expected(1, CLI::detail::expected_max_vector_size)

@@ -5,9 +5,9 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
-#include "LumoCore/Cleanup/CleanupExecutor.h"
 #include "LumoCore/Cleanup/Holding.h"
 #include "TarvoCLI/Table.h"
+#include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -68,13 +68,8 @@ std::string planText(const std::vector<PlanEntry>& entries, const Invocation& in
 
 std::string deletedPathsText(const std::vector<lumo::CleanupAction>& actions, const Invocation& invocation) {
     std::string shown;
-    for (const lumo::CleanupAction& action : actions) {
-        if (action.safety != lumo::Safety::safe) {
-            continue;
-        }
-        for (const std::string& path : lumo::CleanupExecutor::touchedPaths(action)) {
-            shown += "  " + lumo::printable(lumo::abbreviated(path, invocation.home)) + "\n";
-        }
+    for (const std::string& path : deletedPaths(actions, invocation.home)) {
+        shown += "  " + lumo::printable(path) + "\n";
     }
     return shown.empty() ? shown
                          : tinted(Words{"Se borra ya", "Deleted right away"}.in(), Tint::strong, invocation) +

@@ -54,7 +54,7 @@ ExitCode runScan(const ScanArguments& arguments, const Invocation& invocation) {
     }
     const auto report = std::make_shared<const lumo::ScanReport>(std::move(*measured));
     if (!arguments.isQuick && !arguments.storesNoSnapshot) {
-        storeSnapshot(*report, desk);
+        storeSnapshot(snapshotNow(*report, desk), desk);
     }
     std::string json;
     if (invocation.isJson || arguments.output) {

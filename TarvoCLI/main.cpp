@@ -277,7 +277,8 @@ ExitCode run(int count, char** words) {
     return chosen({.home = *home,
                    .isJson = arguments.isJson,
                    .hasColor = hasColor,
-                   .showsProgress = !arguments.isQuiet && platform::isTerminal(platform::Stream::error)});
+                   .showsProgress = !arguments.isQuiet && platform::isTerminal(platform::Stream::error),
+                   .installed = std::make_shared<const lumo::InstalledApps>(*home)});
 }
 
 } // namespace

@@ -12,6 +12,7 @@
 #include "TarvoMCP/Answers.h"
 #include "TarvoMCP/Lines.h"
 #include "TarvoModel/Flows/CleanupPlanning.h"
+#include "TarvoModel/Flows/Scanning.h"
 
 #include <fmt/format.h>
 
@@ -129,7 +130,8 @@ ToolAnswer whatGrew(Workspace& workspace, const ToolCall& call) {
                              "The earlier scans could not be read: {}."}
                            .with(lumo::reasonText(stored.error())));
     }
-    const lumo::Growth growth = lumo::GrowthTracker::growthOf(**report, *stored);
+    const lumo::Growth growth =
+        lumo::GrowthTracker::growthOf(snapshotNow(**report, workspace.desk()), *stored);
     const GrowthAnswer answer = fitted(*page, [&](const Page& part) {
         GrowthAnswer made{.since = growth.since, .items = growth.items, .moreItems = {}};
         made.moreItems = cut(made.items, part, [](const lumo::GrowthItem& item) { return item.delta; });

@@ -65,11 +65,13 @@ std::string read(std::string_view written, Commands commands) {
 
 std::vector<HelpTopic> makeTopics(Language language, System system) {
     std::vector<HelpTopic> topics;
-    for (const auto rows : {cleaningRows(), placeRows(), usingRows()}) {
+    const bool isLinux = system == System::linux;
+    for (const auto rows :
+         {cleaningRows(), placeRows(), usingRows(), isLinux ? linuxOnlyRows() : std::span<const Row>()}) {
         for (const Row& row : rows) {
             topics.push_back({std::string(row.id), row.question.in(language), row.answer.in(language),
                               split(row.keywords.in(language), ", ")});
-            if (system == System::linux) {
+            if (isLinux) {
                 makeTrueOnLinux(topics.back(), language);
             }
             std::string& answer = topics.back().answer;

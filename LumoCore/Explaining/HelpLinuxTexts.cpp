@@ -14,15 +14,15 @@ std::span<const LinuxRow> linuxRows() {
                      "y decides tú. Gris, «Se conserva»: hay que conservarlo y solo se enseña. Morado, «Sin "
                      "clasificar»: una carpeta grande que no reconozco; en el mapa va además rayada. No "
                      "tienes que fiarte solo del color: un bloque marcado lleva una marca, uno que ahora no "
-                     "se puede limpiar lleva un candado, y al señalar una fila de la lista los demás "
-                     "bloques se ponen más pálidos.",
+                     "se puede limpiar lleva un candado, y al señalar una fila de la lista su bloque queda "
+                     "rodeado por una línea.",
                      "The color tells you how risky it is to delete something. Green, “Recreates itself”: "
                      "it can go without fear. Amber, “Needs a look”: you may need it, so you take a look "
                      "and decide. Gray, “Kept”: it has to be kept and is only shown. Purple, "
                      "“Unclassified”: a large folder I don't recognize; in the map it is striped as well. "
                      "You never have to rely on color alone: a selected block carries a check mark, one "
                      "that can't be cleaned right now carries a lock, and pointing at a row of the list "
-                     "makes the other blocks pale."},
+                     "draws a line around its block."},
           .keywords = {"violeta, lila, amarillo, rojo, colores, rayas, rayada, rayado, se conserva, "
                        "conservar, conserva, sin clasificar, clasificar, clasificada, miralo antes, "
                        "mirar antes, leyenda, pinta, riesgo, gris, grises, amarilla, amarillas",
@@ -231,10 +231,9 @@ std::span<const LinuxRow> linuxRows() {
                "the window doesn't quit: it keeps an eye on the disk to warn you when room runs low. You "
                "switch it on and off in the Settings, where you also choose whether it starts at login. "
                "Your desktop has to have a system tray."},
-          .keywords = {"bandeja del sistema, panel, indicador, ha crecido, crecido, crece, crecimiento, "
-                       "lo que mas ha crecido, al iniciar sesion, arranque, arrancar, al encender",
-                       "system tray, panel, indicator, grew, grown, grew most, growth, growing, start at "
-                       "login, startup, autostart, boot, got bigger"}},
+          .keywords = {"bandeja del sistema, panel, indicador, al iniciar sesion, arranque, arrancar, al "
+                       "encender",
+                       "system tray, panel, indicator, start at login, startup, autostart, boot"}},
          {.id = "ajustes",
           .keywords = {"rueda dentada, engranaje, tema, claro, oscuro, oscura, aspecto, apariencia, "
                        "tamano del texto, letra, letras, carpetas protegidas, proteger, protejo, carpeta "
@@ -329,12 +328,16 @@ std::span<const LinuxRow> linuxRows() {
           .answer =
               {"Sí. Ctrl+R vuelve a analizar, Ctrl+Mayús+S marca solo lo que se regenera solo, Ctrl y "
                "Retroceso pide limpiar lo marcado (y siempre pregunta antes), Ctrl+Z deshace la última "
-               "limpieza, Ctrl+F busca, F1 abre esta ayuda y Esc sale del bloque que abriste con la lupa. "
+               "limpieza, Ctrl+F busca, Ctrl+O y Ctrl+S abren y guardan un informe, Ctrl+H y Ctrl+G abren "
+               "el Historial y el Crecimiento, F1 abre esta ayuda y Esc sale del bloque que abriste con la "
+               "lupa. "
                "Con las flechas te mueves por la lista y por el mapa, y la barra espaciadora marca o "
                "desmarca. La ventana entera se puede manejar con el teclado, sin ratón.",
                "Yes. Ctrl+R analyzes again, Ctrl+Shift+S selects only what recreates itself, Ctrl and "
                "Backspace asks to clean what is selected (and always checks with you first), Ctrl+Z undoes "
-               "the last cleanup, Ctrl+F searches, F1 opens this help and Esc leaves the block you opened "
+               "the last cleanup, Ctrl+F searches, Ctrl+O and Ctrl+S open and save a report, Ctrl+H and "
+               "Ctrl+G open the History and the Growth, F1 opens this help and Esc leaves the block you "
+               "opened "
                "with the magnifier. The arrow keys move through the list and the map, and the space bar "
                "selects or deselects. The whole window can be used from the keyboard, without a mouse."},
           .keywords = {"ctrl, control, combinacion, raton", "ctrl, control key, keyboard only, mouse"}},
@@ -403,6 +406,41 @@ std::span<const LinuxRow> linuxRows() {
                        "analizo, parar, detener, buscando tambien, atascado, congelado, espera",
                        "slowly, long, so long, scan, scanning, scans, analyze, analyze again, analysis, "
                        "stop, also searching, hangs, hanging, waiting, rescan, refresh"}}});
+    return rows;
+}
+
+std::span<const Row> linuxOnlyRows() {
+    static constexpr auto rows = std::to_array<Row>(
+        {{.id = "historial",
+          .question = {"¿Dónde veo lo que hizo cada limpieza?", "Where do I see what each cleanup did?"},
+          .answer = {"En el Historial, que se abre con Ctrl+H o desde el menú de la ventana principal. Lista "
+                     "todas las limpiezas con su fecha y lo que liberó cada una; al elegir una ves qué fue "
+                     "de cada cosa. Lo que sigue apartado puedes devolverlo suelto a su sitio, sin deshacer "
+                     "lo demás, y lo que falló dice por qué.[ Sin ventanas: «tarvo historial».]",
+                     "In the History, which opens with Ctrl+H or from the menu of the main window. It lists "
+                     "all cleanups with their dates and what each one freed; choose one to see what became "
+                     "of each thing. What is still set aside you can put back on its own, without undoing "
+                     "the rest, and what failed says why.[ Without windows: “tarvo history”.]"},
+          .keywords = {"historial, hizo cada limpieza, limpiezas anteriores, que borro, que se "
+                       "borro, devolver una sola cosa",
+                       "history, did each cleanup, past cleanups, earlier cleanups, log, what was deleted, "
+                       "put one thing back"}},
+         {.id = "crecimiento",
+          .question = {"¿Cómo veo qué ha ido creciendo?", "How do I see what has been growing?"},
+          .answer = {"En la ventana Crecimiento, que se abre con Ctrl+G o desde el menú. De cada análisis "
+                     "completo se guarda cuánto ocupaba cada cosa, y aquí cada una tiene su línea: cuánto "
+                     "ha subido o bajado desde el primero, qué es nuevo y qué ha encogido. Al elegir una "
+                     "fila se ve su evolución. Lo que más ha subido sale además al final de la lista "
+                     "principal.[ Sin ventanas: «tarvo crecimiento».]",
+                     "In the Growth window, which opens with Ctrl+G or from the menu. Each full scan "
+                     "stores how much everything took, and here each thing has its line: how far it went "
+                     "up or down since the first one, what is new and what shrank. Choose a row to see it "
+                     "over time. What grew most also stands at the end of the main list.[ Without windows: "
+                     "“tarvo growth”.]"},
+          .keywords = {"crecimiento, creciendo, evolucion, ha crecido, crecido, crece, lo que mas ha crecido "
+                       "desde, con el tiempo, ha subido, ha encogido, grafica",
+                       "growth, growing, over time, grew, grown, grew most since, got bigger, trend, chart, "
+                       "shrank, went up"}}});
     return rows;
 }
 

@@ -26,6 +26,8 @@ struct LinuxRow {
 };
 
 std::span<const LinuxRow> linuxRows();
+/// Topics that only Linux has, after all others.
+std::span<const Row> linuxOnlyRows();
 
 /// In the order of the catalogue: what a cleanup means, what is cleaned where, and everything around it.
 std::span<const Row> cleaningRows();

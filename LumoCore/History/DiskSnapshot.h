@@ -1,10 +1,12 @@
 #pragma once
 
+#include "LumoCore/Inventories/DetailItem.h"
 #include "LumoCore/Scanning/ScanReport.h"
 
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace lumo {
 
@@ -20,8 +22,10 @@ struct DiskSnapshot {
         std::tuple{field("date", &DiskSnapshot::date), field("freeBytes", &DiskSnapshot::freeBytes),
                    field("sizes", &DiskSnapshot::sizes), field("names", &DiskSnapshot::names)};
 
-    /// The findings, the projects' artifacts and the unclassified folders of the report.
-    static DiskSnapshot from(const ScanReport& report);
+    /// The findings, the projects' artifacts and the unclassified folders of the report, and the items of
+    /// what was looked at more closely. Of each of these kinds the prefix of its ids is kept as well, with 0
+    /// bytes: that tells an item that is new from one that nobody looked for.
+    static DiskSnapshot from(const ScanReport& report, const std::vector<Inventory>& inventories = {});
 
     friend bool operator==(const DiskSnapshot&, const DiskSnapshot&) = default;
 };

@@ -7,8 +7,10 @@
 
 namespace lumo::GrowthTracker {
 
-bool countsFromZero(const std::string& id) {
-    return id.starts_with(artifactIDPrefix) || id.starts_with(unclassifiedIDPrefix);
+bool countsFromZero(const std::string& id, const DiskSnapshot& snapshot) {
+    const auto kind = inventoryKindOfID(id);
+    return kind ? snapshot.sizes.contains(std::string(idPrefixOf(*kind)))
+                : id.starts_with(artifactIDPrefix) || id.starts_with(unclassifiedIDPrefix);
 }
 
 std::int64_t difference(std::int64_t current, std::int64_t previous) {
@@ -41,7 +43,7 @@ std::vector<GrowthItem> compare(const DiskSnapshot& now, const DiskSnapshot& bas
     std::vector<GrowthItem> items;
     for (const auto& [id, current] : now.sizes) {
         const auto known = baseline.sizes.find(id);
-        if (known == baseline.sizes.end() && !countsFromZero(id)) {
+        if (known == baseline.sizes.end() && !countsFromZero(id, baseline)) {
             continue;
         }
         const std::int64_t delta = difference(current, known != baseline.sizes.end() ? known->second : 0);
@@ -54,12 +56,12 @@ std::vector<GrowthItem> compare(const DiskSnapshot& now, const DiskSnapshot& bas
     return items;
 }
 
-Growth growthOf(const ScanReport& report, const std::vector<DiskSnapshot>& stored) {
-    const auto since = baseline(stored, report.scannedAt, baselineAge);
+Growth growthOf(const DiskSnapshot& now, const std::vector<DiskSnapshot>& stored) {
+    const auto since = baseline(stored, now.date, baselineAge);
     if (!since) {
         return {};
     }
-    return {since->date, compare(DiskSnapshot::from(report), *since, smallestGrowth)};
+    return {since->date, compare(now, *since, smallestGrowth)};
 }
 
 } // namespace lumo::GrowthTracker

@@ -49,9 +49,10 @@ inline constexpr std::size_t snapshotsKept = 60;
 std::optional<DiskSnapshot> baseline(const std::vector<DiskSnapshot>& snapshots, Date now,
                                      std::chrono::seconds age);
 
-/// True for what took nothing where a snapshot does not know it: an artifact or an unclassified folder. A
-/// rule that is new in a release finds what was there all the time.
-bool countsFromZero(const std::string& id);
+/// True for what took nothing where that snapshot does not know it: an artifact or an unclassified folder,
+/// and an item of a kind that was looked for. A rule that is new in a release finds what was there all the
+/// time.
+bool countsFromZero(const std::string& id, const DiskSnapshot& snapshot);
 
 /// The difference, or the number nearest to it when it does not fit: sizes may come from anybody's file.
 std::int64_t difference(std::int64_t current, std::int64_t previous);
@@ -60,8 +61,8 @@ std::int64_t difference(std::int64_t current, std::int64_t previous);
 /// baseline does not know counts from zero, or is left out when it does not, see `countsFromZero`.
 std::vector<GrowthItem> compare(const DiskSnapshot& now, const DiskSnapshot& baseline, std::int64_t minimum);
 
-/// What grew in the report since the baseline among the stored snapshots, by the limits above.
-Growth growthOf(const ScanReport& report, const std::vector<DiskSnapshot>& stored);
+/// What grew since the baseline among the stored snapshots, by the limits above.
+Growth growthOf(const DiskSnapshot& now, const std::vector<DiskSnapshot>& stored);
 
 } // namespace GrowthTracker
 

@@ -113,10 +113,8 @@ AppStatus::AppStatus(std::vector<InstalledApp> installed, std::vector<DesktopEnt
                      std::vector<platform::RunningProcess> processes)
     : installed_(std::move(installed)), entries_(std::move(entries)), processes_(std::move(processes)) {}
 
-AppStatus AppStatus::ofThisMachine(const std::string& home) {
-    std::vector<DesktopEntry> entries = desktopEntriesIn(desktopDataFolders(home));
-    std::vector<InstalledApp> installed = InstalledApp::scan(home, entries);
-    return {std::move(installed), std::move(entries), platform::runningProcesses()};
+AppStatus AppStatus::ofThisMachine(const InstalledApps& installed) {
+    return {installed.apps(), installed.entries(), platform::runningProcesses()};
 }
 
 bool AppStatus::isRunning(const std::string& bundleID) const {

@@ -18,7 +18,7 @@ class AppStatus final {
               std::vector<platform::RunningProcess> processes);
 
     /// The state of this machine now.
-    static AppStatus ofThisMachine(const std::string& home);
+    static AppStatus ofThisMachine(const InstalledApps& installed);
 
     /// True when the application with that identifier was running. An application is known by the names of
     /// its processes, by the program of its desktop entry or the folder of that, or by the unit that the

@@ -187,7 +187,11 @@ std::optional<std::string> uninstalledIn(const std::vector<std::string>& folders
 } // namespace
 
 Installed Installed::ofThisMachine(const std::string& home) {
-    Installed installed{.apps = InstalledApp::scan(home)};
+    return ofThisMachine(home, InstalledApp::scan(home));
+}
+
+Installed Installed::ofThisMachine(const std::string& home, std::vector<InstalledApp> apps) {
+    Installed installed{.apps = std::move(apps)};
     if (currentSystem() == System::macos) {
         return installed;
     }

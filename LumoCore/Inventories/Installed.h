@@ -26,6 +26,8 @@ struct Installed {
 
     /// What is installed here. On a Mac the applications alone.
     static Installed ofThisMachine(const std::string& home);
+    /// The same for whoever has read the applications already.
+    static Installed ofThisMachine(const std::string& home, std::vector<InstalledApp> apps);
 
     /// The application that a folder of that name belongs to. On a Mac `InstalledApp::related`. On Linux a
     /// name counts only as whole words: the application's, the last part of its identifier, or its program's,

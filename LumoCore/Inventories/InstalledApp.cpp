@@ -88,6 +88,23 @@ std::vector<std::string> InstalledApp::aliases() const {
     return forms;
 }
 
+const std::vector<DesktopEntry>& InstalledApps::entries() const {
+    read();
+    return entries_;
+}
+
+const std::vector<InstalledApp>& InstalledApps::apps() const {
+    read();
+    return apps_;
+}
+
+void InstalledApps::read() const {
+    std::call_once(isRead_, [this] {
+        entries_ = desktopEntriesIn(desktopDataFolders(home_));
+        apps_ = InstalledApp::scan(home_, entries_);
+    });
+}
+
 std::vector<InstalledApp> InstalledApp::scan(const std::string& home) {
     return scan(home, desktopEntriesIn(desktopDataFolders(home)));
 }

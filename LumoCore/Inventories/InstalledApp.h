@@ -4,9 +4,11 @@
 #include "LumoCore/Inventories/DesktopEntry.h"
 
 #include <array>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace lumo {
@@ -59,6 +61,25 @@ struct InstalledApp {
     static std::string normalize(std::string_view text);
 
     friend bool operator==(const InstalledApp&, const InstalledApp&) = default;
+};
+
+/// The applications and desktop entries of this machine, read when somebody first asks and kept from then on:
+/// for one command or one pass of a window. May be asked by several threads at once.
+class InstalledApps final {
+  public:
+    explicit InstalledApps(std::string home) : home_(std::move(home)) {}
+
+    const std::vector<DesktopEntry>& entries() const;
+    /// What `InstalledApp::scan` gives.
+    const std::vector<InstalledApp>& apps() const;
+
+  private:
+    void read() const;
+
+    const std::string home_;
+    mutable std::once_flag isRead_;
+    mutable std::vector<DesktopEntry> entries_;
+    mutable std::vector<InstalledApp> apps_;
 };
 
 } // namespace lumo

@@ -1,7 +1,6 @@
 #include "LumoCore/Scanning/TreeFiller.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace lumo {
 
@@ -27,12 +26,7 @@ void TreeFiller::enter(std::string_view name, const EntrySums& own, std::uint8_t
 void TreeFiller::leave() {
     const Open left = around_.back();
     around_.pop_back();
-    grow(left);
-    if (!around_.empty()) {
-        around_.back().found += left.found;
-    } else if (left.found != EntrySums()) {
-        batch_.changes.push_back({left.place.index, left.found, true});
-    }
+    grow(left, around_.empty() ? nullptr : &around_.back());
     handOverNowAndThen();
 }
 
@@ -67,12 +61,14 @@ EntryIndex TreeFiller::folderAt(std::size_t level) {
     return around_[std::min(level, around_.size() - 1)].place.index;
 }
 
-/// Adds to the folder what was found in it.
-void TreeFiller::grow(const Open& folder) {
+/// Adds to the folder what was found in it. The folders around one that the tree has grow there: it may have
+/// been taken out meanwhile, and then they must not.
+void TreeFiller::grow(const Open& folder, Open* around) {
     if (folder.place.isInBatch) {
         batch_.entries[folder.place.index].sums += folder.found;
+        around->found += folder.found;
     } else if (folder.found != EntrySums()) {
-        batch_.changes.push_back({folder.place.index, folder.found, false});
+        grow(folder.place.index, folder.found);
     }
 }
 
@@ -85,14 +81,8 @@ void TreeFiller::handOverNowAndThen() {
 void TreeFiller::handOver() {
     newsTold_ = tree_.newsAsked();
     for (std::size_t level = around_.size(); level > 0; --level) {
-        Open& folder = around_[level - 1];
-        grow(folder);
-        const EntrySums found = std::exchange(folder.found, {});
-        if (level > 1) {
-            around_[level - 2].found += found;
-        } else if (found != EntrySums()) {
-            batch_.changes.push_back({folder.place.index, found, true});
-        }
+        grow(around_[level - 1], level > 1 ? &around_[level - 2] : nullptr);
+        around_[level - 1].found = {};
     }
     if (batch_.isEmpty()) {
         return;

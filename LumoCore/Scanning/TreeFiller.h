@@ -49,7 +49,7 @@ class TreeFiller final {
         EntrySums found = {}; ///< In it and below, and not handed over yet.
     };
 
-    void grow(const Open& folder);
+    void grow(const Open& folder, Open* around);
     void note(TreeBatch::Place place, const SharedFile& shared);
     void handOverNowAndThen();
 

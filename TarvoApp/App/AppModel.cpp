@@ -23,12 +23,13 @@ AppModel::AppModel(AppServices services, QObject* parent)
       settings_(services_.desk.home, keepingIn(services_.mode)), background_(threads), activity_(this),
       question_(this), ground_{services_, settings_, background_, activity_, question_}, volumes_(ground_),
       scanning_(ground_, volumes_), ticked_(ground_), items_(ground_, ticked_), explaining_(ground_),
-      preview_(services_.preview, ground_.shownHome()),
-      places_(ground_, ticked_, explaining_, scanning_, volumes_, preview_), growth_(ground_),
+      preview_(services_.preview, ground_.shownHome()), list_(ground_, ticked_, explaining_),
+      places_(ground_, ticked_, explaining_, list_, scanning_, volumes_, preview_), growth_(ground_),
       celebrating_(ground_), holding_(ground_, scanning_, ticked_, celebrating_),
       history_(ground_, holding_, ground_.shownHome()),
       cleaning_(ground_, scanning_, ticked_, volumes_, celebrating_),
       photos_(ground_, cleaning_, preview_, ground_.shownHome()), archiving_(ground_, places_, scanning_),
+      files_(ground_, scanning_, ticked_), picking_(ground_, ground_.shownHome()),
       monitor_(ground_, volumes_, scanning_, ticked_, cleaning_), login_(ground_),
       help_([this] { return explaining_.helpSources(); }),
       agents_(services_.desk.home, isDemo() ? AgentDesk::Access::none : AgentDesk::Access::full),
@@ -79,7 +80,9 @@ void AppModel::begin() {
 }
 
 void AppModel::take(const std::shared_ptr<ScanResult>& result) {
-    volumes_.take(result->report->volume);
+    if (!result->isFromFile) {
+        volumes_.take(result->report->volume);
+    }
     if (result->growth) {
         growth_.take(std::move(*result->growth));
     }

@@ -5,6 +5,7 @@
 #include "TarvoApp/App/CelebrationDesk.h"
 #include "TarvoApp/App/CleaningDesk.h"
 #include "TarvoApp/App/ExplainingDesk.h"
+#include "TarvoApp/App/FilesDesk.h"
 #include "TarvoApp/App/Ground.h"
 #include "TarvoApp/App/GrowthDesk.h"
 #include "TarvoApp/App/HelpDesk.h"
@@ -14,6 +15,7 @@
 #include "TarvoApp/App/LoginDesk.h"
 #include "TarvoApp/App/MonitorDesk.h"
 #include "TarvoApp/App/PhotosDesk.h"
+#include "TarvoApp/App/PickDesk.h"
 #include "TarvoApp/App/PlacesDesk.h"
 #include "TarvoApp/App/PreviewDesk.h"
 #include "TarvoApp/App/ScanningDesk.h"
@@ -50,6 +52,7 @@ class AppModel final : public QObject {
     Q_PROPERTY(tarvo::ItemsDesk* items READ items CONSTANT)
     Q_PROPERTY(tarvo::ExplainingDesk* explaining READ explaining CONSTANT)
     Q_PROPERTY(tarvo::PlacesDesk* places READ places CONSTANT)
+    Q_PROPERTY(tarvo::ListDesk* list READ list CONSTANT)
     /// The list's and the map's own, which most views want.
     Q_PROPERTY(tarvo::RowList* rows READ rows CONSTANT)
     Q_PROPERTY(tarvo::MapModel* map READ map CONSTANT)
@@ -60,6 +63,8 @@ class AppModel final : public QObject {
     Q_PROPERTY(tarvo::CleaningDesk* cleaning READ cleaning CONSTANT)
     Q_PROPERTY(tarvo::PhotosDesk* photos READ photos CONSTANT)
     Q_PROPERTY(tarvo::ArchivingDesk* archiving READ archiving CONSTANT)
+    Q_PROPERTY(tarvo::FilesDesk* files READ files CONSTANT)
+    Q_PROPERTY(tarvo::PickDesk* picking READ picking CONSTANT)
     Q_PROPERTY(tarvo::MonitorDesk* monitor READ monitor CONSTANT)
     Q_PROPERTY(tarvo::LoginDesk* login READ login CONSTANT)
     Q_PROPERTY(tarvo::HelpDesk* help READ help CONSTANT)
@@ -91,7 +96,8 @@ class AppModel final : public QObject {
     [[nodiscard]] ItemsDesk* items() { return &items_; }
     [[nodiscard]] ExplainingDesk* explaining() { return &explaining_; }
     [[nodiscard]] PlacesDesk* places() { return &places_; }
-    [[nodiscard]] RowList* rows() { return places_.rows(); }
+    [[nodiscard]] ListDesk* list() { return &list_; }
+    [[nodiscard]] RowList* rows() { return list_.rows(); }
     [[nodiscard]] MapModel* map() { return places_.map(); }
     [[nodiscard]] GrowthDesk* growth() { return &growth_; }
     [[nodiscard]] CelebrationDesk* celebrating() { return &celebrating_; }
@@ -100,6 +106,8 @@ class AppModel final : public QObject {
     [[nodiscard]] CleaningDesk* cleaning() { return &cleaning_; }
     [[nodiscard]] PhotosDesk* photos() { return &photos_; }
     [[nodiscard]] ArchivingDesk* archiving() { return &archiving_; }
+    [[nodiscard]] FilesDesk* files() { return &files_; }
+    [[nodiscard]] PickDesk* picking() { return &picking_; }
     [[nodiscard]] MonitorDesk* monitor() { return &monitor_; }
     [[nodiscard]] LoginDesk* login() { return &login_; }
     [[nodiscard]] HelpDesk* help() { return &help_; }
@@ -128,6 +136,7 @@ class AppModel final : public QObject {
     ItemsDesk items_;
     ExplainingDesk explaining_;
     PreviewDesk preview_;
+    ListDesk list_;
     PlacesDesk places_;
     GrowthDesk growth_;
     CelebrationDesk celebrating_;
@@ -136,6 +145,8 @@ class AppModel final : public QObject {
     CleaningDesk cleaning_;
     PhotosDesk photos_;
     ArchivingDesk archiving_;
+    FilesDesk files_;
+    PickDesk picking_;
     MonitorDesk monitor_;
     LoginDesk login_;
     HelpDesk help_;

@@ -101,7 +101,7 @@ AppServices AppServices::ofThisMachine(const std::string& home, const RunMode& m
             .notify = [](const Notification&) {},
             .startsAtLogin = [] { return false; },
             .setStartAtLogin = [](bool) { return std::nullopt; },
-            .drawCard = [](const ShareStats&) { return QImage(); },
+            .drawCard = [](const ShareStats&, CardLook) { return QImage(); },
             .saveCard = [](const QImage&) { return lumo::Result<void>(); },
             .copyCard = [](const QImage&) {}};
 }

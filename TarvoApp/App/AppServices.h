@@ -52,7 +52,7 @@ struct AppServices {
     /// In the background: why that could not be changed; absent when it was.
     std::function<std::optional<std::string>(bool on)> setStartAtLogin;
     /// In the background.
-    std::function<QImage(const ShareStats&)> drawCard;
+    std::function<QImage(const ShareStats&, CardLook)> drawCard;
     /// In the background: a failure says to the user why the card could not be saved.
     std::function<lumo::Result<void>(const QImage&)> saveCard;
     std::function<void(const QImage&)> copyCard;

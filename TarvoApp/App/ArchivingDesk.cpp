@@ -36,7 +36,7 @@ ArchivingDesk::ArchivingDesk(const Ground& ground, const PlacesDesk& places, Sca
 
 void ArchivingDesk::requestArchive(const QString& key) {
     const std::string path = places_.pathOf(key);
-    if (path.empty() || ground_.activity.isBusy() || ground_.isOnlyDemo()) {
+    if (path.empty() || ground_.activity.isBusy() || scanning_.isOnlyToLookAt() || ground_.isOnlyDemo()) {
         return;
     }
     const auto task = ground_.activity.begin(

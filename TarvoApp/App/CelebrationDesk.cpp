@@ -16,14 +16,15 @@ void CelebrationDesk::take(const ShareStats& stats) {
 
 void CelebrationDesk::celebrate(const ShareStats& stats) {
     lastShare_ = stats;
-    ground_.background.start(
-        [this, stats, draw = ground_.services.drawCard](const std::stop_token&) -> Background::Apply {
-            return [this, stats, card = draw(stats)] {
-                celebration_ = stats;
-                image_ = card;
-                emit changed();
-            };
-        });
+    ground_.background.start([this, stats,
+                              draw = ground_.services.drawCard](const std::stop_token&) -> Background::Apply {
+        return [this, stats, card = draw(stats, CardLook::light), darkCard = draw(stats, CardLook::dark)] {
+            celebration_ = stats;
+            image_ = card;
+            darkImage_ = darkCard;
+            emit changed();
+        };
+    });
 }
 
 void CelebrationDesk::addEmptied(std::int64_t freed) {
@@ -41,14 +42,15 @@ void CelebrationDesk::forget() {
 void CelebrationDesk::closeCelebration() {
     celebration_.reset();
     image_ = {};
+    darkImage_ = {};
     emit changed();
 }
 
-void CelebrationDesk::saveShareImage() {
+void CelebrationDesk::saveShareImage(bool isDark) {
     if (image_.isNull() || ground_.isOnlyDemo()) {
         return;
     }
-    ground_.background.start([this, image = image_,
+    ground_.background.start([this, image = isDark ? darkImage_ : image_,
                               save = ground_.services.saveCard](const std::stop_token&) -> Background::Apply {
         return [this, saved = save(image)] {
             ground_.activity.say(saved ? imageSavedText() : saved.error().message);
@@ -56,9 +58,9 @@ void CelebrationDesk::saveShareImage() {
     });
 }
 
-void CelebrationDesk::copyCelebrationImage() {
+void CelebrationDesk::copyCelebrationImage(bool isDark) {
     if (!image_.isNull()) {
-        ground_.services.copyCard(image_);
+        ground_.services.copyCard(isDark ? darkImage_ : image_);
         ground_.activity.say(imageCopiedText());
     }
 }

@@ -16,6 +16,8 @@ class CelebrationDesk final : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool celebration READ isCelebrating NOTIFY changed)
     Q_PROPERTY(QImage celebrationImage READ celebrationImage NOTIFY changed)
+    /// The same card for a dark window.
+    Q_PROPERTY(QImage darkImage READ darkImage NOTIFY changed)
     Q_PROPERTY(QString celebrationText READ celebrationText NOTIFY changed)
 
   public:
@@ -30,13 +32,15 @@ class CelebrationDesk final : public QObject {
     /// It was undone.
     void forget();
     Q_INVOKABLE void closeCelebration();
-    Q_INVOKABLE void saveShareImage();
-    Q_INVOKABLE void copyCelebrationImage();
+    /// The card as it is seen, which may be the dark one.
+    Q_INVOKABLE void saveShareImage(bool isDark = false);
+    Q_INVOKABLE void copyCelebrationImage(bool isDark = false);
 
     [[nodiscard]] const std::optional<ShareStats>& lastShare() const { return lastShare_; }
     [[nodiscard]] bool isCelebrating() const { return celebration_.has_value(); }
     [[nodiscard]] QString celebrationText() const;
     [[nodiscard]] const QImage& celebrationImage() const { return image_; }
+    [[nodiscard]] const QImage& darkImage() const { return darkImage_; }
 
   signals:
     void changed();
@@ -46,6 +50,7 @@ class CelebrationDesk final : public QObject {
     std::optional<ShareStats> lastShare_;
     std::optional<ShareStats> celebration_;
     QImage image_;
+    QImage darkImage_;
 };
 
 } // namespace tarvo

@@ -20,7 +20,9 @@ CleaningDesk::CleaningDesk(const Ground& ground, ScanningDesk& scanning, TickedD
       celebration_(celebration) {
     connect(&ground.question, &QuestionDesk::accepted, this, [this](const Asked& agreed) {
         if (const auto* const asked = std::get_if<asked::Clean>(&agreed)) {
-            begin({.actions = asked->actions, .shown = asked->shown});
+            const asked::FromFile file = asked->file.value_or(asked::FromFile());
+            begin({.what = {.actions = asked->actions, .shown = asked->shown, .refused = file.refused},
+                   .plan = file.plan});
         }
     });
     connect(&ground.activity, &Activity::phaseChanged, this, &CleaningDesk::changed);
@@ -55,7 +57,12 @@ void CleaningDesk::requestClean() {
                               .lifetimeBefore = 0}));
         return;
     }
-    ground_.question.ask(asked::Clean{.actions = ticked.actions, .shown = ticked.shown});
+    asked::Clean question{.actions = ticked.actions, .shown = ticked.shown};
+    if (scanning_.isFromFile()) {
+        question.file = asked::FromFile{.name = scanning_.fileName(),
+                                        .deleted = deletedPaths(ticked.actions, ground_.services.desk.home)};
+    }
+    ground_.question.ask(std::move(question));
 }
 
 void CleaningDesk::requestClean(const std::vector<std::string>& items, const Asks& asks) {
@@ -82,7 +89,7 @@ void CleaningDesk::ask(const Plan& plan, const Asks& asks) {
     }
 }
 
-void CleaningDesk::begin(const Agreement& agreed) {
+void CleaningDesk::begin(const Agreed& agreed) {
     if (ground_.isDemo()) {
         return;
     }
@@ -96,16 +103,17 @@ void CleaningDesk::begin(const Agreement& agreed) {
     cleanAgreed(agreed);
 }
 
-void CleaningDesk::cleanAgreed(const Agreement& agreed) {
+void CleaningDesk::cleanAgreed(const Agreed& agreed) {
     freeBeforeLastCleanup_ = volumes_.freeNow().value_or(0);
     run(
         [agreed](PlanRequest request, const Desk& desk, const CleanupWatch& watch) {
-            for (const lumo::CleanupAction& action : agreed.actions) {
-                if (lumo::inventoryKindOfID(action.id)) {
+            for (const lumo::CleanupAction& action : agreed.what.actions) {
+                if (!agreed.plan && lumo::inventoryKindOfID(action.id)) {
                     request.items.push_back(action.id);
                 }
             }
-            return tarvo::clean(request, agreed, desk, watch);
+            return tarvo::clean(agreed.plan ? requestForSaved(*agreed.plan, request) : request, agreed.what,
+                                desk, watch);
         },
         [this](const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after) {
             cleaned(result, after);

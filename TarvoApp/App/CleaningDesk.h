@@ -60,8 +60,13 @@ class CleaningDesk final : public QObject {
         std::function<lumo::Result<Cleaned>(const PlanRequest&, const Desk&, const CleanupWatch&)>;
     using WhenCleaned = std::function<void(const lumo::Result<Cleaned>&, const lumo::VolumeInfo& after)>;
     void ask(const Plan& plan, const Asks& asks);
-    void begin(const Agreement& agreed);
-    void cleanAgreed(const Agreement& agreed);
+    /// What the user agreed to.
+    struct Agreed {
+        Agreement what;
+        std::optional<std::vector<lumo::PlanEntry>> plan = {}; ///< Of a file; absent for the window's own.
+    };
+    void begin(const Agreed& agreed);
+    void cleanAgreed(const Agreed& agreed);
     void run(const Cleanup& cleanup, const WhenCleaned& whenDone);
     void cleaned(const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after);
     /// What is done goes from list and map while the rest is still cleaned.
@@ -75,7 +80,7 @@ class CleaningDesk final : public QObject {
     const VolumesDesk& volumes_;
     CelebrationDesk& celebration_;
     /// What the user agreed to and waits for the scan in hand to end.
-    std::optional<Agreement> waiting_;
+    std::optional<Agreed> waiting_;
     QString inHand_;
     std::int64_t freeBeforeLastCleanup_ = 0;
     std::vector<lumo::CleanupOutcome> lastOutcomes_;

@@ -22,7 +22,7 @@ AppServices desktopServices(const std::string& home, const RunMode& mode, Notifi
         const lumo::Result<void> changed = LoginItem::set(home, program, on, settings);
         return changed ? std::nullopt : std::optional(changed.error().message);
     };
-    services.drawCard = [](const ShareStats& stats) { return ShareCard::drawn(stats); };
+    services.drawCard = [](const ShareStats& stats, CardLook look) { return ShareCard::drawn(stats, look); };
     services.saveCard = [home, now = services.desk.now](const QImage& image) {
         return ShareCard::save(image, home, now());
     };

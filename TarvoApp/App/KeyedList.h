@@ -21,7 +21,7 @@ class KeyedList : public QAbstractListModel {
 
     [[nodiscard]] int count() const { return static_cast<int>(items_.size()); }
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override {
-        return parent.isValid() ? 0 : count();
+        return parent.isValid() ? 0 : count() + spare_;
     }
 
   protected:
@@ -47,6 +47,20 @@ class KeyedList : public QAbstractListModel {
         arrange(std::move(wanted));
     }
 
+    /// From now on rows that are not needed stay behind the others, as spare ones without an item: what views
+    /// have made for a row is kept, since making it is what costs. `shownRole` is how they tell them apart;
+    /// it is told last of a row that gets an item, and alone of one that loses its own.
+    void keepSpare(int shownRole, const QList<int>& otherRoles) {
+        shownRole_ = shownRole;
+        otherRoles_ = otherRoles;
+    }
+    /// Adds so many spare rows.
+    void addSpare(int rows) {
+        beginInsertRows({}, rowCount(), rowCount() + rows - 1);
+        spare_ += rows;
+        endInsertRows();
+    }
+
     /// Other items are about to stand at the places of those that are shown.
     virtual void willReplace() {}
 
@@ -70,25 +84,84 @@ class KeyedList : public QAbstractListModel {
         return static_cast<std::size_t>(shared) * 2 < wanted.size();
     }
 
+    [[nodiscard]] bool keepsSpare() const { return shownRole_ >= 0; }
+
+    void tellShown(int first, int last) {
+        if (first <= last) {
+            emit dataChanged(index(first), index(last), otherRoles_);
+            emit dataChanged(index(first), index(last), {shownRole_});
+        }
+    }
+    void tellSpare(int first, int last) {
+        if (first <= last) {
+            emit dataChanged(index(first), index(last), {shownRole_});
+        }
+    }
+
     /// Views keep what they have made for each place, since making it is what costs.
     void replaceAll(std::vector<Item> wanted) {
         const int before = count();
+        const int rows = rowCount();
         const int after = static_cast<int>(wanted.size());
-        const int both = std::min(before, after);
-        if (before > after) {
+        if (before > after && !keepsSpare()) {
             beginRemoveRows({}, after, before - 1);
             items_.resize(wanted.size());
             endRemoveRows();
         }
-        std::move(wanted.begin(), wanted.begin() + both, items_.begin());
-        if (both > 0) {
+        const int reused = std::min(rows, after);
+        items_.assign(std::make_move_iterator(wanted.begin()),
+                      std::make_move_iterator(wanted.begin() + reused));
+        spare_ = keepsSpare() ? rows - reused : 0;
+        if (const int both = std::min(before, after); both > 0) {
             emit dataChanged(index(0), index(both - 1));
         }
-        if (after > before) {
-            beginInsertRows({}, before, after - 1);
-            std::move(wanted.begin() + both, wanted.end(), std::back_inserter(items_));
+        tellShown(before, reused - 1);
+        if (keepsSpare()) {
+            tellSpare(after, before - 1);
+        }
+        if (after > rows) {
+            beginInsertRows({}, rows, after - 1);
+            std::move(wanted.begin() + reused, wanted.end(), std::back_inserter(items_));
             endInsertRows();
         }
+    }
+
+    void remove(int at) {
+        const int last = rowCount() - 1;
+        if (!keepsSpare()) {
+            beginRemoveRows({}, at, at);
+            items_.erase(items_.begin() + at);
+            endRemoveRows();
+            return;
+        }
+        if (at < last) {
+            beginMoveRows({}, at, at, {}, last + 1);
+        }
+        items_.erase(items_.begin() + at);
+        ++spare_;
+        if (at < last) {
+            endMoveRows();
+        }
+        tellSpare(last, last);
+    }
+
+    void insert(int place, Item item) {
+        if (spare_ == 0) {
+            beginInsertRows({}, place, place);
+            items_.insert(items_.begin() + place, std::move(item));
+            endInsertRows();
+            return;
+        }
+        const int from = count();
+        if (from != place) {
+            beginMoveRows({}, from, from, {}, place);
+        }
+        items_.insert(items_.begin() + place, std::move(item));
+        --spare_;
+        if (from != place) {
+            endMoveRows();
+        }
+        tellShown(place, place);
     }
 
     void removeGone(const std::vector<Item>& wanted) {
@@ -98,9 +171,7 @@ class KeyedList : public QAbstractListModel {
         }
         for (int at = count() - 1; at >= 0; --at) {
             if (!ids.contains(items_[static_cast<std::size_t>(at)].id)) {
-                beginRemoveRows({}, at, at);
-                items_.erase(items_.begin() + at);
-                endRemoveRows();
+                remove(at);
             }
         }
     }
@@ -112,9 +183,7 @@ class KeyedList : public QAbstractListModel {
             const auto found =
                 std::find_if(begin, items_.end(), [&](const Item& other) { return other.id == item.id; });
             if (found == items_.end()) {
-                beginInsertRows({}, place, place);
-                items_.insert(begin, std::move(item));
-                endInsertRows();
+                insert(place, std::move(item));
                 continue;
             }
             if (found != begin) {
@@ -137,6 +206,9 @@ class KeyedList : public QAbstractListModel {
     }
 
     std::vector<Item> items_;
+    int spare_ = 0;
+    int shownRole_ = -1; ///< See `keepSpare`; less than 0 where nothing is kept.
+    QList<int> otherRoles_;
 };
 
 } // namespace tarvo

@@ -2,11 +2,7 @@
 
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Path.h"
-#include "TarvoApp/App/Kinds.h"
 #include "TarvoApp/App/QtText.h"
-
-#include <QColor>
-#include <QRectF>
 
 #include <algorithm>
 #include <iterator>
@@ -22,15 +18,6 @@ namespace {
 /// How many of the largest tiles are listed ahead of time.
 constexpr std::size_t mostPrefetched = 6;
 
-QRectF rectOf(const Rect& place) {
-    return {place.x, place.y, place.width, place.height};
-}
-
-QColor colorFrom(const DiskMap::Color& color) {
-    return QColor::fromRgbF(static_cast<float>(color[0]), static_cast<float>(color[1]),
-                            static_cast<float>(color[2]));
-}
-
 std::string insideID(const Item& item) {
     return DiskMap::insideID(item.path);
 }
@@ -38,7 +25,19 @@ std::string insideID(const Item& item) {
 } // namespace
 
 MapModel::MapModel(const TickedPlan& plan, Background& background, Folders folders, QObject* parent)
-    : KeyedList(parent), plan_(plan), background_(background), folders_(std::move(folders)) {}
+    : KeyedList(parent), plan_(plan), background_(background), folders_(std::move(folders)) {
+    QList<int> others = roleNames().keys();
+    others.removeOne(keyRole);
+    keepSpare(keyRole, others);
+}
+
+void MapModel::makeSpare() {
+    constexpr int atOnce = 6;
+    if (wantsSpare()) {
+        addSpare(std::min(atOnce, static_cast<int>(DiskMap::mostTiles) - rowCount()));
+        emit tilesChanged();
+    }
+}
 
 void MapModel::show(const std::vector<Row>& rows, const lumo::VolumeInfo& volume, bool isWholeDisk) {
     const bool isNews = rows_ != rows;
@@ -211,7 +210,8 @@ void MapModel::open(const std::string& title, const std::vector<std::string>& pa
                 .safety = {},
                 .whenUnreadable = whenUnreadable,
                 .place = {},
-                .isApart = true});
+                .isApart = true,
+                .isFromTop = true});
 }
 
 void MapModel::openWanted(Wanted wanted) {
@@ -266,6 +266,9 @@ void MapModel::push(const Wanted& wanted, const Inside& inside) {
         return;
     }
     zoomPlace_ = wanted.place.value_or(middle());
+    if (wanted.isFromTop) {
+        zoomStack_.clear();
+    }
     zoomStack_.push_back({.title = wanted.title,
                           .paths = listing.paths,
                           .safety = wanted.safety,
@@ -327,10 +330,6 @@ Rect MapModel::middle() const {
     return {width_ / 3, height_ / 3, width_ / 3, height_ / 3};
 }
 
-QRectF MapModel::zoomPlace() const {
-    return rectOf(zoomPlace_);
-}
-
 QStringList MapModel::zoomTitles() const {
     QStringList titles;
     for (const ZoomLevel& level : zoomStack_) {
@@ -355,36 +354,7 @@ QString MapModel::skippedText() const {
     return names.join(" › ");
 }
 
-// What the view reads.
-
-QVariant MapModel::nestedOf(const LaidTile& tile) const {
-    const Rect drawn = DiskMap::drawn(tile.place);
-    const std::vector<Rect> places =
-        DiskMap::nestedLayout(tile.children, drawn.width, drawn.height, textScale_);
-    QVariantList nested;
-    for (std::size_t child = 0; child < places.size(); ++child) {
-        // Too small to be seen, and a folder may hold hundreds of them.
-        if (places[child].width >= 1 && places[child].height >= 1) {
-            const Item& item = tile.children[child];
-            nested.push_back(QVariantMap{
-                {"place", rectOf(places[child])},
-                {"label", shown(item.name)},
-                {"bytes", shown(lumo::ByteFormat::string(item.bytes))},
-                {"key", keyOf(insideID(item))},
-                {"dimmed", isDimmed(insideID(item)) && !isDimmed(tile.id)},
-                {"canZoom", item.isDirectory && !item.path.empty() && !closed_.contains({item.path})}});
-        }
-    }
-    return nested;
-}
-
-QString MapModel::wordOf(const Tile& tile) const {
-    if (tile.kind == Tile::Kind::inside && zoomStack_.back().isApart) {
-        return shown(groupTitle(tile.safety ? groupOf(*tile.safety) : RowGroup::unclassified));
-    }
-    const auto row = std::ranges::find(rows_, tile.id, &Row::id);
-    return row == rows_.end() ? QString() : shown(groupTitle(row->group));
-}
+// What its tiles offer.
 
 TileClick MapModel::clickOn(const std::string& id) const {
     const auto tile = std::ranges::find(items(), id, &LaidTile::id);
@@ -416,64 +386,6 @@ const Row* MapModel::firstWithoutTile() const {
         }
     }
     return nullptr;
-}
-
-QVariant MapModel::data(const QModelIndex& index, int role) const {
-    if (!index.isValid() || index.row() >= count()) {
-        return {};
-    }
-    const LaidTile& tile = items()[static_cast<std::size_t>(index.row())];
-    const auto color = DiskMap::colorOf(tile);
-    switch (role) {
-    case keyRole:
-        return keyOf(tile.id);
-    case Qt::DisplayRole:
-    case labelRole:
-        return shown(tile.label);
-    case detailRole:
-        return shown(tile.detail);
-    case bytesRole:
-        return shown(lumo::ByteFormat::string(tile.bytes));
-    case placeRole:
-        return rectOf(DiskMap::drawn(tile.place));
-    case colorRole:
-        return color ? QVariant(colorFrom(*color)) : QVariant();
-    case darkInkRole:
-        return !color || DiskMap::wantsDarkInk(*color);
-    case stateRole:
-        return static_cast<int>(Kinds::of(plan_.stateOf(tile.id)));
-    case statusRole:
-        return shown(tile.kind == Tile::Kind::inside && tile.isFolder && !canZoom(tile)
-                         ? DiskMap::closedFolderText()
-                         : DiskMap::statusOf(tile, plan_.stateOf(tile.id), plan_.entry(tile.id)));
-    case wordRole:
-        return wordOf(tile);
-    case unknownRole:
-        return tile.id.starts_with(lumo::unclassifiedIDPrefix);
-    case kindRole:
-        return static_cast<int>(Kinds::of(tile.kind));
-    case canZoomRole:
-        return canZoom(tile);
-    case nestedRole:
-        return nestedOf(tile);
-    case knownRole:
-        return shown(tile.known);
-    case dimmedRole:
-        return isDimmed(tile.id);
-    case clickRole:
-        return tarvo::clickOn(tile, plan_.stateOf(tile.id), canZoom(tile)) != TileClick::nothing;
-    default:
-        return {};
-    }
-}
-
-QHash<int, QByteArray> MapModel::roleNames() const {
-    return {{keyRole, "key"},         {labelRole, "label"},     {detailRole, "detail"},
-            {bytesRole, "bytes"},     {placeRole, "place"},     {colorRole, "tint"},
-            {darkInkRole, "darkInk"}, {stateRole, "tickState"}, {statusRole, "status"},
-            {wordRole, "word"},       {unknownRole, "unknown"}, {kindRole, "kind"},
-            {canZoomRole, "canZoom"}, {nestedRole, "nested"},   {knownRole, "known"},
-            {dimmedRole, "dimmed"},   {clickRole, "clickable"}};
 }
 
 } // namespace tarvo

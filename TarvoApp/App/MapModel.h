@@ -36,6 +36,8 @@ class MapModel final : public KeyedList<LaidTile> {
     Q_PROPERTY(double width READ width WRITE setWidth NOTIFY sizeChanged)
     Q_PROPERTY(double height READ height WRITE setHeight NOTIFY sizeChanged)
     Q_PROPERTY(int count READ count NOTIFY tilesChanged)
+    /// Whether there are fewer tiles made, or kept, than the fullest map has.
+    Q_PROPERTY(bool wantsSpare READ wantsSpare NOTIFY tilesChanged)
     Q_PROPERTY(int depth READ depth NOTIFY zoomChanged)
     Q_PROPERTY(QStringList zoomTitles READ zoomTitles NOTIFY zoomChanged)
     /// What is in each of those folders, for a person.
@@ -47,7 +49,7 @@ class MapModel final : public KeyedList<LaidTile> {
 
   public:
     enum Role {
-        keyRole = Qt::UserRole, ///< See `keyOf`.
+        keyRole = Qt::UserRole, ///< See `keyOf`; empty for a row that is kept for another map.
         labelRole,
         detailRole,
         bytesRole, ///< For a person.
@@ -109,6 +111,10 @@ class MapModel final : public KeyedList<LaidTile> {
     void open(const std::string& title, const std::vector<std::string>& paths,
               const std::function<void()>& whenUnreadable);
 
+    /// Makes some of the tiles that a full map will want, so that they need not all be made in one frame.
+    Q_INVOKABLE void makeSpare();
+    [[nodiscard]] bool wantsSpare() const { return rowCount() < static_cast<int>(DiskMap::mostTiles); }
+
     /// What a click on the tile does.
     [[nodiscard]] TileClick clickOn(const std::string& id) const;
     /// True when the tile, the entry in one or the row can be opened on the map.
@@ -154,6 +160,7 @@ class MapModel final : public KeyedList<LaidTile> {
         std::function<void()> whenUnreadable;
         std::optional<Rect> place; ///< On the map as it was then.
         bool isApart = false;      ///< See `ZoomLevel`.
+        bool isFromTop = false;    ///< The way to it begins anew: it lies in none of the levels.
     };
 
     /// What is in a folder, and what is known of that.
@@ -181,6 +188,8 @@ class MapModel final : public KeyedList<LaidTile> {
     [[nodiscard]] bool canZoom(const Tile& tile) const;
     [[nodiscard]] QVariant nestedOf(const LaidTile& tile) const;
     [[nodiscard]] QString wordOf(const Tile& tile) const;
+    /// What is read of a row without a tile.
+    [[nodiscard]] static QVariant ofSpare(int role);
 
     const TickedPlan& plan_;
     Background& background_;

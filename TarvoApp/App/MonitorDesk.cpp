@@ -59,7 +59,8 @@ void MonitorDesk::look() {
 void MonitorDesk::lookAt(const lumo::VolumeInfo& volume) {
     isLooking_ = false;
     volumes_.take(volume);
-    if (!isAsking() &&
+    // Whoever looks at a saved report wants to go on with that.
+    if (!isAsking() && !scanning_.isFromFile() &&
         isRescanDue(scanning_.lastScanDate(), ground_.activity.phase(), ground_.services.desk.now())) {
         scanning_.scan();
     }
@@ -79,7 +80,7 @@ void MonitorDesk::checkLowSpace() {
         LowSpaceAlert::decide({.freeBytes = volumes_.freeNow(),
                                .thresholdGB = ground_.settings.lowSpaceGB(),
                                .sent = ground_.settings.value(preference::lastLowSpaceWarning),
-                               .recoverable = ticked_.recoverable(),
+                               .recoverable = scanning_.isFromFile() ? 0 : ticked_.recoverable(),
                                .now = now});
     if (decision.forgetsDate) {
         ground_.settings.note(preference::lastLowSpaceWarning, std::nullopt);
@@ -94,7 +95,7 @@ void MonitorDesk::autoCleanIfDue() {
     if (!isAsking() && WeeklyCleanup::isDue({.isOn = ground_.settings.autoCleanWeekly(),
                                              .mode = ground_.services.mode,
                                              .phase = ground_.activity.phase(),
-                                             .hasReport = scanning_.hasReport(),
+                                             .hasReport = scanning_.hasReport() && !scanning_.isFromFile(),
                                              .last = ground_.settings.value(preference::lastWeeklyCleanup),
                                              .now = ground_.services.desk.now()})) {
         cleaning_.cleanWeekly();

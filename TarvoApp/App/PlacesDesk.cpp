@@ -2,7 +2,6 @@
 
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Words.h"
-#include "TarvoApp/App/Kinds.h"
 #include "TarvoApp/App/QtText.h"
 
 #include <algorithm>
@@ -18,26 +17,16 @@ constexpr std::chrono::milliseconds flashTime{1600};
 
 } // namespace
 
-PlacesDesk::PlacesDesk(const Ground& ground, TickedDesk& ticked, ExplainingDesk& explaining,
+PlacesDesk::PlacesDesk(const Ground& ground, TickedDesk& ticked, ExplainingDesk& explaining, ListDesk& list,
                        const ScanningDesk& scanning, const VolumesDesk& volumes, PreviewDesk& preview,
                        QObject* parent)
-    : QObject(parent), ground_(ground), ticked_(ticked), explaining_(explaining), scanning_(scanning),
-      volumes_(volumes), preview_(preview),
-      rows_(ticked.plan(), explaining.explanations(), explaining.evidence(), ground.services.desk.home),
+    : QObject(parent), ground_(ground), ticked_(ticked), explaining_(explaining), list_(list),
+      scanning_(scanning), volumes_(volumes), preview_(preview),
       map_(ticked.plan(), ground.background, ground.services.folders) {
-    connect(&ticked, &TickedDesk::planChanged, this, [this] {
-        showRows();
-        showMap();
-    });
+    connect(&ticked, &TickedDesk::planChanged, this, &PlacesDesk::showMap);
     connect(&ticked, &TickedDesk::changed, &map_, &MapModel::refresh);
-    connect(&ticked, &TickedDesk::changed, &rows_, &RowList::refresh);
-    connect(&ticked, &TickedDesk::changed, this, &PlacesDesk::chosenChanged);
-    connect(&explaining, &ExplainingDesk::evidenceChanged, &rows_, &RowList::refresh);
-    connect(&explaining, &ExplainingDesk::explanationsChanged, this, [this] {
-        showRows();
-        rows_.refresh();
-        showMap();
-    });
+    connect(&explaining, &ExplainingDesk::explanationsChanged, this, &PlacesDesk::showMap);
+    connect(&list, &ListDesk::viewChanged, this, [this] { map_.narrow(list_.view()); });
     connect(&ground.settings, &Settings::changed, this, [this] {
         map_.setTextScale(ground_.settings.textScale());
         showMap();
@@ -49,35 +38,20 @@ PlacesDesk::PlacesDesk(const Ground& ground, TickedDesk& ticked, ExplainingDesk&
     });
     connect(&scanning, &ScanningDesk::beginning, &map_, &MapModel::forget);
     connect(&volumes, &VolumesDesk::openWanted, this, &PlacesDesk::open);
+    for (const auto signal : {&TickedDesk::changed, &TickedDesk::planChanged}) {
+        connect(&ticked, signal, this, &PlacesDesk::belongingChanged);
+    }
+    connect(&map_, &MapModel::zoomChanged, this, &PlacesDesk::belongingChanged);
+    connect(&preview, &PreviewDesk::changed, this, &PlacesDesk::belongingChanged);
     map_.setTextScale(ground.settings.textScale());
 }
 
 // What is shown.
 
-void PlacesDesk::showRows() {
-    rows_.show(rowsIn(view_, withWhatIsKnown(ticked_.rows(), explaining_.explanations())));
-    chosenHaveChanged();
-}
-
-void PlacesDesk::viewHasChanged() {
-    chooseNone();
-    showRows();
-    map_.narrow(view_);
-    emit viewChanged();
-}
-
 void PlacesDesk::showMap() {
-    map_.show(withWhatIsKnown(ticked_.rows(), explaining_.explanations()), volumes_.volume(),
+    map_.show(withWhatIsKnown(ticked_.rows(), explaining_.explanations()),
+              scanning_.isFromFile() ? scanning_.report()->volume : volumes_.volume(),
               ground_.settings.showWholeDisk());
-}
-
-void PlacesDesk::setSearchText(const QString& text) {
-    if (searchText_ != text) {
-        searchText_ = text;
-        view_.searched = bytesOf(text);
-        viewHasChanged();
-        emit searchChanged();
-    }
 }
 
 void PlacesDesk::setHovered(const QString& key) {
@@ -92,94 +66,6 @@ void PlacesDesk::setMapHovered(const QString& key) {
         mapHovered_ = key;
         emit hoverChanged();
     }
-}
-
-int PlacesDesk::onlyGroup() const {
-    return view_.group ? static_cast<int>(Kinds::of(*view_.group)) : -1;
-}
-
-void PlacesDesk::toggleGroup(int group) {
-    const auto wanted = Kinds::groupOf(static_cast<Kinds::Group>(group));
-    view_.group = view_.group == wanted ? std::nullopt : std::optional(wanted);
-    view_.kind.reset();
-    viewHasChanged();
-}
-
-void PlacesDesk::showAllGroups() {
-    if (view_.group || view_.kind) {
-        view_.group.reset();
-        view_.kind.reset();
-        viewHasChanged();
-    }
-}
-
-bool PlacesDesk::hasGroup(int group) const {
-    const Row any{.group = Kinds::groupOf(static_cast<Kinds::Group>(group))};
-    return std::ranges::any_of(ticked_.rows(), [&](const Row& row) { return haveOneHead(row, any); });
-}
-
-int PlacesDesk::onlyKind() const {
-    return view_.kind ? static_cast<int>(*view_.kind) : -1;
-}
-
-void PlacesDesk::showKind(int kind) {
-    if (kind != onlyKind()) {
-        view_.kind = kind < 0 ? std::nullopt : std::optional(static_cast<lumo::InventoryKind>(kind));
-        view_.group.reset();
-        viewHasChanged();
-    }
-}
-
-int PlacesDesk::order() const {
-    return static_cast<int>(view_.order);
-}
-
-void PlacesDesk::setOrder(int order) {
-    if (order != this->order()) {
-        view_.order = Kinds::orderOf(static_cast<Kinds::Order>(order));
-        viewHasChanged();
-    }
-}
-
-// Rows that are chosen together.
-
-std::vector<std::string> PlacesDesk::chosen() const {
-    return idsBetween(chosenFrom_, chosenTo_, rows_.rows());
-}
-
-void PlacesDesk::chosenHaveChanged() {
-    rows_.choose(chosen());
-    emit chosenChanged();
-}
-
-void PlacesDesk::chooseTo(const QString& from, const QString& to) {
-    if (chosen().empty()) {
-        chosenFrom_ = idOf(from);
-    }
-    chosenTo_ = idOf(to);
-    chosenHaveChanged();
-}
-
-void PlacesDesk::chooseNone() {
-    chosenFrom_.clear();
-    chosenTo_.clear();
-    chosenHaveChanged();
-}
-
-void PlacesDesk::toggle(const QString& key) {
-    const std::vector<std::string> ids = chosen();
-    if (std::ranges::find(ids, idOf(key)) != ids.end()) {
-        ticked_.toggleAll(ids);
-    } else {
-        chooseNone();
-        ticked_.toggle(key);
-    }
-}
-
-QString PlacesDesk::chosenText() const {
-    const std::vector<std::string> ids = chosen();
-    const TickedPlan::Count count = ticked_.plan().count(ids);
-    return shown(tarvo::chosenText(ids.size(), count.tickable, count.ticked));
 }
 
 // The way to a row.
@@ -211,15 +97,7 @@ void PlacesDesk::explain(const QString& key) {
 }
 
 void PlacesDesk::revealRow(const QString& key) {
-    if (rows_.indexOf(key) < 0) {
-        const auto row = std::ranges::find(ticked_.rows(), idOf(key), &Row::id);
-        view_.kind = row != ticked_.rows().end() ? row->kind : std::nullopt;
-        view_.group.reset();
-        view_.searched.clear();
-        searchText_.clear();
-        viewHasChanged();
-        emit searchChanged();
-    }
+    list_.widenFor(key);
     scrollToRow_ = key;
     flashRow_ = key;
     emit scrollChanged();
@@ -237,7 +115,7 @@ void PlacesDesk::revealRow(const QString& key) {
 void PlacesDesk::click(const QString& key) {
     switch (map_.clickOn(idOf(key))) {
     case TileClick::tick:
-        chooseNone();
+        list_.chooseNone();
         return ticked_.toggle(key);
     case TileClick::zoom:
         return map_.zoomInto(key);
@@ -267,24 +145,64 @@ void PlacesDesk::enter(const QString& key) {
     }
 }
 
+void PlacesDesk::toggle(const QString& key) {
+    if (const Row* const row = rowOf(key)) {
+        list_.toggle(keyOf(row->id));
+    }
+}
+
+QVariantMap PlacesDesk::belonging(const Row* row, bool isPart) const {
+    if (row == nullptr) {
+        return {};
+    }
+    return {{"key", keyOf(row->id)},
+            {"title", shown(row->title)},
+            {"tick", ticked_.plan().canSelect(row->id)},
+            {"ticked", ticked_.plan().stateOf(row->id) == TileState::selected},
+            {"reason", shown(row->skipReason.value_or(""))},
+            {"part", isPart}};
+}
+
+QVariantMap PlacesDesk::openedRow() const {
+    if (map_.zoomStack().empty()) {
+        return {};
+    }
+    const std::vector<std::string>& paths = map_.zoomStack().back().paths;
+    const Row* const row = rowWith(paths.front(), ticked_.rows());
+    return belonging(row, row != nullptr && row->paths != paths);
+}
+
+QVariantMap PlacesDesk::previewedRow() const {
+    const Row* const row = rowOf(preview_.key());
+    return belonging(row, row != nullptr && row->id != idOf(preview_.key()));
+}
+
 QVariantMap PlacesDesk::offers(const QString& key) const {
     const std::string id = idOf(key);
     const std::vector<std::string> paths = map_.pathsOf(id);
     const std::vector<std::string> folders = ground_.settings.value(preference::protectedFolders);
     const bool isProtected = std::ranges::all_of(
         paths, [&](const std::string& path) { return std::ranges::find(folders, path) != folders.end(); });
-    const TileState state = ticked_.plan().stateOf(id);
-    const PlaceOffers can = offersFor({.state = state,
-                                       .paths = paths.size(),
-                                       .canZoom = map_.canZoomInto(id),
-                                       .hasRow = rowOf(key) != nullptr,
-                                       .isProtected = isProtected},
-                                      {.isDemo = ground_.isDemo(), .isBusy = ground_.activity.isBusy()});
-    return {{"tick", can.tick},           {"ticked", state == TileState::selected},
-            {"zoom", can.zoom},           {"explain", can.explain},
-            {"preview", can.preview},     {"open", can.open},
-            {"archive", can.archive},     {"protect", can.protect},
-            {"several", paths.size() > 1}};
+    const Row* const row = rowOf(key);
+    const bool isPart = row != nullptr && row->id != id;
+    const TileState state = ticked_.plan().stateOf(isPart ? row->id : id);
+    const PlaceOffers can = offersFor(
+        {.state = state,
+         .paths = paths.size(),
+         .canZoom = map_.canZoomInto(id),
+         .hasRow = row != nullptr,
+         .isProtected = isProtected},
+        {.isElsewhere = ground_.isDemo() || scanning_.isOnlyToLookAt(), .isBusy = ground_.activity.isBusy()});
+    return {{"tick", can.tick},
+            {"ticked", state == TileState::selected},
+            {"zoom", can.zoom},
+            {"explain", can.explain},
+            {"preview", can.preview},
+            {"open", can.open},
+            {"archive", can.archive},
+            {"protect", can.protect},
+            {"several", paths.size() > 1},
+            {"tickOf", isPart ? shown(row->title) : QString()}};
 }
 
 std::string PlacesDesk::pathOf(const QString& key) const {

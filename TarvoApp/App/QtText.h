@@ -3,6 +3,7 @@
 #include "LumoCore/Basics/Text.h"
 
 #include <QString>
+#include <QUrl>
 
 #include <algorithm>
 #include <string>
@@ -40,6 +41,20 @@ inline QString keyOf(std::string_view id) {
 
 inline std::string idOf(const QString& key) {
     return key.toLatin1().toStdString();
+}
+
+/// The path of a file that a dialog of the desktop chose, as bytes: a name need not be text.
+inline std::string pathOf(const QUrl& file) {
+    QByteArray path = QByteArray::fromPercentEncoding(file.path(QUrl::FullyEncoded).toLatin1());
+    while (path.size() > 1 && path.endsWith('/')) {
+        path.chop(1);
+    }
+    return path.toStdString();
+}
+
+/// The address of a path, whatever its bytes.
+inline QUrl urlOf(const std::string& path) {
+    return QUrl::fromEncoded("file://" + QByteArray::fromStdString(path).toPercentEncoding("/"));
 }
 
 } // namespace tarvo

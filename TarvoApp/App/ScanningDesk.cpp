@@ -1,5 +1,7 @@
 #include "TarvoApp/App/ScanningDesk.h"
 
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/QtText.h"
 #include "TarvoModel/Showing/DemoDisk.h"
 
@@ -65,7 +67,7 @@ void ScanningDesk::runPass(ScanPass pass) {
     const std::shared_ptr<Task> task = ground_.activity.task();
     PassRequest request{.pass = pass,
                         .desk = ground_.services.desk,
-                        .plan = planRequest(),
+                        .plan = preferredPlan(),
                         .snapshot = ground_.services.mode.isForReal() ? Snapshot::stored : Snapshot::dropped,
                         .full = fullReport_,
                         .cleaned = cleanedSince_,
@@ -89,7 +91,9 @@ void ScanningDesk::passEnded(ScanPass pass, const std::shared_ptr<ScanResult>& r
         ground_.activity.rest();
         return;
     }
+    opened_.reset();
     takeOver(result);
+    lastScanDate_ = ground_.services.desk.now();
     if (pass == ScanPass::full) {
         walkedBytes_ = task->scan.walked.bytes;
         fullReport_ = report_;
@@ -103,13 +107,20 @@ void ScanningDesk::passEnded(ScanPass pass, const std::shared_ptr<ScanResult>& r
 
 void ScanningDesk::takeOver(const std::shared_ptr<ScanResult>& result) {
     report_ = result->report;
-    lastScanDate_ = ground_.services.desk.now();
     emit found(result);
     if (result->problem) {
         ground_.activity.say(*result->problem);
     }
     emit reportChanged();
     emit statusChanged();
+}
+
+void ScanningDesk::show(const OpenedReport& opened, const std::string& fileName) {
+    lastCleanup_.reset();
+    emit beginning();
+    opened_ = Opened{.fileName = fileName, .text = opened.text, .isOfOtherHome = opened.isOfOtherHome};
+    ground_.activity.say({});
+    takeOver(std::make_shared<ScanResult>(opened.result));
 }
 
 void ScanningDesk::finish() {
@@ -124,14 +135,22 @@ void ScanningDesk::finish() {
 
 void ScanningDesk::loadDemo() {
     takeOver(std::make_shared<ScanResult>(demoResult(ground_.services.desk.now())));
+    lastScanDate_ = ground_.services.desk.now();
     ground_.activity.rest();
 }
 
 // The plan of the report.
 
 PlanRequest ScanningDesk::planRequest() const {
+    PlanRequest request = preferredPlan();
+    request.report = report_;
+    request.isReportFromFile = isFromFile();
+    return request;
+}
+
+PlanRequest ScanningDesk::preferredPlan() const {
     PlanRequest request{
-        .report = report_, .reviews = Reviews::all, .activeDays = ground_.settings.activeProjectDays()};
+        .report = nullptr, .reviews = Reviews::all, .activeDays = ground_.settings.activeProjectDays()};
     for (const QString& folder : ground_.settings.protectedFolders()) {
         request.protectedBesides.push_back(bytesOf(folder));
     }
@@ -151,7 +170,7 @@ void ScanningDesk::settingsHaveChanged() {
 }
 
 void ScanningDesk::replan() {
-    if (!report_ || ground_.isDemo()) {
+    if (!report_ || ground_.isDemo() || isOnlyToLookAt()) {
         return;
     }
     ground_.background.start([this, request = planRequest(), desk = ground_.services.desk,
@@ -171,12 +190,20 @@ QString ScanningDesk::unreadableText() const {
     return report_ ? shown(tarvo::unreadableText(report_->unreadableCount())) : QString();
 }
 
+QString ScanningDesk::openedText() const {
+    return opened_ ? shown(opened_->text) : QString();
+}
+
 QString ScanningDesk::statusText() const {
     if (ground_.activity.isBusy()) {
         return shown(ground_.activity.busyText());
     }
     if (!report_) {
         return {};
+    }
+    if (opened_) {
+        return shown(lumo::Words{"Se enseña el informe de {}", "The report in {} is shown"}.with(
+            lumo::printable(opened_->fileName)));
     }
     lumo::VolumeInfo volume = volumes_.volume();
     volume.availableBytes = volumes_.freeNow().value_or(volume.availableBytes);

@@ -2,6 +2,7 @@
 
 #include "TarvoApp/App/Ground.h"
 #include "TarvoApp/App/VolumesDesk.h"
+#include "TarvoModel/Flows/SavedFiles.h"
 #include "TarvoModel/Flows/ScanResult.h"
 
 #include <QObject>
@@ -23,6 +24,8 @@ class ScanningDesk final : public QObject {
     Q_PROPERTY(bool hasReport READ hasReport NOTIFY reportChanged)
     /// What could not be read; empty when everything could.
     Q_PROPERTY(QString unreadable READ unreadableText NOTIFY reportChanged)
+    /// What is said of a report that came from a file; empty while a scan's is shown.
+    Q_PROPERTY(QString openedText READ openedText NOTIFY reportChanged)
     /// What goes on, or what the last look at the disk came to.
     Q_PROPERTY(QString statusText READ statusText NOTIFY statusChanged)
 
@@ -31,6 +34,8 @@ class ScanningDesk final : public QObject {
 
     /// Both passes; nothing happens while something else goes on.
     Q_INVOKABLE void scan();
+    /// Shows a saved report in the place of a scan's, until the next scan has something to show.
+    void show(const OpenedReport& opened, const std::string& fileName);
     /// The same after a change of the home, whose work ends with it. What a cleanup came to is the status
     /// until something else happens.
     void rescan(const std::optional<CleanupSums>& lastCleanup = std::nullopt);
@@ -40,6 +45,12 @@ class ScanningDesk final : public QObject {
     [[nodiscard]] bool hasReport() const { return report_ != nullptr; }
     /// Null before the first pass; shared with later work on it.
     [[nodiscard]] const std::shared_ptr<const lumo::ScanReport>& report() const { return report_; }
+    /// True while a saved report is shown: what it says of the disk may be long over.
+    [[nodiscard]] bool isFromFile() const { return opened_.has_value(); }
+    /// True while that is another home's, of which nothing can be done here.
+    [[nodiscard]] bool isOnlyToLookAt() const { return opened_ && opened_->isOfOtherHome; }
+    /// The name of its file; empty for none.
+    [[nodiscard]] std::string fileName() const { return opened_ ? opened_->fileName : std::string(); }
     /// True once a scan has seen all there is.
     [[nodiscard]] bool hasFullReport() const { return fullReport_ != nullptr; }
     /// When the last pass ended.
@@ -47,6 +58,7 @@ class ScanningDesk final : public QObject {
     /// What a plan for this window takes into account besides what is stored.
     [[nodiscard]] PlanRequest planRequest() const;
     [[nodiscard]] QString unreadableText() const;
+    [[nodiscard]] QString openedText() const;
     [[nodiscard]] QString statusText() const;
 
   signals:
@@ -62,6 +74,8 @@ class ScanningDesk final : public QObject {
     void ended();
 
   private:
+    /// What the preferences say of plans.
+    [[nodiscard]] PlanRequest preferredPlan() const;
     void runPass(ScanPass pass);
     void passEnded(ScanPass pass, const std::shared_ptr<ScanResult>& result);
     void finish();
@@ -71,8 +85,16 @@ class ScanningDesk final : public QObject {
     void settingsHaveChanged();
     void replan();
 
+    /// The file that the report came from.
+    struct Opened {
+        std::string fileName;
+        std::string text;
+        bool isOfOtherHome = false;
+    };
+
     Ground ground_;
     const VolumesDesk& volumes_;
+    std::optional<Opened> opened_; ///< Absent while a scan's report is shown.
     std::shared_ptr<const lumo::ScanReport> report_;
     std::shared_ptr<const lumo::ScanReport> fullReport_; ///< The last one of a full pass.
     std::set<std::string> cleanedSince_;                 ///< What it still has and is gone.

@@ -28,14 +28,32 @@ using lumo::Language;
 
 namespace {
 
-const QColor background(0xF6, 0xF6, 0xF3);
-const QColor surface(0xFF, 0xFF, 0xFF);
-const QColor hairline(0xE2, 0xE2, 0xDD);
-const QColor ink(0x1A, 0x1A, 0x19);
-const QColor quietInk(0x62, 0x62, 0x5E);
 const QColor green = QColor::fromRgbF(0.11F, 0.69F, 0.48F);
-const QColor paleGreen(0xC9, 0xE9, 0xDB);
-const QColor used(0xD6, 0xD6, 0xD0);
+
+/// The colors of the windows, by what they are for.
+struct Palette {
+    QColor background;
+    QColor surface;
+    QColor hairline;
+    QColor ink;
+    QColor quietInk;
+    QColor paleGreen; ///< What was free anyway.
+    QColor used;
+};
+const Palette light{.background = {0xF6, 0xF6, 0xF3},
+                    .surface = {0xFF, 0xFF, 0xFF},
+                    .hairline = {0xE2, 0xE2, 0xDD},
+                    .ink = {0x1A, 0x1A, 0x19},
+                    .quietInk = {0x62, 0x62, 0x5E},
+                    .paleGreen = {0xC9, 0xE9, 0xDB},
+                    .used = {0xD6, 0xD6, 0xD0}};
+const Palette dark{.background = {0x1B, 0x1B, 0x1D},
+                   .surface = {0x26, 0x26, 0x29},
+                   .hairline = {0x3A, 0x3A, 0x3E},
+                   .ink = {0xF3, 0xF3, 0xF0},
+                   .quietInk = {0xA6, 0xA6, 0xA1},
+                   .paleGreen = {0x1F, 0x52, 0x40},
+                   .used = {0x4A, 0x4A, 0x50}};
 
 /// The column with the figures, and the room for the kinds beside it.
 constexpr double margin = 72;
@@ -48,10 +66,11 @@ constexpr double milestonesMiddle = 485;
 
 enum class Weight { regular, bold };
 enum class Side { left, middle, right };
+enum class Ink { plain, quiet };
 
 struct Style {
     double size = 20;
-    QColor color = ink;
+    Ink ink = Ink::plain;
     Weight weight = Weight::regular;
 };
 
@@ -64,7 +83,8 @@ struct Kind {
 /// Draws in one language. Nothing is ever cut: a text that is too long for its place becomes smaller.
 class Drawing final {
   public:
-    Drawing(QPainter& painter, Language language) : painter_(painter), language_(language) {}
+    Drawing(QPainter& painter, const Palette& palette, Language language)
+        : painter_(painter), palette_(palette), language_(language) {}
 
     void draw(const ShareStats& stats);
 
@@ -87,6 +107,7 @@ class Drawing final {
     }
 
     QPainter& painter_;
+    const Palette& palette_;
     Language language_;
 };
 
@@ -108,7 +129,7 @@ double Drawing::write(const std::string& text, const QRectF& line, const Style& 
     }
     const double taken = QFontMetricsF(font).horizontalAdvance(words);
     painter_.setFont(font);
-    painter_.setPen(style.color);
+    painter_.setPen(style.ink == Ink::quiet ? palette_.quietInk : palette_.ink);
     const double room = line.width() - taken;
     const double indent = side == Side::left ? 0 : side == Side::middle ? room / 2 : room;
     // Capitals are about this much of the size; a text that had to shrink keeps their middle.
@@ -125,7 +146,7 @@ void Drawing::fill(const QRectF& bar, const QColor& color, double radius) {
 }
 
 void Drawing::draw(const ShareStats& stats) {
-    painter_.fillRect(QRectF(0, 0, width, height), background);
+    painter_.fillRect(QRectF(0, 0, width, height), palette_.background);
     drawName();
     drawFigure(stats.freedBytes);
     drawSpace(stats);
@@ -138,15 +159,15 @@ void Drawing::draw(const ShareStats& stats) {
 void Drawing::drawName() {
     const QRectF sign(margin, margin, 44, 44);
     fill(sign, green, 10);
-    fill({sign.left() + 9, sign.top() + 9, 14, 26}, surface, 3);
-    fill({sign.left() + 26, sign.top() + 9, 9, 14}, surface, 3);
-    fill({sign.left() + 26, sign.top() + 26, 9, 9}, paleGreen, 3);
+    fill({sign.left() + 9, sign.top() + 9, 14, 26}, palette_.surface, 3);
+    fill({sign.left() + 26, sign.top() + 9, 9, 14}, palette_.surface, 3);
+    fill({sign.left() + 26, sign.top() + 26, 9, 9}, palette_.paleGreen, 3);
     write("Tarvo AI", {sign.right() + 16, 0, 300, margin + 32}, {.size = 28, .weight = Weight::bold});
 }
 
 void Drawing::drawFigure(std::int64_t bytes) {
     write(lumo::Words{"Espacio liberado", "Space freed"}.in(language_), {margin, 0, columnWidth, 188},
-          {.size = 24, .color = quietInk});
+          {.size = 24, .ink = Ink::quiet});
     write(bytesText(bytes), {margin - 4, 0, columnWidth + 4, 290}, {.size = 104, .weight = Weight::bold});
 }
 
@@ -165,14 +186,14 @@ void Drawing::drawSpace(const ShareStats& stats) {
         fill(bar, color, bar.height() / 2);
     };
     painter_.save();
-    fillPart(0, bar.width() - now, used);
+    fillPart(0, bar.width() - now, palette_.used);
     fillPart(bar.width() - now, bar.width() - before, green);
-    fillPart(bar.width() - before, bar.width(), paleGreen);
+    fillPart(bar.width() - before, bar.width(), palette_.paleGreen);
     painter_.restore();
 
     const QRectF left(margin, 0, columnWidth / 2 - 8, 376);
     const QRectF right = left.translated(columnWidth / 2 + 8, 0);
-    const Style quiet{.size = 17, .color = quietInk};
+    const Style quiet{.size = 17, .ink = Ink::quiet};
     write(lumo::Words{"Libre antes", "Free before"}.in(language_), left, quiet);
     write(lumo::Words{"Libre ahora", "Free now"}.in(language_), right, quiet, Side::right);
     write(bytesText(stats.shownFreeBefore()), left.translated(0, 30), {.size = 25});
@@ -185,7 +206,7 @@ void Drawing::drawMilestones(const ShareStats& stats) {
     const QRectF line(margin, 0, columnWidth, 456);
     const double taken =
         write(lumo::Words{"En total con Tarvo AI: ", "In total with Tarvo AI: "}.in(language_), line,
-              {.size = 17, .color = quietInk});
+              {.size = 17, .ink = Ink::quiet});
     write(bytesText(stats.lifetimeBytes), {line.left() + taken + 6, 0, columnWidth - taken - 6, 456},
           {.size = 17, .weight = Weight::bold});
 
@@ -193,7 +214,7 @@ void Drawing::drawMilestones(const ShareStats& stats) {
     const std::size_t reached = stats.reachedMilestones().size();
     const double step = (columnWidth - dot) / static_cast<double>(ShareStats::milestones.size() - 1);
     const QRectF way(margin, milestonesMiddle - thickness / 2, columnWidth, thickness);
-    fill(way, used, 1);
+    fill(way, palette_.used, 1);
     if (reached > 1) {
         fill({way.left(), way.top(), step * static_cast<double>(reached - 1) + dot / 2, thickness}, green, 1);
     }
@@ -205,13 +226,13 @@ void Drawing::drawMilestones(const ShareStats& stats) {
 void Drawing::drawMilestone(std::size_t index, double middle, bool isReached) {
     constexpr double labelWidth = 60;
     const QRectF place(middle - dot / 2, milestonesMiddle - dot / 2, dot, dot);
-    fill(place, isReached ? green : used, dot / 2);
-    fill(place.adjusted(4, 4, -4, -4), isReached ? surface : background, dot / 2 - 4);
+    fill(place, isReached ? green : palette_.used, dot / 2);
+    fill(place.adjusted(4, 4, -4, -4), isReached ? palette_.surface : palette_.background, dot / 2 - 4);
     const std::int64_t gigabytes = ShareStats::milestones[index] / 1000000000;
     const std::string label = gigabytes < 1000 ? std::to_string(gigabytes) + (index == 0 ? " GB" : "")
                                                : std::to_string(gigabytes / 1000) + " TB";
     const Style style{.size = 14,
-                      .color = isReached ? ink : quietInk,
+                      .ink = isReached ? Ink::plain : Ink::quiet,
                       .weight = isReached ? Weight::bold : Weight::regular};
     const QRectF line(middle - labelWidth / 2, 0, labelWidth, milestonesMiddle + 29);
     if (index == 0) {
@@ -248,8 +269,8 @@ void Drawing::drawKinds(const std::vector<Kind>& kinds) {
     QRectF card = kindsArea;
     card.setHeight(row * count + 2 * padding);
     card.moveCenter(kindsArea.center());
-    painter_.setPen(hairline);
-    painter_.setBrush(surface);
+    painter_.setPen(palette_.hairline);
+    painter_.setBrush(palette_.surface);
     painter_.drawRoundedRect(card.adjusted(0.5, 0.5, -0.5, -0.5), 20, 20);
     const QRectF inside = card.adjusted(36, padding, -36, -padding);
     for (std::size_t index = 0; index < kinds.size(); ++index) {
@@ -271,7 +292,7 @@ void Drawing::drawKind(const Kind& kind, std::int64_t largest, const QRectF& row
     const QRectF bar(row.left(), baseline + gap, row.width(), thickness);
     const double part =
         static_cast<double>(kind.bytes) / static_cast<double>(std::max<std::int64_t>(largest, 1));
-    fill(bar, background, thickness / 2);
+    fill(bar, palette_.background, thickness / 2);
     fill({bar.left(), bar.top(), std::max(bar.width() * part, thickness), thickness}, green, thickness / 2);
 }
 
@@ -281,16 +302,16 @@ void Drawing::drawPromise() {
             "Solo borra lo que se regenera solo. Analizar y limpiar se hace todo en tu equipo.",
             "It only deletes what recreates itself. Analyzing and cleaning all happen on your own computer."}
             .in(language_),
-        {margin, 0, width - 2 * margin, 572}, {.size = 18, .color = quietInk});
+        {margin, 0, width - 2 * margin, 572}, {.size = 18, .ink = Ink::quiet});
 }
 
 } // namespace
 
-QImage drawn(const ShareStats& stats, Language language) {
+QImage drawn(const ShareStats& stats, CardLook look, Language language) {
     QImage image(width, height, QImage::Format_RGB32);
     QPainter painter(&image);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-    Drawing(painter, language).draw(stats);
+    Drawing(painter, look == CardLook::dark ? dark : light, language).draw(stats);
     return image;
 }
 

@@ -18,7 +18,8 @@ inline constexpr int width = 1200;
 inline constexpr int height = 630;
 
 /// The card, drawn. Needs the application object, for its fonts; any thread may call.
-QImage drawn(const ShareStats& stats, lumo::Language language = lumo::currentLanguage());
+QImage drawn(const ShareStats& stats, CardLook look = CardLook::light,
+             lumo::Language language = lumo::currentLanguage());
 
 /// Saves the picture as PNG at `shareImagePath`, whole, so that a card of the same day is replaced by this
 /// one and never by half of it. The message of a failure is `imageFailedText`. Writes to the disk and waits

@@ -51,7 +51,7 @@ T.Dialog {
             Layout.alignment: Qt.AlignHCenter
             Layout.preferredHeight: width * 630 / 1200
             Layout.preferredWidth: 632
-            image: App.celebrating.celebrationImage
+            image: Theme.dark ? App.celebrating.darkImage : App.celebrating.celebrationImage
         }
         Line {
             Layout.fillWidth: true
@@ -69,12 +69,12 @@ T.Dialog {
             PlainButton {
                 text: SideWords.saveImage
 
-                onClicked: App.celebrating.saveShareImage()
+                onClicked: App.celebrating.saveShareImage(Theme.dark)
             }
             PlainButton {
                 text: SideWords.copyImage
 
-                onClicked: App.celebrating.copyCelebrationImage()
+                onClicked: App.celebrating.copyCelebrationImage(Theme.dark)
             }
             PlainButton {
                 help: SideWords.postHelp

@@ -150,10 +150,6 @@ bool Desktop::reducesMotion() const {
     return !hasAnimations_ || app_.isCapturing();
 }
 
-QUrl Desktop::homeFolder() const {
-    return QUrl::fromLocalFile(app_.home());
-}
-
 QColor Desktop::accent() const {
     return QGuiApplication::palette().color(QPalette::Highlight);
 }
@@ -203,12 +199,7 @@ void Desktop::copyText(const QString& text) {
 }
 
 void Desktop::protectFolder(const QUrl& folder) {
-    // As bytes: a name need not be text.
-    QByteArray path = QByteArray::fromPercentEncoding(folder.path(QUrl::FullyEncoded).toLatin1());
-    while (path.size() > 1 && path.endsWith('/')) {
-        path.chop(1);
-    }
-    app_.settings()->protectPath(path.toStdString());
+    app_.settings()->protectPath(pathOf(folder));
 }
 
 } // namespace tarvo

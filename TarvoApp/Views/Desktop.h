@@ -27,7 +27,6 @@ class Desktop : public QObject {
     /// True when the application was started to be in the panel alone.
     Q_PROPERTY(bool beginsInPanel READ beginsInPanel CONSTANT)
     Q_PROPERTY(QColor accent READ accent NOTIFY changed)
-    Q_PROPERTY(QUrl homeFolder READ homeFolder CONSTANT)
     Q_PROPERTY(bool accentWantsDarkInk READ accentWantsDarkInk NOTIFY changed)
 
   public:
@@ -48,8 +47,6 @@ class Desktop : public QObject {
     [[nodiscard]] bool beginsInPanel() const { return beginsInPanel_; }
     void setBeginsInPanel(bool isSo) { beginsInPanel_ = isSo; }
     [[nodiscard]] QColor accent() const;
-    /// Where a dialog that chooses a folder begins.
-    [[nodiscard]] QUrl homeFolder() const;
     [[nodiscard]] bool accentWantsDarkInk() const;
 
     /// True when the row or tile stands for one thing on the disk that can be shown and copied.

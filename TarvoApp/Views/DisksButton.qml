@@ -6,9 +6,11 @@ import Tarvo
 PlainButton {
     id: button
 
+    readonly property bool offers: !App.isDemo || App.volumes.otherVolumes.length > 0
+
     help: disks.visible ? "" : Words.lookIntoHelp
     text: Words.lookInto
-    visible: !App.isDemo || App.volumes.otherVolumes.length > 0
+    visible: offers
 
     onClicked: disks.popup(button, 0, button.height + 4)
 

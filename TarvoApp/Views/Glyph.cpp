@@ -24,7 +24,7 @@ struct Strokes {
     const char* path;
 };
 
-constexpr std::array<Strokes, 19> table{{
+constexpr auto table = std::to_array<Strokes>({
     {"tick", "M 5.5 12.5 L 10 17 L 18.5 7.5"},
     {"lock", "R 5.5 11 13 9 2 M 8 11 L 8 8 A 8 4 8 8 180 -180 L 16 11"},
     {"search", "O 10.5 10.5 6 M 15 15 L 20 20"},
@@ -33,6 +33,8 @@ constexpr std::array<Strokes, 19> table{{
     {"stop", "R 7 7 10 10 1.5"},
     {"settings", "M 4 8 L 12 8 O 14.5 8 2.5 M 17 8 L 20 8 M 4 16 L 7 16 O 9.5 16 2.5 M 12 16 L 20 16"},
     {"help", "O 12 12 8.5 B 9.4 7 5.2 5.2 180 -225 L 12 13.2 L 12 13.8 M 12 16.6 L 12 16.65"},
+    {"menu", "M 4.5 7 L 19.5 7 M 4.5 12 L 19.5 12 M 4.5 17 L 19.5 17"},
+    {"up", "M 12 19 L 12 5.5 M 6.5 11 L 12 5.5 L 17.5 11"},
     {"plus", "M 12 6 L 12 18 M 6 12 L 18 12"},
     {"minus", "M 6 12 L 18 12"},
     {"close", "M 7 7 L 17 17 M 17 7 L 7 17"},
@@ -44,7 +46,7 @@ constexpr std::array<Strokes, 19> table{{
     {"film", "R 3.5 5.5 17 13 2.5 M 10 9 L 15 12 L 10 15 L 10 9"},
     {"warning", "M 12 4.5 L 20.5 19 L 3.5 19 L 12 4.5 M 12 10 L 12 14 M 12 16.4 L 12 16.45"},
     {"info", "O 12 12 8.5 M 12 11 L 12 16 M 12 8 L 12 8.05"},
-}};
+});
 
 QPainterPath pathFrom(const QString& strokes) {
     QPainterPath path;

@@ -8,7 +8,10 @@ RowLayout {
 
     signal settingsWanted
     signal helpWanted
-    signal photosWanted
+    signal menuWanted(Item at)
+
+    // A hint would stand in its way.
+    property bool menuShown: false
 
     // The large figure says the first half of the idle line already.
     readonly property string status: App.volumes.freeNow.length > 0 && App.scanning.statusText.startsWith(App.volumes.freeNow)
@@ -83,13 +86,6 @@ RowLayout {
             onClicked: App.activity.isBusy ? App.activity.stop() : App.scanning.scan()
         }
         IconButton {
-            help: SideWords.photosHelp
-            name: SideWords.photos
-            shape: "photos"
-
-            onClicked: header.photosWanted()
-        }
-        IconButton {
             help: ModelWords.settingsHelp
             name: Words.settings
             shape: "settings"
@@ -102,6 +98,17 @@ RowLayout {
             shape: "help"
 
             onClicked: header.helpWanted()
+        }
+        IconButton {
+            id: more
+
+            objectName: "more"
+            Accessible.role: Accessible.ButtonMenu
+            help: header.menuShown ? "" : Words.more
+            name: Words.more
+            shape: "menu"
+
+            onClicked: header.menuWanted(more)
         }
     }
 }

@@ -9,11 +9,11 @@ Rectangle {
 
     readonly property int kind: index - 1
     readonly property var line: kind >= 0 ? App.items.kinds[kind] : ({ title: Words.fromScan, amount: "", note: "" })
-    readonly property bool chosen: App.places.onlyKind === kind
+    readonly property bool chosen: App.list.onlyKind === kind
     readonly property string below: [line.amount, line.note].filter(text => text.length > 0).join(" · ")
 
     function choose() {
-        App.places.showKind(kind);
+        App.list.showKind(kind);
         App.items.want(kind);
     }
 

@@ -6,6 +6,8 @@ import Tarvo
 Row {
     id: legend
 
+    property bool compact: false
+
     spacing: 2
 
     Repeater {
@@ -16,9 +18,9 @@ Row {
 
             required property int index
             required property string modelData
-            readonly property bool only: App.places.onlyGroup === index
+            readonly property bool only: App.list.onlyGroup === index
             // So that it is asked for again when there are other rows.
-            readonly property bool something: App.rows.count >= 0 && App.places.hasGroup(index)
+            readonly property bool something: App.rows.count >= 0 && App.list.hasGroup(index)
 
             Accessible.checkable: true
             Accessible.checked: only
@@ -27,13 +29,13 @@ Row {
             enabled: something || only
             focusPolicy: Qt.StrongFocus
             implicitHeight: Math.round(26 * Theme.scale)
-            leftPadding: 7
-            rightPadding: 7
+            leftPadding: legend.compact ? 5 : 7 // qmllint disable unqualified
+            rightPadding: leftPadding
             text: modelData
 
             Keys.onEnterPressed: clicked()
             Keys.onReturnPressed: clicked()
-            onClicked: App.places.toggleGroup(index)
+            onClicked: App.list.toggleGroup(index)
 
             Tip {
                 text: entry.only ? Words.onlyAgain : Words.only.arg(entry.modelData)
@@ -50,7 +52,7 @@ Row {
                 }
             }
             contentItem: Row {
-                opacity: !entry.enabled ? 0.45 : App.places.onlyGroup < 0 || entry.only ? 1 : 0.6
+                opacity: !entry.enabled ? 0.45 : App.list.onlyGroup < 0 || entry.only ? 1 : 0.6
                 spacing: 6
 
                 Rectangle {
@@ -66,6 +68,7 @@ Row {
                     color: entry.only ? Theme.text : Theme.secondaryText
                     font.pixelSize: Theme.small
                     text: entry.modelData
+                    visible: !legend.compact || entry.only // qmllint disable unqualified
                 }
             }
         }

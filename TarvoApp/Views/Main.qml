@@ -24,7 +24,7 @@ ApplicationWindow {
                                   && App.activity.phase !== Kinds.ScanningFolders
 
     // Both speak of the list, which may be under its tab.
-    readonly property int searchAsked: App.places.focusSearch
+    readonly property int searchAsked: App.list.focusSearch
     readonly property string rowAsked: App.places.scrollToRow
 
     onRowAskedChanged: if (rowAsked.length > 0) tabs.currentIndex = 1
@@ -86,11 +86,17 @@ ApplicationWindow {
     }
 
     Shortcuts {
-        active: !question.visible && !welcome.visible && !sides.covers
+        active: !question.visible && !files.asks && !welcome.visible && !sides.covers
 
         onHelpWanted: window.openHelp()
         onQuitWanted: window.leave()
         onSettingsWanted: window.openSettings()
+        onGrowthWanted: sides.openGrowth()
+        onPhotosWanted: sides.openPhotos()
+        onHistoryWanted: sides.openHistory()
+        onOpenWanted: files.open()
+        onSavePlanWanted: files.savePlan()
+        onSaveReportWanted: files.saveReport()
     }
     ColumnLayout {
         anchors.fill: parent
@@ -104,6 +110,21 @@ ApplicationWindow {
             shape: "info"
             visible: App.demoNotice.length > 0
         }
+        Banner {
+            Layout.fillWidth: true
+            compact: window.low
+            linesBelow: true
+            message: App.scanning.openedText
+            shape: "info"
+            visible: App.scanning.openedText.length > 0
+
+            PlainButton {
+                enabled: !App.activity.isBusy
+                text: Words.backToDisk
+
+                onClicked: App.scanning.scan()
+            }
+        }
         Header {
             Layout.bottomMargin: window.low ? 4 : 12
             Layout.fillWidth: true
@@ -112,7 +133,9 @@ ApplicationWindow {
             Layout.topMargin: window.gap
 
             onHelpWanted: window.openHelp()
-            onPhotosWanted: sides.openPhotos()
+            menuShown: more.visible
+
+            onMenuWanted: at => more.openFor(at)
             onSettingsWanted: window.openSettings()
         }
         Summary {
@@ -138,6 +161,7 @@ ApplicationWindow {
         PaneTabs {
             id: tabs
 
+            objectName: "panes"
             Layout.bottomMargin: window.low ? 4 : 8
             Layout.leftMargin: 24
             Layout.preferredWidth: Math.round(240 * Theme.scale)
@@ -196,6 +220,21 @@ ApplicationWindow {
     }
     PlaceMenu {
         id: menu
+    }
+    MoreMenu {
+        id: more
+
+        onGrowthWanted: sides.openGrowth()
+        onPhotosWanted: sides.openPhotos()
+        onHistoryWanted: sides.openHistory()
+        onOpenWanted: files.open()
+        onSavePlanWanted: files.savePlan()
+        onSaveReportWanted: files.saveReport()
+    }
+    SavedFiles {
+        id: files
+
+        objectName: "files"
     }
     Question {
         id: question

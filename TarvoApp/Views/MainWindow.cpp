@@ -1,5 +1,7 @@
 #include "TarvoApp/Views/MainWindow.h"
 
+#include "LumoCore/Basics/Words.h"
+#include "TarvoApp/App/AppModel.h"
 #include "TarvoApp/Views/PhotoPictures.h"
 #include "TarvoApp/Views/WindowPlace.h"
 #include "TarvoApp/Views/WindowTypes.h"
@@ -18,7 +20,7 @@ extern void qml_register_types_Tarvo();
 
 namespace tarvo {
 
-MainWindow::MainWindow(AppModel& app, Begin begin) : desktop_(app) {
+MainWindow::MainWindow(AppModel& app, Begin begin) : app_(app), desktop_(app) {
     desktop_.setBeginsInPanel(begin == Begin::inPanel);
     [[maybe_unused]] volatile auto registration = &qml_register_types_Tarvo;
     engine_.setProperty(AppInWindows::property, QVariant::fromValue<QObject*>(&app));
@@ -70,6 +72,21 @@ void MainWindow::raise() const {
         shown->show();
         shown->raise();
         shown->requestActivate();
+    }
+}
+
+void MainWindow::answer(const StartWish& wish) {
+    raise();
+    if (!wish.folder.empty()) {
+        app_.places()->openFolder(wish.folder);
+    }
+    if (!wish.language.isEmpty() && wish.language != desktop_.language()) {
+        app_.activity()->say(
+            lumo::Words{"Esta ventana sigue en español: para verla en inglés, sal con Ctrl+Q "
+                        "y vuelve a abrirla.",
+                        "This window stays in English: to see it in Spanish, quit with Ctrl+Q "
+                        "and open it again."}
+                .in());
     }
 }
 

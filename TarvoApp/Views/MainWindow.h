@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TarvoApp/Views/Desktop.h"
+#include "TarvoApp/Views/OneInstance.h"
 
 #include <QQmlApplicationEngine>
 #include <QTranslator>
@@ -30,8 +31,12 @@ class MainWindow final {
 
     /// Brings the window before the others.
     void raise() const;
+    /// The same for somebody who has started the application once more, with that wish: the folder is shown,
+    /// and what cannot be as wished is said.
+    void answer(const StartWish& wish);
 
   private:
+    AppModel& app_;
     Desktop desktop_;
     QTranslator dialogWords_;
     QTranslator systemWords_;

@@ -26,6 +26,8 @@ Item {
     required property bool clickable
 
     property bool slides: true
+    // Kept for a map with more tiles.
+    readonly property bool spare: key.length === 0
     // False while there is more to be made than one frame has time for; the tile's face stays once it is made.
     property bool filled: true
     property bool made: false
@@ -59,8 +61,10 @@ Item {
     Accessible.focusable: true
     Accessible.name: label + ", " + bytes + (word ? ", " + word : "")
     Accessible.role: opensOnClick ? Accessible.Button : canTick ? Accessible.CheckBox : Accessible.ListItem
+    enabled: !spare
     height: place.height
     opacity: dimmed || App.cleaning.inHand === key ? Theme.dimmed : 1
+    visible: !spare
     width: place.width
     x: place.x
     y: place.y
@@ -84,10 +88,10 @@ Item {
     // A spring that answers in 0.55 s with a damping of 0.85: stiffness and friction of a step of 16 ms.
     component Slide: SpringAnimation { damping: 0.31; epsilon: 0.25; spring: 2.09 }
 
-    Behavior on x { enabled: tile.slides; Slide {} }
-    Behavior on y { enabled: tile.slides; Slide {} }
-    Behavior on width { enabled: tile.slides; Slide {} }
-    Behavior on height { enabled: tile.slides; Slide {} }
+    Behavior on x { enabled: tile.slides && !tile.spare; Slide {} }
+    Behavior on y { enabled: tile.slides && !tile.spare; Slide {} }
+    Behavior on width { enabled: tile.slides && !tile.spare; Slide {} }
+    Behavior on height { enabled: tile.slides && !tile.spare; Slide {} }
     Behavior on opacity {
         NumberAnimation { duration: Theme.hoverTime; easing.type: Easing.OutQuad }
     }

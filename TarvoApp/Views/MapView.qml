@@ -22,7 +22,7 @@ ColumnLayout {
 
     // After a journey another tile is below the pointer, which has not moved.
     function tellHovered() {
-        for (let at = 0; at < tiles.count; ++at) {
+        for (let at = 0; at < App.map.count; ++at) {
             const tile = tiles.itemAt(at) as MapTile;
             if (tile && tile.hovered)
                 App.places.mapHovered = tile.key;
@@ -38,7 +38,7 @@ ColumnLayout {
     onDepthChanged: {
         App.places.mapHovered = "";
         current = 0;
-        if (area.activeFocus && tiles.count > 0)
+        if (area.activeFocus && App.map.count > 0)
             tiles.itemAt(0).forceActiveFocus(Qt.TabFocusReason);
         sheet.travel(depth > sheet.depth);
         sheet.depth = depth;
@@ -62,14 +62,38 @@ ColumnLayout {
             Layout.leftMargin: -6
             visible: App.map.depth > 0 || App.map.zoomLoading
         }
+        ToggleBox {
+            id: whole
+
+            readonly property var row: App.places.openedRow
+
+            Accessible.name: Words.tickAll.arg(row.title || "")
+            checked: row.ticked === true
+            enabled: row.tick === true && !App.activity.isBusy
+            text: Words.tickWhole
+            visible: App.map.depth > 0 && row.title !== undefined && (row.tick === true || row.reason.length > 0)
+
+            onToggled: {
+                App.places.toggle(row.key);
+                checked = Qt.binding(() => whole.row.ticked === true);
+            }
+
+            Tip {
+                text: whole.row.reason || whole.Accessible.name
+                visible: whole.hovered
+            }
+        }
         Legend {
-            visible: App.map.depth === 0 && !App.map.zoomLoading
+            // Where the way into a folder needs the room, the words are in the tips.
+            compact: (App.map.depth > 0 || App.map.zoomLoading) && view.width < 1000 * Theme.scale
         }
         Item {
             Layout.fillWidth: true
-            visible: App.map.depth === 0
+            visible: App.map.depth === 0 && !App.map.zoomLoading
         }
-        DisksButton {}
+        DisksButton {
+            visible: offers && (App.map.depth === 0 || view.width > 700 * Theme.scale)
+        }
         ToggleBox {
             checked: App.settings.showWholeDisk
             text: Words.wholeDisk
@@ -113,9 +137,15 @@ ColumnLayout {
 
             property int from: 0
 
-            running: from < tiles.count
+            running: from < App.map.count
 
             onTriggered: from += 4
+        }
+        // Tiles for a full map, before there is one.
+        FrameAnimation {
+            running: App.map.wantsSpare && !filling.running
+
+            onTriggered: App.map.makeSpare()
         }
         Item {
             id: sheet
@@ -206,7 +236,7 @@ ColumnLayout {
         TileCard {
             area: sheet
             tile: {
-                for (let at = 0; at < tiles.count; ++at) {
+                for (let at = 0; at < App.map.count; ++at) {
                     const item = tiles.itemAt(at) as MapTile;
                     if (item && item.key === App.places.mapHovered)
                         return item;

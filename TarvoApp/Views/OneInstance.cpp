@@ -11,6 +11,10 @@ const auto usualName = QStringLiteral("ai.tarvo.TarvoAI");
 const auto path = QStringLiteral("/ai/tarvo/TarvoAI");
 const auto applicationInterface = QStringLiteral("org.freedesktop.Application");
 
+// Of the data that the interface leaves to us.
+const auto languageKey = QStringLiteral("ai.tarvo.language");
+const auto folderKey = QStringLiteral("ai.tarvo.folder");
+
 } // namespace
 
 OneInstance::OneInstance(QDBusConnection bus, const std::string& otherHome, QObject* parent)
@@ -23,7 +27,7 @@ OneInstance::OneInstance(QDBusConnection bus, const std::string& otherHome, QObj
     }
 }
 
-bool OneInstance::claim() {
+bool OneInstance::claim(const StartWish& wish) {
     if (!bus_.isConnected()) {
         return true;
     }
@@ -34,13 +38,15 @@ bool OneInstance::claim() {
     }
     QDBusMessage call =
         QDBusMessage::createMethodCall(name_, path, applicationInterface, QStringLiteral("Activate"));
-    call << QVariantMap();
+    // A name need not be text.
+    call << QVariantMap{{languageKey, wish.language}, {folderKey, QByteArray::fromStdString(wish.folder)}};
     bus_.call(call, QDBus::Block, 2000);
     return false;
 }
 
-void OneInstance::Activate(const QVariantMap&) {
-    emit activated();
+void OneInstance::Activate(const QVariantMap& platformData) {
+    emit activated({.language = platformData.value(languageKey).toString(),
+                    .folder = platformData.value(folderKey).toByteArray().toStdString()});
 }
 
 } // namespace tarvo

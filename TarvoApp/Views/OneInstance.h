@@ -9,6 +9,12 @@
 
 namespace tarvo {
 
+/// What a start of the application was asked for.
+struct StartWish {
+    QString language;   ///< "es" or "en".
+    std::string folder; ///< What the map shows first; empty for nothing in particular.
+};
+
 /// The running application as other programs of the session see it (org.freedesktop.Application): a second
 /// start asks the first to show its window and ends.
 class OneInstance final : public QObject {
@@ -20,15 +26,15 @@ class OneInstance final : public QObject {
     explicit OneInstance(QDBusConnection bus, const std::string& otherHome = {}, QObject* parent = nullptr);
 
     /// True when this process is the one that runs; also where there is no bus to ask. Otherwise the other
-    /// one has been asked to show its window.
-    bool claim();
+    /// one has been asked to show its window, and told the wish.
+    bool claim(const StartWish& wish);
 
   public Q_SLOTS:
     // Named by the interface.
     Q_SCRIPTABLE void Activate(const QVariantMap& platformData); // NOLINT(readability-identifier-naming)
 
   Q_SIGNALS:
-    void activated();
+    void activated(const tarvo::StartWish& wish);
 
   private:
     QDBusConnection bus_;

@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Controls.Basic
-import QtQuick.Dialogs
 import QtQuick.Layouts
 import Tarvo
 
@@ -50,7 +49,7 @@ SideWindow {
                 enabled: !App.isDemo
                 text: SideWords.otherFolder
 
-                onClicked: dialog.open()
+                onClicked: dialog.ask(FileChoice.Folder, SideWords.otherFolder, "", place => App.photos.lookIn(place))
             }
         }
         Rectangle {
@@ -228,12 +227,7 @@ SideWindow {
     Question {
         asks: App.question.isOpenInPhotos
     }
-    FolderDialog {
+    FileChoice {
         id: dialog
-
-        currentFolder: Desktop.homeFolder
-        title: SideWords.otherFolder
-
-        onAccepted: App.photos.lookIn(selectedFolder)
     }
 }

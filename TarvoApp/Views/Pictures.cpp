@@ -153,6 +153,25 @@ void takeLookingBack(Photographer& photographer, MainWindow& windows, AppModel& 
     growth->close();
 }
 
+/// What lies over the main window: the menu, the question before a cleanup, and the dialog for a file.
+void takeOverlays(Photographer& photographer, MainWindow& windows, AppModel& app) {
+    QQuickWindow* const window = windows.window();
+    const auto call = [&](const char* name, const char* operation) {
+        if (auto* const object = window->findChild<QObject*>(QLatin1String(name))) {
+            QMetaObject::invokeMethod(object, operation);
+        }
+    };
+    call("more", "clicked");
+    photographer.takeBoth(window, QStringLiteral("menu"));
+    call("moreMenu", "close");
+    app.question()->ask(asked::Clean{.actions = app.ticked()->plan().selectedActions(), .shown = {}});
+    photographer.takeBoth(window, QStringLiteral("question"));
+    app.question()->cancel();
+    call("files", "saveReport");
+    photographer.takeBoth(window, QStringLiteral("file"));
+    call("files", "leave");
+}
+
 } // namespace
 
 bool takePictures(MainWindow& windows, AppModel& app, const QString& folder) {
@@ -175,10 +194,14 @@ bool takePictures(MainWindow& windows, AppModel& app, const QString& folder) {
     wait(patience, [&] { return app.celebrating()->isCelebrating(); });
     photographer.takeBoth(window, QStringLiteral("celebration"));
     app.celebrating()->closeCelebration();
+    takeOverlays(photographer, windows, app);
+    if (auto* const panes = window->findChild<QObject*>(QStringLiteral("panes"))) {
+        panes->setProperty("currentIndex", 0);
+    }
     app.map()->zoomInto(openableKey(*app.map()));
     wait(patience, [&] { return app.map()->depth() > 0; });
     wait(travelling, [] { return false; });
-    photographer.take(window, QStringLiteral("map-zoom"));
+    photographer.takeBoth(window, QStringLiteral("map-zoom"));
     return photographer.hasSaved();
 }
 

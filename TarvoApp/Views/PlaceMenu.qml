@@ -23,7 +23,7 @@ PlainMenu {
 
     PlainMenuItem {
         enabled: menu.can.tick === true
-        text: menu.can.ticked ? Words.untick : Words.tick
+        text: Words.tickText(menu.can.ticked === true, menu.can.tickOf || "")
 
         onTriggered: App.places.toggle(menu.key)
     }

@@ -137,6 +137,16 @@ SideWindow {
                 Layout.fillWidth: true
             }
             PlainButton {
+                readonly property var row: App.places.previewedRow
+
+                enabled: row.tick === true && !App.activity.isBusy
+                help: row.reason || ""
+                text: Words.tickText(row.ticked === true, row.part ? row.title : "")
+                visible: row.tick === true || (row.reason || "").length > 0
+
+                onClicked: App.places.toggle(row.key)
+            }
+            PlainButton {
                 enabled: Desktop.hasPlace(App.preview.key)
                 text: Words.showInFiles
 

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Dialogs
 import QtQuick.Layouts
 import Tarvo
 
@@ -46,14 +45,9 @@ SettingsCard {
     PlainButton {
         text: SettingsWords.addFolder
 
-        onClicked: dialog.open()
+        onClicked: dialog.ask(FileChoice.Folders, SettingsWords.addFolder, "", place => Desktop.protectFolder(place))
     }
-    FolderDialog {
+    FileChoice {
         id: dialog
-
-        currentFolder: Desktop.homeFolder
-        title: SettingsWords.addFolder
-
-        onAccepted: Desktop.protectFolder(selectedFolder)
     }
 }

@@ -42,9 +42,9 @@ Item {
     // What cannot be ticked says what is known of it instead.
     function act(all: bool) {
         if (!all)
-            App.places.chooseNone();
+            App.list.chooseNone();
         if (all && chosen || tickable)
-            App.places.toggle(key);
+            App.list.toggle(key);
         else
             App.places.openRow(key, !opened);
     }
@@ -130,7 +130,7 @@ Item {
                     row.menuWanted(row.key, null);
                 } else if (mouse.modifiers & Qt.ShiftModifier) {
                     row.forceActiveFocus(Qt.MouseFocusReason);
-                    App.places.chooseTo(before || row.key, row.key);
+                    App.list.chooseTo(before || row.key, row.key);
                 } else {
                     row.act(false);
                 }

@@ -14,12 +14,12 @@ Rectangle {
 
     // There is room for the kinds without anybody asking for them.
     property bool roomy: false
-    property bool sideAsked: App.places.onlyKind >= 0
+    property bool sideAsked: App.list.onlyKind >= 0
     property bool sideClosed: false
     readonly property bool sideOpen: !sideClosed && (sideAsked || roomy)
     readonly property int sideWidth: sideOpen ? Math.round(168 * Theme.scale) + 8 : 0
-    readonly property string kindNote: App.places.onlyKind < 0 || App.items.kinds.length === 0
-                                       ? "" : App.items.noteOf(App.places.onlyKind)
+    readonly property string kindNote: App.list.onlyKind < 0 || App.items.kinds.length === 0
+                                       ? "" : App.items.noteOf(App.list.onlyKind)
 
     function takeSearch() {
         search.take();
@@ -60,17 +60,17 @@ Rectangle {
         ListNote {
             Layout.fillWidth: true
             end: Words.showAll
-            says: App.places.onlyGroup >= 0 ? Words.only.arg(Words.groups[App.places.onlyGroup])
-                : App.places.onlyKind >= 0 ? Words.only.arg(App.items.kinds[App.places.onlyKind].title) : ""
+            says: App.list.onlyGroup >= 0 ? Words.only.arg(Words.groups[App.list.onlyGroup])
+                : App.list.onlyKind >= 0 ? Words.only.arg(App.items.kinds[App.list.onlyKind].title) : ""
 
-            onEnded: App.places.showAllGroups()
+            onEnded: App.list.showAllGroups()
         }
         ListNote {
             Layout.fillWidth: true
             end: Words.chooseNone
-            says: App.places.chosenText
+            says: App.list.chosenText
 
-            onEnded: App.places.chooseNone()
+            onEnded: App.list.chooseNone()
         }
         RowLayout {
             spacing: 8
@@ -109,9 +109,9 @@ Rectangle {
                     positionViewAtIndex(currentIndex, ListView.Contain);
                     currentItem.forceActiveFocus(Qt.TabFocusReason);
                     if (event.modifiers & Qt.ShiftModifier)
-                        App.places.chooseTo(before, App.rows.keyAt(currentIndex));
+                        App.list.chooseTo(before, App.rows.keyAt(currentIndex));
                     else
-                        App.places.chooseNone();
+                        App.list.chooseNone();
                 }
                 delegate: RowDelegate {
                     id: row
@@ -134,8 +134,8 @@ Rectangle {
                         horizontalAlignment: Text.AlignHCenter
                         maximumLineCount: 2
                         padding: 24
-                        text: App.places.searchText.length > 0 ? Words.nothingFound.arg(App.places.searchText)
-                            : App.places.onlyKind >= 0 ? pane.kindNote : Words.nothingToClean
+                        text: App.list.searchText.length > 0 ? Words.nothingFound.arg(App.list.searchText)
+                            : App.list.onlyKind >= 0 ? pane.kindNote : Words.nothingToClean
                         visible: App.rows.count === 0
                         width: parent.width
                         wrapMode: Text.Wrap
@@ -145,14 +145,14 @@ Rectangle {
                         font.pixelSize: Theme.small
                         leftPadding: 8
                         rightPadding: 8
-                        text: App.places.onlyKind < 0 ? App.scanning.unreadable : App.rows.count > 0 ? pane.kindNote : ""
+                        text: App.list.onlyKind < 0 ? App.scanning.unreadable : App.rows.count > 0 ? pane.kindNote : ""
                         topPadding: 12
-                        visible: text.length > 0 && App.places.searchText.length === 0
+                        visible: text.length > 0 && App.list.searchText.length === 0
                         width: parent.width
                         wrapMode: Text.WordWrap
                     }
                     GrowthList {
-                        searched: App.places.searchText.length > 0 || App.places.onlyKind >= 0
+                        searched: App.list.searchText.length > 0 || App.list.onlyKind >= 0
                         width: parent.width
 
                         onGrowthWanted: pane.growthWanted()

@@ -24,7 +24,7 @@ TextField {
     selectionColor: Theme.accent
     verticalAlignment: TextInput.AlignVCenter
 
-    onTextEdited: App.places.searchText = text
+    onTextEdited: App.list.searchText = text
     Keys.onEscapePressed: event => {
         event.accepted = text.length > 0;
         if (text.length > 0) {
@@ -35,11 +35,11 @@ TextField {
     // A search ends elsewhere as well: by asking for a row that it did not find.
     Connections {
         function onSearchChanged() {
-            if (field.text !== App.places.searchText)
-                field.text = App.places.searchText;
+            if (field.text !== App.list.searchText)
+                field.text = App.list.searchText;
         }
 
-        target: App.places
+        target: App.list
     }
 
     background: Rectangle { // qmllint disable deferred-property-id
@@ -74,7 +74,7 @@ TextField {
 
         onClicked: {
             field.clear();
-            App.places.searchText = "";
+            App.list.searchText = "";
         }
     }
 }

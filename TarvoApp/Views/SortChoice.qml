@@ -7,9 +7,9 @@ PlainButton {
     id: button
 
     Accessible.name: Words.sortedBy.arg(text)
-    help: orders.visible ? "" : Words.sortedBy.arg(Words.orderHelps[App.places.order])
+    help: orders.visible ? "" : Words.sortedBy.arg(Words.orderHelps[App.list.order])
     leftPadding: 10
-    text: Words.orders[App.places.order]
+    text: Words.orders[App.list.order]
 
     onClicked: orders.popup(button, 0, button.height + 4)
 
@@ -25,10 +25,10 @@ PlainButton {
 
                 Accessible.checkable: true
                 Accessible.checked: current
-                current: index === App.places.order
+                current: index === App.list.order
                 text: modelData
 
-                onTriggered: App.places.order = index
+                onTriggered: App.list.order = index
             }
 
             onObjectAdded: (index, object) => orders.insertItem(index, object as Item)

@@ -10,6 +10,7 @@ CheckBox {
     focusPolicy: Qt.StrongFocus
     font.pixelSize: Theme.body
     implicitHeight: Theme.controlHeight
+    opacity: enabled ? 1 : 0.45
     padding: 2
     spacing: 6
 

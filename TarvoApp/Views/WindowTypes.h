@@ -111,6 +111,12 @@ struct ExplainingDeskInWindows {
     QML_ANONYMOUS
 };
 
+struct ListDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::ListDesk)
+    QML_ANONYMOUS
+};
+
 struct PlacesDeskInWindows {
     Q_GADGET
     QML_FOREIGN(tarvo::PlacesDesk)
@@ -150,6 +156,18 @@ struct CleaningDeskInWindows {
 struct ArchivingDeskInWindows {
     Q_GADGET
     QML_FOREIGN(tarvo::ArchivingDesk)
+    QML_ANONYMOUS
+};
+
+struct FilesDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::FilesDesk)
+    QML_ANONYMOUS
+};
+
+struct PickDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::PickDesk)
     QML_ANONYMOUS
 };
 

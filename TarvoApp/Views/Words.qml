@@ -22,6 +22,21 @@ QtObject {
     readonly property string help: pick("Ayuda", "Help")
     readonly property string helpHelp: pick("Ayuda (F1)", "Help (F1)")
 
+    readonly property string more: pick("Más", "More")
+    readonly property string openFile: pick("Abrir informe o plan…", "Open Report or Plan…")
+    readonly property string saveReport: pick("Guardar informe…", "Save Report…")
+    readonly property string savePlan: pick("Guardar lo marcado como plan…", "Save Selection as Plan…")
+    readonly property string backToDisk: pick("Analizar este disco", "Analyze This Disk")
+    readonly property string folderAbove: pick("Carpeta de arriba", "Folder above")
+    readonly property string fileName: pick("Nombre del archivo", "File name")
+    readonly property string noFiles: pick("Aquí no hay informes ni planes guardados", "There are no saved reports or plans here")
+    readonly property string noFolders: pick("Aquí no hay más carpetas", "There are no folders here")
+    readonly property string isTaken: pick("Ya hay un archivo con ese nombre: se reemplazaría.",
+                                           "There is a file of that name already: it would be replaced.")
+    readonly property string replace: pick("Reemplazar", "Replace")
+    readonly property string save: pick("Guardar", "Save")
+    readonly property string thisFolder: pick("Elegir esta carpeta", "Choose This Folder")
+
     readonly property string goal: pick("Objetivo", "Goal")
     readonly property string raiseGoal: pick("Subir objetivo 1 GB", "Raise goal by 1 GB")
     readonly property string lowerGoal: pick("Bajar objetivo 1 GB", "Lower goal by 1 GB")
@@ -84,6 +99,9 @@ QtObject {
     readonly property string chooseNone: pick("Ninguna", "None")
     readonly property string tick: pick("Marcar", "Select")
     readonly property string untick: pick("Desmarcar", "Deselect")
+    readonly property string tickWhole: pick("Marcar", "Select")
+    readonly property string tickAll: pick("Marcar «%1»", "Select “%1”")
+    readonly property string untickAll: pick("Desmarcar «%1»", "Deselect “%1”")
     readonly property string explainThis: pick("Ver qué es", "See What It Is")
     readonly property string openOutside: pick("Abrir", "Open")
     readonly property string showInFiles: pick("Mostrar en el gestor de archivos", "Show in File Manager")
@@ -154,6 +172,12 @@ QtObject {
     readonly property string blocked: pick("no se puede limpiar ahora", "can't be cleaned right now")
     readonly property string shownOnly: pick("solo se enseña", "shown only")
 
+    // Of a thing itself, or of the row that it is a part of.
+    function tickText(isTicked: bool, row: string): string {
+        if (row.length > 0)
+            return (isTicked ? untickAll : tickAll).arg(row);
+        return isTicked ? untick : tick;
+    }
     function tickState(state: int): string {
         switch (state) {
         case Kinds.Selected:

@@ -6,6 +6,7 @@
 #include "TarvoApp/App/DesktopServices.h"
 #include "TarvoApp/App/Notifier.h"
 #include "TarvoApp/App/QtText.h"
+#include "TarvoApp/Views/CommandLineWords.h"
 #include "TarvoApp/Views/MainWindow.h"
 #include "TarvoApp/Views/OneInstance.h"
 #include "TarvoApp/Views/Pictures.h"
@@ -28,6 +29,13 @@ namespace {
 
 using tarvo::bytesOf;
 using tarvo::shown;
+
+/// Qt's own words on a command line are English.
+void speakOfCommandLine(tarvo::CommandLineWords& spanish) {
+    if (lumo::currentLanguage() == lumo::Language::es) {
+        QCoreApplication::installTranslator(&spanish);
+    }
+}
 
 void describe(QCommandLineParser& parser) {
     parser.addHelpOption();
@@ -95,10 +103,14 @@ int run(const QCommandLineParser& parser, const tarvo::RunMode& mode, const std:
         const std::string& folder) {
     const std::string usual = lumo::platform::environmentVariable("HOME").value_or("");
     tarvo::OneInstance instance(QDBusConnection::sessionBus(), home == usual ? std::string() : home);
-    if (mode.isForReal() && !instance.claim()) {
-        say(lumo::Words{"Tarvo AI ya está abierto: he mostrado su ventana, tal como estaba.",
-                        "Tarvo AI is open already: its window was shown as it was."}
-                .in());
+    const QString language = lumo::currentLanguage() == lumo::Language::es ? "es" : "en";
+    if (mode.isForReal() && !instance.claim({.language = language, .folder = folder})) {
+        say(folder.empty() ? lumo::Words{"Tarvo AI ya está abierto: he mostrado su ventana.",
+                                         "Tarvo AI is open already: its window was shown."}
+                                 .in()
+                           : lumo::Words{"Tarvo AI ya está abierto: su ventana enseñará {}.",
+                                         "Tarvo AI is open already: its window will show {}."}
+                                 .with(lumo::printable(folder)));
         return 0;
     }
     tarvo::Notifier notifier(QDBusConnection::sessionBus(), mode);
@@ -116,7 +128,8 @@ int run(const QCommandLineParser& parser, const tarvo::RunMode& mode, const std:
     if (mode.isCapturing) {
         return tarvo::takePictures(windows, app, parser.value("captura")) ? 0 : 1;
     }
-    QObject::connect(&instance, &tarvo::OneInstance::activated, [&] { windows.raise(); });
+    QObject::connect(&instance, &tarvo::OneInstance::activated,
+                     [&](const tarvo::StartWish& wish) { windows.answer(wish); });
     QObject::connect(&notifier, &tarvo::Notifier::activated, [&] { windows.raise(); });
     return QGuiApplication::exec();
 }
@@ -129,6 +142,8 @@ void answerWithoutScreen(int count, char** arguments) {
     };
     if (std::ranges::any_of(lumo::platform::processArguments(), asks)) {
         const QCoreApplication application(count, arguments);
+        tarvo::CommandLineWords words;
+        speakOfCommandLine(words);
         QCommandLineParser parser;
         describe(parser);
         parser.process(application);
@@ -169,6 +184,8 @@ int main(int count, char** arguments) {
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const QGuiApplication application(count, arguments);
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/qt/qml/Tarvo/tarvo-ai.png")));
+    tarvo::CommandLineWords words;
+    speakOfCommandLine(words);
     QCommandLineParser parser;
     describe(parser);
     parser.process(application);

@@ -1,5 +1,6 @@
 #include "TarvoModel/Flows/ChosenPath.h"
 
+#include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Inventories/DetailItem.h"
@@ -34,9 +35,16 @@ struct PlacedRule {
 };
 
 std::optional<std::string> reasonAgainst(const std::string& path, const std::vector<PlacedRule>& rules,
-                                         const lumo::PlanSurroundings& surroundings) {
+                                         const lumo::PlanSurroundings& surroundings,
+                                         const std::string& home) {
     if (lumo::platform::isMissing(path)) {
         return Words{"ya no está ahí", "it is no longer there"}.in();
+    }
+    for (const std::string& own :
+         {lumo::OwnFiles::support(home), lumo::OwnFiles::caches(home), lumo::OwnFiles::settings(home)}) {
+        if (areWithinEachOther(path, own)) {
+            return Words{"Tarvo AI guarda ahí lo suyo", "Tarvo AI keeps its own there"}.in();
+        }
     }
     for (const PlacedRule& placed : rules) {
         const bool isConcerned = std::ranges::any_of(
@@ -64,7 +72,7 @@ std::vector<lumo::PlanEntry> chosenEntries(const std::vector<std::string>& paths
         const std::int64_t bytes = lumo::FileTree::measure(path, registry).allocatedBytes;
         lumo::DetailItem item = lumo::itemToSetAside("elegido:" + lumo::pathInID(path, home),
                                                      std::string(lumo::fileName(path)), {path}, bytes, {});
-        entries.push_back({std::move(item.action), reasonAgainst(path, placed, surroundings)});
+        entries.push_back({std::move(item.action), reasonAgainst(path, placed, surroundings, home)});
     }
     return entries;
 }

@@ -50,28 +50,28 @@ lumo::CleanupOptions optionsOf(const PlanRequest& request, const Preferences& pr
 }
 
 /// What this build knows how to clean in the home: the catalog, and the caches of installed applications.
-std::vector<lumo::Rule> knownRules(const std::string& home) {
-    std::vector<lumo::Rule> rules = lumo::RuleCatalog::inHome(home);
-    std::vector<lumo::Rule> ofApps = lumo::AppCaches::rules(lumo::InstalledApp::scan(home), rules, home);
+std::vector<lumo::Rule> knownRules(const Desk& desk) {
+    std::vector<lumo::Rule> rules = lumo::RuleCatalog::inHome(desk.home);
+    std::vector<lumo::Rule> ofApps = lumo::AppCaches::rules(desk.installedApps()->apps(), rules, desk.home);
     rules.insert(rules.end(), ofApps.begin(), ofApps.end());
     return rules;
 }
 
 std::vector<PlanEntry> entriesOf(const PlanRequest& request, const lumo::CleanupOptions& options,
                                  const Desk& desk) {
-    const lumo::AppStatus status = lumo::AppStatus::ofThisMachine(desk.home);
+    const lumo::AppStatus status = lumo::AppStatus::ofThisMachine(*desk.installedApps());
     const lumo::PlanSurroundings surroundings{
         .now = desk.now(),
         .isRunning = [&](const std::string& bundleID) { return status.isRunning(bundleID); },
         .nameOf = [&](const std::string& bundleID) { return status.name(bundleID); }};
     if (request.saved) {
-        return lumo::heldBackNow(*request.saved, options, knownRules(desk.home), surroundings, desk.home);
+        return lumo::heldBackNow(*request.saved, options, knownRules(desk), surroundings, desk.home);
     }
     std::vector<PlanEntry> entries = request.report
                                          ? lumo::CleanupPlanner::plan(*request.report, options, surroundings)
                                          : std::vector<PlanEntry>();
     if (!request.chosen.empty()) {
-        std::ranges::move(chosenEntries(request.chosen, knownRules(desk.home), surroundings, desk.home),
+        std::ranges::move(chosenEntries(request.chosen, knownRules(desk), surroundings, desk.home),
                           std::back_inserter(entries));
     }
     return entries;
@@ -178,7 +178,7 @@ lumo::CleanupExecutor::Refusal refusalFor(const PlanRequest& request,
                                           const std::vector<lumo::CleanupAction>& actions, const Desk& desk) {
     std::shared_ptr<const lumo::CoveredPlaces> places;
     if (isFromFile(request)) {
-        places = std::make_shared<const lumo::CoveredPlaces>(desk.home, knownRules(desk.home), actions);
+        places = std::make_shared<const lumo::CoveredPlaces>(desk.home, knownRules(desk), actions);
     }
     return [places, request, desk](const lumo::CleanupAction& action) {
         if (lumo::inventoryKindOfID(action.id)) {
@@ -273,7 +273,7 @@ std::int64_t recoverableBytes(const std::shared_ptr<const lumo::ScanReport>& rep
 }
 
 lumo::Result<std::vector<PlanEntry>> savedPlan(std::string_view bytes, const Desk& desk) {
-    return lumo::savedPlanFromJson(bytes, knownRules(desk.home), [&](const std::string& id) {
+    return lumo::savedPlanFromJson(bytes, knownRules(desk), [&](const std::string& id) {
         const auto item = lumo::Inventories::itemWith(id, queryAt(desk));
         return item ? std::optional(item->action) : std::nullopt;
     });
@@ -284,7 +284,7 @@ lumo::Result<void> checkReport(const lumo::ScanReport& report, const Desk& desk)
         return lumo::failure(Words{"es de la carpeta personal {}", "it is about the home folder {}"}.with(
             lumo::printable(report.home)));
     }
-    return lumo::checkCleanups(report, knownRules(desk.home));
+    return lumo::checkCleanups(report, knownRules(desk));
 }
 
 } // namespace tarvo

@@ -21,6 +21,10 @@ Desk Desk::ofThisMachine(const std::string& home, std::string_view program) {
             .applicationPath = lumo::platform::programFolder()};
 }
 
+std::shared_ptr<const lumo::InstalledApps> Desk::installedApps() const {
+    return installed ? installed : std::make_shared<const lumo::InstalledApps>(home);
+}
+
 lumo::Result<HomeLock> lockHome(const lumo::PathGuard& guard, const Desk& desk) {
     constexpr std::chrono::seconds patience{3};
     return HomeLock::take(

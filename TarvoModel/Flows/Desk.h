@@ -5,9 +5,11 @@
 #include "LumoCore/Cleanup/CleanupOutcome.h"
 #include "LumoCore/Cleanup/HomeLock.h"
 #include "LumoCore/Cleanup/PathGuard.h"
+#include "LumoCore/Inventories/InstalledApp.h"
 #include "Platform/Clock.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,10 +26,16 @@ struct Desk {
     std::function<std::optional<lumo::platform::BootMoment>()> boot = lumo::platform::bootMoment;
     /// The agent that asked, by the name it gives itself, for the log; absent for the user's own.
     std::optional<std::string> caller = {};
+    /// What is installed, as those who got this desk or a copy of it find it; when absent each look is a new
+    /// one. Only for what ends soon: applications come and go.
+    std::shared_ptr<const lumo::InstalledApps> installed = {};
     std::string applicationPath = {}; ///< Of the running program: the project it lies in is never cleaned.
 
     /// On this machine, now. The program is what it is called, "tarvo clean".
     static Desk ofThisMachine(const std::string& home, std::string_view program);
+
+    /// Those of the desk, or those of this moment.
+    [[nodiscard]] std::shared_ptr<const lumo::InstalledApps> installedApps() const;
 };
 
 /// Takes the home's lock, which puts right what a program that died left behind, and waits a few seconds for

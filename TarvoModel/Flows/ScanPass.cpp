@@ -1,7 +1,6 @@
 #include "TarvoModel/Flows/ScanPass.h"
 
 #include "LumoCore/Basics/LargestFirst.h"
-#include "LumoCore/Inventories/AppCaches.h"
 #include "LumoCore/Rules/RuleCatalog.h"
 
 #include <algorithm>
@@ -25,10 +24,6 @@ std::vector<lumo::Rule> rulesFor(ScanPass pass, const std::string& home) {
         std::erase_if(rules, [](const lumo::Rule& rule) { return rule.needsFolderPermission(); });
     }
     return rules;
-}
-
-std::vector<lumo::Rule> appCacheRules(const std::vector<std::string>& located, const std::string& home) {
-    return lumo::AppCaches::rulesBeside(located, lumo::InstalledApp::scan(home), home);
 }
 
 lumo::ScanReport complemented(lumo::ScanReport quick, const lumo::ScanReport& full,

@@ -21,9 +21,6 @@ lumo::ScanOptions optionsFor(ScanPass pass, const std::string& home);
 /// The catalog's rules that the pass uses.
 std::vector<lumo::Rule> rulesFor(ScanPass pass, const std::string& home);
 
-/// The rules for caches of applications, for `ScanContext::findAppCaches`.
-std::vector<lumo::Rule> appCacheRules(const std::vector<std::string>& located, const std::string& home);
-
 /// The report of a quick pass with what only a full pass sees, as the last full one saw it: findings of rules
 /// that need permission, projects, and unclassified folders. Without it, a window that is scanned again would
 /// lose those rows for a moment, and with them what the user has ticked or unticked. What has one of the ids

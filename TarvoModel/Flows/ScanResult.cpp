@@ -24,9 +24,19 @@ ShownPlan shownPlanOf(const lumo::ScanReport& report, std::vector<lumo::PlanEntr
 
 /// What nobody needs to guess of the folders that no rule knows.
 std::map<std::string, lumo::Explanation> certainOf(const lumo::ScanReport& report, const Desk& desk) {
-    const lumo::Installed installed = lumo::Installed::ofThisMachine(desk.home);
+    const lumo::Installed installed = lumo::Installed::ofThisMachine(desk.home, desk.installedApps()->apps());
     const lumo::KnownPlaces known(lumo::HomePlaces::ofThisMachine(desk.home), installed);
     return known.explainAll(report.unclassified, desk.now());
+}
+
+void lookAtHeld(ScanResult& result, const Desk& desk) {
+    result.problem = homeProblem(desk);
+    auto held = heldState(desk);
+    if (held) {
+        result.held = std::move(*held);
+    } else {
+        result.problem = held.error().message;
+    }
 }
 
 } // namespace
@@ -61,8 +71,10 @@ ScanResult demoResult(lumo::Date now) {
 
 std::optional<ScanResult> scanResult(const PassRequest& request) {
     const std::string& home = request.desk.home;
+    Desk desk = request.desk;
+    desk.installed = desk.installedApps();
     std::optional<lumo::ScanReport> report =
-        scanned(rulesFor(request.pass, home), optionsFor(request.pass, home), request.desk,
+        scanned(rulesFor(request.pass, home), optionsFor(request.pass, home), desk,
                 {.progress = request.progress, .stop = request.stop, .memory = request.memory});
     if (!report) {
         return std::nullopt;
@@ -74,23 +86,35 @@ std::optional<ScanResult> scanResult(const PassRequest& request) {
     result.report = std::make_shared<const lumo::ScanReport>(std::move(*report));
     PlanRequest plan = request.plan;
     plan.report = result.report;
-    result.plan = shownPlan(plan, request.desk);
-    result.summary =
-        lumo::DiskSummary::templateText(*result.report, result.plan.recoverable, request.desk.now());
+    result.plan = shownPlan(plan, desk);
+    result.summary = lumo::DiskSummary::templateText(*result.report, result.plan.recoverable, desk.now());
     if (request.pass == ScanPass::full) {
-        result.certain = certainOf(*result.report, request.desk);
-        result.growth = lumo::GrowthTracker::growthOf(*result.report, lumo::SnapshotStore(home).load());
+        result.certain = certainOf(*result.report, desk);
+        result.items = itemsBeside(desk, {.progress = request.progress, .stop = request.stop});
+        if (request.stop.stop_requested()) {
+            return std::nullopt; // Those lists end in the middle.
+        }
+        const auto snapshot = lumo::DiskSnapshot::from(*result.report, result.items);
+        result.growth = lumo::GrowthTracker::growthOf(snapshot, lumo::SnapshotStore(home).load());
         if (request.snapshot == Snapshot::stored) {
-            storeSnapshot(*result.report, request.desk);
+            storeSnapshot(snapshot, desk);
         }
     }
-    result.problem = homeProblem(request.desk);
-    auto held = heldState(request.desk);
-    if (held) {
-        result.held = std::move(*held);
-    } else {
-        result.problem = held.error().message;
-    }
+    lookAtHeld(result, desk);
+    return result;
+}
+
+ScanResult savedResult(std::shared_ptr<const lumo::ScanReport> report, PlanRequest request,
+                       const Desk& desk) {
+    ScanResult result;
+    result.report = std::move(report);
+    result.isFromFile = true;
+    request.report = result.report;
+    request.isReportFromFile = true;
+    result.plan = shownPlan(request, desk);
+    result.summary = lumo::DiskSummary::templateText(*result.report, result.plan.recoverable, desk.now());
+    result.certain = certainOf(*result.report, desk);
+    lookAtHeld(result, desk);
     return result;
 }
 

@@ -34,10 +34,12 @@ struct ScanResult {
     std::shared_ptr<const lumo::ScanReport> report; ///< Never null; shared with later work on it.
     ShownPlan plan;
     std::string summary;                ///< The template's.
+    std::vector<lumo::Inventory> items; ///< Large files and models, of a full pass.
     std::optional<lumo::Growth> growth; ///< Only of a full pass; the one before stays otherwise.
     /// Of a full pass: what is certain of the folders that no rule knows, by path.
     std::map<std::string, lumo::Explanation> certain;
     HeldState held;
+    bool isFromFile = false;            ///< A saved report's: what it says of the disk may be long over.
     std::optional<std::string> problem; ///< Why the home, or what is set aside, cannot be looked at.
 };
 
@@ -64,6 +66,10 @@ std::optional<ScanResult> scanResult(const PassRequest& request);
 
 /// A plan of the request's report, which is there.
 ShownPlan shownPlan(const PlanRequest& request, const Desk& desk);
+
+/// All that a window shows of a saved report, planned for this moment; the growth that is shown stays. The
+/// request says what the plan takes into account.
+ScanResult savedResult(std::shared_ptr<const lumo::ScanReport> report, PlanRequest request, const Desk& desk);
 
 /// The same of the made-up disk, which is not looked at.
 ScanResult demoResult(lumo::Date now);

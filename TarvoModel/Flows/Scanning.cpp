@@ -4,8 +4,9 @@
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/History/GrowthTracker.h"
 #include "LumoCore/History/SnapshotStore.h"
+#include "LumoCore/Inventories/AppCaches.h"
 #include "LumoCore/Inventories/Installers.h"
-#include "TarvoModel/Flows/ScanPass.h"
+#include "TarvoModel/Flows/Finding.h"
 
 namespace tarvo {
 
@@ -27,14 +28,26 @@ std::optional<lumo::ScanReport> scanned(const std::vector<lumo::Rule>& rules,
                                 .progress = watch.progress,
                                 .memory = watch.memory,
                                 .findInstallers = lumo::Installers::located,
-                                .findAppCaches = appCacheRules});
+                                .findAppCaches = [&](const auto& located, const std::string& home) {
+                                    return lumo::AppCaches::rulesBeside(located, desk.installedApps()->apps(),
+                                                                        home);
+                                }});
 }
 
-void storeSnapshot(const lumo::ScanReport& report, const Desk& desk) {
+std::vector<lumo::Inventory> itemsBeside(const Desk& desk, const ScanWatch& watch) {
+    return found(
+        {.kinds = {lumo::InventoryKind::large, lumo::InventoryKind::models}}, desk,
+        {.progress = watch.progress != nullptr ? &watch.progress->walked : nullptr, .stop = watch.stop});
+}
+
+lumo::DiskSnapshot snapshotNow(const lumo::ScanReport& report, const Desk& desk) {
+    return lumo::DiskSnapshot::from(report, itemsBeside(desk));
+}
+
+void storeSnapshot(const lumo::DiskSnapshot& snapshot, const Desk& desk) {
     if (const auto lock = lockHome(lumo::PathGuard(desk.home), desk)) {
         // A history that cannot be written now is one snapshot short, no more.
-        (void)lumo::SnapshotStore(desk.home).append(lumo::DiskSnapshot::from(report),
-                                                    lumo::GrowthTracker::snapshotsKept);
+        (void)lumo::SnapshotStore(desk.home).append(snapshot, lumo::GrowthTracker::snapshotsKept);
     }
 }
 

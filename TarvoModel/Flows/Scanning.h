@@ -1,5 +1,7 @@
 #pragma once
 
+#include "LumoCore/History/DiskSnapshot.h"
+#include "LumoCore/Inventories/DetailItem.h"
 #include "LumoCore/Scanning/Scanner.h"
 #include "TarvoModel/Flows/Desk.h"
 
@@ -26,8 +28,15 @@ std::optional<lumo::ScanReport> scanned(const std::vector<lumo::Rule>& rules,
                                         const lumo::ScanOptions& options, const Desk& desk,
                                         const ScanWatch& watch = {});
 
-/// Stores the snapshot with which later scans are compared. No reason to fail a scan: when another program is
+/// What a full scan knows besides its report: the large files and the models of the home, as they are now.
+std::vector<lumo::Inventory> itemsBeside(const Desk& desk, const ScanWatch& watch = {});
+
+/// What is known of a home by a report that has just been made, with those items: what others are compared
+/// with, and what is stored.
+lumo::DiskSnapshot snapshotNow(const lumo::ScanReport& report, const Desk& desk);
+
+/// Stores a snapshot with which later scans are compared. No reason to fail a scan: when another program is
 /// at work, the home is somebody else's or cannot be written, nothing happens.
-void storeSnapshot(const lumo::ScanReport& report, const Desk& desk);
+void storeSnapshot(const lumo::DiskSnapshot& snapshot, const Desk& desk);
 
 } // namespace tarvo

@@ -43,6 +43,23 @@ std::vector<GoingGroup> groupsOf(const Actions& actions, Language language) {
     return groups;
 }
 
+/// The lines below a heading of their own; empty for none.
+std::string listed(const Words& heading, const std::vector<std::string>& lines, Language language) {
+    std::string text;
+    for (const std::string& line : lines) {
+        text += "\n" + lumo::printable(line);
+    }
+    return text.empty() ? text : "\n\n" + heading.in(language) + text;
+}
+
+/// What a file brought is named in full.
+std::string aboutFile(const asked::FromFile& file, Language language) {
+    return "\n\n" +
+           Words{"Lo dice el fichero {}.", "The file {} says so."}.in(language, lumo::printable(file.name)) +
+           listed({"Se borra ya:", "Deleted right away:"}, file.deleted, language) +
+           listed({"Se queda como está:", "Stays as it is:"}, file.leftOut, language);
+}
+
 struct Texts {
     Language language;
 
@@ -52,7 +69,8 @@ struct Texts {
         const CleanupShares shares = sharesOf(clean.actions);
         const std::string does = cleanTitle(shares, language);
         return {.title = Words{"¿{}?", "{}?"}.in(language, does),
-                .message = confirmationMessage(shares, language),
+                .message = confirmationMessage(shares, language) +
+                           (clean.file ? aboutFile(*clean.file, language) : std::string()),
                 .groups = groupsOf(clean.actions, language),
                 .acceptText = does};
     }

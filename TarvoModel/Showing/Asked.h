@@ -2,8 +2,10 @@
 
 #include "LumoCore/Cleanup/Archiver.h"
 #include "LumoCore/Cleanup/CleanupExecutor.h"
+#include "LumoCore/Cleanup/CleanupPlanner.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
 
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -17,11 +19,22 @@ struct Nothing {
     friend bool operator==(const Nothing&, const Nothing&) = default;
 };
 
+/// A file that brought what is asked.
+struct FromFile {
+    std::string name;                      ///< For a person.
+    std::vector<std::string> deleted;      ///< All paths that are deleted at once, for a person.
+    std::vector<std::string> leftOut = {}; ///< What of a plan is not carried out, and why.
+    /// The plan in it; absent for a report.
+    std::optional<std::vector<lumo::PlanEntry>> plan = {};
+    std::vector<lumo::CleanupAction> refused = {}; ///< Of it: told as failed, but never done.
+};
+
 /// Whether these are cleaned.
 struct Clean {
     std::vector<lumo::CleanupAction> actions;
     lumo::ResolvedPaths shown; ///< What their paths meant when they were shown.
     bool isFromPhotos = false; ///< It is asked in the window where photos are reviewed.
+    std::optional<FromFile> file = {};
 };
 
 /// Whether what is set aside goes for good.

@@ -2,8 +2,10 @@
 
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/CheckedSum.h"
+#include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Words.h"
+#include "LumoCore/Cleanup/CleanupExecutor.h"
 
 #include <fmt/format.h>
 
@@ -39,6 +41,19 @@ Going goingOf(const std::vector<lumo::CleanupAction>& actions) {
         }
     }
     return going;
+}
+
+std::vector<std::string> deletedPaths(const std::vector<lumo::CleanupAction>& actions,
+                                      const std::string& home) {
+    std::vector<std::string> paths;
+    for (const lumo::CleanupAction& action : actions) {
+        if (action.safety == lumo::Safety::safe) {
+            for (const std::string& path : lumo::CleanupExecutor::touchedPaths(action)) {
+                paths.push_back(lumo::abbreviated(path, home));
+            }
+        }
+    }
+    return paths;
 }
 
 std::int64_t bytesOf(const std::vector<lumo::CleanupAction>& actions) {

@@ -26,6 +26,10 @@ struct Going {
 };
 Going goingOf(const std::vector<lumo::CleanupAction>& actions);
 
+/// The paths of all that the actions delete at once, with "~" for the home.
+std::vector<std::string> deletedPaths(const std::vector<lumo::CleanupAction>& actions,
+                                      const std::string& home);
+
 /// What the actions are estimated to free together.
 std::int64_t bytesOf(const std::vector<lumo::CleanupAction>& actions);
 

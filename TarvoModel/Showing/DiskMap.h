@@ -79,6 +79,8 @@ namespace DiskMap {
 
 /// How many rows and how many entries of a folder have a tile of their own.
 inline constexpr std::size_t mostRows = 150;
+/// Those of the rows, all other rows together, the rest of the disk and what is free.
+inline constexpr std::size_t mostTiles = mostRows + 3;
 inline constexpr std::size_t mostEntries = 40;
 
 /// The tiles of the rows, largest first; with the whole disk also the rest of it and its free space.

@@ -41,10 +41,11 @@ Moments inOrder(const std::vector<DiskSnapshot>& snapshots) {
 /// Why nothing is known of the item in a snapshot is told by what comes after.
 std::vector<GrowthPoint> pointsOf(const std::string& id, const Moments& moments) {
     std::vector<GrowthPoint> points;
-    bool wasKnown = lumo::GrowthTracker::countsFromZero(id);
+    bool wasKnown = false;
     for (const DiskSnapshot* moment : moments) {
         const auto size = moment->sizes.find(id);
-        wasKnown = wasKnown || size != moment->sizes.end();
+        wasKnown =
+            wasKnown || size != moment->sizes.end() || lumo::GrowthTracker::countsFromZero(id, *moment);
         if (wasKnown) {
             points.push_back({moment->date, size != moment->sizes.end() ? size->second : 0});
         }

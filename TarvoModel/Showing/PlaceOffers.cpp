@@ -11,7 +11,7 @@ bool canTick(TileState state) {
 } // namespace
 
 PlaceOffers offersFor(const Place& place, const Occasion& occasion) {
-    const bool isReal = place.paths > 0 && !occasion.isDemo;
+    const bool isReal = place.paths > 0 && !occasion.isElsewhere;
     const bool isOne = isReal && place.paths == 1;
     return {.tick = canTick(place.state),
             .zoom = place.canZoom,

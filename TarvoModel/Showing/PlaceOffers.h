@@ -18,7 +18,9 @@ struct Place {
 
 /// What goes on around it.
 struct Occasion {
-    bool isDemo = false; ///< The disk is made up: nothing of it can be handed to another program.
+    /// The disk is made up, or a report tells of another home: nothing of it can be handed to another
+    /// program.
+    bool isElsewhere = false;
     bool isBusy = false;
 };
 

@@ -21,10 +21,13 @@ lumo::CleanupOptions windowOptions(const lumo::ScanReport& report, lumo::Cleanup
             options.include.insert(finding.ruleID);
         }
     }
-    options.recentProjectHint =
-        lumo::Words{" (los días se cambian en Ajustes)", " (you can change the days in Settings)"}.in(
-            language);
+    options.recentProjectHint = recentProjectHint(language);
     return options;
+}
+
+std::string recentProjectHint(lumo::Language language) {
+    return lumo::Words{" (los días se cambian en Ajustes)", " (you can change the days in Settings)"}.in(
+        language);
 }
 
 void leaveOutProjectsWith(std::string_view applicationPath, const lumo::ScanReport& report,

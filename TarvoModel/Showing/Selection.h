@@ -23,6 +23,9 @@ using Selection = std::set<std::string>;
 lumo::CleanupOptions windowOptions(const lumo::ScanReport& report, lumo::CleanupOptions options,
                                    lumo::Language language = lumo::currentLanguage());
 
+/// How a window lets the dependencies of recently changed projects be cleaned.
+std::string recentProjectHint(lumo::Language language = lumo::currentLanguage());
+
 /// Leaves out the projects that the running program lies in, by its absolute path.
 void leaveOutProjectsWith(std::string_view applicationPath, const lumo::ScanReport& report,
                           lumo::CleanupOptions& options);

@@ -15,6 +15,9 @@
 
 namespace tarvo {
 
+/// The appearance in which the card of a cleanup is drawn: that of the window it is shown in.
+enum class CardLook { light, dark };
+
 /// What one cleanup did, for the card that its user may show to others: kinds of things and sums, never a
 /// name or a path.
 struct ShareStats {

@@ -64,7 +64,7 @@ TEST(Items, AreTickedConfirmedSetAsideAndPutBackLikeEverythingElse) {
     AppModel& app = story.app();
     TickedDesk& ticked = *app.ticked();
     EXPECT_FALSE(ticked.plan().selection().contains(idOf(film))) << "nothing of the user's by itself";
-    app.places()->showKind(kindOf(InventoryKind::large));
+    app.list()->showKind(kindOf(InventoryKind::large));
     EXPECT_THAT(shownIDs(story),
                 UnorderedElementsAre("archivo:Videos/film", "archivo:Desktop/a", "archivo:Pictures/a"));
     const std::int64_t before = ticked.selectedTrashBytes();
@@ -98,12 +98,12 @@ TEST(Items, OfDuplicatesAreLookedForWhenSomebodyWantsThem) {
     ASSERT_EQ(items.duplicateFiles().size(), 1U);
     EXPECT_EQ(items.duplicateFiles().front().kept, story.home.path("Pictures/a"));
     // The copies are no large files any more, so that nobody takes both.
-    story.app().places()->showKind(kindOf(InventoryKind::large));
+    story.app().list()->showKind(kindOf(InventoryKind::large));
     EXPECT_THAT(shownIDs(story), ElementsAre("archivo:Videos/film"));
     // A tile of its own leads to its row, which the list did not show.
-    story.app().places()->showKind(-1);
+    story.app().list()->showKind(-1);
     story.app().places()->explain(film);
-    EXPECT_EQ(story.app().places()->onlyKind(), kindOf(InventoryKind::large));
+    EXPECT_EQ(story.app().list()->onlyKind(), kindOf(InventoryKind::large));
     EXPECT_EQ(story.app().places()->opened(), film);
 }
 

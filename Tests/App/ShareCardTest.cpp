@@ -8,6 +8,7 @@
 
 using lumo::Category;
 using lumo::Language;
+using tarvo::CardLook;
 using tarvo::ShareStats;
 using tarvo::testing::TempHome;
 namespace ShareCard = tarvo::ShareCard;
@@ -52,7 +53,10 @@ TEST(ShareCard, LeavesItsMarginsFreeHoweverMuchIsOnIt) {
              {statsWith(0, gigabyte).withEmptied(3 * gigabyte), statsWith(1, 5 * gigabyte),
               statsWith(4, gigabyte), statsWith(9, gigabyte),
               statsWith(10, gigabyte * 8000000).withEmptied(1), ShareStats()}) {
-            const QImage image = ShareCard::drawn(stats, language);
+            // A dark window showed a white card.
+            const auto look = number % 2 == 0 ? CardLook::light : CardLook::dark;
+            const QImage image = ShareCard::drawn(stats, look, language);
+            EXPECT_EQ(qGray(image.pixel(0, 0)) < 64, look == CardLook::dark);
             EXPECT_EQ(image.size(), QSize(1200, 630));
             for (const QRect& part : {QRect(0, 0, 1200, 64), QRect(0, 586, 1200, 44), QRect(0, 0, 60, 630),
                                       QRect(1136, 0, 64, 630), QRect(536, 0, 44, 540)}) {
@@ -70,8 +74,8 @@ TEST(ShareCard, LeavesItsMarginsFreeHoweverMuchIsOnIt) {
 
 TEST(ShareCard, IsSavedWholeUnderItsDayAndReplacesOnlyThatDaysCard) {
     const TempHome home;
-    const QImage one = ShareCard::drawn(statsWith(1, 1000000000), Language::es);
-    const QImage two = ShareCard::drawn(statsWith(2, 1000000000), Language::es);
+    const QImage one = ShareCard::drawn(statsWith(1, 1000000000), CardLook::light, Language::es);
+    const QImage two = ShareCard::drawn(statsWith(2, 1000000000), CardLook::dark, Language::es);
     const auto failed = ShareCard::save(one, home.path(), now, Language::en);
     ASSERT_FALSE(failed) << "there is no desktop";
     EXPECT_TRUE(failed.error().message.starts_with("Couldn't save the image: "));

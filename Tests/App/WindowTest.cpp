@@ -1,10 +1,8 @@
 #include "LumoCore/Basics/Language.h"
 #include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/QtText.h"
-#include "TarvoApp/Views/MainWindow.h"
-#include "TarvoApp/Views/ReleaseNotes.h"
 #include "TarvoModel/Showing/DiskMap.h"
-#include "Tests/App/AppStory.h"
+#include "Tests/App/WindowStory.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -31,112 +29,6 @@ using ::testing::IsSupersetOf;
 using ::testing::Not;
 using ::testing::StartsWith;
 
-namespace {
-
-std::vector<std::string> warnings;
-
-void keepWarnings(QtMsgType type, const QMessageLogContext&, const QString& message) {
-    if (type != QtDebugMsg && type != QtInfoMsg) {
-        warnings.push_back(bytesOf(message));
-    }
-}
-
-void visit(QAccessibleInterface* item, const std::function<void(QAccessibleInterface&)>& see) {
-    if (item == nullptr || item->state().invisible) {
-        return;
-    }
-    see(*item);
-    for (int child = 0; child < item->childCount(); ++child) {
-        visit(item->child(child), see);
-    }
-}
-
-} // namespace
-
-/// The main window as a person and a screen reader find it.
-class MainWindowTest : public ::testing::Test {
-  protected:
-    explicit MainWindowTest(const RunMode& mode = {.isDemo = true}) : story(mode) {
-        qputenv("QT_QUICK_BACKEND", "software");
-        QAccessible::setActive(true);
-        warnings.clear();
-        previous_ = qInstallMessageHandler(keepWarnings);
-    }
-    ~MainWindowTest() override {
-        windows_.reset();
-        qInstallMessageHandler(previous_);
-        EXPECT_THAT(warnings, IsEmpty());
-    }
-
-    QQuickWindow& open() {
-        QQuickWindow& window = begin();
-        EXPECT_TRUE(story.waitUntil(
-            [&] { return story.app().scanning()->hasReport() && !story.app().activity()->isBusy(); }));
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
-        return window;
-    }
-
-    /// The window with whatever goes on then.
-    QQuickWindow& begin() {
-        story.app().settings()->setWelcomeSeen(true);
-        story.app().settings()->setSeenNews(ReleaseNotes::version());
-        if (story.app().showsWelcome()) {
-            story.app().finishWelcome();
-        }
-        windows_ = std::make_unique<MainWindow>(story.app());
-        return *windows_->window();
-    }
-
-    /// The first thing that can be seen and whose name begins so.
-    QAccessibleInterface* named(const std::string& name) {
-        QAccessibleInterface* found = nullptr;
-        visit(QAccessible::queryAccessibleInterface(windows_->window()), [&](QAccessibleInterface& item) {
-            if (found == nullptr && bytesOf(item.text(QAccessible::Name)).starts_with(name)) {
-                found = &item;
-            }
-        });
-        return found;
-    }
-
-    /// All that a screen reader finds, as "role|name".
-    std::vector<std::string> told() {
-        std::vector<std::string> items;
-        visit(QAccessible::queryAccessibleInterface(windows_->window()), [&](QAccessibleInterface& item) {
-            items.push_back(QMetaEnum::fromType<QAccessible::Role>().valueToKey(item.role()) +
-                            std::string("|") + bytesOf(item.text(QAccessible::Name)));
-        });
-        return items;
-    }
-
-    void click(const std::string& name) {
-        QAccessibleInterface* const item = named(name);
-        ASSERT_NE(item, nullptr) << name;
-        const QPoint middle = windows_->window()->mapFromGlobal(item->rect().center());
-        QTest::mouseClick(windows_->window(), Qt::LeftButton, {}, middle);
-    }
-
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-        QTest::keyClick(windows_->window(), key, modifiers);
-    }
-
-    [[nodiscard]] std::string focused() const {
-        QObject* const item = windows_->window()->activeFocusItem();
-        QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(item);
-        return told == nullptr ? "" : bytesOf(told->text(QAccessible::Name));
-    }
-
-    AppStory story;
-
-  private:
-    std::unique_ptr<MainWindow> windows_;
-    QtMessageHandler previous_ = nullptr;
-};
-
-class MainWindowAtHomeTest : public MainWindowTest {
-  protected:
-    MainWindowAtHomeTest() : MainWindowTest(RunMode()) {}
-};
-
 TEST_F(MainWindowTest, AClickOnARowTicksItAndTheFooterSaysSo) {
     open();
     const std::string title = story.app().rows()->rows().front().title;
@@ -162,7 +54,7 @@ TEST_F(MainWindowTest, SearchingNarrowsTheListAndEscapeWidensItAgain) {
     // That nothing matches was written over what grew most.
     const std::string grew(lumo::Words{"Lo que más ha crecido", "Grew most"}.in());
     EXPECT_TRUE(story.waitUntil([&] { return named(grew) != nullptr; }));
-    story.app().places()->setSearchText("no such thing");
+    story.app().list()->setSearchText("no such thing");
     const std::string nothing = lumo::Words{"Nada coincide", "Nothing matches"}.in();
     EXPECT_TRUE(story.waitUntil([&] { return named(nothing) != nullptr; }));
     EXPECT_TRUE(story.waitUntil([&] { return named(grew) == nullptr; }));
@@ -233,7 +125,7 @@ TEST_F(MainWindowTest, AKindOfItemsIsReachedByTheKeyboardAndShowsItsRowsAlone) {
     EXPECT_THAT(told(), Contains(StartsWith("CheckBox|Norway 2023.mp4, ")));
     EXPECT_EQ(story.app().rows()->count(), 3);
     // What needs an administrator has the command, and no box to tick.
-    story.app().places()->showKind(static_cast<int>(lumo::InventoryKind::system));
+    story.app().list()->showKind(static_cast<int>(lumo::InventoryKind::system));
     ASSERT_TRUE(story.waitUntil([&] { return named("journal, ") != nullptr; }));
     EXPECT_EQ(named("journal, ")->role(), QAccessible::ListItem);
     story.app().places()->openRow(story.app().rows()->keyAt(0), true);
@@ -241,7 +133,7 @@ TEST_F(MainWindowTest, AKindOfItemsIsReachedByTheKeyboardAndShowsItsRowsAlone) {
     ASSERT_TRUE(story.waitUntil([&] { return named(copy) != nullptr; }));
     click(copy);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), "sudo journalctl --vacuum-time=2weeks");
-    story.app().places()->showKind(static_cast<int>(lumo::InventoryKind::docker));
+    story.app().list()->showKind(static_cast<int>(lumo::InventoryKind::docker));
     const std::string why = lumo::Words{"Docker no está en marcha", "Docker is not running"}.in();
     EXPECT_TRUE(story.waitUntil([&] { return named(why) != nullptr; }));
 }
@@ -273,10 +165,10 @@ TEST_F(MainWindowTest, ATileThatCannotBeTickedOpensWhatIsKnownOfItAndTheMenuCome
     const auto& rows = story.app().ticked()->rows();
     const auto unknown = std::ranges::find(rows, RowGroup::unclassified, &Row::group);
     ASSERT_NE(unknown, rows.end());
-    places.setSearchText("no such thing");
+    story.app().list()->setSearchText("no such thing");
     click(unknown->title + ", ");
     EXPECT_EQ(idOf(places.opened()), unknown->id);
-    EXPECT_EQ(places.searchText(), "") << "its row is to be seen";
+    EXPECT_EQ(story.app().list()->searchText(), "") << "its row is to be seen";
     EXPECT_TRUE(story.waitUntil([&] { return focused().starts_with(unknown->title); }));
     const std::string open(lumo::Words{"Ver qué es", "See What It Is"}.in());
     press(Qt::Key_F10, Qt::ShiftModifier);
@@ -330,7 +222,7 @@ TEST_F(MainWindowTest, SeveralRowsAreChosenByShiftAndTickedTogetherAndSortedOthe
     EXPECT_NE(ticked(), before);
     press(Qt::Key_Escape);
     EXPECT_EQ(named(chosen), nullptr);
-    story.app().places()->setOrder(static_cast<int>(Kinds::Order::ByName));
+    story.app().list()->setOrder(static_cast<int>(Kinds::Order::ByName));
     EXPECT_NE(story.app().rows()->rows(), rows);
     EXPECT_NE(named(lumo::Words{"Orden: Nombre", "Sort: Name"}.in()), nullptr);
 }

@@ -124,6 +124,7 @@ TEST(Golden, HelpOfEveryCommand) {
                                 "plan",
                                 "clean",
                                 "find",
+                                "explore",
                                 "holding",
                                 "undo",
                                 "restore",

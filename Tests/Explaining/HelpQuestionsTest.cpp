@@ -147,7 +147,7 @@ constexpr std::array<Asked, 60> spanish{{
 }};
 
 // What the windows show, alone: somebody saw it and asks what it is.
-constexpr std::array<Asked, 40> englishWords{{
+constexpr std::array<Asked, 41> englishWords{{
     {"violet", "colores"},
     {"striped", "colores"},
     {"gray", "colores"},
@@ -176,7 +176,8 @@ constexpr std::array<Asked, 40> englishWords{{
     {"Local model", "ia"},
     {"Active project", "proyectos"},
     {"Show Whole Disk", "disco-entero"},
-    {"Grew most since", "barra"},
+    {"Grew most since", "crecimiento"},
+    {"History", "historial"},
     {"Start at login", "barra"},
     {"Never Touch This Folder", "ajustes"},
     {"Appearance", "ajustes"},
@@ -190,7 +191,7 @@ constexpr std::array<Asked, 40> englishWords{{
     {"Analyze again", "lento"},
 }};
 
-constexpr std::array<Asked, 40> spanishWords{{
+constexpr std::array<Asked, 41> spanishWords{{
     {"violeta", "colores"},
     {"rayado", "colores"},
     {"gris", "colores"},
@@ -219,7 +220,8 @@ constexpr std::array<Asked, 40> spanishWords{{
     {"Modelo local", "ia"},
     {"Proyecto activo", "proyectos"},
     {"Ver disco entero", "disco-entero"},
-    {"Lo que más ha crecido desde", "barra"},
+    {"Lo que más ha crecido desde", "crecimiento"},
+    {"Historial", "historial"},
     {"Abrir al iniciar sesión", "barra"},
     {"No tocar nunca esta carpeta", "ajustes"},
     {"Aspecto", "ajustes"},

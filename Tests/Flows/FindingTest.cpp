@@ -1,14 +1,18 @@
 #include "TarvoModel/Flows/Finding.h"
 #include "LumoCore/Cleanup/CleanupExecutor.h"
+#include "LumoCore/History/SnapshotStore.h"
 #include "TarvoModel/Flows/Cleaning.h"
 #include "TarvoModel/Flows/Preferences.h"
+#include "TarvoModel/Flows/ScanResult.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <filesystem>
 #include <map>
+#include <unistd.h>
 
 using namespace lumo;
 using namespace tarvo;
@@ -105,4 +109,25 @@ TEST(Finding, LeavesOneCopyHoweverManyGoAtOnce) {
     EXPECT_THAT(done->outcomes, SizeIs(3));
     EXPECT_TRUE(fs::exists(home.path("a")));
     EXPECT_THAT(planned({.items = {ids[0]}}, deskOf(home)).unknownItems, ElementsAre(ids[0]));
+}
+
+TEST(Finding, ALargeFileThatIsNewSinceTheLastScanHasGrown) {
+    // Only what a rule, a project or an unknown folder held was ever told to have grown.
+    const TempHome home;
+    home.folder("Videos");
+    Desk desk = deskOf(home);
+    const Date today = desk.now();
+    desk.now = [&] { return today - std::chrono::days(1); };
+    const auto pass = [&] { return *scanResult({.pass = ScanPass::full, .desk = desk, .stop = {}}); };
+    EXPECT_THAT(pass().items, Each(::testing::Field(&Inventory::items, IsEmpty())));
+    constexpr off_t film = 250000000;
+    const int file = open(home.file("Videos/film.mkv").c_str(), O_WRONLY | O_CLOEXEC);
+    EXPECT_EQ(posix_fallocate(file, 0, film), 0);
+    close(file);
+    desk.now = [&] { return today; };
+    const ScanResult result = pass();
+    ASSERT_TRUE(result.growth);
+    EXPECT_THAT(result.growth->items,
+                ElementsAre(::testing::Field(&GrowthItem::id, "archivo:Videos/film.mkv")));
+    EXPECT_THAT(SnapshotStore(home.path()).load().back().sizes, Contains(Key("archivo:Videos/film.mkv")));
 }

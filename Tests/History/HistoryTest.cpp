@@ -72,6 +72,23 @@ TEST(GrowthTracker, TakesTheNewestSnapshotThatIsOldEnoughOrElseTheOldest) {
     }
 }
 
+TEST(GrowthTracker, KnowsANewFileFromOneThatNobodyLookedForAndNeverGuesses) {
+    // Films and models came and went, and no snapshot said so.
+    constexpr std::int64_t film = 5000000000;
+    Inventory large{.kind = InventoryKind::large};
+    const ScanReport report{.scannedAt = now};
+    const DiskSnapshot before = DiskSnapshot::from(report, {large});
+    large.items = {{.id = "archivo:Videos/film.mkv", .name = "film.mkv", .bytes = film}};
+    Inventory models{.kind = InventoryKind::models};
+    models.items = {{.id = "modelo:ollama:llama3", .name = "llama3", .bytes = film}};
+    const DiskSnapshot after = DiskSnapshot::from(report, {large, models});
+    EXPECT_THAT(GrowthTracker::compare(after, before, GrowthTracker::smallestGrowth),
+                ElementsAre(GrowthItem{"archivo:Videos/film.mkv", "film.mkv", film, film}));
+    EXPECT_THAT(GrowthTracker::compare(after, DiskSnapshot::from(report), 1), IsEmpty());
+    models.unavailable = "slow";
+    EXPECT_FALSE(DiskSnapshot::from(report, {models}).sizes.contains("modelo:"));
+}
+
 TEST(GrowthTracker, ReportsWhatGrewByTheMinimumAndNewFoldersButNoNewRules) {
     constexpr std::int64_t some = 300000000;
     const std::string artifact = "proyecto:app/node_modules";

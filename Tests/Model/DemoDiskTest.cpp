@@ -69,8 +69,8 @@ TEST(DemoDisk, ShowsWhatIsHeldBackWhatGrewAndWhatIsSetAside) {
 
     for (const auto& [language, system] : shownAs) {
         const lumo::ScanReport shown = DemoDisk::report(now, language, system);
-        const lumo::Growth growth =
-            lumo::GrowthTracker::growthOf(shown, {DemoDisk::yesterday(shown, system)});
+        const lumo::Growth growth = lumo::GrowthTracker::growthOf(lumo::DiskSnapshot::from(shown),
+                                                                  {DemoDisk::yesterday(shown, system)});
         EXPECT_EQ(growth.since, now - std::chrono::days(1));
         ASSERT_THAT(growth.items, SizeIs(6));
         EXPECT_EQ(growth.items.front().id, system == System::macos ? "xcode-derived-data" : "go-build-cache");

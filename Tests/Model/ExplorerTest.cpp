@@ -174,7 +174,7 @@ TEST(Explorer, KnowsWhatIsCertain) {
 TEST(UsageExport, ComesBackByteForByteWithEachFileOnce) {
     const TempHome home;
     home.files({"d/\xFF\x1B[31m\"\\\t", "d/e/plain", "ñ"}, 9000);
-    home.hardLink("other", home.path("ñ"));
+    home.hardLink("other", "ñ");
     home.link("link", "nowhere");
     const auto tree = treeOf(home);
     const std::string document = usageExport(*tree, "1", platform::now());

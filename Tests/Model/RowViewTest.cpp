@@ -173,7 +173,7 @@ TEST(RowFacts, SayHowItIsFreedHowManyFilesItHasAndWhenItChanged) {
 TEST(PlaceOffers, AreWhatWouldDoSomething) {
     const Place cache{.state = TileState::unselected, .paths = 1, .canZoom = true, .hasRow = true};
     EXPECT_EQ(offersFor(cache, {}), (PlaceOffers{true, true, true, true, true, true, true}));
-    const PlaceOffers demo = offersFor(cache, {.isDemo = true});
+    const PlaceOffers demo = offersFor(cache, {.isElsewhere = true});
     EXPECT_EQ(demo, (PlaceOffers{.tick = true, .zoom = true, .explain = true, .preview = true}));
     EXPECT_FALSE(offersFor(cache, {.isBusy = true}).archive);
     const Place several{.state = TileState::blocked, .paths = 3, .hasRow = true, .isProtected = true};

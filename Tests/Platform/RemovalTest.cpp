@@ -5,11 +5,13 @@
 
 #include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 
@@ -271,10 +273,11 @@ TEST(Removal, EndsAlsoWhileAnotherProgramKeepsWriting) {
 TEST(Removal, EndsAtAFolderThatIsToBeSparedAlsoWhereItIsEmpty) {
     // A protected folder that was moved into a cache after the last look was deleted with it.
     const TempHome home;
-    home.file("tree/full/x");
-    home.folder("tree/empty");
     const auto base = BaseFolder::open(home.path());
     for (const char* name : {"tree/full", "tree/empty"}) {
+        // What the disk lists before the spared folder is gone each time.
+        home.file("tree/full/x");
+        home.folder("tree/empty");
         const std::vector spared{*identityAt(*base->placeWithoutLinks(name))};
         for (const auto removal : {lumo::platform::removeTree, lumo::platform::removeContents}) {
             for (const char* target : {name, "tree"}) {
@@ -284,7 +287,6 @@ TEST(Removal, EndsAtAFolderThatIsToBeSparedAlsoWhereItIsEmpty) {
             }
         }
         EXPECT_TRUE(std::filesystem::exists(home.path(name)));
-        home.file("tree/full/x");
     }
 }
 
@@ -357,4 +359,27 @@ TEST(Removal, OfALargeTreeByManyThreadsStaysInItWhileFoldersAndLinksChangePlaces
     isOver = true;
     swapper.join();
     EXPECT_EQ(errorRemoving(home, "tree"), 0);
+}
+
+TEST(Removal, OfALargeTreeThatIsKilledHasTouchedNothingElseAndIsFinishedByTheNext) {
+    const TempHome home;
+    const Canary canary(home);
+    for (const std::size_t left : {19U, 12U, 5U}) {
+        makeLargeTree(home, 20);
+        for (int folder = 0; folder < 20; ++folder) {
+            home.link("tree/" + std::to_string(folder) + "/link", canary.path());
+        }
+        const pid_t remover = fork();
+        if (remover == 0) {
+            errorRemoving(home, "tree");
+            _exit(0);
+        }
+        while (namesIn(home.path("tree")).size() > left) {
+            std::this_thread::yield();
+        }
+        kill(remover, SIGKILL);
+        waitpid(remover, nullptr, 0);
+        EXPECT_EQ(errorRemoving(home, "tree"), 0);
+        EXPECT_EQ(namesIn(home.path()), Names{"canary"});
+    }
 }

@@ -93,7 +93,7 @@ TEST(NamedTree, ListsEveryEntryOfARealTreeWithTheSumsThatMeasuringGives) {
 TEST(NamedTree, ChargesAFileWithSeveralNamesToTheFirstPathAndWhatGoesWithIt) {
     const TempHome home;
     home.file("b/one", 9000);
-    home.hardLink("a/two", home.path("b/one"));
+    home.hardLink("a/two", "b/one");
     home.file("b/lone", 5000);
     const auto tree = measured(home.path());
     const std::int64_t shared = allocatedBytes(home.path("b/one"));
