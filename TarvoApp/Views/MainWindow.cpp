@@ -34,8 +34,7 @@ MainWindow::MainWindow(AppModel& app, Begin begin) : app_(app), desktop_(app) {
             QCoreApplication::installTranslator(translator);
         }
     }
-    engine_.addImageProvider(QStringLiteral("photos"),
-                             new PhotoPictures(app.photos()->thumbnails()));
+    engine_.addImageProvider(QStringLiteral("photos"), new PhotoPictures(app.photos()->thumbnails()));
     engine_.addImportPath(QStringLiteral(":/qt/qml"));
     // By the module's name: loading the file alone would not register what the module has from C++.
     engine_.loadData("import Tarvo\nMain {}", QUrl(QStringLiteral("qrc:/qt/qml/Window.qml")));
