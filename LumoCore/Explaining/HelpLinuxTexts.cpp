@@ -440,7 +440,26 @@ std::span<const Row> linuxOnlyRows() {
           .keywords = {"crecimiento, creciendo, evolucion, ha crecido, crecido, crece, lo que mas ha crecido "
                        "desde, con el tiempo, ha subido, ha encogido, grafica",
                        "growth, growing, over time, grew, grown, grew most since, got bigger, trend, chart, "
-                       "shrank, went up"}}});
+                       "shrank, went up"}},
+         {.id = "fotos",
+          .question = {"¿Cómo encuentro fotos repetidas o parecidas?",
+                       "How do I find duplicate or similar photos?"},
+          .answer =
+              {"En Repasar fotos, que se abre con Ctrl+P o desde el menú. Mira tu carpeta de imágenes, o la "
+               "que elijas, y junta las copias exactas, las parecidas, las ráfagas y las capturas de "
+               "pantalla; lo demás va por meses, lo más grande primero. De cada grupo propongo "
+               "conservar una, pero no elijo nada por ti: te mueves con las flechas, eliges con la barra "
+               "espaciadora y ves una en grande con Intro. Lo que elijas se aparta 7 días, tras "
+               "preguntarte.",
+               "In Review Photos, which opens with Ctrl+P or from the menu. It looks at your pictures "
+               "folder, or one you choose, and puts exact copies, look-alikes, bursts and screenshots "
+               "together; the rest goes by month, the largest first. Of each group I propose one to "
+               "stay, but I choose nothing for you: the arrow keys move, the space bar chooses and "
+               "Return shows one large. What you choose is set aside for 7 days, after a question."},
+          .keywords = {"fotos, foto, imagenes repetidas, fotos repetidas, fotos parecidas, fotos duplicadas, "
+                       "rafagas, capturas de pantalla, borrosas, videos repetidos",
+                       "photos, photo, pictures, duplicate photos, similar photos, look-alikes, bursts, "
+                       "screenshots, blurry, blurred"}}});
     return rows;
 }
 

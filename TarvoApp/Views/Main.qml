@@ -188,7 +188,8 @@ ApplicationWindow {
 
                 Layout.fillHeight: true
                 Layout.fillWidth: window.narrow
-                Layout.preferredWidth: Math.min(window.width * 0.37, 560)
+                Layout.preferredWidth: Math.min(window.width * 0.37, 560) + sideWidth
+                roomy: window.narrow || window.width >= 1360
                 visible: !window.narrow || tabs.currentIndex === 1
 
                 onGrowthWanted: sides.openGrowth()

@@ -8,6 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QMetaEnum>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -103,6 +105,37 @@ TEST_F(MainWindowTest, TheListGoesToItsEndsAndByPages) {
     EXPECT_THAT(focused(), Not(StartsWith(rows.back().title)));
     press(Qt::Key_Home);
     EXPECT_THAT(focused(), StartsWith(rows.front().title));
+}
+
+TEST_F(MainWindowTest, AKindOfItemsIsReachedByTheKeyboardAndShowsItsRowsAlone) {
+    open();
+    ASSERT_TRUE(story.waitUntil([&] { return !story.app().items()->isLooking(); }));
+    click(lumo::Words{"De cerca", "Closer look"}.in());
+    const std::string kinds = lumo::Words{"Lo del análisis", "What the scan found"}.in();
+    ASSERT_TRUE(story.waitUntil([&] { return named(kinds) != nullptr; }));
+    for (int tabs = 0; tabs < 40 && focused() != kinds; ++tabs) {
+        press(Qt::Key_Tab);
+    }
+    ASSERT_EQ(focused(), kinds);
+    press(Qt::Key_Down);
+    EXPECT_THAT(focused(), StartsWith(lumo::titleOf(lumo::InventoryKind::large) + ", "));
+    press(Qt::Key_Space);
+    EXPECT_TRUE(named(focused())->state().checked);
+    EXPECT_THAT(told(), Contains(StartsWith("RadioButton|" + lumo::titleOf(lumo::InventoryKind::large))));
+    EXPECT_THAT(told(), Contains(StartsWith("CheckBox|Norway 2023.mp4, ")));
+    EXPECT_EQ(story.app().rows()->count(), 3);
+    // What needs an administrator has the command, and no box to tick.
+    story.app().list()->showKind(static_cast<int>(lumo::InventoryKind::system));
+    ASSERT_TRUE(story.waitUntil([&] { return named("journal, ") != nullptr; }));
+    EXPECT_EQ(named("journal, ")->role(), QAccessible::ListItem);
+    story.app().places()->openRow(story.app().rows()->keyAt(0), true);
+    const std::string copy = lumo::Words{"Copiar orden", "Copy Command"}.in();
+    ASSERT_TRUE(story.waitUntil([&] { return named(copy) != nullptr; }));
+    click(copy);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "sudo journalctl --vacuum-time=2weeks");
+    story.app().list()->showKind(static_cast<int>(lumo::InventoryKind::docker));
+    const std::string why = lumo::Words{"Docker no está en marcha", "Docker is not running"}.in();
+    EXPECT_TRUE(story.waitUntil([&] { return named(why) != nullptr; }));
 }
 
 TEST_F(MainWindowTest, ARowOpensToAllThatIsKnownOfItAndItsPreview) {
