@@ -136,9 +136,9 @@ void takeDetails(Photographer& photographer, MainWindow& windows, AppModel& app)
 /// What a closer look found of one kind.
 void takeItems(Photographer& photographer, MainWindow& windows, AppModel& app) {
     wait(patience, [&] { return !app.items()->isLooking(); });
-    app.places()->showKind(static_cast<int>(lumo::InventoryKind::large));
+    app.list()->showKind(static_cast<int>(lumo::InventoryKind::large));
     photographer.takeBoth(windows.window(), QStringLiteral("items"));
-    app.places()->showKind(-1);
+    app.list()->showKind(-1);
 }
 
 /// What the cleanups did, and how things grew.

@@ -147,7 +147,7 @@ constexpr std::array<Asked, 60> spanish{{
 }};
 
 // What the windows show, alone: somebody saw it and asks what it is.
-constexpr std::array<Asked, 41> englishWords{{
+constexpr std::array<Asked, 42> englishWords{{
     {"violet", "colores"},
     {"striped", "colores"},
     {"gray", "colores"},
@@ -192,7 +192,7 @@ constexpr std::array<Asked, 41> englishWords{{
     {"Analyze again", "lento"},
 }};
 
-constexpr std::array<Asked, 41> spanishWords{{
+constexpr std::array<Asked, 42> spanishWords{{
     {"violeta", "colores"},
     {"rayado", "colores"},
     {"gris", "colores"},
