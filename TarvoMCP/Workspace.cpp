@@ -132,7 +132,7 @@ lumo::Result<std::shared_ptr<const lumo::Inventory>> Workspace::find(const FindR
     if (call.stop.stop_requested() || inventories.empty()) {
         return lumo::failure(Words{"Interrumpido.", "Interrupted."}.in());
     }
-    const auto inventory = std::make_shared<const lumo::Inventory>(std::move(inventories.front()));
+    auto inventory = std::make_shared<const lumo::Inventory>(std::move(inventories.front()));
     lock.lock();
     if (changes == changes_) {
         looks_[kind] = {request, inventory, platform::monotonicSeconds()};

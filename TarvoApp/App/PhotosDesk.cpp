@@ -6,8 +6,6 @@
 #include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/QtText.h"
 
-#include <QFile>
-
 #include <algorithm>
 #include <chrono>
 #include <utility>
@@ -108,7 +106,7 @@ void PhotosDesk::forget() {
 }
 
 void PhotosDesk::lookIn(const QUrl& folder) {
-    folder_ = QFile::encodeName(folder.toLocalFile()).toStdString();
+    folder_ = pathOf(folder);
     read_ = {};
     chapter_ = 0;
     chosen_.clear();

@@ -40,8 +40,6 @@ QtObject {
     readonly property string nowTakes: pick("ahora %1", "now %1")
 
     readonly property string photos: pick("Repasar fotos", "Review Photos")
-    readonly property string photosHelp: pick("Copias, parecidas, ráfagas y capturas: decide tú cuáles sobran",
-                                              "Copies, look-alikes, bursts and screenshots: you decide which can go")
     readonly property string chapters: pick("Apartados", "Chapters")
     readonly property string otherFolder: pick("Otra carpeta…", "Other Folder…")
     readonly property string chooseRest: pick("Elegir el resto", "Choose the Rest")

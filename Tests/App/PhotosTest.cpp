@@ -86,6 +86,17 @@ TEST(Thumbnails, SharesTheCacheOfTheDesktopAndLeavesNoTrace) {
     EXPECT_TRUE(thumbnails.of(home.path("Pictures/none.png")).isNull());
 }
 
+// A folder whose name is not UTF-8 was looked for under another one.
+TEST(Photos, AreReviewedInAFolderOfAnyName) {
+    AppStory story;
+    save(story.home, "plain/beach.png", drawn(1));
+    std::filesystem::rename(story.home.path("plain"), story.home.path("odd \xff"));
+    PhotosDesk& photos = *story.app().photos();
+    photos.lookIn(urlOf(story.home.path("odd \xff")));
+    ASSERT_TRUE(story.waitUntil([&] { return photos.busyText().isEmpty(); }));
+    EXPECT_EQ(photos.chapters().size(), 1);
+}
+
 TEST(Photos, AreReviewedSetAsideAndPutBack) {
     AppStory story;
     const TempHome& home = story.home;
