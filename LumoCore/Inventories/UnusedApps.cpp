@@ -126,8 +126,7 @@ class Search final {
     }
 
     [[nodiscard]] std::string needsAdministrator(const std::string& command) const {
-        return Words{"hace falta ser administrador: {}", "needs an administrator: {}"}.in(query_.language,
-                                                                                          command);
+        return lumo::needsAdministrator(command, query_.language);
     }
 
     /// Programs that are one file each, where people keep them.

@@ -11,6 +11,7 @@
 #include "TarvoApp/App/HelpDesk.h"
 #include "TarvoApp/App/HistoryDesk.h"
 #include "TarvoApp/App/HoldingDesk.h"
+#include "TarvoApp/App/ItemsDesk.h"
 #include "TarvoApp/App/LoginDesk.h"
 #include "TarvoApp/App/MonitorDesk.h"
 #include "TarvoApp/App/PhotosDesk.h"
@@ -48,6 +49,7 @@ class AppModel final : public QObject {
     Q_PROPERTY(tarvo::VolumesDesk* volumes READ volumes CONSTANT)
     Q_PROPERTY(tarvo::ScanningDesk* scanning READ scanning CONSTANT)
     Q_PROPERTY(tarvo::TickedDesk* ticked READ ticked CONSTANT)
+    Q_PROPERTY(tarvo::ItemsDesk* items READ items CONSTANT)
     Q_PROPERTY(tarvo::ExplainingDesk* explaining READ explaining CONSTANT)
     Q_PROPERTY(tarvo::PlacesDesk* places READ places CONSTANT)
     Q_PROPERTY(tarvo::ListDesk* list READ list CONSTANT)
@@ -91,6 +93,7 @@ class AppModel final : public QObject {
     [[nodiscard]] VolumesDesk* volumes() { return &volumes_; }
     [[nodiscard]] ScanningDesk* scanning() { return &scanning_; }
     [[nodiscard]] TickedDesk* ticked() { return &ticked_; }
+    [[nodiscard]] ItemsDesk* items() { return &items_; }
     [[nodiscard]] ExplainingDesk* explaining() { return &explaining_; }
     [[nodiscard]] PlacesDesk* places() { return &places_; }
     [[nodiscard]] ListDesk* list() { return &list_; }
@@ -130,6 +133,7 @@ class AppModel final : public QObject {
     VolumesDesk volumes_;
     ScanningDesk scanning_;
     TickedDesk ticked_;
+    ItemsDesk items_;
     ExplainingDesk explaining_;
     PreviewDesk preview_;
     ListDesk list_;

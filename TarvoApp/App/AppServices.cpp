@@ -6,6 +6,7 @@
 #include "Platform/Environment.h"
 #include "TarvoModel/Flows/ModelChoice.h"
 #include "TarvoModel/Showing/DemoDisk.h"
+#include "TarvoModel/Showing/DemoItems.h"
 
 #include <mutex>
 #include <utility>
@@ -84,6 +85,12 @@ AppServices AppServices::ofThisMachine(const std::string& home, const RunMode& m
             .mountedVolumes = lumo::platform::mountedVolumes,
             .folders = foldersIn(home, mode),
             .preview = previewIn(mode),
+            .look =
+                [home, mode](lumo::InventoryKind kind, const std::stop_token& stop) {
+                    return mode.isDemo ? CloserLook{.found = DemoDisk::items(kind)}
+                                       : lookedAt({.kinds = {kind}}, Desk::ofThisMachine(home, "tarvo-app"),
+                                                  {.stop = stop});
+                },
             .evidence =
                 [home, mode](const std::string& path, const std::stop_token& end) {
                     return mode.isDemo ? DemoDisk::evidence(path)

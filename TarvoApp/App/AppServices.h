@@ -5,6 +5,7 @@
 #include "TarvoApp/App/MapModel.h"
 #include "TarvoApp/App/PreviewDesk.h"
 #include "TarvoModel/Flows/Cleaning.h"
+#include "TarvoModel/Flows/Finding.h"
 #include "TarvoModel/Flows/Preferences.h"
 #include "TarvoModel/Showing/Notification.h"
 #include "TarvoModel/Showing/RunMode.h"
@@ -40,6 +41,8 @@ struct AppServices {
     std::function<std::vector<Volume>()> mountedVolumes;
     MapModel::Folders folders;
     PreviewDesk::Make preview;
+    /// In the background: what a closer look at that kind finds; incomplete after a stop.
+    std::function<CloserLook(lumo::InventoryKind kind, const std::stop_token& stop)> look;
     /// In the background: what an explanation of the folder rests on.
     std::function<lumo::FolderEvidence(const std::string& path, const std::stop_token& end)> evidence;
 

@@ -179,6 +179,8 @@ ApplicationWindow {
             MapView {
                 Layout.fillHeight: true
                 Layout.fillWidth: true
+                // Rather a narrow map than a list beyond the window's edge.
+                Layout.minimumWidth: 0
                 visible: !window.narrow || tabs.currentIndex === 0
 
                 onMenuWanted: (key, at) => menu.openFor(key, at)
@@ -188,7 +190,8 @@ ApplicationWindow {
 
                 Layout.fillHeight: true
                 Layout.fillWidth: window.narrow
-                Layout.preferredWidth: Math.min(window.width * 0.37, 560)
+                Layout.preferredWidth: Math.min(window.width * 0.37, 560) + sideWidth
+                roomy: window.narrow || window.width >= 1360
                 visible: !window.narrow || tabs.currentIndex === 1
 
                 onGrowthWanted: sides.openGrowth()

@@ -133,6 +133,14 @@ void takeDetails(Photographer& photographer, MainWindow& windows, AppModel& app)
     wait(patience, [&] { return app.places()->flashRow().isEmpty(); });
 }
 
+/// What a closer look found of one kind.
+void takeItems(Photographer& photographer, MainWindow& windows, AppModel& app) {
+    wait(patience, [&] { return !app.items()->isLooking(); });
+    app.list()->showKind(static_cast<int>(lumo::InventoryKind::large));
+    photographer.takeBoth(windows.window(), QStringLiteral("items"));
+    app.list()->showKind(-1);
+}
+
 /// What the cleanups did, and how things grew.
 void takeLookingBack(Photographer& photographer, MainWindow& windows, AppModel& app) {
     QQuickWindow* const history = windows.open(MainWindow::Side::history);
@@ -175,6 +183,7 @@ bool takePictures(MainWindow& windows, AppModel& app, const QString& folder) {
     wait(patience, [&] { return app.scanning()->hasReport() && !app.activity()->isBusy(); });
     photographer.takeBoth(window, QStringLiteral("main"));
     takeDetails(photographer, windows, app);
+    takeItems(photographer, windows, app);
     takeSettings(photographer, windows);
     takeHelp(photographer, windows, app);
     takeLookingBack(photographer, windows, app);

@@ -45,6 +45,12 @@ struct SettingsInWindows {
     QML_ANONYMOUS
 };
 
+struct ItemsDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::ItemsDesk)
+    QML_ANONYMOUS
+};
+
 struct RowListInWindows {
     Q_GADGET
     QML_FOREIGN(tarvo::RowList)

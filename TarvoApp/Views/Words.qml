@@ -88,6 +88,13 @@ QtObject {
                                             "Shows only this on the map and in the list")
     readonly property string onlyAgain: pick("Volver a enseñar todo (Esc)", "Show everything again (Esc)")
     readonly property string showAll: pick("Ver todo", "Show all")
+    readonly property string closerLook: pick("De cerca", "Closer look")
+    readonly property string closerLookHelp: pick("Archivos grandes, duplicados, modelos, restos… uno a uno",
+                                                  "Large files, duplicates, models, leftovers… one by one")
+    readonly property string itemKinds: pick("Qué enseña la lista", "What the list shows")
+    readonly property string fromScan: pick("Lo del análisis", "What the scan found")
+    readonly property string copyCommand: pick("Copiar orden", "Copy Command")
+    readonly property string copyCommandHelp: pick("Para pegarla en una terminal", "To paste into a terminal")
     readonly property string chosen: pick("elegida", "chosen")
     readonly property string chooseNone: pick("Ninguna", "None")
     readonly property string tick: pick("Marcar", "Select")

@@ -147,7 +147,7 @@ constexpr std::array<Asked, 60> spanish{{
 }};
 
 // What the windows show, alone: somebody saw it and asks what it is.
-constexpr std::array<Asked, 41> englishWords{{
+constexpr std::array<Asked, 42> englishWords{{
     {"violet", "colores"},
     {"striped", "colores"},
     {"gray", "colores"},
@@ -178,6 +178,7 @@ constexpr std::array<Asked, 41> englishWords{{
     {"Show Whole Disk", "disco-entero"},
     {"Grew most since", "crecimiento"},
     {"History", "historial"},
+    {"Similar photos", "fotos"},
     {"Start at login", "barra"},
     {"Never Touch This Folder", "ajustes"},
     {"Appearance", "ajustes"},
@@ -191,7 +192,7 @@ constexpr std::array<Asked, 41> englishWords{{
     {"Analyze again", "lento"},
 }};
 
-constexpr std::array<Asked, 41> spanishWords{{
+constexpr std::array<Asked, 42> spanishWords{{
     {"violeta", "colores"},
     {"rayado", "colores"},
     {"gris", "colores"},
@@ -222,6 +223,7 @@ constexpr std::array<Asked, 41> spanishWords{{
     {"Ver disco entero", "disco-entero"},
     {"Lo que más ha crecido desde", "crecimiento"},
     {"Historial", "historial"},
+    {"Fotos repetidas", "fotos"},
     {"Abrir al iniciar sesión", "barra"},
     {"No tocar nunca esta carpeta", "ajustes"},
     {"Aspecto", "ajustes"},
