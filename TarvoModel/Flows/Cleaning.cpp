@@ -6,6 +6,7 @@
 #include "LumoCore/Cleanup/HistoryLog.h"
 #include "LumoCore/Cleanup/Holding.h"
 #include "LumoCore/Cleanup/Mover.h"
+#include "LumoCore/Inventories/DetailItem.h"
 
 #include <algorithm>
 
@@ -105,10 +106,28 @@ lumo::Result<Cleaned> cleanChosen(const PlanRequest& request, const Desk& desk, 
     return cleaned;
 }
 
+namespace {
+
+/// The request with the agreed items and no others: what items come to depends on which of them go together.
+PlanRequest requestFor(const Agreement& agreed, PlanRequest request) {
+    if (request.saved) {
+        return request; // Its items are those of the file.
+    }
+    request.items.clear();
+    for (const CleanupAction& action : agreed.actions) {
+        if (lumo::inventoryKindOfID(action.id)) {
+            request.items.push_back(action.id);
+        }
+    }
+    return request;
+}
+
+} // namespace
+
 lumo::Result<Cleaned> clean(const PlanRequest& request, const Agreement& agreed, const Desk& desk,
                             const CleanupWatch& watch) {
     std::vector<LeftOut> left;
-    auto cleaned = cleanChosen(request, desk, watch, [&](const Plan& now) {
+    auto cleaned = cleanChosen(requestFor(agreed, request), desk, watch, [&](const Plan& now) {
         left = leftOutNow(agreed.actions, now);
         Agreement allowed = agreed;
         std::erase_if(allowed.actions, [&](const CleanupAction& action) {

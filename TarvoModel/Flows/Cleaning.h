@@ -63,9 +63,9 @@ struct Agreement {
 /// All that a plan would do, and what of a file it refuses.
 Agreement agreementTo(const Plan& plan);
 
-/// Carries out what was agreed to. Under the home's lock the preferences are read and the plan is made once
-/// more; what it no longer has, or has changed, or now has a reason against, is left out. A failure says why
-/// nothing at all was done.
+/// Carries out what was agreed to, the items of inventories whether or not the request names them. Under the
+/// home's lock the preferences are read and the plan is made once more; what it no longer has, or has
+/// changed, or now has a reason against, is left out. A failure says why nothing at all was done.
 lumo::Result<Cleaned> clean(const PlanRequest& request, const Agreement& agreed, const Desk& desk,
                             const CleanupWatch& watch = {});
 
