@@ -106,12 +106,7 @@ void CleaningDesk::begin(const Agreed& agreed) {
 void CleaningDesk::cleanAgreed(const Agreed& agreed) {
     freeBeforeLastCleanup_ = volumes_.freeNow().value_or(0);
     run(
-        [agreed](PlanRequest request, const Desk& desk, const CleanupWatch& watch) {
-            for (const lumo::CleanupAction& action : agreed.what.actions) {
-                if (!agreed.plan && lumo::inventoryKindOfID(action.id)) {
-                    request.items.push_back(action.id);
-                }
-            }
+        [agreed](const PlanRequest& request, const Desk& desk, const CleanupWatch& watch) {
             return tarvo::clean(agreed.plan ? requestForSaved(*agreed.plan, request) : request, agreed.what,
                                 desk, watch);
         },
@@ -174,6 +169,8 @@ void CleaningDesk::sayWhatWasLeft(const Cleaned& result) {
     } else if (!result.leftOut.empty()) {
         ground_.activity.say(
             leftOutText(result.leftOut.size(), result.leftOut.front().title, result.leftOut.front().reason));
+    } else if (const auto remark = remarkText(result.outcomes)) {
+        ground_.activity.say(*remark);
     }
 }
 
