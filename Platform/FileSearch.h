@@ -35,8 +35,6 @@ class FilesFound final {
     /// may.
     std::uint32_t addFolder(std::string path, std::int32_t device);
     void addFile(std::uint32_t folder, std::string_view name, std::int64_t bytes, std::uint64_t object);
-    /// Gives back what growing took too much of.
-    void settle();
 
   private:
     struct Folder {

@@ -63,6 +63,13 @@ std::string withStraysRestored(std::string_view text) {
     return bytes;
 }
 
+/// True when the text stands in a document as it is, which spares nearly every name and path the library.
+bool isPlain(std::string_view text) {
+    return std::ranges::all_of(text, [](char character) {
+        return character >= ' ' && character <= '~' && character != '"' && character != '\\';
+    });
+}
+
 /// Writes a document without a second copy of it in the library's own form, which takes several times the
 /// memory.
 class Writer final {
@@ -80,7 +87,13 @@ class Writer final {
     void write(bool flag) { text_ += flag ? "true" : "false"; }
     void write(std::int64_t number) { text_ += std::to_string(number); }
     void write(double number) { text_ += nlohmann::json(number).dump(); }
-    void write(const std::string& text) { text_ += nlohmann::json(withStraysMarked(text)).dump(); }
+    void write(const std::string& text) {
+        if (isPlain(text)) {
+            text_.append(1, '"').append(text).append(1, '"');
+        } else {
+            text_ += nlohmann::json(withStraysMarked(text)).dump();
+        }
+    }
 
     void write(const JsonValue::Array& array) {
         writeAll(array, '[', ']', [this](const JsonValue& element) { write(element); });

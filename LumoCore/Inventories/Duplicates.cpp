@@ -73,7 +73,9 @@ class Search final {
     Inventory run() {
         Inventory inventory{.kind = kind, .unreadableCount = found_.unreadableCount};
         const std::vector<Candidate> candidates = alike();
-        const std::vector<std::span<const Candidate>> groups = groupsIn(candidates);
+        std::vector<std::span<const Candidate>> groups = groupsIn(candidates);
+        std::ranges::sort(groups, {},
+                          [&](std::span<const Candidate> group) { return fileOf(group.front()).object; });
         std::mutex mutex;
         parallelFor(groups.size(), query_.stop, [&](std::size_t index) {
             std::vector<DetailItem> items = itemsOf(groups[index]);
@@ -85,9 +87,10 @@ class Search final {
     }
 
   private:
-    /// A file that is as long as another one, by its number, and what its first and last blocks come to.
+    /// A file that may be as long as another one, by its number, and what its first and last blocks come to.
     struct Candidate {
         std::uint32_t file = 0;
+        bool isReadable = false;
         std::uint64_t ends = 0;
     };
 
@@ -95,50 +98,48 @@ class Search final {
         return found_.files()[candidate.file];
     }
 
-    /// The files that have a length in common with another file, in the order of their lengths; those that
-    /// are one file beside each other.
+    /// The files that have a length in common with another file.
     [[nodiscard]] std::vector<Candidate> sameLength() const {
         std::vector<Candidate> all(found_.files().size());
         for (std::uint32_t index = 0; index < all.size(); ++index) {
             all[index].file = index;
         }
         const auto bytesOf = [&](const Candidate& candidate) { return fileOf(candidate).bytes; };
-        std::ranges::sort(all, {}, [&](const Candidate& candidate) {
-            return std::tuple(bytesOf(candidate), fileOf(candidate).object, candidate.file);
-        });
-        std::vector<Candidate> shared;
+        std::ranges::sort(all, {}, bytesOf);
+        // In place, since there may be a million.
+        std::size_t kept = 0;
         for (std::size_t first = 0; first < all.size();) {
             std::size_t end = first + 1;
             while (end < all.size() && bytesOf(all[end]) == bytesOf(all[first])) {
                 ++end;
             }
             if (end - first > 1 && bytesOf(all[first]) > 0) {
-                shared.insert(shared.end(), all.begin() + static_cast<std::ptrdiff_t>(first),
-                              all.begin() + static_cast<std::ptrdiff_t>(end));
+                std::copy(all.begin() + static_cast<std::ptrdiff_t>(first),
+                          all.begin() + static_cast<std::ptrdiff_t>(end),
+                          all.begin() + static_cast<std::ptrdiff_t>(kept));
+                kept += end - first;
             }
             first = end;
         }
-        return shared;
+        all.resize(kept);
+        return all;
     }
 
-    /// Those of them that also begin and end alike; what cannot be read is nobody's copy.
+    /// Those of them that also begin and end alike, in the order of their lengths and ends; names of one file
+    /// beside each other. What cannot be read is nobody's copy.
     [[nodiscard]] std::vector<Candidate> alike() const {
         std::vector<Candidate> candidates = sameLength();
-        std::vector<char> isReadable(candidates.size(), 0);
+        // By the number of the file, which is nearly as the disk holds them: in any other order it would seek
+        // for each.
+        std::ranges::sort(candidates, {},
+                          [&](const Candidate& candidate) { return fileOf(candidate).object; });
         parallelFor(candidates.size(), query_.stop, [&](std::size_t index) {
             const auto file = QuietFile::open(found_.pathOf(fileOf(candidates[index])));
-            if (const auto digest = file ? digestOfEnds(*file) : platform::failed(EINVAL)) {
-                candidates[index].ends = digest->front() ^ digest->back();
-                isReadable[index] = 1;
-            }
+            const auto digest = file ? digestOfEnds(*file) : platform::failed(EINVAL);
+            candidates[index].isReadable = digest.has_value();
+            candidates[index].ends = digest ? digest->front() ^ digest->back() : 0;
         });
-        std::size_t kept = 0;
-        for (std::size_t index = 0; index < candidates.size(); ++index) {
-            if (isReadable[index] != 0) {
-                candidates[kept++] = candidates[index];
-            }
-        }
-        candidates.resize(kept);
+        std::erase_if(candidates, [](const Candidate& candidate) { return !candidate.isReadable; });
         std::ranges::sort(candidates, {}, [&](const Candidate& candidate) {
             return std::tuple(fileOf(candidate).bytes, candidate.ends, fileOf(candidate).object,
                               candidate.file);

@@ -84,7 +84,6 @@ class Search final {
         }
         work();
         threads.clear();
-        found_.settle();
         return std::move(found_);
     }
 
@@ -224,11 +223,6 @@ void FilesFound::addFile(std::uint32_t folder, std::string_view name, std::int64
     }
     files_.push_back({bytes, object, folder, static_cast<std::uint32_t>(names_.size())});
     names_.append(name).push_back('\0');
-}
-
-void FilesFound::settle() {
-    files_.shrink_to_fit();
-    names_.shrink_to_fit();
 }
 
 FilesFound searchFiles(const FileSearch& search, WalkProgress* progress, const std::stop_token& stop) {
