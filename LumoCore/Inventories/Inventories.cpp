@@ -98,6 +98,10 @@ bool mayHoldDatabase(std::string_view id) {
     return Containers::isVolume(id);
 }
 
+bool mayShareParts(std::string_view id) {
+    return inventoryKindOfID(id) == InventoryKind::models;
+}
+
 std::optional<std::string> refusal(const CleanupAction& action, const InventoryQuery& query) {
     const auto kind = inventoryKindOfID(action.id);
     if (kind == InventoryKind::models) {

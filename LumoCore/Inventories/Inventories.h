@@ -31,6 +31,9 @@ std::optional<std::string> keptBy(const std::string& id, const std::string& home
 /// container's volume: to be said before it goes.
 bool mayHoldDatabase(std::string_view id);
 
+/// True for the id of what may come to something else when others go with it.
+bool mayShareParts(std::string_view id);
+
 /// Why an action on an inventory's item may not be carried out at this moment, in words for the user; absent
 /// when it may, and for every other action. To be asked right before: a duplicate's bytes are compared once
 /// more with those of the copy that stays, and no model that stays may need a part of one that goes.

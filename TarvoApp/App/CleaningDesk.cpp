@@ -62,7 +62,20 @@ void CleaningDesk::requestClean() {
         question.file = asked::FromFile{.name = scanning_.fileName(),
                                         .deleted = deletedPaths(ticked.actions, ground_.services.desk.home)};
     }
-    ground_.question.ask(std::move(question));
+    if (!dependsOnCompany(ticked)) {
+        ground_.question.ask(std::move(question));
+        return;
+    }
+    ground_.background.start(
+        [this, ticked, question, desk = ground_.services.desk](const std::stop_token&) -> Background::Apply {
+            return [this, question, wanted = together(ticked, desk)]() mutable {
+                question.actions = wanted.actions;
+                question.shown = wanted.shown;
+                if (!ground_.question.isAsking()) {
+                    ground_.question.ask(std::move(question));
+                }
+            };
+        });
 }
 
 void CleaningDesk::requestClean(const std::vector<std::string>& items, const Asks& asks) {

@@ -6,9 +6,11 @@
 #include "LumoCore/Cleanup/HistoryLog.h"
 #include "LumoCore/Cleanup/Holding.h"
 #include "LumoCore/Cleanup/Mover.h"
-#include "LumoCore/Inventories/DetailItem.h"
+#include "LumoCore/Inventories/Inventories.h"
 
 #include <algorithm>
+#include <iterator>
+#include <set>
 
 namespace tarvo {
 
@@ -51,6 +53,31 @@ Agreement agreementTo(const Plan& plan) {
     return {.actions = lumo::CleanupPlanner::actionsOf(plan.entries),
             .shown = plan.shown,
             .refused = plan.refused};
+}
+
+bool dependsOnCompany(const Agreement& agreed) {
+    return std::ranges::count_if(agreed.actions, [](const CleanupAction& action) {
+               return lumo::Inventories::mayShareParts(action.id);
+           }) > 1;
+}
+
+Agreement together(Agreement agreed, const Desk& desk) {
+    std::vector<std::string> ids;
+    std::ranges::transform(agreed.actions, std::back_inserter(ids), &CleanupAction::id);
+    std::vector<lumo::DetailItem> items =
+        lumo::Inventories::itemsWith(ids, {.home = desk.home, .now = desk.now()});
+    std::set<std::string> found;
+    std::ranges::transform(items, std::inserter(found, found.end()), &lumo::DetailItem::id);
+    // Each place of an item is taken by the next, since they come in the order in which they may go.
+    auto next = items.begin();
+    for (CleanupAction& action : agreed.actions) {
+        if (found.contains(action.id)) {
+            action = std::move(next++->action);
+        }
+    }
+    lumo::ResolvedPaths added = lumo::CleanupExecutor::resolved(agreed.actions, PathGuard(desk.home));
+    agreed.shown.merge(added);
+    return agreed;
 }
 
 std::vector<LeftOut> leftOutNow(const std::vector<CleanupAction>& agreed, const Plan& now) {

@@ -95,6 +95,26 @@ TEST(Finding, TakesASharedPartWithTheLastModelThatNeedsIt) {
     EXPECT_EQ(filesIn(home.path(".ollama")), before);
 }
 
+TEST(Finding, PutsTogetherWhatWasTickedOneByOne) {
+    // Ticked in a list, each model came to what it is alone: together they were said to have changed.
+    const TempHome home;
+    makeModels(home);
+    home.file("film", 20000);
+    Agreement ticked;
+    for (const std::string& id : {two, std::string("archivo:film"), one}) {
+        ticked.actions.push_back(itemNow(id, deskOf(home))->action);
+    }
+    ASSERT_TRUE(dependsOnCompany(ticked));
+    const Agreement agreed = together(ticked, deskOf(home));
+    EXPECT_THAT(eachOf(agreed.actions, &CleanupAction::id), ElementsAre(one, "archivo:film", two));
+    const auto done = clean({}, agreed, deskOf(home));
+    EXPECT_THAT(done->leftOut, IsEmpty());
+    EXPECT_THAT(done->outcomes, Each(::testing::Field(&CleanupOutcome::status, CleanupStatus::done)));
+    EXPECT_FALSE(fs::exists(home.path(ollamaStore + "blobs/" + blob('a'))));
+    ticked.actions.resize(2);
+    EXPECT_FALSE(dependsOnCompany(ticked));
+}
+
 TEST(Finding, LeavesASharedPartWhileAModelThatStaysNeedsIt) {
     const TempHome home;
     makeModels(home);
