@@ -31,7 +31,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (const auto lists = lumo::dockerLists(json)) {
         checkLists(*lists);
     }
-    if (const auto lists = lumo::podmanLists(json, json, json, json)) {
+    if (const auto lists = lumo::podmanLists(json, json, json, json, json)) {
         checkLists(*lists);
     }
     (void)lumo::podmanImageIDs(json);

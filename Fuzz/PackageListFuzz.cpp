@@ -1,5 +1,6 @@
 #include "Fuzz/Check.h"
 #include "LumoCore/Inventories/Packages.h"
+#include "LumoCore/Inventories/Snaps.h"
 #include "LumoCore/Inventories/UnusedApps.h"
 
 // Lists of packages and records of launches are read whatever is in them, and versions have an order.
@@ -16,5 +17,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         check(lumo::compareVersions(left, left) == 0);
     }
     (void)lumo::UnusedApps::launchesIn(all);
+    for (const lumo::InstalledSnap& snap : lumo::snapsIn(all)) {
+        check(!snap.name.empty() && !snap.name.starts_with('-') &&
+              snap.name.find_first_of(" /;\n") == std::string::npos && snap.bytes >= 0);
+    }
     return 0;
 }

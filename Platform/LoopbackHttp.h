@@ -42,4 +42,9 @@ struct LoopbackLimits {
 SystemResult<HttpReply> askLoopback(const LoopbackAddress& address, const LoopbackRequest& request,
                                     const LoopbackLimits& limits, const std::stop_token& stop);
 
+/// The same of a program that listens at a socket in the file system: nothing there fails with ENOENT, a path
+/// that is longer than such addresses can be with ENAMETOOLONG.
+SystemResult<HttpReply> askSocketFile(const std::string& path, const LoopbackRequest& request,
+                                      const LoopbackLimits& limits, const std::stop_token& stop);
+
 } // namespace lumo::platform

@@ -23,13 +23,13 @@ namespace {
 
 std::optional<ExitCode> declinedCleanup(const Plan& plan, const Agreement& agreed, bool isFromFile,
                                         const Invocation& invocation) {
-    const CleanupShares shares = sharesOf(agreed.actions);
     const std::string shown = planText(plan.entries, invocation) +
                               (isFromFile ? deletedPathsText(agreed.actions, invocation) : std::string()) +
-                              confirmationMessage(shares) + "\n";
+                              confirmationMessage(agreed.actions) + "\n";
     // Standard output belongs to the document.
     platform::writeAll(invocation.isJson ? platform::Stream::error : platform::Stream::output, shown);
-    return declined(Words{"¿Limpiar {}?", "Clean {}?"}.with(lumo::ByteFormat::string(shares.total)));
+    return declined(
+        Words{"¿Limpiar {}?", "Clean {}?"}.with(lumo::ByteFormat::string(bytesOf(agreed.actions))));
 }
 
 ExitCode dryRun(const std::vector<PlanEntry>& entries, const Invocation& invocation) {
@@ -38,7 +38,7 @@ ExitCode dryRun(const std::vector<PlanEntry>& entries, const Invocation& invocat
     }
     const std::vector<CleanupAction> actions = lumo::CleanupPlanner::actionsOf(entries);
     return print(planText(entries, invocation) +
-                 (actions.empty() ? std::string() : confirmationMessage(sharesOf(actions)) + "\n"));
+                 (actions.empty() ? std::string() : confirmationMessage(actions) + "\n"));
 }
 
 } // namespace

@@ -134,6 +134,18 @@ lumo::Result<std::vector<CleanupAction>> chosenActions(const ProposedPlan& plan,
     return all;
 }
 
+/// The plan of those items of it alone that were chosen: what a model comes to depends on which others go.
+ProposedPlan narrowed(ProposedPlan plan, const std::optional<std::vector<std::string>>& ids,
+                      const Desk& desk) {
+    const std::size_t before = plan.request.items.size();
+    std::erase_if(plan.request.items,
+                  [&](const std::string& id) { return ids && std::ranges::find(*ids, id) == ids->end(); });
+    if (plan.request.items.size() != before && !plan.request.items.empty()) {
+        plan.plan = planned(plan.request, desk);
+    }
+    return plan;
+}
+
 /// The same for a person's terminal. `chosen` is what was chosen of the plan; when absent all of it.
 std::string cleaningCommand(const ProposedPlan& plan, const std::optional<std::vector<CleanupAction>>& chosen,
                             const std::string& home) {
@@ -249,8 +261,7 @@ ToolAnswer clean(Workspace& workspace, const ToolCall& call) {
     if (!kept) {
         return problem(noSuchPlan());
     }
-    const ProposedPlan& plan = *kept;
-    if (plan.cleaned) {
+    if (kept->cleaned) {
         return problem(
             Words{"Ese plan ya se llevó a cabo: no se ha tocado nada más. what_was_cleaned dice qué "
                   "salió; para seguir, haz otro con propose_cleanup.",
@@ -258,6 +269,10 @@ ToolAnswer clean(Workspace& workspace, const ToolCall& call) {
                   "tells what came of it; to go on, make another with propose_cleanup."}
                 .in());
     }
+    if (const auto known = chosenActions(*kept, *ids); !known) {
+        return problem(known.error().message);
+    }
+    const ProposedPlan plan = narrowed(*kept, *ids, workspace.desk(call.caller));
     const auto actions = chosenActions(plan, *ids);
     if (!actions) {
         return problem(actions.error().message);

@@ -23,7 +23,7 @@ std::string proposalText(const Proposal& proposal, const std::vector<lumo::Clean
     text += actions.empty() ? Words{"No hay nada que limpiar ahora.", "There is nothing to clean now."}.in()
                             : Words{"El plan {} liberaría {}. {}", "The plan {} would free {}. {}"}.with(
                                   proposal.plan, lumo::ByteFormat::string(proposal.totalBytes),
-                                  confirmationMessage(sharesOf(actions)));
+                                  confirmationMessage(actions));
     text += firstLines(proposal.items, [](const ProposedItem& item) {
         return itemLine(item.title, item.bytes, named(item.id));
     });

@@ -163,7 +163,7 @@ std::string cleaningQuestion(const Actions& actions, const lumo::ScanReport& rep
                          recreated) +
                     inShort(recreated);
     }
-    return inShortLines(question + confirmationMessage(sharesOf(actions)));
+    return inShortLines(question + confirmationMessage(actions));
 }
 
 std::string restoringQuestion(const std::vector<lumo::TrashedItem>& items, const Asking& asking) {

@@ -1,5 +1,6 @@
 #include "LumoCore/Cleanup/CleanupExecutor.h"
 
+#include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Reason.h"
@@ -276,11 +277,18 @@ CleanupOutcome runCommand(const Task& task, const std::vector<std::string>& word
                                                     variablesHolding(words, action.measuredPaths));
     if (ran.status == 0) {
         CleanupOutcome outcome = begun(action);
-        if (!action.measuredPaths.empty() && remaining(action) >= task.bytesBefore) {
+        const std::int64_t left = action.measuredPaths.empty() ? 0 : remaining(action);
+        if (!action.measuredPaths.empty() && left >= task.bytesBefore) {
             outcome.message =
                 Words{"la herramienta no ha liberado nada aquí", "the tool freed nothing here"}.in();
-        } else {
-            outcome.freedBytes = goneBytes(task);
+            return outcome;
+        }
+        outcome.freedBytes = goneBytes(task);
+        // As pip does with what a newer pip has put there.
+        constexpr std::int64_t worthTelling = 1000000;
+        if (left >= worthTelling && left > task.bytesBefore / 2) {
+            outcome.message = Words{"la herramienta ha dejado aquí {}", "the tool left {} here"}.with(
+                ByteFormat::string(left));
         }
         return outcome;
     }

@@ -49,7 +49,8 @@ std::vector<CleanupOutcome> run(const std::vector<CleanupAction>& actions, const
 
 /// Carries out one action. All its paths are checked before the first is touched. At the first item that
 /// fails it stops; the outcome then tells what was handled before. Bytes are counted where the measured paths
-/// have shrunk, and no more than they have; a command that has not shrunk its own says so in its message.
+/// have shrunk, and no more than they have; a command that has not shrunk its own, or left most of what was
+/// there, says so in its message.
 CleanupOutcome perform(const CleanupAction& action, const PathGuard& guard, Mover& mover, SafeItems safeItems,
                        const Control& control);
 

@@ -102,8 +102,34 @@ std::size_t sharedLayers(const Layers& left, const Layers& right) {
                                     left.digests.begin());
 }
 
+using LayerSizes = std::map<std::string, std::int64_t>; ///< By what is in a layer.
+
+LayerSizes sizesIn(const JsonValue& layers) {
+    LayerSizes sizes;
+    for (const JsonValue& layer : listIn(layers)) {
+        if (std::string digest = textIn(layer, "diff-digest"); !digest.empty()) {
+            sizes[std::move(digest)] = numberIn(layer, "diff-size");
+        }
+    }
+    return sizes;
+}
+
+/// What the layers take from that one on; absent when nobody tells of one of them.
+std::optional<std::int64_t> bytesFrom(std::size_t first, const Layers& layers, const LayerSizes& sizes) {
+    std::int64_t bytes = 0;
+    for (; first < layers.digests.size(); ++first) {
+        const auto size = sizes.find(layers.digests[first]);
+        if (size == sizes.end()) {
+            return std::nullopt;
+        }
+        bytes = saturatedSum(bytes, size->second);
+    }
+    return std::min(bytes, layers.bytes);
+}
+
 /// What goes with the image: all but the layers that another image has as well.
-std::int64_t uniqueBytes(const std::string& id, const std::map<std::string, Layers>& all) {
+std::int64_t uniqueBytes(const std::string& id, const std::map<std::string, Layers>& all,
+                         const LayerSizes& sizes) {
     const Layers& own = all.at(id);
     std::size_t shared = 0;
     for (const auto& [other, layers] : all) {
@@ -122,7 +148,7 @@ std::int64_t uniqueBytes(const std::string& id, const std::map<std::string, Laye
             return std::max<std::int64_t>(own.bytes - layers.bytes, 0);
         }
     }
-    return 0;
+    return bytesFrom(shared, own, sizes).value_or(0);
 }
 
 std::map<std::string, Layers> layersIn(const JsonValue& inspected) {
@@ -193,7 +219,8 @@ std::vector<std::string> podmanImageIDs(std::string_view images) {
 }
 
 Result<ContainerLists> podmanLists(std::string_view images, std::string_view containers,
-                                   std::string_view volumes, std::string_view inspected) {
+                                   std::string_view volumes, std::string_view inspected,
+                                   std::string_view layerList) {
     const auto imageList = parseJson(images);
     const auto containerList = parseJson(containers);
     const auto volumeList = parseJson(volumes);
@@ -205,13 +232,15 @@ Result<ContainerLists> podmanLists(std::string_view images, std::string_view con
     }
     ContainerLists lists;
     const std::map<std::string, Layers> layers = layersIn(*inspectedList);
+    const auto storedLayers = parseJson(layerList);
+    const LayerSizes sizes = storedLayers ? sizesIn(*storedLayers) : LayerSizes();
     for (const JsonValue& row : listIn(*imageList)) {
         const std::string id = textIn(row, "Id");
         if (isName(id) && layers.contains(id) &&
             std::ranges::find(lists.images, id, &ContainerImage::id) == lists.images.end()) {
             lists.images.push_back({.id = id,
                                     .names = textsIn(row, "Names"),
-                                    .uniqueBytes = uniqueBytes(id, layers),
+                                    .uniqueBytes = uniqueBytes(id, layers, sizes),
                                     .containers = numberIn(row, "Containers")});
         }
     }

@@ -47,9 +47,11 @@ Result<ContainerLists> dockerLists(std::string_view json);
 
 /// What `podman images --all`, `podman ps --all --size` and `podman volume ls --filter dangling=true` print
 /// with `--format json`, and `podman image inspect` for all these images, from which it follows which layers
-/// are shared. Of an image that shares layers whose size nobody tells nothing is counted.
+/// are shared. `layers` is the list in Podman's storage, with the size of each layer; it may be empty. Of an
+/// image that shares layers whose size nobody tells nothing is counted.
 Result<ContainerLists> podmanLists(std::string_view images, std::string_view containers,
-                                   std::string_view volumes, std::string_view inspected);
+                                   std::string_view volumes, std::string_view inspected,
+                                   std::string_view layers = {});
 
 /// The ids of the images in such a list, for inspecting them.
 std::vector<std::string> podmanImageIDs(std::string_view images);

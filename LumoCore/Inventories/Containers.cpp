@@ -1,11 +1,11 @@
 #include "LumoCore/Inventories/Containers.h"
 
-#include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Inventories/AskedTool.h"
 #include "LumoCore/Inventories/ContainerLists.h"
 #include "LumoCore/Scanning/FileTree.h"
 #include "Platform/Folder.h"
+#include "Platform/StateFile.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -41,6 +41,15 @@ bool hasPodmanStorage(const InventoryQuery& query) {
            platform::isFolderThroughLinks(query.systemRoot + "/var/lib/containers/storage");
 }
 
+/// The list of layers in the user's own storage, since no command of the tool's tells their sizes; empty
+/// where it stands elsewhere.
+std::string layersOfPodman(const InventoryQuery& query) {
+    constexpr std::size_t mostBytes = std::size_t{16} * 1024 * 1024;
+    return platform::readWhole(query.home + "/.local/share/containers/storage/overlay-layers/layers.json",
+                               mostBytes)
+        .value_or("");
+}
+
 Lists askPodman(const InventoryQuery& query) {
     if (!hasPodmanStorage(query)) {
         return std::unexpected(
@@ -63,7 +72,8 @@ Lists askPodman(const InventoryQuery& query) {
             return std::unexpected(answer->error());
         }
     }
-    auto lists = podmanLists(jsonIn(*images), jsonIn(*containers), jsonIn(*volumes), jsonIn(*inspected));
+    auto lists = podmanLists(jsonIn(*images), jsonIn(*containers), jsonIn(*volumes), jsonIn(*inspected),
+                             layersOfPodman(query));
     if (!lists) {
         return std::unexpected(unreadable("podman", lists.error(), query.language));
     }
@@ -150,6 +160,14 @@ struct Shelf {
 
 } // namespace
 
+bool isVolume(std::string_view id) {
+    const std::string_view prefix = idPrefixOf(kind);
+    const std::size_t tool = prefix.size();
+    const std::size_t what = id.find(':', tool);
+    return id.starts_with(prefix) && what != std::string_view::npos &&
+           id.substr(what + 1).starts_with("volume:");
+}
+
 Inventory find(const InventoryQuery& query) {
     Inventory inventory{.kind = kind};
     std::vector<NoAnswer> silent;
@@ -174,7 +192,7 @@ Inventory find(const InventoryQuery& query) {
     } else if (inventory.items.empty() && !silent.empty() && !silent.front().isMissing) {
         inventory.unavailable = silent.front().reason;
     }
-    sortLargestFirst(inventory.items, &DetailItem::bytes);
+    sortLargestFirst(inventory.items);
     return inventory;
 }
 

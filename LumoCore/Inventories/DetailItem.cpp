@@ -1,5 +1,6 @@
 #include "LumoCore/Inventories/DetailItem.h"
 
+#include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Path.h"
 
 #include <algorithm>
@@ -70,6 +71,22 @@ bool InventoryQuery::asksFor(std::int64_t bytes, const std::optional<Date>& last
     const bool isOldEnough =
         !olderThanDays || !lastUsed || now - *lastUsed >= std::chrono::days(*olderThanDays);
     return bytes >= minimumBytes.value_or(0) && isOldEnough;
+}
+
+void sortLargestFirst(std::vector<DetailItem>& items) {
+    std::ranges::sort(items, {}, &DetailItem::id);
+    sortLargestFirst(items, &DetailItem::bytes);
+}
+
+std::vector<DetailItem> itemsNamed(const std::vector<std::string>& ids,
+                                   const std::vector<DetailItem>& items) {
+    std::vector<DetailItem> named;
+    for (const std::string& id : ids) {
+        if (const auto found = std::ranges::find(items, id, &DetailItem::id); found != items.end()) {
+            named.push_back(*found);
+        }
+    }
+    return named;
 }
 
 DetailItem itemToSetAside(std::string id, std::string name, std::vector<std::string> paths,

@@ -107,6 +107,12 @@ struct InventoryQuery {
     [[nodiscard]] bool asksFor(std::int64_t bytes, const std::optional<Date>& lastUsed = {}) const;
 };
 
+/// Largest first; of equal ones the first by its id, so that two looks at the same disk give the same list.
+void sortLargestFirst(std::vector<DetailItem>& items);
+
+/// Those of the items that the ids name, in the ids' order.
+std::vector<DetailItem> itemsNamed(const std::vector<std::string>& ids, const std::vector<DetailItem>& items);
+
 /// Makes of an item that is set aside what the other fields follow from: its action takes these paths.
 DetailItem itemToSetAside(std::string id, std::string name, std::vector<std::string> paths,
                           std::int64_t bytes, std::string detail, Safety safety = Safety::review);

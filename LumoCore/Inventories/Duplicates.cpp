@@ -1,6 +1,5 @@
 #include "LumoCore/Inventories/Duplicates.h"
 
-#include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Parallel.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Inventories/UserFiles.h"
@@ -83,9 +82,7 @@ class Search final {
             const std::lock_guard lock(mutex);
             std::ranges::move(items, std::back_inserter(inventory.items));
         });
-        // Threads end in any order.
-        std::ranges::sort(inventory.items, {}, &DetailItem::id);
-        sortLargestFirst(inventory.items, &DetailItem::bytes);
+        sortLargestFirst(inventory.items);
         return inventory;
     }
 
@@ -326,18 +323,24 @@ bool seemSame(const platform::SystemResult<QuietFile>& left, const platform::Sys
 
 } // namespace
 
-std::optional<DetailItem> itemWith(const std::string& id, const InventoryQuery& query) {
-    const auto pair = pairIn(id, query.home);
+std::vector<DetailItem> itemsWith(const std::vector<std::string>& ids, const InventoryQuery& query) {
     const UserFiles own(query);
-    if (!pair || !own.mayHold(pair->gone) || !own.mayHold(pair->kept)) {
-        return std::nullopt;
+    std::vector<DetailItem> items;
+    for (const std::string& id : ids) {
+        const auto pair = pairIn(id, query.home);
+        if (!pair || !own.mayHold(pair->gone) || !own.mayHold(pair->kept)) {
+            continue;
+        }
+        const auto gone = QuietFile::open(pair->gone);
+        if (!seemSame(gone, QuietFile::open(pair->kept))) {
+            continue;
+        }
+        const Copy copy{.names = own.namesOf(pair->gone, gone->status()), .status = gone->status()};
+        if (!copy.names.empty()) {
+            items.push_back(itemOf(copy, pair->kept, query));
+        }
     }
-    const auto gone = QuietFile::open(pair->gone);
-    if (!seemSame(gone, QuietFile::open(pair->kept))) {
-        return std::nullopt;
-    }
-    Copy copy{.names = own.namesOf(pair->gone, gone->status()), .status = gone->status()};
-    return copy.names.empty() ? std::nullopt : std::optional(itemOf(copy, pair->kept, query));
+    return items;
 }
 
 std::optional<std::string> regret(const CleanupAction& action, const std::vector<std::string>& heldPaths,

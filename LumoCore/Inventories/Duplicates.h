@@ -18,8 +18,9 @@ namespace lumo::Duplicates {
 /// themselves.
 Inventory find(const InventoryQuery& query);
 
-/// The item of that id as it is now: both files are there, and nothing quick to see tells them apart.
-std::optional<DetailItem> itemWith(const std::string& id, const InventoryQuery& query);
+/// The items of those ids as they are now, in that order: both files are there, and nothing quick to see
+/// tells them apart.
+std::vector<DetailItem> itemsWith(const std::vector<std::string>& ids, const InventoryQuery& query);
 
 /// The path of the copy that stays; absent for an id that is none of these.
 std::optional<std::string> keptBy(const std::string& id, const std::string& home);

@@ -1,6 +1,5 @@
 #include "LumoCore/Inventories/Installers.h"
 
-#include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Inventories/UserFiles.h"
@@ -11,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 
 namespace lumo::Installers {
 
@@ -208,21 +208,25 @@ Inventory find(const InventoryQuery& query) {
             findIn(folder, *downloads, judge, query, inventory.items);
         }
     }
-    sortLargestFirst(inventory.items, &DetailItem::bytes);
+    sortLargestFirst(inventory.items);
     return inventory;
 }
 
-std::optional<DetailItem> itemWith(const std::string& id, const InventoryQuery& query) {
-    const auto path = pathFromID(std::string_view(id).substr(idPrefixOf(kind).size()), query.home);
+std::vector<DetailItem> itemsWith(const std::vector<std::string>& ids, const InventoryQuery& query) {
     const auto downloads = locatorIn(query.home);
-    if (!path || !downloads || path->find("/.") != std::string::npos) {
-        return std::nullopt;
+    std::set<std::string> folders;
+    for (const std::string& id : ids) {
+        const auto path = pathFromID(std::string_view(id).substr(idPrefixOf(kind).size()), query.home);
+        if (path && downloads && path->find("/.") == std::string::npos) {
+            folders.insert(std::string(parentOf(*path)));
+        }
     }
-    InventoryQuery beside = query;
-    beside.folders = {std::string(parentOf(*path))};
-    const Inventory all = find(beside);
-    const auto found = std::ranges::find(all.items, id, &DetailItem::id);
-    return found != all.items.end() ? std::optional(*found) : std::nullopt;
+    Judge judge(query.home, query.systemRoot);
+    std::vector<DetailItem> beside;
+    for (const std::string& folder : folders) {
+        findIn(folder, *downloads, judge, query, beside);
+    }
+    return itemsNamed(ids, beside);
 }
 
 } // namespace lumo::Installers

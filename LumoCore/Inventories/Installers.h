@@ -14,8 +14,9 @@ namespace lumo::Installers {
 /// All of them; ids are "instalador:" and the file's path. What was used is safe to delete.
 Inventory find(const InventoryQuery& query);
 
-/// The installer of that id as it is now, in whichever folder; absent when it is none.
-std::optional<DetailItem> itemWith(const std::string& id, const InventoryQuery& query);
+/// The installers of those ids as they are now, in whichever folders and in that order; none for what is
+/// none.
+std::vector<DetailItem> itemsWith(const std::vector<std::string>& ids, const InventoryQuery& query);
 
 /// No longer archives than these are judged where there is more to do than that.
 inline constexpr std::int64_t mostBytesByTheWay = 100'000'000;

@@ -11,15 +11,19 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
+#include <set>
 
 namespace lumo::Inventories {
 
 namespace {
 
-/// What each kind's detector does. Without a way to look at one item alone all are looked for.
+using Ids = std::vector<std::string>;
+
+/// What each kind's detector does. Without a way to look at some items alone all are looked for.
 struct Detector {
     Inventory (*find)(const InventoryQuery& query);
-    std::optional<DetailItem> (*itemWith)(const std::string& id, const InventoryQuery& query) = nullptr;
+    std::vector<DetailItem> (*itemsWith)(const Ids& ids, const InventoryQuery& query) = nullptr;
 };
 
 Inventory findCloud(const InventoryQuery& query) {
@@ -30,14 +34,14 @@ Inventory findCloud(const InventoryQuery& query) {
 }
 
 /// In the order of the kinds.
-constexpr std::array<Detector, inventoryKindCount> detectors{{{LargeFiles::find, LargeFiles::itemWith},
-                                                              {Duplicates::find, Duplicates::itemWith},
+constexpr std::array<Detector, inventoryKindCount> detectors{{{LargeFiles::find, LargeFiles::itemsWith},
+                                                              {Duplicates::find, Duplicates::itemsWith},
                                                               {UnusedApps::find},
                                                               {Leftovers::find},
                                                               {Containers::find},
-                                                              {Models::find},
+                                                              {Models::find, Models::itemsWith},
                                                               {SystemItems::find},
-                                                              {Installers::find, Installers::itemWith},
+                                                              {Installers::find, Installers::itemsWith},
                                                               {findCloud}}};
 
 const Detector& detectorOf(InventoryKind kind) {
@@ -50,31 +54,60 @@ Inventory find(InventoryKind kind, const InventoryQuery& query) {
     return detectorOf(kind).find(query);
 }
 
-std::optional<DetailItem> itemWith(const std::string& id, const InventoryQuery& query) {
-    const auto kind = inventoryKindOfID(id);
-    if (!kind) {
-        return std::nullopt;
-    }
+std::vector<DetailItem> itemsWith(const Ids& ids, const InventoryQuery& query) {
     InventoryQuery whole = query;
     whole.folders.clear();
     whole.minimumBytes.reset();
     whole.olderThanDays.reset();
-    const Detector& detector = detectorOf(*kind);
-    if (detector.itemWith != nullptr) {
-        return detector.itemWith(id, whole);
+    std::map<InventoryKind, Ids> byKind;
+    std::vector<InventoryKind> order; // Of the ids.
+    std::set<std::string_view> seen;
+    for (const std::string& id : ids) {
+        if (const auto kind = inventoryKindOfID(id); kind && seen.insert(id).second) {
+            byKind[*kind].push_back(id);
+            order.push_back(*kind);
+        }
     }
-    const Inventory all = detector.find(whole);
-    const auto found = std::ranges::find(all.items, id, &DetailItem::id);
-    return found != all.items.end() ? std::optional(*found) : std::nullopt;
+    std::map<InventoryKind, std::vector<DetailItem>> found;
+    for (const auto& [kind, own] : byKind) {
+        const Detector& detector = detectorOf(kind);
+        found[kind] = detector.itemsWith != nullptr ? detector.itemsWith(own, whole)
+                                                    : itemsNamed(own, detector.find(whole).items);
+        std::ranges::reverse(found[kind]);
+    }
+    std::vector<DetailItem> items;
+    for (const InventoryKind kind : order) {
+        if (auto& left = found[kind]; !left.empty()) {
+            items.push_back(std::move(left.back()));
+            left.pop_back();
+        }
+    }
+    return items;
+}
+
+std::optional<DetailItem> itemWith(const std::string& id, const InventoryQuery& query) {
+    std::vector<DetailItem> items = itemsWith({id}, query);
+    return items.empty() ? std::nullopt : std::optional(std::move(items.front()));
 }
 
 std::optional<std::string> keptBy(const std::string& id, const std::string& home) {
     return Duplicates::keptBy(id, home);
 }
 
+bool mayHoldDatabase(std::string_view id) {
+    return Containers::isVolume(id);
+}
+
+bool mayShareParts(std::string_view id) {
+    return inventoryKindOfID(id) == InventoryKind::models;
+}
+
 std::optional<std::string> refusal(const CleanupAction& action, const InventoryQuery& query) {
-    return inventoryKindOfID(action.id) == InventoryKind::duplicates ? Duplicates::refusal(action, query)
-                                                                     : std::nullopt;
+    const auto kind = inventoryKindOfID(action.id);
+    if (kind == InventoryKind::models) {
+        return Models::refusal(action, query);
+    }
+    return kind == InventoryKind::duplicates ? Duplicates::refusal(action, query) : std::nullopt;
 }
 
 std::optional<std::string> regret(const CleanupAction& action, const std::vector<std::string>& heldPaths,

@@ -1,6 +1,5 @@
 #include "LumoCore/Inventories/LargeFiles.h"
 
-#include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Inventories/UserFiles.h"
 #include "Platform/QuietFile.h"
@@ -86,19 +85,24 @@ Inventory find(const InventoryQuery& query) {
             inventory.items.push_back(itemOf(std::move(names), *status, query));
         }
     }
-    sortLargestFirst(inventory.items, &DetailItem::bytes);
+    sortLargestFirst(inventory.items);
     return inventory;
 }
 
-std::optional<DetailItem> itemWith(const std::string& id, const InventoryQuery& query) {
-    const auto path = pathFromID(std::string_view(id).substr(idPrefixOf(kind).size()), query.home);
-    const auto status = path ? platform::statusOfFile(*path) : platform::failed(EINVAL);
+std::vector<DetailItem> itemsWith(const std::vector<std::string>& ids, const InventoryQuery& query) {
     const UserFiles own(query);
-    if (!status || !own.mayHold(*path)) {
-        return std::nullopt;
+    std::vector<DetailItem> items;
+    for (const std::string& id : ids) {
+        const auto path = pathFromID(std::string_view(id).substr(idPrefixOf(kind).size()), query.home);
+        const auto status = path ? platform::statusOfFile(*path) : platform::failed(EINVAL);
+        if (!status || !own.mayHold(*path)) {
+            continue;
+        }
+        if (auto names = own.namesOf(*path, *status); !names.empty()) {
+            items.push_back(itemOf(std::move(names), *status, query));
+        }
     }
-    std::vector<std::string> names = own.namesOf(*path, *status);
-    return names.empty() ? std::nullopt : std::optional(itemOf(std::move(names), *status, query));
+    return items;
 }
 
 } // namespace lumo::LargeFiles

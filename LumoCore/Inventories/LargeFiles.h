@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 /// The user's own large files, and those of them that nobody has touched for long.
 namespace lumo::LargeFiles {
@@ -12,8 +13,8 @@ namespace lumo::LargeFiles {
 /// only where all its names were found: taking fewer would free nothing.
 Inventory find(const InventoryQuery& query);
 
-/// The file of that id as it is now; absent for what is none of the user's own files.
-std::optional<DetailItem> itemWith(const std::string& id, const InventoryQuery& query);
+/// The files of those ids as they are now, in that order; none for what is none of the user's own files.
+std::vector<DetailItem> itemsWith(const std::vector<std::string>& ids, const InventoryQuery& query);
 
 /// True when nobody has changed or opened it for 180 days, as far as the volume tells.
 bool isForgotten(const std::optional<Date>& lastUsed, Date now);

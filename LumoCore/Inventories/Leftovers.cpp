@@ -1,6 +1,5 @@
 #include "LumoCore/Inventories/Leftovers.h"
 
-#include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Inventories/Installed.h"
@@ -201,7 +200,7 @@ Inventory find(const InventoryQuery& query) {
                 {leftover.path}, usage.allocatedBytes, std::move(leftover.detail)));
         }
     }
-    sortLargestFirst(inventory.items, &DetailItem::bytes);
+    sortLargestFirst(inventory.items);
     return inventory;
 }
 

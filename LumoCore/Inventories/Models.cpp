@@ -1,6 +1,5 @@
 #include "LumoCore/Inventories/Models.h"
 
-#include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Inventories/ModelHeader.h"
 #include "LumoCore/Inventories/ModelStore.h"
@@ -12,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <map>
+#include <span>
 
 namespace lumo::Models {
 
@@ -25,84 +25,8 @@ bool hasEnding(std::string_view name, std::span<const std::string_view> endings)
     return std::ranges::any_of(endings, [&](std::string_view ending) { return name.ends_with(ending); });
 }
 
-/// The largest file of a folder's tree that may have a header; empty when there is none.
-std::string mainFileIn(const std::string& folder, int depth = 0) {
-    constexpr int deepest = 3;
-    constexpr std::array<std::string_view, 5> endings{".gguf", ".safetensors", ".bin", ".pt", ".onnx"};
-    std::string largest;
-    std::int64_t mostBytes = -1;
-    const auto take = [&](std::string path) {
-        if (const auto status = platform::statusOfFile(path); status && status->bytes > mostBytes) {
-            mostBytes = status->bytes;
-            largest = std::move(path);
-        }
-    };
-    for (const std::string& name : platform::namesIn(folder)) {
-        const std::string path = joined(folder, name);
-        const auto standing = platform::kindOf(path);
-        if (standing == EntryKind::folder && depth < deepest) {
-            take(mainFileIn(path, depth + 1));
-        } else if (hasEnding(name, endings)) {
-            // In Hugging Face's cache names are links to what has no telling name itself.
-            take(standing == EntryKind::link ? platform::withoutLinks(path).value_or("") : path);
-        }
-    }
-    return largest;
-}
-
-/// "models--org--name" is the model org/name; absent for what is no repository.
-std::optional<std::string> repositoryName(std::string_view folder) {
-    for (const std::string_view kindOfRepository : {"models--", "datasets--", "spaces--"}) {
-        if (folder.starts_with(kindOfRepository)) {
-            std::string name(folder.substr(kindOfRepository.size()));
-            if (const std::size_t middle = name.find("--"); middle != std::string::npos) {
-                name.replace(middle, 2, "/");
-            }
-            return name;
-        }
-    }
-    return std::nullopt;
-}
-
-std::string kindOfRepository(std::string_view folder, Language language) {
-    if (folder.starts_with("datasets--")) {
-        return Words{"Datos de Hugging Face", "Data set of Hugging Face"}.in(language);
-    }
-    return "Hugging Face";
-}
-
-void findInHuggingFace(const InventoryQuery& query, const HomePlaces& places, Inventory& inventory) {
-    const std::string hub = places.path("~/.cache/huggingface") + "/hub";
-    for (const std::string& folder : platform::namesIn(hub)) {
-        const auto name = repositoryName(folder);
-        const std::string path = joined(hub, folder);
-        if (!name || platform::kindOf(path) != EntryKind::folder || query.stop.stop_requested()) {
-            continue;
-        }
-        StoredModel unfinished{.program = "huggingface",
-                               .name = folder + "?",
-                               .shown = *name,
-                               .detail =
-                                   Words{"descarga sin acabar", "unfinished download"}.in(query.language)};
-        for (const std::string& blob : platform::namesIn(path + "/blobs")) {
-            if (blob.ends_with(".incomplete")) {
-                unfinished.paths.push_back(path + "/blobs/" + blob);
-            }
-        }
-        const std::int64_t unfinishedBytes = unfinished.paths.empty() ? 0 : bytesOf(unfinished.paths, query);
-        add(std::move(unfinished), unfinishedBytes, query, inventory);
-        add({.program = "huggingface",
-             .name = folder,
-             .shown = *name,
-             .detail = kindOfRepository(folder, query.language),
-             .paths = {path},
-             .mainFile = mainFileIn(path + "/snapshots")},
-            bytesOf({path}, query) - unfinishedBytes, query, inventory);
-    }
-}
-
 /// LM Studio keeps publisher/repository folders.
-void findInLMStudio(const InventoryQuery& query, const std::string& folder, Inventory& inventory) {
+void findInLMStudio(const std::string& folder, const Look& look) {
     for (const std::string& publisher : platform::namesIn(folder)) {
         const std::string ofPublisher = joined(folder, publisher);
         if (platform::kindOf(ofPublisher) != EntryKind::folder) {
@@ -112,12 +36,12 @@ void findInLMStudio(const InventoryQuery& query, const std::string& folder, Inve
             const std::string path = joined(ofPublisher, repository);
             if (platform::kindOf(path) == EntryKind::folder) {
                 add({.program = "lmstudio",
-                     .name = pathInID(path, query.home),
+                     .name = pathInID(path, look.query.home),
                      .shown = publisher + "/" + repository,
                      .detail = "LM Studio",
                      .paths = {path},
                      .mainFile = mainFileIn(path)},
-                    bytesOf({path}, query), query, inventory);
+                    look);
             }
         }
     }
@@ -154,8 +78,7 @@ constexpr std::array<FileStore, 4> fileStores{
      {"whisper", "Whisper", "~/.cache/whisper", {".pt", ".pt", ".pt", ".pt"}},
      {"torch", "PyTorch", "~/.cache/torch/hub/checkpoints", {".pt", ".pth", ".bin", ".safetensors"}}}};
 
-void findInFiles(const FileStore& store, const InventoryQuery& query, const HomePlaces& places,
-                 Inventory& inventory) {
+void findInFiles(const FileStore& store, const HomePlaces& places, const Look& look) {
     const std::string folder = places.path(store.folder);
     std::map<std::string, StoredModel> models;
     const std::vector<std::string> names = platform::namesIn(folder);
@@ -182,13 +105,11 @@ void findInFiles(const FileStore& store, const InventoryQuery& query, const Home
         model.name = name;
         model.shown = name;
         model.detail = store.shown;
-        const std::int64_t bytes = bytesOf(model.paths, query);
-        add(std::move(model), bytes, query, inventory);
+        add(std::move(model), look);
     }
 }
 
-} // namespace
-
+/// What the paths take together, shared files once.
 std::int64_t bytesOf(const std::vector<std::string>& paths, const InventoryQuery& query) {
     HardLinkRegistry registry;
     std::int64_t bytes = 0;
@@ -199,6 +120,7 @@ std::int64_t bytesOf(const std::vector<std::string>& paths, const InventoryQuery
     return bytes;
 }
 
+/// When the model was opened last, or else changed; absent when neither is known.
 std::optional<Date> lastUseOf(const std::string& mainFile) {
     const auto status = mainFile.empty() ? platform::failed(ENOENT) : platform::statusOfFile(mainFile);
     return status ? std::optional(std::max(status->modified, status->opened.value_or(status->modified)))
@@ -222,28 +144,104 @@ DetailItem itemOf(StoredModel model, std::int64_t bytes, const InventoryQuery& q
         append(Words{"usado por última vez el {}", "last used {}"}.in(query.language,
                                                                       dayText(*used, query.language)));
     }
-    return itemToSetAside(std::string(idPrefixOf(kind)) + model.program + ":" + model.name,
-                          std::move(model.shown), std::move(model.paths), bytes, std::move(detail));
+    return itemToSetAside(idOf(model.program, model.name), std::move(model.shown), std::move(model.paths),
+                          bytes, std::move(detail));
 }
 
-void add(StoredModel model, std::int64_t bytes, const InventoryQuery& query, Inventory& inventory) {
-    if (bytes > 0 && query.asksFor(bytes, lastUseOf(model.mainFile))) {
-        inventory.items.push_back(itemOf(std::move(model), bytes, query));
+void findAll(const Look& look) {
+    const InventoryQuery& query = look.query;
+    const HomePlaces places = HomePlaces::ofThisMachine(query.home);
+    findInOllama(look);
+    findInHuggingFace(places.path("~/.cache/huggingface") + "/hub", look);
+    findInLMStudio(query.home + "/.lmstudio/models", look);
+    findInLMStudio(query.home + "/.cache/lm-studio/models", look);
+    for (const FileStore& store : fileStores) {
+        findInFiles(store, places, look);
     }
+}
+
+} // namespace
+
+std::string mainFileIn(const std::string& folder, int depth) {
+    constexpr int deepest = 3;
+    constexpr std::array<std::string_view, 5> endings{".gguf", ".safetensors", ".bin", ".pt", ".onnx"};
+    std::string largest;
+    std::int64_t mostBytes = -1;
+    const auto take = [&](std::string path) {
+        if (const auto status = platform::statusOfFile(path); status && status->bytes > mostBytes) {
+            mostBytes = status->bytes;
+            largest = std::move(path);
+        }
+    };
+    for (const std::string& name : platform::namesIn(folder)) {
+        const std::string path = joined(folder, name);
+        const auto standing = platform::kindOf(path);
+        if (standing == EntryKind::folder && depth < deepest) {
+            take(mainFileIn(path, depth + 1));
+        } else if (hasEnding(name, endings)) {
+            // In Hugging Face's cache names are links to what has no telling name itself.
+            take(standing == EntryKind::link ? platform::withoutLinks(path).value_or("") : path);
+        }
+    }
+    return largest;
+}
+
+std::string idOf(std::string_view program, std::string_view name) {
+    return std::string(idPrefixOf(kind)) + std::string(program) + ":" + std::string(name);
+}
+
+DetailItem* add(StoredModel model, const Look& look) {
+    const bool isMeant = look.together == nullptr || look.goes(idOf(model.program, model.name));
+    if (!isMeant || model.paths.empty() || look.query.stop.stop_requested()) {
+        return nullptr;
+    }
+    std::int64_t bytes = bytesOf(model.paths, look.query) - model.bytesThatStay;
+    bytes = std::max<std::int64_t>(bytes - (model.apart.empty() ? 0 : bytesOf(model.apart, look.query)), 0);
+    // What goes with others counts, however little of it is left to itself.
+    const bool isWorthwhile =
+        look.together != nullptr || (bytes > 0 && look.query.asksFor(bytes, lastUseOf(model.mainFile)));
+    if (!isWorthwhile) {
+        return nullptr;
+    }
+    look.inventory.items.push_back(itemOf(std::move(model), bytes, look.query));
+    return &look.inventory.items.back();
 }
 
 Inventory find(const InventoryQuery& query) {
-    const HomePlaces places = HomePlaces::ofThisMachine(query.home);
     Inventory inventory{.kind = kind};
-    findInOllama(query, inventory);
-    findInHuggingFace(query, places, inventory);
-    findInLMStudio(query, query.home + "/.lmstudio/models", inventory);
-    findInLMStudio(query, query.home + "/.cache/lm-studio/models", inventory);
-    for (const FileStore& store : fileStores) {
-        findInFiles(store, query, places, inventory);
-    }
-    sortLargestFirst(inventory.items, &DetailItem::bytes);
+    findAll({.query = query, .inventory = inventory});
+    sortLargestFirst(inventory.items);
     return inventory;
+}
+
+std::vector<DetailItem> itemsWith(const std::vector<std::string>& ids, const InventoryQuery& query) {
+    const std::set<std::string> together(ids.begin(), ids.end());
+    Inventory inventory{.kind = kind};
+    findAll({.query = query, .inventory = inventory, .together = &together});
+    return std::move(inventory.items);
+}
+
+std::optional<std::string> refusal(const CleanupAction& action, const InventoryQuery& query) {
+    const auto* taken = std::get_if<method::TrashItems>(&action.method);
+    if (taken == nullptr) {
+        return std::nullopt; // Its own program knows what it needs.
+    }
+    const std::vector<DetailItem> now = itemsWith({action.id}, query);
+    if (!now.empty() && now.front().blockedBecause) {
+        return now.front().blockedBecause;
+    }
+    const auto* own = now.empty() ? nullptr : std::get_if<method::TrashItems>(&now.front().action.method);
+    if (!now.empty() && own == nullptr) {
+        return Words{"Ollama está en marcha ahora", "Ollama is running now"}.in(query.language);
+    }
+    const bool mayGo = std::ranges::all_of(taken->paths, [&](const std::string& path) {
+        return platform::isMissing(path) ||
+               (own != nullptr && std::ranges::find(own->paths, path) != own->paths.end());
+    });
+    return mayGo ? std::nullopt
+                 : std::optional(Words{"un modelo que se queda necesita una parte",
+                                       "a model that stays needs a part of it"}
+                                     .in(query.language));
 }
 
 } // namespace lumo::Models

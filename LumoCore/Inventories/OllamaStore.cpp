@@ -1,7 +1,6 @@
 #include "LumoCore/Inventories/OllamaStore.h"
 
 #include "LumoCore/Basics/Codec.h"
-#include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Inventories/ModelStore.h"
 #include "Platform/Folder.h"
@@ -90,7 +89,7 @@ constexpr std::string_view program = "ollama";
 struct Store {
     std::string folder;
     std::map<std::string, std::vector<std::string>> blobsOf; ///< By the manifest's path.
-    std::map<std::string, std::size_t> users;                ///< How many manifests need a blob.
+    std::map<std::string, std::set<std::string>> users;      ///< The manifests that need a blob.
     std::int64_t unreadableCount = 0;                        ///< Manifests that do not tell what they need.
 };
 
@@ -109,8 +108,8 @@ void readManifests(const std::string& folder, int depth, Store& store) {
                 ++store.unreadableCount;
                 continue;
             }
-            for (const std::string& blob : std::set<std::string>(blobs->begin(), blobs->end())) {
-                ++store.users[blob];
+            for (const std::string& blob : *blobs) {
+                store.users[blob].insert(path);
             }
             store.blobsOf.emplace(path, std::move(*blobs));
         }
@@ -141,75 +140,80 @@ std::string described(const Store& store, const std::vector<std::string>& blobs)
     return text;
 }
 
-void addModel(const Store& store, const std::string& manifest, bool isRunning, const InventoryQuery& query,
-              Inventory& inventory) {
+std::string idOfModel(const std::string& manifest, const InventoryQuery& query) {
+    return idOf(program, pathInID(manifest, query.home));
+}
+
+/// A blob goes with the last model that needs it: with the only one, or with the last of those that go
+/// together when none that stays needs it.
+bool goesWith(const std::string& manifest, const std::set<std::string>& users, const Look& look) {
+    return users.size() == 1 ||
+           (*users.rbegin() == manifest && std::ranges::all_of(users, [&](const std::string& user) {
+               return look.goes(idOfModel(user, look.query));
+           }));
+}
+
+void addModel(const Store& store, const std::string& manifest, bool isRunning, const Look& look) {
     const std::vector<std::string>& blobs = store.blobsOf.at(manifest);
     const std::string inStore = manifest.substr(store.folder.size() + 1);
     const std::string name = ollamaNameOf(inStore.substr(inStore.find('/') + 1)).value_or(inStore);
     StoredModel model{.program = std::string(program),
-                      .name = pathInID(manifest, query.home),
+                      .name = pathInID(manifest, look.query.home),
                       .shown = name,
                       .detail = described(store, blobs),
                       .paths = {manifest}};
     for (const std::string& blob : std::set<std::string>(blobs.begin(), blobs.end())) {
         std::string path = store.folder + "/blobs/" + blob;
-        if (store.users.at(blob) == 1 && platform::kindOf(path) == EntryKind::file) {
+        if (goesWith(manifest, store.users.at(blob), look) && platform::kindOf(path) == EntryKind::file) {
             model.paths.push_back(std::move(path));
         }
     }
     if (!blobs.empty()) {
         model.mainFile = store.folder + "/blobs/" + blobs.front();
     }
-    const std::int64_t bytes = bytesOf(model.paths, query);
-    const std::size_t before = inventory.items.size();
-    add(std::move(model), bytes, query, inventory);
-    if (isRunning && inventory.items.size() > before) {
-        inventory.items.back().action.method = method::Command{{std::string(program), "rm", name}};
+    DetailItem* item = add(std::move(model), look);
+    if (isRunning && item != nullptr) {
+        item->action.method = method::Command{{std::string(program), "rm", name}};
     }
 }
 
 /// Downloads that were never finished, and what no model needs any more.
-void findUnused(const Store& store, bool isRunning, const InventoryQuery& query, Inventory& inventory) {
+void findUnused(const Store& store, bool isRunning, const Look& look) {
     StoredModel rest{.program = std::string(program),
-                     .name = "?" + pathInID(store.folder, query.home),
+                     .name = "?" + pathInID(store.folder, look.query.home),
                      .shown = Words{"Ollama: descargas sin acabar y partes sin modelo",
                                     "Ollama: unfinished downloads and parts of no model"}
-                                  .in(query.language)};
+                                  .in(look.query.language)};
     for (const std::string& name : platform::namesIn(store.folder + "/blobs")) {
         if (name.starts_with("sha256-") && !store.users.contains(name)) {
             rest.paths.push_back(store.folder + "/blobs/" + name);
         }
     }
-    const std::int64_t bytes = rest.paths.empty() ? 0 : bytesOf(rest.paths, query);
-    if (bytes == 0 || !query.asksFor(bytes)) {
-        return;
+    DetailItem* item = add(std::move(rest), look);
+    if (isRunning && item != nullptr) {
+        item->blockedBecause = Words{"Ollama está en marcha y puede estar descargándolo: ciérralo antes",
+                                     "Ollama is running and may be downloading it: quit it first"}
+                                   .in(look.query.language);
     }
-    DetailItem item = itemOf(std::move(rest), bytes, query);
-    if (isRunning) {
-        item.blockedBecause = Words{"Ollama está en marcha y puede estar descargándolo: ciérralo antes",
-                                    "Ollama is running and may be downloading it: quit it first"}
-                                  .in(query.language);
-    }
-    inventory.items.push_back(std::move(item));
 }
 
 } // namespace
 
-void findInOllama(const InventoryQuery& query, Inventory& inventory) {
+void findInOllama(const Look& look) {
     const bool isRunning = isOllamaRunning();
     for (const std::string& folder :
-         {query.home + "/.ollama/models", query.systemRoot + "/usr/share/ollama/.ollama/models"}) {
+         {look.query.home + "/.ollama/models", look.query.systemRoot + "/usr/share/ollama/.ollama/models"}) {
         Store store{.folder = folder};
         readManifests(folder + "/manifests", 1, store);
-        inventory.unreadableCount += store.unreadableCount;
+        look.inventory.unreadableCount += store.unreadableCount;
         for (const auto& [manifest, blobs] : store.blobsOf) {
             // What one needs that nobody can read may be any of the blobs: only Ollama itself may take some.
             if (store.unreadableCount == 0 || isRunning) {
-                addModel(store, manifest, isRunning, query, inventory);
+                addModel(store, manifest, isRunning, look);
             }
         }
         if (store.unreadableCount == 0) {
-            findUnused(store, isRunning, query, inventory);
+            findUnused(store, isRunning, look);
         }
     }
 }

@@ -1,6 +1,5 @@
 #include "LumoCore/Inventories/SystemItems.h"
 
-#include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Inventories/AskedTool.h"
@@ -221,7 +220,7 @@ class Search final {
 Inventory find(const InventoryQuery& query) {
     Inventory inventory{.kind = kind};
     Search(query, inventory).run();
-    sortLargestFirst(inventory.items, &DetailItem::bytes);
+    sortLargestFirst(inventory.items);
     return inventory;
 }
 

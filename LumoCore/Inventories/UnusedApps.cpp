@@ -1,12 +1,12 @@
 #include "LumoCore/Inventories/UnusedApps.h"
 
 #include "LumoCore/Basics/ByteFormat.h"
-#include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Inventories/DesktopEntry.h"
 #include "LumoCore/Inventories/LargeFiles.h"
 #include "LumoCore/Inventories/Packages.h"
+#include "LumoCore/Inventories/Snaps.h"
 #include "LumoCore/Rules/HomePlaces.h"
 #include "LumoCore/Scanning/FileTree.h"
 #include "Platform/Folder.h"
@@ -49,6 +49,7 @@ class Search final {
 
     void run() {
         addFlatpaks();
+        addSnaps();
         addImages();
         addPackages();
     }
@@ -106,11 +107,7 @@ class Search final {
             const Usage data = platform::isMissing(dataPath) ? Usage() : measured(dataPath);
             std::optional<Date> used = std::max(launched, data.lastModified);
             used = std::max(used, platform::modificationDate(path)); // What was installed lately is new.
-            const std::string detail =
-                data.allocatedBytes > 0
-                    ? Words{"sus datos, aparte: {}", "its data, apart: {}"}.in(
-                          query_.language, ByteFormat::string(data.allocatedBytes, query_.language))
-                    : std::string();
+            const std::string detail = dataApart(data);
             const std::int64_t bytes = measured(path).allocatedBytes;
             if (isOwn) {
                 add(itemForTool(idOf("flatpak", id), id,
@@ -127,6 +124,36 @@ class Search final {
 
     [[nodiscard]] std::string needsAdministrator(const std::string& command) const {
         return lumo::needsAdministrator(command, query_.language);
+    }
+
+    [[nodiscard]] std::string dataApart(const Usage& data) const {
+        return data.allocatedBytes > 0
+                   ? Words{"sus datos, aparte: {}", "its data, apart: {}"}.in(
+                         query_.language, ByteFormat::string(data.allocatedBytes, query_.language))
+                   : std::string();
+    }
+
+    void addSnaps() {
+        const auto snaps = installedSnaps(query_);
+        inventory_.unreadableCount += snaps ? 0 : 1;
+        for (const InstalledSnap& snap : snaps.value_or(std::vector<InstalledSnap>())) {
+            std::optional<Date> launched;
+            for (const std::string& id : snap.desktopIDs) {
+                launched = std::max(launched, launchOf(id));
+            }
+            const std::string dataPath = query_.home + "/snap/" + snap.name;
+            if (query_.stop.stop_requested() ||
+                (!launched && platform::kindOf(dataPath) != EntryKind::folder)) {
+                continue;
+            }
+            const Usage data = platform::isMissing(dataPath) ? Usage() : measured(dataPath);
+            // Snaps renew themselves, so that the day of a revision says nothing where launches are known.
+            const std::optional<Date> used =
+                std::max(data.lastModified, launched ? launched : snap.installed);
+            add(itemToShow(idOf("snap", snap.name), printable(snap.title), snap.bytes, dataApart(data),
+                           needsAdministrator("sudo snap remove " + snap.name)),
+                used);
+        }
     }
 
     /// Programs that are one file each, where people keep them.
@@ -240,7 +267,7 @@ std::map<std::string, Date, std::less<>> launchesIn(std::string_view record) {
 Inventory find(const InventoryQuery& query) {
     Inventory inventory{.kind = kind};
     Search(query, inventory).run();
-    sortLargestFirst(inventory.items, &DetailItem::bytes);
+    sortLargestFirst(inventory.items);
     return inventory;
 }
 

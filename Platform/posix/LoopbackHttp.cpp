@@ -8,6 +8,7 @@
 #include <netinet/in.h>
 #include <poll.h>
 #include <sys/socket.h>
+#include <sys/un.h>
 
 #include <algorithm>
 #include <array>
@@ -17,8 +18,8 @@ namespace lumo::platform {
 
 namespace {
 
-SystemResult<Descriptor> openSocket(LoopbackFamily family) {
-    Descriptor opened(socket(family == LoopbackFamily::ipv4 ? AF_INET : AF_INET6, SOCK_STREAM, 0));
+SystemResult<Descriptor> openSocket(int family) {
+    Descriptor opened(socket(family, SOCK_STREAM, 0));
     if (!opened.isOpen() || fcntl(opened.number(), F_SETFD, FD_CLOEXEC) != 0 ||
         fcntl(opened.number(), F_SETFL, O_NONBLOCK) != 0) {
         return failed(errno);
@@ -47,6 +48,17 @@ int startConnecting(int number, const LoopbackAddress& address) {
     return connectTo(number, place);
 }
 
+/// The address of a socket in the file system.
+SystemResult<sockaddr_un> addressOf(const std::string& path) {
+    sockaddr_un place = {};
+    if (path.size() >= sizeof place.sun_path) {
+        return failed(ENAMETOOLONG);
+    }
+    place.sun_family = AF_UNIX;
+    path.copy(place.sun_path, path.size());
+    return place;
+}
+
 /// One connection from its opening to the end of the reply.
 class Connection final {
   public:
@@ -54,8 +66,10 @@ class Connection final {
         : socket_(std::move(opened)),
           end_(monotonicSeconds() + std::chrono::duration<double>(patience).count()), stop_(stop) {}
 
-    SystemResult<void> connect(const LoopbackAddress& address) {
-        if (startConnecting(socket_.number(), address) == 0) {
+    /// Waits for the connection that the call begins, which takes a socket's number.
+    template <class StartConnecting>
+    SystemResult<void> connect(const StartConnecting& start) {
+        if (start(socket_.number()) == 0) {
             return {};
         }
         if (errno != EINPROGRESS && errno != EINTR) {
@@ -139,15 +153,31 @@ class Connection final {
     const std::stop_token& stop_;
 };
 
-std::string bytesOf(const LoopbackRequest& request, const LoopbackAddress& address) {
-    std::string bytes = (request.json ? "POST " : "GET ") + request.path +
-                        " HTTP/1.0\r\nHost: " + hostAndPort(address) +
+std::string bytesOf(const LoopbackRequest& request, const std::string& host) {
+    std::string bytes = (request.json ? "POST " : "GET ") + request.path + " HTTP/1.0\r\nHost: " + host +
                         "\r\nAccept: application/json\r\nConnection: close\r\n";
     if (request.json) {
         bytes += "Content-Type: application/json\r\nContent-Length: " + std::to_string(request.json->size()) +
                  "\r\n";
     }
     return bytes + "\r\n" + request.json.value_or("");
+}
+
+template <class StartConnecting>
+SystemResult<HttpReply> ask(int family, const StartConnecting& start, const std::string& bytes,
+                            const LoopbackLimits& limits, const std::stop_token& stop) {
+    SystemResult<Descriptor> opened = openSocket(family);
+    if (!opened) {
+        return std::unexpected(opened.error());
+    }
+    Connection connection(std::move(*opened), limits.patience, stop);
+    if (const auto connected = connection.connect(start); !connected) {
+        return std::unexpected(connected.error());
+    }
+    if (const auto sent = connection.send(bytes); !sent) {
+        return std::unexpected(sent.error());
+    }
+    return connection.receive(limits.mostBodyBytes);
 }
 
 } // namespace
@@ -158,18 +188,21 @@ std::string hostAndPort(const LoopbackAddress& address) {
 
 SystemResult<HttpReply> askLoopback(const LoopbackAddress& address, const LoopbackRequest& request,
                                     const LoopbackLimits& limits, const std::stop_token& stop) {
-    SystemResult<Descriptor> opened = openSocket(address.family);
-    if (!opened) {
-        return std::unexpected(opened.error());
+    return ask(
+        address.family == LoopbackFamily::ipv4 ? AF_INET : AF_INET6,
+        [&](int number) { return startConnecting(number, address); }, bytesOf(request, hostAndPort(address)),
+        limits, stop);
+}
+
+SystemResult<HttpReply> askSocketFile(const std::string& path, const LoopbackRequest& request,
+                                      const LoopbackLimits& limits, const std::stop_token& stop) {
+    const auto address = addressOf(path);
+    if (!address) {
+        return std::unexpected(address.error());
     }
-    Connection connection(std::move(*opened), limits.patience, stop);
-    if (const auto connected = connection.connect(address); !connected) {
-        return std::unexpected(connected.error());
-    }
-    if (const auto sent = connection.send(bytesOf(request, address)); !sent) {
-        return std::unexpected(sent.error());
-    }
-    return connection.receive(limits.mostBodyBytes);
+    return ask(
+        AF_UNIX, [&](int number) { return connectTo(number, *address); }, bytesOf(request, "localhost"),
+        limits, stop);
 }
 
 } // namespace lumo::platform

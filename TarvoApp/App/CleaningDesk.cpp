@@ -62,7 +62,20 @@ void CleaningDesk::requestClean() {
         question.file = asked::FromFile{.name = scanning_.fileName(),
                                         .deleted = deletedPaths(ticked.actions, ground_.services.desk.home)};
     }
-    ground_.question.ask(std::move(question));
+    if (!dependsOnCompany(ticked)) {
+        ground_.question.ask(std::move(question));
+        return;
+    }
+    ground_.background.start(
+        [this, ticked, question, desk = ground_.services.desk](const std::stop_token&) -> Background::Apply {
+            return [this, question, wanted = together(ticked, desk)]() mutable {
+                question.actions = wanted.actions;
+                question.shown = wanted.shown;
+                if (!ground_.question.isAsking()) {
+                    ground_.question.ask(std::move(question));
+                }
+            };
+        });
 }
 
 void CleaningDesk::requestClean(const std::vector<std::string>& items, const Asks& asks) {
@@ -106,12 +119,7 @@ void CleaningDesk::begin(const Agreed& agreed) {
 void CleaningDesk::cleanAgreed(const Agreed& agreed) {
     freeBeforeLastCleanup_ = volumes_.freeNow().value_or(0);
     run(
-        [agreed](PlanRequest request, const Desk& desk, const CleanupWatch& watch) {
-            for (const lumo::CleanupAction& action : agreed.what.actions) {
-                if (!agreed.plan && lumo::inventoryKindOfID(action.id)) {
-                    request.items.push_back(action.id);
-                }
-            }
+        [agreed](const PlanRequest& request, const Desk& desk, const CleanupWatch& watch) {
             return tarvo::clean(agreed.plan ? requestForSaved(*agreed.plan, request) : request, agreed.what,
                                 desk, watch);
         },
@@ -174,6 +182,8 @@ void CleaningDesk::sayWhatWasLeft(const Cleaned& result) {
     } else if (!result.leftOut.empty()) {
         ground_.activity.say(
             leftOutText(result.leftOut.size(), result.leftOut.front().title, result.leftOut.front().reason));
+    } else if (const auto remark = remarkText(result.outcomes)) {
+        ground_.activity.say(*remark);
     }
 }
 

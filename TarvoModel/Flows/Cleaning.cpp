@@ -6,8 +6,11 @@
 #include "LumoCore/Cleanup/HistoryLog.h"
 #include "LumoCore/Cleanup/Holding.h"
 #include "LumoCore/Cleanup/Mover.h"
+#include "LumoCore/Inventories/Inventories.h"
 
 #include <algorithm>
+#include <iterator>
+#include <set>
 
 namespace tarvo {
 
@@ -50,6 +53,31 @@ Agreement agreementTo(const Plan& plan) {
     return {.actions = lumo::CleanupPlanner::actionsOf(plan.entries),
             .shown = plan.shown,
             .refused = plan.refused};
+}
+
+bool dependsOnCompany(const Agreement& agreed) {
+    return std::ranges::count_if(agreed.actions, [](const CleanupAction& action) {
+               return lumo::Inventories::mayShareParts(action.id);
+           }) > 1;
+}
+
+Agreement together(Agreement agreed, const Desk& desk) {
+    std::vector<std::string> ids;
+    std::ranges::transform(agreed.actions, std::back_inserter(ids), &CleanupAction::id);
+    std::vector<lumo::DetailItem> items =
+        lumo::Inventories::itemsWith(ids, {.home = desk.home, .now = desk.now()});
+    std::set<std::string> found;
+    std::ranges::transform(items, std::inserter(found, found.end()), &lumo::DetailItem::id);
+    // Each place of an item is taken by the next, since they come in the order in which they may go.
+    auto next = items.begin();
+    for (CleanupAction& action : agreed.actions) {
+        if (found.contains(action.id)) {
+            action = std::move(next++->action);
+        }
+    }
+    lumo::ResolvedPaths added = lumo::CleanupExecutor::resolved(agreed.actions, PathGuard(desk.home));
+    agreed.shown.merge(added);
+    return agreed;
 }
 
 std::vector<LeftOut> leftOutNow(const std::vector<CleanupAction>& agreed, const Plan& now) {
@@ -105,10 +133,28 @@ lumo::Result<Cleaned> cleanChosen(const PlanRequest& request, const Desk& desk, 
     return cleaned;
 }
 
+namespace {
+
+/// The request with the agreed items and no others: what items come to depends on which of them go together.
+PlanRequest requestFor(const Agreement& agreed, PlanRequest request) {
+    if (request.saved) {
+        return request; // Its items are those of the file.
+    }
+    request.items.clear();
+    for (const CleanupAction& action : agreed.actions) {
+        if (lumo::inventoryKindOfID(action.id)) {
+            request.items.push_back(action.id);
+        }
+    }
+    return request;
+}
+
+} // namespace
+
 lumo::Result<Cleaned> clean(const PlanRequest& request, const Agreement& agreed, const Desk& desk,
                             const CleanupWatch& watch) {
     std::vector<LeftOut> left;
-    auto cleaned = cleanChosen(request, desk, watch, [&](const Plan& now) {
+    auto cleaned = cleanChosen(requestFor(agreed, request), desk, watch, [&](const Plan& now) {
         left = leftOutNow(agreed.actions, now);
         Agreement allowed = agreed;
         std::erase_if(allowed.actions, [&](const CleanupAction& action) {

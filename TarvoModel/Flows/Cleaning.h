@@ -63,9 +63,17 @@ struct Agreement {
 /// All that a plan would do, and what of a file it refuses.
 Agreement agreementTo(const Plan& plan);
 
-/// Carries out what was agreed to. Under the home's lock the preferences are read and the plan is made once
-/// more; what it no longer has, or has changed, or now has a reason against, is left out. A failure says why
-/// nothing at all was done.
+/// True when what an item of it comes to depends on which others go: before it is asked about, it must be
+/// made of `together`.
+bool dependsOnCompany(const Agreement& agreed);
+
+/// The same with the items of inventories as they are when they go together. What is no longer there stays as
+/// it was shown, and is left out when it is cleaned. Looks at the disk.
+Agreement together(Agreement agreed, const Desk& desk);
+
+/// Carries out what was agreed to, the items of inventories whether or not the request names them. Under the
+/// home's lock the preferences are read and the plan is made once more; what it no longer has, or has
+/// changed, or now has a reason against, is left out. A failure says why nothing at all was done.
 lumo::Result<Cleaned> clean(const PlanRequest& request, const Agreement& agreed, const Desk& desk,
                             const CleanupWatch& watch = {});
 

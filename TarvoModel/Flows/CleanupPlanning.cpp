@@ -81,19 +81,22 @@ lumo::InventoryQuery queryAt(const Desk& desk) {
     return {.home = desk.home, .now = desk.now()};
 }
 
-/// Adds the items that were asked for, as they are now, each once.
+/// Adds the items that were asked for, as they are now when they go together, each once.
 void addItems(const PlanRequest& request, const Desk& desk, Plan& plan) {
-    for (const std::string& id : request.items) {
-        const bool isThere =
-            std::ranges::any_of(plan.entries, [&](const PlanEntry& entry) { return entry.action.id == id; });
-        if (isThere) {
-            continue;
-        }
-        if (auto item = lumo::Inventories::itemWith(id, queryAt(desk))) {
-            plan.entries.push_back({std::move(item->action), std::move(item->blockedBecause)});
-        } else {
-            plan.unknownItems.push_back(id);
-        }
+    const auto isPlanned = [&](const std::string& id) {
+        return std::ranges::any_of(plan.entries,
+                                   [&](const PlanEntry& entry) { return entry.action.id == id; });
+    };
+    std::vector<std::string> asked = request.items;
+    std::erase_if(asked, isPlanned);
+    std::set<std::string_view> there;
+    std::vector<lumo::DetailItem> items = lumo::Inventories::itemsWith(asked, queryAt(desk));
+    std::ranges::transform(items, std::inserter(there, there.end()), &lumo::DetailItem::id);
+    std::ranges::copy_if(asked, std::back_inserter(plan.unknownItems), [&](const std::string& id) {
+        return !there.contains(id) && std::ranges::find(plan.unknownItems, id) == plan.unknownItems.end();
+    });
+    for (lumo::DetailItem& item : items) {
+        plan.entries.push_back({std::move(item.action), std::move(item.blockedBecause)});
     }
 }
 
@@ -119,21 +122,39 @@ void holdBackKeptCopies(std::vector<PlanEntry>& entries, const std::string& home
     }
 }
 
-/// A file may name an item, but what is done to it is what the inventory says now.
-std::optional<std::string> refusalOfItem(const lumo::CleanupAction& action, const PlanRequest& request,
-                                         const Desk& desk) {
-    if (request.saved) {
-        const auto item = lumo::Inventories::itemWith(action.id, queryAt(desk));
-        const bool isSame = item && item->action.method == action.method &&
-                            item->action.safety == action.safety &&
-                            item->action.measuredPaths == action.measuredPaths &&
-                            item->action.fallbackContents == action.fallbackContents;
-        if (!isSame) {
-            return Words{"«{}» ya no es lo que dice el fichero", "“{}” is no longer what the file says"}.with(
-                action.id);
-        }
+/// True when the inventory has the action among the items of those ids, as they are now when they go
+/// together.
+bool isItemNow(const lumo::CleanupAction& action, const std::vector<std::string>& ids, const Desk& desk) {
+    const std::vector<lumo::DetailItem> items = lumo::Inventories::itemsWith(ids, queryAt(desk));
+    return std::ranges::any_of(items, [&](const lumo::DetailItem& item) {
+        return item.id == action.id && item.action.method == action.method &&
+               item.action.safety == action.safety && item.action.measuredPaths == action.measuredPaths &&
+               item.action.fallbackContents == action.fallbackContents;
+    });
+}
+
+/// What a file holds that this build would not do by itself, or would do otherwise by now: it may name an
+/// item, but what is done to that is what the inventory says.
+lumo::CleanupExecutor::Refusal
+refusalOfFile(const PlanRequest& request, const std::vector<lumo::CleanupAction>& actions, const Desk& desk) {
+    if (!isFromFile(request)) {
+        return {};
     }
-    return lumo::Inventories::refusal(action, queryAt(desk));
+    std::vector<std::string> ids;
+    std::ranges::transform(actions, std::back_inserter(ids), &lumo::CleanupAction::id);
+    const auto places = std::make_shared<const lumo::CoveredPlaces>(desk.home, knownRules(desk), actions);
+    return [places, ids, isPlan = request.saved.has_value(),
+            desk](const lumo::CleanupAction& action) -> std::optional<std::string> {
+        if (!lumo::inventoryKindOfID(action.id)) {
+            return places->refusal(action);
+        }
+        // Few items depend on what goes with them, so that one is mostly looked at alone.
+        if (!isPlan || isItemNow(action, {action.id}, desk) || isItemNow(action, ids, desk)) {
+            return std::nullopt;
+        }
+        return Words{"«{}» ya no es lo que dice el fichero", "“{}” is no longer what the file says"}.with(
+            action.id);
+    };
 }
 
 /// The ids that can be asked for: in a saved plan its own, in a report those of all that may be cleaned.
@@ -176,15 +197,9 @@ std::vector<std::string> protectedFolders(const Preferences& preferences, const 
 
 lumo::CleanupExecutor::Refusal refusalFor(const PlanRequest& request,
                                           const std::vector<lumo::CleanupAction>& actions, const Desk& desk) {
-    std::shared_ptr<const lumo::CoveredPlaces> places;
-    if (isFromFile(request)) {
-        places = std::make_shared<const lumo::CoveredPlaces>(desk.home, knownRules(desk), actions);
-    }
-    return [places, request, desk](const lumo::CleanupAction& action) {
-        if (lumo::inventoryKindOfID(action.id)) {
-            return refusalOfItem(action, request, desk);
-        }
-        return places ? places->refusal(action) : std::nullopt;
+    return [ofFile = refusalOfFile(request, actions, desk), desk](const lumo::CleanupAction& action) {
+        const auto refused = ofFile ? ofFile(action) : std::nullopt;
+        return refused ? refused : lumo::Inventories::refusal(action, queryAt(desk));
     };
 }
 
@@ -207,8 +222,7 @@ Plan planned(const PlanRequest& request, const Desk& desk) {
     const lumo::PathGuard guard(desk.home, options.protectedFolders);
     const std::vector<lumo::CleanupAction> actions = lumo::CleanupPlanner::actionsOf(plan.entries);
     // What was planned here is covered, and what it rests on is looked at right before each is carried out.
-    const lumo::CleanupExecutor::Refusal refusal =
-        isFromFile(request) ? refusalFor(request, actions, desk) : lumo::CleanupExecutor::Refusal();
+    const lumo::CleanupExecutor::Refusal refusal = refusalOfFile(request, actions, desk);
     for (PlanEntry& entry : plan.entries) {
         if (plan.problem) {
             // The folders that the user protected are not known now.

@@ -69,7 +69,7 @@ struct Texts {
         const CleanupShares shares = sharesOf(clean.actions);
         const std::string does = cleanTitle(shares, language);
         return {.title = Words{"¿{}?", "{}?"}.in(language, does),
-                .message = confirmationMessage(shares, language) +
+                .message = confirmationMessage(clean.actions, language) +
                            (clean.file ? aboutFile(*clean.file, language) : std::string()),
                 .groups = groupsOf(clean.actions, language),
                 .acceptText = does};

@@ -4,8 +4,10 @@
 #include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Reason.h"
+#include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/CleanupExecutor.h"
+#include "LumoCore/Inventories/Inventories.h"
 
 #include <fmt/format.h>
 
@@ -69,8 +71,25 @@ CleanupShares sharesOf(const std::vector<lumo::CleanupAction>& actions) {
     return {.total = bytesOf(actions), .trash = bytesOf(going.own), .tool = bytesOf(going.forGood)};
 }
 
-std::string confirmationMessage(const CleanupShares& shares, Language language) {
-    if (shares.trash == 0 && shares.tool == 0) {
+namespace {
+
+/// The line below the message, with its line feed; empty when there is nothing to be careful about.
+std::string careText(const std::vector<lumo::CleanupAction>& actions, Language language) {
+    std::string names;
+    for (const lumo::CleanupAction& action : actions) {
+        if (lumo::Inventories::mayHoldDatabase(action.id)) {
+            names += (names.empty() ? "" : ", ") + lumo::printable(action.title);
+        }
+    }
+    return names.empty()
+               ? names
+               : "\n" + Words{"Puede guardar una base de datos: {}.", "May hold a database: {}."}.in(language,
+                                                                                                     names);
+}
+
+/// What becomes of it. What takes nothing is told of as well: it goes all the same.
+std::string sharesText(const Going& going, Language language) {
+    if (going.own.empty() && going.forGood.empty()) {
         return Words{
             "Todo lo marcado se regenera solo: se borra ya y el espacio queda libre al momento.",
             "Everything selected recreates itself: it's deleted right away and the space is freed instantly."}
@@ -79,23 +98,29 @@ std::string confirmationMessage(const CleanupShares& shares, Language language) 
     std::string message =
         Words{"Lo que se regenera solo se borra ya.", "What recreates itself is deleted right away."}.in(
             language);
-    if (shares.tool > 0) {
+    if (!going.forGood.empty()) {
         message +=
-            " " + string(shares.tool, language) +
+            " " + string(bytesOf(going.forGood), language) +
             Words{" los borra su propia herramienta (Docker, Ollama…): se liberan ya y no se pueden "
                   "deshacer.",
                   " is deleted by its own tool (Docker, Ollama…): freed right away and can't be undone."}
                 .in(language);
     }
-    if (shares.trash > 0) {
+    if (!going.own.empty()) {
         message +=
-            " " + string(shares.trash, language) +
+            " " + string(bytesOf(going.own), language) +
             Words{" de lo tuyo se apartan ", " of your files go to Recently Cleaned for "}.in(language) +
             days() +
             Words{" días: se pueden recuperar hasta entonces.", " days: you can restore them until then."}.in(
                 language);
     }
     return message;
+}
+
+} // namespace
+
+std::string confirmationMessage(const std::vector<lumo::CleanupAction>& actions, Language language) {
+    return sharesText(goingOf(actions), language) + careText(actions, language);
 }
 
 CleanupSums sumsOf(const std::vector<lumo::CleanupOutcome>& outcomes) {
@@ -121,6 +146,13 @@ std::string failedText(std::size_t count, std::string_view first, Language langu
                : Words{"{} cosas no se pudieron limpiar. La primera: {}",
                        "{} items couldn't be cleaned. The first: {}"}
                      .in(language, count, first);
+}
+
+std::optional<std::string> remarkText(const std::vector<lumo::CleanupOutcome>& outcomes) {
+    const auto remark = std::ranges::find_if(outcomes, [](const lumo::CleanupOutcome& outcome) {
+        return outcome.status == lumo::CleanupStatus::done && outcome.message;
+    });
+    return remark != outcomes.end() ? std::optional(remark->title + ": " + *remark->message) : std::nullopt;
 }
 
 std::string leftOutText(std::size_t count, std::string_view first, std::string_view reason,

@@ -45,8 +45,8 @@ struct CleanupShares {
 /// The shares of the actions, which are taken to be deleted at once when they recreate themselves.
 CleanupShares sharesOf(const std::vector<lumo::CleanupAction>& actions);
 
-/// What the confirmation of a cleanup says.
-std::string confirmationMessage(const CleanupShares& shares,
+/// What the confirmation of a cleanup says. What may hold more than its size tells is named, on a line below.
+std::string confirmationMessage(const std::vector<lumo::CleanupAction>& actions,
                                 lumo::Language language = lumo::currentLanguage());
 
 /// What cleanups freed and set aside. Failed ones count with what they had done before.
@@ -64,6 +64,10 @@ std::string cleanupDone(const CleanupSums& sums, lumo::Language language = lumo:
 /// The sentence after a cleanup of which so many items failed, with what the first of them says.
 std::string failedText(std::size_t count, std::string_view first,
                        lumo::Language language = lumo::currentLanguage());
+
+/// The sentence after a cleanup of which an item was done and still left something, with what the first of
+/// them says; absent when none has.
+std::optional<std::string> remarkText(const std::vector<lumo::CleanupOutcome>& outcomes);
 
 /// The sentence after a cleanup that left so many agreed items as they were, with the first and its reason.
 std::string leftOutText(std::size_t count, std::string_view first, std::string_view reason,

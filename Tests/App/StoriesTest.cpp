@@ -204,6 +204,19 @@ TEST(AppStories, WhatIsProtectedBetweenQuestionAndAnswerStays) {
     EXPECT_EQ(story.app().ticked()->selectedBytes(), 0) << "the new plan knows";
 }
 
+TEST(AppStories, WhatAToolLeftIsTold) {
+    // pip left the folder of a newer pip where it was and was done, and the window said nothing.
+    AppStory story;
+    story.home.program(".local/bin/pip", "true");
+    story.home.file(".cache/pip/http-v2/x", 3000000);
+    settle(story);
+    story.app().cleaning()->requestClean();
+    story.app().question()->accept();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_EQ(bytesOf(story.app().activity()->notice()), "pip cache: the tool freed nothing here");
+    EXPECT_FALSE(story.hasCache());
+}
+
 TEST(AppStories, ACelebrationOpensFromHalfAGigabyteOn) {
     for (const std::int64_t freed : {499'999'999, 500'000'000}) {
         AppStory story;

@@ -3,7 +3,9 @@
 #include "LumoCore/History/SnapshotStore.h"
 #include "TarvoModel/Flows/Cleaning.h"
 #include "TarvoModel/Flows/Preferences.h"
+#include "TarvoModel/Flows/PuttingBack.h"
 #include "TarvoModel/Flows/ScanResult.h"
+#include "Tests/support/OllamaLayout.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
@@ -44,7 +46,100 @@ Result<Cleaned> cleaned(const std::vector<std::string>& ids, const TempHome& hom
     return clean(request, agreementTo(plan), deskOf(home), {.carryOut = std::move(carryOut)});
 }
 
+/// The bytes of all files below the folder, by their paths.
+std::map<std::string, std::string> filesIn(const std::string& folder) {
+    std::map<std::string, std::string> files;
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+        if (entry.is_regular_file()) {
+            files[entry.path().lexically_relative(folder)] = contentOf(entry.path());
+        }
+    }
+    return files;
+}
+
+/// Three models: the first two share blob 'a', all of them blob 'c'.
+void makeModels(const TempHome& home) {
+    home.fileWith(ollamaManifests + "one/latest", manifest(blob('1'), blob('a')));
+    home.fileWith(ollamaManifests + "two/8b", manifest(blob('2'), blob('a')));
+    home.fileWith(ollamaManifests + "three/8b", manifest(blob('3'), blob('b')));
+    for (const char digit : {'1', '2', '3', 'a', 'b', 'c'}) {
+        home.fileWith(ollamaStore + "blobs/" + blob(digit), std::string(20000, digit));
+    }
+}
+
+const std::string one = "modelo:ollama:" + ollamaManifests + "one/latest";
+const std::string two = "modelo:ollama:" + ollamaManifests + "two/8b";
+const std::string three = "modelo:ollama:" + ollamaManifests + "three/8b";
+
 } // namespace
+
+TEST(Finding, TakesASharedPartWithTheLastModelThatNeedsIt) {
+    // Set aside together, two models left behind the part that both had used.
+    const TempHome home;
+    makeModels(home);
+    const auto before = filesIn(home.path(".ollama"));
+    const auto hasBlob = [&](char digit) {
+        return fs::exists(home.path(ollamaStore + "blobs/" + blob(digit)));
+    };
+    const auto done = cleaned({two, one, two}, home);
+    ASSERT_TRUE(done);
+    EXPECT_THAT(eachOf(done->outcomes, &CleanupOutcome::status),
+                ElementsAre(CleanupStatus::done, CleanupStatus::done));
+    EXPECT_FALSE(hasBlob('1') || hasBlob('2') || hasBlob('a'));
+    EXPECT_TRUE(hasBlob('3') && hasBlob('b') && hasBlob('c')) << "the third model needs them";
+    EXPECT_TRUE(undo(deskOf(home))->failures.empty());
+    EXPECT_EQ(filesIn(home.path(".ollama")), before);
+    EXPECT_EQ(cleaned({one, two, three}, home)->outcomes.size(), 3U);
+    EXPECT_THAT(filesIn(home.path(".ollama")), IsEmpty());
+    EXPECT_TRUE(undo(deskOf(home))->failures.empty());
+    EXPECT_EQ(filesIn(home.path(".ollama")), before);
+}
+
+TEST(Finding, PutsTogetherWhatWasTickedOneByOne) {
+    // Ticked in a list, each model came to what it is alone: together they were said to have changed.
+    const TempHome home;
+    makeModels(home);
+    home.file("film", 20000);
+    Agreement ticked;
+    for (const std::string& id : {two, std::string("archivo:film"), one}) {
+        ticked.actions.push_back(itemNow(id, deskOf(home))->action);
+    }
+    ASSERT_TRUE(dependsOnCompany(ticked));
+    const Agreement agreed = together(ticked, deskOf(home));
+    EXPECT_THAT(eachOf(agreed.actions, &CleanupAction::id), ElementsAre(one, "archivo:film", two));
+    const auto done = clean({}, agreed, deskOf(home));
+    EXPECT_THAT(done->leftOut, IsEmpty());
+    EXPECT_THAT(done->outcomes, Each(::testing::Field(&CleanupOutcome::status, CleanupStatus::done)));
+    EXPECT_FALSE(fs::exists(home.path(ollamaStore + "blobs/" + blob('a'))));
+    ticked.actions.resize(2);
+    EXPECT_FALSE(dependsOnCompany(ticked));
+}
+
+TEST(Finding, LeavesASharedPartWhileAModelThatStaysNeedsIt) {
+    const TempHome home;
+    makeModels(home);
+    const auto before = filesIn(home.path(".ollama"));
+    const PlanRequest both{.items = {one, two}};
+    const Plan plan = planned(both, deskOf(home));
+    // The first of them is not carried out after all.
+    const auto half = clean(both, agreementTo(plan), deskOf(home),
+                            {.carryOut = [](const auto& actions, const auto& guard, const auto& control) {
+                                return usualCarryOut({actions.back()}, guard, control);
+                            }});
+    ASSERT_TRUE(half);
+    EXPECT_EQ(half->outcomes.at(0).status, CleanupStatus::failed);
+    EXPECT_EQ(filesIn(home.path(".ollama")), before);
+    // Only the second was agreed to: what it came to beside the first is not what it comes to alone.
+    Agreement second = agreementTo(plan);
+    second.actions.erase(second.actions.begin());
+    EXPECT_THAT(clean(both, second, deskOf(home))->leftOut, SizeIs(1));
+    EXPECT_EQ(filesIn(home.path(".ollama")), before);
+    // The same plan from a file is carried out as it was planned.
+    const PlanRequest saved{.saved = plan.entries};
+    EXPECT_THAT(clean(saved, agreementTo(planned(saved, deskOf(home))), deskOf(home))->outcomes,
+                Each(::testing::Field(&CleanupOutcome::status, CleanupStatus::done)));
+    EXPECT_FALSE(fs::exists(home.path(ollamaStore + "blobs/" + blob('a'))));
+}
 
 TEST(Finding, HasAFileOnceAndHoldsBackWhatACleanupWould) {
     const TempHome home;
@@ -94,6 +189,15 @@ TEST(Finding, GivesACopyBackWhoseOtherOneWentAfterTheLastLook) {
         EXPECT_EQ(raced->outcomes.at(0).trashedBytes, 0);
         EXPECT_EQ(contentOf(home.path("b/a")).size(), 20000U);
     }
+}
+
+TEST(Finding, CleansAgreedItemsThatTheRequestDoesNotName) {
+    // Each face had to add them to the request, and one that forgot was told that they had gone.
+    const TempHome home;
+    home.file("film", 20000);
+    const Agreement agreed = agreementTo(planned({.items = {"archivo:film"}}, deskOf(home)));
+    EXPECT_THAT(clean({}, agreed, deskOf(home))->outcomes, SizeIs(1));
+    EXPECT_FALSE(fs::exists(home.path("film")));
 }
 
 TEST(Finding, LeavesOneCopyHoweverManyGoAtOnce) {

@@ -91,6 +91,15 @@ TEST(Containers, OfPodmanCountALayerOnceAndLeaveNoStorageBehind) {
     // Nobody tells what the layer takes that the last two share.
     EXPECT_THAT(bytes, ElementsAre(Pair("alone", 70), Pair("app", 50), Pair("base", 0), Pair("other", 0),
                                    Pair("twin", 0)));
+    // In Podman's storage it is written.
+    const auto weighed = podmanLists(images, "[]", "[]", images,
+                                     R"([{"id": "x", "diff-digest": "l4", "diff-size": 250},
+        {"id": "y", "diff-digest": "l5", "diff-size": 9000}, {"id": "z", "diff-digest": "l5"}, 7])");
+    for (const ContainerImage& each : weighed->images) {
+        bytes[each.id] = each.uniqueBytes;
+    }
+    EXPECT_THAT(bytes, ElementsAre(Pair("alone", 70), Pair("app", 50), Pair("base", 0), Pair("other", 0),
+                                   Pair("twin", 250)));
     EXPECT_EQ(lists->containers.at(0).bytes, 2);
     EXPECT_EQ(lists->volumes.at(0).folder, "/m");
     for (const char* broken : {"", "{", "[1, null]", "{\"a\": []}"}) {

@@ -61,6 +61,19 @@ TEST(LargeFiles, AreTheUsersOwnAndNobodyElses) {
     }
 }
 
+TEST(LargeFiles, OfOneSizeAreInTheOrderOfTheirPaths) {
+    // Threads found them in any order, and two looks at one disk were two lists.
+    const TempHome home;
+    std::vector<std::string> ids;
+    for (int number = 10; number < 74; ++number) {
+        home.file("films " + std::to_string(number) + "/of/a/year", 4096);
+        ids.push_back("archivo:films " + std::to_string(number) + "/of/a/year");
+    }
+    EXPECT_THAT(idsIn(Inventories::find(InventoryKind::large, queryOf(home, 1))), ElementsAreArray(ids));
+    std::ranges::reverse(ids);
+    EXPECT_THAT(eachOf(Inventories::itemsWith(ids, queryOf(home)), &DetailItem::id), ElementsAreArray(ids));
+}
+
 TEST(LargeFiles, WithSeveralNamesGoWithAllOrNotAtAll) {
     const TempHome home;
     home.file("a", 20000);

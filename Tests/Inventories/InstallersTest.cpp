@@ -1,5 +1,6 @@
 #include "LumoCore/Inventories/Installers.h"
 #include "LumoCore/Explaining/KnownPlaces.h"
+#include "LumoCore/Inventories/Inventories.h"
 #include "Platform/ArchiveEntries.h"
 #include "Tests/support/InventoryQuery.h"
 #include "Tests/support/TempHome.h"
@@ -74,7 +75,7 @@ TEST(Installers, AreUsedWhenWhatTheyHoldIsHere) {
     std::map<std::string, Safety> safeties;
     for (const auto& [name, item] : judged) {
         safeties[name] = item.safety;
-        EXPECT_EQ(Installers::itemWith(item.id, queryOf(home)), item);
+        EXPECT_EQ(Inventories::itemWith(item.id, queryOf(home)), item);
     }
     EXPECT_THAT(safeties,
                 ElementsAre(Pair("App.flatpakref", Safety::safe), Pair("changed.tgz", Safety::safe),
@@ -100,7 +101,7 @@ TEST(Installers, AreUsedWhenWhatTheyHoldIsHere) {
     // Elsewhere an archive beside its contents may be somebody's copy of them.
     home.file("Backup/mine", 3000);
     shell(home, "cd Backup && zip -q mine.zip mine");
-    EXPECT_EQ(Installers::itemWith("instalador:Backup/mine.zip", queryOf(home))->safety, Safety::review);
+    EXPECT_EQ(Inventories::itemWith("instalador:Backup/mine.zip", queryOf(home))->safety, Safety::review);
 }
 
 TEST(Installers, FillTheTwoRulesOfTheCatalogue) {

@@ -2,6 +2,7 @@
 #include "LumoCore/Inventories/ModelHeader.h"
 #include "LumoCore/Inventories/OllamaStore.h"
 #include "Tests/support/InventoryQuery.h"
+#include "Tests/support/OllamaLayout.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
@@ -46,20 +47,6 @@ std::string ggufHeader() {
            textWithLength("general.name") + number(8, 4) + textWithLength("Llama") +
            textWithLength("general.size_label") + number(8, 4) + textWithLength("8B") +
            textWithLength("general.file_type") + number(4, 4) + number(15, 4);
-}
-
-std::string blob(char digit) {
-    return "sha256-" + std::string(64, digit);
-}
-
-std::string manifest(const std::string& weights, const std::string& licence) {
-    const auto layer = [](const std::string& type, std::string digest) {
-        digest[6] = ':';
-        return R"({"mediaType": ")" + type + R"(", "digest": ")" + digest + R"(", "size": 3})";
-    };
-    return R"({"schemaVersion": 2, "config": )" + layer("application/json", blob('c')) + R"(, "layers": [)" +
-           layer("application/vnd.ollama.image.license", licence) + "," +
-           layer("application/vnd.ollama.image.model", weights) + "]}";
 }
 
 } // namespace
@@ -151,4 +138,33 @@ TEST(Models, AreFoundWhereProgramsKeepThem) {
     EXPECT_EQ(net.name, "org/net");
     EXPECT_THAT(net.detail, StartsWith("Hugging Face, 8B, Q4_K_M, last used "));
     EXPECT_THAT(pathsOf(byID["modelo:llama.cpp:m.gguf"]), SizeIs(3));
+}
+
+TEST(Models, WhoseFilesAreSharedCountThemOnceAndStayWhileOneNeedsThem) {
+    // A repository whose files another one had links into was offered by itself, and broke that one.
+    const TempHome home;
+    const std::string hub = ".cache/huggingface/hub/";
+    home.file(hub + "models--a--base/blobs/w", 90000);
+    home.link(hub + "models--a--base/snapshots/r/m.bin", "../../blobs/w");
+    home.file(hub + "models--b--tuned/blobs/own", 20000);
+    home.link(hub + "models--b--tuned/snapshots/r/m.bin", "../../../models--a--base/blobs/w");
+    home.file(hub + "models--c--one/blobs/w", 300000);
+    home.hardLink(hub + "models--d--two/blobs/w", hub + "models--c--one/blobs/w");
+    const std::string base = "modelo:huggingface:models--a--base";
+    const std::string tuned = "modelo:huggingface:models--b--tuned";
+    const auto alone = itemsOf(home);
+    EXPECT_EQ(alone.at("a/base").blockedBecause, "b/tuned uses a part of it: remove that first");
+    EXPECT_FALSE(alone.at("b/tuned").blockedBecause);
+    EXPECT_LT(alone.at("c/one").bytes + alone.at("d/two").bytes, 300000);
+
+    const auto both = Models::itemsWith({base, tuned}, queryOf(home));
+    ASSERT_THAT(
+        both, ElementsAre(::testing::Field(&DetailItem::id, tuned), ::testing::Field(&DetailItem::id, base)));
+    EXPECT_FALSE(both[1].blockedBecause);
+    EXPECT_EQ(Models::refusal(both[1].action, queryOf(home)), "b/tuned uses a part of it: remove that first");
+    const auto linked = Models::itemsWith(
+        {"modelo:huggingface:models--d--two", "modelo:huggingface:models--c--one"}, queryOf(home));
+    ASSERT_THAT(linked, SizeIs(2));
+    EXPECT_LT(linked[0].bytes, 100000);
+    EXPECT_GE(linked[1].bytes, 300000);
 }

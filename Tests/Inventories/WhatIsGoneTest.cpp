@@ -9,7 +9,11 @@
 #include <map>
 
 #include <fcntl.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
+#include <thread>
+#include <unistd.h>
 
 using namespace lumo;
 using namespace tarvo::testing;
@@ -34,7 +38,106 @@ void setUsed(const TempHome& home, const std::string& name, std::int64_t seconds
     ASSERT_EQ(utimensat(AT_FDCWD, home.path(name).c_str(), times.data(), 0), 0) << name;
 }
 
+/// Listens where snapd does and gives everybody the same answer.
+class FakeSnapd final {
+  public:
+    FakeSnapd(const TempHome& home, std::string answer)
+        : answer_(std::move(answer)), socket_(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+        const std::string path = home.folder("system/run") + "/snapd.socket";
+        sockaddr_un place = {};
+        place.sun_family = AF_UNIX;
+        path.copy(place.sun_path, sizeof place.sun_path - 1);
+        EXPECT_EQ(bind(socket_, reinterpret_cast<const sockaddr*>(&place), sizeof place), 0);
+        EXPECT_EQ(listen(socket_, 8), 0);
+        thread_ = std::jthread([this] { serve(); });
+    }
+    ~FakeSnapd() {
+        shutdown(socket_, SHUT_RDWR);
+        thread_.join();
+        close(socket_);
+    }
+    FakeSnapd(const FakeSnapd&) = delete;
+    FakeSnapd& operator=(const FakeSnapd&) = delete;
+
+  private:
+    void serve() const {
+        for (int client = accept(socket_, nullptr, nullptr); client >= 0;
+             client = accept(socket_, nullptr, nullptr)) {
+            std::string asked;
+            std::array<char, 512> buffer = {};
+            while (!asked.ends_with("\r\n\r\n")) {
+                const ssize_t count = read(client, buffer.data(), buffer.size());
+                ASSERT_GT(count, 0);
+                asked.append(buffer.data(), static_cast<std::size_t>(count));
+            }
+            EXPECT_THAT(asked, StartsWith("GET /v2/snaps HTTP/1.0\r\nHost: localhost\r\n"));
+            EXPECT_EQ(write(client, answer_.data(), answer_.size()), std::ssize(answer_));
+            close(client);
+        }
+    }
+
+    std::string answer_;
+    int socket_;
+    std::jthread thread_;
+};
+
+/// A snap as snapd lists it.
+std::string snapJson(const std::string& name, const std::string& type, const std::string& app,
+                     const std::string& installed = "2023-05-01T10:00:00.5+02:00") {
+    return R"({"id": "x", "title": "The )" + name + R"(", "name": ")" + name + R"(", "installed-size": 110000,
+        "install-date": ")" +
+           installed + R"(", "status": "active", "type": ")" + type + R"(", "apps": [{"snap": ")" + name +
+           R"(", "name": "a")" + app + "}]}";
+}
+
+std::string withDesktopEntry(const std::string& name) {
+    return R"(, "desktop-file": "/var/lib/snapd/desktop/applications/)" + name + "_a.desktop\"";
+}
+
 } // namespace
+
+TEST(UnusedApps, AmongSnapsAreThoseThatAPersonStartsAndNobodyDid) {
+    // Snap applications were never among them.
+    const TempHome home;
+    std::string list;
+    for (const std::string name : {"paint", "seen", "young", "silent"}) {
+        list += snapJson(name, "app", withDesktopEntry(name)) + ",";
+    }
+    list += snapJson("lxd", "app", withDesktopEntry("lxd") + R"(, "daemon": "simple")") + "," +
+            snapJson("core", "base", withDesktopEntry("core")) + "," + snapJson("tool", "app", "") + "," +
+            snapJson("--purge", "app", withDesktopEntry("p")) + "," +
+            snapJson("renewed", "app", withDesktopEntry("renewed"), "2026-03-13T00:00:00Z") + "," +
+            snapJson("fresh", "app", withDesktopEntry("fresh"), "2026-03-13T00:00:00Z");
+    for (const std::string name : {"paint", "seen", "young", "lxd", "core", "tool", "renewed", "fresh"}) {
+        home.file("snap/" + name + "/common/x", 5000);
+        setUsed(home, "snap/" + name + "/common/x",
+                name == "young" ? noon.time_since_epoch() / std::chrono::seconds(1) : longAgo);
+    }
+    home.fileWith(".local/share/gnome-shell/application_state",
+                  "<application id=\"seen_a.desktop\" last-seen=\"" +
+                      std::to_string(noon.time_since_epoch() / std::chrono::seconds(1)) +
+                      "\"/><application id=\"renewed_a.desktop\" last-seen=\"1700000001\"/>");
+    {
+        const FakeSnapd snapd(home,
+                              "HTTP/1.0 200 OK\r\n\r\n{\"type\": \"sync\", \"result\": [" + list + "]}");
+        const auto items = itemsOf(home, InventoryKind::unused);
+        EXPECT_THAT(items, UnorderedElementsAre(Key("app:snap:paint"), Key("app:snap:renewed")));
+        const DetailItem& paint = items.at("app:snap:paint");
+        EXPECT_EQ(paint.name, "The paint");
+        EXPECT_EQ(paint.bytes, 110000);
+        EXPECT_THAT(paint.detail, StartsWith("last used Nov 14, 2023; its data, apart: "));
+        EXPECT_EQ(paint.blockedBecause, "needs an administrator: sudo snap remove paint");
+    }
+    // Nobody listens at the socket any more.
+    EXPECT_EQ(Inventories::find(InventoryKind::unused, queryOf(home)).unreadableCount, 1);
+    ASSERT_EQ(unlink(home.path("system/run/snapd.socket").c_str()), 0);
+    for (const char* answer :
+         {"HTTP/1.0 200 OK\r\n\r\n[", "HTTP/1.0 200 OK\r\n\r\n{\"result\": [{\"name\": 1}]}"}) {
+        const FakeSnapd snapd(home, answer);
+        EXPECT_THAT(Inventories::find(InventoryKind::unused, queryOf(home)).items, IsEmpty());
+        ASSERT_EQ(unlink(home.path("system/run/snapd.socket").c_str()), 0);
+    }
+}
 
 TEST(Inventories, AnswerEachUnderItsOwnName) {
     const TempHome home;

@@ -4,10 +4,13 @@
 #include "Tests/MCP/FakeClient.h"
 #include "Tests/support/TempHome.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tarvo::testing {
@@ -52,5 +55,24 @@ class Agent final {
     std::mutex mutex_;
     std::vector<mcp::Tool> tools_;
 };
+
+/// How many there are in a list of the document.
+inline std::size_t countOf(const lumo::JsonValue& document, std::string_view list) {
+    return std::get<lumo::JsonValue::Array>(document.find(list)->value).size();
+}
+
+/// The beginning of the arguments that name a proposal's plan: more members may follow, and the brace.
+inline std::string planIn(const mcp::ToolAnswer& proposal) {
+    return R"({"plan":")" + at(*proposal.structured, "plan") + "\"";
+}
+
+/// What the client gets, in the form with records and in the one for those that read only texts.
+inline void expectFits(const mcp::ToolAnswer& answer, const std::string& name) {
+    for (const bool readsRecords : {true, false}) {
+        const std::string line = lumo::dumpJson(resultOf(answer, readsRecords), lumo::JsonLayout::line);
+        EXPECT_LE(line.size(), 20000U) << name << " " << readsRecords;
+    }
+    EXPECT_LT(std::ranges::count(answer.text, '\n'), 15) << name << "\n" << answer.text;
+}
 
 } // namespace tarvo::testing

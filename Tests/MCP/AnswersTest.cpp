@@ -15,6 +15,9 @@ using tarvo::mcp::Offer;
 using tarvo::mcp::ToolAnswer;
 using tarvo::testing::Agent;
 using tarvo::testing::at;
+using tarvo::testing::countOf;
+using tarvo::testing::expectFits;
+using tarvo::testing::planIn;
 using tarvo::testing::TempHome;
 using testing::HasSubstr;
 using testing::Not;
@@ -37,21 +40,8 @@ void fill(const TempHome& home) {
     }
 }
 
-/// What the client gets, in the form with records and in the one for those that read only texts.
-void expectFits(const ToolAnswer& answer, const std::string& name) {
-    for (const bool readsRecords : {true, false}) {
-        const std::string line = lumo::dumpJson(resultOf(answer, readsRecords), lumo::JsonLayout::line);
-        EXPECT_LE(line.size(), 20000U) << name << " " << readsRecords;
-    }
-    EXPECT_LT(std::ranges::count(answer.text, '\n'), 15) << name << "\n" << answer.text;
-}
-
 std::int64_t numberAt(const ToolAnswer& answer, std::string_view path) {
     return std::stoll(at(*answer.structured, path));
-}
-
-std::size_t countOf(const JsonValue& document, std::string_view list) {
-    return std::get<JsonValue::Array>(document.find(list)->value).size();
 }
 
 } // namespace
@@ -86,7 +76,7 @@ TEST(Answers, FitAModelOnABigHomeAndSayHowMuchMoreThereIs) {
     EXPECT_EQ(numberAt(blocked, "blocked/0/count"), 60);
     EXPECT_EQ(countOf(*blocked.structured, "blocked"), 1U) << "one reason, one group";
 
-    const ToolAnswer cleaned = agent.call("clean", R"({"plan":")" + plan + "\"}", Consent::given);
+    const ToolAnswer cleaned = agent.call("clean", planIn(proposal) + "}", Consent::given);
     expectFits(cleaned, "clean");
     EXPECT_LT(agent.asked.size(), 16000U);
     EXPECT_THAT(agent.asked, HasSubstr("~/Downloads/a document with a long name 0.deb"));

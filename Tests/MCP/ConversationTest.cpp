@@ -84,8 +84,7 @@ TEST(Conversation, AboutFreeingSpaceOnABigHomeFitsAModel) {
         if (const std::string asked(version); asked == "2025-06-18" || asked == "2025-11-25") {
             const auto question = client.request("elicitation/create");
             EXPECT_EQ(at(question, "params/mode") == "form", asked == "2025-11-25");
-            client.send(R"({"jsonrpc":"2.0","id":")" + at(question, "id") +
-                        R"(","result":{"action":"decline"}})");
+            client.reply(question, tarvo::mcp::Consent::declined);
         }
         client.answer(100);
         call("list_set_aside");

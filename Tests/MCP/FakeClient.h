@@ -11,6 +11,12 @@
 
 namespace tarvo::testing {
 
+/// A request of a client's; `params` are the members of its parameters.
+inline std::string requestLine(int id, const std::string& method, const std::string& params = "") {
+    return R"({"jsonrpc":"2.0","id":)" + std::to_string(id) + R"(,"method":")" + method + R"(","params":{)" +
+           params + "}}";
+}
+
 /// The other end of a server: sends it messages and keeps what it says.
 class FakeClient final {
   public:
@@ -44,9 +50,7 @@ class FakeClient final {
 
     /// Calls a tool; `more` are further members of the parameters' text.
     void call(int id, const std::string& tool, const std::string& arguments, const std::string& more = "") {
-        send(R"({"jsonrpc":"2.0","id":)" + std::to_string(id) +
-             R"(,"method":"tools/call","params":{"name":")" + tool + R"(","arguments":)" + arguments + more +
-             "}}");
+        send(requestLine(id, "tools/call", R"("name":")" + tool + R"(","arguments":)" + arguments + more));
     }
 
     /// The first message that the server sent, or is about to send, for which the condition holds.
@@ -79,9 +83,15 @@ class FakeClient final {
 
     /// A request with the members of its parameters, and its answer.
     mcp::JsonValue ask(int id, const std::string& method, const std::string& params = "") {
-        send(R"({"jsonrpc":"2.0","id":)" + std::to_string(id) + R"(,"method":")" + method +
-             "\",\"params\":{" + params + "}}");
+        send(requestLine(id, method, params));
         return answer(id);
+    }
+
+    /// Answers the server's question with that result or error, whose member it is.
+    void reply(const mcp::JsonValue& question, const std::string& member);
+    void reply(const mcp::JsonValue& question, mcp::Consent consent) {
+        reply(question, std::string(R"("result":{"action":")") +
+                            (consent == mcp::Consent::given ? "accept" : "decline") + "\"}");
     }
 
     std::size_t count() {
@@ -127,6 +137,10 @@ inline std::string at(mcp::JsonValue value, std::string_view path) {
     }
     const auto* text = std::get_if<std::string>(&value.value);
     return text != nullptr ? *text : dumpJson(value, lumo::JsonLayout::line);
+}
+
+inline void FakeClient::reply(const mcp::JsonValue& question, const std::string& member) {
+    send(R"({"jsonrpc":"2.0","id":")" + at(question, "id") + "\"," + member + "}");
 }
 
 } // namespace tarvo::testing

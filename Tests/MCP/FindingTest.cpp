@@ -1,5 +1,6 @@
 #include "TarvoModel/Flows/Preferences.h"
 #include "Tests/MCP/Agent.h"
+#include "Tests/support/OllamaLayout.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,14 +8,16 @@
 #include <algorithm>
 #include <filesystem>
 
-using lumo::JsonValue;
 using tarvo::mcp::Consent;
 using tarvo::mcp::Offer;
 using tarvo::mcp::ToolAnswer;
 using tarvo::testing::Agent;
 using tarvo::testing::at;
+using tarvo::testing::countOf;
 using tarvo::testing::envelope;
+using tarvo::testing::expectFits;
 using tarvo::testing::FakeClient;
+using tarvo::testing::planIn;
 using tarvo::testing::TempHome;
 using testing::HasSubstr;
 using testing::Not;
@@ -50,9 +53,8 @@ TEST(FindItems, HandsItsIdsToAProposalAndThatToACleanup) {
 
     const ToolAnswer plan =
         agent.call("propose_cleanup", itemsArgument(R"("archivo:Videos/film.mkv",")" + copy + '"'));
-    EXPECT_EQ(std::get<JsonValue::Array>(plan.structured->find("items")->value).size(), 2U)
-        << "nothing that recreates itself";
-    const std::string handle = R"({"plan":")" + at(*plan.structured, "plan") + '"';
+    EXPECT_EQ(countOf(*plan.structured, "items"), 2U) << "nothing that recreates itself";
+    const std::string handle = planIn(plan);
     const ToolAnswer refused =
         agent.call("clean", handle + R"(,"items":[")" + copy + "\"]}", Consent::cannotAsk);
     EXPECT_THAT(refused.text, HasSubstr("tarvo clean --item '" + copy + "' --home"));
@@ -70,6 +72,27 @@ TEST(FindItems, HandsItsIdsToAProposalAndThatToACleanup) {
     EXPECT_TRUE(std::filesystem::exists(home.path("Videos/film.mkv")));
 }
 
+TEST(FindItems, OfWhichOnlySomeAreCleanedComeToWhatTheyAreAlone) {
+    // Of two models with a shared part, the second alone came to what it is beside the first, and was
+    // refused.
+    using namespace tarvo::testing;
+    const TempHome home;
+    for (const auto& [name, part] : {std::pair("one", '1'), {"two", '2'}}) {
+        home.fileWith(ollamaManifests + name + "/latest", manifest(blob(part), blob('a')));
+        home.file(ollamaStore + "blobs/" + blob(part), 20000);
+    }
+    home.file(ollamaStore + "blobs/" + blob('a'), 20000);
+    Agent agent(home);
+    const std::string id = "modelo:ollama:" + ollamaManifests;
+    const ToolAnswer plan =
+        agent.call("propose_cleanup", itemsArgument("\"" + id + "one/latest\",\"" + id + "two/latest\""));
+    const ToolAnswer done =
+        agent.call("clean", planIn(plan) + R"(,"items":[")" + id + "two/latest\"]}", Consent::given);
+    EXPECT_FALSE(done.isProblem) << done.text;
+    EXPECT_FALSE(std::filesystem::exists(home.path(ollamaStore + "blobs/" + blob('2'))));
+    EXPECT_TRUE(std::filesystem::exists(home.path(ollamaStore + "blobs/" + blob('a'))));
+}
+
 TEST(FindItems, FitsAModelAndSaysHowMuchMoreThereIs) {
     const TempHome home;
     const std::string deep = "Videos/" + std::string(200, 'd') + "/" + std::string(200, 'e') + "/";
@@ -80,11 +103,8 @@ TEST(FindItems, FitsAModelAndSaysHowMuchMoreThereIs) {
     for (const char* arguments : {R"("limit":200)", R"("limit":10)", R"("limit":200,"offset":245)"}) {
         const ToolAnswer answer =
             agent.call("find_items", R"({"kind":"large","minBytes":1000,)" + std::string(arguments) + "}");
-        for (const bool readsRecords : {true, false}) {
-            EXPECT_LE(dumpJson(resultOf(answer, readsRecords), lumo::JsonLayout::line).size(), 20000U);
-        }
-        EXPECT_LT(std::ranges::count(answer.text, '\n'), 15) << answer.text;
-        const auto shown = std::get<JsonValue::Array>(answer.structured->find("items")->value).size();
+        expectFits(answer, arguments);
+        const std::size_t shown = countOf(*answer.structured, "items");
         const std::size_t before = std::string(arguments).ends_with("245") ? 245 : 0;
         EXPECT_EQ(at(*answer.structured, "moreItems/count"), std::to_string(250 - before - shown));
         if (before == 0) {

@@ -123,7 +123,7 @@ TEST(Offerings, HaveTheLastReportThePlanAndTheHistory) {
     EXPECT_EQ(text("tarvo://plan/other"), "");
     client.call(2, "clean", R"({"plan":")" + plan + "\"}");
     const auto question = client.request("elicitation/create");
-    client.send(R"({"jsonrpc":"2.0","id":")" + at(question, "id") + R"(","result":{"action":"accept"}})");
+    client.reply(question, Consent::given);
     client.answer(2);
     EXPECT_THAT(text("tarvo://history"), HasSubstr(R"("status":"done")"));
     EXPECT_EQ(text("tarvo://report"), "") << "no longer as it was";

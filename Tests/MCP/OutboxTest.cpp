@@ -20,6 +20,7 @@
 using tarvo::mcp::Line;
 using tarvo::mcp::Outbox;
 using tarvo::testing::at;
+using tarvo::testing::requestLine;
 using tarvo::testing::TempHome;
 
 namespace {
@@ -62,11 +63,6 @@ class Pipe final {
     std::array<int, 2> ends_{};
 };
 
-std::string request(int id, const std::string& method, const std::string& params) {
-    return R"({"jsonrpc":"2.0","id":)" + std::to_string(id) + R"(,"method":")" + method + R"(","params":{)" +
-           params + "}}";
-}
-
 } // namespace
 
 TEST(Outbox, LetsACleanupEndAndTheHomeGoThoughTheClientNeverReads) {
@@ -80,21 +76,21 @@ TEST(Outbox, LetsACleanupEndAndTheHomeGoThoughTheClientNeverReads) {
         offeringsOf(std::make_shared<tarvo::mcp::Workspace>(home.path()), tarvo::mcp::Offer::everything),
         [&](const std::string& line, Line kind) { return outbox.put(line, kind); });
     server.receive(
-        request(1, "initialize",
-                R"("protocolVersion":"2025-11-25","capabilities":{"elicitation":{}},"clientInfo":{})"));
+        requestLine(1, "initialize",
+                    R"("protocolVersion":"2025-11-25","capabilities":{"elicitation":{}},"clientInfo":{})"));
     pipe.line();
-    server.receive(request(2, "tools/call", R"("name":"propose_cleanup","arguments":{})"));
+    server.receive(requestLine(2, "tools/call", R"("name":"propose_cleanup","arguments":{})"));
     const std::string plan = at(lumo::parseJson(pipe.line()).value(), "result/structuredContent/plan");
     // From here on nobody reads any more.
     std::size_t taken = 0;
     while (outbox.waitForRoom()) {
-        server.receive(request(3, "tools/list", ""));
+        server.receive(requestLine(3, "tools/list", ""));
         ++taken;
     }
     EXPECT_LT(taken, 200U) << "memory is bounded";
-    server.receive(
-        request(4, "tools/call",
-                R"("name":"clean","arguments":{"plan":")" + plan + R"("},"_meta":{"progressToken":"t"})"));
+    server.receive(requestLine(4, "tools/call",
+                               R"("name":"clean","arguments":{"plan":")" + plan +
+                                   R"("},"_meta":{"progressToken":"t"})"));
     while (std::filesystem::exists(wheel)) {
         server.receive(R"({"jsonrpc":"2.0","id":"tarvo-1","result":{"action":"accept"}})");
         std::this_thread::yield();

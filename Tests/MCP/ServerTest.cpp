@@ -63,7 +63,7 @@ std::string wordAfter(const std::string& reply) {
     client.call(1, "ask", "{}");
     const auto question = client.request("elicitation/create");
     EXPECT_EQ(at(question, "params/message"), "May I?");
-    client.send(R"({"jsonrpc":"2.0","id":")" + at(question, "id") + "\"," + reply + "}");
+    client.reply(question, reply);
     return at(client.answer(1), "result/content/0/text");
 }
 
@@ -234,7 +234,7 @@ TEST(Server, AnswersWhoLooksAndGivesSignsOfLifeWhileAQuestionIsOpenOrAnythingMea
     };
     EXPECT_EQ(at(signs("0.0001"), "params/progressToken"), "t");
     signs("0.0002"); // Sums of more have other digits at their end.
-    client.send(R"({"jsonrpc":"2.0","id":")" + at(question, "id") + R"(","result":{"action":"accept"}})");
+    client.reply(question, Consent::given);
     EXPECT_EQ(at(client.answer(1), "result/content/0/text"), "given");
     EXPECT_FALSE(hasStopped);
 }

@@ -18,6 +18,7 @@ using tarvo::mcp::Consent;
 using tarvo::mcp::ToolAnswer;
 using tarvo::testing::Agent;
 using tarvo::testing::at;
+using tarvo::testing::planIn;
 using tarvo::testing::TempHome;
 using testing::HasSubstr;
 using testing::Not;
@@ -76,10 +77,6 @@ std::string faultOf(const JsonValue& document, const JsonValue& schema) {
         }
     }
     return "";
-}
-
-std::string planIn(const ToolAnswer& proposal) {
-    return R"({"plan":")" + at(*proposal.structured, "plan") + "\"";
 }
 
 } // namespace

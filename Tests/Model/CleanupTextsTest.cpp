@@ -17,22 +17,45 @@ TEST(CleanupTexts, TheConfirmationTellsApartWhatIsDeletedRunByAToolAndSetAside) 
     EXPECT_EQ(sharesOf({cache, tool, images, letter, cloud}),
               (CleanupShares{.total = 12019000, .trash = 8000000, .tool = 4000000}));
     EXPECT_EQ(
-        confirmationMessage(sharesOf({cache, tool}), Language::en),
+        confirmationMessage({cache, tool}, Language::en),
         "Everything selected recreates itself: it's deleted right away and the space is freed instantly.");
     EXPECT_EQ(
-        confirmationMessage(sharesOf({images}), Language::en),
+        confirmationMessage({images}, Language::en),
         "What recreates itself is deleted right away. 4 MB is deleted by its own tool (Docker, Ollama…): "
         "freed right away and can't be undone.");
     EXPECT_EQ(
-        confirmationMessage(sharesOf({cache, images, letter}), Language::es),
+        confirmationMessage({cache, images, letter}, Language::es),
         "Lo que se regenera solo se borra ya. 4 MB los borra su propia herramienta (Docker, Ollama…): se "
         "liberan ya y no se pueden deshacer. 8 MB de lo tuyo se apartan 7 días: se pueden recuperar hasta "
         "entonces.");
 }
 
+TEST(CleanupTexts, TheConfirmationSaysWhatMayHoldADatabase) {
+    // The list warned of it, the question did not; and of a volume whose size nobody tells it said that it
+    // recreates itself.
+    const auto command = [](std::string id, std::string title) {
+        return CleanupAction{.id = std::move(id),
+                             .title = std::move(title),
+                             .safety = Safety::review,
+                             .method = method::Command{}};
+    };
+    const std::vector actions{command("docker:docker:volume:data", "data"),
+                              command("docker:podman:image:volume:x", "image"),
+                              command("docker:podman:volume:a\nb", "a\nb")};
+    EXPECT_EQ(
+        confirmationMessage(actions, Language::es),
+        "Lo que se regenera solo se borra ya. 0 MB los borra su propia herramienta (Docker, Ollama…): se "
+        "liberan ya y no se pueden deshacer.\nPuede guardar una base de datos: data, a\\nb.");
+    EXPECT_TRUE(confirmationMessage(actions, Language::en).ends_with("\nMay hold a database: data, a\\nb."));
+}
+
 TEST(CleanupTexts, TellWhatWasDoneAndTheFirstFailure) {
     EXPECT_EQ(cleanupDone({.freed = 3000000, .trashed = 0}, Language::en),
               "Cleanup done: 3 MB freed and 0 MB in Recently Cleaned (deleted automatically in 7 days)");
+    // A tool that was done and had left its cache was told of nowhere in the window.
+    EXPECT_FALSE(
+        remarkText({{.title = "uv"}, {.title = "a", .status = CleanupStatus::failed, .message = "b"}}));
+    EXPECT_EQ(remarkText({{.title = "uv"}, {.title = "pip", .message = "left"}}), "pip: left");
     EXPECT_EQ(restoredText({.done = 2}, Language::es), "Recuperados 2 elementos de lo apartado");
     EXPECT_EQ(restoredText({.done = 2, .failures = {"a: x", "b: y"}}, Language::en),
               "Restored 2 items from Recently Cleaned · 2 couldn't be restored: a: x");

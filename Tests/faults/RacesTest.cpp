@@ -11,6 +11,7 @@
 #include <array>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <thread>
 
@@ -119,6 +120,52 @@ TEST(Races, AgainstAFolderThatBecomesALinkNeverLeaveTheHome) {
         EXPECT_GT(counts[0], 0);
         EXPECT_GT(counts[1], 0);
     }
+}
+
+namespace {
+
+/// Takes a duplicate while somebody removes the copy that stays, as soon as that is to happen. The calls that
+/// move are slowed down by the tracer, so that it happens in the middle of one.
+void raceForTheLastCopy(const char* delay, const std::function<bool(const Household& household)>& isTime) {
+    const std::string id = "copia:Documents/again/first//Documents/first";
+    const Scenario scenario{.plan = {review(id, {"Documents/again/first"}, "first")},
+                            .command = {"clean", "--item", id, "--yes", "--json"}};
+    const Household household(scenario);
+    const int rounds = ground().isLong ? 100 : 5;
+    for (int round = 0; round < rounds; ++round) {
+        household.reset();
+        std::jthread remover([&](const std::stop_token& stop) {
+            while (!stop.stop_requested() && !isTime(household)) {
+            }
+            fs::remove(household.path("Documents/first"));
+        });
+        const Ran ended =
+            household
+                .startScenario({"strace", "-f", "-qq", "-o", household.traceFile(), "-e", "trace=renameat2",
+                                "-e", std::string("inject=renameat2:") + delay + "=100000"})
+                .wait();
+        remover = {};
+        expectNone(household.lies(ended));
+        EXPECT_EQ(ended.exitCode, 1) << ended.output << ended.error;
+        EXPECT_EQ(tarvo::testing::contentOf(household.path("Documents/again/first")), "twice")
+            << ended.output;
+        EXPECT_FALSE(fs::exists(household.path("Documents/first")));
+    }
+}
+
+} // namespace
+
+TEST(Races, ForTheCopyThatStaysNeverTakeTheLastOne) {
+    if (!ground().whyNoTracing.empty()) {
+        GTEST_SKIP() << ground().whyNoTracing;
+    }
+    // Compared and announced, and not yet moved; then moved, and not yet looked at again.
+    raceForTheLastCopy("delay_enter", [](const Household& household) {
+        return fs::exists(household.path("Library/Application Support/TarvoAI/apartado.jsonl"));
+    });
+    raceForTheLastCopy("delay_exit", [](const Household& household) {
+        return !fs::exists(household.path("Documents/again/first"));
+    });
 }
 
 TEST(Races, WithAnInterruptFinishTheItemInHandAndLogIt) {

@@ -2,9 +2,13 @@
 
 #include "LumoCore/Basics/Codec.h"
 #include "Tests/faults/Ground.h"
+#include "Tests/support/OllamaLayout.h"
 
 #include <algorithm>
 #include <filesystem>
+#include <string_view>
+#include <tuple>
+#include <utility>
 
 namespace tarvo::faults {
 
@@ -94,6 +98,37 @@ std::string agentSettingsProblem(const std::string& home) {
     return isWhole ? "" : "the settings are neither the old nor the new ones";
 }
 
+/// The id of a model of the furnished home.
+std::string modelID(const std::string& name) {
+    return "modelo:ollama:" + testing::ollamaManifests + name + "/latest";
+}
+
+/// One model of the furnished home: its manifest, and the parts that go with it.
+lumo::CleanupAction model(const std::string& name, const std::string& parts) {
+    Arguments paths{testing::ollamaManifests + name + "/latest"};
+    for (const char part : parts) {
+        paths.push_back(testing::ollamaStore + "blobs/" + testing::blob(part));
+    }
+    return review(modelID(name), std::move(paths), name + ":latest");
+}
+
+/// A model that is in its place has all the parts that it needs.
+std::string modelProblem(const std::string& home) {
+    for (const auto& [name, parts] : {std::pair("one", "1ac"), {"two", "2ac"}, {"three", "3bc"}}) {
+        for (const char part : std::string_view(parts)) {
+            if (fs::exists(home + "/" + testing::ollamaManifests + name + "/latest") &&
+                !fs::exists(home + "/" + testing::ollamaStore + "blobs/" + testing::blob(part))) {
+                return std::string("a part that ") + name + " needs is gone";
+            }
+        }
+    }
+    return "";
+}
+
+std::string copyProblem(const std::string& home) {
+    return fs::exists(home + "/Documents/first") ? "" : "the copy that stays is gone";
+}
+
 bool isArchived(const std::string& home) {
     return !fs::exists(home + "/Movies/box") && fs::exists(home + "/Movies/box.zip");
 }
@@ -134,6 +169,14 @@ void furnish(const testing::TempHome& slot) {
     slot.hardLink("home/Documents/twin", "home/Documents/letter");
     slot.fileWith("home/Documents/first", "twice");
     slot.fileWith("home/Documents/again/first", "twice");
+    for (const auto& [name, weights, licence] :
+         {std::tuple("one", '1', 'a'), {"two", '2', 'a'}, {"three", '3', 'b'}}) {
+        slot.fileWith("home/" + testing::ollamaManifests + name + "/latest",
+                      testing::manifest(testing::blob(weights), testing::blob(licence)));
+    }
+    for (const char part : {'1', '2', '3', 'a', 'b', 'c'}) {
+        slot.fileWith("home/" + testing::ollamaStore + "blobs/" + testing::blob(part), "part");
+    }
     slot.fileWith("home/Downloads/old.dmg", "image");
     slot.fileWith("home/Desktop/Screenshot old", "image");
     slot.setMode("home/Desktop/Screenshot old", 04751);
@@ -211,6 +254,8 @@ const std::vector<Scenario>& scenarios() {
     static const std::vector<lumo::CleanupAction> items{
         review("archivo:Documents/letter", {"Documents/letter", "Documents/twin"}, "letter"),
         review("copia:Documents/again/first//Documents/first", {"Documents/again/first"}, "first")};
+    // They share a part, which goes with the second; another one is the third's as well, which stays.
+    static const std::vector<lumo::CleanupAction> models{model("one", "1"), model("two", "2a")};
     static const std::vector<lumo::CleanupAction> box{review("box", {"Movies/box"})};
     static const std::vector<Scenario> all{
         {.name = "CleanOwn", .plan = own, .command = cleanPlan},
@@ -218,7 +263,12 @@ const std::vector<Scenario>& scenarios() {
         {.name = "CleanMixed", .plan = mixed, .command = cleanPlan},
         {.name = "CleanItems",
          .plan = items,
-         .command = {"clean", "--item", items[0].id, "--item", items[1].id, "--yes", "--json"}},
+         .command = {"clean", "--item", items[0].id, "--item", items[1].id, "--yes", "--json"},
+         .problem = copyProblem},
+        {.name = "CleanModels",
+         .plan = models,
+         .command = {"clean", "--item", models[1].id, "--item", models[0].id, "--yes", "--json"},
+         .problem = modelProblem},
         {.name = "Undo",
          .plan = own,
          .preparation = {cleanPlan},
