@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tarvo::bench {
@@ -59,23 +60,20 @@ std::vector<Explored> explorersOf(const Arguments& arguments) {
     std::vector<Explored> explorers{
         {{.name = "tarvo explore", .command = {arguments.programs + "/tarvo", "explore", arguments.home}},
          " % ["}};
-    for (const char* name : {"ncdu", "gdu"}) {
+    // The one says so below its entries, the other shows the path above them once it has some.
+    using Peer = std::pair<std::string, std::string_view>;
+    for (const auto& [name, text] : {Peer{"ncdu", "Total disk usage"}, Peer{"gdu", " --- /"}}) {
         if (const auto program = findProgram(name)) {
-            explorers.push_back(
-                {{.name = std::string(name) + " -x", .command = {*program, "-x", arguments.home}},
-                 "Total disk usage"});
+            explorers.push_back({{.name = name + " -x", .command = {*program, "-x", arguments.home}}, text});
         }
     }
     return explorers;
 }
 
-void printHeader(std::string_view what) {
-    fmt::print("\n{:<26} {:>10} {:>10} {:>10} {:>10}\n", what, "median ms", "min ms", "x first", "peak MiB");
-}
-
 void printRow(const Contestant& each, const Contestant& first) {
-    fmt::print("{:<26} {:>10.1f} {:>10.1f} {:>10.2f} {:>10.1f}\n", each.name, each.median(), each.minimum(),
-               each.median() / first.median(), each.peakMebibytes);
+    fmt::print("{:<26} {:>10.1f} {:>10.1f} {:>10.2f}", each.name, each.median(), each.minimum(),
+               each.median() / first.median());
+    fmt::print("{}\n", each.peakMebibytes > 0 ? fmt::format(" {:>10.1f}", each.peakMebibytes) : "");
 }
 
 /// Everybody in turn, after one round that only warms the caches.
@@ -111,11 +109,12 @@ int compare(const Arguments& arguments) {
     const MachineShape machine = machineShapeAt(arguments.home);
     fmt::print("{} cores, {:.1f} GiB memory, {}, {}; warm, {} rounds\n", machine.cores,
                machine.memoryGibibytes, machine.kernel, machine.fileSystem, arguments.rounds);
-    printHeader("whole tree");
+    constexpr const char* header = "\n{:<26} {:>10} {:>10} {:>10} {:>10}\n";
+    fmt::print(header, "whole tree", "median ms", "min ms", "x first", "peak MiB");
     for (const Contestant& each : contestants) {
         printRow(each, contestants.front());
     }
-    printHeader("until entries are seen");
+    fmt::print(header, "until entries are seen", "median ms", "min ms", "x first", "");
     for (const Explored& each : explorers) {
         printRow(each.contestant, explorers.front().contestant);
     }

@@ -34,6 +34,7 @@ namespace platform = lumo::platform;
 namespace {
 
 constexpr std::chrono::milliseconds patience{100};
+constexpr std::chrono::milliseconds patienceAtFirst{10}; // Until there is something to see.
 
 template <class Value>
 bool isReady(const std::future<Value>& value) {
@@ -78,7 +79,7 @@ class Session final {
         while (!hasEnough_ && !platform::wasInterrupted()) {
             takeResults();
             draw();
-            const Key key = screen_.key(patience);
+            const Key key = screen_.key(isBare() ? patienceAtFirst : patience);
             if (key.kind != Key::Kind::none) {
                 press(key);
             } else if (!platform::isTerminal(platform::Stream::input)) {
@@ -143,6 +144,9 @@ class Session final {
 
     // What the background brings.
 
+    /// Nothing was found yet.
+    [[nodiscard]] bool isBare() const { return measuring_.valid() && explorer_.rows().empty(); }
+
     void takeResults() {
         if (isReady(certain_)) {
             known_ = certain_.get();
@@ -161,7 +165,8 @@ class Session final {
         if (measuring_.valid() && now >= nextRefresh_) {
             explorer_.refresh();
             const auto took = std::chrono::steady_clock::now() - now;
-            nextRefresh_ = now + std::max<std::chrono::steady_clock::duration>(2 * patience, took * 8);
+            nextRefresh_ = now + std::max<std::chrono::steady_clock::duration>(
+                                     isBare() ? patienceAtFirst : 2 * patience, took * 8);
         }
     }
 
