@@ -9,8 +9,8 @@ RowLayout {
     // Where the way begins, and the help of that.
     required property string start
     property string help: ""
-    required property list<string> titles
-    required property list<string> amounts
+    required property var titles
+    required property var amounts
     // How many of the last folders are named; the way back to the others is one button.
     property int most: 100
     property bool loading: false

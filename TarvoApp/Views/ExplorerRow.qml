@@ -23,7 +23,8 @@ Item {
     Accessible.checked: isMarked
     Accessible.description: word
     Accessible.focusable: true
-    Accessible.name: [name, isFolder ? SideWords.folder : "", bytes, facts, word].filter(text => text.length > 0).join(", ")
+    Accessible.name: name + (isFolder ? ", " + SideWords.folder : "") + ", " + bytes + ", " + facts
+                     + (word.length > 0 ? ", " + word : "")
     // What is marked has its box ticked.
     Accessible.role: Accessible.CheckBox
     implicitHeight: texts.height + 14

@@ -11,6 +11,8 @@ Rectangle {
 
     signal menuWanted(row: ExplorerRow, at: Item)
 
+    readonly property bool roomy: width > 620 * Theme.scale
+
     function takeFilter() {
         filter.take();
     }
@@ -58,27 +60,35 @@ Rectangle {
                 onClicked: App.explorer.setAside(-1)
             }
         }
-        Breadcrumb {
-            Layout.fillWidth: true
-            amounts: App.explorer.amounts
-            most: pane.width > 620 * Theme.scale ? 3 : 1
-            note: App.explorer.facts
-            start: SideWords.homeFolder
-            titles: App.explorer.titles
+        // Below each other only where there is no room beside each other.
+        GridLayout {
+            columns: pane.roomy ? 2 : 1
+            rowSpacing: 4
 
-            onBackWanted: depth => App.explorer.leaveTo(depth)
-        }
-        ListNote {
-            Layout.fillWidth: true
-            end: Words.chooseNone
-            says: App.explorer.markedText
+            Breadcrumb {
+                Layout.fillWidth: true
+                amounts: App.explorer.amounts
+                most: pane.roomy ? 3 : 1
+                note: App.explorer.facts
+                start: SideWords.homeFolder
+                titles: App.explorer.titles
 
-            onEnded: App.explorer.clearMarks()
+                onBackWanted: depth => App.explorer.leaveTo(depth)
+            }
+            ListNote {
+                Layout.fillWidth: !pane.roomy
+                end: SideWords.clearMarks
+                says: App.explorer.markedText
+
+                onEnded: App.explorer.clearMarks()
+            }
         }
         ListView {
             id: list
 
-            Accessible.name: [SideWords.explore].concat(App.explorer.titles.slice(-1)).join(", ")
+            readonly property int last: App.explorer.titles.length - 1
+
+            Accessible.name: SideWords.explore + ", " + (last < 0 ? SideWords.homeFolder : App.explorer.titles[last])
             Accessible.role: Accessible.List
             Layout.fillHeight: true
             Layout.fillWidth: true

@@ -68,6 +68,7 @@ QtObject {
     readonly property string folder: pick("carpeta", "folder")
     readonly property string mark: pick("Marcar", "Mark")
     readonly property string unmark: pick("Desmarcar", "Unmark")
+    readonly property string clearMarks: pick("Quitar marcas", "Clear Marks")
     readonly property string goIn: pick("Entrar", "Go In")
     readonly property string markFirst: pick("Marca antes algo: con la barra espaciadora o con su círculo",
                                              "Mark something first: with the space bar or its circle")

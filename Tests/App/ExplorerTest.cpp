@@ -141,6 +141,20 @@ TEST_F(ExplorerInTheWindow, SetsAsideWhatIsMarkedAfterAQuestionAndFollowsTheUndo
     ASSERT_TRUE(story.waitUntilIdle());
 }
 
+TEST_F(ExplorerInTheWindow, SeesWithANewScanWhatOthersHaveDoneAndStaysWhereItIsWithItsMarks) {
+    ExplorerDesk& explorer = open();
+    explorer.goTo(story.home.path("Videos/trip"));
+    explorer.toggleMark(rowNamed(explorer, "b"));
+    fs::remove(story.home.path("Videos/trip/odd \xff\n"));
+    story.home.file("Videos/trip/new", 1000);
+    story.app().scanning()->scan();
+    ASSERT_TRUE(story.waitUntil([&] { return rowNamed(explorer, "new") >= 0; }));
+    EXPECT_THAT(names(explorer), ElementsAre("b", "new"));
+    EXPECT_EQ(explorer.path(), story.home.path("Videos/trip"));
+    EXPECT_THAT(bytesOf(explorer.markedText()), StartsWith("1 marked: 1"));
+    ASSERT_TRUE(story.waitUntilIdle());
+}
+
 TEST_F(ExplorerInTheWindow, SaysWhyAThingStays) {
     story.home.file("Library/Application Support/TarvoAI/notes", 1000);
     ExplorerDesk& explorer = open();
