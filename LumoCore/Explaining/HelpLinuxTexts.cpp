@@ -266,19 +266,24 @@ std::span<const LinuxRow> linuxRows() {
          {.id = "fotos",
           .question = {"¿Puede ayudarme con mis fotos?", "Can it help me with my photos?"},
           .answer =
-              {"Poco, y a propósito. Tus fotos y vídeos son archivos tuyos y no los toca: no los borra, no "
-               "los mueve y no busca fotos repetidas. Puedes ver cuánto ocupan mirando dentro de tu "
-               "carpeta de imágenes. Lo único que enseña, en ámbar y para que lo mires antes, son las "
-               "capturas y grabaciones de pantalla que quedaron en el Escritorio o en Imágenes; si las "
-               "limpias, esperan 7 días en el Apartado.",
-               "A little, and on purpose no more. Your photos and videos are files of yours and it leaves "
-               "them alone: it doesn't delete them, doesn't move them and doesn't look for repeated "
-               "photos. You can see how much they take by looking inside your pictures folder. All it "
-               "shows, in amber and for you to look at first, are the screenshots and screen recordings "
-               "left on the Desktop or in Pictures; if you clean them, they wait for 7 days in Recently "
+              {"Sí, en Repasar fotos (Ctrl+P o el menú). Mira tu carpeta de imágenes, o la que elijas, y "
+               "junta "
+               "las copias exactas, las parecidas, las ráfagas y las capturas de pantalla; lo demás va por "
+               "meses. De cada grupo propone conservar una, pero no elige nada por ti: te mueves con las "
+               "flechas, eliges con la barra espaciadora y ves una en grande con Intro. Tus fotos nunca se "
+               "borran con lo que se regenera: solo lo que elijas, tras preguntarte, espera 7 días en el "
+               "Apartado.",
+               "Yes, in Review Photos (Ctrl+P or the menu). It looks at your pictures folder, or one you "
+               "choose, and puts exact copies, look alikes, bursts and screenshots together; the rest goes "
+               "by "
+               "month. Of each group it proposes one to stay, but chooses nothing for you: the arrow keys "
+               "move, the space bar chooses and Return shows one large. Your photos are never deleted with "
+               "what recreates itself: only what you choose waits, after a question, for 7 days in Recently "
                "Cleaned."},
-          .keywords = {"fotografias, album, grabaciones, video, carpeta de imagenes, mis fotos, familia",
-                       "photographs, photography, album, recordings, video, pictures folder, family"}},
+          .keywords = {"fotografias, album, grabaciones, video, carpeta de imagenes, mis fotos, familia, "
+                       "fotos repetidas, fotos parecidas, fotos duplicadas, rafagas, borrosas",
+                       "photographs, photography, album, recordings, video, pictures folder, family, "
+                       "duplicate photos, similar photos, look alikes, bursts, blurry, blurred"}},
          {.id = "archivar",
           .answer =
               {"Es para carpetas tuyas que casi no abres. Archivar crea un .zip al lado, comprueba que "
@@ -443,26 +448,7 @@ std::span<const Row> linuxOnlyRows() {
           .keywords = {"crecimiento, creciendo, evolucion, ha crecido, crecido, crece, lo que mas ha crecido "
                        "desde, con el tiempo, ha subido, ha encogido, grafica",
                        "growth, growing, over time, grew, grown, grew most since, got bigger, trend, chart, "
-                       "shrank, went up"}},
-         {.id = "fotos",
-          .question = {"¿Cómo encuentro fotos repetidas o parecidas?",
-                       "How do I find duplicate or similar photos?"},
-          .answer =
-              {"En Repasar fotos, que se abre con Ctrl+P o desde el menú. Mira tu carpeta de imágenes, o la "
-               "que elijas, y junta las copias exactas, las parecidas, las ráfagas y las capturas de "
-               "pantalla; lo demás va por meses, lo más grande primero. De cada grupo propongo "
-               "conservar una, pero no elijo nada por ti: te mueves con las flechas, eliges con la barra "
-               "espaciadora y ves una en grande con Intro. Lo que elijas se aparta 7 días, tras "
-               "preguntarte.",
-               "In Review Photos, which opens with Ctrl+P or from the menu. It looks at your pictures "
-               "folder, or one you choose, and puts exact copies, look-alikes, bursts and screenshots "
-               "together; the rest goes by month, the largest first. Of each group I propose one to "
-               "stay, but I choose nothing for you: the arrow keys move, the space bar chooses and "
-               "Return shows one large. What you choose is set aside for 7 days, after a question."},
-          .keywords = {"fotos, foto, imagenes repetidas, fotos repetidas, fotos parecidas, fotos duplicadas, "
-                       "rafagas, capturas de pantalla, borrosas, videos repetidos",
-                       "photos, photo, pictures, duplicate photos, similar photos, look-alikes, bursts, "
-                       "screenshots, blurry, blurred"}}});
+                       "shrank, went up"}}});
     return rows;
 }
 

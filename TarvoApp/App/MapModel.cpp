@@ -62,11 +62,14 @@ void MapModel::findOpenable() {
                        number = ++rowsShown_](const std::stop_token&) -> Background::Apply {
         std::set<Paths> openable;
         std::ranges::copy_if(all, std::inserter(openable, openable.end()), canOpen);
-        return [this, openable, number] {
+        return [this, openable = std::move(openable), number]() mutable {
+            // While rows come one look after the other, what is known of the earlier ones holds.
             if (number == rowsShown_) {
-                openable_ = openable;
-                tellChanged({canZoomRole, statusRole});
+                openable_ = std::move(openable);
+            } else {
+                openable_.merge(openable);
             }
+            tellChanged({canZoomRole, statusRole});
         };
     });
 }

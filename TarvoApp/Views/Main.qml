@@ -198,6 +198,8 @@ ApplicationWindow {
             MapView {
                 Layout.fillHeight: true
                 Layout.fillWidth: true
+                // Rather a narrow map than a list beyond the window's edge.
+                Layout.minimumWidth: 0
                 visible: !window.narrow || window.pane === 0
 
                 onMenuWanted: (key, at) => menu.openFor(key, at)

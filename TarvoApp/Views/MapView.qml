@@ -94,7 +94,7 @@ ColumnLayout {
         }
         Legend {
             // Where the way into a folder needs the room, the words are in the tips.
-            compact: (App.map.depth > 0 || App.map.zoomLoading) && view.width < 1000 * Theme.scale
+            compact: view.width < (App.map.depth > 0 || App.map.zoomLoading ? 1000 : 600) * Theme.scale
         }
         Item {
             Layout.fillWidth: true
