@@ -1,13 +1,14 @@
 #include "TarvoCLI/ExplorerLines.h"
 
 #include "LumoCore/Basics/ByteFormat.h"
-#include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Date.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "TarvoCLI/Paragraph.h"
+#include "TarvoModel/Exploring/EntryTexts.h"
 #include "TarvoModel/Exploring/WhatIsIt.h"
+#include "TarvoModel/Showing/Preview.h"
 
 #include <algorithm>
 #include <cmath>
@@ -42,11 +43,6 @@ std::string numberText(std::int64_t number) {
     return lumo::ByteFormat::number(static_cast<double>(number), 0);
 }
 
-std::string itemsText(std::int64_t count) {
-    return count == 1 ? Words{"1 elemento", "1 item"}.in()
-                      : Words{"{} elementos", "{} items"}.with(numberText(count));
-}
-
 std::string orderText(ExplorerOrder order) {
     switch (order) {
     case ExplorerOrder::size:
@@ -75,9 +71,7 @@ Style styleOf(lumo::Safety safety) {
 
 std::string thirdText(const NamedEntry& entry, ExplorerOrder order) {
     if (order == ExplorerOrder::date) {
-        return entry.sums.modified == 0
-                   ? std::string()
-                   : lumo::dayText(lumo::Date(std::chrono::seconds(entry.sums.modified)));
+        return entryDay(entry);
     }
     return entry.is(EntryTraits::folder) ? numberText(entry.sums.items) : std::string();
 }
@@ -86,12 +80,9 @@ std::string thirdText(const NamedEntry& entry, ExplorerOrder order) {
 std::string nameText(const NamedEntry& entry) {
     std::string name = lumo::printable(entry.name);
     name += entry.is(EntryTraits::folder) ? "/" : entry.is(EntryTraits::link) ? "@" : "";
-    if (entry.is(EntryTraits::leftOut)) {
-        name += Words{"  (otro disco)", "  (another disk)"}.in();
-    } else if (entry.is(EntryTraits::unreadable)) {
-        name += Words{"  (no se pudo leer)", "  (could not be read)"}.in();
-    } else if (entry.is(EntryTraits::hasNames)) {
-        name += Words{"  (tiene otros nombres)", "  (has other names)"}.in();
+    const std::string note = entryNote(entry);
+    if (!note.empty()) {
+        name += "  (" + note + ")";
     }
     return name;
 }

@@ -304,19 +304,22 @@ std::span<const LinuxRow> linuxRows() {
                        "dupes, doubles, copies of the same, repeated files, identical files"}},
          {.id = "explorador",
           .answer =
-              {"No tiene una ventana aparte para recorrer archivos, pero el mapa hace algo parecido: la "
-               "lupa abre cada carpeta y enseña primero lo que más ocupa. Con clic derecho abres el "
-               "elemento en el gestor de archivos de tu escritorio, y ahí puedes moverlo o borrarlo tú; "
-               "también puedes copiar su ruta.[ Sin ventanas, «tarvo carpeta» y una ruta te dan lo mismo en "
-               "texto.]",
-               "It has no separate window to walk through files, but the map does something similar: the "
-               "magnifier opens each folder and shows what takes the most first. A right-click opens the "
-               "item in your desktop's file manager, and there you can move or delete it yourself; you can "
-               "copy its path, too.[ Without windows, “tarvo folder” and a path give you the same as text.]"},
+              {"Sí: Explorar, junto al mapa, que se abre con Ctrl+E o con su pestaña. Recorre tu carpeta "
+               "personal con lo que ocupa cada cosa, y cada uno sigue al otro: si entras en una carpeta, el "
+               "mapa también, y al revés. Te mueves con las flechas, entras con Intro, sales con Retroceso, "
+               "marcas con la barra espaciadora y «Apartar…» lo aparta 7 días, tras preguntarte. Con clic "
+               "derecho lo abres en el gestor de archivos de tu escritorio o copias su "
+               "ruta.[ Sin ventanas: «tarvo explorar».]",
+               "Yes: Explore, beside the map, which opens with Ctrl+E or its tab. It walks through your home "
+               "folder with what each thing takes, and each follows the other: when you go into a folder, so "
+               "does the map, and the other way round. The arrow keys move, Return goes in, Backspace goes "
+               "out, the space bar marks, and “Set Aside…” sets that aside for 7 days, after a question. A "
+               "right-click opens it in your desktop's file manager or copies its path.[ Without windows: "
+               "“tarvo explore”.]"},
           .keywords = {"mostrar en el gestor de archivos, copiar ruta, ruta, nautilus, dolphin, abrir la "
-                       "carpeta, clic derecho",
+                       "carpeta, clic derecho, explorar, recorrer carpetas, carpeta por carpeta",
                        "show in file manager, copy path, path, nautilus, dolphin, open the folder, right "
-                       "click"}},
+                       "click, explore, walk through folders, folder by folder"}},
          {.id = "otro-disco",
           .answer =
               {"Sí, para mirar. Un disco externo o una memoria USB que esté conectada se abre en el mapa "

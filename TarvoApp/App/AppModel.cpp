@@ -9,8 +9,9 @@ namespace tarvo {
 
 namespace {
 
-/// Of the pool: the work in hand, what a look at the disk needs, listings, and a model that takes its time.
-constexpr std::size_t threads = 4;
+/// Of the pool: the work in hand, what a look at the disk needs, listings, the explorer's measuring, and a
+/// model that takes its time.
+constexpr std::size_t threads = 5;
 
 Settings::Keeping keepingIn(const RunMode& mode) {
     return mode.isDemo ? Settings::Keeping::inMemory : Settings::Keeping::stored;
@@ -28,6 +29,7 @@ AppModel::AppModel(AppServices services, QObject* parent)
       celebrating_(ground_), holding_(ground_, scanning_, ticked_, celebrating_),
       history_(ground_, holding_, ground_.shownHome()),
       cleaning_(ground_, scanning_, ticked_, volumes_, celebrating_),
+      explorer_(ground_, ticked_, scanning_, *places_.map(), cleaning_),
       photos_(ground_, cleaning_, preview_, ground_.shownHome()), archiving_(ground_, places_, scanning_),
       files_(ground_, scanning_, ticked_), picking_(ground_, ground_.shownHome()),
       monitor_(ground_, volumes_, scanning_, ticked_, cleaning_), login_(ground_),
@@ -96,6 +98,7 @@ void AppModel::take(const std::shared_ptr<ScanResult>& result) {
 
 void AppModel::scanEnded() {
     places_.settle();
+    explorer_.settle();
     items_.lookAgain();
     volumes_.refreshVolumes();
     if (monitor_.isMonitoring()) {

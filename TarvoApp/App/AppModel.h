@@ -5,6 +5,7 @@
 #include "TarvoApp/App/CelebrationDesk.h"
 #include "TarvoApp/App/CleaningDesk.h"
 #include "TarvoApp/App/ExplainingDesk.h"
+#include "TarvoApp/App/ExplorerDesk.h"
 #include "TarvoApp/App/FilesDesk.h"
 #include "TarvoApp/App/Ground.h"
 #include "TarvoApp/App/GrowthDesk.h"
@@ -61,6 +62,7 @@ class AppModel final : public QObject {
     Q_PROPERTY(tarvo::HoldingDesk* holding READ holding CONSTANT)
     Q_PROPERTY(tarvo::HistoryDesk* history READ history CONSTANT)
     Q_PROPERTY(tarvo::CleaningDesk* cleaning READ cleaning CONSTANT)
+    Q_PROPERTY(tarvo::ExplorerDesk* explorer READ explorer CONSTANT)
     Q_PROPERTY(tarvo::PhotosDesk* photos READ photos CONSTANT)
     Q_PROPERTY(tarvo::ArchivingDesk* archiving READ archiving CONSTANT)
     Q_PROPERTY(tarvo::FilesDesk* files READ files CONSTANT)
@@ -104,6 +106,7 @@ class AppModel final : public QObject {
     [[nodiscard]] HoldingDesk* holding() { return &holding_; }
     [[nodiscard]] HistoryDesk* history() { return &history_; }
     [[nodiscard]] CleaningDesk* cleaning() { return &cleaning_; }
+    [[nodiscard]] ExplorerDesk* explorer() { return &explorer_; }
     [[nodiscard]] PhotosDesk* photos() { return &photos_; }
     [[nodiscard]] ArchivingDesk* archiving() { return &archiving_; }
     [[nodiscard]] FilesDesk* files() { return &files_; }
@@ -143,6 +146,7 @@ class AppModel final : public QObject {
     HoldingDesk holding_;
     HistoryDesk history_;
     CleaningDesk cleaning_;
+    ExplorerDesk explorer_;
     PhotosDesk photos_;
     ArchivingDesk archiving_;
     FilesDesk files_;

@@ -88,6 +88,17 @@ class Photographer {
     bool isSaved_ = true;
 };
 
+/// The explorer with something marked.
+void takeExplorer(Photographer& photographer, MainWindow& windows, AppModel& app) {
+    QMetaObject::invokeMethod(windows.window(), "explore");
+    wait(patience, [&] { return app.explorer()->entries()->count() > 1; });
+    app.explorer()->toggleMark(1);
+    photographer.takeBoth(windows.window(), QStringLiteral("explorer"));
+    app.explorer()->clearMarks();
+    app.explorer()->setOpen(false);
+    windows.window()->setProperty("pane", 1);
+}
+
 void takeSettings(Photographer& photographer, MainWindow& windows) {
     QQuickWindow* const settings = windows.open(MainWindow::Side::settings);
     const QStringList tabs{"general", "cleaning", "alerts", "ai", "about"};
@@ -184,6 +195,7 @@ bool takePictures(MainWindow& windows, AppModel& app, const QString& folder) {
     photographer.takeBoth(window, QStringLiteral("main"));
     takeDetails(photographer, windows, app);
     takeItems(photographer, windows, app);
+    takeExplorer(photographer, windows, app);
     takeSettings(photographer, windows);
     takeHelp(photographer, windows, app);
     takeLookingBack(photographer, windows, app);
@@ -195,9 +207,7 @@ bool takePictures(MainWindow& windows, AppModel& app, const QString& folder) {
     photographer.takeBoth(window, QStringLiteral("celebration"));
     app.celebrating()->closeCelebration();
     takeOverlays(photographer, windows, app);
-    if (auto* const panes = window->findChild<QObject*>(QStringLiteral("panes"))) {
-        panes->setProperty("currentIndex", 0);
-    }
+    window->setProperty("pane", 0);
     app.map()->zoomInto(openableKey(*app.map()));
     wait(patience, [&] { return app.map()->depth() > 0; });
     wait(travelling, [] { return false; });

@@ -41,6 +41,9 @@ Rectangle {
                 id: search
 
                 Layout.fillWidth: true
+                narrowed: App.list.searchText
+
+                onWanted: letters => App.list.searchText = letters
             }
             PlainButton {
                 Accessible.checkable: true
@@ -55,7 +58,13 @@ Rectangle {
                     pane.sideAsked = !pane.sideClosed;
                 }
             }
-            SortChoice {}
+            SortChoice {
+                current: App.list.order
+                helps: Words.orderHelps
+                orders: Words.orders
+
+                onChosen: order => App.list.order = order
+            }
         }
         ListNote {
             Layout.fillWidth: true

@@ -57,6 +57,18 @@ struct RowListInWindows {
     QML_ANONYMOUS
 };
 
+struct ExplorerDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::ExplorerDesk)
+    QML_ANONYMOUS
+};
+
+struct ExplorerListInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::ExplorerList)
+    QML_ANONYMOUS
+};
+
 struct PhotosDeskInWindows {
     Q_GADGET
     QML_FOREIGN(tarvo::PhotosDesk)

@@ -45,7 +45,7 @@ QtObject {
     readonly property string byAIHelp: pick("Escrito por el modelo de tu equipo", "Written by the model on your computer")
     readonly property string summary: pick("Resumen del disco", "Disk summary")
 
-    readonly property string panes: pick("Mapa o lista", "Map or list")
+    readonly property string panes: pick("Qué se ve", "What is shown")
     readonly property string map: pick("Mapa", "Map")
     readonly property string mapName: pick("Mapa del disco", "Disk map")
     readonly property string list: pick("Lista", "List")

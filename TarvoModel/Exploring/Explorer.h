@@ -60,6 +60,8 @@ class Explorer final {
     bool leave();
     /// To where an entry is, with the cursor on it.
     void goTo(lumo::EntryIndex entry);
+    /// Into a folder of the tree.
+    void goInto(lumo::EntryIndex folder) { show(folder); }
     void setOrder(ExplorerOrder order);
     /// Shows only names with these letters in them, whatever their case and accents; all when empty. It ends
     /// with the folder.
@@ -71,9 +73,11 @@ class Explorer final {
     // Marks, which stay when one goes elsewhere.
 
     void toggleMark(); ///< Of the entry under the cursor.
+    void mark(lumo::EntryIndex entry) { marked_.insert(entry); }
     void clearMarks() { marked_.clear(); }
     [[nodiscard]] bool isMarked(lumo::EntryIndex entry) const { return marked_.contains(entry); }
     [[nodiscard]] std::size_t markCount() const { return marked_.size(); }
+    [[nodiscard]] const std::set<lumo::EntryIndex>& marked() const { return marked_; }
     /// What is marked, or else what is under the cursor, and lies in nothing else that is: what an action is
     /// about. Its order is that of the marks' numbers.
     [[nodiscard]] std::vector<lumo::EntryIndex> chosen() const;

@@ -147,7 +147,7 @@ constexpr std::array<Asked, 60> spanish{{
 }};
 
 // What the windows show, alone: somebody saw it and asks what it is.
-constexpr std::array<Asked, 42> englishWords{{
+constexpr std::array<Asked, 43> englishWords{{
     {"violet", "colores"},
     {"striped", "colores"},
     {"gray", "colores"},
@@ -187,12 +187,13 @@ constexpr std::array<Asked, 42> englishWords{{
     {"Look Into…", "dentro"},
     {"Archive…", "archivar"},
     {"Copy Path", "explorador"},
+    {"Explore", "explorador"},
     {"Weekly cleanup", "automatica"},
     {"Low space", "automatica"},
     {"Analyze again", "lento"},
 }};
 
-constexpr std::array<Asked, 42> spanishWords{{
+constexpr std::array<Asked, 43> spanishWords{{
     {"violeta", "colores"},
     {"rayado", "colores"},
     {"gris", "colores"},
@@ -232,6 +233,7 @@ constexpr std::array<Asked, 42> spanishWords{{
     {"Mirar en…", "dentro"},
     {"Archivar…", "archivar"},
     {"Copiar ruta", "explorador"},
+    {"Explorar", "explorador"},
     {"Limpieza semanal", "automatica"},
     {"Poco espacio", "automatica"},
     {"Volver a analizar", "lento"},
