@@ -27,18 +27,16 @@ constexpr std::chrono::milliseconds beforeLeading{250};
 
 ExplorerDesk::ExplorerDesk(const Ground& ground, const TickedDesk& ticked, ScanningDesk& scanning,
                            MapModel& map, CleaningDesk& cleaning, QObject* parent)
-    : QObject(parent), ground_(ground), ticked_(ticked), map_(map), cleaning_(cleaning), tree_(ground),
-      list_([this](const NamedEntry& entry) { return safetyOf(entry); }) {
+    : QObject(parent), ground_(ground), map_(map), cleaning_(cleaning), tree_(ground),
+      safeties_(ground, ticked), list_([this](const NamedEntry& entry) { return safeties_.of(entry); }) {
     leading_.setSingleShot(true);
     leading_.setInterval(beforeLeading);
-    asking_.setSingleShot(true);
     connect(&leading_, &QTimer::timeout, this, &ExplorerDesk::leadMap);
-    connect(&asking_, &QTimer::timeout, this, &ExplorerDesk::findSafeties);
+    connect(&safeties_, &EntrySafeties::changed, &list_, &ExplorerList::refresh);
     connect(&tree_, &HomeTree::changed, this, &ExplorerDesk::refresh);
     connect(&tree_, &HomeTree::replaced, this, &ExplorerDesk::takeTree);
     connect(&scanning, &ScanningDesk::touched, &tree_, &HomeTree::lookAgainAt);
     connect(&scanning, &ScanningDesk::wanted, &tree_, &HomeTree::measureAgain);
-    connect(&ticked, &TickedDesk::planChanged, this, &ExplorerDesk::askAgain);
     connect(&map, &MapModel::travelled, this, &ExplorerDesk::followMap);
 }
 
@@ -59,8 +57,7 @@ void ExplorerDesk::setOpen(bool open) {
 void ExplorerDesk::takeTree() {
     const std::unique_ptr<Explorer> before =
         std::exchange(explorer_, std::make_unique<Explorer>(tree_.tree()));
-    safeties_.clear();
-    unknown_.clear();
+    safeties_.take(tree_.tree());
     if (before) {
         explorer_->setOrder(before->order());
         for (const EntryIndex entry : before->marked()) {
@@ -324,59 +321,6 @@ void ExplorerDesk::settle() {
     if (isOpen_ && explorer_ && !explorer_->isAtTop()) {
         leadMap();
     }
-}
-
-// What is certain of it.
-
-std::optional<lumo::Safety> ExplorerDesk::safetyOf(const NamedEntry& entry) {
-    const auto [found, isNew] = safeties_.try_emplace(entry.index);
-    if (isNew) {
-        unknown_.push_back(entry.index);
-        asking_.start();
-    }
-    return found->second;
-}
-
-void ExplorerDesk::askAgain() {
-    // What was said stays until there is something else to say.
-    unknown_.clear();
-    std::erase_if(safeties_, [&](const auto& known) { return !tree_.tree()->holds(known.first); });
-    for (const auto& known : safeties_) {
-        unknown_.push_back(known.first);
-    }
-    asking_.start();
-}
-
-void ExplorerDesk::findSafeties() {
-    std::map<std::string, EntryIndex> asked;
-    std::vector<lumo::FolderContents::Item> items;
-    while (!unknown_.empty() && items.size() < DiskMap::mostEntries) {
-        const EntryIndex index = unknown_.back();
-        unknown_.pop_back();
-        const std::string path = tree_.tree()->pathOf(index);
-        asked.emplace(path, index);
-        lumo::FolderContents::Item& item = items.emplace_back();
-        item.path = path;
-        item.bytes = tree_.tree()->entry(index).sums.bytes;
-    }
-    if (items.empty()) {
-        return;
-    }
-    ground_.background.start(
-        [this, asked, items, tree = tree_.tree(), rows = ticked_.rows(),
-         know = ground_.services.folders.know](const std::stop_token&) -> Background::Apply {
-            return [this, asked, tree, known = DiskMap::knownEntries(items, rows, know)] {
-                if (tree != tree_.tree()) {
-                    return;
-                }
-                for (const auto& [path, index] : asked) {
-                    const auto found = known.find(path);
-                    safeties_[index] = found != known.end() ? found->second.safety : std::nullopt;
-                }
-                list_.refresh();
-                findSafeties(); // Of those that are left.
-            };
-        });
 }
 
 // What can be done with it.

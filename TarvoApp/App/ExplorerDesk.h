@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TarvoApp/App/CleaningDesk.h"
+#include "TarvoApp/App/EntrySafeties.h"
 #include "TarvoApp/App/ExplorerList.h"
 #include "TarvoApp/App/Ground.h"
 #include "TarvoApp/App/HomeTree.h"
@@ -13,9 +14,7 @@
 #include <QStringList>
 #include <QTimer>
 
-#include <map>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -97,24 +96,18 @@ class ExplorerDesk final : public QObject {
     void followMap();
     [[nodiscard]] bool hasRow(int row) const;
     [[nodiscard]] std::vector<lumo::NamedEntry> way() const;
-    [[nodiscard]] std::optional<lumo::Safety> safetyOf(const lumo::NamedEntry& entry);
-    void askAgain();
-    void findSafeties();
 
     Ground ground_;
-    const TickedDesk& ticked_;
     MapModel& map_;
     CleaningDesk& cleaning_;
     HomeTree tree_;
+    EntrySafeties safeties_;
     std::unique_ptr<Explorer> explorer_; ///< None until it was first open.
     ExplorerList list_;
     bool isOpen_ = false;
     std::string goingTo_; ///< What the tree has not got yet; empty for none.
     std::string ledTo_;   ///< What the map was asked to show and has not yet; empty for none.
     QTimer leading_;
-    std::map<lumo::EntryIndex, std::optional<lumo::Safety>> safeties_;
-    std::vector<lumo::EntryIndex> unknown_; ///< Of those, what was shown and is to be asked about.
-    QTimer asking_;
 };
 
 } // namespace tarvo
