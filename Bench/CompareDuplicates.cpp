@@ -1,7 +1,7 @@
 #include "ChildProcess.h"
 #include "Comparison.h"
 #include "MachineShape.h"
-#include "NumberOf.h"
+#include "Options.h"
 #include "SplitMix.h"
 #include "StopProgram.h"
 
@@ -28,40 +28,22 @@ struct Arguments {
     std::string programs;
     std::string folder;
     int files = 20'000;
-    std::int64_t megabytes = 2'000;
+    int megabytes = 2'000;
     int rounds = 5;
     Temperature temperature = Temperature::warm;
 };
 
 Arguments argumentsOf(int count, char** values) {
     Arguments arguments;
-    for (int position = 1; position < count; ++position) {
-        const std::string_view name = values[position];
-        if (name == "--cold") {
-            arguments.temperature = Temperature::cold;
-            continue;
-        }
-        if (++position == count) {
-            stopProgram(usage);
-        }
-        const char* value = values[position];
-        if (name == "--bin") {
-            arguments.programs = value;
-        } else if (name == "--folder") {
-            arguments.folder = value;
-        } else if (name == "--files") {
-            arguments.files = numberOf(value, usage, 3);
-        } else if (name == "--megabytes") {
-            arguments.megabytes = numberOf<std::int64_t>(value, usage, 1);
-        } else if (name == "--rounds") {
-            arguments.rounds = numberOf(value, usage, 1);
-        } else {
-            stopProgram(usage);
-        }
-    }
-    if (arguments.programs.empty() || arguments.folder.empty()) {
-        stopProgram(usage);
-    }
+    bool isCold = false;
+    readOptions(count, values, usage,
+                {{"--bin", &arguments.programs},
+                 {"--folder", &arguments.folder},
+                 {"--files", &arguments.files, 3},
+                 {"--megabytes", &arguments.megabytes},
+                 {"--rounds", &arguments.rounds},
+                 {"--cold", &isCold}});
+    arguments.temperature = isCold ? Temperature::cold : Temperature::warm;
     return arguments;
 }
 
@@ -169,7 +151,7 @@ int compare(const Arguments& arguments) {
         fmt::format("{}/copies-{}-{}", arguments.folder, arguments.files, arguments.megabytes);
     const std::string many = fmt::format("{}/names-{}", arguments.folder, names);
     if (!std::filesystem::exists(copies)) {
-        makeCopies(copies, arguments.files, arguments.megabytes * 1'000'000);
+        makeCopies(copies, arguments.files, std::int64_t{1'000'000} * arguments.megabytes);
     }
     if (!std::filesystem::exists(many)) {
         makeNames(many, names);

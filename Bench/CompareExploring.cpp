@@ -1,7 +1,8 @@
 #include "ChildProcess.h"
 #include "Comparison.h"
+#include "FirstShown.h"
 #include "MachineShape.h"
-#include "NumberOf.h"
+#include "Options.h"
 #include "StopProgram.h"
 
 #include <algorithm>
@@ -9,6 +10,7 @@
 #include <fmt/format.h>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tarvo::bench {
@@ -25,22 +27,9 @@ struct Arguments {
 
 Arguments argumentsOf(int count, char** values) {
     Arguments arguments;
-    for (int position = 1; position + 1 < count; position += 2) {
-        const std::string_view name = values[position];
-        const char* value = values[position + 1];
-        if (name == "--bin") {
-            arguments.programs = value;
-        } else if (name == "--home") {
-            arguments.home = value;
-        } else if (name == "--rounds") {
-            arguments.rounds = numberOf(value, usage, 1);
-        } else {
-            stopProgram(usage);
-        }
-    }
-    if (count % 2 == 0 || arguments.programs.empty() || arguments.home.empty()) {
-        stopProgram(usage);
-    }
+    readOptions(
+        count, values, usage,
+        {{"--bin", &arguments.programs}, {"--home", &arguments.home}, {"--rounds", &arguments.rounds}});
     return arguments;
 }
 
@@ -48,10 +37,12 @@ std::vector<Contestant> contestantsOf(const Arguments& arguments) {
     const std::string measure = arguments.programs + "/measure-tree";
     std::vector<Contestant> contestants{
         {.name = "measure-tree", .command = {measure, arguments.home}},
-        {.name = "measure-tree --names", .command = {measure, "--names", arguments.home}}};
+        {.name = "measure-tree --names", .command = {measure, "--names", arguments.home}},
+        {.name = "tarvo explore --export -",
+         .command = {arguments.programs + "/tarvo", "--quiet", "explore", "--export", "-", arguments.home}}};
     if (const auto ncdu = findProgram("ncdu")) {
-        contestants.push_back(
-            {.name = "ncdu -0 -x -o", .command = {*ncdu, "-0", "-x", "-o", "/dev/null", arguments.home}});
+        contestants.push_back({.name = "ncdu -0 -x -e -o",
+                               .command = {*ncdu, "-0", "-x", "-e", "-o", "/dev/null", arguments.home}});
     }
     if (const auto gdu = findProgram("gdu")) {
         contestants.push_back({.name = "gdu -n -p -x", .command = {*gdu, "-n", "-p", "-x", arguments.home}});
@@ -59,10 +50,35 @@ std::vector<Contestant> contestantsOf(const Arguments& arguments) {
     return contestants;
 }
 
+/// A program that somebody starts to look around, and what it shows once there is something to see.
+struct Explored {
+    Contestant contestant;
+    std::string_view text;
+};
+
+std::vector<Explored> explorersOf(const Arguments& arguments) {
+    std::vector<Explored> explorers{
+        {{.name = "tarvo explore", .command = {arguments.programs + "/tarvo", "explore", arguments.home}},
+         " % ["}};
+    // The one says so below its entries, the other shows the path above them once it has some.
+    using Peer = std::pair<std::string, std::string_view>;
+    for (const auto& [name, text] : {Peer{"ncdu", "Total disk usage"}, Peer{"gdu", " --- /"}}) {
+        if (const auto program = findProgram(name)) {
+            explorers.push_back({{.name = name + " -x", .command = {*program, "-x", arguments.home}}, text});
+        }
+    }
+    return explorers;
+}
+
+void printRow(const Contestant& each, const Contestant& first) {
+    fmt::print("{:<26} {:>10.1f} {:>10.1f} {:>10.2f}", each.name, each.median(), each.minimum(),
+               each.median() / first.median());
+    fmt::print("{}\n", each.peakMebibytes > 0 ? fmt::format(" {:>10.1f}", each.peakMebibytes) : "");
+}
+
 /// Everybody in turn, after one round that only warms the caches.
-int compare(const Arguments& arguments) {
-    std::vector<Contestant> contestants = contestantsOf(arguments);
-    for (int round = -1; round < arguments.rounds; ++round) {
+void compareWhole(std::vector<Contestant>& contestants, int rounds) {
+    for (int round = -1; round < rounds; ++round) {
         for (Contestant& each : contestants) {
             const RunOutcome outcome = timedRun(each.command);
             if (!outcome.failure.empty()) {
@@ -74,15 +90,38 @@ int compare(const Arguments& arguments) {
             }
         }
     }
-    const MachineShape machine = machineShapeAt(arguments.home);
-    fmt::print("{} cores, {:.1f} GiB memory, {}, {}; warm, {} rounds\n\n{:<24} {:>10} {:>10} {:>10} {:>10}\n",
-               machine.cores, machine.memoryGibibytes, machine.kernel, machine.fileSystem, arguments.rounds,
-               "contestant", "median ms", "min ms", "x first", "peak MiB");
-    for (const Contestant& each : contestants) {
-        fmt::print("{:<24} {:>10.1f} {:>10.1f} {:>10.2f} {:>10.1f}\n", each.name, each.median(),
-                   each.minimum(), each.median() / contestants.front().median(), each.peakMebibytes);
+}
+
+void compareFirstSight(std::vector<Explored>& explorers, int rounds) {
+    for (int round = 0; round < rounds; ++round) {
+        for (Explored& each : explorers) {
+            each.contestant.milliseconds.push_back(
+                millisecondsUntilShown(each.contestant.command, each.text));
+        }
     }
-    fmt::print("\n{}", printedBy({arguments.programs + "/explore-tree", arguments.home}));
+}
+
+int compare(const Arguments& arguments) {
+    std::vector<Contestant> contestants = contestantsOf(arguments);
+    compareWhole(contestants, arguments.rounds);
+    std::vector<Explored> explorers = explorersOf(arguments);
+    compareFirstSight(explorers, arguments.rounds);
+    const MachineShape machine = machineShapeAt(arguments.home);
+    fmt::print("{} cores, {:.1f} GiB memory, {}, {}; warm, {} rounds\n", machine.cores,
+               machine.memoryGibibytes, machine.kernel, machine.fileSystem, arguments.rounds);
+    constexpr const char* header = "\n{:<26} {:>10} {:>10} {:>10} {:>10}\n";
+    fmt::print(header, "whole tree", "median ms", "min ms", "x first", "peak MiB");
+    for (const Contestant& each : contestants) {
+        printRow(each, contestants.front());
+    }
+    fmt::print(header, "until entries are seen", "median ms", "min ms", "x first", "");
+    for (const Explored& each : explorers) {
+        printRow(each.contestant, explorers.front().contestant);
+    }
+    fmt::print("\nin process:\n");
+    for (int round = 0; round < arguments.rounds; ++round) {
+        fmt::print("{}", printedBy({arguments.programs + "/explore-tree", arguments.home}));
+    }
     return EXIT_SUCCESS;
 }
 

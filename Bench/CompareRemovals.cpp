@@ -1,7 +1,7 @@
 #include "ChildProcess.h"
 #include "Comparison.h"
 #include "MachineShape.h"
-#include "NumberOf.h"
+#include "Options.h"
 #include "StopProgram.h"
 
 #include <algorithm>
@@ -33,26 +33,12 @@ struct Arguments {
 
 Arguments argumentsOf(int count, char** values) {
     Arguments arguments;
-    for (int position = 1; position + 1 < count; position += 2) {
-        const std::string_view name = values[position];
-        const char* value = values[position + 1];
-        if (name == "--bin") {
-            arguments.programs = value;
-        } else if (name == "--folder") {
-            arguments.folder = value;
-        } else if (name == "--files") {
-            arguments.files = numberOf(value, usage, 1);
-        } else if (name == "--folders") {
-            arguments.folders = numberOf(value, usage, 1);
-        } else if (name == "--rounds") {
-            arguments.rounds = numberOf(value, usage, 1);
-        } else {
-            stopProgram(usage);
-        }
-    }
-    if (arguments.programs.empty() || arguments.folder.empty() || count % 2 == 0) {
-        stopProgram(usage);
-    }
+    readOptions(count, values, usage,
+                {{"--bin", &arguments.programs},
+                 {"--folder", &arguments.folder},
+                 {"--files", &arguments.files},
+                 {"--folders", &arguments.folders},
+                 {"--rounds", &arguments.rounds}});
     return arguments;
 }
 

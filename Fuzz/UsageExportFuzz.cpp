@@ -7,7 +7,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using lumo::NamedTree;
     const auto tree = tarvo::treeFromExport(text(data, size), NamedTree::Lengths::kept);
     if (tree) {
-        const std::string written = tarvo::usageExport(**tree, "1", lumo::Date());
+        std::string written;
+        tarvo::exportUsage(**tree, "1", lumo::Date(), [&](std::string_view piece) {
+            written += piece;
+            return true;
+        });
         check(written.find('\x1B') == std::string::npos);
         const auto again = tarvo::treeFromExport(written, NamedTree::Lengths::kept);
         check(again.has_value());

@@ -22,6 +22,16 @@ SystemResult<std::string> readDescriptor(int descriptor, std::size_t limit);
 /// replaced. What is there and is no regular file is left alone and fails with EINVAL.
 SystemResult<void> replaceWhole(const std::string& path, std::string_view bytes, unsigned mode = 0600);
 
+/// Takes bytes that follow those before; false once they cannot be written, and no more are wanted.
+using TakePiece = std::function<bool(std::string_view piece)>;
+
+/// The same for what is too long to be in memory as a whole: `produce` hands it on piece by piece. When it
+/// answers false the file stays as it was, and that fails with the reason why a piece was not taken, else
+/// with ECANCELED.
+SystemResult<void> replaceInPieces(const std::string& path,
+                                   const std::function<bool(const TakePiece& take)>& produce,
+                                   unsigned mode = 0600);
+
 /// Writes the bytes into a synced temporary file beside the path and returns its path; on failure there is
 /// none. What is to be set on the open file besides its mode, `prepare` sets before the sync.
 SystemResult<std::string>

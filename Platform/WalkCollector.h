@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string_view>
 
 /// What a walk finds, entry by entry, for whoever makes more of it than sums: the parts of a tree, a list of
@@ -32,6 +33,7 @@ struct EnteredFolder {
     std::string_view name; ///< The last component; the whole path for the root of a tree.
     std::size_t request;   ///< Which tree it belongs to.
     std::int64_t bytes;    ///< Its own blocks.
+    FileIdentity identity;
 };
 
 /// Keeps a folder that one collector is in for another to go on with. Dropped when the walk is stopped.
@@ -54,7 +56,13 @@ class WalkCollector {
 
     virtual void add(const WalkedEntry& entry) = 0;
     virtual void enter(const EnteredFolder& folder) = 0;
+    /// Where the collection looks first: all names in the folder entered last, before anything else of it.
+    /// When it is not accepted nothing in it is counted, told or entered.
+    virtual bool accepts(std::span<const std::string_view> /*names*/) { return true; }
     virtual void leave() = 0;
+    /// Something could not be read: an entry of the innermost folder, of which nothing but its name is known,
+    /// or with an empty name that folder itself, all of it or the rest. Each counts as unreadable.
+    virtual void miss(std::string_view name) = 0;
 
     /// The folder that so many entered ones lie around, 0 for the outermost: another thread goes on with a
     /// part of it.
@@ -70,6 +78,10 @@ class WalkCollection {
     WalkCollection(const WalkCollection&) = delete;
     WalkCollection& operator=(const WalkCollection&) = delete;
     virtual ~WalkCollection() = default;
+
+    /// True when its collectors are asked to accept each folder by the names in it. Then one thread reads a
+    /// folder to its end, however large it is.
+    [[nodiscard]] virtual bool looksFirst() const { return false; }
 
     /// One for a thread, which calls this itself.
     virtual std::unique_ptr<WalkCollector> collector() = 0;

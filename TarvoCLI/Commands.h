@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LumoCore/Basics/Words.h"
 #include "TarvoCLI/Console.h"
 
 #include <CLI/CLI.hpp>
@@ -25,6 +26,9 @@ CLI::Validator isDecimal(std::size_t mostDigits, std::string_view problemEs, std
 
 /// Reads a number in decimal, which a validator has found to be one: the library would read "010" as octal.
 CLI::callback_t inDecimal(std::optional<std::int64_t>& number);
+
+/// Adds the option that says how many days old something must be.
+void addOlderOption(CLI::App& command, std::optional<std::int64_t>& days, const lumo::Words& meaning);
 
 /// Collects the words of an option, or its one word, as they are: the library would take one in square
 /// brackets apart.

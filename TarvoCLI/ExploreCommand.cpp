@@ -27,6 +27,7 @@ namespace {
 struct ExploreArguments {
     std::string path;
     std::optional<std::string> exportTo;
+    std::optional<std::int64_t> olderThanDays;
 };
 
 std::expected<std::shared_ptr<NamedTree>, ExitCode> treeFromFile(const std::string& path) {
@@ -46,11 +47,22 @@ std::expected<std::shared_ptr<NamedTree>, ExitCode> treeFromFile(const std::stri
 
 /// What is written to the file, or to standard output for "-".
 ExitCode save(const NamedTree& tree, const std::string& file) {
-    const std::string document = usageExport(tree, TARVO_VERSION, platform::now());
+    const auto writeTo = [&](const platform::TakePiece& take) {
+        return exportUsage(tree, TARVO_VERSION, platform::now(), [&](std::string_view piece) {
+            return !platform::wasInterrupted() && take(piece);
+        });
+    };
     if (file == "-") {
-        return print(document);
+        ExitCode code = ExitCode::done;
+        const bool isWhole =
+            writeTo([&](std::string_view piece) { return (code = print(piece)) == ExitCode::done; });
+        return isWhole || code != ExitCode::done ? code : ExitCode::interrupted;
     }
-    if (const auto saved = platform::replaceWhole(file, document); !saved) {
+    const auto saved = platform::replaceInPieces(file, writeTo);
+    if (!saved && platform::wasInterrupted()) {
+        return ExitCode::interrupted;
+    }
+    if (!saved) {
         return complain(Words{"no he podido guardar en {}: {}; elige otro lugar con --export",
                               "could not save to {}: {}; choose another place with --export"}
                             .with(lumo::printable(file), lumo::reasonText(saved.error())),
@@ -83,17 +95,27 @@ ExitCode runExplore(const ExploreArguments& arguments, const Invocation& invocat
                             .in(),
                         ExitCode::usage);
     }
+    if (arguments.exportTo && arguments.olderThanDays) {
+        return complain(Words{"--older es para mirar: una exportación lo lleva todo",
+                              "--older is for looking: an export has everything in it"}
+                            .in(),
+                        ExitCode::usage);
+    }
     if (platform::isFolderThroughLinks(*path)) {
-        return arguments.exportTo
-                   ? exportFolder(*path, *arguments.exportTo, invocation)
-                   : explore({.tree = std::make_shared<NamedTree>(*path), .isExport = false}, invocation);
+        return arguments.exportTo ? exportFolder(*path, *arguments.exportTo, invocation)
+                                  : explore({.tree = std::make_shared<NamedTree>(*path),
+                                             .isExport = false,
+                                             .olderThanDays = arguments.olderThanDays},
+                                            invocation);
     }
     const auto tree = treeFromFile(*path);
     if (!tree) {
         return tree.error();
     }
-    return arguments.exportTo ? save(**tree, *arguments.exportTo)
-                              : explore({.tree = *tree, .isExport = true}, invocation);
+    return arguments.exportTo
+               ? save(**tree, *arguments.exportTo)
+               : explore({.tree = *tree, .isExport = true, .olderThanDays = arguments.olderThanDays},
+                         invocation);
 }
 
 } // namespace
@@ -116,6 +138,9 @@ void addExploreCommand(CLI::App& app, Action& chosen) {
                            "instead of showing it, save it in ncdu's format; - is standard output"}
                          .in())
         ->type_name(Words{"FICHERO", "FILE"}.in());
+    addOlderOption(*command, arguments->olderThanDays,
+                   {"mostrar al principio solo lo que lleve tantos días sin cambiar",
+                    "show at first only what did not change for that many days"});
     command->callback([arguments, &chosen] {
         chosen = [arguments](const Invocation& invocation) { return runExplore(*arguments, invocation); };
     });

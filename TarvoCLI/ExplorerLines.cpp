@@ -6,7 +6,9 @@
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "TarvoCLI/Paragraph.h"
+#include "TarvoModel/Exploring/EntryTexts.h"
 #include "TarvoModel/Exploring/WhatIsIt.h"
+#include "TarvoModel/Showing/Preview.h"
 
 #include <algorithm>
 #include <cmath>
@@ -32,17 +34,13 @@ std::string padded(const std::string& text, std::size_t width) {
     return std::string(width - std::min(width, taken), ' ') + text;
 }
 
+/// An export is of no home.
 std::string shownPath(const std::string& path, const std::string& home) {
-    return lumo::printable(lumo::abbreviated(path, home));
+    return lumo::printable(home.empty() ? path : lumo::abbreviated(path, home));
 }
 
 std::string numberText(std::int64_t number) {
     return lumo::ByteFormat::number(static_cast<double>(number), 0);
-}
-
-std::string itemsText(std::int64_t count) {
-    return count == 1 ? Words{"1 elemento", "1 item"}.in()
-                      : Words{"{} elementos", "{} items"}.with(numberText(count));
 }
 
 std::string orderText(ExplorerOrder order) {
@@ -73,9 +71,7 @@ Style styleOf(lumo::Safety safety) {
 
 std::string thirdText(const NamedEntry& entry, ExplorerOrder order) {
     if (order == ExplorerOrder::date) {
-        return entry.sums.modified == 0
-                   ? std::string()
-                   : lumo::dayText(lumo::Date(std::chrono::seconds(entry.sums.modified)));
+        return entryDay(entry);
     }
     return entry.is(EntryTraits::folder) ? numberText(entry.sums.items) : std::string();
 }
@@ -84,14 +80,16 @@ std::string thirdText(const NamedEntry& entry, ExplorerOrder order) {
 std::string nameText(const NamedEntry& entry) {
     std::string name = lumo::printable(entry.name);
     name += entry.is(EntryTraits::folder) ? "/" : entry.is(EntryTraits::link) ? "@" : "";
-    if (entry.is(EntryTraits::leftOut)) {
-        name += Words{"  (otro disco)", "  (another disk)"}.in();
-    } else if (entry.is(EntryTraits::unreadable)) {
-        name += Words{"  (no se pudo leer)", "  (could not be read)"}.in();
-    } else if (entry.is(EntryTraits::hasNames)) {
-        name += Words{"  (tiene otros nombres)", "  (has other names)"}.in();
+    const std::string note = entryNote(entry);
+    if (!note.empty()) {
+        name += "  (" + note + ")";
     }
     return name;
+}
+
+/// What could not be read, as other programs for the disk usage in a terminal show it.
+std::string unreadSign(const NamedEntry& entry) {
+    return entry.is(EntryTraits::unreadable) ? "!" : entry.is(EntryTraits::holdsUnreadable) ? "." : " ";
 }
 
 std::string barText(double share) {
@@ -110,6 +108,7 @@ ScreenLine rowLine(const Explorer& explorer, const NamedEntry& entry, const Expl
     ScreenLine line;
     line.spans = {{explorer.isMarked(entry.index) ? "*" : " ", Style::strong},
                   {safety ? std::string(1, safetyLetter(*safety)) : " ", style},
+                  {unreadSign(entry), Style::problem},
                   {padded(lumo::ByteFormat::string(entry.sums.bytes), sizeColumns)},
                   {padded(std::to_string(percent) + " %", shareColumns)},
                   {" ["},
@@ -130,9 +129,17 @@ ScreenLine headLine(const Explorer& explorer, const ExplorerView& view) {
 ScreenLine sumLine(const Explorer& explorer, const ExplorerView& view) {
     const NamedEntry folder = explorer.folder();
     ScreenLine line;
-    line.spans.push_back({" " + lumo::ByteFormat::string(folder.sums.bytes) + " · " +
-                              itemsText(folder.sums.items) + " · " + orderText(explorer.order()),
-                          Style::faint});
+    line.spans.push_back({" " + lumo::ByteFormat::string(folder.sums.bytes), Style::faint});
+    if (const auto days = explorer.olderThanDays()) {
+        std::int64_t bytes = 0;
+        for (const NamedEntry& row : explorer.rows()) {
+            bytes = lumo::saturatedSum(bytes, row.sums.bytes);
+        }
+        line.spans.push_back(
+            {" · " + ageText(*days) + ": " + lumo::ByteFormat::string(bytes), Style::strong});
+    }
+    line.spans.push_back(
+        {" · " + itemsText(folder.sums.items) + " · " + orderText(explorer.order()), Style::faint});
     if (explorer.markCount() > 0) {
         line.spans.push_back({" · " + Words{"{} marcados: {}", "{} marked: {}"}.with(
                                           explorer.markCount(),
@@ -170,6 +177,19 @@ ScreenLine footLine(const ExplorerView& view) {
 
 ScreenLine plainLine(std::string text, Style style = Style::plain) {
     return {.spans = {{std::move(text), style}}};
+}
+
+/// Why there are no rows.
+std::string noRowsText(const Explorer& explorer, const ExplorerView& view) {
+    if (!explorer.filter().empty()) {
+        return Words{"  (ningún nombre así)", "  (no such name)"}.in();
+    }
+    if (view.doing) {
+        return Words{"  (todavía nada)", "  (nothing yet)"}.in();
+    }
+    return (explorer.olderThanDays() ? Words{"  (nada tan antiguo)", "  (nothing that old)"}
+                                     : Words{"  (vacía)", "  (empty)"})
+        .in();
 }
 
 /// The items of a question, cut to so many lines, with how many more there are.
@@ -210,12 +230,7 @@ std::vector<ScreenLine> explorerLines(const Explorer& explorer, const ExplorerVi
         lines.back().isReversed = row == explorer.cursor();
     }
     if (explorer.rows().empty()) {
-        lines[linesAround - 1] =
-            plainLine(explorer.filter().empty() ? (view.doing ? Words{"  (todavía nada)", "  (nothing yet)"}
-                                                              : Words{"  (vacía)", "  (empty)"})
-                                                      .in()
-                                                : Words{"  (ningún nombre así)", "  (no such name)"}.in(),
-                      Style::faint);
+        lines[linesAround - 1] = plainLine(noRowsText(explorer, view), Style::faint);
     }
     lines.push_back(footLine(view));
     return lines;
@@ -227,6 +242,7 @@ std::vector<ScreenLine> explorerHelp() {
         {{"Intro  →  l", "Enter  →  l"}, {"entrar en la carpeta", "into the folder"}},
         {{"Retroceso  ←  h", "Backspace  ←  h"}, {"salir de ella", "out of it"}},
         {{"/", "/"}, {"filtrar por nombre; Esc lo quita", "filter by name; Esc ends it"}},
+        {{"a", "a"}, {"solo lo antiguo: 6 meses, 1 año, 2 años", "only the old: 6 months, 1 year, 2 years"}},
         {{"s", "s"}, {"orden: tamaño, nombre, fecha, elementos", "order: size, name, date, items"}},
         {{"Espacio", "Space"}, {"marcar o desmarcar; Esc los quita", "mark or unmark; Esc clears all"}},
         {{"d", "d"},
@@ -248,6 +264,9 @@ std::vector<ScreenLine> explorerHelp() {
     lines.push_back(plainLine(Words{"  S se regenera solo · R conviene mirarlo · C se conserva",
                                     "  S recreates itself · R needs a look · K is kept"}
                                   .in()));
+    lines.push_back(plainLine(
+        Words{"  ! no se pudo leer · . contiene algo así", "  ! could not be read · . holds such a thing"}
+            .in()));
     lines.push_back(plainLine(Words{"  Cualquier tecla vuelve.", "  Any key goes back."}.in(), Style::faint));
     return lines;
 }

@@ -34,6 +34,7 @@ namespace platform = lumo::platform;
 namespace {
 
 constexpr std::chrono::milliseconds patience{100};
+constexpr std::chrono::milliseconds patienceAtFirst{10}; // Until there is something to see.
 
 template <class Value>
 bool isReady(const std::future<Value>& value) {
@@ -54,6 +55,9 @@ class Session final {
           explorer_(explored.tree) {
         view_.home = explored.isExport ? std::string() : invocation.home;
         view_.safetyOf = [this](const NamedEntry& entry) { return safetyOf(entry); };
+        if (explored_.olderThanDays) {
+            showOlderThan(explored_.olderThanDays);
+        }
         if (explored_.isExport) {
             return;
         }
@@ -75,7 +79,7 @@ class Session final {
         while (!hasEnough_ && !platform::wasInterrupted()) {
             takeResults();
             draw();
-            const Key key = screen_.key(patience);
+            const Key key = screen_.key(isBare() ? patienceAtFirst : patience);
             if (key.kind != Key::Kind::none) {
                 press(key);
             } else if (!platform::isTerminal(platform::Stream::input)) {
@@ -140,6 +144,9 @@ class Session final {
 
     // What the background brings.
 
+    /// Nothing was found yet.
+    [[nodiscard]] bool isBare() const { return measuring_.valid() && explorer_.rows().empty(); }
+
     void takeResults() {
         if (isReady(certain_)) {
             known_ = certain_.get();
@@ -158,7 +165,8 @@ class Session final {
         if (measuring_.valid() && now >= nextRefresh_) {
             explorer_.refresh();
             const auto took = std::chrono::steady_clock::now() - now;
-            nextRefresh_ = now + std::max<std::chrono::steady_clock::duration>(2 * patience, took * 8);
+            nextRefresh_ = now + std::max<std::chrono::steady_clock::duration>(
+                                     isBare() ? patienceAtFirst : 2 * patience, took * 8);
         }
     }
 
@@ -200,22 +208,13 @@ class Session final {
             view_.typedFilter.reset();
             return;
         }
-        std::string& typed = *view_.typedFilter;
         if (key.kind == Key::Kind::escape) {
             view_.typedFilter.reset();
             explorer_.setFilter({});
             return;
         }
-        if (key.kind == Key::Kind::character) {
-            typed += key.text;
-        } else if (key.kind == Key::Kind::backspace && !typed.empty()) {
-            // A whole character, whatever its bytes.
-            while (typed.size() > 1 && (static_cast<unsigned char>(typed.back()) & 0xC0U) == 0x80U) {
-                typed.pop_back();
-            }
-            typed.pop_back();
-        }
-        explorer_.setFilter(typed);
+        view_.typedFilter = typedBehind(std::move(*view_.typedFilter), key);
+        explorer_.setFilter(*view_.typedFilter);
     }
 
     void step(const Key& key) {
@@ -251,6 +250,17 @@ class Session final {
         }
     }
 
+    void showOlderThan(std::optional<std::int64_t> days) {
+        explorer_.setOlderThan(days, desk_.now());
+        view_.firstRow = 0;
+        if (days && explored_.isExport && explorer_.tree().entry(NamedTree::root).sums.modified == 0) {
+            say(Words{"esta exportación no tiene fechas (ncdu las guarda con -e)",
+                      "this export has no dates (ncdu keeps them with -e)"}
+                    .in(),
+                true);
+        }
+    }
+
     void goIn() { view_.firstRow = explorer_.enter() ? 0 : view_.firstRow; }
 
     void command(char letter) {
@@ -276,6 +286,8 @@ class Session final {
         case 's':
             return explorer_.setOrder(
                 static_cast<ExplorerOrder>((static_cast<int>(explorer_.order()) + 1) % 4));
+        case 'a':
+            return showOlderThan(nextAge(explorer_.olderThanDays()));
         case ' ':
             explorer_.toggleMark();
             return explorer_.moveBy(1);
@@ -319,12 +331,10 @@ class Session final {
     }
 
     void offerToSetAside() {
-        const std::vector<std::string> paths = pathsOf(explorer_.chosen());
-        for (const std::string& path : paths) {
-            if (const auto reason = onlyLookedAt(path, desk_.home)) {
-                return say(*reason, true);
-            }
+        if (const auto reason = whyNotAside(explorer_, desk_.home)) {
+            return say(*reason, true);
         }
+        const std::vector<std::string> paths = pathsOf(explorer_.chosen());
         if (paths.empty()) {
             return;
         }
@@ -390,8 +400,12 @@ class Session final {
     void explain() {
         const NamedEntry* entry = explorer_.current();
         const std::string path = entry != nullptr ? explorer_.tree().pathOf(entry->index) : explorer_.path();
-        begin(Words{"mirando qué es", "looking what it is"}.in(), [this, path] {
-            const auto lines = whatItIs(path, desk_.home, desk_.now(), stop_.get_token());
+        const auto unread = unreadLine(entry != nullptr ? *entry : explorer_.folder());
+        begin(Words{"mirando qué es", "looking what it is"}.in(), [this, path, unread] {
+            auto lines = whatItIs(path, desk_.home, desk_.now(), stop_.get_token());
+            if (unread) {
+                lines.push_back(*unread);
+            }
             return std::function<void()>(
                 [this, path, lines] { overlay_ = whatItIsLines(path, view_.home, lines, view_.columns); });
         });

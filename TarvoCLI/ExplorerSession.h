@@ -3,7 +3,9 @@
 #include "TarvoCLI/Console.h"
 #include "TarvoModel/Exploring/Explorer.h"
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace tarvo {
@@ -12,6 +14,7 @@ namespace tarvo {
 struct Explored {
     std::shared_ptr<lumo::NamedTree> tree;
     bool isExport = false; ///< Read from a file: nothing of it is on this disk, and nothing is measured.
+    std::optional<std::int64_t> olderThanDays = {}; ///< What is shown at first.
 };
 
 /// Explores on the whole terminal, which is one, until the user has enough. A tree that is no export is

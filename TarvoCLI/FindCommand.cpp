@@ -172,13 +172,8 @@ void addOptions(CLI::App& command, FindArguments& arguments) {
             Words{"solo lo que ocupe al menos tantos bytes", "only what takes at least that many bytes"}.in())
         ->check(isDecimal(18, "«{}» no es un número de bytes", "“{}” is no number of bytes"))
         ->type_name("BYTES");
-    command
-        .add_option(
-            "--older", inDecimal(arguments.olderThanDays),
-            Words{"solo lo que lleve tantos días sin usarse", "only what was not used for that many days"}
-                .in())
-        ->check(isDecimal(5, "«{}» no es un número de días", "“{}” is no number of days"))
-        ->type_name("N");
+    addOlderOption(command, arguments.olderThanDays,
+                   {"solo lo que lleve tantos días sin usarse", "only what was not used for that many days"});
     command.add_flag("--pick", arguments.picks,
                      Words{"preguntar cuáles apartar, por número", "ask which to set aside, by number"}.in());
     addItemOption(command, arguments.items);

@@ -131,6 +131,19 @@ std::string textOf(const ScreenLine& line) {
     return text;
 }
 
+std::string typedBehind(std::string text, const Key& key) {
+    if (key.kind == Key::Kind::character) {
+        return text + key.text;
+    }
+    if (key.kind == Key::Kind::backspace && !text.empty()) {
+        while (text.size() > 1 && (static_cast<unsigned char>(text.back()) & 0xC0U) == 0x80U) {
+            text.pop_back();
+        }
+        text.pop_back();
+    }
+    return text;
+}
+
 std::string inASCII(std::string_view text) {
     constexpr std::pair<std::string_view, std::string_view> letters[] = {
         {"á", "a"},      {"é", "e"},      {"í", "i"}, {"ó", "o"},   {"ú", "u"},  {"ü", "u"},  {"ñ", "n"},

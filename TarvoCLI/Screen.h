@@ -49,6 +49,9 @@ struct Key {
     std::string text = {}; ///< Of a character, in UTF-8.
 };
 
+/// The text once that key was typed behind it: a character more, or one less, whatever its bytes.
+std::string typedBehind(std::string text, const Key& key);
+
 /// The whole terminal, as long as it lives; afterwards it is as it was before, whatever ends the process.
 class Screen final {
   public:

@@ -67,6 +67,12 @@ bool takesText(std::string_view option) {
 
 } // namespace
 
+void addOlderOption(CLI::App& command, std::optional<std::int64_t>& days, const Words& meaning) {
+    command.add_option("--older", inDecimal(days), meaning.in())
+        ->check(isDecimal(5, "«{}» no es un número de días", "“{}” is no number of days"))
+        ->type_name("N");
+}
+
 CLI::callback_t wordsInto(std::vector<std::string>& words) {
     return [&words](const CLI::results_t& results) {
         words.clear();

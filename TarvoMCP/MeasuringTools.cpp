@@ -71,6 +71,9 @@ ToolAnswer analyze(Workspace& workspace, const ToolCall& call) {
     return {.text = analysisText(**report, analysis, *page), .structured = lumo::encode(analysis)};
 }
 
+/// So many entries of a folder can be reached page by page; of what lies in them only whether there is any.
+constexpr platform::BreakdownLimits listed{.mostParts = 100'000, .mostPartsBelow = 1};
+
 ToolAnswer listFolder(Workspace& workspace, const ToolCall& call) {
     const auto given = textArgument(call.arguments, "path");
     auto page = pageArgument(call.arguments, usualItems);
@@ -89,7 +92,7 @@ ToolAnswer listFolder(Workspace& workspace, const ToolCall& call) {
             call.progress({.done = static_cast<double>(walked.entries),
                            .message = named(lumo::abbreviated(*path, workspace.home()))});
         },
-        [&] { opened = FolderContents::openOne(*path, watch); });
+        [&] { opened = FolderContents::openOne(*path, watch, listed); });
     if (call.stop.stop_requested()) {
         return stopped();
     }

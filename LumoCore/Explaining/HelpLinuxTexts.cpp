@@ -266,19 +266,24 @@ std::span<const LinuxRow> linuxRows() {
          {.id = "fotos",
           .question = {"¿Puede ayudarme con mis fotos?", "Can it help me with my photos?"},
           .answer =
-              {"Poco, y a propósito. Tus fotos y vídeos son archivos tuyos y no los toca: no los borra, no "
-               "los mueve y no busca fotos repetidas. Puedes ver cuánto ocupan mirando dentro de tu "
-               "carpeta de imágenes. Lo único que enseña, en ámbar y para que lo mires antes, son las "
-               "capturas y grabaciones de pantalla que quedaron en el Escritorio o en Imágenes; si las "
-               "limpias, esperan 7 días en el Apartado.",
-               "A little, and on purpose no more. Your photos and videos are files of yours and it leaves "
-               "them alone: it doesn't delete them, doesn't move them and doesn't look for repeated "
-               "photos. You can see how much they take by looking inside your pictures folder. All it "
-               "shows, in amber and for you to look at first, are the screenshots and screen recordings "
-               "left on the Desktop or in Pictures; if you clean them, they wait for 7 days in Recently "
+              {"Sí, en Repasar fotos (Ctrl+P o el menú). Mira tu carpeta de imágenes, o la que elijas, y "
+               "junta "
+               "las copias exactas, las parecidas, las ráfagas y las capturas de pantalla; lo demás va por "
+               "meses. De cada grupo propone conservar una, pero no elige nada por ti: te mueves con las "
+               "flechas, eliges con la barra espaciadora y ves una en grande con Intro. Tus fotos nunca se "
+               "borran con lo que se regenera: solo lo que elijas, tras preguntarte, espera 7 días en el "
+               "Apartado.",
+               "Yes, in Review Photos (Ctrl+P or the menu). It looks at your pictures folder, or one you "
+               "choose, and puts exact copies, look alikes, bursts and screenshots together; the rest goes "
+               "by "
+               "month. Of each group it proposes one to stay, but chooses nothing for you: the arrow keys "
+               "move, the space bar chooses and Return shows one large. Your photos are never deleted with "
+               "what recreates itself: only what you choose waits, after a question, for 7 days in Recently "
                "Cleaned."},
-          .keywords = {"fotografias, album, grabaciones, video, carpeta de imagenes, mis fotos, familia",
-                       "photographs, photography, album, recordings, video, pictures folder, family"}},
+          .keywords = {"fotografias, album, grabaciones, video, carpeta de imagenes, mis fotos, familia, "
+                       "fotos repetidas, fotos parecidas, fotos duplicadas, rafagas, borrosas",
+                       "photographs, photography, album, recordings, video, pictures folder, family, "
+                       "duplicate photos, similar photos, look alikes, bursts, blurry, blurred"}},
          {.id = "archivar",
           .answer =
               {"Es para carpetas tuyas que casi no abres. Archivar crea un .zip al lado, comprueba que "
@@ -299,19 +304,22 @@ std::span<const LinuxRow> linuxRows() {
                        "dupes, doubles, copies of the same, repeated files, identical files"}},
          {.id = "explorador",
           .answer =
-              {"No tiene una ventana aparte para recorrer archivos, pero el mapa hace algo parecido: la "
-               "lupa abre cada carpeta y enseña primero lo que más ocupa. Con clic derecho abres el "
-               "elemento en el gestor de archivos de tu escritorio, y ahí puedes moverlo o borrarlo tú; "
-               "también puedes copiar su ruta.[ Sin ventanas, «tarvo carpeta» y una ruta te dan lo mismo en "
-               "texto.]",
-               "It has no separate window to walk through files, but the map does something similar: the "
-               "magnifier opens each folder and shows what takes the most first. A right-click opens the "
-               "item in your desktop's file manager, and there you can move or delete it yourself; you can "
-               "copy its path, too.[ Without windows, “tarvo folder” and a path give you the same as text.]"},
+              {"Sí: Explorar, junto al mapa, que se abre con Ctrl+E o con su pestaña. Recorre tu carpeta "
+               "personal con lo que ocupa cada cosa, y cada uno sigue al otro: si entras en una carpeta, el "
+               "mapa también, y al revés. Te mueves con las flechas, entras con Intro, sales con Retroceso, "
+               "marcas con la barra espaciadora y «Apartar…» lo aparta 7 días, tras preguntarte. Con clic "
+               "derecho lo abres en el gestor de archivos de tu escritorio o copias su "
+               "ruta.[ Sin ventanas: «tarvo explorar».]",
+               "Yes: Explore, beside the map, which opens with Ctrl+E or its tab. It walks through your home "
+               "folder with what each thing takes, and each follows the other: when you go into a folder, so "
+               "does the map, and the other way round. The arrow keys move, Return goes in, Backspace goes "
+               "out, the space bar marks, and “Set Aside…” sets that aside for 7 days, after a question. A "
+               "right-click opens it in your desktop's file manager or copies its path.[ Without windows: "
+               "“tarvo explore”.]"},
           .keywords = {"mostrar en el gestor de archivos, copiar ruta, ruta, nautilus, dolphin, abrir la "
-                       "carpeta, clic derecho",
+                       "carpeta, clic derecho, explorar, recorrer carpetas, carpeta por carpeta",
                        "show in file manager, copy path, path, nautilus, dolphin, open the folder, right "
-                       "click"}},
+                       "click, explore, walk through folders, folder by folder"}},
          {.id = "otro-disco",
           .answer =
               {"Sí, para mirar. Un disco externo o una memoria USB que esté conectada se abre en el mapa "

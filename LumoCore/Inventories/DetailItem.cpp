@@ -119,6 +119,26 @@ DetailItem itemToShow(std::string id, std::string name, std::int64_t bytes, std:
     return item;
 }
 
+namespace {
+
+constexpr Words administratorWords{"hace falta ser administrador: {}", "needs an administrator: {}"};
+
+} // namespace
+
+std::string needsAdministrator(std::string_view command, Language language) {
+    return administratorWords.in(language, command);
+}
+
+std::optional<std::string> commandIn(std::string_view blockedBecause) {
+    for (const Language language : {Language::es, Language::en}) {
+        const std::string before = needsAdministrator("", language);
+        if (blockedBecause.starts_with(before)) {
+            return std::string(blockedBecause.substr(before.size()));
+        }
+    }
+    return std::nullopt;
+}
+
 std::string pathInID(std::string_view path, std::string_view home) {
     return isInside(path, home) && path.size() > home.size() ? std::string(path.substr(home.size() + 1))
                                                              : std::string(path);

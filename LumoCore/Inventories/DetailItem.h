@@ -125,6 +125,11 @@ DetailItem itemForTool(std::string id, std::string name, std::vector<std::string
 DetailItem itemToShow(std::string id, std::string name, std::int64_t bytes, std::string detail,
                       std::string blockedBecause);
 
+/// Why an item cannot be done from here, where an administrator can with that command; and the command that
+/// such a reason names, absent for any other reason.
+std::string needsAdministrator(std::string_view command, Language language);
+std::optional<std::string> commandIn(std::string_view blockedBecause);
+
 /// The path as ids name it: from the home where it lies there, so that an id outlives a move of the home.
 std::string pathInID(std::string_view path, std::string_view home);
 /// The reverse; absent for what is no path.

@@ -87,8 +87,7 @@ class Search final {
     [[nodiscard]] std::string say(const Words& words) const { return words.in(query_.language); }
 
     [[nodiscard]] std::string needsAdministrator(std::string_view command) const {
-        return Words{"hace falta ser administrador: {}", "needs an administrator: {}"}.in(query_.language,
-                                                                                          command);
+        return lumo::needsAdministrator(command, query_.language);
     }
 
     void add(DetailItem item, const std::string& path = {}) {

@@ -123,8 +123,7 @@ class Search final {
     }
 
     [[nodiscard]] std::string needsAdministrator(const std::string& command) const {
-        return Words{"hace falta ser administrador: {}", "needs an administrator: {}"}.in(query_.language,
-                                                                                          command);
+        return lumo::needsAdministrator(command, query_.language);
     }
 
     [[nodiscard]] std::string dataApart(const Usage& data) const {

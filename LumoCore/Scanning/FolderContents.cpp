@@ -67,11 +67,11 @@ bool isOpenedThrough(const std::vector<Item>& items) {
 
 } // namespace
 
-Survey survey(const std::string& path, const FileTree::Watch& watch) {
+Survey survey(const std::string& path, const FileTree::Watch& watch,
+              const platform::BreakdownLimits& limits) {
     HardLinkRegistry registry;
     const platform::TreeBreakdown tree =
-        platform::breakDownTree({path}, {.mostParts = mostItems, .mostPartsBelow = mostItemsBelow},
-                                FileTree::contextOf(registry, watch));
+        platform::breakDownTree({path}, limits, FileTree::contextOf(registry, watch));
     Survey survey{.breakdown = FileTree::breakdownOf(tree), .items = itemsOf(tree.parts, path)};
     const auto kind = platform::kindOf(path);
     if (kind && kind != platform::EntryKind::folder) {
@@ -130,11 +130,12 @@ Listing open(const std::vector<std::string>& paths,
     return listing;
 }
 
-Opened openOne(const std::string& path, const FileTree::Watch& watch) {
-    Survey surveyed = survey(path, watch);
+Opened openOne(const std::string& path, const FileTree::Watch& watch,
+               const platform::BreakdownLimits& limits) {
+    Survey surveyed = survey(path, watch, limits);
     const std::vector<std::string> asked{path};
     Listing listing = open(asked, [&](const std::vector<std::string>& paths) {
-        return paths == asked ? std::move(surveyed.items) : list(paths, watch);
+        return paths == asked ? std::move(surveyed.items) : survey(paths.front(), watch, limits).items;
     });
     return {.breakdown = std::move(surveyed.breakdown), .listing = std::move(listing)};
 }

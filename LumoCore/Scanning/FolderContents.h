@@ -19,6 +19,9 @@ namespace lumo::FolderContents {
 inline constexpr std::size_t mostItems = 1000;
 inline constexpr std::size_t mostItemsBelow = 100;
 
+inline constexpr platform::BreakdownLimits usualLimits{.mostParts = mostItems,
+                                                       .mostPartsBelow = mostItemsBelow};
+
 /// A file or folder. The item that stands for the smaller ones says in its name how many they are and has an
 /// empty path, since there is nothing to open or to touch.
 struct Item {
@@ -53,7 +56,8 @@ struct Survey {
     FileTree::Breakdown breakdown;
     std::vector<Item> items;
 };
-Survey survey(const std::string& path, const FileTree::Watch& watch = {});
+Survey survey(const std::string& path, const FileTree::Watch& watch = {},
+              const platform::BreakdownLimits& limits = usualLimits);
 
 /// What one path takes.
 Usage usageOf(const std::string& path, const FileTree::Watch& watch = {});
@@ -80,7 +84,8 @@ struct Opened {
 };
 
 /// Opens one path by `list`, without measuring again what its breakdown has measured: on a large folder that
-/// saves half the time.
-Opened openOne(const std::string& path, const FileTree::Watch& watch = {});
+/// saves half the time. The limits are for the folder that is shown in the end, too, and at least 1 below.
+Opened openOne(const std::string& path, const FileTree::Watch& watch = {},
+               const platform::BreakdownLimits& limits = usualLimits);
 
 } // namespace lumo::FolderContents

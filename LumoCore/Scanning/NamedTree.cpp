@@ -59,6 +59,9 @@ struct NamedTree::Node {
         items = sums.items;
         modified = sums.modified;
     }
+    [[nodiscard]] bool is(std::uint8_t trait) const { return (traits() & trait) != 0; }
+    void give(std::uint8_t trait) { bytesAndTraits |= trait; }
+    void take(std::uint8_t trait) { bytesAndTraits &= ~std::uint64_t{trait}; }
     void grow(const EntrySums& more) {
         EntrySums all = sums();
         set(all += more, traits());
@@ -165,9 +168,12 @@ EntryIndex NamedTree::add(TreeBatch& batch) {
     const platform::Locked locked(mutex_);
     const EntryIndex base = count_;
     for (const TreeBatch::Found& found : batch.entries) {
-        append(found.parent.index + (found.parent.isInBatch ? base : 0),
-               std::string_view(batch.names).substr(found.nameAt, found.nameBytes), found.sums, found.traits,
-               found.length);
+        const EntryIndex made = append(found.parent.index + (found.parent.isInBatch ? base : 0),
+                                       std::string_view(batch.names).substr(found.nameAt, found.nameBytes),
+                                       found.sums, found.traits, found.length);
+        if (node(made).is(EntryTraits::unreadable)) {
+            tellUnreadable(made);
+        }
     }
     for (const TreeBatch::Change& change : batch.changes) {
         if (change.reachesUp) {
@@ -178,8 +184,7 @@ EntryIndex NamedTree::add(TreeBatch& batch) {
     }
     for (const TreeBatch::Name& name : batch.linked) {
         const EntryIndex entry = name.entry.index + (name.entry.isInBatch ? base : 0);
-        node(entry).set(node(entry).sums(),
-                        static_cast<std::uint8_t>(node(entry).traits() | EntryTraits::hasNames));
+        node(entry).give(EntryTraits::hasNames);
         linked_.push_back({.file = name.file, .bytes = name.bytes, .entry = entry, .links = name.links});
         isLinkedSorted_ = false;
     }
@@ -272,14 +277,38 @@ void NamedTree::detach(EntryIndex entry) {
         toIt = &node(*toIt).next;
     }
     *toIt = taken.next;
-    taken.parent = noEntry;
     taken.next = noEntry;
+    const EntryIndex around = std::exchange(taken.parent, noEntry);
+    if (taken.is(EntryTraits::unreadable | EntryTraits::holdsUnreadable)) {
+        forgetUnreadable(around);
+    }
 }
 
-void NamedTree::mark(EntryIndex entry, std::uint8_t traits) {
+void NamedTree::markUnreadable(EntryIndex entry) {
     const platform::Locked locked(mutex_);
-    Node& marked = node(entry);
-    marked.set(marked.sums(), static_cast<std::uint8_t>(marked.traits() | traits));
+    node(entry).give(EntryTraits::unreadable);
+    tellUnreadable(entry);
+}
+
+/// Tells the folders around an entry that cannot be read.
+void NamedTree::tellUnreadable(EntryIndex index) {
+    EntryIndex above = node(index).parent;
+    for (; above != noEntry && !node(above).is(EntryTraits::holdsUnreadable); above = node(above).parent) {
+        node(above).give(EntryTraits::holdsUnreadable);
+    }
+}
+
+/// After something was taken out of the folder: it, and those around it, may hold nothing unreadable any
+/// more.
+void NamedTree::forgetUnreadable(EntryIndex folder) {
+    for (; folder != noEntry; folder = node(folder).parent) {
+        for (EntryIndex below = node(folder).firstBelow; below != noEntry; below = node(below).next) {
+            if (node(below).is(EntryTraits::unreadable | EntryTraits::holdsUnreadable)) {
+                return;
+            }
+        }
+        node(folder).take(EntryTraits::holdsUnreadable);
+    }
 }
 
 NamedEntry NamedTree::read(EntryIndex index) const {
@@ -301,6 +330,38 @@ std::vector<NamedEntry> NamedTree::entriesOf(EntryIndex folder) const {
     std::vector<NamedEntry> entries;
     for (EntryIndex below = node(folder).firstBelow; below != noEntry; below = node(below).next) {
         entries.push_back(read(below));
+    }
+    return entries;
+}
+
+EntrySums NamedTree::sumsBefore(EntryIndex top, std::uint32_t moment) const {
+    EntrySums sums;
+    for (EntryIndex at = top;; at = node(at).next) {
+        while (node(at).modified >= moment && node(at).firstBelow != noEntry) {
+            at = node(at).firstBelow;
+        }
+        if (node(at).modified != 0 && node(at).modified < moment) {
+            sums += node(at).sums();
+            sums.items += at == top ? 0 : 1;
+        }
+        while (at != top && node(at).next == noEntry) {
+            at = node(at).parent;
+        }
+        if (at == top) {
+            return sums;
+        }
+    }
+}
+
+std::vector<NamedEntry> NamedTree::entriesChangedBefore(EntryIndex folder, std::uint32_t moment) const {
+    const platform::Locked locked(mutex_);
+    std::vector<NamedEntry> entries;
+    for (EntryIndex below = node(folder).firstBelow; below != noEntry; below = node(below).next) {
+        const EntrySums sums = sumsBefore(below, moment);
+        if (sums.modified != 0) {
+            entries.push_back(read(below));
+            entries.back().sums = sums;
+        }
     }
     return entries;
 }

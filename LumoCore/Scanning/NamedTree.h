@@ -29,6 +29,7 @@ inline constexpr std::uint8_t special = 4;     ///< Neither folder, file nor lin
 inline constexpr std::uint8_t hasNames = 8;    ///< A file with several names.
 inline constexpr std::uint8_t unreadable = 16; ///< Its contents, or its status, could not be read.
 inline constexpr std::uint8_t leftOut = 32;    ///< Another volume, or left out by whoever wrote an export.
+inline constexpr std::uint8_t holdsUnreadable = 64; ///< Something below it could not be read.
 } // namespace EntryTraits
 
 /// What an entry takes, with everything below it.
@@ -124,7 +125,8 @@ class NamedTree final {
     /// Takes an entry and all below it out of the tree; the folders around it shrink. What is still being
     /// found below it does not come back.
     void detach(EntryIndex entry);
-    void mark(EntryIndex entry, std::uint8_t traits);
+    /// The entry, or the rest of what it holds, could not be read: the folders around it hold such then.
+    void markUnreadable(EntryIndex entry);
 
     /// Tells the threads that fill the tree that somebody wants to see what they have.
     void askForNews() { news_.fetch_add(1, std::memory_order_relaxed); }
@@ -135,6 +137,10 @@ class NamedTree final {
     [[nodiscard]] NamedEntry entry(EntryIndex index) const;
     /// The entries of a folder, in no order.
     [[nodiscard]] std::vector<NamedEntry> entriesOf(EntryIndex folder) const;
+    /// The same of what was last changed before that moment, in seconds since 1970: entries that are that old
+    /// with all they hold, and folders that also hold newer things with the sums of the older ones in them.
+    /// What has no date is left out.
+    [[nodiscard]] std::vector<NamedEntry> entriesChangedBefore(EntryIndex folder, std::uint32_t moment) const;
     [[nodiscard]] std::optional<EntryIndex> entryNamed(EntryIndex folder, std::string_view name) const;
     /// The entry at an absolute path; absent when the tree has none there.
     [[nodiscard]] std::optional<EntryIndex> entryAt(std::string_view path) const;
@@ -174,10 +180,13 @@ class NamedTree final {
     std::uint32_t keep(std::string_view name) LUMO_REQUIRES(mutex_);
     [[nodiscard]] std::string_view nameAt(std::uint32_t place) const LUMO_REQUIRES(mutex_);
     [[nodiscard]] NamedEntry read(EntryIndex index) const LUMO_REQUIRES(mutex_);
+    [[nodiscard]] EntrySums sumsBefore(EntryIndex top, std::uint32_t moment) const LUMO_REQUIRES(mutex_);
     [[nodiscard]] std::string path(EntryIndex index) const LUMO_REQUIRES(mutex_);
     [[nodiscard]] bool isHeld(EntryIndex index) const LUMO_REQUIRES(mutex_);
     [[nodiscard]] bool isBelow(EntryIndex index, std::span<const EntryIndex> entries) const
         LUMO_REQUIRES(mutex_);
+    void tellUnreadable(EntryIndex index) LUMO_REQUIRES(mutex_);
+    void forgetUnreadable(EntryIndex folder) LUMO_REQUIRES(mutex_);
     void growAround(EntryIndex index, const EntrySums& sums) LUMO_REQUIRES(mutex_);
     void shrinkAround(EntryIndex index, const EntrySums& sums) LUMO_REQUIRES(mutex_);
     void chargeGroup(std::span<LinkedName> names) LUMO_REQUIRES(mutex_);

@@ -75,6 +75,16 @@ class NamedCollector final : public platform::WalkCollector {
 
     void leave() override { filler_.leave(); }
 
+    void miss(std::string_view name) override {
+        if (filler_.depth() == 0) {
+            filler_.markUnreadable(as_);
+        } else if (name.empty()) {
+            filler_.markUnreadable();
+        } else {
+            filler_.add(name, {}, EntryTraits::unreadable, 0);
+        }
+    }
+
     std::unique_ptr<platform::FolderClaim> share(std::size_t level) override {
         return std::make_unique<IndexClaim>(filler_.folderAt(level));
     }

@@ -51,6 +51,16 @@ void TreeFiller::grow(EntryIndex entry, const EntrySums& sums, const std::option
     }
 }
 
+void TreeFiller::markUnreadable() {
+    const TreeBatch::Place place = around_.back().place;
+    if (place.isInBatch) {
+        std::uint8_t& traits = batch_.entries[place.index].traits;
+        traits = static_cast<std::uint8_t>(traits | EntryTraits::unreadable);
+    } else {
+        tree_.markUnreadable(place.index);
+    }
+}
+
 void TreeFiller::note(TreeBatch::Place place, const SharedFile& shared) {
     batch_.linked.push_back(
         {.entry = place, .file = shared.file, .bytes = shared.bytes, .links = shared.links});

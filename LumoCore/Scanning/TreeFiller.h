@@ -36,6 +36,9 @@ class TreeFiller final {
              const std::optional<SharedFile>& shared = {});
     /// What an entry without anything around it takes, which the tree has already.
     void grow(EntryIndex entry, const EntrySums& sums, const std::optional<SharedFile>& shared = {});
+    /// The innermost folder, or the rest of it, could not be read; or an entry that the tree has.
+    void markUnreadable();
+    void markUnreadable(EntryIndex entry) { tree_.markUnreadable(entry); }
 
     [[nodiscard]] std::size_t depth() const { return around_.size(); }
     /// The number that the folder has which so many entered ones lie around; hands over what there is.

@@ -18,6 +18,14 @@ constexpr int readingFolder = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 /// Good for opening what is in a folder; needs no right to read it.
 constexpr int reachingFolder = O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
+/// Opens a folder, which stays as if nobody had read it where it is the user's own; the system refuses that
+/// for those of others.
+Descriptor openQuietly(int base, const char* name) {
+    Descriptor folder(openat(base, name, readingFolder | O_NOATIME));
+    return folder.isOpen() || errno != EPERM ? std::move(folder)
+                                             : Descriptor(openat(base, name, readingFolder));
+}
+
 bool isThatFolder(int descriptor, const FoundFolder& folder) {
     struct stat status = {};
     return fstat(descriptor, &status) == 0 && status.st_dev == folder.device && status.st_ino == folder.inode;
@@ -155,7 +163,7 @@ Descriptor FolderStack::openFirstReadable(std::size_t level) {
     const std::size_t end = std::min(endOfUnopened(level), holder.nextToGive + mostAttempts);
     for (std::size_t index = holder.nextToGive; index < end && holder.descriptor >= 0; ++index) {
         const char* name = names_.c_str() + unopened_[index].name;
-        if (Descriptor folder(openat(holder.descriptor, name, readingFolder)); folder.isOpen()) {
+        if (Descriptor folder = openQuietly(holder.descriptor, name); folder.isOpen()) {
             std::swap(unopened_[index], unopened_[holder.nextToGive]);
             return folder;
         }
@@ -170,7 +178,7 @@ Descriptor FolderStack::open(int base, const char* name) {
         if (attempt >= attemptsAtOnce) {
             std::this_thread::sleep_for(std::chrono::milliseconds(1 << (attempt - attemptsAtOnce)));
         }
-        Descriptor folder(openat(base, name, readingFolder));
+        Descriptor folder = openQuietly(base, name);
         if (folder.isOpen() || (errno != EMFILE && errno != ENFILE)) {
             return folder;
         }

@@ -140,7 +140,7 @@ class Walker final {
             return;
         }
         if (fstatat(AT_FDCWD, path.c_str(), &status, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT) != 0) {
-            ++tally_.unreadableCount;
+            miss(path);
             return;
         }
         ++entriesNotShown_;
@@ -192,20 +192,52 @@ class Walker final {
 
     /// Reads the innermost folder. Its folders are kept for later.
     void readFolder() {
+        if (looksFirst_) {
+            readWhole();
+            return;
+        }
         for (bool isFirst = true; !isStopped(); isFirst = false) {
             if (!buffer_) {
                 buffer_ = newBuffer();
             }
-            const ssize_t count = getdents64(folders_.descriptor(), buffer_.get(), bufferBytes);
-            if (count <= 0) {
-                // A folder removed while it is read simply has no more entries.
-                tally_.unreadableCount += count < 0 && errno != ENOENT ? 1 : 0;
+            const std::size_t entryBytes = readEntries(buffer_.get());
+            if (entryBytes == 0) {
                 return;
             }
-            const auto entryBytes = static_cast<std::size_t>(count);
             if (isFirst || !walk_.exchange.isWanting() || !givePartAway(entryBytes)) {
                 countEntries(buffer_.get(), entryBytes);
             }
+        }
+    }
+
+    /// The next entries of the innermost folder; none at its end, or when there is no reading on.
+    std::size_t readEntries(char* buffer) {
+        const ssize_t count = getdents64(folders_.descriptor(), buffer, bufferBytes);
+        // A folder removed while it is read simply has no more entries.
+        if (count < 0 && errno != ENOENT) {
+            miss({});
+        }
+        return static_cast<std::size_t>(std::max<ssize_t>(count, 0));
+    }
+
+    /// Reads the innermost folder to its end, and counts what is in it when that is accepted by its names.
+    void readWhole() {
+        std::vector<char> listed;
+        std::vector<std::string_view> names;
+        for (std::size_t read = bufferBytes, end = 0; read > 0 && !isStopped(); end += read) {
+            listed.resize(end + bufferBytes);
+            read = readEntries(listed.data() + end);
+            listed.resize(end + read);
+        }
+        for (std::size_t offset = 0; offset < listed.size();) {
+            const dirent64* entry = entryAt(listed.data(), offset);
+            offset += entry->d_reclen;
+            if (!isSelfOrParent(entry->d_name)) {
+                names.emplace_back(entry->d_name);
+            }
+        }
+        if (!isStopped() && collector_->accepts(names)) {
+            countEntries(listed.data(), listed.size());
         }
     }
 
@@ -268,7 +300,7 @@ class Walker final {
     void countEntry(const char* name) {
         struct stat status = {};
         if (fstatat(folders_.descriptor(), name, &status, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT) != 0) {
-            ++tally_.unreadableCount;
+            miss(name);
         } else if (S_ISDIR(status.st_mode)) {
             countFolder(name, status);
         } else {
@@ -331,7 +363,9 @@ class Walker final {
 
     void tellEntered(std::string_view name, const FoundFolder& folder) {
         if (collector_) {
-            collector_->enter({.name = name, .request = request_, .bytes = folder.bytes});
+            const FileIdentity identity{static_cast<std::int32_t>(folder.device), folder.inode};
+            collector_->enter(
+                {.name = name, .request = request_, .bytes = folder.bytes, .identity = identity});
         }
     }
 
@@ -343,8 +377,15 @@ class Walker final {
 
     /// For a folder that was entered but cannot be opened, or not be reached any more.
     void leaveUnread() {
-        ++tally_.unreadableCount;
+        miss({});
         tellLeft();
+    }
+
+    void miss(std::string_view name) {
+        ++tally_.unreadableCount;
+        if (collector_) {
+            collector_->miss(name);
+        }
     }
 
     void showProgress() {
@@ -367,6 +408,7 @@ class Walker final {
 
     Walk& walk_;
     const std::unique_ptr<WalkCollector> collector_; ///< None when only sums are wanted.
+    const bool looksFirst_ = walk_.collection != nullptr && walk_.collection->looksFirst();
     FolderStack folders_;
     Buffer buffer_;
 

@@ -1,204 +1,134 @@
 #include "Platform/FileSearch.h"
 
-#include "Platform/Descriptor.h"
-#include "Platform/MountPoints.h"
+#include "LumoCore/Basics/Path.h"
+#include "Platform/AnnotatedMutex.h"
+#include "Platform/WalkCollector.h"
 
-#include <dirent.h>
-#include <fcntl.h>
-#include <sys/stat.h>
-
-#include <algorithm>
-#include <cerrno>
-#include <condition_variable>
-#include <cstring>
+#include <climits>
 #include <memory>
-#include <mutex>
 #include <set>
-#include <system_error>
-#include <thread>
 #include <utility>
 
 namespace lumo::platform {
 
 namespace {
 
-struct CloseFolder {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
-using OpenFolder = std::unique_ptr<DIR, CloseFolder>;
+/// What the collectors of one search share.
+class Search final : public WalkCollection {
+  public:
+    explicit Search(const FileSearch& asked) : asked_(asked) {}
 
-/// A folder that waits to be searched.
-struct Waiting {
-    std::string path;
-    dev_t device = 0; ///< Of its root.
-    bool isRoot = false;
-};
+    std::unique_ptr<WalkCollector> collector() override;
+    [[nodiscard]] bool looksFirst() const override { return asked_.refuses || asked_.roots.size() > 1; }
+    void settle(FileIdentity /*file*/, std::optional<std::int64_t> /*bytes*/) override {}
 
-/// What one folder holds.
-struct Contents {
+    [[nodiscard]] std::int64_t minimumBytes() const { return asked_.minimumBytes; }
+
+    /// Whether the folder counts: by the names in it, unless it is a root, and only once where several roots
+    /// lead to it.
+    bool counts(FileIdentity folder, bool isRoot, std::span<const std::string_view> names) {
+        if (!isRoot && asked_.refuses && asked_.refuses(names)) {
+            return false;
+        }
+        if (asked_.roots.size() == 1) {
+            return true; // Without links there is one way to each folder.
+        }
+        const Locked locked(mutex_);
+        return visited_.emplace(folder.device, folder.object).second;
+    }
+
     struct File {
         std::string name;
         std::int64_t bytes = 0;
         std::uint64_t object = 0;
     };
-    std::vector<File> files;
-    std::vector<std::string> folders;
-    std::vector<std::string> names; ///< Of all entries.
-};
-
-/// The folder, opened so that its times stay as they are where the system lets us. A root may be a link, as a
-/// home on another disk is.
-OpenFolder openQuietly(const std::string& path, bool isRoot) {
-    const int flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC | (isRoot ? 0 : O_NOFOLLOW);
-#ifdef O_NOATIME
-    int descriptor = open(path.c_str(), flags | O_NOATIME);
-    if (descriptor < 0 && errno == EPERM) {
-        descriptor = open(path.c_str(), flags);
-    }
-#else
-    const int descriptor = open(path.c_str(), flags);
-#endif
-    return OpenFolder(descriptor < 0 ? nullptr : fdopendir(descriptor));
-}
-
-/// The threads of one search and what they share.
-class Search final {
-  public:
-    Search(const FileSearch& asked, WalkProgress* progress, const std::stop_token& stop)
-        : asked_(asked), progress_(progress), stop_(stop), mounts_(MountPoints::ofThisProcess()) {
-        for (const std::string& root : asked.roots) {
-            waiting_.push_back({.path = root, .isRoot = true});
+    void add(std::string folder, std::int32_t device, std::span<const File> files) {
+        const Locked locked(mutex_);
+        const std::uint32_t number = found_.addFolder(std::move(folder), device);
+        for (const File& file : files) {
+            found_.addFile(number, file.name, file.bytes, file.object);
         }
     }
 
-    FilesFound run() {
-        const std::size_t count =
-            std::clamp<std::size_t>(std::size_t{2} * std::thread::hardware_concurrency(), 2, 8);
-        std::vector<std::jthread> threads;
-        try {
-            while (threads.size() + 1 < count) {
-                threads.emplace_back([this] { work(); });
-            }
-        } catch (const std::system_error&) {
-            // The system allows no more threads; those that run do the work.
-        }
-        work();
-        threads.clear();
+    void missFolder() {
+        const Locked locked(mutex_);
+        ++found_.unreadableCount;
+    }
+
+    FilesFound take() {
+        const Locked locked(mutex_);
         return std::move(found_);
     }
 
   private:
-    void work() {
-        std::unique_lock lock(mutex_);
-        for (;;) {
-            wakes_.wait(lock, [this] { return !waiting_.empty() || busy_ == 0; });
-            if (waiting_.empty() || stop_.stop_requested()) {
-                waiting_.clear();
-                wakes_.notify_all();
-                return;
-            }
-            // The last one first: so few wait at any time.
-            Waiting folder = std::move(waiting_.back());
-            waiting_.pop_back();
-            ++busy_;
-            lock.unlock();
-            std::optional<Contents> contents = contentsOf(folder);
-            lock.lock();
-            --busy_;
-            take(folder, std::move(contents));
-            wakes_.notify_all();
-        }
-    }
-
-    /// Absent for a folder that could not be listed; empty for one that does not count.
-    std::optional<Contents> contentsOf(Waiting& folder) {
-        const OpenFolder opened = openQuietly(folder.path, folder.isRoot);
-        struct stat status = {};
-        if (!opened || fstat(dirfd(opened.get()), &status) != 0) {
-            return errno == ENOENT ? std::optional(Contents()) : std::nullopt;
-        }
-        if (folder.isRoot) {
-            folder.device = status.st_dev;
-        }
-        if (status.st_dev != folder.device || !isFirstVisit(status)) {
-            return Contents();
-        }
-        Contents contents;
-        while (const dirent* entry = readdir(opened.get())) {
-            add(entry, folder, dirfd(opened.get()), contents);
-        }
-        if (!folder.isRoot && asked_.refuses) {
-            const std::vector<std::string_view> names(contents.names.begin(), contents.names.end());
-            return asked_.refuses(names) ? Contents() : std::move(contents);
-        }
-        return contents;
-    }
-
-    void add(const dirent* entry, const Waiting& folder, int descriptor, Contents& contents) {
-        const char* name = entry->d_name;
-        if (std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0) {
-            return;
-        }
-        if (progress_ != nullptr) {
-            ++progress_->entries;
-        }
-        if (asked_.refuses) {
-            contents.names.emplace_back(name);
-        }
-        struct stat status = {};
-        const bool mayBeFile = entry->d_type == DT_REG || entry->d_type == DT_UNKNOWN;
-        if (mayBeFile && fstatat(descriptor, name, &status, AT_SYMLINK_NOFOLLOW) != 0) {
-            return;
-        }
-        if (mayBeFile && S_ISREG(status.st_mode)) {
-            if (status.st_size >= asked_.minimumBytes) {
-                contents.files.push_back({name, status.st_size, status.st_ino});
-            }
-        } else if (entry->d_type == DT_DIR || (mayBeFile && S_ISDIR(status.st_mode))) {
-            if (!mounts_.isAt(descriptor, name) &&
-                (!asked_.enters || asked_.enters(folder.path + "/" + name, name))) {
-                contents.folders.emplace_back(name);
-            }
-        }
-    }
-
-    bool isFirstVisit(const struct stat& status) {
-        if (asked_.roots.size() == 1) {
-            return true; // Without links there is one way to each folder.
-        }
-        const std::lock_guard lock(visitedMutex_);
-        return visited_.emplace(status.st_dev, status.st_ino).second;
-    }
-
-    void take(const Waiting& folder, std::optional<Contents> contents) {
-        if (!contents) {
-            ++found_.unreadableCount;
-            return;
-        }
-        if (!contents->files.empty()) {
-            const std::uint32_t number =
-                found_.addFolder(folder.path, static_cast<std::int32_t>(folder.device));
-            for (const Contents::File& file : contents->files) {
-                found_.addFile(number, file.name, file.bytes, file.object);
-            }
-        }
-        for (const std::string& name : contents->folders) {
-            waiting_.push_back({.path = folder.path + "/" + name, .device = folder.device});
-        }
-    }
-
     const FileSearch& asked_;
-    WalkProgress* progress_;
-    const std::stop_token& stop_;
-    MountPoints mounts_;
-    std::mutex mutex_; ///< Guards what follows, up to the next one.
-    std::condition_variable wakes_;
-    std::vector<Waiting> waiting_;
-    int busy_ = 0; ///< Threads that may still find folders.
-    FilesFound found_;
-    std::mutex visitedMutex_; ///< Guards the folders that several roots may lead to.
-    std::set<std::pair<dev_t, ino_t>> visited_;
+    AnnotatedMutex mutex_;
+    FilesFound found_ LUMO_GUARDED_BY(mutex_);
+    std::set<std::pair<std::int32_t, std::uint64_t>> visited_ LUMO_GUARDED_BY(mutex_);
 };
+
+/// Keeps the files of the folder that is being told of, since a folder is told of as a whole.
+class SearchCollector final : public WalkCollector {
+  public:
+    explicit SearchCollector(Search& search) : search_(search) {}
+    ~SearchCollector() override { handOver(); }
+
+    void add(const WalkedEntry& entry) override {
+        const std::size_t pathBytes = entry.folder.size() + entry.name.size();
+        // No call takes a longer path: what lies there could be named, and nothing be done about it.
+        if (!S_ISREG(entry.status.st_mode) || entry.status.st_size < search_.minimumBytes() ||
+            pathBytes >= PATH_MAX) {
+            return;
+        }
+        if (entry.folder != folder_) {
+            handOver();
+            folder_ = entry.folder;
+            device_ = static_cast<std::int32_t>(entry.status.st_dev);
+        }
+        files_.push_back({std::string(entry.name), entry.status.st_size, entry.status.st_ino});
+    }
+
+    void enter(const EnteredFolder& folder) override {
+        ++depth_;
+        entered_ = folder.identity;
+    }
+
+    bool accepts(std::span<const std::string_view> names) override {
+        return search_.counts(entered_, depth_ == 1, names);
+    }
+
+    void leave() override { --depth_; }
+
+    void miss(std::string_view name) override {
+        if (name.empty()) {
+            search_.missFolder();
+        }
+    }
+
+    std::unique_ptr<FolderClaim> share(std::size_t /*level*/) override {
+        return std::make_unique<FolderClaim>();
+    }
+    void resume(std::unique_ptr<FolderClaim> /*claim*/) override { ++depth_; }
+
+  private:
+    void handOver() {
+        if (!files_.empty()) {
+            search_.add(folder_.substr(0, folder_.size() - 1), device_, files_);
+            files_.clear();
+        }
+    }
+
+    Search& search_;
+    std::size_t depth_ = 0; ///< 1 in a root, and in a folder that another thread shared, whose turn is over.
+    FileIdentity entered_ = {};
+    std::string folder_; ///< Ends with a slash.
+    std::int32_t device_ = 0;
+    std::vector<Search::File> files_;
+};
+
+std::unique_ptr<WalkCollector> Search::collector() {
+    return std::make_unique<SearchCollector>(*this);
+}
 
 } // namespace
 
@@ -225,8 +155,24 @@ void FilesFound::addFile(std::uint32_t folder, std::string_view name, std::int64
     names_.append(name).push_back('\0');
 }
 
-FilesFound searchFiles(const FileSearch& search, WalkProgress* progress, const std::stop_token& stop) {
-    return Search(search, progress, stop).run();
+FilesFound searchFiles(const FileSearch& asked, WalkProgress* progress, const std::stop_token& stop) {
+    TreePolicy policy;
+    if (asked.enters) {
+        policy.setsAside = [](std::string_view) { return true; };
+        policy.walksAllTheSame = [&](const std::string& path) { return asked.enters(path, fileName(path)); };
+    }
+    // A root may be a link, as a home on another disk is.
+    std::vector<std::string> roots = asked.roots;
+    std::vector<TreeRequest> requests;
+    for (std::string& root : roots) {
+        root += root.ends_with('/') ? "" : "/";
+        requests.push_back({.path = root, .policy = &policy});
+    }
+    const auto claim = [](FileIdentity) { return true; };
+    Search search(asked);
+    walkTrees(requests, {.claimLink = claim, .claimClone = claim, .progress = progress, .stop = stop},
+              &search);
+    return search.take();
 }
 
 } // namespace lumo::platform

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <vector>
 
 namespace lumo::platform {
 
@@ -23,6 +24,7 @@ struct CloseWalk {
 struct Shared {
     const WalkContext& context;
     WalkCollector* collector; ///< None when only sums are wanted.
+    bool looksFirst;
     MountPoints mounts = MountPoints::ofThisProcess();
     LinkedFiles linked = {};
 };
@@ -70,7 +72,7 @@ class PortableWalk {
         case FTS_DNR:
         case FTS_ERR:
         case FTS_NS:
-            ++tally_.unreadableCount;
+            miss(*entry);
             break;
         default:
             break;
@@ -94,9 +96,18 @@ class PortableWalk {
         const bool isEntered = !isMount && (isRoot || entry->fts_statp->st_dev == device_);
         device_ = isRoot ? entry->fts_statp->st_dev : device_;
         count(*entry, isEntered);
-        if (isMount) {
+        if (isMount || (isEntered && shared_.looksFirst && !isAccepted(walk))) {
             fts_set(walk, entry, FTS_SKIP);
         }
+    }
+
+    /// Asks the collector about the folder that the walk has come to.
+    bool isAccepted(FTS* walk) {
+        std::vector<std::string_view> names;
+        for (const FTSENT* child = fts_children(walk, 0); child != nullptr; child = child->fts_link) {
+            names.emplace_back(child->fts_name, child->fts_namelen);
+        }
+        return shared_.collector->accepts(names);
     }
 
     static bool isInUndatedFolder(const FTSENT& entry) {
@@ -126,13 +137,27 @@ class PortableWalk {
         const std::string_view path(entry.fts_path, entry.fts_pathlen);
         leaveTo(static_cast<std::size_t>(entry.fts_level));
         if (isEntered) {
-            shared_.collector->enter(
-                {entry.fts_level == FTS_ROOTLEVEL ? path : name, counting_.request, bytes});
+            shared_.collector->enter({entry.fts_level == FTS_ROOTLEVEL ? path : name, counting_.request,
+                                      bytes, identityOf(*entry.fts_statp)});
             ++entered_;
         } else {
             const std::string_view folder = path.substr(0, path.size() - fileName(path).size());
             shared_.collector->add({name, folder, *entry.fts_statp, bytes, counted});
         }
+    }
+
+    void miss(const FTSENT& entry) {
+        ++tally_.unreadableCount;
+        if (shared_.collector == nullptr) {
+            return;
+        }
+        const std::string_view name(entry.fts_name, entry.fts_namelen);
+        const std::string_view path(entry.fts_path, entry.fts_pathlen);
+        const bool isRoot = entry.fts_level == FTS_ROOTLEVEL;
+        // A folder that cannot be read was met as one before.
+        const bool isEntered = entry.fts_info == FTS_DNR;
+        leaveTo(static_cast<std::size_t>(entry.fts_level) + (isEntered ? 1 : 0));
+        shared_.collector->miss(isEntered ? std::string_view() : isRoot ? path : name);
     }
 
     /// Leaves the folders that do not lie around an entry of that level; the walk has read all of them.
@@ -160,7 +185,9 @@ std::vector<TreeSums> walkTreesPortably(std::span<const TreeRequest> requests, c
     std::vector<TreeSums> sums;
     sums.reserve(requests.size());
     std::unique_ptr<WalkCollector> collector = collection != nullptr ? collection->collector() : nullptr;
-    Shared shared{.context = context, .collector = collector.get()};
+    Shared shared{.context = context,
+                  .collector = collector.get(),
+                  .looksFirst = collection != nullptr && collection->looksFirst()};
     for (const TreeRequest& request : requests) {
         sums.push_back(PortableWalk(request, sums.size(), shared).run());
     }

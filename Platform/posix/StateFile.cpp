@@ -68,23 +68,59 @@ SystemResult<Replaced> fileToReplace(const std::string& path) {
     return Replaced{target->starts_with('/') ? *target : joined(parentOf(path), *target), std::nullopt};
 }
 
-SystemResult<void> writeSynced(const std::string& path, std::string_view bytes, unsigned mode,
-                               const std::function<SystemResult<void>(int)>& prepare) {
+/// Makes the file, which `fill` writes.
+SystemResult<void> writeSynced(const std::string& path, unsigned mode,
+                               const std::function<SystemResult<void>(int descriptor)>& fill) {
     const Descriptor file(
         open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, static_cast<mode_t>(mode)));
     if (file.number() < 0) {
         return failed(errno);
     }
-    if (const auto written = writeBytes(file.number(), bytes); !written) {
-        return written;
-    }
-    if (const auto prepared = prepare ? prepare(file.number()) : SystemResult<void>(); !prepared) {
-        return prepared;
+    if (const auto filled = fill(file.number()); !filled) {
+        return filled;
     }
     if (fsync(file.number()) != 0) {
         return failed(errno);
     }
     return {};
+}
+
+SystemResult<std::string> makeTemporary(const std::string& path, unsigned mode,
+                                        const std::function<SystemResult<void>(int descriptor)>& fill) {
+    std::string temporary = path + std::string(temporaryMark) + std::to_string(getpid());
+    unlink(temporary.c_str()); // Left by a process that died under the same number.
+    if (const auto written = writeSynced(temporary, mode, fill); !written) {
+        unlink(temporary.c_str());
+        return std::unexpected(written.error());
+    }
+    return temporary;
+}
+
+SystemResult<void> replaceBy(const std::string& path, unsigned mode,
+                             const std::function<SystemResult<void>(int descriptor)>& fill) {
+    const SystemResult<Replaced> replaced = fileToReplace(path);
+    if (!replaced) {
+        return std::unexpected(replaced.error());
+    }
+    const std::string& target = replaced->path;
+    const std::string folder =
+        target.find('/') == std::string::npos ? "." : std::string(parentOf(target)) + "/";
+    const SystemResult<std::string> temporary = makeTemporary(target, mode, fill);
+    if (!temporary) {
+        return std::unexpected(temporary.error());
+    }
+    SystemResult<void> done;
+    if (replaced->mode && chmod(temporary->c_str(), *replaced->mode) != 0) {
+        done = failed(errno);
+    }
+    if (done && rename(temporary->c_str(), target.c_str()) != 0) {
+        done = failed(errno);
+    }
+    if (!done) {
+        unlink(temporary->c_str());
+        return done;
+    }
+    return syncFolder(folder);
 }
 
 } // namespace
@@ -147,39 +183,26 @@ SystemResult<std::string> readWhole(const std::string& path, std::size_t limit) 
 
 SystemResult<std::string> writeTemporary(const std::string& path, std::string_view bytes, unsigned mode,
                                          const std::function<SystemResult<void>(int)>& prepare) {
-    std::string temporary = path + std::string(temporaryMark) + std::to_string(getpid());
-    unlink(temporary.c_str()); // Left by a process that died under the same number.
-    if (const auto written = writeSynced(temporary, bytes, mode, prepare); !written) {
-        unlink(temporary.c_str());
-        return std::unexpected(written.error());
-    }
-    return temporary;
+    return makeTemporary(path, mode, [&](int descriptor) {
+        const auto written = writeBytes(descriptor, bytes);
+        return written && prepare ? prepare(descriptor) : written;
+    });
 }
 
 SystemResult<void> replaceWhole(const std::string& path, std::string_view bytes, unsigned mode) {
-    const SystemResult<Replaced> replaced = fileToReplace(path);
-    if (!replaced) {
-        return std::unexpected(replaced.error());
-    }
-    const std::string& target = replaced->path;
-    const std::string folder =
-        target.find('/') == std::string::npos ? "." : std::string(parentOf(target)) + "/";
-    const SystemResult<std::string> temporary = writeTemporary(target, bytes, mode);
-    if (!temporary) {
-        return std::unexpected(temporary.error());
-    }
-    SystemResult<void> done;
-    if (replaced->mode && chmod(temporary->c_str(), *replaced->mode) != 0) {
-        done = failed(errno);
-    }
-    if (done && rename(temporary->c_str(), target.c_str()) != 0) {
-        done = failed(errno);
-    }
-    if (!done) {
-        unlink(temporary->c_str());
-        return done;
-    }
-    return syncFolder(folder);
+    return replaceBy(path, mode, [&](int descriptor) { return writeBytes(descriptor, bytes); });
+}
+
+SystemResult<void> replaceInPieces(const std::string& path,
+                                   const std::function<bool(const TakePiece& take)>& produce, unsigned mode) {
+    return replaceBy(path, mode, [&](int descriptor) {
+        SystemResult<void> written;
+        const bool isWhole = produce([&](std::string_view piece) {
+            written = writeBytes(descriptor, piece);
+            return written.has_value();
+        });
+        return written && !isWhole ? failed(ECANCELED) : written;
+    });
 }
 
 SystemResult<void> makePrivateFolder(const std::string& folder) {

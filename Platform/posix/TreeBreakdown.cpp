@@ -209,6 +209,8 @@ class BreakdownCollector final : public WalkCollector {
         breakdown_.end(std::move(ended));
     }
 
+    void miss(std::string_view /*name*/) override {} // Its bytes are not known.
+
     std::unique_ptr<FolderClaim> share(std::size_t level) override {
         return breakdown_.claim(*hauls_[std::min(level, hauls_.size() - 1)].claim);
     }

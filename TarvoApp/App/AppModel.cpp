@@ -9,16 +9,12 @@ namespace tarvo {
 
 namespace {
 
-/// Of the pool: the work in hand, what a look at the disk needs, listings, and a model that takes its time.
-constexpr std::size_t threads = 4;
+/// Of the pool: the work in hand, what a look at the disk needs, listings, the explorer's measuring, and a
+/// model that takes its time.
+constexpr std::size_t threads = 5;
 
 Settings::Keeping keepingIn(const RunMode& mode) {
     return mode.isDemo ? Settings::Keeping::inMemory : Settings::Keeping::stored;
-}
-
-/// The made-up computer's home, where there is one.
-std::string shownHome(const AppServices& services) {
-    return services.mode.isDemo ? std::string(DemoDisk::home()) : services.desk.home;
 }
 
 } // namespace
@@ -27,14 +23,15 @@ AppModel::AppModel(AppServices services, QObject* parent)
     : QObject(parent), services_(std::move(services)),
       settings_(services_.desk.home, keepingIn(services_.mode)), background_(threads), activity_(this),
       question_(this), ground_{services_, settings_, background_, activity_, question_}, volumes_(ground_),
-      scanning_(ground_, volumes_), ticked_(ground_), explaining_(ground_),
-      preview_(services_.preview, shownHome(services_)), list_(ground_, ticked_, explaining_),
+      scanning_(ground_, volumes_), ticked_(ground_), items_(ground_, ticked_), explaining_(ground_),
+      preview_(services_.preview, ground_.shownHome()), list_(ground_, ticked_, explaining_),
       places_(ground_, ticked_, explaining_, list_, scanning_, volumes_, preview_), growth_(ground_),
       celebrating_(ground_), holding_(ground_, scanning_, ticked_, celebrating_),
-      history_(ground_, holding_, shownHome(services_)),
+      history_(ground_, holding_, ground_.shownHome()),
       cleaning_(ground_, scanning_, ticked_, volumes_, celebrating_),
-      photos_(ground_, cleaning_, preview_, shownHome(services_)), archiving_(ground_, places_, scanning_),
-      files_(ground_, scanning_, ticked_), picking_(ground_, shownHome(services_)),
+      explorer_(ground_, ticked_, scanning_, *places_.map(), cleaning_),
+      photos_(ground_, cleaning_, preview_, ground_.shownHome()), archiving_(ground_, places_, scanning_),
+      files_(ground_, scanning_, ticked_), picking_(ground_, ground_.shownHome()),
       monitor_(ground_, volumes_, scanning_, ticked_, cleaning_), login_(ground_),
       help_([this] { return explaining_.helpSources(); }),
       agents_(services_.desk.home, isDemo() ? AgentDesk::Access::none : AgentDesk::Access::full),
@@ -56,7 +53,7 @@ AppModel::~AppModel() {
 }
 
 QString AppModel::home() const {
-    return shown(shownHome(services_));
+    return shown(ground_.shownHome());
 }
 
 QString AppModel::demoNotice() const {
@@ -94,10 +91,15 @@ void AppModel::take(const std::shared_ptr<ScanResult>& result) {
     explaining_.take(result->report, result->plan.recoverable, result->summary, result->certain);
     holding_.take(std::move(result->held));
     ticked_.take(std::move(result->plan));
+    if (isDemo()) {
+        items_.lookAgain(); // There no scan ends.
+    }
 }
 
 void AppModel::scanEnded() {
     places_.settle();
+    explorer_.settle();
+    items_.lookAgain();
     volumes_.refreshVolumes();
     if (monitor_.isMonitoring()) {
         monitor_.look();

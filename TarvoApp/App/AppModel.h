@@ -5,12 +5,14 @@
 #include "TarvoApp/App/CelebrationDesk.h"
 #include "TarvoApp/App/CleaningDesk.h"
 #include "TarvoApp/App/ExplainingDesk.h"
+#include "TarvoApp/App/ExplorerDesk.h"
 #include "TarvoApp/App/FilesDesk.h"
 #include "TarvoApp/App/Ground.h"
 #include "TarvoApp/App/GrowthDesk.h"
 #include "TarvoApp/App/HelpDesk.h"
 #include "TarvoApp/App/HistoryDesk.h"
 #include "TarvoApp/App/HoldingDesk.h"
+#include "TarvoApp/App/ItemsDesk.h"
 #include "TarvoApp/App/LoginDesk.h"
 #include "TarvoApp/App/MonitorDesk.h"
 #include "TarvoApp/App/PhotosDesk.h"
@@ -48,6 +50,7 @@ class AppModel final : public QObject {
     Q_PROPERTY(tarvo::VolumesDesk* volumes READ volumes CONSTANT)
     Q_PROPERTY(tarvo::ScanningDesk* scanning READ scanning CONSTANT)
     Q_PROPERTY(tarvo::TickedDesk* ticked READ ticked CONSTANT)
+    Q_PROPERTY(tarvo::ItemsDesk* items READ items CONSTANT)
     Q_PROPERTY(tarvo::ExplainingDesk* explaining READ explaining CONSTANT)
     Q_PROPERTY(tarvo::PlacesDesk* places READ places CONSTANT)
     Q_PROPERTY(tarvo::ListDesk* list READ list CONSTANT)
@@ -59,6 +62,7 @@ class AppModel final : public QObject {
     Q_PROPERTY(tarvo::HoldingDesk* holding READ holding CONSTANT)
     Q_PROPERTY(tarvo::HistoryDesk* history READ history CONSTANT)
     Q_PROPERTY(tarvo::CleaningDesk* cleaning READ cleaning CONSTANT)
+    Q_PROPERTY(tarvo::ExplorerDesk* explorer READ explorer CONSTANT)
     Q_PROPERTY(tarvo::PhotosDesk* photos READ photos CONSTANT)
     Q_PROPERTY(tarvo::ArchivingDesk* archiving READ archiving CONSTANT)
     Q_PROPERTY(tarvo::FilesDesk* files READ files CONSTANT)
@@ -91,6 +95,7 @@ class AppModel final : public QObject {
     [[nodiscard]] VolumesDesk* volumes() { return &volumes_; }
     [[nodiscard]] ScanningDesk* scanning() { return &scanning_; }
     [[nodiscard]] TickedDesk* ticked() { return &ticked_; }
+    [[nodiscard]] ItemsDesk* items() { return &items_; }
     [[nodiscard]] ExplainingDesk* explaining() { return &explaining_; }
     [[nodiscard]] PlacesDesk* places() { return &places_; }
     [[nodiscard]] ListDesk* list() { return &list_; }
@@ -101,6 +106,7 @@ class AppModel final : public QObject {
     [[nodiscard]] HoldingDesk* holding() { return &holding_; }
     [[nodiscard]] HistoryDesk* history() { return &history_; }
     [[nodiscard]] CleaningDesk* cleaning() { return &cleaning_; }
+    [[nodiscard]] ExplorerDesk* explorer() { return &explorer_; }
     [[nodiscard]] PhotosDesk* photos() { return &photos_; }
     [[nodiscard]] ArchivingDesk* archiving() { return &archiving_; }
     [[nodiscard]] FilesDesk* files() { return &files_; }
@@ -130,6 +136,7 @@ class AppModel final : public QObject {
     VolumesDesk volumes_;
     ScanningDesk scanning_;
     TickedDesk ticked_;
+    ItemsDesk items_;
     ExplainingDesk explaining_;
     PreviewDesk preview_;
     ListDesk list_;
@@ -139,6 +146,7 @@ class AppModel final : public QObject {
     HoldingDesk holding_;
     HistoryDesk history_;
     CleaningDesk cleaning_;
+    ExplorerDesk explorer_;
     PhotosDesk photos_;
     ArchivingDesk archiving_;
     FilesDesk files_;

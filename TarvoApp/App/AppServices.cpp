@@ -1,11 +1,14 @@
 #include "TarvoApp/App/AppServices.h"
 
+#include "LumoCore/Explaining/HeuristicExplainer.h"
 #include "LumoCore/Explaining/KnownPlaces.h"
 #include "LumoCore/Scanning/Scanner.h"
 #include "Platform/Clock.h"
 #include "Platform/Environment.h"
+#include "TarvoModel/Exploring/WhatIsIt.h"
 #include "TarvoModel/Flows/ModelChoice.h"
 #include "TarvoModel/Showing/DemoDisk.h"
+#include "TarvoModel/Showing/DemoItems.h"
 
 #include <mutex>
 #include <utility>
@@ -84,12 +87,33 @@ AppServices AppServices::ofThisMachine(const std::string& home, const RunMode& m
             .mountedVolumes = lumo::platform::mountedVolumes,
             .folders = foldersIn(home, mode),
             .preview = previewIn(mode),
+            .look =
+                [home, mode](lumo::InventoryKind kind, const std::stop_token& stop) {
+                    return mode.isDemo ? CloserLook{.found = DemoDisk::items(kind)}
+                                       : lookedAt({.kinds = {kind}}, Desk::ofThisMachine(home, "tarvo-app"),
+                                                  {.stop = stop});
+                },
             .evidence =
                 [home, mode](const std::string& path, const std::stop_token& end) {
                     return mode.isDemo ? DemoDisk::evidence(path)
                                        : lumo::FolderEvidence::gather(path, home,
                                                                       lumo::Installed::ofThisMachine(home),
                                                                       {.progress = nullptr, .stop = end});
+                },
+            .measure = [home, mode](lumo::NamedTree& tree, lumo::platform::WalkProgress& progress,
+                                    const std::stop_token& stop) -> std::int64_t {
+                if (mode.isDemo) {
+                    DemoDisk::fill(tree, lumo::platform::now());
+                    return 0;
+                }
+                return lumo::measureInto(tree, home, lumo::NamedTree::root, &progress, stop);
+            },
+            .whatItIs =
+                [home, mode](const std::string& path, const std::stop_token& stop) {
+                    const lumo::Date now = lumo::platform::now();
+                    return mode.isDemo ? explanationLines(
+                                             lumo::HeuristicExplainer::explain(DemoDisk::evidence(path), now))
+                                       : tarvo::whatItIs(path, home, now, stop);
                 },
             .notify = [](const Notification&) {},
             .startsAtLogin = [] { return false; },

@@ -2,10 +2,13 @@
 
 #include "LumoAI/LanguageModel.h"
 #include "LumoCore/Explaining/FolderEvidence.h"
+#include "LumoCore/Scanning/NamedTree.h"
 #include "TarvoApp/App/MapModel.h"
 #include "TarvoApp/App/PreviewDesk.h"
 #include "TarvoModel/Flows/Cleaning.h"
+#include "TarvoModel/Flows/Finding.h"
 #include "TarvoModel/Flows/Preferences.h"
+#include "TarvoModel/Showing/ExplanationTexts.h"
 #include "TarvoModel/Showing/Notification.h"
 #include "TarvoModel/Showing/RunMode.h"
 #include "TarvoModel/Showing/ScanCycle.h"
@@ -40,8 +43,19 @@ struct AppServices {
     std::function<std::vector<Volume>()> mountedVolumes;
     MapModel::Folders folders;
     PreviewDesk::Make preview;
+    /// In the background: what a closer look at that kind finds; incomplete after a stop.
+    std::function<CloserLook(lumo::InventoryKind kind, const std::stop_token& stop)> look;
     /// In the background: what an explanation of the folder rests on.
     std::function<lumo::FolderEvidence(const std::string& path, const std::stop_token& end)> evidence;
+
+    /// In the background: lists and measures the whole home in a tree of it; how many entries could not be
+    /// read.
+    std::function<std::int64_t(lumo::NamedTree& tree, lumo::platform::WalkProgress& progress,
+                               const std::stop_token& stop)>
+        measure;
+    /// In the background: what stands at the path, line by line.
+    std::function<std::vector<ExplanationLine>(const std::string& path, const std::stop_token& stop)>
+        whatItIs;
 
     std::function<void(const Notification&)> notify;
     /// In the background.

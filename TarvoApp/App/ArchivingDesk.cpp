@@ -64,17 +64,20 @@ void ArchivingDesk::archive(const asked::Archive& agreed) {
             const lumo::Archiver::ArchiveControl control{
                 .expectedBytes = agreed.estimate.compressedBytes, .progress = &task->archive, .stop = stop};
             return Background::Apply(
-                [this, result = tarvo::archive(agreed.path, desk, control)] { archived(result); });
+                [this, path = agreed.path, result = tarvo::archive(agreed.path, desk, control)] {
+                    archived(path, result);
+                });
         });
 }
 
-void ArchivingDesk::archived(const std::expected<Archived, NotArchived>& result) {
+void ArchivingDesk::archived(const std::string& path, const std::expected<Archived, NotArchived>& result) {
     if (!result) {
         ground_.activity.rest();
         ground_.activity.say(result.error().reason);
         return;
     }
     const std::string shownPath = lumo::abbreviated(result->archive, ground_.services.desk.home);
+    emit scanning_.touched({path, result->archive});
     scanning_.rescan();
     ground_.activity.say(result->outcome.status == lumo::CleanupStatus::done
                              ? archivedText(shownPath, result->archiveBytes)

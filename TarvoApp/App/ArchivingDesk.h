@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <expected>
+#include <string>
 
 namespace tarvo {
 
@@ -25,7 +26,7 @@ class ArchivingDesk final : public QObject {
 
   private:
     void archive(const asked::Archive& agreed);
-    void archived(const std::expected<Archived, NotArchived>& result);
+    void archived(const std::string& path, const std::expected<Archived, NotArchived>& result);
 
     Ground ground_;
     const PlacesDesk& places_;

@@ -7,6 +7,7 @@
 #include "TarvoModel/Showing/DemoDisk.h"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <set>
 #include <string>
@@ -22,6 +23,7 @@ CleaningDesk::CleaningDesk(const Ground& ground, ScanningDesk& scanning, TickedD
         if (const auto* const asked = std::get_if<asked::Clean>(&agreed)) {
             const asked::FromFile file = asked->file.value_or(asked::FromFile());
             begin({.what = {.actions = asked->actions, .shown = asked->shown, .refused = file.refused},
+                   .chosen = asked->chosen,
                    .plan = file.plan});
         }
     });
@@ -78,14 +80,14 @@ void CleaningDesk::requestClean() {
         });
 }
 
-void CleaningDesk::requestClean(const std::vector<std::string>& items, const Asks& asks) {
-    if (ground_.question.isAsking() || !mayClean() || items.empty() || ground_.isOnlyDemo()) {
+void CleaningDesk::requestClean(const PlanRequest& request, const Asks& asks) {
+    if (ground_.question.isAsking() || !mayClean() || ground_.isOnlyDemo()) {
         return;
     }
-    ground_.background.start([this, items, asks,
-                              desk = ground_.services.desk](const std::stop_token&) -> Background::Apply {
-        return [this, asks, plan = planned({.report = nullptr, .items = items}, desk)] { ask(plan, asks); };
-    });
+    ground_.background.start(
+        [this, request, asks, desk = ground_.services.desk](const std::stop_token&) -> Background::Apply {
+            return [this, asks, plan = planned(request, desk)] { ask(plan, asks); };
+        });
 }
 
 void CleaningDesk::ask(const Plan& plan, const Asks& asks) {
@@ -119,7 +121,8 @@ void CleaningDesk::begin(const Agreed& agreed) {
 void CleaningDesk::cleanAgreed(const Agreed& agreed) {
     freeBeforeLastCleanup_ = volumes_.freeNow().value_or(0);
     run(
-        [agreed](const PlanRequest& request, const Desk& desk, const CleanupWatch& watch) {
+        [agreed](PlanRequest request, const Desk& desk, const CleanupWatch& watch) {
+            request.chosen = agreed.chosen;
             return tarvo::clean(agreed.plan ? requestForSaved(*agreed.plan, request) : request, agreed.what,
                                 desk, watch);
         },
@@ -130,30 +133,33 @@ void CleaningDesk::cleanAgreed(const Agreed& agreed) {
 
 void CleaningDesk::run(const Cleanup& cleanup, const WhenCleaned& whenDone) {
     const auto task = ground_.activity.begin(phase::Cleaning{});
-    ground_.background.start(
-        task->stop, [this, task, cleanup, whenDone, request = scanning_.planRequest(),
-                     desk = ground_.services.desk, carryOut = ground_.services.carryOut,
-                     volumeInfo = ground_.services.volumeInfo](const std::stop_token& stop) {
-            const auto tellSteps = [&](const std::vector<lumo::CleanupAction>& actions) {
-                std::vector<CleanupStep> steps;
-                for (const lumo::CleanupAction& action : actions) {
-                    steps.push_back({action.id, action.title, action.estimatedBytes});
-                }
-                ground_.background.post([task, steps] { task->steps = steps; });
-            };
-            const auto result = cleanup(request, desk,
-                                        {.onPlanned = tellSteps,
-                                         .onBegin = [&](std::size_t at) { task->action = at; },
-                                         .stop = stop,
-                                         .cancelTool = task->cancelTool.get_token(),
-                                         .carryOut = carryOut});
-            return Background::Apply([this, whenDone, result, after = volumeInfo(desk.home)] {
-                if (result) {
-                    scanning_.takeOut(ticked_.takeOut(result->outcomes));
-                }
-                whenDone(result, after);
-            });
+    ground_.background.start(task->stop, [this, task, cleanup, whenDone, request = scanning_.planRequest(),
+                                          desk = ground_.services.desk, carryOut = ground_.services.carryOut,
+                                          volumeInfo =
+                                              ground_.services.volumeInfo](const std::stop_token& stop) {
+        std::vector<std::string> touched;
+        const auto tellSteps = [&](const std::vector<lumo::CleanupAction>& actions) {
+            std::vector<CleanupStep> steps;
+            for (const lumo::CleanupAction& action : actions) {
+                steps.push_back({action.id, action.title, action.estimatedBytes});
+                std::ranges::move(lumo::CleanupExecutor::touchedPaths(action), std::back_inserter(touched));
+            }
+            ground_.background.post([task, steps] { task->steps = steps; });
+        };
+        const auto result = cleanup(request, desk,
+                                    {.onPlanned = tellSteps,
+                                     .onBegin = [&](std::size_t at) { task->action = at; },
+                                     .stop = stop,
+                                     .cancelTool = task->cancelTool.get_token(),
+                                     .carryOut = carryOut});
+        return Background::Apply([this, whenDone, result, touched, after = volumeInfo(desk.home)] {
+            emit scanning_.touched(touched);
+            if (result) {
+                scanning_.takeOut(ticked_.takeOut(result->outcomes));
+            }
+            whenDone(result, after);
         });
+    });
 }
 
 void CleaningDesk::cleaned(const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after) {

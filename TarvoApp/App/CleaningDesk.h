@@ -33,10 +33,10 @@ class CleaningDesk final : public QObject {
 
     /// Asks whether what is ticked is cleaned.
     Q_INVOKABLE void requestClean();
-    /// Asks the same of items of the inventories, by their ids, as they are now. What may not be cleaned is
-    /// left out and told. `asks` makes the question of what is left.
+    /// Asks the same of the items and the chosen paths of a request, as they are now. What may not be cleaned
+    /// is left out and told. `asks` makes the question of what is left.
     using Asks = std::function<asked::Clean(const Agreement&)>;
-    void requestClean(const std::vector<std::string>& items, const Asks& asks);
+    void requestClean(const PlanRequest& request, const Asks& asks);
     /// Tells what the last cleanup could not do.
     Q_INVOKABLE void showFailures();
     /// The cleanup of every week, which asks nobody; it finds out itself whether it is due.
@@ -63,6 +63,7 @@ class CleaningDesk final : public QObject {
     /// What the user agreed to.
     struct Agreed {
         Agreement what;
+        std::vector<std::string> chosen = {};                  ///< See `PlanRequest`.
         std::optional<std::vector<lumo::PlanEntry>> plan = {}; ///< Of a file; absent for the window's own.
     };
     void begin(const Agreed& agreed);

@@ -6,6 +6,10 @@
 
 namespace tarvo {
 
+std::string Ground::shownHome() const {
+    return isDemo() ? std::string(DemoDisk::home()) : services.desk.home;
+}
+
 bool Ground::isOnlyDemo() const {
     if (isDemo()) {
         activity.say(std::string(DemoDisk::notice()));

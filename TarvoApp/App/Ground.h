@@ -17,6 +17,8 @@ struct Ground {
     QuestionDesk& question;
 
     [[nodiscard]] bool isDemo() const { return services.mode.isDemo; }
+    /// The home that is shown: the made-up computer's where there is one.
+    [[nodiscard]] std::string shownHome() const;
     /// Where the disk is made up nothing is done: true then, and the user is told.
     [[nodiscard]] bool isOnlyDemo() const;
 };

@@ -2,7 +2,6 @@
 
 #include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/QtText.h"
-#include "TarvoModel/Flows/PuttingBack.h"
 
 #include <utility>
 
@@ -59,23 +58,31 @@ void HoldingDesk::empty(const std::vector<lumo::Holding::Batch>& agreed) {
 }
 
 void HoldingDesk::undoLastCleanup() {
-    putBackBy(undo);
+    putBackBy({}, undo);
 }
 
 void HoldingDesk::putBack(const QString& key) {
-    putBackBy([id = idOf(key)](const Desk& desk) { return restore({.ids = {id}}, desk); });
+    const PutBackRequest request{.ids = {idOf(key)}};
+    putBackBy(request, [request](const Desk& desk) { return restore(request, desk); });
 }
 
 void HoldingDesk::putBackBy(
+    const PutBackRequest& request,
     const std::function<lumo::Result<lumo::TrashOperationResult>(const Desk&)>& restore) {
-    const bool hasBegun = change(Words{"Devolviendo a su sitio…", "Putting back…"}.in(),
-                                 [restore](const Desk& desk) -> lumo::Result<Changed> {
-                                     const auto restored = restore(desk);
-                                     if (!restored) {
-                                         return std::unexpected(restored.error());
-                                     }
-                                     return Changed{.notice = restoredText(*restored), .putsBack = true};
-                                 });
+    const bool hasBegun =
+        change(Words{"Devolviendo a su sitio…", "Putting back…"}.in(),
+               [request, restore](const Desk& desk) -> lumo::Result<Changed> {
+                   const auto meant = itemsMeant(request, desk);
+                   const auto restored = restore(desk);
+                   if (!restored) {
+                       return std::unexpected(restored.error());
+                   }
+                   Changed changed{.notice = restoredText(*restored), .putsBack = true};
+                   for (const auto& item : meant.value_or(std::vector<lumo::TrashedItem>())) {
+                       changed.touched.push_back(item.original);
+                   }
+                   return changed;
+               });
     if (hasBegun) {
         celebration_.forget();
     }
@@ -110,6 +117,7 @@ void HoldingDesk::say(const lumo::Result<Changed>& changed) {
     if (changed->putsBack) {
         ticked_.putBack();
     }
+    emit scanning_.touched(changed->touched);
     scanning_.rescan();
     ground_.activity.say(changed->notice);
 }

@@ -4,12 +4,14 @@
 #include "TarvoApp/App/Ground.h"
 #include "TarvoApp/App/ScanningDesk.h"
 #include "TarvoApp/App/TickedDesk.h"
+#include "TarvoModel/Flows/PuttingBack.h"
 
 #include <QObject>
 #include <QString>
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace tarvo {
 
@@ -47,12 +49,14 @@ class HoldingDesk final : public QObject {
     struct Changed {
         std::string notice;
         std::int64_t freed = 0;
-        bool putsBack = false; ///< Something that was set aside is where it was.
+        bool putsBack = false;                 ///< Something that was set aside is where it was.
+        std::vector<std::string> touched = {}; ///< The absolute paths where that may be.
     };
     /// Runs the change in the background, says what came of it, and scans again; false when it cannot begin.
     bool change(const std::string& doing, const std::function<lumo::Result<Changed>(const Desk&)>& change);
-    /// The same for what puts something back.
-    void putBackBy(const std::function<lumo::Result<lumo::TrashOperationResult>(const Desk&)>& restore);
+    /// The same for what puts something back, which the request means.
+    void putBackBy(const PutBackRequest& request,
+                   const std::function<lumo::Result<lumo::TrashOperationResult>(const Desk&)>& restore);
     void empty(const std::vector<lumo::Holding::Batch>& agreed);
     void say(const lumo::Result<Changed>& changed);
 

@@ -46,6 +46,8 @@ void ListDesk::setSearchText(const QString& text) {
 
 void ListDesk::widenFor(const QString& key) {
     if (rows_.indexOf(key) < 0) {
+        const auto row = std::ranges::find(ticked_.rows(), idOf(key), &Row::id);
+        view_.kind = row != ticked_.rows().end() ? row->kind : std::nullopt;
         view_.group.reset();
         view_.searched.clear();
         searchText_.clear();
@@ -61,19 +63,33 @@ int ListDesk::onlyGroup() const {
 void ListDesk::toggleGroup(int group) {
     const auto wanted = Kinds::groupOf(static_cast<Kinds::Group>(group));
     view_.group = view_.group == wanted ? std::nullopt : std::optional(wanted);
+    view_.kind.reset();
     viewHasChanged();
 }
 
 void ListDesk::showAllGroups() {
-    if (view_.group) {
+    if (view_.group || view_.kind) {
         view_.group.reset();
+        view_.kind.reset();
         viewHasChanged();
     }
 }
 
 bool ListDesk::hasGroup(int group) const {
-    return std::ranges::find(ticked_.rows(), Kinds::groupOf(static_cast<Kinds::Group>(group)), &Row::group) !=
-           ticked_.rows().end();
+    const Row any{.group = Kinds::groupOf(static_cast<Kinds::Group>(group))};
+    return std::ranges::any_of(ticked_.rows(), [&](const Row& row) { return haveOneHead(row, any); });
+}
+
+int ListDesk::onlyKind() const {
+    return view_.kind ? static_cast<int>(*view_.kind) : -1;
+}
+
+void ListDesk::showKind(int kind) {
+    if (kind != onlyKind()) {
+        view_.kind = kind < 0 ? std::nullopt : std::optional(static_cast<lumo::InventoryKind>(kind));
+        view_.group.reset();
+        viewHasChanged();
+    }
 }
 
 int ListDesk::order() const {

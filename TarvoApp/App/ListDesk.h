@@ -22,6 +22,8 @@ class ListDesk final : public QObject {
     Q_PROPERTY(int focusSearch READ focusSearch NOTIFY searchChanged)
     /// See `Kinds::Group` and `Kinds::Order`; -1 while the list shows all groups.
     Q_PROPERTY(int onlyGroup READ onlyGroup NOTIFY viewChanged)
+    /// The kind of items that the list shows; -1 while it shows what the scan found.
+    Q_PROPERTY(int onlyKind READ onlyKind NOTIFY viewChanged)
     Q_PROPERTY(int order READ order WRITE setOrder NOTIFY viewChanged)
     /// What is said of the rows that are chosen together; empty for none.
     Q_PROPERTY(QString chosenText READ chosenText NOTIFY chosenChanged)
@@ -33,7 +35,9 @@ class ListDesk final : public QObject {
     Q_INVOKABLE void search() { ++focusSearch_, emit searchChanged(); }
     /// Shows the rows and tiles of that group alone, or all again.
     Q_INVOKABLE void toggleGroup(int group);
-    /// Shows all groups.
+    /// Shows the items of that kind alone, or again what the scan found with -1.
+    Q_INVOKABLE void showKind(int kind);
+    /// Shows all groups of what the scan found.
     Q_INVOKABLE void showAllGroups();
     /// Whether there are rows of the group.
     Q_INVOKABLE [[nodiscard]] bool hasGroup(int group) const;
@@ -52,6 +56,7 @@ class ListDesk final : public QObject {
     void setSearchText(const QString& text);
     [[nodiscard]] int focusSearch() const { return focusSearch_; }
     [[nodiscard]] int onlyGroup() const;
+    [[nodiscard]] int onlyKind() const;
     [[nodiscard]] int order() const;
     void setOrder(int order);
     [[nodiscard]] QString chosenText() const;

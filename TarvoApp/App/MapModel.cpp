@@ -62,11 +62,14 @@ void MapModel::findOpenable() {
                        number = ++rowsShown_](const std::stop_token&) -> Background::Apply {
         std::set<Paths> openable;
         std::ranges::copy_if(all, std::inserter(openable, openable.end()), canOpen);
-        return [this, openable, number] {
+        return [this, openable = std::move(openable), number]() mutable {
+            // While rows come one look after the other, what is known of the earlier ones holds.
             if (number == rowsShown_) {
-                openable_ = openable;
-                tellChanged({canZoomRole, statusRole});
+                openable_ = std::move(openable);
+            } else {
+                openable_.merge(openable);
             }
+            tellChanged({canZoomRole, statusRole});
         };
     });
 }
@@ -214,6 +217,39 @@ void MapModel::open(const std::string& title, const std::vector<std::string>& pa
                 .isFromTop = true});
 }
 
+void MapModel::follow(const std::string& path) {
+    const Paths paths{path};
+    const auto known = insideCache_.find(paths);
+    const Paths& shown = known == insideCache_.end() ? paths : known->second.listing.paths;
+    const auto level = std::ranges::find(zoomStack_, shown, &ZoomLevel::paths);
+    if (level != zoomStack_.end()) {
+        zoomOut(static_cast<int>(level - zoomStack_.begin()) + 1);
+        return;
+    }
+    if (zoomLoading_) {
+        stopListing();
+    }
+    const bool isInside = !zoomStack_.empty() && zoomStack_.back().paths.size() == 1 &&
+                          lumo::isInside(path, zoomStack_.back().paths.front());
+    Wanted wanted{.title = std::string(lumo::fileName(path)),
+                  .paths = paths,
+                  .safety = {},
+                  .whenUnreadable = [] {},
+                  .place = {},
+                  .isApart = !isInside || zoomStack_.back().isApart,
+                  .isFromTop = !isInside};
+    if (isInside && !wanted.isApart) {
+        wanted.safety = zoomStack_.back().safety;
+    }
+    const auto tile = std::ranges::find(items(), DiskMap::insideID(path), &LaidTile::id);
+    if (isInside && tile != items().end()) {
+        wanted.place = tile->place;
+    }
+    if (!closed_.contains(paths)) {
+        openWanted(std::move(wanted));
+    }
+}
+
 void MapModel::openWanted(Wanted wanted) {
     const auto known = insideCache_.find(wanted.paths);
     if (known != insideCache_.end()) {
@@ -279,6 +315,7 @@ void MapModel::push(const Wanted& wanted, const Inside& inside) {
                           .known = inside.known});
     rebuild();
     emit zoomChanged();
+    emit travelled();
 }
 
 void MapModel::zoomOut(int depth) {
@@ -292,6 +329,7 @@ void MapModel::zoomOut(int depth) {
         rebuild();
     }
     emit zoomChanged();
+    emit travelled();
 }
 
 int MapModel::neighbour(int index, int dx, int dy) const {

@@ -111,6 +111,10 @@ class MapModel final : public KeyedList<LaidTile> {
     void open(const std::string& title, const std::vector<std::string>& paths,
               const std::function<void()>& whenUnreadable);
 
+    /// Shows the folder at that path, to which somebody has gone elsewhere; where there is nothing to be seen
+    /// the map stays. In a folder that is shown it is one more level.
+    void follow(const std::string& path);
+
     /// Makes some of the tiles that a full map will want, so that they need not all be made in one frame.
     Q_INVOKABLE void makeSpare();
     [[nodiscard]] bool wantsSpare() const { return rowCount() < static_cast<int>(DiskMap::mostTiles); }
@@ -148,6 +152,8 @@ class MapModel final : public KeyedList<LaidTile> {
     void couldNotOpen(const QString& title);
     void tilesChanged();
     void zoomChanged();
+    /// Another level is shown, because somebody wanted it.
+    void travelled();
 
   private:
     using Paths = std::vector<std::string>;

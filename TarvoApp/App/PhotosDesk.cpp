@@ -211,7 +211,7 @@ void PhotosDesk::setAside() {
             ids.push_back(photo.id);
         }
     }
-    cleaning_.requestClean(ids, [](const Agreement& wanted) {
+    cleaning_.requestClean({.report = nullptr, .items = ids}, [](const Agreement& wanted) {
         return asked::Clean{.actions = wanted.actions, .shown = wanted.shown, .isFromPhotos = true};
     });
 }

@@ -41,8 +41,11 @@ void RowList::measure(const std::vector<Row>& rows) {
     for (const Row& row : rows) {
         largest_ = std::max(largest_, row.bytes);
     }
-    for (const RowGroup group : {RowGroup::safe, RowGroup::review, RowGroup::keep, RowGroup::unclassified}) {
-        groupAmounts_[group] = groupAmount(group, rows);
+    amounts_.clear();
+    for (const Row& row : rows) {
+        if (!amounts_.contains(headOf(row))) {
+            amounts_[headOf(row)] = amountWith(row, rows);
+        }
     }
 }
 
@@ -116,11 +119,11 @@ QVariant RowList::data(const QModelIndex& index, int role) const {
     case groupRole:
         return static_cast<int>(Kinds::of(row.group));
     case groupTitleRole:
-        return shown(groupTitle(row.group));
+        return shown(headOf(row));
     case firstRole:
-        return index.row() == 0 || rows()[static_cast<std::size_t>(index.row()) - 1].group != row.group;
+        return index.row() == 0 || !haveOneHead(rows()[static_cast<std::size_t>(index.row()) - 1], row);
     case groupBytesRole:
-        return shown(groupAmounts_.at(row.group));
+        return shown(amounts_.at(headOf(row)));
     case stateRole:
         return static_cast<int>(Kinds::of(plan_.stateOf(row.id)));
     case reasonRole:
@@ -133,6 +136,8 @@ QVariant RowList::data(const QModelIndex& index, int role) const {
         return evidenceOf(row);
     case factsRole:
         return factsOfRow(row);
+    case commandRole:
+        return shown(row.command.value_or(""));
     case chosenRole:
         return chosen_.contains(row.id);
     default:
@@ -156,6 +161,7 @@ QHash<int, QByteArray> RowList::roleNames() const {
             {explanationRole, "explanation"},
             {evidenceRole, "evidence"},
             {factsRole, "facts"},
+            {commandRole, "command"},
             {chosenRole, "chosen"}};
 }
 

@@ -34,6 +34,7 @@ class RowList final : public KeyedList<Row> {
         explanationRole, ///< A map; empty while there is none.
         evidenceRole,    ///< What the explanation rests on, in lines; empty until it was asked for.
         factsRole,       ///< How it is freed, its files, its last change: maps with label and text.
+        commandRole,     ///< What an administrator can run instead; empty for most.
         chosenRole       ///< Whether the row is one of several that are chosen together.
     };
 
@@ -75,7 +76,7 @@ class RowList final : public KeyedList<Row> {
     std::string home_;
     std::set<std::string> chosen_;
     std::int64_t largest_ = 1;
-    std::map<RowGroup, std::string> groupAmounts_;
+    std::map<std::string, std::string> amounts_; ///< By the rows' heads.
 };
 
 } // namespace tarvo

@@ -29,6 +29,7 @@ ScanningDesk::ScanningDesk(const Ground& ground, const VolumesDesk& volumes, QOb
 void ScanningDesk::scan() {
     if (!ground_.activity.isBusy()) {
         ground_.settings.reload();
+        emit wanted();
         rescan();
     }
 }

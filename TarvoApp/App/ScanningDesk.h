@@ -14,6 +14,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace tarvo {
 
@@ -64,6 +65,10 @@ class ScanningDesk final : public QObject {
   signals:
     void reportChanged();
     void statusChanged();
+    /// Somebody wants to know what is on the disk now; a scan follows.
+    void wanted();
+    /// What stands at these absolute paths was changed by the application. A scan may follow.
+    void touched(const std::vector<std::string>& paths);
     /// A scan begins: what was known of folders may be no longer true.
     void beginning();
     /// A pass has ended with this; the listener takes out what it wants.

@@ -14,12 +14,38 @@ TickedDesk::TickedDesk(const Ground& ground, QObject* parent) : QObject(parent),
 
 void TickedDesk::take(ShownPlan plan) {
     emptied_.leaveOut(plan.entries, plan.defaults, plan.rows);
-    rows_ = std::move(plan.rows);
-    shown_ = std::move(plan.shown);
+    planned_ = std::move(plan.entries);
+    plannedRows_ = std::move(plan.rows);
+    plannedShown_ = std::move(plan.shown);
     recoverable_ = plan.recoverable;
-    reachable_ = Goal::reachable(plan.entries);
     hasPlan_ = true;
-    plan_.take(std::move(plan.entries), std::move(plan.defaults));
+    show(std::move(plan.defaults));
+}
+
+void TickedDesk::takeItems(ShownItems items) {
+    items_ = std::move(items);
+    show(plan_.defaultSelection());
+}
+
+void TickedDesk::show(Selection defaults) {
+    giveTiles(items_.rows, plannedRows_, ground_.shownHome());
+    rows_ = plannedRows_;
+    rows_.insert(rows_.end(), items_.rows.begin(), items_.rows.end());
+    shown_ = plannedShown_;
+    shown_.insert(items_.shown.begin(), items_.shown.end());
+    std::vector<lumo::PlanEntry> entries = planned_;
+    entries.insert(entries.end(), items_.entries.begin(), items_.entries.end());
+    // What another row stands for is reached by that.
+    std::set<std::string> covered;
+    for (const Row& row : items_.rows) {
+        if (!row.hasTile && !row.paths.empty()) {
+            covered.insert(row.id);
+        }
+    }
+    std::vector<lumo::PlanEntry> apart = entries;
+    std::erase_if(apart, [&](const lumo::PlanEntry& entry) { return covered.contains(entry.action.id); });
+    reachable_ = Goal::reachable(apart);
+    plan_.take(std::move(entries), std::move(defaults));
     emit planChanged();
     ticksHaveChanged();
 }
@@ -28,11 +54,15 @@ std::set<std::string> TickedDesk::takeOut(const std::vector<lumo::CleanupOutcome
     std::set<std::string> done = emptied_.take(outcomes);
     plan_.forget(done);
     ticksHaveChanged();
+    emit taken(done);
     return done;
 }
 
 void TickedDesk::hide(const std::set<std::string>& ids) {
-    if (std::erase_if(rows_, [&](const Row& row) { return ids.contains(row.id); }) > 0) {
+    const auto isHidden = [&](const Row& row) { return ids.contains(row.id); };
+    std::erase_if(plannedRows_, isHidden);
+    std::erase_if(items_.rows, isHidden);
+    if (std::erase_if(rows_, isHidden) > 0) {
         emit planChanged();
     }
 }

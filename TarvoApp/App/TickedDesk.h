@@ -3,6 +3,7 @@
 #include "TarvoApp/App/Ground.h"
 #include "TarvoModel/Flows/ScanResult.h"
 #include "TarvoModel/Showing/Emptied.h"
+#include "TarvoModel/Showing/ItemRows.h"
 #include "TarvoModel/Showing/TickedPlan.h"
 
 #include <QObject>
@@ -39,6 +40,8 @@ class TickedDesk final : public QObject {
 
     /// Takes over a new plan; what is ticked is reconciled with it.
     void take(ShownPlan plan);
+    /// Takes over what closer looks found, which joins the plan: its actions come after the plan's.
+    void takeItems(ShownItems items);
     /// Takes out what a cleanup has taken; the ids of that.
     std::set<std::string> takeOut(const std::vector<lumo::CleanupOutcome>& outcomes);
     /// Shows those rows no more, until the next plan: a cleanup has been there.
@@ -57,7 +60,7 @@ class TickedDesk final : public QObject {
     Q_INVOKABLE void lowerGoal();
 
     [[nodiscard]] const TickedPlan& plan() const { return plan_; }
-    /// All rows, whatever is searched for.
+    /// All rows, whatever is searched for: those of the plan, then those of the items.
     [[nodiscard]] const std::vector<Row>& rows() const { return rows_; }
     /// What is ticked, with what its paths meant when they were shown.
     [[nodiscard]] Agreement agreement() const {
@@ -86,13 +89,21 @@ class TickedDesk final : public QObject {
     void changed();
     /// There are other rows.
     void planChanged();
+    /// A cleanup has taken these.
+    void taken(const std::set<std::string>& ids);
 
   private:
+    /// Shows that plan, with those ticked by itself, and the items.
+    void show(Selection defaults);
     void ticksHaveChanged();
 
     Ground ground_;
     TickedPlan plan_;
     Emptied emptied_;
+    std::vector<lumo::PlanEntry> planned_; ///< Without the items.
+    std::vector<Row> plannedRows_;
+    lumo::ResolvedPaths plannedShown_;
+    ShownItems items_;
     std::vector<Row> rows_;
     CleanupShares shares_;
     lumo::ResolvedPaths shown_;

@@ -2,34 +2,62 @@ import QtQuick
 import QtQuick.Layouts
 import Tarvo
 
-// The way into the folder that the map shows, and back.
+// The way into the folder that is shown, and back.
 RowLayout {
     id: way
+
+    // Where the way begins, and the help of that.
+    required property string start
+    property string help: ""
+    required property var titles
+    required property var amounts
+    // How many of the last folders are named; the way back to the others is one button.
+    property int most: 100
+    property bool loading: false
+    property string note: ""
+
+    readonly property int depth: titles.length
+
+    signal backWanted(depth: int)
+    signal stopWanted
 
     spacing: 2
 
     PlainButton {
-        Accessible.name: Words.backTo.arg(Words.disk)
-        enabled: App.map.depth > 0
-        help: Words.escapeHelp
+        Accessible.name: Words.backTo.arg(way.start)
+        enabled: way.depth > 0
+        help: way.help
         kind: PlainButton.Link
         opacity: 1
-        text: Words.disk
+        text: way.start
 
-        onClicked: App.map.zoomOut(0)
+        onClicked: way.backWanted(0)
+    }
+    PlainButton {
+        readonly property int at: way.depth - way.most - 1
+        readonly property string folder: at >= 0 ? way.titles[at] : ""
+
+        Accessible.name: Words.backTo.arg(folder)
+        help: folder
+        kind: PlainButton.Link
+        text: "…"
+        visible: way.depth > way.most
+
+        onClicked: way.backWanted(way.depth - way.most)
     }
     Repeater {
-        model: App.map.zoomTitles
+        model: way.titles
 
         RowLayout {
             id: step
 
             required property int index
             required property string modelData
-            readonly property bool last: index === App.map.depth - 1
-            readonly property string amount: App.map.zoomAmounts[index] || ""
+            readonly property bool last: index === way.depth - 1 // qmllint disable unqualified
+            readonly property string amount: way.amounts[index] || "" // qmllint disable unqualified
 
             spacing: 2
+            visible: index >= way.depth - way.most // qmllint disable unqualified
 
             Glyph {
                 Layout.preferredHeight: Layout.preferredWidth
@@ -39,14 +67,14 @@ RowLayout {
             }
             PlainButton {
                 Accessible.name: (step.last ? step.modelData : Words.backTo.arg(step.modelData)) + ", " + step.amount
-                Layout.maximumWidth: Math.round(200 * Theme.scale)
+                Layout.maximumWidth: Math.round(Math.min(200 * Theme.scale, way.width * 0.4)) // qmllint disable unqualified
                 enabled: !step.last
                 font.weight: step.last ? Font.DemiBold : Font.Normal
                 kind: PlainButton.Link
                 opacity: 1
                 text: step.modelData
 
-                onClicked: App.map.zoomOut(step.index + 1)
+                onClicked: way.backWanted(step.index + 1) // qmllint disable unqualified
             }
             Line {
                 Accessible.ignored: true
@@ -56,7 +84,7 @@ RowLayout {
                 font.pixelSize: Theme.small
                 text: step.amount
                 // Of a long way the end is what counts.
-                visible: step.last || App.map.depth < 3
+                visible: step.last || way.depth < 3 && way.most > 2 // qmllint disable unqualified
             }
         }
     }
@@ -64,14 +92,14 @@ RowLayout {
         name: Words.stop
         shape: "stop"
         side: Math.round(24 * Theme.scale)
-        visible: App.map.zoomLoading
+        visible: way.loading
 
-        onClicked: App.map.zoomOut(App.map.depth)
+        onClicked: way.stopWanted()
     }
     Line {
         Layout.fillWidth: true
         color: Theme.secondaryText
         font.pixelSize: Theme.small
-        text: App.map.zoomLoading ? Words.opening : App.map.skippedText ? Words.skipped.arg(App.map.skippedText) : ""
+        text: way.note
     }
 }

@@ -194,6 +194,10 @@ void Desktop::copyPath(const QString& key) {
     QGuiApplication::clipboard()->setText(shown(app_.places()->pathOf(key)));
 }
 
+void Desktop::copyText(const QString& text) {
+    QGuiApplication::clipboard()->setText(text);
+}
+
 void Desktop::protectFolder(const QUrl& folder) {
     app_.settings()->protectPath(pathOf(folder));
 }

@@ -56,6 +56,7 @@ class Desktop : public QObject {
     /// Opens it with the desktop's program for such things.
     Q_INVOKABLE void open(const QString& key);
     Q_INVOKABLE void copyPath(const QString& key);
+    Q_INVOKABLE void copyText(const QString& text);
     /// Protects the folder that a dialog of the desktop chose.
     Q_INVOKABLE void protectFolder(const QUrl& folder);
 

@@ -27,10 +27,27 @@ ApplicationWindow {
     readonly property int searchAsked: App.list.focusSearch
     readonly property string rowAsked: App.places.scrollToRow
 
-    onRowAskedChanged: if (rowAsked.length > 0) tabs.currentIndex = 1
+    // What is seen where there is no room for the map and the list: as the tabs are.
+    property int pane: 0
+    readonly property bool exploring: App.explorer.open
+
+    function choosePane(wanted: int) {
+        pane = wanted;
+        if (wanted > 0)
+            App.explorer.open = wanted === 2;
+    }
+    function explore() {
+        choosePane(2);
+        explorer.takeFocus();
+    }
+
+    onRowAskedChanged: if (rowAsked.length > 0) choosePane(1)
     onSearchAskedChanged: {
-        tabs.currentIndex = 1;
-        list.takeSearch();
+        choosePane(exploring ? 2 : 1);
+        if (exploring)
+            explorer.takeFilter();
+        else
+            list.takeSearch();
     }
 
     function comeBack() {
@@ -93,6 +110,7 @@ ApplicationWindow {
         onSettingsWanted: window.openSettings()
         onGrowthWanted: sides.openGrowth()
         onPhotosWanted: sides.openPhotos()
+        onExploreWanted: window.explore()
         onHistoryWanted: sides.openHistory()
         onOpenWanted: files.open()
         onSavePlanWanted: files.savePlan()
@@ -159,13 +177,14 @@ ApplicationWindow {
             onDetailsWanted: App.cleaning.showFailures()
         }
         PaneTabs {
-            id: tabs
-
-            objectName: "panes"
             Layout.bottomMargin: window.low ? 4 : 8
             Layout.leftMargin: 24
-            Layout.preferredWidth: Math.round(240 * Theme.scale)
+            Layout.preferredWidth: Math.round(330 * Theme.scale)
+            currentIndex: window.pane
+            panes: [Words.map, Words.list, SideWords.explore]
             visible: window.narrow && window.hasRows
+
+            onChosen: pane => window.choosePane(pane)
         }
         RowLayout {
             Layout.bottomMargin: window.gap
@@ -179,20 +198,47 @@ ApplicationWindow {
             MapView {
                 Layout.fillHeight: true
                 Layout.fillWidth: true
-                visible: !window.narrow || tabs.currentIndex === 0
+                // Rather a narrow map than a list beyond the window's edge.
+                Layout.minimumWidth: 0
+                visible: !window.narrow || window.pane === 0
 
                 onMenuWanted: (key, at) => menu.openFor(key, at)
             }
-            RowListView {
-                id: list
-
+            ColumnLayout {
                 Layout.fillHeight: true
                 Layout.fillWidth: window.narrow
-                Layout.preferredWidth: Math.min(window.width * 0.37, 560)
-                visible: !window.narrow || tabs.currentIndex === 1
+                Layout.preferredWidth: Math.min(window.width * 0.37, 560) + (window.exploring ? 0 : list.sideWidth)
+                spacing: 6
+                visible: !window.narrow || window.pane > 0
 
-                onGrowthWanted: sides.openGrowth()
-                onMenuWanted: (key, at) => menu.openFor(key, at)
+                PaneTabs {
+                    Layout.preferredWidth: Math.round(220 * Theme.scale)
+                    currentIndex: window.exploring ? 1 : 0
+                    panes: [Words.list, SideWords.explore]
+                    visible: !window.narrow
+
+                    onChosen: pane => window.choosePane(pane + 1)
+                }
+                RowListView {
+                    id: list
+
+                    Layout.fillHeight: true
+                    Layout.fillWidth: true
+                    roomy: window.narrow || window.width >= 1360
+                    visible: !window.exploring
+
+                    onGrowthWanted: sides.openGrowth()
+                    onMenuWanted: (key, at) => menu.openFor(key, at)
+                }
+                ExplorerView {
+                    id: explorer
+
+                    Layout.fillHeight: true
+                    Layout.fillWidth: true
+                    visible: window.exploring
+
+                    onMenuWanted: (row, at) => menu.openForEntry(row, at)
+                }
             }
         }
         EmptyState {
@@ -225,6 +271,7 @@ ApplicationWindow {
 
         onGrowthWanted: sides.openGrowth()
         onPhotosWanted: sides.openPhotos()
+        onExploreWanted: window.explore()
         onHistoryWanted: sides.openHistory()
         onOpenWanted: files.open()
         onSavePlanWanted: files.savePlan()

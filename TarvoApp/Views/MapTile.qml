@@ -28,7 +28,8 @@ Item {
     property bool slides: true
     // Kept for a map with more tiles.
     readonly property bool spare: key.length === 0
-    // False while there is more to be made than one frame has time for; the tile's face stays once it is made.
+    // False while there is more to be made than one frame has time for. The tile's face stays once it is made, until
+    // the tile is not needed: 150 faces that are all written anew when a map comes back take longer than a frame.
     property bool filled: true
     property bool made: false
     // Colors alone: writing at a new size for every frame takes longer than a frame has.
@@ -70,8 +71,9 @@ Item {
     y: place.y
     z: activeFocus ? 1 : 0
 
-    Component.onCompleted: made = made || filled
-    onFilledChanged: made = made || filled
+    Component.onCompleted: made = !spare && filled
+    onFilledChanged: made = !spare && (made || filled)
+    onSpareChanged: made = !spare && filled
 
     Accessible.onPressAction: act()
     Accessible.onToggleAction: act()

@@ -60,7 +60,16 @@ ColumnLayout {
         Breadcrumb {
             Layout.fillWidth: true
             Layout.leftMargin: -6
+            amounts: App.map.zoomAmounts
+            help: Words.escapeHelp
+            loading: App.map.zoomLoading
+            note: App.map.zoomLoading ? Words.opening : App.map.skippedText ? Words.skipped.arg(App.map.skippedText) : ""
+            start: Words.disk
+            titles: App.map.zoomTitles
             visible: App.map.depth > 0 || App.map.zoomLoading
+
+            onBackWanted: depth => App.map.zoomOut(depth)
+            onStopWanted: App.map.zoomOut(App.map.depth)
         }
         ToggleBox {
             id: whole
@@ -85,7 +94,7 @@ ColumnLayout {
         }
         Legend {
             // Where the way into a folder needs the room, the words are in the tips.
-            compact: (App.map.depth > 0 || App.map.zoomLoading) && view.width < 1000 * Theme.scale
+            compact: view.width < (App.map.depth > 0 || App.map.zoomLoading ? 1000 : 600) * Theme.scale
         }
         Item {
             Layout.fillWidth: true

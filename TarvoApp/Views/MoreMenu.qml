@@ -14,6 +14,7 @@ PlainMenu {
     signal historyWanted
     signal growthWanted
     signal photosWanted
+    signal exploreWanted
 
     function openFor(at: Item) {
         popup(at, at.width - width, at.height + 4);
@@ -42,6 +43,12 @@ PlainMenu {
         onTriggered: menu.savePlanWanted()
     }
     MenuSeparator {}
+    PlainMenuItem {
+        keys: "Ctrl+E"
+        text: SideWords.explore
+
+        onTriggered: menu.exploreWanted()
+    }
     PlainMenuItem {
         keys: "Ctrl+P"
         text: SideWords.photos

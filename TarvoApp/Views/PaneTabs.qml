@@ -2,9 +2,13 @@ import QtQuick
 import QtQuick.Controls.Basic
 import Tarvo
 
-// Map or list, where the window is too narrow for both.
+// What is seen beside the map, or instead of it where the window is too narrow for both.
 TabBar {
     id: bar
+
+    required property list<string> panes
+
+    signal chosen(pane: int)
 
     component Tab: TabButton {
         id: tab
@@ -40,10 +44,16 @@ TabBar {
     background: Item {}
     spacing: 4
 
-    Tab {
-        text: Words.map
-    }
-    Tab {
-        text: Words.list
+    Repeater {
+        model: bar.panes
+
+        Tab {
+            required property int index
+            required property string modelData
+
+            text: modelData
+
+            onClicked: bar.chosen(index) // qmllint disable unqualified
+        }
     }
 }

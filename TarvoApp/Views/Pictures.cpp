@@ -88,6 +88,17 @@ class Photographer {
     bool isSaved_ = true;
 };
 
+/// The explorer with something marked.
+void takeExplorer(Photographer& photographer, MainWindow& windows, AppModel& app) {
+    QMetaObject::invokeMethod(windows.window(), "explore");
+    wait(patience, [&] { return app.explorer()->entries()->count() > 1; });
+    app.explorer()->toggleMark(1);
+    photographer.takeBoth(windows.window(), QStringLiteral("explorer"));
+    app.explorer()->clearMarks();
+    app.explorer()->setOpen(false);
+    windows.window()->setProperty("pane", 1);
+}
+
 void takeSettings(Photographer& photographer, MainWindow& windows) {
     QQuickWindow* const settings = windows.open(MainWindow::Side::settings);
     const QStringList tabs{"general", "cleaning", "alerts", "ai", "about"};
@@ -133,6 +144,14 @@ void takeDetails(Photographer& photographer, MainWindow& windows, AppModel& app)
     wait(patience, [&] { return app.places()->flashRow().isEmpty(); });
 }
 
+/// What a closer look found of one kind.
+void takeItems(Photographer& photographer, MainWindow& windows, AppModel& app) {
+    wait(patience, [&] { return !app.items()->isLooking(); });
+    app.list()->showKind(static_cast<int>(lumo::InventoryKind::large));
+    photographer.takeBoth(windows.window(), QStringLiteral("items"));
+    app.list()->showKind(-1);
+}
+
 /// What the cleanups did, and how things grew.
 void takeLookingBack(Photographer& photographer, MainWindow& windows, AppModel& app) {
     QQuickWindow* const history = windows.open(MainWindow::Side::history);
@@ -175,6 +194,8 @@ bool takePictures(MainWindow& windows, AppModel& app, const QString& folder) {
     wait(patience, [&] { return app.scanning()->hasReport() && !app.activity()->isBusy(); });
     photographer.takeBoth(window, QStringLiteral("main"));
     takeDetails(photographer, windows, app);
+    takeItems(photographer, windows, app);
+    takeExplorer(photographer, windows, app);
     takeSettings(photographer, windows);
     takeHelp(photographer, windows, app);
     takeLookingBack(photographer, windows, app);
@@ -186,9 +207,7 @@ bool takePictures(MainWindow& windows, AppModel& app, const QString& folder) {
     photographer.takeBoth(window, QStringLiteral("celebration"));
     app.celebrating()->closeCelebration();
     takeOverlays(photographer, windows, app);
-    if (auto* const panes = window->findChild<QObject*>(QStringLiteral("panes"))) {
-        panes->setProperty("currentIndex", 0);
-    }
+    window->setProperty("pane", 0);
     app.map()->zoomInto(openableKey(*app.map()));
     wait(patience, [&] { return app.map()->depth() > 0; });
     wait(travelling, [] { return false; });

@@ -2,15 +2,29 @@ import QtQuick
 import QtQuick.Controls.Basic
 import Tarvo
 
-// What can be done with a row or a tile.
+// What can be done with a row, a tile or an entry of the explorer.
 PlainMenu {
     id: menu
 
     property string key: ""
     property var can: ({})
+    // Of an entry, which may be elsewhere in its list by the time something is chosen.
+    property bool ofEntry: false
+    property bool isFolder: false
+    property bool isMarked: false
 
-    // At the item that has the focus, or where the pointer is.
+    function openForEntry(row: ExplorerRow, at: Item) {
+        ofEntry = true;
+        isFolder = row.isFolder;
+        isMarked = row.isMarked;
+        show(row.key, at);
+    }
     function openFor(wanted: string, at: Item) {
+        ofEntry = false;
+        show(wanted, at);
+    }
+    // At the item that has the focus, or where the pointer is.
+    function show(wanted: string, at: Item) {
         key = wanted;
         can = App.places.offers(wanted);
         if (at) {
@@ -22,22 +36,23 @@ PlainMenu {
     }
 
     PlainMenuItem {
-        enabled: menu.can.tick === true
-        text: Words.tickText(menu.can.ticked === true, menu.can.tickOf || "")
+        enabled: menu.ofEntry || menu.can.tick === true
+        text: !menu.ofEntry ? Words.tickText(menu.can.ticked === true, menu.can.tickOf || "")
+            : menu.isMarked ? SideWords.unmark : SideWords.mark
 
-        onTriggered: App.places.toggle(menu.key)
+        onTriggered: menu.ofEntry ? App.explorer.toggleMark(App.explorer.rowOf(menu.key)) : App.places.toggle(menu.key)
     }
     PlainMenuItem {
-        enabled: menu.can.zoom === true
-        text: Words.zoom
+        enabled: menu.ofEntry ? menu.isFolder : menu.can.zoom === true
+        text: menu.ofEntry ? SideWords.goIn : Words.zoom
 
-        onTriggered: App.map.zoomInto(menu.key)
+        onTriggered: menu.ofEntry ? App.explorer.enter(App.explorer.rowOf(menu.key)) : App.map.zoomInto(menu.key)
     }
     PlainMenuItem {
-        enabled: menu.can.explain === true
+        enabled: menu.ofEntry || menu.can.explain === true
         text: Words.explainThis
 
-        onTriggered: App.places.explain(menu.key)
+        onTriggered: menu.ofEntry ? App.explorer.explain(App.explorer.rowOf(menu.key)) : App.places.explain(menu.key)
     }
     PlainMenuItem {
         enabled: menu.can.preview === true
@@ -65,6 +80,18 @@ PlainMenu {
         onTriggered: Desktop.copyPath(menu.key)
     }
     MenuSeparator {}
+    PlainMenuItem {
+        enabled: App.cleaning.mayClean
+        height: visible ? implicitHeight : 0
+        text: SideWords.setAside
+        visible: menu.ofEntry
+
+        onTriggered: {
+            const row = App.explorer.rowOf(menu.key);
+            if (row >= 0)
+                App.explorer.setAside(row);
+        }
+    }
     PlainMenuItem {
         enabled: menu.can.archive === true
         text: Words.archive

@@ -1,7 +1,7 @@
 import QtQuick
 import Tarvo
 
-// What a row takes, for a person to read and as a part of the largest one.
+// What a row takes, for a person to read and as a part of the largest one. Less than 0 is no group.
 Item {
     id: amount
 
@@ -25,7 +25,7 @@ Item {
     ShareBar {
         anchors.bottom: parent.bottom
         anchors.right: parent.right
-        ink: Theme.groups[amount.group]
+        ink: amount.group >= 0 ? Theme.groups[amount.group] : Theme.secondaryText
         share: amount.share
         width: amount.barWidth
     }

@@ -22,6 +22,7 @@ Item {
     required property string evidence
     required property var facts
     required property bool chosen
+    required property string command
 
     property bool opened: false
 
@@ -203,6 +204,7 @@ Item {
             y: amount.y + amount.height + 10
 
             sourceComponent: RowDetails {
+                command: row.command
                 detail: row.detail
                 evidence: row.evidence
                 facts: row.facts

@@ -10,6 +10,7 @@ Column {
     required property string detail
     required property list<string> places
     required property string reason
+    required property string command
     required property var explanation
     required property string evidence
     required property var facts
@@ -117,6 +118,15 @@ Column {
             visible: details.places.length > 0
 
             onClicked: App.places.showPreview(details.key)
+        }
+        PlainButton {
+            font.pixelSize: Theme.small
+            help: Words.copyCommandHelp
+            implicitHeight: Math.round(26 * Theme.scale)
+            text: Words.copyCommand
+            visible: details.command.length > 0
+
+            onClicked: Desktop.copyText(details.command)
         }
         PlainButton {
             enabled: !details.asked

@@ -12,6 +12,15 @@ Rectangle {
     signal growthWanted
     signal menuWanted(string key, Item at)
 
+    // There is room for the kinds without anybody asking for them.
+    property bool roomy: false
+    property bool sideAsked: App.list.onlyKind >= 0
+    property bool sideClosed: false
+    readonly property bool sideOpen: !sideClosed && (sideAsked || roomy)
+    readonly property int sideWidth: sideOpen ? Math.round(168 * Theme.scale) + 8 : 0
+    readonly property string kindNote: App.list.onlyKind < 0 || App.items.kinds.length === 0
+                                       ? "" : App.items.noteOf(App.list.onlyKind)
+
     function takeSearch() {
         search.take();
     }
@@ -32,13 +41,36 @@ Rectangle {
                 id: search
 
                 Layout.fillWidth: true
+                narrowed: App.list.searchText
+
+                onWanted: letters => App.list.searchText = letters
             }
-            SortChoice {}
+            PlainButton {
+                Accessible.checkable: true
+                Accessible.checked: pane.sideOpen
+                help: Words.closerLookHelp
+                leftPadding: 10
+                rightPadding: 10
+                text: Words.closerLook
+
+                onClicked: {
+                    pane.sideClosed = pane.sideOpen;
+                    pane.sideAsked = !pane.sideClosed;
+                }
+            }
+            SortChoice {
+                current: App.list.order
+                helps: Words.orderHelps
+                orders: Words.orders
+
+                onChosen: order => App.list.order = order
+            }
         }
         ListNote {
             Layout.fillWidth: true
             end: Words.showAll
-            says: App.list.onlyGroup >= 0 ? Words.only.arg(Words.groups[App.list.onlyGroup]) : ""
+            says: App.list.onlyGroup >= 0 ? Words.only.arg(Words.groups[App.list.onlyGroup])
+                : App.list.onlyKind >= 0 ? Words.only.arg(App.items.kinds[App.list.onlyKind].title) : ""
 
             onEnded: App.list.showAllGroups()
         }
@@ -49,97 +81,107 @@ Rectangle {
 
             onEnded: App.list.chooseNone()
         }
-        ListView {
-            id: list
+        RowLayout {
+            spacing: 8
 
-            Accessible.name: Words.list
-            Accessible.role: Accessible.List
-            Layout.fillHeight: true
-            Layout.fillWidth: true
-            activeFocusOnTab: true
-            boundsBehavior: Flickable.StopAtBounds
-            clip: true
-            keyNavigationEnabled: true
-            model: App.rows
-
-            ScrollBar.vertical: ScrollBar {
-                policy: list.contentHeight > list.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
-                width: 8
+            KindsSide {
+                Layout.fillHeight: true
+                Layout.preferredWidth: pane.sideWidth - 8
+                visible: pane.sideOpen
             }
-            Keys.onPressed: event => {
-                const page = Math.max(1, Math.floor(height / Math.max(currentItem ? currentItem.height : 1, 1)) - 1);
-                const steps = new Map([[Qt.Key_Home, -count], [Qt.Key_End, count], [Qt.Key_PageUp, -page],
-                                       [Qt.Key_PageDown, page], [Qt.Key_Up, -1], [Qt.Key_Down, 1]]);
-                if (!steps.has(event.key) || count === 0)
-                    return;
-                event.accepted = true;
-                const before = App.rows.keyAt(currentIndex);
-                currentIndex = Math.max(0, Math.min(count - 1, currentIndex + steps.get(event.key)));
-                positionViewAtIndex(currentIndex, ListView.Contain);
-                currentItem.forceActiveFocus(Qt.TabFocusReason);
-                if (event.modifiers & Qt.ShiftModifier)
-                    App.list.chooseTo(before, App.rows.keyAt(currentIndex));
-                else
-                    App.list.chooseNone();
-            }
-            delegate: RowDelegate {
-                id: row
+            ListView {
+                id: list
 
-                opened: App.places.opened === row.key
-                width: ListView.view.width - 12
+                Accessible.name: Words.list
+                Accessible.role: Accessible.List
+                Layout.fillHeight: true
+                Layout.fillWidth: true
+                activeFocusOnTab: true
+                boundsBehavior: Flickable.StopAtBounds
+                clip: true
+                keyNavigationEnabled: true
+                model: App.rows
 
-                onMenuWanted: (key, at) => pane.menuWanted(key, at)
-            }
-            displaced: Transition {
-                NumberAnimation { duration: Theme.shortTime; easing.type: Easing.OutCubic; property: "y" }
-            }
-            footer: Column {
-                width: ListView.view.width - 12
-
-                // Where the first row would be, and above what else there is to tell.
-                Line {
-                    color: Theme.secondaryText
-                    elide: Text.ElideMiddle
-                    horizontalAlignment: Text.AlignHCenter
-                    maximumLineCount: 2
-                    padding: 24
-                    text: App.list.searchText.length > 0 ? Words.nothingFound.arg(App.list.searchText) : Words.nothingToClean
-                    visible: App.rows.count === 0
-                    width: parent.width
-                    wrapMode: Text.Wrap
+                ScrollBar.vertical: ScrollBar {
+                    policy: list.contentHeight > list.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
+                    width: 8
                 }
-                Line {
-                    color: Theme.secondaryText
-                    font.pixelSize: Theme.small
-                    leftPadding: 8
-                    rightPadding: 8
-                    text: App.scanning.unreadable
-                    topPadding: 12
-                    visible: text.length > 0 && App.list.searchText.length === 0
-                    width: parent.width
-                    wrapMode: Text.WordWrap
+                Keys.onPressed: event => {
+                    const page = Math.max(1, Math.floor(height / Math.max(currentItem ? currentItem.height : 1, 1)) - 1);
+                    const steps = new Map([[Qt.Key_Home, -count], [Qt.Key_End, count], [Qt.Key_PageUp, -page],
+                                           [Qt.Key_PageDown, page], [Qt.Key_Up, -1], [Qt.Key_Down, 1]]);
+                    if (!steps.has(event.key) || count === 0)
+                        return;
+                    event.accepted = true;
+                    const before = App.rows.keyAt(currentIndex);
+                    currentIndex = Math.max(0, Math.min(count - 1, currentIndex + steps.get(event.key)));
+                    positionViewAtIndex(currentIndex, ListView.Contain);
+                    currentItem.forceActiveFocus(Qt.TabFocusReason);
+                    if (event.modifiers & Qt.ShiftModifier)
+                        App.list.chooseTo(before, App.rows.keyAt(currentIndex));
+                    else
+                        App.list.chooseNone();
                 }
-                GrowthList {
-                    searched: App.list.searchText.length > 0
-                    width: parent.width
+                delegate: RowDelegate {
+                    id: row
 
-                    onGrowthWanted: pane.growthWanted()
+                    opened: App.places.opened === row.key
+                    width: ListView.view.width - 12
+
+                    onMenuWanted: (key, at) => pane.menuWanted(key, at)
                 }
-            }
-            remove: Transition {
-                NumberAnimation { duration: Theme.shortTime; property: "opacity"; to: 0 }
-            }
-            move: Transition {
-                NumberAnimation { duration: Theme.shortTime; easing.type: Easing.OutCubic; property: "y" }
-            }
+                displaced: Transition {
+                    NumberAnimation { duration: Theme.shortTime; easing.type: Easing.OutCubic; property: "y" }
+                }
+                footer: Column {
+                    width: ListView.view.width - 12
 
-            // Until what was opened has its height.
-            Timer {
-                id: settling
+                    // Where the first row would be, and above what else there is to tell.
+                    Line {
+                        color: Theme.secondaryText
+                        elide: Text.ElideMiddle
+                        horizontalAlignment: Text.AlignHCenter
+                        maximumLineCount: 2
+                        padding: 24
+                        text: App.list.searchText.length > 0 ? Words.nothingFound.arg(App.list.searchText)
+                            : App.list.onlyKind >= 0 ? pane.kindNote : Words.nothingToClean
+                        visible: App.rows.count === 0
+                        width: parent.width
+                        wrapMode: Text.Wrap
+                    }
+                    Line {
+                        color: Theme.secondaryText
+                        font.pixelSize: Theme.small
+                        leftPadding: 8
+                        rightPadding: 8
+                        text: App.list.onlyKind < 0 ? App.scanning.unreadable : App.rows.count > 0 ? pane.kindNote : ""
+                        topPadding: 12
+                        visible: text.length > 0 && App.list.searchText.length === 0
+                        width: parent.width
+                        wrapMode: Text.WordWrap
+                    }
+                    GrowthList {
+                        searched: App.list.searchText.length > 0 || App.list.onlyKind >= 0
+                        width: parent.width
 
-                interval: 30
+                        onGrowthWanted: pane.growthWanted()
+                    }
+                }
+                remove: Transition {
+                    NumberAnimation { duration: Theme.shortTime; property: "opacity"; to: 0 }
+                }
+                move: Transition {
+                    NumberAnimation { duration: Theme.shortTime; easing.type: Easing.OutCubic; property: "y" }
+                }
 
-                onTriggered: list.positionViewAtIndex(App.rows.indexOf(App.places.opened), ListView.Contain)
+                // Until what was opened has its height.
+                Timer {
+                    id: settling
+
+                    interval: 30
+
+                    onTriggered: list.positionViewAtIndex(App.rows.indexOf(App.places.opened), ListView.Contain)
+                }
             }
         }
     }

@@ -2,21 +2,27 @@ import QtQuick
 import QtQuick.Controls.Basic
 import Tarvo
 
-// Narrows the list.
+// Narrows a list.
 TextField {
     id: field
+
+    property string name: Words.search
+    // What the list is narrowed to now, wherever that was said.
+    required property string narrowed
+
+    signal wanted(letters: string)
 
     function take() {
         forceActiveFocus(Qt.ShortcutFocusReason);
         selectAll();
     }
 
-    Accessible.name: Words.search
+    Accessible.name: name
     color: Theme.text
     font.pixelSize: Theme.body
     implicitHeight: Theme.controlHeight
     leftPadding: glyph.width + 16
-    placeholderText: Words.search
+    placeholderText: name
     placeholderTextColor: Theme.secondaryText
     rightPadding: clear.width + 4
     selectByMouse: true
@@ -24,22 +30,16 @@ TextField {
     selectionColor: Theme.accent
     verticalAlignment: TextInput.AlignVCenter
 
-    onTextEdited: App.list.searchText = text
+    // A search ends elsewhere as well: by asking for a row that it did not find.
+    onNarrowedChanged: if (text !== narrowed) text = narrowed
+    onTextEdited: wanted(text)
+    // Esc ends the search before it does anything else.
+    Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Escape && text.length > 0
     Keys.onEscapePressed: event => {
         event.accepted = text.length > 0;
         if (text.length > 0) {
             clear.clicked();
         }
-    }
-
-    // A search ends elsewhere as well: by asking for a row that it did not find.
-    Connections {
-        function onSearchChanged() {
-            if (field.text !== App.list.searchText)
-                field.text = App.list.searchText;
-        }
-
-        target: App.list
     }
 
     background: Rectangle { // qmllint disable deferred-property-id
@@ -74,7 +74,7 @@ TextField {
 
         onClicked: {
             field.clear();
-            App.list.searchText = "";
+            field.wanted("");
         }
     }
 }

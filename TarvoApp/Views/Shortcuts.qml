@@ -13,6 +13,7 @@ Item {
     signal historyWanted
     signal growthWanted
     signal photosWanted
+    signal exploreWanted
     signal openWanted
     signal saveReportWanted
     signal savePlanWanted
@@ -26,6 +27,7 @@ Item {
     Shortcut { enabled: keys.active; sequence: "F1"; onActivated: keys.helpWanted() }
     Shortcut { enabled: keys.active; sequence: "Ctrl+H"; onActivated: keys.historyWanted() }
     Shortcut { enabled: keys.active; sequence: "Ctrl+G"; onActivated: keys.growthWanted() }
+    Shortcut { enabled: keys.active; sequence: "Ctrl+E"; onActivated: keys.exploreWanted() }
     Shortcut { enabled: keys.active; sequence: "Ctrl+P"; onActivated: keys.photosWanted() }
     Shortcut { enabled: keys.active && App.files.mayOpen; sequence: "Ctrl+O"; onActivated: keys.openWanted() }
     Shortcut { enabled: keys.active && App.files.maySaveReport; sequence: "Ctrl+S"; onActivated: keys.saveReportWanted() }

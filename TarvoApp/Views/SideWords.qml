@@ -1,7 +1,8 @@
 pragma Singleton
 import QtQuick
 
-// The fixed words of the help, of the card after a cleanup and of the release notes, of the history and of growth.
+// The fixed words of the help, of the card after a cleanup and of the release notes, of the history and of growth, of
+// the photos and of the explorer.
 QtObject {
     function pick(es: string, en: string): string {
         return Qt.uiLanguage === "es" ? es : en;
@@ -50,6 +51,29 @@ QtObject {
     readonly property string proposed: pick("se propone conservar", "proposed to stay")
     readonly property string chosenToGo: pick("elegida para apartar", "chosen to be set aside")
     readonly property string film: pick("vídeo", "video")
+
+    readonly property string explore: pick("Explorar", "Explore")
+    readonly property string exploreHelp: pick("Recorre las carpetas junto al mapa; cada uno sigue al otro",
+                                               "Walk through folders beside the map; each follows the other")
+    readonly property string homeFolder: pick("Tu carpeta", "Home")
+    readonly property string filter: pick("Filtrar por nombre", "Filter by name")
+    readonly property list<string> entryOrders: [pick("Tamaño", "Size"), pick("Nombre", "Name"), pick("Fecha", "Date"),
+        pick("Elementos", "Items")]
+    readonly property list<string> entryOrderHelps: [
+        pick("lo más grande primero", "the largest first"),
+        pick("por su nombre", "by name"),
+        pick("lo que cambió más tarde primero", "what changed last first"),
+        pick("lo que más elementos tiene primero", "the fullest first")
+    ]
+    readonly property string folder: pick("carpeta", "folder")
+    readonly property string mark: pick("Marcar", "Mark")
+    readonly property string unmark: pick("Desmarcar", "Unmark")
+    readonly property string clearMarks: pick("Quitar marcas", "Clear Marks")
+    readonly property string goIn: pick("Entrar", "Go In")
+    readonly property string markFirst: pick("Marca antes algo: con la barra espaciadora o con su círculo",
+                                             "Mark something first: with the space bar or its circle")
+    readonly property string setAsideHelp: pick("Aparta lo marcado 7 días, tras preguntar",
+                                                "Sets aside what is marked for 7 days, after a question")
 
     readonly property string celebration: pick("Limpieza terminada", "Cleanup finished")
     readonly property string saveImage: pick("Guardar imagen", "Save Image")

@@ -2,22 +2,29 @@ import QtQuick
 import QtQuick.Controls.Basic
 import Tarvo
 
-// How the list is sorted within its groups.
+// How a list is sorted.
 PlainButton {
     id: button
 
-    Accessible.name: Words.sortedBy.arg(text)
-    help: orders.visible ? "" : Words.sortedBy.arg(Words.orderHelps[App.list.order])
-    leftPadding: 10
-    text: Words.orders[App.list.order]
+    required property list<string> orders
+    required property list<string> helps
+    required property int current
 
-    onClicked: orders.popup(button, 0, button.height + 4)
+    signal chosen(order: int)
+
+    Accessible.name: Words.sortedBy.arg(text)
+    help: menu.visible ? "" : Words.sortedBy.arg(helps[current])
+    leftPadding: 10
+    rightPadding: 10
+    text: orders[current]
+
+    onClicked: menu.popup(button, 0, button.height + 4)
 
     PlainMenu {
-        id: orders
+        id: menu
 
         Instantiator {
-            model: Words.orders
+            model: button.orders
 
             delegate: PlainMenuItem {
                 required property int index
@@ -25,14 +32,14 @@ PlainButton {
 
                 Accessible.checkable: true
                 Accessible.checked: current
-                current: index === App.list.order
+                current: index === button.current // qmllint disable unqualified
                 text: modelData
 
-                onTriggered: App.list.order = index
+                onTriggered: button.chosen(index) // qmllint disable unqualified
             }
 
-            onObjectAdded: (index, object) => orders.insertItem(index, object as Item)
-            onObjectRemoved: (index, object) => orders.removeItem(object as Item)
+            onObjectAdded: (index, object) => menu.insertItem(index, object as Item)
+            onObjectRemoved: (index, object) => menu.removeItem(object as Item)
         }
     }
 }

@@ -45,9 +45,27 @@ struct SettingsInWindows {
     QML_ANONYMOUS
 };
 
+struct ItemsDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::ItemsDesk)
+    QML_ANONYMOUS
+};
+
 struct RowListInWindows {
     Q_GADGET
     QML_FOREIGN(tarvo::RowList)
+    QML_ANONYMOUS
+};
+
+struct ExplorerDeskInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::ExplorerDesk)
+    QML_ANONYMOUS
+};
+
+struct ExplorerListInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::ExplorerList)
     QML_ANONYMOUS
 };
 

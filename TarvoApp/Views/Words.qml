@@ -45,7 +45,7 @@ QtObject {
     readonly property string byAIHelp: pick("Escrito por el modelo de tu equipo", "Written by the model on your computer")
     readonly property string summary: pick("Resumen del disco", "Disk summary")
 
-    readonly property string panes: pick("Mapa o lista", "Map or list")
+    readonly property string panes: pick("Qué se ve", "What is shown")
     readonly property string map: pick("Mapa", "Map")
     readonly property string mapName: pick("Mapa del disco", "Disk map")
     readonly property string list: pick("Lista", "List")
@@ -88,6 +88,13 @@ QtObject {
                                             "Shows only this on the map and in the list")
     readonly property string onlyAgain: pick("Volver a enseñar todo (Esc)", "Show everything again (Esc)")
     readonly property string showAll: pick("Ver todo", "Show all")
+    readonly property string closerLook: pick("De cerca", "Closer look")
+    readonly property string closerLookHelp: pick("Archivos grandes, duplicados, modelos, restos… uno a uno",
+                                                  "Large files, duplicates, models, leftovers… one by one")
+    readonly property string itemKinds: pick("Qué enseña la lista", "What the list shows")
+    readonly property string fromScan: pick("Lo del análisis", "What the scan found")
+    readonly property string copyCommand: pick("Copiar orden", "Copy Command")
+    readonly property string copyCommandHelp: pick("Para pegarla en una terminal", "To paste into a terminal")
     readonly property string chosen: pick("elegida", "chosen")
     readonly property string chooseNone: pick("Ninguna", "None")
     readonly property string tick: pick("Marcar", "Select")

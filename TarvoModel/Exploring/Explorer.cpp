@@ -2,9 +2,12 @@
 
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Folder.h"
 
 #include <algorithm>
+#include <array>
+#include <chrono>
 #include <tuple>
 #include <utility>
 
@@ -16,6 +19,8 @@ using lumo::NamedTree;
 namespace EntryTraits = lumo::EntryTraits;
 
 namespace {
+
+constexpr std::array<std::int64_t, 3> ages{183, 365, 730}; // In days.
 
 /// True when the first comes before the other. Names decide between equals, and numbers of entries where a
 /// tree that was read from elsewhere has a name twice: the order is the same each time.
@@ -71,7 +76,7 @@ double Explorer::barShare(const NamedEntry& entry) const {
 }
 
 void Explorer::readRows() {
-    rows_ = tree_->entriesOf(folder_);
+    rows_ = olderThanDays_ ? tree_->entriesChangedBefore(folder_, changedBefore_) : tree_->entriesOf(folder_);
     if (!filter_.empty()) {
         const std::string wanted = lumo::folded(filter_);
         std::erase_if(rows_, [&](const NamedEntry& entry) {
@@ -167,6 +172,19 @@ void Explorer::setFilter(const std::string& letters) {
     readRows();
 }
 
+void Explorer::setOlderThan(std::optional<std::int64_t> days, lumo::Date now) {
+    olderThanDays_ = days;
+    const auto moment = std::chrono::floor<std::chrono::seconds>(now) - std::chrono::days(days.value_or(0));
+    changedBefore_ = static_cast<std::uint32_t>(
+        std::clamp<std::int64_t>(moment.time_since_epoch().count(), 0, 0xFFFFFFFF));
+    cursor_ = 0;
+    readRows();
+}
+
+bool Explorer::holdsNewer(EntryIndex entry) const {
+    return olderThanDays_ && tree_->entry(entry).sums.modified >= changedBefore_;
+}
+
 void Explorer::toggleMark() {
     const NamedEntry* entry = current();
     if (entry != nullptr && !marked_.insert(entry->index).second) {
@@ -194,6 +212,26 @@ std::vector<EntryIndex> Explorer::chosen() const {
 
 std::int64_t Explorer::freedWith(const std::vector<EntryIndex>& entries) const {
     return tree_->freedWithout(entries);
+}
+
+std::optional<std::int64_t> nextAge(std::optional<std::int64_t> days) {
+    const auto next = std::ranges::upper_bound(ages, days.value_or(0));
+    return next != ages.end() ? std::optional(*next) : std::nullopt;
+}
+
+std::string ageText(std::int64_t days, lumo::Language language) {
+    switch (days) {
+    case ages[0]:
+        return lumo::Words{"sin cambios en 6 meses", "unchanged for 6 months"}.in(language);
+    case ages[1]:
+        return lumo::Words{"sin cambios en 1 año", "unchanged for 1 year"}.in(language);
+    case ages[2]:
+        return lumo::Words{"sin cambios en 2 años", "unchanged for 2 years"}.in(language);
+    case 1:
+        return lumo::Words{"sin cambios en 1 día", "unchanged for 1 day"}.in(language);
+    default:
+        return lumo::Words{"sin cambios en {} días", "unchanged for {} days"}.in(language, days);
+    }
 }
 
 void dropMissing(NamedTree& tree, const std::vector<std::string>& paths) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LumoCore/Basics/Date.h"
 #include "LumoCore/Scanning/NamedTree.h"
 
 #include <cstddef>
@@ -36,6 +37,11 @@ class Explorer final {
     [[nodiscard]] const lumo::NamedEntry* current() const;
     [[nodiscard]] ExplorerOrder order() const { return order_; }
     [[nodiscard]] const std::string& filter() const { return filter_; }
+    /// Without a change for at least so many days is all that is shown; absent for everything.
+    [[nodiscard]] std::optional<std::int64_t> olderThanDays() const { return olderThanDays_; }
+    /// True for an entry that holds newer things besides those that are shown: then its row has the sums of
+    /// the older ones only.
+    [[nodiscard]] bool holdsNewer(lumo::EntryIndex entry) const;
     /// What part of the folder an entry takes, from 0 to 1.
     [[nodiscard]] double share(const lumo::NamedEntry& entry) const;
     /// The same of the largest row: what its bar is long.
@@ -54,17 +60,24 @@ class Explorer final {
     bool leave();
     /// To where an entry is, with the cursor on it.
     void goTo(lumo::EntryIndex entry);
+    /// Into a folder of the tree.
+    void goInto(lumo::EntryIndex folder) { show(folder); }
     void setOrder(ExplorerOrder order);
     /// Shows only names with these letters in them, whatever their case and accents; all when empty. It ends
     /// with the folder.
     void setFilter(const std::string& letters);
+    /// Shows only what was not changed for at least so many days, in folders of any age; everything when
+    /// absent. It stays when one goes elsewhere.
+    void setOlderThan(std::optional<std::int64_t> days, lumo::Date now);
 
     // Marks, which stay when one goes elsewhere.
 
     void toggleMark(); ///< Of the entry under the cursor.
+    void mark(lumo::EntryIndex entry) { marked_.insert(entry); }
     void clearMarks() { marked_.clear(); }
     [[nodiscard]] bool isMarked(lumo::EntryIndex entry) const { return marked_.contains(entry); }
     [[nodiscard]] std::size_t markCount() const { return marked_.size(); }
+    [[nodiscard]] const std::set<lumo::EntryIndex>& marked() const { return marked_; }
     /// What is marked, or else what is under the cursor, and lies in nothing else that is: what an action is
     /// about. Its order is that of the marks' numbers.
     [[nodiscard]] std::vector<lumo::EntryIndex> chosen() const;
@@ -85,8 +98,16 @@ class Explorer final {
     std::size_t cursor_ = 0;
     ExplorerOrder order_ = ExplorerOrder::size;
     std::string filter_;
+    std::optional<std::int64_t> olderThanDays_;
+    std::uint32_t changedBefore_ = 0; ///< In seconds since 1970, while there is such an age.
     std::set<lumo::EntryIndex> marked_;
 };
+
+/// The next age to choose: half a year, one year, two years, and then none again.
+std::optional<std::int64_t> nextAge(std::optional<std::int64_t> days);
+
+/// "unchanged for 1 year".
+std::string ageText(std::int64_t days, lumo::Language language = lumo::currentLanguage());
 
 /// After something changed on the disk. May be called on any thread; whoever explores the tree refreshes
 /// then. The first takes out of it what no longer stands at these paths. The second measures what stands at a

@@ -1,6 +1,7 @@
 #include "TarvoModel/Exploring/SettingAside.h"
 
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/CleanupExecutor.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
@@ -68,6 +69,20 @@ std::optional<std::string> onlyLookedAt(const std::string& path, const std::stri
     }
     if (lumo::HomeLock::isForeign(home)) {
         return lumo::HomeLock::foreignText();
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> whyNotAside(const Explorer& explorer, const std::string& home) {
+    for (const lumo::EntryIndex entry : explorer.chosen()) {
+        if (explorer.holdsNewer(entry)) {
+            return Words{"«{}» tiene también cosas más nuevas: entra en ella, o muéstralo todo",
+                         "“{}” also holds newer things: go into it, or show everything"}
+                .with(lumo::revealed(explorer.tree().entry(entry).name));
+        }
+        if (auto reason = onlyLookedAt(explorer.tree().pathOf(entry), home)) {
+            return reason;
+        }
     }
     return std::nullopt;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TarvoModel/Exploring/Explorer.h"
 #include "TarvoModel/Flows/Cleaning.h"
 #include "TarvoModel/Flows/PuttingBack.h"
 
@@ -33,6 +34,10 @@ AsideOffer asideOffer(const std::vector<std::string>& paths, const Desk& desk);
 
 /// Why what stands at a path can only be looked at from here; absent when it can be offered.
 std::optional<std::string> onlyLookedAt(const std::string& path, const std::string& home);
+
+/// Why what is chosen cannot be set aside from there: something of it can only be looked at, or is shown in
+/// part because the rest is newer. Absent when it can be offered.
+std::optional<std::string> whyNotAside(const Explorer& explorer, const std::string& home);
 
 /// What came of it.
 struct Told {

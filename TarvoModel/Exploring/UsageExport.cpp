@@ -62,21 +62,32 @@ bool isOpened(const NamedEntry& entry) {
 
 } // namespace
 
-std::string usageExport(const NamedTree& tree, std::string_view version, lumo::Date now) {
+bool exportUsage(const NamedTree& tree, std::string_view version, lumo::Date now,
+                 const std::function<bool(std::string_view piece)>& write) {
+    constexpr std::size_t pieceBytes = std::size_t{64} * 1024;
     const auto seconds = std::chrono::floor<std::chrono::seconds>(now).time_since_epoch().count();
-    std::string document =
+    std::string piece =
         fmt::format("[1,2,{{\"progname\":\"tarvo\",\"progver\":\"{}\",\"timestamp\":{}}}", version, seconds);
+    bool isTaken = true;
+    const auto handOn = [&](std::size_t least) {
+        if (piece.size() >= least) {
+            isTaken = write(piece);
+            piece.clear();
+        }
+        return isTaken;
+    };
     tree.visit(
         [&](const NamedTree::Visited& shown) {
-            document += isOpened(shown.entry) ? ",\n[" : ",\n";
-            appendEntry(document, shown);
-            return true;
+            piece += isOpened(shown.entry) ? ",\n[" : ",\n";
+            appendEntry(piece, shown);
+            return handOn(pieceBytes);
         },
         [&](const NamedEntry& left) {
-            document += isOpened(left) ? "]" : "";
+            piece += isOpened(left) ? "]" : "";
             return true;
         });
-    return document + "]\n";
+    piece += "]\n";
+    return isTaken && handOn(0);
 }
 
 } // namespace tarvo

@@ -5,6 +5,7 @@
 #include "LumoCore/Scanning/NamedTree.h"
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -14,8 +15,11 @@
 /// not be UTF-8.
 namespace tarvo {
 
-/// The whole tree as such a document. The lengths of files are in it where the tree has kept them.
-std::string usageExport(const lumo::NamedTree& tree, std::string_view version, lumo::Date now);
+/// Hands the whole tree as such a document on, in pieces of some ten thousand bytes, until `write` answers
+/// false: so it is never in memory as a whole. The lengths of files are in it where the tree has kept them.
+/// False when it was not handed on to its end.
+bool exportUsage(const lumo::NamedTree& tree, std::string_view version, lumo::Date now,
+                 const std::function<bool(std::string_view piece)>& write);
 
 /// The largest document that is read, in bytes.
 inline constexpr std::size_t largestExport = std::size_t{1} << 30U;

@@ -347,6 +347,9 @@ lumo::Result<std::unique_ptr<NamedTree>> treeFromExport(std::string_view documen
     {
         lumo::TreeFiller filler(*tree);
         filler.begin(NamedTree::root, top.bytes);
+        if ((top.traits & EntryTraits::unreadable) != 0) {
+            filler.markUnreadable();
+        }
         readContents(reader, filler, top.device);
         reader.expect(']');
         if (reader.isBroken() || !reader.isAtEnd()) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LumoCore/Explaining/KnownPlaces.h"
+#include "LumoCore/Scanning/NamedTree.h"
 #include "TarvoModel/Showing/ExplanationTexts.h"
 
 #include <cstdint>
@@ -29,6 +30,9 @@ class CertainPlaces final {
 /// thumb. Measures it; nothing after a stop.
 std::vector<ExplanationLine> whatItIs(const std::string& path, const std::string& home, lumo::Date now,
                                       const std::stop_token& stop = {});
+
+/// What could not be read of an entry, when there is anything: its size is too small then.
+std::optional<ExplanationLine> unreadLine(const lumo::NamedEntry& entry);
 
 /// One letter for the safety, the first of its word: "S", "R", "C" in Spanish, "S", "R", "K" in English.
 char safetyLetter(lumo::Safety safety, lumo::Language language = lumo::currentLanguage());

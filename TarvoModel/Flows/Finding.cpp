@@ -18,27 +18,6 @@ using lumo::InventoryKind;
 
 namespace {
 
-/// Whoever asks for one kind of file gets each of them once.
-void leaveOutCopies(std::vector<Inventory>& inventories) {
-    std::set<std::string> copies;
-    for (const Inventory& inventory : inventories) {
-        for (const DetailItem& item : inventory.items) {
-            if (item.kept) {
-                copies.insert(*item.kept);
-                copies.insert(item.path.value_or(""));
-            }
-        }
-    }
-    for (Inventory& inventory : inventories) {
-        if (inventory.kind == InventoryKind::large) {
-            std::erase_if(inventory.items, [&](const DetailItem& item) {
-                const auto paths = lumo::CleanupExecutor::touchedPaths(item.action);
-                return std::ranges::any_of(paths, [&](const auto& path) { return copies.contains(path); });
-            });
-        }
-    }
-}
-
 /// What a cleanup would refuse has that reason.
 void holdBack(const std::vector<DetailItem*>& items, const Desk& desk) {
     const Preferences preferences = Preferences::load(desk.home);
@@ -58,6 +37,26 @@ void holdBack(const std::vector<DetailItem*>& items, const Desk& desk) {
 }
 
 } // namespace
+
+void leaveOutCopies(std::vector<Inventory>& inventories) {
+    std::set<std::string> copies;
+    for (const Inventory& inventory : inventories) {
+        for (const DetailItem& item : inventory.items) {
+            if (item.kept) {
+                copies.insert(*item.kept);
+                copies.insert(item.path.value_or(""));
+            }
+        }
+    }
+    for (Inventory& inventory : inventories) {
+        if (inventory.kind == InventoryKind::large) {
+            std::erase_if(inventory.items, [&](const DetailItem& item) {
+                const auto paths = lumo::CleanupExecutor::touchedPaths(item.action);
+                return std::ranges::any_of(paths, [&](const auto& path) { return copies.contains(path); });
+            });
+        }
+    }
+}
 
 std::vector<InventoryKind> kindsOf(const FindRequest& request) {
     std::vector<InventoryKind> kinds;
@@ -102,6 +101,23 @@ std::vector<Inventory> found(const FindRequest& request, const Desk& desk, const
     }
     holdBack(items, desk);
     return inventories;
+}
+
+CloserLook lookedAt(const FindRequest& request, const Desk& desk, const FindWatch& watch) {
+    std::vector<Inventory> inventories = found(request, desk, watch);
+    if (inventories.empty()) {
+        return {};
+    }
+    CloserLook look{.found = std::move(inventories.front())};
+    std::vector<lumo::CleanupAction> actions;
+    for (const DetailItem& item : look.found.items) {
+        if (!item.blockedBecause) {
+            actions.push_back(item.action);
+        }
+    }
+    const lumo::PathGuard guard(desk.home, protectedFolders(Preferences::load(desk.home), desk.home));
+    look.shown = lumo::CleanupExecutor::resolved(actions, guard);
+    return look;
 }
 
 std::optional<DetailItem> itemNow(const std::string& id, const Desk& desk) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LumoCore/Cleanup/PathGuard.h"
 #include "LumoCore/Inventories/DetailItem.h"
 #include "TarvoModel/Flows/Desk.h"
 #include "TarvoModel/Flows/Scanning.h"
@@ -39,6 +40,18 @@ std::vector<lumo::InventoryKind> kindsOf(const FindRequest& request);
 /// of the copies that were found and the one of them that stays none is also a large file. Changes nothing;
 /// after a stop the lists are incomplete.
 std::vector<lumo::Inventory> found(const FindRequest& request, const Desk& desk, const FindWatch& watch = {});
+
+/// One kind as a window looks at it.
+struct CloserLook {
+    lumo::Inventory found;
+    lumo::ResolvedPaths shown = {}; ///< What the paths of the items that can be cleaned mean now.
+};
+
+/// What the request, which names one kind, finds.
+CloserLook lookedAt(const FindRequest& request, const Desk& desk, const FindWatch& watch = {});
+
+/// Leaves the copies out of the large files, and the ones that stay: see `found`.
+void leaveOutCopies(std::vector<lumo::Inventory>& inventories);
 
 /// The item of that id as it is now, with its reason if it may not be cleaned; absent when there is none. It
 /// does not matter with which folders it was found.

@@ -35,6 +35,7 @@ struct Clean {
     lumo::ResolvedPaths shown; ///< What their paths meant when they were shown.
     bool isFromPhotos = false; ///< It is asked in the window where photos are reviewed.
     std::optional<FromFile> file = {};
+    std::vector<std::string> chosen = {}; ///< The absolute paths that somebody pointed at, where that is all.
 };
 
 /// Whether what is set aside goes for good.

@@ -2,11 +2,14 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Rules/Rule.h"
 #include "TarvoModel/Showing/DemoDisk.h"
+#include "TarvoModel/Showing/DemoItems.h"
 #include "TarvoModel/Showing/DemoTables.h"
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <numeric>
 #include <optional>
@@ -137,6 +140,36 @@ std::vector<Item> itemsOf(const std::vector<Spot>& spots, int levels) {
     return items;
 }
 
+/// The entry of that path; it and the folders around it are made where the tree has none.
+lumo::EntryIndex madeEntry(lumo::NamedTree& tree, const std::string& path, std::uint8_t traits) {
+    if (const auto there = tree.entryAt(path)) {
+        return *there;
+    }
+    const lumo::EntryIndex parent =
+        madeEntry(tree, std::string(lumo::parentOf(path)), lumo::EntryTraits::folder);
+    lumo::TreeBatch batch;
+    batch.add({parent, false}, lumo::fileName(path), {}, traits);
+    for (const bool reachesUp : {false, true}) {
+        batch.changes.push_back({parent, {.items = 1}, reachesUp});
+    }
+    return tree.add(batch);
+}
+
+void put(lumo::NamedTree& tree, const Spot& spot, lumo::Date changed) {
+    const lumo::EntryIndex entry =
+        madeEntry(tree, spot.path, spot.parts.empty() ? std::uint8_t{0} : lumo::EntryTraits::folder);
+    for (const Spot& part : inside(spot)) {
+        put(tree, part, changed - std::chrono::days(3));
+    }
+    if (spot.parts.empty()) {
+        const auto seconds = std::chrono::floor<std::chrono::seconds>(changed).time_since_epoch().count();
+        const lumo::EntrySums sums{.bytes = spot.bytes, .modified = static_cast<std::uint32_t>(seconds)};
+        lumo::TreeBatch batch;
+        batch.changes = {{entry, sums, false}, {entry, sums, true}};
+        tree.add(batch);
+    }
+}
+
 } // namespace
 
 Listing contents(const std::string& path, lumo::Language language, System system) {
@@ -160,6 +193,19 @@ Listing contents(const std::vector<std::string>& paths, lumo::Language language,
         item.via = lumo::parentOf(item.path);
     }
     return listing;
+}
+
+void fill(lumo::NamedTree& tree, lumo::Date now, lumo::Language language, System system) {
+    for (const Spot& spot : spots(language, system)) {
+        if (lumo::isInside(spot.path, home(system))) {
+            put(tree, spot, now - std::chrono::days(1));
+        }
+    }
+    for (const lumo::DetailItem& item : items(lumo::InventoryKind::large, language, system).items) {
+        if (item.path && !tree.entryAt(*item.path)) {
+            put(tree, {.path = *item.path, .bytes = item.bytes}, now - std::chrono::days(400));
+        }
+    }
 }
 
 lumo::FolderEvidence evidence(const std::string& path, lumo::Language language, System system) {

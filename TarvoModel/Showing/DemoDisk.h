@@ -9,6 +9,7 @@
 #include "LumoCore/Explaining/FolderEvidence.h"
 #include "LumoCore/History/DiskSnapshot.h"
 #include "LumoCore/Scanning/FolderContents.h"
+#include "LumoCore/Scanning/NamedTree.h"
 #include "LumoCore/Scanning/ScanReport.h"
 #include "TarvoModel/Showing/HeldItem.h"
 
@@ -67,6 +68,10 @@ lumo::FolderContents::Listing contents(const std::string& path,
 lumo::FolderContents::Listing contents(const std::vector<std::string>& paths,
                                        lumo::Language language = lumo::currentLanguage(),
                                        lumo::System system = lumo::currentSystem());
+
+/// Puts all that such listings name into a tree of the home, and the large files of the inventories.
+void fill(lumo::NamedTree& tree, lumo::Date now, lumo::Language language = lumo::currentLanguage(),
+          lumo::System system = lumo::currentSystem());
 
 /// What could be known of a folder that such a listing names.
 lumo::FolderEvidence evidence(const std::string& path, lumo::Language language = lumo::currentLanguage(),

@@ -110,7 +110,7 @@ std::string infoText(const Tile& tile, Language language) {
 std::vector<Tile> tiles(const std::vector<Row>& rows, const lumo::VolumeInfo& volume, bool isWholeDisk,
                         Language language, lumo::System system) {
     std::vector<Row> shown = rows;
-    std::erase_if(shown, [](const Row& row) { return row.bytes < 1; });
+    std::erase_if(shown, [](const Row& row) { return row.bytes < 1 || !row.hasTile; });
     lumo::sortLargestFirst(shown, &Row::bytes);
     std::vector<Tile> tiles;
     std::int64_t others = 0;

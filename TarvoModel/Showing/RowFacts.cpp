@@ -63,8 +63,11 @@ std::string freeingText(const lumo::CleanupAction& action, Language language) {
 
 std::vector<ExplanationLine> factsOf(const Row& row, const lumo::PlanEntry* entry, Language language) {
     std::vector<ExplanationLine> facts;
-    if (entry != nullptr) {
+    if (entry != nullptr && (!row.kind || !entry->skipReason)) {
         facts.push_back({Words{"Se libera", "Freed"}.in(language), freeingText(entry->action, language)});
+    }
+    if (row.kept) {
+        facts.push_back({Words{"Se queda", "Stays"}.in(language), lumo::printable(*row.kept)});
     }
     if (row.files > 0) {
         facts.push_back({Words{"Contiene", "Holds"}.in(language), filesText(row.files, language)});

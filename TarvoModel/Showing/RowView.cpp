@@ -74,18 +74,22 @@ void addLitInside(const RowView& view, const Tile& tile, std::set<std::string>& 
 
 std::vector<Row> rowsIn(const RowView& view, const std::vector<Row>& rows) {
     std::vector<Row> shown = rowsMatching(view.searched, rows);
-    std::erase_if(shown, [&](const Row& row) { return view.group && row.group != *view.group; });
+    std::erase_if(shown, [&](const Row& row) {
+        return row.kind != view.kind || (view.group && row.group != *view.group);
+    });
     return sortedIn(view.order, std::move(shown));
 }
 
 std::optional<std::set<std::string>> litTiles(const RowView& view, const std::vector<Tile>& tiles,
                                               const std::vector<Row>& rows) {
-    if (view.searched.empty() && !view.group) {
+    if (view.searched.empty() && !view.group && !view.kind) {
         return std::nullopt;
     }
     std::set<std::string> matching;
     for (const Row& row : rowsIn(view, rows)) {
-        matching.insert(row.id);
+        if (row.hasTile) {
+            matching.insert(row.id);
+        }
     }
     std::set<std::string> lit;
     bool isInside = false;

@@ -25,6 +25,7 @@ struct RowView {
     std::string searched = {};          ///< The words; empty for none.
     std::optional<RowGroup> group = {}; ///< The only one; absent for all.
     RowOrder order = RowOrder::size;
+    std::optional<lumo::InventoryKind> kind = {}; ///< Its items; absent for what the scan found.
 
     friend bool operator==(const RowView&, const RowView&) = default;
 };

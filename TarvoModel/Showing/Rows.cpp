@@ -167,24 +167,39 @@ std::string groupTitle(RowGroup group, Language language) {
     return lumo::Words{"Sin clasificar", "Unclassified"}.in(language);
 }
 
+bool haveOneHead(const Row& one, const Row& other) {
+    return one.kind == other.kind && (one.kind || one.group == other.group);
+}
+
+std::string headOf(const Row& row, Language language) {
+    return row.kind ? lumo::titleOf(*row.kind, language) : groupTitle(row.group, language);
+}
+
 std::int64_t bytesOf(RowGroup group, const std::vector<Row>& rows) {
+    const Row any{.group = group};
     std::int64_t sum = 0;
     for (const Row& row : rows) {
-        sum = lumo::checkedSum(sum, row.group == group ? row.bytes : 0);
+        sum = lumo::checkedSum(sum, haveOneHead(row, any) ? row.bytes : 0);
     }
     return sum;
 }
 
-std::string groupAmount(RowGroup group, const std::vector<Row>& rows, Language language) {
+std::string amountWith(const Row& row, const std::vector<Row>& rows, Language language) {
+    std::int64_t all = 0;
     std::int64_t heldBack = 0;
-    for (const Row& row : rows) {
-        heldBack = lumo::checkedSum(heldBack, row.group == group && row.skipReason ? row.bytes : 0);
+    for (const Row& other : rows) {
+        const std::int64_t bytes = haveOneHead(row, other) ? other.bytes : 0;
+        all = lumo::checkedSum(all, bytes);
+        heldBack = lumo::checkedSum(heldBack, other.skipReason ? bytes : 0);
     }
     const auto bytes = [&](std::int64_t count) { return lumo::ByteFormat::string(count, language); };
-    const std::string rest = bytes(bytesOf(group, rows) - heldBack);
-    return heldBack == 0
-               ? rest
-               : lumo::Words{"{} · {} ahora no", "{} · {} not now"}.in(language, rest, bytes(heldBack));
+    return heldBack == 0 ? bytes(all)
+                         : lumo::Words{"{} · {} ahora no", "{} · {} not now"}.in(
+                               language, bytes(all - heldBack), bytes(heldBack));
+}
+
+std::string groupAmount(RowGroup group, const std::vector<Row>& rows, Language language) {
+    return amountWith(Row{.group = group}, rows, language);
 }
 
 std::string unreadableText(std::int64_t count, Language language) {

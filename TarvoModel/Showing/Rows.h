@@ -4,6 +4,7 @@
 #include "LumoCore/Basics/Language.h"
 #include "LumoCore/Cleanup/CleanupPlanner.h"
 #include "LumoCore/Explaining/Explanation.h"
+#include "LumoCore/Inventories/DetailItem.h"
 #include "LumoCore/Scanning/ScanReport.h"
 
 #include <cstdint>
@@ -32,6 +33,10 @@ struct Row {
     std::int64_t files = 0;                ///< Regular files; 0 where nobody has counted them.
     /// Of a project's artifacts that of its own files; absent where nobody knows.
     std::optional<lumo::Date> lastChange = {};
+    std::optional<lumo::InventoryKind> kind = {}; ///< Of what a closer look found; absent for the scan's.
+    std::optional<std::string> kept = {};         ///< Of a duplicate: the path of the copy that stays.
+    std::optional<std::string> command = {};      ///< What an administrator can run instead.
+    bool hasTile = true;                          ///< False where another tile covers it, or it has no path.
 
     friend bool operator==(const Row&, const Row&) = default;
 };
@@ -46,18 +51,28 @@ std::vector<Row> rowsOf(const lumo::ScanReport& report, const std::vector<lumo::
 std::vector<Row> withWhatIsKnown(std::vector<Row> rows,
                                  const std::map<std::string, lumo::Explanation>& explanations);
 
+/// True when both stand below one head in the list: of one group, or of one kind of items.
+bool haveOneHead(const Row& one, const Row& other);
+
+/// What is above the row and those that it stands with.
+std::string headOf(const Row& row, lumo::Language language = lumo::currentLanguage());
+
 /// Where the list has things of that safety.
 RowGroup groupOf(lumo::Safety safety);
 
 /// The group's word above its rows.
 std::string groupTitle(RowGroup group, lumo::Language language = lumo::currentLanguage());
 
-/// The bytes of a group's rows.
+/// The bytes of a group's rows, items aside.
 std::int64_t bytesOf(RowGroup group, const std::vector<Row>& rows);
 
 /// What the group's rows come to, for a person: what can be ticked of them, and what is held back now.
 std::string groupAmount(RowGroup group, const std::vector<Row>& rows,
                         lumo::Language language = lumo::currentLanguage());
+
+/// The same of all rows that stand with that one.
+std::string amountWith(const Row& row, const std::vector<Row>& rows,
+                       lumo::Language language = lumo::currentLanguage());
 
 /// What so many entries that could not be read mean for the amounts; empty for none.
 std::string unreadableText(std::int64_t count, lumo::Language language = lumo::currentLanguage());

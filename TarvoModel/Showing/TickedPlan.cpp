@@ -1,8 +1,25 @@
 #include "TarvoModel/Showing/TickedPlan.h"
 
+#include "LumoCore/Basics/Path.h"
+#include "LumoCore/Inventories/DetailItem.h"
+
+#include <algorithm>
 #include <utility>
 
 namespace tarvo {
+
+namespace {
+
+/// True when one of them takes something that the other one takes.
+bool overlap(const lumo::CleanupAction& one, const lumo::CleanupAction& other) {
+    return std::ranges::any_of(one.measuredPaths, [&](const std::string& path) {
+        return std::ranges::any_of(other.measuredPaths, [&](const std::string& with) {
+            return lumo::isInside(path, with) || lumo::isInside(with, path);
+        });
+    });
+}
+
+} // namespace
 
 void TickedPlan::take(std::vector<lumo::PlanEntry> entries, Selection defaults) {
     entries_ = std::move(entries);
@@ -32,10 +49,21 @@ bool TickedPlan::toggle(const std::string& id) {
     if (!canSelect(id)) {
         return false;
     }
-    if (!selection_.insert(id).second) {
-        selection_.erase(id);
+    if (selection_.erase(id) == 0) {
+        tick(id);
     }
     return true;
+}
+
+void TickedPlan::tick(const std::string& id) {
+    const lumo::CleanupAction& action = entry(id)->action;
+    const bool isItem = lumo::inventoryKindOfID(id).has_value();
+    std::erase_if(selection_, [&](const std::string& other) {
+        const lumo::PlanEntry* const ticked = entry(other);
+        return ticked != nullptr && (isItem || lumo::inventoryKindOfID(other)) &&
+               overlap(ticked->action, action);
+    });
+    selection_.insert(id);
 }
 
 TickedPlan::Count TickedPlan::count(const std::vector<std::string>& ids) const {
@@ -53,7 +81,7 @@ bool TickedPlan::toggleAll(const std::vector<std::string>& ids) {
         if (before.ticked == before.tickable) {
             selection_.erase(id);
         } else if (canSelect(id)) {
-            selection_.insert(id);
+            tick(id);
         }
     }
     return before.tickable > 0;

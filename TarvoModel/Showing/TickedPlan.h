@@ -27,7 +27,8 @@ class TickedPlan final {
     [[nodiscard]] bool canSelect(const std::string& id) const;
     [[nodiscard]] TileState stateOf(const std::string& id) const;
 
-    /// Ticks or unticks; false when that cannot be ticked.
+    /// Ticks or unticks; false when that cannot be ticked. Of an item and what holds it, or lies in it, only
+    /// the one that was ticked last stays ticked: nothing counts twice.
     bool toggle(const std::string& id);
     /// Ticks all of these that can be ticked, or unticks them when all of those are ticked; false when none
     /// can be.
@@ -52,6 +53,8 @@ class TickedPlan final {
     [[nodiscard]] CleanupShares shares() const;
 
   private:
+    void tick(const std::string& id);
+
     std::vector<lumo::PlanEntry> entries_;
     std::unordered_map<std::string_view, const lumo::PlanEntry*> byID_; ///< Into the entries.
     Selection selection_;

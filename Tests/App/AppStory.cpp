@@ -43,6 +43,12 @@ AppStory::AppStory(const RunMode& mode)
         return lumo::VolumeInfo{.totalBytes = 1'000'000'000'000, .availableBytes = free_};
     };
     services.notify = [this](const Notification& notification) { notices.push_back(notification); };
+    if (!mode.isDemo) {
+        // What this machine has is no business of a story's.
+        services.look = [](lumo::InventoryKind kind, const std::stop_token&) {
+            return CloserLook{.found = {.kind = kind}};
+        };
+    }
     services.mountedVolumes = [] { return std::vector<Volume>(); };
 }
 

@@ -8,6 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QMetaEnum>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -66,6 +68,7 @@ TEST_F(MainWindowTest, TheKeyboardGoesFromTileToTileIntoAFolderAndOut) {
         press(Qt::Key_Tab);
     }
     ASSERT_THAT(focused(), StartsWith(largest));
+    ASSERT_TRUE(story.waitUntil([&] { return map.data(map.index(0), MapModel::canZoomRole).toBool(); }));
     press(Qt::Key_Right);
     EXPECT_THAT(focused(), Not(StartsWith(largest)));
     press(Qt::Key_Left);
@@ -103,6 +106,46 @@ TEST_F(MainWindowTest, TheListGoesToItsEndsAndByPages) {
     EXPECT_THAT(focused(), Not(StartsWith(rows.back().title)));
     press(Qt::Key_Home);
     EXPECT_THAT(focused(), StartsWith(rows.front().title));
+}
+
+TEST_F(MainWindowTest, AKindOfItemsIsReachedByTheKeyboardAndShowsItsRowsAlone) {
+    QQuickWindow& window = open();
+    ASSERT_TRUE(story.waitUntil([&] { return !story.app().items()->isLooking(); }));
+    click(lumo::Words{"De cerca", "Closer look"}.in());
+    const std::string kinds = lumo::Words{"Lo del análisis", "What the scan found"}.in();
+    ASSERT_TRUE(story.waitUntil([&] { return named(kinds) != nullptr; }));
+    for (int tabs = 0; tabs < 40 && focused() != kinds; ++tabs) {
+        press(Qt::Key_Tab);
+    }
+    ASSERT_EQ(focused(), kinds);
+    press(Qt::Key_Down);
+    EXPECT_THAT(focused(), StartsWith(lumo::titleOf(lumo::InventoryKind::large) + ", "));
+    press(Qt::Key_Space);
+    EXPECT_TRUE(named(focused())->state().checked);
+    EXPECT_THAT(told(), Contains(StartsWith("RadioButton|" + lumo::titleOf(lumo::InventoryKind::large))));
+    EXPECT_THAT(told(), Contains(StartsWith("CheckBox|Norway 2023.mp4, ")));
+    EXPECT_EQ(story.app().rows()->count(), 3);
+    // What needs an administrator has the command, and no box to tick.
+    story.app().list()->showKind(static_cast<int>(lumo::InventoryKind::system));
+    ASSERT_TRUE(story.waitUntil([&] { return named("journal, ") != nullptr; }));
+    EXPECT_EQ(named("journal, ")->role(), QAccessible::ListItem);
+    story.app().places()->openRow(story.app().rows()->keyAt(0), true);
+    const std::string copy = lumo::Words{"Copiar orden", "Copy Command"}.in();
+    ASSERT_TRUE(story.waitUntil([&] { return named(copy) != nullptr; }));
+    for (int tabs = 0; tabs < 40 && focused() != copy; ++tabs) {
+        press(Qt::Key_Tab);
+    }
+    press(Qt::Key_Space);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "sudo journalctl --vacuum-time=2weeks");
+    // With the kinds beside the list the window was wider than itself.
+    const QQuickItem& all = *window.contentItem();
+    for (QQuickItem* const item : all.childItems()) {
+        EXPECT_LE(item->width(), all.width());
+    }
+    EXPECT_LE(named(lumo::Words{"Limpiar", "Clean"}.in())->rect().right(), window.x() + window.width());
+    story.app().list()->showKind(static_cast<int>(lumo::InventoryKind::docker));
+    const std::string why = lumo::Words{"Docker no está en marcha", "Docker is not running"}.in();
+    EXPECT_TRUE(story.waitUntil([&] { return named(why) != nullptr; }));
 }
 
 TEST_F(MainWindowTest, ARowOpensToAllThatIsKnownOfItAndItsPreview) {

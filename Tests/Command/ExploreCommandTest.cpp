@@ -1,9 +1,11 @@
 #include "Tests/support/RunTarvo.h"
+#include "Tests/support/TerminalRun.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <csignal>
 #include <filesystem>
 #include <thread>
 
@@ -138,4 +140,139 @@ TEST_F(ExploreCommand, SetsAsideWhatIsMarkedAndPutsItBackAndLeavesTheTerminalAsI
     pane.type({"x", "q"});
     pane.waitFor("rc=0"); // What was typed says "rc=$?".
     expectAsBefore(pane, home);
+}
+
+namespace {
+
+/// Explores on a terminal of its own, in English.
+class Exploring final {
+  public:
+    Exploring(const TempHome& home, Arguments words, const std::string& terminal = "xterm-256color",
+              const std::string& locale = "C.UTF-8", unsigned short columns = 80, unsigned short rows = 24)
+        : run(tarvoProgram(), withCommand(std::move(words)),
+              {"HOME=" + home.path(), "TERM=" + terminal, "LC_ALL=" + locale, "PATH=/usr/bin:/bin"}, columns,
+              rows) {}
+
+    TerminalRun run;
+
+  private:
+    static Arguments withCommand(Arguments words) {
+        words.insert(words.begin(), {"--idioma", "en", "explore"});
+        return words;
+    }
+};
+
+constexpr std::string_view enters = "\x1b[?1049h";
+constexpr std::string_view leaves = "\x1b[?1049l";
+constexpr std::string_view hidesCursor = "\x1b[?25l";
+constexpr std::string_view showsCursor = "\x1b[?25h";
+
+/// The last that was written left the whole screen and showed the cursor again.
+void expectLeft(const std::string& shown, const TerminalRun& run, const std::string& after) {
+    EXPECT_NE(shown.rfind(leaves), std::string::npos) << after;
+    EXPECT_TRUE(shown.rfind(enters) == std::string::npos || shown.rfind(enters) < shown.rfind(leaves))
+        << after;
+    EXPECT_NE(shown.rfind(showsCursor), std::string::npos) << after;
+    EXPECT_TRUE(shown.rfind(hidesCursor) == std::string::npos ||
+                shown.rfind(hidesCursor) < shown.rfind(showsCursor))
+        << after;
+    EXPECT_TRUE(run.isSetAsBefore()) << after;
+}
+
+} // namespace
+
+TEST(ExploreTerminal, IsAsBeforeWhateverEndsTheExplorer) {
+    const TempHome home;
+    home.file("Videos/large.mkv", 3000000);
+    struct Ending {
+        std::string name;
+        std::string keys;
+        int signal;
+        int code;
+    };
+    for (const Ending& ending :
+         {Ending{"q", "q", 0, 0}, Ending{"Ctrl-C", "\x03", 0, 130},
+          Ending{"Ctrl-\\", "\x1c", 0, 128 + SIGQUIT}, Ending{"TERM", "", SIGTERM, 130},
+          Ending{"HUP", "", SIGHUP, 130}, Ending{"SEGV", "", SIGSEGV, 128 + SIGSEGV},
+          Ending{"ABRT", "", SIGABRT, 128 + SIGABRT}}) {
+        Exploring exploring(home, {home.path("Videos")});
+        exploring.run.waitFor("large.mkv");
+        EXPECT_FALSE(exploring.run.isSetAsBefore()) << "it reads keys one by one";
+        ending.signal != 0 ? exploring.run.signal(ending.signal) : exploring.run.type(ending.keys);
+        expectLeft(exploring.run.waitForEnd(ending.code), exploring.run, ending.name);
+        ASSERT_FALSE(HasFailure()) << "each wait for what never comes takes long";
+    }
+}
+
+TEST(ExploreTerminal, IsAsBeforeWhileItIsStoppedAndDrawnAnewAfterwards) {
+    const TempHome home;
+    home.file("Videos/large.mkv", 3000000);
+    Exploring exploring(home, {home.path("Videos")});
+    exploring.run.waitFor("large.mkv");
+    exploring.run.type("\x1a");
+    expectLeft(exploring.run.waitForEnd(128 + SIGTSTP), exploring.run, "Ctrl-Z");
+    exploring.run.goOn();
+    exploring.run.waitFor(enters);
+    exploring.run.waitFor("large.mkv");
+    exploring.run.type("q");
+    expectLeft(exploring.run.waitForEnd(0), exploring.run, "q after Ctrl-Z");
+}
+
+TEST(ExploreTerminal, MayBePoorAndOfAnySizeAndIsToldNothingByNames) {
+    const TempHome home;
+    home.fileWith("saved",
+                  R"([1,2,{},[{"name":"/srv"},
+{"name":")"
+                  "\xFF"
+                  R"(\u001b[31m\u0007.mkv","dsize":90000000,"mtime":1000000000},{"name":"e\nf","dsize":8000},
+{"name":"\u00f1and\u00fa","dsize":7000,"mtime":4000000000},[{"name":"shut","read_error":true}]]])");
+    Exploring exploring(home, {home.path("saved")}, "vt100", "C", 60, 12);
+    TerminalRun& run = exploring.run;
+    std::string shown = run.waitFor("q: quit");
+    EXPECT_THAT(shown, AllOf(HasSubstr(R"(\xFF\x1B[31m\x07.mkv)"), HasSubstr(R"(e\nf)"), HasSubstr("nandu"),
+                             HasSubstr("!"), HasSubstr("shut/  (could not be read)"), HasSubstr(" - /srv ")));
+    run.type("d");
+    shown += run.waitFor("an export can only be looked at");
+    run.type("a");
+    shown += run.waitFor("unchanged for 6 months: 90 MB");
+    run.type("aaa");
+    run.resize(100, 20);
+    shown += run.waitFor("Space: mark");
+    for (const auto& [columns, rows] :
+         {std::pair<unsigned short, unsigned short>{20, 3}, {1, 1}, {200, 50}}) {
+        run.resize(columns, rows);
+        run.type("jk?x");
+    }
+    shown += run.waitFor("Space: mark");
+    run.type("q");
+    shown += run.waitForEnd(0);
+    EXPECT_TRUE(run.isSetAsBefore());
+    EXPECT_TRUE(std::ranges::all_of(shown, [](char c) { return static_cast<unsigned char>(c) < 128; }));
+    EXPECT_THAT(shown, Not(AnyOf(HasSubstr("\x1b[31m"), HasSubstr("\a"))));
+}
+
+TEST(ExploreExport, IsReadByOthersAndNothingElseNeedsNoTerminal) {
+    const TempHome home;
+    home.files({"a/\xFF\x1B[31m", "b"}, 20000);
+    home.hardLink("c", "b");
+    home.fileWith("broken", "[1,2,{},[{\"name\":\"/\"}");
+    for (const Arguments& wrong :
+         {Arguments{"explore"}, Arguments{"explore", home.path("missing")},
+          Arguments{"explore", "--export", "-", home.path("broken")}, Arguments{"explore", "--older", "x"},
+          Arguments{"explore", "--older", "9", "--export", "-"}}) {
+        EXPECT_EQ(runTarvo(home, wrong).exitCode, 2) << PrintToString(wrong);
+    }
+    const Ran written = runTarvo(home, {"explore", "--export", "-"});
+    EXPECT_EQ(written.exitCode, 0);
+    EXPECT_THAT(written.output, AllOf(HasSubstr("\xFF\\u001b[31m"), HasSubstr("\"hlnkc\":true,\"nlink\":2")));
+    home.fileWith("ours", written.output);
+    const Ran ncdu = runProgram("ncdu", {"-0", "-f", home.path("ours"), "-o", home.path("theirs")},
+                                {"PATH=/usr/bin:/bin", "TERM=vt100"});
+    if (ncdu.exitCode == 127) {
+        GTEST_SKIP() << "ncdu is not installed";
+    }
+    EXPECT_EQ(ncdu.exitCode, 0) << ncdu.output << ncdu.error;
+    EXPECT_EQ(runTarvo(home, {"explore", "--export", home.path("again"), home.path("theirs")}).exitCode, 0);
+    EXPECT_THAT(contentOf(home.path("again")),
+                HasSubstr("\"name\":\"\xFF\\u001b[31m\",\"asize\":20000,\"dsize\":20480"));
 }

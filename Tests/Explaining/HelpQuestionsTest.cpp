@@ -147,7 +147,7 @@ constexpr std::array<Asked, 60> spanish{{
 }};
 
 // What the windows show, alone: somebody saw it and asks what it is.
-constexpr std::array<Asked, 41> englishWords{{
+constexpr std::array<Asked, 43> englishWords{{
     {"violet", "colores"},
     {"striped", "colores"},
     {"gray", "colores"},
@@ -178,6 +178,7 @@ constexpr std::array<Asked, 41> englishWords{{
     {"Show Whole Disk", "disco-entero"},
     {"Grew most since", "crecimiento"},
     {"History", "historial"},
+    {"Similar photos", "fotos"},
     {"Start at login", "barra"},
     {"Never Touch This Folder", "ajustes"},
     {"Appearance", "ajustes"},
@@ -186,12 +187,13 @@ constexpr std::array<Asked, 41> englishWords{{
     {"Look Into…", "dentro"},
     {"Archive…", "archivar"},
     {"Copy Path", "explorador"},
+    {"Explore", "explorador"},
     {"Weekly cleanup", "automatica"},
     {"Low space", "automatica"},
     {"Analyze again", "lento"},
 }};
 
-constexpr std::array<Asked, 41> spanishWords{{
+constexpr std::array<Asked, 43> spanishWords{{
     {"violeta", "colores"},
     {"rayado", "colores"},
     {"gris", "colores"},
@@ -222,6 +224,7 @@ constexpr std::array<Asked, 41> spanishWords{{
     {"Ver disco entero", "disco-entero"},
     {"Lo que más ha crecido desde", "crecimiento"},
     {"Historial", "historial"},
+    {"Fotos repetidas", "fotos"},
     {"Abrir al iniciar sesión", "barra"},
     {"No tocar nunca esta carpeta", "ajustes"},
     {"Aspecto", "ajustes"},
@@ -230,6 +233,7 @@ constexpr std::array<Asked, 41> spanishWords{{
     {"Mirar en…", "dentro"},
     {"Archivar…", "archivar"},
     {"Copiar ruta", "explorador"},
+    {"Explorar", "explorador"},
     {"Limpieza semanal", "automatica"},
     {"Poco espacio", "automatica"},
     {"Volver a analizar", "lento"},

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 
 using lumo::JsonValue;
 using tarvo::mcp::Consent;
@@ -87,6 +88,29 @@ TEST(Answers, FitAModelOnABigHomeAndSayHowMuchMoreThereIs) {
     expectFits(agent.call("list_set_aside", R"({"limit":200})"), "list_set_aside 200");
     expectFits(agent.call("what_was_cleaned", R"({"limit":200})"), "what_was_cleaned");
     expectFits(agent.call("restore", "{}", Consent::given), "restore");
+}
+
+TEST(Answers, ListAFolderToItsEndPageByPage) {
+    // Only the largest 1000 could be reached.
+    const TempHome home;
+    for (int number = 0; number < 1503; ++number) {
+        home.file("Music/" + std::to_string(number), number == 1502 ? 1 : 100000);
+    }
+    Agent agent(home);
+    std::set<std::string> seen;
+    std::size_t last = 1;
+    for (std::size_t offset = 0; last > 0; offset += last) {
+        const ToolAnswer answer = agent.call("list_folder", R"({"path":"Music","limit":200,"offset":)" +
+                                                                std::to_string(offset) + "}");
+        expectFits(answer, "list_folder");
+        last = countOf(*answer.structured, "items");
+        EXPECT_EQ(numberAt(answer, "moreItems/count"),
+                  1503 - static_cast<std::int64_t>(std::min(offset + last, std::size_t{1503})));
+        for (std::size_t index = 0; index < last; ++index) {
+            seen.insert(at(*answer.structured, "items/" + std::to_string(index) + "/path"));
+        }
+    }
+    EXPECT_EQ(seen.size(), 1503U);
 }
 
 TEST(Answers, CarryTheSameNamesInTextsAndRecords) {

@@ -42,6 +42,15 @@ void pointAt(Explorer& explorer, const std::string& path) {
     explorer.goTo(*explorer.tree().entryAt(path));
 }
 
+std::string exportOf(const NamedTree& tree) {
+    std::string document;
+    EXPECT_TRUE(exportUsage(tree, "1", platform::now(), [&](std::string_view piece) {
+        document += piece;
+        return true;
+    }));
+    return document;
+}
+
 /// All that an export tells, whoever wrote it: paths and what they take.
 std::map<std::string, std::int64_t> bytesIn(const NamedTree& tree) {
     std::map<std::string, std::int64_t> content;
@@ -90,6 +99,68 @@ TEST(Explorer, OrdersFiltersMarksAndFindsItsWay) {
     EXPECT_TRUE(explorer.leave());
     EXPECT_EQ(explorer.current()->name, "big") << "on what it came out of";
     EXPECT_FALSE(explorer.leave());
+}
+
+TEST(Explorer, ShowsOnlyWhatIsOldAndOffersNothingNewerWithIt) {
+    const TempHome home;
+    const Date now(std::chrono::seconds(1700000000));
+    home.files({"old/x", "mixed/old", "mixed/deep/older", "mixed/new", "new"}, 9000);
+    for (const char* name : {"old/x", "mixed/old", "mixed/deep/older"}) {
+        home.setModified(name, 1600000000);
+    }
+    for (const char* name : {"mixed/new", "new"}) {
+        home.setModified(name, 1699000000);
+    }
+    Explorer explorer(treeOf(home));
+    explorer.setOlderThan(nextAge({}), now);
+    explorer.setOrder(ExplorerOrder::name);
+    ASSERT_THAT(namesOf(explorer), ElementsAre("mixed", "old"));
+    EXPECT_EQ(explorer.rows()[0].sums.bytes, allocatedBytes(home.path("mixed/old")) +
+                                                 allocatedBytes(home.path("mixed/deep")) +
+                                                 allocatedBytes(home.path("mixed/deep/older")));
+    EXPECT_EQ(explorer.rows()[0].sums.items, 3U);
+    EXPECT_EQ(explorer.rows()[1].sums.bytes,
+              allocatedBytes(home.path("old")) + allocatedBytes(home.path("old/x")));
+    EXPECT_TRUE(explorer.holdsNewer(explorer.rows()[0].index));
+    EXPECT_TRUE(whyNotAside(explorer, home.path())) << "the newer things in it would go as well";
+    explorer.moveBy(1);
+    EXPECT_FALSE(whyNotAside(explorer, home.path()));
+    explorer.moveTo(0);
+    ASSERT_TRUE(explorer.enter());
+    EXPECT_THAT(namesOf(explorer), ElementsAre("deep", "old")) << "it stays when one goes elsewhere";
+    explorer.setOlderThan(99999, now);
+    EXPECT_TRUE(explorer.rows().empty()) << "longer ago than there are dates";
+    explorer.setOlderThan({}, now);
+    EXPECT_THAT(namesOf(explorer), ElementsAre("deep", "new", "old"));
+    EXPECT_EQ(nextAge(nextAge(nextAge(nextAge({})))), std::nullopt);
+    EXPECT_EQ(nextAge(200), 365);
+}
+
+TEST(Explorer, MarksWhatCouldNotBeReadAndTheFoldersAroundIt) {
+    // A folder that could not be read looked like an empty one.
+    const TempHome home;
+    home.files({"a/b/shut/x", "a/open/y"}, 9000);
+    home.setMode("a/b/shut", 0);
+    expectHeld(asOrdinaryUser(home.path(), [&] {
+        const auto tree = treeOf(home);
+        const auto signs = [](const NamedTree& of, const std::string& path) {
+            return of.entry(*of.entryAt(path)).traits &
+                   (EntryTraits::unreadable | EntryTraits::holdsUnreadable);
+        };
+        const auto back = treeFromExport(exportOf(*tree));
+        for (const NamedTree* each : {tree.get(), back->get()}) {
+            if (signs(*each, home.path("a/b/shut")) != EntryTraits::unreadable ||
+                signs(*each, home.path("a/b")) != EntryTraits::holdsUnreadable ||
+                signs(*each, home.path()) != EntryTraits::holdsUnreadable ||
+                signs(*each, home.path("a/open")) != 0 ||
+                !unreadLine(each->entry(*each->entryAt(home.path("a/b/shut"))))) {
+                return false;
+            }
+        }
+        tree->detach(*tree->entryAt(home.path("a/b/shut")));
+        return signs(*tree, home.path("a/b")) == 0 && signs(*tree, home.path()) == 0;
+    }));
+    home.setMode("a/b/shut", 0755);
 }
 
 TEST(Explorer, ShowsTheNearestFolderWhenTheOneItIsInGoes) {
@@ -177,7 +248,7 @@ TEST(UsageExport, ComesBackByteForByteWithEachFileOnce) {
     home.hardLink("other", "ñ");
     home.link("link", "nowhere");
     const auto tree = treeOf(home);
-    const std::string document = usageExport(*tree, "1", platform::now());
+    const std::string document = exportOf(*tree);
     const auto back = treeFromExport(document);
     ASSERT_TRUE(back) << back.error().message;
     EXPECT_EQ(bytesIn(**back), bytesIn(*tree));

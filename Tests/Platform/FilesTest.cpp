@@ -48,6 +48,21 @@ TEST(StateFile, IsReplacedWholeWhereLinksLeadAndKeepsItsMode) {
     EXPECT_EQ(platform::namesIn(home.path("kept")), (std::vector<std::string>{"new", "real"}));
 }
 
+TEST(StateFile, IsReplacedInPiecesOnlyByAllOfThem) {
+    const TempHome home;
+    home.fileWith("kept", "old");
+    home.setMode("kept", 0640);
+    const auto pieces = [](bool isWhole) {
+        return [=](const platform::TakePiece& take) { return take("one ") && take("two") && isWhole; };
+    };
+    EXPECT_EQ(platform::replaceInPieces(home.path("kept"), pieces(false)).error().code, ECANCELED);
+    EXPECT_EQ(readWhole(home.path("kept"), 100), "old");
+    ASSERT_TRUE(platform::replaceInPieces(home.path("kept"), pieces(true)));
+    EXPECT_EQ(readWhole(home.path("kept"), 100), "one two");
+    EXPECT_EQ(std::filesystem::status(home.path("kept")).permissions(), std::filesystem::perms(0640));
+    EXPECT_EQ(platform::namesIn(home.path()), std::vector<std::string>{"kept"});
+}
+
 TEST(StateFile, LeavesAloneWhatIsNoRegularFileAndNeverBlocksOnIt) {
     const TempHome home;
     home.folder("folder");

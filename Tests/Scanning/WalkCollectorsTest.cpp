@@ -26,6 +26,7 @@ class Listing final : public WalkCollection {
 
     std::unique_ptr<WalkCollector> collector() override;
 
+    [[nodiscard]] bool looksFirst() const override { return accepts != nullptr; }
     void settle(FileIdentity, std::optional<std::int64_t>) override {}
 
     void tell(const std::string& path) {
@@ -37,6 +38,7 @@ class Listing final : public WalkCollection {
     }
 
     std::vector<std::string> paths;
+    std::function<bool(std::span<const std::string_view> names)> accepts;
 
   private:
     const std::function<void(const std::string& path)> atEach_;
@@ -63,7 +65,11 @@ class ListingCollector final : public WalkCollector {
         around_.push_back(path);
         listing_.tell(path);
     }
+    bool accepts(std::span<const std::string_view> names) override { return listing_.accepts(names); }
     void leave() override { around_.pop_back(); }
+    void miss(std::string_view name) override {
+        listing_.tell("missed " + (name.empty() ? around_.back() : pathOf(name)));
+    }
     std::unique_ptr<FolderClaim> share(std::size_t level) override {
         return std::make_unique<PathClaim>(around_.at(level));
     }
@@ -119,6 +125,52 @@ TEST(WalkCollectors, HearOfEveryEntryOnceWithTheFolderItLiesIn) {
         std::ranges::sort(listing.paths);
         EXPECT_EQ(listing.paths, expected);
     }
+}
+
+TEST(WalkCollectors, TurnAFolderDownByAllTheNamesInIt) {
+    const TempHome home;
+    for (int number = 0; number < 3000; ++number) {
+        home.file("kept/wide/" + std::to_string(number));
+        home.file("refused/wide/" + std::to_string(number), 1);
+    }
+    home.folders({"refused/mark", "kept/empty"});
+    home.link("kept/link", "mark");
+    for (decltype(walkTrees)* const by : {walkTrees, walkTreesPortably}) {
+        Listing listing;
+        listing.accepts = [](std::span<const std::string_view> names) {
+            return std::ranges::find(names, "mark") == names.end();
+        };
+        const TreeSums sums = walk(home.path(), listing, {}, by);
+        EXPECT_EQ(listing.paths.size(), 1U + 2 + 3 + 3000) << "the refused one, and nothing in it";
+        EXPECT_EQ(sums.fileCount, 3000);
+        EXPECT_EQ(sums.apparentBytes, 0);
+    }
+}
+
+TEST(WalkCollectors, HearWhatCouldNotBeRead) {
+    // Folders that could not be read looked empty, and entries without a status were nowhere.
+    const TempHome home;
+    home.files({"shut/x", "blind/y", "open/z"});
+    home.setMode("shut", 0);
+    home.setMode("blind", 0444);
+    expectHeld(asOrdinaryUser(home.path(), [&] {
+        for (decltype(walkTrees)* const by : {walkTrees, walkTreesPortably}) {
+            Listing listing;
+            const TreeSums sums = walk(home.path(), listing, {}, by);
+            std::erase_if(listing.paths, [](const std::string& path) { return !path.starts_with("missed"); });
+            std::ranges::sort(listing.paths);
+            Listing none;
+            walk(home.path("none"), none, {}, by);
+            if (sums.unreadableCount != 2 || none.paths != std::vector{"missed " + home.path("none")} ||
+                listing.paths !=
+                    std::vector{"missed " + home.path("blind/y"), "missed " + home.path("shut")}) {
+                return false;
+            }
+        }
+        return true;
+    }));
+    home.setMode("shut", 0755);
+    home.setMode("blind", 0755);
 }
 
 TEST(WalkCollectors, NeverSeeMoreDescriptorsThanHalfOfThoseAllowed) {

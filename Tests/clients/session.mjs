@@ -154,6 +154,9 @@ async function wholeSession(connect) {
 
     assert.equal((await call(client, 'analyze_disk')).items[0].id, 'uv-cache');
     assert.equal((await call(client, 'list_folder', { path: '~/Documents' })).skipped[0], 'old');
+    const page = async (offset) => (await call(client, 'list_folder', { path: '~', limit: 1, offset })).items;
+    assert.notDeepEqual(await page(0), await page(1));
+    assert.deepEqual(await page(100), []);
     assert.equal((await call(client, 'explain_folder', { path: '.cache/uv' })).source, 'catalogue');
     assert.deepEqual((await call(client, 'what_grew')).items, []);
     const { items: large } = await call(client, 'find_items', { kind: 'large', minBytes: 1 });

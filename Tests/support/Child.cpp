@@ -20,15 +20,6 @@ namespace tarvo::testing {
 
 namespace {
 
-std::vector<char*> pointersOf(Arguments& words) {
-    std::vector<char*> pointers;
-    for (std::string& word : words) {
-        pointers.push_back(word.data());
-    }
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
 std::string contentOf(int descriptor) {
     std::string content;
     std::array<char, 65536> buffer;
@@ -53,6 +44,15 @@ void setEnd(Ran& ran, pid_t process) {
 }
 
 } // namespace
+
+std::vector<char*> pointersOf(Arguments& words) {
+    std::vector<char*> pointers;
+    for (std::string& word : words) {
+        pointers.push_back(word.data());
+    }
+    pointers.push_back(nullptr);
+    return pointers;
+}
 
 Child::Child(const Arguments& words, const Arguments& environment)
     : output_(memfd_create("output", MFD_CLOEXEC)), error_(memfd_create("error", MFD_CLOEXEC)) {

@@ -55,6 +55,9 @@ Ran runOnTerminal(const std::string& program, const Arguments& arguments, const 
 Ran answerOnTerminal(const std::string& program, const Arguments& arguments, const Arguments& environment,
                      std::string_view question, const std::function<std::string()>& answer);
 
+/// The words as the system takes them, which last as long as these do.
+std::vector<char*> pointersOf(Arguments& words);
+
 /// The built command.
 std::string tarvoProgram();
 

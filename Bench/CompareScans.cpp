@@ -1,6 +1,6 @@
 #include "ChildProcess.h"
 #include "Comparison.h"
-#include "NumberOf.h"
+#include "Options.h"
 #include "StopProgram.h"
 
 #include <algorithm>
@@ -37,38 +37,18 @@ struct Arguments {
     Format format = Format::table;
 };
 
-/// Absolute, and without a final slash, so that every contestant is handed the same words.
-std::string folderOf(std::string_view text) {
-    std::error_code failure;
-    const std::filesystem::path path = std::filesystem::canonical(text, failure);
-    if (failure || !std::filesystem::is_directory(path, failure)) {
-        stopProgram(std::string(text) + ": not a folder");
-    }
-    return path.string();
-}
-
 Arguments argumentsOf(int count, char** values) {
     Arguments arguments;
-    for (int position = 1; position < count; ++position) {
-        const std::string_view value = values[position];
-        const bool hasNext = position + 1 < count;
-        if (value == "--bin" && hasNext) {
-            arguments.programs = folderOf(values[++position]);
-        } else if (value == "--home" && hasNext) {
-            arguments.home = folderOf(values[++position]);
-        } else if (value == "--rounds" && hasNext) {
-            arguments.rounds = numberOf(values[++position], usage, 1);
-        } else if (value == "--cold") {
-            arguments.temperature = Temperature::cold;
-        } else if (value == "--json") {
-            arguments.format = Format::json;
-        } else {
-            stopProgram(usage);
-        }
-    }
-    if (arguments.programs.empty() || arguments.home.empty()) {
-        stopProgram(usage);
-    }
+    bool isCold = false;
+    bool isJson = false;
+    readOptions(count, values, usage,
+                {{"--bin", &arguments.programs},
+                 {"--home", &arguments.home},
+                 {"--rounds", &arguments.rounds},
+                 {"--cold", &isCold},
+                 {"--json", &isJson}});
+    arguments.temperature = isCold ? Temperature::cold : Temperature::warm;
+    arguments.format = isJson ? Format::json : Format::table;
     return arguments;
 }
 

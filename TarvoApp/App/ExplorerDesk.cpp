@@ -1,0 +1,423 @@
+#include "TarvoApp/App/ExplorerDesk.h"
+
+#include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
+#include "TarvoApp/App/QtText.h"
+#include "TarvoModel/Showing/Preview.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace tarvo {
+
+using lumo::EntryIndex;
+using lumo::NamedEntry;
+using lumo::NamedTree;
+using lumo::Words;
+
+namespace {
+
+/// Whoever walks on at once does not want to see each folder on the map.
+constexpr std::chrono::milliseconds beforeLeading{250};
+
+} // namespace
+
+ExplorerDesk::ExplorerDesk(const Ground& ground, const TickedDesk& ticked, ScanningDesk& scanning,
+                           MapModel& map, CleaningDesk& cleaning, QObject* parent)
+    : QObject(parent), ground_(ground), ticked_(ticked), map_(map), cleaning_(cleaning), tree_(ground),
+      list_([this](const NamedEntry& entry) { return safetyOf(entry); }) {
+    leading_.setSingleShot(true);
+    leading_.setInterval(beforeLeading);
+    asking_.setSingleShot(true);
+    connect(&leading_, &QTimer::timeout, this, &ExplorerDesk::leadMap);
+    connect(&asking_, &QTimer::timeout, this, &ExplorerDesk::findSafeties);
+    connect(&tree_, &HomeTree::changed, this, &ExplorerDesk::refresh);
+    connect(&tree_, &HomeTree::replaced, this, &ExplorerDesk::takeTree);
+    connect(&scanning, &ScanningDesk::touched, &tree_, &HomeTree::lookAgainAt);
+    connect(&scanning, &ScanningDesk::wanted, &tree_, &HomeTree::measureAgain);
+    connect(&ticked, &TickedDesk::planChanged, this, &ExplorerDesk::askAgain);
+    connect(&map, &MapModel::travelled, this, &ExplorerDesk::followMap);
+}
+
+void ExplorerDesk::setOpen(bool open) {
+    if (isOpen_ == open) {
+        return;
+    }
+    isOpen_ = open;
+    if (open) {
+        tree_.want();
+        followMap();
+    }
+    emit openChanged();
+}
+
+// What is seen.
+
+void ExplorerDesk::takeTree() {
+    const std::unique_ptr<Explorer> before =
+        std::exchange(explorer_, std::make_unique<Explorer>(tree_.tree()));
+    safeties_.clear();
+    unknown_.clear();
+    if (before) {
+        explorer_->setOrder(before->order());
+        for (const EntryIndex entry : before->marked()) {
+            if (const auto same = tree_.tree()->entryAt(before->tree().pathOf(entry))) {
+                explorer_->mark(*same);
+            }
+        }
+        const std::string filter = before->filter();
+        const NamedEntry* const current = before->current();
+        const auto same =
+            current == nullptr ? std::nullopt : tree_.tree()->entryAt(before->tree().pathOf(current->index));
+        if (same && *same != NamedTree::root) {
+            explorer_->goTo(*same);
+        } else {
+            goTo(before->path());
+        }
+        explorer_->setFilter(filter);
+    }
+    show();
+}
+
+void ExplorerDesk::refresh() {
+    if (explorer_) {
+        explorer_->refresh();
+        if (!goingTo_.empty()) {
+            goTo(std::exchange(goingTo_, {}));
+        }
+        show();
+    }
+}
+
+void ExplorerDesk::show() {
+    list_.show(explorer_.get());
+    emit changed();
+}
+
+int ExplorerDesk::current() const {
+    return explorer_ ? static_cast<int>(explorer_->cursor()) : 0;
+}
+
+std::vector<NamedEntry> ExplorerDesk::way() const {
+    std::vector<NamedEntry> way;
+    if (explorer_) {
+        for (NamedEntry at = explorer_->folder(); at.parent != lumo::noEntry;
+             at = explorer_->tree().entry(at.parent)) {
+            way.push_back(at);
+        }
+        std::ranges::reverse(way);
+    }
+    return way;
+}
+
+QStringList ExplorerDesk::titles() const {
+    QStringList titles;
+    for (const NamedEntry& folder : way()) {
+        titles.push_back(shown(folder.name));
+    }
+    return titles;
+}
+
+QStringList ExplorerDesk::amounts() const {
+    QStringList amounts;
+    for (const NamedEntry& folder : way()) {
+        amounts.push_back(shown(lumo::ByteFormat::string(folder.sums.bytes)));
+    }
+    return amounts;
+}
+
+QString ExplorerDesk::facts() const {
+    if (!explorer_) {
+        return {};
+    }
+    const NamedEntry folder = explorer_->folder();
+    std::string facts = itemsText(folder.sums.items);
+    if (explorer_->isAtTop()) {
+        facts = lumo::ByteFormat::string(folder.sums.bytes) + " · " + facts;
+    }
+    const auto number = [](std::int64_t count) {
+        return lumo::ByteFormat::number(static_cast<double>(count), 0);
+    };
+    if (tree_.isMeasuring()) {
+        facts += " · " + Words{"midiendo: {}", "measuring: {}"}.with(number(tree_.foundCount()));
+    } else if (tree_.unreadableCount() > 0) {
+        facts +=
+            " · " + Words{"{} sin poder leer", "{} could not be read"}.with(number(tree_.unreadableCount()));
+    }
+    return shown(facts);
+}
+
+QString ExplorerDesk::emptyText() const {
+    if (!explorer_ || !explorer_->rows().empty()) {
+        return {};
+    }
+    if (!explorer_->filter().empty()) {
+        return shown(Words{"Ningún nombre así.", "No such name."}.in());
+    }
+    if (explorer_->folder().is(lumo::EntryTraits::unreadable)) {
+        return shown(Words{"No se pudo leer.", "It could not be read."}.in());
+    }
+    return shown(
+        (tree_.isMeasuring() ? Words{"Todavía nada…", "Nothing yet…"} : Words{"Está vacía.", "It is empty."})
+            .in());
+}
+
+int ExplorerDesk::order() const {
+    return explorer_ ? static_cast<int>(explorer_->order()) : 0;
+}
+
+void ExplorerDesk::setOrder(int order) {
+    if (explorer_ && order >= 0 && order <= static_cast<int>(ExplorerOrder::items)) {
+        explorer_->setOrder(static_cast<ExplorerOrder>(order));
+        show();
+    }
+}
+
+QString ExplorerDesk::filter() const {
+    return explorer_ ? shown(explorer_->filter()) : QString();
+}
+
+void ExplorerDesk::setFilter(const QString& letters) {
+    if (explorer_ && filter() != letters) {
+        explorer_->setFilter(bytesOf(letters));
+        show();
+    }
+}
+
+QString ExplorerDesk::markedText() const {
+    if (!explorer_ || explorer_->markCount() == 0) {
+        return {};
+    }
+    const std::string bytes = lumo::ByteFormat::string(explorer_->freedWith(explorer_->chosen()));
+    return shown(explorer_->markCount() == 1
+                     ? Words{"1 marcado: {}", "1 marked: {}"}.with(bytes)
+                     : Words{"{} marcados: {}", "{} marked: {}"}.with(explorer_->markCount(), bytes));
+}
+
+// Steps.
+
+bool ExplorerDesk::hasRow(int row) const {
+    return explorer_ && row >= 0 && static_cast<std::size_t>(row) < explorer_->rows().size();
+}
+
+int ExplorerDesk::rowOf(const QString& key) const {
+    const std::vector<std::string> paths = map_.pathsOf(idOf(key));
+    const auto entry =
+        explorer_ && paths.size() == 1 ? explorer_->tree().entryAt(paths.front()) : std::nullopt;
+    if (!entry) {
+        return -1;
+    }
+    const auto row = std::ranges::find(explorer_->rows(), *entry, &NamedEntry::index);
+    return row == explorer_->rows().end() ? -1 : static_cast<int>(row - explorer_->rows().begin());
+}
+
+void ExplorerDesk::moveTo(int row) {
+    if (explorer_ && row != current()) {
+        explorer_->moveTo(static_cast<std::size_t>(std::max(row, 0)));
+        emit changed();
+    }
+}
+
+bool ExplorerDesk::enter(int row) {
+    if (!hasRow(row)) {
+        return false;
+    }
+    explorer_->moveTo(static_cast<std::size_t>(row));
+    const bool isFolder = explorer_->enter();
+    if (isFolder) {
+        hasMoved();
+    }
+    return isFolder;
+}
+
+void ExplorerDesk::leave() {
+    if (explorer_ && explorer_->leave()) {
+        hasMoved();
+    }
+}
+
+void ExplorerDesk::leaveTo(int depth) {
+    const std::vector<NamedEntry> folders = way();
+    const auto level = static_cast<std::size_t>(std::max(depth, 0));
+    if (level < folders.size()) {
+        explorer_->goTo(folders[level].index);
+        hasMoved();
+    }
+}
+
+void ExplorerDesk::goTo(const std::string& path) {
+    if (!explorer_ || explorer_->path() == path) {
+        return;
+    }
+    const auto entry = explorer_->tree().entryAt(path);
+    if (!entry) {
+        goingTo_ = tree_.isMeasuring() ? path : std::string();
+        return;
+    }
+    if (explorer_->tree().entry(*entry).is(lumo::EntryTraits::folder)) {
+        explorer_->goInto(*entry);
+    } else {
+        explorer_->goTo(*entry);
+    }
+    show();
+}
+
+void ExplorerDesk::toggleMark(int row) {
+    if (hasRow(row)) {
+        explorer_->moveTo(static_cast<std::size_t>(row));
+        explorer_->toggleMark();
+        list_.refresh();
+        emit changed();
+    }
+}
+
+void ExplorerDesk::clearMarks() {
+    if (explorer_) {
+        explorer_->clearMarks();
+        list_.refresh();
+        emit changed();
+    }
+}
+
+// The map beside it.
+
+void ExplorerDesk::hasMoved() {
+    goingTo_.clear();
+    show();
+    leading_.start();
+}
+
+void ExplorerDesk::leadMap() {
+    // A scan would take it off again; when that has ended, the map is led once more.
+    if (!isOpen_ || ground_.activity.isBusy()) {
+        return;
+    }
+    if (explorer_->isAtTop()) {
+        ledTo_.clear();
+        map_.zoomOut(0);
+    } else {
+        ledTo_ = explorer_->path();
+        map_.follow(ledTo_);
+    }
+}
+
+void ExplorerDesk::followMap() {
+    // What the map shows only now was asked for before the user went on here.
+    if (!isOpen_ || leading_.isActive()) {
+        return;
+    }
+    const auto& levels = map_.zoomStack();
+    const std::vector<std::string> paths =
+        levels.empty() ? std::vector<std::string>{ground_.shownHome()} : levels.back().paths;
+    // The map goes straight on to where the bytes are: whoever has led it there stays where they are.
+    const bool isLed = !ledTo_.empty() && paths.size() == 1 && lumo::isInside(paths.front(), ledTo_);
+    ledTo_.clear();
+    if (!isLed && paths.size() == 1) {
+        goTo(paths.front());
+    }
+}
+
+void ExplorerDesk::settle() {
+    if (isOpen_ && explorer_ && !explorer_->isAtTop()) {
+        leadMap();
+    }
+}
+
+// What is certain of it.
+
+std::optional<lumo::Safety> ExplorerDesk::safetyOf(const NamedEntry& entry) {
+    const auto [found, isNew] = safeties_.try_emplace(entry.index);
+    if (isNew) {
+        unknown_.push_back(entry.index);
+        asking_.start();
+    }
+    return found->second;
+}
+
+void ExplorerDesk::askAgain() {
+    // What was said stays until there is something else to say.
+    unknown_.clear();
+    std::erase_if(safeties_, [&](const auto& known) { return !tree_.tree()->holds(known.first); });
+    for (const auto& known : safeties_) {
+        unknown_.push_back(known.first);
+    }
+    asking_.start();
+}
+
+void ExplorerDesk::findSafeties() {
+    std::map<std::string, EntryIndex> asked;
+    std::vector<lumo::FolderContents::Item> items;
+    while (!unknown_.empty() && items.size() < DiskMap::mostEntries) {
+        const EntryIndex index = unknown_.back();
+        unknown_.pop_back();
+        const std::string path = tree_.tree()->pathOf(index);
+        asked.emplace(path, index);
+        lumo::FolderContents::Item& item = items.emplace_back();
+        item.path = path;
+        item.bytes = tree_.tree()->entry(index).sums.bytes;
+    }
+    if (items.empty()) {
+        return;
+    }
+    ground_.background.start(
+        [this, asked, items, tree = tree_.tree(), rows = ticked_.rows(),
+         know = ground_.services.folders.know](const std::stop_token&) -> Background::Apply {
+            return [this, asked, tree, known = DiskMap::knownEntries(items, rows, know)] {
+                if (tree != tree_.tree()) {
+                    return;
+                }
+                for (const auto& [path, index] : asked) {
+                    const auto found = known.find(path);
+                    safeties_[index] = found != known.end() ? found->second.safety : std::nullopt;
+                }
+                list_.refresh();
+                findSafeties(); // Of those that are left.
+            };
+        });
+}
+
+// What can be done with it.
+
+void ExplorerDesk::setAside(int row) {
+    if (!explorer_) {
+        return;
+    }
+    std::vector<EntryIndex> entries = explorer_->chosen();
+    if (hasRow(row)) {
+        const EntryIndex entry = explorer_->rows()[static_cast<std::size_t>(row)].index;
+        entries = explorer_->isMarked(entry) ? entries : std::vector{entry};
+    }
+    std::vector<std::string> paths;
+    std::ranges::transform(entries, std::back_inserter(paths),
+                           [&](EntryIndex entry) { return explorer_->tree().pathOf(entry); });
+    if (paths.empty()) {
+        return;
+    }
+    cleaning_.requestClean({.report = nullptr, .chosen = paths}, [paths](const Agreement& wanted) {
+        return asked::Clean{.actions = wanted.actions, .shown = wanted.shown, .chosen = paths};
+    });
+}
+
+void ExplorerDesk::explain(int row) {
+    if (!hasRow(row)) {
+        return;
+    }
+    const std::string path = explorer_->tree().pathOf(explorer_->rows()[static_cast<std::size_t>(row)].index);
+    ground_.background.start(
+        [this, path, whatItIs = ground_.services.whatItIs](const std::stop_token& stop) -> Background::Apply {
+            std::string told = lumo::printable(path);
+            for (const ExplanationLine& line : whatItIs(path, stop)) {
+                told += "\n\n" + line.label + ": " + line.text;
+            }
+            return [this, told, name = std::string(lumo::fileName(path))] {
+                if (!ground_.question.isAsking()) {
+                    ground_.question.ask(asked::Told{.title = name, .message = told});
+                }
+            };
+        });
+}
+
+} // namespace tarvo

@@ -1,0 +1,181 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Tarvo
+
+// The folder explorer beside the map.
+Rectangle {
+    id: pane
+
+    objectName: "explorer"
+
+    signal menuWanted(row: ExplorerRow, at: Item)
+
+    readonly property bool roomy: width > 620 * Theme.scale
+
+    function takeFilter() {
+        filter.take();
+    }
+    function takeFocus() {
+        list.forceActiveFocus(Qt.ShortcutFocusReason);
+    }
+
+    border.color: Theme.hairline
+    color: Theme.surface
+    radius: Theme.cardRadius
+
+    ColumnLayout {
+        anchors.fill: parent
+        anchors.margins: 12
+        spacing: 4
+
+        RowLayout {
+            spacing: 6
+
+            SearchField {
+                id: filter
+
+                Layout.fillWidth: true
+                name: SideWords.filter
+                narrowed: App.explorer.filter
+
+                Keys.onDownPressed: pane.takeFocus()
+                onWanted: letters => App.explorer.filter = letters
+            }
+            SortChoice {
+                current: App.explorer.order
+                helps: SideWords.entryOrderHelps
+                orders: SideWords.entryOrders
+
+                onChosen: order => App.explorer.order = order
+            }
+            PlainButton {
+                enabled: App.explorer.markedText.length > 0 && App.cleaning.mayClean
+                help: App.explorer.markedText.length === 0 ? SideWords.markFirst : SideWords.setAsideHelp
+                kind: PlainButton.Primary
+                leftPadding: 10
+                rightPadding: 10
+                text: SideWords.setAside
+
+                onClicked: App.explorer.setAside(-1)
+            }
+        }
+        // Below each other only where there is no room beside each other.
+        GridLayout {
+            columns: pane.roomy ? 2 : 1
+            rowSpacing: 4
+
+            Breadcrumb {
+                Layout.fillWidth: true
+                amounts: App.explorer.amounts
+                most: pane.roomy ? 3 : 1
+                note: App.explorer.facts
+                start: SideWords.homeFolder
+                titles: App.explorer.titles
+
+                onBackWanted: depth => App.explorer.leaveTo(depth)
+            }
+            ListNote {
+                Layout.fillWidth: !pane.roomy
+                end: SideWords.clearMarks
+                says: App.explorer.markedText
+
+                onEnded: App.explorer.clearMarks()
+            }
+        }
+        ListView {
+            id: list
+
+            readonly property int last: App.explorer.titles.length - 1
+
+            Accessible.name: SideWords.explore + ", " + (last < 0 ? SideWords.homeFolder : App.explorer.titles[last])
+            Accessible.role: Accessible.List
+            Layout.fillHeight: true
+            Layout.fillWidth: true
+            activeFocusOnTab: true
+            boundsBehavior: Flickable.StopAtBounds
+            clip: true
+            currentIndex: App.explorer.current
+            highlightMoveDuration: 0
+            model: App.explorer.entries
+
+            ScrollBar.vertical: ScrollBar {
+                policy: list.contentHeight > list.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
+                width: 8
+            }
+            // Esc first ends what was done here, and only then what was done on the map.
+            Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Escape
+                                              && (App.explorer.filter.length > 0 || App.explorer.markedText.length > 0)
+            Keys.onPressed: event => {
+                event.accepted = !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier)) && take(event);
+            }
+
+            function take(event: var): bool {
+                const page = Math.max(1, Math.floor(height / Math.max(currentItem ? currentItem.height : 1, 1)) - 1);
+                const steps = new Map([[Qt.Key_Home, -count], [Qt.Key_End, count], [Qt.Key_PageUp, -page],
+                                       [Qt.Key_PageDown, page], [Qt.Key_Up, -1], [Qt.Key_Down, 1]]);
+                if (steps.has(event.key)) {
+                    App.explorer.moveTo(Math.max(0, Math.min(count - 1, currentIndex + steps.get(event.key))));
+                    return true;
+                }
+                switch (event.key) {
+                case Qt.Key_Return:
+                case Qt.Key_Enter:
+                case Qt.Key_Right:
+                    App.explorer.enter(currentIndex);
+                    return true;
+                case Qt.Key_Backspace:
+                case Qt.Key_Left:
+                    App.explorer.leave();
+                    return true;
+                case Qt.Key_Space:
+                    App.explorer.toggleMark(currentIndex);
+                    return true;
+                case Qt.Key_Delete:
+                    App.explorer.setAside(-1);
+                    return true;
+                case Qt.Key_Slash:
+                    pane.takeFilter();
+                    return true;
+                case Qt.Key_Escape:
+                    if (App.explorer.filter.length > 0)
+                        App.explorer.filter = "";
+                    else if (App.explorer.markedText.length > 0)
+                        App.explorer.clearMarks();
+                    else
+                        return false;
+                    return true;
+                case Qt.Key_Menu:
+                case Qt.Key_F10:
+                    if (!currentItem || event.key === Qt.Key_F10 && !(event.modifiers & Qt.ShiftModifier))
+                        return false;
+                    pane.menuWanted(currentItem as ExplorerRow, currentItem);
+                    return true;
+                default:
+                    return false;
+                }
+            }
+            delegate: ExplorerRow {
+                id: row
+
+                width: ListView.view.width - 12
+
+                onMenuWanted: at => pane.menuWanted(row, at)
+                onPicked: {
+                    ListView.view.forceActiveFocus(Qt.MouseFocusReason);
+                    App.explorer.moveTo(index);
+                }
+            }
+
+            Line {
+                color: Theme.secondaryText
+                horizontalAlignment: Text.AlignHCenter
+                padding: 24
+                text: App.explorer.emptyText
+                visible: text.length > 0
+                width: parent.width
+                wrapMode: Text.WordWrap
+            }
+        }
+    }
+}

@@ -1,0 +1,232 @@
+#include "LumoCore/Basics/Words.h"
+#include "TarvoApp/App/QtText.h"
+#include "TarvoModel/Showing/DemoDisk.h"
+#include "Tests/App/AppStory.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <filesystem>
+
+using namespace tarvo;
+using namespace tarvo::testing;
+using ::testing::Contains;
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::StartsWith;
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string read(ExplorerDesk& explorer, int row, int role) {
+    const ExplorerList& list = *explorer.entries();
+    return bytesOf(list.data(list.index(row), role).toString());
+}
+
+std::vector<std::string> names(ExplorerDesk& explorer) {
+    std::vector<std::string> names;
+    for (int row = 0; row < explorer.entries()->count(); ++row) {
+        names.push_back(read(explorer, row, ExplorerList::nameRole));
+    }
+    return names;
+}
+
+int rowNamed(ExplorerDesk& explorer, const std::string& name) {
+    const std::vector<std::string> all = names(explorer);
+    const auto found = std::ranges::find(all, name);
+    return found == all.end() ? -1 : static_cast<int>(found - all.begin());
+}
+
+/// An application that has looked at a home with videos, one of them with a name that is no text.
+class ExplorerInTheWindow : public ::testing::Test {
+  protected:
+    ExplorerInTheWindow() {
+        story.home.file("Videos/film", 4'000'000);
+        story.home.file("Videos/trip/odd \xff\n", 2'000'000);
+        story.home.file("Videos/trip/b", 1'000'000);
+        story.home.file("Music/song", 500'000);
+        story.app().settings()->setWelcomeSeen(true);
+        story.app().scanning()->scan();
+        EXPECT_TRUE(story.waitUntilIdle());
+        // With nothing to clean the map shows the home.
+        EXPECT_TRUE(mapShows(story.home.path()));
+    }
+
+    ExplorerDesk& open() {
+        ExplorerDesk& explorer = *story.app().explorer();
+        explorer.setOpen(true);
+        EXPECT_TRUE(story.waitUntil([&] { return !explorer.facts().contains("measuring"); }));
+        return explorer;
+    }
+    /// Waits until the map shows that folder.
+    bool mapShows(const std::string& path) {
+        return story.waitUntil([&] {
+            const auto& levels = story.app().map()->zoomStack();
+            return !levels.empty() && levels.back().paths == std::vector{path};
+        });
+    }
+
+    AppStory story;
+};
+
+} // namespace
+
+TEST_F(ExplorerInTheWindow, MeasuresOnlyWhenSomebodyExplores) {
+    std::atomic<int> measured = 0;
+    AppStory quiet;
+    quiet.services.measure = [&](lumo::NamedTree&, lumo::platform::WalkProgress&, const std::stop_token&) {
+        ++measured;
+        return std::int64_t{0};
+    };
+    quiet.app().settings()->setWelcomeSeen(true);
+    quiet.app().scanning()->scan();
+    ASSERT_TRUE(quiet.waitUntilIdle());
+    EXPECT_EQ(measured, 0);
+    quiet.app().explorer()->setOpen(true);
+    EXPECT_TRUE(quiet.waitUntil([&] { return measured == 1; }));
+}
+
+TEST_F(ExplorerInTheWindow, WalksInAndOutSortsAndFilters) {
+    ExplorerDesk& explorer = open();
+    EXPECT_THAT(names(explorer), Contains("Videos"));
+    EXPECT_EQ(names(explorer).front(), "Videos") << "the largest first";
+    EXPECT_THAT(read(explorer, 0, ExplorerList::factsRole), HasSubstr("4 items"));
+    ASSERT_TRUE(explorer.enter(0));
+    EXPECT_EQ(explorer.path(), story.home.path("Videos"));
+    EXPECT_THAT(names(explorer), ElementsAre("film", "trip"));
+    EXPECT_FALSE(explorer.enter(0)) << "a file";
+    explorer.setOrder(static_cast<int>(ExplorerOrder::items));
+    EXPECT_THAT(names(explorer), ElementsAre("trip", "film"));
+    explorer.setFilter("FIL");
+    EXPECT_THAT(names(explorer), ElementsAre("film"));
+    explorer.setFilter("none");
+    EXPECT_FALSE(explorer.emptyText().isEmpty());
+    explorer.setFilter("");
+    ASSERT_TRUE(explorer.enter(rowNamed(explorer, "trip")));
+    // A line feed in a name would have made two lines of it.
+    EXPECT_THAT(names(explorer), Each(Not(HasSubstr("\n"))));
+    EXPECT_EQ(explorer.titles(), (QStringList{"Videos", "trip"}));
+    explorer.leaveTo(1);
+    EXPECT_EQ(explorer.current(), rowNamed(explorer, "trip"));
+    explorer.leave();
+    EXPECT_EQ(explorer.path(), story.home.path());
+}
+
+TEST_F(ExplorerInTheWindow, SetsAsideWhatIsMarkedAfterAQuestionAndFollowsTheUndo) {
+    ExplorerDesk& explorer = open();
+    explorer.goTo(story.home.path("Videos/trip"));
+    const std::string odd = story.home.path("Videos/trip/odd \xff\n");
+    explorer.toggleMark(0);
+    EXPECT_THAT(bytesOf(explorer.markedText()), StartsWith("1 marked: 2"));
+    explorer.setAside(-1);
+    QuestionDesk& question = *story.app().question();
+    ASSERT_TRUE(story.waitUntil([&] { return question.isOpen(); }));
+    EXPECT_THAT(bytesOf(question.lines().at(1).toMap()["title"].toString()), StartsWith("odd "));
+    EXPECT_TRUE(fs::exists(odd));
+    question.accept();
+    ASSERT_TRUE(story.waitUntil([&] { return explorer.entries()->count() == 1; }));
+    EXPECT_FALSE(fs::exists(odd));
+    EXPECT_TRUE(fs::exists(story.home.path("Videos/trip/b")));
+    EXPECT_THAT(bytesOf(explorer.markedText()), IsEmpty());
+    EXPECT_EQ(explorer.path(), story.home.path("Videos/trip")) << "the scan that follows leads nowhere";
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_EQ(explorer.path(), story.home.path("Videos/trip"));
+    story.app().holding()->undoLastCleanup();
+    ASSERT_TRUE(story.waitUntil([&] { return explorer.entries()->count() == 2; }));
+    EXPECT_TRUE(fs::exists(odd));
+    ASSERT_TRUE(story.waitUntilIdle());
+}
+
+TEST_F(ExplorerInTheWindow, SeesWithANewScanWhatOthersHaveDoneAndStaysWhereItIsWithItsMarks) {
+    ExplorerDesk& explorer = open();
+    explorer.goTo(story.home.path("Videos/trip"));
+    explorer.toggleMark(rowNamed(explorer, "b"));
+    fs::remove(story.home.path("Videos/trip/odd \xff\n"));
+    story.home.file("Videos/trip/new", 1000);
+    story.app().scanning()->scan();
+    ASSERT_TRUE(story.waitUntil([&] { return rowNamed(explorer, "new") >= 0; }));
+    EXPECT_THAT(names(explorer), ElementsAre("b", "new"));
+    EXPECT_EQ(explorer.path(), story.home.path("Videos/trip"));
+    EXPECT_THAT(bytesOf(explorer.markedText()), StartsWith("1 marked: 1"));
+    ASSERT_TRUE(story.waitUntilIdle());
+}
+
+TEST_F(ExplorerInTheWindow, SaysWhyAThingStays) {
+    story.home.file("Library/Application Support/TarvoAI/notes", 1000);
+    ExplorerDesk& explorer = open();
+    explorer.goTo(story.home.path("Library/Application Support"));
+    explorer.setAside(rowNamed(explorer, "TarvoAI"));
+    ASSERT_TRUE(story.waitUntil([&] { return !story.app().activity()->notice().isEmpty(); }));
+    EXPECT_THAT(bytesOf(story.app().activity()->notice()), StartsWith("TarvoAI: "));
+    EXPECT_FALSE(story.app().question()->isAsking());
+}
+
+TEST_F(ExplorerInTheWindow, LeadsTheMapAndIsLedByIt) {
+    ExplorerDesk& explorer = open();
+    MapModel& map = *story.app().map();
+    ASSERT_TRUE(explorer.enter(rowNamed(explorer, "Videos")));
+    ASSERT_TRUE(mapShows(story.home.path("Videos")));
+    ASSERT_TRUE(explorer.enter(rowNamed(explorer, "trip")));
+    ASSERT_TRUE(mapShows(story.home.path("Videos/trip")));
+    ASSERT_GE(map.depth(), 2) << "one more level, since it lies in the one that was shown";
+    map.zoomOut(map.depth() - 1);
+    EXPECT_EQ(explorer.path(), story.home.path("Videos"));
+    map.zoomInto(keyOf(DiskMap::insideID(story.home.path("Videos/trip"))));
+    ASSERT_TRUE(story.waitUntil([&] { return explorer.path() == story.home.path("Videos/trip"); }));
+    explorer.leaveTo(0);
+    ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 0; }));
+    EXPECT_EQ(explorer.path(), story.home.path());
+    // Nobody is led who has closed it.
+    explorer.setOpen(false);
+    story.app().places()->openFolder(story.home.path("Music"));
+    ASSERT_TRUE(mapShows(story.home.path("Music")));
+    EXPECT_EQ(explorer.path(), story.home.path());
+    explorer.setOpen(true);
+    EXPECT_EQ(explorer.path(), story.home.path("Music"));
+}
+
+// The map goes straight on through a folder with next to nothing but another one, and took the explorer
+// along, which then could never be in the first.
+TEST_F(ExplorerInTheWindow, StaysInAFolderThatTheMapGoesThrough) {
+    story.home.file("Mail/all/box", 2'000'000);
+    ExplorerDesk& explorer = open();
+    ASSERT_TRUE(explorer.enter(rowNamed(explorer, "Mail")));
+    ASSERT_TRUE(mapShows(story.home.path("Mail/all")));
+    EXPECT_EQ(explorer.path(), story.home.path("Mail"));
+}
+
+TEST_F(ExplorerInTheWindow, TellsWhatIsCertainOfEntriesAndWhatAThingIs) {
+    story.addCache(2'000'000);
+    ExplorerDesk& explorer = open();
+    const auto wordOf = [&](const std::string& name) {
+        return read(explorer, rowNamed(explorer, name), ExplorerList::wordRole);
+    };
+    EXPECT_TRUE(story.waitUntil([&] { return wordOf("Videos") == groupTitle(RowGroup::keep); }));
+    explorer.explain(rowNamed(explorer, "Videos"));
+    ASSERT_TRUE(story.waitUntil([&] { return story.app().question()->isOpen(); }));
+    EXPECT_EQ(story.app().question()->title(), "Videos");
+    EXPECT_THAT(bytesOf(story.app().question()->message()), HasSubstr("\n"));
+}
+
+TEST(ExplorerOfTheDemo, ShowsTheMadeUpHomeWhoseSumsAddUp) {
+    lumo::NamedTree tree{std::string(DemoDisk::home())};
+    DemoDisk::fill(tree, {});
+    std::int64_t below = 0;
+    for (const lumo::NamedEntry& entry : tree.entriesOf(lumo::NamedTree::root)) {
+        below += entry.sums.bytes;
+    }
+    EXPECT_EQ(tree.entry(lumo::NamedTree::root).sums.bytes, below);
+    AppStory story({.isDemo = true});
+    story.app().settings()->setWelcomeSeen(true);
+    story.app().start();
+    ExplorerDesk& explorer = *story.app().explorer();
+    explorer.setOpen(true);
+    ASSERT_TRUE(story.waitUntil([&] { return explorer.entries()->count() > 3; }));
+    explorer.setAside(0);
+    EXPECT_EQ(bytesOf(story.app().activity()->notice()), DemoDisk::notice());
+    EXPECT_FALSE(story.app().question()->isAsking());
+}

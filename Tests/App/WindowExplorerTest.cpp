@@ -1,0 +1,106 @@
+#include "LumoCore/Basics/Words.h"
+#include "Tests/App/WindowStory.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using namespace tarvo;
+using namespace tarvo::testing;
+using lumo::Words;
+using ::testing::Contains;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+namespace {
+
+const std::string explore = Words{"Explorar", "Explore"}.in();
+
+/// Opens the explorer with its key, and waits until it has measured.
+void beginExploring(AppStory& story, const std::function<void()>& press) {
+    press();
+    const ExplorerDesk& explorer = *story.app().explorer();
+    ASSERT_TRUE(story.waitUntil([&] {
+        return explorer.isOpen() && !explorer.facts().contains(shown(Words{"midiendo", "measuring"}.in()));
+    }));
+}
+
+} // namespace
+
+TEST_F(MainWindowAtHomeTest, TheExplorerIsWalkedThroughMarkedSetAsideAndUndoneByTheKeyboard) {
+    story.addCache(2'000'000);
+    story.home.file("Videos/trip/b", 1'000'000);
+    story.home.file("Videos/film", 3'000'000);
+    open();
+    beginExploring(story, [&] { press(Qt::Key_E, Qt::ControlModifier); });
+    ExplorerDesk& explorer = *story.app().explorer();
+    ASSERT_TRUE(story.waitUntil([&] { return focused().starts_with("Videos, "); })) << focused();
+    press(Qt::Key_Return);
+    ASSERT_TRUE(story.waitUntil([&] { return focused().starts_with("film, "); })) << focused();
+    EXPECT_EQ(explorer.path(), story.home.path("Videos"));
+    press(Qt::Key_End);
+    ASSERT_TRUE(story.waitUntil([&] { return focused().starts_with("trip, "); })) << focused();
+    EXPECT_THAT(focused(), HasSubstr(Words{"carpeta", "folder"}.in()));
+    press(Qt::Key_Home);
+    // Mark, and say so to a screen reader.
+    press(Qt::Key_Space);
+    ASSERT_TRUE(
+        story.waitUntil([&] { return named("film, ") != nullptr && named("film, ")->state().checked; }));
+    EXPECT_THAT(told(), Contains(StartsWith("CheckBox|film, ")));
+    EXPECT_THAT(told(), Contains(StartsWith("List|" + explore + ", Videos")));
+    EXPECT_THAT(told(), Contains(StartsWith("AlertMessage|" + Words{"1 marcado", "1 marked"}.in())));
+    press(Qt::Key_Delete);
+    const std::string cancel(Words{"Cancelar", "Cancel"}.in());
+    ASSERT_TRUE(story.waitUntil([&] { return focused() == cancel; }));
+    press(Qt::Key_Tab);
+    press(Qt::Key_Space);
+    const std::string film = story.home.path("Videos/film");
+    ASSERT_TRUE(story.waitUntil([&] { return explorer.entries()->count() == 1; }));
+    EXPECT_FALSE(std::filesystem::exists(film));
+    ASSERT_TRUE(story.waitUntilIdle());
+    ASSERT_TRUE(story.waitUntil([&] { return focused().starts_with("trip, "); })) << focused();
+    press(Qt::Key_Z, Qt::ControlModifier);
+    ASSERT_TRUE(story.waitUntil([&] { return explorer.entries()->count() == 2; }));
+    EXPECT_TRUE(std::filesystem::exists(film));
+    ASSERT_TRUE(story.waitUntilIdle());
+    explorer.moveTo(0);
+    press(Qt::Key_Tab, Qt::ShiftModifier);
+    press(Qt::Key_Tab);
+    press(Qt::Key_Backspace);
+    EXPECT_EQ(explorer.path(), story.home.path());
+}
+
+TEST_F(MainWindowTest, TheExplorerFiltersHasItsMenuAndGivesWayToTheList) {
+    QQuickWindow& window = open();
+    beginExploring(story, [&] { click(explore); });
+    ExplorerDesk& explorer = *story.app().explorer();
+    ASSERT_TRUE(story.waitUntil([&] { return explorer.entries()->count() > 3; }));
+    const int all = explorer.entries()->count();
+    const std::string setAside = Words{"Apartar…", "Set Aside…"}.in();
+    EXPECT_FALSE(qobject_cast<QQuickItem*>(named(setAside)->object())->isEnabled());
+    EXPECT_THAT(bytesOf(named(setAside)->text(QAccessible::Description)),
+                StartsWith(Words{"Marca antes algo", "Mark something first"}.in()));
+    press(Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(focused(), (Words{"Filtrar por nombre", "Filter by name"}.in()));
+    QTest::sendKeyEvent(QTest::Click, &window, Qt::Key_Z, "z", {});
+    QTest::sendKeyEvent(QTest::Click, &window, Qt::Key_Z, "z", {});
+    EXPECT_EQ(explorer.entries()->count(), 0);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(explorer.entries()->count(), all);
+    press(Qt::Key_Down);
+    press(Qt::Key_F10, Qt::ShiftModifier);
+    const std::string goIn = Words{"Entrar", "Go In"}.in();
+    ASSERT_TRUE(story.waitUntil([&] { return named(goIn) != nullptr; }));
+    for (const Words& words : {Words{"Marcar", "Mark"}, Words{"Ver qué es", "See What It Is"},
+                               Words{"Mostrar en el gestor", "Show in File"}, Words{"Archivar…", "Archive…"},
+                               Words{"No tocar nunca", "Never Touch"}}) {
+        EXPECT_NE(named(words.in()), nullptr) << words.in();
+    }
+    press(Qt::Key_Escape);
+    ASSERT_TRUE(story.waitUntil([&] { return named(goIn) == nullptr; }));
+    click(Words{"Lista", "List"}.in());
+    EXPECT_FALSE(explorer.isOpen());
+    EXPECT_EQ(named(setAside), nullptr);
+    EXPECT_NE(named(story.app().rows()->rows().front().title), nullptr);
+}

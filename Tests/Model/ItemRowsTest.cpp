@@ -1,0 +1,121 @@
+#include "TarvoModel/Showing/ItemRows.h"
+#include "TarvoModel/Showing/DemoItems.h"
+#include "TarvoModel/Showing/RowFacts.h"
+#include "TarvoModel/Showing/RowView.h"
+#include "TarvoModel/Showing/TickedPlan.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace lumo;
+using namespace tarvo;
+using namespace ::testing;
+
+namespace {
+
+Inventory inventoryOf(InventoryKind kind, std::vector<DetailItem> items) {
+    return {.kind = kind, .items = std::move(items), .unavailable = {}, .unreadableCount = 0};
+}
+
+DetailItem file(const std::string& id, const std::string& path, std::int64_t bytes) {
+    return itemToSetAside(id, path, {path}, bytes, "film");
+}
+
+std::vector<std::string> tiled(const std::vector<Row>& rows) {
+    std::vector<std::string> ids;
+    for (const Row& row : rows) {
+        if (row.hasTile) {
+            ids.push_back(row.id);
+        }
+    }
+    return ids;
+}
+
+} // namespace
+
+TEST(ItemRows, StandBelowTheNameOfTheirKindAndSayWhatStaysAndWhatToRun) {
+    DetailItem copy = file("copia:b//a", "/home/u/b", 5000000);
+    copy.kept = "/home/u/a";
+    const DetailItem shown = itemToShow("sistema:apt", "apt", 3000000, "packages",
+                                        needsAdministrator("sudo apt clean", Language::en));
+    const ShownItems items = shownItems(
+        {inventoryOf(InventoryKind::duplicates, {copy, copy}), inventoryOf(InventoryKind::system, {shown})});
+    ASSERT_EQ(items.rows.size(), 2U) << "each id once";
+    const Row& row = items.rows[0];
+    EXPECT_EQ(headOf(row, Language::es), "Archivos duplicados");
+    EXPECT_THAT(factsOf(row, &items.entries[0], Language::en),
+                Contains(ExplanationLine{.label = "Stays", .text = "/home/u/a"}));
+    EXPECT_FALSE(row.command);
+    EXPECT_EQ(items.rows[1].command, "sudo apt clean");
+    EXPECT_THAT(factsOf(items.rows[1], &items.entries[1], Language::en), IsEmpty()) << "not freed from here";
+    EXPECT_EQ(amountWith(items.rows[1], items.rows, Language::en), "0 MB · 3 MB not now");
+    EXPECT_EQ(bytesOf(row.group, items.rows), 0) << "no part of what the scan found";
+    EXPECT_THAT(rowsIn({}, items.rows), IsEmpty());
+    EXPECT_THAT(rowsIn({.kind = InventoryKind::system}, items.rows), ElementsAre(items.rows[1]));
+}
+
+TEST(ItemRows, HaveATileWhereNoOtherOneStandsForThem) {
+    std::vector<Row> items =
+        shownItems(
+            {inventoryOf(InventoryKind::large,
+                         {file("archivo:a", "/home/u/Videos/a", 9),
+                          file("archivo:b", "/home/u/Downloads/b", 8), file("archivo:c", "/mnt/c", 7),
+                          file("archivo:d", "/home/u/Work/d", 6)}),
+             inventoryOf(InventoryKind::leftovers, {file("resto:a", "/home/u/Videos", 9)}),
+             inventoryOf(InventoryKind::docker, {itemForTool("docker:i", "image", {"docker"}, 4, "")})})
+            .rows;
+    const std::vector<Row> found{{.id = "downloads", .paths = {"/home/u/Downloads"}},
+                                 {.id = "inner", .paths = {"/home/u/Work/d/cache"}}};
+    giveTiles(items, found, "/home/u");
+    EXPECT_THAT(tiled(items), ElementsAre("archivo:a"));
+    const std::vector<Tile> tiles = DiskMap::tiles(items, {}, false, Language::en, System::linux);
+    ASSERT_EQ(tiles.size(), 1U);
+    EXPECT_THAT(litTiles({.kind = InventoryKind::large}, tiles, items), Optional(ElementsAre("archivo:a")));
+}
+
+TEST(ItemRows, AreNotTickedTogetherWithWhatHoldsThem) {
+    // A model and the folder of all models counted twice.
+    TickedPlan plan;
+    const auto entry = [](const std::string& id, const std::string& path) {
+        return PlanEntry{file(id, path, 5).action, {}};
+    };
+    plan.take({entry("ollama", "/home/u/.ollama"), entry("cache", "/home/u/.cache"),
+               entry("modelo:x", "/home/u/.ollama/blobs/x"), entry("modelo:y", "/home/u/.ollama/blobs/y")},
+              {"ollama", "cache"});
+    EXPECT_TRUE(plan.toggle("modelo:x"));
+    EXPECT_TRUE(plan.toggle("modelo:y"));
+    EXPECT_THAT(plan.selection(), ElementsAre("cache", "modelo:x", "modelo:y"));
+    EXPECT_TRUE(plan.toggleAll({"ollama", "cache"}));
+    EXPECT_THAT(plan.selection(), ElementsAre("cache", "ollama"));
+    EXPECT_EQ(plan.shares().total, 10);
+}
+
+TEST(ItemRows, SayOfEachKindWhatItComesToOrWhyNothingIsKnown) {
+    const auto line = [](const Inventory* found, LookState state) {
+        const KindLine said = kindLine(found, state, Language::en);
+        return said.amount + "|" + said.note;
+    };
+    Inventory found = inventoryOf(InventoryKind::large, {file("archivo:a", "/a", 5000000)});
+    EXPECT_EQ(line(nullptr, LookState::unwanted), "|press to look");
+    EXPECT_EQ(line(nullptr, LookState::wanted), "|waiting");
+    EXPECT_EQ(line(&found, LookState::going), "5 MB|looking…");
+    EXPECT_EQ(line(&found, LookState::done), "5 MB|");
+    found.unreadableCount = 2;
+    EXPECT_EQ(kindNote(&found, LookState::done, Language::en), "2 places could not be looked at");
+    found.items[0].blockedBecause = "running";
+    EXPECT_EQ(line(&found, LookState::done), "|5 MB not from here");
+    found.items.clear();
+    EXPECT_EQ(line(&found, LookState::done), "|nothing");
+    found.unavailable = "docker is not running";
+    EXPECT_EQ(line(&found, LookState::done), "|cannot be told");
+    EXPECT_EQ(kindNote(&found, LookState::done, Language::en), "Docker is not running");
+    // The made-up computer has something of most kinds, in both languages.
+    for (std::size_t index = 0; index < inventoryKindCount; ++index) {
+        const auto kind = static_cast<InventoryKind>(index);
+        const Inventory made = DemoDisk::items(kind, Language::es);
+        EXPECT_EQ(made.items.size(), DemoDisk::items(kind, Language::en).items.size());
+        for (const DetailItem& item : made.items) {
+            EXPECT_EQ(inventoryKindOfID(item.id), kind) << item.id;
+        }
+    }
+}
