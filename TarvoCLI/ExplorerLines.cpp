@@ -1,6 +1,7 @@
 #include "TarvoCLI/ExplorerLines.h"
 
 #include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Date.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
