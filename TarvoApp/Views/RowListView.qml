@@ -167,13 +167,18 @@ Rectangle {
                         onGrowthWanted: pane.growthWanted()
                     }
                 }
-                remove: Transition {
-                    NumberAnimation { duration: Theme.shortTime; property: "opacity"; to: 0 }
-                }
+                // Only what a cleanup takes is seen to go: a list that shows something else now may be torn out of
+                // the fading, and then rows that are gone stay to be seen.
+                remove: App.cleaning.inHand.length > 0 ? fading : null
                 move: Transition {
                     NumberAnimation { duration: Theme.shortTime; easing.type: Easing.OutCubic; property: "y" }
                 }
 
+                Transition {
+                    id: fading
+
+                    NumberAnimation { duration: Theme.shortTime; property: "opacity"; to: 0 }
+                }
                 // Until what was opened has its height.
                 Timer {
                     id: settling
