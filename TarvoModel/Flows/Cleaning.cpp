@@ -71,7 +71,7 @@ Agreement together(Agreement agreed, const Desk& desk) {
     // Each place of an item is taken by the next, since they come in the order in which they may go.
     auto next = items.begin();
     for (CleanupAction& action : agreed.actions) {
-        if (found.contains(action.id)) {
+        if (next != items.end() && found.contains(action.id)) {
             action = std::move(next++->action);
         }
     }
