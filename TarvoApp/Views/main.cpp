@@ -150,6 +150,13 @@ void answerWithoutScreen(int count, char** arguments) {
     }
 }
 
+/// True when somebody says where Qt draws, which need not be a screen: without one of them it would abort.
+bool namesPlatform() {
+    return !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") ||
+           std::ranges::any_of(lumo::platform::processArguments(),
+                               [](const std::string& word) { return word.ends_with("-platform"); });
+}
+
 /// Reads the rest of what was asked for, and does it.
 int runAsAsked(const QCommandLineParser& parser, const tarvo::RunMode& mode) {
     std::optional<std::string> home = lumo::platform::environmentVariable("HOME").value_or("");
@@ -175,6 +182,12 @@ int main(int count, char** arguments) {
     const auto mode = tarvo::RunMode::from(lumo::platform::processArguments());
     if (mode.isCapturing && !lumo::platform::hasScreen()) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    if (!lumo::platform::hasScreen() && !namesPlatform()) {
+        say("tarvo-app: " + lumo::Words{"aquí no hay pantalla; en una terminal sirve la orden tarvo",
+                                        "there is no screen here; in a terminal the command tarvo serves"}
+                                .in());
+        return 1;
     }
     if (qgetenv("QT_QPA_PLATFORM") == "offscreen") {
         qputenv("QT_QUICK_BACKEND", "software");
