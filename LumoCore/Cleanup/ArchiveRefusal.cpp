@@ -12,20 +12,10 @@ namespace lumo::Archiver {
 
 namespace {
 
-/// True for a folder that the user's settings call one of the main ones, whatever its name.
-bool isMainFolder(std::string_view path, std::string_view home, System system) {
-    if (system != System::linux) {
-        return false;
-    }
-    const std::vector<std::string> folders = HomePlaces::ofThisMachine(std::string(home)).mainFolders();
-    return std::ranges::find(folders, path) != folders.end();
-}
-
 /// What archiving the item at that path below the home would break.
 std::optional<Words> breakageAt(std::string_view path, std::string_view home, System system) {
     const std::vector<std::string_view> below = components(path.substr(home.size() + 1));
-    if ((below.size() == 1 && ArchiveTables::isHomeFolder(below.front(), system)) ||
-        isMainFolder(path, home, system)) {
+    if (isMainFolder(std::string(path), std::string(home), system)) {
         return SystemWords{.macos = {"«{}» es una carpeta de macOS: elige una de dentro.",
                                      "“{}” is a macOS folder: pick one inside it."},
                            .linux = {"«{}» es una de tus carpetas principales: elige una de dentro.",
@@ -60,6 +50,21 @@ std::optional<Words> breakageBehind(const std::string& path, const std::string& 
 }
 
 } // namespace
+
+bool isMainFolder(const std::string& path, const std::string& home, System system) {
+    if (!path.starts_with(home + "/")) {
+        return false;
+    }
+    const std::vector<std::string_view> below = components(std::string_view(path).substr(home.size() + 1));
+    if (below.size() == 1 && ArchiveTables::isHomeFolder(below.front(), system)) {
+        return true;
+    }
+    if (system != System::linux) {
+        return false;
+    }
+    return std::ranges::any_of(HomePlaces::ofThisMachine(home).mainFolders(),
+                               [&](const std::string& folder) { return isInside(folder, path); });
+}
 
 std::optional<std::string> refusal(const std::string& path, const std::string& home, Language language,
                                    System system) {

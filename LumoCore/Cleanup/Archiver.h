@@ -64,6 +64,11 @@ struct ArchiveControl {
     std::stop_token stop = {};
 };
 
+/// True when the folder at that path in the home is one of the user's main ones, by the names that systems
+/// give them or by what the user's settings say, or holds one: what is in it may go, itself it stays. Looks
+/// at the settings.
+bool isMainFolder(const std::string& path, const std::string& home, System system = currentSystem());
+
 /// Why the item may not be archived, in words for the user; absent when it may.
 std::optional<std::string> refusal(const std::string& path, const std::string& home,
                                    Language language = currentLanguage(), System system = currentSystem());

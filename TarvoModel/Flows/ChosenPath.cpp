@@ -3,6 +3,7 @@
 #include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Words.h"
+#include "LumoCore/Cleanup/Archiver.h"
 #include "LumoCore/Inventories/DetailItem.h"
 #include "LumoCore/Rules/Locator.h"
 #include "LumoCore/Scanning/FileTree.h"
@@ -45,6 +46,11 @@ std::optional<std::string> reasonAgainst(const std::string& path, const std::vec
         if (areWithinEachOther(path, own)) {
             return Words{"Tarvo AI guarda ahí lo suyo", "Tarvo AI keeps its own there"}.in();
         }
+    }
+    if (lumo::Archiver::isMainFolder(path, home)) {
+        return Words{"es una de tus carpetas principales, o contiene una: elige dentro de ella",
+                     "it is one of your main folders, or holds one: choose inside it"}
+            .in();
     }
     for (const PlacedRule& placed : rules) {
         const bool isConcerned = std::ranges::any_of(

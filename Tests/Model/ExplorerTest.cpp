@@ -213,12 +213,15 @@ TEST(Explorer, SetsAsideWhatWasAgreedToThroughTheLogAndPutsItBack) {
 
 TEST(Explorer, LeavesWhatIsProtectedOursKeptOrChangedSinceTheQuestion) {
     const TempHome home;
-    home.files({"Work/a", "Downloads/b", ".config/google-chrome/Default/History"}, 9000);
+    home.files({"Work/a", "Downloads/b", "Papers/mine/c", ".config/google-chrome/Default/History"}, 9000);
+    home.fileWith(".config/user-dirs.dirs", "XDG_DOCUMENTS_DIR=\"$HOME/Papers/mine\"\n");
     home.fileWith(".config/TarvoAI/preferencias.json",
                   R"({"carpetasProtegidas":[")" + home.path("Work") + R"("]})");
     const Desk desk = deskAt(home);
     for (const char* name : {"Work/a", "Work", ".config/TarvoAI", ".config/google-chrome/Default",
-                             ".config/google-chrome/Default/History", ".config"}) {
+                             ".config/google-chrome/Default/History", ".config",
+                             // A main folder went whole, for good after 7 days.
+                             "Downloads", "Papers/mine", "Papers"}) {
         const AsideOffer offer = asideOffer({home.path(name)}, desk);
         EXPECT_EQ(offer.goingCount, 0U) << name;
         EXPECT_TRUE(offer.items.front().reason) << name;
