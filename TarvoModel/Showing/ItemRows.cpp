@@ -141,7 +141,7 @@ std::string kindNote(const Inventory* found, LookState state, Language language)
     if (found->unavailable) {
         return lumo::capitalized(lumo::printable(*found->unavailable));
     }
-    const std::string unread =
+    std::string unread =
         found->unreadableCount > 0 ? unreadText(found->unreadableCount, language) : std::string();
     if (!found->items.empty()) {
         return unread;
