@@ -284,6 +284,9 @@ TEST(AppStories, AMonthOfWeeklyCleanupsTakesOnlyWhatRecreatesItself) {
     AppStory story;
     settle(story);
     story.app().settings()->setAutoCleanWeekly(true);
+    // It is written in the background, and a cleanup that nobody wants yet is not run.
+    ASSERT_TRUE(story.waitUntil(
+        [&] { return Preferences::load(story.home.path()).value(preference::autoCleanWeekly); }));
     std::vector<int> days;
     for (int day = 0; day < 30; ++day) {
         story.addCache(201'000'000);
