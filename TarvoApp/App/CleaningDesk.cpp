@@ -73,7 +73,7 @@ void CleaningDesk::requestClean() {
             return [this, question, wanted = together(ticked, desk)]() mutable {
                 question.actions = wanted.actions;
                 question.shown = wanted.shown;
-                if (!ground_.question.isAsking()) {
+                if (!ground_.question.isAsking() && mayClean()) {
                     ground_.question.ask(std::move(question));
                 }
             };
@@ -99,7 +99,7 @@ void CleaningDesk::ask(const Plan& plan, const Asks& asks) {
     } else if (blocked != plan.entries.end()) {
         ground_.activity.say(blocked->action.title + ": " + *blocked->skipReason);
     }
-    if (!wanted.actions.empty() && !ground_.question.isAsking()) {
+    if (!wanted.actions.empty() && !ground_.question.isAsking() && mayClean()) {
         ground_.question.ask(asks(wanted));
     }
 }

@@ -5,6 +5,7 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/QtText.h"
+#include "TarvoModel/Showing/Preview.h"
 
 #include <algorithm>
 #include <chrono>
@@ -16,10 +17,6 @@ using lumo::Words;
 using lumo::ByteFormat::string;
 
 namespace {
-
-std::string photosText(std::size_t count) {
-    return count == 1 ? Words{"1 elemento", "1 item"}.in() : Words{"{} elementos", "{} items"}.with(count);
-}
 
 std::string hintOf(PhotoSection section) {
     switch (section) {
@@ -258,9 +255,9 @@ QString PhotosDesk::message() const {
 QVariantList PhotosDesk::chapters() const {
     QVariantList chapters;
     for (const PhotoChapter& chapter : read_.chapters) {
-        chapters.push_back(
-            QVariantMap{{"title", shown(chapter.title)},
-                        {"facts", shown(photosText(chapter.count) + " · " + string(chapter.bytes))}});
+        chapters.push_back(QVariantMap{{"title", shown(chapter.title)},
+                                       {"facts", shown(itemsText(static_cast<std::int64_t>(chapter.count)) +
+                                                       " · " + string(chapter.bytes))}});
     }
     return chapters;
 }
@@ -287,7 +284,7 @@ QString PhotosDesk::chosenText() const {
             bytes = lumo::checkedSum(bytes, photo.picture.bytes);
         }
     }
-    return shown(photosText(chosen_.size()) + " · " + string(bytes));
+    return shown(itemsText(std::ssize(chosen_)) + " · " + string(bytes));
 }
 
 } // namespace tarvo
