@@ -103,6 +103,9 @@ std::vector<Contestant> contestantsOf(const Arguments& arguments) {
     contestants.push_back(
         contestantOf(Role::measure, "measure-tree", {arguments.programs + "/measure-tree", home}));
     contestants.push_back(scanOf(tarvo, home));
+    const std::string passes = arguments.programs + "/scan-passes";
+    contestants.push_back(contestantOf(Role::onePass, "scan-passes --full", {passes, "--full", home}));
+    contestants.push_back(contestantOf(Role::bothPasses, "scan-passes", {passes, home}));
     contestants.push_back(contestantOf(Role::rules, "tarvo rules", {tarvo, "rules"}));
     contestants.push_back(contestantOf(Role::du, "du -s -x", {"du", "-s", "-x", home}));
     contestants.push_back(gduOf(home));

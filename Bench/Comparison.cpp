@@ -135,15 +135,18 @@ std::vector<Target> targetsOf(const Comparison& comparison) {
     const Contestant* scan = quickest(comparison, Role::scan);
     const Contestant* rules = quickest(comparison, Role::rules);
     const Contestant* floor = quickest(comparison, Role::floor);
+    const Target passes =
+        targetUpTo("both passes of the window at most 1.25 x the full one",
+                   ratio(quickest(comparison, Role::bothPasses), quickest(comparison, Role::onePass)), 1.25);
     if (comparison.temperature == Temperature::cold) {
         const Contestant* du = quickest(comparison, Role::du);
-        const Contestant* gdu = quickest(comparison, Role::gdu);
-        return {targetUpTo("measure-tree at most 0.45 x du, cold", ratio(measure, du), 0.45),
-                targetUpTo("measure-tree at most 0.55 x gdu, cold", ratio(measure, gdu), 0.55)};
+        return {targetUpTo("measure-tree at most 1.10 x the floor, cold", ratio(measure, floor), 1.10),
+                targetUpTo("tarvo scan at most 0.30 x du, cold", ratio(scan, du), 0.30), passes};
     }
     const auto rulesTime = rules == nullptr ? std::nullopt : std::optional(rules->median());
-    return {targetUpTo("measure-tree at most 1.15 x the floor, warm", ratio(measure, floor), 1.15),
-            targetUpTo("tarvo scan at most 1.5 x the floor, warm", ratio(scan, floor), 1.5),
+    return {targetUpTo("measure-tree at most 1.05 x the floor, warm", ratio(measure, floor), 1.05),
+            targetUpTo("tarvo scan at most 1.10 x the floor, warm", ratio(scan, floor), 1.10),
+            passes,
             targetBelow("tarvo rules under 20 ms", rulesTime, 20, "ms"),
             targetBelow("measure-tree under 24 MiB", peakOf(measure), 24, "MiB"),
             targetBelow("tarvo scan under 24 MiB", peakOf(scan), 24, "MiB")};

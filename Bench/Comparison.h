@@ -17,7 +17,7 @@ double medianOf(std::vector<double> values);
 /// One program that was run, or could not be.
 struct Contestant {
     std::string name; ///< As the table shows it; `role` says what it stands for.
-    enum class Role { floor, measure, scan, rules, du, gdu } role = Role::floor;
+    enum class Role { floor, measure, scan, onePass, bothPasses, rules, du, gdu } role = Role::floor;
     std::vector<std::string> command; ///< Empty when the program is not there.
     std::string problem;              ///< Why there are no figures; empty when there are.
     std::vector<double> milliseconds; ///< One a round.

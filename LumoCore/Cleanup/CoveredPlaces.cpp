@@ -46,10 +46,11 @@ bool isRealFolderBelow(const std::string& folder, const std::string& path) {
 CoveredPlaces::CoveredPlaces(std::string home, const std::vector<Rule>& rules,
                              const std::vector<CleanupAction>& actions)
     : home_(std::move(home)) {
+    const InstallersFinder findInstallers = Installers::finder();
     for (const Rule& rule : rules) {
         const bool isNamed = std::ranges::find(actions, rule.id, &CleanupAction::id) != actions.end();
         if (isNamed && !std::holds_alternative<cleanup::Manual>(rule.cleanup)) {
-            std::vector<std::string> found = resolve(rule, home_, Installers::located);
+            std::vector<std::string> found = resolve(rule, home_, findInstallers);
             ofRules_[rule.id].insert(found.begin(), found.end());
         }
     }

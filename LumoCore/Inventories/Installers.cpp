@@ -1,5 +1,6 @@
 #include "LumoCore/Inventories/Installers.h"
 
+#include "LumoCore/Basics/Parallel.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Inventories/UserFiles.h"
@@ -10,7 +11,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <memory>
 #include <set>
+#include <utility>
 
 namespace lumo::Installers {
 
@@ -112,12 +116,10 @@ std::optional<std::string> Judge::useOfPackage(const std::string& path, Language
     if (!control) {
         return std::nullopt;
     }
-    if (!packages_) {
-        packages_ = packagesOfSystem(systemRoot_);
-    }
+    std::call_once(arePackagesRead_, [this] { packages_ = packagesOfSystem(systemRoot_); });
     const std::string_view name = controlField(*control, "Package");
-    const auto found = packages_->find(name);
-    const bool isUsed = found != packages_->end() && found->second.state == Package::State::installed &&
+    const auto found = packages_.find(name);
+    const bool isUsed = found != packages_.end() && found->second.state == Package::State::installed &&
                         compareVersions(controlField(*control, "Version"), found->second.version) <= 0;
     return isUsed ? std::optional(Words{"{} {} ya está instalado", "{} {} is installed"}.in(
                         language, name, found->second.version))
@@ -160,16 +162,48 @@ std::optional<std::string> Judge::useOf(const std::string& path, Language langua
     return hasEnding(path, archives) ? useOfArchive(path, mostArchiveBytes_, language) : std::nullopt;
 }
 
-std::vector<std::string> located(const locator::Installers& where, const std::string& home) {
-    locator::Installers all = where;
-    all.use = locator::InstallerUse::unused;
-    std::vector<std::string> paths = installersByExtension(all, home);
+namespace {
+
+/// The installers of one folder.
+struct Judged {
+    std::vector<std::string> used;
+    std::vector<std::string> unused;
+};
+
+Judged judged(const locator::Installers& where, const std::string& home) {
+    const std::vector<std::string> paths = installersByExtension(where, home);
+    std::vector<std::uint8_t> isUsed(paths.size());
     Judge judge(home, {}, mostBytesByTheWay);
-    std::erase_if(paths, [&](const std::string& path) {
-        const bool isUsed = judge.useOf(path, Language::en).has_value();
-        return isUsed != (where.use == locator::InstallerUse::used);
+    parallelFor(paths.size(), {}, [&](std::size_t index) {
+        isUsed[index] = judge.useOf(paths[index], Language::en).has_value() ? 1 : 0;
     });
-    return paths;
+    Judged installers;
+    for (std::size_t index = 0; index < paths.size(); ++index) {
+        (isUsed[index] != 0 ? installers.used : installers.unused).push_back(paths[index]);
+    }
+    return installers;
+}
+
+/// What has been looked at, by the locator without what it wants of it.
+struct Looked {
+    std::mutex mutex;
+    std::vector<std::pair<locator::Installers, Judged>> places;
+};
+
+} // namespace
+
+InstallersFinder finder() {
+    return [looked = std::make_shared<Looked>()](const locator::Installers& where, const std::string& home) {
+        locator::Installers place = where;
+        place.use = locator::InstallerUse::unused;
+        const std::lock_guard<std::mutex> lock(looked->mutex);
+        auto& places = looked->places;
+        auto found = std::ranges::find(places, place, &std::pair<locator::Installers, Judged>::first);
+        if (found == places.end()) {
+            found = places.insert(found, {place, judged(place, home)});
+        }
+        return where.use == locator::InstallerUse::used ? found->second.used : found->second.unused;
+    };
 }
 
 namespace {

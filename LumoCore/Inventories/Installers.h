@@ -4,6 +4,8 @@
 #include "LumoCore/Inventories/Packages.h"
 #include "LumoCore/Rules/Locator.h"
 
+#include <map>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -21,10 +23,12 @@ std::vector<DetailItem> itemsWith(const std::vector<std::string>& ids, const Inv
 /// No longer archives than these are judged where there is more to do than that.
 inline constexpr std::int64_t mostBytesByTheWay = 100'000'000;
 
-/// Those that a rule's locator means: what the scan asks (see `InstallersFinder`).
-std::vector<std::string> located(const locator::Installers& where, const std::string& home);
+/// Finds those that rules' locators mean, for one look at one home: what is in a folder is judged once,
+/// however many rules ask. May be called from several threads at once, which wait for each other.
+InstallersFinder finder();
 
-/// Tells what was used. Reads the list of packages when it is first needed.
+/// Tells what was used. Reads the list of packages when it is first needed. May be asked from several
+/// threads.
 class Judge final {
   public:
     static constexpr std::int64_t usualArchiveBytes = 2'000'000'000;
@@ -46,7 +50,8 @@ class Judge final {
     std::string home_;
     std::string systemRoot_;
     std::int64_t mostArchiveBytes_;
-    std::optional<std::map<std::string, Package, std::less<>>> packages_;
+    std::once_flag arePackagesRead_;
+    std::map<std::string, Package, std::less<>> packages_;
 };
 
 } // namespace lumo::Installers

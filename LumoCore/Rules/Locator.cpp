@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace lumo {
 
@@ -37,20 +38,32 @@ std::string standardized(std::string_view path) {
     return absolute.empty() ? "/" : absolute;
 }
 
-/// Both sides are composed: names come back from some disks decomposed, while the patterns are written
-/// composed.
-bool matchesAny(const std::string& composedName, const std::vector<std::string>& patterns) {
-    return std::ranges::any_of(patterns, [&](const std::string& pattern) {
-        return platform::matchesShellPattern(composedName, composed(pattern));
-    });
-}
+/// Patterns for names. Both sides are composed: names come back from some disks decomposed, while the
+/// patterns are written composed.
+class NamePatterns final {
+  public:
+    explicit NamePatterns(const std::vector<std::string>& patterns) {
+        std::ranges::transform(patterns, std::back_inserter(composed_), composed);
+    }
 
-std::vector<std::string> matchingChildren(const std::string& folder, const std::vector<std::string>& patterns,
-                                          const std::vector<std::string>& exceptions = {}) {
+    [[nodiscard]] bool match(const std::string& composedName) const {
+        return std::ranges::any_of(composed_, [&](const std::string& pattern) {
+            return platform::matchesShellPattern(composedName, pattern);
+        });
+    }
+
+  private:
+    std::vector<std::string> composed_;
+};
+
+std::vector<std::string> matchingChildren(const std::string& folder, const std::vector<std::string>& matching,
+                                          const std::vector<std::string>& except = {}) {
+    const NamePatterns meant(matching);
+    const NamePatterns exceptions(except);
     std::vector<std::string> paths;
     for (const std::string& name : platform::namesIn(folder)) {
         const std::string composedName = composed(name);
-        if (matchesAny(composedName, patterns) && !matchesAny(composedName, exceptions)) {
+        if (meant.match(composedName) && !exceptions.match(composedName)) {
             paths.push_back(joined(folder, name));
         }
     }

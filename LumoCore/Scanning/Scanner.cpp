@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/OwnFiles.h"
+#include "LumoCore/Basics/Parallel.h"
 #include "Platform/Clock.h"
 #include "Platform/Folder.h"
 #include "Platform/Volume.h"
@@ -37,13 +38,13 @@ void enter(ScanPhase phase, const ScanContext& context) {
 /// Adds what the rules locate.
 void locate(const std::vector<Rule>& rules, const ScanOptions& options, const ScanContext& context,
             std::vector<Located>& located) {
-    for (const Rule& rule : rules) {
-        if (context.stop.stop_requested()) {
-            break;
-        }
-        std::vector<std::string> paths = resolve(rule, options.home, context.findInstallers);
-        if (!paths.empty()) {
-            located.push_back({&rule, std::move(paths)});
+    std::vector<std::vector<std::string>> paths(rules.size());
+    parallelFor(rules.size(), context.stop, [&](std::size_t index) {
+        paths[index] = resolve(rules[index], options.home, context.findInstallers);
+    });
+    for (std::size_t index = 0; index < rules.size(); ++index) {
+        if (!paths[index].empty()) {
+            located.push_back({&rules[index], std::move(paths[index])});
         }
     }
 }

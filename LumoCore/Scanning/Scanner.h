@@ -41,8 +41,8 @@ struct ScanContext {
     Date startedAt = {};
     std::stop_token stop = {};
     ScanProgress* progress = nullptr;
-    ScanMemory* memory = nullptr; ///< Of the pass before, and for the next one.
-    InstallersFinder findInstallers = installersByExtension;
+    ScanMemory* memory = nullptr;                            ///< Of the pass before, and for the next one.
+    InstallersFinder findInstallers = installersByExtension; ///< Called from several threads at once.
     /// Extra rules for this machine, whose ids begin with "cache-app:"; asked when `discoverAppCaches` is
     /// set. It is told what the given rules have located.
     std::function<std::vector<Rule>(const std::vector<std::string>& located, const std::string& home)>

@@ -108,8 +108,8 @@ TEST(Installers, FillTheTwoRulesOfTheCatalogue) {
     const TempHome home;
     home.files({"Downloads/loose", "Downloads/image.iso"}, 3000);
     shell(home, "cd Downloads && zip -q loose.zip loose");
-    const auto pathsOf = [&](locator::InstallerUse use) {
-        return Installers::located({.in = "~/Downloads", .use = use}, home.path());
+    const auto pathsOf = [&, find = Installers::finder()](locator::InstallerUse use) {
+        return find({.in = "~/Downloads", .use = use}, home.path());
     };
     EXPECT_THAT(pathsOf(locator::InstallerUse::used), ElementsAre(home.path("Downloads/loose.zip")));
     EXPECT_THAT(pathsOf(locator::InstallerUse::unused), ElementsAre(home.path("Downloads/image.iso")));
