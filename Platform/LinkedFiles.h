@@ -2,8 +2,6 @@
 
 #include "Platform/TreeWalk.h"
 
-#include <sys/stat.h>
-
 #include <cstddef>
 #include <functional>
 #include <mutex>
@@ -22,10 +20,10 @@ struct HashOfIdentity {
 class LinkedFiles final {
   public:
     /// Notes that the request has reached a name of the file. True for the first name of it.
-    bool meet(const struct stat& status, std::size_t request);
+    bool meet(const LinkedFile& file, std::size_t request);
 
     /// Nobody will be charged with the file, of which a clone has been counted.
-    void waive(const struct stat& status);
+    void waive(const FileIdentity& identity);
 
     /// What is told of each file in the end: its bytes when this walk is charged with it, otherwise nothing.
     using Settled = std::function<void(FileIdentity file, std::optional<std::int64_t> bytes)>;

@@ -12,8 +12,17 @@ namespace lumo::platform {
 /// What counting the entries of one tree needs to know besides them.
 struct Counting {
     const WalkContext& context;
-    LinkedFiles& linked; ///< Of the whole walk.
-    std::size_t request; ///< Which of the walk's trees it is.
+    LinkedFiles& linked;                     ///< Of the whole walk.
+    std::size_t request;                     ///< Which of the walk's trees it is.
+    std::vector<LinkedFile>* kept = nullptr; ///< Where linked files are kept besides, when the tree is.
+
+    /// True for the first name of the file.
+    [[nodiscard]] bool meet(const LinkedFile& file) const {
+        if (kept != nullptr && kept->size() <= MeasuredTree::mostLinked) {
+            kept->push_back(file);
+        }
+        return linked.meet(file, request);
+    }
 };
 
 /// What became of an entry.
@@ -34,7 +43,7 @@ struct TreeTally {
     timespec lastDatedChange = {};
     bool hasModified = false;
     bool hasDatedChange = false;
-    bool hasSharedFiles = false;
+    bool hasClones = false;
 
     /// Counts one entry by its status. `clone` yields the identity that its clones share, if it has any; it
     /// is asked only for regular files with blocks.
@@ -55,6 +64,18 @@ std::int64_t bytesOfBlocks(std::int64_t blocks);
 
 FileIdentity identityOf(const struct stat& status);
 
+LinkedFile linkedFileOf(const struct stat& status);
+
+/// Counts the trees that are known, before the others are walked.
+void countKnown(std::span<const TreeRequest> requests, std::vector<TreeSums>& sums, LinkedFiles& linked);
+
+/// Keeps the trees that are to be kept, after all were walked and before the linked files are settled. Their
+/// linked files are there already.
+void keepTrees(std::span<const TreeRequest> requests, const std::vector<TreeSums>& sums);
+
+/// Adds to what is kept of one tree what a part of it brought.
+void keepPart(MeasuredTree& tree, const TreeTally& tally, std::vector<LinkedFile> linked);
+
 template <class Clone>
 Counted TreeTally::count(const struct stat& status, bool isDated, const Counting& counting, Clone&& clone) {
     if (!S_ISREG(status.st_mode)) {
@@ -65,19 +86,18 @@ Counted TreeTally::count(const struct stat& status, bool isDated, const Counting
         date(status);
     }
     const bool isLinked = status.st_nlink >= 2;
-    hasSharedFiles = hasSharedFiles || isLinked;
-    if (isLinked && !counting.linked.meet(status, counting.request)) {
+    if (isLinked && !counting.meet(linkedFileOf(status))) {
         return Counted::linkedFile;
     }
     bool isCountedClone = false;
     if (status.st_blocks > 0) {
         const std::optional<FileIdentity> family = clone();
-        hasSharedFiles = hasSharedFiles || family.has_value();
+        hasClones = hasClones || family.has_value();
         isCountedClone = family && !counting.context.claimClone(*family);
     }
     if (isLinked) {
         if (isCountedClone) {
-            counting.linked.waive(status);
+            counting.linked.waive(identityOf(status));
         }
         return Counted::linkedFile;
     }

@@ -53,13 +53,6 @@ struct TreePolicy {
 /// The policy of a tree in which nothing is special.
 const TreePolicy& plainTree();
 
-/// One tree to measure. A path that is no folder is measured as the one entry it is. There may be very many
-/// of these, so they own nothing: path and policy must outlive the walk.
-struct TreeRequest {
-    std::string_view path;
-    const TreePolicy* policy = &plainTree();
-};
-
 /// The sums of one tree.
 struct TreeSums {
     std::int64_t allocatedBytes = 0; ///< Blocks x 512 of every counted entry.
@@ -70,8 +63,34 @@ struct TreeSums {
     /// The same of every regular file but the undated ones, whoever is charged with it.
     std::optional<Timestamp> lastDatedChange;
     std::vector<std::string> setAside; ///< Absolute paths, ascending.
-    /// Some file has several names or clones: who else is measured decides where it is charged.
-    bool hasSharedFiles = false;
+};
+
+/// A regular file with several names.
+struct LinkedFile {
+    FileIdentity identity;
+    std::int64_t allocatedBytes = 0;
+    std::int64_t apparentBytes = 0;
+    Timestamp modified = {};
+};
+
+/// A tree as one walk has measured it, so that another can count it without reading it: who else is measured
+/// decides where a file with several names is charged.
+struct MeasuredTree {
+    static constexpr std::size_t mostLinked = 100000;
+
+    TreeSums sums;                  ///< Without what has several names.
+    std::vector<LinkedFile> linked; ///< What has, as often as it was met.
+    /// Whether the other walk would count the same. Not where files have clones, or more names than are kept.
+    bool isWhole = true;
+};
+
+/// One tree to measure. A path that is no folder is measured as the one entry it is. There may be very many
+/// of these, so they own nothing: what they point to must outlive the walk.
+struct TreeRequest {
+    std::string_view path;
+    const TreePolicy* policy = &plainTree();
+    const MeasuredTree* known = nullptr; ///< Taken for what is there, without a word to a collection.
+    MeasuredTree* kept = nullptr;        ///< Where the tree is kept for another walk, when given.
 };
 
 struct TreePart;

@@ -5,6 +5,8 @@
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 
+#include <algorithm>
+#include <iterator>
 #include <map>
 
 namespace lumo::FileTree {
@@ -49,22 +51,21 @@ Usage measure(const std::string& path, HardLinkRegistry& registry, const Watch& 
 
 std::vector<Usage> measureAll(const std::vector<std::string_view>& paths, HardLinkRegistry& registry,
                               const Watch& watch) {
-    std::vector<Usage> usages;
-    usages.reserve(paths.size());
-    for (const platform::TreeSums& sums : walkAll(paths, registry, watch)) {
-        usages.push_back(usageOf(sums));
-    }
-    return usages;
-}
-
-std::vector<platform::TreeSums> walkAll(const std::vector<std::string_view>& paths,
-                                        HardLinkRegistry& registry, const Watch& watch) {
     std::vector<platform::TreeRequest> requests;
     requests.reserve(paths.size());
     for (const std::string_view path : paths) {
-        requests.push_back({path});
+        requests.push_back({.path = path});
     }
-    return platform::walkTrees(requests, contextOf(registry, watch));
+    return measureAll(requests, registry, watch);
+}
+
+std::vector<Usage> measureAll(std::span<const platform::TreeRequest> requests, HardLinkRegistry& registry,
+                              const Watch& watch) {
+    std::vector<Usage> usages;
+    usages.reserve(requests.size());
+    std::ranges::transform(platform::walkTrees(requests, contextOf(registry, watch)),
+                           std::back_inserter(usages), usageOf);
+    return usages;
 }
 
 Breakdown breakdown(const std::string& path, const Watch& watch, Language language) {

@@ -30,9 +30,9 @@ Usage measure(const std::string& path, HardLinkRegistry& registry, const Watch& 
 std::vector<Usage> measureAll(const std::vector<std::string_view>& paths, HardLinkRegistry& registry,
                               const Watch& watch = {});
 
-/// The same with all that a walk tells of each.
-std::vector<platform::TreeSums> walkAll(const std::vector<std::string_view>& paths,
-                                        HardLinkRegistry& registry, const Watch& watch = {});
+/// The same of requests, whose trees may be known or be kept.
+std::vector<Usage> measureAll(std::span<const platform::TreeRequest> requests, HardLinkRegistry& registry,
+                              const Watch& watch);
 
 /// How many children and how many extensions a breakdown lists.
 inline constexpr std::size_t mostListed = 1000;

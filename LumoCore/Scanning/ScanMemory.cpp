@@ -1,43 +1,32 @@
 #include "LumoCore/Scanning/ScanMemory.h"
 
+#include <utility>
+
 namespace lumo {
 
 std::vector<Usage> ScanMemory::measureAll(const std::vector<std::string_view>& paths,
                                           HardLinkRegistry& registry, const FileTree::Watch& watch) {
-    std::vector<Usage> usages(paths.size());
-    std::vector<std::string_view> unknown;
-    std::vector<std::size_t> places;
-    std::vector<platform::EntryMark> marks;
+    std::vector<Measured> met(paths.size());
+    std::vector<platform::TreeRequest> requests(paths.size());
     for (std::size_t index = 0; index < paths.size(); ++index) {
-        const platform::EntryMark mark = platform::markOf(std::string(paths[index]));
+        met[index].mark = platform::markOf(std::string(paths[index]));
+        requests[index].path = paths[index];
         const auto known = measured_.find(paths[index]);
-        if (known != measured_.end() && known->second.mark == mark) {
-            usages[index] = known->second.usage;
+        if (known != measured_.end() && known->second.mark == met[index].mark) {
+            requests[index].known = &known->second.tree;
         } else {
-            unknown.push_back(paths[index]);
-            places.push_back(index);
-            marks.push_back(mark);
+            requests[index].kept = &met[index].tree;
         }
     }
-    const std::vector<platform::TreeSums> sums = FileTree::walkAll(unknown, registry, watch);
-    for (std::size_t index = 0; index < places.size(); ++index) {
-        usages[places[index]] = FileTree::usageOf(sums[index]);
-    }
-    if (!watch.stop.stop_requested()) {
-        remember(unknown, marks, sums);
+    std::vector<Usage> usages = FileTree::measureAll(requests, registry, watch);
+    if (!watch.stop.stop_requested()) { // What it has left in the middle is no measure.
+        for (std::size_t index = 0; index < paths.size(); ++index) {
+            if (requests[index].kept != nullptr && met[index].tree.isWhole) {
+                measured_.insert_or_assign(std::string(paths[index]), std::move(met[index]));
+            }
+        }
     }
     return usages;
-}
-
-void ScanMemory::remember(const std::vector<std::string_view>& paths,
-                          const std::vector<platform::EntryMark>& marks,
-                          const std::vector<platform::TreeSums>& sums) {
-    for (std::size_t index = 0; index < paths.size(); ++index) {
-        if (!sums[index].hasSharedFiles) {
-            measured_.insert_or_assign(std::string(paths[index]),
-                                       Measured{marks[index], FileTree::usageOf(sums[index])});
-        }
-    }
 }
 
 } // namespace lumo

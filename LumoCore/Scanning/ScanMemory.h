@@ -14,11 +14,12 @@ namespace lumo {
 /// What the first of two passes over a home has measured, for the second, which begins at once when the first
 /// has ended. It outlasts the two no longer, and is used by one at a time.
 ///
-/// What it gives is what the second pass would measure: it keeps only trees without a file that another name
-/// or a clone may bring into another tree, so that their bytes have no other place to be charged to, whatever
-/// order the second pass has. The second pass locates everything anew, so what is gone or new is so for it,
-/// too; a path at which something else stands now, or whose own status has changed since, is measured again.
-/// What changed meanwhile deeper in a tree is seen by the next scan, as if it had happened after this one.
+/// What it gives is what the second pass would measure: files with several names are kept apart from the rest
+/// of a tree, and each pass decides anew where they are charged; trees with clones, or with more names than
+/// are kept, are measured again. The second pass locates everything anew, so what is gone or new is so for
+/// it, too; a path at which something else stands now, or whose own status has changed since, is measured
+/// again. What changed meanwhile deeper in a tree is seen by the next scan, as if it had happened after this
+/// one.
 class ScanMemory final {
   public:
     ScanMemory() = default;
@@ -32,11 +33,8 @@ class ScanMemory final {
   private:
     struct Measured {
         platform::EntryMark mark;
-        Usage usage;
+        platform::MeasuredTree tree;
     };
-
-    void remember(const std::vector<std::string_view>& paths, const std::vector<platform::EntryMark>& marks,
-                  const std::vector<platform::TreeSums>& sums);
 
     std::map<std::string, Measured, std::less<>> measured_;
 };

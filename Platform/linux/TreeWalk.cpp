@@ -47,25 +47,34 @@ class Walk final {
     }
 
     std::vector<TreeSums> run() {
+        {
+            const Locked locked(mutex_);
+            countKnown(requests, sums_, linked);
+        }
         work();
         exchange.join();
         const Locked locked(mutex_);
+        for (TreeSums& sums : sums_) {
+            std::ranges::sort(sums.setAside);
+        }
+        keepTrees(requests, sums_);
         linked.settle(sums_, context, [this](FileIdentity file, std::optional<std::int64_t> bytes) {
             if (collection != nullptr) {
                 collection->settle(file, bytes);
             }
         });
-        for (TreeSums& sums : sums_) {
-            std::ranges::sort(sums.setAside);
-        }
         return std::move(sums_);
     }
 
     /// Adds what a thread has found in one job.
-    void add(std::size_t request, const TreeTally& tally, std::vector<std::string> setAside) {
+    void add(std::size_t request, const TreeTally& tally, std::vector<std::string> setAside,
+             std::vector<LinkedFile> kept) {
         const Locked locked(mutex_);
         tally.addTo(sums_[request]);
         std::ranges::move(setAside, std::back_inserter(sums_[request].setAside));
+        if (MeasuredTree* tree = requests[request].kept) {
+            keepPart(*tree, tally, std::move(kept));
+        }
     }
 
     const std::span<const TreeRequest> requests;
@@ -134,9 +143,10 @@ class Walker final {
 
     /// Counts the entry that a tree starts with, and reads it when it is a folder.
     void beginTree() {
-        const std::string path(walk_.requests[request_].path);
+        const TreeRequest& request = walk_.requests[request_];
+        const std::string path(request.path);
         struct stat status = {};
-        if (path.empty()) {
+        if (path.empty() || request.known != nullptr) {
             return;
         }
         if (fstatat(AT_FDCWD, path.c_str(), &status, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT) != 0) {
@@ -345,7 +355,12 @@ class Walker final {
         return {status.st_dev, status.st_ino, tally_.allocatedBytes - bytesBefore, isUndated};
     }
 
-    Counting counting() { return {walk_.context, walk_.linked, request_}; }
+    Counting counting() {
+        return {.context = walk_.context,
+                .linked = walk_.linked,
+                .request = request_,
+                .kept = walk_.requests[request_].kept != nullptr ? &kept_ : nullptr};
+    }
 
     /// True when the folder with that status is the innermost one or lies around it, within the tree.
     [[nodiscard]] bool isAround(const struct stat& status) const {
@@ -401,7 +416,7 @@ class Walker final {
     /// Hands over what the job brought. After a stop it was left in the middle.
     void finish() {
         showProgress();
-        walk_.add(request_, tally_, std::exchange(setAside_, {}));
+        walk_.add(request_, tally_, std::exchange(setAside_, {}), std::exchange(kept_, {}));
         tally_ = {};
         shownBytes_ = 0;
     }
@@ -419,6 +434,7 @@ class Walker final {
         0; ///< How many folders the collector was in before the outermost of the stack.
     TreeTally tally_;
     std::vector<std::string> setAside_;
+    std::vector<LinkedFile> kept_;
     std::int64_t entriesNotShown_ = 0;
     std::int64_t shownBytes_ = 0;
     std::int64_t entriesSinceGiven_ = 0;

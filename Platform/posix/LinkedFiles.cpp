@@ -1,6 +1,6 @@
 #include "Platform/LinkedFiles.h"
 
-#include "Platform/TreeTally.h"
+#include "LumoCore/Basics/CheckedSum.h"
 
 #include <algorithm>
 
@@ -13,23 +13,23 @@ std::size_t HashOfIdentity::operator()(const FileIdentity& file) const noexcept 
     return (file.object ^ (device << 32)) * spread;
 }
 
-bool LinkedFiles::meet(const struct stat& status, std::size_t request) {
+bool LinkedFiles::meet(const LinkedFile& file, std::size_t request) {
     const std::lock_guard<std::mutex> lock(mutex_);
-    const auto [met, isFirst] = files_.try_emplace(identityOf(status));
-    File& file = met->second;
+    const auto [met, isFirst] = files_.try_emplace(file.identity);
+    File& known = met->second;
     if (isFirst) {
-        file = {.request = request,
-                .allocatedBytes = bytesOfBlocks(status.st_blocks),
-                .apparentBytes = status.st_size,
-                .modified = modificationDateOf(status)};
+        known = {.request = request,
+                 .allocatedBytes = file.allocatedBytes,
+                 .apparentBytes = file.apparentBytes,
+                 .modified = file.modified};
     }
-    file.request = std::min(file.request, request);
+    known.request = std::min(known.request, request);
     return isFirst;
 }
 
-void LinkedFiles::waive(const struct stat& status) {
+void LinkedFiles::waive(const FileIdentity& identity) {
     const std::lock_guard<std::mutex> lock(mutex_);
-    files_[identityOf(status)].isWaived = true;
+    files_[identity].isWaived = true;
 }
 
 void LinkedFiles::settle(std::vector<TreeSums>& sums, const WalkContext& context,

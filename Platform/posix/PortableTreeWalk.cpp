@@ -34,7 +34,10 @@ class PortableWalk {
   public:
     PortableWalk(const TreeRequest& request, std::size_t index, Shared& shared)
         : request_(request), policy_(*request.policy), shared_(shared), context_(shared.context),
-          counting_{shared.context, shared.linked, index} {}
+          counting_{.context = shared.context,
+                    .linked = shared.linked,
+                    .request = index,
+                    .kept = request.kept != nullptr ? &kept_ : nullptr} {}
 
     TreeSums run() {
         // fts takes mutable strings although it copies them.
@@ -54,6 +57,9 @@ class PortableWalk {
         leaveTo(0);
         tally_.addTo(sums_);
         std::ranges::sort(sums_.setAside);
+        if (request_.kept != nullptr) {
+            keepPart(*request_.kept, tally_, std::move(kept_));
+        }
         return std::move(sums_);
     }
 
@@ -172,6 +178,7 @@ class PortableWalk {
     Shared& shared_;
     const WalkContext& context_;
     const Counting counting_;
+    std::vector<LinkedFile> kept_;
     TreeTally tally_;
     TreeSums sums_;
     dev_t device_ = 0;        ///< Of the root.
@@ -182,15 +189,18 @@ class PortableWalk {
 
 std::vector<TreeSums> walkTreesPortably(std::span<const TreeRequest> requests, const WalkContext& context,
                                         WalkCollection* collection) {
-    std::vector<TreeSums> sums;
-    sums.reserve(requests.size());
+    std::vector<TreeSums> sums(requests.size());
     std::unique_ptr<WalkCollector> collector = collection != nullptr ? collection->collector() : nullptr;
     Shared shared{.context = context,
                   .collector = collector.get(),
                   .looksFirst = collection != nullptr && collection->looksFirst()};
-    for (const TreeRequest& request : requests) {
-        sums.push_back(PortableWalk(request, sums.size(), shared).run());
+    countKnown(requests, sums, shared.linked);
+    for (std::size_t index = 0; index < requests.size(); ++index) {
+        if (requests[index].known == nullptr) {
+            sums[index] = PortableWalk(requests[index], index, shared).run();
+        }
     }
+    keepTrees(requests, sums);
     collector.reset();
     shared.linked.settle(sums, context, [&](FileIdentity file, std::optional<std::int64_t> bytes) {
         if (collection != nullptr) {

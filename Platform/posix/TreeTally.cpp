@@ -1,6 +1,7 @@
 #include "Platform/TreeTally.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace lumo::platform {
 
@@ -75,6 +76,42 @@ FileIdentity identityOf(const struct stat& status) {
     return {static_cast<std::int32_t>(status.st_dev), status.st_ino};
 }
 
+LinkedFile linkedFileOf(const struct stat& status) {
+    return {.identity = identityOf(status),
+            .allocatedBytes = bytesOfBlocks(status.st_blocks),
+            .apparentBytes = status.st_size,
+            .modified = modificationDateOf(status)};
+}
+
+void countKnown(std::span<const TreeRequest> requests, std::vector<TreeSums>& sums, LinkedFiles& linked) {
+    for (std::size_t request = 0; request < requests.size(); ++request) {
+        if (const MeasuredTree* tree = requests[request].known) {
+            sums[request] = tree->sums;
+            for (const LinkedFile& file : tree->linked) {
+                linked.meet(file, request);
+            }
+        }
+    }
+}
+
+void keepTrees(std::span<const TreeRequest> requests, const std::vector<TreeSums>& sums) {
+    for (std::size_t request = 0; request < requests.size(); ++request) {
+        if (MeasuredTree* tree = requests[request].kept) {
+            tree->sums = sums[request];
+        }
+    }
+}
+
+void keepPart(MeasuredTree& tree, const TreeTally& tally, std::vector<LinkedFile> linked) {
+    tree.isWhole =
+        tree.isWhole && !tally.hasClones && tree.linked.size() + linked.size() <= MeasuredTree::mostLinked;
+    if (tree.isWhole) {
+        std::ranges::move(linked, std::back_inserter(tree.linked));
+    } else {
+        tree.linked.clear();
+    }
+}
+
 void TreeTally::date(const struct stat& status) {
     keepLater(lastDatedChange, hasDatedChange, modificationOf(status));
 }
@@ -91,7 +128,6 @@ void TreeTally::addTo(TreeSums& sums) const {
     sums.apparentBytes = saturatedSum(sums.apparentBytes, apparentBytes);
     sums.fileCount += fileCount;
     sums.unreadableCount += unreadableCount;
-    sums.hasSharedFiles = sums.hasSharedFiles || hasSharedFiles;
     if (hasModified) {
         keepLater(sums.lastModified, lastModified);
     }
