@@ -58,19 +58,20 @@ KnownPlaces::KnownPlaces(HomePlaces places, const Installed& installed, Language
     const std::vector<Rule> catalogue = RuleCatalog::inHome(places_, language_);
     lookUp(catalogue, Source::catalogue);
     divideCaches(catalogue);
-    lookUp(AppCaches::rules(installed_.apps, catalogue, home, language_), Source::inventory);
+    lookUp(AppCaches::rulesBeside(claimed_, installed_.apps, home, language_), Source::inventory);
     for (std::string own : {OwnFiles::support(home), OwnFiles::caches(home), OwnFiles::settings(home)}) {
         claimed_.push_back(std::move(own));
     }
 }
 
 void KnownPlaces::lookUp(std::vector<Rule> rules, Source source) {
-    for (Rule& rule : rules) {
+    std::vector<std::vector<std::string>> found = resolveAll(rules, places_.home());
+    for (std::size_t index = 0; index < rules.size(); ++index) {
+        Rule& rule = rules[index];
         if (const auto* const use = installersOf(rule); use && *use == locator::InstallerUse::used) {
             usedInstallers_ = rule;
         }
-        std::vector<std::string> paths = resolve(rule, places_.home());
-        if (!paths.empty()) {
+        if (std::vector<std::string>& paths = found[index]; !paths.empty()) {
             claimed_.insert(claimed_.end(), paths.begin(), paths.end());
             rulePlaces_.push_back({std::move(rule), source, std::move(paths)});
         }

@@ -18,8 +18,8 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 3> places{
 
 std::vector<std::string> pathsOf(const std::vector<Rule>& rules, const std::string& home) {
     std::vector<std::string> paths;
-    for (const Rule& rule : rules) {
-        std::ranges::move(resolve(rule, home), std::back_inserter(paths));
+    for (std::vector<std::string>& found : resolveAll(rules, home)) {
+        std::ranges::move(found, std::back_inserter(paths));
     }
     return paths;
 }

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <span>
 
 namespace lumo {
@@ -96,10 +97,8 @@ constexpr std::array<KindOfFile, 9> kinds{
 } // namespace
 
 UserFiles::UserFiles(const InventoryQuery& query) : query_(query) {
-    for (const Rule& rule : RuleCatalog::inHome(query.home)) {
-        for (std::string& path : resolve(rule, query.home)) {
-            claimed_.insert(std::move(path));
-        }
+    for (std::vector<std::string>& paths : resolveAll(RuleCatalog::inHome(query.home), query.home)) {
+        claimed_.insert(std::make_move_iterator(paths.begin()), std::make_move_iterator(paths.end()));
     }
     for (std::string own :
          {OwnFiles::support(query.home), OwnFiles::caches(query.home), OwnFiles::settings(query.home)}) {
@@ -111,7 +110,7 @@ platform::FilesFound UserFiles::search(std::int64_t minimumBytes) const {
     platform::FileSearch search{
         .roots = query_.folders,
         .minimumBytes = minimumBytes,
-        .enters = [this](const std::string& path, std::string_view) { return mayHold(path); },
+        .enters = [this](const std::string& path, std::string_view name) { return mayEnter(path, name); },
         .refuses = isAnothers};
     if (search.roots.empty()) {
         search.roots.push_back(query_.home);
@@ -128,6 +127,12 @@ bool UserFiles::mayHold(std::string_view path) const {
     const bool isForeign = std::ranges::any_of(
         names, [](std::string_view name) { return name.starts_with('.') || isWhole(name); });
     return !isForeign && !(isInHome && holds(foreignFolders, names.front())) && !isClaimed(path);
+}
+
+bool UserFiles::mayEnter(const std::string& path, std::string_view name) const {
+    const bool isForeign = path.size() == query_.home.size() + 1 + name.size() &&
+                           holds(foreignFolders, name) && path.starts_with(query_.home);
+    return !name.starts_with('.') && !isWhole(name) && !isForeign && !claimed_.contains(path);
 }
 
 std::vector<std::string> UserFiles::namesOf(const std::string& path,

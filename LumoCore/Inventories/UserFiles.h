@@ -33,6 +33,8 @@ class UserFiles final {
                                                    const platform::FileStatus& status) const;
 
   private:
+    /// The same of a folder in one that may.
+    [[nodiscard]] bool mayEnter(const std::string& path, std::string_view name) const;
     [[nodiscard]] bool isClaimed(std::string_view path) const;
 
     const InventoryQuery& query_;

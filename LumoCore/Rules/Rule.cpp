@@ -1,6 +1,7 @@
 #include "LumoCore/Rules/Rule.h"
 
 #include "LumoCore/Basics/OwnFiles.h"
+#include "LumoCore/Basics/Parallel.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Words.h"
 #include "Platform/Folder.h"
@@ -110,6 +111,15 @@ std::vector<std::string> resolve(const Rule& rule, const std::string& home,
     for (std::string& path : found) {
         addOnce(std::move(path), paths, realPaths);
     }
+    return paths;
+}
+
+std::vector<std::vector<std::string>> resolveAll(std::span<const Rule> rules, const std::string& home,
+                                                 const InstallersFinder& findInstallers,
+                                                 const std::stop_token& stop) {
+    std::vector<std::vector<std::string>> paths(rules.size());
+    parallelFor(rules.size(), stop,
+                [&](std::size_t index) { paths[index] = resolve(rules[index], home, findInstallers); });
     return paths;
 }
 

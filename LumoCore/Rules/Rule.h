@@ -6,6 +6,8 @@
 #include "LumoCore/Rules/Locator.h"
 
 #include <optional>
+#include <span>
+#include <stop_token>
 #include <string>
 #include <variant>
 #include <vector>
@@ -118,6 +120,11 @@ struct Rule {
 /// can be reached in several ways, or lies in another, is given once. As with a locator, never fails.
 std::vector<std::string> resolve(const Rule& rule, const std::string& home,
                                  const InstallersFinder& findInstallers = installersByExtension);
+
+/// The same for each rule, in their order; several are looked up at once. After a stop the rest stay empty.
+std::vector<std::vector<std::string>>
+resolveAll(std::span<const Rule> rules, const std::string& home,
+           const InstallersFinder& findInstallers = installersByExtension, const std::stop_token& stop = {});
 
 /// How that rule frees those paths: in its own way, or, where a tool would reach only the first of several
 /// that recreate themselves, by emptying them.

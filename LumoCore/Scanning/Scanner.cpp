@@ -2,7 +2,6 @@
 
 #include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/OwnFiles.h"
-#include "LumoCore/Basics/Parallel.h"
 #include "Platform/Clock.h"
 #include "Platform/Folder.h"
 #include "Platform/Volume.h"
@@ -38,10 +37,8 @@ void enter(ScanPhase phase, const ScanContext& context) {
 /// Adds what the rules locate.
 void locate(const std::vector<Rule>& rules, const ScanOptions& options, const ScanContext& context,
             std::vector<Located>& located) {
-    std::vector<std::vector<std::string>> paths(rules.size());
-    parallelFor(rules.size(), context.stop, [&](std::size_t index) {
-        paths[index] = resolve(rules[index], options.home, context.findInstallers);
-    });
+    std::vector<std::vector<std::string>> paths =
+        resolveAll(rules, options.home, context.findInstallers, context.stop);
     for (std::size_t index = 0; index < rules.size(); ++index) {
         if (!paths[index].empty()) {
             located.push_back({&rules[index], std::move(paths[index])});

@@ -75,7 +75,6 @@ class SearchCollector final : public WalkCollector {
 
     void add(const WalkedEntry& entry) override {
         const std::size_t pathBytes = entry.folder.size() + entry.name.size();
-        // No call takes a longer path: what lies there could be named, and nothing be done about it.
         if (!S_ISREG(entry.status.st_mode) || entry.status.st_size < search_.minimumBytes() ||
             pathBytes >= PATH_MAX) {
             return;
@@ -159,7 +158,10 @@ FilesFound searchFiles(const FileSearch& asked, WalkProgress* progress, const st
     TreePolicy policy;
     if (asked.enters) {
         policy.setsAside = [](std::string_view) { return true; };
-        policy.walksAllTheSame = [&](const std::string& path) { return asked.enters(path, fileName(path)); };
+        // No call takes a longer path: what lies there could be named, and nothing be done about it.
+        policy.walksAllTheSame = [&](const std::string& path) {
+            return path.size() < PATH_MAX && asked.enters(path, fileName(path));
+        };
     }
     // A root may be a link, as a home on another disk is.
     std::vector<std::string> roots = asked.roots;

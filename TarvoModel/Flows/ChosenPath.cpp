@@ -69,8 +69,9 @@ std::vector<lumo::PlanEntry> chosenEntries(const std::vector<std::string>& paths
                                            const lumo::PlanSurroundings& surroundings,
                                            const std::string& home) {
     std::vector<PlacedRule> placed;
-    for (const lumo::Rule& rule : rules) {
-        placed.push_back({rule, lumo::resolve(rule, home)});
+    std::vector<std::vector<std::string>> found = lumo::resolveAll(rules, home);
+    for (std::size_t index = 0; index < rules.size(); ++index) {
+        placed.push_back({rules[index], std::move(found[index])});
     }
     std::vector<lumo::PlanEntry> entries;
     for (const std::string& path : paths) {
