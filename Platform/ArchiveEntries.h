@@ -11,8 +11,8 @@
 #include <string>
 #include <string_view>
 
-/// What is in archives of any kind (zip, tar however compressed, 7z, rar, ar), without unpacking them.
-/// Whoever made an archive may have put anything into its names and lengths. Archives are left looking
+/// What is in archives (zip, 7z, rar, ar, and tar, plain or by gzip, bzip2, xz or zstd), without unpacking
+/// them. Whoever made an archive may have put anything into its names and lengths. Archives are left looking
 /// unopened.
 namespace lumo::platform {
 
