@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 namespace tarvo {
@@ -139,8 +140,10 @@ ScreenLine sumLine(const Explorer& explorer, const ExplorerView& view) {
         line.spans.push_back(
             {" · " + ageText(*days) + ": " + lumo::ByteFormat::string(bytes), Style::strong});
     }
-    line.spans.push_back(
-        {" · " + itemsText(folder.sums.items) + " · " + orderText(explorer.order()), Style::faint});
+    if (!explorer.olderThanDays() || view.columns >= narrow) {
+        line.spans.push_back({" · " + itemsText(folder.sums.items), Style::faint});
+    }
+    line.spans.push_back({" · " + orderText(explorer.order()), Style::faint});
     if (explorer.markCount() > 0) {
         line.spans.push_back({" · " + Words{"{} marcados: {}", "{} marked: {}"}.with(
                                           explorer.markCount(),
@@ -160,20 +163,34 @@ ScreenLine sumLine(const Explorer& explorer, const ExplorerView& view) {
     return line;
 }
 
-ScreenLine footLine(const ExplorerView& view) {
+/// What happened last, in as many lines as it takes: how much was freed may stand at its end.
+std::vector<ScreenLine> messageLines(const ExplorerView& view) {
+    constexpr std::size_t margin = 2;
+    const std::size_t width = view.columns > margin * 2 ? view.columns - margin : 0;
+    const std::string text = paragraph(lumo::printable(view.message), width);
+    std::vector<ScreenLine> lines;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        lines.push_back({.spans = {{" " + text.substr(begin, end - begin),
+                                    view.isProblem ? Style::problem : Style::strong}}});
+        begin = end + 1;
+    }
+    return lines;
+}
+
+std::vector<ScreenLine> footLines(const ExplorerView& view) {
     if (view.typedFilter) {
-        return {.spans = {{" /" + lumo::printable(*view.typedFilter) + "_", Style::strong}}};
+        return {{.spans = {{" /" + lumo::printable(*view.typedFilter) + "_", Style::strong}}}};
     }
     if (!view.message.empty()) {
-        return {.spans = {
-                    {" " + lumo::printable(view.message), view.isProblem ? Style::problem : Style::strong}}};
+        return messageLines(view);
     }
     const Words keys = view.columns < narrow
                            ? Words{" ?: ayuda  d: apartar  i: qué es  q: salir",
                                    " ?: help  d: set aside  i: what is it  q: quit"}
                            : Words{" ?: ayuda  Espacio: marcar  d: apartar  u: deshacer  i: qué es  q: salir",
                                    " ?: help  Space: mark  d: set aside  u: undo  i: what is it  q: quit"};
-    return {.spans = {{keys.in(), Style::faint}}};
+    return {{.spans = {{keys.in(), Style::faint}}}};
 }
 
 ScreenLine plainLine(std::string text, Style style = Style::plain) {
@@ -233,7 +250,11 @@ std::vector<ScreenLine> explorerLines(const Explorer& explorer, const ExplorerVi
     if (explorer.rows().empty()) {
         lines[linesAround - 1] = plainLine(noRowsText(explorer, view), Style::faint);
     }
-    lines.push_back(footLine(view));
+    std::vector<ScreenLine> foot = footLines(view);
+    const std::size_t over = std::min(foot.size() - 1, visible - 1);
+    lines.resize(lines.size() - over); // Until the next key a long message stands over the last rows.
+    foot.resize(over + 1);
+    std::ranges::move(foot, std::back_inserter(lines));
     return lines;
 }
 
@@ -246,8 +267,7 @@ std::vector<ScreenLine> explorerHelp() {
         {{"a", "a"}, {"solo lo antiguo: 6 meses, 1 año, 2 años", "only the old: 6 months, 1 year, 2 years"}},
         {{"s", "s"}, {"orden: tamaño, nombre, fecha, elementos", "order: size, name, date, items"}},
         {{"Espacio", "Space"}, {"marcar o desmarcar; Esc los quita", "mark or unmark; Esc clears all"}},
-        {{"d", "d"},
-         {"apartar lo marcado 7 días, tras preguntar", "set the marked aside for 7 days, after a question"}},
+        {{"d", "d"}, {"apartar 7 días; antes pregunta", "set aside for 7 days, asking first"}},
         {{"u", "u"}, {"deshacer: devolver lo último a su sitio", "undo: put the latest back"}},
         {{"i", "i"}, {"qué es y si se puede quitar", "what it is and whether it can go"}},
         {{"e", "e"}, {"abrir con el programa del escritorio", "open with the desktop's program"}},

@@ -177,12 +177,17 @@ struct Screen::Terminal {
     lumo::platform::KeptTerminal kept;
     SCREEN* screen = nullptr;
     bool hasColor = false;
+    bool hasOwnScreen = false; ///< What was there before comes back by itself.
 
     Terminal() = default;
     Terminal(const Terminal&) = delete;
     Terminal& operator=(const Terminal&) = delete;
     ~Terminal() {
         if (screen != nullptr) {
+            if (!hasOwnScreen) {
+                erase(); // Or the next prompt would be written over the last line.
+                refresh();
+            }
             endwin();
             delscreen(screen);
         }
@@ -201,8 +206,10 @@ std::unique_ptr<Screen> Screen::open(bool hasColor) {
     if (terminal.screen == nullptr) {
         return nullptr;
     }
+    const std::string back = capability("rmcup");
+    terminal.hasOwnScreen = !back.empty();
     terminal.kept.leaveWith(capability("sgr0") + capability("cnorm") + capability("rmkx") +
-                            capability("rmcup") + "\r\n");
+                            (terminal.hasOwnScreen ? back : capability("clear")) + "\r\n");
     cbreak();
     noecho();
     nonl();
