@@ -1,20 +1,16 @@
+#include "EventLoop.h"
 #include "TarvoApp/App/AppModel.h"
 #include "TarvoApp/Views/MainWindow.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QEventLoop>
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QQuickWindow>
-#include <QTimer>
 
 #include <fmt/format.h>
 
-#include <sys/resource.h>
-
 #include <algorithm>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -23,23 +19,10 @@
 namespace {
 
 using namespace tarvo;
+using bench::Beats;
+using bench::waitFor;
 
 QElapsedTimer sinceStart;
-
-void waitFor(const std::function<bool()>& isOver) {
-    QEventLoop loop;
-    QTimer beat;
-    beat.start(5);
-    while (!isOver()) {
-        loop.processEvents(QEventLoop::WaitForMoreEvents);
-    }
-}
-
-void waitFor(std::chrono::milliseconds time) {
-    QElapsedTimer clock;
-    clock.start();
-    waitFor([&] { return clock.elapsed() > time.count(); });
-}
 
 /// The time of each frame from the moment at which all movement is settled until it is there.
 class Frames {
@@ -71,24 +54,6 @@ class Frames {
     QMetaObject::Connection ended_;
     QElapsedTimer clock_;
     std::vector<double> times_;
-};
-
-/// The longest time for which the thread did not listen.
-class Beats {
-  public:
-    Beats() {
-        QObject::connect(&timer_, &QTimer::timeout,
-                         [this] { longest_ = std::max(longest_, beat_.restart()); });
-        timer_.setTimerType(Qt::PreciseTimer);
-        beat_.start();
-        timer_.start(1);
-    }
-    [[nodiscard]] qint64 longest() const { return longest_; }
-
-  private:
-    QTimer timer_;
-    QElapsedTimer beat_;
-    qint64 longest_ = 0;
 };
 
 double tellEmptyScene(const QSize& size) {
@@ -159,9 +124,7 @@ void run(const std::string& home) {
     const double base = tellEmptyScene(window.size());
     tellHovering(window, base);
     tellZooming(app, window, base);
-    rusage used{};
-    getrusage(RUSAGE_SELF, &used);
-    fmt::print("peak memory {} MiB\n", used.ru_maxrss / 1024);
+    fmt::print("peak memory {} MiB\n", bench::peakMebibytes());
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "TarvoCLI/ExplorerLines.h"
 
 #include "LumoCore/Basics/ByteFormat.h"
-#include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Date.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
@@ -133,12 +132,8 @@ ScreenLine sumLine(const Explorer& explorer, const ExplorerView& view) {
     ScreenLine line;
     line.spans.push_back({" " + lumo::ByteFormat::string(folder.sums.bytes), Style::faint});
     if (const auto days = explorer.olderThanDays()) {
-        std::int64_t bytes = 0;
-        for (const NamedEntry& row : explorer.rows()) {
-            bytes = lumo::saturatedSum(bytes, row.sums.bytes);
-        }
         line.spans.push_back(
-            {" · " + ageText(*days) + ": " + lumo::ByteFormat::string(bytes), Style::strong});
+            {" · " + ageText(*days) + ": " + lumo::ByteFormat::string(explorer.rowsBytes()), Style::strong});
     }
     if (!explorer.olderThanDays() || view.columns >= narrow) {
         line.spans.push_back({" · " + itemsText(folder.sums.items), Style::faint});

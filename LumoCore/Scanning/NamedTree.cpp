@@ -24,6 +24,11 @@ constexpr std::size_t longestName = 0xFFFF;
 /// few
 /// ("index.js", "package.json").
 constexpr std::size_t rememberedNames = 16384;
+/// How many entries are looked at before whoever waits for the lock may have it, some tenths of a
+/// millisecond.
+constexpr std::size_t looksAPiece = 8192;
+/// More are rarely in one folder, and what is reserved in vain costs nothing but addresses.
+constexpr std::size_t mostReserved = std::size_t{1} << 21;
 
 auto orderOf(const platform::FileIdentity& file) {
     return std::tuple(file.device, file.object);
@@ -278,10 +283,7 @@ void NamedTree::detach(EntryIndex entry) {
     }
     *toIt = taken.next;
     taken.next = noEntry;
-    const EntryIndex around = std::exchange(taken.parent, noEntry);
-    if (taken.is(EntryTraits::unreadable | EntryTraits::holdsUnreadable)) {
-        forgetUnreadable(around);
-    }
+    settleAround(entry, std::exchange(taken.parent, noEntry));
 }
 
 void NamedTree::markUnreadable(EntryIndex entry) {
@@ -298,16 +300,28 @@ void NamedTree::tellUnreadable(EntryIndex index) {
     }
 }
 
-/// After something was taken out of the folder: it, and those around it, may hold nothing unreadable any
-/// more.
-void NamedTree::forgetUnreadable(EntryIndex folder) {
-    for (; folder != noEntry; folder = node(folder).parent) {
-        for (EntryIndex below = node(folder).firstBelow; below != noEntry; below = node(below).next) {
-            if (node(below).is(EntryTraits::unreadable | EntryTraits::holdsUnreadable)) {
-                return;
-            }
+/// After an entry was taken out of the folder: that, and those around it, may hold nothing unreadable any
+/// more, and what changed last in them may be something older.
+void NamedTree::settleAround(EntryIndex taken, EntryIndex folder) {
+    bool mayBeReadable = node(taken).is(EntryTraits::unreadable | EntryTraits::holdsUnreadable);
+    bool mayBeOlder = node(taken).modified != 0;
+    for (; folder != noEntry && (mayBeReadable || mayBeOlder); folder = node(folder).parent) {
+        Node& settled = node(folder);
+        mayBeOlder = mayBeOlder && settled.modified == node(taken).modified;
+        std::uint32_t modified = 0;
+        for (EntryIndex below = settled.firstBelow; below != noEntry && (mayBeReadable || mayBeOlder);
+             below = node(below).next) {
+            const Node& left = node(below);
+            mayBeReadable = mayBeReadable && !left.is(EntryTraits::unreadable | EntryTraits::holdsUnreadable);
+            modified = std::max(modified, left.modified);
+            mayBeOlder = mayBeOlder && modified < node(taken).modified;
         }
-        node(folder).take(EntryTraits::holdsUnreadable);
+        if (mayBeReadable) {
+            settled.take(EntryTraits::holdsUnreadable);
+        }
+        if (mayBeOlder) {
+            settled.modified = modified;
+        }
     }
 }
 
@@ -323,15 +337,6 @@ NamedEntry NamedTree::read(EntryIndex index) const {
 NamedEntry NamedTree::entry(EntryIndex index) const {
     const platform::Locked locked(mutex_);
     return read(index);
-}
-
-std::vector<NamedEntry> NamedTree::entriesOf(EntryIndex folder) const {
-    const platform::Locked locked(mutex_);
-    std::vector<NamedEntry> entries;
-    for (EntryIndex below = node(folder).firstBelow; below != noEntry; below = node(below).next) {
-        entries.push_back(read(below));
-    }
-    return entries;
 }
 
 EntrySums NamedTree::sumsBefore(EntryIndex top, std::uint32_t moment) const {
@@ -353,17 +358,57 @@ EntrySums NamedTree::sumsBefore(EntryIndex top, std::uint32_t moment) const {
     }
 }
 
-std::vector<NamedEntry> NamedTree::entriesChangedBefore(EntryIndex folder, std::uint32_t moment) const {
-    const platform::Locked locked(mutex_);
+std::vector<NamedEntry> NamedTree::collected(EntryIndex folder, std::optional<std::uint32_t> moment) const {
     std::vector<NamedEntry> entries;
-    for (EntryIndex below = node(folder).firstBelow; below != noEntry; below = node(below).next) {
-        const EntrySums sums = sumsBefore(below, moment);
-        if (sums.modified != 0) {
-            entries.push_back(read(below));
-            entries.back().sums = sums;
+    std::vector<NamedEntry> piece;
+    EntryIndex below = noEntry;
+    for (bool isBegun = false; !isBegun || below != noEntry;) {
+        {
+            const platform::Locked locked(mutex_);
+            // What was taken out of the tree meanwhile no longer leads on: from the beginning, then.
+            if (!isBegun || node(below).parent != folder) {
+                entries.clear();
+                entries.reserve(std::min<std::size_t>(node(folder).items, mostReserved));
+                below = node(folder).firstBelow;
+                isBegun = true;
+            }
+            std::size_t looked = 0;
+            for (; below != noEntry && looked < looksAPiece; below = node(below).next) {
+                NamedEntry entry = read(below);
+                looked += moment ? std::size_t{entry.sums.items} + 1 : 1;
+                if (moment) {
+                    entry.sums = sumsBefore(below, *moment);
+                }
+                if (!moment || entry.sums.modified != 0) {
+                    piece.push_back(entry);
+                }
+            }
         }
+        // Whoever waits for the lock gets it meanwhile.
+        entries.insert(entries.end(), piece.begin(), piece.end());
+        piece.clear();
     }
     return entries;
+}
+
+std::vector<NamedEntry> NamedTree::entriesOf(EntryIndex folder) const {
+    return collected(folder, std::nullopt);
+}
+
+std::vector<NamedEntry> NamedTree::entriesChangedBefore(EntryIndex folder, std::uint32_t moment) const {
+    return collected(folder, moment);
+}
+
+bool NamedTree::hasMoreThan(EntryIndex folder, std::size_t entries) const {
+    const platform::Locked locked(mutex_);
+    if (node(folder).items <= entries) {
+        return false;
+    }
+    EntryIndex below = node(folder).firstBelow;
+    for (; below != noEntry && entries > 0; below = node(below).next) {
+        --entries;
+    }
+    return below != noEntry;
 }
 
 std::optional<EntryIndex> NamedTree::entryNamed(EntryIndex folder, std::string_view name) const {

@@ -94,8 +94,8 @@ struct TreeBatch {
 };
 
 /// A tree of files by their names, in 32 bytes an entry besides its name, which is mostly kept once. Several
-/// threads may fill it while another one reads: each call holds its lock no longer than it takes to copy what
-/// is asked for.
+/// threads may fill it while others read: each call holds its lock no longer than it takes to copy what is
+/// asked for, and that of a large folder piece by piece.
 ///
 /// A file with several names takes its bytes where the first of its paths stands, in byte order, once
 /// `chargeLinked` was called; until then it takes none.
@@ -141,6 +141,8 @@ class NamedTree final {
     /// with all they hold, and folders that also hold newer things with the sums of the older ones in them.
     /// What has no date is left out.
     [[nodiscard]] std::vector<NamedEntry> entriesChangedBefore(EntryIndex folder, std::uint32_t moment) const;
+    /// True when the folder itself, without what is deeper, has more entries than that.
+    [[nodiscard]] bool hasMoreThan(EntryIndex folder, std::size_t entries) const;
     [[nodiscard]] std::optional<EntryIndex> entryNamed(EntryIndex folder, std::string_view name) const;
     /// The entry at an absolute path; absent when the tree has none there.
     [[nodiscard]] std::optional<EntryIndex> entryAt(std::string_view path) const;
@@ -180,13 +182,16 @@ class NamedTree final {
     std::uint32_t keep(std::string_view name) LUMO_REQUIRES(mutex_);
     [[nodiscard]] std::string_view nameAt(std::uint32_t place) const LUMO_REQUIRES(mutex_);
     [[nodiscard]] NamedEntry read(EntryIndex index) const LUMO_REQUIRES(mutex_);
+    /// The entries of a folder, or what was changed before that moment.
+    [[nodiscard]] std::vector<NamedEntry> collected(EntryIndex folder,
+                                                    std::optional<std::uint32_t> moment) const;
     [[nodiscard]] EntrySums sumsBefore(EntryIndex top, std::uint32_t moment) const LUMO_REQUIRES(mutex_);
     [[nodiscard]] std::string path(EntryIndex index) const LUMO_REQUIRES(mutex_);
     [[nodiscard]] bool isHeld(EntryIndex index) const LUMO_REQUIRES(mutex_);
     [[nodiscard]] bool isBelow(EntryIndex index, std::span<const EntryIndex> entries) const
         LUMO_REQUIRES(mutex_);
     void tellUnreadable(EntryIndex index) LUMO_REQUIRES(mutex_);
-    void forgetUnreadable(EntryIndex folder) LUMO_REQUIRES(mutex_);
+    void settleAround(EntryIndex taken, EntryIndex folder) LUMO_REQUIRES(mutex_);
     void growAround(EntryIndex index, const EntrySums& sums) LUMO_REQUIRES(mutex_);
     void shrinkAround(EntryIndex index, const EntrySums& sums) LUMO_REQUIRES(mutex_);
     void chargeGroup(std::span<LinkedName> names) LUMO_REQUIRES(mutex_);

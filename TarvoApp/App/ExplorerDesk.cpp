@@ -5,6 +5,8 @@
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/QtText.h"
+#include "TarvoModel/Exploring/SettingAside.h"
+#include "TarvoModel/Exploring/WhatIsIt.h"
 #include "TarvoModel/Showing/Preview.h"
 
 #include <algorithm>
@@ -22,6 +24,18 @@ namespace {
 
 /// Whoever walks on at once does not want to see each folder on the map.
 constexpr std::chrono::milliseconds beforeLeading{250};
+
+/// So many entries are read, sorted and shown within a frame.
+constexpr std::size_t mostReadAtOnce = 10'000;
+
+/// Each age that can be chosen, from everything to the oldest.
+std::vector<std::optional<std::int64_t>> agesToChoose() {
+    std::vector<std::optional<std::int64_t>> ages{std::nullopt};
+    while (const auto next = nextAge(ages.back())) {
+        ages.push_back(next);
+    }
+    return ages;
+}
 
 } // namespace
 
@@ -55,11 +69,15 @@ void ExplorerDesk::setOpen(bool open) {
 // What is seen.
 
 void ExplorerDesk::takeTree() {
+    toRead_.reset();
     const std::unique_ptr<Explorer> before =
-        std::exchange(explorer_, std::make_unique<Explorer>(tree_.tree()));
+        std::exchange(explorer_, std::make_unique<Explorer>(tree_.tree(), [this](const RowsWanted& wanted) {
+                          return readElsewhere(wanted);
+                      }));
     safeties_.take(tree_.tree());
     if (before) {
         explorer_->setOrder(before->order());
+        explorer_->setOlderThan(before->olderThanDays(), ground_.services.desk.now());
         for (const EntryIndex entry : before->marked()) {
             if (const auto same = tree_.tree()->entryAt(before->tree().pathOf(entry))) {
                 explorer_->mark(*same);
@@ -74,9 +92,40 @@ void ExplorerDesk::takeTree() {
         } else {
             goTo(before->path());
         }
-        explorer_->setFilter(filter);
+        if (!filter.empty()) {
+            explorer_->setFilter(filter);
+        }
     }
     show();
+}
+
+bool ExplorerDesk::readElsewhere(const RowsWanted& wanted) {
+    // Old things are looked for in all that the folder holds.
+    const bool isLarge = wanted.changedBefore ? tree_.tree()->entry(wanted.folder).sums.items > mostReadAtOnce
+                                              : tree_.tree()->hasMoreThan(wanted.folder, mostReadAtOnce);
+    toRead_ = isLarge ? std::optional(wanted) : std::nullopt;
+    if (isLarge && !isReading_) {
+        readNext();
+    }
+    return isLarge;
+}
+
+void ExplorerDesk::readNext() {
+    isReading_ = true;
+    ground_.background.start([this, tree = tree_.tree(), wanted = *std::exchange(toRead_, std::nullopt)](
+                                 const std::stop_token&) -> Background::Apply {
+        const auto read = std::make_shared<RowsRead>(readRows(*tree, wanted));
+        return [this, tree, read] {
+            isReading_ = false;
+            if (tree == tree_.tree()) {
+                explorer_->take(std::move(*read));
+                show();
+            }
+            if (toRead_) {
+                readNext();
+            }
+        };
+    });
 }
 
 void ExplorerDesk::refresh() {
@@ -151,15 +200,18 @@ QString ExplorerDesk::emptyText() const {
     if (!explorer_ || !explorer_->rows().empty()) {
         return {};
     }
-    if (!explorer_->filter().empty()) {
+    if (!explorer_->filter().empty() && !explorer_->isReading()) {
         return shown(Words{"Ningún nombre así.", "No such name."}.in());
     }
     if (explorer_->folder().is(lumo::EntryTraits::unreadable)) {
         return shown(Words{"No se pudo leer.", "It could not be read."}.in());
     }
-    return shown(
-        (tree_.isMeasuring() ? Words{"Todavía nada…", "Nothing yet…"} : Words{"Está vacía.", "It is empty."})
-            .in());
+    if (tree_.isMeasuring() || explorer_->isReading()) {
+        return shown(Words{"Todavía nada…", "Nothing yet…"}.in());
+    }
+    return shown((explorer_->olderThanDays() ? Words{"Nada tan antiguo.", "Nothing that old."}
+                                             : Words{"Está vacía.", "It is empty."})
+                     .in());
 }
 
 int ExplorerDesk::order() const {
@@ -182,6 +234,50 @@ void ExplorerDesk::setFilter(const QString& letters) {
         explorer_->setFilter(bytesOf(letters));
         show();
     }
+}
+
+QStringList ExplorerDesk::ages() const {
+    QStringList ages{shown(Words{"De cualquier edad", "Of any age"}.in())};
+    for (const auto& days : agesToChoose()) {
+        if (days) {
+            ages.push_back(shown(lumo::capitalized(tarvo::ageText(*days))));
+        }
+    }
+    return ages;
+}
+
+int ExplorerDesk::age() const {
+    const auto ages = agesToChoose();
+    const auto now =
+        std::ranges::find(ages, explorer_ ? explorer_->olderThanDays() : std::optional<std::int64_t>());
+    return static_cast<int>(now - ages.begin());
+}
+
+void ExplorerDesk::setAge(int age) {
+    const auto ages = agesToChoose();
+    if (age >= 0 && age < static_cast<int>(ages.size())) {
+        showOlderThan(ages[static_cast<std::size_t>(age)]);
+    }
+}
+
+void ExplorerDesk::showNextAge() {
+    if (explorer_) {
+        showOlderThan(nextAge(explorer_->olderThanDays()));
+    }
+}
+
+void ExplorerDesk::showOlderThan(std::optional<std::int64_t> days) {
+    if (explorer_ && explorer_->olderThanDays() != days) {
+        explorer_->setOlderThan(days, ground_.services.desk.now());
+        show();
+    }
+}
+
+QString ExplorerDesk::ageText() const {
+    const auto days = explorer_ ? explorer_->olderThanDays() : std::nullopt;
+    return days ? shown(lumo::capitalized(tarvo::ageText(*days)) + ": " +
+                        lumo::ByteFormat::string(explorer_->rowsBytes()))
+                : QString();
 }
 
 QString ExplorerDesk::markedText() const {
@@ -334,6 +430,10 @@ void ExplorerDesk::setAside(int row) {
         const EntryIndex entry = explorer_->rows()[static_cast<std::size_t>(row)].index;
         entries = explorer_->isMarked(entry) ? entries : std::vector{entry};
     }
+    if (const auto reason = whyNotWhole(*explorer_, entries)) {
+        ground_.activity.say(lumo::capitalized(*reason) + ".");
+        return;
+    }
     std::vector<std::string> paths;
     std::ranges::transform(entries, std::back_inserter(paths),
                            [&](EntryIndex entry) { return explorer_->tree().pathOf(entry); });
@@ -349,11 +449,16 @@ void ExplorerDesk::explain(int row) {
     if (!hasRow(row)) {
         return;
     }
-    const std::string path = explorer_->tree().pathOf(explorer_->rows()[static_cast<std::size_t>(row)].index);
+    const NamedEntry entry = explorer_->rows()[static_cast<std::size_t>(row)];
     ground_.background.start(
-        [this, path, whatItIs = ground_.services.whatItIs](const std::stop_token& stop) -> Background::Apply {
+        [this, path = explorer_->tree().pathOf(entry.index), unread = unreadLine(entry),
+         whatItIs = ground_.services.whatItIs](const std::stop_token& stop) -> Background::Apply {
+            std::vector<ExplanationLine> lines = whatItIs(path, stop);
+            if (unread) {
+                lines.push_back(*unread);
+            }
             std::string told = lumo::printable(path);
-            for (const ExplanationLine& line : whatItIs(path, stop)) {
+            for (const ExplanationLine& line : lines) {
                 told += "\n\n" + line.label + ": " + line.text;
             }
             return [this, told, name = std::string(lumo::fileName(path))] {

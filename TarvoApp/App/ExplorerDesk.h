@@ -14,7 +14,9 @@
 #include <QStringList>
 #include <QTimer>
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,6 +40,11 @@ class ExplorerDesk final : public QObject {
     /// See `ExplorerOrder`.
     Q_PROPERTY(int order READ order WRITE setOrder NOTIFY changed)
     Q_PROPERTY(QString filter READ filter WRITE setFilter NOTIFY changed)
+    /// The ages that can be asked for: 0 is everything. See `Explorer::setOlderThan`.
+    Q_PROPERTY(QStringList ages READ ages CONSTANT)
+    Q_PROPERTY(int age READ age WRITE setAge NOTIFY changed)
+    /// That only what is so old is shown, and what that takes; empty for everything.
+    Q_PROPERTY(QString ageText READ ageText NOTIFY changed)
     /// How many are marked and what goes with them; empty for none.
     Q_PROPERTY(QString markedText READ markedText NOTIFY changed)
 
@@ -58,6 +65,8 @@ class ExplorerDesk final : public QObject {
     void goTo(const std::string& path);
     /// Marks the row, or no longer.
     Q_INVOKABLE void toggleMark(int row);
+    /// Shows what is of the next age, and after the last one everything.
+    Q_INVOKABLE void showNextAge();
     Q_INVOKABLE void clearMarks();
     /// Asks whether what is marked is set aside: with a row that is not marked, that alone.
     Q_INVOKABLE void setAside(int row);
@@ -69,6 +78,7 @@ class ExplorerDesk final : public QObject {
     [[nodiscard]] bool isOpen() const { return isOpen_; }
     void setOpen(bool open);
     [[nodiscard]] ExplorerList* entries() { return &list_; }
+    [[nodiscard]] bool isReading() const { return explorer_ && explorer_->isReading(); }
     [[nodiscard]] int current() const;
     [[nodiscard]] QStringList titles() const;
     [[nodiscard]] QStringList amounts() const;
@@ -78,6 +88,10 @@ class ExplorerDesk final : public QObject {
     void setOrder(int order);
     [[nodiscard]] QString filter() const;
     void setFilter(const QString& letters);
+    [[nodiscard]] QStringList ages() const;
+    [[nodiscard]] int age() const;
+    void setAge(int age);
+    [[nodiscard]] QString ageText() const;
     [[nodiscard]] QString markedText() const;
     /// Where one is; empty until it was open.
     [[nodiscard]] std::string path() const { return explorer_ ? explorer_->path() : std::string(); }
@@ -89,6 +103,10 @@ class ExplorerDesk final : public QObject {
   private:
     void takeTree();
     void refresh();
+    /// True when the rows are so many that they are read in the background.
+    bool readElsewhere(const RowsWanted& wanted);
+    void readNext();
+    void showOlderThan(std::optional<std::int64_t> days);
     void show();
     /// The user has gone elsewhere: the map goes there, too.
     void hasMoved();
@@ -103,6 +121,8 @@ class ExplorerDesk final : public QObject {
     HomeTree tree_;
     EntrySafeties safeties_;
     std::unique_ptr<Explorer> explorer_; ///< None until it was first open.
+    std::optional<RowsWanted> toRead_;   ///< In the background, after what is read there now.
+    bool isReading_ = false;
     ExplorerList list_;
     bool isOpen_ = false;
     std::string goingTo_; ///< What the tree has not got yet; empty for none.

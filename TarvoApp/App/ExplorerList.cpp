@@ -5,6 +5,7 @@
 #include "TarvoApp/App/Kinds.h"
 #include "TarvoApp/App/QtText.h"
 #include "TarvoModel/Exploring/EntryTexts.h"
+#include "TarvoModel/Exploring/WhatIsIt.h"
 #include "TarvoModel/Showing/Preview.h"
 
 #include <algorithm>
@@ -93,6 +94,12 @@ QVariant ExplorerList::data(const QModelIndex& index, int role) const {
     }
     case factsRole:
         return factsOf(*explorer_, entry);
+    case unreadRole: {
+        const auto unread = unreadLine(entry);
+        return unread ? shown(unread->text) : QString();
+    }
+    case partRole:
+        return explorer_->holdsNewer(entry.index);
     case markedRole:
         return explorer_->isMarked(entry.index);
     default:
@@ -101,9 +108,9 @@ QVariant ExplorerList::data(const QModelIndex& index, int role) const {
 }
 
 QHash<int, QByteArray> ExplorerList::roleNames() const {
-    return {{keyRole, "key"},     {nameRole, "name"},   {folderRole, "isFolder"},
-            {bytesRole, "bytes"}, {shareRole, "share"}, {groupRole, "group"},
-            {wordRole, "word"},   {factsRole, "facts"}, {markedRole, "isMarked"}};
+    return {{keyRole, "key"},       {nameRole, "name"},   {folderRole, "isFolder"}, {bytesRole, "bytes"},
+            {shareRole, "share"},   {groupRole, "group"}, {wordRole, "word"},       {factsRole, "facts"},
+            {unreadRole, "unread"}, {partRole, "isPart"}, {markedRole, "isMarked"}};
 }
 
 } // namespace tarvo

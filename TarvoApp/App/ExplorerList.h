@@ -26,6 +26,8 @@ class ExplorerList final : public QAbstractListModel {
         groupRole,  ///< See `Kinds::Group`; -1 where nothing is certain of it.
         wordRole,   ///< The group's name; empty likewise.
         factsRole,  ///< Its part of the folder, its items, its day, and what else there is to know.
+        unreadRole, ///< What of it could not be read, for a person; empty for nothing.
+        partRole,   ///< Whether it also holds what is newer than is shown.
         markedRole
     };
 

@@ -177,32 +177,40 @@ class KeyedList : public QAbstractListModel {
     }
 
     void arrange(std::vector<Item> wanted) {
+        // Views read again only what has changed: after most scans that is little, and reading is what costs.
+        // What stands one after the other is told at once.
+        int changed = 0;
+        const auto tell = [&](int end) {
+            if (const int run = std::exchange(changed, 0); run > 0) {
+                emit dataChanged(index(end - run), index(end - 1));
+            }
+        };
         for (int place = 0; place < static_cast<int>(wanted.size()); ++place) {
             Item& item = wanted[static_cast<std::size_t>(place)];
             const auto begin = items_.begin() + place;
             const auto found =
                 std::find_if(begin, items_.end(), [&](const Item& other) { return other.id == item.id; });
             if (found == items_.end()) {
+                tell(place);
                 insert(place, std::move(item));
                 continue;
             }
             if (found != begin) {
+                tell(place);
                 const int from = static_cast<int>(found - items_.begin());
                 beginMoveRows({}, from, from, {}, place);
                 std::rotate(begin, found, found + 1);
                 endMoveRows();
             }
-            replace(place, std::move(item));
+            Item& shown = items_[static_cast<std::size_t>(place)];
+            if (shown != item) {
+                shown = std::move(item);
+                ++changed;
+            } else {
+                tell(place);
+            }
         }
-    }
-
-    /// Views read again only what has changed: after most scans that is little, and reading is what costs.
-    void replace(int place, Item item) {
-        Item& shown = items_[static_cast<std::size_t>(place)];
-        if (shown != item) {
-            shown = std::move(item);
-            emit dataChanged(index(place), index(place));
-        }
+        tell(static_cast<int>(wanted.size()));
     }
 
     std::vector<Item> items_;

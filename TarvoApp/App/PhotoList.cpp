@@ -24,30 +24,18 @@ QString factsOf(const Photo& photo) {
 } // namespace
 
 PhotoList::PhotoList(const std::set<std::string>& chosen, QObject* parent)
-    : QAbstractListModel(parent), chosen_(chosen) {}
+    : KeyedList(parent), chosen_(chosen) {}
 
-void PhotoList::show(std::vector<Entry> entries) {
-    beginResetModel();
-    entries_ = std::move(entries);
-    endResetModel();
+void PhotoList::show(std::vector<PhotoEntry> entries) {
+    takeOver(std::move(entries));
     emit countChanged();
-}
-
-void PhotoList::refresh() {
-    if (!entries_.empty()) {
-        emit dataChanged(index(0), index(count() - 1), {chosenRole});
-    }
-}
-
-int PhotoList::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : count();
 }
 
 QVariant PhotoList::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= count()) {
         return {};
     }
-    const Entry& entry = entries_[static_cast<std::size_t>(index.row())];
+    const PhotoEntry& entry = entries()[static_cast<std::size_t>(index.row())];
     const lumo::Picture& picture = entry.photo.picture;
     switch (role) {
     case sourceRole:

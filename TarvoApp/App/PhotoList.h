@@ -1,8 +1,7 @@
 #pragma once
 
+#include "TarvoApp/App/KeyedList.h"
 #include "TarvoModel/Photos/PhotoReview.h"
-
-#include <QAbstractListModel>
 
 #include <set>
 #include <string>
@@ -10,8 +9,19 @@
 
 namespace tarvo {
 
+/// A photo where it stands in its chapter.
+struct PhotoEntry {
+    std::string id; ///< Its path.
+    Photo photo;
+    int group = 0;
+    bool isFirst = false;
+    bool isProposed = false;
+
+    friend bool operator==(const PhotoEntry&, const PhotoEntry&) = default;
+};
+
 /// The photos of one chapter, group by group.
-class PhotoList final : public QAbstractListModel {
+class PhotoList final : public KeyedList<PhotoEntry> {
     Q_OBJECT
     Q_PROPERTY(int count READ count NOTIFY countChanged)
 
@@ -31,20 +41,11 @@ class PhotoList final : public QAbstractListModel {
     /// What was chosen must outlive the list: paths.
     explicit PhotoList(const std::set<std::string>& chosen, QObject* parent = nullptr);
 
-    struct Entry {
-        Photo photo;
-        int group = 0;
-        bool isFirst = false;
-        bool isProposed = false;
-    };
-
-    void show(std::vector<Entry> entries);
+    void show(std::vector<PhotoEntry> entries);
     /// Others were chosen.
-    void refresh();
-    [[nodiscard]] const std::vector<Entry>& entries() const { return entries_; }
-    [[nodiscard]] int count() const { return static_cast<int>(entries_.size()); }
+    void refresh() { tellChanged({chosenRole}); }
+    [[nodiscard]] const std::vector<PhotoEntry>& entries() const { return items(); }
 
-    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
@@ -53,7 +54,6 @@ class PhotoList final : public QAbstractListModel {
 
   private:
     const std::set<std::string>& chosen_;
-    std::vector<Entry> entries_;
 };
 
 /// How a window asks for the small picture of the file: an address for `image://`, and back.

@@ -74,22 +74,23 @@ void PhotosDesk::show() {
         looking_->stop,
         [this, looking = looking_, folder = folder_, before = read_.photos, desk = ground_.services.desk,
          thumbnails = thumbnails_](const std::stop_token& stop) -> Background::Apply {
-            const auto show = [this, looking](const PhotosRead& read, bool isLast) {
-                return [this, looking, read, isLast] {
+            // Thousands of photos: copied here, where nobody waits for that.
+            const auto show = [this, looking](PhotosRead read, bool isLast) -> Background::Apply {
+                return [this, looking, isLast, read = std::make_shared<PhotosRead>(std::move(read))] {
                     if (looking == looking_) {
-                        looking_->total = read.unknownCount;
+                        looking_->total = read->unknownCount;
                         looking_ = isLast ? nullptr : looking_;
-                        take(read);
+                        take(std::move(*read));
                     }
                 };
             };
-            const PhotosRead read = readPhotos(
+            PhotosRead read = readPhotos(
                 folder, desk, [&](const std::string& path) { return thumbnails.lookAt(path); },
                 {.onListed = [&](const PhotosRead& listed) { ground_.background.post(show(listed, false)); },
                  .looked = &looking->looked,
                  .before = before,
                  .stop = stop});
-            return show(read, true);
+            return show(std::move(read), true);
         });
     emit progressed();
 }
@@ -119,9 +120,11 @@ void PhotosDesk::take(PhotosRead read) {
     chapter_ = same != read_.chapters.end() ? static_cast<int>(same - read_.chapters.begin()) : 0;
     std::set<std::string> there;
     for (const Photo& photo : read_.photos) {
-        there.insert(photo.picture.path);
+        if (chosen_.contains(photo.picture.path)) {
+            there.insert(photo.picture.path);
+        }
     }
-    std::erase_if(chosen_, [&](const std::string& path) { return !there.contains(path); });
+    chosen_ = std::move(there);
     if (!looking_) {
         ticker_.stop();
     }
@@ -130,13 +133,14 @@ void PhotosDesk::take(PhotosRead read) {
 }
 
 void PhotosDesk::showChapter() {
-    std::vector<PhotoList::Entry> entries;
+    std::vector<PhotoEntry> entries;
     if (const PhotoChapter* const chapter = shownChapter()) {
         int group = 0;
         for (const PhotoGroup& photos : chapter->groups) {
             for (const std::size_t at : photos.photos) {
                 const bool isFirst = at == photos.photos.front();
-                entries.push_back({.photo = read_.photos[at],
+                entries.push_back({.id = read_.photos[at].picture.path,
+                                   .photo = read_.photos[at],
                                    .group = group,
                                    .isFirst = isFirst,
                                    .isProposed = isFirst && photos.proposesFirst});
@@ -183,7 +187,7 @@ void PhotosDesk::preview(int index) {
 }
 
 void PhotosDesk::chooseRest() {
-    for (const PhotoList::Entry& entry : list_.entries()) {
+    for (const PhotoEntry& entry : list_.entries()) {
         if (!entry.isProposed && proposes()) {
             chosen_.insert(entry.photo.picture.path);
         }

@@ -7,12 +7,14 @@
 #include <QDir>
 #include <QIODevice>
 #include <QImageReader>
-#include <QSaveFile>
+#include <QTemporaryFile>
 
 #include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstddef>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace tarvo {
@@ -20,6 +22,9 @@ namespace tarvo {
 namespace {
 
 using lumo::platform::QuietFile;
+
+constexpr QLatin1String widthKey("Thumb::Image::Width");
+constexpr QLatin1String heightKey("Thumb::Image::Height");
 
 /// A file as Qt reads it, without looking opened afterwards.
 class QuietDevice final : public QIODevice {
@@ -92,12 +97,21 @@ void keep(QImage picture, const QString& folder, const QString& name, const std:
     picture.setText(QStringLiteral("Thumb::URI"), QString::fromLatin1(addressOf(path)));
     picture.setText(QStringLiteral("Thumb::MTime"), changed);
     picture.setText(QStringLiteral("Software"), QStringLiteral("Tarvo AI"));
-    // Packing them as small as can be would take longer than all the rest.
+    // Packing them as small as can be would take longer than all the rest, and so would waiting for the disk
+    // each time: what a crash leaves behind is none that can be read, and is made again.
     constexpr int quickly = 80;
-    QSaveFile file(folder + QLatin1Char('/') + name);
-    if (file.open(QIODevice::WriteOnly) && file.setPermissions(mine) && picture.save(&file, "PNG", quickly)) {
-        file.commit();
+    QTemporaryFile file(folder + QStringLiteral("/tarvo-XXXXXX.png"));
+    if (file.open() && picture.save(&file, "PNG", quickly) && file.flush()) {
+        std::error_code failure;
+        std::filesystem::rename(QFile::encodeName(file.fileName()).constData(),
+                                QFile::encodeName(folder + QLatin1Char('/') + name).constData(), failure);
+        file.setAutoRemove(static_cast<bool>(failure));
     }
+}
+
+/// The measures of the picture that a small one was made of, as that says; not valid where it does not.
+QSize measuresIn(const QImage& small) {
+    return {small.text(widthKey).toInt(), small.text(heightKey).toInt()};
 }
 
 GrayPicture grayOf(const QImage& picture) {
@@ -140,8 +154,11 @@ QImage Thumbnails::of(const std::string& path) const {
             return kept;
         }
     }
-    QImage made = pictureFrom(path, {side, side});
+    QSize measures;
+    QImage made = pictureFrom(path, {side, side}, &measures);
     if (!made.isNull()) {
+        made.setText(widthKey, QString::number(measures.width()));
+        made.setText(heightKey, QString::number(measures.height()));
         keep(made, folder + QStringLiteral("/large"), name, path, changed);
     }
     return made;
@@ -152,11 +169,14 @@ std::optional<Look> Thumbnails::lookAt(const std::string& path) const {
     if (picture.isNull()) {
         return std::nullopt;
     }
-    QSize measures = picture.size();
-    if (const auto file = QuietFile::open(path)) {
-        QuietDevice device(*file);
-        const QSize size = QImageReader(&device).size();
-        measures = size.isValid() ? size : measures;
+    QSize measures = measuresIn(picture);
+    if (measures.isEmpty()) {
+        measures = picture.size();
+        if (const auto file = QuietFile::open(path)) {
+            QuietDevice device(*file);
+            const QSize size = QImageReader(&device).size();
+            measures = size.isValid() ? size : measures;
+        }
     }
     const QImage small =
         picture.scaled(hashedWidth, hashedHeight, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);

@@ -14,6 +14,8 @@ Item {
     required property int group
     required property string word
     required property string facts
+    required property string unread
+    required property bool isPart
     required property bool isMarked
 
     signal menuWanted(at: Item)
@@ -21,7 +23,7 @@ Item {
 
     Accessible.checkable: true
     Accessible.checked: isMarked
-    Accessible.description: word
+    Accessible.description: unread.length > 0 && word.length > 0 ? word + ". " + unread : word + unread
     Accessible.focusable: true
     Accessible.name: name + (isFolder ? ", " + SideWords.folder : "") + ", " + bytes + ", " + facts
                      + (word.length > 0 ? ", " + word : "")
@@ -88,12 +90,40 @@ Item {
         x: tick.x + tick.side + 10
         y: 7
 
-        Line {
-            Accessible.ignored: true
-            elide: Text.ElideMiddle
-            font.weight: row.isFolder ? Font.DemiBold : Font.Normal
-            text: row.name
-            width: parent.width
+        Row {
+            spacing: 4
+
+            // Its size is too small then.
+            Glyph {
+                id: sign
+
+                color: Theme.danger
+                height: title.height
+                shape: "warning"
+                visible: row.unread.length > 0
+                width: height
+
+                HoverHandler {
+                    id: over
+                }
+                Loader {
+                    active: over.hovered
+                    anchors.fill: parent
+                    sourceComponent: Tip {
+                        text: row.unread // qmllint disable unqualified
+                        visible: true
+                    }
+                }
+            }
+            Line {
+                id: title
+
+                Accessible.ignored: true
+                elide: Text.ElideMiddle
+                font.weight: row.isFolder ? Font.DemiBold : Font.Normal
+                text: row.name
+                width: texts.width - (sign.visible ? sign.width + 4 : 0)
+            }
         }
         Row {
             spacing: 6

@@ -49,6 +49,7 @@ Rectangle {
 
                 onChosen: order => App.explorer.order = order
             }
+            AgeChoice {}
             PlainButton {
                 enabled: App.explorer.markedText.length > 0 && App.cleaning.mayClean
                 help: App.explorer.markedText.length === 0 ? SideWords.markFirst : SideWords.setAsideHelp
@@ -81,6 +82,14 @@ Rectangle {
                 says: App.explorer.markedText
 
                 onEnded: App.explorer.clearMarks()
+            }
+            ListNote {
+                Layout.columnSpan: parent.columns
+                Layout.fillWidth: true
+                end: SideWords.anyAge
+                says: App.explorer.ageText
+
+                onEnded: App.explorer.age = 0
             }
         }
         ListView {
@@ -133,6 +142,9 @@ Rectangle {
                     return true;
                 case Qt.Key_Delete:
                     App.explorer.setAside(-1);
+                    return true;
+                case Qt.Key_A:
+                    App.explorer.showNextAge();
                     return true;
                 case Qt.Key_Slash:
                     pane.takeFilter();

@@ -135,9 +135,11 @@ SideWindow {
                     GridView {
                         id: grid
 
+                        // Another chapter begins at its beginning.
+                        readonly property string title: App.photos.chapters[App.photos.chapter]?.title ?? ""
                         readonly property int columns: Math.max(1, Math.floor((width - 12) / Math.round(176 * Theme.scale)))
 
-                        Accessible.name: App.photos.chapters[App.photos.chapter]?.title ?? ""
+                        Accessible.name: title
                         Accessible.role: Accessible.List
                         Layout.fillHeight: true
                         Layout.fillWidth: true
@@ -154,6 +156,10 @@ SideWindow {
                         model: App.photos.photos
                         reuseItems: true
 
+                        onTitleChanged: {
+                            currentIndex = 0;
+                            positionViewAtBeginning();
+                        }
                         Keys.onPressed: event => {
                             const page = columns * Math.max(1, Math.floor(height / cellHeight));
                             const steps = new Map([[Qt.Key_Home, -count], [Qt.Key_End, count], [Qt.Key_PageUp, -page], [Qt.Key_PageDown, page]]);

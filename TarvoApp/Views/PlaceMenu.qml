@@ -12,15 +12,19 @@ PlainMenu {
     property bool ofEntry: false
     property bool isFolder: false
     property bool isMarked: false
+    // Of an entry that also holds what is not shown.
+    property bool isPart: false
 
     function openForEntry(row: ExplorerRow, at: Item) {
         ofEntry = true;
         isFolder = row.isFolder;
         isMarked = row.isMarked;
+        isPart = row.isPart;
         show(row.key, at);
     }
     function openFor(wanted: string, at: Item) {
         ofEntry = false;
+        isPart = false;
         show(wanted, at);
     }
     // At the item that has the focus, or where the pointer is.
@@ -93,7 +97,7 @@ PlainMenu {
         }
     }
     PlainMenuItem {
-        enabled: menu.can.archive === true
+        enabled: menu.can.archive === true && !menu.isPart
         text: Words.archive
 
         onTriggered: App.archiving.requestArchive(menu.key)

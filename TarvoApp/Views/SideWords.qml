@@ -65,6 +65,10 @@ QtObject {
         pick("lo que cambió más tarde primero", "what changed last first"),
         pick("lo que más elementos tiene primero", "the fullest first")
     ]
+    readonly property string age: pick("Ver solo lo antiguo", "Show only the old")
+    readonly property string ageHelp: pick("Solo lo que no ha cambiado en ese tiempo; la tecla A pasa a la siguiente edad",
+                                           "Only what did not change for that long; the A key goes to the next age")
+    readonly property string anyAge: pick("Mostrar todo", "Show All")
     readonly property string folder: pick("carpeta", "folder")
     readonly property string mark: pick("Marcar", "Mark")
     readonly property string unmark: pick("Desmarcar", "Unmark")

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Tarvo
 
 // How a list is sorted.
@@ -20,26 +19,12 @@ PlainButton {
 
     onClicked: menu.popup(button, 0, button.height + 4)
 
-    PlainMenu {
+    ChoiceMenu {
         id: menu
 
-        Instantiator {
-            model: button.orders
+        current: button.current
+        words: button.orders
 
-            delegate: PlainMenuItem {
-                required property int index
-                required property string modelData
-
-                Accessible.checkable: true
-                Accessible.checked: current
-                current: index === button.current // qmllint disable unqualified
-                text: modelData
-
-                onTriggered: button.chosen(index) // qmllint disable unqualified
-            }
-
-            onObjectAdded: (index, object) => menu.insertItem(index, object as Item)
-            onObjectRemoved: (index, object) => menu.removeItem(object as Item)
-        }
+        onChosen: index => button.chosen(index)
     }
 }

@@ -1,5 +1,6 @@
 #include "TarvoModel/Exploring/Explorer.h"
 
+#include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
@@ -46,7 +47,29 @@ bool comesFirst(ExplorerOrder order, const NamedEntry& left, const NamedEntry& r
 
 } // namespace
 
-Explorer::Explorer(std::shared_ptr<NamedTree> tree) : tree_(std::move(tree)) {
+RowsRead readRows(const NamedTree& tree, const RowsWanted& wanted) {
+    RowsRead read{.wanted = wanted,
+                  .rows = wanted.changedBefore
+                              ? tree.entriesChangedBefore(wanted.folder, *wanted.changedBefore)
+                              : tree.entriesOf(wanted.folder)};
+    if (!wanted.filter.empty()) {
+        const std::string letters = lumo::folded(wanted.filter);
+        std::erase_if(read.rows, [&](const NamedEntry& entry) {
+            return lumo::folded(entry.name).find(letters) == std::string::npos;
+        });
+    }
+    std::ranges::sort(read.rows, [&](const NamedEntry& left, const NamedEntry& right) {
+        return comesFirst(wanted.order, left, right);
+    });
+    for (const NamedEntry& row : read.rows) {
+        read.largestBytes = std::max(read.largestBytes, row.sums.bytes);
+        read.bytes = lumo::saturatedSum(read.bytes, row.sums.bytes);
+    }
+    return read;
+}
+
+Explorer::Explorer(std::shared_ptr<NamedTree> tree, ReadElsewhere readElsewhere)
+    : tree_(std::move(tree)), readElsewhere_(std::move(readElsewhere)) {
     show(NamedTree::root);
 }
 
@@ -57,13 +80,13 @@ NamedEntry Explorer::folder() const {
 void Explorer::show(EntryIndex folder) {
     folder_ = folder;
     path_ = tree_->pathOf(folder);
-    cursor_ = 0;
+    putCursorAt(0);
     filter_.clear();
-    readRows();
+    read();
 }
 
 const NamedEntry* Explorer::current() const {
-    return cursor_ < rows_.size() ? &rows_[cursor_] : nullptr;
+    return cursor_ < rows().size() ? &rows()[cursor_] : nullptr;
 }
 
 double Explorer::share(const NamedEntry& entry) const {
@@ -72,36 +95,46 @@ double Explorer::share(const NamedEntry& entry) const {
 }
 
 double Explorer::barShare(const NamedEntry& entry) const {
-    return largestBytes_ > 0 ? static_cast<double>(entry.sums.bytes) / static_cast<double>(largestBytes_) : 0;
+    const std::int64_t most = shown_.largestBytes;
+    return most > 0 ? static_cast<double>(entry.sums.bytes) / static_cast<double>(most) : 0;
 }
 
-void Explorer::readRows() {
-    rows_ = olderThanDays_ ? tree_->entriesChangedBefore(folder_, changedBefore_) : tree_->entriesOf(folder_);
-    if (!filter_.empty()) {
-        const std::string wanted = lumo::folded(filter_);
-        std::erase_if(rows_, [&](const NamedEntry& entry) {
-            return lumo::folded(entry.name).find(wanted) == std::string::npos;
-        });
-    }
-    std::ranges::sort(rows_, [&](const NamedEntry& left, const NamedEntry& right) {
-        return comesFirst(order_, left, right);
-    });
-    largestBytes_ = 0;
-    for (const NamedEntry& row : rows_) {
-        largestBytes_ = std::max(largestBytes_, row.sums.bytes);
-    }
-    cursor_ = std::min(cursor_, rows_.empty() ? 0 : rows_.size() - 1);
+RowsWanted Explorer::wanted() const {
+    return {.folder = folder_,
+            .order = order_,
+            .filter = filter_,
+            .changedBefore = olderThanDays_ ? std::optional(changedBefore_) : std::nullopt};
 }
 
-void Explorer::refresh() {
+void Explorer::read() {
+    isReading_ = readElsewhere_ && readElsewhere_(wanted());
+    if (!isReading_) {
+        take(tarvo::readRows(*tree_, wanted()));
+    } else if (shown_.wanted.folder != folder_) {
+        shown_ = {.wanted = wanted(), .rows = {}};
+    }
+}
+
+void Explorer::take(RowsRead read) {
+    if (read.wanted != wanted()) {
+        return;
+    }
+    isReading_ = false;
     const NamedEntry* before = current();
-    const std::optional<EntryIndex> kept =
-        before != nullptr && cursor_ > 0 ? std::optional(before->index) : std::nullopt;
-    forgetGone();
-    readRows();
+    std::optional<EntryIndex> kept = std::exchange(cursorOn_, std::nullopt);
+    if (!kept && before != nullptr && cursor_ > 0 && shown_.wanted.folder == folder_) {
+        kept = before->index;
+    }
+    shown_ = std::move(read);
+    cursor_ = std::min(cursor_, rows().empty() ? 0 : rows().size() - 1);
     if (kept) {
         putCursorOn(*kept);
     }
+}
+
+void Explorer::refresh() {
+    forgetGone();
+    read();
     tree_->askForNews();
 }
 
@@ -120,20 +153,28 @@ void Explorer::forgetGone() {
 }
 
 void Explorer::putCursorOn(EntryIndex entry) {
-    const auto row = std::ranges::find(rows_, entry, &NamedEntry::index);
-    if (row != rows_.end()) {
-        cursor_ = static_cast<std::size_t>(row - rows_.begin());
+    if (isReading_) {
+        cursorOn_ = entry;
+        return;
+    }
+    const auto row = std::ranges::find(rows(), entry, &NamedEntry::index);
+    if (row != rows().end()) {
+        cursor_ = static_cast<std::size_t>(row - rows().begin());
     }
 }
 
+void Explorer::putCursorAt(std::size_t row) {
+    cursor_ = row;
+    cursorOn_.reset();
+}
+
 void Explorer::moveBy(std::ptrdiff_t rows) {
-    const auto last = static_cast<std::ptrdiff_t>(rows_.size()) - 1;
-    const auto wanted = static_cast<std::ptrdiff_t>(cursor_) + rows;
-    cursor_ = static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, std::min(wanted, last)));
+    moveTo(
+        static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, static_cast<std::ptrdiff_t>(cursor_) + rows)));
 }
 
 void Explorer::moveTo(std::size_t row) {
-    cursor_ = std::min(row, rows_.empty() ? 0 : rows_.size() - 1);
+    putCursorAt(std::min(row, rows().empty() ? 0 : rows().size() - 1));
 }
 
 bool Explorer::enter() {
@@ -162,14 +203,14 @@ void Explorer::goTo(EntryIndex entry) {
 
 void Explorer::setOrder(ExplorerOrder order) {
     order_ = order;
-    cursor_ = 0;
-    readRows();
+    putCursorAt(0);
+    read();
 }
 
 void Explorer::setFilter(const std::string& letters) {
     filter_ = letters;
-    cursor_ = 0;
-    readRows();
+    putCursorAt(0);
+    read();
 }
 
 void Explorer::setOlderThan(std::optional<std::int64_t> days, lumo::Date now) {
@@ -177,8 +218,8 @@ void Explorer::setOlderThan(std::optional<std::int64_t> days, lumo::Date now) {
     const auto moment = std::chrono::floor<std::chrono::seconds>(now) - std::chrono::days(days.value_or(0));
     changedBefore_ = static_cast<std::uint32_t>(
         std::clamp<std::int64_t>(moment.time_since_epoch().count(), 0, 0xFFFFFFFF));
-    cursor_ = 0;
-    readRows();
+    putCursorAt(0);
+    read();
 }
 
 bool Explorer::holdsNewer(EntryIndex entry) const {

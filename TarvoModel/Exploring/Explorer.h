@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -19,10 +20,33 @@ namespace tarvo {
 /// By what the entries of a folder are ordered: the largest, the newest or the fullest first, or by name.
 enum class ExplorerOrder { size, name, date, items };
 
+/// Which rows of a tree are read, and in which order.
+struct RowsWanted {
+    lumo::EntryIndex folder = lumo::NamedTree::root;
+    ExplorerOrder order = ExplorerOrder::size;
+    std::string filter;                         ///< Letters of the names; empty for all.
+    std::optional<std::uint32_t> changedBefore; ///< In seconds since 1970; absent for all.
+
+    friend bool operator==(const RowsWanted&, const RowsWanted&) = default;
+};
+
+struct RowsRead {
+    RowsWanted wanted;
+    std::vector<lumo::NamedEntry> rows; ///< In order.
+    std::int64_t largestBytes = 0;
+    std::int64_t bytes = 0; ///< Of all rows.
+};
+
+/// Reads them; of a folder with very many entries that takes a while. May be called on any thread.
+RowsRead readRows(const lumo::NamedTree& tree, const RowsWanted& wanted);
+
 class Explorer final {
   public:
+    /// Asked before rows are read: true when they will be read elsewhere and handed over with `take`.
+    using ReadElsewhere = std::function<bool(const RowsWanted& wanted)>;
+
     /// Begins at the root of the tree.
-    explicit Explorer(std::shared_ptr<lumo::NamedTree> tree);
+    explicit Explorer(std::shared_ptr<lumo::NamedTree> tree, ReadElsewhere readElsewhere = {});
 
     [[nodiscard]] const lumo::NamedTree& tree() const { return *tree_; }
 
@@ -31,8 +55,11 @@ class Explorer final {
     [[nodiscard]] lumo::NamedEntry folder() const; ///< Where one is.
     [[nodiscard]] const std::string& path() const { return path_; }
     [[nodiscard]] bool isAtTop() const { return folder_ == lumo::NamedTree::root; }
-    /// What is in the folder and passes the filter, in order. Stays until the next step.
-    [[nodiscard]] const std::vector<lumo::NamedEntry>& rows() const { return rows_; }
+    /// What is in the folder and passes the filter, in order. Stays until the next step. Until rows that are
+    /// read elsewhere are there, the folder has those that it had before, or none.
+    [[nodiscard]] const std::vector<lumo::NamedEntry>& rows() const { return shown_.rows; }
+    [[nodiscard]] std::int64_t rowsBytes() const { return shown_.bytes; }
+    [[nodiscard]] bool isReading() const { return isReading_; }  ///< Rows are read elsewhere just now.
     [[nodiscard]] std::size_t cursor() const { return cursor_; } ///< 0 where there are no rows.
     [[nodiscard]] const lumo::NamedEntry* current() const;
     [[nodiscard]] ExplorerOrder order() const { return order_; }
@@ -52,6 +79,8 @@ class Explorer final {
     /// Reads anew what the tree has by now. The cursor stays on its entry, or at the top while it never left
     /// that. Of a folder that is gone the nearest one around it is shown.
     void refresh();
+    /// Rows that were read elsewhere. Those that are not wanted any more are dropped.
+    void take(RowsRead read);
     void moveBy(std::ptrdiff_t rows);
     void moveTo(std::size_t row);
     /// Into the folder under the cursor; false for what is none.
@@ -85,17 +114,21 @@ class Explorer final {
     [[nodiscard]] std::int64_t freedWith(const std::vector<lumo::EntryIndex>& entries) const;
 
   private:
-    void readRows();
+    void read();
+    [[nodiscard]] RowsWanted wanted() const;
     void putCursorOn(lumo::EntryIndex entry);
+    void putCursorAt(std::size_t row);
     void forgetGone();
     void show(lumo::EntryIndex folder);
 
     std::shared_ptr<lumo::NamedTree> tree_;
     lumo::EntryIndex folder_ = lumo::NamedTree::root;
-    std::string path_;              ///< Of the folder, by which one around it is found when it is gone.
-    std::int64_t largestBytes_ = 0; ///< Of the rows.
-    std::vector<lumo::NamedEntry> rows_;
+    std::string path_; ///< Of the folder, by which one around it is found when it is gone.
+    ReadElsewhere readElsewhere_;
+    RowsRead shown_;
+    bool isReading_ = false;
     std::size_t cursor_ = 0;
+    std::optional<lumo::EntryIndex> cursorOn_; ///< Where it goes once that is among the rows.
     ExplorerOrder order_ = ExplorerOrder::size;
     std::string filter_;
     std::optional<std::int64_t> olderThanDays_;

@@ -73,13 +73,24 @@ std::optional<std::string> onlyLookedAt(const std::string& path, const std::stri
     return std::nullopt;
 }
 
+std::optional<std::string> whyNotWhole(const Explorer& explorer,
+                                       const std::vector<lumo::EntryIndex>& entries) {
+    const auto part =
+        std::ranges::find_if(entries, [&](lumo::EntryIndex entry) { return explorer.holdsNewer(entry); });
+    if (part == entries.end()) {
+        return std::nullopt;
+    }
+    return Words{"«{}» tiene también cosas más nuevas: entra en ella, o muéstralo todo",
+                 "“{}” also holds newer things: go into it, or show everything"}
+        .with(lumo::revealed(explorer.tree().entry(*part).name));
+}
+
 std::optional<std::string> whyNotAside(const Explorer& explorer, const std::string& home) {
-    for (const lumo::EntryIndex entry : explorer.chosen()) {
-        if (explorer.holdsNewer(entry)) {
-            return Words{"«{}» tiene también cosas más nuevas: entra en ella, o muéstralo todo",
-                         "“{}” also holds newer things: go into it, or show everything"}
-                .with(lumo::revealed(explorer.tree().entry(entry).name));
-        }
+    const std::vector<lumo::EntryIndex> entries = explorer.chosen();
+    if (auto reason = whyNotWhole(explorer, entries)) {
+        return reason;
+    }
+    for (const lumo::EntryIndex entry : entries) {
         if (auto reason = onlyLookedAt(explorer.tree().pathOf(entry), home)) {
             return reason;
         }

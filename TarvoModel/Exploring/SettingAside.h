@@ -35,8 +35,12 @@ AsideOffer asideOffer(const std::vector<std::string>& paths, const Desk& desk);
 /// Why what stands at a path can only be looked at from here; absent when it can be offered.
 std::optional<std::string> onlyLookedAt(const std::string& path, const std::string& home);
 
-/// Why what is chosen cannot be set aside from there: something of it can only be looked at, or is shown in
-/// part because the rest is newer. Absent when it can be offered.
+/// Why these entries cannot be set aside from there: one of them is shown in part only, because the rest is
+/// newer. Absent when they can be offered.
+std::optional<std::string> whyNotWhole(const Explorer& explorer,
+                                       const std::vector<lumo::EntryIndex>& entries);
+
+/// The same of what is chosen, which may also be something that can only be looked at.
 std::optional<std::string> whyNotAside(const Explorer& explorer, const std::string& home);
 
 /// What came of it.

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <filesystem>
 
 using namespace tarvo;
@@ -18,6 +19,7 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::StartsWith;
+using ::testing::UnorderedElementsAre;
 namespace fs = std::filesystem;
 
 namespace {
@@ -139,6 +141,63 @@ TEST_F(ExplorerInTheWindow, SetsAsideWhatIsMarkedAfterAQuestionAndFollowsTheUndo
     ASSERT_TRUE(story.waitUntil([&] { return explorer.entries()->count() == 2; }));
     EXPECT_TRUE(fs::exists(odd));
     ASSERT_TRUE(story.waitUntilIdle());
+}
+
+TEST_F(ExplorerInTheWindow, ShowsOnlyWhatIsOldAndSetsAsideNothingNewerWithIt) {
+    const auto ago = [&](int days) {
+        const auto moment = story.now() - std::chrono::days(days);
+        return std::chrono::floor<std::chrono::seconds>(moment).time_since_epoch().count();
+    };
+    for (const char* name : {"Videos/old/x", "Videos/mixed/old"}) {
+        story.home.file(name, 300'000);
+        story.home.setModified(name, ago(200));
+    }
+    story.home.file("Videos/mixed/new", 200'000);
+    ExplorerDesk& explorer = open();
+    explorer.goTo(story.home.path("Videos"));
+    explorer.showNextAge();
+    EXPECT_THAT(names(explorer), UnorderedElementsAre("mixed", "old"));
+    EXPECT_THAT(bytesOf(explorer.ageText()), StartsWith("Unchanged for 6 months: 1 MB"));
+    explorer.setAside(rowNamed(explorer, "mixed"));
+    EXPECT_THAT(bytesOf(story.app().activity()->notice()), StartsWith("“mixed” also holds newer things"));
+    explorer.setAside(rowNamed(explorer, "old"));
+    ASSERT_TRUE(story.waitUntil([&] { return story.app().question()->isOpen(); }));
+    story.app().question()->accept();
+    ASSERT_TRUE(story.waitUntil([&] { return explorer.entries()->count() == 1; }));
+    EXPECT_FALSE(fs::exists(story.home.path("Videos/old")));
+    EXPECT_TRUE(fs::exists(story.home.path("Videos/mixed/old")));
+    ASSERT_TRUE(story.waitUntilIdle());
+    story.app().scanning()->scan();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_EQ(explorer.age(), 1) << "it stays with a new tree";
+    EXPECT_THAT(names(explorer), ElementsAre("mixed"));
+    explorer.setAge(static_cast<int>(explorer.ages().size()) - 1);
+    EXPECT_EQ(bytesOf(explorer.emptyText()), "Nothing that old.");
+    explorer.showNextAge();
+    EXPECT_THAT(names(explorer), Contains("film"));
+}
+
+// A folder of a million entries kept the window from drawing for seconds, whenever it was read.
+TEST_F(ExplorerInTheWindow, ReadsAFolderOfVeryManyInTheBackground) {
+    for (int number = 0; number < 12'000; ++number) {
+        story.home.file("Videos/many/" + std::to_string(number));
+    }
+    ExplorerDesk& explorer = open();
+    explorer.goTo(story.home.path("Videos"));
+    ASSERT_TRUE(explorer.enter(rowNamed(explorer, "many")));
+    EXPECT_EQ(explorer.entries()->count(), 0) << "nobody waits for them";
+    EXPECT_EQ(bytesOf(explorer.emptyText()), "Nothing yet…");
+    ASSERT_TRUE(story.waitUntil([&] { return explorer.entries()->count() == 12'000; }));
+    explorer.moveTo(11'999);
+    explorer.setOrder(static_cast<int>(ExplorerOrder::name));
+    EXPECT_EQ(explorer.current(), 0);
+    explorer.setFilter("1199");
+    ASSERT_TRUE(story.waitUntil([&] { return explorer.entries()->count() == 12; }));
+    EXPECT_EQ(names(explorer).front(), "11199") << "the latest wish alone";
+    explorer.leave();
+    explorer.goTo(story.home.path("Videos/many/77"));
+    ASSERT_TRUE(story.waitUntil([&] { return explorer.entries()->count() == 12'000; }));
+    EXPECT_EQ(explorer.current(), rowNamed(explorer, "77")) << "on what was gone to";
 }
 
 TEST_F(ExplorerInTheWindow, SeesWithANewScanWhatOthersHaveDoneAndStaysWhereItIsWithItsMarks) {

@@ -75,12 +75,17 @@ TEST(Thumbnails, SharesTheCacheOfTheDesktopAndLeavesNoTrace) {
     const QImage stored(QFile::decodeName(kept.c_str()));
     EXPECT_EQ(stored.text("Thumb::MTime"), "2000");
     EXPECT_TRUE(stored.text("Thumb::URI").endsWith("/Pictures/a%20b%FF.png"));
+    EXPECT_EQ(stored.text("Thumb::Image::Width"), "400");
 
     // What another program keeps is taken, as long as the file is the same.
     QImage other = drawn(2).scaled(256, 192);
     other.setText("Thumb::MTime", "2000");
+    other.setText("Thumb::Image::Width", "4000");
+    other.setText("Thumb::Image::Height", "3000");
     ASSERT_TRUE(other.save(QFile::decodeName(kept.c_str())));
     EXPECT_EQ(thumbnails.of(picture).pixel(20, 20), other.pixel(20, 20));
+    // To compare it, the picture itself was opened as well.
+    EXPECT_EQ(thumbnails.lookAt(picture)->width, 4000);
     draw(3);
     EXPECT_NE(thumbnails.of(picture), other);
     EXPECT_TRUE(thumbnails.of(home.path("Pictures/none.png")).isNull());
@@ -106,6 +111,9 @@ TEST(Photos, AreReviewedSetAsideAndPutBack) {
     std::filesystem::create_directories(home.path("Downloads"));
     std::filesystem::copy_file(home.path("Pictures/forest.png"), home.path("Pictures/forest (1).png"));
     PhotosDesk& photos = *story.app().photos();
+    // Whoever scrolled stood at the beginning again whenever pictures were compared or set aside.
+    int resets = 0;
+    QObject::connect(photos.photos(), &QAbstractItemModel::modelReset, [&] { ++resets; });
     photos.show();
     ASSERT_TRUE(story.waitUntil([&] { return photos.busyText().isEmpty() && !photos.chapters().isEmpty(); }));
     EXPECT_EQ(titlesOf(photos).mid(0, 2), (QStringList{"Exact copies", "Look-alikes"}));
@@ -135,4 +143,5 @@ TEST(Photos, AreReviewedSetAsideAndPutBack) {
     ASSERT_TRUE(story.waitUntilIdle());
     story.app().holding()->undoLastCleanup();
     ASSERT_TRUE(story.waitUntil([&] { return left().size() == 4; }));
+    EXPECT_EQ(resets, 0);
 }

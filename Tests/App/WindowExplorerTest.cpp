@@ -5,12 +5,14 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <vector>
 
 using namespace tarvo;
 using namespace tarvo::testing;
 using lumo::Words;
 using ::testing::Contains;
 using ::testing::HasSubstr;
+using ::testing::Not;
 using ::testing::StartsWith;
 
 namespace {
@@ -69,6 +71,93 @@ TEST_F(MainWindowAtHomeTest, TheExplorerIsWalkedThroughMarkedSetAsideAndUndoneBy
     press(Qt::Key_Tab);
     press(Qt::Key_Backspace);
     EXPECT_EQ(explorer.path(), story.home.path());
+}
+
+// Of what could not be read the window told nothing: it looked like something small.
+TEST_F(MainWindowAtHomeTest, TheExplorerTellsWhatIsOldAndWhatCouldNotBeRead) {
+    story.addCache(2'000'000);
+    story.home.file("Videos/shut/film", 3'000'000);
+    story.home.file("Videos/old", 1'000'000);
+    story.home.setModified("Videos/old", 1'600'000'000);
+    story.services.measure = [measure = story.services.measure, shut = story.home.path("Videos/shut")](
+                                 lumo::NamedTree& tree, lumo::platform::WalkProgress& progress,
+                                 const std::stop_token& stop) {
+        const std::int64_t unreadable = measure(tree, progress, stop);
+        tree.markUnreadable(*tree.entryAt(shut));
+        return unreadable + 1;
+    };
+    open();
+    beginExploring(story, [&] { press(Qt::Key_E, Qt::ControlModifier); });
+    const auto description = [&](const std::string& name) {
+        return bytesOf(named(name)->text(QAccessible::Description));
+    };
+    ASSERT_TRUE(story.waitUntil([&] { return focused().starts_with("Videos, "); })) << focused();
+    EXPECT_THAT(description("Videos, "),
+                HasSubstr(Words{"Algo de lo que contiene no", "Something in it"}.in()));
+    press(Qt::Key_Return);
+    ASSERT_TRUE(story.waitUntil([&] { return focused().starts_with("shut, "); })) << focused();
+    EXPECT_THAT(description("shut, "), HasSubstr(Words{"No se pudo leer", "It could not be read"}.in()));
+    EXPECT_THAT(description("old, "), Not(HasSubstr(Words{"leer", "read"}.in())));
+    press(Qt::Key_A);
+    ASSERT_TRUE(story.waitUntil([&] { return focused().starts_with("old, "); })) << focused();
+    EXPECT_EQ(named("shut, "), nullptr);
+    const std::string unchanged = Words{"Sin cambios en ", "Unchanged for "}.in();
+    EXPECT_THAT(told(), Contains(StartsWith("AlertMessage|" + unchanged)));
+    click(Words{"Ver solo lo antiguo", "Show only the old"}.in());
+    const std::string any = Words{"De cualquier edad", "Of any age"}.in();
+    ASSERT_TRUE(story.waitUntil([&] { return named(any) != nullptr; }));
+    EXPECT_FALSE(named(any)->state().checked);
+    click(any);
+    ASSERT_TRUE(story.waitUntil([&] { return named("shut, ") != nullptr; }));
+}
+
+TEST_F(MainWindowAtHomeTest, TheExplorersMenuProtectsAndArchivesByTheKeyboard) {
+    story.addCache(2'000'000);
+    story.home.file("Documents/Notes/x", 3'000'000);
+    story.home.file("Documents/Thesis/draft", 1'000'000);
+    open();
+    beginExploring(story, [&] { press(Qt::Key_E, Qt::ControlModifier); });
+    ExplorerDesk& explorer = *story.app().explorer();
+    ASSERT_TRUE(story.waitUntil([&] { return focused().starts_with("Documents, "); })) << focused();
+    const auto choose = [&](const Words& words) {
+        press(Qt::Key_F10, Qt::ShiftModifier);
+        ASSERT_TRUE(story.waitUntil([&] { return named(words.in()) != nullptr; }));
+        for (int steps = 0; steps < 20 && focused() != words.in(); ++steps) {
+            press(Qt::Key_Down);
+        }
+        ASSERT_EQ(focused(), words.in());
+        press(Qt::Key_Space);
+    };
+    press(Qt::Key_Return);
+    ASSERT_TRUE(story.waitUntil([&] { return focused().starts_with("Notes, "); })) << focused();
+    choose({"No tocar nunca esta carpeta", "Never Touch This Folder"});
+    const std::string notes = story.home.path("Documents/Notes");
+    const auto isProtected = [&] {
+        return Preferences::load(story.home.path()).value(preference::protectedFolders) == std::vector{notes};
+    };
+    EXPECT_TRUE(story.waitUntil(isProtected));
+    ASSERT_TRUE(story.waitUntilIdle());
+    ASSERT_TRUE(story.waitUntil([&] { return focused().starts_with("Notes, "); })) << focused();
+    press(Qt::Key_Delete);
+    EXPECT_TRUE(story.waitUntil([&] { return story.app().activity()->notice().startsWith("Notes: "); }));
+    EXPECT_FALSE(story.app().question()->isAsking());
+
+    press(Qt::Key_Down);
+    ASSERT_TRUE(story.waitUntil([&] { return focused().starts_with("Thesis, "); })) << focused();
+    choose({"Archivar…", "Archive…"});
+    const std::string cancel(Words{"Cancelar", "Cancel"}.in());
+    ASSERT_TRUE(story.waitUntil([&] { return focused() == cancel; })) << focused();
+    press(Qt::Key_Tab);
+    press(Qt::Key_Space);
+    ASSERT_TRUE(story.waitUntil([&] { return explorer.entries()->count() == 2 && named("Thesis.zip, "); }));
+    EXPECT_TRUE(std::filesystem::exists(story.home.path("Documents/Thesis.zip")));
+    EXPECT_FALSE(std::filesystem::exists(story.home.path("Documents/Thesis")));
+    EXPECT_TRUE(std::filesystem::exists(story.home.path("Documents/Notes/x")));
+    ASSERT_TRUE(story.waitUntilIdle());
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(
+        story.waitUntil([&] { return std::filesystem::exists(story.home.path("Documents/Thesis/draft")); }));
+    ASSERT_TRUE(story.waitUntilIdle());
 }
 
 TEST_F(MainWindowTest, TheExplorerFiltersHasItsMenuAndGivesWayToTheList) {

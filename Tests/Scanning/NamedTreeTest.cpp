@@ -112,6 +112,32 @@ TEST(NamedTree, ChargesAFileWithSeveralNamesToTheFirstPathAndWhatGoesWithIt) {
     EXPECT_EQ(bytesAt(*tree, home.path()), before - allocatedBytes(home.path("a")));
 }
 
+// The folders around something kept its date when it was taken out, so that they passed for newer than they
+// are.
+TEST(NamedTree, DatesGoBackWhenTheNewestIsTakenOut) {
+    const TempHome home;
+    const std::vector<std::pair<std::string, std::int64_t>> dated{
+        {"a/b/newest", 5000}, {"a/b/old", 1000}, {"a/newer", 3000}, {"a/c/same", 3000}};
+    for (const auto& [name, seconds] : dated) {
+        home.file(name);
+        home.setModified(name, seconds);
+    }
+    const auto tree = measured(home.path());
+    const auto datesWithout = [&](const std::string& name) {
+        tree->detach(*tree->entryAt(home.path(name)));
+        std::vector<std::uint32_t> dates;
+        for (const std::string& folder : {home.path(), home.path("a"), home.path("a/b")}) {
+            dates.push_back(tree->entry(*tree->entryAt(folder)).sums.modified);
+        }
+        return dates;
+    };
+    EXPECT_EQ(datesWithout("a/b/newest"), (std::vector<std::uint32_t>{3000, 3000, 1000}));
+    EXPECT_EQ(datesWithout("a/newer"), (std::vector<std::uint32_t>{3000, 3000, 1000}))
+        << "another one is as new";
+    EXPECT_EQ(datesWithout("a/c"), (std::vector<std::uint32_t>{1000, 1000, 1000}));
+    EXPECT_EQ(datesWithout("a/b/old"), (std::vector<std::uint32_t>{0, 0, 0}));
+}
+
 TEST(NamedTree, CanBeReadAndCutWhileManyThreadsFillIt) {
     const TempHome home;
     makeMany(home);
