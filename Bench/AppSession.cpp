@@ -160,7 +160,7 @@ void tellSession(const std::string& home) {
     heart.tell("scan");
     fmt::print("  {} rows, {} tiles\n", app.rows()->count(), app.map()->count());
     if (app.map()->count() > 0) {
-        const QString key = app.map()->data(app.map()->index(0), MapModel::keyRole).toString();
+        const QString key = app.map()->tile(0, TileList::keyRole).toString();
         app.map()->zoomInto(key);
         heart.wait([&] { return !app.map()->isZoomLoading(); });
         app.map()->zoomOut(0);

@@ -10,12 +10,19 @@
 
 #include <fmt/format.h>
 
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <fstream>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // What a person waits for: the first window, the first results, and each frame while the pointer wanders over
-// the map and a folder opens. Drawn by software into memory, so that any machine can measure it.
+// the map and a folder opens. With --long, what it takes while nobody does anything, and whether it grows.
+// Drawn by software into memory, so that any machine can measure it.
 namespace {
 
 using namespace tarvo;
@@ -87,7 +94,7 @@ void tellZooming(AppModel& app, QQuickWindow& window, double base) {
     Frames frames(window);
     Beats beats;
     for (int index = 0; index < app.map()->count(); ++index) {
-        app.map()->zoomInto(app.map()->data(app.map()->index(index), MapModel::keyRole).toString());
+        app.map()->zoomInto(app.map()->tile(index, TileList::keyRole).toString());
         waitFor([&] { return !app.map()->isZoomLoading(); });
         if (app.map()->depth() > 0) {
             break;
@@ -100,7 +107,50 @@ void tellZooming(AppModel& app, QQuickWindow& window, double base) {
     fmt::print("zooming in and out: longest gap of the main thread {} ms\n", beats.longest());
 }
 
-void run(const std::string& home) {
+double processorSeconds() {
+    rusage used{};
+    getrusage(RUSAGE_SELF, &used);
+    const auto seconds = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+    };
+    return seconds(used.ru_utime) + seconds(used.ru_stime);
+}
+
+/// What of the process lies in memory now; 0 where the system does not tell it in this place.
+double residentMiB() {
+    std::ifstream file("/proc/self/statm");
+    double all = 0;
+    double resident = 0;
+    file >> all >> resident;
+    return resident * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1024 * 1024);
+}
+
+void waitUntilSettled(AppModel& app) {
+    waitFor([&] { return !app.activity()->isBusy() && app.scanning()->hasReport(); });
+    waitFor([&] { return !app.items()->isLooking(); });
+}
+
+/// What the application takes while nobody does anything, and whether it grows with each scan.
+void tellSteadiness(AppModel& app) {
+    constexpr std::chrono::seconds idle{20};
+    constexpr int early = 5;
+    constexpr int late = 30;
+    QEventLoop loop;
+    QTimer::singleShot(idle, &loop, &QEventLoop::quit);
+    const double before = processorSeconds();
+    loop.exec();
+    fmt::print("idle for {} s: {:.3f} s of processor time\n", idle.count(), processorSeconds() - before);
+    double atFirst = 0;
+    for (int scan = 1; scan <= late; ++scan) {
+        app.scanning()->scan();
+        waitUntilSettled(app);
+        atFirst = scan == early ? residentMiB() : atFirst;
+    }
+    fmt::print("resident after {} scans {:.1f} MiB, after {} scans {:.1f} MiB: {:.3f} x\n", early, atFirst,
+               late, residentMiB(), residentMiB() / atFirst);
+}
+
+void run(const std::string& home, bool isLong) {
     (void)Preferences::load(home).set(preference::isWelcomeSeen, true);
     AppModel app(AppServices::ofThisMachine(home, {}));
     qint64 firstResults = 0;
@@ -117,6 +167,11 @@ void run(const std::string& home) {
     fmt::print("first results after {} ms, all after {} ms: {} rows, {} tiles\n", firstResults,
                sinceStart.elapsed(), app.rows()->count(), app.map()->count());
     waitFor(std::chrono::seconds(2));
+    if (isLong) {
+        waitUntilSettled(app);
+        tellSteadiness(app);
+        return;
+    }
     Beats beats;
     app.scanning()->scan();
     waitFor([&] { return !app.activity()->isBusy(); });
@@ -134,10 +189,11 @@ int main(int count, char** arguments) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
     const QGuiApplication application(count, arguments);
-    if (count != 2) {
-        fmt::print(stderr, "usage: window-session HOME\n");
+    const bool isLong = count == 3 && std::string_view(arguments[1]) == "--long";
+    if (count != 2 && !isLong) {
+        fmt::print(stderr, "usage: window-session [--long] HOME\n");
         return 2;
     }
-    run(arguments[1]);
+    run(arguments[count - 1], isLong);
     return 0;
 }

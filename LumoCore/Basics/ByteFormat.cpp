@@ -3,19 +3,32 @@
 #include <unicode/locid.h>
 #include <unicode/numberformatter.h>
 
+#include <array>
+#include <cstddef>
+
 namespace lumo::ByteFormat {
 
 namespace {
 
-icu::number::LocalizedNumberFormatter makeStyle(Language language) {
+icu::number::LocalizedNumberFormatter makeStyle(Language language, int decimals) {
     return icu::number::NumberFormatter::withLocale(icu::Locale(localeName(language).c_str()))
-        .roundingMode(UNUM_ROUND_HALFEVEN);
+        .roundingMode(UNUM_ROUND_HALFEVEN)
+        .precision(icu::number::Precision::fixedFraction(decimals));
 }
 
-const icu::number::LocalizedNumberFormatter& styleOf(Language language) {
-    static const icu::number::LocalizedNumberFormatter english = makeStyle(Language::en);
-    static const icu::number::LocalizedNumberFormatter spanish = makeStyle(Language::es);
-    return language == Language::es ? spanish : english;
+using Styles = std::array<icu::number::LocalizedNumberFormatter, 3>;
+
+Styles stylesOf(Language language) {
+    return {makeStyle(language, 0), makeStyle(language, 1), makeStyle(language, 2)};
+}
+
+/// The styles that are wanted all the time. They are kept, since they become quick only with use.
+const icu::number::LocalizedNumberFormatter* keptStyle(Language language, int decimals) {
+    static const Styles english = stylesOf(Language::en);
+    static const Styles spanish = stylesOf(Language::es);
+    const Styles& styles = language == Language::es ? spanish : english;
+    const auto index = static_cast<std::size_t>(decimals);
+    return decimals >= 0 && index < styles.size() ? &styles[index] : nullptr;
 }
 
 } // namespace
@@ -23,7 +36,6 @@ const icu::number::LocalizedNumberFormatter& styleOf(Language language) {
 std::string string(std::int64_t bytes, Language language) {
     constexpr double gigabyte = 1e9;
     constexpr double megabyte = 1e6;
-    constexpr std::int64_t shownAsMegabyte = 500000;
     const double gigabytes = static_cast<double>(bytes) / gigabyte;
     if (gigabytes >= 1.0) {
         return number(gigabytes, 1, language) + " GB";
@@ -37,9 +49,9 @@ std::string string(std::int64_t bytes, Language language) {
 std::string number(double value, int decimals, Language language) {
     UErrorCode status = U_ZERO_ERROR;
     std::string formatted;
-    styleOf(language)
-        .precision(icu::number::Precision::fixedFraction(decimals))
-        .formatDouble(value, status)
+    const auto* const kept = keptStyle(language, decimals);
+    (kept != nullptr ? kept->formatDouble(value, status)
+                     : makeStyle(language, decimals).formatDouble(value, status))
         .toString(status)
         .toUTF8String(formatted);
     return formatted;

@@ -68,11 +68,18 @@ Parts partsOf(const ScanReport& report, Date now) {
     return parts;
 }
 
+/// Nobody is helped by hearing that the largest thing takes "<1 MB". On a Mac, where folders take no blocks
+/// of their own, whatever there is is named.
+bool isWorthNaming(std::int64_t bytes, System system) {
+    return system == System::macos || bytes >= ByteFormat::shownAsMegabyte;
+}
+
 /// The first findings that need a look, at most that many.
-std::vector<const Finding*> firstToReview(const ScanReport& report, std::size_t most) {
+std::vector<const Finding*> firstToReview(const ScanReport& report, std::size_t most, System system) {
     std::vector<const Finding*> found;
     for (const Finding& finding : report.findings) {
-        if (finding.safety == Safety::review && found.size() < most) {
+        if (finding.safety == Safety::review && found.size() < most &&
+            isWorthNaming(finding.usage.allocatedBytes, system)) {
             found.push_back(&finding);
         }
     }
@@ -128,7 +135,7 @@ std::string largestPart(const Parts& parts, Language language, System system) {
         {parts.builds, Words{"en compilaciones de tus proyectos", "in your project builds"}.in(language)}};
     // The first of several equal ones.
     const Candidate& largest = *std::ranges::max_element(candidates, {}, &Candidate::bytes);
-    if (largest.bytes < 1) {
+    if (largest.bytes < 1 || !isWorthNaming(largest.bytes, system)) {
         return {};
     }
     return fmt::format("{}{} {}", Words{", sobre todo ", ", mostly "}.in(language),
@@ -147,7 +154,7 @@ std::vector<std::string> facts(const ScanReport& report, std::int64_t recoverabl
             language, bytesText(recoverable, language))};
     addPartFacts(facts, partsOf(report, now), language, system);
     std::vector<std::string> toReview;
-    for (const Finding* finding : firstToReview(report, mostToReview)) {
+    for (const Finding* finding : firstToReview(report, mostToReview, system)) {
         toReview.push_back(finding->name + " " + shortSize(finding->usage.allocatedBytes, language));
     }
     if (!toReview.empty()) {
@@ -164,7 +171,7 @@ std::string templateText(const ScanReport& report, std::int64_t recoverable, Dat
                          System system) {
     std::string summary = Words{"Puedes recuperar {} sin riesgo{}.", "You can recover {} with no risk{}."}.in(
         language, bytesText(recoverable, language), largestPart(partsOf(report, now), language, system));
-    for (const Finding* finding : firstToReview(report, 1)) {
+    for (const Finding* finding : firstToReview(report, 1, system)) {
         summary +=
             Words{" Lo más grande para revisar es {} ({}).", " The biggest thing to review is {} ({})."}.in(
                 language, finding->name, bytesText(finding->usage.allocatedBytes, language));

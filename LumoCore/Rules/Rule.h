@@ -99,8 +99,6 @@ struct Rule {
     /// Where the rule looks in the home that it was made for, the locator's own place first; when empty there
     /// is none but that.
     std::vector<Locator> places = {};
-    /// Of a row that only one system has. Empty folders and files are no findings of such a rule.
-    std::optional<System> onlyOn = {};
 
     /// Where the rule looks, for a person to read, with "~" for the home folder: the first place.
     [[nodiscard]] std::string displayPath(Language language = currentLanguage()) const;

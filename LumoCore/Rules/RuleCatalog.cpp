@@ -123,13 +123,9 @@ std::vector<Rule> of(System system, Language language) {
     std::vector<Rule> rules;
     appendAll(rules, system, language);
     if (system == System::linux) {
-        const std::size_t everywhere = rules.size();
         append(rules, linuxSafeRows(), Safety::safe, system, language);
         append(rules, linuxReviewRows(), Safety::review, system, language);
         append(rules, linuxKeepRows(), Safety::keep, system, language);
-        for (Rule& rule : std::span(rules).subspan(everywhere)) {
-            rule.onlyOn = system;
-        }
     }
     return rules;
 }

@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/OwnFiles.h"
+#include "LumoCore/Basics/System.h"
 #include "Platform/Clock.h"
 #include "Platform/Folder.h"
 #include "Platform/Volume.h"
@@ -96,13 +97,16 @@ Finding findingOf(const Located& located, const std::map<std::string_view, Usage
 
 /// Applications have many small caches that nobody would miss or look for. Of what could not be read nobody
 /// knows that it is empty.
-bool isWorthReporting(const Finding& finding, const Rule& rule) {
+bool isWorthReporting(const Finding& finding) {
     constexpr std::int64_t smallestAppCache = 50000000;
     if (finding.ruleID.starts_with(appCachePrefix)) {
         return finding.usage.allocatedBytes >= smallestAppCache;
     }
-    if (rule.onlyOn && finding.usage.fileCount == 0 && finding.usage.unreadableCount == 0) {
-        return false; // Tools make their folders, empty, before they have anything to put there.
+    // Folders take blocks of their own on Linux. Tools make theirs before they have anything to put there,
+    // and a cleanup leaves them behind.
+    const bool isEmpty = finding.usage.fileCount == 0 && finding.usage.unreadableCount == 0;
+    if (isEmpty && currentSystem() == System::linux) {
+        return false;
     }
     return finding.usage.allocatedBytes >= 1 || finding.usage.unreadableCount > 0;
 }
@@ -122,7 +126,7 @@ std::vector<Finding> findAll(const std::vector<Rule>& rules, const ScanOptions& 
     std::vector<Finding> findings;
     for (const Located& one : located) {
         Finding finding = findingOf(one, measured);
-        if (isWorthReporting(finding, *one.rule)) {
+        if (isWorthReporting(finding)) {
             findings.push_back(std::move(finding));
         }
     }

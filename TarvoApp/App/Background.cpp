@@ -3,7 +3,9 @@
 #include "Platform/ThreadPriority.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QEvent>
+#include <QTimer>
 
 #include <utility>
 
@@ -104,14 +106,23 @@ void Background::serve(const std::stop_token& end) {
 }
 
 void Background::applyAll() {
-    std::deque<Apply> done;
-    {
-        const std::scoped_lock lock(mutex_);
-        done.swap(done_);
-    }
-    for (const Apply& apply : done) {
+    constexpr qint64 atOnce = 4; // Milliseconds.
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < atOnce) {
+        Apply apply;
+        {
+            const std::scoped_lock lock(mutex_);
+            if (done_.empty()) {
+                return;
+            }
+            apply = std::move(done_.front());
+            done_.pop_front();
+        }
         apply();
     }
+    // Whoever uses the window comes in between.
+    QTimer::singleShot(0, this, &Background::applyAll);
 }
 
 } // namespace tarvo

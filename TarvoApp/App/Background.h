@@ -47,6 +47,7 @@ class Background final : public QObject {
 
   private:
     void serve(const std::stop_token& end);
+    /// What takes long goes on after whatever else waits for this thread.
     void applyAll();
 
     std::mutex mutex_;

@@ -22,10 +22,15 @@ void ExplainingDesk::take(const std::shared_ptr<const lumo::ScanReport>& report,
 }
 
 void ExplainingDesk::learn(const Explanations& explanations) {
+    bool isNews = false;
     for (const auto& [path, explanation] : explanations) {
+        const auto known = explanations_.find(path);
+        isNews = isNews || known == explanations_.end() || known->second != explanation;
         explanations_.insert_or_assign(path, explanation);
     }
-    emit explanationsChanged();
+    if (isNews) {
+        emit explanationsChanged();
+    }
 }
 
 // The summary.

@@ -30,7 +30,13 @@ ItemsDesk::ItemsDesk(const Ground& ground, TickedDesk& ticked, QObject* parent)
 
 // Looking.
 
+void ItemsDesk::tell() {
+    lines_.clear();
+    emit changed();
+}
+
 void ItemsDesk::lookAgain() {
+    lines_.clear();
     for (std::size_t index = 0; index < kinds_.size(); ++index) {
         Kind& kind = kinds_[index];
         kind.isWanted = kind.isWanted || kind.found || kindAt(index) != InventoryKind::duplicates;
@@ -40,6 +46,7 @@ void ItemsDesk::lookAgain() {
 
 void ItemsDesk::want(int kind) {
     if (kind >= 0 && static_cast<std::size_t>(kind) < kinds_.size()) {
+        lines_.clear();
         Kind& wanted = kinds_[static_cast<std::size_t>(kind)];
         wanted.isWanted = wanted.isWanted || !wanted.found;
         look();
@@ -69,18 +76,21 @@ void ItemsDesk::look() {
                 lookEnded(kind, std::move(*found), wasStopped);
             });
         });
-    emit changed();
+    tell();
 }
 
 void ItemsDesk::lookEnded(InventoryKind kind, CloserLook look, bool wasStopped) {
     looking_.reset();
     // What was cut short, or ended while a cleanup began, is no longer what is there: it stays wanted.
     if (!wasStopped && !stop_.stop_requested()) {
-        kinds_[static_cast<std::size_t>(kind)] = {.found = std::move(look.found),
-                                                  .shown = std::move(look.shown)};
-        show();
+        Kind& known = kinds_[static_cast<std::size_t>(kind)];
+        const bool isNews = known.found != look.found || known.shown != look.shown;
+        known = {.found = std::move(look.found), .shown = std::move(look.shown)};
+        if (isNews) { // Else the list and the map would be made anew for each kind after each scan.
+            show();
+        }
     }
-    emit changed();
+    tell();
     this->look();
 }
 
@@ -94,7 +104,7 @@ void ItemsDesk::drop(const std::set<std::string>& ids) {
         }
     }
     show();
-    emit changed();
+    tell();
 }
 
 void ItemsDesk::show() {
@@ -127,16 +137,21 @@ LookState ItemsDesk::stateOf(InventoryKind wanted) const {
 }
 
 QVariantList ItemsDesk::kinds() const {
-    QVariantList list;
+    const lumo::Language language = lumo::currentLanguage();
+    if (!lines_.isEmpty() && linesLanguage_ == language) {
+        return lines_;
+    }
+    lines_.clear();
+    linesLanguage_ = language;
     for (std::size_t index = 0; index < kinds_.size(); ++index) {
         const auto& found = kinds_[index].found;
         const KindLine line = kindLine(found ? &*found : nullptr, stateOf(kindAt(index)));
-        list.push_back(QVariantMap{{"title", shown(lumo::titleOf(kindAt(index)))},
-                                   {"amount", shown(line.amount)},
-                                   {"note", shown(line.note)},
-                                   {"count", static_cast<int>(found ? found->items.size() : 0)}});
+        lines_.push_back(QVariantMap{{"title", shown(lumo::titleOf(kindAt(index)))},
+                                     {"amount", shown(line.amount)},
+                                     {"note", shown(line.note)},
+                                     {"count", static_cast<int>(found ? found->items.size() : 0)}});
     }
-    return list;
+    return lines_;
 }
 
 QString ItemsDesk::noteOf(int wanted) const {

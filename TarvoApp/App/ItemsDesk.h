@@ -76,12 +76,16 @@ class ItemsDesk final : public QObject {
     /// Takes out what a cleanup took.
     void drop(const std::set<std::string>& ids);
     void show();
+    void tell();
 
     Ground ground_;
     TickedDesk& ticked_;
     std::array<Kind, lumo::inventoryKindCount> kinds_;
     std::optional<lumo::InventoryKind> looking_;
     std::stop_source stop_; ///< Of the look that goes on.
+    /// Views ask for each line apart, and each time for all of them; empty until somebody does.
+    mutable QVariantList lines_;
+    mutable lumo::Language linesLanguage_ = lumo::Language::en;
 };
 
 } // namespace tarvo

@@ -25,18 +25,17 @@ std::string insideID(const Item& item) {
 } // namespace
 
 MapModel::MapModel(const TickedPlan& plan, Background& background, Folders folders, QObject* parent)
-    : KeyedList(parent), plan_(plan), background_(background), folders_(std::move(folders)) {
-    QList<int> others = roleNames().keys();
-    others.removeOne(keyRole);
-    keepSpare(keyRole, others);
+    : QObject(parent), plan_(plan), background_(background), folders_(std::move(folders)),
+      overview_([this](const auto& of, const auto& tile, int role) { return read(of, tile, role); },
+                DiskMap::mostTiles),
+      inside_([this](const auto& of, const auto& tile, int role) { return read(of, tile, role); },
+              DiskMap::mostEntries + 1) {
+    inside_.setShown(false);
 }
 
 void MapModel::makeSpare() {
-    constexpr int atOnce = 6;
-    if (wantsSpare()) {
-        addSpare(std::min(atOnce, static_cast<int>(DiskMap::mostTiles) - rowCount()));
-        emit tilesChanged();
-    }
+    (overview_.wantsSpare() ? overview_ : inside_).makeSpare();
+    emit tilesChanged();
 }
 
 void MapModel::show(const std::vector<Row>& rows, const lumo::VolumeInfo& volume, bool isWholeDisk) {
@@ -45,12 +44,9 @@ void MapModel::show(const std::vector<Row>& rows, const lumo::VolumeInfo& volume
     if (isNews) {
         findOpenable();
     }
-    top_ = DiskMap::tiles(rows, volume, isWholeDisk);
-    if (zoomStack_.empty()) {
-        rebuild();
-    } else {
-        findLit();
-    }
+    overview_.take(DiskMap::tiles(rows, volume, isWholeDisk), size_);
+    findLit();
+    emit tilesChanged();
 }
 
 void MapModel::findOpenable() {
@@ -69,7 +65,7 @@ void MapModel::findOpenable() {
             } else {
                 openable_.merge(openable);
             }
-            tellChanged({canZoomRole, statusRole});
+            tell({TileList::canZoomRole, TileList::statusRole});
         };
     });
 }
@@ -91,47 +87,51 @@ void MapModel::forget() {
     zoomStack_.clear();
     zoomPlace_ = middle();
     if (wasZoomed) {
-        rebuild();
+        turn();
     }
     emit zoomChanged();
 }
 
 void MapModel::refresh() {
-    tellChanged({stateRole, statusRole});
+    overview_.tellTicks();
+    inside_.tellTicks();
+}
+
+void MapModel::tell(const QList<int>& roles) {
+    overview_.tell(roles);
+    inside_.tell(roles);
 }
 
 void MapModel::setTextScale(double scale) {
     if (textScale_ != scale) {
         textScale_ = scale;
-        layOut();
+        tell({TileList::nestedRole});
     }
 }
 
 void MapModel::setWidth(double width) {
-    if (width_ != width) {
-        width_ = width;
-        layOut();
+    if (size_.width() != width) {
+        size_.setWidth(width);
+        sheet().layOut(size_);
         emit sizeChanged();
     }
 }
 
 void MapModel::setHeight(double height) {
-    if (height_ != height) {
-        height_ = height;
-        layOut();
+    if (size_.height() != height) {
+        size_.setHeight(height);
+        sheet().layOut(size_);
         emit sizeChanged();
     }
 }
 
-void MapModel::rebuild() {
-    const std::vector<Tile> tiles = zoomStack_.empty() ? top_ : DiskMap::tiles(zoomStack_.back());
-    const std::vector<Rect> places = DiskMap::layout(tiles, width_, height_);
-    std::vector<LaidTile> laid;
-    laid.reserve(tiles.size());
-    for (std::size_t at = 0; at < tiles.size(); ++at) {
-        laid.push_back({tiles[at], places[at]});
+void MapModel::turn() {
+    if (!zoomStack_.empty()) {
+        inside_.take(DiskMap::tiles(zoomStack_.back()), size_);
     }
-    takeOver(std::move(laid));
+    sheet().layOut(size_);
+    overview_.setShown(zoomStack_.empty());
+    inside_.setShown(!zoomStack_.empty());
     findLit();
     emit tilesChanged();
 }
@@ -144,20 +144,8 @@ void MapModel::narrow(const RowView& view) {
 }
 
 void MapModel::findLit() {
-    auto lit = litTiles(view_, std::vector<Tile>(items().begin(), items().end()), rows_);
-    if (lit_ != lit) {
-        lit_ = std::move(lit);
-        tellChanged({dimmedRole, nestedRole});
-    }
-}
-
-void MapModel::layOut() {
-    const std::vector<Tile> tiles(items().begin(), items().end());
-    const std::vector<Rect> places = DiskMap::layout(tiles, width_, height_);
-    for (std::size_t at = 0; at < places.size(); ++at) {
-        items()[at].place = places[at];
-    }
-    tellChanged({placeRole, nestedRole});
+    TileList& tiles = sheet();
+    tiles.light(litTiles(view_, std::vector<Tile>(tiles.tiles().begin(), tiles.tiles().end()), rows_));
 }
 
 // The way into folders.
@@ -189,7 +177,7 @@ void MapModel::zoomInto(const QString& key) {
     }
     wanted.title = lumo::fileName(wanted.paths.front());
     wanted.isApart = !isRow && !zoomStack_.empty() && zoomStack_.back().isApart;
-    for (const LaidTile& tile : items()) {
+    for (const LaidTile& tile : sheet().tiles()) {
         if (tile.id == id) {
             wanted.title = tile.label;
             wanted.safety = wanted.isApart ? std::nullopt : tile.safety;
@@ -241,8 +229,8 @@ void MapModel::follow(const std::string& path) {
     if (isInside && !wanted.isApart) {
         wanted.safety = zoomStack_.back().safety;
     }
-    const auto tile = std::ranges::find(items(), DiskMap::insideID(path), &LaidTile::id);
-    if (isInside && tile != items().end()) {
+    const LaidTile* const tile = sheet().find(DiskMap::insideID(path));
+    if (isInside && tile != nullptr) {
         wanted.place = tile->place;
     }
     if (!closed_.contains(paths)) {
@@ -296,7 +284,7 @@ void MapModel::push(const Wanted& wanted, const Inside& inside) {
     zoomLoading_.reset();
     if (listing.items.empty()) {
         closed_.insert(wanted.paths);
-        tellChanged({canZoomRole, statusRole, nestedRole});
+        tell({TileList::canZoomRole, TileList::statusRole, TileList::nestedRole});
         emit zoomChanged();
         wanted.whenUnreadable();
         return;
@@ -313,7 +301,7 @@ void MapModel::push(const Wanted& wanted, const Inside& inside) {
                           .place = zoomPlace_,
                           .isApart = wanted.isApart,
                           .known = inside.known});
-    rebuild();
+    turn();
     emit zoomChanged();
     emit travelled();
 }
@@ -326,7 +314,7 @@ void MapModel::zoomOut(int depth) {
     if (levels < zoomStack_.size()) {
         zoomPlace_ = zoomStack_[levels].place;
         zoomStack_.resize(levels);
-        rebuild();
+        turn();
     }
     emit zoomChanged();
     emit travelled();
@@ -336,17 +324,13 @@ int MapModel::neighbour(int index, int dx, int dy) const {
     if (index < 0 || index >= count()) {
         return count() > 0 ? 0 : -1;
     }
-    std::vector<Rect> places;
-    for (const LaidTile& tile : items()) {
-        places.push_back(tile.place);
-    }
-    const auto found = DiskMap::neighbour(places, static_cast<std::size_t>(index), dx, dy);
+    const auto found = DiskMap::neighbour(sheet().places(), static_cast<std::size_t>(index), dx, dy);
     return found ? static_cast<int>(*found) : -1;
 }
 
 void MapModel::prefetch() {
     ahead_.clear();
-    for (const Tile& tile : top_) {
+    for (const Tile& tile : overview_.tiles()) {
         const Paths paths = tile.kind == Tile::Kind::item ? pathsOf(tile.id) : Paths();
         if (!paths.empty() && !insideCache_.contains(paths) && ahead_.size() < mostPrefetched) {
             ahead_.push_back(paths);
@@ -365,7 +349,7 @@ void MapModel::prefetchNext() {
 }
 
 Rect MapModel::middle() const {
-    return {width_ / 3, height_ / 3, width_ / 3, height_ / 3};
+    return {width() / 3, height() / 3, width() / 3, height() / 3};
 }
 
 QStringList MapModel::zoomTitles() const {
@@ -395,9 +379,8 @@ QString MapModel::skippedText() const {
 // What its tiles offer.
 
 TileClick MapModel::clickOn(const std::string& id) const {
-    const auto tile = std::ranges::find(items(), id, &LaidTile::id);
-    return tile == items().end() ? TileClick::nothing
-                                 : tarvo::clickOn(*tile, plan_.stateOf(id), canZoom(*tile));
+    const LaidTile* const tile = sheet().find(id);
+    return tile == nullptr ? TileClick::nothing : tarvo::clickOn(*tile, plan_.stateOf(id), canZoom(*tile));
 }
 
 bool MapModel::canZoomInto(const std::string& id) const {
@@ -408,7 +391,7 @@ bool MapModel::canZoomInto(const std::string& id) const {
     if (!id.starts_with(TileID::insidePrefix)) {
         return openable_.contains(paths);
     }
-    for (const LaidTile& tile : items()) {
+    for (const LaidTile& tile : sheet().tiles()) {
         const auto child = std::ranges::find(tile.children, id, insideID);
         if (tile.id == id || child != tile.children.end()) {
             return tile.id == id ? tile.isFolder : child->isDirectory;
@@ -419,7 +402,7 @@ bool MapModel::canZoomInto(const std::string& id) const {
 
 const Row* MapModel::firstWithoutTile() const {
     for (const Row& row : rows_) {
-        if (row.bytes > 0 && std::ranges::find(top_, row.id, &Tile::id) == top_.end()) {
+        if (row.bytes > 0 && overview_.find(row.id) == nullptr) {
             return &row;
         }
     }

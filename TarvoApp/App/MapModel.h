@@ -1,13 +1,14 @@
 #pragma once
 
 #include "TarvoApp/App/Background.h"
-#include "TarvoApp/App/KeyedList.h"
-#include "TarvoModel/Showing/DiskMap.h"
+#include "TarvoApp/App/TileList.h"
 #include "TarvoModel/Showing/PlaceOffers.h"
 #include "TarvoModel/Showing/RowView.h"
 #include "TarvoModel/Showing/TickedPlan.h"
 
+#include <QObject>
 #include <QRectF>
+#include <QSizeF>
 #include <QStringList>
 
 #include <deque>
@@ -22,21 +23,18 @@
 
 namespace tarvo {
 
-/// A tile and where it is on the map.
-struct LaidTile : Tile {
-    Rect place;
-
-    friend bool operator==(const LaidTile&, const LaidTile&) = default;
-};
-
-/// The tiles of the disk map, laid out on a map of a given size, and the way into folders. What is inside
-/// folders is listed in the background.
-class MapModel final : public KeyedList<LaidTile> {
+/// The disk map, laid out on a map of a given size, and the way into folders. What is inside folders is
+/// listed in the background. The disk's tiles and those of the folder that was opened last are sheets of
+/// their own, of which one is shown.
+class MapModel final : public QObject {
     Q_OBJECT
+    Q_PROPERTY(tarvo::TileList* overview READ overview CONSTANT)
+    Q_PROPERTY(tarvo::TileList* inside READ inside CONSTANT)
     Q_PROPERTY(double width READ width WRITE setWidth NOTIFY sizeChanged)
     Q_PROPERTY(double height READ height WRITE setHeight NOTIFY sizeChanged)
+    /// Of the tiles that are shown.
     Q_PROPERTY(int count READ count NOTIFY tilesChanged)
-    /// Whether there are fewer tiles made, or kept, than the fullest map has.
+    /// Whether there are fewer tiles made, or kept, than the fullest sheets have.
     Q_PROPERTY(bool wantsSpare READ wantsSpare NOTIFY tilesChanged)
     Q_PROPERTY(int depth READ depth NOTIFY zoomChanged)
     Q_PROPERTY(QStringList zoomTitles READ zoomTitles NOTIFY zoomChanged)
@@ -48,26 +46,6 @@ class MapModel final : public KeyedList<LaidTile> {
     Q_PROPERTY(QRectF zoomPlace READ zoomPlace NOTIFY zoomChanged)
 
   public:
-    enum Role {
-        keyRole = Qt::UserRole, ///< See `keyOf`; empty for a row that is kept for another map.
-        labelRole,
-        detailRole,
-        bytesRole, ///< For a person.
-        placeRole, ///< The part that is drawn, as a QRectF.
-        colorRole, ///< Invalid for the neutral gray.
-        darkInkRole,
-        stateRole,  ///< See `Kinds::Tick`.
-        statusRole, ///< What the card says.
-        wordRole,   ///< The row's group; empty for what is no row.
-        unknownRole,
-        kindRole, ///< See `Kinds::Tile`.
-        canZoomRole,
-        nestedRole, ///< Of each entry inside a map with its place, label, key and whether it can be opened.
-        knownRole,  ///< What an entry is, where somebody knows.
-        dimmedRole, ///< Whether what was searched for is not there.
-        clickRole   ///< Whether a click does something.
-    };
-
     /// What is in the paths; called on a background thread. Empty items for what cannot be read.
     using List = std::function<lumo::FolderContents::Listing(const std::vector<std::string>& paths,
                                                              const std::stop_token& end)>;
@@ -115,9 +93,15 @@ class MapModel final : public KeyedList<LaidTile> {
     /// the map stays. In a folder that is shown it is one more level.
     void follow(const std::string& path);
 
-    /// Makes some of the tiles that a full map will want, so that they need not all be made in one frame.
+    /// See `TileList::makeSpare`.
     Q_INVOKABLE void makeSpare();
-    [[nodiscard]] bool wantsSpare() const { return rowCount() < static_cast<int>(DiskMap::mostTiles); }
+    [[nodiscard]] bool wantsSpare() const { return overview_.wantsSpare() || inside_.wantsSpare(); }
+
+    [[nodiscard]] TileList* overview() { return &overview_; }
+    [[nodiscard]] TileList* inside() { return &inside_; }
+    [[nodiscard]] int count() const { return sheet().count(); }
+    /// What is read of the tile at that place among those that are shown; see `TileList::Role`.
+    [[nodiscard]] QVariant tile(int at, int role) const { return sheet().data(sheet().index(at), role); }
 
     /// What a click on the tile does.
     [[nodiscard]] TileClick clickOn(const std::string& id) const;
@@ -129,8 +113,8 @@ class MapModel final : public KeyedList<LaidTile> {
     /// The paths that a tile or an entry in one stands for; none for tiles that stand for many things.
     [[nodiscard]] std::vector<std::string> pathsOf(const std::string& id) const;
 
-    [[nodiscard]] double width() const { return width_; }
-    [[nodiscard]] double height() const { return height_; }
+    [[nodiscard]] double width() const { return size_.width(); }
+    [[nodiscard]] double height() const { return size_.height(); }
     void setWidth(double width);
     void setHeight(double height);
     [[nodiscard]] int depth() const { return static_cast<int>(zoomStack_.size()); }
@@ -141,12 +125,7 @@ class MapModel final : public KeyedList<LaidTile> {
     [[nodiscard]] QRectF zoomPlace() const;
     [[nodiscard]] const std::vector<ZoomLevel>& zoomStack() const { return zoomStack_; }
 
-    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
-    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
-
   signals:
-    /// The tiles are about to stand for other things; see `willReplace`.
-    void replacing();
     void sizeChanged();
     /// A folder that was to be opened is empty, or cannot be read.
     void couldNotOpen(const QString& title);
@@ -184,28 +163,28 @@ class MapModel final : public KeyedList<LaidTile> {
     void prefetchNext();
     /// Finds out which rows can be opened; until then none can.
     void findOpenable();
-    void rebuild();
+    [[nodiscard]] const TileList& sheet() const { return zoomStack_.empty() ? overview_ : inside_; }
+    [[nodiscard]] TileList& sheet() { return zoomStack_.empty() ? overview_ : inside_; }
+    /// Shows the sheet of the level that is open now.
+    void turn();
     void findLit();
-    void layOut();
-    [[nodiscard]] bool isDimmed(const std::string& id) const { return lit_ && !lit_->contains(id); }
-    void willReplace() override { emit replacing(); }
+    /// On both sheets.
+    void tell(const QList<int>& roles);
     /// The middle of the map, for what has no tile.
     [[nodiscard]] Rect middle() const;
     [[nodiscard]] bool canZoom(const Tile& tile) const;
-    [[nodiscard]] QVariant nestedOf(const LaidTile& tile) const;
+    [[nodiscard]] QVariant read(const TileList& of, const LaidTile& tile, int role) const;
+    [[nodiscard]] QVariant nestedOf(const TileList& of, const LaidTile& tile) const;
     [[nodiscard]] QString wordOf(const Tile& tile) const;
-    /// What is read of a row without a tile.
-    [[nodiscard]] static QVariant ofSpare(int role);
 
     const TickedPlan& plan_;
     Background& background_;
     Folders folders_;
     std::vector<Row> rows_;
-    std::vector<Tile> top_; ///< The tiles without zoom.
+    TileList overview_;
+    TileList inside_;
     RowView view_;
-    std::optional<std::set<std::string>> lit_; ///< See `litTiles`.
-    double width_ = 0;
-    double height_ = 0;
+    QSizeF size_{0, 0};
     double textScale_ = 1;
     std::vector<ZoomLevel> zoomStack_;
     Rect zoomPlace_;

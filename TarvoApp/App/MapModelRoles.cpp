@@ -30,7 +30,7 @@ QRectF MapModel::zoomPlace() const {
     return rectOf(zoomPlace_);
 }
 
-QVariant MapModel::nestedOf(const LaidTile& tile) const {
+QVariant MapModel::nestedOf(const TileList& of, const LaidTile& tile) const {
     const Rect drawn = DiskMap::drawn(tile.place);
     const std::vector<Rect> places =
         DiskMap::nestedLayout(tile.children, drawn.width, drawn.height, textScale_);
@@ -44,7 +44,7 @@ QVariant MapModel::nestedOf(const LaidTile& tile) const {
                 {"label", shown(item.name)},
                 {"bytes", shown(lumo::ByteFormat::string(item.bytes))},
                 {"key", keyOf(DiskMap::insideID(item.path))},
-                {"dimmed", isDimmed(DiskMap::insideID(item.path)) && !isDimmed(tile.id)},
+                {"dimmed", of.isDimmed(DiskMap::insideID(item.path)) && !of.isDimmed(tile.id)},
                 {"canZoom", item.isDirectory && !item.path.empty() && !closed_.contains({item.path})}});
         }
     }
@@ -52,92 +52,56 @@ QVariant MapModel::nestedOf(const LaidTile& tile) const {
 }
 
 QString MapModel::wordOf(const Tile& tile) const {
-    if (tile.kind == Tile::Kind::inside && zoomStack_.back().isApart) {
+    if (tile.kind == Tile::Kind::inside && !zoomStack_.empty() && zoomStack_.back().isApart) {
         return shown(groupTitle(tile.safety ? groupOf(*tile.safety) : RowGroup::unclassified));
     }
     const auto row = std::ranges::find(rows_, tile.id, &Row::id);
     return row == rows_.end() ? QString() : shown(groupTitle(row->group));
 }
 
-QVariant MapModel::ofSpare(int role) {
-    switch (role) {
-    case placeRole:
-        return QRectF();
-    case nestedRole:
-        return QVariantList();
-    case stateRole:
-        return static_cast<int>(Kinds::of(TileState::info));
-    case kindRole:
-        return static_cast<int>(Kinds::of(Tile::Kind::item));
-    case colorRole:
-        return {};
-    case darkInkRole:
-    case unknownRole:
-    case canZoomRole:
-    case dimmedRole:
-    case clickRole:
-        return false;
-    default:
-        return QString();
-    }
-}
-
-QVariant MapModel::data(const QModelIndex& index, int role) const {
-    if (!index.isValid() || index.row() >= count()) {
-        return index.isValid() ? ofSpare(role) : QVariant();
-    }
-    const LaidTile& tile = items()[static_cast<std::size_t>(index.row())];
+QVariant MapModel::read(const TileList& of, const LaidTile& tile, int role) const {
     const auto color = DiskMap::colorOf(tile);
     switch (role) {
-    case keyRole:
+    case TileList::keyRole:
         return keyOf(tile.id);
     case Qt::DisplayRole:
-    case labelRole:
+    case TileList::labelRole:
         return shown(tile.label);
-    case detailRole:
+    case TileList::detailRole:
         return shown(tile.detail);
-    case bytesRole:
+    case TileList::bytesRole:
         return shown(lumo::ByteFormat::string(tile.bytes));
-    case placeRole:
+    case TileList::placeRole:
         return rectOf(DiskMap::drawn(tile.place));
-    case colorRole:
+    case TileList::colorRole:
         return color ? QVariant(colorFrom(*color)) : QVariant();
-    case darkInkRole:
+    case TileList::darkInkRole:
         return !color || DiskMap::wantsDarkInk(*color);
-    case stateRole:
+    case TileList::stateRole:
         return static_cast<int>(Kinds::of(plan_.stateOf(tile.id)));
-    case statusRole:
+    case TileList::statusRole:
         return shown(tile.kind == Tile::Kind::inside && tile.isFolder && !canZoom(tile)
                          ? DiskMap::closedFolderText()
                          : DiskMap::statusOf(tile, plan_.stateOf(tile.id), plan_.entry(tile.id)));
-    case wordRole:
+    case TileList::wordRole:
         return wordOf(tile);
-    case unknownRole:
+    case TileList::unknownRole:
         return tile.id.starts_with(lumo::unclassifiedIDPrefix);
-    case kindRole:
+    case TileList::kindRole:
         return static_cast<int>(Kinds::of(tile.kind));
-    case canZoomRole:
+    case TileList::canZoomRole:
         return canZoom(tile);
-    case nestedRole:
-        return nestedOf(tile);
-    case knownRole:
+    case TileList::nestedRole:
+        return nestedOf(of, tile);
+    case TileList::knownRole:
         return shown(tile.known);
-    case dimmedRole:
-        return isDimmed(tile.id);
-    case clickRole:
+    case TileList::dimmedRole:
+        return of.isDimmed(tile.id);
+    case TileList::clickRole:
         return tarvo::clickOn(tile, plan_.stateOf(tile.id), canZoom(tile)) != TileClick::nothing;
     default:
         return {};
     }
-}
-
-QHash<int, QByteArray> MapModel::roleNames() const {
-    return {{keyRole, "key"},         {labelRole, "label"},     {detailRole, "detail"},
-            {bytesRole, "bytes"},     {placeRole, "place"},     {colorRole, "tint"},
-            {darkInkRole, "darkInk"}, {stateRole, "tickState"}, {statusRole, "status"},
-            {wordRole, "word"},       {unknownRole, "unknown"}, {kindRole, "kind"},
-            {canZoomRole, "canZoom"}, {nestedRole, "nested"},   {knownRole, "known"},
-            {dimmedRole, "dimmed"},   {clickRole, "clickable"}};
 }
 
 } // namespace tarvo

@@ -25,6 +25,7 @@ Item {
     required property bool dimmed
     required property bool clickable
 
+    // What nobody sees is where it belongs at once.
     property bool slides: true
     // Kept for a map with more tiles.
     readonly property bool spare: key.length === 0
@@ -90,10 +91,10 @@ Item {
     // A spring that answers in 0.55 s with a damping of 0.85: stiffness and friction of a step of 16 ms.
     component Slide: SpringAnimation { damping: 0.31; epsilon: 0.25; spring: 2.09 }
 
-    Behavior on x { enabled: tile.slides && !tile.spare; Slide {} }
-    Behavior on y { enabled: tile.slides && !tile.spare; Slide {} }
-    Behavior on width { enabled: tile.slides && !tile.spare; Slide {} }
-    Behavior on height { enabled: tile.slides && !tile.spare; Slide {} }
+    Behavior on x { enabled: tile.slides && tile.visible; Slide {} }
+    Behavior on y { enabled: tile.slides && tile.visible; Slide {} }
+    Behavior on width { enabled: tile.slides && tile.visible; Slide {} }
+    Behavior on height { enabled: tile.slides && tile.visible; Slide {} }
     Behavior on opacity {
         NumberAnimation { duration: Theme.hoverTime; easing.type: Easing.OutQuad }
     }

@@ -8,25 +8,29 @@ ColumnLayout {
 
     signal menuWanted(string key, Item at)
 
-    property string hot: ""
-    property int current: 0
     readonly property int depth: App.map.depth
+    // Turned only after it is known where the focus was.
+    property bool opened: false
+    readonly property TileSheet shown: opened ? inside : overview
+    // The last one that the pointer was on.
+    property MapTile pointed: null
 
     function move(dx: int, dy: int) {
-        const next = App.map.neighbour(current, dx, dy);
+        const next = App.map.neighbour(shown.current, dx, dy);
         if (next >= 0) {
             // Becomes the current one by that; an item that has the focus must not leave the tab order.
-            tiles.itemAt(next).forceActiveFocus(Qt.TabFocusReason);
+            shown.at(next).forceActiveFocus(Qt.TabFocusReason);
         }
     }
 
-    // After a journey another tile is below the pointer, which has not moved.
-    function tellHovered() {
-        for (let at = 0; at < App.map.count; ++at) {
-            const tile = tiles.itemAt(at) as MapTile;
-            if (tile && tile.hovered)
-                App.places.mapHovered = tile.key;
-        }
+    function point(tile: MapTile) {
+        leaving.stop();
+        pointed = tile;
+        App.places.mapHovered = tile.key;
+    }
+    function leave(tile: MapTile) {
+        if (App.places.mapHovered === tile.key)
+            leaving.restart();
     }
 
     function zoomInto(key: string) {
@@ -36,21 +40,15 @@ ColumnLayout {
     spacing: 6
 
     onDepthChanged: {
+        const hadFocus = area.activeFocus;
         App.places.mapHovered = "";
-        current = 0;
-        if (area.activeFocus && App.map.count > 0)
-            tiles.itemAt(0).forceActiveFocus(Qt.TabFocusReason);
+        opened = depth > 0;
+        if (opened)
+            inside.current = 0;
+        if (hadFocus && App.map.count > 0)
+            shown.at(Math.min(shown.current, App.map.count - 1)).forceActiveFocus(Qt.TabFocusReason);
         sheet.travel(depth > sheet.depth);
         sheet.depth = depth;
-    }
-
-    Connections {
-        function onReplacing() {
-            settled.restart();
-            filling.from = 0;
-        }
-
-        target: App.map
     }
 
     RowLayout {
@@ -118,7 +116,8 @@ ColumnLayout {
         Accessible.role: Accessible.Grouping
         Layout.fillHeight: true
         Layout.fillWidth: true
-        clip: travelling.running
+        // Always: what is drawn of the map would be put together anew for each journey.
+        clip: true
 
         onHeightChanged: {
             settled.restart();
@@ -140,19 +139,9 @@ ColumnLayout {
 
             interval: 250
         }
-        // What is in the tiles follows them a few tiles a frame.
-        FrameAnimation {
-            id: filling
-
-            property int from: 0
-
-            running: from < App.map.count
-
-            onTriggered: from += 4
-        }
         // Tiles for a full map, before there is one.
         FrameAnimation {
-            running: App.map.wantsSpare && !filling.running
+            running: App.map.wantsSpare && !overview.filling && !inside.filling
 
             onTriggered: App.map.makeSpare()
         }
@@ -163,6 +152,10 @@ ColumnLayout {
             // Where the tiles are while the map travels, in parts of the map; all of it when it has arrived.
             property rect start: Qt.rect(0, 0, 1, 1)
             property real progress: 1
+            // What is left of the way then is less than a pixel, and texts are written once, in their places.
+            readonly property bool arrived: !travelling.running || progress > 0.998
+            readonly property real ahead: arrived ? 0 : 1 - progress
+            readonly property bool slides: Theme.moves && !settled.running
 
             // Into a folder the map grows out of its tile, and back it shrinks until that tile is where it was.
             function travel(inwards: bool) {
@@ -181,16 +174,15 @@ ColumnLayout {
             }
 
             anchors.fill: parent
-            opacity: Math.min(1, 0.2 + progress)
 
             transform: [
                 Scale {
-                    xScale: sheet.start.width + (1 - sheet.start.width) * sheet.progress
-                    yScale: sheet.start.height + (1 - sheet.start.height) * sheet.progress
+                    xScale: 1 + (sheet.start.width - 1) * sheet.ahead
+                    yScale: 1 + (sheet.start.height - 1) * sheet.ahead
                 },
                 Translate {
-                    x: sheet.start.x * sheet.width * (1 - sheet.progress)
-                    y: sheet.start.y * sheet.height * (1 - sheet.progress)
+                    x: sheet.start.x * sheet.width * sheet.ahead
+                    y: sheet.start.y * sheet.height * sheet.ahead
                 }
             ]
 
@@ -204,34 +196,49 @@ ColumnLayout {
                 target: sheet
                 to: 1
 
-                onFinished: view.tellHovered()
+                // Another tile is below the pointer now, which has not moved.
+                onFinished: {
+                    const tile = view.shown.hovered();
+                    if (tile)
+                        view.point(tile);
+                }
             }
 
-            Repeater {
-                id: tiles
+            TileSheet {
+                id: overview
 
-                model: App.map
+                anchors.fill: parent
+                bare: !sheet.arrived
+                slides: sheet.slides
+                tiles: App.map.overview
+                visible: !view.opened
 
-                MapTile {
-                    id: tile
+                onHoverBegun: tile => view.point(tile)
+                onHoverEnded: tile => view.leave(tile)
+                onMenuWanted: (key, at) => view.menuWanted(key, at)
+                onReplacing: settled.restart()
+                onZoomWanted: key => view.zoomInto(key)
+            }
+            TileSheet {
+                id: inside
 
-                    activeFocusOnTab: tile.index === Math.min(view.current, App.map.count - 1) // qmllint disable unqualified
-                    bare: travelling.running && sheet.progress < 0.97 // qmllint disable unqualified
-                    filled: tile.index < filling.from // qmllint disable unqualified
-                    slides: Theme.moves && !settled.running // qmllint disable unqualified
+                anchors.fill: parent
+                bare: !sheet.arrived
+                slides: sheet.slides
+                tiles: App.map.inside
+                visible: view.opened
 
-                    onActiveFocusChanged: if (tile.activeFocus) view.current = tile.index // qmllint disable unqualified
-                    onHoveredChanged: {
-                        if (tile.hovered) {
-                            leaving.stop(); // qmllint disable unqualified
-                            App.places.mapHovered = tile.key;
-                        } else if (App.places.mapHovered === tile.key) {
-                            leaving.restart(); // qmllint disable unqualified
-                        }
-                    }
-                    onMenuWanted: (key, at) => view.menuWanted(key, at) // qmllint disable unqualified
-                    onZoomWanted: key => view.zoomInto(key) // qmllint disable unqualified
-                }
+                onHoverBegun: tile => view.point(tile)
+                onHoverEnded: tile => view.leave(tile)
+                onMenuWanted: (key, at) => view.menuWanted(key, at)
+                onReplacing: settled.restart()
+                onZoomWanted: key => view.zoomInto(key)
+            }
+            // The map appears from below it, and all of it changes as one place while it travels.
+            Rectangle {
+                anchors.fill: parent
+                color: Qt.alpha(Theme.window, Math.max(0.005, sheet.ahead - 0.2))
+                visible: !sheet.arrived
             }
         }
         // The gap between two tiles is no reason to let go of the first.
@@ -244,14 +251,8 @@ ColumnLayout {
         }
         TileCard {
             area: sheet
-            tile: {
-                for (let at = 0; at < App.map.count; ++at) {
-                    const item = tiles.itemAt(at) as MapTile;
-                    if (item && item.key === App.places.mapHovered)
-                        return item;
-                }
-                return null;
-            }
+            tile: view.pointed && view.pointed.key.length > 0 && view.pointed.key === App.places.mapHovered ? view.pointed
+                                                                                                            : null
         }
     }
 }

@@ -36,10 +36,9 @@ void wait(std::chrono::milliseconds longest, const std::function<bool()>& isDone
 QString openableKey(const MapModel& map) {
     const QString safe = shown(groupTitle(RowGroup::safe));
     for (int row = 0; row < map.count(); ++row) {
-        const QModelIndex tile = map.index(row);
-        if (map.data(tile, MapModel::canZoomRole).toBool() &&
-            map.data(tile, MapModel::wordRole).toString() == safe) {
-            return map.data(tile, MapModel::keyRole).toString();
+        if (map.tile(row, TileList::canZoomRole).toBool() &&
+            map.tile(row, TileList::wordRole).toString() == safe) {
+            return map.tile(row, TileList::keyRole).toString();
         }
     }
     return {};

@@ -87,6 +87,13 @@ struct MapModelInWindows {
     QML_ANONYMOUS
 };
 
+struct TileListInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::TileList)
+    QML_NAMED_ELEMENT(TileList)
+    QML_UNCREATABLE("The map has them.")
+};
+
 struct ActivityInWindows {
     Q_GADGET
     QML_FOREIGN(tarvo::Activity)

@@ -442,9 +442,9 @@ TEST(AppStories, TheDemoTouchesNothing) {
     // Under the pointer an unknown folder had its path alone, although it was known what it is.
     const MapModel& map = *app.map();
     std::string unknown;
-    for (int row = 0; row < map.rowCount(); ++row) {
-        unknown += map.data(map.index(row), MapModel::unknownRole).toBool()
-                       ? bytesOf(map.data(map.index(row), MapModel::detailRole).toString()) + ";"
+    for (int row = 0; row < map.count(); ++row) {
+        unknown += map.tile(row, TileList::unknownRole).toBool()
+                       ? bytesOf(map.tile(row, TileList::detailRole).toString()) + ";"
                        : "";
     }
     for (const lumo::Explanation& explanation : DemoDisk::explanations({})) {
@@ -551,8 +551,8 @@ TEST(AppStories, TheWholeHomeCanBeLookedInto) {
     story.app().places()->openHome();
     ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
     EXPECT_EQ(map.zoomTitles().front(), "Your home folder");
-    EXPECT_EQ(bytesOf(map.data(map.index(0), MapModel::labelRole).toString()), "Videos");
-    EXPECT_TRUE(map.data(map.index(0), MapModel::canZoomRole).toBool());
+    EXPECT_EQ(bytesOf(map.tile(0, TileList::labelRole).toString()), "Videos");
+    EXPECT_TRUE(map.tile(0, TileList::canZoomRole).toBool());
     map.zoomOut(0);
     story.app().scanning()->scan();
     ASSERT_TRUE(story.waitUntilIdle());
@@ -579,7 +579,7 @@ TEST(AppStories, WithNothingToCleanTheMapShowsTheHome) {
     MapModel& map = *story.app().map();
     ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
     EXPECT_EQ(map.zoomTitles().front(), "Your home folder");
-    EXPECT_EQ(bytesOf(map.data(map.index(0), MapModel::labelRole).toString()), "Videos");
+    EXPECT_EQ(bytesOf(map.tile(0, TileList::labelRole).toString()), "Videos");
     ASSERT_TRUE(story.waitUntil([&] { return story.app().volumes()->isSpaceLow(); }));
     story.app().settings()->setLowSpaceGB(5);
     EXPECT_FALSE(story.app().volumes()->isSpaceLow());

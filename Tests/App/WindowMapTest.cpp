@@ -1,6 +1,7 @@
 #include "LumoCore/Basics/Words.h"
 #include "Tests/App/WindowStory.h"
 
+#include <QColor>
 #include <QGuiApplication>
 
 #include <algorithm>
@@ -21,27 +22,38 @@ bool isOpen(const lumo::Words& title) {
 
 } // namespace
 
-// All tiles of a full map were made in one frame, and again after each look into a small folder.
-TEST_F(MainWindowAtHomeTest, TilesAreMadeAheadOfTheMapAndKeptForTheNext) {
+// All tiles of a full map were made in one frame, and again after each look into a small folder; then they
+// were kept, but told anew, all in one frame, what they stand for.
+TEST_F(MainWindowAtHomeTest, TilesAreMadeAheadOfTheMapAndTheDisksStayWhileAFolderIsOpen) {
     story.addCache(2'000'000);
     story.addOwn(1'000'000);
     open();
     MapModel& map = *story.app().map();
+    TileList& disk = *map.overview();
     ASSERT_TRUE(story.waitUntil([&] { return !map.wantsSpare(); }));
-    const int made = map.rowCount();
-    EXPECT_GT(made, map.count());
+    const int made = disk.rowCount();
+    EXPECT_GT(made, disk.count());
     std::vector<int> changes;
-    const auto note = [&] { changes.push_back(map.rowCount()); };
-    QObject::connect(&map, &MapModel::rowsInserted, note);
-    QObject::connect(&map, &MapModel::rowsRemoved, note);
+    const auto note = [&] { changes.push_back(disk.rowCount()); };
+    QObject::connect(&disk, &TileList::rowsInserted, note);
+    QObject::connect(&disk, &TileList::rowsRemoved, note);
+    QObject::connect(&disk, &TileList::dataChanged, note);
     map.zoomInto(AppStory::cacheKey);
     ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
     EXPECT_EQ(map.count(), 1);
     EXPECT_EQ(named("model"), nullptr) << "a kept tile is not there for anybody";
     map.zoomOut(0);
     EXPECT_EQ(map.count(), 2);
-    EXPECT_EQ(map.rowCount(), made);
+    EXPECT_EQ(disk.rowCount(), made);
     EXPECT_THAT(changes, IsEmpty());
+    // What has changed meanwhile is told when they are seen again.
+    map.zoomInto(AppStory::cacheKey);
+    story.app().ticked()->deselectAll();
+    map.setWidth(map.width() / 2);
+    EXPECT_THAT(changes, IsEmpty());
+    map.zoomOut(0);
+    EXPECT_FALSE(changes.empty());
+    EXPECT_FALSE(named(bytesOf(map.tile(0, TileList::labelRole).toString()))->state().checked);
 }
 
 // What is in a row could only be ticked from the list, although the map showed it.
@@ -58,7 +70,7 @@ TEST_F(MainWindowAtHomeTest, ARowIsTickedFromTheFolderOnTheMapAndFromItsPreview)
     click(all);
     EXPECT_TRUE(isTicked());
     EXPECT_TRUE(named(all)->state().checked);
-    const QString inside = app.map()->data(app.map()->index(0), MapModel::keyRole).toString();
+    const QString inside = app.map()->tile(0, TileList::keyRole).toString();
     const QVariantMap offers = app.places()->offers(inside);
     EXPECT_TRUE(offers.value("tick").toBool());
     EXPECT_EQ(bytesOf(offers.value("tickOf").toString()), row);
@@ -121,4 +133,65 @@ TEST_F(MainWindowAtHomeTest, StopSaysUnderThePointerWhatStays) {
     }));
     mayEnd.count_down();
     EXPECT_TRUE(story.waitUntilIdle());
+}
+
+namespace {
+
+/// How far a color is from the way between two others, in steps of a channel.
+int besideTheWay(const QColor& seen, const QColor& from, const QColor& to) {
+    const auto beside = [](int value, int one, int other) {
+        return std::max({std::min(one, other) - value, value - std::max(one, other), 0});
+    };
+    return std::max({beside(seen.red(), from.red(), to.red()), beside(seen.green(), from.green(), to.green()),
+                     beside(seen.blue(), from.blue(), to.blue())});
+}
+
+} // namespace
+
+// The pointer made rows and tiles dark gray for a moment, and let all other tiles fade.
+TEST_F(MainWindowTest, HoveringNeverFlashes) {
+    QQuickWindow& window = open();
+    const std::string title = story.app().rows()->rows().front().title + ", ";
+    QAccessibleInterface* row = nullptr;
+    visit(QAccessible::queryAccessibleInterface(&window), [&](QAccessibleInterface& item) {
+        row = bytesOf(item.text(QAccessible::Name)).starts_with(title) ? &item : row;
+    });
+    ASSERT_NE(row, nullptr);
+    const QAccessibleInterface* const tile =
+        named(bytesOf(story.app().map()->tile(0, TileList::labelRole).toString()));
+    const QRect rowPlace(window.mapFromGlobal(row->rect().topLeft()), row->rect().size());
+    const QRect tilePlace(window.mapFromGlobal(tile->rect().topLeft()), tile->rect().size());
+    ASSERT_GT(rowPlace.left(), tilePlace.right()) << "the list, beside the map";
+    const QColor fill = story.app().map()->tile(0, TileList::colorRole).value<QColor>();
+    const QColor ink(story.app().map()->tile(0, TileList::darkInkRole).toBool() ? 0x1A1A19 : 0xFAFAF8);
+    const auto mixed = [&](int below, int above) { return static_cast<int>(below * 0.92 + above * 0.08); };
+    struct Place {
+        QPoint point;
+        QColor before;
+        QColor hovered;
+    };
+    const Place places[] = {
+        // Without its texts: the row's margin, and what is below the words of the tile.
+        {{rowPlace.left() + 3, rowPlace.bottom() - 12}, QColor(), window.color()},
+        {{tilePlace.center().x(), tilePlace.bottom() - 8},
+         fill,
+         QColor(mixed(fill.red(), ink.red()), mixed(fill.green(), ink.green()),
+                mixed(fill.blue(), ink.blue()))},
+    };
+    for (const Place& place : places) {
+        const auto seen = [&] { return window.grabWindow().pixelColor(place.point); };
+        if (place.before.isValid()) { // Tiles are made a few a frame.
+            ASSERT_TRUE(
+                story.waitUntil([&] { return besideTheWay(seen(), place.before, place.before) == 0; }));
+        }
+        const QColor before = seen();
+        int flash = 0;
+        QTest::mouseMove(&window, place.point);
+        EXPECT_TRUE(story.waitUntil([&] {
+            const QColor now = seen();
+            flash = std::max(flash, besideTheWay(now, before, place.hovered));
+            return besideTheWay(now, place.hovered, place.hovered) <= 2;
+        })) << seen().name().toStdString();
+        EXPECT_LE(flash, 2);
+    }
 }

@@ -63,12 +63,12 @@ TEST_F(MainWindowTest, SearchingNarrowsTheListAndEscapeWidensItAgain) {
 TEST_F(MainWindowTest, TheKeyboardGoesFromTileToTileIntoAFolderAndOut) {
     open();
     MapModel& map = *story.app().map();
-    const std::string largest = bytesOf(map.data(map.index(0), MapModel::labelRole).toString());
+    const std::string largest = bytesOf(map.tile(0, TileList::labelRole).toString());
     for (int tabs = 0; tabs < 20 && !focused().starts_with(largest); ++tabs) {
         press(Qt::Key_Tab);
     }
     ASSERT_THAT(focused(), StartsWith(largest));
-    ASSERT_TRUE(story.waitUntil([&] { return map.data(map.index(0), MapModel::canZoomRole).toBool(); }));
+    ASSERT_TRUE(story.waitUntil([&] { return map.tile(0, TileList::canZoomRole).toBool(); }));
     press(Qt::Key_Right);
     EXPECT_THAT(focused(), Not(StartsWith(largest)));
     press(Qt::Key_Left);
@@ -220,9 +220,8 @@ TEST_F(MainWindowTest, TheLegendNarrowsListAndMapUntilEscape) {
     EXPECT_LT(story.app().rows()->count(), all);
     const MapModel& map = *story.app().map();
     for (int at = 0; at < map.count(); ++at) {
-        const QString key = map.data(map.index(at), MapModel::keyRole).toString();
-        EXPECT_EQ(map.data(map.index(at), MapModel::dimmedRole).toBool(),
-                  story.app().rows()->indexOf(key) < 0);
+        const QString key = map.tile(at, TileList::keyRole).toString();
+        EXPECT_EQ(map.tile(at, TileList::dimmedRole).toBool(), story.app().rows()->indexOf(key) < 0);
     }
     EXPECT_TRUE(named(safe)->state().checked);
     press(Qt::Key_Escape);
@@ -266,14 +265,13 @@ TEST_F(MainWindowAtHomeTest, TheMapOfTheHomeHasTheColoursAndTheSumOfWhatIsKnown)
     ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
     const int videos = [&] {
         int at = 0;
-        while (at < map.count() && map.data(map.index(at), MapModel::keyRole).toString() !=
+        while (at < map.count() && map.tile(at, TileList::keyRole).toString() !=
                                        keyOf(DiskMap::insideID(story.home.path("Videos")))) {
             ++at;
         }
         return at;
     }();
-    EXPECT_EQ(bytesOf(map.data(map.index(videos), MapModel::wordRole).toString()),
-              groupTitle(RowGroup::keep));
+    EXPECT_EQ(bytesOf(map.tile(videos, TileList::wordRole).toString()), groupTitle(RowGroup::keep));
     EXPECT_NE(named(DiskMap::homeTitle() + ", " + bytesOf(map.zoomAmounts().front())), nullptr);
 }
 
@@ -310,16 +308,15 @@ TEST_F(MainWindowAtHomeTest, TheQuestionBeforeACleanupStandsOnCancelAndReturnDel
 TEST_F(MainWindowTest, TilesAreDrawnInTheColourOfTheirSafety) {
     QQuickWindow& window = open();
     const MapModel& map = *story.app().map();
-    const QModelIndex largest = map.index(0);
     const QAccessibleInterface* const tile =
-        named(bytesOf(map.data(largest, MapModel::labelRole).toString()) + ", ");
+        named(bytesOf(map.tile(0, TileList::labelRole).toString()) + ", ");
     ASSERT_NE(tile, nullptr);
     const QRect place(window.mapFromGlobal(tile->rect().topLeft()), tile->rect().size());
     const QPoint empty(place.center().x(), place.bottom() - 8);
     // Tiles are made a few a frame.
     EXPECT_TRUE(story.waitUntil([&] {
         return window.grabWindow().pixelColor(empty).rgb() ==
-               map.data(largest, MapModel::colorRole).value<QColor>().rgb();
+               map.tile(0, TileList::colorRole).value<QColor>().rgb();
     })) << window.grabWindow().pixelColor(empty).name().toStdString();
 }
 

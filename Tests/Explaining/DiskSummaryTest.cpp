@@ -6,6 +6,7 @@
 using namespace lumo;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::SizeIs;
 
 namespace {
 
@@ -34,8 +35,8 @@ ScanReport report(std::vector<Finding> findings, std::vector<ProjectReport> proj
             .projects = std::move(projects)};
 }
 
-std::string spanish(const ScanReport& report) {
-    return DiskSummary::templateText(report, 17900000000, now, Language::es);
+std::string spanish(const ScanReport& report, System system = currentSystem()) {
+    return DiskSummary::templateText(report, 17900000000, now, Language::es, system);
 }
 
 const ScanReport rich = report({finding("Docker", Category::virtualMachine, Safety::review, 22000000000),
@@ -80,9 +81,18 @@ TEST(DiskSummary, WordsTheTemplateByTheLargestPartAndTheFirstThingToReview) {
     ageless.lastCodeChange.reset();
     // Changed 29 days ago, too little to name, and nobody knows when.
     for (const ProjectReport& each : {project(29, 900000000, 1), project(30, 999999, 1), ageless}) {
-        EXPECT_EQ(spanish(report({}, {each})), "Puedes recuperar 17,9 GB sin riesgo, sobre todo <1 MB en "
-                                               "compilaciones de tus proyectos.");
+        EXPECT_EQ(spanish(report({}, {each}), System::macos),
+                  "Puedes recuperar 17,9 GB sin riesgo, sobre todo <1 MB en compilaciones de tus proyectos.");
+        EXPECT_EQ(spanish(report({}, {each}), System::linux), "Puedes recuperar 17,9 GB sin riesgo.");
     }
+}
+
+// After a cleanup "Ollama models (<1 MB)" was the largest thing to review.
+TEST(DiskSummary, NamesNothingToReviewThatIsNextToNothing) {
+    const ScanReport emptied = report({finding("Ollama", Category::aiModel, Safety::review, 499999)});
+    EXPECT_EQ(spanish(emptied, System::linux), "Puedes recuperar 17,9 GB sin riesgo.");
+    EXPECT_THAT(DiskSummary::facts(emptied, 0, now, Language::en, System::linux), SizeIs(2));
+    EXPECT_THAT(spanish(emptied, System::macos), HasSubstr(" es Ollama (<1 MB)."));
 }
 
 TEST(DiskSummary, FindsAmountsAsTheyAreWritten) {

@@ -47,9 +47,11 @@ TEST(Scanner, SumsAFindingOverItsPathsAndDropsEmptyOnes) {
     home.setModified("caches/a.updater", 1500000000);
     home.setModified("caches/b.updater", 1600000000);
     home.file("empty");
+    // What a cleanup had emptied came back as "<1 MB", ticked, by the blocks of its folders.
+    home.folder("emptied/within");
     Rule rule = ruleAt("updaters", "");
     rule.locator = locator::Children{"~/caches", {"*.updater"}};
-    const ScanReport report = scan(home, {rule, ruleAt("empty", "~/empty")});
+    const ScanReport report = scan(home, {rule, ruleAt("empty", "~/empty"), ruleAt("emptied", "~/emptied")});
     ASSERT_THAT(eachOf(report.findings, &Finding::ruleID), ElementsAre("updaters"));
     EXPECT_THAT(report.findings[0].paths,
                 ElementsAre(home.path("caches/a.updater"), home.path("caches/b.updater")));

@@ -1,0 +1,92 @@
+import QtQuick
+import Tarvo
+
+// The tiles of the disk, or those of a folder. They stay made while the other sheet is shown.
+Item {
+    id: sheet
+
+    required property TileList tiles
+
+    property bool slides: true
+    // Colors alone, while the sheet travels.
+    property bool bare: false
+    // Where the keys are.
+    property int current: 0
+    readonly property bool filling: faces.running
+
+    signal hoverBegun(MapTile tile)
+    signal hoverEnded(MapTile tile)
+    signal menuWanted(string key, Item at)
+    signal replacing
+    signal zoomWanted(string key)
+
+    function at(index: int): MapTile {
+        return repeater.itemAt(index) as MapTile;
+    }
+    // The tile under the pointer; null where there is none.
+    function hovered(): MapTile {
+        for (let index = 0; index < tiles.count; ++index) {
+            const tile = at(index);
+            if (tile && tile.hovered)
+                return tile;
+        }
+        return null;
+    }
+
+    onBareChanged: if (bare) writing.from = 0
+
+    // Where drawing is done by software, a place that changes as a whole is far cheaper than a thousand places in it, and
+    // what lies deepest is told first when the sheet goes.
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.window
+    }
+
+    Connections {
+        function onReplacing() {
+            sheet.replacing();
+            faces.from = 0;
+        }
+
+        target: sheet.tiles
+    }
+    // What is in the tiles follows them a few tiles a frame.
+    FrameAnimation {
+        id: faces
+
+        property int from: 0
+
+        running: from < sheet.tiles.count
+
+        onTriggered: from += 4
+    }
+    // And so does what is written on them, when they have arrived.
+    FrameAnimation {
+        id: writing
+
+        property int from: 0
+
+        running: !sheet.bare && from < sheet.tiles.count
+
+        onTriggered: from += 16
+    }
+    Repeater {
+        id: repeater
+
+        model: sheet.tiles
+
+        MapTile {
+            id: tile
+
+            activeFocusOnTab: tile.index === Math.min(sheet.current, sheet.tiles.count - 1) // qmllint disable unqualified
+            bare: sheet.bare || tile.index >= writing.from // qmllint disable unqualified
+            filled: tile.index < faces.from // qmllint disable unqualified
+            slides: sheet.slides // qmllint disable unqualified
+
+            onActiveFocusChanged: if (tile.activeFocus) sheet.current = tile.index // qmllint disable unqualified
+            onHoveredChanged: tile.hovered ? sheet.hoverBegun(tile) : sheet.hoverEnded(tile) // qmllint disable unqualified
+            onMenuWanted: (key, at) => sheet.menuWanted(key, at) // qmllint disable unqualified
+            onZoomWanted: key => sheet.zoomWanted(key) // qmllint disable unqualified
+        }
+    }
+}
