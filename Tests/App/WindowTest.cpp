@@ -439,6 +439,42 @@ TEST_F(MainWindowTest, EverythingThatCanBePressedHasAName) {
     EXPECT_GT(pressable, story.app().map()->count());
 }
 
+// The dialog for a file was tried with the pointer alone.
+TEST_F(MainWindowAtHomeTest, AReportIsFoundAndOpenedWithTheKeyboard) {
+    story.addCache(2'000'000);
+    story.home.folder("Documents/saved");
+    open();
+    AppModel& app = story.app();
+    app.files()->saveReport(QUrl::fromLocalFile(shown(story.home.path("Documents/saved/report.json"))));
+    ASSERT_TRUE(story.waitUntil([&] { return !app.activity()->notice().isEmpty(); }));
+    const auto isIn = [&](const std::string& folder) {
+        return story.waitUntil([&] {
+            return !app.picking()->isBusy() && app.picking()->folder().toStdString() == folder &&
+                   !focused().empty();
+        });
+    };
+    press(Qt::Key_O, Qt::ControlModifier);
+    ASSERT_TRUE(isIn("~")) << app.picking()->folder().toStdString();
+    press(Qt::Key_Return);
+    ASSERT_TRUE(isIn("~/Documents")) << app.picking()->folder().toStdString();
+    press(Qt::Key_Backspace);
+    ASSERT_TRUE(isIn("~")) << app.picking()->folder().toStdString();
+    press(Qt::Key_Down);
+    press(Qt::Key_Up);
+    press(Qt::Key_Return);
+    ASSERT_TRUE(isIn("~/Documents")) << app.picking()->folder().toStdString();
+    press(Qt::Key_Return);
+    ASSERT_TRUE(isIn("~/Documents/saved")) << app.picking()->folder().toStdString();
+    press(Qt::Key_Return);
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_NE(app.scanning()->openedText(), "");
+    const std::string title(lumo::Words{"Abrir informe o plan…", "Open Report or Plan…"}.in());
+    press(Qt::Key_O, Qt::ControlModifier);
+    ASSERT_TRUE(story.waitUntil([&] { return named(title) != nullptr; }));
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(story.waitUntil([&] { return named(title) == nullptr; }));
+}
+
 TEST(DiskMap, GoesToWhatLiesStraightAhead) {
     // A column at the left, and at the right three rows, the last of them as wide as both others.
     const std::vector<Rect> places{{0, 0, 40, 60}, {40, 0, 60, 30}, {40, 30, 60, 30}, {0, 60, 100, 40}};
