@@ -154,6 +154,8 @@ TEST_F(MainWindowAtHomeTest, TheExplorersMenuProtectsAndArchivesByTheKeyboard) {
     EXPECT_FALSE(std::filesystem::exists(story.home.path("Documents/Thesis")));
     EXPECT_TRUE(std::filesystem::exists(story.home.path("Documents/Notes/x")));
     ASSERT_TRUE(story.waitUntilIdle());
+    // What is set aside is looked up beside what the window does.
+    ASSERT_TRUE(story.waitUntil([&] { return story.app().holding()->canUndo(); }));
     press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_TRUE(
         story.waitUntil([&] { return std::filesystem::exists(story.home.path("Documents/Thesis/draft")); }));
