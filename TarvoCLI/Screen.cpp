@@ -273,6 +273,7 @@ void Screen::forget() {
 }
 
 Key Screen::key(std::chrono::milliseconds patience) {
+    const lumo::platform::StopsAllowed whileWaiting;
     timeout(static_cast<int>(patience.count()));
     wint_t read = 0;
     const int kind = get_wch(&read);

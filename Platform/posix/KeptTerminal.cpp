@@ -38,6 +38,13 @@ void giveBack(int signal) {
     static_cast<void>(raise(signal));
 }
 
+void maskStops(int how) {
+    sigset_t stops;
+    sigemptyset(&stops);
+    sigaddset(&stops, SIGTSTP);
+    pthread_sigmask(how, &stops, nullptr);
+}
+
 } // namespace
 
 bool speakLocalCharacters() {
@@ -59,6 +66,7 @@ KeptTerminal::KeptTerminal() {
     for (const int crash : crashes) {
         sigaction(crash, &action, nullptr);
     }
+    maskStops(SIG_BLOCK);
 }
 
 KeptTerminal::~KeptTerminal() {
@@ -68,12 +76,21 @@ KeptTerminal::~KeptTerminal() {
     for (const int crash : crashes) {
         std::signal(crash, SIG_DFL);
     }
+    maskStops(SIG_UNBLOCK);
 }
 
 void KeptTerminal::leaveWith(const std::string& bytes) {
     const std::size_t count = std::min(bytes.size(), kept.leaving.size());
     std::memcpy(kept.leaving.data(), bytes.data(), count);
     kept.leavingBytes = count;
+}
+
+StopsAllowed::StopsAllowed() {
+    maskStops(SIG_UNBLOCK);
+}
+
+StopsAllowed::~StopsAllowed() {
+    maskStops(SIG_BLOCK);
 }
 
 } // namespace lumo::platform

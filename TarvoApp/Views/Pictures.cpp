@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QImage>
+#include <QQuickItem>
 #include <QQuickWindow>
 
 #include <algorithm>
@@ -17,6 +18,13 @@
 namespace tarvo {
 
 namespace {
+
+/// Whether tiles of a map are still being made, a few a frame.
+bool isFilling(const QQuickWindow& window) {
+    const auto items = window.findChildren<QQuickItem*>();
+    return std::ranges::any_of(items,
+                               [](const QQuickItem* item) { return item->property("filling").toBool(); });
+}
 
 /// How long a window may take to have everything in its place, and how long it is given at least.
 constexpr std::chrono::milliseconds patience{20'000};
@@ -70,6 +78,7 @@ class Photographer {
     void take(QQuickWindow* window, const QString& name, const QString& appearance = light) {
         windows_.desktop().setAppearance(appearance);
         wait(settling, [] { return false; });
+        wait(patience, [&] { return window == nullptr || !isFilling(*window); });
         const QString file =
             QStringLiteral("%1-%2-%3.png").arg(name, windows_.desktop().language(), appearance);
         isSaved_ = window != nullptr && window->grabWindow().save(folder_.filePath(file)) && isSaved_;

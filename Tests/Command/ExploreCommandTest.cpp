@@ -205,6 +205,8 @@ TEST(ExploreTerminal, IsAsBeforeWhateverEndsTheExplorer) {
 }
 
 TEST(ExploreTerminal, IsAsBeforeWhileItIsStoppedAndDrawnAnewAfterwards) {
+    // Ctrl-Z was lost while the screen was drawn, as it is here: the name is seen before the drawing has
+    // ended.
     const TempHome home;
     home.file("Videos/large.mkv", 3000000);
     Exploring exploring(home, {home.path("Videos")});
