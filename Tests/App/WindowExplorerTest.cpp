@@ -156,6 +156,8 @@ TEST_F(MainWindowAtHomeTest, TheExplorersMenuProtectsAndArchivesByTheKeyboard) {
     ASSERT_TRUE(story.waitUntilIdle());
     // What is set aside is looked up beside what the window does.
     ASSERT_TRUE(story.waitUntil([&] { return story.app().holding()->canUndo(); }));
+    // The keys are the window's again when the question has closed.
+    ASSERT_TRUE(story.waitUntil([&] { return focused().starts_with("Thesis.zip, "); })) << focused();
     press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_TRUE(
         story.waitUntil([&] { return std::filesystem::exists(story.home.path("Documents/Thesis/draft")); }));
