@@ -158,17 +158,24 @@ ScreenLine sumLine(const Explorer& explorer, const ExplorerView& view) {
     return line;
 }
 
+/// The lines of a paragraph, at least one.
+std::vector<std::string> wrapped(std::string_view text, std::size_t columns) {
+    const std::string whole = paragraph(text, columns);
+    std::vector<std::string> lines;
+    for (std::size_t begin = 0, end = 0; begin < whole.size(); begin = end + 1) {
+        end = whole.find('\n', begin); // Every line ends with one.
+        lines.push_back(whole.substr(begin, end - begin));
+    }
+    return lines;
+}
+
 /// What happened last, in as many lines as it takes: how much was freed may stand at its end.
 std::vector<ScreenLine> messageLines(const ExplorerView& view) {
     constexpr std::size_t margin = 2;
     const std::size_t width = view.columns > margin * 2 ? view.columns - margin : 0;
-    const std::string text = paragraph(lumo::printable(view.message), width);
     std::vector<ScreenLine> lines;
-    for (std::size_t begin = 0; begin < text.size();) {
-        const std::size_t end = std::min(text.find('\n', begin), text.size());
-        lines.push_back({.spans = {{" " + text.substr(begin, end - begin),
-                                    view.isProblem ? Style::problem : Style::strong}}});
-        begin = end + 1;
+    for (const std::string& line : wrapped(view.message, width)) {
+        lines.push_back({.spans = {{" " + line, view.isProblem ? Style::problem : Style::strong}}});
     }
     return lines;
 }
@@ -329,11 +336,9 @@ std::vector<ScreenLine> whatItIsLines(const std::string& path, const std::string
     std::vector<ScreenLine> lines{plainLine(" " + shownPath(path, home), Style::strong), {}};
     for (const ExplanationLine& line : told) {
         std::string label = "  " + line.label;
-        std::string text = paragraph(line.text, columns > 20 ? columns - labelColumns - 1 : 0);
-        for (std::size_t end = text.find('\n'); end != std::string::npos; end = text.find('\n')) {
+        for (std::string& text : wrapped(line.text, columns > 20 ? columns - labelColumns - 1 : 0)) {
             label += std::string(labelColumns - std::min(labelColumns, lumo::columns(label)), ' ');
-            lines.push_back({.spans = {{std::exchange(label, {}), Style::faint}, {text.substr(0, end)}}});
-            text.erase(0, end + 1);
+            lines.push_back({.spans = {{std::exchange(label, {}), Style::faint}, {std::move(text)}}});
         }
     }
     lines.push_back({});

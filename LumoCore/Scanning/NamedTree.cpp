@@ -27,8 +27,6 @@ constexpr std::size_t rememberedNames = 16384;
 /// How many entries are looked at before whoever waits for the lock may have it, some tenths of a
 /// millisecond.
 constexpr std::size_t looksAPiece = 8192;
-/// More are rarely in one folder, and what is reserved in vain costs nothing but addresses.
-constexpr std::size_t mostReserved = std::size_t{1} << 21;
 
 auto orderOf(const platform::FileIdentity& file) {
     return std::tuple(file.device, file.object);
@@ -368,7 +366,6 @@ std::vector<NamedEntry> NamedTree::collected(EntryIndex folder, std::optional<st
             // What was taken out of the tree meanwhile no longer leads on: from the beginning, then.
             if (!isBegun || node(below).parent != folder) {
                 entries.clear();
-                entries.reserve(std::min<std::size_t>(node(folder).items, mostReserved));
                 below = node(folder).firstBelow;
                 isBegun = true;
             }

@@ -87,7 +87,6 @@ void TileList::makeSpare() {
     constexpr int atOnce = 6;
     if (wantsSpare()) {
         addSpare(std::min(atOnce, most_ - rowCount()));
-        emit countChanged();
     }
 }
 
