@@ -170,11 +170,11 @@ struct Judged {
     std::vector<std::string> unused;
 };
 
-Judged judged(const locator::Installers& where, const std::string& home) {
+Judged judged(const locator::Installers& where, const std::string& home, const std::stop_token& stop) {
     const std::vector<std::string> paths = installersByExtension(where, home);
     std::vector<std::uint8_t> isUsed(paths.size());
     Judge judge(home, {}, mostBytesByTheWay);
-    parallelFor(paths.size(), {}, [&](std::size_t index) {
+    parallelFor(paths.size(), stop, [&](std::size_t index) {
         isUsed[index] = judge.useOf(paths[index], Language::en).has_value() ? 1 : 0;
     });
     Judged installers;
@@ -192,15 +192,16 @@ struct Looked {
 
 } // namespace
 
-InstallersFinder finder() {
-    return [looked = std::make_shared<Looked>()](const locator::Installers& where, const std::string& home) {
+InstallersFinder finder(const std::stop_token& stop) {
+    return [stop, looked = std::make_shared<Looked>()](const locator::Installers& where,
+                                                       const std::string& home) {
         locator::Installers place = where;
         place.use = locator::InstallerUse::unused;
         const std::lock_guard<std::mutex> lock(looked->mutex);
         auto& places = looked->places;
         auto found = std::ranges::find(places, place, &std::pair<locator::Installers, Judged>::first);
         if (found == places.end()) {
-            found = places.insert(found, {place, judged(place, home)});
+            found = places.insert(found, {place, judged(place, home, stop)});
         }
         return where.use == locator::InstallerUse::used ? found->second.used : found->second.unused;
     };

@@ -7,6 +7,7 @@
 #include <map>
 #include <mutex>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -24,8 +25,9 @@ std::vector<DetailItem> itemsWith(const std::vector<std::string>& ids, const Inv
 inline constexpr std::int64_t mostBytesByTheWay = 100'000'000;
 
 /// Finds those that rules' locators mean, for one look at one home: what is in a folder is judged once,
-/// however many rules ask. May be called from several threads at once, which wait for each other.
-InstallersFinder finder();
+/// however many rules ask. May be called from several threads at once, which wait for each other. After a
+/// stop what was not judged yet passes for unused.
+InstallersFinder finder(const std::stop_token& stop = {});
 
 /// Tells what was used. Reads the list of packages when it is first needed. May be asked from several
 /// threads.

@@ -137,12 +137,9 @@ LookState ItemsDesk::stateOf(InventoryKind wanted) const {
 }
 
 QVariantList ItemsDesk::kinds() const {
-    const lumo::Language language = lumo::currentLanguage();
-    if (!lines_.isEmpty() && linesLanguage_ == language) {
+    if (!lines_.isEmpty()) {
         return lines_;
     }
-    lines_.clear();
-    linesLanguage_ = language;
     for (std::size_t index = 0; index < kinds_.size(); ++index) {
         const auto& found = kinds_[index].found;
         const KindLine line = kindLine(found ? &*found : nullptr, stateOf(kindAt(index)));

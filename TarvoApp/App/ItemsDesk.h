@@ -85,7 +85,6 @@ class ItemsDesk final : public QObject {
     std::stop_source stop_; ///< Of the look that goes on.
     /// Views ask for each line apart, and each time for all of them; empty until somebody does.
     mutable QVariantList lines_;
-    mutable lumo::Language linesLanguage_ = lumo::Language::en;
 };
 
 } // namespace tarvo

@@ -27,7 +27,7 @@ std::optional<lumo::ScanReport> scanned(const std::vector<lumo::Rule>& rules,
                                 .stop = watch.stop,
                                 .progress = watch.progress,
                                 .memory = watch.memory,
-                                .findInstallers = lumo::Installers::finder(),
+                                .findInstallers = lumo::Installers::finder(watch.stop),
                                 .findAppCaches = [&](const auto& located, const std::string& home) {
                                     return lumo::AppCaches::rulesBeside(located, desk.installedApps()->apps(),
                                                                         home);
