@@ -6,6 +6,7 @@
 #include <QTimer>
 
 #include <sys/resource.h>
+#include <time.h>
 
 #include <algorithm>
 #include <chrono>
@@ -33,18 +34,34 @@ inline void waitFor(std::chrono::milliseconds time) {
 class Beats {
   public:
     Beats() {
-        QObject::connect(&timer_, &QTimer::timeout,
-                         [this] { longest_ = std::max(longest_, beat_.restart()); });
+        QObject::connect(&timer_, &QTimer::timeout, [this] { beat(); });
         timer_.setTimerType(Qt::PreciseTimer);
-        beat_.start();
+        clock_.start();
         timer_.start(1);
     }
     [[nodiscard]] qint64 longest() const { return longest_; }
+    /// The most that the thread worked in one gap, in milliseconds of processor time: what is left of a gap
+    /// beside it, other threads had.
+    [[nodiscard]] double longestWork() const { return longestWork_; }
 
   private:
+    static double threadMilliseconds() {
+        timespec used{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
+        return static_cast<double>(used.tv_sec) * 1e3 + static_cast<double>(used.tv_nsec) / 1e6;
+    }
+    void beat() {
+        longest_ = std::max(longest_, clock_.restart());
+        const double work = threadMilliseconds();
+        longestWork_ = std::max(longestWork_, work - work_);
+        work_ = work;
+    }
+
     QTimer timer_;
-    QElapsedTimer beat_;
+    QElapsedTimer clock_;
     qint64 longest_ = 0;
+    double work_ = threadMilliseconds();
+    double longestWork_ = 0;
 };
 
 /// The most that this process ever had in memory, in MiB.

@@ -75,6 +75,11 @@ double tellEmptyScene(const QSize& size) {
     return frames.tell("empty scene", 0);
 }
 
+void tellGap(const char* what, const Beats& beats) {
+    fmt::print("{}: longest gap of the main thread {} ms, of the processor {:.1f} ms\n", what,
+               beats.longest(), beats.longestWork());
+}
+
 void moveTo(QQuickWindow& window, const QPointF& place) {
     QMouseEvent move(QEvent::MouseMove, place, window.mapToGlobal(place), Qt::NoButton, Qt::NoButton, {});
     QCoreApplication::sendEvent(&window, &move);
@@ -104,7 +109,7 @@ void tellZooming(AppModel& app, QQuickWindow& window, double base) {
     app.map()->zoomOut(0);
     waitFor(std::chrono::seconds(1));
     frames.tell("zooming in and out", base);
-    fmt::print("zooming in and out: longest gap of the main thread {} ms\n", beats.longest());
+    tellGap("zooming in and out", beats);
 }
 
 double processorSeconds() {
@@ -175,7 +180,7 @@ void run(const std::string& home, bool isLong) {
     Beats beats;
     app.scanning()->scan();
     waitFor([&] { return !app.activity()->isBusy(); });
-    fmt::print("another scan: longest gap of the main thread {} ms\n", beats.longest());
+    tellGap("another scan", beats);
     const double base = tellEmptyScene(window.size());
     tellHovering(window, base);
     tellZooming(app, window, base);

@@ -403,8 +403,7 @@ void ExplorerDesk::followMap() {
         return;
     }
     const auto& levels = map_.zoomStack();
-    const std::vector<std::string> paths =
-        levels.empty() ? std::vector<std::string>{ground_.shownHome()} : levels.back().paths;
+    const SharedPaths paths = levels.empty() ? SharedPaths{ground_.shownHome()} : levels.back().paths;
     // The map goes straight on to where the bytes are: whoever has led it there stays where they are.
     const bool isLed = !ledTo_.empty() && paths.size() == 1 && lumo::isInside(paths.front(), ledTo_);
     ledTo_.clear();

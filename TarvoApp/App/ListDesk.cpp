@@ -25,7 +25,8 @@ ListDesk::ListDesk(const Ground& ground, TickedDesk& ticked, const ExplainingDes
 // What is shown.
 
 void ListDesk::showRows() {
-    rows_.show(rowsIn(view_, withWhatIsKnown(ticked_.rows(), explaining_.explanations())));
+    // Only what can be shown is copied, and told what is known of it: there may be thousands of other kinds.
+    rows_.show(rowsIn(view_, withWhatIsKnown(rowsFor(view_, ticked_.rows()), explaining_.explanations())));
     chosenHaveChanged();
 }
 

@@ -38,24 +38,23 @@ void MapModel::makeSpare() {
     emit tilesChanged();
 }
 
-void MapModel::show(const std::vector<Row>& rows, const lumo::VolumeInfo& volume, bool isWholeDisk) {
-    const bool isNews = rows_ != rows;
-    rows_ = rows;
-    if (isNews) {
+void MapModel::show(std::vector<Row> rows, const lumo::VolumeInfo& volume, bool isWholeDisk) {
+    if (rows_->rows() != rows) {
+        rows_ = std::make_shared<const RowIndex>(std::move(rows));
         findOpenable();
     }
-    overview_.take(DiskMap::tiles(rows, volume, isWholeDisk), size_);
+    overview_.take(DiskMap::tiles(rows_->rows(), volume, isWholeDisk), size_);
     findLit();
     emit tilesChanged();
 }
 
 void MapModel::findOpenable() {
-    std::set<Paths> all;
-    for (const Row& row : rows_) {
-        all.insert(row.paths);
-    }
-    background_.start([this, all, canOpen = folders_.canOpen,
+    background_.start([this, rows = rows_, canOpen = folders_.canOpen,
                        number = ++rowsShown_](const std::stop_token&) -> Background::Apply {
+        std::set<Paths> all;
+        for (const Row& row : rows->rows()) {
+            all.insert(row.paths);
+        }
         std::set<Paths> openable;
         std::ranges::copy_if(all, std::inserter(openable, openable.end()), canOpen);
         return [this, openable = std::move(openable), number]() mutable {
@@ -145,18 +144,23 @@ void MapModel::narrow(const RowView& view) {
 
 void MapModel::findLit() {
     TileList& tiles = sheet();
-    tiles.light(litTiles(view_, std::vector<Tile>(tiles.tiles().begin(), tiles.tiles().end()), rows_));
+    if (view_.isWide()) {
+        tiles.light({});
+        return;
+    }
+    tiles.light(
+        litTiles(view_, std::vector<Tile>(tiles.tiles().begin(), tiles.tiles().end()), rows_->rows()));
 }
 
 // The way into folders.
 
-std::vector<std::string> MapModel::pathsOf(const std::string& id) const {
+SharedPaths MapModel::pathsOf(const std::string& id) const {
     if (id.starts_with(TileID::insidePrefix)) {
         const std::string path = id.substr(TileID::insidePrefix.size());
         return path.empty() ? Paths() : Paths{path};
     }
-    const auto row = std::ranges::find(rows_, id, &Row::id);
-    return row == rows_.end() ? Paths() : row->paths;
+    const Row* const row = rows_->find(id);
+    return row == nullptr ? Paths() : row->paths;
 }
 
 bool MapModel::canZoom(const Tile& tile) const {
@@ -208,7 +212,7 @@ void MapModel::open(const std::string& title, const std::vector<std::string>& pa
 void MapModel::follow(const std::string& path) {
     const Paths paths{path};
     const auto known = insideCache_.find(paths);
-    const Paths& shown = known == insideCache_.end() ? paths : known->second.listing.paths;
+    const Paths shown = known == insideCache_.end() ? paths : Paths(known->second.listing.paths);
     const auto level = std::ranges::find(zoomStack_, shown, &ZoomLevel::paths);
     if (level != zoomStack_.end()) {
         zoomOut(static_cast<int>(level - zoomStack_.begin()) + 1);
@@ -258,7 +262,8 @@ void MapModel::listInBackground(const Paths& paths) {
                       [this, paths, folders = folders_, rows = rows_,
                        generation = generation_](const std::stop_token& stop) -> Background::Apply {
                           Inside inside{.listing = folders.list(paths, stop), .known = {}};
-                          inside.known = DiskMap::knownEntries(inside.listing.items, rows, folders.know);
+                          inside.known =
+                              DiskMap::knownEntries(inside.listing.items, rows->rows(), folders.know);
                           return [this, paths, generation, inside = std::move(inside)] {
                               if (generation == generation_) {
                                   listed(paths, inside);
@@ -370,7 +375,8 @@ QStringList MapModel::zoomAmounts() const {
 
 QString MapModel::skippedText() const {
     QStringList names;
-    for (const std::string& name : zoomStack_.empty() ? Paths() : zoomStack_.back().skipped) {
+    for (const std::string& name :
+         zoomStack_.empty() ? std::vector<std::string>() : zoomStack_.back().skipped) {
         names.push_back(shown(name));
     }
     return names.join(" › ");
@@ -401,7 +407,7 @@ bool MapModel::canZoomInto(const std::string& id) const {
 }
 
 const Row* MapModel::firstWithoutTile() const {
-    for (const Row& row : rows_) {
+    for (const Row& row : rows_->rows()) {
         if (row.bytes > 0 && overview_.find(row.id) == nullptr) {
             return &row;
         }

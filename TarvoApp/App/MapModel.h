@@ -3,6 +3,7 @@
 #include "TarvoApp/App/Background.h"
 #include "TarvoApp/App/TileList.h"
 #include "TarvoModel/Showing/PlaceOffers.h"
+#include "TarvoModel/Showing/RowIndex.h"
 #include "TarvoModel/Showing/RowView.h"
 #include "TarvoModel/Showing/TickedPlan.h"
 
@@ -65,7 +66,7 @@ class MapModel final : public QObject {
     MapModel(const TickedPlan& plan, Background& background, Folders folders, QObject* parent = nullptr);
 
     /// The rows of a new report; what was zoomed into stays open.
-    void show(const std::vector<Row>& rows, const lumo::VolumeInfo& volume, bool isWholeDisk);
+    void show(std::vector<Row> rows, const lumo::VolumeInfo& volume, bool isWholeDisk);
     /// Leaves all folders and forgets what is in them.
     void forget();
     /// What somebody asked to see of the rows: the other tiles are dimmed.
@@ -111,7 +112,7 @@ class MapModel final : public QObject {
     [[nodiscard]] const Row* firstWithoutTile() const;
 
     /// The paths that a tile or an entry in one stands for; none for tiles that stand for many things.
-    [[nodiscard]] std::vector<std::string> pathsOf(const std::string& id) const;
+    [[nodiscard]] SharedPaths pathsOf(const std::string& id) const;
 
     [[nodiscard]] double width() const { return size_.width(); }
     [[nodiscard]] double height() const { return size_.height(); }
@@ -135,7 +136,7 @@ class MapModel final : public QObject {
     void travelled();
 
   private:
-    using Paths = std::vector<std::string>;
+    using Paths = SharedPaths;
 
     /// What is opened next, once it is listed.
     struct Wanted {
@@ -180,7 +181,7 @@ class MapModel final : public QObject {
     const TickedPlan& plan_;
     Background& background_;
     Folders folders_;
-    std::vector<Row> rows_;
+    std::shared_ptr<const RowIndex> rows_ = std::make_shared<const RowIndex>();
     TileList overview_;
     TileList inside_;
     RowView view_;

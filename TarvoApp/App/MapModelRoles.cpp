@@ -55,8 +55,8 @@ QString MapModel::wordOf(const Tile& tile) const {
     if (tile.kind == Tile::Kind::inside && !zoomStack_.empty() && zoomStack_.back().isApart) {
         return shown(groupTitle(tile.safety ? groupOf(*tile.safety) : RowGroup::unclassified));
     }
-    const auto row = std::ranges::find(rows_, tile.id, &Row::id);
-    return row == rows_.end() ? QString() : shown(groupTitle(row->group));
+    const Row* const row = rows_->find(tile.id);
+    return row == nullptr ? QString() : shown(groupTitle(row->group));
 }
 
 QVariant MapModel::read(const TileList& of, const LaidTile& tile, int role) const {

@@ -225,7 +225,7 @@ void PlacesDesk::showPreview(const QString& key) {
     const std::vector<std::string> paths = map_.pathsOf(id);
     const auto row = std::ranges::find(ticked_.rows(), id, &Row::id);
     const std::string name(paths.empty() ? std::string_view() : lumo::fileName(paths.front()));
-    preview_.show(key, row == ticked_.rows().end() ? name : row->title, paths);
+    preview_.show(key, row == ticked_.rows().end() ? name : row->title.text(), paths);
 }
 
 // The way into folders and disks.

@@ -14,27 +14,24 @@ TickedDesk::TickedDesk(const Ground& ground, QObject* parent) : QObject(parent),
 
 void TickedDesk::take(ShownPlan plan) {
     emptied_.leaveOut(plan.entries, plan.defaults, plan.rows);
-    planned_ = std::move(plan.entries);
     plannedRows_ = std::move(plan.rows);
     plannedShown_ = std::move(plan.shown);
     recoverable_ = plan.recoverable;
     hasPlan_ = true;
-    show(std::move(plan.defaults));
+    plan_.take(std::move(plan.entries), std::move(plan.defaults));
+    show();
 }
 
 void TickedDesk::takeItems(ShownItems items) {
     items_ = std::move(items);
-    show(plan_.defaultSelection());
+    plan_.takeItems(std::move(items_.entries));
+    show();
 }
 
-void TickedDesk::show(Selection defaults) {
+void TickedDesk::show() {
     giveTiles(items_.rows, plannedRows_, ground_.shownHome());
     rows_ = plannedRows_;
     rows_.insert(rows_.end(), items_.rows.begin(), items_.rows.end());
-    shown_ = plannedShown_;
-    shown_.insert(items_.shown.begin(), items_.shown.end());
-    std::vector<lumo::PlanEntry> entries = planned_;
-    entries.insert(entries.end(), items_.entries.begin(), items_.entries.end());
     // What another row stands for is reached by that.
     std::set<std::string> covered;
     for (const Row& row : items_.rows) {
@@ -42,10 +39,7 @@ void TickedDesk::show(Selection defaults) {
             covered.insert(row.id);
         }
     }
-    std::vector<lumo::PlanEntry> apart = entries;
-    std::erase_if(apart, [&](const lumo::PlanEntry& entry) { return covered.contains(entry.action.id); });
-    reachable_ = Goal::reachable(apart);
-    plan_.take(std::move(entries), std::move(defaults));
+    reachable_ = Goal::reachable(plan_, covered);
     emit planChanged();
     ticksHaveChanged();
 }

@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tarvo {
@@ -64,7 +65,9 @@ class TickedDesk final : public QObject {
     [[nodiscard]] const std::vector<Row>& rows() const { return rows_; }
     /// What is ticked, with what its paths meant when they were shown.
     [[nodiscard]] Agreement agreement() const {
-        return {.actions = plan_.selectedActions(), .shown = shown_};
+        lumo::ResolvedPaths shown = plannedShown_;
+        shown.insert(items_.shown.begin(), items_.shown.end());
+        return {.actions = plan_.selectedActions(), .shown = std::move(shown)};
     }
     [[nodiscard]] std::int64_t recoverable() const { return recoverable_; }
     [[nodiscard]] const CleanupShares& shares() const { return shares_; }
@@ -79,7 +82,7 @@ class TickedDesk final : public QObject {
     [[nodiscard]] qint64 selectedTrashBytes() const { return shares_.trash; }
     [[nodiscard]] qint64 selectedToolBytes() const { return shares_.tool; }
     [[nodiscard]] QString selectedBytesText() const;
-    [[nodiscard]] bool hasTicked() const { return !plan_.selectedActions().empty(); }
+    [[nodiscard]] bool hasTicked() const { return plan_.hasTicked(); }
     [[nodiscard]] QString cleanTitleText() const;
     [[nodiscard]] QString cleanHelpText() const;
     [[nodiscard]] QString safeRecoverableText() const;
@@ -93,20 +96,18 @@ class TickedDesk final : public QObject {
     void taken(const std::set<std::string>& ids);
 
   private:
-    /// Shows that plan, with those ticked by itself, and the items.
-    void show(Selection defaults);
+    /// Shows the rows of the plan and of the items.
+    void show();
     void ticksHaveChanged();
 
     Ground ground_;
     TickedPlan plan_;
     Emptied emptied_;
-    std::vector<lumo::PlanEntry> planned_; ///< Without the items.
     std::vector<Row> plannedRows_;
     lumo::ResolvedPaths plannedShown_;
-    ShownItems items_;
+    ShownItems items_; ///< Without the entries, which the plan has.
     std::vector<Row> rows_;
     CleanupShares shares_;
-    lumo::ResolvedPaths shown_;
     std::int64_t recoverable_ = 0;
     std::int64_t reachable_ = 0;
     bool hasPlan_ = false; ///< Until then nobody knows what can be reached.

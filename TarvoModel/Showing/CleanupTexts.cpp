@@ -27,20 +27,29 @@ std::string days() {
     return std::to_string(lumo::Holding::retentionDays);
 }
 
+/// What becomes of the thing that an action takes.
+enum class Fate { isRecreated, goesForGood, isSetAside };
+
+Fate fateOf(const lumo::CleanupAction& action) {
+    // What recreates itself is deleted right away, whoever does it; evicted files stay in the cloud.
+    if (action.safety == lumo::Safety::safe ||
+        std::holds_alternative<lumo::method::EvictFromICloud>(action.method)) {
+        return Fate::isRecreated;
+    }
+    return std::holds_alternative<lumo::method::Command>(action.method) ? Fate::goesForGood
+                                                                        : Fate::isSetAside;
+}
+
 } // namespace
 
 Going goingOf(const std::vector<lumo::CleanupAction>& actions) {
     Going going;
     for (const lumo::CleanupAction& action : actions) {
-        // What recreates itself is deleted right away, whoever does it; evicted files stay in the cloud.
-        if (action.safety == lumo::Safety::safe ||
-            std::holds_alternative<lumo::method::EvictFromICloud>(action.method)) {
-            going.recreated.push_back(action);
-        } else if (std::holds_alternative<lumo::method::Command>(action.method)) {
-            going.forGood.push_back(action);
-        } else {
-            going.own.push_back(action);
-        }
+        const Fate fate = fateOf(action);
+        (fate == Fate::isRecreated   ? going.recreated
+         : fate == Fate::goesForGood ? going.forGood
+                                     : going.own)
+            .push_back(action);
     }
     return going;
 }
@@ -67,8 +76,20 @@ std::int64_t bytesOf(const std::vector<lumo::CleanupAction>& actions) {
 }
 
 CleanupShares sharesOf(const std::vector<lumo::CleanupAction>& actions) {
-    const Going going = goingOf(actions);
-    return {.total = bytesOf(actions), .trash = bytesOf(going.own), .tool = bytesOf(going.forGood)};
+    CleanupShares shares;
+    for (const lumo::CleanupAction& action : actions) {
+        add(action, shares);
+    }
+    return shares;
+}
+
+void add(const lumo::CleanupAction& action, CleanupShares& shares) {
+    shares.total = lumo::checkedSum(shares.total, action.estimatedBytes);
+    const Fate fate = fateOf(action);
+    if (fate != Fate::isRecreated) {
+        std::int64_t& share = fate == Fate::isSetAside ? shares.trash : shares.tool;
+        share = lumo::checkedSum(share, action.estimatedBytes);
+    }
 }
 
 namespace {

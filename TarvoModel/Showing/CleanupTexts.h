@@ -45,6 +45,9 @@ struct CleanupShares {
 /// The shares of the actions, which are taken to be deleted at once when they recreate themselves.
 CleanupShares sharesOf(const std::vector<lumo::CleanupAction>& actions);
 
+/// Counts one more action.
+void add(const lumo::CleanupAction& action, CleanupShares& shares);
+
 /// What the confirmation of a cleanup says. What may hold more than its size tells is named, on a line below.
 std::string confirmationMessage(const std::vector<lumo::CleanupAction>& actions,
                                 lumo::Language language = lumo::currentLanguage());

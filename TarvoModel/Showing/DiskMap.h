@@ -8,6 +8,7 @@
 #include "LumoCore/Scanning/FolderContents.h"
 #include "LumoCore/Scanning/ScanReport.h"
 #include "TarvoModel/Showing/Rows.h"
+#include "TarvoModel/Showing/Shared.h"
 #include "TarvoModel/Showing/Squarify.h"
 
 #include <array>
@@ -65,7 +66,7 @@ struct KnownEntry {
 /// One step of the way into a folder.
 struct ZoomLevel {
     std::string title;
-    std::vector<std::string> paths;                ///< What is shown.
+    SharedPaths paths;                             ///< What is shown.
     std::optional<lumo::Safety> safety;            ///< Of the row that was zoomed into.
     std::vector<lumo::FolderContents::Item> items; ///< Largest first.
     std::vector<std::string> skipped;              ///< Folders that were opened through.

@@ -44,10 +44,12 @@ std::string meterText(std::int64_t goal, std::int64_t selected, Language languag
                .in(language);
 }
 
-std::int64_t reachable(const std::vector<lumo::PlanEntry>& entries) {
+std::int64_t reachable(const TickedPlan& plan, const std::set<std::string>& covered) {
     std::int64_t sum = 0;
-    for (const lumo::CleanupAction& action : lumo::CleanupPlanner::actionsOf(entries)) {
-        sum = lumo::checkedSum(sum, action.estimatedBytes);
+    for (const lumo::PlanEntry* const entry : plan.entries()) {
+        if (!entry->skipReason && !covered.contains(entry->action.id)) {
+            sum = lumo::checkedSum(sum, entry->action.estimatedBytes);
+        }
     }
     return sum;
 }

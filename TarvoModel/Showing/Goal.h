@@ -1,12 +1,12 @@
 #pragma once
 
 #include "LumoCore/Basics/Language.h"
-#include "LumoCore/Cleanup/CleanupPlanner.h"
+#include "TarvoModel/Showing/TickedPlan.h"
 
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
-#include <vector>
 
 /// How much the user wants to free, and how near the selection is to it.
 namespace tarvo::Goal {
@@ -33,8 +33,8 @@ std::string goalText(std::int64_t goal);
 std::string meterText(std::int64_t goal, std::int64_t selected,
                       lumo::Language language = lumo::currentLanguage());
 
-/// What all that can be ticked comes to.
-std::int64_t reachable(const std::vector<lumo::PlanEntry>& entries);
+/// What all that can be ticked comes to; what other entries stand for counts with those.
+std::int64_t reachable(const TickedPlan& plan, const std::set<std::string>& covered = {});
 
 /// The goal that can be offered instead of one beyond that: what can be reached, in whole gigabytes. Absent
 /// when the goal can be reached, or there is not even one.

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <set>
+#include <string_view>
+#include <unordered_set>
 #include <utility>
 
 namespace tarvo {
@@ -39,22 +41,31 @@ Row rowOf(const DetailItem& item, lumo::InventoryKind kind) {
 }
 
 /// Paths of which a new one can be told apart quickly.
+/// Paths of rows, which outlive this; thousands are asked about one after the other.
 class Places {
   public:
     /// True when the path is one of these, in one of these, or holds one.
-    [[nodiscard]] bool touch(const std::string& path) const {
+    [[nodiscard]] bool touch(std::string_view path) const {
         for (std::string_view folder = path; folder.size() > 1; folder = lumo::parentOf(folder)) {
             if (all_.contains(folder)) {
                 return true;
             }
         }
-        const auto next = all_.lower_bound(path + "/");
-        return next != all_.end() && lumo::isInside(*next, path);
+        return holders_.contains(path);
     }
-    void add(const std::vector<std::string>& paths) { all_.insert(paths.begin(), paths.end()); }
+    void add(const SharedPaths& paths) {
+        for (const std::string& path : paths) {
+            all_.insert(path);
+            // What holds one holder is known with it.
+            for (std::string_view folder = lumo::parentOf(path);
+                 folder.size() > 1 && holders_.insert(folder).second; folder = lumo::parentOf(folder)) {
+            }
+        }
+    }
 
   private:
-    std::set<std::string, std::less<>> all_;
+    std::unordered_set<std::string_view> all_;
+    std::unordered_set<std::string_view> holders_; ///< The folders above those.
 };
 
 std::int64_t bytesOf(const Inventory& inventory, bool isBlocked) {
@@ -88,6 +99,9 @@ ShownItems shownItems(const std::vector<Inventory>& inventories) {
 }
 
 void giveTiles(std::vector<Row>& items, const std::vector<Row>& others, const std::string& home) {
+    if (items.empty()) {
+        return;
+    }
     Places covered;
     for (const Row& row : others) {
         covered.add(row.paths);

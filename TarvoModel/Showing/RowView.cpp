@@ -5,6 +5,7 @@
 #include "LumoCore/Basics/Words.h"
 
 #include <algorithm>
+#include <iterator>
 #include <tuple>
 #include <utility>
 
@@ -72,17 +73,21 @@ void addLitInside(const RowView& view, const Tile& tile, std::set<std::string>& 
 
 } // namespace
 
-std::vector<Row> rowsIn(const RowView& view, const std::vector<Row>& rows) {
-    std::vector<Row> shown = rowsMatching(view.searched, rows);
-    std::erase_if(shown, [&](const Row& row) {
-        return row.kind != view.kind || (view.group && row.group != *view.group);
+std::vector<Row> rowsFor(const RowView& view, const std::vector<Row>& rows) {
+    std::vector<Row> kept;
+    std::ranges::copy_if(rows, std::back_inserter(kept), [&](const Row& row) {
+        return row.kind == view.kind && (!view.group || row.group == *view.group);
     });
-    return sortedIn(view.order, std::move(shown));
+    return kept;
+}
+
+std::vector<Row> rowsIn(const RowView& view, const std::vector<Row>& rows) {
+    return sortedIn(view.order, rowsMatching(view.searched, rowsFor(view, rows)));
 }
 
 std::optional<std::set<std::string>> litTiles(const RowView& view, const std::vector<Tile>& tiles,
                                               const std::vector<Row>& rows) {
-    if (view.searched.empty() && !view.group && !view.kind) {
+    if (view.isWide()) {
         return std::nullopt;
     }
     std::set<std::string> matching;

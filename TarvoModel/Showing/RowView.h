@@ -28,7 +28,13 @@ struct RowView {
     std::optional<lumo::InventoryKind> kind = {}; ///< Its items; absent for what the scan found.
 
     friend bool operator==(const RowView&, const RowView&) = default;
+
+    /// True where nothing keeps a row, or its tile, out of sight.
+    [[nodiscard]] bool isWide() const { return searched.empty() && !group && !kind; }
 };
+
+/// The rows of the view's kind and group, whatever is searched for: what it can show at all.
+std::vector<Row> rowsFor(const RowView& view, const std::vector<Row>& rows);
 
 /// The rows that are shown so. The rows given are group by group, the largest first.
 std::vector<Row> rowsIn(const RowView& view, const std::vector<Row>& rows);

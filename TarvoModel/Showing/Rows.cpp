@@ -221,6 +221,9 @@ std::string unreadableText(std::int64_t count, Language language) {
 }
 
 std::vector<Row> rowsMatching(std::string_view searched, const std::vector<Row>& rows) {
+    if (searched.empty()) {
+        return rows;
+    }
     const std::string words = lumo::folded(searched);
     std::vector<Row> matching;
     std::ranges::copy_if(rows, std::back_inserter(matching), [&](const Row& row) {

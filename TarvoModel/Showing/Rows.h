@@ -6,6 +6,7 @@
 #include "LumoCore/Explaining/Explanation.h"
 #include "LumoCore/Inventories/DetailItem.h"
 #include "LumoCore/Scanning/ScanReport.h"
+#include "TarvoModel/Showing/Shared.h"
 
 #include <cstdint>
 #include <map>
@@ -22,14 +23,14 @@ enum class RowGroup { safe, review, keep, unclassified };
 
 /// One line of the list and one tile of the map.
 struct Row {
-    std::string id;     ///< The plan entry's; a kept finding's rule; "sin:" + path of an unclassified folder.
-    std::string title;  ///< As it may be shown: names from the disk without stray bytes.
-    std::string detail; ///< What it is, or where it lies; one sentence or one path.
+    std::string id;    ///< The plan entry's; a kept finding's rule; "sin:" + path of an unclassified folder.
+    SharedText title;  ///< As it may be shown: names from the disk without stray bytes.
+    SharedText detail; ///< What it is, or where it lies; one sentence or one path.
     std::int64_t bytes = 0;
     std::optional<lumo::Safety> safety; ///< Absent for an unclassified folder.
     RowGroup group = RowGroup::safe;
     std::optional<std::string> skipReason; ///< Why it cannot be ticked now, although it has an entry.
-    std::vector<std::string> paths;        ///< Absolute: what the row stands for on disk.
+    SharedPaths paths;                     ///< Absolute: what the row stands for on disk.
     std::int64_t files = 0;                ///< Regular files; 0 where nobody has counted them.
     /// Of a project's artifacts that of its own files; absent where nobody knows.
     std::optional<lumo::Date> lastChange = {};

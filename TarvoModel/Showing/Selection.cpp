@@ -49,37 +49,17 @@ Selection defaultSelection(const std::vector<PlanEntry>& entries) {
     return defaults;
 }
 
-std::set<std::string> tickableIds(const std::vector<PlanEntry>& entries) {
-    std::set<std::string> ids;
-    for (const PlanEntry& entry : entries) {
-        if (!entry.skipReason) {
-            ids.insert(entry.action.id);
-        }
-    }
-    return ids;
-}
-
 Selection reconciled(const Selection& selection, const Selection& previousDefaults,
-                     const Selection& newDefaults, const std::set<std::string>& tickable) {
+                     const Selection& newDefaults,
+                     const std::function<bool(const std::string& id)>& canSelect) {
     Selection result;
-    std::ranges::set_intersection(selection, tickable, std::inserter(result, result.end()));
+    std::ranges::copy_if(selection, std::inserter(result, result.end()), canSelect);
     std::ranges::set_difference(newDefaults, previousDefaults, std::inserter(result, result.end()));
     return result;
 }
 
 Selection safeSelection(const Selection& selection, const Selection& defaults, const Phase& phase) {
     return maySelectSafe(phase) ? defaults : selection;
-}
-
-std::vector<lumo::CleanupAction> selectedActions(const Selection& selection,
-                                                 const std::vector<PlanEntry>& entries) {
-    std::vector<lumo::CleanupAction> actions = lumo::CleanupPlanner::actionsOf(entries);
-    std::erase_if(actions, [&](const lumo::CleanupAction& action) { return !selection.contains(action.id); });
-    return actions;
-}
-
-CleanupShares selectedShares(const Selection& selection, const std::vector<PlanEntry>& entries) {
-    return sharesOf(selectedActions(selection, entries));
 }
 
 std::string selectedText(const CleanupShares& shares, Language language) {

@@ -7,6 +7,7 @@
 #include "TarvoModel/Showing/CleanupTexts.h"
 #include "TarvoModel/Showing/Phase.h"
 
+#include <functional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -33,23 +34,14 @@ void leaveOutProjectsWith(std::string_view applicationPath, const lumo::ScanRepo
 /// The ids that a plan ticks by itself: what is safe and not held back.
 Selection defaultSelection(const std::vector<lumo::PlanEntry>& entries);
 
-/// The ids of the entries that can be ticked: a cleanup would leave the others as they are.
-std::set<std::string> tickableIds(const std::vector<lumo::PlanEntry>& entries);
-
 /// The selection after a new report: what is gone or held back is dropped, and what the plan ticks now and
 /// did not tick before is added. What the user has unticked meanwhile so stays unticked.
 Selection reconciled(const Selection& selection, const Selection& previousDefaults,
-                     const Selection& newDefaults, const std::set<std::string>& tickable);
+                     const Selection& newDefaults,
+                     const std::function<bool(const std::string& id)>& canSelect);
 
 /// The plan's own ticks; the selection as it is while the phase does not allow that.
 Selection safeSelection(const Selection& selection, const Selection& defaults, const Phase& phase);
-
-/// The actions of what is ticked and can be, in the entries' order.
-std::vector<lumo::CleanupAction> selectedActions(const Selection& selection,
-                                                 const std::vector<lumo::PlanEntry>& entries);
-
-/// What the selected actions free, and in what way.
-CleanupShares selectedShares(const Selection& selection, const std::vector<lumo::PlanEntry>& entries);
 
 /// What is selected, for one line: all of it, what is freed at once and what is set aside.
 std::string selectedText(const CleanupShares& shares, lumo::Language language = lumo::currentLanguage());

@@ -22,12 +22,26 @@ bool overlap(const lumo::CleanupAction& one, const lumo::CleanupAction& other) {
 } // namespace
 
 void TickedPlan::take(std::vector<lumo::PlanEntry> entries, Selection defaults) {
-    entries_ = std::move(entries);
+    planned_ = std::move(entries);
+    settle(std::move(defaults));
+}
+
+void TickedPlan::takeItems(std::vector<lumo::PlanEntry> entries) {
+    items_ = std::move(entries);
+    settle(defaults_);
+}
+
+void TickedPlan::settle(Selection defaults) {
+    entries_.clear();
     byID_.clear();
-    for (const lumo::PlanEntry& entry : entries_) {
-        byID_.emplace(entry.action.id, &entry);
+    for (const auto* const part : {&planned_, &items_}) {
+        for (const lumo::PlanEntry& entry : *part) {
+            entries_.push_back(&entry);
+            byID_.emplace(entry.action.id, &entry);
+        }
     }
-    selection_ = reconciled(selection_, defaults_, defaults, tickableIds(entries_));
+    selection_ =
+        reconciled(selection_, defaults_, defaults, [this](const std::string& id) { return canSelect(id); });
     defaults_ = std::move(defaults);
 }
 
@@ -102,12 +116,32 @@ void TickedPlan::forget(const std::set<std::string>& ids) {
     }
 }
 
+bool TickedPlan::isTicked(const lumo::PlanEntry& entry) const {
+    return !entry.skipReason && selection_.contains(entry.action.id);
+}
+
+bool TickedPlan::hasTicked() const {
+    return std::ranges::any_of(entries_, [&](const auto* entry) { return isTicked(*entry); });
+}
+
 std::vector<lumo::CleanupAction> TickedPlan::selectedActions() const {
-    return tarvo::selectedActions(selection_, entries_);
+    std::vector<lumo::CleanupAction> actions;
+    for (const lumo::PlanEntry* const entry : entries_) {
+        if (isTicked(*entry)) {
+            actions.push_back(entry->action);
+        }
+    }
+    return actions;
 }
 
 CleanupShares TickedPlan::shares() const {
-    return selectedShares(selection_, entries_);
+    CleanupShares shares;
+    for (const lumo::PlanEntry* const entry : entries_) {
+        if (isTicked(*entry)) {
+            add(entry->action, shares);
+        }
+    }
+    return shares;
 }
 
 } // namespace tarvo

@@ -12,13 +12,17 @@
 namespace tarvo {
 
 /// The plan that a window shows, and what of it is ticked. Looking an entry up takes no search: every row and
-/// tile asks for its own whenever something changes.
+/// tile asks for its own whenever something changes. Entries are never copied for that either, since one may
+/// have thousands of paths.
 class TickedPlan final {
   public:
     /// Takes over the plan of a new report; what is ticked is reconciled with it.
     void take(std::vector<lumo::PlanEntry> entries, Selection defaults);
+    /// Takes over what closer looks found, which comes after the plan's own entries; ticked is reconciled.
+    void takeItems(std::vector<lumo::PlanEntry> entries);
 
-    [[nodiscard]] const std::vector<lumo::PlanEntry>& entries() const { return entries_; }
+    /// In the plan's order; valid until it takes over others.
+    [[nodiscard]] const std::vector<const lumo::PlanEntry*>& entries() const { return entries_; }
     [[nodiscard]] const Selection& selection() const { return selection_; }
     [[nodiscard]] const Selection& defaultSelection() const { return defaults_; }
 
@@ -48,15 +52,22 @@ class TickedPlan final {
     /// again, that is as new.
     void forget(const std::set<std::string>& ids);
 
+    /// True when there is something to clean.
+    [[nodiscard]] bool hasTicked() const;
     /// What the ticked entries do, in the plan's order, and what that comes to.
     [[nodiscard]] std::vector<lumo::CleanupAction> selectedActions() const;
     [[nodiscard]] CleanupShares shares() const;
 
   private:
+    [[nodiscard]] bool isTicked(const lumo::PlanEntry& entry) const;
     void tick(const std::string& id);
+    /// Finds the entries anew after others have been taken over.
+    void settle(Selection defaults);
 
-    std::vector<lumo::PlanEntry> entries_;
-    std::unordered_map<std::string_view, const lumo::PlanEntry*> byID_; ///< Into the entries.
+    std::vector<lumo::PlanEntry> planned_;
+    std::vector<lumo::PlanEntry> items_;
+    std::vector<const lumo::PlanEntry*> entries_;                       ///< Into those two.
+    std::unordered_map<std::string_view, const lumo::PlanEntry*> byID_; ///< Likewise.
     Selection selection_;
     Selection defaults_;
 };

@@ -5,6 +5,7 @@
 #include "TarvoModel/Showing/HistoryRows.h"
 #include "TarvoModel/Showing/Rows.h"
 #include "TarvoModel/Showing/Selection.h"
+#include "TarvoModel/Showing/TickedPlan.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -94,7 +95,9 @@ TEST(DemoDisk, ShowsWhatIsHeldBackWhatGrewAndWhatIsSetAside) {
     EXPECT_EQ(held.expiry, lumo::daysLater(now - std::chrono::days(5), 7));
     EXPECT_EQ(heldTitle(held, Language::en), "3.2 GB in Recently Cleaned");
 
-    const auto actions = selectedActions(defaultSelection(entries), entries);
+    TickedPlan plan;
+    plan.take(entries, defaultSelection(entries));
+    const auto actions = plan.selectedActions();
     const CleanupSums sums = sumsOf(DemoDisk::outcomes(actions, now));
     EXPECT_EQ(sums.freed, sharesOf(actions).total);
     EXPECT_EQ(sums.trashed, 0);

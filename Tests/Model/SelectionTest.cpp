@@ -139,7 +139,9 @@ TEST(Selection, SurvivesANewReportAsTheUserLeftIt) {
         {{"b"}, {"b"}, {}, {"b"}, {"b"}}, // No longer safe, still there.
     };
     for (const Case& each : cases) {
-        EXPECT_EQ(reconciled(each.selection, each.before, each.defaults, each.tickable), each.expected);
+        EXPECT_EQ(reconciled(each.selection, each.before, each.defaults,
+                             [&](const std::string& id) { return each.tickable.contains(id); }),
+                  each.expected);
     }
 }
 
@@ -168,11 +170,13 @@ TEST(Selection, ActsInPlanOrderAndLeavesOutWhatIsHeldBackMeanwhile) {
                                    entry("a", Safety::review, 8000000),
                                    entry("unticked", Safety::safe, 16000000)};
     entries[1].skipReason = "quit it first";
-    const Selection selection{"a", "held", "images", "z", "gone"};
-    const auto actions = selectedActions(selection, entries);
+    TickedPlan plan;
+    plan.take({entries.begin(), entries.begin() + 3}, {"a", "held", "images", "z", "gone"});
+    plan.takeItems({entries.begin() + 3, entries.end()});
+    const auto actions = plan.selectedActions();
     ASSERT_EQ(actions.size(), 3U);
     EXPECT_EQ(actions[0].id + actions[1].id + actions[2].id, "zimagesa");
-    const CleanupShares shares = selectedShares(selection, entries);
+    const CleanupShares shares = plan.shares();
     EXPECT_EQ(shares, (CleanupShares{.total = 13000000, .trash = 8000000, .tool = 4000000}));
     EXPECT_EQ(selectedText(shares, Language::en), "13 MB selected: 5 MB freed now · 8 MB set aside 7 days");
     EXPECT_EQ(selectedText({.total = 5000000}, Language::es), "5 MB marcados");
