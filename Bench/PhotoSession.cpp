@@ -129,7 +129,10 @@ bool showsPicture(const QQuickWindow& review) {
 }
 
 QQuickItem& gridOf(const QQuickWindow& review) {
-    return *itemsIn(review, "QQuickGridView").front();
+    // The lists beside it are another kind.
+    const auto flickables = itemsIn(review, "QQuickFlickable");
+    return **std::ranges::find_if(flickables,
+                                  [](const QQuickItem* item) { return !item->inherits("QQuickItemView"); });
 }
 
 void tellScrolling(QQuickWindow& review, const char* what, int steps, double points, double base) {
