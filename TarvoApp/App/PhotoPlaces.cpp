@@ -13,9 +13,14 @@ PhotoPlaces::PhotoPlaces(const PhotoList& list, QObject* parent) : QAbstractList
     leapt_.setInterval(untilRest);
     leapt_.setSingleShot(true);
     connect(&leapt_, &QTimer::timeout, this, &PhotoPlaces::rest);
-    connect(&list, &QAbstractItemModel::rowsInserted, this, &PhotoPlaces::listChanged);
-    connect(&list, &QAbstractItemModel::rowsRemoved, this, &PhotoPlaces::listChanged);
-    connect(&list, &QAbstractItemModel::rowsMoved, this, &PhotoPlaces::listChanged);
+    // A list changes row by row; all that changes at once is shown at once.
+    changed_.setInterval(0);
+    changed_.setSingleShot(true);
+    connect(&changed_, &QTimer::timeout, this, &PhotoPlaces::takeOver);
+    const auto later = [this] { changed_.start(); };
+    connect(&list, &QAbstractItemModel::rowsInserted, this, later);
+    connect(&list, &QAbstractItemModel::rowsRemoved, this, later);
+    connect(&list, &QAbstractItemModel::rowsMoved, this, later);
     connect(&list, &QAbstractItemModel::dataChanged, this,
             [this](const QModelIndex& first, const QModelIndex& last, const QList<int>& roles) {
                 tell(
@@ -82,7 +87,7 @@ void PhotoPlaces::rest() {
          {PhotoList::sourceRole});
 }
 
-void PhotoPlaces::listChanged() {
+void PhotoPlaces::takeOver() {
     setCurrent(current_.isValid() ? current_.row() : lastCurrent_);
     settle();
     tell([](int) { return true; });

@@ -53,14 +53,15 @@ class PhotoPlaces final : public QAbstractListModel {
     void resize(int rows, int columns);
     void settle();
     void rest();
-    void listChanged();
+    void takeOver();
     void tell(const std::function<bool(int place)>& isMeant, const QList<int>& roles = {});
 
     const PhotoList& list_;
     std::vector<Place> places_;
     int row_ = 0;
     int columns_ = 1;
-    QTimer leapt_; ///< Runs for a while after each leap.
+    QTimer leapt_;   ///< Runs for a while after each leap.
+    QTimer changed_; ///< Runs until what the list has become is shown.
     bool rushes_ = false;
     QPersistentModelIndex current_;
     int lastCurrent_ = 0;
