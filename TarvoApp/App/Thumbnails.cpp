@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QIODevice>
 #include <QImageReader>
+#include <QLocale>
+#include <QStringList>
 #include <QTemporaryFile>
 
 #include <algorithm>
@@ -25,6 +27,9 @@ using lumo::platform::QuietFile;
 
 constexpr QLatin1String widthKey("Thumb::Image::Width");
 constexpr QLatin1String heightKey("Thumb::Image::Height");
+// Ours, for reading it takes a hundredth of the time that decoding the picture does. Without the colons of
+// the others, at which Qt would cut the name when it reads what stands before a picture alone.
+constexpr QLatin1String lookKey("X-Tarvo-Look");
 
 /// A file as Qt reads it, without looking opened afterwards.
 class QuietDevice final : public QIODevice {
@@ -86,8 +91,26 @@ QImage keptIn(const QString& file, const QString& changed) {
     return kept.text(QStringLiteral("Thumb::MTime")) == changed ? kept : QImage();
 }
 
-void keep(QImage picture, const QString& folder, const QString& name, const std::string& path,
-          const QString& changed) {
+/// Where the cache has the small picture of a file, and when that file was changed.
+struct Place {
+    QString folder; ///< The cache's.
+    QString name;
+    QString changed;
+
+    [[nodiscard]] QString in(const char* size) const { return folder + '/' + size + '/' + name; }
+};
+
+/// Absent for what is not there, and for the cache itself.
+std::optional<Place> placeOf(const std::string& path, const std::string& folder) {
+    const auto status = lumo::platform::statusOfFile(path);
+    if (!status || path.starts_with(folder + "/")) {
+        return std::nullopt;
+    }
+    return Place{.folder = onDisk(folder), .name = Thumbnails::nameFor(path), .changed = secondsOf(*status)};
+}
+
+void keep(QImage picture, const Place& place, const std::string& path) {
+    const QString folder = place.folder + QStringLiteral("/large");
     const QFile::Permissions mine = QFile::ReadOwner | QFile::WriteOwner;
     if (!QDir().mkpath(folder)) {
         return;
@@ -95,7 +118,7 @@ void keep(QImage picture, const QString& folder, const QString& name, const std:
     // Nobody else may see what only the user can read.
     QFile::setPermissions(folder, mine | QFile::ExeOwner);
     picture.setText(QStringLiteral("Thumb::URI"), QString::fromLatin1(addressOf(path)));
-    picture.setText(QStringLiteral("Thumb::MTime"), changed);
+    picture.setText(QStringLiteral("Thumb::MTime"), place.changed);
     picture.setText(QStringLiteral("Software"), QStringLiteral("Tarvo AI"));
     // Packing them as small as can be would take longer than all the rest, and so would waiting for the disk
     // each time: what a crash leaves behind is none that can be read, and is made again.
@@ -104,7 +127,7 @@ void keep(QImage picture, const QString& folder, const QString& name, const std:
     if (file.open() && picture.save(&file, "PNG", quickly) && file.flush()) {
         std::error_code failure;
         std::filesystem::rename(QFile::encodeName(file.fileName()).constData(),
-                                QFile::encodeName(folder + QLatin1Char('/') + name).constData(), failure);
+                                QFile::encodeName(place.in("large")).constData(), failure);
         file.setAutoRemove(static_cast<bool>(failure));
     }
 }
@@ -124,6 +147,48 @@ GrayPicture grayOf(const QImage& picture) {
     return points;
 }
 
+Look lookOf(const QImage& picture, const QSize& measures) {
+    const QImage small =
+        picture.scaled(hashedWidth, hashedHeight, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const QImage weighed =
+        picture.scaled(weighedSide, weighedSide, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    return Look{.hash = gradientHash(grayOf(small)),
+                .sharpness = sharpnessOf(grayOf(weighed)),
+                .width = measures.width(),
+                .height = measures.height()};
+}
+
+// How a look is written: in which way it is made (for a later one to differ), when the file was changed,
+// width, height, sharpness, and the hash where there is one.
+constexpr QLatin1String lookKind("1");
+
+QString textOf(const Look& look, const QString& changed) {
+    QStringList words{lookKind, changed, QString::number(look.width), QString::number(look.height),
+                      QString::number(look.sharpness, 'g', QLocale::FloatingPointShortest)};
+    if (look.hash) {
+        words.push_back(QString::number(*look.hash, 16));
+    }
+    return words.join(' ');
+}
+
+/// Absent where the small picture is another program's, or of the file as it was.
+std::optional<Look> lookIn(const Place& place) {
+    const QStringList words = QImageReader(place.in("large"), "png").text(lookKey).split(' ');
+    if (words.size() < 5 || words.size() > 6 || words[0] != lookKind || words[1] != place.changed) {
+        return std::nullopt;
+    }
+    bool isSharp = false;
+    bool isHash = true;
+    Look look{.hash = std::nullopt,
+              .sharpness = words[4].toDouble(&isSharp),
+              .width = words[2].toInt(),
+              .height = words[3].toInt()};
+    if (words.size() == 6) {
+        look.hash = words[5].toULongLong(&isHash, 16);
+    }
+    return look.width > 0 && look.height > 0 && isSharp && isHash ? std::optional(look) : std::nullopt;
+}
+
 } // namespace
 
 QImage pictureFrom(const std::string& path, QSize most, QSize* measures) {
@@ -141,16 +206,13 @@ QString Thumbnails::nameFor(const std::string& path) {
 }
 
 QImage Thumbnails::of(const std::string& path) const {
-    const auto status = lumo::platform::statusOfFile(path);
-    if (!status || path.starts_with(folder_ + "/")) {
+    const auto place = placeOf(path, folder_);
+    if (!place) {
         return {};
     }
-    const QString folder = onDisk(folder_);
-    const QString name = nameFor(path);
-    const QString changed = secondsOf(*status);
     // What is smaller would be too coarse to be compared, and what is larger takes longer to read.
     for (const char* const size : {"large", "x-large", "xx-large"}) {
-        if (QImage kept = keptIn(folder + '/' + size + '/' + name, changed); !kept.isNull()) {
+        if (QImage kept = keptIn(place->in(size), place->changed); !kept.isNull()) {
             return kept;
         }
     }
@@ -159,12 +221,18 @@ QImage Thumbnails::of(const std::string& path) const {
     if (!made.isNull()) {
         made.setText(widthKey, QString::number(measures.width()));
         made.setText(heightKey, QString::number(measures.height()));
-        keep(made, folder + QStringLiteral("/large"), name, path, changed);
+        made.setText(lookKey, textOf(lookOf(made, measures), place->changed));
+        keep(made, *place, path);
     }
     return made;
 }
 
 std::optional<Look> Thumbnails::lookAt(const std::string& path) const {
+    if (const auto place = placeOf(path, folder_)) {
+        if (const auto look = lookIn(*place)) {
+            return look;
+        }
+    }
     const QImage picture = of(path);
     if (picture.isNull()) {
         return std::nullopt;
@@ -178,14 +246,7 @@ std::optional<Look> Thumbnails::lookAt(const std::string& path) const {
             measures = size.isValid() ? size : measures;
         }
     }
-    const QImage small =
-        picture.scaled(hashedWidth, hashedHeight, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    const QImage weighed =
-        picture.scaled(weighedSide, weighedSide, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    return Look{.hash = gradientHash(grayOf(small)),
-                .sharpness = sharpnessOf(grayOf(weighed)),
-                .width = measures.width(),
-                .height = measures.height()};
+    return lookOf(picture, measures);
 }
 
 } // namespace tarvo

@@ -152,6 +152,37 @@ TEST(Thumbnails, SharesTheCacheOfTheDesktopAndLeavesNoTrace) {
     EXPECT_TRUE(thumbnails.of(home.path("Pictures/none.png")).isNull());
 }
 
+// Whenever pictures were compared again, all their small pictures were decoded again.
+TEST(Thumbnails, KeepWhatTheirPicturesLookLike) {
+    const TempHome home;
+    save(home, "Pictures/a.png", drawn(1));
+    const std::string picture = home.path("Pictures/a.png");
+    const Thumbnails thumbnails(home.path("cache"));
+    const auto made = thumbnails.lookAt(picture);
+    ASSERT_TRUE(made && made->hash);
+    const QString kept = shown(home.path("cache/large/")) + Thumbnails::nameFor(picture);
+    const QImage whole(kept);
+    const QStringList words = whole.text("X-Tarvo-Look").split(' ');
+    // What is written otherwise, or of another time, is nothing to go by.
+    for (const auto& [word, wrong] :
+         {std::pair(0, "2"), {1, "7"}, {2, "0"}, {3, "x"}, {4, "x"}, {5, "g"}, {5, "1 1"}}) {
+        QStringList others = words;
+        others[5] = "1";
+        others[word] = wrong;
+        QImage other = whole;
+        other.setText("X-Tarvo-Look", others.join(' '));
+        ASSERT_TRUE(other.save(kept));
+        EXPECT_EQ(thumbnails.lookAt(picture), made) << word;
+    }
+    ASSERT_TRUE(whole.save(kept));
+    std::filesystem::resize_file(bytesOf(kept), contentOf(bytesOf(kept)).find("IDAT") + 4);
+    EXPECT_EQ(thumbnails.lookAt(picture), made);
+    EXPECT_TRUE(contentOf(bytesOf(kept)).ends_with("IDAT")) << "it was made anew";
+    save(home, "Pictures/a.png", drawn(5));
+    home.setModified("Pictures/a.png", 1'600'000'000);
+    EXPECT_NE(thumbnails.lookAt(picture)->hash, made->hash) << "it is another picture now";
+}
+
 // A folder whose name is not UTF-8 was looked for under another one.
 TEST(Photos, AreReviewedInAFolderOfAnyName) {
     AppStory story;
