@@ -9,7 +9,7 @@ namespace tarvo {
 
 PhotoPlaces::PhotoPlaces(const PhotoList& list, QObject* parent) : QAbstractListModel(parent), list_(list) {
     // Longer than from one key to the next while one is held down, and hardly to be felt.
-    constexpr std::chrono::milliseconds untilRest{80};
+    constexpr std::chrono::milliseconds untilRest{60};
     leapt_.setInterval(untilRest);
     leapt_.setSingleShot(true);
     connect(&leapt_, &QTimer::timeout, this, &PhotoPlaces::rest);
