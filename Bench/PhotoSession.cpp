@@ -20,6 +20,7 @@
 #include <filesystem>
 #include <string>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 // The review of photos, drawn by software into memory: how long until somebody sees pictures, each frame
@@ -120,16 +121,24 @@ std::vector<QQuickItem*> itemsIn(const QQuickWindow& window, const char* type) {
     return found;
 }
 
-/// True when a tile has its picture; one of a single point stands for none.
-bool showsPicture(const QQuickWindow& review) {
+/// How many tiles have their pictures and how many have not; one of a single point stands for none.
+std::pair<int, int> pictures(const QQuickWindow& review) {
     constexpr int ready = 1;
-    return std::ranges::any_of(itemsIn(review, "QQuickImage"), [](QQuickItem* image) {
-        return image->isVisible() && image->property("status").toInt() == ready && image->implicitWidth() > 1;
-    });
+    std::pair<int, int> counts;
+    for (const QQuickItem* const image : itemsIn(review, "QQuickImage")) {
+        if (image->isVisible()) {
+            const bool isShown = image->property("status").toInt() == ready && image->implicitWidth() > 1;
+            ++(isShown ? counts.first : counts.second);
+        }
+    }
+    return counts;
 }
 
 QQuickItem& gridOf(const QQuickWindow& review) {
-    return *itemsIn(review, "QQuickGridView").front();
+    // The lists beside it are another kind.
+    const auto flickables = itemsIn(review, "QQuickFlickable");
+    return **std::ranges::find_if(flickables,
+                                  [](const QQuickItem* item) { return !item->inherits("QQuickItemView"); });
 }
 
 void tellScrolling(QQuickWindow& review, const char* what, int steps, double points, double base) {
@@ -143,6 +152,14 @@ void tellScrolling(QQuickWindow& review, const char* what, int steps, double poi
         });
     }
     frames.tell(what, base);
+}
+
+/// From the last move on.
+void tellRest(const QQuickWindow& review) {
+    QElapsedTimer clock;
+    clock.start();
+    waitFor([&] { return pictures(review).second == 0; });
+    fmt::print("all pictures near what is seen {} ms later\n", clock.elapsed());
 }
 
 void tellPaging(QQuickWindow& review, double base) {
@@ -169,7 +186,7 @@ void tellSession(const std::string& home) {
     sinceOpened.start();
     Beats beats;
     QQuickWindow& review = *windows.open(MainWindow::Side::photos);
-    waitFor([&] { return showsPicture(review); });
+    waitFor([&] { return pictures(review).first > 0; });
     fmt::print("first pictures after {} ms\n", sinceOpened.elapsed());
     const double base = tellEmptyWindow(review.size());
     constexpr double slowly = 40;
@@ -185,7 +202,9 @@ void tellSession(const std::string& home) {
     tellScrolling(review, "scrolling", 600, slowly, base);
     constexpr double quickly = 1500;
     tellScrolling(review, "scrolling by the bar", 300, quickly, base);
+    tellRest(review);
     tellPaging(review, base);
+    tellRest(review);
     fmt::print("peak memory {} MiB, {} MiB before the review was opened\n", bench::peakMebibytes(), before);
 }
 

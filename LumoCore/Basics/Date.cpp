@@ -131,9 +131,8 @@ int midnightsBetween(Date earlier, Date later) {
 
 namespace {
 
-std::string formatted(Date date, icu::DateFormat* made) {
-    const std::unique_ptr<icu::DateFormat> style(made);
-    if (!style) {
+std::string formatted(Date date, const icu::DateFormat* style) {
+    if (style == nullptr) {
         return isoText(date).substr(0, 10);
     }
     icu::UnicodeString characters;
@@ -144,17 +143,26 @@ std::string formatted(Date date, icu::DateFormat* made) {
     return text;
 }
 
+icu::Locale localeOf(Language language) {
+    return icu::Locale(localeName(language).c_str());
+}
+
 } // namespace
 
 std::string dayText(Date date, Language language) {
-    return formatted(date, icu::DateFormat::createDateInstance(icu::DateFormat::kMedium,
-                                                               icu::Locale(localeName(language).c_str())));
+    // Making a style takes fifty times as long as using it, and lists ask for a day in each of their rows.
+    thread_local std::array<std::unique_ptr<icu::DateFormat>, 2> styles;
+    std::unique_ptr<icu::DateFormat>& style = styles.at(static_cast<std::size_t>(language));
+    if (!style) {
+        style.reset(icu::DateFormat::createDateInstance(icu::DateFormat::kMedium, localeOf(language)));
+    }
+    return formatted(date, style.get());
 }
 
 std::string momentText(Date date, Language language) {
-    return formatted(
-        date, icu::DateFormat::createDateTimeInstance(icu::DateFormat::kMedium, icu::DateFormat::kShort,
-                                                      icu::Locale(localeName(language).c_str())));
+    const std::unique_ptr<icu::DateFormat> style(icu::DateFormat::createDateTimeInstance(
+        icu::DateFormat::kMedium, icu::DateFormat::kShort, localeOf(language)));
+    return formatted(date, style.get());
 }
 
 } // namespace lumo

@@ -32,10 +32,12 @@ void PhotoList::show(std::vector<PhotoEntry> entries) {
 }
 
 QVariant PhotoList::data(const QModelIndex& index, int role) const {
-    if (!index.isValid() || index.row() >= count()) {
-        return {};
-    }
-    const PhotoEntry& entry = entries()[static_cast<std::size_t>(index.row())];
+    return index.isValid() ? read(index.row(), role) : QVariant();
+}
+
+QVariant PhotoList::read(int row, int role) const {
+    static const PhotoEntry none;
+    const PhotoEntry& entry = row >= 0 && row < count() ? entries()[static_cast<std::size_t>(row)] : none;
     const lumo::Picture& picture = entry.photo.picture;
     switch (role) {
     case sourceRole:

@@ -35,7 +35,8 @@ class PhotoList final : public KeyedList<PhotoEntry> {
         groupRole,    ///< Counted from 0 within the chapter.
         firstRole,    ///< Whether it is the first of its group.
         proposedRole, ///< Whether it is proposed to stay.
-        chosenRole    ///< Whether it will be set aside.
+        chosenRole,   ///< Whether it will be set aside.
+        lastRole = chosenRole
     };
 
     /// What was chosen must outlive the list: paths.
@@ -46,6 +47,8 @@ class PhotoList final : public KeyedList<PhotoEntry> {
     void refresh() { tellChanged({chosenRole}); }
     [[nodiscard]] const std::vector<PhotoEntry>& entries() const { return items(); }
 
+    /// What stands in that row; of a photo without anything where there is none.
+    [[nodiscard]] QVariant read(int row, int role) const;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 

@@ -48,7 +48,7 @@ std::string hintOf(PhotoSection section) {
 PhotosDesk::PhotosDesk(const Ground& ground, CleaningDesk& cleaning, PreviewDesk& preview, std::string home,
                        QObject* parent)
     : QObject(parent), ground_(ground), cleaning_(cleaning), preview_(preview), home_(std::move(home)),
-      thumbnails_(Thumbnails::ofHome(ground.services.desk.home)), list_(chosen_, this) {
+      thumbnails_(Thumbnails::ofHome(ground.services.desk.home)), list_(chosen_, this), places_(list_, this) {
     constexpr std::chrono::milliseconds betweenLooks{250};
     ticker_.setInterval(betweenLooks);
     connect(&ticker_, &QTimer::timeout, this, &PhotosDesk::progressed);

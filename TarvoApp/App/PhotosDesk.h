@@ -3,6 +3,7 @@
 #include "TarvoApp/App/CleaningDesk.h"
 #include "TarvoApp/App/Ground.h"
 #include "TarvoApp/App/PhotoList.h"
+#include "TarvoApp/App/PhotoPlaces.h"
 #include "TarvoApp/App/PreviewDesk.h"
 #include "TarvoApp/App/Thumbnails.h"
 #include "TarvoModel/Photos/PhotoReading.h"
@@ -38,6 +39,7 @@ class PhotosDesk final : public QObject {
     /// True where the chapter proposes which photos stay.
     Q_PROPERTY(bool proposes READ proposes NOTIFY changed)
     Q_PROPERTY(tarvo::PhotoList* photos READ photos CONSTANT)
+    Q_PROPERTY(tarvo::PhotoPlaces* places READ places CONSTANT)
     Q_PROPERTY(bool hasChosen READ hasChosen NOTIFY chosenChanged)
     Q_PROPERTY(QString chosenText READ chosenText NOTIFY chosenChanged)
 
@@ -72,6 +74,7 @@ class PhotosDesk final : public QObject {
     [[nodiscard]] bool proposes() const;
     [[nodiscard]] const Thumbnails& thumbnails() const { return thumbnails_; }
     [[nodiscard]] PhotoList* photos() { return &list_; }
+    [[nodiscard]] PhotoPlaces* places() { return &places_; }
     [[nodiscard]] bool hasChosen() const { return !chosen_.empty(); }
     [[nodiscard]] QString chosenText() const;
 
@@ -102,6 +105,7 @@ class PhotosDesk final : public QObject {
     int chapter_ = 0;
     std::set<std::string> chosen_; ///< Paths.
     PhotoList list_;
+    PhotoPlaces places_;
     std::shared_ptr<Looking> looking_; ///< None while nothing goes on.
     QTimer ticker_;
 };

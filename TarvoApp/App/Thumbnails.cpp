@@ -7,7 +7,9 @@
 #include <QDir>
 #include <QIODevice>
 #include <QImageReader>
+#include <QLocale>
 #include <QTemporaryFile>
+#include <QtEndian>
 
 #include <algorithm>
 #include <array>
@@ -25,6 +27,10 @@ using lumo::platform::QuietFile;
 
 constexpr QLatin1String widthKey("Thumb::Image::Width");
 constexpr QLatin1String heightKey("Thumb::Image::Height");
+constexpr QLatin1String changedKey("Thumb::MTime");
+// Ours. Both are short enough not to be compressed.
+constexpr QLatin1String lookKey("X-Tarvo::Look");
+constexpr QLatin1String sharpnessKey("X-Tarvo::Sharpness");
 
 /// A file as Qt reads it, without looking opened afterwards.
 class QuietDevice final : public QIODevice {
@@ -83,11 +89,29 @@ QString onDisk(const std::string& path) {
 /// The cache's, when it is that of the file as it is now.
 QImage keptIn(const QString& file, const QString& changed) {
     QImage kept(file);
-    return kept.text(QStringLiteral("Thumb::MTime")) == changed ? kept : QImage();
+    return kept.text(changedKey) == changed ? kept : QImage();
 }
 
-void keep(QImage picture, const QString& folder, const QString& name, const std::string& path,
-          const QString& changed) {
+/// Where the cache has the small picture of a file, and when that file was changed.
+struct Place {
+    QString folder; ///< The cache's.
+    QString name;
+    QString changed;
+
+    [[nodiscard]] QString in(const char* size) const { return folder + '/' + size + '/' + name; }
+};
+
+/// Absent for what is not there, and for the cache itself.
+std::optional<Place> placeOf(const std::string& path, const std::string& folder) {
+    const auto status = lumo::platform::statusOfFile(path);
+    if (!status || path.starts_with(folder + "/")) {
+        return std::nullopt;
+    }
+    return Place{.folder = onDisk(folder), .name = Thumbnails::nameFor(path), .changed = secondsOf(*status)};
+}
+
+void keep(QImage picture, const Place& place, const std::string& path) {
+    const QString folder = place.folder + QStringLiteral("/large");
     const QFile::Permissions mine = QFile::ReadOwner | QFile::WriteOwner;
     if (!QDir().mkpath(folder)) {
         return;
@@ -95,7 +119,7 @@ void keep(QImage picture, const QString& folder, const QString& name, const std:
     // Nobody else may see what only the user can read.
     QFile::setPermissions(folder, mine | QFile::ExeOwner);
     picture.setText(QStringLiteral("Thumb::URI"), QString::fromLatin1(addressOf(path)));
-    picture.setText(QStringLiteral("Thumb::MTime"), changed);
+    picture.setText(changedKey, place.changed);
     picture.setText(QStringLiteral("Software"), QStringLiteral("Tarvo AI"));
     // Packing them as small as can be would take longer than all the rest, and so would waiting for the disk
     // each time: what a crash leaves behind is none that can be read, and is made again.
@@ -104,7 +128,7 @@ void keep(QImage picture, const QString& folder, const QString& name, const std:
     if (file.open() && picture.save(&file, "PNG", quickly) && file.flush()) {
         std::error_code failure;
         std::filesystem::rename(QFile::encodeName(file.fileName()).constData(),
-                                QFile::encodeName(folder + QLatin1Char('/') + name).constData(), failure);
+                                QFile::encodeName(place.in("large")).constData(), failure);
         file.setAutoRemove(static_cast<bool>(failure));
     }
 }
@@ -124,6 +148,74 @@ GrayPicture grayOf(const QImage& picture) {
     return points;
 }
 
+Look lookOf(const QImage& picture, const QSize& measures) {
+    const QImage small =
+        picture.scaled(hashedWidth, hashedHeight, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const QImage weighed =
+        picture.scaled(weighedSide, weighedSide, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    return Look{.hash = gradientHash(grayOf(small)),
+                .sharpness = sharpnessOf(grayOf(weighed)),
+                .width = measures.width(),
+                .height = measures.height()};
+}
+
+// In which way a look is made, for a later one to differ. The hash follows where there is one.
+constexpr QLatin1String lookKind("1");
+
+void tell(QImage& picture, const Look& look) {
+    picture.setText(widthKey, QString::number(look.width));
+    picture.setText(heightKey, QString::number(look.height));
+    picture.setText(lookKey,
+                    look.hash ? lookKind + ' ' + QString::number(*look.hash, 16) : QString(lookKind));
+    picture.setText(sharpnessKey, QString::number(look.sharpness, 'g', QLocale::FloatingPointShortest));
+}
+
+/// The text of that name in the beginning of a PNG picture; empty where it has none before its points. Qt
+/// reads it, too, but takes five times as long, since it makes ready to read the points.
+QByteArrayView textIn(QByteArrayView beginning, QLatin1String key) {
+    // Each part begins with its length and its kind, and ends with a sum.
+    constexpr qsizetype head = 8;
+    constexpr qsizetype tail = 4;
+    qsizetype at = head; // What all such files begin with is as long.
+    while (beginning.size() - at >= head) {
+        const QByteArrayView kind = beginning.sliced(at + 4, 4);
+        const auto length = qsizetype{qFromBigEndian<quint32>(beginning.data() + at)};
+        at += head;
+        if (kind == "IDAT" || length > beginning.size() - at) {
+            break;
+        }
+        const QByteArrayView text = beginning.sliced(at, length);
+        if (kind == "tEXt" && text.startsWith(key) && text.size() > key.size() && text[key.size()] == '\0') {
+            return text.sliced(key.size() + 1);
+        }
+        at += length + tail;
+    }
+    return {};
+}
+
+/// Absent where the small picture is another program's, or of the file as it was.
+std::optional<Look> lookIn(const Place& place) {
+    const auto file = QuietFile::open(QFile::encodeName(place.in("large")).toStdString());
+    std::array<char, 4096> bytes;
+    const std::size_t count = file ? file->read(0, bytes).value_or(0) : 0;
+    const QByteArrayView beginning(bytes.data(), static_cast<qsizetype>(count));
+    const QList<QByteArray> words = textIn(beginning, lookKey).toByteArray().split(' ');
+    if (words[0] != lookKind || words.size() > 2 ||
+        textIn(beginning, changedKey) != place.changed.toLatin1()) {
+        return std::nullopt;
+    }
+    bool isSharp = false;
+    bool isHash = true;
+    Look look{.hash = std::nullopt,
+              .sharpness = textIn(beginning, sharpnessKey).toDouble(&isSharp),
+              .width = textIn(beginning, widthKey).toInt(),
+              .height = textIn(beginning, heightKey).toInt()};
+    if (words.size() == 2) {
+        look.hash = words[1].toULongLong(&isHash, 16);
+    }
+    return look.width > 0 && look.height > 0 && isSharp && isHash ? std::optional(look) : std::nullopt;
+}
+
 } // namespace
 
 QImage pictureFrom(const std::string& path, QSize most, QSize* measures) {
@@ -141,30 +233,31 @@ QString Thumbnails::nameFor(const std::string& path) {
 }
 
 QImage Thumbnails::of(const std::string& path) const {
-    const auto status = lumo::platform::statusOfFile(path);
-    if (!status || path.starts_with(folder_ + "/")) {
+    const auto place = placeOf(path, folder_);
+    if (!place) {
         return {};
     }
-    const QString folder = onDisk(folder_);
-    const QString name = nameFor(path);
-    const QString changed = secondsOf(*status);
     // What is smaller would be too coarse to be compared, and what is larger takes longer to read.
     for (const char* const size : {"large", "x-large", "xx-large"}) {
-        if (QImage kept = keptIn(folder + '/' + size + '/' + name, changed); !kept.isNull()) {
+        if (QImage kept = keptIn(place->in(size), place->changed); !kept.isNull()) {
             return kept;
         }
     }
     QSize measures;
     QImage made = pictureFrom(path, {side, side}, &measures);
     if (!made.isNull()) {
-        made.setText(widthKey, QString::number(measures.width()));
-        made.setText(heightKey, QString::number(measures.height()));
-        keep(made, folder + QStringLiteral("/large"), name, path, changed);
+        tell(made, lookOf(made, measures));
+        keep(made, *place, path);
     }
     return made;
 }
 
 std::optional<Look> Thumbnails::lookAt(const std::string& path) const {
+    if (const auto place = placeOf(path, folder_)) {
+        if (const auto look = lookIn(*place)) {
+            return look;
+        }
+    }
     const QImage picture = of(path);
     if (picture.isNull()) {
         return std::nullopt;
@@ -178,14 +271,7 @@ std::optional<Look> Thumbnails::lookAt(const std::string& path) const {
             measures = size.isValid() ? size : measures;
         }
     }
-    const QImage small =
-        picture.scaled(hashedWidth, hashedHeight, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    const QImage weighed =
-        picture.scaled(weighedSide, weighedSide, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    return Look{.hash = gradientHash(grayOf(small)),
-                .sharpness = sharpnessOf(grayOf(weighed)),
-                .width = measures.width(),
-                .height = measures.height()};
+    return lookOf(picture, measures);
 }
 
 } // namespace tarvo

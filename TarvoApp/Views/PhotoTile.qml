@@ -5,7 +5,7 @@ import Tarvo
 Item {
     id: tile
 
-    required property int index
+    required property int photo
     required property string source
     required property string name
     required property string facts
@@ -59,6 +59,7 @@ Item {
                 anchors.centerIn: parent
                 color: Theme.secondaryText
                 height: 40
+                opacity: 0.45
                 shape: tile.isFilm ? "film" : "photos"
                 visible: picture.status !== Image.Ready || picture.implicitWidth <= 1
                 width: 40

@@ -132,71 +132,12 @@ SideWindow {
                         text: App.photos.hint
                         wrapMode: Text.WordWrap
                     }
-                    GridView {
-                        id: grid
-
-                        // Another chapter begins at its beginning.
-                        readonly property string title: App.photos.chapters[App.photos.chapter]?.title ?? ""
-                        readonly property int columns: Math.max(1, Math.floor((width - 12) / Math.round(176 * Theme.scale)))
-
-                        Accessible.name: title
-                        Accessible.role: Accessible.List
+                    PhotoGrid {
                         Layout.fillHeight: true
                         Layout.fillWidth: true
                         Layout.leftMargin: 12
                         Layout.topMargin: 6
-                        activeFocusOnTab: true
-                        boundsBehavior: Flickable.StopAtBounds
-                        cacheBuffer: cellHeight * 2
-                        cellHeight: Math.round(186 * Theme.scale)
-                        cellWidth: Math.floor((width - 12) / columns)
-                        clip: true
                         focus: true
-                        keyNavigationEnabled: true
-                        model: App.photos.photos
-                        reuseItems: true
-
-                        onTitleChanged: {
-                            currentIndex = 0;
-                            positionViewAtBeginning();
-                        }
-                        Keys.onPressed: event => {
-                            const page = columns * Math.max(1, Math.floor(height / cellHeight));
-                            const steps = new Map([[Qt.Key_Home, -count], [Qt.Key_End, count], [Qt.Key_PageUp, -page], [Qt.Key_PageDown, page]]);
-                            if (count === 0)
-                                return;
-                            if (event.key === Qt.Key_Space) {
-                                App.photos.toggle(currentIndex);
-                            } else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter) {
-                                App.photos.preview(currentIndex);
-                            } else if (steps.has(event.key)) {
-                                currentIndex = Math.max(0, Math.min(count - 1, currentIndex + steps.get(event.key)));
-                            } else {
-                                return;
-                            }
-                            event.accepted = true;
-                        }
-
-                        ScrollBar.vertical: ScrollBar {
-                            policy: grid.contentHeight > grid.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
-                            width: 8
-                        }
-                        delegate: PhotoTile {
-                            current: GridView.isCurrentItem && grid.activeFocus
-                            grouped: App.photos.proposes
-                            height: grid.cellHeight
-                            width: grid.cellWidth
-
-                            onPicked: {
-                                grid.forceActiveFocus(Qt.MouseFocusReason);
-                                grid.currentIndex = index;
-                            }
-                            onPreviewWanted: App.photos.preview(index)
-                            onToggled: {
-                                grid.currentIndex = index;
-                                App.photos.toggle(index);
-                            }
-                        }
                     }
                 }
             }

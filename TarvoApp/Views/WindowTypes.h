@@ -81,6 +81,12 @@ struct PhotoListInWindows {
     QML_ANONYMOUS
 };
 
+struct PhotoPlacesInWindows {
+    Q_GADGET
+    QML_FOREIGN(tarvo::PhotoPlaces)
+    QML_ANONYMOUS
+};
+
 struct MapModelInWindows {
     Q_GADGET
     QML_FOREIGN(tarvo::MapModel)

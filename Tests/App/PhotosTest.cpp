@@ -1,3 +1,4 @@
+#include "TarvoApp/App/PhotoPlaces.h"
 #include "TarvoApp/App/QtText.h"
 #include "TarvoApp/App/Thumbnails.h"
 #include "Tests/App/AppStory.h"
@@ -15,6 +16,7 @@
 
 using namespace tarvo;
 using namespace tarvo::testing;
+using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
@@ -52,7 +54,66 @@ QStringList titlesOf(const PhotosDesk& photos) {
     return titles;
 }
 
+std::vector<PhotoEntry> entries(int from, int to) {
+    std::vector<PhotoEntry> entries;
+    for (int number = from; number < to; ++number) {
+        PhotoEntry& entry = entries.emplace_back();
+        entry.id = "/p/" + std::to_string(number);
+        entry.photo.picture.path = entry.id;
+    }
+    return entries;
+}
+
+/// The numbers of the photos near what is seen, those without their pictures as -1.
+std::vector<int> shownIn(const PhotoPlaces& places) {
+    std::vector<int> photos;
+    for (int place = 0; place < places.rowCount(); ++place) {
+        const QModelIndex index = places.index(place);
+        const QString source = places.data(index, PhotoList::sourceRole).toString();
+        photos.push_back(source.isEmpty() ? -1 : places.data(index, PhotoPlaces::photoRole).toInt());
+    }
+    return photos;
+}
+
 } // namespace
+
+// What was dragged by with the bar, or turned page by page, was all made anew, and its pictures asked for.
+TEST(Photos, KeepTheirPlacesAndGetNoPicturesWhereTheyAreLeaptOver) {
+    AppStory story;
+    const std::set<std::string> chosen;
+    PhotoList list(chosen);
+    list.show(entries(0, 40));
+    PhotoPlaces places(list);
+    places.look(-1, 4, 2);
+    EXPECT_THAT(shownIn(places), ElementsAre(0, 1, 2, 3, 4, 5, -1, -1)) << "nothing is before the first";
+    int made = 0;
+    QObject::connect(&places, &QAbstractItemModel::rowsInserted, [&] { ++made; });
+    places.look(0, 4, 2);
+    EXPECT_THAT(shownIn(places), ElementsAre(0, 1, 2, 3, 4, 5, 6, 7));
+    places.look(5, 4, 2);
+    EXPECT_THAT(shownIn(places), ElementsAre(16, 17, 10, 11, 12, 13, 14, 15)) << "of one leap all is seen";
+    places.look(10, 4, 2);
+    places.look(9, 4, 2);
+    EXPECT_THAT(shownIn(places), Each(-1));
+    ASSERT_TRUE(story.waitUntil([&] { return shownIn(places).front() >= 0; }));
+    EXPECT_THAT(shownIn(places), ElementsAre(24, 25, 18, 19, 20, 21, 22, 23)) << "they have come to rest";
+    places.look(10, 4, 2);
+    EXPECT_THAT(shownIn(places), ElementsAre(24, 25, 26, 27, 20, 21, 22, 23))
+        << "the wheel waits for nothing";
+    EXPECT_EQ(made, 0);
+
+    places.setCurrent(99);
+    EXPECT_EQ(places.current(), 39);
+    places.setCurrent(20);
+    list.show(entries(1, 40));
+    EXPECT_EQ(places.current(), 19) << "it goes with its photo";
+    list.show(entries(1, 25));
+    ASSERT_TRUE(story.waitUntil([&] { return shownIn(places).front() < 0; }));
+    EXPECT_THAT(shownIn(places), ElementsAre(-1, -1, -1, -1, 20, 21, 22, 23));
+    list.show(entries(1, 19));
+    ASSERT_TRUE(story.waitUntil([&] { return places.current() == 17; })) << "the nearest that is left";
+    EXPECT_THAT(shownIn(places), Each(-1));
+}
 
 TEST(Thumbnails, SharesTheCacheOfTheDesktopAndLeavesNoTrace) {
     // The name that the standard gives as its example.
@@ -89,6 +150,37 @@ TEST(Thumbnails, SharesTheCacheOfTheDesktopAndLeavesNoTrace) {
     draw(3);
     EXPECT_NE(thumbnails.of(picture), other);
     EXPECT_TRUE(thumbnails.of(home.path("Pictures/none.png")).isNull());
+}
+
+// Whenever pictures were compared again, all their small pictures were decoded again.
+TEST(Thumbnails, KeepWhatTheirPicturesLookLike) {
+    const TempHome home;
+    save(home, "Pictures/a.png", drawn(1));
+    const std::string picture = home.path("Pictures/a.png");
+    const Thumbnails thumbnails(home.path("cache"));
+    const auto made = thumbnails.lookAt(picture);
+    ASSERT_TRUE(made && made->hash);
+    const QString kept = shown(home.path("cache/large/")) + Thumbnails::nameFor(picture);
+    const QImage whole(kept);
+    // What is written otherwise, or of another time, is nothing to go by.
+    for (const auto& [key, wrong] : {std::pair("X-Tarvo::Look", "2 1"),
+                                     {"X-Tarvo::Look", "1 g"},
+                                     {"X-Tarvo::Look", "1f 1"},
+                                     {"X-Tarvo::Look", ""},
+                                     {"X-Tarvo::Sharpness", "x"}}) {
+        QImage other = whole;
+        other.setText("X-Tarvo::Look", "1 1");
+        other.setText(key, wrong);
+        ASSERT_TRUE(other.save(kept));
+        EXPECT_EQ(thumbnails.lookAt(picture), made) << wrong;
+    }
+    ASSERT_TRUE(whole.save(kept));
+    std::filesystem::resize_file(bytesOf(kept), contentOf(bytesOf(kept)).find("IDAT") + 4);
+    EXPECT_EQ(thumbnails.lookAt(picture), made);
+    EXPECT_TRUE(contentOf(bytesOf(kept)).ends_with("IDAT")) << "it was made anew";
+    save(home, "Pictures/a.png", drawn(5));
+    home.setModified("Pictures/a.png", 1'600'000'000);
+    EXPECT_NE(thumbnails.lookAt(picture)->hash, made->hash) << "it is another picture now";
 }
 
 // A folder whose name is not UTF-8 was looked for under another one.

@@ -9,6 +9,8 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QFile>
+#include <QImage>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -54,6 +56,15 @@ void findNameless(QAccessibleInterface* item, std::vector<std::string>& kinds) {
     }
     for (int child = 0; child < item->childCount(); ++child) {
         findNameless(item->child(child), kinds);
+    }
+}
+
+void findPictures(QQuickItem& item, std::vector<QQuickItem*>& pictures) {
+    if (item.inherits("QQuickImage")) {
+        pictures.push_back(&item);
+    }
+    for (QQuickItem* const child : item.childItems()) {
+        findPictures(*child, pictures);
     }
 }
 
@@ -161,6 +172,53 @@ TEST_F(SideWindowsTest, EveryWindowOpensInBothLanguagesAndAppearancesAndClosesWi
         QTest::keyClick(&window, Qt::Key_Escape);
         EXPECT_FALSE(window.isVisible()) << static_cast<int>(side);
     }
+}
+
+// While pages were turned, each tile was made anew for each page, and one frame in eight was late.
+TEST_F(SideWindowsTest, PhotosAreReachedWithTheKeyboardInTheTilesThatAreThere) {
+    for (int number = 0; number < 80; ++number) {
+        QImage image(4, 3, QImage::Format_RGB32);
+        image.fill(QColor::fromHsv(number * 4, 200, 200));
+        story.home.folder("Pictures");
+        ASSERT_TRUE(image.save(
+            QFile::decodeName(story.home.path("Pictures/" + std::to_string(number) + ".png").c_str())));
+    }
+    QQuickWindow& window = open(Side::photos);
+    PhotosDesk& photos = *story.app().photos();
+    ASSERT_TRUE(
+        story.waitUntil([&] { return photos.busyText().isEmpty() && photos.photos()->count() == 80; }));
+    const auto all = [&] {
+        std::vector<QQuickItem*> pictures;
+        findPictures(*window.contentItem(), pictures);
+        return pictures;
+    };
+    const auto showing = [&] {
+        return std::ranges::count_if(all(), [](const QQuickItem* picture) {
+            return picture->isVisible() && !picture->property("source").toString().isEmpty() &&
+                   picture->implicitWidth() == 4;
+        });
+    };
+    const auto press = [&](Qt::Key key) {
+        QKeyEvent event(QEvent::KeyPress, key, {});
+        QCoreApplication::sendEvent(&window, &event);
+    };
+    ASSERT_TRUE(story.waitUntil([&] { return showing() > 8; }));
+    const std::vector<QQuickItem*> before = all();
+    for (const Qt::Key key : {Qt::Key_End, Qt::Key_Home, Qt::Key_PageDown, Qt::Key_PageDown, Qt::Key_End}) {
+        press(key);
+    }
+    EXPECT_EQ(showing(), 0);
+    EXPECT_EQ(photos.places()->current(), 79);
+    ASSERT_TRUE(story.waitUntil([&] { return showing() > 8; }));
+    EXPECT_EQ(all(), before);
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Left, Qt::Key_Up, Qt::Key_Down, Qt::Key_Space}) {
+        press(key);
+    }
+    EXPECT_EQ(photos.places()->current(), 78);
+    EXPECT_TRUE(photos.photos()->read(78, PhotoList::chosenRole).toBool());
+    std::vector<std::string> nameless;
+    findNameless(QAccessible::queryAccessibleInterface(&window), nameless);
+    EXPECT_THAT(nameless, IsEmpty());
 }
 
 TEST_F(SideWindowsTest, OneThingOfACleanupIsPutBackFromTheHistory) {
