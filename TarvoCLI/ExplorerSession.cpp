@@ -9,6 +9,7 @@
 #include "TarvoCLI/CommandDesk.h"
 #include "TarvoCLI/ExplorerLines.h"
 #include "TarvoCLI/Screen.h"
+#include "TarvoCLI/ScreenSafeties.h"
 #include "TarvoModel/Exploring/SettingAside.h"
 #include "TarvoModel/Exploring/WhatIsIt.h"
 
@@ -18,7 +19,6 @@
 #include <chrono>
 #include <functional>
 #include <future>
-#include <map>
 #include <optional>
 #include <stop_token>
 #include <utility>
@@ -54,7 +54,6 @@ class Session final {
         : explored_(explored), desk_(deskOf(invocation, "explore")), screen_(screen),
           explorer_(explored.tree) {
         view_.home = explored.isExport ? std::string() : invocation.home;
-        view_.safetyOf = [this](const NamedEntry& entry) { return safetyOf(entry); };
         if (explored_.olderThanDays) {
             showOlderThan(explored_.olderThanDays);
         }
@@ -63,8 +62,8 @@ class Session final {
         }
         const std::string root(explored_.tree->entry(NamedTree::root).name);
         if (lumo::isInside(root, desk_.home) || lumo::isInside(desk_.home, root) || root == "/") {
-            certain_ = std::async(std::launch::async,
-                                  [home = desk_.home] { return std::make_unique<CertainPlaces>(home); });
+            safeties_.emplace(explored_.tree, desk_.home);
+            view_.safetyOf = [this](const NamedEntry& entry) { return safeties_->of(entry); };
         }
         measuring_ = std::async(std::launch::async, [this, root] {
             return lumo::measureInto(*explored_.tree, root, NamedTree::root, &progress_, stop_.get_token());
@@ -79,7 +78,7 @@ class Session final {
         while (!hasEnough_ && !platform::wasInterrupted()) {
             takeResults();
             draw();
-            const Key key = screen_.key(isBare() ? patienceAtFirst : patience);
+            const Key key = screen_.key(isSoonMore() ? patienceAtFirst : patience);
             if (key.kind != Key::Kind::none) {
                 press(key);
             } else if (!platform::isTerminal(platform::Stream::input)) {
@@ -103,6 +102,9 @@ class Session final {
         view_.firstRow = scrolledTo(explorer_.cursor(), view_.firstRow, visibleRows(view_));
         view_.doing = doing();
         std::vector<ScreenLine> lines = overlay_ ? *overlay_ : explorerLines(explorer_, view_);
+        if (!overlay_ && safeties_ && safeties_->find(patienceAtFirst)) {
+            lines = explorerLines(explorer_, view_);
+        }
         if (question_) {
             // Below what it is about, so that both are seen.
             const std::vector<ScreenLine> asked = question_->lines(std::max<std::size_t>(view_.rows, 6) - 3);
@@ -124,19 +126,6 @@ class Session final {
         return std::nullopt;
     }
 
-    std::optional<lumo::Safety> safetyOf(const NamedEntry& entry) {
-        if (!known_) {
-            return std::nullopt;
-        }
-        const auto [found, isNew] = safeties_.try_emplace(entry.index);
-        if (isNew) {
-            const std::string path = explorer_.tree().pathOf(entry.index);
-            found->second =
-                onlyLookedAt(path, desk_.home) ? std::nullopt : known_->safetyOf(path, entry.sums.bytes);
-        }
-        return found->second;
-    }
-
     void say(std::string message, bool isProblem = false) {
         view_.message = std::move(message);
         view_.isProblem = isProblem;
@@ -147,10 +136,9 @@ class Session final {
     /// Nothing was found yet.
     [[nodiscard]] bool isBare() const { return measuring_.valid() && explorer_.rows().empty(); }
 
+    [[nodiscard]] bool isSoonMore() const { return isBare() || (safeties_ && safeties_->isFinding()); }
+
     void takeResults() {
-        if (isReady(certain_)) {
-            known_ = certain_.get();
-        }
         if (isReady(measuring_)) {
             view_.unreadableCount = measuring_.get();
             explorer_.refresh();
@@ -391,9 +379,15 @@ class Session final {
             }};
     }
 
-    void tell(const Told& told) {
-        safeties_.clear();
+    void showChanged() {
+        if (safeties_) {
+            safeties_->askAgain();
+        }
         explorer_.refresh();
+    }
+
+    void tell(const Told& told) {
+        showChanged();
         say(told.text, !told.isWhole);
     }
 
@@ -444,8 +438,7 @@ class Session final {
         begin(Words{"midiendo otra vez", "measuring anew"}.in(), [this, path] {
             measureAnew(*explored_.tree, path, stop_.get_token());
             return std::function<void()>([this, path] {
-                safeties_.clear();
-                explorer_.refresh();
+                showChanged();
                 if (const auto entry = explorer_.tree().entryAt(path)) {
                     explorer_.goTo(*entry);
                     explorer_.enter();
@@ -469,13 +462,11 @@ class Session final {
     bool hasEnough_ = false;
     std::size_t turn_ = 0;
     std::chrono::steady_clock::time_point nextRefresh_ = {};
-    std::unique_ptr<CertainPlaces> known_;
-    std::map<EntryIndex, std::optional<lumo::Safety>> safeties_;
+    std::optional<ScreenSafeties> safeties_; ///< None far from the home.
 
     // Last, so that what runs has ended before anything that it uses goes.
     std::stop_source stop_;
     platform::WalkProgress progress_;
-    std::future<std::unique_ptr<CertainPlaces>> certain_;
     std::future<std::int64_t> measuring_;
     std::optional<Work> work_;
 };

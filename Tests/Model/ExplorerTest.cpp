@@ -240,8 +240,10 @@ TEST(Explorer, KnowsWhatIsCertain) {
     const TempHome home;
     home.files({".npm/_cacache/x", "Documents/mine"}, 9000);
     const CertainPlaces certain(home.path());
-    EXPECT_EQ(certain.safetyOf(home.path(".npm/_cacache"), 9000), Safety::safe);
-    EXPECT_EQ(certain.safetyOf(home.path("Documents/mine"), 9000), Safety::keep);
+    EXPECT_THAT(certain.safetiesOf({{.path = home.path(".npm/_cacache"), .usage = {}},
+                                    {.path = home.path("Documents/mine"), .usage = {}}}),
+                UnorderedElementsAre(Pair(home.path(".npm/_cacache"), Safety::safe),
+                                     Pair(home.path("Documents/mine"), Safety::keep)));
     EXPECT_THAT(whatItIs(home.path(".npm/_cacache"), home.path(), platform::now()), Not(IsEmpty()));
 }
 
