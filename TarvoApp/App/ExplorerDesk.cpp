@@ -46,7 +46,7 @@ ExplorerDesk::ExplorerDesk(const Ground& ground, const TickedDesk& ticked, Scann
     leading_.setSingleShot(true);
     leading_.setInterval(beforeLeading);
     connect(&leading_, &QTimer::timeout, this, &ExplorerDesk::leadMap);
-    connect(&safeties_, &EntrySafeties::changed, &list_, &ExplorerList::refresh);
+    connect(&safeties_, &EntrySafeties::changed, &list_, &ExplorerList::tellSafeties);
     connect(&tree_, &HomeTree::changed, this, &ExplorerDesk::refresh);
     connect(&tree_, &HomeTree::replaced, this, &ExplorerDesk::takeTree);
     connect(&scanning, &ScanningDesk::touched, &tree_, &HomeTree::lookAgainAt);
@@ -362,7 +362,7 @@ void ExplorerDesk::toggleMark(int row) {
     if (hasRow(row)) {
         explorer_->moveTo(static_cast<std::size_t>(row));
         explorer_->toggleMark();
-        list_.refresh();
+        list_.tellMarks();
         emit changed();
     }
 }
@@ -370,7 +370,7 @@ void ExplorerDesk::toggleMark(int row) {
 void ExplorerDesk::clearMarks() {
     if (explorer_) {
         explorer_->clearMarks();
-        list_.refresh();
+        list_.tellMarks();
         emit changed();
     }
 }
