@@ -78,10 +78,12 @@ std::string thirdText(const NamedEntry& entry, ExplorerOrder order) {
 }
 
 /// The name with a sign of what it is, as `ls -F` has it; what is left out or unreadable says so.
-std::string nameText(const NamedEntry& entry) {
+std::string nameText(const Explorer& explorer, const NamedEntry& entry) {
     std::string name = lumo::printable(entry.name);
     name += entry.is(EntryTraits::folder) ? "/" : entry.is(EntryTraits::link) ? "@" : "";
-    const std::string note = entryNote(entry);
+    const std::string note = explorer.holdsNewer(entry.index)
+                                 ? Words{"y cosas más nuevas", "and newer things"}.in()
+                                 : entryNote(entry);
     if (!note.empty()) {
         name += "  (" + note + ")";
     }
@@ -118,7 +120,8 @@ ScreenLine rowLine(const Explorer& explorer, const NamedEntry& entry, const Expl
     if (view.columns >= narrow) {
         line.spans.push_back({padded(thirdText(entry, explorer.order()), thirdColumns) + "  ", Style::faint});
     }
-    line.spans.push_back({nameText(entry), entry.is(EntryTraits::folder) ? Style::strong : Style::plain});
+    line.spans.push_back(
+        {nameText(explorer, entry), entry.is(EntryTraits::folder) ? Style::strong : Style::plain});
     return line;
 }
 
@@ -127,35 +130,56 @@ ScreenLine headLine(const Explorer& explorer, const ExplorerView& view) {
     return {.spans = {{lumo::shortened(" Tarvo AI · " + path, view.columns)}}, .isReversed = true};
 }
 
-ScreenLine sumLine(const Explorer& explorer, const ExplorerView& view) {
+/// A part of the line below the head.
+struct Fact {
+    Span span;
+    int weight = 0; ///< The least goes first where there is no room for all.
+};
+
+std::vector<Fact> factsOf(const Explorer& explorer, const ExplorerView& view) {
     const NamedEntry folder = explorer.folder();
-    ScreenLine line;
-    line.spans.push_back({" " + lumo::ByteFormat::string(folder.sums.bytes), Style::faint});
+    std::vector<Fact> facts{{{lumo::ByteFormat::string(folder.sums.bytes), Style::faint}, 2}};
     if (const auto days = explorer.olderThanDays()) {
-        line.spans.push_back(
-            {" · " + ageText(*days) + ": " + lumo::ByteFormat::string(explorer.rowsBytes()), Style::strong});
+        facts.push_back(
+            {{ageText(*days) + ": " + lumo::ByteFormat::string(explorer.rowsBytes()), Style::strong}, 4});
     }
-    if (!explorer.olderThanDays() || view.columns >= narrow) {
-        line.spans.push_back({" · " + itemsText(folder.sums.items), Style::faint});
-    }
-    line.spans.push_back({" · " + orderText(explorer.order()), Style::faint});
+    facts.push_back({{itemsText(folder.sums.items), Style::faint}, 0});
+    facts.push_back({{orderText(explorer.order()), Style::faint}, 1});
     if (explorer.markCount() > 0) {
-        line.spans.push_back({" · " + Words{"{} marcados: {}", "{} marked: {}"}.with(
-                                          explorer.markCount(),
-                                          lumo::ByteFormat::string(explorer.freedWith(explorer.chosen()))),
-                              Style::strong});
+        facts.push_back(
+            {{Words{"{} marcados: {}", "{} marked: {}"}.with(
+                  explorer.markCount(), lumo::ByteFormat::string(explorer.freedWith(explorer.chosen()))),
+              Style::strong},
+             6});
     }
     if (!explorer.filter().empty() && !view.typedFilter) {
-        line.spans.push_back({" · /" + lumo::printable(explorer.filter()), Style::strong});
+        facts.push_back({{"/" + lumo::printable(explorer.filter()), Style::strong}, 3});
     }
     if (view.doing) {
-        line.spans.push_back({" · " + *view.doing, Style::review});
+        facts.push_back({{*view.doing, Style::review}, 5});
     } else if (view.unreadableCount > 0) {
-        line.spans.push_back({" · " + Words{"{} sin poder leer", "{} could not be read"}.with(
-                                          numberText(view.unreadableCount)),
-                              Style::problem});
+        facts.push_back(
+            {{Words{"{} sin poder leer", "{} could not be read"}.with(numberText(view.unreadableCount)),
+              Style::problem},
+             3});
     }
-    return line;
+    return facts;
+}
+
+ScreenLine sumLine(const Explorer& explorer, const ExplorerView& view) {
+    std::vector<Fact> facts = factsOf(explorer, view);
+    const auto lineOf = [&] {
+        ScreenLine line;
+        for (const Fact& fact : facts) {
+            line.spans.push_back({line.spans.empty() ? " " : " · ", Style::faint});
+            line.spans.push_back(fact.span);
+        }
+        return line;
+    };
+    while (facts.size() > 1 && lumo::columns(textOf(lineOf())) > view.columns) {
+        facts.erase(std::ranges::min_element(facts, {}, &Fact::weight));
+    }
+    return lineOf();
 }
 
 /// The lines of a paragraph, at least one.
@@ -202,7 +226,7 @@ ScreenLine plainLine(std::string text, Style style = Style::plain) {
 /// Why there are no rows.
 std::string noRowsText(const Explorer& explorer, const ExplorerView& view) {
     if (!explorer.filter().empty()) {
-        return Words{"  (ningún nombre así)", "  (no such name)"}.in();
+        return Words{"  (ningún nombre así aquí)", "  (no such name here)"}.in();
     }
     if (view.doing) {
         return Words{"  (todavía nada)", "  (nothing yet)"}.in();

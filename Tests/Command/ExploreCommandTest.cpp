@@ -237,6 +237,8 @@ TEST(ExploreTerminal, MayBePoorAndOfAnySizeAndIsToldNothingByNames) {
     shown += run.waitFor("an export can only be looked at");
     run.type("a");
     shown += run.waitFor("unchanged for 6 months: 90 MB");
+    run.type(" "); // How much was marked was cut for the sake of the order.
+    shown += run.waitFor("1 marked: 90 MB");
     run.type("aaa");
     run.resize(24, 12); // Where a message took more than a line, its middle was left out.
     run.type("d");
