@@ -322,7 +322,7 @@ std::vector<ScreenLine> asideQuestion(const AsideOffer& offer, const std::string
     const std::string what = offer.goingCount == 1 ? Words{"1 elemento", "1 item"}.in()
                                                    : Words{"{} elementos", "{} items"}.with(offer.goingCount);
     std::vector<ScreenLine> lines;
-    addItems(lines, offer.items, most > 2 ? most - 2 : 1, [&](const AsideOffer::Item& item) {
+    addItems(lines, offer.items, most > 3 ? most - 3 : 1, [&](const AsideOffer::Item& item) {
         ScreenLine line;
         line.spans = {
             {padded(lumo::ByteFormat::string(item.bytes), sizeColumns + 2) + "  "},
@@ -337,10 +337,18 @@ std::vector<ScreenLine> asideQuestion(const AsideOffer& offer, const std::string
                                     " Set aside for 7 days, then deleted; “u” puts it back."}
                                   .in(),
                               Style::faint));
+    lines.push_back(plainLine(Words{" Borrarlo libera {}; «tarvo vaciar» lo hace ya.",
+                                    " Deleting it frees {}; “tarvo empty” does it now."}
+                                  .with(lumo::ByteFormat::string(offer.freedBytes)),
+                              Style::faint));
     lines.push_back(plainLine(Words{" ¿Apartar {} ({})? [s/N]", " Set {} ({}) aside? [y/N]"}.with(
                                   what, lumo::ByteFormat::string(offer.bytes)),
                               Style::strong));
     return lines;
+}
+
+std::string emptyHint() {
+    return Words{"; «tarvo vaciar» lo borra ya", "; “tarvo empty” deletes it now"}.in();
 }
 
 std::vector<ScreenLine> undoQuestion(const std::vector<lumo::TrashedItem>& items, const std::string& home,
@@ -352,6 +360,11 @@ std::vector<ScreenLine> undoQuestion(const std::vector<lumo::TrashedItem>& items
     lines.push_back(
         plainLine(Words{" ¿Devolver esto a su sitio? [s/N]", " Put this back? [y/N]"}.in(), Style::strong));
     return lines;
+}
+
+std::string goneText(const std::string& path) {
+    return lumo::revealed(lumo::fileName(path)) + ": " +
+           Words{"ya no está ahí", "it is no longer there"}.in();
 }
 
 std::vector<ScreenLine> whatItIsLines(const std::string& path, const std::string& home,

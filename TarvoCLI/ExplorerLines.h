@@ -46,9 +46,14 @@ std::vector<ScreenLine> explorerHelp();
 /// most that many lines.
 std::vector<ScreenLine> asideQuestion(const AsideOffer& offer, const std::string& home, std::size_t most);
 
+/// What is said behind that something was set aside: it still takes its space.
+std::string emptyHint();
+
 /// The question before an undo.
 std::vector<ScreenLine> undoQuestion(const std::vector<lumo::TrashedItem>& items, const std::string& home,
                                      std::size_t most);
+
+std::string goneText(const std::string& path);
 
 /// What a thing is, in lines of at most that many columns.
 std::vector<ScreenLine> whatItIsLines(const std::string& path, const std::string& home,

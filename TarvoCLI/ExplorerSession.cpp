@@ -4,6 +4,7 @@
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "Platform/Environment.h"
+#include "Platform/Folder.h"
 #include "Platform/Terminal.h"
 #include "Platform/ToolCommand.h"
 #include "TarvoCLI/CommandDesk.h"
@@ -327,8 +328,12 @@ class Session final {
             return;
         }
         begin(Words{"pesando lo marcado", "weighing what is marked"}.in(), [this, paths] {
-            auto offer = std::make_shared<const AsideOffer>(asideOffer(paths, desk_));
-            return std::function<void()>([this, offer] { askToSetAside(offer); });
+            auto offer = std::make_shared<const AsideOffer>(asideOffer(paths, desk_, *explored_.tree));
+            dropMissing(*explored_.tree, paths);
+            return std::function<void()>([this, offer] {
+                explorer_.refresh();
+                askToSetAside(offer);
+            });
         });
     }
 
@@ -347,7 +352,7 @@ class Session final {
                                  if (told.isWhole) {
                                      explorer_.clearMarks();
                                  }
-                                 tell(told);
+                                 tell(told, told.isWhole ? emptyHint() : std::string());
                              });
                          });
                      }};
@@ -386,9 +391,9 @@ class Session final {
         explorer_.refresh();
     }
 
-    void tell(const Told& told) {
+    void tell(const Told& told, const std::string& hint = {}) {
         showChanged();
-        say(told.text, !told.isWhole);
+        say(told.text + hint, !told.isWhole);
     }
 
     void explain() {
@@ -396,6 +401,13 @@ class Session final {
         const std::string path = entry != nullptr ? explorer_.tree().pathOf(entry->index) : explorer_.path();
         const auto unread = unreadLine(entry != nullptr ? *entry : explorer_.folder());
         begin(Words{"mirando qué es", "looking what it is"}.in(), [this, path, unread] {
+            if (platform::isMissing(path)) {
+                dropMissing(*explored_.tree, {path});
+                return std::function<void()>([this, path] {
+                    explorer_.refresh();
+                    say(goneText(path), true);
+                });
+            }
             auto lines = whatItIs(path, desk_.home, desk_.now(), stop_.get_token());
             if (unread) {
                 lines.push_back(*unread);

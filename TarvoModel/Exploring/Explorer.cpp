@@ -276,9 +276,16 @@ std::string ageText(std::int64_t days, lumo::Language language) {
 }
 
 void dropMissing(NamedTree& tree, const std::vector<std::string>& paths) {
-    for (const std::string& path : paths) {
+    for (std::string path : paths) {
+        if (!lumo::platform::isMissing(path)) {
+            continue;
+        }
+        for (std::string around(lumo::parentOf(path)); lumo::platform::isMissing(around);
+             around = lumo::parentOf(path)) {
+            path = around; // With all that was around it.
+        }
         const auto entry = tree.entryAt(path);
-        if (entry && *entry != NamedTree::root && lumo::platform::isMissing(path)) {
+        if (entry && *entry != NamedTree::root) {
             tree.detach(*entry);
         }
     }

@@ -143,8 +143,9 @@ std::optional<std::int64_t> nextAge(std::optional<std::int64_t> days);
 std::string ageText(std::int64_t days, lumo::Language language = lumo::currentLanguage());
 
 /// After something changed on the disk. May be called on any thread; whoever explores the tree refreshes
-/// then. The first takes out of it what no longer stands at these paths. The second measures what stands at a
-/// path anew, or takes it out when it is gone; where the tree has no such folder nothing happens.
+/// then. The first takes out of it what no longer stands at these paths, with what is gone around it. The
+/// second measures what stands at a path anew, or takes it out when it is gone; where the tree has no such
+/// folder nothing happens.
 void dropMissing(lumo::NamedTree& tree, const std::vector<std::string>& paths);
 void measureAnew(lumo::NamedTree& tree, const std::string& path, const std::stop_token& stop = {});
 

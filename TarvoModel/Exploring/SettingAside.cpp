@@ -29,11 +29,11 @@ std::string sentence(const Cleaned& cleaned) {
             failed.push_back(&outcome);
         }
     }
-    if (cleaned.logProblem) {
-        return *cleaned.logProblem;
-    }
     if (!failed.empty()) {
         return failedText(failed.size(), failed.front()->message.value_or(failed.front()->title));
+    }
+    if (cleaned.logProblem) {
+        return *cleaned.logProblem;
     }
     if (!cleaned.leftOut.empty()) {
         return leftOutText(cleaned.leftOut.size(), cleaned.leftOut.front().title,
@@ -44,17 +44,22 @@ std::string sentence(const Cleaned& cleaned) {
 
 } // namespace
 
-AsideOffer asideOffer(const std::vector<std::string>& paths, const Desk& desk) {
+AsideOffer asideOffer(const std::vector<std::string>& paths, const Desk& desk, const lumo::NamedTree& tree) {
     AsideOffer offer{.request = {.report = nullptr, .chosen = paths}};
     const Plan plan = planned(offer.request, desk);
     offer.agreed = agreementTo(plan);
+    std::vector<lumo::EntryIndex> going;
     for (const lumo::PlanEntry& entry : plan.entries) {
         offer.items.push_back({pathOf(entry.action), entry.action.estimatedBytes, entry.skipReason});
         if (!entry.skipReason) {
             ++offer.goingCount;
             offer.bytes += entry.action.estimatedBytes;
+            if (const auto its = tree.entryAt(offer.items.back().path)) {
+                going.push_back(*its);
+            }
         }
     }
+    offer.freedBytes = std::min(offer.bytes, tree.freedWithout(going));
     std::ranges::sort(offer.items, {}, [](const AsideOffer::Item& item) {
         return std::tuple(item.reason.has_value(), -item.bytes, item.path);
     });

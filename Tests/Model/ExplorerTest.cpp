@@ -171,7 +171,7 @@ TEST(Explorer, ShowsTheNearestFolderWhenTheOneItIsInGoes) {
     pointAt(explorer, home.path("a/b/c/d"));
     explorer.toggleMark();
     fs::remove_all(home.path("a/b"));
-    dropMissing(*tree, {home.path("a/b"), home.path("a")});
+    dropMissing(*tree, {home.path("a/b/c/d"), home.path("a")});
     explorer.refresh();
     EXPECT_EQ(explorer.path(), home.path("a"));
     EXPECT_EQ(explorer.markCount(), 0U);
@@ -191,8 +191,8 @@ TEST(Explorer, SetsAsideWhatWasAgreedToThroughTheLogAndPutsItBack) {
     home.fileWith("Videos/folder/x", "inside");
     home.file("Videos/stays", 4000);
     const Desk desk = deskAt(home);
-    const AsideOffer offer =
-        asideOffer({home.path(odd), home.path("Videos/folder"), home.path("Videos/gone")}, desk);
+    const AsideOffer offer = asideOffer(
+        {home.path(odd), home.path("Videos/folder"), home.path("Videos/gone")}, desk, *treeOf(home));
     EXPECT_EQ(offer.goingCount, 2U);
     EXPECT_TRUE(offer.items.back().reason) << "what is gone is said to be";
     EXPECT_EQ(offer.items.front().path, home.path(odd));
@@ -222,14 +222,14 @@ TEST(Explorer, LeavesWhatIsProtectedOursKeptOrChangedSinceTheQuestion) {
                              ".config/google-chrome/Default/History", ".config",
                              // A main folder went whole, for good after 7 days.
                              "Downloads", "Papers/mine", "Papers"}) {
-        const AsideOffer offer = asideOffer({home.path(name)}, desk);
+        const AsideOffer offer = asideOffer({home.path(name)}, desk, *treeOf(home));
         EXPECT_EQ(offer.goingCount, 0U) << name;
         EXPECT_TRUE(offer.items.front().reason) << name;
     }
     EXPECT_TRUE(onlyLookedAt("/etc", home.path()) && onlyLookedAt(home.path(), home.path()));
     EXPECT_FALSE(onlyLookedAt(home.path("Work"), home.path()));
 
-    const AsideOffer offer = asideOffer({home.path("Downloads/b")}, desk);
+    const AsideOffer offer = asideOffer({home.path("Downloads/b")}, desk, *treeOf(home));
     home.file("Downloads/b", 90000);
     const Told told = setAside(offer, desk);
     EXPECT_FALSE(told.isWhole);
