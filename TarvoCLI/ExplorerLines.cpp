@@ -146,11 +146,7 @@ std::vector<Fact> factsOf(const Explorer& explorer, const ExplorerView& view) {
     facts.push_back({{itemsText(folder.sums.items), Style::faint}, 0});
     facts.push_back({{orderText(explorer.order()), Style::faint}, 1});
     if (explorer.markCount() > 0) {
-        facts.push_back(
-            {{Words{"{} marcados: {}", "{} marked: {}"}.with(
-                  explorer.markCount(), lumo::ByteFormat::string(explorer.freedWith(explorer.chosen()))),
-              Style::strong},
-             6});
+        facts.push_back({{markedText(explorer), Style::strong}, 6});
     }
     if (!explorer.filter().empty() && !view.typedFilter) {
         facts.push_back({{"/" + lumo::printable(explorer.filter()), Style::strong}, 3});

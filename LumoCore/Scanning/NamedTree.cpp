@@ -467,7 +467,7 @@ bool NamedTree::holds(EntryIndex index) const {
 
 bool NamedTree::isBelow(EntryIndex index, std::span<const EntryIndex> entries) const {
     for (; index != noEntry; index = node(index).parent) {
-        if (std::ranges::find(entries, index) != entries.end()) {
+        if (std::ranges::binary_search(entries, index)) {
             return true;
         }
     }
@@ -480,9 +480,11 @@ std::int64_t NamedTree::freedWithout(std::span<const EntryIndex> entries) const 
     for (const EntryIndex entry : entries) {
         freed += node(entry).bytes();
     }
+    std::vector<EntryIndex> ascending(entries.begin(), entries.end());
+    std::ranges::sort(ascending);
     std::vector<LinkedName> going;
     for (const LinkedName& name : linked_) {
-        if (isBelow(name.entry, entries)) {
+        if (isBelow(name.entry, ascending)) {
             going.push_back(name);
         }
     }

@@ -188,6 +188,7 @@ class NamedTree final {
     [[nodiscard]] EntrySums sumsBefore(EntryIndex top, std::uint32_t moment) const LUMO_REQUIRES(mutex_);
     [[nodiscard]] std::string path(EntryIndex index) const LUMO_REQUIRES(mutex_);
     [[nodiscard]] bool isHeld(EntryIndex index) const LUMO_REQUIRES(mutex_);
+    /// True when it is one of the entries, which ascend, or lies in one.
     [[nodiscard]] bool isBelow(EntryIndex index, std::span<const EntryIndex> entries) const
         LUMO_REQUIRES(mutex_);
     void tellUnreadable(EntryIndex index) LUMO_REQUIRES(mutex_);

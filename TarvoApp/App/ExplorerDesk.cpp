@@ -281,13 +281,7 @@ QString ExplorerDesk::ageText() const {
 }
 
 QString ExplorerDesk::markedText() const {
-    if (!explorer_ || explorer_->markCount() == 0) {
-        return {};
-    }
-    const std::string bytes = lumo::ByteFormat::string(explorer_->freedWith(explorer_->chosen()));
-    return shown(explorer_->markCount() == 1
-                     ? Words{"1 marcado: {}", "1 marked: {}"}.with(bytes)
-                     : Words{"{} marcados: {}", "{} marked: {}"}.with(explorer_->markCount(), bytes));
+    return explorer_ ? shown(tarvo::markedText(*explorer_)) : QString();
 }
 
 // Steps.

@@ -1,5 +1,6 @@
 #include "TarvoModel/Exploring/Explorer.h"
 
+#include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
@@ -140,6 +141,7 @@ void Explorer::refresh() {
 
 void Explorer::forgetGone() {
     std::erase_if(marked_, [&](EntryIndex entry) { return !tree_->holds(entry); });
+    markedBytes_.reset();
     if (tree_->holds(folder_)) {
         return;
     }
@@ -231,6 +233,17 @@ void Explorer::toggleMark() {
     if (entry != nullptr && !marked_.insert(entry->index).second) {
         marked_.erase(entry->index);
     }
+    markedBytes_.reset();
+}
+
+void Explorer::mark(EntryIndex entry) {
+    marked_.insert(entry);
+    markedBytes_.reset();
+}
+
+void Explorer::clearMarks() {
+    marked_.clear();
+    markedBytes_.reset();
 }
 
 std::vector<EntryIndex> Explorer::chosen() const {
@@ -251,8 +264,11 @@ std::vector<EntryIndex> Explorer::chosen() const {
     return outermost;
 }
 
-std::int64_t Explorer::freedWith(const std::vector<EntryIndex>& entries) const {
-    return tree_->freedWithout(entries);
+std::int64_t Explorer::markedBytes() const {
+    if (!markedBytes_) {
+        markedBytes_ = marked_.empty() ? 0 : tree_->freedWithout(chosen());
+    }
+    return *markedBytes_;
 }
 
 std::optional<std::int64_t> nextAge(std::optional<std::int64_t> days) {
@@ -273,6 +289,16 @@ std::string ageText(std::int64_t days, lumo::Language language) {
     default:
         return lumo::Words{"sin cambios en {} días", "unchanged for {} days"}.in(language, days);
     }
+}
+
+std::string markedText(const Explorer& explorer) {
+    if (explorer.markCount() == 0) {
+        return {};
+    }
+    const std::string bytes = lumo::ByteFormat::string(explorer.markedBytes());
+    return explorer.markCount() == 1
+               ? lumo::Words{"1 marcado: {}", "1 marked: {}"}.with(bytes)
+               : lumo::Words{"{} marcados: {}", "{} marked: {}"}.with(explorer.markCount(), bytes);
 }
 
 void dropMissing(NamedTree& tree, const std::vector<std::string>& paths) {

@@ -102,16 +102,17 @@ class Explorer final {
     // Marks, which stay when one goes elsewhere.
 
     void toggleMark(); ///< Of the entry under the cursor.
-    void mark(lumo::EntryIndex entry) { marked_.insert(entry); }
-    void clearMarks() { marked_.clear(); }
+    void mark(lumo::EntryIndex entry);
+    void clearMarks();
     [[nodiscard]] bool isMarked(lumo::EntryIndex entry) const { return marked_.contains(entry); }
     [[nodiscard]] std::size_t markCount() const { return marked_.size(); }
     [[nodiscard]] const std::set<lumo::EntryIndex>& marked() const { return marked_; }
     /// What is marked, or else what is under the cursor, and lies in nothing else that is: what an action is
     /// about. Its order is that of the marks' numbers.
     [[nodiscard]] std::vector<lumo::EntryIndex> chosen() const;
-    /// What goes from the disk with these (see `NamedTree::freedWithout`).
-    [[nodiscard]] std::int64_t freedWith(const std::vector<lumo::EntryIndex>& entries) const;
+    /// What goes from the disk with what is marked (see `NamedTree::freedWithout`), as it was at the latest
+    /// mark or refresh: in a home of many files with several names that takes a while to find out.
+    [[nodiscard]] std::int64_t markedBytes() const;
 
   private:
     void read();
@@ -134,6 +135,7 @@ class Explorer final {
     std::optional<std::int64_t> olderThanDays_;
     std::uint32_t changedBefore_ = 0; ///< In seconds since 1970, while there is such an age.
     std::set<lumo::EntryIndex> marked_;
+    mutable std::optional<std::int64_t> markedBytes_; ///< Absent until somebody asks.
 };
 
 /// The next age to choose: half a year, one year, two years, and then none again.
@@ -141,6 +143,9 @@ std::optional<std::int64_t> nextAge(std::optional<std::int64_t> days);
 
 /// "unchanged for 1 year".
 std::string ageText(std::int64_t days, lumo::Language language = lumo::currentLanguage());
+
+/// "2 marked: 3 GB", with what goes from the disk with them; empty for none.
+std::string markedText(const Explorer& explorer);
 
 /// After something changed on the disk. May be called on any thread; whoever explores the tree refreshes
 /// then. The first takes out of it what no longer stands at these paths, with what is gone around it. The
