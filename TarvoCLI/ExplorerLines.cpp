@@ -81,9 +81,8 @@ std::string thirdText(const NamedEntry& entry, ExplorerOrder order) {
 std::string nameText(const Explorer& explorer, const NamedEntry& entry) {
     std::string name = lumo::printable(entry.name);
     name += entry.is(EntryTraits::folder) ? "/" : entry.is(EntryTraits::link) ? "@" : "";
-    const std::string note = explorer.holdsNewer(entry.index)
-                                 ? Words{"y cosas más nuevas", "and newer things"}.in()
-                                 : entryNote(entry);
+    const std::string note =
+        explorer.holdsNewer(entry.index) ? Words{"y más nuevo", "and newer"}.in() : entryNote(entry);
     if (!note.empty()) {
         name += "  (" + note + ")";
     }
@@ -189,13 +188,12 @@ std::vector<std::string> wrapped(std::string_view text, std::size_t columns) {
     return lines;
 }
 
-/// What happened last, in as many lines as it takes: how much was freed may stand at its end.
-std::vector<ScreenLine> messageLines(const ExplorerView& view) {
+/// The text in as many lines as it takes: how much it is about may stand at its end.
+std::vector<ScreenLine> wrappedLines(std::string_view text, const ExplorerView& view, Style style) {
     constexpr std::size_t margin = 2;
-    const std::size_t width = view.columns > margin * 2 ? view.columns - margin : 0;
     std::vector<ScreenLine> lines;
-    for (const std::string& line : wrapped(view.message, width)) {
-        lines.push_back({.spans = {{" " + line, view.isProblem ? Style::problem : Style::strong}}});
+    for (const std::string& line : wrapped(text, view.columns > margin * 2 ? view.columns - margin : 0)) {
+        lines.push_back({.spans = {{" " + line, style}}});
     }
     return lines;
 }
@@ -205,7 +203,7 @@ std::vector<ScreenLine> footLines(const ExplorerView& view) {
         return {{.spans = {{" /" + lumo::printable(*view.typedFilter) + "_", Style::strong}}}};
     }
     if (!view.message.empty()) {
-        return messageLines(view);
+        return wrappedLines(view.message, view, view.isProblem ? Style::problem : Style::strong);
     }
     const Words keys = view.columns < narrow
                            ? Words{" ?: ayuda  d: apartar  i: qué es  q: salir",
@@ -314,32 +312,37 @@ std::vector<ScreenLine> explorerHelp() {
     return lines;
 }
 
-std::vector<ScreenLine> asideQuestion(const AsideOffer& offer, const std::string& home, std::size_t most) {
+std::vector<ScreenLine> asideQuestion(const AsideOffer& offer, const ExplorerView& view, std::size_t most) {
     const std::string what = offer.goingCount == 1 ? Words{"1 elemento", "1 item"}.in()
                                                    : Words{"{} elementos", "{} items"}.with(offer.goingCount);
+    std::vector<ScreenLine> asked =
+        wrappedLines(Words{"Se aparta 7 días y luego se borra; «u» lo devuelve a su sitio.",
+                           "Set aside for 7 days, then deleted; “u” puts it back."}
+                         .in(),
+                     view, Style::faint);
+    std::ranges::move(wrappedLines(Words{"Borrarlo libera {}; «tarvo vaciar» lo hace ya.",
+                                         "Deleting it frees {}; “tarvo empty” does it now."}
+                                       .with(lumo::ByteFormat::string(offer.freedBytes)),
+                                   view, Style::faint),
+                      std::back_inserter(asked));
+    std::ranges::move(wrappedLines(Words{"¿Apartar {} ({})? [s/N]", "Set {} ({}) aside? [y/N]"}.with(
+                                       what, lumo::ByteFormat::string(offer.bytes)),
+                                   view, Style::strong),
+                      std::back_inserter(asked));
     std::vector<ScreenLine> lines;
-    addItems(lines, offer.items, most > 3 ? most - 3 : 1, [&](const AsideOffer::Item& item) {
+    const std::size_t room = most > asked.size() ? most - asked.size() : 1;
+    addItems(lines, offer.items, room, [&](const AsideOffer::Item& item) {
         ScreenLine line;
-        line.spans = {
-            {padded(lumo::ByteFormat::string(item.bytes), sizeColumns + 2) + "  "},
-            {lumo::revealed(lumo::abbreviated(item.path, home)), item.reason ? Style::faint : Style::strong}};
+        line.spans = {{padded(lumo::ByteFormat::string(item.bytes), sizeColumns + 2) + "  "},
+                      {lumo::revealed(lumo::abbreviated(item.path, view.home)),
+                       item.reason ? Style::faint : Style::strong}};
         if (item.reason) {
             line.spans.push_back(
                 {Words{"  se queda: {}", "  stays: {}"}.with(lumo::printable(*item.reason)), Style::problem});
         }
         return line;
     });
-    lines.push_back(plainLine(Words{" Se aparta 7 días y luego se borra; «u» lo devuelve a su sitio.",
-                                    " Set aside for 7 days, then deleted; “u” puts it back."}
-                                  .in(),
-                              Style::faint));
-    lines.push_back(plainLine(Words{" Borrarlo libera {}; «tarvo vaciar» lo hace ya.",
-                                    " Deleting it frees {}; “tarvo empty” does it now."}
-                                  .with(lumo::ByteFormat::string(offer.freedBytes)),
-                              Style::faint));
-    lines.push_back(plainLine(Words{" ¿Apartar {} ({})? [s/N]", " Set {} ({}) aside? [y/N]"}.with(
-                                  what, lumo::ByteFormat::string(offer.bytes)),
-                              Style::strong));
+    std::ranges::move(asked, std::back_inserter(lines));
     return lines;
 }
 

@@ -44,7 +44,7 @@ std::vector<ScreenLine> explorerHelp();
 
 /// The question before anything is set aside; it names and weighs what goes and says why the rest stays. At
 /// most that many lines.
-std::vector<ScreenLine> asideQuestion(const AsideOffer& offer, const std::string& home, std::size_t most);
+std::vector<ScreenLine> asideQuestion(const AsideOffer& offer, const ExplorerView& view, std::size_t most);
 
 /// What is said behind that something was set aside: it still takes its space.
 std::string emptyHint();

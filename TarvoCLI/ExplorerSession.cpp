@@ -342,20 +342,19 @@ class Session final {
             const auto& first = offer->items.front();
             return say(lumo::revealed(lumo::fileName(first.path)) + ": " + first.reason.value_or(""), true);
         }
-        question_ =
-            Question{[this, offer](std::size_t most) { return asideQuestion(*offer, view_.home, most); },
-                     [this, offer] {
-                         begin(Words{"apartando", "setting aside"}.in(), [this, offer] {
-                             Told told = setAside(*offer, desk_, {.stop = stop_.get_token()});
-                             dropMissing(*explored_.tree, told.paths);
-                             return std::function<void()>([this, told] {
-                                 if (told.isWhole) {
-                                     explorer_.clearMarks();
-                                 }
-                                 tell(told, told.isWhole ? emptyHint() : std::string());
-                             });
-                         });
-                     }};
+        question_ = Question{[this, offer](std::size_t most) { return asideQuestion(*offer, view_, most); },
+                             [this, offer] {
+                                 begin(Words{"apartando", "setting aside"}.in(), [this, offer] {
+                                     Told told = setAside(*offer, desk_, {.stop = stop_.get_token()});
+                                     dropMissing(*explored_.tree, told.paths);
+                                     return std::function<void()>([this, told] {
+                                         if (told.isWhole) {
+                                             explorer_.clearMarks();
+                                         }
+                                         tell(told, told.isWhole ? emptyHint() : std::string());
+                                     });
+                                 });
+                             }};
     }
 
     void offerToUndo() {

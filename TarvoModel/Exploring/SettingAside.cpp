@@ -1,12 +1,14 @@
 #include "TarvoModel/Exploring/SettingAside.h"
 
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/CleanupExecutor.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <iterator>
 #include <tuple>
 
@@ -30,7 +32,14 @@ std::string sentence(const Cleaned& cleaned) {
         }
     }
     if (!failed.empty()) {
-        return failedText(failed.size(), failed.front()->message.value_or(failed.front()->title));
+        const std::string first = failed.front()->message.value_or(failed.front()->title);
+        const std::string text = failedText(failed.size(), first);
+        // Where an item goes is written down before; what recreates itself goes without that.
+        return first.ends_with(lumo::reasonText({ENOSPC}))
+                   ? text + Words{"; «tarvo limpiar» libera antes lo que se regenera solo",
+                                  "; “tarvo clean” first frees what recreates itself"}
+                                .in()
+                   : text;
     }
     if (cleaned.logProblem) {
         return *cleaned.logProblem;
