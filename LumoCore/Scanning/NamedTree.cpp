@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <cstring>
 #include <functional>
+#include <map>
 #include <tuple>
+#include <unordered_set>
 #include <utility>
 
 namespace lumo {
@@ -434,6 +436,26 @@ std::optional<EntryIndex> NamedTree::entryAt(std::string_view path) const {
     return found;
 }
 
+std::vector<EntryIndex> NamedTree::entriesAt(std::span<const std::string> paths) const {
+    std::map<std::string_view, std::unordered_set<std::string_view>> wanted;
+    for (const std::string& path : paths) {
+        const std::string_view around = parentOf(path);
+        wanted[around.empty() ? "/" : around].insert(fileName(path));
+    }
+    std::vector<EntryIndex> found;
+    for (const auto& [folder, names] : wanted) {
+        const std::optional<EntryIndex> around = entryAt(folder);
+        const platform::Locked locked(mutex_);
+        for (EntryIndex below = around ? node(*around).firstBelow : noEntry; below != noEntry;
+             below = node(below).next) {
+            if (names.contains(nameAt(node(below).name))) {
+                found.push_back(below);
+            }
+        }
+    }
+    return found;
+}
+
 std::string NamedTree::path(EntryIndex index) const {
     std::vector<std::string_view> names;
     for (EntryIndex at = index; at != noEntry; at = node(at).parent) {
@@ -451,6 +473,15 @@ std::string NamedTree::path(EntryIndex index) const {
 std::string NamedTree::pathOf(EntryIndex index) const {
     const platform::Locked locked(mutex_);
     return path(index);
+}
+
+std::vector<std::string> NamedTree::pathsOf(std::span<const EntryIndex> entries) const {
+    const platform::Locked locked(mutex_);
+    std::vector<std::string> paths;
+    for (const EntryIndex entry : entries) {
+        paths.push_back(path(entry));
+    }
+    return paths;
 }
 
 bool NamedTree::isHeld(EntryIndex index) const {

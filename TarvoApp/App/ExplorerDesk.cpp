@@ -70,31 +70,12 @@ void ExplorerDesk::setOpen(bool open) {
 
 void ExplorerDesk::takeTree() {
     toRead_.reset();
-    const std::unique_ptr<Explorer> before =
-        std::exchange(explorer_, std::make_unique<Explorer>(tree_.tree(), [this](const RowsWanted& wanted) {
-                          return readElsewhere(wanted);
-                      }));
     safeties_.take(tree_.tree());
-    if (before) {
-        explorer_->setOrder(before->order());
-        explorer_->setOlderThan(before->olderThanDays(), ground_.services.desk.now());
-        for (const EntryIndex entry : before->marked()) {
-            if (const auto same = tree_.tree()->entryAt(before->tree().pathOf(entry))) {
-                explorer_->mark(*same);
-            }
-        }
-        const std::string filter = before->filter();
-        const NamedEntry* const current = before->current();
-        const auto same =
-            current == nullptr ? std::nullopt : tree_.tree()->entryAt(before->tree().pathOf(current->index));
-        if (same && *same != NamedTree::root) {
-            explorer_->goTo(*same);
-        } else {
-            goTo(before->path());
-        }
-        if (!filter.empty()) {
-            explorer_->setFilter(filter);
-        }
+    if (explorer_) {
+        explorer_->goOnIn(tree_.tree());
+    } else {
+        explorer_ = std::make_unique<Explorer>(
+            tree_.tree(), [this](const RowsWanted& wanted) { return readElsewhere(wanted); });
     }
     show();
 }
@@ -428,9 +409,7 @@ void ExplorerDesk::setAside(int row) {
         ground_.activity.say(lumo::capitalized(*reason) + ".");
         return;
     }
-    std::vector<std::string> paths;
-    std::ranges::transform(entries, std::back_inserter(paths),
-                           [&](EntryIndex entry) { return explorer_->tree().pathOf(entry); });
+    const std::vector<std::string> paths = explorer_->tree().pathsOf(entries);
     if (paths.empty()) {
         return;
     }

@@ -142,16 +142,39 @@ void Explorer::refresh() {
 void Explorer::forgetGone() {
     std::erase_if(marked_, [&](EntryIndex entry) { return !tree_->holds(entry); });
     markedBytes_.reset();
-    if (tree_->holds(folder_)) {
-        return;
+    if (!tree_->holds(folder_)) {
+        show(folderNear(path_));
     }
-    std::string around = path_;
-    std::optional<EntryIndex> found;
+}
+
+EntryIndex Explorer::folderNear(const std::string& path) const {
+    std::string around = path;
+    std::optional<EntryIndex> found = tree_->entryAt(around);
     while (!found && !around.empty()) {
         around = lumo::parentOf(around);
         found = tree_->entryAt(around);
     }
-    show(found.value_or(NamedTree::root));
+    return found.value_or(NamedTree::root);
+}
+
+void Explorer::goOnIn(std::shared_ptr<NamedTree> tree) {
+    const std::vector<std::string> marked = tree_->pathsOf(std::vector(marked_.begin(), marked_.end()));
+    const NamedEntry* at = current();
+    const std::string cursorAt = at != nullptr ? tree_->pathOf(at->index) : std::string();
+    const std::string before = std::exchange(path_, {});
+    const std::string filter = filter_;
+    shown_ = {}; // Its names are the other tree's.
+    tree_ = std::move(tree);
+    const std::vector<EntryIndex> still = tree_->entriesAt(marked);
+    marked_ = {still.begin(), still.end()};
+    markedBytes_.reset();
+    show(folderNear(before));
+    if (path_ == before && !filter.empty()) {
+        setFilter(filter);
+    }
+    if (const auto same = tree_->entryAt(cursorAt); same && path_ == before) {
+        putCursorOn(*same);
+    }
 }
 
 void Explorer::putCursorOn(EntryIndex entry) {

@@ -79,6 +79,9 @@ class Explorer final {
     /// Reads anew what the tree has by now. The cursor stays on its entry, or at the top while it never left
     /// that. Of a folder that is gone the nearest one around it is shown.
     void refresh();
+    /// The same place was measured anew, in a tree of its own: goes on there, with order, filter, age and
+    /// marks, as far as it still has them. What `rows` gave before is no longer valid.
+    void goOnIn(std::shared_ptr<lumo::NamedTree> tree);
     /// Rows that were read elsewhere. Those that are not wanted any more are dropped.
     void take(RowsRead read);
     void moveBy(std::ptrdiff_t rows);
@@ -120,6 +123,8 @@ class Explorer final {
     void putCursorOn(lumo::EntryIndex entry);
     void putCursorAt(std::size_t row);
     void forgetGone();
+    /// The folder at the path, or the nearest one around it.
+    [[nodiscard]] lumo::EntryIndex folderNear(const std::string& path) const;
     void show(lumo::EntryIndex folder);
 
     std::shared_ptr<lumo::NamedTree> tree_;

@@ -182,6 +182,23 @@ TEST(Explorer, ShowsTheNearestFolderWhenTheOneItIsInGoes) {
     HardLinkRegistry registry;
     EXPECT_EQ(tree->entry(NamedTree::root).sums.bytes,
               FileTree::measure(home.path(), registry).allocatedBytes);
+    // Measured anew as a whole, in another tree: where one was, with the marks that are left.
+    home.files({"a/second", "a/third", "a/fourth"}, 9000);
+    explorer.goOnIn(treeOf(home));
+    for (int row = 0; row < 3; ++row) {
+        explorer.toggleMark();
+        explorer.moveBy(1);
+    }
+    explorer.setOrder(ExplorerOrder::name);
+    explorer.setFilter("d");
+    fs::remove(home.path("a/fourth"));
+    explorer.moveBy(1);
+    explorer.goOnIn(treeOf(home));
+    EXPECT_EQ(explorer.path(), home.path("a"));
+    EXPECT_THAT(namesOf(explorer), ElementsAre("second", "third"));
+    EXPECT_EQ(explorer.cursor(), 1U);
+    EXPECT_EQ(explorer.markCount(), 2U);
+    EXPECT_EQ(explorer.markedBytes(), explorer.tree().freedWithout(explorer.chosen()));
 }
 
 TEST(Explorer, SetsAsideWhatWasAgreedToThroughTheLogAndPutsItBack) {
