@@ -11,12 +11,11 @@
 #include "TarvoCLI/ExplorerLines.h"
 #include "TarvoCLI/Screen.h"
 #include "TarvoCLI/ScreenSafeties.h"
+#include "TarvoCLI/TreeMeasuring.h"
 #include "TarvoModel/Exploring/SettingAside.h"
 #include "TarvoModel/Exploring/WhatIsIt.h"
 
 #include <algorithm>
-#include <array>
-#include <atomic>
 #include <chrono>
 #include <functional>
 #include <future>
@@ -34,13 +33,9 @@ namespace platform = lumo::platform;
 
 namespace {
 
+constexpr Words measuringAnew{"midiendo otra vez", "measuring anew"};
 constexpr std::chrono::milliseconds patience{100};
 constexpr std::chrono::milliseconds patienceAtFirst{10}; // Until there is something to see.
-
-template <class Value>
-bool isReady(const std::future<Value>& value) {
-    return value.valid() && value.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
-}
 
 /// What goes on in the background: one thing at a time. When it is done, `then` is called on the thread that
 /// draws.
@@ -66,9 +61,7 @@ class Session final {
             safeties_.emplace(explored_.tree, desk_.home);
             view_.safetyOf = [this](const NamedEntry& entry) { return safeties_->of(entry); };
         }
-        measuring_ = std::async(std::launch::async, [this, root] {
-            return lumo::measureInto(*explored_.tree, root, NamedTree::root, &progress_, stop_.get_token());
-        });
+        measuring_.emplace(explored_.tree);
     }
 
     ~Session() { stop_.request_stop(); }
@@ -119,12 +112,7 @@ class Session final {
         if (work_) {
             return work_->doing;
         }
-        if (measuring_.valid()) {
-            constexpr std::array<const char*, 4> turns{"-", "\\", "|", "/"};
-            return Words{"midiendo {} {}", "measuring {} {}"}.with(
-                progress_.entries.load(std::memory_order_relaxed), turns[++turn_ % turns.size()]);
-        }
-        return std::nullopt;
+        return measuring_ ? std::optional(measuring_->text()) : std::nullopt;
     }
 
     void say(std::string message, bool isProblem = false) {
@@ -135,23 +123,24 @@ class Session final {
     // What the background brings.
 
     /// Nothing was found yet.
-    [[nodiscard]] bool isBare() const { return measuring_.valid() && explorer_.rows().empty(); }
+    [[nodiscard]] bool isBare() const { return measuring_ && explorer_.rows().empty(); }
 
     [[nodiscard]] bool isSoonMore() const { return isBare() || (safeties_ && safeties_->isFinding()); }
 
     void takeResults() {
-        if (isReady(measuring_)) {
-            view_.unreadableCount = measuring_.get();
+        if (measuring_ && measuring_->isOver()) {
+            view_.unreadableCount = measuring_->unreadableCount();
+            measuring_.reset();
             explorer_.refresh();
         }
-        if (work_ && isReady(work_->then)) {
+        if (work_ && work_->then.wait_for(std::chrono::seconds(0)) == std::future_status::ready) {
             const std::function<void()> then = work_->then.get();
             work_.reset();
             then();
         }
         // Reading a folder of very many entries takes a while: never longer than the time between.
         const auto now = std::chrono::steady_clock::now();
-        if (measuring_.valid() && now >= nextRefresh_) {
+        if (measuring_ && now >= nextRefresh_) {
             explorer_.refresh();
             const auto took = std::chrono::steady_clock::now() - now;
             nextRefresh_ = now + std::max<std::chrono::steady_clock::duration>(
@@ -261,14 +250,13 @@ class Session final {
             overlay_ = explorerHelp();
             return;
         case 'k':
-            return explorer_.moveBy(-1);
+            return step({Key::Kind::up});
         case 'j':
-            return explorer_.moveBy(1);
+            return step({Key::Kind::down});
         case 'l':
-            return goIn();
+            return step({Key::Kind::right});
         case 'h':
-            explorer_.leave();
-            return;
+            return step({Key::Kind::left});
         case '/':
             view_.typedFilter = explorer_.filter();
             return;
@@ -311,19 +299,11 @@ class Session final {
         }
     }
 
-    [[nodiscard]] std::vector<std::string> pathsOf(const std::vector<EntryIndex>& entries) const {
-        std::vector<std::string> paths;
-        for (const EntryIndex entry : entries) {
-            paths.push_back(explorer_.tree().pathOf(entry));
-        }
-        return paths;
-    }
-
     void offerToSetAside() {
         if (const auto reason = whyNotAside(explorer_, desk_.home)) {
             return say(*reason, true);
         }
-        const std::vector<std::string> paths = pathsOf(explorer_.chosen());
+        const std::vector<std::string> paths = explorer_.tree().pathsOf(explorer_.chosen());
         if (paths.empty()) {
             return;
         }
@@ -442,11 +422,9 @@ class Session final {
     void measureFolder() {
         const std::string path = explorer_.path();
         if (explorer_.isAtTop()) {
-            return say(
-                Words{"entra en una carpeta para medirla otra vez", "go into a folder to measure it anew"}
-                    .in());
+            return measureAll(path);
         }
-        begin(Words{"midiendo otra vez", "measuring anew"}.in(), [this, path] {
+        begin(measuringAnew.in(), [this, path] {
             measureAnew(*explored_.tree, path, stop_.get_token());
             return std::function<void()>([this, path] {
                 showChanged();
@@ -458,12 +436,31 @@ class Session final {
         });
     }
 
+    void measureAll(const std::string& path) {
+        if (measuring_) {
+            return say(Words{"espera: todavía se mide", "wait: it is still being measured"}.in(), true);
+        }
+        begin(measuringAnew.in(), [this, path] {
+            const auto tree = std::make_shared<NamedTree>(path);
+            const auto unreadable =
+                lumo::measureInto(*tree, path, NamedTree::root, nullptr, stop_.get_token());
+            return std::function<void()>([this, tree, unreadable] {
+                explored_.tree = tree;
+                view_.unreadableCount = unreadable;
+                explorer_.goOnIn(tree);
+                if (safeties_) {
+                    safeties_.emplace(tree, desk_.home);
+                }
+            });
+        });
+    }
+
     struct Question {
         std::function<std::vector<ScreenLine>(std::size_t most)> lines;
         std::function<void()> yes;
     };
 
-    const Explored& explored_;
+    Explored explored_;
     const Desk desk_;
     Screen& screen_;
     Explorer explorer_;
@@ -471,14 +468,12 @@ class Session final {
     std::optional<std::vector<ScreenLine>> overlay_; ///< Shown instead until a key is pressed.
     std::optional<Question> question_;
     bool hasEnough_ = false;
-    std::size_t turn_ = 0;
     std::chrono::steady_clock::time_point nextRefresh_ = {};
     std::optional<ScreenSafeties> safeties_; ///< None far from the home.
 
     // Last, so that what runs has ended before anything that it uses goes.
     std::stop_source stop_;
-    platform::WalkProgress progress_;
-    std::future<std::int64_t> measuring_;
+    std::optional<TreeMeasuring> measuring_;
     std::optional<Work> work_;
 };
 

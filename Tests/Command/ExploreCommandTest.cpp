@@ -145,6 +145,9 @@ TEST_F(ExploreCommand, SetsAsideWhatIsMarkedAndPutsItBackAndLeavesTheTerminalAsI
     fs::remove(home.path("Videos/large.mkv"));
     pane.type({"x", "i"});
     EXPECT_THAT(pane.waitFor("large.mkv: it is no longer there"), Not(HasSubstr("large.mkv\n")));
+    home.file("later", 1000000);
+    pane.type({"h", "r"}); // At the top one was sent into a folder instead.
+    pane.waitFor("later");
     pane.type({"q"});
     pane.waitFor("rc=0"); // What was typed says "rc=$?".
     expectAsBefore(pane, home);
