@@ -6,11 +6,12 @@
 #include <QTimer>
 
 #include <sys/resource.h>
-#include <time.h>
 
 #include <algorithm>
 #include <chrono>
+#include <ctime>
 #include <functional>
+#include <utility>
 
 namespace tarvo::bench {
 
@@ -30,6 +31,13 @@ inline void waitFor(std::chrono::milliseconds time) {
     waitFor([&] { return clock.elapsed() > time.count(); });
 }
 
+/// What the thread has had of the processor, in ms: other programs take nothing from that.
+inline double processorTime() {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+}
+
 /// The longest time for which the thread did not listen.
 class Beats {
   public:
@@ -40,27 +48,20 @@ class Beats {
         timer_.start(1);
     }
     [[nodiscard]] qint64 longest() const { return longest_; }
-    /// The most that the thread worked in one gap, in milliseconds of processor time: what is left of a gap
-    /// beside it, other threads had.
+    /// The most that the thread had of the processor between two beats, in ms: the rest of a gap it waited.
     [[nodiscard]] double longestWork() const { return longestWork_; }
 
   private:
-    static double threadMilliseconds() {
-        timespec used{};
-        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
-        return static_cast<double>(used.tv_sec) * 1e3 + static_cast<double>(used.tv_nsec) / 1e6;
-    }
     void beat() {
         longest_ = std::max(longest_, clock_.restart());
-        const double work = threadMilliseconds();
-        longestWork_ = std::max(longestWork_, work - work_);
-        work_ = work;
+        const double before = std::exchange(worked_, processorTime());
+        longestWork_ = std::max(longestWork_, worked_ - before);
     }
 
     QTimer timer_;
     QElapsedTimer clock_;
     qint64 longest_ = 0;
-    double work_ = threadMilliseconds();
+    double worked_ = processorTime();
     double longestWork_ = 0;
 };
 

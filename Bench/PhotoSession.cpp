@@ -15,7 +15,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <ctime>
 #include <fcntl.h>
 #include <filesystem>
 #include <string>
@@ -29,6 +28,7 @@ namespace {
 
 using namespace tarvo;
 using bench::Beats;
+using bench::processorTime;
 using bench::waitFor;
 
 constexpr double frameTime = 1000.0 / 60;
@@ -36,13 +36,6 @@ constexpr double frameTime = 1000.0 / 60;
 double medianOf(std::vector<double> values) {
     std::ranges::sort(values);
     return values.empty() ? 0 : values[values.size() / 2];
-}
-
-/// What the thread has had of the processor, in ms: other programs take nothing from that.
-double processorTime() {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
 }
 
 /// Steps of somebody who scrolls, one a sixtieth of a second as long as that suffices, and all that the

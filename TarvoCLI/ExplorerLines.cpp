@@ -78,10 +78,11 @@ std::string thirdText(const NamedEntry& entry, ExplorerOrder order) {
 }
 
 /// The name with a sign of what it is, as `ls -F` has it; what is left out or unreadable says so.
-std::string nameText(const NamedEntry& entry) {
+std::string nameText(const Explorer& explorer, const NamedEntry& entry) {
     std::string name = lumo::printable(entry.name);
     name += entry.is(EntryTraits::folder) ? "/" : entry.is(EntryTraits::link) ? "@" : "";
-    const std::string note = entryNote(entry);
+    const std::string note =
+        explorer.holdsNewer(entry.index) ? Words{"y más nuevo", "and newer"}.in() : entryNote(entry);
     if (!note.empty()) {
         name += "  (" + note + ")";
     }
@@ -118,7 +119,8 @@ ScreenLine rowLine(const Explorer& explorer, const NamedEntry& entry, const Expl
     if (view.columns >= narrow) {
         line.spans.push_back({padded(thirdText(entry, explorer.order()), thirdColumns) + "  ", Style::faint});
     }
-    line.spans.push_back({nameText(entry), entry.is(EntryTraits::folder) ? Style::strong : Style::plain});
+    line.spans.push_back(
+        {nameText(explorer, entry), entry.is(EntryTraits::folder) ? Style::strong : Style::plain});
     return line;
 }
 
@@ -127,35 +129,52 @@ ScreenLine headLine(const Explorer& explorer, const ExplorerView& view) {
     return {.spans = {{lumo::shortened(" Tarvo AI · " + path, view.columns)}}, .isReversed = true};
 }
 
-ScreenLine sumLine(const Explorer& explorer, const ExplorerView& view) {
+/// A part of the line below the head.
+struct Fact {
+    Span span;
+    int weight = 0; ///< The least goes first where there is no room for all.
+};
+
+std::vector<Fact> factsOf(const Explorer& explorer, const ExplorerView& view) {
     const NamedEntry folder = explorer.folder();
-    ScreenLine line;
-    line.spans.push_back({" " + lumo::ByteFormat::string(folder.sums.bytes), Style::faint});
+    std::vector<Fact> facts{{{lumo::ByteFormat::string(folder.sums.bytes), Style::faint}, 2}};
     if (const auto days = explorer.olderThanDays()) {
-        line.spans.push_back(
-            {" · " + ageText(*days) + ": " + lumo::ByteFormat::string(explorer.rowsBytes()), Style::strong});
+        facts.push_back(
+            {{ageText(*days) + ": " + lumo::ByteFormat::string(explorer.rowsBytes()), Style::strong}, 4});
     }
-    if (!explorer.olderThanDays() || view.columns >= narrow) {
-        line.spans.push_back({" · " + itemsText(folder.sums.items), Style::faint});
-    }
-    line.spans.push_back({" · " + orderText(explorer.order()), Style::faint});
+    facts.push_back({{itemsText(folder.sums.items), Style::faint}, 0});
+    facts.push_back({{orderText(explorer.order()), Style::faint}, 1});
     if (explorer.markCount() > 0) {
-        line.spans.push_back({" · " + Words{"{} marcados: {}", "{} marked: {}"}.with(
-                                          explorer.markCount(),
-                                          lumo::ByteFormat::string(explorer.freedWith(explorer.chosen()))),
-                              Style::strong});
+        facts.push_back({{markedText(explorer), Style::strong}, 6});
     }
     if (!explorer.filter().empty() && !view.typedFilter) {
-        line.spans.push_back({" · /" + lumo::printable(explorer.filter()), Style::strong});
+        facts.push_back({{"/" + lumo::printable(explorer.filter()), Style::strong}, 3});
     }
     if (view.doing) {
-        line.spans.push_back({" · " + *view.doing, Style::review});
+        facts.push_back({{*view.doing, Style::review}, 5});
     } else if (view.unreadableCount > 0) {
-        line.spans.push_back({" · " + Words{"{} sin poder leer", "{} could not be read"}.with(
-                                          numberText(view.unreadableCount)),
-                              Style::problem});
+        facts.push_back(
+            {{Words{"{} sin poder leer", "{} could not be read"}.with(numberText(view.unreadableCount)),
+              Style::problem},
+             3});
     }
-    return line;
+    return facts;
+}
+
+ScreenLine sumLine(const Explorer& explorer, const ExplorerView& view) {
+    std::vector<Fact> facts = factsOf(explorer, view);
+    const auto lineOf = [&] {
+        ScreenLine line;
+        for (const Fact& fact : facts) {
+            line.spans.push_back({line.spans.empty() ? " " : " · ", Style::faint});
+            line.spans.push_back(fact.span);
+        }
+        return line;
+    };
+    while (facts.size() > 1 && lumo::columns(textOf(lineOf())) > view.columns) {
+        facts.erase(std::ranges::min_element(facts, {}, &Fact::weight));
+    }
+    return lineOf();
 }
 
 /// The lines of a paragraph, at least one.
@@ -169,13 +188,12 @@ std::vector<std::string> wrapped(std::string_view text, std::size_t columns) {
     return lines;
 }
 
-/// What happened last, in as many lines as it takes: how much was freed may stand at its end.
-std::vector<ScreenLine> messageLines(const ExplorerView& view) {
+/// The text in as many lines as it takes: how much it is about may stand at its end.
+std::vector<ScreenLine> wrappedLines(std::string_view text, const ExplorerView& view, Style style) {
     constexpr std::size_t margin = 2;
-    const std::size_t width = view.columns > margin * 2 ? view.columns - margin : 0;
     std::vector<ScreenLine> lines;
-    for (const std::string& line : wrapped(view.message, width)) {
-        lines.push_back({.spans = {{" " + line, view.isProblem ? Style::problem : Style::strong}}});
+    for (const std::string& line : wrapped(text, view.columns > margin * 2 ? view.columns - margin : 0)) {
+        lines.push_back({.spans = {{" " + line, style}}});
     }
     return lines;
 }
@@ -185,7 +203,7 @@ std::vector<ScreenLine> footLines(const ExplorerView& view) {
         return {{.spans = {{" /" + lumo::printable(*view.typedFilter) + "_", Style::strong}}}};
     }
     if (!view.message.empty()) {
-        return messageLines(view);
+        return wrappedLines(view.message, view, view.isProblem ? Style::problem : Style::strong);
     }
     const Words keys = view.columns < narrow
                            ? Words{" ?: ayuda  d: apartar  i: qué es  q: salir",
@@ -202,7 +220,7 @@ ScreenLine plainLine(std::string text, Style style = Style::plain) {
 /// Why there are no rows.
 std::string noRowsText(const Explorer& explorer, const ExplorerView& view) {
     if (!explorer.filter().empty()) {
-        return Words{"  (ningún nombre así)", "  (no such name)"}.in();
+        return Words{"  (ningún nombre así aquí)", "  (no such name here)"}.in();
     }
     if (view.doing) {
         return Words{"  (todavía nada)", "  (nothing yet)"}.in();
@@ -294,29 +312,42 @@ std::vector<ScreenLine> explorerHelp() {
     return lines;
 }
 
-std::vector<ScreenLine> asideQuestion(const AsideOffer& offer, const std::string& home, std::size_t most) {
+std::vector<ScreenLine> asideQuestion(const AsideOffer& offer, const ExplorerView& view, std::size_t most) {
     const std::string what = offer.goingCount == 1 ? Words{"1 elemento", "1 item"}.in()
                                                    : Words{"{} elementos", "{} items"}.with(offer.goingCount);
+    std::vector<ScreenLine> asked =
+        wrappedLines(Words{"Se aparta 7 días y luego se borra; «u» lo devuelve a su sitio.",
+                           "Set aside for 7 days, then deleted; “u” puts it back."}
+                         .in(),
+                     view, Style::faint);
+    std::ranges::move(wrappedLines(Words{"Borrarlo libera {}; «tarvo vaciar» lo hace ya.",
+                                         "Deleting it frees {}; “tarvo empty” does it now."}
+                                       .with(lumo::ByteFormat::string(offer.freedBytes)),
+                                   view, Style::faint),
+                      std::back_inserter(asked));
+    std::ranges::move(wrappedLines(Words{"¿Apartar {} ({})? [s/N]", "Set {} ({}) aside? [y/N]"}.with(
+                                       what, lumo::ByteFormat::string(offer.bytes)),
+                                   view, Style::strong),
+                      std::back_inserter(asked));
     std::vector<ScreenLine> lines;
-    addItems(lines, offer.items, most > 2 ? most - 2 : 1, [&](const AsideOffer::Item& item) {
+    const std::size_t room = most > asked.size() ? most - asked.size() : 1;
+    addItems(lines, offer.items, room, [&](const AsideOffer::Item& item) {
         ScreenLine line;
-        line.spans = {
-            {padded(lumo::ByteFormat::string(item.bytes), sizeColumns + 2) + "  "},
-            {lumo::revealed(lumo::abbreviated(item.path, home)), item.reason ? Style::faint : Style::strong}};
+        line.spans = {{padded(lumo::ByteFormat::string(item.bytes), sizeColumns + 2) + "  "},
+                      {lumo::revealed(lumo::abbreviated(item.path, view.home)),
+                       item.reason ? Style::faint : Style::strong}};
         if (item.reason) {
             line.spans.push_back(
                 {Words{"  se queda: {}", "  stays: {}"}.with(lumo::printable(*item.reason)), Style::problem});
         }
         return line;
     });
-    lines.push_back(plainLine(Words{" Se aparta 7 días y luego se borra; «u» lo devuelve a su sitio.",
-                                    " Set aside for 7 days, then deleted; “u” puts it back."}
-                                  .in(),
-                              Style::faint));
-    lines.push_back(plainLine(Words{" ¿Apartar {} ({})? [s/N]", " Set {} ({}) aside? [y/N]"}.with(
-                                  what, lumo::ByteFormat::string(offer.bytes)),
-                              Style::strong));
+    std::ranges::move(asked, std::back_inserter(lines));
     return lines;
+}
+
+std::string emptyHint() {
+    return Words{"; «tarvo vaciar» lo borra ya", "; “tarvo empty” deletes it now"}.in();
 }
 
 std::vector<ScreenLine> undoQuestion(const std::vector<lumo::TrashedItem>& items, const std::string& home,
@@ -328,6 +359,11 @@ std::vector<ScreenLine> undoQuestion(const std::vector<lumo::TrashedItem>& items
     lines.push_back(
         plainLine(Words{" ¿Devolver esto a su sitio? [s/N]", " Put this back? [y/N]"}.in(), Style::strong));
     return lines;
+}
+
+std::string goneText(const std::string& path) {
+    return lumo::revealed(lumo::fileName(path)) + ": " +
+           Words{"ya no está ahí", "it is no longer there"}.in();
 }
 
 std::vector<ScreenLine> whatItIsLines(const std::string& path, const std::string& home,

@@ -44,11 +44,16 @@ std::vector<ScreenLine> explorerHelp();
 
 /// The question before anything is set aside; it names and weighs what goes and says why the rest stays. At
 /// most that many lines.
-std::vector<ScreenLine> asideQuestion(const AsideOffer& offer, const std::string& home, std::size_t most);
+std::vector<ScreenLine> asideQuestion(const AsideOffer& offer, const ExplorerView& view, std::size_t most);
+
+/// What is said behind that something was set aside: it still takes its space.
+std::string emptyHint();
 
 /// The question before an undo.
 std::vector<ScreenLine> undoQuestion(const std::vector<lumo::TrashedItem>& items, const std::string& home,
                                      std::size_t most);
+
+std::string goneText(const std::string& path);
 
 /// What a thing is, in lines of at most that many columns.
 std::vector<ScreenLine> whatItIsLines(const std::string& path, const std::string& home,

@@ -4,21 +4,21 @@
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "Platform/Environment.h"
+#include "Platform/Folder.h"
 #include "Platform/Terminal.h"
 #include "Platform/ToolCommand.h"
 #include "TarvoCLI/CommandDesk.h"
 #include "TarvoCLI/ExplorerLines.h"
 #include "TarvoCLI/Screen.h"
+#include "TarvoCLI/ScreenSafeties.h"
+#include "TarvoCLI/TreeMeasuring.h"
 #include "TarvoModel/Exploring/SettingAside.h"
 #include "TarvoModel/Exploring/WhatIsIt.h"
 
 #include <algorithm>
-#include <array>
-#include <atomic>
 #include <chrono>
 #include <functional>
 #include <future>
-#include <map>
 #include <optional>
 #include <stop_token>
 #include <utility>
@@ -33,13 +33,9 @@ namespace platform = lumo::platform;
 
 namespace {
 
+constexpr Words measuringAnew{"midiendo otra vez", "measuring anew"};
 constexpr std::chrono::milliseconds patience{100};
 constexpr std::chrono::milliseconds patienceAtFirst{10}; // Until there is something to see.
-
-template <class Value>
-bool isReady(const std::future<Value>& value) {
-    return value.valid() && value.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
-}
 
 /// What goes on in the background: one thing at a time. When it is done, `then` is called on the thread that
 /// draws.
@@ -54,7 +50,6 @@ class Session final {
         : explored_(explored), desk_(deskOf(invocation, "explore")), screen_(screen),
           explorer_(explored.tree) {
         view_.home = explored.isExport ? std::string() : invocation.home;
-        view_.safetyOf = [this](const NamedEntry& entry) { return safetyOf(entry); };
         if (explored_.olderThanDays) {
             showOlderThan(explored_.olderThanDays);
         }
@@ -63,12 +58,10 @@ class Session final {
         }
         const std::string root(explored_.tree->entry(NamedTree::root).name);
         if (lumo::isInside(root, desk_.home) || lumo::isInside(desk_.home, root) || root == "/") {
-            certain_ = std::async(std::launch::async,
-                                  [home = desk_.home] { return std::make_unique<CertainPlaces>(home); });
+            safeties_.emplace(explored_.tree, desk_.home);
+            view_.safetyOf = [this](const NamedEntry& entry) { return safeties_->of(entry); };
         }
-        measuring_ = std::async(std::launch::async, [this, root] {
-            return lumo::measureInto(*explored_.tree, root, NamedTree::root, &progress_, stop_.get_token());
-        });
+        measuring_.emplace(explored_.tree);
     }
 
     ~Session() { stop_.request_stop(); }
@@ -79,7 +72,7 @@ class Session final {
         while (!hasEnough_ && !platform::wasInterrupted()) {
             takeResults();
             draw();
-            const Key key = screen_.key(isBare() ? patienceAtFirst : patience);
+            const Key key = screen_.key(isSoonMore() ? patienceAtFirst : patience);
             if (key.kind != Key::Kind::none) {
                 press(key);
             } else if (!platform::isTerminal(platform::Stream::input)) {
@@ -103,6 +96,9 @@ class Session final {
         view_.firstRow = scrolledTo(explorer_.cursor(), view_.firstRow, visibleRows(view_));
         view_.doing = doing();
         std::vector<ScreenLine> lines = overlay_ ? *overlay_ : explorerLines(explorer_, view_);
+        if (!overlay_ && safeties_ && safeties_->find(patienceAtFirst)) {
+            lines = explorerLines(explorer_, view_);
+        }
         if (question_) {
             // Below what it is about, so that both are seen.
             const std::vector<ScreenLine> asked = question_->lines(std::max<std::size_t>(view_.rows, 6) - 3);
@@ -116,25 +112,7 @@ class Session final {
         if (work_) {
             return work_->doing;
         }
-        if (measuring_.valid()) {
-            constexpr std::array<const char*, 4> turns{"-", "\\", "|", "/"};
-            return Words{"midiendo {} {}", "measuring {} {}"}.with(
-                progress_.entries.load(std::memory_order_relaxed), turns[++turn_ % turns.size()]);
-        }
-        return std::nullopt;
-    }
-
-    std::optional<lumo::Safety> safetyOf(const NamedEntry& entry) {
-        if (!known_) {
-            return std::nullopt;
-        }
-        const auto [found, isNew] = safeties_.try_emplace(entry.index);
-        if (isNew) {
-            const std::string path = explorer_.tree().pathOf(entry.index);
-            found->second =
-                onlyLookedAt(path, desk_.home) ? std::nullopt : known_->safetyOf(path, entry.sums.bytes);
-        }
-        return found->second;
+        return measuring_ ? std::optional(measuring_->text()) : std::nullopt;
     }
 
     void say(std::string message, bool isProblem = false) {
@@ -145,24 +123,24 @@ class Session final {
     // What the background brings.
 
     /// Nothing was found yet.
-    [[nodiscard]] bool isBare() const { return measuring_.valid() && explorer_.rows().empty(); }
+    [[nodiscard]] bool isBare() const { return measuring_ && explorer_.rows().empty(); }
+
+    [[nodiscard]] bool isSoonMore() const { return isBare() || (safeties_ && safeties_->isFinding()); }
 
     void takeResults() {
-        if (isReady(certain_)) {
-            known_ = certain_.get();
-        }
-        if (isReady(measuring_)) {
-            view_.unreadableCount = measuring_.get();
+        if (measuring_ && measuring_->isOver()) {
+            view_.unreadableCount = measuring_->unreadableCount();
+            measuring_.reset();
             explorer_.refresh();
         }
-        if (work_ && isReady(work_->then)) {
+        if (work_ && work_->then.wait_for(std::chrono::seconds(0)) == std::future_status::ready) {
             const std::function<void()> then = work_->then.get();
             work_.reset();
             then();
         }
         // Reading a folder of very many entries takes a while: never longer than the time between.
         const auto now = std::chrono::steady_clock::now();
-        if (measuring_.valid() && now >= nextRefresh_) {
+        if (measuring_ && now >= nextRefresh_) {
             explorer_.refresh();
             const auto took = std::chrono::steady_clock::now() - now;
             nextRefresh_ = now + std::max<std::chrono::steady_clock::duration>(
@@ -272,14 +250,13 @@ class Session final {
             overlay_ = explorerHelp();
             return;
         case 'k':
-            return explorer_.moveBy(-1);
+            return step({Key::Kind::up});
         case 'j':
-            return explorer_.moveBy(1);
+            return step({Key::Kind::down});
         case 'l':
-            return goIn();
+            return step({Key::Kind::right});
         case 'h':
-            explorer_.leave();
-            return;
+            return step({Key::Kind::left});
         case '/':
             view_.typedFilter = explorer_.filter();
             return;
@@ -322,25 +299,21 @@ class Session final {
         }
     }
 
-    [[nodiscard]] std::vector<std::string> pathsOf(const std::vector<EntryIndex>& entries) const {
-        std::vector<std::string> paths;
-        for (const EntryIndex entry : entries) {
-            paths.push_back(explorer_.tree().pathOf(entry));
-        }
-        return paths;
-    }
-
     void offerToSetAside() {
         if (const auto reason = whyNotAside(explorer_, desk_.home)) {
             return say(*reason, true);
         }
-        const std::vector<std::string> paths = pathsOf(explorer_.chosen());
+        const std::vector<std::string> paths = explorer_.tree().pathsOf(explorer_.chosen());
         if (paths.empty()) {
             return;
         }
         begin(Words{"pesando lo marcado", "weighing what is marked"}.in(), [this, paths] {
-            auto offer = std::make_shared<const AsideOffer>(asideOffer(paths, desk_));
-            return std::function<void()>([this, offer] { askToSetAside(offer); });
+            auto offer = std::make_shared<const AsideOffer>(asideOffer(paths, desk_, *explored_.tree));
+            dropMissing(*explored_.tree, paths);
+            return std::function<void()>([this, offer] {
+                explorer_.refresh();
+                askToSetAside(offer);
+            });
         });
     }
 
@@ -349,20 +322,19 @@ class Session final {
             const auto& first = offer->items.front();
             return say(lumo::revealed(lumo::fileName(first.path)) + ": " + first.reason.value_or(""), true);
         }
-        question_ =
-            Question{[this, offer](std::size_t most) { return asideQuestion(*offer, view_.home, most); },
-                     [this, offer] {
-                         begin(Words{"apartando", "setting aside"}.in(), [this, offer] {
-                             Told told = setAside(*offer, desk_, {.stop = stop_.get_token()});
-                             dropMissing(*explored_.tree, told.paths);
-                             return std::function<void()>([this, told] {
-                                 if (told.isWhole) {
-                                     explorer_.clearMarks();
-                                 }
-                                 tell(told);
-                             });
-                         });
-                     }};
+        question_ = Question{[this, offer](std::size_t most) { return asideQuestion(*offer, view_, most); },
+                             [this, offer] {
+                                 begin(Words{"apartando", "setting aside"}.in(), [this, offer] {
+                                     Told told = setAside(*offer, desk_, {.stop = stop_.get_token()});
+                                     dropMissing(*explored_.tree, told.paths);
+                                     return std::function<void()>([this, told] {
+                                         if (told.isWhole) {
+                                             explorer_.clearMarks();
+                                         }
+                                         tell(told, told.isWhole ? emptyHint() : std::string());
+                                     });
+                                 });
+                             }};
     }
 
     void offerToUndo() {
@@ -391,10 +363,16 @@ class Session final {
             }};
     }
 
-    void tell(const Told& told) {
-        safeties_.clear();
+    void showChanged() {
+        if (safeties_) {
+            safeties_->askAgain();
+        }
         explorer_.refresh();
-        say(told.text, !told.isWhole);
+    }
+
+    void tell(const Told& told, const std::string& hint = {}) {
+        showChanged();
+        say(told.text + hint, !told.isWhole);
     }
 
     void explain() {
@@ -402,6 +380,13 @@ class Session final {
         const std::string path = entry != nullptr ? explorer_.tree().pathOf(entry->index) : explorer_.path();
         const auto unread = unreadLine(entry != nullptr ? *entry : explorer_.folder());
         begin(Words{"mirando qué es", "looking what it is"}.in(), [this, path, unread] {
+            if (platform::isMissing(path)) {
+                dropMissing(*explored_.tree, {path});
+                return std::function<void()>([this, path] {
+                    explorer_.refresh();
+                    say(goneText(path), true);
+                });
+            }
             auto lines = whatItIs(path, desk_.home, desk_.now(), stop_.get_token());
             if (unread) {
                 lines.push_back(*unread);
@@ -437,18 +422,34 @@ class Session final {
     void measureFolder() {
         const std::string path = explorer_.path();
         if (explorer_.isAtTop()) {
-            return say(
-                Words{"entra en una carpeta para medirla otra vez", "go into a folder to measure it anew"}
-                    .in());
+            return measureAll(path);
         }
-        begin(Words{"midiendo otra vez", "measuring anew"}.in(), [this, path] {
+        begin(measuringAnew.in(), [this, path] {
             measureAnew(*explored_.tree, path, stop_.get_token());
             return std::function<void()>([this, path] {
-                safeties_.clear();
-                explorer_.refresh();
+                showChanged();
                 if (const auto entry = explorer_.tree().entryAt(path)) {
                     explorer_.goTo(*entry);
                     explorer_.enter();
+                }
+            });
+        });
+    }
+
+    void measureAll(const std::string& path) {
+        if (measuring_) {
+            return say(Words{"espera: todavía se mide", "wait: it is still being measured"}.in(), true);
+        }
+        begin(measuringAnew.in(), [this, path] {
+            const auto tree = std::make_shared<NamedTree>(path);
+            const auto unreadable =
+                lumo::measureInto(*tree, path, NamedTree::root, nullptr, stop_.get_token());
+            return std::function<void()>([this, tree, unreadable] {
+                explored_.tree = tree;
+                view_.unreadableCount = unreadable;
+                explorer_.goOnIn(tree);
+                if (safeties_) {
+                    safeties_.emplace(tree, desk_.home);
                 }
             });
         });
@@ -459,7 +460,7 @@ class Session final {
         std::function<void()> yes;
     };
 
-    const Explored& explored_;
+    Explored explored_;
     const Desk desk_;
     Screen& screen_;
     Explorer explorer_;
@@ -467,16 +468,12 @@ class Session final {
     std::optional<std::vector<ScreenLine>> overlay_; ///< Shown instead until a key is pressed.
     std::optional<Question> question_;
     bool hasEnough_ = false;
-    std::size_t turn_ = 0;
     std::chrono::steady_clock::time_point nextRefresh_ = {};
-    std::unique_ptr<CertainPlaces> known_;
-    std::map<EntryIndex, std::optional<lumo::Safety>> safeties_;
+    std::optional<ScreenSafeties> safeties_; ///< None far from the home.
 
     // Last, so that what runs has ended before anything that it uses goes.
     std::stop_source stop_;
-    platform::WalkProgress progress_;
-    std::future<std::unique_ptr<CertainPlaces>> certain_;
-    std::future<std::int64_t> measuring_;
+    std::optional<TreeMeasuring> measuring_;
     std::optional<Work> work_;
 };
 

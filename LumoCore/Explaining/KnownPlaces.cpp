@@ -93,7 +93,12 @@ void KnownPlaces::divideCaches(const std::vector<Rule>& catalogue) {
 }
 
 std::optional<Explanation> KnownPlaces::explain(const FolderEvidence& evidence, Date now) const {
-    std::optional<Explanation> explanation = saying(evidence);
+    Seen seen;
+    return told(evidence, now, seen);
+}
+
+std::optional<Explanation> KnownPlaces::told(const FolderEvidence& evidence, Date now, Seen& seen) const {
+    std::optional<Explanation> explanation = saying(evidence, seen);
     if (explanation) {
         explanation->path = evidence.path;
         explanation->sizeBytes = evidence.usage.allocatedBytes;
@@ -106,6 +111,7 @@ std::map<std::string, Explanation> KnownPlaces::explainAll(const std::vector<Unc
                                                            Date now) const {
     const System system = places_.system();
     std::map<std::string, Explanation> explanations;
+    Seen seen;
     for (const UnclassifiedItem& item : items) {
         const std::string& home = places_.home();
         FolderEvidence evidence{.path = item.path,
@@ -116,14 +122,14 @@ std::map<std::string, Explanation> KnownPlaces::explainAll(const std::vector<Unc
                                 .fileTypes = {},
                                 .relatedApp =
                                     installed_.related(ownersName(item.path, home, system), system)};
-        if (auto explanation = explain(evidence, now)) {
+        if (auto explanation = told(evidence, now, seen)) {
             explanations.emplace(item.path, std::move(*explanation));
         }
     }
     return explanations;
 }
 
-std::optional<Explanation> KnownPlaces::saying(const FolderEvidence& evidence) const {
+std::optional<Explanation> KnownPlaces::saying(const FolderEvidence& evidence, Seen& seen) const {
     const std::string& path = evidence.path;
     const std::string& home = places_.home();
     if (path == home) {
@@ -142,7 +148,7 @@ std::optional<Explanation> KnownPlaces::saying(const FolderEvidence& evidence) c
     if (auto standard = PlaceTexts::ofStandardFolder(path, places_, language_)) {
         return standard;
     }
-    if (auto project = inProject(path)) {
+    if (auto project = inProject(path, seen)) {
         return project;
     }
     if (const auto target = platform::linkTarget(path)) {
@@ -186,8 +192,8 @@ std::optional<Explanation> KnownPlaces::ofRulesPlace(const FolderEvidence& evide
                : std::nullopt;
 }
 
-std::optional<Explanation> KnownPlaces::inProject(const std::string& path) const {
-    const auto project = Scanner::projectAbove(path, places_.home());
+std::optional<Explanation> KnownPlaces::inProject(const std::string& path, Seen& seen) const {
+    const auto project = Scanner::projectAbove(path, places_.home(), seen.folders);
     if (!project) {
         return std::nullopt;
     }
@@ -195,7 +201,12 @@ std::optional<Explanation> KnownPlaces::inProject(const std::string& path) const
     std::string folder = *project;
     for (const std::string_view step : components(std::string_view(path).substr(project->size()))) {
         folder = step.empty() ? folder : joined(folder, step);
-        if (platform::kindOf(folder) == EntryKind::folder && ProjectArtifacts::isArtifact(folder, *project)) {
+        const auto [known, isNew] = seen.artifacts.try_emplace(folder);
+        if (isNew) {
+            known->second = platform::kindOf(folder) == EntryKind::folder &&
+                            ProjectArtifacts::isArtifact(folder, *project);
+        }
+        if (known->second) {
             return PlaceTexts::ofArtifact(ProjectArtifacts::nameOf(folder, *project), name,
                                           extentOf(path, folder), language_);
         }

@@ -5,6 +5,7 @@
 #include "LumoCore/Inventories/Installers.h"
 #include "LumoCore/Rules/HomePlaces.h"
 #include "LumoCore/Scanning/ScanReport.h"
+#include "LumoCore/Scanning/Scanner.h"
 
 #include <map>
 #include <memory>
@@ -39,15 +40,22 @@ class KnownPlaces final {
         std::vector<std::string> paths;
     };
 
+    /// What folders were found to be, for all that is asked at once.
+    struct Seen {
+        Scanner::SeenFolders folders;
+        std::map<std::string, bool> artifacts; ///< By the path of the folder that may be one.
+    };
+
     void lookUp(std::vector<Rule> rules, Explanation::Source source);
     /// The rule that says what becomes of the place which that one found: of installers one finds all, and
     /// which of them were used is only known once somebody asks.
     [[nodiscard]] const Rule& ruleFor(const RulePlaces& found, const std::string& place) const;
     void divideCaches(const std::vector<Rule>& catalogue);
 
-    [[nodiscard]] std::optional<Explanation> saying(const FolderEvidence& evidence) const;
+    [[nodiscard]] std::optional<Explanation> told(const FolderEvidence& evidence, Date now, Seen& seen) const;
+    [[nodiscard]] std::optional<Explanation> saying(const FolderEvidence& evidence, Seen& seen) const;
     [[nodiscard]] std::optional<Explanation> ofRulesPlace(const FolderEvidence& evidence) const;
-    [[nodiscard]] std::optional<Explanation> inProject(const std::string& path) const;
+    [[nodiscard]] std::optional<Explanation> inProject(const std::string& path, Seen& seen) const;
     [[nodiscard]] std::optional<Explanation> aboveRules(const FolderEvidence& evidence) const;
     [[nodiscard]] std::optional<Explanation> inDividedCache(const std::string& path) const;
     [[nodiscard]] std::optional<Explanation> ofHidden(const FolderEvidence& evidence) const;

@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <cstring>
 #include <functional>
+#include <map>
 #include <tuple>
+#include <unordered_set>
 #include <utility>
 
 namespace lumo {
@@ -434,6 +436,26 @@ std::optional<EntryIndex> NamedTree::entryAt(std::string_view path) const {
     return found;
 }
 
+std::vector<EntryIndex> NamedTree::entriesAt(std::span<const std::string> paths) const {
+    std::map<std::string_view, std::unordered_set<std::string_view>> wanted;
+    for (const std::string& path : paths) {
+        const std::string_view around = parentOf(path);
+        wanted[around.empty() ? "/" : around].insert(fileName(path));
+    }
+    std::vector<EntryIndex> found;
+    for (const auto& [folder, names] : wanted) {
+        const std::optional<EntryIndex> around = entryAt(folder);
+        const platform::Locked locked(mutex_);
+        for (EntryIndex below = around ? node(*around).firstBelow : noEntry; below != noEntry;
+             below = node(below).next) {
+            if (names.contains(nameAt(node(below).name))) {
+                found.push_back(below);
+            }
+        }
+    }
+    return found;
+}
+
 std::string NamedTree::path(EntryIndex index) const {
     std::vector<std::string_view> names;
     for (EntryIndex at = index; at != noEntry; at = node(at).parent) {
@@ -453,6 +475,15 @@ std::string NamedTree::pathOf(EntryIndex index) const {
     return path(index);
 }
 
+std::vector<std::string> NamedTree::pathsOf(std::span<const EntryIndex> entries) const {
+    const platform::Locked locked(mutex_);
+    std::vector<std::string> paths;
+    for (const EntryIndex entry : entries) {
+        paths.push_back(path(entry));
+    }
+    return paths;
+}
+
 bool NamedTree::isHeld(EntryIndex index) const {
     while (index != root && index != noEntry) {
         index = node(index).parent;
@@ -467,7 +498,7 @@ bool NamedTree::holds(EntryIndex index) const {
 
 bool NamedTree::isBelow(EntryIndex index, std::span<const EntryIndex> entries) const {
     for (; index != noEntry; index = node(index).parent) {
-        if (std::ranges::find(entries, index) != entries.end()) {
+        if (std::ranges::binary_search(entries, index)) {
             return true;
         }
     }
@@ -480,9 +511,11 @@ std::int64_t NamedTree::freedWithout(std::span<const EntryIndex> entries) const 
     for (const EntryIndex entry : entries) {
         freed += node(entry).bytes();
     }
+    std::vector<EntryIndex> ascending(entries.begin(), entries.end());
+    std::ranges::sort(ascending);
     std::vector<LinkedName> going;
     for (const LinkedName& name : linked_) {
-        if (isBelow(name.entry, entries)) {
+        if (isBelow(name.entry, ascending)) {
             going.push_back(name);
         }
     }

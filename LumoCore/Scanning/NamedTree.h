@@ -146,7 +146,11 @@ class NamedTree final {
     [[nodiscard]] std::optional<EntryIndex> entryNamed(EntryIndex folder, std::string_view name) const;
     /// The entry at an absolute path; absent when the tree has none there.
     [[nodiscard]] std::optional<EntryIndex> entryAt(std::string_view path) const;
+    /// Those that the tree has at these absolute paths, in no order: each folder is looked through once,
+    /// however many of them are in it.
+    [[nodiscard]] std::vector<EntryIndex> entriesAt(std::span<const std::string> paths) const;
     [[nodiscard]] std::string pathOf(EntryIndex index) const;
+    [[nodiscard]] std::vector<std::string> pathsOf(std::span<const EntryIndex> entries) const;
     [[nodiscard]] bool holds(EntryIndex index) const; ///< It was not taken out.
     /// What goes from the disk when these entries go, none of which lies in another: files that keep a name
     /// elsewhere do not count.
@@ -188,6 +192,7 @@ class NamedTree final {
     [[nodiscard]] EntrySums sumsBefore(EntryIndex top, std::uint32_t moment) const LUMO_REQUIRES(mutex_);
     [[nodiscard]] std::string path(EntryIndex index) const LUMO_REQUIRES(mutex_);
     [[nodiscard]] bool isHeld(EntryIndex index) const LUMO_REQUIRES(mutex_);
+    /// True when it is one of the entries, which ascend, or lies in one.
     [[nodiscard]] bool isBelow(EntryIndex index, std::span<const EntryIndex> entries) const
         LUMO_REQUIRES(mutex_);
     void tellUnreadable(EntryIndex index) LUMO_REQUIRES(mutex_);

@@ -91,6 +91,18 @@ void leaveOutPrograms(std::vector<std::string>& folders, const std::string& home
     });
 }
 
+ProjectTrace traceIn(const std::string& folder, const std::string& home) {
+    const Look look = lookInto({folder}, {});
+    if (!look.isProject) {
+        return ProjectTrace::none;
+    }
+    std::vector<std::string> projects{folder};
+    if (!look.isRepository) {
+        leaveOutPrograms(projects, home, {});
+    }
+    return projects.empty() ? ProjectTrace::unpacked : ProjectTrace::project;
+}
+
 constexpr std::string_view agentProjectsInHome = ".minimax-agent/projects";
 
 /// True when projects are looked for in a folder of the home with that name.
@@ -179,7 +191,7 @@ std::vector<std::string> discoverProjects(const std::string& home, int maxDepth,
     return projects;
 }
 
-std::optional<std::string> projectAbove(const std::string& path, const std::string& home) {
+std::optional<std::string> projectAbove(const std::string& path, const std::string& home, SeenFolders& seen) {
     if (path.size() <= home.size() || !isInside(path, home)) {
         return std::nullopt;
     }
@@ -198,12 +210,12 @@ std::optional<std::string> projectAbove(const std::string& path, const std::stri
             platform::kindOf(folder) != EntryKind::folder) {
             return std::nullopt;
         }
-        if (const Look look = lookInto({folder}, {}); look.isProject) {
-            std::vector<std::string> projects{folder};
-            if (!look.isRepository) {
-                leaveOutPrograms(projects, home, {});
-            }
-            return projects.empty() ? std::nullopt : std::optional(folder);
+        const auto [known, isNew] = seen.try_emplace(folder);
+        if (isNew) {
+            known->second = traceIn(folder, home);
+        }
+        if (known->second != ProjectTrace::none) {
+            return known->second == ProjectTrace::project ? std::optional(folder) : std::nullopt;
         }
     }
     return std::nullopt;

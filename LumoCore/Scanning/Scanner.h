@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <functional>
+#include <map>
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -71,8 +72,16 @@ inline constexpr int projectDepth = 5;
 std::vector<std::string> discoverProjects(const std::string& home, int maxDepth,
                                           const std::stop_token& stop = {});
 
+/// What a look into a folder tells of it: it is such a project, or one that is only unpacked there.
+enum class ProjectTrace { none, project, unpacked };
+
+/// What was told of folders by their paths, for whoever asks about many paths in the same folders: a look
+/// into one of very many entries takes long.
+using SeenFolders = std::map<std::string, ProjectTrace>;
+
 /// The one of these projects that the path is or lies in, without a look at any other; absent when none.
-std::optional<std::string> projectAbove(const std::string& path, const std::string& home);
+/// Folders that were seen are not looked into again, and the others become so.
+std::optional<std::string> projectAbove(const std::string& path, const std::string& home, SeenFolders& seen);
 
 /// One project measured; absent when there is no folder at the path.
 std::optional<ProjectReport> measureProject(const std::string& path, const std::string& home,

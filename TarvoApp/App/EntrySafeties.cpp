@@ -40,6 +40,10 @@ void EntrySafeties::askAgain() {
 }
 
 void EntrySafeties::findNext() {
+    // One at a time: the other threads are for what somebody waits for.
+    if (isFinding_) {
+        return;
+    }
     std::map<std::string, EntryIndex> paths;
     std::vector<lumo::FolderContents::Item> items;
     while (!asked_.empty() && items.size() < DiskMap::mostEntries) {
@@ -53,18 +57,19 @@ void EntrySafeties::findNext() {
     if (items.empty()) {
         return;
     }
+    isFinding_ = true;
     ground_.background.start(
         [this, paths, items, tree = tree_, rows = ticked_.rows(),
          know = ground_.services.folders.know](const std::stop_token&) -> Background::Apply {
             return [this, paths, tree, known = DiskMap::knownEntries(items, rows, know)] {
-                if (tree != tree_) {
-                    return;
+                isFinding_ = false;
+                if (tree == tree_) {
+                    for (const auto& [path, index] : paths) {
+                        const auto found = known.find(path);
+                        known_[index] = found != known.end() ? found->second.safety : std::nullopt;
+                    }
+                    emit changed();
                 }
-                for (const auto& [path, index] : paths) {
-                    const auto found = known.find(path);
-                    known_[index] = found != known.end() ? found->second.safety : std::nullopt;
-                }
-                emit changed();
                 findNext(); // Of those that are left.
             };
         });

@@ -41,6 +41,7 @@ class EntrySafeties final : public QObject {
     std::shared_ptr<const lumo::NamedTree> tree_;
     std::map<lumo::EntryIndex, std::optional<lumo::Safety>> known_;
     std::vector<lumo::EntryIndex> asked_; ///< What is to be found out.
+    bool isFinding_ = false;
     QTimer asking_;
 };
 

@@ -46,7 +46,7 @@ ExplorerDesk::ExplorerDesk(const Ground& ground, const TickedDesk& ticked, Scann
     leading_.setSingleShot(true);
     leading_.setInterval(beforeLeading);
     connect(&leading_, &QTimer::timeout, this, &ExplorerDesk::leadMap);
-    connect(&safeties_, &EntrySafeties::changed, &list_, &ExplorerList::refresh);
+    connect(&safeties_, &EntrySafeties::changed, &list_, &ExplorerList::tellSafeties);
     connect(&tree_, &HomeTree::changed, this, &ExplorerDesk::refresh);
     connect(&tree_, &HomeTree::replaced, this, &ExplorerDesk::takeTree);
     connect(&scanning, &ScanningDesk::touched, &tree_, &HomeTree::lookAgainAt);
@@ -70,31 +70,12 @@ void ExplorerDesk::setOpen(bool open) {
 
 void ExplorerDesk::takeTree() {
     toRead_.reset();
-    const std::unique_ptr<Explorer> before =
-        std::exchange(explorer_, std::make_unique<Explorer>(tree_.tree(), [this](const RowsWanted& wanted) {
-                          return readElsewhere(wanted);
-                      }));
     safeties_.take(tree_.tree());
-    if (before) {
-        explorer_->setOrder(before->order());
-        explorer_->setOlderThan(before->olderThanDays(), ground_.services.desk.now());
-        for (const EntryIndex entry : before->marked()) {
-            if (const auto same = tree_.tree()->entryAt(before->tree().pathOf(entry))) {
-                explorer_->mark(*same);
-            }
-        }
-        const std::string filter = before->filter();
-        const NamedEntry* const current = before->current();
-        const auto same =
-            current == nullptr ? std::nullopt : tree_.tree()->entryAt(before->tree().pathOf(current->index));
-        if (same && *same != NamedTree::root) {
-            explorer_->goTo(*same);
-        } else {
-            goTo(before->path());
-        }
-        if (!filter.empty()) {
-            explorer_->setFilter(filter);
-        }
+    if (explorer_) {
+        explorer_->goOnIn(tree_.tree());
+    } else {
+        explorer_ = std::make_unique<Explorer>(
+            tree_.tree(), [this](const RowsWanted& wanted) { return readElsewhere(wanted); });
     }
     show();
 }
@@ -281,13 +262,7 @@ QString ExplorerDesk::ageText() const {
 }
 
 QString ExplorerDesk::markedText() const {
-    if (!explorer_ || explorer_->markCount() == 0) {
-        return {};
-    }
-    const std::string bytes = lumo::ByteFormat::string(explorer_->freedWith(explorer_->chosen()));
-    return shown(explorer_->markCount() == 1
-                     ? Words{"1 marcado: {}", "1 marked: {}"}.with(bytes)
-                     : Words{"{} marcados: {}", "{} marked: {}"}.with(explorer_->markCount(), bytes));
+    return explorer_ ? shown(tarvo::markedText(*explorer_)) : QString();
 }
 
 // Steps.
@@ -362,7 +337,7 @@ void ExplorerDesk::toggleMark(int row) {
     if (hasRow(row)) {
         explorer_->moveTo(static_cast<std::size_t>(row));
         explorer_->toggleMark();
-        list_.refresh();
+        list_.tellMarks();
         emit changed();
     }
 }
@@ -370,7 +345,7 @@ void ExplorerDesk::toggleMark(int row) {
 void ExplorerDesk::clearMarks() {
     if (explorer_) {
         explorer_->clearMarks();
-        list_.refresh();
+        list_.tellMarks();
         emit changed();
     }
 }
@@ -433,9 +408,7 @@ void ExplorerDesk::setAside(int row) {
         ground_.activity.say(lumo::capitalized(*reason) + ".");
         return;
     }
-    std::vector<std::string> paths;
-    std::ranges::transform(entries, std::back_inserter(paths),
-                           [&](EntryIndex entry) { return explorer_->tree().pathOf(entry); });
+    const std::vector<std::string> paths = explorer_->tree().pathsOf(entries);
     if (paths.empty()) {
         return;
     }

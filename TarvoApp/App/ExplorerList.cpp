@@ -45,7 +45,7 @@ void ExplorerList::show(const Explorer* explorer) {
         count_ = wanted;
         endRemoveRows();
     }
-    refresh();
+    tellChanged({});
     if (wanted > before) {
         beginInsertRows({}, before, wanted - 1);
         count_ = wanted;
@@ -56,9 +56,9 @@ void ExplorerList::show(const Explorer* explorer) {
     }
 }
 
-void ExplorerList::refresh() {
+void ExplorerList::tellChanged(const QList<int>& roles) {
     if (count_ > 0) {
-        emit dataChanged(index(0), index(count_ - 1));
+        emit dataChanged(index(0), index(count_ - 1), roles);
     }
 }
 

@@ -39,8 +39,9 @@ class ExplorerList final : public QAbstractListModel {
     /// Shows the rows of that explorer as they are now; it must outlive this or be replaced before. Null
     /// shows none.
     void show(const Explorer* explorer);
-    /// The rows are the same, but read otherwise.
-    void refresh();
+    /// The rows are the same, but there is something else to say of what is certain of them, or of the marks.
+    void tellSafeties() { tellChanged({groupRole, wordRole}); }
+    void tellMarks() { tellChanged({markedRole}); }
 
     [[nodiscard]] int count() const { return count_; }
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
@@ -51,6 +52,9 @@ class ExplorerList final : public QAbstractListModel {
     void countChanged();
 
   private:
+    /// In these roles; in all of them when empty.
+    void tellChanged(const QList<int>& roles);
+
     SafetyOf safetyOf_;
     const Explorer* explorer_ = nullptr;
     int count_ = 0; ///< As the views know it.

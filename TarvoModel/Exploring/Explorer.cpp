@@ -1,5 +1,6 @@
 #include "TarvoModel/Exploring/Explorer.h"
 
+#include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
@@ -140,16 +141,40 @@ void Explorer::refresh() {
 
 void Explorer::forgetGone() {
     std::erase_if(marked_, [&](EntryIndex entry) { return !tree_->holds(entry); });
-    if (tree_->holds(folder_)) {
-        return;
+    markedBytes_.reset();
+    if (!tree_->holds(folder_)) {
+        show(folderNear(path_));
     }
-    std::string around = path_;
-    std::optional<EntryIndex> found;
+}
+
+EntryIndex Explorer::folderNear(const std::string& path) const {
+    std::string around = path;
+    std::optional<EntryIndex> found = tree_->entryAt(around);
     while (!found && !around.empty()) {
         around = lumo::parentOf(around);
         found = tree_->entryAt(around);
     }
-    show(found.value_or(NamedTree::root));
+    return found.value_or(NamedTree::root);
+}
+
+void Explorer::goOnIn(std::shared_ptr<NamedTree> tree) {
+    const std::vector<std::string> marked = tree_->pathsOf(std::vector(marked_.begin(), marked_.end()));
+    const NamedEntry* at = current();
+    const std::string cursorAt = at != nullptr ? tree_->pathOf(at->index) : std::string();
+    const std::string before = std::exchange(path_, {});
+    const std::string filter = filter_;
+    shown_ = {}; // Its names are the other tree's.
+    tree_ = std::move(tree);
+    const std::vector<EntryIndex> still = tree_->entriesAt(marked);
+    marked_ = {still.begin(), still.end()};
+    markedBytes_.reset();
+    show(folderNear(before));
+    if (path_ == before && !filter.empty()) {
+        setFilter(filter);
+    }
+    if (const auto same = tree_->entryAt(cursorAt); same && path_ == before) {
+        putCursorOn(*same);
+    }
 }
 
 void Explorer::putCursorOn(EntryIndex entry) {
@@ -231,6 +256,17 @@ void Explorer::toggleMark() {
     if (entry != nullptr && !marked_.insert(entry->index).second) {
         marked_.erase(entry->index);
     }
+    markedBytes_.reset();
+}
+
+void Explorer::mark(EntryIndex entry) {
+    marked_.insert(entry);
+    markedBytes_.reset();
+}
+
+void Explorer::clearMarks() {
+    marked_.clear();
+    markedBytes_.reset();
 }
 
 std::vector<EntryIndex> Explorer::chosen() const {
@@ -251,8 +287,11 @@ std::vector<EntryIndex> Explorer::chosen() const {
     return outermost;
 }
 
-std::int64_t Explorer::freedWith(const std::vector<EntryIndex>& entries) const {
-    return tree_->freedWithout(entries);
+std::int64_t Explorer::markedBytes() const {
+    if (!markedBytes_) {
+        markedBytes_ = marked_.empty() ? 0 : tree_->freedWithout(chosen());
+    }
+    return *markedBytes_;
 }
 
 std::optional<std::int64_t> nextAge(std::optional<std::int64_t> days) {
@@ -275,10 +314,27 @@ std::string ageText(std::int64_t days, lumo::Language language) {
     }
 }
 
+std::string markedText(const Explorer& explorer) {
+    if (explorer.markCount() == 0) {
+        return {};
+    }
+    const std::string bytes = lumo::ByteFormat::string(explorer.markedBytes());
+    return explorer.markCount() == 1
+               ? lumo::Words{"1 marcado: {}", "1 marked: {}"}.with(bytes)
+               : lumo::Words{"{} marcados: {}", "{} marked: {}"}.with(explorer.markCount(), bytes);
+}
+
 void dropMissing(NamedTree& tree, const std::vector<std::string>& paths) {
-    for (const std::string& path : paths) {
+    for (std::string path : paths) {
+        if (!lumo::platform::isMissing(path)) {
+            continue;
+        }
+        for (std::string around(lumo::parentOf(path)); lumo::platform::isMissing(around);
+             around = lumo::parentOf(path)) {
+            path = around; // With all that was around it.
+        }
         const auto entry = tree.entryAt(path);
-        if (entry && *entry != NamedTree::root && lumo::platform::isMissing(path)) {
+        if (entry && *entry != NamedTree::root) {
             tree.detach(*entry);
         }
     }

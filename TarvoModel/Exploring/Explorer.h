@@ -79,6 +79,9 @@ class Explorer final {
     /// Reads anew what the tree has by now. The cursor stays on its entry, or at the top while it never left
     /// that. Of a folder that is gone the nearest one around it is shown.
     void refresh();
+    /// The same place was measured anew, in a tree of its own: goes on there, with order, filter, age and
+    /// marks, as far as it still has them. What `rows` gave before is no longer valid.
+    void goOnIn(std::shared_ptr<lumo::NamedTree> tree);
     /// Rows that were read elsewhere. Those that are not wanted any more are dropped.
     void take(RowsRead read);
     void moveBy(std::ptrdiff_t rows);
@@ -102,16 +105,17 @@ class Explorer final {
     // Marks, which stay when one goes elsewhere.
 
     void toggleMark(); ///< Of the entry under the cursor.
-    void mark(lumo::EntryIndex entry) { marked_.insert(entry); }
-    void clearMarks() { marked_.clear(); }
+    void mark(lumo::EntryIndex entry);
+    void clearMarks();
     [[nodiscard]] bool isMarked(lumo::EntryIndex entry) const { return marked_.contains(entry); }
     [[nodiscard]] std::size_t markCount() const { return marked_.size(); }
     [[nodiscard]] const std::set<lumo::EntryIndex>& marked() const { return marked_; }
     /// What is marked, or else what is under the cursor, and lies in nothing else that is: what an action is
     /// about. Its order is that of the marks' numbers.
     [[nodiscard]] std::vector<lumo::EntryIndex> chosen() const;
-    /// What goes from the disk with these (see `NamedTree::freedWithout`).
-    [[nodiscard]] std::int64_t freedWith(const std::vector<lumo::EntryIndex>& entries) const;
+    /// What goes from the disk with what is marked (see `NamedTree::freedWithout`), as it was at the latest
+    /// mark or refresh: in a home of many files with several names that takes a while to find out.
+    [[nodiscard]] std::int64_t markedBytes() const;
 
   private:
     void read();
@@ -119,6 +123,8 @@ class Explorer final {
     void putCursorOn(lumo::EntryIndex entry);
     void putCursorAt(std::size_t row);
     void forgetGone();
+    /// The folder at the path, or the nearest one around it.
+    [[nodiscard]] lumo::EntryIndex folderNear(const std::string& path) const;
     void show(lumo::EntryIndex folder);
 
     std::shared_ptr<lumo::NamedTree> tree_;
@@ -134,6 +140,7 @@ class Explorer final {
     std::optional<std::int64_t> olderThanDays_;
     std::uint32_t changedBefore_ = 0; ///< In seconds since 1970, while there is such an age.
     std::set<lumo::EntryIndex> marked_;
+    mutable std::optional<std::int64_t> markedBytes_; ///< Absent until somebody asks.
 };
 
 /// The next age to choose: half a year, one year, two years, and then none again.
@@ -142,9 +149,13 @@ std::optional<std::int64_t> nextAge(std::optional<std::int64_t> days);
 /// "unchanged for 1 year".
 std::string ageText(std::int64_t days, lumo::Language language = lumo::currentLanguage());
 
+/// "2 marked: 3 GB", with what goes from the disk with them; empty for none.
+std::string markedText(const Explorer& explorer);
+
 /// After something changed on the disk. May be called on any thread; whoever explores the tree refreshes
-/// then. The first takes out of it what no longer stands at these paths. The second measures what stands at a
-/// path anew, or takes it out when it is gone; where the tree has no such folder nothing happens.
+/// then. The first takes out of it what no longer stands at these paths, with what is gone around it. The
+/// second measures what stands at a path anew, or takes it out when it is gone; where the tree has no such
+/// folder nothing happens.
 void dropMissing(lumo::NamedTree& tree, const std::vector<std::string>& paths);
 void measureAnew(lumo::NamedTree& tree, const std::string& path, const std::stop_token& stop = {});
 

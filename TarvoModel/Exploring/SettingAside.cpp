@@ -1,12 +1,14 @@
 #include "TarvoModel/Exploring/SettingAside.h"
 
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/CleanupExecutor.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <iterator>
 #include <tuple>
 
@@ -29,11 +31,18 @@ std::string sentence(const Cleaned& cleaned) {
             failed.push_back(&outcome);
         }
     }
+    if (!failed.empty()) {
+        const std::string first = failed.front()->message.value_or(failed.front()->title);
+        const std::string text = failedText(failed.size(), first);
+        // Where an item goes is written down before; what recreates itself goes without that.
+        return first.ends_with(lumo::reasonText({ENOSPC}))
+                   ? text + Words{"; «tarvo limpiar» libera antes lo que se regenera solo",
+                                  "; “tarvo clean” first frees what recreates itself"}
+                                .in()
+                   : text;
+    }
     if (cleaned.logProblem) {
         return *cleaned.logProblem;
-    }
-    if (!failed.empty()) {
-        return failedText(failed.size(), failed.front()->message.value_or(failed.front()->title));
     }
     if (!cleaned.leftOut.empty()) {
         return leftOutText(cleaned.leftOut.size(), cleaned.leftOut.front().title,
@@ -44,17 +53,22 @@ std::string sentence(const Cleaned& cleaned) {
 
 } // namespace
 
-AsideOffer asideOffer(const std::vector<std::string>& paths, const Desk& desk) {
+AsideOffer asideOffer(const std::vector<std::string>& paths, const Desk& desk, const lumo::NamedTree& tree) {
     AsideOffer offer{.request = {.report = nullptr, .chosen = paths}};
     const Plan plan = planned(offer.request, desk);
     offer.agreed = agreementTo(plan);
+    std::vector<lumo::EntryIndex> going;
     for (const lumo::PlanEntry& entry : plan.entries) {
         offer.items.push_back({pathOf(entry.action), entry.action.estimatedBytes, entry.skipReason});
         if (!entry.skipReason) {
             ++offer.goingCount;
             offer.bytes += entry.action.estimatedBytes;
+            if (const auto its = tree.entryAt(offer.items.back().path)) {
+                going.push_back(*its);
+            }
         }
     }
+    offer.freedBytes = std::min(offer.bytes, tree.freedWithout(going));
     std::ranges::sort(offer.items, {}, [](const AsideOffer::Item& item) {
         return std::tuple(item.reason.has_value(), -item.bytes, item.path);
     });

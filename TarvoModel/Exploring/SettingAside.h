@@ -26,11 +26,12 @@ struct AsideOffer {
     Agreement agreed;
     std::vector<Item> items; ///< What would go first, the largest first.
     std::size_t goingCount = 0;
-    std::int64_t bytes = 0; ///< Of what would go.
+    std::int64_t bytes = 0;      ///< Of what would go.
+    std::int64_t freedBytes = 0; ///< Of them, once it is deleted: files that keep a name elsewhere stay.
 };
 
-/// Plans to set aside what stands at these absolute paths.
-AsideOffer asideOffer(const std::vector<std::string>& paths, const Desk& desk);
+/// Plans to set aside what stands at these absolute paths, which were chosen in that tree.
+AsideOffer asideOffer(const std::vector<std::string>& paths, const Desk& desk, const lumo::NamedTree& tree);
 
 /// Why what stands at a path can only be looked at from here; absent when it can be offered.
 std::optional<std::string> onlyLookedAt(const std::string& path, const std::string& home);

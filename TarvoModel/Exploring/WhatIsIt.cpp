@@ -10,12 +10,13 @@ CertainPlaces::CertainPlaces(const std::string& home)
     : installed_(lumo::Installed::ofThisMachine(home)),
       known_(lumo::HomePlaces::ofThisMachine(home), installed_) {}
 
-std::optional<lumo::Safety> CertainPlaces::safetyOf(const std::string& path, std::int64_t bytes) const {
-    lumo::UnclassifiedItem item{.path = path};
-    item.usage.allocatedBytes = bytes;
-    const auto known = known_.explainAll({item}, {});
-    const auto found = known.find(path);
-    return found != known.end() ? std::optional(found->second.safety) : std::nullopt;
+std::map<std::string, lumo::Safety>
+CertainPlaces::safetiesOf(const std::vector<lumo::UnclassifiedItem>& items) const {
+    std::map<std::string, lumo::Safety> safeties;
+    for (const auto& [path, explanation] : known_.explainAll(items, {})) {
+        safeties.emplace(path, explanation.safety);
+    }
+    return safeties;
 }
 
 std::vector<ExplanationLine> whatItIs(const std::string& path, const std::string& home, lumo::Date now,

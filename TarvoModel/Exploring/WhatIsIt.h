@@ -4,7 +4,7 @@
 #include "LumoCore/Scanning/NamedTree.h"
 #include "TarvoModel/Showing/ExplanationTexts.h"
 
-#include <cstdint>
+#include <map>
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -18,8 +18,10 @@ class CertainPlaces final {
   public:
     explicit CertainPlaces(const std::string& home);
 
-    /// How risky it is to remove what stands at the path; absent where that is not certain.
-    [[nodiscard]] std::optional<lumo::Safety> safetyOf(const std::string& path, std::int64_t bytes) const;
+    /// How risky it is to remove what stands at each of these paths; those of which that is not certain are
+    /// missing. Used by one thread at a time.
+    [[nodiscard]] std::map<std::string, lumo::Safety>
+    safetiesOf(const std::vector<lumo::UnclassifiedItem>& items) const;
 
   private:
     lumo::Installed installed_;

@@ -3,12 +3,15 @@
 #include "TarvoModel/Showing/DemoDisk.h"
 #include "Tests/App/AppStory.h"
 
+#include <QCoreApplication>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <chrono>
 #include <filesystem>
+#include <latch>
 
 using namespace tarvo;
 using namespace tarvo::testing;
@@ -198,6 +201,30 @@ TEST_F(ExplorerInTheWindow, ReadsAFolderOfVeryManyInTheBackground) {
     explorer.goTo(story.home.path("Videos/many/77"));
     ASSERT_TRUE(story.waitUntil([&] { return explorer.entries()->count() == 12'000; }));
     EXPECT_EQ(explorer.current(), rowNamed(explorer, "77")) << "on what was gone to";
+}
+
+TEST(ExplorerOfVeryMany, ReadsThemWhileWhatIsCertainOfSomeIsStillLookedFor) {
+    // Each row that came into sight took a thread of its own for that, until sorting waited for two minutes.
+    AppStory story;
+    for (int number = 0; number < 12'000; ++number) {
+        story.home.file("many/" + std::to_string(number));
+    }
+    std::latch isKnown(1);
+    story.services.folders.know = [&](const auto&) {
+        isKnown.wait();
+        return std::map<std::string, lumo::Explanation>();
+    };
+    ExplorerDesk& explorer = *story.app().explorer();
+    explorer.setOpen(true);
+    explorer.goTo(story.home.path("many"));
+    EXPECT_TRUE(story.waitUntil([&] { return explorer.entries()->count() == 12'000; }));
+    for (int row = 0; row < 20; ++row) {
+        EXPECT_EQ(read(explorer, row, ExplorerList::groupRole), "-1");
+        QCoreApplication::processEvents();
+    }
+    explorer.setFilter("1199");
+    EXPECT_TRUE(story.waitUntil([&] { return explorer.entries()->count() == 12; }));
+    isKnown.count_down();
 }
 
 TEST_F(ExplorerInTheWindow, SeesWithANewScanWhatOthersHaveDoneAndStaysWhereItIsWithItsMarks) {

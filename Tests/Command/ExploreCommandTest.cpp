@@ -107,6 +107,7 @@ TEST_F(ExploreCommand, SetsAsideWhatIsMarkedAndPutsItBackAndLeavesTheTerminalAsI
     home.file("Videos/large.mkv", 3000000);
     home.file("Videos/other.mkv", 2000000);
     home.file("Videos/small", 5000);
+    fs::create_hard_link(home.path("Videos/other.mkv"), home.path("kept"));
     const Pane pane(home, 80, 20);
     pane.run("cd");
     explore(pane, home, "");
@@ -116,15 +117,18 @@ TEST_F(ExploreCommand, SetsAsideWhatIsMarkedAndPutsItBackAndLeavesTheTerminalAsI
     pane.type({"?"});
     pane.waitFor("set aside for 7 days");
     pane.type({"x", "Space", "Space", "d"});
+    // It told nowhere that what was set aside still takes its space, nor that a name elsewhere keeps it.
     EXPECT_THAT(pane.waitFor("[y/N]"),
-                AllOf(HasSubstr("Set 2 items (5 MB) aside?"), HasSubstr("~/Videos/other.mkv")));
+                AllOf(HasSubstr("Set 2 items (5 MB) aside?"), HasSubstr("~/Videos/other.mkv"),
+                      HasSubstr("Deleting it frees 3 MB; “tarvo empty” does it now.")));
     EXPECT_TRUE(fs::exists(home.path("Videos/large.mkv")));
     pane.type({"n"});
     pane.waitFor("nothing was touched");
     pane.type({"d"});
     pane.waitFor("[y/N]");
     pane.type({"y"});
-    EXPECT_THAT(pane.waitWithout("large.mkv"), Not(HasSubstr("other.mkv")));
+    pane.waitFor("“tarvo empty” deletes it now");
+    EXPECT_THAT(pane.shown(), Not(AnyOf(HasSubstr("large.mkv"), HasSubstr("other.mkv"))));
     EXPECT_FALSE(fs::exists(home.path("Videos/large.mkv")) || fs::exists(home.path("Videos/other.mkv")));
     pane.type({"u"});
     pane.waitFor("Put this back?");
@@ -137,7 +141,14 @@ TEST_F(ExploreCommand, SetsAsideWhatIsMarkedAndPutsItBackAndLeavesTheTerminalAsI
     pane.waitFor("large.mkv");
     pane.type({"i"});
     pane.waitFor("A file of your own");
-    pane.type({"x", "q"});
+    // What others had removed was called a folder of one's own, and stayed in the list.
+    fs::remove(home.path("Videos/large.mkv"));
+    pane.type({"x", "i"});
+    EXPECT_THAT(pane.waitFor("large.mkv: it is no longer there"), Not(HasSubstr("large.mkv\n")));
+    home.file("later", 1000000);
+    pane.type({"h", "r"}); // At the top one was sent into a folder instead.
+    pane.waitFor("later");
+    pane.type({"q"});
     pane.waitFor("rc=0"); // What was typed says "rc=$?".
     expectAsBefore(pane, home);
 }
@@ -237,6 +248,8 @@ TEST(ExploreTerminal, MayBePoorAndOfAnySizeAndIsToldNothingByNames) {
     shown += run.waitFor("an export can only be looked at");
     run.type("a");
     shown += run.waitFor("unchanged for 6 months: 90 MB");
+    run.type(" "); // How much was marked was cut for the sake of the order.
+    shown += run.waitFor("1 marked: 90 MB");
     run.type("aaa");
     run.resize(24, 12); // Where a message took more than a line, its middle was left out.
     run.type("d");

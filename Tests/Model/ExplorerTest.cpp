@@ -171,7 +171,7 @@ TEST(Explorer, ShowsTheNearestFolderWhenTheOneItIsInGoes) {
     pointAt(explorer, home.path("a/b/c/d"));
     explorer.toggleMark();
     fs::remove_all(home.path("a/b"));
-    dropMissing(*tree, {home.path("a/b"), home.path("a")});
+    dropMissing(*tree, {home.path("a/b/c/d"), home.path("a")});
     explorer.refresh();
     EXPECT_EQ(explorer.path(), home.path("a"));
     EXPECT_EQ(explorer.markCount(), 0U);
@@ -182,6 +182,23 @@ TEST(Explorer, ShowsTheNearestFolderWhenTheOneItIsInGoes) {
     HardLinkRegistry registry;
     EXPECT_EQ(tree->entry(NamedTree::root).sums.bytes,
               FileTree::measure(home.path(), registry).allocatedBytes);
+    // Measured anew as a whole, in another tree: where one was, with the marks that are left.
+    home.files({"a/second", "a/third", "a/fourth"}, 9000);
+    explorer.goOnIn(treeOf(home));
+    for (int row = 0; row < 3; ++row) {
+        explorer.toggleMark();
+        explorer.moveBy(1);
+    }
+    explorer.setOrder(ExplorerOrder::name);
+    explorer.setFilter("d");
+    fs::remove(home.path("a/fourth"));
+    explorer.moveBy(1);
+    explorer.goOnIn(treeOf(home));
+    EXPECT_EQ(explorer.path(), home.path("a"));
+    EXPECT_THAT(namesOf(explorer), ElementsAre("second", "third"));
+    EXPECT_EQ(explorer.cursor(), 1U);
+    EXPECT_EQ(explorer.markCount(), 2U);
+    EXPECT_EQ(explorer.markedBytes(), explorer.tree().freedWithout(explorer.chosen()));
 }
 
 TEST(Explorer, SetsAsideWhatWasAgreedToThroughTheLogAndPutsItBack) {
@@ -191,8 +208,8 @@ TEST(Explorer, SetsAsideWhatWasAgreedToThroughTheLogAndPutsItBack) {
     home.fileWith("Videos/folder/x", "inside");
     home.file("Videos/stays", 4000);
     const Desk desk = deskAt(home);
-    const AsideOffer offer =
-        asideOffer({home.path(odd), home.path("Videos/folder"), home.path("Videos/gone")}, desk);
+    const AsideOffer offer = asideOffer(
+        {home.path(odd), home.path("Videos/folder"), home.path("Videos/gone")}, desk, *treeOf(home));
     EXPECT_EQ(offer.goingCount, 2U);
     EXPECT_TRUE(offer.items.back().reason) << "what is gone is said to be";
     EXPECT_EQ(offer.items.front().path, home.path(odd));
@@ -222,14 +239,14 @@ TEST(Explorer, LeavesWhatIsProtectedOursKeptOrChangedSinceTheQuestion) {
                              ".config/google-chrome/Default/History", ".config",
                              // A main folder went whole, for good after 7 days.
                              "Downloads", "Papers/mine", "Papers"}) {
-        const AsideOffer offer = asideOffer({home.path(name)}, desk);
+        const AsideOffer offer = asideOffer({home.path(name)}, desk, *treeOf(home));
         EXPECT_EQ(offer.goingCount, 0U) << name;
         EXPECT_TRUE(offer.items.front().reason) << name;
     }
     EXPECT_TRUE(onlyLookedAt("/etc", home.path()) && onlyLookedAt(home.path(), home.path()));
     EXPECT_FALSE(onlyLookedAt(home.path("Work"), home.path()));
 
-    const AsideOffer offer = asideOffer({home.path("Downloads/b")}, desk);
+    const AsideOffer offer = asideOffer({home.path("Downloads/b")}, desk, *treeOf(home));
     home.file("Downloads/b", 90000);
     const Told told = setAside(offer, desk);
     EXPECT_FALSE(told.isWhole);
@@ -240,8 +257,10 @@ TEST(Explorer, KnowsWhatIsCertain) {
     const TempHome home;
     home.files({".npm/_cacache/x", "Documents/mine"}, 9000);
     const CertainPlaces certain(home.path());
-    EXPECT_EQ(certain.safetyOf(home.path(".npm/_cacache"), 9000), Safety::safe);
-    EXPECT_EQ(certain.safetyOf(home.path("Documents/mine"), 9000), Safety::keep);
+    EXPECT_THAT(certain.safetiesOf({{.path = home.path(".npm/_cacache"), .usage = {}},
+                                    {.path = home.path("Documents/mine"), .usage = {}}}),
+                UnorderedElementsAre(Pair(home.path(".npm/_cacache"), Safety::safe),
+                                     Pair(home.path("Documents/mine"), Safety::keep)));
     EXPECT_THAT(whatItIs(home.path(".npm/_cacache"), home.path(), platform::now()), Not(IsEmpty()));
 }
 

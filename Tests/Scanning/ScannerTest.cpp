@@ -130,15 +130,22 @@ TEST(Scanner, FindsProjectsButNoneInsideAnotherNorWhereNoneAreLookedFor) {
                                       home.path("a/b/c/d/e/g"), home.path("code/app"), home.path("more/a"),
                                       home.path("more/b"), home.path("more/c"), home.path("more/d"),
                                       home.path("repository"), home.path("tool")));
+    Scanner::SeenFolders seen;
     for (const std::string& project : projects) {
         home.file(project.substr(home.path().size() + 1) + "/sub/file");
-        EXPECT_EQ(Scanner::projectAbove(project, home.path()), project);
-        EXPECT_EQ(Scanner::projectAbove(project + "/sub/file", home.path()), project);
+        EXPECT_EQ(Scanner::projectAbove(project, home.path(), seen), project);
+        EXPECT_EQ(Scanner::projectAbove(project + "/sub/file", home.path(), seen), project);
     }
     for (const char* other : {"", "/code", "/code/.hidden/package.json", "/.dot", "/Library/x", "/code/venv",
                               "/1/2/3/4/5/6/7/go.mod", "/more/e", "/linked/app"}) {
-        EXPECT_FALSE(Scanner::projectAbove(home.path() + other, home.path())) << other;
+        EXPECT_FALSE(Scanner::projectAbove(home.path() + other, home.path(), seen)) << other;
     }
+    // For each file that was shown of a folder with a million of them, that was read from end to end.
+    std::filesystem::remove(home.path("code/app/package.json"));
+    EXPECT_EQ(Scanner::projectAbove(home.path("code/app/sub/other"), home.path(), seen),
+              home.path("code/app"));
+    Scanner::SeenFolders none;
+    EXPECT_FALSE(Scanner::projectAbove(home.path("code/app/sub/other"), home.path(), none));
 }
 
 TEST(Scanner, TakesNoUnpackedProgramForAProjectThatSomebodyWorksOn) {
