@@ -25,7 +25,6 @@
 
 namespace tarvo {
 
-using lumo::EntryIndex;
 using lumo::NamedEntry;
 using lumo::NamedTree;
 using lumo::Words;
