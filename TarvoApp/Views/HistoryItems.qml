@@ -1,42 +1,46 @@
 import QtQuick
 import QtQuick.Controls.Basic
-import QtQuick.Layouts
 import Tarvo
 
 // What became of each thing in one cleanup, largest first, with what can still be put back.
-ColumnLayout {
+Item {
     id: items
 
-    spacing: 0
+    // No layout: within another one it keeps the height of one line for a text that has come to need two.
+    Column {
+        id: head
 
-    Line {
-        Layout.fillWidth: true
-        Layout.leftMargin: 16
-        Layout.rightMargin: 16
-        Layout.topMargin: 16
-        font.pixelSize: Theme.strong
-        font.weight: Font.DemiBold
-        text: App.history.title
-    }
-    Line {
-        Layout.bottomMargin: 8
-        Layout.fillWidth: true
-        Layout.leftMargin: 16
-        Layout.rightMargin: 16
-        Layout.topMargin: 2
-        color: Theme.secondaryText
-        maximumLineCount: 2
-        text: App.history.facts
-        wrapMode: Text.WordWrap
+        anchors.left: parent.left
+        anchors.margins: 16
+        anchors.right: parent.right
+        anchors.top: parent.top
+        spacing: 2
+
+        Line {
+            font.pixelSize: Theme.strong
+            font.weight: Font.DemiBold
+            text: App.history.title
+            width: parent.width
+        }
+        Line {
+            color: Theme.secondaryText
+            maximumLineCount: 2
+            text: App.history.facts
+            width: parent.width
+            wrapMode: Text.WordWrap
+        }
     }
     ListView {
         id: list
 
         Accessible.name: SideWords.whatBecame
         Accessible.role: Accessible.List
-        Layout.fillHeight: true
-        Layout.fillWidth: true
         activeFocusOnTab: true
+        anchors.bottom: parent.bottom
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: head.bottom
+        anchors.topMargin: 8
         bottomMargin: 8
         boundsBehavior: Flickable.StopAtBounds
         clip: true
