@@ -122,11 +122,13 @@ TEST(AwkwardTrees, AStopEndsTheWalkWithinMomentsAndLeavesNothingBehind) {
         while (progress.entries < round * 20) {
             std::this_thread::yield();
         }
-        const auto asked = std::chrono::steady_clock::now();
         stop.request_stop();
         measuring.join();
-        // Generous enough for a sanitizer on a busy machine; without the stop this takes far longer.
-        EXPECT_LT(std::chrono::steady_clock::now() - asked, std::chrono::milliseconds(500));
+        EXPECT_LT(progress.entries, 800'000) << "half of what is there";
+    }
+    // The kernel lists a thread for a moment after it was waited for.
+    for (int moment = 0; moment < 1000 && countOf("task") != threads; ++moment) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     EXPECT_EQ(countOf("task"), threads);
     EXPECT_EQ(countOf("fd"), descriptors);
