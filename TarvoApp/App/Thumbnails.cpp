@@ -200,7 +200,7 @@ std::optional<Look> lookIn(const Place& place) {
     const std::size_t count = file ? file->read(0, bytes).value_or(0) : 0;
     const QByteArrayView beginning(bytes.data(), static_cast<qsizetype>(count));
     const QList<QByteArray> words = textIn(beginning, lookKey).toByteArray().split(' ');
-    if (words[0] != lookKind || words.size() > 2 ||
+    if (words[0] != lookKind.data() || words.size() > 2 ||
         textIn(beginning, changedKey) != place.changed.toLatin1()) {
         return std::nullopt;
     }
