@@ -45,6 +45,10 @@ void Background::start(const std::stop_source& stop, Work work) {
     });
 }
 
+void Background::drop(std::shared_ptr<const void> gone) {
+    start([gone = std::move(gone)](const std::stop_token&) -> Apply { return {}; });
+}
+
 void Background::finish() {
     {
         const std::scoped_lock lock(mutex_);
@@ -120,9 +124,10 @@ void Background::applyAll() {
             done_.pop_front();
         }
         apply();
+        drop(std::make_shared<Apply>(std::move(apply))); // With the result.
     }
     // Whoever uses the window comes in between.
-    QTimer::singleShot(0, this, &Background::applyAll);
+    QTimer::singleShot(nextTurn, this, &Background::applyAll);
 }
 
 } // namespace tarvo

@@ -2,15 +2,21 @@
 
 #include <QObject>
 
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <stop_token>
 #include <thread>
 #include <vector>
 
 namespace tarvo {
+
+/// After that time what has been put off goes on: whatever else waits for the event loop has its turn before.
+/// An event that is posted would be handled among those in hand.
+inline constexpr std::chrono::milliseconds nextTurn{1};
 
 /// Threads for what takes long. Results come back to the thread that made this object, one after the other
 /// and never in the middle of anything, as long as its event loop runs.
@@ -32,6 +38,9 @@ class Background final : public QObject {
     void start(Work work);
     /// The same for work that somebody may want ended before: its token is asked by that source as well.
     void start(const std::stop_source& stop, Work work);
+
+    /// Lets go of that on one of the threads: what has thousands of parts takes its time to be freed.
+    void drop(std::shared_ptr<const void> gone);
 
     /// What the destructor does: afterwards nothing of what was given goes on, and no result comes.
     void end();

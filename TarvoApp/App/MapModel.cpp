@@ -40,7 +40,7 @@ void MapModel::makeSpare() {
 
 void MapModel::show(std::vector<Row> rows, const lumo::VolumeInfo& volume, bool isWholeDisk) {
     if (rows_->rows() != rows) {
-        rows_ = std::make_shared<const RowIndex>(std::move(rows));
+        background_.drop(std::exchange(rows_, std::make_shared<const RowIndex>(std::move(rows))));
         findOpenable();
     }
     overview_.take(DiskMap::tiles(rows_->rows(), volume, isWholeDisk), size_);

@@ -23,9 +23,9 @@ PlacesDesk::PlacesDesk(const Ground& ground, TickedDesk& ticked, ExplainingDesk&
     : QObject(parent), ground_(ground), ticked_(ticked), explaining_(explaining), list_(list),
       scanning_(scanning), volumes_(volumes), preview_(preview),
       map_(ticked.plan(), ground.background, ground.services.folders) {
-    connect(&ticked, &TickedDesk::planChanged, this, &PlacesDesk::showMap);
+    connect(&ticked, &TickedDesk::planChanged, this, &PlacesDesk::showMapNext);
     connect(&ticked, &TickedDesk::changed, &map_, &MapModel::refresh);
-    connect(&explaining, &ExplainingDesk::explanationsChanged, this, &PlacesDesk::showMap);
+    connect(&explaining, &ExplainingDesk::explanationsChanged, this, &PlacesDesk::showMapNext);
     connect(&list, &ListDesk::viewChanged, this, [this] { map_.narrow(list_.view()); });
     connect(&ground.settings, &Settings::changed, this, [this] {
         map_.setTextScale(ground_.settings.textScale());
@@ -48,7 +48,18 @@ PlacesDesk::PlacesDesk(const Ground& ground, TickedDesk& ticked, ExplainingDesk&
 
 // What is shown.
 
+void PlacesDesk::showMapNext() {
+    if (!std::exchange(isMapOld_, true)) {
+        QTimer::singleShot(nextTurn, this, [this] {
+            if (isMapOld_) {
+                showMap();
+            }
+        });
+    }
+}
+
 void PlacesDesk::showMap() {
+    isMapOld_ = false;
     map_.show(withWhatIsKnown(ticked_.rows(), explaining_.explanations()),
               scanning_.isFromFile() ? scanning_.report()->volume : volumes_.volume(),
               ground_.settings.showWholeDisk());
@@ -251,6 +262,9 @@ void PlacesDesk::openFolder(const std::string& path) {
 }
 
 void PlacesDesk::settle() {
+    if (isMapOld_) {
+        showMap();
+    }
     if (!folderWanted_.empty()) {
         openFolder(std::exchange(folderWanted_, {}));
     } else if (ticked_.rows().empty()) {

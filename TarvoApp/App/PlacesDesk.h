@@ -99,6 +99,8 @@ class PlacesDesk final : public QObject {
     /// What can be ticked of the row from another place; `isPart` when that is not all of it.
     [[nodiscard]] QVariantMap belonging(const Row* row, bool isPart) const;
     void showMap();
+    /// Shows it in the next turn of the event loop: the list has taken its time of this one.
+    void showMapNext();
 
     Ground ground_;
     TickedDesk& ticked_;
@@ -110,6 +112,7 @@ class PlacesDesk final : public QObject {
     MapModel map_;
     std::string folderWanted_; ///< To be shown when the scan has ended; empty for none.
     QString opened_;
+    bool isMapOld_ = false; ///< There are other rows than it shows.
     QString hovered_;
     QString mapHovered_;
     QString scrollToRow_;

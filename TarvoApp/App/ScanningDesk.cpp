@@ -5,6 +5,8 @@
 #include "TarvoApp/App/QtText.h"
 #include "TarvoModel/Showing/DemoDisk.h"
 
+#include <QTimer>
+
 #include <chrono>
 #include <utility>
 
@@ -99,7 +101,8 @@ void ScanningDesk::passEnded(ScanPass pass, const std::shared_ptr<ScanResult>& r
         walkedBytes_ = task->scan.walked.bytes;
         fullReport_ = report_;
         cleanedSince_.clear();
-        finish();
+        // In a turn of its own: what was found has taken its time of this one, and the map that of the next.
+        QTimer::singleShot(nextTurn, this, &ScanningDesk::finish);
         return;
     }
     ground_.activity.become(phase::ScanningFolders{});

@@ -53,6 +53,11 @@ class Places {
         }
         return holders_.contains(path);
     }
+    /// Makes room for so many rows.
+    void expect(std::size_t rows) {
+        all_.reserve(rows);
+        holders_.reserve(rows);
+    }
     void add(const SharedPaths& paths) {
         for (const std::string& path : paths) {
             all_.insert(path);
@@ -103,6 +108,7 @@ void giveTiles(std::vector<Row>& items, const std::vector<Row>& others, const st
         return;
     }
     Places covered;
+    covered.expect(items.size() + others.size());
     for (const Row& row : others) {
         covered.add(row.paths);
     }

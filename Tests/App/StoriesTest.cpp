@@ -8,8 +8,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+#include <QTimer>
+
+#include <algorithm>
 #include <filesystem>
 #include <latch>
+#include <memory>
+#include <thread>
 
 using namespace std::chrono_literals;
 using namespace tarvo;
@@ -441,6 +447,7 @@ TEST(AppStories, TheDemoTouchesNothing) {
     EXPECT_THAT(app.growth()->growth(), ::testing::Not(IsEmpty()));
     // Under the pointer an unknown folder had its path alone, although it was known what it is.
     const MapModel& map = *app.map();
+    ASSERT_TRUE(story.waitUntil([&] { return map.count() > 0; }));
     std::string unknown;
     for (int row = 0; row < map.count(); ++row) {
         unknown += map.tile(row, TileList::unknownRole).toBool()
@@ -608,4 +615,33 @@ TEST(AppStories, AThingShowsWhatItHoldsAndAFolderWhatItsExplanationRestsOn) {
     app.places()->gatherEvidence(AppStory::ownKey);
     ASSERT_TRUE(story.waitUntil([&] { return evidence(AppStory::ownKey).contains("1 file"); }));
     EXPECT_TRUE(evidence(AppStory::cacheKey).isEmpty()) << "nobody asked";
+}
+
+// What a scan had found was freed, and all that came of it done, on the window's thread in one go.
+TEST(Background, LetsOthersHaveTheirTurnAndFreesWhatAResultLeavesElsewhere) {
+    Background background(1);
+    std::vector<std::string> order;
+    std::latch freed(1);
+    std::thread::id freedBy;
+    background.start([&](const std::stop_token&) -> Background::Apply {
+        const std::shared_ptr<int> result(new int, [&](const int* found) {
+            delete found;
+            freedBy = std::this_thread::get_id();
+            freed.count_down();
+        });
+        return [&order, result] {
+            std::this_thread::sleep_for(10ms); // Longer than results are applied in one go.
+            order.emplace_back("first");
+        };
+    });
+    background.post([&] { order.emplace_back("posted"); });
+    background.post([] { std::this_thread::sleep_for(10ms); });
+    background.post([&] { order.emplace_back("last"); });
+    QTimer::singleShot(1ms, [&] { order.emplace_back("other"); });
+    while (order.size() < 4) {
+        QCoreApplication::processEvents();
+    }
+    EXPECT_LT(std::ranges::find(order, "other"), std::ranges::find(order, "last"));
+    freed.wait();
+    EXPECT_NE(freedBy, std::this_thread::get_id());
 }

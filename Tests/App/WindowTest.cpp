@@ -44,6 +44,8 @@ TEST_F(MainWindowTest, SearchingNarrowsTheListAndEscapeWidensItAgain) {
     QQuickWindow& window = open();
     const int all = story.app().rows()->count();
     press(Qt::Key_F, Qt::ControlModifier);
+    const std::string search = lumo::Words{"Buscar", "Search"}.in();
+    ASSERT_TRUE(story.waitUntil([&] { return focused() == search; })) << focused();
     for (const Qt::Key letter : {Qt::Key_N, Qt::Key_P, Qt::Key_M}) {
         QTest::sendKeyEvent(QTest::Click, &window, letter, QString(QChar(letter)).toLower(), {});
     }
