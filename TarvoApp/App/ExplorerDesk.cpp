@@ -325,7 +325,12 @@ void ExplorerDesk::goTo(const std::string& path) {
         goingTo_ = tree_.isMeasuring() ? path : std::string();
         return;
     }
-    if (explorer_->tree().entry(*entry).is(lumo::EntryTraits::folder)) {
+    const std::vector<NamedEntry> folders = way();
+    const auto left = std::ranges::find(folders, *entry, &NamedEntry::parent);
+    if (left != folders.end()) {
+        // Whoever comes out of a folder goes on from its row.
+        explorer_->goTo(left->index);
+    } else if (explorer_->tree().entry(*entry).is(lumo::EntryTraits::folder)) {
         explorer_->goInto(*entry);
     } else {
         explorer_->goTo(*entry);

@@ -39,7 +39,8 @@ void ListDesk::viewHasChanged() {
 void ListDesk::setSearchText(const QString& text) {
     if (searchText_ != text) {
         searchText_ = text;
-        view_.searched = bytesOf(text);
+        // A blank before or after what is searched for is no part of it.
+        view_.searched = bytesOf(text.trimmed());
         viewHasChanged();
         emit searchChanged();
     }

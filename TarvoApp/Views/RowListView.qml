@@ -44,6 +44,8 @@ Rectangle {
                 narrowed: App.list.searchText
 
                 onWanted: letters => App.list.searchText = letters
+                // What was searched for is gone through without the pointer.
+                Keys.onDownPressed: list.goTo(0)
             }
             PlainButton {
                 Accessible.checkable: true
@@ -102,6 +104,14 @@ Rectangle {
                 keyNavigationEnabled: true
                 model: App.rows
 
+                function goTo(index: int) {
+                    if (count === 0)
+                        return;
+                    currentIndex = index;
+                    positionViewAtIndex(index, ListView.Contain);
+                    currentItem.forceActiveFocus(Qt.TabFocusReason);
+                }
+
                 ScrollBar.vertical: ScrollBar {
                     policy: list.contentHeight > list.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
                     width: 8
@@ -114,9 +124,7 @@ Rectangle {
                         return;
                     event.accepted = true;
                     const before = App.rows.keyAt(currentIndex);
-                    currentIndex = Math.max(0, Math.min(count - 1, currentIndex + steps.get(event.key)));
-                    positionViewAtIndex(currentIndex, ListView.Contain);
-                    currentItem.forceActiveFocus(Qt.TabFocusReason);
+                    goTo(Math.max(0, Math.min(count - 1, currentIndex + steps.get(event.key))));
                     if (event.modifiers & Qt.ShiftModifier)
                         App.list.chooseTo(before, App.rows.keyAt(currentIndex));
                     else
@@ -201,6 +209,14 @@ Rectangle {
             if (at >= 0)
                 list.positionViewAtIndex(at, ListView.Contain);
         }
+    }
+    Connections {
+        // What the list shows now is read from its first row on.
+        function onViewChanged() {
+            list.positionViewAtBeginning();
+        }
+
+        target: App.list
     }
     Connections {
         function onHoverChanged() {

@@ -251,6 +251,7 @@ TEST_F(ExplorerInTheWindow, SaysWhyAThingStays) {
     EXPECT_FALSE(story.app().question()->isAsking());
 }
 
+// Whoever left a folder by way of the map was put on the first row instead of on the folder's.
 TEST_F(ExplorerInTheWindow, LeadsTheMapAndIsLedByIt) {
     ExplorerDesk& explorer = open();
     MapModel& map = *story.app().map();
@@ -261,6 +262,7 @@ TEST_F(ExplorerInTheWindow, LeadsTheMapAndIsLedByIt) {
     ASSERT_GE(map.depth(), 2) << "one more level, since it lies in the one that was shown";
     map.zoomOut(map.depth() - 1);
     EXPECT_EQ(explorer.path(), story.home.path("Videos"));
+    EXPECT_EQ(explorer.current(), rowNamed(explorer, "trip"));
     map.zoomInto(keyOf(DiskMap::insideID(story.home.path("Videos/trip"))));
     ASSERT_TRUE(story.waitUntil([&] { return explorer.path() == story.home.path("Videos/trip"); }));
     explorer.leaveTo(0);

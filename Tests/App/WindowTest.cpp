@@ -60,6 +60,8 @@ TEST_F(MainWindowTest, SearchingNarrowsTheListAndEscapeWidensItAgain) {
     const std::string nothing = lumo::Words{"Nada coincide", "Nothing matches"}.in();
     EXPECT_TRUE(story.waitUntil([&] { return named(nothing) != nullptr; }));
     EXPECT_TRUE(story.waitUntil([&] { return named(grew) == nullptr; }));
+    story.app().list()->setSearchText(" ");
+    EXPECT_EQ(story.app().rows()->count(), all) << "a blank searches for nothing";
 }
 
 TEST_F(MainWindowTest, TheKeyboardGoesFromTileToTileIntoAFolderAndOut) {
@@ -95,15 +97,26 @@ TEST_F(MainWindowTest, WhoeverStaysOnATileSeesItsRow) {
     EXPECT_TRUE(story.waitUntil([&] { return rowsTold() == 2; }));
 }
 
-// The list knew the arrows alone.
-TEST_F(MainWindowTest, TheListGoesToItsEndsAndByPages) {
-    open();
+// The list knew the arrows alone, and was left in its middle when a search began, where no key led into it.
+TEST_F(MainWindowTest, TheListGoesToItsEndsAndByPagesAndFromTheSearchToItsFirstRow) {
+    QQuickWindow& window = open();
     const std::vector<Row>& rows = story.app().rows()->rows();
     for (int tabs = 0; tabs < 30 && !focused().starts_with(rows.front().title); ++tabs) {
         press(Qt::Key_Tab);
     }
     press(Qt::Key_End);
     EXPECT_THAT(focused(), StartsWith(rows.back().title));
+    const QQuickItem* list = window.activeFocusItem();
+    while (!list->inherits("QQuickListView")) {
+        list = list->parentItem();
+    }
+    EXPECT_FALSE(list->property("atYBeginning").toBool());
+    story.app().list()->setSearchText(" a ");
+    EXPECT_TRUE(story.waitUntil([&] { return list->property("atYBeginning").toBool(); }));
+    press(Qt::Key_F, Qt::ControlModifier);
+    press(Qt::Key_Down);
+    EXPECT_THAT(focused(), StartsWith(rows.front().title));
+    press(Qt::Key_End);
     press(Qt::Key_PageUp);
     EXPECT_THAT(focused(), Not(StartsWith(rows.back().title)));
     press(Qt::Key_Home);
