@@ -205,11 +205,11 @@ TEST_F(ExplorerInTheWindow, ReadsAFolderOfVeryManyInTheBackground) {
 
 TEST(ExplorerOfVeryMany, ReadsThemWhileWhatIsCertainOfSomeIsStillLookedFor) {
     // Each row that came into sight took a thread of its own for that, until sorting waited for two minutes.
+    std::latch isKnown(1); // Outlives the thread that waits for it.
     AppStory story;
     for (int number = 0; number < 12'000; ++number) {
         story.home.file("many/" + std::to_string(number));
     }
-    std::latch isKnown(1);
     story.services.folders.know = [&](const auto&) {
         isKnown.wait();
         return std::map<std::string, lumo::Explanation>();
