@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <string_view>
 #include <tuple>
 #include <utility>
 
@@ -329,9 +330,11 @@ void dropMissing(NamedTree& tree, const std::vector<std::string>& paths) {
         if (!lumo::platform::isMissing(path)) {
             continue;
         }
-        for (std::string around(lumo::parentOf(path)); lumo::platform::isMissing(around);
+        // With all that was around it, up to the root folder, which has no name here.
+        for (std::string_view around = lumo::parentOf(path);
+             !around.empty() && lumo::platform::isMissing(std::string(around));
              around = lumo::parentOf(path)) {
-            path = around; // With all that was around it.
+            path.resize(around.size());
         }
         const auto entry = tree.entryAt(path);
         if (entry && *entry != NamedTree::root) {
