@@ -14,6 +14,9 @@ std::vector<std::string> processArguments();
 
 std::optional<std::string> environmentVariable(const std::string& name);
 
+/// The home folder that the user's account names, whatever the environment says; absent where it names none.
+std::optional<std::string> accountHome();
+
 /// All variables as "NAME=value", in the order of the environment.
 std::vector<std::string> environmentVariables();
 

@@ -5,6 +5,7 @@
 #include "Platform/StateFile.h"
 
 #include <malloc.h>
+#include <pwd.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -62,6 +63,18 @@ std::vector<std::string> processArguments() {
 std::optional<std::string> environmentVariable(const std::string& name) {
     const char* value = std::getenv(name.c_str());
     return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
+}
+
+std::optional<std::string> accountHome() {
+    constexpr std::size_t enoughBytes = std::size_t{64} * 1024;
+    std::vector<char> texts(enoughBytes);
+    passwd account{};
+    passwd* found = nullptr;
+    if (getpwuid_r(geteuid(), &account, texts.data(), texts.size(), &found) != 0 || found == nullptr ||
+        found->pw_dir == nullptr || *found->pw_dir == '\0') {
+        return std::nullopt;
+    }
+    return found->pw_dir;
 }
 
 std::vector<std::string> environmentVariables() {

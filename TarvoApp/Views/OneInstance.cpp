@@ -1,5 +1,8 @@
 #include "TarvoApp/Views/OneInstance.h"
 
+#include "Platform/Environment.h"
+#include "Platform/Folder.h"
+
 #include <QCryptographicHash>
 #include <QDBusMessage>
 
@@ -15,17 +18,28 @@ const auto applicationInterface = QStringLiteral("org.freedesktop.Application");
 const auto languageKey = QStringLiteral("ai.tarvo.language");
 const auto folderKey = QStringLiteral("ai.tarvo.folder");
 
+/// One spelling for each folder that is there.
+std::string resolved(const std::string& folder) {
+    return lumo::platform::resolvedPath(folder, lumo::platform::FinalLink::followed).value_or(folder);
+}
+
+/// What is added to the name where the home is not that of the account. $HOME tells nothing here: it may
+/// differ from one start to the next, while the session's bus stays.
+QString markOf(const std::string& home) {
+    const auto usual = lumo::platform::accountHome();
+    if (home.empty() || (usual && resolved(home) == resolved(*usual))) {
+        return {};
+    }
+    // A path holds what no name on the bus may.
+    const QByteArray hash =
+        QCryptographicHash::hash(QByteArray::fromStdString(resolved(home)), QCryptographicHash::Sha1);
+    return QStringLiteral(".home") + QString::fromLatin1(hash.toHex());
+}
+
 } // namespace
 
-OneInstance::OneInstance(QDBusConnection bus, const std::string& otherHome, QObject* parent)
-    : QObject(parent), bus_(std::move(bus)), name_(usualName) {
-    if (!otherHome.empty()) {
-        // A path holds what no name on the bus may.
-        const QByteArray hash =
-            QCryptographicHash::hash(QByteArray::fromStdString(otherHome), QCryptographicHash::Sha1);
-        name_ += QStringLiteral(".home") + QString::fromLatin1(hash.toHex());
-    }
-}
+OneInstance::OneInstance(QDBusConnection bus, const std::string& home, QObject* parent)
+    : QObject(parent), bus_(std::move(bus)), name_(usualName + markOf(home)) {}
 
 bool OneInstance::claim(const StartWish& wish) {
     if (!bus_.isConnected()) {

@@ -22,8 +22,8 @@ class OneInstance final : public QObject {
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
   public:
-    /// Another home than the user's own has its own application; empty means the user's.
-    explicit OneInstance(QDBusConnection bus, const std::string& otherHome = {}, QObject* parent = nullptr);
+    /// Another home than the one of the user's account has its own application; empty means the account's.
+    explicit OneInstance(QDBusConnection bus, const std::string& home = {}, QObject* parent = nullptr);
 
     /// True when this process is the one that runs; also where there is no bus to ask. Otherwise the other
     /// one has been asked to show its window, and told the wish.

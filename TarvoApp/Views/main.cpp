@@ -101,8 +101,7 @@ std::optional<std::string> folderAt(const QString& name) {
 /// Runs until the windows are left; the folder is what the map shows first, unless it is empty.
 int run(const QCommandLineParser& parser, const tarvo::RunMode& mode, const std::string& home,
         const std::string& folder) {
-    const std::string usual = lumo::platform::environmentVariable("HOME").value_or("");
-    tarvo::OneInstance instance(QDBusConnection::sessionBus(), home == usual ? std::string() : home);
+    tarvo::OneInstance instance(QDBusConnection::sessionBus(), home);
     const QString language = lumo::currentLanguage() == lumo::Language::es ? "es" : "en";
     if (mode.isForReal() && !instance.claim({.language = language, .folder = folder})) {
         say(folder.empty() ? lumo::Words{"Tarvo AI ya está abierto: he mostrado su ventana.",
@@ -134,27 +133,46 @@ int run(const QCommandLineParser& parser, const tarvo::RunMode& mode, const std:
     return QGuiApplication::exec();
 }
 
-/// Answers what needs no screen, and ends then.
-void answerWithoutScreen(int count, char** arguments) {
+/// False after saying what of the command line nobody understands.
+bool understands(QCommandLineParser& parser) {
+    if (parser.parse(QCoreApplication::arguments())) {
+        return true;
+    }
+    say("tarvo-app: " + bytesOf(parser.errorText()));
+    return false;
+}
+
+/// True when somebody says where Qt draws, which need not be a screen: without one of them it would abort.
+bool canDraw() {
+    return lumo::platform::hasScreen() || !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") ||
+           std::ranges::any_of(lumo::platform::processArguments(),
+                               [](const std::string& word) { return word.ends_with("-platform"); });
+}
+
+/// Answers what needs no screen; the status to end with, absent when it takes a window.
+std::optional<int> answerWithoutScreen(int count, char** arguments) {
     const auto asks = [](const std::string& word) {
         return word == "-h" || word == "--help" || word == "--help-all" || word == "-v" ||
                word == "--version";
     };
-    if (std::ranges::any_of(lumo::platform::processArguments(), asks)) {
-        const QCoreApplication application(count, arguments);
-        tarvo::CommandLineWords words;
-        speakOfCommandLine(words);
-        QCommandLineParser parser;
-        describe(parser);
-        parser.process(application);
+    const bool isAsked = std::ranges::any_of(lumo::platform::processArguments(), asks);
+    if (!isAsked && canDraw()) {
+        return std::nullopt;
     }
-}
-
-/// True when somebody says where Qt draws, which need not be a screen: without one of them it would abort.
-bool namesPlatform() {
-    return !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") ||
-           std::ranges::any_of(lumo::platform::processArguments(),
-                               [](const std::string& word) { return word.ends_with("-platform"); });
+    const QCoreApplication application(count, arguments);
+    tarvo::CommandLineWords words;
+    speakOfCommandLine(words);
+    QCommandLineParser parser;
+    describe(parser);
+    if (isAsked) {
+        parser.process(application);
+    } else if (!understands(parser)) {
+        return 2;
+    }
+    say("tarvo-app: " + lumo::Words{"aquí no hay pantalla; en una terminal sirve la orden tarvo",
+                                    "there is no screen here; in a terminal the command tarvo serves"}
+                            .in());
+    return 1;
 }
 
 /// Reads the rest of what was asked for, and does it.
@@ -176,19 +194,15 @@ int main(int count, char** arguments) {
     QCoreApplication::setApplicationName(QStringLiteral("tarvo-app"));
     QCoreApplication::setApplicationVersion(tarvo::ReleaseNotes::version());
     tarvo::speakAsChosen(lumo::platform::environmentVariable("HOME").value_or(""));
-    answerWithoutScreen(count, arguments);
-    // Panels know their items by this name, and by the same as the windows'.
-    QCoreApplication::setApplicationName(QStringLiteral("ai.tarvo.TarvoAI"));
     const auto mode = tarvo::RunMode::from(lumo::platform::processArguments());
     if (mode.isCapturing && !lumo::platform::hasScreen()) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
-    if (!lumo::platform::hasScreen() && !namesPlatform()) {
-        say("tarvo-app: " + lumo::Words{"aquí no hay pantalla; en una terminal sirve la orden tarvo",
-                                        "there is no screen here; in a terminal the command tarvo serves"}
-                                .in());
-        return 1;
+    if (const auto status = answerWithoutScreen(count, arguments)) {
+        return *status;
     }
+    // Panels know their items by this name, and by the same as the windows'.
+    QCoreApplication::setApplicationName(QStringLiteral("ai.tarvo.TarvoAI"));
     if (qgetenv("QT_QPA_PLATFORM") == "offscreen") {
         qputenv("QT_QUICK_BACKEND", "software");
     }
@@ -201,6 +215,5 @@ int main(int count, char** arguments) {
     speakOfCommandLine(words);
     QCommandLineParser parser;
     describe(parser);
-    parser.process(application);
-    return runAsAsked(parser, mode);
+    return understands(parser) ? runAsAsked(parser, mode) : 2;
 }

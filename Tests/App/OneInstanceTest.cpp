@@ -4,6 +4,7 @@
 #include "TarvoApp/Views/ReleaseNotes.h"
 #include "Tests/App/AppStory.h"
 #include "Tests/App/PrivateBus.h"
+#include "Tests/support/TempHome.h"
 
 #include <gtest/gtest.h>
 
@@ -34,6 +35,24 @@ TEST(OneInstance, TellsTheRunningOneWhatTheSecondStartWasAskedFor) {
     EXPECT_FALSE(isFirst);
     EXPECT_EQ(heard->language, "en");
     EXPECT_EQ(heard->folder, folder);
+}
+
+// HOME=other tarvo-app raised the window of the home that was open, and looked at that.
+TEST(OneInstance, EachHomeHasItsOwnHoweverItIsSpelled) {
+    const PrivateBus bus;
+    const TempHome home;
+    const TempHome other;
+    OneInstance usual(bus.connection("usual"));
+    EXPECT_TRUE(usual.claim({}));
+    OneInstance first(bus.connection("first"), home.path());
+    EXPECT_TRUE(first.claim({}));
+    OneInstance second(bus.connection("second"), other.path());
+    EXPECT_TRUE(second.claim({}));
+    other.link("link", home.path());
+    bool isFirst = true;
+    std::jthread third([&] { isFirst = OneInstance(bus.connection("third"), other.path("link")).claim({}); });
+    AppStory story;
+    EXPECT_TRUE(story.waitUntil([&] { return !isFirst; }));
 }
 
 TEST(OneInstance, TheRunningWindowShowsTheFolderAndSaysThatItsLanguageStays) {
