@@ -55,14 +55,8 @@ void tellLayout(std::size_t count) {
     fmt::print("layout of {} tiles: {:.1f} us, {:.1f} x sorting their sizes\n", count, layout, layout / sort);
 }
 
-struct MadeUp {
-    std::vector<lumo::PlanEntry> entries;
-    std::vector<Row> rows;
-    Selection defaults;
-};
-
-MadeUp madeUp(std::size_t count, std::size_t first) {
-    MadeUp made;
+ShownPlan madeUp(std::size_t count, std::size_t first) {
+    ShownPlan made;
     const std::vector<double> values = sizes(count);
     for (std::size_t index = 0; index < count; ++index) {
         const std::string id = fmt::format("proyecto:/home/somebody/projects/{}/node_modules", first + index);
@@ -98,12 +92,12 @@ void tellApplying(std::size_t count) {
     std::vector<double> copies;
     constexpr int rounds = 21;
     for (std::size_t round = 0; round < rounds; ++round) {
-        MadeUp made = madeUp(count, round * 40);
-        copies.push_back(microseconds([&] { const MadeUp copy = made; }));
+        const auto made = WholePlan::of(madeUp(count, round * 40));
+        copies.push_back(microseconds([&] { const ShownPlan copy = *made->plan(); }));
         times.push_back(microseconds([&] {
-            plan.take(std::move(made.entries), std::move(made.defaults));
-            list.show(made.rows);
-            map.show(made.rows, {.totalBytes = 500'000'000'000, .availableBytes = 1}, true);
+            plan.take(made);
+            list.show(made->rows());
+            map.show(made->rows(), {.totalBytes = 500'000'000'000, .availableBytes = 1}, true);
             (void)plan.shares();
         }));
     }

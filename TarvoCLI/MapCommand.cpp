@@ -63,7 +63,7 @@ DrawnMap drawnMap(const std::shared_ptr<const lumo::ScanReport>& report, bool is
     const std::vector<Tile> tiles = DiskMap::tiles(rowsOf(*report, entries), report->volume, isWholeDisk);
     TickedPlan plan;
     Selection defaults = defaultSelection(entries);
-    plan.take(std::move(entries), std::move(defaults));
+    plan.take({.entries = std::move(entries), .defaults = std::move(defaults)});
     const std::vector<Rect> places = DiskMap::layout(tiles, width, height);
     DrawnMap drawn;
     for (std::size_t index = 0; index < tiles.size(); ++index) {

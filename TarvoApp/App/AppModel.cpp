@@ -23,7 +23,7 @@ AppModel::AppModel(AppServices services, QObject* parent)
     : QObject(parent), services_(std::move(services)),
       settings_(services_.desk.home, keepingIn(services_.mode)), background_(threads), activity_(this),
       question_(this), ground_{services_, settings_, background_, activity_, question_}, volumes_(ground_),
-      scanning_(ground_, volumes_), ticked_(ground_), items_(ground_, ticked_), explaining_(ground_),
+      ticked_(ground_), scanning_(ground_, volumes_, ticked_), items_(ground_, ticked_), explaining_(ground_),
       preview_(services_.preview, ground_.shownHome()), list_(ground_, ticked_, explaining_),
       places_(ground_, ticked_, explaining_, list_, scanning_, volumes_, preview_), growth_(ground_),
       celebrating_(ground_), holding_(ground_, scanning_, ticked_, celebrating_),
@@ -40,7 +40,7 @@ AppModel::AppModel(AppServices services, QObject* parent)
     connect(&scanning_, &ScanningDesk::beginning, &explaining_, &ExplainingDesk::forgetEvidence);
     connect(&scanning_, &ScanningDesk::found, this, &AppModel::take);
     connect(&scanning_, &ScanningDesk::planned, this,
-            [this](const std::shared_ptr<ShownPlan>& plan) { ticked_.take(std::move(*plan)); });
+            [this](const std::shared_ptr<const WholePlan>& plan) { ticked_.takePlan(plan); });
     connect(&scanning_, &ScanningDesk::ended, this, &AppModel::scanEnded);
     explaining_.askModel();
 }
@@ -88,9 +88,9 @@ void AppModel::take(const std::shared_ptr<ScanResult>& result) {
     if (result->growth) {
         growth_.take(std::move(*result->growth));
     }
-    explaining_.take(result->report, result->plan.recoverable, result->summary, result->certain);
+    explaining_.take(result->report, result->plan->plan()->recoverable, result->summary, result->certain);
     holding_.take(std::move(result->held));
-    ticked_.take(std::move(result->plan));
+    ticked_.takePlan(result->plan);
     if (isDemo()) {
         items_.lookAgain(); // There no scan ends.
     }

@@ -134,8 +134,8 @@ class AppModel final : public QObject {
     QuestionDesk question_;
     Ground ground_; ///< The parts below stand on it; each may use those above it.
     VolumesDesk volumes_;
-    ScanningDesk scanning_;
     TickedDesk ticked_;
+    ScanningDesk scanning_;
     ItemsDesk items_;
     ExplainingDesk explaining_;
     PreviewDesk preview_;

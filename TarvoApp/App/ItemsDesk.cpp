@@ -2,6 +2,7 @@
 
 #include "TarvoApp/App/QtText.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -13,6 +14,10 @@ namespace {
 
 InventoryKind kindAt(std::size_t index) {
     return static_cast<InventoryKind>(index);
+}
+
+std::size_t indexOf(InventoryKind kind) {
+    return static_cast<std::size_t>(kind);
 }
 
 } // namespace
@@ -37,29 +42,26 @@ void ItemsDesk::tell() {
 
 void ItemsDesk::lookAgain() {
     lines_.clear();
-    for (std::size_t index = 0; index < kinds_.size(); ++index) {
-        Kind& kind = kinds_[index];
-        kind.isWanted = kind.isWanted || kind.found || kindAt(index) != InventoryKind::duplicates;
+    for (std::size_t index = 0; index < wanted_.size(); ++index) {
+        wanted_[index] = wanted_[index] || looks_[index] || kindAt(index) != InventoryKind::duplicates;
     }
     look();
 }
 
 void ItemsDesk::want(int kind) {
-    if (kind >= 0 && static_cast<std::size_t>(kind) < kinds_.size()) {
+    if (kind >= 0 && static_cast<std::size_t>(kind) < wanted_.size()) {
         lines_.clear();
-        Kind& wanted = kinds_[static_cast<std::size_t>(kind)];
-        wanted.isWanted = wanted.isWanted || !wanted.found;
+        const auto index = static_cast<std::size_t>(kind);
+        wanted_[index] = wanted_[index] || !looks_[index];
         look();
     }
 }
 
 std::optional<InventoryKind> ItemsDesk::next() const {
-    for (std::size_t index = 0; index < kinds_.size(); ++index) {
-        if (kinds_[index].isWanted) {
-            return kindAt(index);
-        }
-    }
-    return std::nullopt;
+    const auto wanted = std::ranges::find(wanted_, true);
+    return wanted == wanted_.end()
+               ? std::nullopt
+               : std::optional(kindAt(static_cast<std::size_t>(wanted - wanted_.begin())));
 }
 
 void ItemsDesk::look() {
@@ -69,25 +71,30 @@ void ItemsDesk::look() {
     }
     looking_ = kind;
     stop_ = {};
-    ground_.background.start(
-        stop_, [this, kind = *kind, look = ground_.services.look](const std::stop_token& stop) {
-            auto found = std::make_shared<CloserLook>(look(kind, stop));
-            return Background::Apply([this, kind, found, wasStopped = stop.stop_requested()] {
-                lookEnded(kind, std::move(*found), wasStopped);
-            });
-        });
+    ground_.background.start(stop_, [this, kind = *kind, look = ground_.services.look, looks = looks_,
+                                     plan = ticked_.plan().whole()->plan(),
+                                     home = ground_.shownHome()](const std::stop_token& stop) mutable {
+        Look made{.kind = kind, .found = std::make_shared<const CloserLook>(look(kind, stop)), .whole = {}};
+        auto& known = looks[indexOf(kind)];
+        // Else the list and the map would be made anew for each kind after each scan.
+        if (!known || *known != *made.found) {
+            known = made.found;
+            made.whole = std::make_shared<const WholePlan>(plan, itemsIn(looks), home);
+        }
+        return Background::Apply(
+            [this, made, wasStopped = stop.stop_requested()] { lookEnded(made, wasStopped); });
+    });
     tell();
 }
 
-void ItemsDesk::lookEnded(InventoryKind kind, CloserLook look, bool wasStopped) {
+void ItemsDesk::lookEnded(const Look& look, bool wasStopped) {
     looking_.reset();
     // What was cut short, or ended while a cleanup began, is no longer what is there: it stays wanted.
     if (!wasStopped && !stop_.stop_requested()) {
-        Kind& known = kinds_[static_cast<std::size_t>(kind)];
-        const bool isNews = known.found != look.found || known.shown != look.shown;
-        known = {.found = std::move(look.found), .shown = std::move(look.shown)};
-        if (isNews) { // Else the list and the map would be made anew for each kind after each scan.
-            show();
+        wanted_[indexOf(look.kind)] = false;
+        if (look.whole) {
+            looks_[indexOf(look.kind)] = look.found;
+            ticked_.takeItems(look.whole);
         }
     }
     tell();
@@ -96,68 +103,81 @@ void ItemsDesk::lookEnded(InventoryKind kind, CloserLook look, bool wasStopped) 
 
 // What was found.
 
-void ItemsDesk::drop(const std::set<std::string>& ids) {
-    for (Kind& kind : kinds_) {
-        if (kind.found) {
-            std::erase_if(kind.found->items,
-                          [&](const lumo::DetailItem& item) { return ids.contains(item.id); });
-        }
-    }
-    show();
-    tell();
-}
-
-void ItemsDesk::show() {
+std::shared_ptr<const ShownItems> ItemsDesk::itemsIn(const Looks& looks) {
     std::vector<lumo::Inventory> inventories;
     lumo::ResolvedPaths shown;
-    for (const Kind& kind : kinds_) {
-        if (kind.found) {
-            inventories.push_back(*kind.found);
-            shown.insert(kind.shown.begin(), kind.shown.end());
+    for (const auto& look : looks) {
+        if (look) {
+            inventories.push_back(look->found);
+            shown.insert(look->shown.begin(), look->shown.end());
         }
     }
     leaveOutCopies(inventories);
-    ShownItems items = shownItems(inventories);
-    items.shown = std::move(shown);
-    ticked_.takeItems(std::move(items));
+    auto items = std::make_shared<ShownItems>(shownItems(inventories));
+    items->shown = std::move(shown);
+    return items;
+}
+
+void ItemsDesk::drop(const std::set<std::string>& ids) {
+    const auto isGone = [&](const lumo::DetailItem& item) { return ids.contains(item.id); };
+    bool isNews = false;
+    for (auto& look : looks_) {
+        if (look && std::ranges::any_of(look->found.items, isGone)) {
+            auto rest = std::make_shared<CloserLook>(*look);
+            std::erase_if(rest->found.items, isGone);
+            look = std::move(rest);
+            isNews = true;
+        }
+    }
+    if (isNews) {
+        ticked_.takeItems(std::make_shared<const WholePlan>(ticked_.plan().whole()->plan(), itemsIn(looks_),
+                                                            ground_.shownHome()));
+        tell();
+    }
+}
+
+const lumo::Inventory* ItemsDesk::foundOf(InventoryKind kind) const {
+    const auto& look = looks_[indexOf(kind)];
+    return look ? &look->found : nullptr;
 }
 
 const ItemsDesk::Items& ItemsDesk::itemsOf(InventoryKind wanted) const {
     static const Items none;
-    return kind(wanted).found ? kind(wanted).found->items : none;
+    const lumo::Inventory* const found = foundOf(wanted);
+    return found != nullptr ? found->items : none;
 }
 
 LookState ItemsDesk::stateOf(InventoryKind wanted) const {
     if (looking_ == wanted) {
         return LookState::going;
     }
-    return kind(wanted).found      ? LookState::done
-           : kind(wanted).isWanted ? LookState::wanted
-                                   : LookState::unwanted;
+    return foundOf(wanted) != nullptr ? LookState::done
+           : wanted_[indexOf(wanted)] ? LookState::wanted
+                                      : LookState::unwanted;
 }
 
 QVariantList ItemsDesk::kinds() const {
     if (!lines_.isEmpty()) {
         return lines_;
     }
-    for (std::size_t index = 0; index < kinds_.size(); ++index) {
-        const auto& found = kinds_[index].found;
-        const KindLine line = kindLine(found ? &*found : nullptr, stateOf(kindAt(index)));
-        lines_.push_back(QVariantMap{{"title", shown(lumo::titleOf(kindAt(index)))},
-                                     {"amount", shown(line.amount)},
-                                     {"note", shown(line.note)},
-                                     {"count", static_cast<int>(found ? found->items.size() : 0)}});
+    for (std::size_t index = 0; index < looks_.size(); ++index) {
+        const lumo::Inventory* const found = foundOf(kindAt(index));
+        const KindLine line = kindLine(found, stateOf(kindAt(index)));
+        lines_.push_back(
+            QVariantMap{{"title", shown(lumo::titleOf(kindAt(index)))},
+                        {"amount", shown(line.amount)},
+                        {"note", shown(line.note)},
+                        {"count", static_cast<int>(found != nullptr ? found->items.size() : 0)}});
     }
     return lines_;
 }
 
 QString ItemsDesk::noteOf(int wanted) const {
-    if (wanted < 0 || static_cast<std::size_t>(wanted) >= kinds_.size()) {
+    if (wanted < 0 || static_cast<std::size_t>(wanted) >= looks_.size()) {
         return {};
     }
-    const auto index = static_cast<std::size_t>(wanted);
-    const auto& found = kinds_[index].found;
-    return shown(kindNote(found ? &*found : nullptr, stateOf(kindAt(index))));
+    const InventoryKind kind = kindAt(static_cast<std::size_t>(wanted));
+    return shown(kindNote(foundOf(kind), stateOf(kind)));
 }
 
 } // namespace tarvo

@@ -10,6 +10,7 @@
 #include <QVariantList>
 
 #include <array>
+#include <memory>
 #include <optional>
 #include <set>
 #include <stop_token>
@@ -49,38 +50,40 @@ class ItemsDesk final : public QObject {
     [[nodiscard]] const Items& systemDownloadItems() const { return itemsOf(lumo::InventoryKind::system); }
     [[nodiscard]] const Items& unusedAppItems() const { return itemsOf(lumo::InventoryKind::unused); }
     [[nodiscard]] const Items& installerItems() const { return itemsOf(lumo::InventoryKind::installers); }
-    /// Absent until it was looked at; it may say that it is unavailable.
-    [[nodiscard]] const std::optional<lumo::Inventory>& docker() const {
-        return kind(lumo::InventoryKind::docker).found;
-    }
+    /// Null until it was looked at; it may say that it is unavailable.
+    [[nodiscard]] const lumo::Inventory* docker() const { return foundOf(lumo::InventoryKind::docker); }
 
   signals:
     void changed();
 
   private:
-    struct Kind {
-        std::optional<lumo::Inventory> found; ///< By the last look that came to its end.
-        lumo::ResolvedPaths shown;
-        bool isWanted = false;
-    };
+    /// By the last looks at each kind that came to their end; null before.
+    using Looks = std::array<std::shared_ptr<const CloserLook>, lumo::inventoryKindCount>;
 
-    [[nodiscard]] const Kind& kind(lumo::InventoryKind kind) const {
-        return kinds_[static_cast<std::size_t>(kind)];
-    }
+    /// What all looks have found together.
+    static std::shared_ptr<const ShownItems> itemsIn(const Looks& looks);
+    /// What the last look at the kind found, or null.
+    [[nodiscard]] const lumo::Inventory* foundOf(lumo::InventoryKind kind) const;
     [[nodiscard]] const Items& itemsOf(lumo::InventoryKind kind) const;
     [[nodiscard]] LookState stateOf(lumo::InventoryKind kind) const;
     /// The kind that is looked at next.
     [[nodiscard]] std::optional<lumo::InventoryKind> next() const;
     void look();
-    void lookEnded(lumo::InventoryKind kind, CloserLook look, bool wasStopped);
+    /// What a look has found, and what is shown then: null where it found the same as before.
+    struct Look {
+        lumo::InventoryKind kind = lumo::InventoryKind::docker;
+        std::shared_ptr<const CloserLook> found;
+        std::shared_ptr<const WholePlan> whole;
+    };
+    void lookEnded(const Look& look, bool wasStopped);
     /// Takes out what a cleanup took.
     void drop(const std::set<std::string>& ids);
-    void show();
     void tell();
 
     Ground ground_;
     TickedDesk& ticked_;
-    std::array<Kind, lumo::inventoryKindCount> kinds_;
+    Looks looks_;
+    std::array<bool, lumo::inventoryKindCount> wanted_{};
     std::optional<lumo::InventoryKind> looking_;
     std::stop_source stop_; ///< Of the look that goes on.
     /// Views ask for each line apart, and each time for all of them; empty until somebody does.

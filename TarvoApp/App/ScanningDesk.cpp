@@ -12,10 +12,11 @@
 
 namespace tarvo {
 
-ScanningDesk::ScanningDesk(const Ground& ground, const VolumesDesk& volumes, QObject* parent)
-    : QObject(parent), ground_(ground), volumes_(volumes), wallAnchor_(ground.services.desk.now()),
-      steadyAnchor_(ground.services.steadySeconds()), plannedDays_(ground.settings.activeProjectDays()),
-      plannedFolders_(ground.settings.protectedFolders()) {
+ScanningDesk::ScanningDesk(const Ground& ground, const VolumesDesk& volumes, const TickedDesk& ticked,
+                           QObject* parent)
+    : QObject(parent), ground_(ground), volumes_(volumes), ticked_(ticked),
+      wallAnchor_(ground.services.desk.now()), steadyAnchor_(ground.services.steadySeconds()),
+      plannedDays_(ground.settings.activeProjectDays()), plannedFolders_(ground.settings.protectedFolders()) {
     connect(&ground.settings, &Settings::changed, this, &ScanningDesk::settingsHaveChanged);
     connect(&ground.settings, &Settings::stored, this, [this] {
         if (std::exchange(replansWhenStored_, false)) {
@@ -72,6 +73,7 @@ void ScanningDesk::runPass(ScanPass pass) {
                         .desk = ground_.services.desk,
                         .plan = preferredPlan(),
                         .snapshot = ground_.services.mode.isForReal() ? Snapshot::stored : Snapshot::dropped,
+                        .items = ticked_.plan().whole()->items(),
                         .full = fullReport_,
                         .cleaned = cleanedSince_,
                         .progress = &task->scan,
@@ -178,8 +180,10 @@ void ScanningDesk::replan() {
         return;
     }
     ground_.background.start([this, request = planRequest(), desk = ground_.services.desk,
+                              items = ticked_.plan().whole()->items(), home = ground_.shownHome(),
                               number = ++replans_](const std::stop_token&) -> Background::Apply {
-        const auto made = std::make_shared<ShownPlan>(shownPlan(request, desk));
+        const auto made = std::make_shared<const WholePlan>(
+            std::make_shared<const ShownPlan>(shownPlan(request, desk)), items, home);
         return [this, report = request.report, made, number] {
             if (report == report_ && number == replans_) {
                 emit planned(made);

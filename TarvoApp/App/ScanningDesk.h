@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TarvoApp/App/Ground.h"
+#include "TarvoApp/App/TickedDesk.h"
 #include "TarvoApp/App/VolumesDesk.h"
 #include "TarvoModel/Flows/SavedFiles.h"
 #include "TarvoModel/Flows/ScanResult.h"
@@ -31,7 +32,8 @@ class ScanningDesk final : public QObject {
     Q_PROPERTY(QString statusText READ statusText NOTIFY statusChanged)
 
   public:
-    ScanningDesk(const Ground& ground, const VolumesDesk& volumes, QObject* parent = nullptr);
+    ScanningDesk(const Ground& ground, const VolumesDesk& volumes, const TickedDesk& ticked,
+                 QObject* parent = nullptr);
 
     /// Both passes; nothing happens while something else goes on.
     Q_INVOKABLE void scan();
@@ -74,7 +76,7 @@ class ScanningDesk final : public QObject {
     /// A pass has ended with this; the listener takes out what it wants.
     void found(const std::shared_ptr<tarvo::ScanResult>& result);
     /// The report is planned anew.
-    void planned(const std::shared_ptr<tarvo::ShownPlan>& plan);
+    void planned(const std::shared_ptr<const tarvo::WholePlan>& plan);
     /// Both passes have ended and nothing else goes on.
     void ended();
 
@@ -99,6 +101,7 @@ class ScanningDesk final : public QObject {
 
     Ground ground_;
     const VolumesDesk& volumes_;
+    const TickedDesk& ticked_;
     std::optional<Opened> opened_; ///< Absent while a scan's report is shown.
     std::shared_ptr<const lumo::ScanReport> report_;
     std::shared_ptr<const lumo::ScanReport> fullReport_; ///< The last one of a full pass.

@@ -4,6 +4,7 @@
 #include "TarvoApp/App/QtText.h"
 #include "TarvoModel/Showing/Goal.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tarvo {
@@ -12,34 +13,34 @@ TickedDesk::TickedDesk(const Ground& ground, QObject* parent) : QObject(parent),
     connect(&ground.settings, &Settings::changed, this, &TickedDesk::changed); // With the goal.
 }
 
-void TickedDesk::take(ShownPlan plan) {
-    emptied_.leaveOut(plan.entries, plan.defaults, plan.rows);
-    plannedRows_ = std::move(plan.rows);
-    plannedShown_ = std::move(plan.shown);
-    recoverable_ = plan.recoverable;
+void TickedDesk::takePlan(std::shared_ptr<const WholePlan> made) {
     hasPlan_ = true;
-    plan_.take(std::move(plan.entries), std::move(plan.defaults));
-    show();
-}
-
-void TickedDesk::takeItems(ShownItems items) {
-    items_ = std::move(items);
-    plan_.takeItems(std::move(items_.entries));
-    show();
-}
-
-void TickedDesk::show() {
-    giveTiles(items_.rows, plannedRows_, ground_.shownHome());
-    rows_ = plannedRows_;
-    rows_.insert(rows_.end(), items_.rows.begin(), items_.rows.end());
-    // What another row stands for is reached by that.
-    std::set<std::string> covered;
-    for (const Row& row : items_.rows) {
-        if (!row.hasTile && !row.paths.empty()) {
-            covered.insert(row.id);
+    hidden_.clear();
+    std::shared_ptr<const ShownPlan> plan = made->plan();
+    if (emptied_.hasAny()) {
+        auto rest = std::make_shared<ShownPlan>(*plan);
+        emptied_.leaveOut(rest->entries, rest->defaults, rest->rows);
+        if (rest->entries.size() < plan->entries.size() || rest->rows.size() < plan->rows.size()) {
+            plan = std::move(rest);
         }
     }
-    reachable_ = Goal::reachable(plan_, covered);
+    const auto& items = plan_.whole()->items();
+    if (plan != made->plan() || items != made->items()) {
+        made = std::make_shared<const WholePlan>(plan, items, ground_.shownHome());
+    }
+    show(std::move(made));
+}
+
+void TickedDesk::takeItems(std::shared_ptr<const WholePlan> made) {
+    const auto& plan = plan_.whole()->plan();
+    if (plan != made->plan()) {
+        made = std::make_shared<const WholePlan>(plan, made->items(), ground_.shownHome());
+    }
+    show(std::move(made));
+}
+
+void TickedDesk::show(std::shared_ptr<const WholePlan> whole) {
+    plan_.take(hidden_.empty() ? std::move(whole) : whole->without(hidden_));
     emit planChanged();
     ticksHaveChanged();
 }
@@ -53,10 +54,9 @@ std::set<std::string> TickedDesk::takeOut(const std::vector<lumo::CleanupOutcome
 }
 
 void TickedDesk::hide(const std::set<std::string>& ids) {
-    const auto isHidden = [&](const Row& row) { return ids.contains(row.id); };
-    std::erase_if(plannedRows_, isHidden);
-    std::erase_if(items_.rows, isHidden);
-    if (std::erase_if(rows_, isHidden) > 0) {
+    if (std::ranges::any_of(rows(), [&](const Row& row) { return ids.contains(row.id); })) {
+        hidden_.insert(ids.begin(), ids.end());
+        plan_.narrow(plan_.whole()->without(ids));
         emit planChanged();
     }
 }
@@ -79,17 +79,18 @@ void TickedDesk::toggleAll(const std::vector<std::string>& ids) {
 }
 
 void TickedDesk::takeGoalOffer() {
-    if (const auto offered = Goal::offer(ground_.settings.goalBytes(), reachable_)) {
+    if (const auto offered = Goal::offer(ground_.settings.goalBytes(), plan_.whole()->reachable())) {
         ground_.settings.setGoalBytes(*offered);
     }
 }
 
 QString TickedDesk::goalBeyondText() const {
-    return hasPlan_ ? shown(Goal::beyondText(ground_.settings.goalBytes(), reachable_)) : QString();
+    return hasPlan_ ? shown(Goal::beyondText(ground_.settings.goalBytes(), plan_.whole()->reachable()))
+                    : QString();
 }
 
 QString TickedDesk::goalOfferText() const {
-    const auto offered = Goal::offer(ground_.settings.goalBytes(), reachable_);
+    const auto offered = Goal::offer(ground_.settings.goalBytes(), plan_.whole()->reachable());
     return hasPlan_ && offered ? shown(Goal::offerText(*offered)) : QString();
 }
 
@@ -140,7 +141,7 @@ QString TickedDesk::cleanHelpText() const {
 }
 
 QString TickedDesk::safeRecoverableText() const {
-    return shown(lumo::ByteFormat::string(recoverable_));
+    return shown(lumo::ByteFormat::string(recoverable()));
 }
 
 } // namespace tarvo

@@ -1,15 +1,15 @@
 #pragma once
 
 #include "TarvoApp/App/Ground.h"
-#include "TarvoModel/Flows/ScanResult.h"
 #include "TarvoModel/Showing/Emptied.h"
-#include "TarvoModel/Showing/ItemRows.h"
 #include "TarvoModel/Showing/TickedPlan.h"
+#include "TarvoModel/Showing/WholePlan.h"
 
 #include <QObject>
 #include <QString>
 
 #include <cstdint>
+#include <memory>
 #include <set>
 #include <string>
 #include <utility>
@@ -39,10 +39,11 @@ class TickedDesk final : public QObject {
   public:
     explicit TickedDesk(const Ground& ground, QObject* parent = nullptr);
 
-    /// Takes over a new plan; what is ticked is reconciled with it.
-    void take(ShownPlan plan);
-    /// Takes over what closer looks found, which joins the plan: its actions come after the plan's.
-    void takeItems(ShownItems items);
+    /// Takes over a new plan; what is ticked is reconciled with it. Where it was put together with other
+    /// items than are shown, it is put together again.
+    void takePlan(std::shared_ptr<const WholePlan> made);
+    /// Takes over what closer looks found, likewise with the plan that is shown.
+    void takeItems(std::shared_ptr<const WholePlan> made);
     /// Takes out what a cleanup has taken; the ids of that.
     std::set<std::string> takeOut(const std::vector<lumo::CleanupOutcome>& outcomes);
     /// Shows those rows no more, until the next plan: a cleanup has been there.
@@ -62,14 +63,15 @@ class TickedDesk final : public QObject {
 
     [[nodiscard]] const TickedPlan& plan() const { return plan_; }
     /// All rows, whatever is searched for: those of the plan, then those of the items.
-    [[nodiscard]] const std::vector<Row>& rows() const { return rows_; }
+    [[nodiscard]] const std::vector<Row>& rows() const { return plan_.whole()->rows(); }
     /// What is ticked, with what its paths meant when they were shown.
     [[nodiscard]] Agreement agreement() const {
-        lumo::ResolvedPaths shown = plannedShown_;
-        shown.insert(items_.shown.begin(), items_.shown.end());
+        lumo::ResolvedPaths shown = plan_.whole()->plan()->shown;
+        const lumo::ResolvedPaths& ofItems = plan_.whole()->items()->shown;
+        shown.insert(ofItems.begin(), ofItems.end());
         return {.actions = plan_.selectedActions(), .shown = std::move(shown)};
     }
-    [[nodiscard]] std::int64_t recoverable() const { return recoverable_; }
+    [[nodiscard]] std::int64_t recoverable() const { return plan_.whole()->plan()->recoverable; }
     [[nodiscard]] const CleanupShares& shares() const { return shares_; }
 
     [[nodiscard]] QString goalText() const;
@@ -96,20 +98,14 @@ class TickedDesk final : public QObject {
     void taken(const std::set<std::string>& ids);
 
   private:
-    /// Shows the rows of the plan and of the items.
-    void show();
+    void show(std::shared_ptr<const WholePlan> whole);
     void ticksHaveChanged();
 
     Ground ground_;
     TickedPlan plan_;
     Emptied emptied_;
-    std::vector<Row> plannedRows_;
-    lumo::ResolvedPaths plannedShown_;
-    ShownItems items_; ///< Without the entries, which the plan has.
-    std::vector<Row> rows_;
+    std::set<std::string> hidden_; ///< Rows of this plan that a cleanup has done.
     CleanupShares shares_;
-    std::int64_t recoverable_ = 0;
-    std::int64_t reachable_ = 0;
     bool hasPlan_ = false; ///< Until then nobody knows what can be reached.
 };
 

@@ -45,6 +45,8 @@ std::vector<lumo::Inventory> found(const FindRequest& request, const Desk& desk,
 struct CloserLook {
     lumo::Inventory found;
     lumo::ResolvedPaths shown = {}; ///< What the paths of the items that can be cleaned mean now.
+
+    friend bool operator==(const CloserLook&, const CloserLook&) = default;
 };
 
 /// What the request, which names one kind, finds.

@@ -25,7 +25,7 @@ bool isPlan(std::string_view bytes) {
 }
 
 /// Nothing of another home can be ticked: what stands at its paths here is not what was measured.
-void lookOnly(ShownPlan& plan, const lumo::ScanReport& report) {
+ShownPlan lookedAtOnly(ShownPlan plan, const lumo::ScanReport& report) {
     for (lumo::PlanEntry& entry : plan.entries) {
         entry.skipReason =
             Words{"el informe es de otra carpeta personal", "the report is about another home folder"}.in();
@@ -34,6 +34,7 @@ void lookOnly(ShownPlan& plan, const lumo::ScanReport& report) {
     plan.defaults.clear();
     plan.shown = {};
     plan.recoverable = 0;
+    return plan;
 }
 
 std::string textOf(const OpenedReport& opened) {
@@ -60,7 +61,7 @@ lumo::Result<OpenedReport> openedReport(std::string_view bytes, PlanRequest requ
     opened.result =
         savedResult(std::make_shared<const lumo::ScanReport>(std::move(*read)), std::move(request), desk);
     if (opened.isOfOtherHome) {
-        lookOnly(opened.result.plan, *opened.result.report);
+        opened.result.plan = WholePlan::of(lookedAtOnly(*opened.result.plan->plan(), *opened.result.report));
         opened.result.certain.clear();
         opened.result.summary = lumo::DiskSummary::templateText(*opened.result.report, 0, desk.now());
     }

@@ -51,8 +51,8 @@ ShownPlan shownPlan(const PlanRequest& request, const Desk& desk) {
 ScanResult demoResult(lumo::Date now) {
     lumo::ScanReport report = DemoDisk::report(now);
     ScanResult result;
-    result.plan = shownPlanOf(report, DemoDisk::entries(report));
-    result.summary = lumo::DiskSummary::templateText(report, result.plan.recoverable, now);
+    result.plan = WholePlan::of(shownPlanOf(report, DemoDisk::entries(report)));
+    result.summary = lumo::DiskSummary::templateText(report, result.plan->plan()->recoverable, now);
     const lumo::DiskSnapshot yesterday = DemoDisk::yesterday(report);
     result.growth =
         lumo::Growth{.since = yesterday.date,
@@ -86,8 +86,9 @@ std::optional<ScanResult> scanResult(const PassRequest& request) {
     result.report = std::make_shared<const lumo::ScanReport>(std::move(*report));
     PlanRequest plan = request.plan;
     plan.report = result.report;
-    result.plan = shownPlan(plan, desk);
-    result.summary = lumo::DiskSummary::templateText(*result.report, result.plan.recoverable, desk.now());
+    const auto shown = std::make_shared<const ShownPlan>(shownPlan(plan, desk));
+    result.plan = std::make_shared<const WholePlan>(shown, request.items, home);
+    result.summary = lumo::DiskSummary::templateText(*result.report, shown->recoverable, desk.now());
     if (request.pass == ScanPass::full) {
         result.certain = certainOf(*result.report, desk);
         result.items = itemsBeside(desk, {.progress = request.progress, .stop = request.stop});
@@ -111,8 +112,9 @@ ScanResult savedResult(std::shared_ptr<const lumo::ScanReport> report, PlanReque
     result.isFromFile = true;
     request.report = result.report;
     request.isReportFromFile = true;
-    result.plan = shownPlan(request, desk);
-    result.summary = lumo::DiskSummary::templateText(*result.report, result.plan.recoverable, desk.now());
+    result.plan = WholePlan::of(shownPlan(request, desk));
+    result.summary =
+        lumo::DiskSummary::templateText(*result.report, result.plan->plan()->recoverable, desk.now());
     result.certain = certainOf(*result.report, desk);
     lookAtHeld(result, desk);
     return result;

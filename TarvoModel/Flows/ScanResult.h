@@ -6,8 +6,7 @@
 #include "TarvoModel/Flows/CleanupPlanning.h"
 #include "TarvoModel/Flows/HeldState.h"
 #include "TarvoModel/Flows/ScanPass.h"
-#include "TarvoModel/Showing/Rows.h"
-#include "TarvoModel/Showing/Selection.h"
+#include "TarvoModel/Showing/WholePlan.h"
 
 #include <cstdint>
 #include <map>
@@ -20,22 +19,13 @@
 
 namespace tarvo {
 
-/// A plan as a window shows it.
-struct ShownPlan {
-    std::vector<lumo::PlanEntry> entries;
-    lumo::ResolvedPaths shown; ///< What their paths meant.
-    std::vector<Row> rows;
-    Selection defaults;           ///< What the plan ticks by itself.
-    std::int64_t recoverable = 0; ///< See `CleanupPlanner::safeRecoverableBytes`.
-};
-
 /// All that a window shows of one pass, made ready where the pass ran: whoever shows it only takes it over.
 struct ScanResult {
     std::shared_ptr<const lumo::ScanReport> report; ///< Never null; shared with later work on it.
-    ShownPlan plan;
-    std::string summary;                ///< The template's.
-    std::vector<lumo::Inventory> items; ///< Large files and models, of a full pass.
-    std::optional<lumo::Growth> growth; ///< Only of a full pass; the one before stays otherwise.
+    std::shared_ptr<const WholePlan> plan;          ///< Never null.
+    std::string summary;                            ///< The template's.
+    std::vector<lumo::Inventory> items;             ///< Large files and models, of a full pass.
+    std::optional<lumo::Growth> growth;             ///< Only of a full pass; the one before stays otherwise.
     /// Of a full pass: what is certain of the folders that no rule knows, by path.
     std::map<std::string, lumo::Explanation> certain;
     HeldState held;
@@ -52,6 +42,8 @@ struct PassRequest {
     Desk desk;
     PlanRequest plan; ///< Whose report the pass makes.
     Snapshot snapshot = Snapshot::stored;
+    /// What joins the plan: the items that are shown. Null for none.
+    std::shared_ptr<const ShownItems> items = nullptr;
     /// What a quick pass is complemented with: the last full report, and the ids of what was cleaned since.
     std::shared_ptr<const lumo::ScanReport> full;
     std::set<std::string> cleaned;

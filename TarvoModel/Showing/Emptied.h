@@ -24,6 +24,8 @@ class Emptied final {
     /// What was set aside has come back, and is shown however small it is.
     void putBack() { setAside_.clear(); }
 
+    [[nodiscard]] bool hasAny() const { return !deleted_.empty() || !setAside_.empty(); }
+
     /// Leaves out of a new plan what is still empty. What has grown since is a row like any other again.
     void leaveOut(std::vector<lumo::PlanEntry>& entries, Selection& defaults, std::vector<Row>& rows);
 

@@ -44,16 +44,6 @@ std::string meterText(std::int64_t goal, std::int64_t selected, Language languag
                .in(language);
 }
 
-std::int64_t reachable(const TickedPlan& plan, const std::set<std::string>& covered) {
-    std::int64_t sum = 0;
-    for (const lumo::PlanEntry* const entry : plan.entries()) {
-        if (!entry->skipReason && !covered.contains(entry->action.id)) {
-            sum = lumo::checkedSum(sum, entry->action.estimatedBytes);
-        }
-    }
-    return sum;
-}
-
 std::optional<std::int64_t> offer(std::int64_t goal, std::int64_t reachable) {
     const std::int64_t whole = reachable / step * step;
     return reachable < goal && whole >= step ? std::optional(whole) : std::nullopt;

@@ -1,11 +1,9 @@
 #pragma once
 
 #include "LumoCore/Basics/Language.h"
-#include "TarvoModel/Showing/TickedPlan.h"
 
 #include <cstdint>
 #include <optional>
-#include <set>
 #include <string>
 
 /// How much the user wants to free, and how near the selection is to it.
@@ -32,9 +30,6 @@ std::string goalText(std::int64_t goal);
 /// What the selection means for the goal: that it is reached, or what is missing and how to go on.
 std::string meterText(std::int64_t goal, std::int64_t selected,
                       lumo::Language language = lumo::currentLanguage());
-
-/// What all that can be ticked comes to; what other entries stand for counts with those.
-std::int64_t reachable(const TickedPlan& plan, const std::set<std::string>& covered = {});
 
 /// The goal that can be offered instead of one beyond that: what can be reached, in whole gigabytes. Absent
 /// when the goal can be reached, or there is not even one.

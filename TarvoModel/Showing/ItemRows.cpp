@@ -40,7 +40,6 @@ Row rowOf(const DetailItem& item, lumo::InventoryKind kind) {
             .command = item.blockedBecause ? lumo::commandIn(*item.blockedBecause) : std::nullopt};
 }
 
-/// Paths of which a new one can be told apart quickly.
 /// Paths of rows, which outlive this; thousands are asked about one after the other.
 class Places {
   public:
@@ -103,7 +102,7 @@ ShownItems shownItems(const std::vector<Inventory>& inventories) {
     return items;
 }
 
-void giveTiles(std::vector<Row>& items, const std::vector<Row>& others, const std::string& home) {
+void giveTiles(std::span<Row> items, std::span<const Row> others, const std::string& home) {
     if (items.empty()) {
         return;
     }

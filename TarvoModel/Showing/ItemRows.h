@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -15,16 +16,16 @@ namespace tarvo {
 
 /// The items of a window, which join its plan.
 struct ShownItems {
-    std::vector<lumo::PlanEntry> entries; ///< What is blocked has that as its reason.
-    std::vector<Row> rows;                ///< Kind by kind, the largest first.
-    lumo::ResolvedPaths shown = {};       ///< What their paths meant when they were looked at.
+    std::vector<lumo::PlanEntry> entries = {}; ///< What is blocked has that as its reason.
+    std::vector<Row> rows = {};                ///< Kind by kind, the largest first.
+    lumo::ResolvedPaths shown = {};            ///< What their paths meant when they were looked at.
 };
 
 /// The items of these inventories, each id once.
 ShownItems shownItems(const std::vector<lumo::Inventory>& inventories);
 
 /// Gives a tile to each item that stands for something in the home which no other row stands for.
-void giveTiles(std::vector<Row>& items, const std::vector<Row>& others, const std::string& home);
+void giveTiles(std::span<Row> items, std::span<const Row> others, const std::string& home);
 
 /// What is said of a kind beside its name.
 struct KindLine {

@@ -21,33 +21,14 @@ bool overlap(const lumo::CleanupAction& one, const lumo::CleanupAction& other) {
 
 } // namespace
 
-void TickedPlan::take(std::vector<lumo::PlanEntry> entries, Selection defaults) {
-    planned_ = std::move(entries);
-    settle(std::move(defaults));
-}
-
-void TickedPlan::takeItems(std::vector<lumo::PlanEntry> entries) {
-    items_ = std::move(entries);
-    settle(defaults_);
-}
-
-void TickedPlan::settle(Selection defaults) {
-    entries_.clear();
-    byID_.clear();
-    for (const auto* const part : {&planned_, &items_}) {
-        for (const lumo::PlanEntry& entry : *part) {
-            entries_.push_back(&entry);
-            byID_.emplace(entry.action.id, &entry);
-        }
-    }
+void TickedPlan::take(std::shared_ptr<const WholePlan> whole) {
+    const bool isNewPlan = whole_->plan() != whole->plan();
+    whole_ = std::move(whole);
+    // With other items alone, what was forgotten of the plan stays so.
+    const Selection defaults = isNewPlan ? whole_->plan()->defaults : defaults_;
     selection_ =
         reconciled(selection_, defaults_, defaults, [this](const std::string& id) { return canSelect(id); });
-    defaults_ = std::move(defaults);
-}
-
-const lumo::PlanEntry* TickedPlan::entry(const std::string& id) const {
-    const auto found = byID_.find(id);
-    return found == byID_.end() ? nullptr : found->second;
+    defaults_ = defaults;
 }
 
 bool TickedPlan::canSelect(const std::string& id) const {
@@ -121,12 +102,12 @@ bool TickedPlan::isTicked(const lumo::PlanEntry& entry) const {
 }
 
 bool TickedPlan::hasTicked() const {
-    return std::ranges::any_of(entries_, [&](const auto* entry) { return isTicked(*entry); });
+    return std::ranges::any_of(whole_->entries(), [&](const auto* entry) { return isTicked(*entry); });
 }
 
 std::vector<lumo::CleanupAction> TickedPlan::selectedActions() const {
     std::vector<lumo::CleanupAction> actions;
-    for (const lumo::PlanEntry* const entry : entries_) {
+    for (const lumo::PlanEntry* const entry : whole_->entries()) {
         if (isTicked(*entry)) {
             actions.push_back(entry->action);
         }
@@ -136,7 +117,7 @@ std::vector<lumo::CleanupAction> TickedPlan::selectedActions() const {
 
 CleanupShares TickedPlan::shares() const {
     CleanupShares shares;
-    for (const lumo::PlanEntry* const entry : entries_) {
+    for (const lumo::PlanEntry* const entry : whole_->entries()) {
         if (isTicked(*entry)) {
             add(entry->action, shares);
         }

@@ -2,32 +2,33 @@
 
 #include "TarvoModel/Showing/DiskMap.h"
 #include "TarvoModel/Showing/Selection.h"
+#include "TarvoModel/Showing/WholePlan.h"
 
 #include <cstddef>
+#include <memory>
+#include <set>
 #include <string>
-#include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace tarvo {
 
 /// The plan that a window shows, and what of it is ticked. Looking an entry up takes no search: every row and
-/// tile asks for its own whenever something changes. Entries are never copied for that either, since one may
-/// have thousands of paths.
+/// tile asks for its own whenever something changes.
 class TickedPlan final {
   public:
-    /// Takes over the plan of a new report; what is ticked is reconciled with it.
-    void take(std::vector<lumo::PlanEntry> entries, Selection defaults);
-    /// Takes over what closer looks found, which comes after the plan's own entries; ticked is reconciled.
-    void takeItems(std::vector<lumo::PlanEntry> entries);
+    /// Takes over a new plan, or one with other items; what is ticked is reconciled with it.
+    void take(std::shared_ptr<const WholePlan> whole);
+    void take(ShownPlan plan) { take(WholePlan::of(std::move(plan))); }
+    /// Shows other rows of the same plan.
+    void narrow(std::shared_ptr<const WholePlan> whole) { whole_ = std::move(whole); }
 
-    /// In the plan's order; valid until it takes over others.
-    [[nodiscard]] const std::vector<const lumo::PlanEntry*>& entries() const { return entries_; }
+    /// Never null.
+    [[nodiscard]] const std::shared_ptr<const WholePlan>& whole() const { return whole_; }
     [[nodiscard]] const Selection& selection() const { return selection_; }
     [[nodiscard]] const Selection& defaultSelection() const { return defaults_; }
 
     /// The entry with the id; none when there is none.
-    [[nodiscard]] const lumo::PlanEntry* entry(const std::string& id) const;
+    [[nodiscard]] const lumo::PlanEntry* entry(const std::string& id) const { return whole_->entry(id); }
     [[nodiscard]] bool canSelect(const std::string& id) const;
     [[nodiscard]] TileState stateOf(const std::string& id) const;
 
@@ -61,13 +62,8 @@ class TickedPlan final {
   private:
     [[nodiscard]] bool isTicked(const lumo::PlanEntry& entry) const;
     void tick(const std::string& id);
-    /// Finds the entries anew after others have been taken over.
-    void settle(Selection defaults);
 
-    std::vector<lumo::PlanEntry> planned_;
-    std::vector<lumo::PlanEntry> items_;
-    std::vector<const lumo::PlanEntry*> entries_;                       ///< Into those two.
-    std::unordered_map<std::string_view, const lumo::PlanEntry*> byID_; ///< Likewise.
+    std::shared_ptr<const WholePlan> whole_ = WholePlan::of({});
     Selection selection_;
     Selection defaults_;
 };

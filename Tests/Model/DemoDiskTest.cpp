@@ -96,7 +96,7 @@ TEST(DemoDisk, ShowsWhatIsHeldBackWhatGrewAndWhatIsSetAside) {
     EXPECT_EQ(heldTitle(held, Language::en), "3.2 GB in Recently Cleaned");
 
     TickedPlan plan;
-    plan.take(entries, defaultSelection(entries));
+    plan.take({.entries = entries, .defaults = defaultSelection(entries)});
     const auto actions = plan.selectedActions();
     const CleanupSums sums = sumsOf(DemoDisk::outcomes(actions, now));
     EXPECT_EQ(sums.freed, sharesOf(actions).total);

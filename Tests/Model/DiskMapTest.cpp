@@ -154,7 +154,7 @@ TEST(DiskMap, DividesAFolderAmongItsEntries) {
 
 TEST(DiskMap, SaysOfEachTileWhatItIsIn) {
     TickedPlan plan;
-    plan.take({entry("a", {}), entry("b", "ábrelo"), entry("c", {})}, {"a"});
+    plan.take({.entries = {entry("a", {}), entry("b", "ábrelo"), entry("c", {})}, .defaults = {"a"}});
     struct Case {
         const char* id;
         TileState state;

@@ -73,15 +73,38 @@ TEST(ItemRows, HaveATileWhereNoOtherOneStandsForThem) {
     EXPECT_THAT(litTiles({.kind = InventoryKind::large}, tiles, items), Optional(ElementsAre("archivo:a")));
 }
 
+TEST(ItemRows, JoinThePlanAndNothingCountsTwice) {
+    ShownItems found = shownItems(
+        {inventoryOf(InventoryKind::large,
+                     {file("archivo:a", "/home/u/Videos/a", 9), file("archivo:b", "/home/u/.cache/b", 8)}),
+         inventoryOf(InventoryKind::docker, {itemForTool("docker:i", "image", {"docker"}, 4, "")})});
+    const ShownPlan planned{
+        .entries = {PlanEntry{file("cache", "/home/u/.cache", 20).action, {}},
+                    PlanEntry{file("held", "/home/u/.held", 70).action, "quit it first"}},
+        .rows = {{.id = "cache", .paths = {"/home/u/.cache"}}, {.id = "held", .paths = {"/home/u/.held"}}}};
+    const auto whole =
+        std::make_shared<const WholePlan>(std::make_shared<const ShownPlan>(planned),
+                                          std::make_shared<const ShownItems>(std::move(found)), "/home/u");
+    EXPECT_EQ(whole->reachable(), 20 + 9 + 4) << "one of the items lies in the cache";
+    EXPECT_THAT(tiled(whole->rows()), ElementsAre("cache", "held", "archivo:a"));
+    ASSERT_EQ(whole->entries().size(), 5U);
+    EXPECT_EQ(whole->entry("docker:i"), whole->entries().back());
+    EXPECT_EQ(whole->entry("none"), nullptr);
+    const auto rest = whole->without({"cache"});
+    EXPECT_THAT(tiled(rest->rows()), ElementsAre("held", "archivo:a")) << "no tile for what lay in it";
+    EXPECT_EQ(rest->plan(), whole->plan());
+}
+
 TEST(ItemRows, AreNotTickedTogetherWithWhatHoldsThem) {
     // A model and the folder of all models counted twice.
     TickedPlan plan;
     const auto entry = [](const std::string& id, const std::string& path) {
         return PlanEntry{file(id, path, 5).action, {}};
     };
-    plan.take({entry("ollama", "/home/u/.ollama"), entry("cache", "/home/u/.cache"),
-               entry("modelo:x", "/home/u/.ollama/blobs/x"), entry("modelo:y", "/home/u/.ollama/blobs/y")},
-              {"ollama", "cache"});
+    plan.take({.entries = {entry("ollama", "/home/u/.ollama"), entry("cache", "/home/u/.cache"),
+                           entry("modelo:x", "/home/u/.ollama/blobs/x"),
+                           entry("modelo:y", "/home/u/.ollama/blobs/y")},
+               .defaults = {"ollama", "cache"}});
     EXPECT_TRUE(plan.toggle("modelo:x"));
     EXPECT_TRUE(plan.toggle("modelo:y"));
     EXPECT_THAT(plan.selection(), ElementsAre("cache", "modelo:x", "modelo:y"));

@@ -115,7 +115,7 @@ TEST(Selection, BeginsWithWhatIsSafeAndOffersTheRest) {
     const std::vector<PlanEntry> entries = plannedFor(reportOf("/home/u"));
     EXPECT_THAT(defaultSelection(entries), ElementsAre("cache", "proyecto:quiet/node_modules"));
     TickedPlan plan;
-    plan.take(entries, {});
+    plan.take({.entries = entries});
     for (const std::string id : {"letters", "cache"}) {
         EXPECT_TRUE(plan.canSelect(id) && plan.toggle(id) && plan.selection().contains(id)) << id;
     }
@@ -151,16 +151,16 @@ TEST(Selection, LosesWhatIsHeldBackAndWhatWasCleaned) {
     std::vector<PlanEntry> entries{entry("cache", Safety::safe, 2000000),
                                    entry("own", Safety::review, 2000000)};
     TickedPlan plan;
-    plan.take(entries, {"cache"});
+    plan.take({.entries = entries, .defaults = {"cache"}});
     EXPECT_TRUE(plan.toggle("own"));
     entries[1].skipReason = "in a protected folder";
-    plan.take(entries, {"cache"});
+    plan.take({.entries = entries, .defaults = {"cache"}});
     EXPECT_EQ(plan.stateOf("own"), TileState::blocked);
     EXPECT_THAT(plan.selection(), ElementsAre("cache"));
     plan.forget({"cache"});
-    plan.take(entries, {});
+    plan.take({.entries = entries});
     EXPECT_THAT(plan.selection(), ::testing::IsEmpty());
-    plan.take(entries, {"cache"});
+    plan.take({.entries = entries, .defaults = {"cache"}});
     EXPECT_THAT(plan.selection(), ElementsAre("cache")) << "it has grown again";
 }
 
@@ -171,8 +171,11 @@ TEST(Selection, ActsInPlanOrderAndLeavesOutWhatIsHeldBackMeanwhile) {
                                    entry("unticked", Safety::safe, 16000000)};
     entries[1].skipReason = "quit it first";
     TickedPlan plan;
-    plan.take({entries.begin(), entries.begin() + 3}, {"a", "held", "images", "z", "gone"});
-    plan.takeItems({entries.begin() + 3, entries.end()});
+    plan.take(std::make_shared<const WholePlan>(
+        std::make_shared<const ShownPlan>(ShownPlan{.entries = {entries.begin(), entries.begin() + 3},
+                                                    .defaults = {"a", "held", "images", "z", "gone"}}),
+        std::make_shared<const ShownItems>(ShownItems{.entries = {entries.begin() + 3, entries.end()}}),
+        "/home/u"));
     const auto actions = plan.selectedActions();
     ASSERT_EQ(actions.size(), 3U);
     EXPECT_EQ(actions[0].id + actions[1].id + actions[2].id, "zimagesa");
