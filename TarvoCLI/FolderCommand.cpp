@@ -21,7 +21,7 @@ FolderReport reportOn(const std::string& path, const std::string& home, const lu
     FolderContents::Opened opened = FolderContents::openOne(path, watch);
     return {.listing = std::move(opened.listing),
             .breakdown = std::move(opened.breakdown),
-            .location = lumo::folderLocation(path, home),
+            .location = lumo::folderLocation(path, lumo::HomePlaces::ofThisMachine(home)),
             .canOpen = FolderContents::canOpen({path})};
 }
 

@@ -70,14 +70,15 @@ FolderEvidence FolderEvidence::gather(const std::string& path, const std::string
                                       Language language, System system) {
     constexpr std::size_t mostEntries = 8;
     constexpr std::size_t mostTypes = 5;
+    const HomePlaces places = HomePlaces::ofThisMachine(home, system);
     FileTree::Breakdown breakdown = FileTree::breakdown(path, watch, language);
     FolderEvidence evidence{.path = path,
                             .displayPath = abbreviated(path, home),
-                            .location = folderLocation(path, home, system),
+                            .location = folderLocation(path, places),
                             .usage = breakdown.usage,
                             .largestEntries = std::move(breakdown.children),
                             .fileTypes = std::move(breakdown.extensions),
-                            .relatedApp = installed.related(lumo::ownersName(path, home, system), system),
+                            .relatedApp = installed.related(lumo::ownersName(path, places), system),
                             .uninstalledOwner = installed.uninstalledOwnerOf(path, home, system)};
     keepFirst(evidence.largestEntries, mostEntries);
     keepFirst(evidence.fileTypes, mostTypes);

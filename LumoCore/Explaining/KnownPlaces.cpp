@@ -22,8 +22,10 @@ using PlaceTexts::Extent;
 using platform::EntryKind;
 using Source = Explanation::Source;
 
+/// As programs hide their folders, wherever those have been moved.
 bool isHidden(std::string_view path, const HomePlaces& places) {
-    const std::string_view inHome = path.substr(places.home().size() + 1);
+    const std::string usual = places.usual(path);
+    const std::string_view inHome = std::string_view(usual).substr(places.home().size() + 1);
     return inHome.starts_with('.') || isInside(inHome, "Library") ||
            (places.system() == System::linux && isInside(inHome, "snap"));
 }
@@ -58,7 +60,7 @@ KnownPlaces::KnownPlaces(HomePlaces places, const Installed& installed, Language
     const std::vector<Rule> catalogue = RuleCatalog::inHome(places_, language_);
     lookUp(catalogue, Source::catalogue);
     divideCaches(catalogue);
-    lookUp(AppCaches::rulesBeside(claimed_, installed_.apps, home, language_), Source::inventory);
+    lookUp(AppCaches::rulesBeside(claimed_, installed_.apps, places_, language_), Source::inventory);
     for (std::string own : {OwnFiles::support(home), OwnFiles::caches(home), OwnFiles::settings(home)}) {
         claimed_.push_back(std::move(own));
     }
@@ -85,7 +87,7 @@ void KnownPlaces::divideCaches(const std::vector<Rule>& catalogue) {
             const std::string start = expanded(startOf(place), home);
             std::string around =
                 std::holds_alternative<locator::Path>(place) ? std::string(parentOf(start)) : start;
-            if (folderLocation(around, home, places_.system()) == FolderLocation::caches) {
+            if (folderLocation(around, places_) == FolderLocation::caches) {
                 divided_.push_back(std::move(around));
             }
         }
@@ -116,12 +118,11 @@ std::map<std::string, Explanation> KnownPlaces::explainAll(const std::vector<Unc
         const std::string& home = places_.home();
         FolderEvidence evidence{.path = item.path,
                                 .displayPath = abbreviated(item.path, home),
-                                .location = folderLocation(item.path, home, system),
+                                .location = folderLocation(item.path, places_),
                                 .usage = item.usage,
                                 .largestEntries = {},
                                 .fileTypes = {},
-                                .relatedApp =
-                                    installed_.related(ownersName(item.path, home, system), system)};
+                                .relatedApp = installed_.related(ownersName(item.path, places_), system)};
         if (auto explanation = told(evidence, now, seen)) {
             explanations.emplace(item.path, std::move(*explanation));
         }
@@ -261,7 +262,7 @@ std::optional<Explanation> KnownPlaces::ofHidden(const FolderEvidence& evidence)
     for (std::string whole(parentOf(path)); whole.size() > places_.home().size(); whole = parentOf(whole)) {
         if (mayBeGuessedAbout(whole)) {
             const System system = places_.system();
-            const auto app = installed_.related(ownersName(whole, places_.home(), system), system);
+            const auto app = installed_.related(ownersName(whole, places_), system);
             return PlaceTexts::ofPart(abbreviated(whole, places_.home()), ownerOf(whole, app), language_);
         }
     }
@@ -270,13 +271,13 @@ std::optional<Explanation> KnownPlaces::ofHidden(const FolderEvidence& evidence)
 
 bool KnownPlaces::mayBeGuessedAbout(const std::string& path) const {
     const bool isSnaps = places_.system() == System::linux && parentOf(path) == places_.home() + "/snap";
-    return isSnaps || Scanner::isUnclassifiedPlace(path, places_.home(), claimed_);
+    return isSnaps || Scanner::isUnclassifiedPlace(path, places_, claimed_);
 }
 
 std::optional<std::string> KnownPlaces::ownerOf(const std::string& path,
                                                 const std::optional<InstalledApp>& app) const {
     // An application's own name is what people see; that of a mere program is often an abbreviation.
-    const std::string_view folder = ownersName(path, places_.home(), places_.system());
+    const std::string folder = ownersName(path, places_);
     const auto known = places_.system() == System::linux ? knownOwner(folder) : std::nullopt;
     if (known && !hasIcon(app)) {
         return std::string(*known);

@@ -13,8 +13,8 @@ namespace lumo::AppCaches {
 namespace {
 
 /// Where applications keep caches under their identifier: macOS, the XDG base directories, Flatpak.
-constexpr std::array<std::pair<std::string_view, std::string_view>, 3> places{
-    {{"~/Library/Caches/", ""}, {"~/.cache/", ""}, {"~/.var/app/", "/cache"}}};
+constexpr std::array<std::pair<std::string_view, std::string_view>, 3> cachePlaces{
+    {{"~/Library/Caches", ""}, {"~/.cache", ""}, {"~/.var/app", "/cache"}}};
 
 std::vector<std::string> pathsOf(const std::vector<Rule>& rules, const std::string& home) {
     std::vector<std::string> paths;
@@ -46,12 +46,12 @@ Rule ruleFor(const InstalledApp& app, const std::string& path, Language language
 } // namespace
 
 std::vector<Rule> rules(const std::vector<InstalledApp>& apps, const std::vector<Rule>& given,
-                        const std::string& home, Language language) {
-    return rulesBeside(pathsOf(given, home), apps, home, language);
+                        const HomePlaces& places, Language language) {
+    return rulesBeside(pathsOf(given, places.home()), apps, places, language);
 }
 
 std::vector<Rule> rulesBeside(const std::vector<std::string>& located, const std::vector<InstalledApp>& apps,
-                              const std::string& home, Language language) {
+                              const HomePlaces& places, Language language) {
     std::vector<Rule> found;
     std::set<std::string> known;
     for (const InstalledApp& app : apps) {
@@ -59,9 +59,9 @@ std::vector<Rule> rulesBeside(const std::vector<std::string>& located, const std
             app.bundleID.starts_with('.') || !known.insert(app.bundleID).second) {
             continue;
         }
-        for (const auto& [before, after] : places) {
-            const std::string path = std::string(before) + app.bundleID + std::string(after);
-            const std::string absolute = expanded(path, home);
+        for (const auto& [before, after] : cachePlaces) {
+            const std::string path = places.placed(before) + "/" + app.bundleID + std::string(after);
+            const std::string absolute = expanded(path, places.home());
             if (platform::kindOf(absolute) == platform::EntryKind::folder && !isTaken(absolute, located)) {
                 found.push_back(ruleFor(app, path, language));
                 break;

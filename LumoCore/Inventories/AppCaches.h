@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LumoCore/Inventories/InstalledApp.h"
+#include "LumoCore/Rules/HomePlaces.h"
 #include "LumoCore/Rules/Rule.h"
 
 #include <string>
@@ -14,10 +15,10 @@ namespace lumo::AppCaches {
 /// or that hold or lie in one, are left to that rule. Only an exact identifier counts: a name that merely
 /// looks alike may belong to something else.
 std::vector<Rule> rules(const std::vector<InstalledApp>& apps, const std::vector<Rule>& given,
-                        const std::string& home, Language language = currentLanguage());
+                        const HomePlaces& places, Language language = currentLanguage());
 
 /// The same for whoever has located the given rules already: what they have found.
 std::vector<Rule> rulesBeside(const std::vector<std::string>& located, const std::vector<InstalledApp>& apps,
-                              const std::string& home, Language language = currentLanguage());
+                              const HomePlaces& places, Language language = currentLanguage());
 
 } // namespace lumo::AppCaches

@@ -33,10 +33,10 @@ constexpr auto userFolders = std::to_array<HomePlaces::Named>({{"XDG_DESKTOP_DIR
 
 /// The base directories, as the desktops have agreed on them (XDG). The first holds the settings that
 /// name the user's folders.
-constexpr auto baseFolders = std::to_array<HomePlaces::Named>({{"XDG_CONFIG_HOME", "~/.config"},
-                                                               {"XDG_CACHE_HOME", "~/.cache"},
-                                                               {"XDG_DATA_HOME", "~/.local/share"},
-                                                               {"XDG_STATE_HOME", "~/.local/state"}});
+constexpr auto namedBases = std::to_array<HomePlaces::Named>({{"XDG_CONFIG_HOME", "~/.config"},
+                                                              {"XDG_CACHE_HOME", "~/.cache"},
+                                                              {"XDG_DATA_HOME", "~/.local/share"},
+                                                              {"XDG_STATE_HOME", "~/.local/state"}});
 
 /// What the tools' own documentation says that they read.
 constexpr auto toolFolders = std::to_array<HomePlaces::Named>({{"UV_CACHE_DIR", "~/.cache/uv"},
@@ -106,12 +106,12 @@ HomePlaces::HomePlaces(std::string home, System system, const Variables& variabl
     if (system_ != System::linux) {
         return;
     }
-    moveByVariable(baseFolders.front(), variables);
+    moveByVariable(namedBases.front(), variables);
     constexpr std::size_t mostBytes = std::size_t{64} * 1024;
     if (const auto settings = platform::readWhole(path("~/.config/user-dirs.dirs"), mostBytes)) {
         moveMainFolders(*settings);
     }
-    for (const Named& folder : std::span(baseFolders).subspan(1)) {
+    for (const Named& folder : std::span(namedBases).subspan(1)) {
         moveByVariable(folder, variables);
     }
     for (const Named& folder : toolFolders) {
@@ -120,9 +120,9 @@ HomePlaces::HomePlaces(std::string home, System system, const Variables& variabl
     sortLargestFirst(moved_, [](const auto& move) { return std::ssize(move.first); });
 }
 
-HomePlaces HomePlaces::ofThisMachine(const std::string& home) {
+HomePlaces HomePlaces::ofThisMachine(const std::string& home, System system) {
     const bool isOwn = platform::isSamePlace(platform::environmentVariable("HOME").value_or(""), home);
-    return {home, currentSystem(), [isOwn](const std::string& name) {
+    return {home, system, [isOwn](const std::string& name) {
                 return isOwn ? platform::environmentVariable(name) : std::nullopt;
             }};
 }
@@ -138,6 +138,29 @@ std::string HomePlaces::placed(std::string_view usual) const {
 
 std::string HomePlaces::path(std::string_view usual) const {
     return expanded(placed(usual), home_);
+}
+
+std::string HomePlaces::usual(std::string_view path) const {
+    const std::pair<std::string, std::string>* nearest = nullptr;
+    for (const auto& move : moved_) {
+        if (isInside(path, expanded(move.second, home_)) &&
+            (nearest == nullptr || nearest->second.size() < move.second.size())) {
+            nearest = &move;
+        }
+    }
+    return nearest == nullptr ? std::string(path)
+                              : expanded(nearest->first, home_) +
+                                    std::string(path.substr(expanded(nearest->second, home_).size()));
+}
+
+std::vector<std::string> HomePlaces::baseFolders() const {
+    std::vector<std::string> folders;
+    if (system_ == System::linux) {
+        for (const Named& base : namedBases) {
+            folders.push_back(path(base.usual));
+        }
+    }
+    return folders;
 }
 
 std::vector<std::string> HomePlaces::mainFolders() const {
@@ -185,7 +208,7 @@ bool HomePlaces::mayBeTaken(const std::string& path) const {
         return false;
     }
     std::vector<std::string> kept = mainFolders();
-    for (const Named& base : baseFolders) {
+    for (const Named& base : namedBases) {
         kept.push_back(this->path(base.usual));
         kept.push_back(expanded(base.usual, home_));
     }

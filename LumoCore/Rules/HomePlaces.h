@@ -28,7 +28,7 @@ class HomePlaces final {
     HomePlaces(std::string home, System system, const Variables& variables);
 
     /// Of this machine, now. The variables of this process say nothing about a home that is not $HOME.
-    static HomePlaces ofThisMachine(const std::string& home);
+    static HomePlaces ofThisMachine(const std::string& home, System system = currentSystem());
 
     [[nodiscard]] const std::string& home() const { return home_; }
     [[nodiscard]] System system() const { return system_; }
@@ -39,6 +39,13 @@ class HomePlaces final {
 
     /// The same as an absolute path.
     [[nodiscard]] std::string path(std::string_view usual) const;
+
+    /// Where the absolute path would be in a home in which nothing is moved: the way back from `path`.
+    [[nodiscard]] std::string usual(std::string_view path) const;
+
+    /// Where programs keep their files side by side, each in a folder of its own (the XDG base directories),
+    /// as absolute paths; none on macOS.
+    [[nodiscard]] std::vector<std::string> baseFolders() const;
 
     /// The main folders of the user's ("Desktop", "Documents" and so on) as absolute paths, where they are.
     [[nodiscard]] std::vector<std::string> mainFolders() const;

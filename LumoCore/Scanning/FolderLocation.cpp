@@ -80,6 +80,14 @@ FolderLocation folderLocation(std::string_view path, std::string_view home, Syst
     return FolderLocation::other;
 }
 
+FolderLocation folderLocation(std::string_view path, const HomePlaces& places) {
+    return folderLocation(places.usual(path), places.home(), places.system());
+}
+
+std::string ownersName(std::string_view path, const HomePlaces& places) {
+    return std::string(ownersName(places.usual(path), places.home(), places.system()));
+}
+
 std::string_view ownersName(std::string_view path, std::string_view home, System system) {
     if (system == System::linux && isInside(path, home)) {
         const std::string_view inHome = path.substr(home.size());

@@ -3,7 +3,9 @@
 #include "LumoCore/Basics/Codec.h"
 #include "LumoCore/Basics/Language.h"
 #include "LumoCore/Basics/System.h"
+#include "LumoCore/Rules/HomePlaces.h"
 
+#include <string>
 #include <string_view>
 
 namespace lumo {
@@ -30,10 +32,14 @@ struct EnumNames<FolderLocation> {
 /// The location of what lies below one of the known folders; these folders themselves are `other`, or
 /// `hiddenHome`. Told by the path alone.
 FolderLocation folderLocation(std::string_view path, std::string_view home, System system = currentSystem());
+/// The same where the home's folders may have been moved.
+FolderLocation folderLocation(std::string_view path, const HomePlaces& places);
 
 /// The name that tells whose a path is: on Linux the one directly in a folder that many programs share, so
 /// that the cache of a Flatpak application is known by the application; elsewhere the last component.
 std::string_view ownersName(std::string_view path, std::string_view home, System system = currentSystem());
+/// The same where the home's folders may have been moved.
+std::string ownersName(std::string_view path, const HomePlaces& places);
 
 /// The location in words.
 std::string description(FolderLocation location, Language language = currentLanguage(),

@@ -159,9 +159,10 @@ std::vector<std::string> claimedBy(const ScanReport& report) {
 std::vector<UnclassifiedItem> findUnclassified(const ScanReport& report, const ScanOptions& options,
                                                const ScanContext& context, HardLinkRegistry& registry) {
     enter(ScanPhase::measuringUnclassified, context);
-    std::vector<std::string> paths = foldersNotListed(options.home);
+    const HomePlaces places = HomePlaces::ofThisMachine(options.home);
+    std::vector<std::string> paths = foldersNotListed(places);
     const std::size_t notListed = paths.size();
-    std::ranges::move(unclassifiedCandidates(options.home, claimedBy(report), context.stop),
+    std::ranges::move(unclassifiedCandidates(places, claimedBy(report), context.stop),
                       std::back_inserter(paths));
     const std::vector<Usage> usages = measureAll({paths.begin(), paths.end()}, registry, context);
     const std::int64_t smallest = std::max<std::int64_t>(options.unclassifiedMinimumBytes, 1);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LumoCore/Rules/HomePlaces.h"
 #include "LumoCore/Rules/Rule.h"
 #include "LumoCore/Scanning/FileTree.h"
 #include "LumoCore/Scanning/ScanMemory.h"
@@ -92,18 +93,18 @@ std::vector<ProjectReport> measureProjects(const std::vector<std::string>& paths
                                            HardLinkRegistry& registry, const FileTree::Watch& watch = {});
 
 /// The folders where applications keep their files that lie neither in nor above a claimed path.
-std::vector<std::string> unclassifiedCandidates(const std::string& home,
+std::vector<std::string> unclassifiedCandidates(const HomePlaces& places,
                                                 const std::vector<std::string>& claimed,
                                                 const std::stop_token& stop = {});
 
 /// True when a folder at the path could be one of those candidates: it is directly in a folder where
 /// applications keep their files, and neither claimed nor divided itself.
-bool isUnclassifiedPlace(const std::string& path, const std::string& home,
+bool isUnclassifiedPlace(const std::string& path, const HomePlaces& places,
                          const std::vector<std::string>& claimed);
 
 /// The folders of many programs' files in the home, the same that candidates are looked for in, that stand
 /// there and cannot be listed.
-std::vector<std::string> foldersNotListed(const std::string& home);
+std::vector<std::string> foldersNotListed(const HomePlaces& places);
 
 /// A folder's entries as absolute paths, ascending by name; none when it cannot be listed.
 std::vector<std::string> children(const std::string& path);

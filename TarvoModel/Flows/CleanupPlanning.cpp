@@ -52,7 +52,8 @@ lumo::CleanupOptions optionsOf(const PlanRequest& request, const Preferences& pr
 /// What this build knows how to clean in the home: the catalog, and the caches of installed applications.
 std::vector<lumo::Rule> knownRules(const Desk& desk) {
     std::vector<lumo::Rule> rules = lumo::RuleCatalog::inHome(desk.home);
-    std::vector<lumo::Rule> ofApps = lumo::AppCaches::rules(desk.installedApps()->apps(), rules, desk.home);
+    std::vector<lumo::Rule> ofApps = lumo::AppCaches::rules(desk.installedApps()->apps(), rules,
+                                                            lumo::HomePlaces::ofThisMachine(desk.home));
     rules.insert(rules.end(), ofApps.begin(), ofApps.end());
     return rules;
 }

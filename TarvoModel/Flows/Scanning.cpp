@@ -29,8 +29,9 @@ std::optional<lumo::ScanReport> scanned(const std::vector<lumo::Rule>& rules,
                                 .memory = watch.memory,
                                 .findInstallers = lumo::Installers::finder(watch.stop),
                                 .findAppCaches = [&](const auto& located, const std::string& home) {
-                                    return lumo::AppCaches::rulesBeside(located, desk.installedApps()->apps(),
-                                                                        home);
+                                    return lumo::AppCaches::rulesBeside(
+                                        located, desk.installedApps()->apps(),
+                                        lumo::HomePlaces::ofThisMachine(home));
                                 }});
 }
 

@@ -26,6 +26,24 @@ Explanation explained(const std::string& path, const TempHome& home, const Insta
 
 } // namespace
 
+TEST(KnownPlaces, KnowTheFoldersOfProgramsWhereTheyHaveBeenMoved) {
+    const TempHome home;
+    home.files({"var/cache/loose", "var/own/x"});
+    const HomePlaces places(home.path(), System::linux, [&](const std::string& name) {
+        return name == "XDG_CACHE_HOME" ? std::optional(home.path("var/cache")) : std::nullopt;
+    });
+    const Installed installed;
+    const KnownPlaces known(places, installed, Language::en);
+    const auto whatIs = [&](const char* name) {
+        const std::string path = home.path(name);
+        const auto explanation =
+            known.explain({.path = path, .location = folderLocation(path, places)}, Date());
+        return explanation ? explanation->whatItIs : std::string();
+    };
+    EXPECT_EQ(whatIs("var/cache/loose"), "A cache file");
+    EXPECT_EQ(whatIs("var/own"), "A folder of your own");
+}
+
 TEST(KnownPlaces, SaysWhatIsCertainInASentenceOfItsOwn) {
     // Everything but unknown folders was "a part of what the catalogue knows", to be kept.
     const TempHome home;

@@ -72,7 +72,8 @@ std::optional<DesktopEntry> parse(const std::string& text, Language language = L
 
 std::vector<Rule> cacheRules(const TempHome& home, const std::string& identifier,
                              const std::vector<Rule>& given = {}) {
-    return AppCaches::rules({{"Some App", identifier, "/p/Some App.app"}}, given, home.path(), Language::en);
+    return AppCaches::rules({{"Some App", identifier, "/p/Some App.app"}}, given, HomePlaces(home.path()),
+                            Language::en);
 }
 
 Rule ruleAt(const std::string& path) {
@@ -276,7 +277,7 @@ TEST(AppCaches, LeavesAFolderToTheRuleThatHasIt) {
         EXPECT_EQ(cacheRules(home, "tool", {ruleAt(given)}).size(), 1U) << given;
     }
     const InstalledApp twice{"Tool", "tool", "/p/tool.app"};
-    EXPECT_EQ(AppCaches::rules({twice, twice}, {}, home.path()).size(), 1U);
+    EXPECT_EQ(AppCaches::rules({twice, twice}, {}, HomePlaces(home.path())).size(), 1U);
 }
 
 TEST(InstalledApp, IsRelatedToAFolderByIdentifierThenAliasThenWord) {

@@ -1,5 +1,7 @@
 #include "LumoCore/Scanning/Scanner.h"
+#include "LumoCore/Inventories/AppCaches.h"
 #include "LumoCore/Rules/RuleCatalog.h"
+#include "LumoCore/Scanning/FolderLocation.h"
 #include "LumoCore/Scanning/ProjectArtifacts.h"
 #include "Tests/support/TempHome.h"
 
@@ -306,7 +308,7 @@ TEST(Scanner, VisitsAFolderAboveAClaimedOneAndOffersTheRest) {
     home.file("Library/Caches/loose", 100);
     home.link(".linked", "Visible");
     const auto candidates = Scanner::unclassifiedCandidates(
-        home.path(),
+        HomePlaces(home.path()),
         {home.path("Library/Caches/pip"), home.path("Library/Application Support/Google/Chrome/Model"),
          home.path(".cache/uv"), home.path(".deep/1/2/3/4")});
     EXPECT_THAT(candidates, ElementsAre(home.path("Library/Application Support/Google/Chrome/Other"),
@@ -315,6 +317,35 @@ TEST(Scanner, VisitsAFolderAboveAClaimedOneAndOffersTheRest) {
                                         home.path(".deep/1/2/side"), home.path(".local/bin"),
                                         home.path(".local/share/game"), home.path(".var/app/org.a.B"),
                                         home.path(".zed")));
+}
+
+// Nothing was listed of what lay there.
+TEST(Scanner, LooksForUnknownFoldersWhereTheBaseFoldersHaveBeenMoved) {
+    const TempHome home;
+    home.folders(
+        {"var/cache/pip", "var/cache/mystery/inner", "var/own", ".hidden/state/game", "Documents/x"});
+    const HomePlaces places(home.path(), System::linux, [&](const std::string& name) {
+        return name == "XDG_CACHE_HOME"   ? std::optional(home.path("var/cache"))
+               : name == "XDG_STATE_HOME" ? std::optional(home.path(".hidden/state"))
+                                          : std::nullopt;
+    });
+    const std::vector<std::string> claimed{home.path("var/cache/pip")};
+    EXPECT_THAT(Scanner::unclassifiedCandidates(places, claimed),
+                ElementsAre(home.path(".hidden/state/game"), home.path("var/cache/mystery")));
+    const auto isPlace = [&](const char* name) {
+        return Scanner::isUnclassifiedPlace(home.path(name), places, claimed);
+    };
+    EXPECT_TRUE(isPlace("var/cache/mystery") && isPlace(".hidden/state/game"));
+    for (const char* name : {"var", "var/own", "var/cache", "var/cache/pip", "var/cache/mystery/inner",
+                             "Documents/x", ".hidden/state"}) {
+        EXPECT_FALSE(isPlace(name)) << name;
+    }
+    EXPECT_EQ(folderLocation(home.path("var/cache/mystery"), places), FolderLocation::caches);
+    EXPECT_EQ(folderLocation(home.path("var/own"), places), FolderLocation::other);
+    EXPECT_EQ(ownersName(home.path("var/cache/mystery/inner"), places), "mystery");
+    const auto rules = AppCaches::rules({{"Mystery", "mystery", "/p/mystery.desktop"}}, {}, places);
+    ASSERT_EQ(rules.size(), 1U);
+    EXPECT_EQ(resolve(rules.front(), home.path()), std::vector{home.path("var/cache/mystery")});
 }
 
 TEST(Scanner, ReportsUnclaimedFoldersFromTheAskedSizeAndLeavesClaimedOnesToTheirRules) {
