@@ -71,6 +71,16 @@ void addLitInside(const RowView& view, const Tile& tile, std::set<std::string>& 
     }
 }
 
+/// The rows whose tiles keep their light. Single items have tiles among the others, of the same colors,
+/// though the list shows them apart.
+std::vector<Row> litRows(const RowView& view, const std::vector<Row>& rows) {
+    std::vector<Row> kept;
+    std::ranges::copy_if(rows, std::back_inserter(kept), [&](const Row& row) {
+        return (!view.kind || row.kind == view.kind) && (!view.group || row.group == *view.group);
+    });
+    return rowsMatching(view.searched, kept);
+}
+
 } // namespace
 
 std::vector<Row> rowsFor(const RowView& view, const std::vector<Row>& rows) {
@@ -91,7 +101,7 @@ std::optional<std::set<std::string>> litTiles(const RowView& view, const std::ve
         return std::nullopt;
     }
     std::set<std::string> matching;
-    for (const Row& row : rowsIn(view, rows)) {
+    for (const Row& row : litRows(view, rows)) {
         if (row.hasTile) {
             matching.insert(row.id);
         }

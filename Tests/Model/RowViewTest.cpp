@@ -90,6 +90,16 @@ TEST(RowView, LightsTheTilesOfWhatItShowsAlsoInsideFolders) {
     EXPECT_THAT(litTiles({.group = RowGroup::review}, top, someRows()),
                 Optional(UnorderedElementsAre("models")));
     EXPECT_EQ(litTiles({.searched = "nothing"}, top, someRows()), std::nullopt) << "darkness says nothing";
+    // A film of the map's amber went dark when only what needs a look was asked for.
+    std::vector<Row> withFilm = someRows();
+    withFilm.push_back(row("film", 5, Safety::review));
+    withFilm.back().kind = lumo::InventoryKind::large;
+    top.insert(top.begin(), Tile{.id = "film", .label = "film.mkv", .detail = {}, .safety = Safety::review});
+    EXPECT_THAT(litTiles({.group = RowGroup::review}, top, withFilm),
+                Optional(UnorderedElementsAre("models", "film")));
+    EXPECT_THAT(litTiles({.group = RowGroup::safe}, top, withFilm),
+                Optional(::testing::Not(::testing::Contains("film"))));
+    top.erase(top.begin());
     top.pop_back();
     EXPECT_THAT(litTiles({.searched = "gamma"}, top, someRows()), Optional(UnorderedElementsAre("_otros")));
 
