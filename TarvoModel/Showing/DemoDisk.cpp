@@ -49,7 +49,8 @@ lumo::Usage usageOf(std::int64_t megabytes, Date lastModified) {
             .lastModified = lastModified};
 }
 
-lumo::Finding findingOf(const FindingRow& row, const lumo::Rule& rule, Date now, System system) {
+lumo::Finding findingOf(const FindingRow& row, const lumo::Rule& rule, Date now, Language language,
+                        System system) {
     lumo::Finding finding{.ruleID = rule.id,
                           .name = rule.name,
                           .category = rule.category,
@@ -60,7 +61,7 @@ lumo::Finding findingOf(const FindingRow& row, const lumo::Rule& rule, Date now,
                           .usage = usageOf(row.megabytes, now - hours(5)),
                           .closeFirst = rule.closeFirst};
     for (const std::string_view place : row.places) {
-        finding.paths.push_back(absolute(place, system));
+        finding.paths.push_back(absolute(named(place, language, system), system));
     }
     if (finding.paths.empty()) {
         finding.paths.push_back(absolute(lumo::startOf(rule.locator), system));
@@ -73,7 +74,7 @@ std::vector<lumo::Finding> findings(Date now, Language language, System system) 
     std::vector<lumo::Finding> findings;
     for (const FindingRow& row : findingRows(system)) {
         if (const auto rule = std::ranges::find(rules, row.rule, &lumo::Rule::id); rule != rules.end()) {
-            findings.push_back(findingOf(row, *rule, now, system));
+            findings.push_back(findingOf(row, *rule, now, language, system));
         }
     }
     lumo::sortLargestFirst(findings);

@@ -69,7 +69,7 @@ std::vector<OwnRow> ownRows() {
     return {{{"Instaladores en Descargas", "Installers in Downloads"},
              12,
              940,
-             {{"~/Downloads/Setup.zip", "~/Downloads/Setup.zip"}}},
+             {{"~/Descargas/Setup.zip", "~/Downloads/Setup.zip"}}},
             {{"Modelos de Whisper", "Whisper models"},
              5,
              1180,

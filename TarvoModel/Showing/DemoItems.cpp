@@ -3,6 +3,7 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Words.h"
 #include "TarvoModel/Showing/DemoDisk.h"
+#include "TarvoModel/Showing/DemoTables.h"
 
 #include <array>
 #include <optional>
@@ -49,14 +50,14 @@ constexpr std::array table{
             "",
             "Desktop/IMG_2041.mov",
             512,
-            {"copia de Pictures/Camera/IMG_2041.mov, que se queda",
+            {"copia de Imágenes/Camera/IMG_2041.mov, que se queda",
              "copy of Pictures/Camera/IMG_2041.mov, which stays"},
             "Pictures/Camera/IMG_2041.mov"},
     ItemRow{InventoryKind::duplicates,
             "",
             "Documents/Old laptop/thesis-scans.pdf",
             186,
-            {"copia de Documents/thesis-scans.pdf, que se queda",
+            {"copia de Documentos/thesis-scans.pdf, que se queda",
              "copy of Documents/thesis-scans.pdf, which stays"},
             "Documents/thesis-scans.pdf"},
     ItemRow{InventoryKind::unused,
@@ -76,6 +77,17 @@ constexpr std::array table{
             4100,
             {"7,2 mil millones de parámetros, Q4_0 · sin usar desde hace 5 meses",
              "7.2 billion parameters, Q4_0 · not used for 5 months"}},
+    // The two that the scan found together.
+    ItemRow{InventoryKind::installers,
+            "",
+            "Downloads/ubuntu-24.04-desktop-amd64.iso",
+            3473,
+            {"Imagen de disco, del 12 ago 2026", "Disk image, from Aug 12, 2026"}},
+    ItemRow{InventoryKind::installers,
+            "",
+            "Downloads/blender-4.5-linux-x64.tar.xz",
+            1737,
+            {"Comprimido, del 3 jul 2026", "Archive, from Jul 3, 2026"}},
     ItemRow{InventoryKind::system,
             "journal",
             "",
@@ -93,7 +105,9 @@ constexpr std::array table{
 };
 
 DetailItem itemOf(const ItemRow& row, lumo::Language language, lumo::System system) {
-    const auto inHome = [&](std::string_view path) { return lumo::joined(std::string(home(system)), path); };
+    const auto inHome = [&](std::string_view path) {
+        return lumo::joined(std::string(home(system)), named(path, language, system));
+    };
     const std::string name(row.name.empty() ? lumo::fileName(row.path) : row.name);
     const std::string id =
         std::string(lumo::idPrefixOf(row.kind)) + std::string(row.path.empty() ? row.name : row.path);

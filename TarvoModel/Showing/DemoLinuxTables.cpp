@@ -1,6 +1,9 @@
 #include "TarvoModel/Showing/DemoTables.h"
 
+#include <algorithm>
 #include <array>
+#include <string>
+#include <string_view>
 
 namespace tarvo::DemoDisk {
 
@@ -241,6 +244,22 @@ std::span<const FolderRow> linuxFolderRows() {
           {"logs", 25, {{"2026-10-14.txt", 14}, {"2026-10-13.txt", 11}}}}},
     });
     return rows;
+}
+
+std::string named(std::string_view path, lumo::Language language, lumo::System system) {
+    constexpr auto folders = std::to_array<lumo::Words>({{"Descargas/", "Downloads/"},
+                                                         {"Documentos/", "Documents/"},
+                                                         {"Escritorio/", "Desktop/"},
+                                                         {"Imágenes/", "Pictures/"},
+                                                         {"Vídeos/", "Videos/"}});
+    const std::string_view start = path.starts_with("~/") ? "~/" : "";
+    const std::string_view rest = path.substr(start.size());
+    const auto folder =
+        std::ranges::find_if(folders, [&](const lumo::Words& words) { return rest.starts_with(words.en); });
+    if (system == lumo::System::macos || folder == folders.end()) {
+        return std::string(path);
+    }
+    return std::string(start) + folder->in(language) + std::string(rest.substr(folder->en.size()));
 }
 
 } // namespace tarvo::DemoDisk

@@ -70,6 +70,10 @@ struct FolderRow {
     std::vector<PartRow> parts;
 };
 
+/// A path of the tables, "~/" before it or not. On Linux the user's own folders have names in the language of
+/// the desktop.
+std::string named(std::string_view path, lumo::Language language, lumo::System system);
+
 /// Those of a Mac. Its folders are also what is shown of a Linux folder that has none of its own.
 std::span<const FindingRow> macFindingRows();
 std::span<const ProjectRow> macProjectRows();
