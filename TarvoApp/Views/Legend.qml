@@ -3,14 +3,22 @@ import QtQuick.Controls.Basic
 import Tarvo
 
 // What the colors of the map mean. Pressing one shows what is of that color alone.
-Row {
+Flow {
     id: legend
 
-    property bool compact: false
+    // What it takes on one line.
+    readonly property real lineWidth: {
+        let sum = -spacing;
+        for (let at = 0; at < entries.count; ++at)
+            sum += (entries.itemAt(at) as Button).implicitWidth + spacing;
+        return sum;
+    }
 
     spacing: 2
 
     Repeater {
+        id: entries
+
         model: Words.groups
 
         Button {
@@ -29,7 +37,7 @@ Row {
             enabled: something || only
             focusPolicy: Qt.StrongFocus
             implicitHeight: Math.round(26 * Theme.scale)
-            leftPadding: legend.compact ? 5 : 7 // qmllint disable unqualified
+            leftPadding: 7
             rightPadding: leftPadding
             text: modelData
 
@@ -68,7 +76,6 @@ Row {
                     color: entry.only ? Theme.text : Theme.secondaryText
                     font.pixelSize: Theme.small
                     text: entry.modelData
-                    visible: !legend.compact || entry.only // qmllint disable unqualified
                 }
             }
         }

@@ -52,6 +52,15 @@ ColumnLayout {
     }
 
     RowLayout {
+        id: head
+
+        readonly property bool zoomed: App.map.depth > 0 || App.map.zoomLoading
+        // What must be beside the legend; of the way into a folder as much as can be read.
+        readonly property real beside: zoomed ? view.width * 0.4 + (whole.visible ? whole.implicitWidth + spacing : 0)
+                                              : all.implicitWidth + (disks.visible ? disks.implicitWidth + spacing : 0)
+        // The legend keeps its words: where they do not fit they go below.
+        readonly property bool stacked: beside + spacing + legend.lineWidth > view.width
+
         Layout.fillWidth: true
         spacing: 12
 
@@ -64,7 +73,7 @@ ColumnLayout {
             note: App.map.zoomLoading ? Words.opening : App.map.skippedText ? Words.skipped.arg(App.map.skippedText) : ""
             start: Words.disk
             titles: App.map.zoomTitles
-            visible: App.map.depth > 0 || App.map.zoomLoading
+            visible: head.zoomed
 
             onBackWanted: depth => App.map.zoomOut(depth)
             onStopWanted: App.map.zoomOut(App.map.depth)
@@ -91,23 +100,33 @@ ColumnLayout {
             }
         }
         Legend {
-            // Where the way into a folder needs the room, the words are in the tips.
-            compact: view.width < (App.map.depth > 0 || App.map.zoomLoading ? 1000 : 600) * Theme.scale
+            id: legend
+
+            visible: !head.stacked
         }
         Item {
             Layout.fillWidth: true
-            visible: App.map.depth === 0 && !App.map.zoomLoading
+            visible: !head.zoomed
         }
         DisksButton {
-            visible: offers && (App.map.depth === 0 || view.width > 700 * Theme.scale)
+            id: disks
+
+            visible: offers && (!head.zoomed || view.width > 700 * Theme.scale)
         }
         ToggleBox {
+            id: all
+
             checked: App.settings.showWholeDisk
             text: Words.wholeDisk
             visible: App.map.depth === 0
 
             onToggled: App.settings.showWholeDisk = checked
         }
+    }
+    Legend {
+        Layout.fillWidth: true
+        Layout.leftMargin: -2
+        visible: head.stacked
     }
     FocusScope {
         id: area

@@ -142,7 +142,7 @@ std::ptrdiff_t countOf(const char* kind, const QQuickItem& item) {
 TEST_F(MainWindowTest, AKindOfItemsIsReachedByTheKeyboardAndShowsItsRowsAlone) {
     QQuickWindow& window = open();
     ASSERT_TRUE(story.waitUntil([&] { return !story.app().items()->isLooking(); }));
-    click(lumo::Words{"De cerca", "Closer look"}.in());
+    click(lumo::Words{"De cerca", "Closer Look"}.in());
     const std::string kinds = lumo::Words{"Lo del análisis", "What the scan found"}.in();
     ASSERT_TRUE(story.waitUntil([&] { return named(kinds) != nullptr; }));
     for (int tabs = 0; tabs < 40 && focused() != kinds; ++tabs) {
@@ -243,6 +243,27 @@ TEST_F(MainWindowTest, TheLegendNarrowsListAndMapUntilEscape) {
     press(Qt::Key_Escape);
     EXPECT_EQ(story.app().rows()->count(), all);
     EXPECT_FALSE(named(safe)->state().checked);
+}
+
+// With the kinds beside the list, or a folder open on the map, the legend was four dots without a word.
+TEST_F(MainWindowTest, TheLegendKeepsItsWordsWhereTheMapIsNarrow) {
+    QQuickWindow& window = open();
+    window.resize(1180, 760);
+    const std::string last = lumo::Words{"Solo «Sin clasificar»", "Only “Unclassified”"}.in();
+    const auto hasWords = [&] {
+        QAccessibleInterface* const entry = named(last);
+        return entry != nullptr && entry->rect().width() > 60;
+    };
+    EXPECT_TRUE(story.waitUntil(hasWords));
+    const double wide = window.findChild<QQuickItem*>("list")->width();
+    story.app().list()->showKind(0);
+    EXPECT_TRUE(story.waitUntil([&] { return window.findChild<QQuickItem*>("list")->width() > wide; }));
+    EXPECT_TRUE(hasWords());
+    story.app().list()->showKind(-1);
+    MapModel& map = *story.app().map();
+    map.zoomInto("go-build-cache");
+    EXPECT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
+    EXPECT_TRUE(story.waitUntil(hasWords));
 }
 
 TEST_F(MainWindowTest, SeveralRowsAreChosenByShiftAndTickedTogetherAndSortedOtherwise) {
