@@ -15,7 +15,8 @@ Rectangle {
     Accessible.description: modelData.canZoom ? Words.zoom : ""
     Accessible.name: modelData.label + ", " + modelData.bytes
     Accessible.role: modelData.canZoom ? Accessible.Button : Accessible.StaticText
-    color: Qt.alpha(ink, pointer.hovered ? 0.26 : 0.13)
+    // Away from the words, which could not be read else on the gray and the violet.
+    color: Qt.alpha(ink.hslLightness < 0.5 ? Theme.lightInk : Theme.darkInk, pointer.hovered ? 0.26 : 0.13)
     height: modelData.place.height
     opacity: modelData.dimmed ? Theme.dimmed : 1
     radius: Theme.nestedRadius

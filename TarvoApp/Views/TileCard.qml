@@ -9,10 +9,19 @@ Rectangle {
     required property Item tile
     required property Item area
 
+    // A low map has no room for all of it, and its window has.
+    readonly property Item window: area.Window.contentItem
+    property point corner: Qt.point(0, 0)
+
     // The last tile stays on the card while it fades.
     property MapTile told: null
 
-    onTileChanged: if (tile) told = tile as MapTile
+    onTileChanged: {
+        if (!tile)
+            return;
+        corner = area.mapToItem(window, 0, 0);
+        told = tile as MapTile;
+    }
 
     // The tile itself says all of it.
     component Told: Line { Accessible.ignored: true }
@@ -21,18 +30,20 @@ Rectangle {
     color: Theme.surface
     height: texts.implicitHeight + 24
     opacity: tile ? 1 : 0
+    parent: window
     radius: Theme.cardRadius
     visible: opacity > 0
-    width: 270
+    width: Math.round(270 * Math.sqrt(Theme.scale))
     x: {
         if (!told)
             return 0;
         const right = told.x + told.width + 8;
         const left = told.x - width - 8;
         const beside = right + width <= area.width ? right : left >= 0 ? left : area.width - width - 12;
-        return Math.round(beside);
+        return Math.round(corner.x + beside);
     }
-    y: told ? Math.round(Math.max(0, Math.min(told.y + 8, area.height - height))) : 0
+    y: told && window ? Math.round(Math.max(8, Math.min(corner.y + told.y + 8,
+                                                        Math.max(corner.y + area.height, window.height - 8) - height))) : 0
     z: 10
 
     Behavior on opacity {

@@ -12,6 +12,11 @@ Item {
     required property color fill
     required property bool large
 
+    // Below two lines of a name there has to be room for the amount and the tick, and no word is torn apart.
+    readonly property int longestWord: label.split(" ").reduce((most, word) => Math.max(most, word.length), 0)
+    readonly property bool twoLines: large || height >= 4.2 * name.font.pixelSize + tick.side
+                                     && longestWord * 0.7 * name.font.pixelSize <= width
+
     readonly property bool hasName: width > 34 * Theme.scale && height > 14 * Theme.scale
     readonly property bool hasAmount: hasName && amount.implicitWidth <= width
                                       && name.height + amount.implicitHeight <= height + 2
@@ -25,11 +30,11 @@ Item {
         color: texts.ink
         font.pixelSize: texts.large ? Theme.strong : texts.width > 60 * Theme.scale ? Theme.body : Theme.small
         font.weight: Font.DemiBold
-        maximumLineCount: texts.large ? 2 : 1
+        maximumLineCount: texts.twoLines ? 2 : 1
         text: texts.label
         visible: texts.hasName
         width: parent.width
-        wrapMode: texts.large ? Text.Wrap : Text.NoWrap
+        wrapMode: texts.twoLines ? Text.Wrap : Text.NoWrap
     }
     Line {
         id: amount
