@@ -36,7 +36,7 @@ Item {
 
     Rectangle {
         anchors.fill: parent
-        color: row.isMarked ? Qt.alpha(Theme.accent, 0.28)
+        color: row.isMarked ? Qt.alpha(Theme.accent, 0.24)
              : row.ListView.isCurrentItem ? Qt.alpha(Theme.accent, 0.14) : Qt.alpha(Theme.window, pointer.hovered ? 1 : 0) // "transparent" is black
         radius: Theme.tileRadius
     }

@@ -22,7 +22,8 @@ T.Dialog {
 
     function ask(wanted: int, heading: string, suggested: string, then: var) {
         kind = wanted;
-        title = heading;
+        // What the menu announces with them is what this is.
+        title = heading.replace(/…$/, "");
         name.text = suggested;
         take = then;
         App.picking.begin(wanted === FileChoice.Folders ? "" : ".json");

@@ -66,6 +66,8 @@ ColumnLayout {
         font.pixelSize: Theme.small
         maximumLineCount: 2
         text: App.ticked.goalMeterText
+        // Nobody is told to tick more where more is not enough.
+        visible: App.ticked.goalBeyondText.length === 0
         wrapMode: Text.WordWrap
     }
     Line {

@@ -9,14 +9,18 @@ Flickable {
 
     // Another chapter begins at its beginning.
     readonly property string title: App.photos.chapters[App.photos.chapter]?.title ?? ""
-    readonly property int columns: Math.max(1, Math.floor((width - 12) / Math.round(176 * Theme.scale)))
-    readonly property int cellHeight: Math.round(186 * Theme.scale)
+    // A few photos are larger where there is room, but no larger than the pictures that are kept of them.
+    readonly property int columns: Math.max(1, Math.min(columnsOf(176), Math.max(count, columnsOf(240))))
+    readonly property int cellHeight: Math.round(186 * Theme.scale) + Math.max(0, cellWidth - Math.round(208 * Theme.scale))
     readonly property int cellWidth: Math.floor((width - 12) / columns)
     readonly property int count: App.photos.photos.count
     // A row more on each side, whose pictures are there before they are seen.
     readonly property int firstRow: Math.floor(contentY / cellHeight) - 1
     readonly property int rows: Math.ceil(height / cellHeight) + 3
 
+    function columnsOf(side: int): int {
+        return Math.floor((width - 12) / Math.round(side * Theme.scale));
+    }
     function look(): void {
         App.photos.places.look(firstRow, rows, columns);
     }

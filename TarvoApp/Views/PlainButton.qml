@@ -13,7 +13,12 @@ Button {
     property string help: ""
     property bool takesReturn: true
 
+    // On its own color the words could not be read.
+    readonly property bool isOff: !enabled && (kind === PlainButton.Primary || kind === PlainButton.Danger)
+
     readonly property color ink: {
+        if (isOff)
+            return Theme.secondaryText;
         switch (kind) {
         case PlainButton.Primary:
             return Theme.accentInk;
@@ -24,6 +29,8 @@ Button {
         }
     }
     readonly property color fill: {
+        if (isOff)
+            return Theme.raised;
         switch (kind) {
         case PlainButton.Primary:
             return Theme.accent;
@@ -43,7 +50,7 @@ Button {
     font.weight: kind === PlainButton.Primary || kind === PlainButton.Danger ? Font.DemiBold : Font.Normal
     implicitHeight: Theme.controlHeight
     leftPadding: kind === PlainButton.Link ? 6 : 14
-    opacity: enabled ? 1 : 0.45
+    opacity: enabled || isOff ? 1 : 0.45
     rightPadding: leftPadding
 
     onHoveredChanged: if (hovered && !tipped) {

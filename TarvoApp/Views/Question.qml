@@ -19,6 +19,7 @@ T.Dialog {
     padding: 24
     title: App.question.title
     parent: T.Overlay.overlay
+    height: Math.min(implicitHeight, (question.parent ? question.parent.height : 600) - 48)
     implicitHeight: contentHeight + topPadding + bottomPadding
     width: Math.min(Math.round(440 * Theme.scale), (question.parent ? question.parent.width : 900) - 48)
 
@@ -73,14 +74,20 @@ T.Dialog {
             Accessible.name: Words.whatGoes
             Accessible.role: Accessible.List
             Layout.fillWidth: true
-            // As much of it as a low window has room for.
-            Layout.preferredHeight: Math.min(contentHeight, Math.max(80, (question.parent ? question.parent.height : 600) - 340 * Theme.scale))
+            // As much of it as the window has room for.
+            Layout.fillHeight: true
+            Layout.maximumHeight: contentHeight
+            Layout.minimumHeight: Math.min(contentHeight, 80)
+            Layout.preferredHeight: contentHeight
             boundsBehavior: Flickable.StopAtBounds
             clip: true
             model: App.question.lines
             visible: count > 0
 
-            ScrollBar.vertical: ScrollBar {}
+            ScrollBar.vertical: ScrollBar {
+                policy: going.contentHeight > going.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff // qmllint disable unqualified
+                width: 8
+            }
             delegate: GoingLine {
                 width: going.width // qmllint disable unqualified
             }

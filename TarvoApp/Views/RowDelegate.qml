@@ -90,7 +90,7 @@ Item {
         id: body
 
         opacity: App.cleaning.inHand === row.key ? Theme.dimmed : 1
-        color: row.chosen ? Qt.alpha(Theme.accent, 0.28) : row.lit ? Qt.alpha(Theme.accent, 0.18) : Qt.alpha(Theme.window, pointer.hovered ? 1 : 0) // "transparent" is black
+        color: row.chosen ? Qt.alpha(Theme.accent, 0.24) : row.lit ? Qt.alpha(Theme.accent, 0.18) : Qt.alpha(Theme.window, pointer.hovered ? 1 : 0) // "transparent" is black
         height: details.active ? details.y + details.implicitHeight + 12 : texts.height + 14
         radius: Theme.tileRadius
         width: parent.width

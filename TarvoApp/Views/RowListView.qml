@@ -71,8 +71,9 @@ Rectangle {
         ListNote {
             Layout.fillWidth: true
             end: Words.showAll
+            // The kinds show by themselves which of them it is.
             says: App.list.onlyGroup >= 0 ? Words.only.arg(Words.groups[App.list.onlyGroup])
-                : App.list.onlyKind >= 0 ? Words.only.arg(App.items.kinds[App.list.onlyKind].title) : ""
+                : App.list.onlyKind >= 0 && !pane.sideOpen ? Words.only.arg(App.items.kinds[App.list.onlyKind].title) : ""
 
             onEnded: App.list.showAllGroups()
         }
@@ -103,6 +104,9 @@ Rectangle {
                 clip: true
                 keyNavigationEnabled: true
                 model: App.rows
+
+                // Where there is no row, none can be moved to, and what is told instead would stay out of sight.
+                onCountChanged: if (count === 0) Qt.callLater(returnToBounds)
 
                 function goTo(index: int) {
                     if (count === 0)

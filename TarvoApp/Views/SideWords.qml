@@ -11,7 +11,7 @@ QtObject {
     readonly property string searchHelp: pick("Buscar en la ayuda", "Search the help")
     readonly property string nothingFound: pick("Nada coincide. Pregúntalo abajo con tus palabras.",
                                                 "Nothing matches. Ask it below in your own words.")
-    readonly property string showInList: pick("Ver en la lista", "Show in the list")
+    readonly property string showInList: pick("Ver en la lista", "Show in the List")
     readonly property string question: pick("Tu pregunta", "Your question")
     readonly property string questionExample: pick("Pregunta con tus palabras", "Ask in your own words")
     readonly property string ask: pick("Preguntar", "Ask")

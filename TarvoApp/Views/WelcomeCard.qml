@@ -17,7 +17,7 @@ T.Dialog {
     parent: T.Overlay.overlay
     title: Words.welcomeTitle
     visible: App.showWelcome && !App.isCapturing
-    width: Math.min(Math.round(480 * Theme.scale), (card.parent ? card.parent.width : 900) - 48)
+    width: Math.min(Math.round(520 * Theme.scale), (card.parent ? card.parent.width : 900) - 48)
 
     onOpened: begin.forceActiveFocus(Qt.TabFocusReason)
 

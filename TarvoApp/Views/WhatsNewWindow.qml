@@ -12,7 +12,7 @@ SideWindow {
     onVisibleChanged: if (visible) close.forceActiveFocus(Qt.OtherFocusReason)
 
     ColumnLayout {
-        anchors.bottomMargin: 16
+        anchors.bottomMargin: 12
         anchors.fill: parent
         anchors.leftMargin: 24
         anchors.rightMargin: 24
@@ -27,7 +27,10 @@ SideWindow {
             contentHeight: notes.implicitHeight
             contentWidth: width
 
-            ScrollBar.vertical: ScrollBar {}
+            ScrollBar.vertical: ScrollBar {
+                policy: notes.implicitHeight > parent.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
+                width: 8
+            }
 
             Line {
                 id: notes
@@ -52,6 +55,7 @@ SideWindow {
             id: close
 
             Layout.alignment: Qt.AlignRight
+            Layout.topMargin: -4
             focus: true
             kind: PlainButton.Primary
             text: Words.close

@@ -60,7 +60,7 @@ QtObject {
                                               "Esc leaves a block you opened with the magnifier")
     readonly property string skipped: pick("Dentro de %1", "Inside %1")
     readonly property string opening: pick("Mirando qué hay dentro…", "Looking inside…")
-    readonly property string zoom: pick("Ver qué hay dentro", "See what's inside")
+    readonly property string zoom: pick("Ver qué hay dentro", "See What's Inside")
     readonly property string magnifier: pick("La lupa enseña qué hay dentro", "The magnifier shows what's inside")
 
     // As the model calls the list's groups, in their order.
@@ -88,7 +88,7 @@ QtObject {
                                             "Shows only this on the map and in the list")
     readonly property string onlyAgain: pick("Volver a enseñar todo (Esc)", "Show everything again (Esc)")
     readonly property string showAll: pick("Ver todo", "Show all")
-    readonly property string closerLook: pick("De cerca", "Closer look")
+    readonly property string closerLook: pick("De cerca", "Closer Look")
     readonly property string closerLookHelp: pick("Archivos grandes, duplicados, modelos, restos… uno a uno",
                                                   "Large files, duplicates, models, leftovers… one by one")
     readonly property string itemKinds: pick("Qué enseña la lista", "What the list shows")
@@ -162,8 +162,8 @@ QtObject {
     readonly property string welcomeLooks: pick("Primero solo mira: te enseña qué ocupa tu disco.",
                                                 "It only looks at first: it shows what fills your disk.")
     readonly property string welcomeSetsAside: pick(
-        "Lo que se regenera solo se borra; lo tuyo se aparta %1 días.",
-        "What recreates itself is deleted; your own files are set aside for %1 days.")
+        "Lo que se regenera solo se borra; lo tuyo se aparta %1\u00a0días.",
+        "What recreates itself is deleted; your own files are set aside for %1\u00a0days.")
     readonly property string welcomeAsks: pick("Nada se limpia sin que tú lo confirmes.",
                                                "Nothing is cleaned until you confirm.")
 
