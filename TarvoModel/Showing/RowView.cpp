@@ -142,6 +142,16 @@ std::string chosenText(std::size_t rows, std::size_t tickable, std::size_t ticke
         return {};
     }
     const auto number = [](std::size_t count) { return std::to_string(count); };
+    if (rows == 1) {
+        return tickable == 0 ? lumo::Words{"1 fila elegida · no se puede marcar",
+                                           "1 row chosen · it cannot be selected"}
+                                   .in(language)
+               : ticked == 0
+                   ? lumo::Words{"1 fila elegida · Espacio la marca", "1 row chosen · Space selects it"}.in(
+                         language)
+                   : lumo::Words{"1 fila elegida · Espacio la desmarca", "1 row chosen · Space deselects it"}
+                         .in(language);
+    }
     if (tickable == 0) {
         return lumo::Words{"{} filas elegidas · ninguna se puede marcar",
                            "{} rows chosen · none can be selected"}

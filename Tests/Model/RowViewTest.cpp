@@ -134,6 +134,7 @@ TEST(RowView, TicksSeveralRowsAtOnceButWhatIsHeldBack) {
     EXPECT_EQ(chosenText(4, 2, 1, Language::en),
               "4 rows chosen · 1 of 2 selected · Space selects or deselects them");
     EXPECT_EQ(chosenText(2, 0, 0, Language::es), "2 filas elegidas · ninguna se puede marcar");
+    EXPECT_EQ(chosenText(1, 1, 1, Language::es), "1 fila elegida · Espacio la desmarca");
     EXPECT_EQ(chosenText(0, 0, 0), "");
 }
 
