@@ -52,7 +52,7 @@ QVariantList GrowthDesk::growth() const {
     QVariantList items;
     for (const lumo::GrowthItem& item : growth_.items) {
         items.push_back(QVariantMap{{"key", keyOf(item.id)},
-                                    {"name", shown(item.name)},
+                                    {"name", shown(growthName(item.id, item.name))},
                                     {"delta", shown("+" + string(item.delta))},
                                     {"now", shown(string(item.now))}});
     }

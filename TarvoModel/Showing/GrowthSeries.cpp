@@ -4,6 +4,7 @@
 #include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/History/GrowthTracker.h"
+#include "TarvoModel/Showing/GrowthTexts.h"
 
 #include <algorithm>
 #include <limits>
@@ -109,7 +110,7 @@ std::vector<GrowthLine> growthSeries(const std::vector<DiskSnapshot>& snapshots,
         if (points.size() < 2) {
             continue;
         }
-        GrowthLine line = lineThrough(id, nameOf(id, moments), std::move(points));
+        GrowthLine line = lineThrough(id, growthName(id, nameOf(id, moments)), std::move(points));
         if (magnitude(line.delta) >= lumo::GrowthTracker::smallestGrowth) {
             lines.push_back(std::move(line));
         }

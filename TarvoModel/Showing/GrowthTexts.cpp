@@ -3,6 +3,9 @@
 #include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
+#include "LumoCore/Scanning/ScanReport.h"
+
+#include <string_view>
 
 namespace tarvo {
 
@@ -36,6 +39,20 @@ std::string nothingChangedText(lumo::Language language) {
     return Words{"Nada ha cambiado en más de 200 MB desde el primer análisis guardado.",
                  "Nothing has changed by more than 200 MB since the first stored scan."}
         .in(language);
+}
+
+std::string growthName(const std::string& id, const std::string& stored) {
+    constexpr std::string_view between = " · ";
+    const std::size_t at = stored.rfind(between);
+    if (!id.starts_with(lumo::artifactIDPrefix) || at == std::string::npos) {
+        return stored;
+    }
+    const std::string artifact = stored.substr(at + between.size());
+    const std::string_view place = std::string_view(id).substr(lumo::artifactIDPrefix.size());
+    return place.ends_with("/" + artifact)
+               ? std::string(place.substr(0, place.size() - artifact.size() - 1)) + std::string(between) +
+                     artifact
+               : stored;
 }
 
 } // namespace tarvo

@@ -21,4 +21,8 @@ std::string unreadableSnapshotsText(const std::string& path, const lumo::platfor
 /// Instead of lines, when nothing changed by as much as is worth a line.
 std::string nothingChangedText(lumo::Language language = lumo::currentLanguage());
 
+/// The name of what is stored under that identifier as everything else that shows it says it: a folder of a
+/// project by the project's whole place, where the stored name has its last part alone.
+std::string growthName(const std::string& id, const std::string& stored);
+
 } // namespace tarvo

@@ -3,6 +3,7 @@
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/LargestFirst.h"
+#include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/HistoryLog.h"
 
@@ -30,6 +31,12 @@ std::string batchOf(const CleanupOutcome& outcome) {
                : std::string();
 }
 
+/// A cleanup names its batch by the moment at which it begins: what ended before is another one's.
+bool isBegunAfter(const CleanupOutcome& last, const std::string& batch) {
+    const auto begun = lumo::dateFromStampText(lumo::fileName(batch));
+    return begun && last.date < *begun;
+}
+
 /// Finds out where one cleanup ends in the log and the next one begins.
 class Together {
   public:
@@ -38,10 +45,10 @@ class Together {
         // An action that takes longer has others after it that begin a cleanup of their own: no harm.
         constexpr std::chrono::minutes longest{5};
         const std::string batch = batchOf(outcome);
-        const bool belongs = last_ != nullptr && outcome.date - last_->date <= longest &&
-                             outcome.date >= last_->date && outcome.caller == last_->caller &&
-                             !ids_.contains(outcome.id) &&
-                             (batch.empty() || batch_.empty() || batch == batch_);
+        const bool belongs =
+            last_ != nullptr && outcome.date - last_->date <= longest && outcome.date >= last_->date &&
+            outcome.caller == last_->caller && !ids_.contains(outcome.id) &&
+            (batch.empty() || batch_.empty() || batch == batch_) && !isBegunAfter(*last_, batch);
         if (!belongs) {
             ids_.clear();
             batch_.clear();

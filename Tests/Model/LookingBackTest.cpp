@@ -84,6 +84,23 @@ TEST(HistoryRows, TellsCleanupsApartByTimeCallerBatchAndAnActionThatComesAgain) 
     EXPECT_THAT(historyRows({}, {}), IsEmpty());
 }
 
+TEST(HistoryRows, TellsCleanupsApartByTheMomentAtWhichABatchWasBegun) {
+    // What a weekly cleanup freed was one with what the user set aside three minutes later.
+    const CleanupOutcome weekly = line("weekly", 0s, 1);
+    const std::vector<CleanupOutcome> log{weekly, aside("own", 185s, lumo::stampText(weekly.date + 180s)),
+                                          line("with it", 190s, 2)};
+    EXPECT_THAT(titlesOf(historyRows(log, {}, Language::en)),
+                ElementsAre(ElementsAre("with it", "own"), ElementsAre("weekly")));
+}
+
+TEST(Growth, NamesAFolderOfAProjectAsTheListDoes) {
+    EXPECT_EQ(growthName("proyecto:projects/web/node_modules", "web · node_modules"),
+              "projects/web · node_modules");
+    EXPECT_EQ(growthName("proyecto:a/web/ios/Pods", "web · ios/Pods"), "a/web · ios/Pods");
+    EXPECT_EQ(growthName("proyecto:a/b", "another"), "another");
+    EXPECT_EQ(growthName("npm-cache", "npm · cache"), "npm · cache");
+}
+
 TEST(HistoryRows, OffersWhatIsStillHeldAndSaysWhatBecameOfTheRest) {
     std::vector<CleanupOutcome> log{aside("own", 0s, "20260922-000000"), line("gone", 1s, gigabyte),
                                     line("cut", 2s, 0)};
