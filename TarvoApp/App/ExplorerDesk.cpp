@@ -170,7 +170,7 @@ QString ExplorerDesk::facts() const {
     };
     if (tree_.isMeasuring()) {
         facts += " · " + Words{"midiendo: {}", "measuring: {}"}.with(number(tree_.foundCount()));
-    } else if (tree_.unreadableCount() > 0) {
+    } else if (explorer_->isAtTop() && tree_.unreadableCount() > 0) {
         facts +=
             " · " + Words{"{} sin poder leer", "{} could not be read"}.with(number(tree_.unreadableCount()));
     }

@@ -108,6 +108,9 @@ Rectangle {
             highlightMoveDuration: 0
             model: App.explorer.entries
 
+            // A note above takes its room from the list, and with it the row that was just marked.
+            onHeightChanged: if (currentIndex >= 0) positionViewAtIndex(currentIndex, ListView.Contain)
+
             ScrollBar.vertical: ScrollBar {
                 policy: list.contentHeight > list.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
                 width: 8
@@ -116,7 +119,10 @@ Rectangle {
             Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Escape
                                               && (App.explorer.filter.length > 0 || App.explorer.markedText.length > 0)
             Keys.onPressed: event => {
-                event.accepted = !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier)) && take(event);
+                const previews = event.modifiers === Qt.AltModifier && [Qt.Key_Return, Qt.Key_Enter].includes(event.key);
+                if (previews && currentItem)
+                    App.places.showPreview((currentItem as ExplorerRow).key);
+                event.accepted = previews || !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier)) && take(event);
             }
 
             function take(event: var): bool {
