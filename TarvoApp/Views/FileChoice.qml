@@ -15,6 +15,8 @@ T.Dialog {
     property int kind: FileChoice.Opening
     // What is done with the place.
     property var take: null
+    // Kept until this is closed: what is asked then has the focus for itself.
+    property var chosen: null
     readonly property var current: list.currentIndex >= 0 ? App.picking.entries[list.currentIndex] : undefined
     readonly property bool replaces: kind === FileChoice.Saving && App.picking.entries.length > 0 && App.picking.isTaken(name.text)
     readonly property bool ready: kind === FileChoice.Folders || (kind === FileChoice.Saving ? name.text.trim().length > 0
@@ -37,8 +39,8 @@ T.Dialog {
         const place = kind === FileChoice.Folders ? App.picking.here()
                                                  : kind === FileChoice.Saving ? App.picking.placeNamed(name.text)
                                                                             : App.picking.placeOf(current.key);
+        chosen = place;
         close();
-        take(place);
     }
     // Return, or a second click.
     function goOn() {
@@ -61,6 +63,12 @@ T.Dialog {
     width: Math.min(Math.round(560 * Theme.scale), (parent ? parent.width : 900) - 48)
 
     onAboutToShow: contentItem.parent.Accessible.name = title
+    onClosed: {
+        const place = chosen;
+        chosen = null;
+        if (place !== null)
+            take(place);
+    }
     onOpened: kind === FileChoice.Saving ? name.forceActiveFocus(Qt.TabFocusReason) : list.forceActiveFocus(Qt.TabFocusReason)
 
     T.Overlay.modal: Rectangle {
@@ -121,9 +129,14 @@ T.Dialog {
                 Keys.onBackPressed: App.picking.leave()
                 Keys.onEnterPressed: choice.goOn()
                 Keys.onPressed: event => {
-                    event.accepted = event.key === Qt.Key_Backspace;
-                    if (event.accepted && App.picking.hasFolderAbove)
+                    const page = Math.max(1, Math.floor(height / Theme.controlHeight) - 1);
+                    const steps = new Map([[Qt.Key_Home, -count], [Qt.Key_End, count], [Qt.Key_PageUp, -page],
+                                           [Qt.Key_PageDown, page]]);
+                    event.accepted = event.key === Qt.Key_Backspace || steps.has(event.key);
+                    if (event.key === Qt.Key_Backspace && App.picking.hasFolderAbove)
                         App.picking.leave();
+                    else if (steps.has(event.key) && count > 0)
+                        currentIndex = Math.max(0, Math.min(count - 1, currentIndex + steps.get(event.key)));
                 }
                 Keys.onReturnPressed: choice.goOn()
                 onModelChanged: currentIndex = count > 0 ? 0 : -1
