@@ -3,6 +3,7 @@
 #include "LumoCore/Basics/Language.h"
 #include "TarvoApp/App/AppModel.h"
 #include "TarvoApp/App/QtText.h"
+#include "TarvoApp/Views/WindowPlace.h"
 #include "TarvoModel/Showing/DiskMap.h"
 
 #include <QClipboard>
@@ -18,7 +19,9 @@
 #include <QGuiApplication>
 #include <QPalette>
 #include <QQmlEngine>
+#include <QScreen>
 #include <QUrl>
+#include <QWindow>
 
 namespace tarvo {
 
@@ -196,6 +199,20 @@ void Desktop::copyPath(const QString& key) {
 
 void Desktop::copyText(const QString& text) {
     QGuiApplication::clipboard()->setText(text);
+}
+
+void Desktop::placeOver(QWindow* window, QWindow* over) const {
+    if (window == nullptr || over == nullptr || over->screen() == nullptr) {
+        return;
+    }
+    QList<QPoint> taken;
+    for (const QWindow* const other : QGuiApplication::topLevelWindows()) {
+        if (other != window && other->isVisible()) {
+            taken.push_back(other->position());
+        }
+    }
+    window->setGeometry(
+        WindowPlace::over(over->geometry(), window->size(), over->screen()->availableGeometry(), taken));
 }
 
 void Desktop::protectFolder(const QUrl& folder) {

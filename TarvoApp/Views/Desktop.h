@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QString>
 #include <QUrl>
+#include <QWindow>
 #include <QtQmlIntegration/qqmlintegration.h>
 
 class QJSEngine;
@@ -57,6 +58,8 @@ class Desktop : public QObject {
     Q_INVOKABLE void open(const QString& key);
     Q_INVOKABLE void copyPath(const QString& key);
     Q_INVOKABLE void copyText(const QString& text);
+    /// Gives a window that was not shown yet its place over the middle of another one.
+    Q_INVOKABLE void placeOver(QWindow* window, QWindow* over) const;
     /// Protects the folder that a dialog of the desktop chose.
     Q_INVOKABLE void protectFolder(const QUrl& folder);
 

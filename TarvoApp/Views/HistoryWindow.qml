@@ -91,7 +91,10 @@ SideWindow {
                         }
                     }
 
-                    onPicked: index => App.history.chosen = index
+                    onPicked: index => {
+                        window.told = "";
+                        App.history.chosen = index;
+                    }
                 }
                 Rectangle {
                     Layout.fillHeight: true
@@ -107,7 +110,7 @@ SideWindow {
         }
         SideFooter {
             Layout.fillWidth: true
-            message: App.activity.notice.length > 0 ? App.activity.notice : window.hasCleanups ? App.history.emptyText : ""
+            message: window.told.length > 0 ? window.told : window.hasCleanups ? App.history.emptyText : ""
 
             onCloseWanted: window.close()
         }

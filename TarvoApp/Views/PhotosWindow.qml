@@ -8,6 +8,14 @@ SideWindow {
     id: window
 
     readonly property bool hasChapters: App.photos.chapters.length > 0
+    // What was cleaned last was set aside here. Anything else is undone where it is seen.
+    property bool cleanedHere: false
+    readonly property bool mayUndo: cleanedHere && App.holding.canUndo && !App.activity.isBusy && !App.question.isOpenInPhotos
+
+    function undo() {
+        App.holding.undoLastCleanup();
+        cleanedHere = false;
+    }
 
     height: 700
     minimumHeight: 520
@@ -15,8 +23,33 @@ SideWindow {
     title: SideWords.photos
     width: 1060
 
-    onVisibleChanged: visible ? App.photos.show() : App.photos.forget()
+    onVisibleChanged: {
+        cleanedHere = false;
+        visible ? App.photos.show() : App.photos.forget();
+    }
 
+    Connections {
+        // Whoever goes on choosing has read what was told.
+        function onChosenChanged() {
+            window.told = "";
+        }
+
+        target: App.photos
+    }
+    Connections {
+        function onPhaseChanged() {
+            if (App.activity.phase === Kinds.Cleaning)
+                window.cleanedHere = window.active;
+        }
+
+        target: App.activity
+    }
+    Shortcut {
+        enabled: window.mayUndo
+        sequence: "Ctrl+Z"
+
+        onActivated: window.undo()
+    }
     ColumnLayout {
         anchors.fill: parent
         spacing: 0
@@ -44,6 +77,14 @@ SideWindow {
                     text: App.photos.busyText.length > 0 ? App.photos.busyText : App.photos.message
                     visible: text.length > 0 && window.hasChapters
                 }
+            }
+            PlainButton {
+                enabled: window.mayUndo
+                help: Words.undoHelp
+                text: Words.undo
+                visible: window.cleanedHere && App.holding.canUndo
+
+                onClicked: window.undo()
             }
             PlainButton {
                 enabled: !App.isDemo
@@ -144,7 +185,7 @@ SideWindow {
         }
         SideFooter {
             Layout.fillWidth: true
-            message: App.activity.notice.length > 0 ? App.activity.notice : App.photos.chosenText
+            message: window.told.length > 0 ? window.told : App.photos.chosenText
 
             onCloseWanted: window.close()
 

@@ -85,7 +85,8 @@ PlainMenu {
     }
     MenuSeparator {}
     PlainMenuItem {
-        enabled: App.cleaning.mayClean
+        // What is not seen is not stopped at either.
+        enabled: menu.ofEntry && App.cleaning.mayClean
         height: visible ? implicitHeight : 0
         text: SideWords.setAside
         visible: menu.ofEntry

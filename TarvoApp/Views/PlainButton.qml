@@ -13,6 +13,9 @@ Button {
     property string help: ""
     property bool takesReturn: true
 
+    // Return was pressed where it does nothing.
+    signal returnRefused
+
     // On its own color the words could not be read.
     readonly property bool isOff: !enabled && (kind === PlainButton.Primary || kind === PlainButton.Danger)
 
@@ -57,8 +60,8 @@ Button {
         tipped = true;
         tip.createObject(button);
     }
-    Keys.onEnterPressed: if (button.takesReturn) button.clicked()
-    Keys.onReturnPressed: if (button.takesReturn) button.clicked()
+    Keys.onEnterPressed: button.takesReturn ? button.clicked() : button.returnRefused()
+    Keys.onReturnPressed: button.takesReturn ? button.clicked() : button.returnRefused()
 
     // Made when it is first wanted: there are hundreds of buttons.
     Component {

@@ -38,11 +38,17 @@ SettingsCard {
                 name: SettingsWords.unprotect.arg(folder.modelData)
                 shape: "close"
 
-                onClicked: App.settings.unprotect(folder.index)
+                // The button goes with its folder.
+                onClicked: {
+                    add.forceActiveFocus(Qt.OtherFocusReason);
+                    App.settings.unprotect(folder.index);
+                }
             }
         }
     }
     PlainButton {
+        id: add
+
         text: SettingsWords.addFolder
 
         onClicked: dialog.ask(FileChoice.Folders, SettingsWords.addFolder, "", place => Desktop.protectFolder(place))

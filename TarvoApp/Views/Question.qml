@@ -23,6 +23,9 @@ T.Dialog {
     implicitHeight: contentHeight + topPadding + bottomPadding
     width: Math.min(Math.round(440 * Theme.scale), (question.parent ? question.parent.width : 900) - 48)
 
+    // Somebody has tried to accept with Return.
+    property bool refused: false
+
     // A dialog takes its name once, and this one asks about more than one thing.
     function tellName() {
         contentItem.parent.Accessible.name = title;
@@ -32,6 +35,7 @@ T.Dialog {
     onTitleChanged: tellName()
     onAsksChanged: asks ? question.open() : question.close()
     onClosed: if (asks) App.question.cancel()
+    onAboutToHide: refused = false
     onOpened: cancel.forceActiveFocus(Qt.TabFocusReason)
 
     T.Overlay.modal: Rectangle {
@@ -92,6 +96,15 @@ T.Dialog {
                 width: going.width // qmllint disable unqualified
             }
         }
+        Line {
+            Accessible.name: text
+            Accessible.role: Accessible.AlertMessage
+            Layout.fillWidth: true
+            horizontalAlignment: Text.AlignRight
+            text: Words.spaceAccepts
+            visible: question.refused
+            wrapMode: Text.WordWrap
+        }
         RowLayout {
             Layout.alignment: Qt.AlignRight
             Layout.topMargin: 12
@@ -107,12 +120,14 @@ T.Dialog {
                 onClicked: App.question.cancel()
             }
             PlainButton {
+                help: Words.spaceAccepts
                 kind: App.question.isDangerous ? PlainButton.Danger : PlainButton.Primary
                 takesReturn: false
                 text: App.question.acceptText
                 visible: text.length > 0
 
                 onClicked: App.question.accept()
+                onReturnRefused: question.refused = true
             }
         }
     }

@@ -114,7 +114,16 @@ Rectangle {
                     currentIndex = index;
                     positionViewAtIndex(index, ListView.Contain);
                     currentItem.forceActiveFocus(Qt.TabFocusReason);
+                    // A row that was just made has its whole height only after this.
+                    Qt.callLater(list.showCurrent);
                 }
+                function showCurrent() {
+                    forceLayout();
+                    positionViewAtIndex(currentIndex, ListView.Contain);
+                }
+
+                // A note above takes its room from the list.
+                onHeightChanged: if (currentItem && currentItem.activeFocus) positionViewAtIndex(currentIndex, ListView.Contain)
 
                 ScrollBar.vertical: ScrollBar {
                     policy: list.contentHeight > list.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
@@ -173,7 +182,7 @@ Rectangle {
                         wrapMode: Text.WordWrap
                     }
                     GrowthList {
-                        searched: App.list.searchText.length > 0 || App.list.onlyKind >= 0
+                        searched: App.list.searchText.trim().length > 0 || App.list.onlyKind >= 0
                         width: parent.width
 
                         onGrowthWanted: pane.growthWanted()

@@ -7,16 +7,19 @@ SideWindow {
     id: window
 
     property alias tab: tabs.current
-    // What a change came to; what was said before the window was opened is the main window's.
-    property string told: ""
 
     signal historyWanted
     signal newsWanted
 
+    // From the last page on to the first.
+    function turn(by: int): void {
+        const count = SettingsWords.tabs.length;
+        tabs.go((tabs.current + by + count) % count);
+    }
+
     title: Words.settings
 
     onVisibleChanged: {
-        told = "";
         if (visible) {
             App.holding.refreshHolding();
             App.agents.refresh();
@@ -24,12 +27,16 @@ SideWindow {
         }
     }
 
-    Connections {
-        function onNoticeChanged() {
-            window.told = window.active ? App.activity.notice : "";
-        }
+    // As in every window of tabs: the focus goes to the tab, since what had it is gone with its page.
+    Shortcut {
+        sequences: ["Ctrl+Tab", "Ctrl+PgDown"]
 
-        target: App.activity
+        onActivated: window.turn(1)
+    }
+    Shortcut {
+        sequences: ["Ctrl+Shift+Tab", "Ctrl+PgUp"]
+
+        onActivated: window.turn(-1)
     }
     ColumnLayout {
         anchors.fill: parent

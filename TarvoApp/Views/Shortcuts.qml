@@ -36,8 +36,9 @@ Item {
     Shortcut {
         readonly property bool zoomed: App.map.depth > 0 || App.map.zoomLoading
         readonly property bool chosen: App.list.chosenText.length > 0
+        readonly property bool only: App.list.onlyGroup >= 0 || App.list.onlyKind >= 0
 
-        enabled: keys.active && (chosen || zoomed || App.list.onlyGroup >= 0)
+        enabled: keys.active && (chosen || zoomed || only)
         sequence: "Esc"
 
         // What was done last is what one wants to be rid of first.

@@ -8,11 +8,20 @@ ApplicationWindow {
 
     default property alias contents: body.data
 
+    // What was done from here came to this; what was said elsewhere is the main window's.
+    property string told: ""
+
+    property bool placed: false
+
     signal helpWanted
 
-    function present(): void {
+    function present(over: Window): void {
         if (visible) {
             raise();
+        } else if (!placed) {
+            // From then on it is where somebody has pulled it.
+            placed = true;
+            Desktop.placeOver(side, over);
         }
         show();
         requestActivate();
@@ -41,6 +50,15 @@ ApplicationWindow {
         windowText: Theme.text
     }
 
+    onVisibleChanged: told = ""
+
+    Connections {
+        function onNoticeChanged() {
+            side.told = side.active ? App.activity.notice : "";
+        }
+
+        target: App.activity
+    }
     Shortcut {
         sequence: "F1"
 

@@ -45,7 +45,7 @@ Item {
 
         function present(): void {
             active = true;
-            (item as SideWindow).present();
+            (item as SideWindow).present(sides.Window.window);
         }
     }
 

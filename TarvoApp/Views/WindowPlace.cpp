@@ -13,9 +13,13 @@ namespace tarvo::WindowPlace {
 
 namespace {
 
+/// What a desktop's title and frame take at most, as far as one knows before a window is shown.
+constexpr int titleHeight = 32;
+constexpr int frameWidth = 4;
+
 /// Enough of a window is on a screen to be taken by its title and pulled.
 bool canBeReached(const QRect& place) {
-    const QRect title(place.topLeft(), QSize(place.width(), 32));
+    const QRect title(place.topLeft(), QSize(place.width(), titleHeight));
     return std::ranges::any_of(QGuiApplication::screens(), [&](const QScreen* screen) {
         const QRect seen = screen->availableGeometry().intersected(title);
         return seen.width() >= 100 && seen.height() >= 16;
@@ -43,6 +47,12 @@ void remember(QQuickWindow& window, Settings& settings) {
     const auto kept = settings.value(preference::windowPlace);
     if (const auto place = kept ? from(shown(*kept)) : std::nullopt; place && canBeReached(*place)) {
         window.setGeometry(*place);
+    } else if (window.screen() != nullptr) {
+        // A compositor that places windows itself takes the whole screen for free, its own panel and title
+        // too.
+        const QSize room =
+            window.screen()->availableSize() - QSize(2 * frameWidth, 2 * titleHeight + frameWidth);
+        window.resize(window.size().boundedTo(room).expandedTo(window.minimumSize()));
     }
     QObject::connect(&window, &QWindow::visibleChanged, &settings, [&window, &settings](bool isVisible) {
         // What fills the screen says nothing of the size that somebody chose.
@@ -50,6 +60,21 @@ void remember(QQuickWindow& window, Settings& settings) {
             settings.note(preference::windowPlace, bytesOf(text(window.geometry())));
         }
     });
+}
+
+QRect over(const QRect& other, QSize size, const QRect& screen, const QList<QPoint>& taken) {
+    const QRect room = screen.adjusted(frameWidth, titleHeight, -frameWidth, -frameWidth);
+    const QSize fitting = size.boundedTo(room.size());
+    const auto within = [&](QPoint corner) {
+        return QPoint(std::clamp(corner.x(), room.left(), room.right() + 1 - fitting.width()),
+                      std::clamp(corner.y(), room.top(), room.bottom() + 1 - fitting.height()));
+    };
+    QPoint corner = within(other.center() - QPoint(fitting.width() / 2, fitting.height() / 2));
+    // Those that lie beneath it keep their titles in sight.
+    for (qsizetype step = 0; step < taken.size() && taken.contains(corner); ++step) {
+        corner = within(corner + QPoint(titleHeight, titleHeight));
+    }
+    return {corner, fitting};
 }
 
 } // namespace tarvo::WindowPlace

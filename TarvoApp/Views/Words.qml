@@ -128,6 +128,8 @@ QtObject {
     readonly property string openWindow: pick("Abrir Tarvo AI", "Open Tarvo AI")
     readonly property string quit: pick("Salir", "Quit")
 
+    readonly property string spaceAccepts: pick("Intro nunca borra: acepta con Espacio o con un clic.",
+                                                "Return never deletes: accept with Space or a click.")
     readonly property string undo: pick("Deshacer", "Undo")
     readonly property string undoHelp: pick("Devuelve a su sitio lo que apartó la última limpieza",
                                             "Puts back what the last cleanup set aside")

@@ -3,6 +3,7 @@
 #include "TarvoApp/App/QtText.h"
 #include "TarvoApp/Views/MainWindow.h"
 #include "TarvoApp/Views/ReleaseNotes.h"
+#include "TarvoApp/Views/WindowPlace.h"
 #include "Tests/App/AppStory.h"
 
 #include <gmock/gmock.h>
@@ -139,6 +140,44 @@ TEST_F(SideWindowsTest, WhatIsChangedInTheSettingsIsThereAfterARestart) {
     EXPECT_EQ(settings.lowSpaceGB(), 11);
     EXPECT_EQ(settings.protectedFolders().size(), 1);
     EXPECT_EQ(wordsOf(*settings.preferences().json(preference::protectedFolders)), "/srv/caf\\xE9");
+}
+
+TEST_F(SideWindowsTest, ThePagesOfTheSettingsAreTurnedWithTheKeyboard) {
+    QQuickWindow& window = open(Side::settings);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    const auto pageAfter = [&](Qt::Key key, Qt::KeyboardModifiers modifiers) {
+        QTest::keyClick(&window, key, modifiers);
+        return window.property("tab").toInt();
+    };
+    EXPECT_EQ(pageAfter(Qt::Key_Tab, Qt::ControlModifier), 1);
+    EXPECT_EQ(pageAfter(Qt::Key_PageDown, Qt::ControlModifier), 2);
+    EXPECT_EQ(pageAfter(Qt::Key_PageUp, Qt::ControlModifier), 1);
+    EXPECT_EQ(pageAfter(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier), 0);
+    EXPECT_EQ(pageAfter(Qt::Key_PageUp, Qt::ControlModifier), 4) << "from the first to the last";
+}
+
+TEST_F(SideWindowsTest, WhatWasDoneElsewhereIsNotToldInASideWindow) {
+    // What the main window had said stood for good in the footers, in the place of what is chosen.
+    windows().window()->requestActivate();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(windows().window()));
+    story.app().activity()->say("done elsewhere");
+    QQuickWindow& window = open(Side::photos);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    EXPECT_EQ(bytesOf(window.property("told").toString()), "");
+    story.app().activity()->say("done here");
+    EXPECT_EQ(bytesOf(window.property("told").toString()), "done here");
+    window.close();
+    EXPECT_EQ(bytesOf(window.property("told").toString()), "");
+}
+
+TEST(WindowPlace, IsOverTheMiddleOfAnotherWindowAndOnItsScreen) {
+    // Side windows opened with their lower edge beyond the screen's.
+    const QRect screen(0, 0, 1280, 800);
+    const QRect main(50, 40, 1180, 740);
+    EXPECT_EQ(WindowPlace::over(main, {640, 560}, screen, {}), QRect(320, 130, 640, 560));
+    EXPECT_EQ(WindowPlace::over(main, {640, 560}, screen, {{320, 130}}), QRect(352, 162, 640, 560));
+    EXPECT_TRUE(screen.contains(WindowPlace::over({900, 500, 800, 600}, {900, 620}, screen, {})));
+    EXPECT_TRUE(screen.contains(WindowPlace::over(main, {1400, 900}, screen, {})));
 }
 
 // F1 was the main window's alone.
