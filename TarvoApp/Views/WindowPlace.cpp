@@ -46,7 +46,8 @@ QString text(const QRect& place) {
 void remember(QQuickWindow& window, Settings& settings) {
     const auto kept = settings.value(preference::windowPlace);
     if (const auto place = kept ? from(shown(*kept)) : std::nullopt; place && canBeReached(*place)) {
-        window.setGeometry(*place);
+        // Wayland tells no place; on another desktop the title would lie above the screen.
+        place->topLeft().isNull() ? window.resize(place->size()) : window.setGeometry(*place);
     } else if (window.screen() != nullptr) {
         // A compositor that places windows itself takes the whole screen for free, its own panel and title
         // too.
