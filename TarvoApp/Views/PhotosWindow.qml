@@ -12,9 +12,12 @@ SideWindow {
     property bool cleanedHere: false
     readonly property bool mayUndo: cleanedHere && App.holding.canUndo && !App.activity.isBusy && !App.question.isOpenInPhotos
 
+    property bool putsBack: false
+
     function undo() {
         App.holding.undoLastCleanup();
         cleanedHere = false;
+        putsBack = true;
     }
 
     height: 700
@@ -40,6 +43,11 @@ SideWindow {
         function onPhaseChanged() {
             if (App.activity.phase === Kinds.Cleaning)
                 window.cleanedHere = window.active;
+            if (!App.activity.isBusy && window.putsBack) {
+                // What came back is shown where it was.
+                window.putsBack = false;
+                App.photos.show();
+            }
         }
 
         target: App.activity
