@@ -1,5 +1,6 @@
 #include "LumoCore/History/GrowthTracker.h"
 #include "TarvoModel/Showing/GrowthSeries.h"
+#include "TarvoModel/Showing/GrowthTexts.h"
 #include "TarvoModel/Showing/HistoryRows.h"
 
 #include <gmock/gmock.h>
