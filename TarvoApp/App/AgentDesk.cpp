@@ -19,12 +19,11 @@ AgentDesk::Links AgentDesk::linksIn(const std::string& home) {
 }
 
 void AgentDesk::refresh() {
-    if (access_ == Access::none) {
-        return;
-    }
-    background_.start([this, home = home_](const std::stop_token&) -> Background::Apply {
-        return [this, links = linksIn(home)] {
+    background_.start([this, home = home_, access = access_](const std::stop_token&) -> Background::Apply {
+        const Snippets snippets{.codex = AgentLinks::codexCommand(), .json = AgentLinks::jsonSnippet()};
+        return [this, snippets, links = access == Access::full ? linksIn(home) : Links()] {
             links_ = links;
+            snippets_ = snippets;
             emit changed();
         };
     });
@@ -92,11 +91,11 @@ QString AgentDesk::message() const {
 }
 
 QString AgentDesk::codexCommand() const {
-    return shown(AgentLinks::codexCommand());
+    return shown(snippets_.codex);
 }
 
 QString AgentDesk::jsonSnippet() const {
-    return shown(AgentLinks::jsonSnippet());
+    return shown(snippets_.json);
 }
 
 } // namespace tarvo

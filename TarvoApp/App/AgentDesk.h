@@ -27,8 +27,9 @@ class AgentDesk final : public QObject {
     Q_PROPERTY(QString copyMessage READ copyMessage NOTIFY changed)
     Q_PROPERTY(bool isCodeBusy READ isCodeBusy NOTIFY changed)
     Q_PROPERTY(bool isDesktopBusy READ isDesktopBusy NOTIFY changed)
-    Q_PROPERTY(QString codexCommand READ codexCommand CONSTANT)
-    Q_PROPERTY(QString jsonSnippet READ jsonSnippet CONSTANT)
+    /// What other agents are linked with; empty until the first `refresh`.
+    Q_PROPERTY(QString codexCommand READ codexCommand NOTIFY changed)
+    Q_PROPERTY(QString jsonSnippet READ jsonSnippet NOTIFY changed)
 
   public:
     /// Without access no settings are read or written, and every change is answered with the demo's notice.
@@ -36,7 +37,7 @@ class AgentDesk final : public QObject {
 
     AgentDesk(std::string home, Access access, QObject* parent = nullptr);
 
-    /// Reads the agents' settings in the background.
+    /// Reads the agents' settings, and looks where the tool server is, in the background.
     Q_INVOKABLE void refresh();
     Q_INVOKABLE void connectClaudeCode();
     Q_INVOKABLE void disconnectClaudeCode();
@@ -67,6 +68,11 @@ class AgentDesk final : public QObject {
         bool code = false;
         bool desktop = false;
     };
+    /// What is copied for others; where the tool server is has to be looked for on the disk.
+    struct Snippets {
+        std::string codex;
+        std::string json;
+    };
     using Change = std::function<AgentLinks::LinkResult(const std::string& home, const std::stop_token&)>;
     void change(About about, const Change& change);
     [[nodiscard]] QString messageAbout(About about) const { return about == about_ ? message() : QString(); }
@@ -75,6 +81,7 @@ class AgentDesk final : public QObject {
     std::string home_;
     Access access_;
     Links links_;
+    Snippets snippets_;
     AgentLinks::LinkResult result_;
     About about_ = About::clipboard;
     bool isBusy_ = false;

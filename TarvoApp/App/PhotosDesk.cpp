@@ -220,8 +220,7 @@ void PhotosDesk::setAside() {
 // What is shown.
 
 std::string PhotosDesk::nameOfFolder() const {
-    return lumo::abbreviated(folder_.empty() ? lumo::picturesFolder(ground_.services.desk.home) : folder_,
-                             home_);
+    return lumo::abbreviated(folder_.empty() ? read_.folder : folder_, home_);
 }
 
 QString PhotosDesk::folder() const {

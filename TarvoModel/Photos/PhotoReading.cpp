@@ -29,7 +29,11 @@ PhotosRead readPhotos(const std::string& folder, const Desk& desk, const LookAt&
                                .minimumBytes = 1,
                                .stop = watch.stop};
     lumo::PicturesFound found = lumo::findPictures(query);
-    PhotosRead read{.photos = {}, .chapters = {}, .unreadableCount = found.unreadableCount};
+    PhotosRead read{.photos = {},
+                    .chapters = {},
+                    .unreadableCount = found.unreadableCount,
+                    .unknownCount = 0,
+                    .folder = query.folders.front()};
     const std::map<std::string_view, const Photo*> before = byPath(watch.before);
     std::vector<std::size_t> unknown;
     for (lumo::Picture& picture : found.pictures) {

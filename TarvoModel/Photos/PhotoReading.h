@@ -19,6 +19,7 @@ struct PhotosRead {
     std::vector<PhotoChapter> chapters; ///< By the places of these photos.
     std::int64_t unreadableCount = 0;   ///< Folders that could not be listed.
     std::size_t unknownCount = 0;       ///< Pictures that have yet to be looked at.
+    std::string folder = {};            ///< The one that was read.
 };
 
 /// What a picture looks like; absent for what cannot be read as one. Called on several threads at once.

@@ -67,8 +67,12 @@ TEST(AgentDesk, LinksTheChatAndSeesWhatAnotherProgramChanged) {
     settled(story);
     EXPECT_FALSE(agents.isInClaudeDesktop());
     story.home.fileWith(codeSettings, R"({"mcpServers": {"tarvo-ai": {}}})");
+    // Each time it was read, the main thread asked the disk for it.
+    EXPECT_EQ(agents.codexCommand() + agents.jsonSnippet(), "") << "nobody has looked yet";
     agents.refresh();
     EXPECT_TRUE(story.waitUntil([&] { return agents.isInClaudeCode(); }));
+    EXPECT_THAT(bytesOf(agents.codexCommand()), StartsWith("codex mcp add "));
+    EXPECT_THAT(bytesOf(agents.jsonSnippet()), ::testing::HasSubstr("tarvo-ai"));
     agents.copy(agents.codexCommand());
     EXPECT_EQ(QGuiApplication::clipboard()->text(), agents.codexCommand());
 }

@@ -198,6 +198,7 @@ TEST(Photos, AreReviewedSetAsideAndPutBack) {
     AppStory story;
     const TempHome& home = story.home;
     save(home, "Pictures/beach.png", drawn(1));
+    EXPECT_EQ(story.app().photos()->folder(), "") << "which it is stands on the disk, and nobody has looked";
     save(home, "Pictures/beach again.png", drawn(1, 3));
     save(home, "Pictures/forest.png", drawn(7));
     std::filesystem::create_directories(home.path("Downloads"));
