@@ -98,7 +98,7 @@ SideWindow {
                 enabled: !App.isDemo
                 text: SideWords.otherFolder
 
-                onClicked: dialog.ask(FileChoice.Folder, SideWords.otherFolder, "", place => App.photos.lookIn(place))
+                onClicked: dialog.ask(FileChoice.Folders, SideWords.otherFolder, "", place => App.photos.lookIn(place))
             }
         }
         Rectangle {
