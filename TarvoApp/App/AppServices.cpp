@@ -5,6 +5,7 @@
 #include "LumoCore/Scanning/Scanner.h"
 #include "Platform/Clock.h"
 #include "Platform/Environment.h"
+#include "Platform/Folder.h"
 #include "TarvoModel/Exploring/WhatIsIt.h"
 #include "TarvoModel/Flows/ModelChoice.h"
 #include "TarvoModel/Showing/DemoDisk.h"
@@ -26,6 +27,12 @@ Listing listedFrom(const std::vector<std::string>& paths, const std::stop_token&
                              : lumo::FolderContents::open(paths, [&](const std::vector<std::string>& each) {
                                    return lumo::FolderContents::list(each, watch);
                                });
+}
+
+/// Also false for a single folder that nobody lets us read.
+bool canBeListed(const std::vector<std::string>& paths) {
+    return lumo::FolderContents::canOpen(paths) &&
+           (paths.size() > 1 || lumo::platform::canList(paths.front()));
 }
 
 /// What is installed is looked at once, when somebody first opens a folder.
@@ -61,7 +68,7 @@ MapModel::Folders foldersIn(const std::string& home, const RunMode& mode) {
     }
     return {
         .list = listedFrom,
-        .canOpen = lumo::FolderContents::canOpen,
+        .canOpen = canBeListed,
         .know = [knowing = std::make_shared<Knowing>(home)](const auto& items) { return (*knowing)(items); }};
 }
 

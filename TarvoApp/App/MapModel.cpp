@@ -22,6 +22,18 @@ std::string insideID(const Item& item) {
     return DiskMap::insideID(item.path);
 }
 
+/// The folders of a listing of which nothing can be seen; called in the background.
+std::set<SharedPaths> closedIn(const Listing& listing, const MapModel::CanOpen& canOpen) {
+    std::set<SharedPaths> closed;
+    for (const Item& item : listing.items) {
+        // Of whose entries some are known, they are open.
+        if (item.isDirectory && item.children.empty() && !item.path.empty() && !canOpen({item.path})) {
+            closed.insert(SharedPaths{item.path});
+        }
+    }
+    return closed;
+}
+
 } // namespace
 
 MapModel::MapModel(const TickedPlan& plan, Background& background, Folders folders, QObject* parent)
@@ -261,9 +273,10 @@ void MapModel::listInBackground(const Paths& paths) {
     background_.start(listing_,
                       [this, paths, folders = folders_, rows = rows_,
                        generation = generation_](const std::stop_token& stop) -> Background::Apply {
-                          Inside inside{.listing = folders.list(paths, stop), .known = {}};
+                          Inside inside{.listing = folders.list(paths, stop), .known = {}, .closed = {}};
                           inside.known =
                               DiskMap::knownEntries(inside.listing.items, rows->rows(), folders.know);
+                          inside.closed = closedIn(inside.listing, folders.canOpen);
                           return [this, paths, generation, inside = std::move(inside)] {
                               if (generation == generation_) {
                                   listed(paths, inside);
@@ -275,6 +288,7 @@ void MapModel::listInBackground(const Paths& paths) {
 void MapModel::listed(const Paths& paths, const Inside& inside) {
     prefetching_.erase(paths);
     prefetchNext();
+    closed_.insert(inside.closed.begin(), inside.closed.end());
     if (!inside.listing.items.empty()) {
         insideCache_.insert_or_assign(paths, inside);
     }

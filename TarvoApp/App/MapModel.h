@@ -153,6 +153,7 @@ class MapModel final : public QObject {
     struct Inside {
         lumo::FolderContents::Listing listing;
         std::map<std::string, KnownEntry> known;
+        std::set<Paths> closed; ///< The folders in it that cannot be listed.
     };
 
     void openWanted(Wanted wanted);

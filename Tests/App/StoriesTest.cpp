@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <latch>
+#include <map>
 #include <memory>
 #include <thread>
 
@@ -502,9 +503,16 @@ TEST(AppStories, TheMapOpensFoldersFromWhatWasListedAndForgetsThemWithANewScan) 
 // tile left out the tile's.
 TEST(AppStories, TheMapSaysWhatCannotBeOpenedAndNamesTheWholeWay) {
     AppStory story;
+    const std::string sealed = story.home.path("Videos/sealed");
+    // Who may read everything would read that, too.
+    story.services.folders.canOpen =
+        [&, canOpen = story.services.folders.canOpen](const std::vector<std::string>& paths) {
+            return canOpen(paths) && paths.front() != sealed;
+        };
     settle(story);
     story.home.files({"Videos/2024/a", "Videos/2025/b"}, 90'000);
     story.home.folder("Videos/empty");
+    story.home.folder("Videos/sealed");
     AppModel& app = story.app();
     MapModel& map = *app.map();
     map.setWidth(900);
@@ -517,6 +525,14 @@ TEST(AppStories, TheMapSaysWhatCannotBeOpenedAndNamesTheWholeWay) {
     map.zoomOut(0);
     app.places()->openFolder(story.home.path("Videos"));
     ASSERT_TRUE(story.waitUntil([&] { return map.depth() == 1; }));
+    // It was said to open on a click until one had tried.
+    std::map<std::string, std::string> statuses;
+    for (int at = 0; at < map.count(); ++at) {
+        statuses[bytesOf(map.tile(at, TileList::labelRole).toString())] =
+            bytesOf(map.tile(at, TileList::statusRole).toString());
+    }
+    EXPECT_EQ(statuses["sealed"], "Folder");
+    EXPECT_EQ(statuses["2024"], "Folder · click to see what's inside");
     const std::string empty = "dentro:" + story.home.path("Videos/empty");
     map.zoomInto(keyOf(empty));
     ASSERT_TRUE(story.waitUntil([&] { return !app.activity()->notice().isEmpty(); }));
