@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 
 #include <algorithm>
+#include <cmath>
 #include <latch>
 #include <thread>
 
@@ -102,6 +103,57 @@ TEST_F(MainWindowTest, TheMenuAndTheKeysLeadToHistoryGrowthAndFiles) {
           lumo::Words{"Historial", "History"}, lumo::Words{"Crecimiento", "Growth"}}) {
         EXPECT_TRUE(story.waitUntil([&] { return named(std::string(item.in())) != nullptr; })) << item.in();
     }
+}
+
+// A cleanup was a line of text, and a small button among others to stop it.
+TEST_F(MainWindowAtHomeTest, ACleanupIsSeenStepByStepWithABarAndAStop) {
+    std::latch mayEnd(1);
+    story.services.carryOut = [&](const std::vector<lumo::CleanupAction>& actions,
+                                  const lumo::PathGuard& guard, lumo::CleanupExecutor::Control control) {
+        control.onBegin = [&, tell = control.onBegin](std::size_t at) {
+            tell(at);
+            if (at > 0) {
+                mayEnd.wait();
+            }
+        };
+        return usualCarryOut(actions, guard, control);
+    };
+    story.addCache(2'000'000);
+    story.addOwn(1'000'000);
+    open();
+    AppModel& app = story.app();
+    app.ticked()->toggle(AppStory::ownKey);
+    const std::vector<lumo::CleanupAction> actions = app.ticked()->agreement().actions;
+    app.cleaning()->requestClean();
+    app.question()->accept();
+    EXPECT_TRUE(story.waitUntil([&] { return idOf(app.cleaning()->inHand()) == actions.back().id; }));
+    EXPECT_EQ(app.rows()->indexOf(keyOf(actions.front().id)), -1) << "it is done";
+    EXPECT_TRUE(story.waitUntil([&] { return app.map()->count() == 1; })) << "and gone from the map";
+    const std::string step = lumo::Words{"2 de 2: ", "2 of 2: "}.in() + actions.back().title;
+    EXPECT_THAT(bytesOf(app.activity()->progressText()), ::testing::StartsWith(step));
+    EXPECT_THAT(told(), ::testing::Contains(::testing::HasSubstr(step)));
+    const auto share = static_cast<int>(std::lround(100 * app.activity()->progress()));
+    EXPECT_TRUE(share > 0 && share < 100) << share;
+    EXPECT_NE(named(lumo::Words{"Va por el {} %", "{}% done"}.with(share)), nullptr);
+    int largest = 0;
+    visit(QAccessible::queryAccessibleInterface(QGuiApplication::focusWindow()), [&](auto& item) {
+        const bool isStop = bytesOf(item.text(QAccessible::Name)) == lumo::Words{"Parar", "Stop"}.in();
+        largest = isStop ? std::max(largest, item.rect().height()) : largest;
+    });
+    EXPECT_GE(largest, 36) << "nobody misses it";
+    app.activity()->stop();
+    mayEnd.count_down();
+    EXPECT_TRUE(story.waitUntilIdle());
+}
+
+TEST_F(MainWindowAtHomeTest, TheWindowComesBackWhereItWasUnlessNobodyCouldReachItThere) {
+    const QRect place(40, 60, 900, 620);
+    open().setGeometry(place);
+    EXPECT_EQ(begin().geometry(), place);
+    // A screen has gone since.
+    story.app().settings()->note(preference::windowPlace, "900x620+5000+5000");
+    QQuickWindow& window = begin();
+    EXPECT_LT(window.x(), 5000);
 }
 
 // Nobody could tell from the button what stopping leaves behind.

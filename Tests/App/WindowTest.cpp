@@ -411,6 +411,10 @@ TEST_F(MainWindowAtHomeTest, AScreenReaderIsToldTheWholeStory) {
                       text(shown(lumo::Words{"Objetivo: ", "Goal: "}.in()) + app.ticked()->goalText())}));
     EXPECT_THAT(told(), Contains(StartsWith("ProgressBar|")));
     EXPECT_THAT(told(), Contains(::testing::HasSubstr(lumo::Words{"analizado en", "analyzed in"}.in())));
+    const std::string freed = lumo::Words{"se aparta 7 días", "set aside for 7 days"}.in();
+    EXPECT_THAT(told(), Not(Contains(StartsWith("StaticText|" + freed))));
+    app.places()->openRow(AppStory::ownKey, true);
+    EXPECT_TRUE(story.waitUntil([&] { return named(freed) != nullptr; })) << "a line of its details";
     app.ticked()->toggle(AppStory::ownKey);
     press(Qt::Key_Backspace, Qt::ControlModifier);
     ASSERT_TRUE(story.waitUntil([&] { return focused() == lumo::Words{"Cancelar", "Cancel"}.in(); }));

@@ -117,6 +117,10 @@ TEST(Command, SpeaksTheLanguageOfTheOptionThenOfTheVariableThenOfTheLocale) {
         const Ran ran = runTarvo(home, words, environment);
         EXPECT_THAT(ran.output + ran.error, HasSubstr(says)) << PrintToString(words);
     }
+    // The one that was chosen for window and command comes before the system's.
+    ASSERT_EQ(runTarvo(home, {"settings", "set", "idioma", "es"}).exitCode, 0);
+    EXPECT_THAT(runTarvo(home, {"rules"}, {"LANG=en_US.UTF-8"}).output, HasSubstr("SE REGENERA SOLO"));
+    EXPECT_THAT(runTarvo(home, {"--idioma", "en", "rules"}).output, HasSubstr("RECREATES ITSELF"));
 }
 
 TEST(Command, ListsTheRulesAsObjectsWithTheirDocumentedKeys) {
