@@ -5,6 +5,7 @@
 #include "Platform/Folder.h"
 #include "Platform/Terminal.h"
 #include "TarvoCLI/Commands.h"
+#include "TarvoModel/Flows/GivenPath.h"
 #include "TarvoModel/Flows/LanguageChoice.h"
 
 #include <fmt/format.h>
@@ -189,31 +190,6 @@ ExitCode explainUsage(const CLI::App& app, const CLI::ParseError& error) {
         ExitCode::usage);
 }
 
-/// The folder to work on; a failure says which remedy there is.
-lumo::Result<std::string> homeFrom(const GlobalArguments& arguments) {
-    // An empty --home is most often a variable that was never set: never a reason to take another folder.
-    const std::string named =
-        arguments.home ? *arguments.home : platform::environmentVariable("HOME").value_or("");
-    if (named.empty()) {
-        return lumo::failure(Words{"no sé cuál es tu carpeta personal: indícala con --home CARPETA",
-                                   "I do not know your home folder: name it with --home DIR"}
-                                 .in());
-    }
-    const auto absolute = platform::absolutePath(named);
-    if (!absolute || !platform::isFolderThroughLinks(*absolute)) {
-        return lumo::failure(Words{"no existe la carpeta {}: indica otra con --home CARPETA",
-                                   "there is no folder {}: name another with --home DIR"}
-                                 .with(lumo::printable(named)));
-    }
-    if (*absolute == "/") {
-        return lumo::failure(
-            Words{"el disco entero no es una carpeta personal: indica una con --home CARPETA",
-                  "the whole disk is no home folder: name one with --home DIR"}
-                .in());
-    }
-    return *absolute;
-}
-
 ExitCode showOverview(const CLI::App& app, std::vector<std::string> words) {
     const std::string application = platform::programFolder() + "/tarvo-app";
     if (platform::hasScreen() && platform::kindOf(application)) {
@@ -270,7 +246,7 @@ ExitCode run(int count, char** words) {
     } catch (const CLI::ParseError& error) {
         return explainUsage(app, error);
     }
-    const lumo::Result<std::string> home = homeFrom(arguments);
+    const lumo::Result<std::string> home = givenHome(arguments.home);
     if (!home && (chosen || arguments.home)) {
         return complain(home.error().message, ExitCode::usage);
     }

@@ -11,6 +11,7 @@
 #include "TarvoApp/Views/OneInstance.h"
 #include "TarvoApp/Views/Pictures.h"
 #include "TarvoApp/Views/ReleaseNotes.h"
+#include "TarvoModel/Flows/GivenPath.h"
 #include "TarvoModel/Flows/LanguageChoice.h"
 
 #include <QCommandLineParser>
@@ -87,12 +88,12 @@ void say(const std::string& line) {
     std::fputs((line + "\n").c_str(), stderr);
 }
 
-/// The folder that was named on the command line, from the root on; absent when there is none.
-std::optional<std::string> folderAt(const QString& name) {
-    std::string path = lumo::platform::absolutePath(bytesOf(name)).value_or("");
+/// The folder of that name, from the root on; absent when there is none, which has been said.
+std::optional<std::string> folderAt(const std::string& name) {
+    std::string path = lumo::platform::absolutePath(name).value_or("");
     if (path.empty() || !lumo::platform::isFolderThroughLinks(path)) {
-        say("tarvo-app: " + lumo::Words{"no existe la carpeta {}", "there is no folder {}"}.with(
-                                lumo::printable(bytesOf(name))));
+        say("tarvo-app: " +
+            lumo::Words{"no existe la carpeta {}", "there is no folder {}"}.with(lumo::printable(name)));
         return std::nullopt;
     }
     return path;
@@ -177,15 +178,18 @@ std::optional<int> answerWithoutScreen(int count, char** arguments) {
 
 /// Reads the rest of what was asked for, and does it.
 int runAsAsked(const QCommandLineParser& parser, const tarvo::RunMode& mode) {
-    std::optional<std::string> home = lumo::platform::environmentVariable("HOME").value_or("");
-    if (parser.isSet("home")) {
-        home = folderAt(parser.value("home"));
+    // None is made where there is none: somebody meant another.
+    auto home =
+        tarvo::givenHome(parser.isSet("home") ? std::optional(bytesOf(parser.value("home"))) : std::nullopt);
+    if (!home && !mode.isDemo) {
+        say("tarvo-app: " + home.error().message);
+        return 2;
     }
     std::optional<std::string> folder = "";
     if (!parser.positionalArguments().isEmpty()) {
-        folder = folderAt(parser.positionalArguments().front());
+        folder = folderAt(bytesOf(parser.positionalArguments().front()));
     }
-    return home && folder ? run(parser, mode, *home, *folder) : 2;
+    return folder ? run(parser, mode, home.value_or(""), *folder) : 2;
 }
 
 } // namespace

@@ -1,6 +1,9 @@
 #include "TarvoModel/Flows/GivenPath.h"
 
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
+#include "Platform/Environment.h"
 #include "Platform/Folder.h"
 
 namespace tarvo {
@@ -39,6 +42,30 @@ std::vector<std::string> pathsMeant(const std::vector<std::string>& words, const
         }
     }
     return paths;
+}
+
+lumo::Result<std::string> givenHome(const std::optional<std::string>& named) {
+    using lumo::Words;
+    // An empty name is most often a variable that was never set: never a reason to take another folder.
+    const std::string home = named ? *named : platform::environmentVariable("HOME").value_or("");
+    if (home.empty()) {
+        return lumo::failure(Words{"no sé cuál es tu carpeta personal: indícala con --home CARPETA",
+                                   "I do not know your home folder: name it with --home DIR"}
+                                 .in());
+    }
+    const auto absolute = platform::absolutePath(home);
+    if (!absolute || !platform::isFolderThroughLinks(*absolute)) {
+        return lumo::failure(Words{"no existe la carpeta {}: indica otra con --home CARPETA",
+                                   "there is no folder {}: name another with --home DIR"}
+                                 .with(lumo::printable(home)));
+    }
+    if (*absolute == "/") {
+        return lumo::failure(
+            Words{"el disco entero no es una carpeta personal: indica una con --home CARPETA",
+                  "the whole disk is no home folder: name one with --home DIR"}
+                .in());
+    }
+    return *absolute;
 }
 
 } // namespace tarvo

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "LumoCore/Basics/Result.h"
+
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,5 +27,9 @@ std::string pathMeant(std::string_view word, const std::string& home, LastLink l
 
 /// The same for folders in a list. Of one that is a link both are meant, the link and where it leads.
 std::vector<std::string> pathsMeant(const std::vector<std::string>& words, const std::string& home);
+
+/// The home to work on, absolute: the folder that was named, or else $HOME. A failure says in the interface
+/// language that there is no such folder, and which remedy there is.
+lumo::Result<std::string> givenHome(const std::optional<std::string>& named);
 
 } // namespace tarvo
