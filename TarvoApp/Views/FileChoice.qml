@@ -24,8 +24,7 @@ T.Dialog {
 
     function ask(wanted: int, heading: string, suggested: string, then: var) {
         kind = wanted;
-        // What the menu announces with them is what this is.
-        title = heading.replace(/…$/, "");
+        title = heading;
         name.text = suggested;
         take = then;
         App.picking.begin(wanted === FileChoice.Folders ? "" : ".json");

@@ -3,7 +3,7 @@ import QtQuick.Controls.Basic
 import Tarvo
 
 // What the colors of the map mean. Pressing one shows what is of that color alone.
-Flow {
+Row {
     id: legend
 
     // What it takes on one line.

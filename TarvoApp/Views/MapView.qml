@@ -59,7 +59,15 @@ ColumnLayout {
         readonly property real beside: zoomed ? view.width * 0.4 + (whole.visible ? whole.implicitWidth + spacing : 0)
                                               : all.implicitWidth + (disks.visible ? disks.implicitWidth + spacing : 0)
         // The legend keeps its words: where they do not fit they go below.
-        readonly property bool stacked: beside + spacing + legend.lineWidth > view.width
+        readonly property bool full: view.width > 0 && beside + spacing + legend.lineWidth > view.width
+        // Turned only after the layout has come to rest, which must not begin anew while it is made.
+        property bool stacked: false
+
+        function settle(): void {
+            stacked = full;
+        }
+
+        onFullChanged: Qt.callLater(settle)
 
         Layout.fillWidth: true
         spacing: 12
