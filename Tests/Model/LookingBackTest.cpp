@@ -91,7 +91,7 @@ TEST(HistoryRows, TellsCleanupsApartByTheMomentAtWhichABatchWasBegun) {
     const std::vector<CleanupOutcome> log{weekly, aside("own", 185s, lumo::stampText(weekly.date + 180s)),
                                           line("with it", 190s, 2)};
     EXPECT_THAT(titlesOf(historyRows(log, {}, Language::en)),
-                ElementsAre(ElementsAre("with it", "own"), ElementsAre("weekly")));
+                ElementsAre(ElementsAre("own", "with it"), ElementsAre("weekly")));
 }
 
 TEST(Growth, NamesAFolderOfAProjectAsTheListDoes) {
