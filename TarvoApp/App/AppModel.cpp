@@ -39,8 +39,10 @@ AppModel::AppModel(AppServices services, QObject* parent)
     connect(&settings_, &Settings::failed, this, [this](const QString& why) { activity_.say(bytesOf(why)); });
     connect(&scanning_, &ScanningDesk::beginning, &explaining_, &ExplainingDesk::forgetEvidence);
     connect(&scanning_, &ScanningDesk::found, this, &AppModel::take);
-    connect(&scanning_, &ScanningDesk::planned, this,
-            [this](const std::shared_ptr<const WholePlan>& plan) { ticked_.takePlan(plan); });
+    connect(&scanning_, &ScanningDesk::planned, this, [this](const std::shared_ptr<const WholePlan>& plan) {
+        explaining_.takeRecoverable(plan->plan()->recoverable);
+        ticked_.takePlan(plan);
+    });
     connect(&scanning_, &ScanningDesk::ended, this, &AppModel::scanEnded);
     explaining_.askModel();
 }

@@ -21,6 +21,18 @@ void ExplainingDesk::take(const std::shared_ptr<const lumo::ScanReport>& report,
     emit summaryChanged();
 }
 
+void ExplainingDesk::takeRecoverable(std::int64_t recoverable) {
+    if (!report_ || recoverable == std::exchange(recoverable_, recoverable)) {
+        return;
+    }
+    const lumo::Date now = ground_.services.desk.now();
+    summary_ = {.text = lumo::DiskSummary::templateText(*report_, recoverable, now), .byAI = false};
+    emit summaryChanged();
+    if (!ground_.activity.isBusy()) { // Else it is asked for once the scan has ended.
+        refreshSummary();
+    }
+}
+
 void ExplainingDesk::learn(const Explanations& explanations) {
     bool isNews = false;
     for (const auto& [path, explanation] : explanations) {

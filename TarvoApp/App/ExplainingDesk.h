@@ -35,6 +35,8 @@ class ExplainingDesk final : public QObject {
     /// A new report, with what is certain of its folders.
     void take(const std::shared_ptr<const lumo::ScanReport>& report, std::int64_t recoverable,
               const std::string& summary, const Explanations& certain);
+    /// The same report has been planned anew: what can be recovered of it is told as it is now.
+    void takeRecoverable(std::int64_t recoverable);
     /// What explanations rest on may be no longer true.
     void forgetEvidence();
     /// Finds out whether there is a model.

@@ -6,19 +6,9 @@ import Tarvo
 Row {
     id: legend
 
-    // What it takes on one line.
-    readonly property real lineWidth: {
-        let sum = -spacing;
-        for (let at = 0; at < entries.count; ++at)
-            sum += (entries.itemAt(at) as Button).implicitWidth + spacing;
-        return sum;
-    }
-
     spacing: 2
 
     Repeater {
-        id: entries
-
         model: Words.groups
 
         Button {

@@ -105,7 +105,11 @@ Item {
         anchors.fill: parent
         cursorShape: tile.clickable ? Qt.PointingHandCursor : Qt.ArrowCursor
 
-        onClicked: mouse => mouse.button === Qt.RightButton ? tile.menuWanted(tile.key, null) : tile.act()
+        onClicked: mouse => {
+            // What the keys do next is done with what was pressed last.
+            tile.forceActiveFocus(Qt.MouseFocusReason);
+            mouse.button === Qt.RightButton ? tile.menuWanted(tile.key, null) : tile.act();
+        }
     }
     Loader {
         active: tile.made

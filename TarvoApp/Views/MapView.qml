@@ -55,19 +55,9 @@ ColumnLayout {
         id: head
 
         readonly property bool zoomed: App.map.depth > 0 || App.map.zoomLoading
-        // What must be beside the legend; of the way into a folder as much as can be read.
-        readonly property real beside: zoomed ? view.width * 0.4 + (whole.visible ? whole.implicitWidth + spacing : 0)
-                                              : all.implicitWidth + (disks.visible ? disks.implicitWidth + spacing : 0)
-        // The legend keeps its words: where they do not fit they go below.
-        readonly property bool full: view.width > 0 && beside + spacing + legend.lineWidth > view.width
-        // Turned only after the layout has come to rest, which must not begin anew while it is made.
-        property bool stacked: false
-
-        function settle(): void {
-            stacked = full;
-        }
-
-        onFullChanged: Qt.callLater(settle)
+        // The legend keeps its words: where there is no room for them beside the rest they go below. By the width
+        // alone; what measured the rest would change it in the middle of the layout.
+        readonly property bool stacked: view.width < (zoomed ? 1000 : 600) * Theme.scale
 
         Layout.fillWidth: true
         spacing: 12
@@ -108,8 +98,6 @@ ColumnLayout {
             }
         }
         Legend {
-            id: legend
-
             visible: !head.stacked
         }
         Item {
@@ -117,13 +105,9 @@ ColumnLayout {
             visible: !head.zoomed
         }
         DisksButton {
-            id: disks
-
             visible: offers && (!head.zoomed || view.width > 700 * Theme.scale)
         }
         ToggleBox {
-            id: all
-
             checked: App.settings.showWholeDisk
             text: Words.wholeDisk
             visible: App.map.depth === 0

@@ -105,9 +105,6 @@ Rectangle {
                 keyNavigationEnabled: true
                 model: App.rows
 
-                // Where there is no row, none can be moved to, and what is told instead would stay out of sight.
-                onCountChanged: if (count === 0) Qt.callLater(returnToBounds)
-
                 function goTo(index: int) {
                     if (count === 0)
                         return;

@@ -70,7 +70,8 @@ QRect over(const QRect& other, QSize size, const QRect& screen, const QList<QPoi
         return QPoint(std::clamp(corner.x(), room.left(), room.right() + 1 - fitting.width()),
                       std::clamp(corner.y(), room.top(), room.bottom() + 1 - fitting.height()));
     };
-    QPoint corner = within(other.center() - QPoint(fitting.width() / 2, fitting.height() / 2));
+    QPoint corner = within(other.topLeft() + QPoint((other.width() - fitting.width()) / 2,
+                                                    (other.height() - fitting.height()) / 2));
     // Those that lie beneath it keep their titles in sight.
     for (qsizetype step = 0; step < taken.size() && taken.contains(corner); ++step) {
         corner = within(corner + QPoint(titleHeight, titleHeight));

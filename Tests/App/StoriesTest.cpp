@@ -193,6 +193,10 @@ TEST(AppStories, WhatWasCleanedIsNeitherTickedNorShownUntilThereIsSomethingAgain
     app.places()->protect(AppStory::ownKey);
     ASSERT_TRUE(story.waitUntil([&] { return app.ticked()->plan().selection().size() == 1; }));
     EXPECT_EQ(app.ticked()->plan().stateOf(AppStory::ownKey), TileState::blocked);
+    // The sentence at the top went on with what had been free to go.
+    EXPECT_FALSE(app.explaining()->summaryText().contains(" 0 MB"));
+    app.places()->protect(AppStory::cacheKey);
+    EXPECT_TRUE(story.waitUntil([&] { return app.explaining()->summaryText().contains(" 0 MB"); }));
 }
 
 TEST(AppStories, WhatIsProtectedBetweenQuestionAndAnswerStays) {

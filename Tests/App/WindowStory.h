@@ -56,6 +56,7 @@ class MainWindowTest : public ::testing::Test {
 
     QQuickWindow& open() {
         QQuickWindow& window = begin();
+        window.resize(1180, 760); // The screen that is none has no room for that.
         EXPECT_TRUE(story.waitUntil(
             [&] { return story.app().scanning()->hasReport() && !story.app().activity()->isBusy(); }));
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
@@ -69,6 +70,7 @@ class MainWindowTest : public ::testing::Test {
         if (story.app().showsWelcome()) {
             story.app().finishWelcome();
         }
+        windows_.reset(); // What it keeps is what the next one begins with.
         windows_ = std::make_unique<MainWindow>(story.app());
         return *windows_->window();
     }
