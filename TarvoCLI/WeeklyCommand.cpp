@@ -28,30 +28,6 @@ namespace platform = lumo::platform;
 
 namespace {
 
-/// What there is to know of the timer, in a sentence.
-std::string timerText(WeeklyTimer::State state) {
-    switch (state) {
-    case WeeklyTimer::State::none:
-        return Words{
-            "Sin temporizador: solo la hace la ventana mientras está abierta. Para tenerlo: tarvo semanal "
-            "activar",
-            "Without a timer: only the window does it, while it is open. To have one: tarvo weekly on"}
-            .in();
-    case WeeklyTimer::State::broken:
-        return Words{
-            "El programa que pone en marcha ya no está en su sitio. Para arreglarlo: tarvo semanal activar",
-            "The program that is started is no longer in its place. To mend that: tarvo weekly on"}
-            .in();
-    case WeeklyTimer::State::set:
-        break;
-    }
-    return Words{"Se mira cada día que tengas la sesión abierta; en un servidor, también sin ella con "
-                 "«loginctl enable-linger».",
-                 "It is looked at every day on which you are logged in; on a server, without that too after "
-                 "“loginctl enable-linger”."}
-        .in();
-}
-
 std::string statusText(const Preferences& preferences, const Desk& desk) {
     const bool isOn = preferences.value(preference::autoCleanWeekly);
     const auto line =
@@ -67,7 +43,7 @@ std::string statusText(const Preferences& preferences, const Desk& desk) {
                 .in(),
             readingColumns());
     }
-    return *line + "\n" + paragraph(timerText(WeeklyTimer::state(desk.home)), readingColumns());
+    return *line + "\n" + paragraph(timerStateText(WeeklyTimer::state(desk.home)), readingColumns());
 }
 
 std::string statusJson(const Preferences& preferences, const Desk& desk) {

@@ -37,6 +37,24 @@ void MonitorDesk::setAutoCleanWeekly(bool isOn) {
         return [this, number, problem = switched ? switched->timerProblem.value_or("") : std::string()] {
             if (number == switches_) {
                 timerProblem_ = problem;
+                timerState_.clear();
+                emit autoCleanStatusChanged();
+            }
+        };
+    });
+}
+
+void MonitorDesk::refreshTimer() {
+    if (!ground_.services.mode.isForReal() || !ground_.settings.autoCleanWeekly()) {
+        return;
+    }
+    ground_.background.start([this, home = ground_.services.desk.home,
+                              number = switches_](const std::stop_token&) -> Background::Apply {
+        return [this, number, state = WeeklyTimer::state(home)] {
+            if (number == switches_) {
+                const bool isSet = state == WeeklyTimer::State::set;
+                timerProblem_ = isSet ? std::string() : timerProblem_;
+                timerState_ = isSet ? std::string() : timerStateText(state);
                 emit autoCleanStatusChanged();
             }
         };
@@ -110,7 +128,7 @@ QString MonitorDesk::autoCleanStatusText() const {
 }
 
 QString MonitorDesk::autoCleanProblem() const {
-    return shown(timerProblem_);
+    return shown(timerProblem_.empty() ? timerState_ : timerProblem_);
 }
 
 } // namespace tarvo

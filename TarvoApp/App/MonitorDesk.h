@@ -31,6 +31,9 @@ class MonitorDesk final : public QObject {
     void startMonitoring();
     /// Switches the weekly cleanup, with the timer that does it while the application is closed.
     Q_INVOKABLE void setAutoCleanWeekly(bool isOn);
+    /// Looks whether that timer is still there: another program may have taken it away, or moved what it
+    /// starts.
+    Q_INVOKABLE void refreshTimer();
     /// One look at the disk, which may begin a scan, warn, or clean.
     Q_INVOKABLE void look();
 
@@ -54,8 +57,9 @@ class MonitorDesk final : public QObject {
     ScanningDesk& scanning_;
     const TickedDesk& ticked_;
     CleaningDesk& cleaning_;
-    std::string timerProblem_;
-    int switches_ = 0; ///< Of several only the last one's problem is told.
+    std::string timerProblem_; ///< Why there is none although one was wanted.
+    std::string timerState_;   ///< What is wrong with it by the last look; empty for nothing.
+    int switches_ = 0;         ///< Of several only the last one's problem is told.
     bool isLooking_ = false;
     QTimer timer_;
 };

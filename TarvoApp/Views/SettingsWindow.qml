@@ -24,6 +24,7 @@ SideWindow {
             App.holding.refreshHolding();
             App.agents.refresh();
             App.login.refreshLogin();
+            App.monitor.refreshTimer();
         }
     }
 

@@ -1,5 +1,6 @@
 #include "TarvoModel/Flows/WeeklySwitch.h"
 
+#include "LumoCore/Basics/Words.h"
 #include "Platform/Environment.h"
 #include "TarvoModel/Flows/SettingChange.h"
 
@@ -41,6 +42,30 @@ lumo::Result<WeeklySwitch> setWeeklyCleanup(const Desk& desk, bool on, TimerWish
         switched->timerProblem = timer.error().message;
     }
     return switched;
+}
+
+std::string timerStateText(WeeklyTimer::State state, lumo::Language language) {
+    using lumo::Words;
+    switch (state) {
+    case WeeklyTimer::State::none:
+        return Words{
+            "Sin temporizador: solo la hace la ventana mientras está abierta. Para tenerlo: tarvo semanal "
+            "activar",
+            "Without a timer: only the window does it, while it is open. To have one: tarvo weekly on"}
+            .in(language);
+    case WeeklyTimer::State::broken:
+        return Words{
+            "El programa que pone en marcha ya no está en su sitio. Para arreglarlo: tarvo semanal activar",
+            "The program that is started is no longer in its place. To mend that: tarvo weekly on"}
+            .in(language);
+    case WeeklyTimer::State::set:
+        break;
+    }
+    return Words{"Se mira cada día que tengas la sesión abierta; en un servidor, también sin ella con "
+                 "«loginctl enable-linger».",
+                 "It is looked at every day on which you are logged in; on a server, without that too after "
+                 "“loginctl enable-linger”."}
+        .in(language);
 }
 
 } // namespace tarvo

@@ -27,4 +27,7 @@ struct WeeklySwitch {
 lumo::Result<WeeklySwitch> setWeeklyCleanup(const Desk& desk, bool on, TimerWish wish,
                                             const WeeklyTimer::Asking& asking = {});
 
+/// What there is to know of a timer in that state while the cleanup is on, in a sentence.
+std::string timerStateText(WeeklyTimer::State state, lumo::Language language = lumo::currentLanguage());
+
 } // namespace tarvo

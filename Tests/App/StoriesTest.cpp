@@ -2,6 +2,7 @@
 #include "LumoCore/Cleanup/HistoryLog.h"
 #include "LumoCore/History/SnapshotStore.h"
 #include "TarvoApp/App/QtText.h"
+#include "TarvoModel/Flows/WeeklySwitch.h"
 #include "TarvoModel/Showing/DemoDisk.h"
 #include "Tests/App/AppStory.h"
 
@@ -635,6 +636,28 @@ TEST(AppStories, AThingShowsWhatItHoldsAndAFolderWhatItsExplanationRestsOn) {
     app.places()->gatherEvidence(AppStory::ownKey);
     ASSERT_TRUE(story.waitUntil([&] { return evidence(AppStory::ownKey).contains("1 file"); }));
     EXPECT_TRUE(evidence(AppStory::cacheKey).isEmpty()) << "nobody asked";
+}
+
+// It was told only when the switch was turned.
+TEST(AppStories, ATimerOfTheWeeklyCleanupThatOthersHaveTakenAwayIsTold) {
+    AppStory story;
+    MonitorDesk& monitor = *story.app().monitor();
+    monitor.refreshTimer();
+    story.app().settings()->setAutoCleanWeekly(true);
+    const auto isTold = [&](WeeklyTimer::State state) {
+        monitor.refreshTimer();
+        return story.waitUntil([&] { return bytesOf(monitor.autoCleanProblem()) == timerStateText(state); });
+    };
+    EXPECT_TRUE(isTold(WeeklyTimer::State::none));
+    const std::string units = ".config/systemd/user/";
+    story.home.fileWith(units + "tarvo-weekly.service",
+                        WeeklyTimer::serviceText(story.home.path("bin/tarvo")));
+    story.home.fileWith(units + "tarvo-weekly.timer", WeeklyTimer::timerText());
+    story.home.link(units + "timers.target.wants/tarvo-weekly.timer", "../tarvo-weekly.timer");
+    EXPECT_TRUE(isTold(WeeklyTimer::State::broken));
+    story.home.program("bin/tarvo", "true");
+    monitor.refreshTimer();
+    EXPECT_TRUE(story.waitUntil([&] { return monitor.autoCleanProblem().isEmpty(); }));
 }
 
 // What a scan had found was freed, and all that came of it done, on the window's thread in one go.
