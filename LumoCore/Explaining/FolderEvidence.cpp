@@ -79,7 +79,8 @@ FolderEvidence FolderEvidence::gather(const std::string& path, const std::string
                             .largestEntries = std::move(breakdown.children),
                             .fileTypes = std::move(breakdown.extensions),
                             .relatedApp = installed.related(lumo::ownersName(path, places), system),
-                            .uninstalledOwner = installed.uninstalledOwnerOf(path, home, system)};
+                            .uninstalledOwner =
+                                installed.uninstalledOwnerOf(places.usual(path), home, system)};
     keepFirst(evidence.largestEntries, mostEntries);
     keepFirst(evidence.fileTypes, mostTypes);
     evidence.isAppleComponent =

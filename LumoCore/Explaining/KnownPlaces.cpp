@@ -22,12 +22,12 @@ using PlaceTexts::Extent;
 using platform::EntryKind;
 using Source = Explanation::Source;
 
-/// As programs hide their folders, wherever those have been moved.
+/// As programs hide their folders; those that have been moved need not have such a name.
 bool isHidden(std::string_view path, const HomePlaces& places) {
-    const std::string usual = places.usual(path);
-    const std::string_view inHome = std::string_view(usual).substr(places.home().size() + 1);
-    return inHome.starts_with('.') || isInside(inHome, "Library") ||
-           (places.system() == System::linux && isInside(inHome, "snap"));
+    const std::string_view inHome = path.substr(places.home().size() + 1);
+    const auto holds = [&](const std::string& base) { return isInside(path, base); };
+    return inHome.starts_with('.') || std::ranges::any_of(places.baseFolders(), holds) ||
+           isInside(inHome, "Library") || (places.system() == System::linux && isInside(inHome, "snap"));
 }
 
 /// What is not there, as in a report from elsewhere, was a folder.

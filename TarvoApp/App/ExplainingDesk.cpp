@@ -73,10 +73,10 @@ void ExplainingDesk::refreshSummary() {
             const std::optional<std::string> reason = model->unavailableReason();
             const lumo::AISummaryWriter::Write write =
                 reason ? lumo::AISummaryWriter::Write() : lumo::summaryWriter(*model, end);
-            return [this, report, reason,
+            return [this, report, recoverable, reason,
                     summary = lumo::SummaryService::summary(*report, recoverable, now, write)] {
                 aiUnavailableReason_ = reason;
-                if (report == report_) {
+                if (report == report_ && recoverable == recoverable_) {
                     summary_ = summary;
                 }
                 emit summaryChanged();

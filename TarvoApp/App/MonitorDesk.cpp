@@ -52,9 +52,12 @@ void MonitorDesk::refreshTimer() {
                               number = switches_](const std::stop_token&) -> Background::Apply {
         return [this, number, state = WeeklyTimer::state(home)] {
             if (number == switches_) {
-                const bool isSet = state == WeeklyTimer::State::set;
-                timerProblem_ = isSet ? std::string() : timerProblem_;
-                timerState_ = isSet ? std::string() : timerStateText(state);
+                timerState_.clear();
+                if (state == WeeklyTimer::State::set) {
+                    timerProblem_.clear();
+                } else {
+                    timerState_ = timerStateText(state);
+                }
                 emit autoCleanStatusChanged();
             }
         };
@@ -128,7 +131,9 @@ QString MonitorDesk::autoCleanStatusText() const {
 }
 
 QString MonitorDesk::autoCleanProblem() const {
-    return shown(timerProblem_.empty() ? timerState_ : timerProblem_);
+    // While the cleanup is off nobody misses a timer.
+    const bool isMissed = timerProblem_.empty() && ground_.settings.autoCleanWeekly();
+    return shown(isMissed ? timerState_ : timerProblem_);
 }
 
 } // namespace tarvo

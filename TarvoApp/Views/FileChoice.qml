@@ -35,10 +35,8 @@ T.Dialog {
             App.picking.enter(current.key);
             return;
         }
-        const place = kind === FileChoice.Folders ? App.picking.here()
-                                                 : kind === FileChoice.Saving ? App.picking.placeNamed(name.text)
-                                                                            : App.picking.placeOf(current.key);
-        chosen = place;
+        chosen = kind === FileChoice.Folders ? App.picking.here()
+               : kind === FileChoice.Saving ? App.picking.placeNamed(name.text) : App.picking.placeOf(current.key);
         close();
     }
     // Return, or a second click.

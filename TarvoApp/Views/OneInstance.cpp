@@ -18,21 +18,18 @@ const auto applicationInterface = QStringLiteral("org.freedesktop.Application");
 const auto languageKey = QStringLiteral("ai.tarvo.language");
 const auto folderKey = QStringLiteral("ai.tarvo.folder");
 
-/// One spelling for each folder that is there.
-std::string resolved(const std::string& folder) {
-    return lumo::platform::resolvedPath(folder, lumo::platform::FinalLink::followed).value_or(folder);
-}
-
 /// What is added to the name where the home is not that of the account. $HOME tells nothing here: it may
 /// differ from one start to the next, while the session's bus stays.
 QString markOf(const std::string& home) {
     const auto usual = lumo::platform::accountHome();
-    if (home.empty() || (usual && resolved(home) == resolved(*usual))) {
+    if (home.empty() || (usual && lumo::platform::isSamePlace(home, *usual))) {
         return {};
     }
+    const std::string place =
+        lumo::platform::resolvedPath(home, lumo::platform::FinalLink::followed).value_or(home);
     // A path holds what no name on the bus may.
     const QByteArray hash =
-        QCryptographicHash::hash(QByteArray::fromStdString(resolved(home)), QCryptographicHash::Sha1);
+        QCryptographicHash::hash(QByteArray::fromStdString(place), QCryptographicHash::Sha1);
     return QStringLiteral(".home") + QString::fromLatin1(hash.toHex());
 }
 

@@ -28,6 +28,7 @@ SideWindow {
 
     onVisibleChanged: {
         cleanedHere = false;
+        putsBack = false;
         visible ? App.photos.show() : App.photos.forget();
     }
 

@@ -655,6 +655,9 @@ TEST(AppStories, ATimerOfTheWeeklyCleanupThatOthersHaveTakenAwayIsTold) {
     story.home.fileWith(units + "tarvo-weekly.timer", WeeklyTimer::timerText());
     story.home.link(units + "timers.target.wants/tarvo-weekly.timer", "../tarvo-weekly.timer");
     EXPECT_TRUE(isTold(WeeklyTimer::State::broken));
+    story.app().settings()->setAutoCleanWeekly(false);
+    EXPECT_TRUE(monitor.autoCleanProblem().isEmpty()) << "nobody misses it";
+    story.app().settings()->setAutoCleanWeekly(true);
     story.home.program("bin/tarvo", "true");
     monitor.refreshTimer();
     EXPECT_TRUE(story.waitUntil([&] { return monitor.autoCleanProblem().isEmpty(); }));
