@@ -48,7 +48,8 @@ std::string textOfItems(const Growth& growth, lumo::Date now, const Invocation& 
                  {.mayShrink = true},
                  {.align = Align::right, .tint = Tint::faint}});
     for (const GrowthItem& item : growth.items) {
-        table.add({"+" + lumo::ByteFormat::string(item.delta), lumo::printable(item.name),
+        table.add({"+" + lumo::ByteFormat::string(item.delta),
+                   lumo::printable(growthName(item.id, item.name)),
                    fmt::format("{} {}", Words{"ahora", "now"}.in(), lumo::ByteFormat::string(item.now))});
     }
     return tinted(heading(*growth.since, now), Tint::strong, invocation) + "\n" +

@@ -13,6 +13,7 @@
 #include "TarvoMCP/Lines.h"
 #include "TarvoModel/Flows/CleanupPlanning.h"
 #include "TarvoModel/Flows/Scanning.h"
+#include "TarvoModel/Showing/GrowthTexts.h"
 
 #include <fmt/format.h>
 
@@ -145,9 +146,10 @@ ToolAnswer whatGrew(Workspace& workspace, const ToolCall& call) {
         said = growth.items.empty()
                    ? Words{"Nada ha crecido más de 200 MB.", "Nothing has grown more than 200 MB."}.in()
                    : Words{"Ha crecido:", "This grew:"}.in() +
-                         firstLines(
-                             answer.items,
-                             [](const lumo::GrowthItem& item) { return itemLine(item.name, item.delta); }) +
+                         firstLines(answer.items,
+                                    [](const lumo::GrowthItem& item) {
+                                        return itemLine(growthName(item.id, item.name), item.delta);
+                                    }) +
                          moreLine(answer.moreItems, *page);
     }
     return {.text = said, .structured = lumo::encode(answer)};
