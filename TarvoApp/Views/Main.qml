@@ -200,6 +200,7 @@ ApplicationWindow {
                 Layout.fillWidth: true
                 // Rather a narrow map than a list beyond the window's edge.
                 Layout.minimumWidth: 0
+                compact: window.low
                 visible: !window.narrow || window.pane === 0
 
                 onMenuWanted: (key, at) => menu.openFor(key, at)

@@ -6,6 +6,9 @@ import Tarvo
 ColumnLayout {
     id: view
 
+    // In a low window the map has every line that can be spared.
+    property bool compact: false
+
     signal menuWanted(string key, Item at)
 
     readonly property int depth: App.map.depth
@@ -56,10 +59,12 @@ ColumnLayout {
 
         readonly property bool zoomed: App.map.depth > 0 || App.map.zoomLoading
         // The legend keeps its words: where there is no room for them beside the rest they go below. By the width
-        // alone; what measured the rest would change it in the middle of the layout.
-        readonly property bool stacked: view.width < (zoomed ? 1000 : 600) * Theme.scale
+        // alone: what measured the rest would change it in the middle of the layout, and a map that is as high with
+        // a folder open as without keeps its tiles where they are, and what is written on them.
+        readonly property bool stacked: view.width < (view.compact ? 600 : 1000) * Theme.scale
 
         Layout.fillWidth: true
+        Layout.preferredHeight: Theme.controlHeight
         spacing: 12
 
         Breadcrumb {
@@ -68,10 +73,11 @@ ColumnLayout {
             amounts: App.map.zoomAmounts
             help: Words.escapeHelp
             loading: App.map.zoomLoading
+            most: head.stacked || !view.compact ? 100 : 1
             note: App.map.zoomLoading ? Words.opening : App.map.skippedText ? Words.skipped.arg(App.map.skippedText) : ""
             start: Words.disk
             titles: App.map.zoomTitles
-            visible: head.zoomed
+            visible: head.zoomed || head.stacked
 
             onBackWanted: depth => App.map.zoomOut(depth)
             onStopWanted: App.map.zoomOut(App.map.depth)
@@ -102,7 +108,7 @@ ColumnLayout {
         }
         Item {
             Layout.fillWidth: true
-            visible: !head.zoomed
+            visible: !head.zoomed && !head.stacked
         }
         DisksButton {
             visible: offers && (!head.zoomed || view.width > 700 * Theme.scale)
