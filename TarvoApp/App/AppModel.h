@@ -140,12 +140,12 @@ class AppModel final : public QObject {
     ExplainingDesk explaining_;
     PreviewDesk preview_;
     ListDesk list_;
+    CelebrationDesk celebrating_;
+    CleaningDesk cleaning_;
     PlacesDesk places_;
     GrowthDesk growth_;
-    CelebrationDesk celebrating_;
     HoldingDesk holding_;
     HistoryDesk history_;
-    CleaningDesk cleaning_;
     ExplorerDesk explorer_;
     PhotosDesk photos_;
     ArchivingDesk archiving_;

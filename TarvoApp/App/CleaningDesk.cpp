@@ -90,6 +90,14 @@ void CleaningDesk::requestClean(const PlanRequest& request, const Asks& asks) {
         });
 }
 
+void CleaningDesk::requestAside(const std::vector<std::string>& paths) {
+    if (!paths.empty()) {
+        requestClean({.report = nullptr, .chosen = paths}, [paths](const Agreement& wanted) {
+            return asked::Clean{.actions = wanted.actions, .shown = wanted.shown, .chosen = paths};
+        });
+    }
+}
+
 void CleaningDesk::ask(const Plan& plan, const Asks& asks) {
     const Agreement wanted = agreementTo(plan);
     const auto blocked = std::ranges::find_if(

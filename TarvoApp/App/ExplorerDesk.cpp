@@ -413,13 +413,7 @@ void ExplorerDesk::setAside(int row) {
         ground_.activity.say(lumo::capitalized(*reason) + ".");
         return;
     }
-    const std::vector<std::string> paths = explorer_->tree().pathsOf(entries);
-    if (paths.empty()) {
-        return;
-    }
-    cleaning_.requestClean({.report = nullptr, .chosen = paths}, [paths](const Agreement& wanted) {
-        return asked::Clean{.actions = wanted.actions, .shown = wanted.shown, .chosen = paths};
-    });
+    cleaning_.requestAside(explorer_->tree().pathsOf(entries));
 }
 
 void ExplorerDesk::explain(int row) {

@@ -19,9 +19,9 @@ constexpr std::chrono::milliseconds flashTime{1600};
 
 PlacesDesk::PlacesDesk(const Ground& ground, TickedDesk& ticked, ExplainingDesk& explaining, ListDesk& list,
                        const ScanningDesk& scanning, const VolumesDesk& volumes, PreviewDesk& preview,
-                       QObject* parent)
+                       CleaningDesk& cleaning, QObject* parent)
     : QObject(parent), ground_(ground), ticked_(ticked), explaining_(explaining), list_(list),
-      scanning_(scanning), volumes_(volumes), preview_(preview),
+      scanning_(scanning), volumes_(volumes), preview_(preview), cleaning_(cleaning),
       map_(ticked.plan(), ground.background, ground.services.folders) {
     connect(&ticked, &TickedDesk::planChanged, this, &PlacesDesk::showMapNext);
     connect(&ticked, &TickedDesk::changed, &map_, &MapModel::refresh);
@@ -137,12 +137,21 @@ void PlacesDesk::click(const QString& key) {
     case TileClick::home:
         return openHome();
     case TileClick::listRest:
+        return showRest();
+    case TileClick::nothing:
+        return;
+    }
+}
+
+void PlacesDesk::showRest() {
+    if (map_.zoomStack().empty()) {
         if (const Row* const row = map_.firstWithoutTile()) {
             revealRow(keyOf(row->id));
         }
-        return;
-    case TileClick::nothing:
-        return;
+    } else if (map_.zoomStack().back().paths.size() == 1) {
+        emit exploreWanted();
+    } else if (const QVariantMap row = openedRow(); !row.isEmpty()) {
+        explain(row.value("key").toString());
     }
 }
 
@@ -202,6 +211,7 @@ QVariantMap PlacesDesk::offers(const QString& key) const {
          .paths = paths.size(),
          .canZoom = map_.canZoomInto(id),
          .hasRow = row != nullptr,
+         .isPart = isPart,
          .isProtected = isProtected},
         {.isElsewhere = ground_.isDemo() || scanning_.isOnlyToLookAt(), .isBusy = ground_.activity.isBusy()});
     return {{"tick", can.tick},
@@ -210,6 +220,7 @@ QVariantMap PlacesDesk::offers(const QString& key) const {
             {"explain", can.explain},
             {"preview", can.preview},
             {"open", can.open},
+            {"aside", can.aside},
             {"archive", can.archive},
             {"protect", can.protect},
             {"several", paths.size() > 1},
@@ -225,6 +236,10 @@ void PlacesDesk::protect(const QString& key) {
     for (const std::string& path : map_.pathsOf(idOf(key))) {
         ground_.settings.protectPath(path);
     }
+}
+
+void PlacesDesk::setAside(const QString& key) {
+    cleaning_.requestAside(map_.pathsOf(idOf(key)));
 }
 
 bool PlacesDesk::canPreview(const QString& key) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TarvoApp/App/CleaningDesk.h"
 #include "TarvoApp/App/ExplainingDesk.h"
 #include "TarvoApp/App/Ground.h"
 #include "TarvoApp/App/ListDesk.h"
@@ -37,7 +38,7 @@ class PlacesDesk final : public QObject {
   public:
     PlacesDesk(const Ground& ground, TickedDesk& ticked, ExplainingDesk& explaining, ListDesk& list,
                const ScanningDesk& scanning, const VolumesDesk& volumes, PreviewDesk& preview,
-               QObject* parent = nullptr);
+               CleaningDesk& cleaning, QObject* parent = nullptr);
 
     /// Scrolls the list to the row and lights it for a moment; a list that was narrowed without it is
     /// widened.
@@ -60,6 +61,8 @@ class PlacesDesk final : public QObject {
     /// several.
     [[nodiscard]] std::string pathOf(const QString& key) const;
     Q_INVOKABLE void protect(const QString& key);
+    /// Asks whether it is set aside whole, see `CleaningDesk::requestAside`.
+    Q_INVOKABLE void setAside(const QString& key);
     /// True when the row or tile stands for something on the disk.
     Q_INVOKABLE [[nodiscard]] bool canPreview(const QString& key) const;
     /// Shows what the row or tile stands for, without another program.
@@ -92,12 +95,15 @@ class PlacesDesk final : public QObject {
     void scrollChanged();
     void openedChanged();
     void belongingChanged();
+    /// What is meant is to be looked for in the folder that is on the map, entry by entry.
+    void exploreWanted();
 
   private:
     /// The row that the key's row, tile or entry belongs to; none when there is none.
     [[nodiscard]] const Row* rowOf(const QString& key) const;
     /// What can be ticked of the row from another place; `isPart` when that is not all of it.
     [[nodiscard]] QVariantMap belonging(const Row* row, bool isPart) const;
+    void showRest();
     void showMap();
     /// Shows it in the next turn of the event loop: the list has taken its time of this one.
     void showMapNext();
@@ -109,6 +115,7 @@ class PlacesDesk final : public QObject {
     const ScanningDesk& scanning_;
     const VolumesDesk& volumes_;
     PreviewDesk& preview_;
+    CleaningDesk& cleaning_;
     MapModel map_;
     std::string folderWanted_; ///< To be shown when the scan has ended; empty for none.
     QString opened_;

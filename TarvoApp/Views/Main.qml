@@ -267,6 +267,13 @@ ApplicationWindow {
     PlaceMenu {
         id: menu
     }
+    Connections {
+        function onExploreWanted() {
+            window.explore();
+        }
+
+        target: App.places
+    }
     MoreMenu {
         id: more
 

@@ -85,13 +85,12 @@ PlainMenu {
     }
     MenuSeparator {}
     PlainMenuItem {
-        // What is not seen is not stopped at either.
-        enabled: menu.ofEntry && App.cleaning.mayClean
-        height: visible ? implicitHeight : 0
+        enabled: (menu.ofEntry || menu.can.aside === true) && App.cleaning.mayClean
         text: SideWords.setAside
-        visible: menu.ofEntry
 
         onTriggered: {
+            if (!menu.ofEntry)
+                return App.places.setAside(menu.key);
             const row = App.explorer.rowOf(menu.key);
             if (row >= 0)
                 App.explorer.setAside(row);

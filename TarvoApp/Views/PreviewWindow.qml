@@ -147,6 +147,19 @@ SideWindow {
                 onClicked: App.places.toggle(row.key)
             }
             PlainButton {
+                enabled: App.cleaning.mayClean
+                help: SideWords.wholeAsideHelp
+                text: SideWords.setAside
+                visible: App.places.offers(App.preview.key).aside === true && window.kind !== PreviewKinds.Missing
+
+                onClicked: {
+                    // The question is the main window's.
+                    const key = App.preview.key;
+                    window.close();
+                    App.places.setAside(key);
+                }
+            }
+            PlainButton {
                 enabled: Desktop.hasPlace(App.preview.key)
                 text: Words.showInFiles
 

@@ -120,6 +120,16 @@ Column {
             onClicked: App.places.showPreview(details.key)
         }
         PlainButton {
+            enabled: App.cleaning.mayClean
+            font.pixelSize: Theme.small
+            help: SideWords.wholeAsideHelp
+            implicitHeight: Math.round(26 * Theme.scale)
+            text: SideWords.setAside
+            visible: details.unclassified && App.places.offers(details.key).aside === true
+
+            onClicked: App.places.setAside(details.key)
+        }
+        PlainButton {
             font.pixelSize: Theme.small
             help: Words.copyCommandHelp
             implicitHeight: Math.round(26 * Theme.scale)

@@ -48,6 +48,8 @@ QtObject {
                                                   "Chooses all of this chapter but those that are proposed to stay")
     readonly property string chooseNone: pick("No elegir ninguna", "Choose None")
     readonly property string setAside: pick("Apartar…", "Set Aside…")
+    readonly property string wholeAsideHelp: pick("Lo aparta entero 7 días, tras preguntar",
+                                                  "Sets all of it aside for 7 days, after a question")
     readonly property string proposed: pick("se propone conservar", "proposed to stay")
     readonly property string chosenToGo: pick("elegida para apartar", "chosen to be set aside")
     readonly property string film: pick("vídeo", "video")

@@ -18,6 +18,7 @@ PlaceOffers offersFor(const Place& place, const Occasion& occasion) {
             .explain = place.hasRow,
             .preview = place.paths > 0,
             .open = isOne,
+            .aside = isReal && (place.isPart || place.state == TileState::info),
             .archive = isOne && !occasion.isBusy,
             .protect = isReal && !place.isProtected};
 }

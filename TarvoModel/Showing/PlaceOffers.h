@@ -13,6 +13,7 @@ struct Place {
     std::size_t paths = 0;    ///< How many things on the disk it stands for.
     bool canZoom = false;     ///< It is a folder that can be opened on the map.
     bool hasRow = false;      ///< The list has a row about it.
+    bool isPart = false;      ///< It is in what that row is about.
     bool isProtected = false; ///< All of it is in the preferences already.
 };
 
@@ -31,6 +32,7 @@ struct PlaceOffers {
     bool explain = false;
     bool preview = false;
     bool open = false; ///< With the desktop's program, or shown there, or its path copied.
+    bool aside = false; ///< To be set aside whole, as what no cleanup is about.
     bool archive = false;
     bool protect = false;
 
@@ -45,7 +47,7 @@ enum class TileClick {
     zoom,
     explain,  ///< Shows all that the list knows of it.
     preview,  ///< Of a file, or a folder that cannot be opened on the map.
-    listRest, ///< Shows the rows that have no tile of their own.
+    listRest, ///< Shows the rows, or the entries of the folder, that have no tile of their own.
     home,     ///< Shows the home, where the rest of the disk is to be looked for.
     nothing,
 };

@@ -6,9 +6,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <latch>
 #include <thread>
 
+namespace fs = std::filesystem;
 using namespace tarvo;
 using namespace tarvo::testing;
 using ::testing::IsEmpty;
@@ -84,6 +86,44 @@ TEST_F(MainWindowAtHomeTest, ARowIsTickedFromTheFolderOnTheMapAndFromItsPreview)
     EXPECT_TRUE(app.places()->previewedRow().value("ticked").toBool());
     const std::string safe = lumo::Words{"Solo «Se regenera solo»", "Only “Recreates itself”"}.in();
     EXPECT_NE(named(safe), nullptr) << "what the colors mean is told in folders as well";
+}
+
+// A film on the map of the home could only be set aside by looking for it in the explorer.
+TEST_F(MainWindowAtHomeTest, WhatNoRowIsAboutIsSetAsideFromTheMap) {
+    const std::string film = story.home.path("film");
+    story.home.file("film", 3'000'000);
+    open();
+    AppModel& app = story.app();
+    ASSERT_TRUE(story.waitUntil([&] { return app.map()->depth() == 1; }));
+    const QString key = keyOf(DiskMap::insideID(film));
+    ASSERT_TRUE(app.places()->offers(key).value("aside").toBool());
+    app.places()->showPreview(key);
+    ASSERT_TRUE(story.waitUntil([&] { return isOpen({"film", "film"}); }));
+    app.places()->setAside(key);
+    ASSERT_TRUE(story.waitUntil([&] { return app.question()->isOpen(); }));
+    EXPECT_TRUE(fs::exists(film)) << "nobody has said yes";
+    app.question()->accept();
+    ASSERT_TRUE(story.waitUntil([&] { return !fs::exists(film); }));
+    ASSERT_TRUE(story.waitUntilIdle());
+    app.holding()->undoLastCleanup();
+    EXPECT_TRUE(story.waitUntil([&] { return fs::exists(film); }));
+    ASSERT_TRUE(story.waitUntilIdle());
+}
+
+// The tile of all that is too small for one of its own led to some row of the list.
+TEST_F(MainWindowAtHomeTest, TheRestOfAFolderOnTheMapIsLookedForInTheExplorer) {
+    for (int at = 0; at < 60; ++at) {
+        story.home.file("Videos/clip " + std::to_string(at), 100'000);
+    }
+    open();
+    AppModel& app = story.app();
+    app.places()->openFolder(story.home.path("Videos"));
+    ASSERT_TRUE(story.waitUntil([&] { return app.map()->depth() == 1 && app.map()->count() == 41; }));
+    app.places()->click(app.map()->tile(40, TileList::keyRole).toString());
+    EXPECT_TRUE(story.waitUntil([&] {
+        return app.explorer()->isOpen() && app.explorer()->path() == story.home.path("Videos");
+    }));
+    ASSERT_TRUE(story.waitUntilIdle());
 }
 
 // The history was to be had from the settings, and from the line about what is set aside while there was any.

@@ -182,13 +182,18 @@ TEST(RowFacts, SayHowItIsFreedHowManyFilesItHasAndWhenItChanged) {
 
 TEST(PlaceOffers, AreWhatWouldDoSomething) {
     const Place cache{.state = TileState::unselected, .paths = 1, .canZoom = true, .hasRow = true};
-    EXPECT_EQ(offersFor(cache, {}), (PlaceOffers{true, true, true, true, true, true, true}));
+    EXPECT_EQ(offersFor(cache, {}), (PlaceOffers{true, true, true, true, true, false, true, true}))
+        << "what is ticked goes with the cleanup";
     const PlaceOffers demo = offersFor(cache, {.isElsewhere = true});
     EXPECT_EQ(demo, (PlaceOffers{.tick = true, .zoom = true, .explain = true, .preview = true}));
     EXPECT_FALSE(offersFor(cache, {.isBusy = true}).archive);
     const Place several{.state = TileState::blocked, .paths = 3, .hasRow = true, .isProtected = true};
     EXPECT_EQ(offersFor(several, {}), (PlaceOffers{.explain = true, .preview = true}));
     EXPECT_EQ(offersFor({}, {}), PlaceOffers()) << "free space";
+    EXPECT_TRUE(offersFor({.paths = 1}, {}).aside) << "a film";
+    EXPECT_FALSE(offersFor({.paths = 1}, {.isElsewhere = true}).aside);
+    const Place inACache{.state = TileState::selected, .paths = 1, .hasRow = true, .isPart = true};
+    EXPECT_TRUE(offersFor(inACache, {}).aside);
 }
 
 // A click on an unclassified tile, a kept one or a file did nothing.
