@@ -5,6 +5,7 @@
 #include "Platform/FolderStatus.h"
 #include "Platform/SystemError.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -63,6 +64,20 @@ SystemResult<EntryKind> kindAt(const Place& place);
 
 /// What stands at the place; a link stands for itself.
 SystemResult<FolderIdentity> identityAt(const Place& place);
+
+/// One thing on the disk, told apart from all that ever have its name.
+struct EntryIdentity {
+    FolderIdentity entry;
+    EntryKind kind = EntryKind::other;
+    /// When it was made, in ns since 1970; 0 where the file system does not tell. A new entry often has the
+    /// inode of the one that was there before.
+    std::int64_t born = 0;
+
+    friend bool operator==(const EntryIdentity&, const EntryIdentity&) = default;
+};
+
+/// The same, and which one it is.
+SystemResult<EntryIdentity> entryAt(const Place& place);
 
 /// The place's folder and every folder above it, innermost first, as they are now.
 SystemResult<std::vector<FolderIdentity>> foldersAround(const Place& place);

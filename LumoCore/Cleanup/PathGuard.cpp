@@ -34,8 +34,16 @@ SystemResult<BaseFolder> openApplications() {
 
 SystemResult<ResolvedPath> meaningOf(const Place& place) {
     const SystemResult<platform::FolderStatus> folder = platform::statusOf(place.folder.number());
-    return folder ? SystemResult<ResolvedPath>({place.path(), folder->identity()})
-                  : std::unexpected(folder.error());
+    if (!folder) {
+        return std::unexpected(folder.error());
+    }
+    ResolvedPath meaning{.path = place.path(), .folder = folder->identity()};
+    if (const SystemResult<platform::EntryIdentity> item = platform::entryAt(place)) {
+        meaning.item = *item;
+    } else if (!item.error().isMissing()) {
+        return std::unexpected(item.error());
+    }
+    return meaning;
 }
 
 } // namespace
@@ -165,7 +173,9 @@ ResolvedPaths PathGuard::resolve(const std::vector<std::string>& paths) const {
 
 bool PathGuard::isAsResolved(const std::string& path, const Place& place, const ResolvedPaths& resolved) {
     const auto then = resolved.find(path);
-    return then != resolved.end() && meaningOf(place) == then->second;
+    const SystemResult<ResolvedPath> now = meaningOf(place);
+    return then != resolved.end() && now && now->path == then->second.path &&
+           now->folder == then->second.folder && (!now->item || now->item == then->second.item);
 }
 
 std::optional<std::string> PathGuard::protectedRefusal(const std::vector<std::string>& paths,

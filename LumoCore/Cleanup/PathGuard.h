@@ -16,6 +16,7 @@ namespace lumo {
 struct ResolvedPath {
     std::string path;                ///< Where its item really stands, or would: without links on the way.
     platform::FolderIdentity folder; ///< The folder that it stands in.
+    std::optional<platform::EntryIdentity> item = {}; ///< Absent where nothing stands there.
 
     friend bool operator==(const ResolvedPath&, const ResolvedPath&) = default;
 };
@@ -57,7 +58,8 @@ class PathGuard final {
     /// What the paths mean now; to be asked when the user is shown them.
     [[nodiscard]] ResolvedPaths resolve(const std::vector<std::string>& paths) const;
 
-    /// True when the place, which was found for the path, is what the path meant then.
+    /// True when the place, which was found for the path, is what the path meant then, and what stands there
+    /// is what stood there. Nothing may stand there any more.
     static bool isAsResolved(const std::string& path, const platform::Place& place,
                              const ResolvedPaths& resolved);
 

@@ -6,6 +6,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -161,18 +162,40 @@ void BaseFolder::makePrivate() const {
     }
 }
 
+namespace {
+
+EntryKind kindOfMode(mode_t mode) {
+    if (S_ISDIR(mode)) {
+        return EntryKind::folder;
+    }
+    if (S_ISREG(mode)) {
+        return EntryKind::file;
+    }
+    return S_ISLNK(mode) ? EntryKind::link : EntryKind::other;
+}
+
+} // namespace
+
 SystemResult<EntryKind> kindAt(const Place& place) {
     struct stat status = {};
     if (fstatat(place.folder.number(), place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
         return failed(errno);
     }
-    if (S_ISDIR(status.st_mode)) {
-        return EntryKind::folder;
+    return kindOfMode(status.st_mode);
+}
+
+SystemResult<EntryIdentity> entryAt(const Place& place) {
+    struct statx status = {};
+    if (statx(place.folder.number(), place.name.c_str(), AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT,
+              STATX_TYPE | STATX_INO | STATX_BTIME, &status) != 0) {
+        return failed(errno);
     }
-    if (S_ISREG(status.st_mode)) {
-        return EntryKind::file;
-    }
-    return S_ISLNK(status.st_mode) ? EntryKind::link : EntryKind::other;
+    constexpr std::int64_t second = 1'000'000'000;
+    const bool isBirthKnown = (status.stx_mask & STATX_BTIME) != 0;
+    return EntryIdentity{
+        .entry = {.device = makedev(status.stx_dev_major, status.stx_dev_minor), .inode = status.stx_ino},
+        .kind = kindOfMode(status.stx_mode),
+        .born = isBirthKnown ? status.stx_btime.tv_sec * second + status.stx_btime.tv_nsec : 0};
 }
 
 SystemResult<FolderIdentity> identityAt(const Place& place) {

@@ -211,6 +211,43 @@ TEST(CleanupExecutor, ActsOnlyOnWhatAPathMeantWhenItWasShown) {
     EXPECT_FALSE(fs::exists(home.path(gate + "/x"))) << "what was shown is done in a calm moment";
 }
 
+TEST(CleanupExecutor, LeavesAloneWhatTookThePlaceOfWhatWasShown) {
+    // A cache that became a link, and a build that was made anew with a file of the user's in it, were
+    // removed as if they had been shown.
+    const CleaningHome home;
+    home.files().files({"cache/x", "build/x", "own/x", "letter", "same/x", "Documents/x"});
+    const std::vector<CleanupAction> actions{
+        home.items(Safety::safe, {"cache"}), home.items(Safety::safe, {"build"}),
+        home.items(Safety::review, {"own"}), home.items(Safety::review, {"letter"}),
+        home.action(Safety::safe, method::TrashContents{{home.path("build")}}, {})};
+    const ResolvedPaths shown = CleanupExecutor::resolved(actions, home.guard());
+    fs::remove_all(home.path("cache"));
+    home.files().link("cache", "Documents");
+    for (const char* folder : {"build", "own"}) {
+        fs::remove_all(home.path(folder));
+        home.files().files({std::string(folder) + "/important"});
+    }
+    home.files().files({"letter.new"});
+    fs::rename(home.path("letter.new"), home.path("letter"));
+    for (const CleanupOutcome& outcome : home.clean(actions, {.shown = shown})) {
+        EXPECT_EQ(outcome.status, CleanupStatus::failed) << outcome.title;
+        EXPECT_THAT(outcome.message.value_or(""),
+                    AnyOf(HasSubstr("cuando se mostró"), HasSubstr("it was shown")));
+    }
+    EXPECT_TRUE(fs::is_symlink(home.path("cache")) && fs::exists(home.path("letter")));
+    EXPECT_TRUE(fs::exists(home.path("build/important")) && fs::exists(home.path("own/important")));
+    // What has only changed inside is what was shown; and what is gone is no error.
+    const std::vector<CleanupAction> same{home.items(Safety::safe, {"same"}),
+                                          home.items(Safety::safe, {"Documents/x"})};
+    const ResolvedPaths shownOfSame = CleanupExecutor::resolved(same, home.guard());
+    home.files().files({"same/y"});
+    fs::remove(home.path("Documents/x"));
+    for (const CleanupOutcome& outcome : home.clean(same, {.shown = shownOfSame})) {
+        EXPECT_EQ(outcome.status, CleanupStatus::done) << outcome.message.value_or("");
+    }
+    EXPECT_FALSE(fs::exists(home.path("same")));
+}
+
 TEST(CleanupExecutor, CountsTheSameBytesOnceHoweverOftenAPlanIsCarriedOut) {
     // The same plan counted its bytes each time that it was carried out, and a tool that freed nothing was
     // simply done.
