@@ -15,6 +15,8 @@ namespace tarvo {
 struct HeldState {
     std::vector<lumo::Holding::Batch> batches; ///< Oldest first.
     std::vector<HeldItem> items;               ///< In the order in which they were set aside.
+    /// Something of it can be asked for. Whether it can go back, only trying tells: what stands in its place
+    /// now may be gone a moment later.
     bool canUndo = false;
     std::optional<std::string> historyProblem = {}; ///< Why nothing is known of the items; the batches are.
 

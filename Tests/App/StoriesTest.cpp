@@ -156,6 +156,19 @@ TEST(AppStories, ACleanupIsConfirmedDoneUndoneAndEmptied) {
     EXPECT_EQ(bytesOf(app.activity()->notice()), "Restored 1 item from Recently Cleaned");
     EXPECT_FALSE(app.holding()->canUndo());
 
+    // What stood in the way for a moment took the way back off until the next scan.
+    app.ticked()->toggle(AppStory::ownKey);
+    ASSERT_TRUE(cleanSelected(story));
+    story.addOwn(10);
+    app.holding()->undoLastCleanup();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_TRUE(app.holding()->canUndo());
+    std::filesystem::remove_all(story.home.path(".cache/whisper"));
+    app.holding()->undoLastCleanup();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_TRUE(story.hasOwn());
+    EXPECT_FALSE(app.holding()->canUndo());
+
     app.ticked()->toggle(AppStory::ownKey);
     ASSERT_TRUE(cleanSelected(story));
     ASSERT_GT(app.holding()->holdingBytes(), 0);
