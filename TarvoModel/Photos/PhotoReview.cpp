@@ -292,7 +292,9 @@ bool isBetter(const Photo& left, const Photo& right) {
     const auto points = [](const Photo& photo) {
         return photo.look ? std::int64_t{photo.look->width} * photo.look->height : std::int64_t{0};
     };
-    const auto sharpness = [](const Photo& photo) { return photo.look ? photo.look->sharpness : 0; };
+    const auto sharpness = [](const Photo& photo) {
+        return photo.look ? photo.look->sharpness * static_cast<double>(photo.picture.bytes) : 0;
+    };
     const auto rank = [&](const Photo& photo) { return std::tuple(-points(photo), -sharpness(photo)); };
     return rank(left) != rank(right) ? rank(left) < rank(right)
                                      : lumo::comesBeforeNumerically(left.picture.path, right.picture.path);

@@ -102,7 +102,11 @@ TEST(PhotoReview, LooksAlikeByFewBitsADayOrTheSameMeasures) {
     near.look = first.look;
     near.look->sharpness = 200;
     EXPECT_TRUE(isBetter(near, first));
-    EXPECT_TRUE(isBetter(photo("DSC2", 1, noon, 1), photo("DSC10", 9, noon, 1)));
+    EXPECT_TRUE(isBetter(photo("DSC2", 1, noon, 1), photo("DSC10", 1, noon, 1)));
+    // The copy that a messenger had made small was to stay, for the edges of its blocks.
+    Photo small = photo("small", 2, noon, 1);
+    small.look->sharpness = 150;
+    EXPECT_TRUE(isBetter(photo("whole", 5, noon, 1), small));
 
     // Likeness is not handed on: c is like b, which is like a.
     EXPECT_THAT(
