@@ -1,6 +1,8 @@
 #include "TarvoApp/App/TickedDesk.h"
 
 #include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/QtText.h"
 #include "TarvoModel/Showing/Goal.h"
 
@@ -67,9 +69,16 @@ void TickedDesk::ticksHaveChanged() {
 }
 
 void TickedDesk::toggle(const QString& key) {
-    if (plan_.toggle(idOf(key))) {
-        ticksHaveChanged();
+    const lumo::PlanEntry* const holder = plan_.takenAlongBy(idOf(key));
+    if (!plan_.toggle(idOf(key))) {
+        return;
     }
+    if (holder != nullptr) {
+        ground_.activity.say(lumo::Words{"«{}» ya no está marcado: eso iba con ello",
+                                         "“{}” is no longer selected: that went with it"}
+                                 .with(lumo::printable(holder->action.title)));
+    }
+    ticksHaveChanged();
 }
 
 void TickedDesk::toggleAll(const std::vector<std::string>& ids) {

@@ -37,14 +37,22 @@ bool TickedPlan::canSelect(const std::string& id) const {
 }
 
 TileState TickedPlan::stateOf(const std::string& id) const {
-    return DiskMap::stateOf(id, selection_, entry(id));
+    const TileState own = DiskMap::stateOf(id, selection_, entry(id));
+    return own == TileState::unselected && takenAlongBy(id) != nullptr ? TileState::selected : own;
+}
+
+const lumo::PlanEntry* TickedPlan::takenAlongBy(const std::string& id) const {
+    const lumo::PlanEntry* const holder = whole_->holder(id);
+    return holder != nullptr && isTicked(*holder) ? holder : nullptr;
 }
 
 bool TickedPlan::toggle(const std::string& id) {
     if (!canSelect(id)) {
         return false;
     }
-    if (selection_.erase(id) == 0) {
+    if (stateOf(id) == TileState::selected) {
+        untick(id);
+    } else {
         tick(id);
     }
     return true;
@@ -61,11 +69,18 @@ void TickedPlan::tick(const std::string& id) {
     selection_.insert(id);
 }
 
+void TickedPlan::untick(const std::string& id) {
+    selection_.erase(id);
+    if (const lumo::PlanEntry* const holder = takenAlongBy(id)) {
+        selection_.erase(holder->action.id);
+    }
+}
+
 TickedPlan::Count TickedPlan::count(const std::vector<std::string>& ids) const {
     Count count;
     for (const std::string& id : ids) {
         count.tickable += canSelect(id) ? 1U : 0U;
-        count.ticked += canSelect(id) && selection_.contains(id) ? 1U : 0U;
+        count.ticked += canSelect(id) && stateOf(id) == TileState::selected ? 1U : 0U;
     }
     return count;
 }
@@ -74,8 +89,8 @@ bool TickedPlan::toggleAll(const std::vector<std::string>& ids) {
     const Count before = count(ids);
     for (const std::string& id : ids) {
         if (before.ticked == before.tickable) {
-            selection_.erase(id);
-        } else if (canSelect(id)) {
+            untick(id);
+        } else if (canSelect(id) && stateOf(id) != TileState::selected) {
             tick(id);
         }
     }

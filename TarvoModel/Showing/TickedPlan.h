@@ -30,10 +30,14 @@ class TickedPlan final {
     /// The entry with the id; none when there is none.
     [[nodiscard]] const lumo::PlanEntry* entry(const std::string& id) const { return whole_->entry(id); }
     [[nodiscard]] bool canSelect(const std::string& id) const;
+    /// An item is as ticked as the entry that takes it along.
     [[nodiscard]] TileState stateOf(const std::string& id) const;
+    /// The entry that takes the item along now; none when there is none.
+    [[nodiscard]] const lumo::PlanEntry* takenAlongBy(const std::string& id) const;
 
     /// Ticks or unticks; false when that cannot be ticked. Of an item and what holds it, or lies in it, only
-    /// the one that was ticked last stays ticked: nothing counts twice.
+    /// the one that was ticked last stays ticked: nothing counts twice. What is taken along is unticked with
+    /// all that goes with it.
     bool toggle(const std::string& id);
     /// Ticks all of these that can be ticked, or unticks them when all of those are ticked; false when none
     /// can be.
@@ -62,6 +66,7 @@ class TickedPlan final {
   private:
     [[nodiscard]] bool isTicked(const lumo::PlanEntry& entry) const;
     void tick(const std::string& id);
+    void untick(const std::string& id);
 
     std::shared_ptr<const WholePlan> whole_ = WholePlan::of({});
     Selection selection_;

@@ -2,9 +2,11 @@
 
 #include "LumoCore/Basics/CheckedSum.h"
 
+#include <algorithm>
 #include <span>
 #include <unordered_set>
 #include <utility>
+#include <variant>
 
 namespace tarvo {
 
@@ -22,7 +24,40 @@ WholePlan::WholePlan(std::shared_ptr<const ShownPlan> plan, std::shared_ptr<cons
     rows_.insert(rows_.end(), items_->rows.begin(), items_->rows.end());
     const std::span<Row> all(rows_);
     giveTiles(all.subspan(plan_->rows.size()), all.first(plan_->rows.size()), home);
+    findHolders();
     reachable_ = sumOfTickable();
+}
+
+void WholePlan::findHolders() {
+    std::unordered_map<std::string_view, const lumo::PlanEntry*> takers;
+    for (const lumo::PlanEntry& entry : plan_->entries) {
+        if (!std::holds_alternative<lumo::method::Command>(entry.action.method)) {
+            for (const std::string& path : entry.action.measuredPaths) {
+                takers.emplace(path, &entry);
+            }
+        }
+    }
+    const auto takerOf = [&takers](std::string_view path) -> const lumo::PlanEntry* {
+        for (; !path.empty(); path = path.substr(0, path.rfind('/'))) {
+            if (const auto found = takers.find(path); found != takers.end()) {
+                return found->second;
+            }
+        }
+        return nullptr;
+    };
+    for (const lumo::PlanEntry& item : items_->entries) {
+        const std::vector<std::string>& paths = item.action.measuredPaths;
+        const lumo::PlanEntry* const taker = paths.empty() ? nullptr : takerOf(paths.front());
+        if (taker != nullptr &&
+            std::ranges::all_of(paths, [&](const std::string& path) { return takerOf(path) == taker; })) {
+            holders_.emplace(item.action.id, taker);
+        }
+    }
+}
+
+const lumo::PlanEntry* WholePlan::holder(std::string_view id) const {
+    const auto found = holders_.find(id);
+    return found == holders_.end() ? nullptr : found->second;
 }
 
 std::shared_ptr<const WholePlan> WholePlan::of(ShownPlan plan) {

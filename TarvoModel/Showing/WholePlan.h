@@ -43,6 +43,9 @@ class WholePlan final {
     [[nodiscard]] const std::vector<const lumo::PlanEntry*>& entries() const { return entries_; }
     /// The entry with the id; none when there is none.
     [[nodiscard]] const lumo::PlanEntry* entry(std::string_view id) const;
+    /// The entry of the plan that takes along all that the item with the id is; none where there is none, or
+    /// a tool decides what it takes.
+    [[nodiscard]] const lumo::PlanEntry* holder(std::string_view id) const;
     /// Likewise, whatever is searched for.
     [[nodiscard]] const std::vector<Row>& rows() const { return rows_; }
     /// The bytes of all that can be ticked, nothing twice.
@@ -51,12 +54,14 @@ class WholePlan final {
     [[nodiscard]] std::shared_ptr<const WholePlan> without(const std::set<std::string>& ids) const;
 
   private:
+    void findHolders();
     [[nodiscard]] std::int64_t sumOfTickable() const;
 
     std::shared_ptr<const ShownPlan> plan_;
     std::shared_ptr<const ShownItems> items_;
-    std::vector<const lumo::PlanEntry*> entries_;                       ///< Into those two.
-    std::unordered_map<std::string_view, const lumo::PlanEntry*> byID_; ///< Likewise.
+    std::vector<const lumo::PlanEntry*> entries_;                          ///< Into those two.
+    std::unordered_map<std::string_view, const lumo::PlanEntry*> byID_;    ///< Likewise.
+    std::unordered_map<std::string_view, const lumo::PlanEntry*> holders_; ///< By the items' ids.
     std::vector<Row> rows_;
     std::int64_t reachable_ = 0;
 };

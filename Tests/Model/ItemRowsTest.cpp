@@ -113,6 +113,37 @@ TEST(ItemRows, AreNotTickedTogetherWithWhatHoldsThem) {
     EXPECT_EQ(plan.shares().total, 10);
 }
 
+TEST(ItemRows, AreAsTickedAsWhatTakesThemAlong) {
+    // Archives that the next cleanup was to take were shown as if it left them alone.
+    const auto entry = [](const std::string& id, const std::string& path) {
+        return PlanEntry{file(id, path, 5).action, {}};
+    };
+    PlanEntry used = entry("installers", "/home/u/Downloads/a.zip");
+    used.action.measuredPaths.emplace_back("/home/u/Downloads/b.zip");
+    PlanEntry tool = entry("tool", "/home/u/.tool");
+    tool.action.method = lumo::method::Command{};
+    const ShownItems items{.entries = {entry("archivo:a", "/home/u/Downloads/a.zip"),
+                                       entry("archivo:b", "/home/u/Downloads/b.zip"),
+                                       entry("archivo:c", "/home/u/Downloads/c.zip"),
+                                       entry("archivo:t", "/home/u/.tool/x")}};
+    TickedPlan plan;
+    plan.take(
+        std::make_shared<const WholePlan>(std::make_shared<const ShownPlan>(ShownPlan{
+                                              .entries = {used, tool}, .defaults = {"installers", "tool"}}),
+                                          std::make_shared<const ShownItems>(items), "/home/u"));
+    EXPECT_EQ(plan.stateOf("archivo:a"), TileState::selected);
+    EXPECT_EQ(plan.stateOf("archivo:c"), TileState::unselected);
+    EXPECT_EQ(plan.stateOf("archivo:t"), TileState::unselected) << "who knows what a tool takes";
+    EXPECT_EQ(plan.count({"archivo:a", "archivo:b", "archivo:c"}), (TickedPlan::Count{3, 2}));
+    EXPECT_EQ(plan.shares().total, 10) << "nothing counts twice";
+    ASSERT_NE(plan.takenAlongBy("archivo:b"), nullptr);
+    EXPECT_TRUE(plan.toggle("archivo:b"));
+    EXPECT_THAT(plan.selection(), ElementsAre("tool"));
+    EXPECT_EQ(plan.stateOf("archivo:a"), TileState::unselected);
+    EXPECT_TRUE(plan.toggle("archivo:a"));
+    EXPECT_THAT(plan.selection(), ElementsAre("archivo:a", "tool"));
+}
+
 TEST(ItemRows, SayOfEachKindWhatItComesToOrWhyNothingIsKnown) {
     const auto line = [](const Inventory* found, LookState state) {
         const KindLine said = kindLine(found, state, Language::en);
