@@ -233,9 +233,7 @@ std::string PlacesDesk::pathOf(const QString& key) const {
 }
 
 void PlacesDesk::protect(const QString& key) {
-    for (const std::string& path : map_.pathsOf(idOf(key))) {
-        ground_.settings.protectPath(path);
-    }
+    ground_.settings.protectPaths(map_.pathsOf(idOf(key)));
 }
 
 void PlacesDesk::setAside(const QString& key) {

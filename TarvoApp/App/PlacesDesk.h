@@ -57,7 +57,7 @@ class PlacesDesk final : public QObject {
     /// Ticks or unticks the row that the key's row, tile or entry belongs to.
     Q_INVOKABLE void toggle(const QString& key);
 
-    /// The path that a row or tile stands for, as bytes that `Settings::protectPath` takes; empty for
+    /// The path that a row or tile stands for, as bytes that `Settings::protectPaths` takes; empty for
     /// several.
     [[nodiscard]] std::string pathOf(const QString& key) const;
     Q_INVOKABLE void protect(const QString& key);

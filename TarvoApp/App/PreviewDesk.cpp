@@ -57,13 +57,6 @@ void PreviewDesk::forget() {
     emit changed();
 }
 
-QSizeF PreviewDesk::pictureIn(double width, double height) const {
-    const QSizeF room(std::max(width, 0.0), std::max(height, 0.0));
-    const QSizeF size = picture_.size();
-    const bool fits = size.width() <= room.width() && size.height() <= room.height();
-    return fits ? size : size.scaled(room, Qt::KeepAspectRatio);
-}
-
 QString PreviewDesk::title() const {
     return shown(title_);
 }

@@ -31,6 +31,7 @@ class PreviewDesk final : public QObject {
     /// Each with its name, bytes for a person, share of the largest one, and whether it is a folder.
     Q_PROPERTY(QVariantList largest READ largest NOTIFY changed)
     Q_PROPERTY(QImage picture READ picture NOTIFY changed)
+    Q_PROPERTY(QSizeF pictureSize READ pictureSize NOTIFY changed)
 
   public:
     /// What is shown; unknown while it is being made. Windows only know names that begin with a capital.
@@ -49,9 +50,6 @@ class PreviewDesk final : public QObject {
     Q_INVOKABLE void forget();
 
     [[nodiscard]] const QString& key() const { return key_; }
-    /// How large the picture is drawn in that room.
-    Q_INVOKABLE [[nodiscard]] QSizeF pictureIn(double width, double height) const;
-
     [[nodiscard]] QString title() const;
     [[nodiscard]] QString place() const;
     [[nodiscard]] bool isBusy() const { return isBusy_; }
@@ -62,6 +60,7 @@ class PreviewDesk final : public QObject {
     [[nodiscard]] bool isCut() const { return preview_.isCut; }
     [[nodiscard]] QVariantList largest() const;
     [[nodiscard]] const QImage& picture() const { return picture_; }
+    [[nodiscard]] QSizeF pictureSize() const { return picture_.size(); }
 
   signals:
     void changed();

@@ -25,17 +25,17 @@ QStringList Settings::protectedFolders() const {
 }
 
 void Settings::protect(const QString& folder) {
-    protectPath(bytesOf(folder));
+    protectPaths({bytesOf(folder)});
 }
 
-void Settings::protectPath(const std::string& path) {
-    if (path.starts_with('/')) {
-        changeFolders([path](std::vector<std::string>& folders) {
-            if (std::ranges::find(folders, path) == folders.end()) {
+void Settings::protectPaths(const std::vector<std::string>& paths) {
+    changeFolders([paths](std::vector<std::string>& folders) {
+        for (const std::string& path : paths) {
+            if (path.starts_with('/') && std::ranges::find(folders, path) == folders.end()) {
                 folders.push_back(path);
             }
-        });
-    }
+        }
+    });
 }
 
 void Settings::unprotect(int index) {

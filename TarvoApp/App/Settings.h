@@ -81,7 +81,8 @@ class Settings final : public QObject {
     void setActiveProjectDays(qint64 days) { change(preference::activeProjectDays, days); }
     /// Adds a folder by its absolute path, or takes the one at that place away.
     Q_INVOKABLE void protect(const QString& folder);
-    void protectPath(const std::string& path);
+    /// The same of absolute paths; others are no folders. Written once, however many they are.
+    void protectPaths(const std::vector<std::string>& paths);
     Q_INVOKABLE void unprotect(int index);
     void setAiSummaryEnabled(bool isOn) { change(preference::aiSummaryEnabled, isOn); }
     void setAutoExplain(bool isOn) { change(preference::autoExplain, isOn); }

@@ -216,7 +216,7 @@ void Desktop::placeOver(QWindow* window, QWindow* over) const {
 }
 
 void Desktop::protectFolder(const QUrl& folder) {
-    app_.settings()->protectPath(pathOf(folder));
+    app_.settings()->protectPaths({pathOf(folder)});
 }
 
 } // namespace tarvo

@@ -104,15 +104,18 @@ SideWindow {
                 }
             }
             CardPicture {
-                readonly property size fits: App.preview.pictureIn(parent.width - 24, parent.height - 24)
+                // Never larger than it is.
+                readonly property size whole: App.preview.pictureSize
+                readonly property real share: Math.max(0, Math.min(1, (parent.width - 24) / Math.max(1, whole.width),
+                                                                   (parent.height - 24) / Math.max(1, whole.height)))
 
                 Accessible.name: App.preview.title
                 Accessible.role: Accessible.Graphic
                 anchors.centerIn: parent
-                height: fits.height
+                height: whole.height * share
                 image: App.preview.picture
                 visible: window.kind === PreviewKinds.Picture
-                width: fits.width
+                width: whole.width * share
             }
             Quiet {
                 text: App.preview.isBusy ? SideWords.looking : window.kind === PreviewKinds.Missing ? SideWords.gone

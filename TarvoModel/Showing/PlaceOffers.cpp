@@ -4,6 +4,9 @@ namespace tarvo {
 
 namespace {
 
+/// More than these nobody could take off the list again, which has one line each.
+constexpr std::size_t mostProtected = 30;
+
 bool canTick(TileState state) {
     return state == TileState::selected || state == TileState::unselected;
 }
@@ -20,7 +23,7 @@ PlaceOffers offersFor(const Place& place, const Occasion& occasion) {
             .open = isOne,
             .aside = isReal && (place.isPart || place.state == TileState::info),
             .archive = isOne && !occasion.isBusy,
-            .protect = isReal && !place.isProtected};
+            .protect = isReal && !place.isProtected && place.paths <= mostProtected};
 }
 
 TileClick clickOn(const Tile& tile, TileState state, bool canZoom) {

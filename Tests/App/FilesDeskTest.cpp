@@ -105,7 +105,7 @@ TEST_F(FilesDeskTest, AReportOfAnotherHomeIsOnlyLookedAt) {
         EXPECT_FALSE(app().places()->offers(keyOf(row.id)).value("archive").toBool());
     }
     // Neither the monitor nor what is protected meanwhile makes a plan of it.
-    app().settings()->protectPath(story.home.path("Documents"));
+    app().settings()->protectPaths({story.home.path("Documents")});
     app().settings()->setAutoCleanWeekly(true);
     EXPECT_TRUE(story.lookAround());
     EXPECT_FALSE(app().ticked()->hasTicked());

@@ -1,8 +1,11 @@
 #include "LumoCore/Basics/Words.h"
+#include "TarvoApp/Views/CardPicture.h"
 #include "Tests/App/WindowStory.h"
 
 #include <QColor>
 #include <QGuiApplication>
+#include <QImage>
+#include <QQuickWindow>
 
 #include <algorithm>
 #include <cmath>
@@ -110,6 +113,37 @@ TEST_F(MainWindowAtHomeTest, WhatNoRowIsAboutIsSetAsideFromTheMap) {
     ASSERT_TRUE(story.waitUntilIdle());
 }
 
+// After the preview of a folder that of a picture stayed blank: its place was only worked out with the
+// window's.
+TEST_F(MainWindowAtHomeTest, APictureIsSeenAfterTheFolderItIsIn) {
+    const std::string picture = story.home.path("Pictures/a.png");
+    story.home.file("Pictures/b", 2'000'000);
+    QImage image(64, 48, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    ASSERT_TRUE(image.save(shown(picture)));
+    open();
+    AppModel& app = story.app();
+    ASSERT_TRUE(story.waitUntil([&] { return app.map()->depth() == 1; }));
+    app.places()->showPreview(keyOf(DiskMap::insideID(story.home.path("Pictures"))));
+    ASSERT_TRUE(story.waitUntil([&] { return app.preview()->kind() == PreviewDesk::Kind::Folder; }));
+    for (QWindow* const window : QGuiApplication::topLevelWindows()) {
+        if (window->title() == "Pictures") {
+            window->close();
+        }
+    }
+    app.preview()->show(keyOf(picture), "a.png", {picture});
+    ASSERT_TRUE(story.waitUntil([&] { return app.preview()->kind() == PreviewDesk::Kind::Picture; }));
+    const auto isSeen = [](const QWindow* window) {
+        const auto* const quick = qobject_cast<const QQuickWindow*>(window);
+        return quick != nullptr && quick->isVisible() && quick->title() == "a.png" &&
+               std::ranges::any_of(quick->findChildren<CardPicture*>(), [](const CardPicture* card) {
+                   return card->isVisible() && card->width() == 64 && card->height() == 48;
+               });
+    };
+    EXPECT_TRUE(
+        story.waitUntil([&] { return std::ranges::any_of(QGuiApplication::topLevelWindows(), isSeen); }));
+}
+
 // The tile of all that is too small for one of its own led to some row of the list.
 TEST_F(MainWindowAtHomeTest, TheRestOfAFolderOnTheMapIsLookedForInTheExplorer) {
     for (int at = 0; at < 60; ++at) {
@@ -120,9 +154,8 @@ TEST_F(MainWindowAtHomeTest, TheRestOfAFolderOnTheMapIsLookedForInTheExplorer) {
     app.places()->openFolder(story.home.path("Videos"));
     ASSERT_TRUE(story.waitUntil([&] { return app.map()->depth() == 1 && app.map()->count() == 41; }));
     app.places()->click(app.map()->tile(40, TileList::keyRole).toString());
-    EXPECT_TRUE(story.waitUntil([&] {
-        return app.explorer()->isOpen() && app.explorer()->path() == story.home.path("Videos");
-    }));
+    EXPECT_TRUE(story.waitUntil(
+        [&] { return app.explorer()->isOpen() && app.explorer()->path() == story.home.path("Videos"); }));
     ASSERT_TRUE(story.waitUntilIdle());
 }
 

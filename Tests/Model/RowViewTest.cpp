@@ -194,6 +194,8 @@ TEST(PlaceOffers, AreWhatWouldDoSomething) {
     EXPECT_FALSE(offersFor({.paths = 1}, {.isElsewhere = true}).aside);
     const Place inACache{.state = TileState::selected, .paths = 1, .hasRow = true, .isPart = true};
     EXPECT_TRUE(offersFor(inACache, {}).aside);
+    EXPECT_TRUE(offersFor({.paths = 30}, {}).protect);
+    EXPECT_FALSE(offersFor({.paths = 600}, {}).protect) << "the list has a line for each";
 }
 
 // A click on an unclassified tile, a kept one or a file did nothing.
