@@ -32,6 +32,12 @@ std::string filesText(std::int64_t count, Language language) {
                             language, lumo::ByteFormat::number(static_cast<double>(count), 0, language));
 }
 
+/// What is to be done by hand, says the reason; no cleanup does any of it.
+bool isLeftToTheUser(const lumo::CleanupAction& action) {
+    const auto* const moved = std::get_if<method::TrashItems>(&action.method);
+    return moved != nullptr && moved->paths.empty();
+}
+
 } // namespace
 
 std::string freeingText(const lumo::CleanupAction& action, Language language) {
@@ -63,7 +69,7 @@ std::string freeingText(const lumo::CleanupAction& action, Language language) {
 
 std::vector<ExplanationLine> factsOf(const Row& row, const lumo::PlanEntry* entry, Language language) {
     std::vector<ExplanationLine> facts;
-    if (entry != nullptr && (!row.kind || !entry->skipReason)) {
+    if (entry != nullptr && (!entry->skipReason || (!row.kind && !isLeftToTheUser(entry->action)))) {
         facts.push_back({Words{"Se libera", "Freed"}.in(language), freeingText(entry->action, language)});
     }
     if (row.kept) {

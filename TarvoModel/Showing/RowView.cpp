@@ -15,18 +15,23 @@ using lumo::FolderContents::Item;
 
 namespace {
 
+/// Where the row's head stands: items of inventories come kind by kind, below the groups of what was scanned.
+std::pair<int, int> headPlace(const Row& row) {
+    return row.kind ? std::pair(1, static_cast<int>(*row.kind)) : std::pair(0, static_cast<int>(row.group));
+}
+
 /// Sorts by what each row is known by there; equal ones keep their order.
 template <class Key, class KeyOf>
 std::vector<Row> sortedBy(std::vector<Row> rows, KeyOf keyOf) {
-    std::vector<std::tuple<RowGroup, Key, std::size_t>> order;
+    std::vector<std::tuple<std::pair<int, int>, Key, std::size_t>> order;
     order.reserve(rows.size());
     for (std::size_t at = 0; at < rows.size(); ++at) {
-        order.emplace_back(rows[at].group, keyOf(rows[at]), at);
+        order.emplace_back(headPlace(rows[at]), keyOf(rows[at]), at);
     }
     std::ranges::sort(order);
     std::vector<Row> sorted;
     sorted.reserve(rows.size());
-    for (const auto& [group, key, at] : order) {
+    for (const auto& [head, key, at] : order) {
         sorted.push_back(std::move(rows[at]));
     }
     return sorted;
@@ -84,9 +89,11 @@ std::vector<Row> litRows(const RowView& view, const std::vector<Row>& rows) {
 } // namespace
 
 std::vector<Row> rowsFor(const RowView& view, const std::vector<Row>& rows) {
+    // Whoever searches does not know which list a thing is in.
+    const bool isAll = !view.kind && !view.group && !view.searched.empty();
     std::vector<Row> kept;
     std::ranges::copy_if(rows, std::back_inserter(kept), [&](const Row& row) {
-        return row.kind == view.kind && (!view.group || row.group == *view.group);
+        return (isAll || row.kind == view.kind) && (!view.group || row.group == *view.group);
     });
     return kept;
 }

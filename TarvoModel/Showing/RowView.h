@@ -25,7 +25,8 @@ struct RowView {
     std::string searched = {};          ///< The words; empty for none.
     std::optional<RowGroup> group = {}; ///< The only one; absent for all.
     RowOrder order = RowOrder::size;
-    std::optional<lumo::InventoryKind> kind = {}; ///< Its items; absent for what the scan found.
+    std::optional<lumo::InventoryKind> kind =
+        {}; ///< Its items; absent for what the scan found, see `rowsFor`.
 
     friend bool operator==(const RowView&, const RowView&) = default;
 
@@ -33,7 +34,8 @@ struct RowView {
     [[nodiscard]] bool isWide() const { return searched.empty() && !group && !kind; }
 };
 
-/// The rows of the view's kind and group, whatever is searched for: what it can show at all.
+/// The rows of the view's kind and group, whatever is searched for: what it can show at all. A search in no
+/// group and of no kind is one of everything.
 std::vector<Row> rowsFor(const RowView& view, const std::vector<Row>& rows);
 
 /// The rows that are shown so. The rows given are group by group, the largest first.

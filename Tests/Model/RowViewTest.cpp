@@ -77,6 +77,18 @@ TEST(RowView, SortsWithinTheGroupsAndNarrowsToOne) {
     EXPECT_THAT(idsIn({.group = RowGroup::safe, .order = RowOrder::name}),
                 ElementsAre("Álamo", "beta", "gamma"));
     EXPECT_THAT(idsIn({.searched = "AMM", .group = RowGroup::safe}), ElementsAre("gamma"));
+    // A film that the map lit was in no list, and nothing was said.
+    std::vector<Row> withFilm = someRows();
+    withFilm.push_back(row("gamma film", 5, Safety::review));
+    withFilm.back().kind = lumo::InventoryKind::large;
+    const auto found = [&](const RowView& view) {
+        std::vector<std::string> ids;
+        std::ranges::transform(rowsIn(view, withFilm), std::back_inserter(ids), &Row::id);
+        return ids;
+    };
+    EXPECT_THAT(found({}), ElementsAre("beta", "Álamo", "gamma", "models", "odd"));
+    EXPECT_THAT(found({.searched = "gamma", .order = RowOrder::name}), ElementsAre("gamma", "gamma film"));
+    EXPECT_THAT(found({.searched = "gamma", .group = RowGroup::review}), IsEmpty());
     EXPECT_THAT(idsBetween("models", "gamma", someRows()), ElementsAre("gamma", "models"));
     EXPECT_THAT(idsBetween("models", "gone", someRows()), IsEmpty());
     EXPECT_EQ(rowWith("/home/u/odd/deep/file", someRows())->id, "odd");
@@ -178,6 +190,9 @@ TEST(RowFacts, SayHowItIsFreedHowManyFilesItHasAndWhenItChanged) {
                 ElementsAre(ExplanationLine{"Holds", "1 file"},
                             ExplanationLine{"Project", "last changed on " + day}));
     EXPECT_THAT(factsOf(row("odd", 1, std::nullopt), nullptr), IsEmpty());
+    // What is only done by hand was said to be set aside.
+    entry.skipReason = "by hand: tool delete-cache";
+    EXPECT_THAT(factsOf(row("odd", 1, std::nullopt), &entry, Language::en), IsEmpty());
 }
 
 TEST(PlaceOffers, AreWhatWouldDoSomething) {
