@@ -27,6 +27,12 @@ void HistoryDesk::show() {
     refresh();
 }
 
+void HistoryDesk::forget() {
+    isShown_ = false;
+    chosen_ = -1;
+    emit chosenChanged();
+}
+
 HistoryDesk::Read HistoryDesk::readFrom(const Desk& desk) {
     const auto outcomes = history(desk);
     if (!outcomes) {

@@ -37,8 +37,8 @@ class HistoryDesk final : public QObject {
 
     /// Reads the log, and again after each change of what is set aside.
     Q_INVOKABLE void show();
-    /// No longer.
-    Q_INVOKABLE void forget() { isShown_ = false; }
+    /// No longer. The next time it begins with the newest cleanup.
+    Q_INVOKABLE void forget();
     void choose(int index);
 
     [[nodiscard]] bool isBusy() const { return isBusy_; }

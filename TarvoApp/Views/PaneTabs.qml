@@ -10,6 +10,15 @@ TabBar {
 
     signal chosen(pane: int)
 
+    // By the keys what is shown turns with the tab.
+    function turn(by: int) {
+        const next = currentIndex + by;
+        if (next < 0 || next >= count)
+            return;
+        chosen(next);
+        itemAt(next).forceActiveFocus(Qt.TabFocusReason);
+    }
+
     component Tab: TabButton {
         id: tab
 
@@ -53,6 +62,8 @@ TabBar {
 
             text: modelData
 
+            Keys.onLeftPressed: bar.turn(-1) // qmllint disable unqualified
+            Keys.onRightPressed: bar.turn(1) // qmllint disable unqualified
             onClicked: bar.chosen(index) // qmllint disable unqualified
         }
     }

@@ -84,21 +84,25 @@ Rectangle {
 
             onEnded: App.list.chooseNone()
         }
-        RowLayout {
-            spacing: 8
+        // No layout: one that was hidden with the list does not always hear that the kinds are there now.
+        Item {
+            Layout.fillHeight: true
+            Layout.fillWidth: true
 
             KindsSide {
-                Layout.fillHeight: true
-                Layout.preferredWidth: pane.sideWidth - 8
+                anchors.bottom: parent.bottom
+                anchors.left: parent.left
+                anchors.top: parent.top
                 visible: pane.sideOpen
+                width: pane.sideWidth - 8
             }
             ListView {
                 id: list
 
                 Accessible.name: Words.list
                 Accessible.role: Accessible.List
-                Layout.fillHeight: true
-                Layout.fillWidth: true
+                anchors.fill: parent
+                anchors.leftMargin: pane.sideWidth
                 activeFocusOnTab: true
                 boundsBehavior: Flickable.StopAtBounds
                 clip: true

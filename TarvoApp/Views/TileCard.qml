@@ -40,7 +40,8 @@ Rectangle {
         const right = told.x + told.width + 8;
         const left = told.x - width - 8;
         const beside = right + width <= area.width ? right : left >= 0 ? left : area.width - width - 12;
-        return Math.round(corner.x + beside);
+        // The map may have come below the pointer before it had its place.
+        return Math.round(Math.max(8, Math.min(corner.x + beside, (window ? window.width : 0) - width - 8)));
     }
     y: told && window ? Math.round(Math.max(8, Math.min(corner.y + told.y + 8,
                                                         Math.max(corner.y + area.height, window.height - 8) - height))) : 0

@@ -196,4 +196,19 @@ TEST_F(MainWindowTest, TheExplorerFiltersHasItsMenuAndGivesWayToTheList) {
     EXPECT_FALSE(explorer.isOpen());
     EXPECT_EQ(named(setAside), nullptr);
     EXPECT_NE(named(story.app().rows()->rows().front().title), nullptr);
+    // The kinds lay over the rows when the list had been hidden before.
+    click(Words{"De cerca", "Closer Look"}.in());
+    const std::string kinds = Words{"Qué enseña la lista", "What the list shows"}.in();
+    const std::string row = story.app().rows()->rows().front().title;
+    EXPECT_TRUE(story.waitUntil([&] {
+        return named(kinds) != nullptr && named(kinds)->rect().width() > 100 &&
+               !named(kinds)->rect().intersects(named(row)->rect());
+    }));
+    // By the keys a tab was another one, and what it stands for was not shown.
+    auto* const tab = qobject_cast<QQuickItem*>(named(Words{"Lista", "List"}.in())->object());
+    tab->forceActiveFocus(Qt::TabFocusReason);
+    press(Qt::Key_Right);
+    EXPECT_TRUE(explorer.isOpen());
+    press(Qt::Key_Left);
+    EXPECT_FALSE(explorer.isOpen());
 }
