@@ -54,6 +54,11 @@ std::vector<GrowthPoint> pointsOf(const std::string& id, const Moments& moments)
     return points;
 }
 
+/// What is there neither at first nor at last has changed by nothing, whatever it took meanwhile.
+bool isAtAnEnd(const std::string& id, const Moments& moments) {
+    return moments.front()->sizes.contains(id) || moments.back()->sizes.contains(id);
+}
+
 GrowthChange changeOf(const GrowthLine& line) {
     if (line.points.front().bytes == 0 && line.delta > 0) {
         return GrowthChange::appeared;
@@ -107,7 +112,7 @@ std::vector<GrowthLine> growthSeries(const std::vector<DiskSnapshot>& snapshots,
     std::vector<GrowthLine> lines;
     for (const std::string& id : ids) {
         std::vector<GrowthPoint> points = pointsOf(id, moments);
-        if (points.size() < 2) {
+        if (points.size() < 2 || !isAtAnEnd(id, moments)) {
             continue;
         }
         GrowthLine line = lineThrough(id, growthName(id, nameOf(id, moments)), std::move(points));

@@ -34,8 +34,8 @@ struct GrowthLine {
 
 /// The lines of what changed by `GrowthTracker::smallestGrowth` or more, largest change first and `most` of
 /// them, after that of the free space. A finding's line begins where the snapshots first know it, see
-/// `GrowthTracker::compare`; other things, and all that have gone, took nothing where they are missing. None
-/// with fewer than two snapshots.
+/// `GrowthTracker::compare`; other things, and all that have gone, took nothing where they are missing. What
+/// came and went in between has no line. None with fewer than two snapshots.
 std::vector<GrowthLine> growthSeries(const std::vector<lumo::DiskSnapshot>& snapshots, std::size_t most,
                                      lumo::Language language = lumo::currentLanguage());
 

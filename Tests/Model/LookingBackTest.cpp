@@ -154,6 +154,18 @@ TEST(GrowthSeries, HasTheLargestChangesFirstWithWhatIsNewGoneAndLess) {
     EXPECT_THAT(growthSeries({stored[0], stored[0]}, 4), SizeIs(1)) << "only the free space";
 }
 
+TEST(GrowthSeries, HasNoLineForWhatCameAndWentAgain) {
+    // What was set aside after the first scan and put back before the last was listed as gone, with all that
+    // it had taken, though it takes as much as at first: nothing.
+    const std::vector<lumo::DiskSnapshot> stored{
+        snapshot(0h, {{"cache", gigabyte}}),
+        snapshot(24h, {{"cache", gigabyte}, {"aside", 3 * gigabyte}, {"sin:/a", 3 * gigabyte}}),
+        snapshot(48h, {{"cache", 2 * gigabyte}})};
+    const auto lines = growthSeries(stored, 4);
+    ASSERT_THAT(lines, SizeIs(2));
+    EXPECT_EQ(lines[1].id, "cache");
+}
+
 TEST(GrowthSeries, HoldsEveryLineWithinItsFrame) {
     // A snapshot may hold any number.
     const auto most = std::numeric_limits<std::int64_t>::max();
