@@ -27,9 +27,8 @@ std::expected<std::string, NoAnswer> askTool(const std::vector<std::string>& wor
                                             query.language, words.front())});
     }
     if (ran.status != 0) {
-        return std::unexpected(
-            NoAnswer{.reason = words.front() + ": " +
-                               printable(failureDetail(ran.output, ran.status, query.language))});
+        std::string said = printable(failureDetail(ran.output, ran.status, query.language));
+        return std::unexpected(NoAnswer{.reason = words.front() + ": " + said, .said = said});
     }
     return std::move(ran.output);
 }

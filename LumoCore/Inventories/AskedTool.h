@@ -13,6 +13,7 @@ namespace lumo {
 struct NoAnswer {
     bool isMissing = false; ///< It is not installed.
     std::string reason;     ///< For the user.
+    std::string said = {};  ///< Of one that failed, in its own words and language; else empty.
 };
 
 /// How long a tool may take to tell what it has.

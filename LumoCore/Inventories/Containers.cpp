@@ -158,6 +158,34 @@ struct Shelf {
     }
 };
 
+struct Tool {
+    const char* name;
+    Lists (*ask)(const InventoryQuery& query);
+    Words whenSilent; ///< What a person can do about it.
+};
+
+const Tool tools[] = {{"docker",
+                       askDocker,
+                       {"Docker no responde: ponlo en marcha y vuelve a mirar",
+                        "Docker does not answer: start it and look again"}},
+                      {"podman",
+                       askPodman,
+                       {"Podman no responde: cuando funcione, vuelve a mirar",
+                        "Podman does not answer: look again once it works"}}};
+
+/// Why a tool that is there told nothing. Its own words are in no language that was chosen.
+std::string reasonOf(const Tool& tool, const NoAnswer& answer, Language language) {
+    if (answer.said.empty()) {
+        return answer.reason;
+    }
+    const bool isForbidden = folded(answer.said).find("permission denied") != std::string::npos;
+    const std::string reason =
+        isForbidden ? Words{"te falta permiso para usar {}", "you have no permission to use {}"}.in(language,
+                                                                                                    tool.name)
+                    : tool.whenSilent.in(language);
+    return reason + Words{". Dice: «{}»", ". It says: “{}”"}.in(language, answer.said);
+}
+
 } // namespace
 
 bool isVolume(std::string_view id) {
@@ -171,15 +199,12 @@ bool isVolume(std::string_view id) {
 Inventory find(const InventoryQuery& query) {
     Inventory inventory{.kind = kind};
     std::vector<NoAnswer> silent;
-    struct Tool {
-        const char* name;
-        Lists (*ask)(const InventoryQuery& query);
-    };
-    for (const Tool& tool : {Tool{"docker", askDocker}, Tool{"podman", askPodman}}) {
+    for (const Tool& tool : tools) {
         if (const Lists lists = tool.ask(query)) {
             Shelf{tool.name, query, inventory.items}.addAll(*lists);
         } else {
             silent.push_back(lists.error());
+            silent.back().reason = reasonOf(tool, silent.back(), query.language);
         }
     }
     // A tool that is there and does not answer says more than one that is not there.

@@ -163,7 +163,8 @@ Rectangle {
                         color: Theme.secondaryText
                         elide: Text.ElideMiddle
                         horizontalAlignment: Text.AlignHCenter
-                        maximumLineCount: 2
+                        // What was searched for may be of any length; what we say is said to its end.
+                        maximumLineCount: App.list.searchText.length > 0 ? 2 : 12
                         padding: 24
                         text: App.list.searchText.length > 0 ? Words.nothingFound.arg(App.list.searchText)
                             : App.list.onlyKind >= 0 ? pane.kindNote : Words.nothingToClean

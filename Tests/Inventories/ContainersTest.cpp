@@ -107,9 +107,15 @@ TEST(Containers, OfPodmanCountALayerOnceAndLeaveNoStorageBehind) {
                     podmanLists(broken, "[]", "[]", "[]")->images.empty());
     }
     home.program(".local/bin/podman", "mkdir -p ~/.local/share/containers/storage; echo '[]'");
+    // A Spanish window had the tool's English alone, which says nothing of what to do.
     home.program(".local/bin/docker", "echo 'Cannot connect to the daemon'; exit 1");
-    EXPECT_EQ(Containers::find(queryOf(home)).unavailable, "docker: Cannot connect to the daemon");
+    EXPECT_EQ(Containers::find(queryOf(home)).unavailable,
+              "Docker does not answer: start it and look again. It says: “Cannot connect to the daemon”");
     EXPECT_FALSE(std::filesystem::exists(home.path(".local/share/containers")));
+    home.program(".local/bin/docker", "echo 'Got permission denied while trying to connect'; exit 1");
+    EXPECT_EQ(
+        Containers::find(queryOf(home)).unavailable,
+        "you have no permission to use docker. It says: “Got permission denied while trying to connect”");
 }
 
 TEST(AskedTool, IsEndedWhenItHangs) {
