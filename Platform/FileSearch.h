@@ -29,7 +29,8 @@ class FilesFound final {
     /// True for two names of one file.
     [[nodiscard]] bool isSame(const File& left, const File& right) const;
 
-    std::int64_t unreadableCount = 0; ///< Folders that could not be listed.
+    std::int64_t unreadableCount = 0;  ///< Folders that could not be listed.
+    std::vector<std::string> unlisted; ///< The first of them that were met, in ascending byte order.
 
     /// What the search calls: a folder becomes known by its number, and files go into it. Only one thread
     /// may.

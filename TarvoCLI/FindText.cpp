@@ -6,6 +6,7 @@
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "TarvoCLI/Table.h"
+#include "TarvoModel/Showing/ItemRows.h"
 
 #include <algorithm>
 #include <charconv>
@@ -62,11 +63,8 @@ std::string notes(const Inventory& inventory, std::size_t hidden, const Invocati
                 Words{"y {} más; --json los da todos", "and {} more; --json gives them all"}.with(hidden) +
                 "\n";
     }
-    if (inventory.unreadableCount > 0) {
-        text += "  " +
-                Words{"{} sitios no se han podido mirar", "{} places could not be looked at"}.with(
-                    inventory.unreadableCount) +
-                "\n";
+    if (const std::string unread = unreadText(inventory, invocation.home); !unread.empty()) {
+        text += "  " + unread + "\n";
     }
     return tinted(text, Tint::faint, invocation);
 }

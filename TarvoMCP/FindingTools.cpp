@@ -9,6 +9,7 @@
 #include "TarvoMCP/Answers.h"
 #include "TarvoMCP/Lines.h"
 #include "TarvoModel/Flows/Finding.h"
+#include "TarvoModel/Showing/ItemRows.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -71,7 +72,9 @@ std::string lineOf(const FoundItem& item) {
                                 item.id.size() <= mostColumns ? " — " + named(item.id) : std::string()));
 }
 
-std::string foundText(InventoryKind kind, const FoundItems& found, const Page& page) {
+/// `unread` as `unreadText` says it.
+std::string foundText(InventoryKind kind, const FoundItems& found, const std::string& unread,
+                      const Page& page) {
     std::string text = lumo::titleOf(kind) + ": ";
     if (found.unavailable) {
         return text + Words{"no se puede saber: {}", "cannot be told: {}"}.with(named(*found.unavailable));
@@ -90,11 +93,7 @@ std::string foundText(InventoryKind kind, const FoundItems& found, const Page& p
                            found.items.size() - mostLines);
     }
     text += moreLine(found.moreItems, page);
-    if (found.unreadable > 0) {
-        text += "\n" + Words{"{} sitios no se han podido mirar.", "{} places could not be looked at."}.with(
-                           found.unreadable);
-    }
-    return text;
+    return unread.empty() ? text : text + "\n" + unread + ".";
 }
 
 ToolAnswer findItems(Workspace& workspace, const ToolCall& call) {
@@ -111,7 +110,8 @@ ToolAnswer findItems(Workspace& workspace, const ToolCall& call) {
         return problem(inventory.error());
     }
     const FoundItems found = fitted(*page, [&](const Page& part) { return foundItemsOf(**inventory, part); });
-    return {.text = foundText((*inventory)->kind, found, *page), .structured = lumo::encode(found)};
+    return {.text = foundText((*inventory)->kind, found, unreadText(**inventory, workspace.home()), *page),
+            .structured = lumo::encode(found)};
 }
 
 } // namespace

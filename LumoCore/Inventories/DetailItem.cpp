@@ -1,5 +1,6 @@
 #include "LumoCore/Inventories/DetailItem.h"
 
+#include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Path.h"
 
@@ -65,6 +66,32 @@ std::string_view idPrefixOf(InventoryKind kind) {
 std::optional<InventoryKind> inventoryKindOfID(std::string_view id) {
     return firstWith(
         [](const KindTexts& kind, std::string_view sought) { return sought.starts_with(kind.idPrefix); }, id);
+}
+
+void Inventory::miss(std::string path, std::string reason) {
+    constexpr std::size_t mostNamed = 20;
+    unreadableCount = checkedSum(unreadableCount, 1);
+    if (!unread) {
+        unread.emplace();
+    }
+    if (unread->size() < mostNamed) {
+        unread->push_back({std::move(path), std::move(reason)});
+    }
+}
+
+void Inventory::miss(const platform::FilesFound& found) {
+    for (const std::string& folder : found.unlisted) {
+        miss(folder);
+    }
+    unreadableCount =
+        checkedSum(unreadableCount, found.unreadableCount - static_cast<std::int64_t>(found.unlisted.size()));
+}
+
+void Inventory::missIn(const std::string& folder, std::int64_t count, Language language) {
+    if (count > 0) {
+        miss(folder, Words{"no del todo", "not all of it"}.in(language));
+        unreadableCount = checkedSum(unreadableCount, count - 1);
+    }
 }
 
 bool InventoryQuery::asksFor(std::int64_t bytes, const std::optional<Date>& lastUsed) const {

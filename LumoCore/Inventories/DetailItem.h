@@ -3,6 +3,7 @@
 #include "LumoCore/Basics/Codec.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Rules/CleanupAction.h"
+#include "Platform/FileSearch.h"
 #include "Platform/TreeWalk.h"
 
 #include <array>
@@ -75,17 +76,36 @@ struct DetailItem {
     friend bool operator==(const DetailItem&, const DetailItem&) = default;
 };
 
+/// A place that could not be looked at.
+struct UnreadPlace {
+    std::string path;   ///< Absolute.
+    std::string reason; ///< For a person, in the interface language; empty when it is not known.
+
+    static constexpr auto fields =
+        std::tuple{field("path", &UnreadPlace::path), field("reason", &UnreadPlace::reason)};
+    friend bool operator==(const UnreadPlace&, const UnreadPlace&) = default;
+};
+
 /// What one closer look found.
 struct Inventory {
     InventoryKind kind = InventoryKind::large;
     std::vector<DetailItem> items; ///< Largest first.
     /// Why nothing can be told: a tool is missing, does not run, or is too slow. Never together with items.
     std::optional<std::string> unavailable;
-    std::int64_t unreadableCount = 0; ///< What could not be looked at.
+    std::int64_t unreadableCount = 0;               ///< What could not be looked at.
+    std::optional<std::vector<UnreadPlace>> unread; ///< The first of that by name, where there is any.
+
+    /// Counts a place that could not be looked at, and keeps its name.
+    void miss(std::string path, std::string reason = {});
+    /// The same for the folders that a search could not list.
+    void miss(const platform::FilesFound& found);
+    /// So many in the folder, whose names nobody kept; nothing when there are none.
+    void missIn(const std::string& folder, std::int64_t count, Language language);
 
     static constexpr auto fields = std::tuple{
         field("kind", &Inventory::kind), field("items", &Inventory::items),
-        field("unavailable", &Inventory::unavailable), field("unreadableCount", &Inventory::unreadableCount)};
+        field("unavailable", &Inventory::unavailable), field("unreadableCount", &Inventory::unreadableCount),
+        field("unread", &Inventory::unread)};
     friend bool operator==(const Inventory&, const Inventory&) = default;
 };
 

@@ -71,7 +71,8 @@ class Search final {
           untidy_{places_.path("~/Downloads"), places_.path("~/Desktop")} {}
 
     Inventory run() {
-        Inventory inventory{.kind = kind, .unreadableCount = found_.unreadableCount};
+        Inventory inventory{.kind = kind};
+        inventory.miss(found_);
         const std::vector<Candidate> candidates = alike();
         std::vector<std::span<const Candidate>> groups = groupsIn(candidates);
         std::ranges::sort(groups, {},

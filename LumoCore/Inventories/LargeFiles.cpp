@@ -66,7 +66,8 @@ Inventory find(const InventoryQuery& query) {
     const UserFiles own(query);
     const std::int64_t minimum = query.minimumBytes.value_or(usualMinimum);
     const FilesFound found = own.search(minimum);
-    Inventory inventory{.kind = kind, .unreadableCount = found.unreadableCount};
+    Inventory inventory{.kind = kind};
+    inventory.miss(found);
     const std::vector<FilesFound::File> files = byObject(found);
     for (std::size_t first = 0; first < files.size() && !query.stop.stop_requested();) {
         std::size_t end = first + 1;

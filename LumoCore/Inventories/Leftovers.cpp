@@ -193,7 +193,7 @@ Inventory find(const InventoryQuery& query) {
         if (query.stop.stop_requested()) {
             break;
         }
-        inventory.unreadableCount += usage.unreadableCount;
+        inventory.missIn(leftover.path, usage.unreadableCount, query.language);
         if (usage.allocatedBytes > 0 && query.asksFor(usage.allocatedBytes, usage.lastModified)) {
             inventory.items.push_back(itemToSetAside(
                 std::string(idPrefixOf(kind)) + pathInID(leftover.path, query.home), std::move(leftover.name),

@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/Codec.h"
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Inventories/ModelStore.h"
 #include "Platform/Folder.h"
 #include "Platform/QuietFile.h"
@@ -90,22 +91,26 @@ struct Store {
     std::string folder;
     std::map<std::string, std::vector<std::string>> blobsOf; ///< By the manifest's path.
     std::map<std::string, std::set<std::string>> users;      ///< The manifests that need a blob.
-    std::int64_t unreadableCount = 0;                        ///< Manifests that do not tell what they need.
+    std::vector<UnreadPlace> unread;                         ///< Manifests that do not tell what they need.
 };
 
-void readManifests(const std::string& folder, int depth, Store& store) {
+void readManifests(const std::string& folder, int depth, Language language, Store& store) {
     constexpr int tags = 4;
     constexpr std::size_t mostBytes = std::size_t{1024} * 1024;
     for (const std::string& name : platform::namesIn(folder)) {
         const std::string path = joined(folder, name);
         const auto kind = platform::kindOf(path);
         if (depth < tags && kind == EntryKind::folder) {
-            readManifests(path, depth + 1, store);
+            readManifests(path, depth + 1, language, store);
         } else if (depth == tags && kind == EntryKind::file) {
             const auto json = platform::quietBeginning(path, mostBytes);
             auto blobs = json ? blobsOfManifest(*json) : std::nullopt;
             if (!blobs) {
-                ++store.unreadableCount;
+                store.unread.push_back(
+                    {path,
+                     json ? Words{"no dice qué partes necesita", "it does not tell which parts it needs"}.in(
+                                language)
+                          : reasonText(json.error(), language)});
                 continue;
             }
             for (const std::string& blob : *blobs) {
@@ -204,15 +209,17 @@ void findInOllama(const Look& look) {
     for (const std::string& folder :
          {look.query.home + "/.ollama/models", look.query.systemRoot + "/usr/share/ollama/.ollama/models"}) {
         Store store{.folder = folder};
-        readManifests(folder + "/manifests", 1, store);
-        look.inventory.unreadableCount += store.unreadableCount;
+        readManifests(folder + "/manifests", 1, look.query.language, store);
+        for (UnreadPlace& manifest : store.unread) {
+            look.inventory.miss(std::move(manifest.path), std::move(manifest.reason));
+        }
         for (const auto& [manifest, blobs] : store.blobsOf) {
             // What one needs that nobody can read may be any of the blobs: only Ollama itself may take some.
-            if (store.unreadableCount == 0 || isRunning) {
+            if (store.unread.empty() || isRunning) {
                 addModel(store, manifest, isRunning, look);
             }
         }
-        if (store.unreadableCount == 0) {
+        if (store.unread.empty()) {
             findUnused(store, isRunning, look);
         }
     }

@@ -87,11 +87,15 @@ std::vector<InstalledSnap> snapsIn(std::string_view json) {
     return snaps;
 }
 
+std::string snapSocket(const InventoryQuery& query) {
+    return query.systemRoot + "/run/snapd.socket";
+}
+
 std::optional<std::vector<InstalledSnap>> installedSnaps(const InventoryQuery& query) {
     constexpr std::size_t mostBytes = std::size_t{16} * 1024 * 1024;
     constexpr int allIsWell = 200;
     const auto reply =
-        platform::askSocketFile(query.systemRoot + "/run/snapd.socket", {.path = "/v2/snaps"},
+        platform::askSocketFile(snapSocket(query), {.path = "/v2/snaps"},
                                 {.mostBodyBytes = mostBytes, .patience = toolPatience}, query.stop);
     if (!reply) {
         return reply.error().isMissing() ? std::optional(std::vector<InstalledSnap>()) : std::nullopt;

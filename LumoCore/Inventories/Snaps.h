@@ -24,6 +24,9 @@ struct InstalledSnap {
 /// which may be at work though nobody opens anything. None in what is no such answer.
 std::vector<InstalledSnap> snapsIn(std::string_view json);
 
+/// Where snapd is asked.
+std::string snapSocket(const InventoryQuery& query);
+
 /// Asks snapd over its socket. None where there is no socket; absent where it does not answer.
 std::optional<std::vector<InstalledSnap>> installedSnaps(const InventoryQuery& query);
 

@@ -105,7 +105,7 @@ class Search final {
         HardLinkRegistry registry;
         const Usage usage =
             FileTree::measure(path, registry, {.progress = query_.progress, .stop = query_.stop});
-        inventory_.unreadableCount += usage.unreadableCount;
+        inventory_.missIn(path, usage.unreadableCount, query_.language);
         return usage.fileCount > 0 ? usage.allocatedBytes : 0;
     }
 

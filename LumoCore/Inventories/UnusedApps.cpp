@@ -135,7 +135,10 @@ class Search final {
 
     void addSnaps() {
         const auto snaps = installedSnaps(query_);
-        inventory_.unreadableCount += snaps ? 0 : 1;
+        if (!snaps) {
+            inventory_.miss(snapSocket(query_),
+                            Words{"snapd no ha respondido", "snapd did not answer"}.in(query_.language));
+        }
         for (const InstalledSnap& snap : snaps.value_or(std::vector<InstalledSnap>())) {
             std::optional<Date> launched;
             for (const std::string& id : snap.desktopIDs) {

@@ -4,6 +4,7 @@
 #include "Platform/AnnotatedMutex.h"
 #include "Platform/WalkCollector.h"
 
+#include <algorithm>
 #include <climits>
 #include <memory>
 #include <set>
@@ -50,13 +51,18 @@ class Search final : public WalkCollection {
         }
     }
 
-    void missFolder() {
+    void missFolder(const std::string& path) {
+        constexpr std::size_t mostNamed = 20;
         const Locked locked(mutex_);
         ++found_.unreadableCount;
+        if (!path.empty() && found_.unlisted.size() < mostNamed) {
+            found_.unlisted.push_back(path);
+        }
     }
 
     FilesFound take() {
         const Locked locked(mutex_);
+        std::ranges::sort(found_.unlisted);
         return std::move(found_);
     }
 
@@ -65,6 +71,12 @@ class Search final : public WalkCollection {
     AnnotatedMutex mutex_;
     FilesFound found_ LUMO_GUARDED_BY(mutex_);
     std::set<std::pair<std::int32_t, std::uint64_t>> visited_ LUMO_GUARDED_BY(mutex_);
+};
+
+/// Of a folder that another thread goes on with, where it is.
+struct ClaimedPath final : FolderClaim {
+    explicit ClaimedPath(std::string_view where) : path(where) {}
+    std::string path;
 };
 
 /// Keeps the files of the folder that is being told of, since a folder is told of as a whole.
@@ -88,26 +100,35 @@ class SearchCollector final : public WalkCollector {
     }
 
     void enter(const EnteredFolder& folder) override {
-        ++depth_;
+        begins_.push_back(path_.size());
+        path_ += path_.empty() || path_.ends_with('/') ? "" : "/";
+        path_ += folder.name;
         entered_ = folder.identity;
     }
 
     bool accepts(std::span<const std::string_view> names) override {
-        return search_.counts(entered_, depth_ == 1, names);
+        return search_.counts(entered_, begins_.size() == 1, names);
     }
 
-    void leave() override { --depth_; }
+    void leave() override {
+        path_.resize(begins_.back());
+        begins_.pop_back();
+    }
 
     void miss(std::string_view name) override {
         if (name.empty()) {
-            search_.missFolder();
+            search_.missFolder(path_);
         }
     }
 
-    std::unique_ptr<FolderClaim> share(std::size_t /*level*/) override {
-        return std::make_unique<FolderClaim>();
+    std::unique_ptr<FolderClaim> share(std::size_t level) override {
+        const std::size_t end = level + 1 < begins_.size() ? begins_[level + 1] : path_.size();
+        return std::make_unique<ClaimedPath>(std::string_view(path_).substr(0, end));
     }
-    void resume(std::unique_ptr<FolderClaim> /*claim*/) override { ++depth_; }
+    void resume(std::unique_ptr<FolderClaim> claim) override {
+        begins_.push_back(path_.size());
+        path_ = std::move(static_cast<ClaimedPath&>(*claim).path); // Made by `share`.
+    }
 
   private:
     void handOver() {
@@ -118,7 +139,10 @@ class SearchCollector final : public WalkCollector {
     }
 
     Search& search_;
-    std::size_t depth_ = 0; ///< 1 in a root, and in a folder that another thread shared, whose turn is over.
+    std::string path_; ///< Of the innermost folder.
+    /// How long the path was before each entered folder: one in a root, and in a folder that another thread
+    /// shared, whose turn is over.
+    std::vector<std::size_t> begins_;
     FileIdentity entered_ = {};
     std::string folder_; ///< Ends with a slash.
     std::int32_t device_ = 0;

@@ -177,7 +177,7 @@ QString ItemsDesk::noteOf(int wanted) const {
         return {};
     }
     const InventoryKind kind = kindAt(static_cast<std::size_t>(wanted));
-    return shown(kindNote(foundOf(kind), stateOf(kind)));
+    return shown(kindNote(foundOf(kind), stateOf(kind), ground_.shownHome()));
 }
 
 } // namespace tarvo

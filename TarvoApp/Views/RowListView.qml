@@ -181,7 +181,7 @@ Rectangle {
                         topPadding: 12
                         visible: text.length > 0 && App.list.searchText.length === 0
                         width: parent.width
-                        wrapMode: Text.WordWrap
+                        wrapMode: Text.Wrap
                     }
                     GrowthList {
                         searched: App.list.searchText.trim().length > 0 || App.list.onlyKind >= 0

@@ -80,13 +80,27 @@ std::int64_t bytesOf(const Inventory& inventory, bool isBlocked) {
     return sum;
 }
 
-std::string unreadText(std::int64_t count, Language language) {
-    return count == 1 ? Words{"1 sitio no se ha podido mirar", "1 place could not be looked at"}.in(language)
-                      : Words{"{} sitios no se han podido mirar", "{} places could not be looked at"}.in(
-                            language, std::to_string(count));
-}
-
 } // namespace
+
+std::string unreadText(const Inventory& inventory, const std::string& home, Language language) {
+    constexpr std::size_t mostNamed = 3;
+    constexpr std::size_t mostColumns = 160;
+    const std::int64_t count = inventory.unreadableCount;
+    if (count == 0) {
+        return {};
+    }
+    std::string text =
+        count == 1 ? Words{"1 sitio no se ha podido mirar", "1 place could not be looked at"}.in(language)
+                   : Words{"{} sitios no se han podido mirar", "{} places could not be looked at"}.in(
+                         language, count);
+    const std::vector<lumo::UnreadPlace> places = inventory.unread.value_or(std::vector<lumo::UnreadPlace>());
+    for (std::size_t index = 0; index < std::min(places.size(), mostNamed); ++index) {
+        text += (index == 0 ? ": " : "; ") +
+                lumo::shortened(lumo::printable(lumo::abbreviated(places[index].path, home)), mostColumns);
+        text += places[index].reason.empty() ? "" : " (" + places[index].reason + ")";
+    }
+    return places.size() > mostNamed ? text + Words{"; y otros", "; and others"}.in(language) : text;
+}
 
 ShownItems shownItems(const std::vector<Inventory>& inventories) {
     ShownItems items;
@@ -151,7 +165,7 @@ KindLine kindLine(const Inventory* found, LookState state, Language language) {
     return line;
 }
 
-std::string kindNote(const Inventory* found, LookState state, Language language) {
+std::string kindNote(const Inventory* found, LookState state, const std::string& home, Language language) {
     if (found == nullptr) {
         return state == LookState::unwanted
                    ? Words{"Aún no se ha mirado", "Not looked at yet"}.in(language)
@@ -160,8 +174,7 @@ std::string kindNote(const Inventory* found, LookState state, Language language)
     if (found->unavailable) {
         return lumo::capitalized(lumo::printable(*found->unavailable));
     }
-    std::string unread =
-        found->unreadableCount > 0 ? unreadText(found->unreadableCount, language) : std::string();
+    std::string unread = unreadText(*found, home, language);
     if (!found->items.empty()) {
         return unread;
     }

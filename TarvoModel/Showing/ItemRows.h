@@ -44,8 +44,13 @@ KindLine kindLine(const lumo::Inventory* found, LookState state,
 
 /// Why the list of a kind is empty, or what of it is missing; empty when there is nothing to say. `found` as
 /// above.
-std::string kindNote(const lumo::Inventory* found, LookState state,
+std::string kindNote(const lumo::Inventory* found, LookState state, const std::string& home,
                      lumo::Language language = lumo::currentLanguage());
+
+/// What could not be looked at, by name as far as that is short: "1 place could not be looked at: ~/x
+/// (permission denied)"; empty for nothing.
+std::string unreadText(const lumo::Inventory& inventory, const std::string& home,
+                       lumo::Language language = lumo::currentLanguage());
 
 /// What can be ticked of these items, and what cannot.
 std::int64_t tickableBytes(const lumo::Inventory& inventory);

@@ -61,6 +61,22 @@ TEST(LargeFiles, AreTheUsersOwnAndNobodyElses) {
     }
 }
 
+TEST(LargeFiles, NameTheFoldersThatCouldNotBeListed) {
+    // "2 places could not be looked at" was all that was told of them.
+    const TempHome home;
+    home.files({"Videos/a/shut/x", "closed/y", "open/z"}, 20000);
+    home.setMode("Videos/a/shut", 0);
+    home.setMode("closed", 0);
+    expectHeld(asOrdinaryUser(home.path(), [&] {
+        const Inventory found = Inventories::find(InventoryKind::large, queryOf(home, 1000));
+        return found.items.size() == 1 && found.unreadableCount == 2 &&
+               found.unread ==
+                   std::vector<UnreadPlace>{{home.path("Videos/a/shut"), ""}, {home.path("closed"), ""}};
+    }));
+    home.setMode("Videos/a/shut", 0755);
+    home.setMode("closed", 0755);
+}
+
 TEST(LargeFiles, OfOneSizeAreInTheOrderOfTheirPaths) {
     // Threads found them in any order, and two looks at one disk were two lists.
     const TempHome home;

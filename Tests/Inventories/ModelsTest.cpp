@@ -109,6 +109,10 @@ TEST(Models, CountABlobOnceAndTakeItWithItsLastModel) {
     const Inventory unsure = Models::find(queryOf(home));
     EXPECT_THAT(unsure.items, IsEmpty());
     EXPECT_EQ(unsure.unreadableCount, 1);
+    // Which it is was told nowhere, so that nobody could mend it.
+    EXPECT_THAT(unsure.unread, Optional(ElementsAre(UnreadPlace{
+                                   home.path(store + "manifests/registry.ollama.ai/library/three/latest"),
+                                   "it does not tell which parts it needs"})));
 }
 
 TEST(Models, AreFoundWhereProgramsKeepThem) {

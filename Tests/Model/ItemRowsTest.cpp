@@ -155,14 +155,25 @@ TEST(ItemRows, SayOfEachKindWhatItComesToOrWhyNothingIsKnown) {
     EXPECT_EQ(line(&found, LookState::going), "5 MB|looking…");
     EXPECT_EQ(line(&found, LookState::done), "5 MB|");
     found.unreadableCount = 2;
-    EXPECT_EQ(kindNote(&found, LookState::done, Language::en), "2 places could not be looked at");
+    EXPECT_EQ(kindNote(&found, LookState::done, "/h", Language::en), "2 places could not be looked at");
+    found.unreadableCount = 0;
+    found.miss("/h/a", "permission denied");
+    EXPECT_EQ(kindNote(&found, LookState::done, "/h", Language::es),
+              "1 sitio no se ha podido mirar: ~/a (permission denied)");
+    found.missIn("/var/b", 5, Language::en);
+    found.missIn("/var/none", 0, Language::en);
+    found.miss("/h/c");
+    found.miss("/h/d");
+    EXPECT_EQ(
+        unreadText(found, "/h", Language::en),
+        "8 places could not be looked at: ~/a (permission denied); /var/b (not all of it); ~/c; and others");
     found.items[0].blockedBecause = "running";
     EXPECT_EQ(line(&found, LookState::done), "|5 MB not from here");
     found.items.clear();
     EXPECT_EQ(line(&found, LookState::done), "|nothing");
     found.unavailable = "docker is not running";
     EXPECT_EQ(line(&found, LookState::done), "|cannot be told");
-    EXPECT_EQ(kindNote(&found, LookState::done, Language::en), "Docker is not running");
+    EXPECT_EQ(kindNote(&found, LookState::done, "/h", Language::en), "Docker is not running");
     // The made-up computer has something of most kinds, in both languages.
     for (std::size_t index = 0; index < inventoryKindCount; ++index) {
         const auto kind = static_cast<InventoryKind>(index);
