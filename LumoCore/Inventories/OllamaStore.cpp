@@ -91,12 +91,16 @@ struct Store {
     std::string folder;
     std::map<std::string, std::vector<std::string>> blobsOf; ///< By the manifest's path.
     std::map<std::string, std::set<std::string>> users;      ///< The manifests that need a blob.
-    std::vector<UnreadPlace> unread;                         ///< Manifests that do not tell what they need.
+    std::vector<UnreadPlace> unread; ///< Manifests that do not tell what they need, and what may hold some.
 };
 
 void readManifests(const std::string& folder, int depth, Language language, Store& store) {
     constexpr int tags = 4;
     constexpr std::size_t mostBytes = std::size_t{1024} * 1024;
+    if (!platform::canList(folder) && !platform::isMissing(folder)) {
+        store.unread.push_back({folder, Words{"no se puede abrir", "it cannot be opened"}.in(language)});
+        return;
+    }
     for (const std::string& name : platform::namesIn(folder)) {
         const std::string path = joined(folder, name);
         const auto kind = platform::kindOf(path);

@@ -115,6 +115,22 @@ TEST(Models, CountABlobOnceAndTakeItWithItsLastModel) {
                                    "it does not tell which parts it needs"})));
 }
 
+TEST(Models, StayWholeWhileAFolderOfTheirManifestsIsShut) {
+    // What the models in it need was offered as parts of no model.
+    const TempHome home;
+    const std::string store = ".ollama/models/";
+    home.file(store + "blobs/sha256-" + std::string(64, 'a'), 200000);
+    home.fileWith(store + "manifests/registry.ollama.ai/library/one/latest", "{}");
+    const std::string shut = store + "manifests/registry.ollama.ai/library";
+    home.setMode(shut, 0);
+    expectHeld(asOrdinaryUser(home.path(), [&] {
+        const Inventory found = Models::find(queryOf(home));
+        return found.items.empty() &&
+               found.unread == std::vector<UnreadPlace>{{home.path(shut), "it cannot be opened"}};
+    }));
+    home.setMode(shut, 0755);
+}
+
 TEST(Models, AreFoundWhereProgramsKeepThem) {
     const TempHome home;
     home.fileWith(".cache/huggingface/hub/models--org--net/blobs/b1", ggufHeader() + std::string(90000, 'x'));
