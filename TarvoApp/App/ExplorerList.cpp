@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 #include <utility>
 
 namespace tarvo {
@@ -20,14 +21,40 @@ namespace EntryTraits = lumo::EntryTraits;
 
 namespace {
 
-QString factsOf(const Explorer& explorer, const NamedEntry& entry) {
-    std::string facts = Words{"{} %", "{}%"}.with(std::lround(explorer.share(entry) * 100));
-    const std::string link = entry.is(EntryTraits::link) ? Words{"enlace", "link"}.in() : std::string();
-    const std::string items = entry.is(EntryTraits::folder) ? itemsText(entry.sums.items) : std::string();
-    for (const std::string& fact : {link, items, entryDay(entry), entryNote(entry)}) {
-        facts += fact.empty() ? "" : " · " + fact;
+std::string joined(std::initializer_list<std::string> facts) {
+    std::string line;
+    for (const std::string& fact : facts) {
+        line += fact.empty() ? "" : (line.empty() ? "" : " · ") + fact;
     }
-    return shown(facts);
+    return line;
+}
+
+/// What there is to tell of an entry besides its name and size.
+struct Facts {
+    std::string part;
+    std::string link;
+    std::string items;
+    std::string day;
+    std::string note;
+
+    Facts(const Explorer& explorer, const NamedEntry& entry)
+        : part(Words{"{} %", "{}%"}.with(std::lround(explorer.share(entry) * 100))),
+          link(entry.is(EntryTraits::link) ? Words{"enlace", "link"}.in() : std::string()),
+          items(entry.is(EntryTraits::folder) ? itemsText(entry.sums.items) : std::string()),
+          day(entryDay(entry)), note(entryNote(entry)) {}
+
+    [[nodiscard]] std::string all() const { return joined({part, link, items, day, note}); }
+};
+
+/// From the longest to the shortest, of which a text takes the first that it has room for: the bar shows the
+/// part of the folder as well, and what the rows are ordered by stays.
+QString lineOf(const Facts& facts, const std::string& word, ExplorerOrder order) {
+    const QString orShorter(QChar(0x9C));
+    const std::string& first = order == ExplorerOrder::items ? facts.items : word;
+    return QStringList{shown(joined({word, facts.all()})),
+                       shown(joined({word, facts.link, facts.items, facts.day, facts.note})),
+                       shown(joined({first, facts.day, facts.note})), shown(joined({facts.day, facts.note}))}
+        .join(orShorter);
 }
 
 } // namespace
@@ -66,6 +93,11 @@ int ExplorerList::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : count_;
 }
 
+std::string ExplorerList::wordOf(const NamedEntry& entry) const {
+    const auto safety = safetyOf_(entry);
+    return safety ? groupTitle(groupOf(*safety)) : std::string();
+}
+
 QVariant ExplorerList::data(const QModelIndex& index, int role) const {
     const auto row = static_cast<std::size_t>(index.row());
     if (!index.isValid() || explorer_ == nullptr || row >= explorer_->rows().size()) {
@@ -88,12 +120,12 @@ QVariant ExplorerList::data(const QModelIndex& index, int role) const {
         const auto safety = safetyOf_(entry);
         return safety ? static_cast<int>(Kinds::of(groupOf(*safety))) : -1;
     }
-    case wordRole: {
-        const auto safety = safetyOf_(entry);
-        return safety ? shown(groupTitle(groupOf(*safety))) : QString();
-    }
+    case wordRole:
+        return shown(wordOf(entry));
     case factsRole:
-        return factsOf(*explorer_, entry);
+        return shown(Facts(*explorer_, entry).all());
+    case lineRole:
+        return lineOf(Facts(*explorer_, entry), wordOf(entry), explorer_->order());
     case unreadRole: {
         const auto unread = unreadLine(entry);
         return unread ? shown(unread->text) : QString();
@@ -110,7 +142,7 @@ QVariant ExplorerList::data(const QModelIndex& index, int role) const {
 QHash<int, QByteArray> ExplorerList::roleNames() const {
     return {{keyRole, "key"},       {nameRole, "name"},   {folderRole, "isFolder"}, {bytesRole, "bytes"},
             {shareRole, "share"},   {groupRole, "group"}, {wordRole, "word"},       {factsRole, "facts"},
-            {unreadRole, "unread"}, {partRole, "isPart"}, {markedRole, "isMarked"}};
+            {unreadRole, "unread"}, {partRole, "isPart"}, {markedRole, "isMarked"}, {lineRole, "line"}};
 }
 
 } // namespace tarvo

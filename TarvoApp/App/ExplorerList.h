@@ -26,6 +26,7 @@ class ExplorerList final : public QAbstractListModel {
         groupRole,  ///< See `Kinds::Group`; -1 where nothing is certain of it.
         wordRole,   ///< The group's name; empty likewise.
         factsRole,  ///< Its part of the folder, its items, its day, and what else there is to know.
+        lineRole,   ///< The word and the facts for a line of any length: see `lineOf`.
         unreadRole, ///< What of it could not be read, for a person; empty for nothing.
         partRole,   ///< Whether it also holds what is newer than is shown.
         markedRole
@@ -40,7 +41,7 @@ class ExplorerList final : public QAbstractListModel {
     /// shows none.
     void show(const Explorer* explorer);
     /// The rows are the same, but there is something else to say of what is certain of them, or of the marks.
-    void tellSafeties() { tellChanged({groupRole, wordRole}); }
+    void tellSafeties() { tellChanged({groupRole, wordRole, lineRole}); }
     void tellMarks() { tellChanged({markedRole}); }
 
     [[nodiscard]] int count() const { return count_; }
@@ -54,6 +55,8 @@ class ExplorerList final : public QAbstractListModel {
   private:
     /// In these roles; in all of them when empty.
     void tellChanged(const QList<int>& roles);
+    /// The group's name; empty where nothing is certain.
+    [[nodiscard]] std::string wordOf(const lumo::NamedEntry& entry) const;
 
     SafetyOf safetyOf_;
     const Explorer* explorer_ = nullptr;

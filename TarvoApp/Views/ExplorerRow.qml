@@ -14,6 +14,7 @@ Item {
     required property int group
     required property string word
     required property string facts
+    required property string line
     required property string unread
     required property bool isPart
     required property bool isMarked
@@ -140,7 +141,7 @@ Item {
                 Accessible.ignored: true
                 color: Theme.secondaryText
                 font.pixelSize: Theme.small
-                text: row.word.length > 0 ? row.word + " · " + row.facts : row.facts
+                text: row.line
                 width: texts.width - (row.group >= 0 ? 14 : 0)
             }
         }

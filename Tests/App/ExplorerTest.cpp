@@ -121,6 +121,25 @@ TEST_F(ExplorerInTheWindow, WalksInAndOutSortsAndFilters) {
     EXPECT_EQ(explorer.path(), story.home.path());
 }
 
+TEST_F(ExplorerInTheWindow, LeavesOutOfANarrowRowWhatIsNeededLeastButNeverTheDay) {
+    ExplorerDesk& explorer = open();
+    const auto variants = [&] {
+        const ExplorerList& list = *explorer.entries();
+        return list.data(list.index(rowNamed(explorer, "Videos")), ExplorerList::lineRole)
+            .toString()
+            .split(QChar(0x9C));
+    };
+    ASSERT_EQ(variants().size(), 4);
+    EXPECT_TRUE(variants()[0].contains("%") && variants()[0].contains("4 items"));
+    const QString day = variants().back();
+    for (const QString& line : variants()) {
+        EXPECT_TRUE(line.endsWith(day)) << bytesOf(line);
+    }
+    EXPECT_TRUE(variants()[1].contains("4 items") && !variants()[1].contains("%"));
+    explorer.setOrder(static_cast<int>(ExplorerOrder::items));
+    EXPECT_TRUE(variants()[2].startsWith("4 items"));
+}
+
 TEST_F(ExplorerInTheWindow, SetsAsideWhatIsMarkedAfterAQuestionAndFollowsTheUndo) {
     ExplorerDesk& explorer = open();
     explorer.goTo(story.home.path("Videos/trip"));
