@@ -83,8 +83,8 @@ std::string nameText(const Explorer& explorer, const NamedEntry& entry) {
     name += entry.is(EntryTraits::folder) ? "/" : entry.is(EntryTraits::link) ? "@" : "";
     const std::string note =
         explorer.holdsNewer(entry.index) ? Words{"y más nuevo", "and newer"}.in() : entryNote(entry);
-    if (!note.empty()) {
-        name += "  (" + note + ")";
+    for (const std::string& each : {note, protectionNote(explorer, entry)}) {
+        name += each.empty() ? "" : "  (" + each + ")";
     }
     return name;
 }

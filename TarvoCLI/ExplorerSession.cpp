@@ -14,6 +14,7 @@
 #include "TarvoCLI/TreeMeasuring.h"
 #include "TarvoModel/Exploring/SettingAside.h"
 #include "TarvoModel/Exploring/WhatIsIt.h"
+#include "TarvoModel/Flows/CleanupPlanning.h"
 
 #include <algorithm>
 #include <chrono>
@@ -55,6 +56,7 @@ class Session final {
         if (explored_.isExport) {
             return;
         }
+        explorer_.protect(protectedFolders(Preferences::load(desk_.home), desk_.home));
         const std::string root(explored_.tree->entry(NamedTree::root).name);
         if (lumo::isInside(root, desk_.home) || lumo::isInside(desk_.home, root) || root == "/") {
             safeties_.emplace(explored_.tree, desk_.home);
@@ -265,11 +267,17 @@ class Session final {
         case 'a':
             return showOlderThan(nextAge(explorer_.olderThanDays()));
         case ' ':
-            explorer_.toggleMark();
-            return explorer_.moveBy(1);
+            return mark();
         default:
             return act(letter);
         }
+    }
+
+    void mark() {
+        if (const auto reason = explorer_.toggleMark()) {
+            return say(*reason, true);
+        }
+        explorer_.moveBy(1);
     }
 
     /// What reaches beyond the picture: to the disk and to other programs.

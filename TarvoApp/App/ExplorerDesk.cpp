@@ -7,6 +7,7 @@
 #include "TarvoApp/App/QtText.h"
 #include "TarvoModel/Exploring/SettingAside.h"
 #include "TarvoModel/Exploring/WhatIsIt.h"
+#include "TarvoModel/Flows/CleanupPlanning.h"
 #include "TarvoModel/Showing/Preview.h"
 
 #include <algorithm>
@@ -51,6 +52,7 @@ ExplorerDesk::ExplorerDesk(const Ground& ground, const TickedDesk& ticked, Scann
     connect(&tree_, &HomeTree::replaced, this, &ExplorerDesk::takeTree);
     connect(&scanning, &ScanningDesk::touched, &tree_, &HomeTree::lookAgainAt);
     connect(&scanning, &ScanningDesk::wanted, &tree_, &HomeTree::measureAgain);
+    connect(&ground.settings, &Settings::changed, this, &ExplorerDesk::protect);
     connect(&map, &MapModel::travelled, this, &ExplorerDesk::followMap);
 }
 
@@ -77,6 +79,7 @@ void ExplorerDesk::takeTree() {
         explorer_ = std::make_unique<Explorer>(
             tree_.tree(), [this](const RowsWanted& wanted) { return readElsewhere(wanted); });
     }
+    protect();
     show();
 }
 
@@ -341,7 +344,17 @@ void ExplorerDesk::goTo(const std::string& path) {
 void ExplorerDesk::toggleMark(int row) {
     if (hasRow(row)) {
         explorer_->moveTo(static_cast<std::size_t>(row));
-        explorer_->toggleMark();
+        if (const auto reason = explorer_->toggleMark()) {
+            ground_.activity.say(*reason);
+        }
+        list_.tellMarks();
+        emit changed();
+    }
+}
+
+void ExplorerDesk::protect() {
+    if (explorer_) {
+        explorer_->protect(protectedFolders(ground_.settings.preferences(), ground_.shownHome()));
         list_.tellMarks();
         emit changed();
     }

@@ -63,7 +63,7 @@ class ExplorerDesk final : public QObject {
     Q_INVOKABLE void leaveTo(int depth);
     /// To the folder at that absolute path, as soon as that is known.
     void goTo(const std::string& path);
-    /// Marks the row, or no longer.
+    /// Marks the row, or no longer; or says why it is not marked.
     Q_INVOKABLE void toggleMark(int row);
     /// Shows what is of the next age, and after the last one everything.
     Q_INVOKABLE void showNextAge();
@@ -102,6 +102,8 @@ class ExplorerDesk final : public QObject {
 
   private:
     void takeTree();
+    /// What is never touched may have changed.
+    void protect();
     void refresh();
     /// True when the rows are so many that they are read in the background.
     bool readElsewhere(const RowsWanted& wanted);

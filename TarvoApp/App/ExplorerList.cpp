@@ -41,7 +41,7 @@ struct Facts {
         : part(Words{"{} %", "{}%"}.with(std::lround(explorer.share(entry) * 100))),
           link(entry.is(EntryTraits::link) ? Words{"enlace", "link"}.in() : std::string()),
           items(entry.is(EntryTraits::folder) ? itemsText(entry.sums.items) : std::string()),
-          day(entryDay(entry)), note(entryNote(entry)) {}
+          day(entryDay(entry)), note(joined({entryNote(entry), protectionNote(explorer, entry)})) {}
 
     [[nodiscard]] std::string all() const { return joined({part, link, items, day, note}); }
 };
@@ -134,15 +134,27 @@ QVariant ExplorerList::data(const QModelIndex& index, int role) const {
         return explorer_->holdsNewer(entry.index);
     case markedRole:
         return explorer_->isMarked(entry.index);
+    case protectedRole:
+        return explorer_->isProtected(entry.index);
     default:
         return {};
     }
 }
 
 QHash<int, QByteArray> ExplorerList::roleNames() const {
-    return {{keyRole, "key"},       {nameRole, "name"},   {folderRole, "isFolder"}, {bytesRole, "bytes"},
-            {shareRole, "share"},   {groupRole, "group"}, {wordRole, "word"},       {factsRole, "facts"},
-            {unreadRole, "unread"}, {partRole, "isPart"}, {markedRole, "isMarked"}, {lineRole, "line"}};
+    return {{keyRole, "key"},
+            {nameRole, "name"},
+            {folderRole, "isFolder"},
+            {bytesRole, "bytes"},
+            {shareRole, "share"},
+            {groupRole, "group"},
+            {wordRole, "word"},
+            {factsRole, "facts"},
+            {unreadRole, "unread"},
+            {partRole, "isPart"},
+            {markedRole, "isMarked"},
+            {lineRole, "line"},
+            {protectedRole, "isProtected"}};
 }
 
 } // namespace tarvo

@@ -29,7 +29,8 @@ class ExplorerList final : public QAbstractListModel {
         lineRole,   ///< The word and the facts for a line of any length: see `lineOf`.
         unreadRole, ///< What of it could not be read, for a person; empty for nothing.
         partRole,   ///< Whether it also holds what is newer than is shown.
-        markedRole
+        markedRole,
+        protectedRole ///< Whether it is never touched, and so never marked.
     };
 
     /// What is certain of an entry's safety.
@@ -42,7 +43,7 @@ class ExplorerList final : public QAbstractListModel {
     void show(const Explorer* explorer);
     /// The rows are the same, but there is something else to say of what is certain of them, or of the marks.
     void tellSafeties() { tellChanged({groupRole, wordRole, lineRole}); }
-    void tellMarks() { tellChanged({markedRole}); }
+    void tellMarks() { tellChanged({markedRole, protectedRole, factsRole, lineRole}); }
 
     [[nodiscard]] int count() const { return count_; }
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;

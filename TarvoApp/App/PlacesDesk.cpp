@@ -1,6 +1,7 @@
 #include "TarvoApp/App/PlacesDesk.h"
 
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/QtText.h"
 
@@ -233,7 +234,21 @@ std::string PlacesDesk::pathOf(const QString& key) const {
 }
 
 void PlacesDesk::protect(const QString& key) {
-    ground_.settings.protectPaths(map_.pathsOf(idOf(key)));
+    const std::vector<std::string> paths = map_.pathsOf(idOf(key));
+    ground_.settings.protectPaths(paths);
+    const std::vector<std::string> folders = ground_.settings.value(preference::protectedFolders);
+    if (paths.empty() || std::ranges::find(folders, paths.front()) == folders.end()) {
+        return; // Why not has been told.
+    }
+    ground_.activity.say(
+        paths.size() == 1
+            ? lumo::Words{"«{}» no se tocará nunca. Puedes cambiarlo en Ajustes, en Limpieza.",
+                          "“{}” will never be touched. You can change that in Settings, under Cleaning."}
+                  .with(lumo::revealed(lumo::fileName(paths.front())))
+            : lumo::Words{"Estas {} carpetas no se tocarán nunca. Puedes cambiarlo en Ajustes, en Limpieza.",
+                          "These {} folders will never be touched. You can change that in Settings, under "
+                          "Cleaning."}
+                  .with(paths.size()));
 }
 
 void PlacesDesk::setAside(const QString& key) {

@@ -18,11 +18,12 @@ Item {
     required property string unread
     required property bool isPart
     required property bool isMarked
+    required property bool isProtected
 
     signal menuWanted(at: Item)
     signal picked
 
-    Accessible.checkable: true
+    Accessible.checkable: !isProtected
     Accessible.checked: isMarked
     Accessible.description: unread.length > 0 && word.length > 0 ? word + ". " + unread : word + unread
     Accessible.focusable: true
@@ -68,7 +69,7 @@ Item {
 
         ink: row.isMarked ? Theme.accent : Theme.secondaryText
         inner: Theme.accentInk
-        tickState: row.isMarked ? Kinds.Selected : Kinds.Unselected
+        tickState: row.isProtected ? Kinds.Blocked : row.isMarked ? Kinds.Selected : Kinds.Unselected
         x: 8
         y: 7
 

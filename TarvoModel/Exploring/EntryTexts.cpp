@@ -22,6 +22,11 @@ std::string entryNote(const lumo::NamedEntry& entry, Language language) {
                                            : std::string();
 }
 
+std::string protectionNote(const Explorer& explorer, const lumo::NamedEntry& entry, Language language) {
+    return explorer.isProtected(entry.index) ? Words{"no se toca nunca", "never touched"}.in(language)
+                                             : std::string();
+}
+
 std::string entryDay(const lumo::NamedEntry& entry, Language language) {
     return entry.sums.modified == 0
                ? std::string()

@@ -5,6 +5,7 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
+#include "LumoCore/Cleanup/CleanupPlanner.h"
 #include "Platform/Folder.h"
 
 #include <algorithm>
@@ -252,12 +253,44 @@ bool Explorer::holdsNewer(EntryIndex entry) const {
     return olderThanDays_ && tree_->entry(entry).sums.modified >= changedBefore_;
 }
 
-void Explorer::toggleMark() {
+void Explorer::protect(std::vector<std::string> folders) {
+    protected_ = std::move(folders);
+    std::erase_if(marked_, [this](EntryIndex entry) { return whyNotMarked(entry).has_value(); });
+    markedBytes_.reset();
+}
+
+bool Explorer::isProtected(EntryIndex entry) const {
+    return !protected_.empty() &&
+           std::ranges::any_of(protected_, [path = tree_->pathOf(entry)](const std::string& folder) {
+               return lumo::isInside(path, folder);
+           });
+}
+
+std::optional<std::string> Explorer::whyNotMarked(EntryIndex entry) const {
+    if (protected_.empty() || !lumo::CleanupPlanner::touchesProtected({tree_->pathOf(entry)}, protected_)) {
+        return std::nullopt;
+    }
+    return lumo::revealed(tree_->entry(entry).name) + ": " +
+           (isProtected(entry) ? lumo::CleanupPlanner::protectedReason()
+                               : lumo::Words{"contiene una carpeta protegida en Ajustes",
+                                             "it holds a folder protected in Settings"}
+                                     .in());
+}
+
+std::optional<std::string> Explorer::toggleMark() {
     const NamedEntry* entry = current();
-    if (entry != nullptr && !marked_.insert(entry->index).second) {
-        marked_.erase(entry->index);
+    if (entry == nullptr) {
+        return std::nullopt;
     }
     markedBytes_.reset();
+    if (marked_.erase(entry->index) > 0) {
+        return std::nullopt;
+    }
+    auto reason = whyNotMarked(entry->index);
+    if (!reason) {
+        marked_.insert(entry->index);
+    }
+    return reason;
 }
 
 void Explorer::mark(EntryIndex entry) {

@@ -102,9 +102,19 @@ class Explorer final {
     /// absent. It stays when one goes elsewhere.
     void setOlderThan(std::optional<std::int64_t> days, lumo::Date now);
 
+    // What is never touched.
+
+    /// These folders are never touched, which are absolute: what they hold back is no longer marked.
+    void protect(std::vector<std::string> folders);
+    /// True for such a folder, and for what lies in one.
+    [[nodiscard]] bool isProtected(lumo::EntryIndex entry) const;
+    /// "a: it's in a folder protected in Settings", where that, or one that it holds, forbids to mark it.
+    [[nodiscard]] std::optional<std::string> whyNotMarked(lumo::EntryIndex entry) const;
+
     // Marks, which stay when one goes elsewhere.
 
-    void toggleMark(); ///< Of the entry under the cursor.
+    /// Marks the entry under the cursor, or no longer; or else says why it is not marked.
+    std::optional<std::string> toggleMark();
     void mark(lumo::EntryIndex entry);
     void clearMarks();
     [[nodiscard]] bool isMarked(lumo::EntryIndex entry) const { return marked_.contains(entry); }
@@ -139,6 +149,7 @@ class Explorer final {
     std::string filter_;
     std::optional<std::int64_t> olderThanDays_;
     std::uint32_t changedBefore_ = 0; ///< In seconds since 1970, while there is such an age.
+    std::vector<std::string> protected_;
     std::set<lumo::EntryIndex> marked_;
     mutable std::optional<std::int64_t> markedBytes_; ///< Absent until somebody asks.
 };

@@ -140,6 +140,34 @@ TEST_F(ExplorerInTheWindow, LeavesOutOfANarrowRowWhatIsNeededLeastButNeverTheDay
     EXPECT_TRUE(variants()[2].startsWith("4 items"));
 }
 
+TEST_F(ExplorerInTheWindow, ShowsWhatIsNeverTouchedAndSaysSoInsteadOfMarkingIt) {
+    // Nothing was seen of it, and the folder could be marked.
+    ExplorerDesk& explorer = open();
+    const auto is = [&](const char* name, int role) {
+        return explorer.entries()->data(explorer.entries()->index(rowNamed(explorer, name)), role).toBool();
+    };
+    explorer.toggleMark(rowNamed(explorer, "Videos"));
+    explorer.toggleMark(rowNamed(explorer, "Music"));
+    const QString key =
+        explorer.entries()
+            ->data(explorer.entries()->index(rowNamed(explorer, "Videos")), ExplorerList::keyRole)
+            .toString();
+    story.app().places()->protect(key);
+    EXPECT_THAT(bytesOf(story.app().activity()->notice()),
+                StartsWith("“Videos” will never be touched. You can change that in Settings"));
+    EXPECT_TRUE(is("Videos", ExplorerList::protectedRole));
+    EXPECT_FALSE(is("Videos", ExplorerList::markedRole));
+    EXPECT_TRUE(is("Music", ExplorerList::markedRole));
+    EXPECT_THAT(read(explorer, rowNamed(explorer, "Videos"), ExplorerList::factsRole),
+                HasSubstr("never touched"));
+    explorer.toggleMark(rowNamed(explorer, "Videos"));
+    EXPECT_EQ(bytesOf(story.app().activity()->notice()), "Videos: it's in a folder protected in Settings");
+    EXPECT_FALSE(is("Videos", ExplorerList::markedRole));
+    story.app().settings()->unprotect(0);
+    EXPECT_FALSE(is("Videos", ExplorerList::protectedRole));
+    ASSERT_TRUE(story.waitUntilIdle());
+}
+
 TEST_F(ExplorerInTheWindow, SetsAsideWhatIsMarkedAfterAQuestionAndFollowsTheUndo) {
     ExplorerDesk& explorer = open();
     explorer.goTo(story.home.path("Videos/trip"));

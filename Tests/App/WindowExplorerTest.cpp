@@ -136,8 +136,12 @@ TEST_F(MainWindowAtHomeTest, TheExplorersMenuProtectsAndArchivesByTheKeyboard) {
         return Preferences::load(story.home.path()).value(preference::protectedFolders) == std::vector{notes};
     };
     EXPECT_TRUE(story.waitUntil(isProtected));
+    EXPECT_TRUE(story.waitUntil([&] {
+        return story.app().activity()->notice().contains(Words{"Ajustes", "Settings"}.in().c_str());
+    }));
     ASSERT_TRUE(story.waitUntilIdle());
     ASSERT_TRUE(story.waitUntil([&] { return focused().starts_with("Notes, "); })) << focused();
+    EXPECT_THAT(focused(), HasSubstr(Words{"no se toca nunca", "never touched"}.in()));
     press(Qt::Key_Delete);
     EXPECT_TRUE(story.waitUntil([&] { return story.app().activity()->notice().startsWith("Notes: "); }));
     EXPECT_FALSE(story.app().question()->isAsking());

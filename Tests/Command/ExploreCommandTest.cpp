@@ -153,6 +153,20 @@ TEST_F(ExploreCommand, SetsAsideWhatIsMarkedAndPutsItBackAndLeavesTheTerminalAsI
     expectAsBefore(pane, home);
 }
 
+TEST_F(ExploreCommand, MarksNothingThatIsNeverTouched) {
+    const TempHome home;
+    home.file("Thesis/draft", 3000000);
+    ASSERT_EQ(runTarvo(home, {"settings", "set", "carpetasProtegidas", home.path("Thesis")}).exitCode, 0);
+    const Pane pane(home, 80, 20);
+    pane.run("cd");
+    explore(pane, home, "");
+    pane.waitFor("Thesis/  (never touched)");
+    pane.type({"Space"});
+    EXPECT_THAT(pane.waitFor("Thesis: it's in a folder protected in Settings"), Not(HasSubstr("marked")));
+    pane.type({"q"});
+    pane.waitFor("rc=0");
+}
+
 namespace {
 
 /// Explores on a terminal of its own, in English.

@@ -2,6 +2,7 @@
 
 #include "LumoCore/Cleanup/HistoryLog.h"
 #include "Platform/Clock.h"
+#include "TarvoModel/Exploring/EntryTexts.h"
 #include "TarvoModel/Exploring/SettingAside.h"
 #include "TarvoModel/Exploring/UsageExport.h"
 #include "TarvoModel/Exploring/WhatIsIt.h"
@@ -67,6 +68,31 @@ std::map<std::string, std::int64_t> bytesIn(const NamedTree& tree) {
 }
 
 } // namespace
+
+TEST(Explorer, MarksNothingThatIsNeverTouched) {
+    // It could be marked, and only the cleaning said that it stays.
+    const TempHome home;
+    home.files({"work/thesis/draft", "work/notes", "other"}, 9000);
+    Explorer explorer(treeOf(home));
+    pointAt(explorer, home.path("work"));
+    EXPECT_FALSE(explorer.toggleMark());
+    explorer.protect({home.path("work/thesis")});
+    EXPECT_EQ(explorer.markCount(), 0U) << "what it holds would go with it";
+    EXPECT_EQ(explorer.toggleMark(), "work: it holds a folder protected in Settings");
+    EXPECT_FALSE(explorer.isProtected(explorer.current()->index));
+    ASSERT_TRUE(explorer.enter());
+    pointAt(explorer, home.path("work/thesis"));
+    EXPECT_EQ(explorer.toggleMark(), "thesis: it's in a folder protected in Settings");
+    EXPECT_EQ(protectionNote(explorer, *explorer.current()), "never touched");
+    ASSERT_TRUE(explorer.enter());
+    EXPECT_TRUE(explorer.toggleMark()) << "what lies in it";
+    EXPECT_EQ(explorer.markCount(), 0U);
+    explorer.leave();
+    pointAt(explorer, home.path("work/notes"));
+    EXPECT_FALSE(explorer.toggleMark());
+    explorer.protect({});
+    EXPECT_EQ(explorer.markCount(), 1U) << "what is held back by nothing stays marked";
+}
 
 TEST(Explorer, OrdersFiltersMarksAndFindsItsWay) {
     const TempHome home;
