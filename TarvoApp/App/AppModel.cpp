@@ -90,7 +90,9 @@ void AppModel::take(const std::shared_ptr<ScanResult>& result) {
     if (result->growth) {
         growth_.take(std::move(*result->growth));
     }
-    explaining_.take(result->report, result->plan->plan()->recoverable, result->summary, result->certain);
+    // Nothing is said of a home that was not seen.
+    explaining_.take(result->hasSeenHome ? result->report : nullptr, result->plan->plan()->recoverable,
+                     result->summary, result->certain);
     holding_.take(std::move(result->held));
     ticked_.takePlan(result->plan);
     if (isDemo()) {

@@ -4,6 +4,7 @@
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/QtText.h"
+#include "TarvoModel/Flows/Scanning.h"
 
 #include <algorithm>
 #include <chrono>
@@ -278,7 +279,11 @@ void PlacesDesk::openHome() {
     if (ground_.isOnlyDemo()) {
         return;
     }
-    open({.path = ground_.services.desk.home, .name = DiskMap::homeTitle()});
+    const Desk& desk = ground_.services.desk;
+    map_.open(DiskMap::homeTitle(), {desk.home}, [this, &desk] {
+        ground_.activity.say(homeProblem(desk).value_or(
+            lumo::Words{"Tu carpeta personal está vacía", "Your home folder is empty"}.in()));
+    });
 }
 
 void PlacesDesk::openFolder(const std::string& path) {
@@ -295,7 +300,7 @@ void PlacesDesk::settle() {
     }
     if (!folderWanted_.empty()) {
         openFolder(std::exchange(folderWanted_, {}));
-    } else if (ticked_.rows().empty()) {
+    } else if (ticked_.rows().empty() && scanning_.hasSeenHome()) {
         openHome(); // What fills the disk is then nothing that a rule is about.
     }
     map_.prefetch();

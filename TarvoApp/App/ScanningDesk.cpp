@@ -113,6 +113,7 @@ void ScanningDesk::passEnded(ScanPass pass, const std::shared_ptr<ScanResult>& r
 
 void ScanningDesk::takeOver(const std::shared_ptr<ScanResult>& result) {
     report_ = result->report;
+    hasSeenHome_ = result->hasSeenHome;
     emit found(result);
     if (result->problem) {
         ground_.activity.say(*result->problem);

@@ -26,6 +26,8 @@ class ScanningDesk final : public QObject {
     Q_PROPERTY(bool hasReport READ hasReport NOTIFY reportChanged)
     /// What could not be read; empty when everything could.
     Q_PROPERTY(QString unreadable READ unreadableText NOTIFY reportChanged)
+    /// False once the home is gone or cannot be read: that nothing is found is then no good news.
+    Q_PROPERTY(bool hasSeenHome READ hasSeenHome NOTIFY reportChanged)
     /// What is said of a report that came from a file; empty while a scan's is shown.
     Q_PROPERTY(QString openedText READ openedText NOTIFY reportChanged)
     /// What goes on, or what the last look at the disk came to.
@@ -46,6 +48,7 @@ class ScanningDesk final : public QObject {
     void takeOut(const std::set<std::string>& ids) { cleanedSince_.insert(ids.begin(), ids.end()); }
 
     [[nodiscard]] bool hasReport() const { return report_ != nullptr; }
+    [[nodiscard]] bool hasSeenHome() const { return hasSeenHome_; }
     /// Null before the first pass; shared with later work on it.
     [[nodiscard]] const std::shared_ptr<const lumo::ScanReport>& report() const { return report_; }
     /// True while a saved report is shown: what it says of the disk may be long over.
@@ -104,6 +107,7 @@ class ScanningDesk final : public QObject {
     const TickedDesk& ticked_;
     std::optional<Opened> opened_; ///< Absent while a scan's report is shown.
     std::shared_ptr<const lumo::ScanReport> report_;
+    bool hasSeenHome_ = true;                            ///< When that was made.
     std::shared_ptr<const lumo::ScanReport> fullReport_; ///< The last one of a full pass.
     std::set<std::string> cleanedSince_;                 ///< What it still has and is gone.
     std::optional<lumo::Date> lastScanDate_;

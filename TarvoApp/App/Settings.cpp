@@ -1,6 +1,7 @@
 #include "TarvoApp/App/Settings.h"
 
 #include "LumoCore/Basics/Words.h"
+#include "LumoCore/Scanning/Scanner.h"
 #include "TarvoApp/App/QtText.h"
 #include "TarvoModel/Flows/SettingChange.h"
 
@@ -116,6 +117,9 @@ void Settings::reload() {
         return;
     }
     writing_.start([this](const std::stop_token&) -> Background::Apply {
+        if (!lumo::Scanner::canList(home_)) {
+            return [] {}; // What is stored cannot be seen now, which is no wish for anything else.
+        }
         return [this, stored = Preferences::load(home_)] { takeOver(stored); };
     });
 }

@@ -9,7 +9,8 @@ Item {
     readonly property bool scanned: App.scanning.hasReport
     // The quick pass alone has not seen enough to speak of order.
     readonly property bool looking: App.activity.isBusy
-    readonly property bool tidy: scanned && !looking && !App.volumes.spaceIsLow
+    readonly property bool seen: App.scanning.hasSeenHome
+    readonly property bool tidy: scanned && seen && !looking && !App.volumes.spaceIsLow
 
     ColumnLayout {
         anchors.centerIn: parent
@@ -31,7 +32,8 @@ Item {
             Layout.fillWidth: true
             font.pixelSize: Theme.title
             horizontalAlignment: Text.AlignHCenter
-            text: state.looking ? App.scanning.statusText : state.scanned ? Words.nothingToClean : Words.notScanned
+            text: state.looking ? App.scanning.statusText : !state.scanned ? Words.notScanned
+                  : state.seen ? Words.nothingToClean : Words.homeUnseen
             wrapMode: Text.WordWrap
         }
         Line {
@@ -39,7 +41,8 @@ Item {
             color: Theme.secondaryText
             horizontalAlignment: Text.AlignHCenter
             text: state.looking ? state.scanned ? Words.nothingSeen : ModelWords.firstLook
-                  : state.tidy ? Words.nothingToCleanHelp : state.scanned ? Words.fullOfYourOwn : Words.notScannedHelp
+                  : !state.scanned ? Words.notScannedHelp : !state.seen ? Words.homeUnseenHelp
+                  : state.tidy ? Words.nothingToCleanHelp : Words.fullOfYourOwn
             wrapMode: Text.WordWrap
         }
         Line {
@@ -55,14 +58,14 @@ Item {
             Layout.topMargin: 12
             kind: PlainButton.Primary
             text: Words.lookIntoHome
-            visible: state.scanned && !state.looking
+            visible: state.scanned && state.seen && !state.looking
 
             onClicked: App.places.openHome()
         }
         PlainButton {
             Layout.alignment: Qt.AlignHCenter
             Layout.topMargin: 12
-            kind: state.looking || state.scanned ? PlainButton.Plain : PlainButton.Primary
+            kind: state.looking || state.scanned && state.seen ? PlainButton.Plain : PlainButton.Primary
             text: state.looking ? Words.stop : state.scanned ? Words.scan : Words.analyze
 
             onClicked: state.looking ? App.activity.stop() : App.scanning.scan()

@@ -167,7 +167,8 @@ Rectangle {
                         maximumLineCount: App.list.searchText.length > 0 ? 2 : 12
                         padding: 24
                         text: App.list.searchText.length > 0 ? Words.nothingFound.arg(App.list.searchText)
-                            : App.list.onlyKind >= 0 ? pane.kindNote : Words.nothingToClean
+                            : App.list.onlyKind >= 0 ? pane.kindNote
+                            : App.scanning.hasSeenHome ? Words.nothingToClean : Words.homeUnseen
                         visible: App.rows.count === 0
                         width: parent.width
                         wrapMode: Text.Wrap

@@ -5,6 +5,7 @@
 #include "LumoCore/Cleanup/HeldNotes.h"
 #include "LumoCore/Cleanup/Recovery.h"
 #include "LumoCore/Cleanup/Undoing.h"
+#include "TarvoModel/Flows/Scanning.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <algorithm>
@@ -24,7 +25,8 @@ namespace {
 lumo::Result<std::vector<Batch>> batchesOf(const PathGuard& guard, const Desk& desk) {
     auto batches = Holding::batches(guard, desk.now());
     if (!batches) {
-        return lumo::failure(unreadableHoldingText(batches.error()));
+        // Where the home is not to be seen, what is set aside in it is the least of what is missing.
+        return lumo::failure(homeProblem(desk).value_or(unreadableHoldingText(batches.error())));
     }
     return std::move(*batches);
 }

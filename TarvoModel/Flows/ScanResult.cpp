@@ -34,7 +34,7 @@ void lookAtHeld(ScanResult& result, const Desk& desk) {
     auto held = heldState(desk);
     if (held) {
         result.held = std::move(*held);
-    } else {
+    } else if (!result.problem) {
         result.problem = held.error().message;
     }
 }
@@ -82,6 +82,7 @@ std::optional<ScanResult> scanResult(const PassRequest& request) {
     if (request.pass == ScanPass::quick && request.full) {
         report = complemented(std::move(*report), *request.full, request.cleaned);
     }
+    const bool isUnseen = homeProblem(desk).has_value();
     ScanResult result;
     result.report = std::make_shared<const lumo::ScanReport>(std::move(*report));
     PlanRequest plan = request.plan;
@@ -97,11 +98,15 @@ std::optional<ScanResult> scanResult(const PassRequest& request) {
         }
         const auto snapshot = lumo::DiskSnapshot::from(*result.report, result.items);
         result.growth = lumo::GrowthTracker::growthOf(snapshot, lumo::SnapshotStore(home).load());
-        if (request.snapshot == Snapshot::stored) {
+        if (request.snapshot == Snapshot::stored && !isUnseen) {
             storeSnapshot(snapshot, desk);
         }
     }
     lookAtHeld(result, desk);
+    if (isUnseen) {
+        result.hasSeenHome = false;
+        result.summary.clear();
+    }
     return result;
 }
 

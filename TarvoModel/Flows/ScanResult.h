@@ -31,6 +31,7 @@ struct ScanResult {
     HeldState held;
     bool isFromFile = false;            ///< A saved report's: what it says of the disk may be long over.
     std::optional<std::string> problem; ///< Why the home, or what is set aside, cannot be looked at.
+    bool hasSeenHome = true; ///< False when it cannot be looked at: that it has nothing means nothing.
 };
 
 /// What becomes of a full pass's snapshot.

@@ -6,6 +6,7 @@
 #include "LumoCore/History/SnapshotStore.h"
 #include "LumoCore/Inventories/AppCaches.h"
 #include "LumoCore/Inventories/Installers.h"
+#include "Platform/Folder.h"
 #include "TarvoModel/Flows/Finding.h"
 
 namespace tarvo {
@@ -14,9 +15,13 @@ std::optional<std::string> homeProblem(const Desk& desk) {
     if (lumo::Scanner::canList(desk.home)) {
         return std::nullopt;
     }
-    return lumo::Words{"no puedo ver lo que hay en {}: comprueba sus permisos",
-                       "cannot list what is in {}: check its permissions"}
-        .with(lumo::printable(desk.home));
+    const lumo::Words words =
+        lumo::platform::isMissing(desk.home)
+            ? lumo::Words{"Tu carpeta personal no está en {}: comprueba que su disco sigue conectado",
+                          "Your home folder is not at {}: check that its disk is still connected"}
+            : lumo::Words{"No puedo ver lo que hay en {}: comprueba sus permisos",
+                          "Cannot list what is in {}: check its permissions"};
+    return words.with(lumo::printable(desk.home));
 }
 
 std::optional<lumo::ScanReport> scanned(const std::vector<lumo::Rule>& rules,

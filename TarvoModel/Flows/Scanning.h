@@ -19,7 +19,8 @@ struct ScanWatch {
     lumo::ScanMemory* memory = nullptr; ///< Shared by the two passes of one scan.
 };
 
-/// Why there is nothing to be learned from a scan: the home cannot be listed. Absent when it can.
+/// Why there is nothing to be learned of the home, in a finished sentence: it is not there, or cannot be
+/// listed. Absent when it can. What was found without it says nothing of the disk.
 std::optional<std::string> homeProblem(const Desk& desk);
 
 /// One scan with those rules and what is known of this machine's applications. Changes nothing. Absent only

@@ -188,14 +188,14 @@ std::string leftOutText(std::size_t count, std::string_view first, std::string_v
 }
 
 std::string unreadableHistoryText(const lumo::platform::SystemError& error, Language language) {
-    return Words{"no puedo leer el historial de limpiezas ({}): comprueba sus permisos",
-                 "cannot read the cleanup history ({}): check its permissions"}
+    return Words{"No puedo leer el historial de limpiezas ({}): comprueba sus permisos",
+                 "Cannot read the cleanup history ({}): check its permissions"}
         .in(language, lumo::reasonText(error, language));
 }
 
 std::string unreadableHoldingText(const lumo::platform::SystemError& error, Language language) {
-    return Words{"no puedo mirar lo apartado ({}): comprueba los permisos de su carpeta",
-                 "cannot look into Recently Cleaned ({}): check the permissions of its folder"}
+    return Words{"No puedo mirar lo apartado ({}): comprueba los permisos de su carpeta",
+                 "Cannot look into Recently Cleaned ({}): check the permissions of its folder"}
         .in(language, lumo::reasonText(error, language));
 }
 

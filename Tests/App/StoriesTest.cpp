@@ -2,6 +2,7 @@
 #include "LumoCore/Cleanup/HistoryLog.h"
 #include "LumoCore/History/SnapshotStore.h"
 #include "TarvoApp/App/QtText.h"
+#include "TarvoModel/Flows/Scanning.h"
 #include "TarvoModel/Flows/WeeklySwitch.h"
 #include "TarvoModel/Showing/DemoDisk.h"
 #include "Tests/App/AppStory.h"
@@ -84,6 +85,34 @@ TEST(AppStories, TheWelcomeHoldsTheFirstScanBackOnce) {
     story.app().start();
     ASSERT_TRUE(story.waitUntilIdle());
     EXPECT_TRUE(story.app().scanning()->hasReport());
+}
+
+// The window praised a tidy disk, and told of another volume.
+TEST(AppStories, AHomeThatIsGoneIsNoTidyDisk) {
+    AppStory story;
+    story.addCache(2'000'000);
+    const auto scan = [&] {
+        story.app().scanning()->scan();
+        EXPECT_TRUE(story.waitUntilIdle());
+    };
+    scan();
+    bool isStored = false;
+    QObject::connect(story.app().settings(), &Settings::stored, &story.app(), [&] { isStored = true; });
+    story.app().settings()->setTextScale(1.3);
+    ASSERT_TRUE(story.waitUntil([&] { return isStored; }));
+    const std::string away = story.home.path() + " away";
+    std::filesystem::rename(story.home.path(), away);
+    scan();
+    EXPECT_FALSE(story.app().scanning()->hasSeenHome());
+    EXPECT_EQ(story.app().explaining()->summaryText(), "") << "nothing is known of the disk";
+    EXPECT_EQ(story.app().activity()->notice(), shown(*homeProblem(story.services.desk)));
+    EXPECT_THAT(bytesOf(story.app().activity()->notice()), HasSubstr(story.home.path()));
+    EXPECT_EQ(story.app().settings()->textScale(), 1.3) << "what is stored could not be seen";
+    std::filesystem::rename(away, story.home.path());
+    scan();
+    EXPECT_TRUE(story.app().scanning()->hasSeenHome());
+    EXPECT_NE(story.app().explaining()->summaryText(), "");
+    EXPECT_TRUE(story.app().ticked()->plan().canSelect(AppStory::cacheKey));
 }
 
 TEST(AppStories, WhatIsUntickedDuringTheSecondPassStaysSo) {

@@ -1,4 +1,5 @@
 #include "TarvoModel/Flows/HeldState.h"
+#include "TarvoModel/Flows/Scanning.h"
 #include "Tests/support/TempHome.h"
 
 #include <gmock/gmock.h>
@@ -31,4 +32,13 @@ TEST(HeldState, EmptiesOnlyWhatIsAsItWasWhenItWasAskedAbout) {
     EXPECT_FALSE(fs::exists(home.path(root + "20260314-093005")));
     EXPECT_TRUE(fs::exists(home.path(root + "20260314-093006/b")));
     EXPECT_TRUE(fs::exists(home.path(root + "20260314-093007/c")));
+}
+
+TEST(HeldState, OfAHomeThatIsGoneSaysSoAndNotThatItIsElsewhere) {
+    const TempHome home;
+    const Desk desk = Desk::ofThisMachine(home.path("gone"), "tests");
+    const auto state = heldState(desk);
+    ASSERT_FALSE(state);
+    EXPECT_EQ(state.error().message, homeProblem(desk));
+    EXPECT_THAT(state.error().message, HasSubstr(home.path("gone")));
 }
