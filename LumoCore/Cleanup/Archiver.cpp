@@ -274,7 +274,7 @@ std::vector<CleanupOutcome> setAside(const Archive& archive, const std::string& 
                                      std::int64_t estimatedBytes, const PathGuard& guard, Date now,
                                      const std::optional<std::string>& caller) {
     const std::string& path = archive.original->path();
-    const CleanupAction action{.id = "archivar:" + path,
+    const CleanupAction action{.id = std::string(idPrefix) + path,
                                .title = title,
                                .safety = Safety::review,
                                .estimatedBytes = estimatedBytes,

@@ -12,6 +12,7 @@
 #include <optional>
 #include <stop_token>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace lumo {
@@ -32,6 +33,9 @@ struct Estimate {
         std::tuple{field("bytes", &Estimate::bytes), field("compressedBytes", &Estimate::compressedBytes)};
     friend bool operator==(const Estimate&, const Estimate&) = default;
 };
+
+/// Of the action that sets an archived original aside; its path follows.
+inline constexpr std::string_view idPrefix = "archivar:";
 
 /// How many files an estimate reads, and how much of each.
 inline constexpr std::size_t usualSamples = 64;

@@ -5,10 +5,13 @@
 #include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Words.h"
+#include "LumoCore/Cleanup/Archiver.h"
 #include "LumoCore/Cleanup/HistoryLog.h"
+#include "LumoCore/Scanning/ScanReport.h"
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <map>
 #include <set>
 #include <span>
@@ -31,39 +34,78 @@ std::string batchOf(const CleanupOutcome& outcome) {
                : std::string();
 }
 
-/// A cleanup names its batch by the moment at which it begins: what ended before is another one's.
-bool isBegunAfter(const CleanupOutcome& last, const std::string& batch) {
-    const auto begun = lumo::dateFromStampText(lumo::fileName(batch));
-    return begun && last.date < *begun;
+/// Where in a plan an action of that kind has its place: what rules find comes first, then the projects, then
+/// what somebody pointed at one by one.
+int placeInPlan(std::string_view id) {
+    if (id.starts_with(lumo::artifactIDPrefix)) {
+        return 1;
+    }
+    constexpr std::string_view appCachePrefix = "cache-app:";
+    return id.find(':') == std::string_view::npos || id.starts_with(appCachePrefix) ? 0 : 2;
 }
 
-/// Finds out where one cleanup ends in the log and the next one begins.
-class Together {
-  public:
-    /// False when the line, which is the next one of the log, belongs to another cleanup than those before.
-    bool take(const CleanupOutcome& outcome) {
-        // An action that takes longer has others after it that begin a cleanup of their own: no harm.
-        constexpr std::chrono::minutes longest{5};
-        const std::string batch = batchOf(outcome);
-        const bool belongs =
-            last_ != nullptr && outcome.date - last_->date <= longest && outcome.date >= last_->date &&
-            outcome.caller == last_->caller && !ids_.contains(outcome.id) &&
-            (batch.empty() || batch_.empty() || batch == batch_) && !isBegunAfter(*last_, batch);
-        if (!belongs) {
-            ids_.clear();
-            batch_.clear();
-        }
-        ids_.insert(outcome.id);
-        batch_ = batch.empty() ? batch_ : batch;
-        last_ = &outcome;
-        return belongs;
-    }
+/// True when the two lines, one after the other, may be of one cleanup as far as both tell by themselves.
+bool mayBeTogether(const CleanupOutcome& earlier, const CleanupOutcome& later) {
+    // An action that takes longer has others after it that begin a cleanup of their own: no harm.
+    constexpr std::chrono::minutes longest{5};
+    return later.date >= earlier.date && later.date - earlier.date <= longest &&
+           later.caller == earlier.caller && placeInPlan(later.id) >= placeInPlan(earlier.id) &&
+           !earlier.id.starts_with(lumo::Archiver::idPrefix);
+}
 
-  private:
-    const CleanupOutcome* last_ = nullptr;
-    std::set<std::string> ids_;
-    std::string batch_;
-};
+/// The line from which on all up to that one are of its cleanup, as its batch tells: the nearest that has the
+/// same, else the first since it was begun. A batch is named by the moment at which its cleanup begins, and
+/// no other one goes on before that ends.
+std::size_t sinceItsBatch(std::span<const CleanupOutcome> log, std::size_t line) {
+    const std::string batch = batchOf(log[line]);
+    const auto begun = lumo::dateFromStampText(lumo::fileName(batch));
+    std::size_t first = line;
+    while (first > 0 && log[first - 1].caller == log[line].caller) {
+        const CleanupOutcome& before = log[first - 1];
+        const std::string other = batchOf(before);
+        if (other == batch) {
+            return first - 1;
+        }
+        if (!other.empty() || !begun || before.date < *begun || before.date > log[first].date) {
+            return first;
+        }
+        --first;
+    }
+    return first;
+}
+
+/// The first line of each cleanup of the log, in its order.
+std::vector<std::size_t> firstLines(std::span<const CleanupOutcome> log) {
+    std::vector<std::size_t> firsts;
+    std::set<std::string> ids; // Of the cleanup in hand.
+    for (std::size_t line = 0; line < log.size(); ++line) {
+        const std::string batch = batchOf(log[line]);
+        std::size_t since = line;
+        if (!batch.empty()) {
+            since = sinceItsBatch(log, line);
+        } else if (line > 0 && !ids.contains(log[line].id) && mayBeTogether(log[line - 1], log[line])) {
+            since = line - 1;
+        }
+        const std::size_t cleanups = firsts.size();
+        while (!firsts.empty() && firsts.back() > since) {
+            firsts.pop_back();
+        }
+        const bool goesOn = since < line && (batch.empty() || batchOf(log[since]) == batch);
+        if (firsts.empty() || (firsts.back() < since && !goesOn)) {
+            firsts.push_back(since);
+        }
+        if (firsts.size() != cleanups || firsts.back() == since) {
+            ids.clear();
+            since = firsts.back();
+        } else {
+            since = line;
+        }
+        for (; since <= line; ++since) {
+            ids.insert(log[since].id);
+        }
+    }
+    return firsts;
+}
 
 HistoryPiece pieceOf(const TrashedItem& item, const HeldByID& held) {
     const auto found = held.find(heldIDOf(item));
@@ -116,17 +158,11 @@ std::vector<HistoryCleanup> historyRows(const std::vector<CleanupOutcome>& outco
         }
     }
     const std::span<const CleanupOutcome> log(outcomes);
+    const std::vector<std::size_t> firsts = firstLines(log);
     std::vector<HistoryCleanup> cleanups;
-    Together together;
-    std::size_t first = 0;
-    for (std::size_t next = 0; next < log.size(); ++next) {
-        if (!together.take(log[next]) && next > first) {
-            cleanups.push_back(cleanupOf(log.subspan(first, next - first), first, byID, language));
-            first = next;
-        }
-    }
-    if (!log.empty()) {
-        cleanups.push_back(cleanupOf(log.subspan(first), first, byID, language));
+    for (std::size_t at = 0; at < firsts.size(); ++at) {
+        const std::size_t end = at + 1 < firsts.size() ? firsts[at + 1] : log.size();
+        cleanups.push_back(cleanupOf(log.subspan(firsts[at], end - firsts[at]), firsts[at], byID, language));
     }
     std::ranges::reverse(cleanups);
     return cleanups;

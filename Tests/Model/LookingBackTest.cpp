@@ -94,6 +94,27 @@ TEST(HistoryRows, TellsCleanupsApartByTheMomentAtWhichABatchWasBegun) {
                 ElementsAre(ElementsAre("own", "with it"), ElementsAre("weekly")));
 }
 
+TEST(HistoryRows, NeverTearsACleanupAndNeverJoinsTwo) {
+    // The first half of a cleanup was shown with an archive that had been made before it.
+    CleanupOutcome archived = aside("archivar:/home/ana/film", 0s, lumo::stampText(start));
+    const std::string batch = lumo::stampText(start + 60s);
+    std::vector<CleanupOutcome> log{archived,
+                                    line("npm-cache", 65s, 3),
+                                    line("gradle-caches", 10min, 2),
+                                    aside("whisper", 11min, batch),
+                                    line("proyecto:web/node_modules", 20min, 1),
+                                    aside("archivo:a", 30min, batch)};
+    const std::vector<std::string> cleanup{"whisper", "archivo:a", "npm-cache", "gradle-caches",
+                                           "proyecto:web/node_modules"};
+    EXPECT_THAT(titlesOf(historyRows(log, {}, Language::en)), ElementsAre(cleanup, ElementsAre(archived.id)));
+    // What the weekly cleanup freed was one with the photos that had just been set aside.
+    log.push_back(line("npm-cache-again", 31min, 1));
+    EXPECT_THAT(titlesOf(historyRows(log, {}, Language::en)),
+                ElementsAre(ElementsAre("npm-cache-again"), cleanup, ElementsAre(archived.id)));
+    EXPECT_THAT(titlesOf(historyRows({archived, line("docker:image", 60s, 1)}, {}, Language::en)),
+                ElementsAre(ElementsAre("docker:image"), ElementsAre(archived.id)));
+}
+
 TEST(Growth, NamesAFolderOfAProjectAsTheListDoes) {
     EXPECT_EQ(growthName("proyecto:projects/web/node_modules", "web · node_modules"),
               "projects/web · node_modules");
