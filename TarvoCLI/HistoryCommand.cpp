@@ -8,6 +8,8 @@
 #include "TarvoCLI/Commands.h"
 #include "TarvoCLI/OutcomeText.h"
 
+#include <algorithm>
+
 namespace tarvo {
 
 using lumo::Words;
@@ -23,6 +25,17 @@ struct History {
         std::tuple{lumo::field("total", &History::total), lumo::field("outcomes", &History::outcomes)};
 };
 
+/// What failed half-way has freed what its line says, but is not counted in the total.
+Words totalWords(const std::vector<lumo::CleanupOutcome>& outcomes) {
+    const bool leavesOut = std::ranges::any_of(outcomes, [](const lumo::CleanupOutcome& outcome) {
+        return outcome.status == lumo::CleanupStatus::failed &&
+               (outcome.freedBytes > 0 || outcome.trashedBytes > 0);
+    });
+    return leavesOut
+               ? Words{"Limpiado en total, sin lo que falló: {}", "Cleaned in all, without what failed: {}"}
+               : Words{"Limpiado en total: {}", "Cleaned in all: {}"};
+}
+
 ExitCode runHistory(const Invocation& invocation) {
     const auto outcomes = history(deskOf(invocation, "history"));
     if (!outcomes) {
@@ -36,9 +49,8 @@ ExitCode runHistory(const Invocation& invocation) {
         return print(Words{"Todavía no se ha limpiado nada.\n", "Nothing has been cleaned yet.\n"}.in());
     }
     return print(outcomeText(shown.outcomes, OutcomeDates::shown, invocation) + "\n" +
-                 tinted(Words{"Limpiado en total: {}", "Cleaned in all: {}"}.with(
-                            lumo::ByteFormat::string(shown.total)),
-                        Tint::strong, invocation) +
+                 tinted(totalWords(shown.outcomes).with(lumo::ByteFormat::string(shown.total)), Tint::strong,
+                        invocation) +
                  "\n");
 }
 

@@ -43,7 +43,7 @@ HistoryDesk::Read HistoryDesk::readFrom(const Desk& desk) {
     Read read{.cleanups = historyRows(*outcomes, held ? held->items : std::vector<HeldItem>()),
               .total = {},
               .problem = held ? std::string() : held.error().message};
-    read.total = historyTotalText(*outcomes, read.cleanups.size());
+    read.total = historyTotalText(read.cleanups);
     return read;
 }
 
@@ -51,7 +51,7 @@ HistoryDesk::Read HistoryDesk::readDemo(lumo::Date now) {
     const auto outcomes = DemoDisk::history(DemoDisk::report(now));
     Read read{
         .cleanups = historyRows(outcomes, DemoDisk::heldItems(outcomes, now)), .total = {}, .problem = {}};
-    read.total = historyTotalText(outcomes, read.cleanups.size());
+    read.total = historyTotalText(read.cleanups);
     return read;
 }
 

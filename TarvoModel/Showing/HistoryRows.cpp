@@ -6,7 +6,6 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/Archiver.h"
-#include "LumoCore/Cleanup/HistoryLog.h"
 #include "LumoCore/Scanning/ScanReport.h"
 
 #include <algorithm>
@@ -205,11 +204,15 @@ std::string factsText(const HistoryCleanup& cleanup, Language language) {
     return text;
 }
 
-std::string historyTotalText(const std::vector<CleanupOutcome>& outcomes, std::size_t cleanups,
-                             Language language) {
-    const std::string total = string(lumo::CleanupHistory::total(outcomes), language);
-    return cleanups == 1 ? Words{"{} en una limpieza", "{} in one cleanup"}.in(language, total)
-                         : Words{"{} en {} limpiezas", "{} in {} cleanups"}.in(language, total, cleanups);
+std::string historyTotalText(const std::vector<HistoryCleanup>& cleanups, Language language) {
+    std::int64_t sum = 0;
+    for (const HistoryCleanup& cleanup : cleanups) {
+        sum = lumo::saturatedSum(sum, lumo::saturatedSum(cleanup.sums.freed, cleanup.sums.trashed));
+    }
+    const std::string total = string(sum, language);
+    return cleanups.size() == 1
+               ? Words{"{} en una limpieza", "{} in one cleanup"}.in(language, total)
+               : Words{"{} en {} limpiezas", "{} in {} cleanups"}.in(language, total, cleanups.size());
 }
 
 std::string pieceText(const HistoryPiece& piece, Language language) {

@@ -66,8 +66,8 @@ std::string callerText(const std::string& caller, lumo::Language language = lumo
 /// who asked for it.
 std::string factsText(const HistoryCleanup& cleanup, lumo::Language language = lumo::currentLanguage());
 
-/// The same of all cleanups.
-std::string historyTotalText(const std::vector<lumo::CleanupOutcome>& outcomes, std::size_t cleanups,
+/// What all of them came to: the sum of what is said of each.
+std::string historyTotalText(const std::vector<HistoryCleanup>& cleanups,
                              lumo::Language language = lumo::currentLanguage());
 
 /// What is said of a piece beside its place; empty when it can be put back whole.

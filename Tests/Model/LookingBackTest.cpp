@@ -81,7 +81,7 @@ TEST(HistoryRows, TellsCleanupsApartByTimeCallerBatchAndAnActionThatComesAgain) 
     EXPECT_EQ(cleanups.back().number, 0);
     EXPECT_EQ(cleanups.front().number, 7);
     EXPECT_EQ(factsText(cleanups[4], Language::es), "<1 MB liberados · a petición de Claude");
-    EXPECT_EQ(historyTotalText(log, cleanups.size(), Language::en), "7.0 GB in 7 cleanups");
+    EXPECT_EQ(historyTotalText(cleanups, Language::en), "7.0 GB in 7 cleanups");
     EXPECT_THAT(historyRows({}, {}), IsEmpty());
 }
 
@@ -113,6 +113,16 @@ TEST(HistoryRows, NeverTearsACleanupAndNeverJoinsTwo) {
                 ElementsAre(ElementsAre("npm-cache-again"), cleanup, ElementsAre(archived.id)));
     EXPECT_THAT(titlesOf(historyRows({archived, line("docker:image", 60s, 1)}, {}, Language::en)),
                 ElementsAre(ElementsAre("docker:image"), ElementsAre(archived.id)));
+}
+
+TEST(HistoryRows, HaveATotalThatIsTheSumOfWhatEachSays) {
+    // What an action freed before it failed was in its cleanup's line and not in the total.
+    std::vector<CleanupOutcome> log{line("npm-cache", 0s, gigabyte), line("pip-cache", 1s, gigabyte)};
+    log.back().status = lumo::CleanupStatus::failed;
+    const auto cleanups = historyRows(log, {}, Language::en);
+    ASSERT_THAT(cleanups, SizeIs(1));
+    EXPECT_EQ(factsText(cleanups.front(), Language::en), "2.0 GB freed · 1 failure");
+    EXPECT_EQ(historyTotalText(cleanups, Language::en), "2.0 GB in one cleanup");
 }
 
 TEST(Growth, NamesAFolderOfAProjectAsTheListDoes) {
