@@ -7,8 +7,10 @@
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Explaining/DiskSummary.h"
+#include "Platform/Folder.h"
 #include "Platform/StateFile.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -69,6 +71,37 @@ lumo::Result<OpenedReport> openedReport(std::string_view bytes, PlanRequest requ
     return opened;
 }
 
+/// True when nothing is left of what the action would take.
+bool isDone(const lumo::CleanupAction& action) {
+    namespace platform = lumo::platform;
+    std::vector<std::string> paths = lumo::CleanupExecutor::touchedPaths(action);
+    paths.insert(paths.end(), action.measuredPaths.begin(), action.measuredPaths.end());
+    // What goes whole may be empty and still be there to go.
+    const bool goesWhole = std::holds_alternative<lumo::method::TrashItems>(action.method);
+    return std::ranges::all_of(paths, [&](const std::string& path) {
+        const bool isEmpty = platform::canList(path) && platform::namesIn(path).empty();
+        return platform::isMissing(path) || (isEmpty && !goesWhole);
+    });
+}
+
+/// Gives what the plan would do the amounts of now, there and in the file's own entries: those of then would
+/// promise what is gone. Only what passed the checks is measured.
+void measureNow(OpenedPlan& opened) {
+    for (lumo::PlanEntry& entry : opened.now.entries) {
+        if (entry.skipReason || entry.action.measuredPaths.empty()) {
+            continue;
+        }
+        const auto saved = std::ranges::find(opened.saved, entry);
+        entry.action.estimatedBytes = lumo::CleanupExecutor::remaining(entry.action);
+        if (isDone(entry.action)) {
+            entry.skipReason = Words{"ya no queda nada ahí", "nothing is left there"}.in();
+        }
+        if (saved != opened.saved.end()) {
+            *saved = entry;
+        }
+    }
+}
+
 lumo::Result<OpenedPlan> openedPlan(std::string_view bytes, const PlanRequest& request, const Desk& desk) {
     auto saved = savedPlan(bytes, desk);
     if (!saved) {
@@ -78,7 +111,9 @@ lumo::Result<OpenedPlan> openedPlan(std::string_view bytes, const PlanRequest& r
     if (now.problem) {
         return lumo::failure(*now.problem);
     }
-    return OpenedPlan{.saved = std::move(*saved), .now = std::move(now)};
+    OpenedPlan opened{.saved = std::move(*saved), .now = std::move(now)};
+    measureNow(opened);
+    return opened;
 }
 
 lumo::Result<void> save(const lumo::JsonValue& document, const std::string& path) {

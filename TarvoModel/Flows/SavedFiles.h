@@ -19,7 +19,8 @@ struct OpenedReport {
     std::string text = {};      ///< Whose it is and of when.
 };
 
-/// A plan from a file, with what the planner would say of it now.
+/// A plan from a file, with what the planner would say of it now. Both have the amounts of now; what is gone
+/// meanwhile says so.
 struct OpenedPlan {
     std::vector<lumo::PlanEntry> saved;
     Plan now;

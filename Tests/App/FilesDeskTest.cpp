@@ -122,9 +122,18 @@ TEST_F(FilesDeskTest, ASavedPlanHoldsWhatIsTickedAndIsAskedAboutBeforeItIsCarrie
     accept();
     EXPECT_FALSE(story.hasCache());
     EXPECT_TRUE(story.hasOwn()) << "it was not ticked";
+    // The same plan asked once more, with the amounts of the day on which it was saved.
     app().activity()->dismissNotice();
     open();
-    accept(); // What is gone meanwhile is nothing to do.
+    EXPECT_FALSE(app().question()->isConfirming()) << "what is gone meanwhile is nothing to do";
+    EXPECT_THAT(bytesOf(app().question()->title()),
+                HasSubstr(lumo::Words{"no limpiaría nada ahora", "would clean nothing now"}.in()));
+    app().question()->cancel();
+    story.addCache(7'000'000);
+    open();
+    EXPECT_THAT(bytesOf(app().question()->acceptText()), HasSubstr(" 7 MB"));
+    accept();
+    EXPECT_FALSE(story.hasCache());
     EXPECT_TRUE(story.hasOwn());
 }
 
