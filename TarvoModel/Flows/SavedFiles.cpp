@@ -48,16 +48,31 @@ std::string textOf(const OpenedReport& opened) {
     return words.with(lumo::printable(report.home), lumo::momentText(report.scannedAt));
 }
 
+/// What a file that was never written by Tarvo AI, or was cut, is told of. What is wrong with it is no news
+/// for whoever wanted to look at it.
+lumo::Failure damaged() {
+    return {Words{"está dañado o no es un informe ni un plan que guardara Tarvo AI",
+                  "it is damaged, or neither a report nor a plan that Tarvo AI saved"}
+                .in()};
+}
+
+/// Why a file is refused although it can be read.
+lumo::Failure foreign() {
+    return {Words{"pide limpiezas que este programa no haría por sí mismo, así que no se usa nada de él",
+                  "it asks for cleanups that this program would not do by itself, so nothing of it is used"}
+                .in()};
+}
+
 lumo::Result<OpenedReport> openedReport(std::string_view bytes, PlanRequest request, const Desk& desk) {
     auto read = lumo::scanReportFromJson(bytes);
     if (!read) {
-        return std::unexpected(read.error());
+        return std::unexpected(damaged());
     }
     OpenedReport opened;
     opened.isOfOtherHome = read->home != desk.home;
     if (!opened.isOfOtherHome) {
         if (const auto checked = checkReport(*read, desk); !checked) {
-            return std::unexpected(checked.error());
+            return std::unexpected(foreign());
         }
     }
     opened.result =
@@ -105,7 +120,8 @@ void measureNow(OpenedPlan& opened) {
 lumo::Result<OpenedPlan> openedPlan(std::string_view bytes, const PlanRequest& request, const Desk& desk) {
     auto saved = savedPlan(bytes, desk);
     if (!saved) {
-        return std::unexpected(saved.error());
+        const bool isPlanAtAll = lumo::decodeJson<std::vector<lumo::PlanEntry>>(bytes).has_value();
+        return std::unexpected(isPlanAtAll ? foreign() : damaged());
     }
     Plan now = planned(requestForSaved(*saved, request), desk);
     if (now.problem) {

@@ -151,10 +151,16 @@ TEST_F(FilesDeskTest, AFileThatDoesWhatNobodyWouldIsRefusedAndNothingIsTouched) 
     open();
     EXPECT_THAT(bytesOf(app().activity()->notice()),
                 HasSubstr(lumo::Words{"No se ha abierto", "was not opened"}.in()));
-    std::ofstream(path()) << "no report";
-    open();
-    EXPECT_THAT(bytesOf(app().activity()->notice()),
-                HasSubstr(lumo::Words{"No se ha abierto", "was not opened"}.in()));
+    // The parser's own words stood in the Spanish sentence.
+    for (const char* damaged : {"no report", "[{\"action\": {", "{\"version\": 1, \"findings\": [ {\"rule"}) {
+        app().activity()->dismissNotice();
+        std::ofstream(path()) << damaged;
+        open();
+        EXPECT_THAT(bytesOf(app().activity()->notice()),
+                    HasSubstr(lumo::Words{"No se ha abierto saved ñ.json: está dañado o",
+                                          "saved ñ.json was not opened: it is damaged, or"}
+                                  .in()));
+    }
     EXPECT_EQ(app().scanning()->openedText(), "");
 }
 
