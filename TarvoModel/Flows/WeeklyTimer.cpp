@@ -93,23 +93,23 @@ std::optional<std::string> problemOf(const platform::ToolRun& ran, const Asking&
     constexpr int notStartable = 126;
     constexpr int notFound = 127;
     if (ran.wasEndedByUs) {
-        return asking.stop.stop_requested() ? Words{"interrumpido: la limpieza semanal se queda como estaba",
-                                                    "interrupted: the weekly cleanup stays as it was"}
+        return asking.stop.stop_requested() ? Words{"Interrumpido: la limpieza semanal se queda como estaba",
+                                                    "Interrupted: the weekly cleanup stays as it was"}
                                                   .in()
-                                            : Words{"el systemd de tu sesión no responde: vuelve a probar",
-                                                    "your session's systemd does not answer: try again"}
+                                            : Words{"El systemd de tu sesión no responde: vuelve a probar",
+                                                    "Your session's systemd does not answer: try again"}
                                                   .in();
     }
     if (ran.status == notStartable || ran.status == notFound) {
         return lumo::SystemWords{
             .macos =
-                {"en un Mac la limpieza semanal la hace la ventana mientras está abierta: actívala en sus "
+                {"En un Mac la limpieza semanal la hace la ventana mientras está abierta: actívala en sus "
                  "ajustes",
-                 "on a Mac the window does the weekly cleanup while it is open: turn it on in its settings"},
+                 "On a Mac the window does the weekly cleanup while it is open: turn it on in its settings"},
             .linux =
-                {"aquí no hay systemd que la ponga en marcha: la limpieza semanal solo puede hacerla la "
+                {"Aquí no hay systemd que la ponga en marcha: la limpieza semanal solo puede hacerla la "
                  "ventana mientras está abierta",
-                 "there is no systemd here to start it: only the window can do the weekly cleanup, while it "
+                 "There is no systemd here to start it: only the window can do the weekly cleanup, while it "
                  "is open"}}
             .on()
             .in();
@@ -117,7 +117,8 @@ std::optional<std::string> problemOf(const platform::ToolRun& ran, const Asking&
     if (ran.status == 0) {
         return std::nullopt;
     }
-    return Words{"el systemd de tu sesión no lo hace ({})", "your session's systemd does not do it ({})"}
+    return Words{"Tu sesión no acepta poner en marcha la limpieza semanal (systemd: {})",
+                 "Your session does not agree to start the weekly cleanup (systemd: {})"}
         .with(lumo::printable(lumo::failureDetail(ran.output, ran.status)));
 }
 
@@ -126,11 +127,12 @@ std::optional<std::string> reachingProblem(const std::string& home, const Asking
     const platform::ToolRun ran = ask(home, asking, {"show", "--property=Version"});
     constexpr int leastOfLauncher = 126; // What it answers when there is no such tool.
     if (ran.status != 0 && ran.status < leastOfLauncher) {
-        return Words{
-            "no hay un systemd de sesión al que pedírselo ({}): la limpieza semanal solo puede hacerla "
-            "la ventana mientras está abierta",
-            "there is no session's systemd to ask ({}): only the window can do the weekly cleanup, while "
-            "it is open"}
+        return Words{"La limpieza semanal solo puede hacerla la ventana mientras está abierta: en esta "
+                     "sesión nadie la "
+                     "pondría en marcha (systemd: {})",
+                     "Only the window can do the weekly cleanup, while it is open: nothing in this session "
+                     "would start "
+                     "it (systemd: {})"}
             .with(lumo::printable(lumo::failureDetail(ran.output, ran.status)));
     }
     return problemOf(ran, asking);
@@ -159,25 +161,25 @@ std::optional<std::string> loadingProblem(const std::string& home, const std::st
     }
     if (!platform::isSamePlace(std::string(propertyIn(ran.output, "FragmentPath=")), servicePath(home))) {
         return Words{
-            "el systemd de tu sesión no lee {}: solo sirve para tu propia carpeta personal, y con el "
+            "El systemd de tu sesión no lee {}: solo sirve para tu propia carpeta personal, y con el "
             "XDG_CONFIG_HOME con que empezó la sesión",
-            "your session's systemd does not read {}: this works for your own home folder only, and with "
+            "Your session's systemd does not read {}: this works for your own home folder only, and with "
             "the XDG_CONFIG_HOME that the session began with"}
             .with(lumo::printable(folderOf(home)));
     }
     if (const std::string_view state = propertyIn(ran.output, "LoadState="); state != "loaded") {
         return Words{
-            "el systemd de tu sesión no puede poner en marcha {} ({}): prueba con el programa en otro "
+            "El systemd de tu sesión no puede poner en marcha {} ({}): prueba con el programa en otro "
             "lugar",
-            "your session's systemd cannot start {} ({}): try with the program in another place"}
+            "Your session's systemd cannot start {} ({}): try with the program in another place"}
             .with(lumo::printable(program), lumo::printable(state));
     }
     return std::nullopt;
 }
 
 std::string unwritableText(const platform::SystemError& error) {
-    return Words{"no se pudo escribir en la configuración de systemd: {}",
-                 "could not write into systemd's settings: {}"}
+    return Words{"No se pudo escribir en la configuración de systemd: {}",
+                 "Could not write into systemd's settings: {}"}
         .with(lumo::reasonText(error));
 }
 

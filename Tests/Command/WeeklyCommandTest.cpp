@@ -46,7 +46,7 @@ TEST(WeeklyCommand, SaysPlainlyThatThereIsNoSystemdAndStaysOff) {
     home.program(".local/bin/systemctl", "exit 127");
     const Ran ran = runTarvo(home, {"weekly", "on"});
     EXPECT_EQ(ran.exitCode, 1);
-    EXPECT_THAT(ran.error, StartsWith("tarvo: aquí no hay systemd"));
+    EXPECT_THAT(ran.error, StartsWith("tarvo: Aquí no hay systemd"));
     EXPECT_EQ(jsonOf(home, {"weekly"}), json(R"({"on": false})"));
     EXPECT_TRUE(isMissing(home.path(".config/systemd")));
 }

@@ -83,7 +83,7 @@ TEST(WeeklySwitch, LeavesNothingHalfDoneWhereSystemdDoesNotDoIt) {
                         "FragmentPath=$HOME/.config/systemd/user/tarvo-weekly.service; exit;; esac\n" +
                         fake),
                 HasSubstr("bad-setting"));
-    EXPECT_THAT(refused("case $* in *enable*) echo no; exit 1;; esac\n" + fake), HasSubstr("(no)"));
+    EXPECT_THAT(refused("case $* in *enable*) echo no; exit 1;; esac\n" + fake), HasSubstr("(systemd: no)"));
     EXPECT_THAT(refused(fake + "\ncase $* in *enable*) sleep 30;; esac", std::chrono::seconds(2)),
                 HasSubstr("systemd"));
 
