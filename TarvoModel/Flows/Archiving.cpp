@@ -1,6 +1,8 @@
 #include "TarvoModel/Flows/Archiving.h"
 
 #include "LumoCore/Basics/Path.h"
+#include "LumoCore/Basics/Text.h"
+#include "LumoCore/Basics/Words.h"
 #include "LumoCore/Scanning/FileTree.h"
 #include "Platform/Folder.h"
 #include "Platform/Removal.h"
@@ -16,6 +18,23 @@ std::unexpected<NotArchived> refused(std::string reason) {
     return std::unexpected(NotArchived{.reason = std::move(reason)});
 }
 
+/// Why no archive could hold all of the item; absent when what is in it can be read.
+std::optional<std::string> unreadableRefusal(const std::string& path) {
+    const std::string name = lumo::printable(lumo::fileName(path));
+    if (lumo::platform::isFolderThroughLinks(path) && !lumo::platform::canList(path)) {
+        return lumo::Words{"«{}» no se puede leer: comprueba sus permisos.",
+                           "“{}” can't be read: check its permissions."}
+            .with(name);
+    }
+    lumo::HardLinkRegistry registry;
+    if (lumo::FileTree::measure(path, registry).unreadableCount == 0) {
+        return std::nullopt;
+    }
+    return lumo::Words{"Algo dentro de «{}» no se puede leer: comprueba los permisos.",
+                       "Something in “{}” can't be read: check the permissions."}
+        .with(name);
+}
+
 } // namespace
 
 std::optional<std::string> archiveRefusal(const std::string& path, const Desk& desk) {
@@ -26,7 +45,11 @@ std::optional<std::string> archiveRefusal(const std::string& path, const Desk& d
     if (auto refusal = lumo::Archiver::refusal(path, desk.home)) {
         return refusal;
     }
-    return PathGuard(desk.home, protectedFolders(preferences, desk.home)).protectedRefusal({path});
+    if (auto refusal =
+            PathGuard(desk.home, protectedFolders(preferences, desk.home)).protectedRefusal({path})) {
+        return refusal;
+    }
+    return unreadableRefusal(path);
 }
 
 std::expected<Archived, NotArchived> archive(const std::string& path, const Desk& desk,

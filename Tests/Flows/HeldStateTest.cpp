@@ -1,3 +1,4 @@
+#include "TarvoModel/Flows/Archiving.h"
 #include "TarvoModel/Flows/HeldState.h"
 #include "TarvoModel/Flows/Scanning.h"
 #include "Tests/support/TempHome.h"
@@ -41,4 +42,20 @@ TEST(HeldState, OfAHomeThatIsGoneSaysSoAndNotThatItIsElsewhere) {
     ASSERT_FALSE(state);
     EXPECT_EQ(state.error().message, homeProblem(desk));
     EXPECT_THAT(state.error().message, HasSubstr(home.path("gone")));
+}
+
+// What cannot be read was offered with made-up figures: 0 MB, of which a zip would save nothing.
+TEST(Archiving, IsRefusedWhereSomethingCannotBeRead) {
+    const TempHome home;
+    expectHeld(asOrdinaryUser(home.path(), [&] {
+        home.file("Documents/private/letter", 5000);
+        home.file("Documents/partly/private/letter", 5000);
+        home.file("Documents/open/letter", 5000);
+        home.setMode("Documents/private", 0000);
+        home.setMode("Documents/partly/private", 0000);
+        const Desk desk = Desk::ofThisMachine(home.path(), "tests");
+        return archiveRefusal(home.path("Documents/private"), desk) &&
+               archiveRefusal(home.path("Documents/partly"), desk) &&
+               !archiveRefusal(home.path("Documents/open"), desk);
+    }));
 }
