@@ -46,7 +46,9 @@ ExitCode reportCleaned(const Cleaned& cleaned, const Invocation& invocation) {
                          : std::string());
     }
     // Nothing that was agreed to is left in silence, and the document has a stream of its own.
-    platform::writeAll(platform::Stream::error, leftOutText(cleaned.leftOut));
+    platform::writeAll(platform::Stream::error,
+                       leftOutText(cleaned.leftOut) +
+                           (cleaned.notBegun > 0 ? stoppedText(cleaned.notBegun) + "\n" : std::string()));
     const ExitCode printed = print(shown);
     if (platform::wasInterrupted()) {
         return ExitCode::interrupted;

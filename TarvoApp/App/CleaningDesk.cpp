@@ -187,18 +187,27 @@ void CleaningDesk::cleaned(const lumo::Result<Cleaned>& result, const lumo::Volu
 }
 
 void CleaningDesk::sayWhatWasLeft(const Cleaned& result) {
+    const auto failed = static_cast<std::size_t>(lastFailures().size());
+    const std::string stopped = result.notBegun > 0 ? stoppedText(result.notBegun) : std::string();
+    const std::string left = whatWasLeft(result);
+    if (!stopped.empty() || !left.empty()) {
+        ground_.activity.say(stopped + (stopped.empty() || left.empty() ? "" : " ") + left, failed > 1);
+    }
+}
+
+std::string CleaningDesk::whatWasLeft(const Cleaned& result) const {
     const QStringList failures = lastFailures();
     if (!failures.isEmpty()) {
-        const auto failed = static_cast<std::size_t>(failures.size());
-        ground_.activity.say(failedText(failed, bytesOf(failures.front())), failed > 1);
-    } else if (result.logProblem) {
-        ground_.activity.say(*result.logProblem);
-    } else if (!result.leftOut.empty()) {
-        ground_.activity.say(
-            leftOutText(result.leftOut.size(), result.leftOut.front().title, result.leftOut.front().reason));
-    } else if (const auto remark = remarkText(result.outcomes)) {
-        ground_.activity.say(*remark);
+        return failedText(static_cast<std::size_t>(failures.size()), bytesOf(failures.front()));
     }
+    if (result.logProblem) {
+        return *result.logProblem;
+    }
+    if (!result.leftOut.empty()) {
+        return leftOutText(result.leftOut.size(), result.leftOut.front().title,
+                           result.leftOut.front().reason);
+    }
+    return remarkText(result.outcomes).value_or("");
 }
 
 QStringList CleaningDesk::lastFailures() const {
@@ -250,14 +259,18 @@ void CleaningDesk::cleanedByItself(const lumo::Result<Cleaned>& result) {
         ground_.settings.note(preference::lastWeeklyCleanupBytes, sumsOf(result->outcomes).freed);
     }
     ground_.settings.reload();
-    if (!result || result->outcomes.empty()) {
+    if (!result || (result->outcomes.empty() && result->notBegun == 0)) {
         ground_.activity.rest();
         return;
     }
     scanning_.rescan();
     const std::int64_t freed = sumsOf(result->outcomes).freed;
+    const std::string stopped = result->notBegun > 0 ? stoppedText(result->notBegun) : std::string();
+    if (!stopped.empty()) {
+        ground_.activity.say(stopped);
+    }
     if (const auto notice = WeeklyCleanup::notice(freed)) {
-        ground_.activity.say(*notice);
+        ground_.activity.say(*notice + (stopped.empty() ? "" : ". ") + stopped);
         ground_.services.notify(*WeeklyCleanup::notification(freed));
     }
 }

@@ -129,6 +129,8 @@ lumo::Result<Cleaned> cleanChosen(const PlanRequest& request, const Desk& desk, 
     const PathGuard guard(desk.home, plan.protectedFolders);
     Cleaned cleaned{.outcomes = watch.carryOut(chosen->actions, guard, control),
                     .lifetimeBefore = lifetimeBefore};
+    const std::size_t done = cleaned.outcomes.size();
+    cleaned.notBegun = chosen->actions.size() - std::min(done, chosen->actions.size());
     cleaned.logProblem = unloggedText(cleaned.outcomes, desk);
     return cleaned;
 }

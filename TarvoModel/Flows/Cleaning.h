@@ -47,6 +47,7 @@ struct Cleaned {
     std::vector<lumo::CleanupOutcome> outcomes;
     std::vector<LeftOut> leftOut;
     std::int64_t lifetimeBefore = 0; ///< See `CleanupHistory::total`.
+    std::size_t notBegun = 0;        ///< Actions that a stop has left as they were.
     /// Why the log does not tell of it; what was set aside comes back all the same once the log can be
     /// written.
     std::optional<std::string> logProblem = {};

@@ -161,6 +161,15 @@ std::string cleanupDone(const CleanupSums& sums, Language language) {
            days() + Words{" días)", " days)"}.in(language);
 }
 
+std::string stoppedText(std::size_t count, Language language) {
+    return count == 1 ? Words{"Limpieza parada: 1 elemento se ha quedado como estaba.",
+                              "Cleanup stopped: 1 item was left as it was."}
+                            .in(language)
+                      : Words{"Limpieza parada: {} elementos se han quedado como estaban.",
+                              "Cleanup stopped: {} items were left as they were."}
+                            .in(language, count);
+}
+
 std::string failedText(std::size_t count, std::string_view first, Language language) {
     return count == 1
                ? fmt::format("{} {}", Words{"No se pudo limpiar", "Couldn't clean"}.in(language), first)

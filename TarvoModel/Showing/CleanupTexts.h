@@ -64,6 +64,9 @@ CleanupSums sumsOf(const std::vector<lumo::CleanupOutcome>& outcomes);
 /// The sentence after a cleanup.
 std::string cleanupDone(const CleanupSums& sums, lumo::Language language = lumo::currentLanguage());
 
+/// The sentence after a cleanup that was stopped before so many of its items.
+std::string stoppedText(std::size_t count, lumo::Language language = lumo::currentLanguage());
+
 /// The sentence after a cleanup of which so many items failed, with what the first of them says.
 std::string failedText(std::size_t count, std::string_view first,
                        lumo::Language language = lumo::currentLanguage());

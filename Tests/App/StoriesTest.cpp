@@ -402,6 +402,32 @@ TEST(AppStories, QuittingWhileCleaningEndsAfterTheActionInHand) {
     EXPECT_EQ(story.app().activity()->notice(), "") << "the home is in order and nobody holds its lock";
 }
 
+// It said that the cleanup was done, and nowhere that something was left.
+TEST(AppStories, ACleanupThatIsStoppedSaysHowMuchWasLeft) {
+    AppStory story;
+    std::latch hasBegun(1);
+    story.services.carryOut = [&](const std::vector<CleanupAction>& actions, const lumo::PathGuard& guard,
+                                  lumo::CleanupExecutor::Control control) {
+        control.onBegin = [&, stop = control.stop](std::size_t) {
+            hasBegun.count_down();
+            while (!stop.stop_requested()) {
+                std::this_thread::yield();
+            }
+        };
+        return usualCarryOut(actions, guard, control);
+    };
+    settle(story);
+    story.app().ticked()->toggle(AppStory::ownKey);
+    story.app().cleaning()->requestClean();
+    story.app().question()->accept();
+    hasBegun.wait();
+    story.app().activity()->stop();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_NE(story.hasCache(), story.hasOwn()) << "one of the two was in hand";
+    EXPECT_EQ(story.app().activity()->notice(), shown(stoppedText(1)));
+    EXPECT_THAT(bytesOf(story.app().scanning()->statusText()), StartsWith("Cleanup done: "));
+}
+
 TEST(AppStories, StoppingAScanKeepsWhatIsShownAndCleaningMayCutItShort) {
     AppStory story;
     settle(story);
