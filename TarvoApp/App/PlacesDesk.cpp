@@ -1,5 +1,6 @@
 #include "TarvoApp/App/PlacesDesk.h"
 
+#include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
@@ -294,13 +295,28 @@ void PlacesDesk::openFolder(const std::string& path) {
     open({.path = path, .name = std::string(lumo::fileName(path))});
 }
 
+bool PlacesDesk::hasNextToNothing() const {
+    constexpr std::int64_t little = 10'000'000;
+    std::int64_t bytes = 0;
+    for (const Row& row : ticked_.rows()) {
+        if (row.kind) {
+            continue; // Those of closer looks come and go, and have lists of their own.
+        }
+        if (ticked_.plan().canSelect(row.id)) {
+            return false;
+        }
+        bytes = lumo::saturatedSum(bytes, row.bytes);
+    }
+    return bytes < little;
+}
+
 void PlacesDesk::settle() {
     if (isMapOld_) {
         showMap();
     }
     if (!folderWanted_.empty()) {
         openFolder(std::exchange(folderWanted_, {}));
-    } else if (ticked_.rows().empty() && scanning_.hasSeenHome()) {
+    } else if (hasNextToNothing() && scanning_.hasSeenHome()) {
         openHome(); // What fills the disk is then nothing that a rule is about.
     }
     map_.prefetch();

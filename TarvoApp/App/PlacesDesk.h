@@ -103,6 +103,9 @@ class PlacesDesk final : public QObject {
     [[nodiscard]] const Row* rowOf(const QString& key) const;
     /// What can be ticked of the row from another place; `isPart` when that is not all of it.
     [[nodiscard]] QVariantMap belonging(const Row* row, bool isPart) const;
+    /// True when nothing that the scan found can be ticked and all of it is little: the home itself tells
+    /// more.
+    [[nodiscard]] bool hasNextToNothing() const;
     void showRest();
     void showMap();
     /// Shows it in the next turn of the event loop: the list has taken its time of this one.

@@ -428,6 +428,26 @@ TEST(AppStories, ACleanupThatIsStoppedSaysHowMuchWasLeft) {
     EXPECT_THAT(bytesOf(story.app().scanning()->statusText()), StartsWith("Cleanup done: "));
 }
 
+// What closer looks had found meanwhile took the home off the map after a rescan.
+TEST(AppStories, AHomeWithNothingToTickShowsItselfAlsoAfterARescan) {
+    AppStory story;
+    story.home.file("Videos/wedding.mkv", 3'000'000);
+    story.services.look = [desk = story.services.desk](lumo::InventoryKind kind,
+                                                       const std::stop_token& stop) {
+        const bool isOfFiles = kind == lumo::InventoryKind::large;
+        return isOfFiles ? lookedAt({.kinds = {kind}, .minimumBytes = 1000}, desk, {.stop = stop})
+                         : CloserLook{.found = {.kind = kind}};
+    };
+    for (int scan = 0; scan < 3; ++scan) {
+        story.app().scanning()->scan();
+        ASSERT_TRUE(story.waitUntilIdle());
+        ASSERT_TRUE(story.waitUntil([&] { return !story.app().items()->isLooking(); }));
+        ASSERT_TRUE(story.waitUntil([&] { return !story.app().map()->isZoomLoading(); }));
+        EXPECT_EQ(story.app().map()->depth(), 1) << scan;
+    }
+    EXPECT_FALSE(story.app().ticked()->rows().empty()) << "the film is found by the closer look";
+}
+
 TEST(AppStories, StoppingAScanKeepsWhatIsShownAndCleaningMayCutItShort) {
     AppStory story;
     settle(story);
