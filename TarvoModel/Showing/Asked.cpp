@@ -54,8 +54,12 @@ std::string listed(const Words& heading, const std::vector<std::string>& lines, 
 
 /// What a file brought is named in full.
 std::string aboutFile(const asked::FromFile& file, Language language) {
-    return "\n\n" +
-           Words{"Lo dice el fichero {}.", "The file {} says so."}.in(language, lumo::printable(file.name)) +
+    const Words words = file.plan
+                            ? Words{"Es lo que pide el plan guardado {}, con las cantidades de ahora.",
+                                    "This is what the saved plan {} asks for, with the amounts of now."}
+                            : Words{"Las cantidades son las del informe guardado {}: ahora pueden ser otras.",
+                                    "The amounts are those of the saved report {}: by now they may differ."};
+    return "\n\n" + words.in(language, lumo::printable(file.name)) +
            listed({"Se borra ya:", "Deleted right away:"}, file.deleted, language) +
            listed({"Se queda como está:", "Stays as it is:"}, file.leftOut, language);
 }
