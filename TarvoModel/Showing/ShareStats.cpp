@@ -4,6 +4,7 @@
 #include "LumoCore/Basics/CheckedSum.h"
 #include "LumoCore/Basics/LargestFirst.h"
 #include "LumoCore/Basics/Words.h"
+#include "LumoCore/Cleanup/HistoryLog.h"
 #include "LumoCore/Rules/RuleCatalog.h"
 #include "LumoCore/Scanning/ScanReport.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
@@ -47,15 +48,13 @@ void add(const lumo::CleanupOutcome& outcome, std::vector<ShareStats::Item>& ite
 } // namespace
 
 ShareStats ShareStats::make(const std::vector<lumo::CleanupOutcome>& outcomes, const Surroundings& around) {
-    const CleanupSums sums = sumsOf(outcomes);
-    ShareStats stats{.freedBytes = sums.freed,
+    ShareStats stats{.freedBytes = sumsOf(outcomes).freed,
                      .items = {},
                      .freeBefore = around.freeBefore,
                      .freeAfter = around.freeAfter,
                      .capacity = around.capacity,
-                     // Of this one all that is shown beside it, also what went before an action failed.
                      .lifetimeBytes =
-                         lumo::checkedSum(around.lifetimeBefore, lumo::checkedSum(sums.freed, sums.trashed))};
+                         lumo::checkedSum(around.lifetimeBefore, lumo::CleanupHistory::total(outcomes))};
     for (const lumo::CleanupOutcome& outcome : outcomes) {
         add(outcome, stats.items);
     }
