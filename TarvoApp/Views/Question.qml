@@ -36,7 +36,11 @@ T.Dialog {
     onAsksChanged: asks ? question.open() : question.close()
     onClosed: if (asks) App.question.cancel()
     onAboutToHide: refused = false
-    onOpened: cancel.forceActiveFocus(Qt.TabFocusReason)
+    onOpened: {
+        cancel.forceActiveFocus(Qt.TabFocusReason);
+        // Where the focus was before, it comes back by itself, and for no reason that shows a ring.
+        cancel.focusReason = Qt.TabFocusReason;
+    }
 
     T.Overlay.modal: Rectangle {
         color: Theme.shade
@@ -56,10 +60,16 @@ T.Dialog {
             text: question.title
             wrapMode: Text.WordWrap
         }
+        // Both this and what goes give way in a low window, so that the buttons are whole.
         ScrollView {
+            id: asked
+
+            Layout.fillHeight: true
             Layout.fillWidth: true
-            Layout.maximumHeight: Math.round(300 * Theme.scale)
-            Layout.preferredHeight: words.implicitHeight
+            Layout.maximumHeight: Math.min(words.implicitHeight, Math.round(300 * Theme.scale))
+            Layout.minimumHeight: Math.min(words.implicitHeight, Math.round(60 * Theme.scale))
+            Layout.preferredHeight: Layout.maximumHeight
+            ScrollBar.vertical.policy: words.implicitHeight > height + 1 ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
             clip: true
             contentWidth: availableWidth
 
@@ -68,7 +78,8 @@ T.Dialog {
 
                 lineHeight: 1.25
                 text: App.question.message
-                width: question.availableWidth
+                // Beside what it is scrolled with, whether that is there or not.
+                width: question.availableWidth - 10
                 wrapMode: Text.Wrap
             }
         }
@@ -81,7 +92,7 @@ T.Dialog {
             // As much of it as the window has room for.
             Layout.fillHeight: true
             Layout.maximumHeight: contentHeight
-            Layout.minimumHeight: Math.min(contentHeight, 80)
+            Layout.minimumHeight: Math.min(contentHeight, Math.round(60 * Theme.scale))
             Layout.preferredHeight: contentHeight
             boundsBehavior: Flickable.StopAtBounds
             clip: true
