@@ -54,23 +54,28 @@ ColumnLayout {
         sheet.depth = depth;
     }
 
-    RowLayout {
+    // Places of its own making: a layout left the legend where it had been before a folder was opened, and was as wide
+    // as all of it, with the map under the list.
+    Item {
         id: head
 
         readonly property bool zoomed: App.map.depth > 0 || App.map.zoomLoading
         // The legend keeps its words: where there is no room for them beside the rest they go below. By the width
         // alone: what measured the rest would change it in the middle of the layout, and a map that is as high with
         // a folder open as without keeps its tiles where they are, and what is written on them.
-        readonly property bool stacked: view.width < (view.compact ? 600 : 1000) * Theme.scale
+        readonly property bool stacked: view.width < (view.compact ? 650 : 1000) * Theme.scale
+        // Of a long way only the name is told then.
+        readonly property bool tight: !stacked && App.map.depth > 1 && view.width < 800 * Theme.scale
+        // What has the line to itself begins at its left.
+        readonly property real gap: zoomed || stacked ? 0 : Math.max(0, width - legend.implicitWidth - 24 - whole.width
+                                                                     - (disks.visible ? disks.width + 12 : 0))
 
         Layout.fillWidth: true
         Layout.preferredHeight: Theme.controlHeight
-        spacing: 12
 
         Breadcrumb {
-            Layout.fillWidth: true
-            Layout.leftMargin: -6
-            amounts: App.map.zoomAmounts
+            amounts: head.tight ? [] : App.map.zoomAmounts
+            anchors.verticalCenter: parent.verticalCenter
             help: Words.escapeHelp
             loading: App.map.zoomLoading
             most: head.stacked || !view.compact ? 100 : 1
@@ -78,47 +83,68 @@ ColumnLayout {
             start: Words.disk
             titles: App.map.zoomTitles
             visible: head.zoomed || head.stacked
+            width: head.width - rest.width - 6
+            x: -6
 
             onBackWanted: depth => App.map.zoomOut(depth)
             onStopWanted: App.map.zoomOut(App.map.depth)
         }
-        ToggleBox {
-            id: whole
+        Row {
+            id: rest
 
-            readonly property var row: App.places.openedRow
+            anchors.right: parent.right
+            height: parent.height
+            spacing: 12
 
-            Accessible.name: Words.tickAll.arg(row.title || "")
-            checked: row.ticked === true
-            enabled: row.tick === true && !App.activity.isBusy
-            text: Words.tickWhole
-            visible: App.map.depth > 0 && row.title !== undefined && (row.tick === true || row.reason.length > 0)
+            ToggleBox {
+                id: all
 
-            onToggled: {
-                App.places.toggle(row.key);
-                checked = Qt.binding(() => whole.row.ticked === true);
+                readonly property var row: App.places.openedRow
+
+                Accessible.name: Words.tickAll.arg(row.title || "")
+                anchors.verticalCenter: parent.verticalCenter
+                checked: row.ticked === true
+                enabled: row.tick === true && !App.activity.isBusy
+                text: Words.tickWhole
+                visible: App.map.depth > 0 && row.title !== undefined && (row.tick === true || row.reason.length > 0)
+
+                onToggled: {
+                    App.places.toggle(row.key);
+                    checked = Qt.binding(() => all.row.ticked === true);
+                }
+
+                Tip {
+                    text: all.row.reason || all.Accessible.name
+                    visible: all.hovered
+                }
             }
+            Legend {
+                id: legend
 
-            Tip {
-                text: whole.row.reason || whole.Accessible.name
-                visible: whole.hovered
+                anchors.verticalCenter: parent.verticalCenter
+                visible: !head.stacked
             }
-        }
-        Legend {
-            visible: !head.stacked
-        }
-        Item {
-            Layout.fillWidth: true
-            visible: !head.zoomed && !head.stacked
-        }
-        DisksButton {
-            visible: offers && (!head.zoomed || view.width > 700 * Theme.scale)
-        }
-        ToggleBox {
-            checked: App.settings.showWholeDisk
-            text: Words.wholeDisk
-            visible: App.map.depth === 0
+            Item {
+                height: 1
+                visible: head.gap > 0
+                width: head.gap
+            }
+            DisksButton {
+                id: disks
 
-            onToggled: App.settings.showWholeDisk = checked
+                anchors.verticalCenter: parent.verticalCenter
+                visible: offers && (!head.zoomed || view.width > (head.stacked ? 700 : 850) * Theme.scale)
+            }
+            ToggleBox {
+                id: whole
+
+                anchors.verticalCenter: parent.verticalCenter
+                checked: App.settings.showWholeDisk
+                text: Words.wholeDisk
+                visible: App.map.depth === 0
+
+                onToggled: App.settings.showWholeDisk = checked
+            }
         }
     }
     Legend {

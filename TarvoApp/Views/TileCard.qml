@@ -19,7 +19,8 @@ Rectangle {
     onTileChanged: {
         if (!tile)
             return;
-        corner = area.mapToItem(window, 0, 0);
+        // The area itself may be on its way into a folder.
+        corner = area.parent.mapToItem(window, 0, 0);
         told = tile as MapTile;
     }
 
