@@ -19,11 +19,14 @@ ColumnLayout {
     property MapTile pointed: null
 
     function move(dx: int, dy: int) {
-        const next = App.map.neighbour(shown.current, dx, dy);
-        if (next >= 0) {
-            // Becomes the current one by that; an item that has the focus must not leave the tab order.
-            shown.at(next).forceActiveFocus(Qt.TabFocusReason);
-        }
+        goTo(App.map.neighbour(shown.current, dx, dy));
+    }
+    function goTo(index: int) {
+        if (index < 0)
+            return;
+        // Becomes the current one by that; an item that has the focus must not leave the tab order.
+        shown.at(index).forceActiveFocus(Qt.TabFocusReason);
+        dwelling.byKeys = true;
     }
 
     function point(tile: MapTile) {
@@ -32,8 +35,12 @@ ColumnLayout {
         App.places.mapHovered = tile.key;
     }
     function leave(tile: MapTile) {
-        if (App.places.mapHovered === tile.key)
+        if (!tile.hovered && App.places.mapHovered === tile.key)
             leaving.restart();
+    }
+    function letGo(tile: MapTile) {
+        dwelling.byKeys = false;
+        leave(tile);
     }
 
     function zoomInto(key: string) {
@@ -47,7 +54,7 @@ ColumnLayout {
         App.places.mapHovered = "";
         opened = depth > 0;
         if (opened)
-            inside.current = 0;
+            inside.start();
         if (hadFocus && App.map.count > 0)
             shown.at(Math.min(shown.current, App.map.count - 1)).forceActiveFocus(Qt.TabFocusReason);
         sheet.travel(depth > sheet.depth);
@@ -171,6 +178,11 @@ ColumnLayout {
             App.map.width = width;
         }
 
+        Keys.onPressed: event => {
+            event.accepted = App.map.count > 0 && [Qt.Key_Home, Qt.Key_End].includes(event.key);
+            if (event.accepted)
+                view.goTo(event.key === Qt.Key_Home ? 0 : App.map.count - 1);
+        }
         Keys.onDownPressed: view.move(0, 1)
         Keys.onLeftPressed: view.move(-1, 0)
         Keys.onRightPressed: view.move(1, 0)
@@ -256,6 +268,8 @@ ColumnLayout {
                 tiles: App.map.overview
                 visible: !view.opened
 
+                onFocusBegun: dwelling.restart()
+                onFocusEnded: tile => view.letGo(tile)
                 onHoverBegun: tile => view.point(tile)
                 onHoverEnded: tile => view.leave(tile)
                 onMenuWanted: (key, at) => view.menuWanted(key, at)
@@ -271,6 +285,8 @@ ColumnLayout {
                 tiles: App.map.inside
                 visible: view.opened
 
+                onFocusBegun: dwelling.restart()
+                onFocusEnded: tile => view.letGo(tile)
                 onHoverBegun: tile => view.point(tile)
                 onHoverEnded: tile => view.leave(tile)
                 onMenuWanted: (key, at) => view.menuWanted(key, at)
@@ -291,6 +307,24 @@ ColumnLayout {
             interval: 80
 
             onTriggered: App.places.mapHovered = ""
+        }
+        // Whoever stays on a tile with the keys is told of it as with the pointer, which may lie on the map meanwhile.
+        Timer {
+            id: dwelling
+
+            property bool byKeys: false
+
+            interval: 400
+
+            onTriggered: {
+                const tile = view.shown.at(view.shown.current);
+                if (!tile || !tile.activeFocus || !byKeys && view.shown.hovered())
+                    return;
+                if (sheet.arrived)
+                    view.point(tile);
+                else
+                    restart();
+            }
         }
         TileCard {
             area: sheet

@@ -10,10 +10,13 @@ Item {
     property bool slides: true
     // Colors alone, while the sheet travels.
     property bool bare: false
-    // Where the keys are.
+    // Where the keys are, and what is there: other tiles may be there after a look at the disk.
     property int current: 0
+    property string currentKey: ""
     readonly property bool filling: faces.running
 
+    signal focusBegun(MapTile tile)
+    signal focusEnded(MapTile tile)
     signal hoverBegun(MapTile tile)
     signal hoverEnded(MapTile tile)
     signal menuWanted(string key, Item at)
@@ -23,6 +26,11 @@ Item {
     function at(index: int): MapTile {
         return repeater.itemAt(index) as MapTile;
     }
+    function take(tile: MapTile) {
+        current = tile.index;
+        currentKey = tile.key;
+        focusBegun(tile);
+    }
     // The tile under the pointer; null where there is none.
     function hovered(): MapTile {
         for (let index = 0; index < tiles.count; ++index) {
@@ -31,6 +39,25 @@ Item {
                 return tile;
         }
         return null;
+    }
+
+    // Another folder is read from its largest.
+    function start() {
+        current = 0;
+        currentKey = "";
+    }
+    // What the keys were on, while it is there; else the largest.
+    function settle() {
+        const before = at(current);
+        const focused = before && before.activeFocus;
+        let next = 0;
+        for (let index = 0; index < tiles.count && next === 0; ++index)
+            next = at(index)?.key === currentKey ? index : 0;
+        // An item that has the focus must not leave the tab order.
+        if (focused && next !== current)
+            at(next)?.forceActiveFocus(Qt.TabFocusReason);
+        else
+            current = next;
     }
 
     onBareChanged: if (bare) writing.from = 0
@@ -46,6 +73,10 @@ Item {
         function onReplacing() {
             sheet.replacing();
             faces.from = 0;
+        }
+
+        function onCountChanged() {
+            Qt.callLater(sheet.settle);
         }
 
         target: sheet.tiles
@@ -83,7 +114,7 @@ Item {
             filled: tile.index < faces.from // qmllint disable unqualified
             slides: sheet.slides // qmllint disable unqualified
 
-            onActiveFocusChanged: if (tile.activeFocus) sheet.current = tile.index // qmllint disable unqualified
+            onActiveFocusChanged: tile.activeFocus ? sheet.take(tile) : sheet.focusEnded(tile) // qmllint disable unqualified
             onHoveredChanged: tile.hovered ? sheet.hoverBegun(tile) : sheet.hoverEnded(tile) // qmllint disable unqualified
             onMenuWanted: (key, at) => sheet.menuWanted(key, at) // qmllint disable unqualified
             onZoomWanted: key => sheet.zoomWanted(key) // qmllint disable unqualified
