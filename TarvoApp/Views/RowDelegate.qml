@@ -25,6 +25,9 @@ Item {
     required property string command
 
     property bool opened: false
+    // From an opened row the keys go on into it, and from its first button back to it. What has the focus must not
+    // leave the tab order.
+    property bool hasInside: false
 
     readonly property bool lit: App.places.mapHovered === key || App.places.flashRow === key
     readonly property bool tickable: tickState === Kinds.Selected || tickState === Kinds.Unselected
@@ -58,8 +61,12 @@ Item {
     Accessible.selected: chosen
     // What cannot be ticked is no box to tick.
     Accessible.role: tickable ? Accessible.CheckBox : Accessible.ListItem
+    activeFocusOnTab: hasInside
     implicitHeight: body.y + body.height
 
+    Component.onCompleted: hasInside = opened
+    onActiveFocusChanged: if (!activeFocus) hasInside = opened
+    onOpenedChanged: hasInside = opened || activeFocus && hasInside
     Accessible.onPressAction: act(false)
     Accessible.onToggleAction: act(false)
     Keys.onMenuPressed: menuWanted(key, row)

@@ -123,6 +123,22 @@ Rectangle {
                     positionViewAtIndex(currentIndex, ListView.Contain);
                 }
 
+                // Whatever is reached by the keys in a row or below the last one is seen.
+                readonly property Item reached: Window.activeFocusItem
+
+                onReachedChanged: if (reached && (reached as Button)?.visualFocus) Qt.callLater(list.showReached)
+                function showReached() {
+                    let above = reached;
+                    while (above && above !== contentItem)
+                        above = above.parent;
+                    if (!above)
+                        return;
+                    const top = reached.mapToItem(contentItem, 0, 0).y - 6;
+                    contentY = Math.max(Math.min(contentY, top), top + reached.height + 12 - height);
+                }
+
+                // What has no row is told from the top, wherever the rows were scrolled to.
+                onCountChanged: if (count === 0) Qt.callLater(list.positionViewAtBeginning)
                 // A note above takes its room from the list.
                 onHeightChanged: if (currentItem && currentItem.activeFocus) positionViewAtIndex(currentIndex, ListView.Contain)
 

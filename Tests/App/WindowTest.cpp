@@ -113,6 +113,17 @@ TEST_F(MainWindowTest, TheListGoesToItsEndsAndByPagesAndFromTheSearchToItsFirstR
     EXPECT_FALSE(list->property("atYBeginning").toBool());
     story.app().list()->setSearchText(" a ");
     EXPECT_TRUE(story.waitUntil([&] { return list->property("atYBeginning").toBool(); }));
+    // That nothing matches was told beyond the lower edge of a list that had been scrolled.
+    story.app().list()->setSearchText("");
+    press(Qt::Key_End);
+    story.app().list()->setSearchText("no such thing");
+    const std::string nothing = lumo::Words{"Nada coincide", "Nothing matches"}.in();
+    EXPECT_TRUE(story.waitUntil([&] {
+        const QAccessibleInterface* const line = named(nothing);
+        const qreal top = list->mapToScene({}).y() + window.y();
+        return line != nullptr && line->rect().top() >= top && line->rect().bottom() <= top + list->height();
+    }));
+    story.app().list()->setSearchText("");
     press(Qt::Key_F, Qt::ControlModifier);
     press(Qt::Key_Down);
     EXPECT_THAT(focused(), StartsWith(rows.front().title));
