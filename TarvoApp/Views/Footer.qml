@@ -12,41 +12,66 @@ Rectangle {
     // What can be pressed and does nothing is a riddle.
     readonly property string cleanHelp: !App.cleaning.mayClean ? Words.cleanLater : App.ticked.hasTicked ? App.ticked.cleanHelp : Words.tickFirst
 
+    readonly property int edge: compact ? 7 : 12
+    // What is set aside is told whole: in smaller letters where it takes more lines, and above the buttons where even
+    // those were too many.
+    readonly property real beside: width - 48 - 16 - row.implicitWidth
+    readonly property real lines: metrics.advanceWidth / Math.max(1, beside)
+    readonly property bool above: lines > 2.6
+
     color: Theme.surface
-    implicitHeight: row.implicitHeight + (compact ? 14 : 24)
+    implicitHeight: 2 * edge + (above ? said.height + 8 + row.implicitHeight : Math.max(said.height, row.implicitHeight))
 
     Rectangle {
         color: Theme.hairline
         height: 1
         width: parent.width
     }
+    TextMetrics {
+        id: metrics
+
+        font.pixelSize: Theme.strong
+        text: said.text
+    }
+    Line {
+        id: said
+
+        Accessible.name: App.ticked.selectedText
+        Accessible.role: Accessible.StaticText
+        anchors.left: parent.left
+        anchors.leftMargin: 24
+        font.pixelSize: footer.lines > 1.8 ? Theme.body : Theme.strong
+        maximumLineCount: 3
+        text: Words.unbroken(App.ticked.selectedText)
+        width: footer.above ? footer.width - 48 : footer.beside
+        wrapMode: Text.WordWrap
+        y: footer.above ? footer.edge : Math.round((footer.height - height) / 2)
+    }
     RowLayout {
         id: row
 
-        anchors.left: parent.left
-        anchors.margins: 24
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: footer.above ? footer.edge : Math.round((footer.height - height) / 2)
         anchors.right: parent.right
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.rightMargin: 24
         spacing: 8
 
-        Line {
-            Accessible.name: text
-            Accessible.role: Accessible.StaticText
-            Layout.fillWidth: true
-            font.pixelSize: Theme.strong
-            maximumLineCount: 2
-            text: App.ticked.selectedText
-            wrapMode: Text.WordWrap
-        }
         PlainButton {
             enabled: App.ticked.hasTicked
             help: Words.deselectAllHelp
             kind: PlainButton.Link
             text: Words.deselectAll
 
-            onClicked: App.ticked.deselectAll()
+            onClicked: {
+                // Afterwards this is disabled, and would keep the focus where nobody sees it.
+                if (activeFocus)
+                    safe.forceActiveFocus(Qt.TabFocusReason);
+                App.ticked.deselectAll();
+            }
         }
         PlainButton {
+            id: safe
+
             enabled: App.cleaning.mayClean
             help: ModelWords.selectSafeHelp
             text: Words.selectSafe

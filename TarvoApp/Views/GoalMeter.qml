@@ -14,12 +14,17 @@ ColumnLayout {
 
         Line {
             Accessible.ignored: true
+            Layout.fillWidth: true
+            Layout.maximumWidth: Math.ceil(implicitWidth)
+            // Rather than the number.
+            Layout.minimumWidth: 0
             color: Theme.secondaryText
             text: Words.goal
         }
         Line {
             Accessible.name: Words.goal + ": " + text
             Layout.fillWidth: true
+            Layout.minimumWidth: Math.ceil(implicitWidth)
             font.pixelSize: Theme.strong
             font.weight: Font.DemiBold
             leftPadding: 4

@@ -28,7 +28,7 @@ RowLayout {
         spacing: 4
 
         Item {
-            height: figure.height
+            height: of.y + of.height > figure.height ? of.y + of.height : figure.height
             visible: App.volumes.freeNow.length > 0
             width: parent.width
 
@@ -41,19 +41,26 @@ RowLayout {
                 text: App.volumes.freeNow
             }
             Line {
+                id: of
+
+                // Below the figure where there is no room beside it: a number is never cut.
+                readonly property bool fits: figure.width + 8 + implicitWidth <= parent.width
+
                 Accessible.ignored: true
-                anchors.baseline: figure.baseline
                 color: Theme.secondaryText
                 font.pixelSize: Theme.strong
                 text: Words.freeOf.arg(App.volumes.capacity)
                 width: Math.min(Math.ceil(implicitWidth), parent.width - x)
-                x: figure.width + 8
+                x: fits ? figure.width + 8 : 0
+                y: fits ? figure.baselineOffset - baselineOffset : figure.height
             }
         }
         Line {
+            Accessible.name: App.activity.progressText.length > 0 ? header.status + "  " + App.activity.progressText
+                                                                  : header.status
             color: Theme.secondaryText
-            maximumLineCount: 2
-            text: App.activity.progressText.length > 0 ? header.status + "  " + App.activity.progressText : header.status
+            maximumLineCount: 4
+            text: Words.unbroken(Accessible.name)
             width: parent.width
             wrapMode: Text.WordWrap
         }

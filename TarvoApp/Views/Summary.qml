@@ -7,8 +7,6 @@ RowLayout {
     id: summary
 
     property bool compact: false
-    // A line never ends between a number and its unit.
-    readonly property string words: App.explaining.summary.replace(/(\d) (?=[kKMGTP]?B\b)/g, "$1\u00a0")
 
     spacing: 8
     visible: App.explaining.summary.length > 0
@@ -21,7 +19,7 @@ RowLayout {
         font.pixelSize: summary.compact ? Theme.body : Theme.strong
         lineHeight: summary.compact ? 1.1 : 1.25
         maximumLineCount: 3
-        text: summary.words
+        text: Words.unbroken(App.explaining.summary)
         wrapMode: Text.WordWrap
     }
     Rectangle {

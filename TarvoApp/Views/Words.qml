@@ -178,6 +178,10 @@ QtObject {
     readonly property string blocked: pick("no se puede limpiar ahora", "can't be cleaned right now")
     readonly property string shownOnly: pick("solo se enseña", "shown only")
 
+    // A line never ends between a number and its unit.
+    function unbroken(text: string): string {
+        return text.replace(/(\d) (?=([kKMGTP]?B|días?|days?)\b)/g, "$1\u00a0");
+    }
     // Of a thing itself, or of the row that it is a part of.
     function tickText(isTicked: bool, row: string): string {
         if (row.length > 0)
