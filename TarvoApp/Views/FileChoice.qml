@@ -120,6 +120,7 @@ T.Dialog {
                 anchors.margins: 4
                 boundsBehavior: Flickable.StopAtBounds
                 clip: true
+                highlightMoveDuration: 0
                 keyNavigationEnabled: true
                 model: App.picking.entries
 

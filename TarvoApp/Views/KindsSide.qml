@@ -11,6 +11,7 @@ ListView {
     activeFocusOnTab: true
     boundsBehavior: Flickable.StopAtBounds
     clip: true
+    highlightMoveDuration: 0
     keyNavigationEnabled: true
     model: App.items.kinds.length + 1
     spacing: 2
