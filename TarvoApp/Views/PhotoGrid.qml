@@ -59,6 +59,8 @@ Flickable {
             App.photos.toggle(current);
         } else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter) {
             App.photos.preview(current);
+        } else if (event.key === Qt.Key_Delete) {
+            App.photos.setAside();
         } else if (steps.has(event.key)) {
             const next = current + steps.get(event.key);
             if (next >= 0 && next < count)

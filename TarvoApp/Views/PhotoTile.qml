@@ -23,6 +23,8 @@ Item {
     signal toggled
     signal previewWanted
 
+    // A date is never torn apart.
+    readonly property string parts: facts.split(" · ").map(part => part.replace(/ /g, "\u00a0")).join(" · ")
     readonly property string state_: isChosen ? SideWords.chosenToGo : isProposed ? SideWords.proposed : ""
 
     Accessible.checkable: true
@@ -132,7 +134,7 @@ Item {
                 color: Theme.secondaryText
                 font.pixelSize: Theme.small
                 maximumLineCount: 2
-                text: tile.facts
+                text: tile.parts
                 width: parent.width
                 wrapMode: Text.WordWrap
             }

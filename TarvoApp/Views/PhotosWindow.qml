@@ -183,6 +183,8 @@ SideWindow {
                         wrapMode: Text.WordWrap
                     }
                     PhotoGrid {
+                        id: grid
+
                         Layout.fillHeight: true
                         Layout.fillWidth: true
                         Layout.leftMargin: 12
@@ -203,7 +205,11 @@ SideWindow {
                 kind: PlainButton.Link
                 text: SideWords.chooseNone
 
-                onClicked: App.photos.chooseNone()
+                onClicked: {
+                    // Afterwards this is disabled, and would keep the focus where nobody sees it.
+                    grid.forceActiveFocus(Qt.TabFocusReason);
+                    App.photos.chooseNone();
+                }
             }
             PlainButton {
                 help: SideWords.chooseRestHelp

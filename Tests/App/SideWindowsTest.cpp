@@ -255,6 +255,10 @@ TEST_F(SideWindowsTest, PhotosAreReachedWithTheKeyboardInTheTilesThatAreThere) {
     }
     EXPECT_EQ(photos.places()->current(), 78);
     EXPECT_TRUE(photos.photos()->read(78, PhotoList::chosenRole).toBool());
+    // Nothing was asked by the key that asks it in the explorer.
+    press(Qt::Key_Delete);
+    EXPECT_TRUE(story.waitUntil([&] { return story.app().question()->isOpenInPhotos(); }));
+    story.app().question()->cancel();
     std::vector<std::string> nameless;
     findNameless(QAccessible::queryAccessibleInterface(&window), nameless);
     EXPECT_THAT(nameless, IsEmpty());
