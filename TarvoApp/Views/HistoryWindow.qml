@@ -16,6 +16,12 @@ SideWindow {
 
     onVisibleChanged: visible ? App.history.show() : App.history.forget()
 
+    Shortcut {
+        enabled: App.holding.canUndo && !App.activity.isBusy
+        sequence: "Ctrl+Z"
+
+        onActivated: App.holding.undoLastCleanup()
+    }
     ColumnLayout {
         anchors.fill: parent
         spacing: 0
