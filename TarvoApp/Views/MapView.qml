@@ -1,9 +1,9 @@
 import QtQuick
-import QtQuick.Layouts
 import Tarvo
 
-// The picture of the disk.
-ColumnLayout {
+// The picture of the disk. No layout: one that is told in its own middle what goes below keeps room for it where it has
+// gone, or is as wide as all that is in it, with the map under the list.
+Item {
     id: view
 
     // In a low window the map has every line that can be spared.
@@ -47,8 +47,6 @@ ColumnLayout {
         App.map.zoomInto(key);
     }
 
-    spacing: 6
-
     onDepthChanged: {
         const hadFocus = area.activeFocus;
         App.places.mapHovered = "";
@@ -61,8 +59,6 @@ ColumnLayout {
         sheet.depth = depth;
     }
 
-    // Places of its own making: a layout left the legend where it had been before a folder was opened, and was as wide
-    // as all of it, with the map under the list.
     Item {
         id: head
 
@@ -77,8 +73,8 @@ ColumnLayout {
         readonly property real gap: zoomed || stacked ? 0 : Math.max(0, width - legend.implicitWidth - 24 - whole.width
                                                                      - (disks.visible ? disks.width + 12 : 0))
 
-        Layout.fillWidth: true
-        Layout.preferredHeight: Theme.controlHeight
+        height: Theme.controlHeight
+        width: parent.width
 
         Breadcrumb {
             amounts: head.tight ? [] : App.map.zoomAmounts
@@ -155,19 +151,22 @@ ColumnLayout {
         }
     }
     Legend {
-        Layout.fillWidth: true
-        Layout.leftMargin: -2
+        id: below
+
         visible: head.stacked
+        x: -2
+        y: head.height + 6
     }
     FocusScope {
         id: area
 
         Accessible.name: Words.mapName
         Accessible.role: Accessible.Grouping
-        Layout.fillHeight: true
-        Layout.fillWidth: true
         // Always: what is drawn of the map would be put together anew for each journey.
         clip: true
+        height: Math.max(0, view.height - y)
+        width: view.width
+        y: head.height + 6 + (head.stacked ? below.height + 6 : 0)
 
         onHeightChanged: {
             settled.restart();

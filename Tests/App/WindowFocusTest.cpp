@@ -128,4 +128,12 @@ TEST_F(MainWindowAtHomeTest, TheMapEndsWhereTheListBegins) {
         story.app().map()->zoomOut(0);
         EXPECT_TRUE(story.waitUntil(fits)) << width;
     }
+    // Room was kept for a legend that had gone elsewhere.
+    window.resize(900, 600);
+    EXPECT_TRUE(story.waitUntil([&] {
+        const QAccessibleInterface* const map = named(lumo::Words{"Mapa del disco", "Disk map"}.in());
+        const QAccessibleInterface* const whole =
+            named(lumo::Words{"Ver disco entero", "Show Whole Disk"}.in());
+        return map != nullptr && whole != nullptr && map->rect().top() - whole->rect().bottom() < 20;
+    }));
 }
