@@ -7,11 +7,13 @@
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Explaining/DiskSummary.h"
+#include "LumoCore/Scanning/FileTree.h"
 #include "Platform/Folder.h"
 #include "Platform/StateFile.h"
 
 #include <algorithm>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 namespace tarvo {
@@ -86,17 +88,24 @@ lumo::Result<OpenedReport> openedReport(std::string_view bytes, PlanRequest requ
     return opened;
 }
 
-/// True when nothing is left of what the action would take.
-bool isDone(const lumo::CleanupAction& action) {
-    namespace platform = lumo::platform;
-    std::vector<std::string> paths = lumo::CleanupExecutor::touchedPaths(action);
-    paths.insert(paths.end(), action.measuredPaths.begin(), action.measuredPaths.end());
-    // What goes whole may be empty and still be there to go.
-    const bool goesWhole = std::holds_alternative<lumo::method::TrashItems>(action.method);
-    return std::ranges::all_of(paths, [&](const std::string& path) {
-        const bool isEmpty = platform::canList(path) && platform::namesIn(path).empty();
-        return platform::isMissing(path) || (isEmpty && !goesWhole);
-    });
+/// What stands at the measured paths now.
+lumo::Usage measuredNow(const lumo::CleanupAction& action) {
+    std::vector<std::string_view> paths(action.measuredPaths.begin(), action.measuredPaths.end());
+    // What is gone would count as something that cannot be read.
+    std::erase_if(paths, [](std::string_view path) { return lumo::platform::isMissing(std::string(path)); });
+    lumo::HardLinkRegistry registry;
+    lumo::Usage all;
+    for (const lumo::Usage& usage : lumo::FileTree::measureAll(paths, registry)) {
+        all += usage;
+    }
+    return all;
+}
+
+/// True when nothing is left of what the action would take: no file, or of what goes whole not even a folder.
+bool isDone(const lumo::CleanupAction& action, const lumo::Usage& now) {
+    return std::holds_alternative<lumo::method::TrashItems>(action.method)
+               ? std::ranges::all_of(action.measuredPaths, lumo::platform::isMissing)
+               : now.fileCount == 0 && now.unreadableCount == 0;
 }
 
 /// Gives what the plan would do the amounts of now, there and in the file's own entries: those of then would
@@ -107,8 +116,9 @@ void measureNow(OpenedPlan& opened) {
             continue;
         }
         const auto saved = std::ranges::find(opened.saved, entry);
-        entry.action.estimatedBytes = lumo::CleanupExecutor::remaining(entry.action);
-        if (isDone(entry.action)) {
+        const lumo::Usage now = measuredNow(entry.action);
+        entry.action.estimatedBytes = now.allocatedBytes;
+        if (isDone(entry.action, now)) {
             entry.skipReason = Words{"ya no queda nada ahí", "nothing is left there"}.in();
         }
         if (saved != opened.saved.end()) {
