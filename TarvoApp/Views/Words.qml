@@ -157,8 +157,8 @@ QtObject {
     readonly property string nothingToCleanHelp: pick("Tu disco ya está en orden.", "Your disk is already tidy.")
     readonly property string homeUnseen: pick("No se puede mirar tu carpeta personal",
                                               "Your home folder can't be looked at")
-    readonly property string homeUnseenHelp: pick("Por eso no se sabe qué llena el disco. Analiza otra vez cuando se pueda.",
-                                                  "So nothing is known of what fills the disk. Analyze again once it can.")
+    readonly property string homeUnseenHelp: pick("Por eso no se sabe qué llena el disco. Cuando esté arreglado, analiza otra vez.",
+                                                  "So nothing is known of what fills the disk. Once that is mended, analyze again.")
     readonly property string fullOfYourOwn: pick(
         "Queda poco espacio: lo que llena el disco es tuyo. El mapa de tu carpeta enseña qué es.",
         "There is little space left: what fills the disk is yours. The map of your home folder shows what it is.")
