@@ -109,7 +109,8 @@ Item {
         MapTile {
             id: tile
 
-            activeFocusOnTab: tile.index === Math.min(sheet.current, sheet.tiles.count - 1) // qmllint disable unqualified
+            // What has the focus must not leave the tab order while the tiles are fewer for a moment.
+            activeFocusOnTab: tile.activeFocus || tile.index === Math.min(sheet.current, sheet.tiles.count - 1) // qmllint disable unqualified
             bare: sheet.bare || tile.index >= writing.from // qmllint disable unqualified
             filled: tile.index < faces.from // qmllint disable unqualified
             slides: sheet.slides // qmllint disable unqualified

@@ -100,8 +100,12 @@ TEST_F(MainWindowTest, FromAnOpenedRowTheKeysReachItsButtonsAndWhatTheyReachIsSe
     press(Qt::Key_F10, Qt::ShiftModifier);
     const std::string known(lumo::Words{"Ver qué es", "See What It Is"}.in());
     ASSERT_TRUE(story.waitUntil([&] { return named(known) != nullptr; }));
+    for (int steps = 0; steps < 9 && focused() != known; ++steps) {
+        press(Qt::Key_Down);
+    }
     press(Qt::Key_Return);
     ASSERT_TRUE(story.waitUntil([&] { return focused().starts_with(title); })) << focused();
+    ASSERT_TRUE(story.waitUntil([&] { return named(lumo::Words("Vista previa", "Preview").in()) != nullptr; }));
     press(Qt::Key_Tab);
     EXPECT_EQ(focused(), lumo::Words("Vista previa", "Preview").in());
     press(Qt::Key_Backtab, Qt::ShiftModifier);

@@ -133,6 +133,7 @@ TEST_F(ExploreCommand, SetsAsideWhatIsMarkedAndPutsItBackAndLeavesTheTerminalAsI
     pane.type({"u"});
     pane.waitFor("Put this back?");
     pane.type({"y"});
+    pane.waitWithout("Put this back?"); // Which names it as well.
     pane.waitFor("large.mkv");
     EXPECT_EQ(contentOf(home.path("Videos/large.mkv")).size(), 3000000U);
     pane.type({"/", "SMA"});
