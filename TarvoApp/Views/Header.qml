@@ -56,10 +56,13 @@ RowLayout {
             }
         }
         Line {
-            Accessible.name: App.activity.progressText.length > 0 ? header.status + "  " + App.activity.progressText
-                                                                  : header.status
+            // In one line, whatever there is room for: else each look at the disk would make the map lower for its time.
+            readonly property bool counts: App.activity.progressText.length > 0
+
+            Accessible.name: counts ? header.status + "  " + App.activity.progressText : header.status
             color: Theme.secondaryText
-            maximumLineCount: 4
+            elide: counts ? Text.ElideNone : Text.ElideRight
+            maximumLineCount: counts ? 1 : 4
             text: Words.unbroken(Accessible.name)
             width: parent.width
             wrapMode: Text.WordWrap
