@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/Path.h"
 #include "Platform/Folder.h"
+#include "Platform/posix/EntryMode.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -161,20 +162,6 @@ void BaseFolder::makePrivate() const {
         fchmodat(folder_.number(), ".", 0700, 0);
     }
 }
-
-namespace {
-
-EntryKind kindOfMode(mode_t mode) {
-    if (S_ISDIR(mode)) {
-        return EntryKind::folder;
-    }
-    if (S_ISREG(mode)) {
-        return EntryKind::file;
-    }
-    return S_ISLNK(mode) ? EntryKind::link : EntryKind::other;
-}
-
-} // namespace
 
 SystemResult<EntryKind> kindAt(const Place& place) {
     struct stat status = {};

@@ -3,6 +3,7 @@
 #include "LumoCore/Basics/Path.h"
 #include "Platform/Descriptor.h"
 #include "Platform/TreeTally.h"
+#include "Platform/posix/EntryMode.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -23,16 +24,6 @@ namespace {
 struct CloseFolder {
     void operator()(DIR* folder) const { closedir(folder); }
 };
-
-EntryKind kindOfMode(mode_t mode) {
-    if (S_ISDIR(mode)) {
-        return EntryKind::folder;
-    }
-    if (S_ISREG(mode)) {
-        return EntryKind::file;
-    }
-    return S_ISLNK(mode) ? EntryKind::link : EntryKind::other;
-}
 
 EntryKind kindOfEntry(int folder, const dirent& entry) {
     switch (entry.d_type) {

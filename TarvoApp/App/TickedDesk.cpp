@@ -42,7 +42,9 @@ void TickedDesk::takeItems(std::shared_ptr<const WholePlan> made) {
 }
 
 void TickedDesk::show(std::shared_ptr<const WholePlan> whole) {
+    std::shared_ptr<const WholePlan> before = plan_.whole();
     plan_.take(hidden_.empty() ? std::move(whole) : whole->without(hidden_));
+    ground_.background.drop(std::move(before));
     emit planChanged();
     ticksHaveChanged();
 }

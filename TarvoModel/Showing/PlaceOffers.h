@@ -31,7 +31,7 @@ struct PlaceOffers {
     bool zoom = false;
     bool explain = false;
     bool preview = false;
-    bool open = false; ///< With the desktop's program, or shown there, or its path copied.
+    bool open = false;  ///< With the desktop's program, or shown there, or its path copied.
     bool aside = false; ///< To be set aside whole, as what no cleanup is about.
     bool archive = false;
     bool protect = false;

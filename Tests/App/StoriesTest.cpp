@@ -62,6 +62,20 @@ std::vector<std::string> titlesOf(const std::vector<Notification>& notices) {
     return titles;
 }
 
+/// Carries out the actions, and lets each of them wait until somebody stops it.
+auto waitingForTheStop(std::latch& hasBegun) {
+    return [&hasBegun](const std::vector<CleanupAction>& actions, const lumo::PathGuard& guard,
+                       lumo::CleanupExecutor::Control control) {
+        control.onBegin = [&hasBegun, stop = control.stop](std::size_t) {
+            hasBegun.count_down();
+            while (!stop.stop_requested()) {
+                std::this_thread::yield();
+            }
+        };
+        return usualCarryOut(actions, guard, control);
+    };
+}
+
 } // namespace
 
 TEST(AppStories, TheWelcomeHoldsTheFirstScanBackOnce) {
@@ -379,16 +393,7 @@ TEST(AppStories, AVolumeThatCannotBeReadLeavesTheMapAsItWas) {
 TEST(AppStories, QuittingWhileCleaningEndsAfterTheActionInHand) {
     AppStory story;
     std::latch hasBegun(1);
-    story.services.carryOut = [&](const std::vector<CleanupAction>& actions, const lumo::PathGuard& guard,
-                                  lumo::CleanupExecutor::Control control) {
-        control.onBegin = [&, stop = control.stop](std::size_t) {
-            hasBegun.count_down();
-            while (!stop.stop_requested()) {
-                std::this_thread::yield();
-            }
-        };
-        return usualCarryOut(actions, guard, control);
-    };
+    story.services.carryOut = waitingForTheStop(hasBegun);
     settle(story);
     story.app().ticked()->toggle(AppStory::ownKey);
     story.app().cleaning()->requestClean();
@@ -406,16 +411,7 @@ TEST(AppStories, QuittingWhileCleaningEndsAfterTheActionInHand) {
 TEST(AppStories, ACleanupThatIsStoppedSaysHowMuchWasLeft) {
     AppStory story;
     std::latch hasBegun(1);
-    story.services.carryOut = [&](const std::vector<CleanupAction>& actions, const lumo::PathGuard& guard,
-                                  lumo::CleanupExecutor::Control control) {
-        control.onBegin = [&, stop = control.stop](std::size_t) {
-            hasBegun.count_down();
-            while (!stop.stop_requested()) {
-                std::this_thread::yield();
-            }
-        };
-        return usualCarryOut(actions, guard, control);
-    };
+    story.services.carryOut = waitingForTheStop(hasBegun);
     settle(story);
     story.app().ticked()->toggle(AppStory::ownKey);
     story.app().cleaning()->requestClean();

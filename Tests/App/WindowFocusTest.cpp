@@ -105,7 +105,8 @@ TEST_F(MainWindowTest, FromAnOpenedRowTheKeysReachItsButtonsAndWhatTheyReachIsSe
     }
     press(Qt::Key_Return);
     ASSERT_TRUE(story.waitUntil([&] { return focused().starts_with(title); })) << focused();
-    ASSERT_TRUE(story.waitUntil([&] { return named(lumo::Words("Vista previa", "Preview").in()) != nullptr; }));
+    ASSERT_TRUE(
+        story.waitUntil([&] { return named(lumo::Words("Vista previa", "Preview").in()) != nullptr; }));
     press(Qt::Key_Tab);
     EXPECT_EQ(focused(), lumo::Words("Vista previa", "Preview").in());
     press(Qt::Key_Backtab, Qt::ShiftModifier);

@@ -1,5 +1,5 @@
-#include "TarvoModel/Flows/Archiving.h"
 #include "TarvoModel/Flows/HeldState.h"
+#include "TarvoModel/Flows/Archiving.h"
 #include "TarvoModel/Flows/Scanning.h"
 #include "Tests/support/TempHome.h"
 
