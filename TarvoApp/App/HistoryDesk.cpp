@@ -24,13 +24,8 @@ HistoryDesk::HistoryDesk(const Ground& ground, const HoldingDesk& holding, std::
 
 void HistoryDesk::show() {
     isShown_ = true;
+    beginsAnew_ = true;
     refresh();
-}
-
-void HistoryDesk::forget() {
-    isShown_ = false;
-    chosen_ = -1;
-    emit chosenChanged();
 }
 
 HistoryDesk::Read HistoryDesk::readFrom(const Desk& desk) {
@@ -69,7 +64,7 @@ void HistoryDesk::refresh() {
 }
 
 void HistoryDesk::take(Read read) {
-    const HistoryCleanup* const before = opened();
+    const HistoryCleanup* const before = std::exchange(beginsAnew_, false) ? nullptr : opened();
     const auto same = std::ranges::find_if(read.cleanups, [&](const HistoryCleanup& cleanup) {
         return before != nullptr && cleanup.number == before->number;
     });

@@ -38,7 +38,7 @@ class HistoryDesk final : public QObject {
     /// Reads the log, and again after each change of what is set aside.
     Q_INVOKABLE void show();
     /// No longer. The next time it begins with the newest cleanup.
-    Q_INVOKABLE void forget();
+    Q_INVOKABLE void forget() { isShown_ = false; }
     void choose(int index);
 
     [[nodiscard]] bool isBusy() const { return isBusy_; }
@@ -73,6 +73,7 @@ class HistoryDesk final : public QObject {
     int chosen_ = -1;
     std::size_t asked_ = 0; ///< How often it was read: only the last answer counts.
     bool isShown_ = false;
+    bool beginsAnew_ = false; ///< The newest cleanup is to be chosen when they are read.
     bool isBusy_ = false;
 };
 

@@ -1,8 +1,10 @@
 import QtQuick
+import QtQuick.Layouts
 import Tarvo
 
-// The picture of the disk. No layout: one that is told in its own middle what goes below keeps room for it where it has
-// gone, or is as wide as all that is in it, with the map under the list.
+// The picture of the disk. No layout as a whole: as wide as all that is in it, that would push the map under the list. Its
+// first line is one: where the way into a folder took its width from a row beside it, its steps were laid out after they
+// had been deleted.
 Item {
     id: view
 
@@ -59,7 +61,7 @@ Item {
         sheet.depth = depth;
     }
 
-    Item {
+    RowLayout {
         id: head
 
         readonly property bool zoomed: App.map.depth > 0 || App.map.zoomLoading
@@ -67,18 +69,15 @@ Item {
         // alone: what measured the rest would change it in the middle of the layout, and a map that is as high with
         // a folder open as without keeps its tiles where they are, and what is written on them.
         readonly property bool stacked: view.width < (view.compact ? 650 : 1000) * Theme.scale
-        // Of a long way only the name is told then.
-        readonly property bool tight: !stacked && App.map.depth > 1 && view.width < 800 * Theme.scale
-        // What has the line to itself begins at its left.
-        readonly property real gap: zoomed || stacked ? 0 : Math.max(0, width - legend.implicitWidth - 24 - whole.width
-                                                                     - (disks.visible ? disks.width + 12 : 0))
 
         height: Theme.controlHeight
+        spacing: 12
         width: parent.width
 
         Breadcrumb {
-            amounts: head.tight ? [] : App.map.zoomAmounts
-            anchors.verticalCenter: parent.verticalCenter
+            Layout.fillWidth: true
+            Layout.leftMargin: -6
+            amounts: App.map.zoomAmounts
             help: Words.escapeHelp
             loading: App.map.zoomLoading
             most: head.stacked || !view.compact ? 100 : 1
@@ -86,68 +85,47 @@ Item {
             start: Words.disk
             titles: App.map.zoomTitles
             visible: head.zoomed || head.stacked
-            width: head.width - rest.width - 6
-            x: -6
 
             onBackWanted: depth => App.map.zoomOut(depth)
             onStopWanted: App.map.zoomOut(App.map.depth)
         }
-        Row {
-            id: rest
+        ToggleBox {
+            id: whole
 
-            anchors.right: parent.right
-            height: parent.height
-            spacing: 12
+            readonly property var row: App.places.openedRow
 
-            ToggleBox {
-                id: all
+            Accessible.name: Words.tickAll.arg(row.title || "")
+            checked: row.ticked === true
+            enabled: row.tick === true && !App.activity.isBusy
+            text: Words.tickWhole
+            visible: App.map.depth > 0 && row.title !== undefined && (row.tick === true || row.reason.length > 0)
 
-                readonly property var row: App.places.openedRow
-
-                Accessible.name: Words.tickAll.arg(row.title || "")
-                anchors.verticalCenter: parent.verticalCenter
-                checked: row.ticked === true
-                enabled: row.tick === true && !App.activity.isBusy
-                text: Words.tickWhole
-                visible: App.map.depth > 0 && row.title !== undefined && (row.tick === true || row.reason.length > 0)
-
-                onToggled: {
-                    App.places.toggle(row.key);
-                    checked = Qt.binding(() => all.row.ticked === true);
-                }
-
-                Tip {
-                    text: all.row.reason || all.Accessible.name
-                    visible: all.hovered
-                }
+            onToggled: {
+                App.places.toggle(row.key);
+                checked = Qt.binding(() => whole.row.ticked === true);
             }
-            Legend {
-                id: legend
 
-                anchors.verticalCenter: parent.verticalCenter
-                visible: !head.stacked
+            Tip {
+                text: whole.row.reason || whole.Accessible.name
+                visible: whole.hovered
             }
-            Item {
-                height: 1
-                visible: head.gap > 0
-                width: head.gap
-            }
-            DisksButton {
-                id: disks
+        }
+        Legend {
+            visible: !head.stacked
+        }
+        Item {
+            Layout.fillWidth: true
+            visible: !head.zoomed && !head.stacked
+        }
+        DisksButton {
+            visible: offers && (!head.zoomed || view.width > 700 * Theme.scale)
+        }
+        ToggleBox {
+            checked: App.settings.showWholeDisk
+            text: Words.wholeDisk
+            visible: App.map.depth === 0
 
-                anchors.verticalCenter: parent.verticalCenter
-                visible: offers && (!head.zoomed || view.width > (head.stacked ? 700 : 850) * Theme.scale)
-            }
-            ToggleBox {
-                id: whole
-
-                anchors.verticalCenter: parent.verticalCenter
-                checked: App.settings.showWholeDisk
-                text: Words.wholeDisk
-                visible: App.map.depth === 0
-
-                onToggled: App.settings.showWholeDisk = checked
-            }
+            onToggled: App.settings.showWholeDisk = checked
         }
     }
     Legend {
