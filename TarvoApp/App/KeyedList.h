@@ -63,6 +63,11 @@ class KeyedList : public QAbstractListModel {
 
     /// Other items are about to stand at the places of those that are shown.
     virtual void willReplace() {}
+    /// What views have to read again where the one stood and the other stands now, which is not equal to it;
+    /// empty for all of it.
+    [[nodiscard]] virtual QList<int> changedRoles(const Item& /*before*/, const Item& /*now*/) const {
+        return {};
+    }
 
   private:
     [[nodiscard]] std::size_t differences(const std::vector<Item>& wanted) const {
@@ -180,9 +185,10 @@ class KeyedList : public QAbstractListModel {
         // Views read again only what has changed: after most scans that is little, and reading is what costs.
         // What stands one after the other is told at once.
         int changed = 0;
+        QList<int> roles;
         const auto tell = [&](int end) {
             if (const int run = std::exchange(changed, 0); run > 0) {
-                emit dataChanged(index(end - run), index(end - 1));
+                emit dataChanged(index(end - run), index(end - 1), roles);
             }
         };
         for (int place = 0; place < static_cast<int>(wanted.size()); ++place) {
@@ -203,12 +209,17 @@ class KeyedList : public QAbstractListModel {
                 endMoveRows();
             }
             Item& shown = items_[static_cast<std::size_t>(place)];
-            if (shown != item) {
-                shown = std::move(item);
-                ++changed;
-            } else {
+            if (shown == item) {
                 tell(place);
+                continue;
             }
+            QList<int> others = changedRoles(shown, item);
+            if (others != roles) {
+                tell(place);
+                roles = std::move(others);
+            }
+            shown = std::move(item);
+            ++changed;
         }
         tell(static_cast<int>(wanted.size()));
     }

@@ -5,9 +5,20 @@
 #include <QRectF>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace tarvo {
+
+namespace {
+
+bool looksAlike(const Rect& one, const Rect& other) {
+    constexpr double visible = 0.25; // Of a point, at which a slide ends, too.
+    return std::abs(one.x - other.x) < visible && std::abs(one.y - other.y) < visible &&
+           std::abs(one.width - other.width) < visible && std::abs(one.height - other.height) < visible;
+}
+
+} // namespace
 
 TileList::TileList(Read read, std::size_t most, QObject* parent)
     : KeyedList(parent), read_(std::move(read)), most_(static_cast<int>(most)) {
@@ -24,8 +35,28 @@ void TileList::take(std::vector<Tile> tiles, const QSizeF& size) {
     for (std::size_t at = 0; at < tiles.size(); ++at) {
         laid.push_back({std::move(tiles[at]), places[at]});
     }
+    keepPlaces(laid);
     takeOver(std::move(laid));
     emit countChanged();
+}
+
+void TileList::keepPlaces(std::vector<LaidTile>& laid) const {
+    // A cache has always grown by some bytes, and then every place is another by a hair.
+    const auto isAlike = [](const LaidTile& one, const LaidTile& other) {
+        return one.id == other.id && looksAlike(one.place, other.place);
+    };
+    if (std::ranges::equal(laid, items(), isAlike)) {
+        for (std::size_t at = 0; at < laid.size(); ++at) {
+            laid[at].place = items()[at].place;
+        }
+    }
+}
+
+QList<int> TileList::changedRoles(const LaidTile& before, const LaidTile& now) const {
+    if (static_cast<const Tile&>(before) == static_cast<const Tile&>(now)) {
+        return {placeRole, nestedRole};
+    }
+    return {};
 }
 
 void TileList::layOut(const QSizeF& size) {

@@ -90,6 +90,9 @@ class TileList final : public KeyedList<LaidTile> {
 
   private:
     void willReplace() override { emit replacing(); }
+    [[nodiscard]] QList<int> changedRoles(const LaidTile& before, const LaidTile& now) const override;
+    /// Lets the tiles stay where they are if nobody could see them move.
+    void keepPlaces(std::vector<LaidTile>& laid) const;
     /// What is read of a row without a tile.
     [[nodiscard]] static QVariant ofSpare(int role);
 

@@ -81,25 +81,28 @@ Item {
 
         target: sheet.tiles
     }
-    // What is in the tiles follows them a few tiles a frame.
-    FrameAnimation {
-        id: faces
-
+    // What is in the tiles follows them, tile by tile for as long as a frame has to spare.
+    component Follower: FrameAnimation {
         property int from: 0
+        property bool allowed: true
 
-        running: from < sheet.tiles.count
+        running: allowed && from < sheet.tiles.count
 
-        onTriggered: from += 4
+        onTriggered: {
+            const begun = Date.now();
+            while (running && Date.now() - begun < 3)
+                ++from;
+        }
+    }
+
+    Follower {
+        id: faces
     }
     // And so does what is written on them, when they have arrived.
-    FrameAnimation {
+    Follower {
         id: writing
 
-        property int from: 0
-
-        running: !sheet.bare && from < sheet.tiles.count
-
-        onTriggered: from += 16
+        allowed: !sheet.bare
     }
     Repeater {
         id: repeater
