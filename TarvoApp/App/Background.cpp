@@ -1,5 +1,6 @@
 #include "TarvoApp/App/Background.h"
 
+#include "Platform/ThreadMemory.h"
 #include "Platform/ThreadPriority.h"
 
 #include <QCoreApplication>
@@ -12,6 +13,7 @@
 namespace tarvo {
 
 Background::Background(std::size_t threads, QObject* parent) : QObject(parent) {
+    lumo::platform::shareAllocator();
     for (std::size_t count = 0; count < threads; ++count) {
         threads_.emplace_back([this](const std::stop_token& end) { serve(end); });
     }
