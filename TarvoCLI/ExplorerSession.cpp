@@ -12,9 +12,9 @@
 #include "TarvoCLI/Screen.h"
 #include "TarvoCLI/ScreenSafeties.h"
 #include "TarvoCLI/TreeMeasuring.h"
+#include "TarvoModel/Exploring/NeverTouched.h"
 #include "TarvoModel/Exploring/SettingAside.h"
 #include "TarvoModel/Exploring/WhatIsIt.h"
-#include "TarvoModel/Flows/CleanupPlanning.h"
 
 #include <algorithm>
 #include <chrono>
@@ -56,7 +56,7 @@ class Session final {
         if (explored_.isExport) {
             return;
         }
-        explorer_.protect(protectedFolders(Preferences::load(desk_.home), desk_.home));
+        lookUpNeverTouched();
         const std::string root(explored_.tree->entry(NamedTree::root).name);
         if (lumo::isInside(root, desk_.home) || lumo::isInside(desk_.home, root) || root == "/") {
             safeties_.emplace(explored_.tree, desk_.home);
@@ -274,10 +274,20 @@ class Session final {
     }
 
     void mark() {
-        if (const auto reason = explorer_.toggleMark()) {
+        auto reason = explorer_.toggleMark();
+        const NamedEntry* const entry = explorer_.current();
+        if (!reason && entry != nullptr && explorer_.isMarked(entry->index) && !explored_.isExport) {
+            lookUpNeverTouched();
+            reason = explorer_.whyNotMarked(entry->index);
+        }
+        if (reason) {
             return say(*reason, true);
         }
         explorer_.moveBy(1);
+    }
+
+    void lookUpNeverTouched() {
+        explorer_.protect(neverTouched(Preferences::load(desk_.home), desk_.home, explorer_.inQuestion()));
     }
 
     /// What reaches beyond the picture: to the disk and to other programs.

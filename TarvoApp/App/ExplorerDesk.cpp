@@ -7,7 +7,6 @@
 #include "TarvoApp/App/QtText.h"
 #include "TarvoModel/Exploring/SettingAside.h"
 #include "TarvoModel/Exploring/WhatIsIt.h"
-#include "TarvoModel/Flows/CleanupPlanning.h"
 #include "TarvoModel/Showing/Preview.h"
 
 #include <algorithm>
@@ -342,22 +341,49 @@ void ExplorerDesk::goTo(const std::string& path) {
 }
 
 void ExplorerDesk::toggleMark(int row) {
-    if (hasRow(row)) {
-        explorer_->moveTo(static_cast<std::size_t>(row));
-        if (const auto reason = explorer_->toggleMark()) {
-            ground_.activity.say(*reason);
-        }
-        list_.tellMarks();
-        emit changed();
+    if (!hasRow(row)) {
+        return;
     }
+    explorer_->moveTo(static_cast<std::size_t>(row));
+    const NamedEntry entry = *explorer_->current();
+    if (const auto reason = explorer_->toggleMark()) {
+        ground_.activity.say(*reason);
+    } else if (explorer_->isMarked(entry.index)) {
+        justMarked_ = explorer_->tree().pathOf(entry.index);
+        protect();
+    }
+    list_.tellMarks();
+    emit changed();
 }
 
 void ExplorerDesk::protect() {
-    if (explorer_) {
-        explorer_->protect(protectedFolders(ground_.settings.preferences(), ground_.shownHome()));
-        list_.tellMarks();
-        emit changed();
+    if (!explorer_) {
+        return;
     }
+    if (isLookingUp_) {
+        looksUpAgain_ = true;
+        return;
+    }
+    isLookingUp_ = true;
+    ground_.background.start([this, preferences = ground_.settings.preferences(), home = ground_.shownHome(),
+                              paths = explorer_->inQuestion()](const std::stop_token&) -> Background::Apply {
+        return [this, never = neverTouched(preferences, home, paths)] { takeNeverTouched(never); };
+    });
+}
+
+void ExplorerDesk::takeNeverTouched(const NeverTouched& never) {
+    isLookingUp_ = false;
+    explorer_->protect(never);
+    if (std::exchange(looksUpAgain_, false)) {
+        protect(); // More was marked meanwhile, or other folders are protected.
+    } else if (const std::string path = std::exchange(justMarked_, {}); !path.empty()) {
+        const auto marked = explorer_->tree().entryAt(path);
+        if (const auto reason = marked ? explorer_->whyNotMarked(*marked) : std::nullopt) {
+            ground_.activity.say(*reason);
+        }
+    }
+    list_.tellMarks();
+    emit changed();
 }
 
 void ExplorerDesk::clearMarks() {

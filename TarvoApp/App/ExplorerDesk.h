@@ -102,8 +102,10 @@ class ExplorerDesk final : public QObject {
 
   private:
     void takeTree();
-    /// What is never touched may have changed.
+    /// What is never touched may have changed, and has to be known of what was just marked: looked up in the
+    /// background.
     void protect();
+    void takeNeverTouched(const NeverTouched& never);
     void refresh();
     /// True when the rows are so many that they are read in the background.
     bool readElsewhere(const RowsWanted& wanted);
@@ -123,6 +125,9 @@ class ExplorerDesk final : public QObject {
     HomeTree tree_;
     EntrySafeties safeties_;
     std::unique_ptr<Explorer> explorer_; ///< None until it was first open.
+    bool isLookingUp_ = false;           ///< What is never touched.
+    bool looksUpAgain_ = false;          ///< After that.
+    std::string justMarked_;             ///< Until that is known of it; empty for nothing.
     std::optional<RowsWanted> toRead_;   ///< In the background, after what is read there now.
     bool isReading_ = false;
     ExplorerList list_;

@@ -253,28 +253,39 @@ bool Explorer::holdsNewer(EntryIndex entry) const {
     return olderThanDays_ && tree_->entry(entry).sums.modified >= changedBefore_;
 }
 
-void Explorer::protect(std::vector<std::string> folders) {
-    protected_ = std::move(folders);
+void Explorer::protect(NeverTouched never) {
+    never_ = std::move(never);
     std::erase_if(marked_, [this](EntryIndex entry) { return whyNotMarked(entry).has_value(); });
     markedBytes_.reset();
 }
 
+std::vector<std::string> Explorer::inQuestion() const {
+    std::vector<std::string> paths = tree_->pathsOf(std::vector(marked_.begin(), marked_.end()));
+    paths.insert(paths.end(), never_.leadThere.begin(), never_.leadThere.end());
+    return paths;
+}
+
 bool Explorer::isProtected(EntryIndex entry) const {
-    return !protected_.empty() &&
-           std::ranges::any_of(protected_, [path = tree_->pathOf(entry)](const std::string& folder) {
-               return lumo::isInside(path, folder);
-           });
+    if (never_.folders.empty()) {
+        return false;
+    }
+    const std::string path = tree_->pathOf(entry);
+    return never_.leadThere.contains(path) ||
+           std::ranges::any_of(never_.folders,
+                               [&](const std::string& folder) { return lumo::isInside(path, folder); });
 }
 
 std::optional<std::string> Explorer::whyNotMarked(EntryIndex entry) const {
-    if (protected_.empty() || !lumo::CleanupPlanner::touchesProtected({tree_->pathOf(entry)}, protected_)) {
+    const bool isHeldBack = isProtected(entry);
+    if (!isHeldBack && (never_.folders.empty() ||
+                        !lumo::CleanupPlanner::touchesProtected({tree_->pathOf(entry)}, never_.folders))) {
         return std::nullopt;
     }
     return lumo::revealed(tree_->entry(entry).name) + ": " +
-           (isProtected(entry) ? lumo::CleanupPlanner::protectedReason()
-                               : lumo::Words{"contiene una carpeta protegida en Ajustes",
-                                             "it holds a folder protected in Settings"}
-                                     .in());
+           (isHeldBack ? lumo::CleanupPlanner::protectedReason()
+                       : lumo::Words{"contiene una carpeta protegida en Ajustes",
+                                     "it holds a folder protected in Settings"}
+                             .in());
 }
 
 std::optional<std::string> Explorer::toggleMark() {

@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/Date.h"
 #include "LumoCore/Scanning/NamedTree.h"
+#include "TarvoModel/Exploring/NeverTouched.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -104,9 +105,12 @@ class Explorer final {
 
     // What is never touched.
 
-    /// These folders are never touched, which are absolute: what they hold back is no longer marked.
-    void protect(std::vector<std::string> folders);
-    /// True for such a folder, and for what lies in one.
+    /// What that holds back is no longer marked.
+    void protect(NeverTouched never);
+    /// The paths about which the disk has to be asked when it is looked up once more: what is marked, and
+    /// what was found to be held back.
+    [[nodiscard]] std::vector<std::string> inQuestion() const;
+    /// True for a folder that is never touched, for what lies in one, and for what is known to lead there.
     [[nodiscard]] bool isProtected(lumo::EntryIndex entry) const;
     /// "a: it's in a folder protected in Settings", where that, or one that it holds, forbids to mark it.
     [[nodiscard]] std::optional<std::string> whyNotMarked(lumo::EntryIndex entry) const;
@@ -149,7 +153,7 @@ class Explorer final {
     std::string filter_;
     std::optional<std::int64_t> olderThanDays_;
     std::uint32_t changedBefore_ = 0; ///< In seconds since 1970, while there is such an age.
-    std::vector<std::string> protected_;
+    NeverTouched never_;
     std::set<lumo::EntryIndex> marked_;
     mutable std::optional<std::int64_t> markedBytes_; ///< Absent until somebody asks.
 };

@@ -155,7 +155,8 @@ TEST_F(ExplorerInTheWindow, ShowsWhatIsNeverTouchedAndSaysSoInsteadOfMarkingIt) 
     story.app().places()->protect(key);
     EXPECT_THAT(bytesOf(story.app().activity()->notice()),
                 StartsWith("“Videos” will never be touched. You can change that in Settings"));
-    EXPECT_TRUE(is("Videos", ExplorerList::protectedRole));
+    EXPECT_FALSE(is("Videos", ExplorerList::protectedRole)) << "the disk was asked while the window waits";
+    ASSERT_TRUE(story.waitUntil([&] { return is("Videos", ExplorerList::protectedRole); }));
     EXPECT_FALSE(is("Videos", ExplorerList::markedRole));
     EXPECT_TRUE(is("Music", ExplorerList::markedRole));
     EXPECT_THAT(read(explorer, rowNamed(explorer, "Videos"), ExplorerList::factsRole),
@@ -164,7 +165,26 @@ TEST_F(ExplorerInTheWindow, ShowsWhatIsNeverTouchedAndSaysSoInsteadOfMarkingIt) 
     EXPECT_EQ(bytesOf(story.app().activity()->notice()), "Videos: it's in a folder protected in Settings");
     EXPECT_FALSE(is("Videos", ExplorerList::markedRole));
     story.app().settings()->unprotect(0);
-    EXPECT_FALSE(is("Videos", ExplorerList::protectedRole));
+    EXPECT_TRUE(story.waitUntil([&] { return !is("Videos", ExplorerList::protectedRole); }));
+    ASSERT_TRUE(story.waitUntilIdle());
+}
+
+// Such a link could be marked, and only the cleanup refused it.
+TEST_F(ExplorerInTheWindow, UnmarksALinkToWhatIsNeverTouched) {
+    story.home.link("shortcut", story.home.path("Videos/trip"));
+    story.app().settings()->protectPaths({story.home.path("Music/../Videos/trip")});
+    ExplorerDesk& explorer = open();
+    explorer.toggleMark(rowNamed(explorer, "Music"));
+    explorer.toggleMark(rowNamed(explorer, "shortcut"));
+    const auto is = [&](int role) {
+        return explorer.entries()
+            ->data(explorer.entries()->index(rowNamed(explorer, "shortcut")), role)
+            .toBool();
+    };
+    ASSERT_TRUE(story.waitUntil([&] { return is(ExplorerList::protectedRole); }));
+    EXPECT_FALSE(is(ExplorerList::markedRole));
+    EXPECT_EQ(bytesOf(story.app().activity()->notice()), "shortcut: it's in a folder protected in Settings");
+    EXPECT_THAT(bytesOf(explorer.markedText()), StartsWith("1 marked: "));
     ASSERT_TRUE(story.waitUntilIdle());
 }
 

@@ -76,7 +76,7 @@ TEST(Explorer, MarksNothingThatIsNeverTouched) {
     Explorer explorer(treeOf(home));
     pointAt(explorer, home.path("work"));
     EXPECT_FALSE(explorer.toggleMark());
-    explorer.protect({home.path("work/thesis")});
+    explorer.protect({.folders = {home.path("work/thesis")}});
     EXPECT_EQ(explorer.markCount(), 0U) << "what it holds would go with it";
     EXPECT_EQ(explorer.toggleMark(), "work: it holds a folder protected in Settings");
     EXPECT_FALSE(explorer.isProtected(explorer.current()->index));
@@ -92,6 +92,31 @@ TEST(Explorer, MarksNothingThatIsNeverTouched) {
     EXPECT_FALSE(explorer.toggleMark());
     explorer.protect({});
     EXPECT_EQ(explorer.markCount(), 1U) << "what is held back by nothing stays marked";
+}
+
+TEST(Explorer, MarksNoLinkToWhatIsNeverTouchedHoweverThatIsSpelt) {
+    // Only the text of paths was compared: the cleaning refused what could be marked.
+    const TempHome home;
+    home.files({"work/thesis/draft", "other/notes"}, 9000);
+    home.link("other/shortcut", home.path("work/thesis"));
+    home.link("other/elsewhere", home.path("other"));
+    Preferences preferences = Preferences::load(home.path());
+    ASSERT_TRUE(preferences.set(preference::protectedFolders, {home.path("other/../work/./thesis/")}));
+    Explorer explorer(treeOf(home));
+    const auto isMarked = [&](const char* name) {
+        pointAt(explorer, home.path(name));
+        const auto reason = explorer.toggleMark();
+        explorer.protect(neverTouched(preferences, home.path(), explorer.inQuestion()));
+        return !reason && explorer.isMarked(explorer.current()->index);
+    };
+    EXPECT_FALSE(isMarked("work"));
+    EXPECT_FALSE(isMarked("work/thesis"));
+    EXPECT_FALSE(isMarked("other/shortcut"));
+    EXPECT_EQ(explorer.toggleMark(), "shortcut: it's in a folder protected in Settings");
+    EXPECT_EQ(protectionNote(explorer, *explorer.current()), "never touched");
+    EXPECT_TRUE(isMarked("other/elsewhere"));
+    EXPECT_TRUE(explorer.isProtected(*explorer.tree().entryAt(home.path("other/shortcut")))) << "still";
+    EXPECT_TRUE(isMarked("other")) << "that goes without what the link leads to";
 }
 
 TEST(Explorer, OrdersFiltersMarksAndFindsItsWay) {
