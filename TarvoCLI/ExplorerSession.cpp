@@ -1,5 +1,6 @@
 #include "TarvoCLI/ExplorerSession.h"
 
+#include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
@@ -57,6 +58,7 @@ class Session final {
             return;
         }
         lookUpNeverTouched();
+        explored_.tree->chargeLast(lumo::OwnFiles::support(desk_.home));
         const std::string root(explored_.tree->entry(NamedTree::root).name);
         if (lumo::isInside(root, desk_.home) || lumo::isInside(desk_.home, root) || root == "/") {
             safeties_.emplace(explored_.tree, desk_.home);
@@ -459,6 +461,7 @@ class Session final {
         }
         begin(measuringAnew.in(), [this, path] {
             const auto tree = std::make_shared<NamedTree>(path);
+            tree->chargeLast(lumo::OwnFiles::support(desk_.home));
             const auto unreadable =
                 lumo::measureInto(*tree, path, NamedTree::root, nullptr, stop_.get_token());
             return std::function<void()>([this, tree, unreadable] {

@@ -34,6 +34,19 @@ auto orderOf(const platform::FileIdentity& file) {
     return std::tuple(file.device, file.object);
 }
 
+/// The names of each file together, which stand one after the other.
+template <class Name>
+std::vector<std::span<Name>> byFile(std::span<Name> names) {
+    std::vector<std::span<Name>> files;
+    while (!names.empty()) {
+        const auto end =
+            std::ranges::find_if(names, [&](const Name& name) { return name.file != names.front().file; });
+        files.push_back(names.first(static_cast<std::size_t>(end - names.begin())));
+        names = names.subspan(files.back().size());
+    }
+    return files;
+}
+
 } // namespace
 
 EntrySums& EntrySums::operator+=(const EntrySums& other) {
@@ -221,26 +234,32 @@ void NamedTree::sortLinked() {
 void NamedTree::chargeLinked() {
     const platform::Locked locked(mutex_);
     sortLinked();
-    for (auto first = linked_.begin(); first != linked_.end();) {
-        const auto end = std::find_if(first, linked_.end(),
-                                      [&](const LinkedName& name) { return name.file != first->file; });
-        chargeGroup({first, end});
-        first = end;
+    for (const auto names : byFile(std::span(linked_))) {
+        chargeGroup(names);
     }
+}
+
+void NamedTree::chargeLast(std::string folder) {
+    const platform::Locked locked(mutex_);
+    chargedLast_ = std::move(folder);
 }
 
 void NamedTree::chargeGroup(std::span<LinkedName> names) {
     LinkedName* wanted = nullptr;
-    std::string firstPath;
+    std::pair<bool, std::string> first; // The last folder comes after all others.
     for (LinkedName& name : names) {
         if (!isHeld(name.entry)) {
             name.isCharged = false; // Its bytes went with it.
             continue;
         }
-        std::string its = names.size() > 1 ? path(name.entry) : std::string();
-        if (wanted == nullptr || its < firstPath) {
+        std::pair<bool, std::string> its;
+        if (names.size() > 1) {
+            its.second = path(name.entry);
+            its.first = !chargedLast_.empty() && isInside(its.second, chargedLast_);
+        }
+        if (wanted == nullptr || its < first) {
             wanted = &name;
-            firstPath = std::move(its);
+            first = std::move(its);
         }
     }
     for (LinkedName& name : names) {
@@ -505,31 +524,49 @@ bool NamedTree::isBelow(EntryIndex index, std::span<const EntryIndex> entries) c
     return false;
 }
 
+std::vector<NamedTree::LinkedName> NamedTree::linkedIn(std::vector<EntryIndex> entries) const {
+    std::ranges::sort(entries);
+    std::vector<LinkedName> going;
+    for (const LinkedName& name : linked_) {
+        if (isBelow(name.entry, entries)) {
+            going.push_back(name);
+        }
+    }
+    std::ranges::sort(going, {}, [](const LinkedName& name) { return orderOf(name.file); });
+    return going;
+}
+
 std::int64_t NamedTree::freedWithout(std::span<const EntryIndex> entries) const {
     const platform::Locked locked(mutex_);
     std::int64_t freed = 0;
     for (const EntryIndex entry : entries) {
         freed += node(entry).bytes();
     }
-    std::vector<EntryIndex> ascending(entries.begin(), entries.end());
-    std::ranges::sort(ascending);
-    std::vector<LinkedName> going;
-    for (const LinkedName& name : linked_) {
-        if (isBelow(name.entry, ascending)) {
-            going.push_back(name);
+    const std::vector<LinkedName> going = linkedIn({entries.begin(), entries.end()});
+    for (const auto names : byFile(std::span(going))) {
+        const bool isCharged = std::ranges::any_of(names, &LinkedName::isCharged);
+        if (isCharged && names.size() < names.front().links) {
+            freed -= names.front().bytes;
         }
-    }
-    std::ranges::sort(going, {}, [](const LinkedName& name) { return orderOf(name.file); });
-    for (auto first = going.begin(); first != going.end();) {
-        const auto end = std::find_if(first, going.end(),
-                                      [&](const LinkedName& name) { return name.file != first->file; });
-        const bool isCharged = std::any_of(first, end, [](const LinkedName& name) { return name.isCharged; });
-        if (isCharged && end - first < first->links) {
-            freed -= first->bytes;
-        }
-        first = end;
     }
     return freed;
+}
+
+std::int64_t NamedTree::keptWithout(std::span<const EntryIndex> entries,
+                                    std::optional<EntryIndex> besides) const {
+    const platform::Locked locked(mutex_);
+    const std::vector<LinkedName> going = linkedIn({entries.begin(), entries.end()});
+    const std::vector<LinkedName> alongside = besides ? linkedIn({*besides}) : std::vector<LinkedName>();
+    std::int64_t kept = 0;
+    for (const auto names : byFile(std::span(going))) {
+        const auto others =
+            std::ranges::equal_range(alongside, orderOf(names.front().file), {},
+                                     [](const LinkedName& name) { return orderOf(name.file); });
+        if (names.size() + others.size() < names.front().links) {
+            kept += names.front().bytes;
+        }
+    }
+    return kept;
 }
 
 NamedTree::Visited NamedTree::visited(EntryIndex index, std::span<const LinkedName> linked) const {

@@ -98,7 +98,7 @@ struct TreeBatch {
 /// asked for, and that of a large folder piece by piece.
 ///
 /// A file with several names takes its bytes where the first of its paths stands, in byte order, once
-/// `chargeLinked` was called; until then it takes none.
+/// `chargeLinked` was called; until then it takes none. What is set aside comes last (see `chargeLast`).
 class NamedTree final {
   public:
     /// Whether the lengths of files are kept besides, in 8 bytes more an entry.
@@ -120,6 +120,9 @@ class NamedTree final {
     EntryIndex add(TreeBatch& batch);
     /// Settles where files with several names take their bytes: again after each change.
     void chargeLinked();
+    /// What lies in the folder at that absolute path is charged with a file only where that has no name
+    /// elsewhere in the tree. To be said before anything is charged.
+    void chargeLast(std::string folder);
     /// Nobody is charged with the file any more: another measurement was.
     void waive(platform::FileIdentity file);
     /// Takes an entry and all below it out of the tree; the folders around it shrink. What is still being
@@ -155,6 +158,10 @@ class NamedTree final {
     /// What goes from the disk when these entries go, none of which lies in another: files that keep a name
     /// elsewhere do not count.
     [[nodiscard]] std::int64_t freedWithout(std::span<const EntryIndex> entries) const;
+    /// What these entries hold that stays on the disk when they go, and `besides` with them, none of which
+    /// lies in another: files that keep a name elsewhere.
+    [[nodiscard]] std::int64_t keptWithout(std::span<const EntryIndex> entries,
+                                           std::optional<EntryIndex> besides = {}) const;
 
     /// What a visit of the whole tree tells, folders before what they hold.
     struct Visited {
@@ -192,6 +199,9 @@ class NamedTree final {
     [[nodiscard]] EntrySums sumsBefore(EntryIndex top, std::uint32_t moment) const LUMO_REQUIRES(mutex_);
     [[nodiscard]] std::string path(EntryIndex index) const LUMO_REQUIRES(mutex_);
     [[nodiscard]] bool isHeld(EntryIndex index) const LUMO_REQUIRES(mutex_);
+    /// The names that go with the entries, of files with several: those of one file one after the other.
+    [[nodiscard]] std::vector<LinkedName> linkedIn(std::vector<EntryIndex> entries) const
+        LUMO_REQUIRES(mutex_);
     /// True when it is one of the entries, which ascend, or lies in one.
     [[nodiscard]] bool isBelow(EntryIndex index, std::span<const EntryIndex> entries) const
         LUMO_REQUIRES(mutex_);
@@ -216,6 +226,7 @@ class NamedTree final {
     std::vector<std::uint32_t> remembered_ LUMO_GUARDED_BY(mutex_);
     std::vector<LinkedName> linked_ LUMO_GUARDED_BY(mutex_);
     bool isLinkedSorted_ LUMO_GUARDED_BY(mutex_) = true;
+    std::string chargedLast_ LUMO_GUARDED_BY(mutex_); ///< Empty for none.
     std::atomic<std::uint32_t> news_ = 0;
 };
 

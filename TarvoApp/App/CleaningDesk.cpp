@@ -90,12 +90,18 @@ void CleaningDesk::requestClean(const PlanRequest& request, const Asks& asks) {
         });
 }
 
-void CleaningDesk::requestAside(const std::vector<std::string>& paths) {
-    if (!paths.empty()) {
-        requestClean({.report = nullptr, .chosen = paths}, [paths](const Agreement& wanted) {
-            return asked::Clean{.actions = wanted.actions, .shown = wanted.shown, .chosen = paths};
-        });
+void CleaningDesk::requestAside(const std::vector<std::string>& paths, std::int64_t keptBytes) {
+    if (paths.empty()) {
+        return;
     }
+    requestClean({.report = nullptr, .chosen = paths}, [paths, keptBytes](const Agreement& wanted) {
+        // Of what is left out nobody knows how much of that it is.
+        const bool isAll = wanted.actions.size() == paths.size();
+        return asked::Clean{.actions = wanted.actions,
+                            .shown = wanted.shown,
+                            .chosen = paths,
+                            .keptBytes = isAll ? keptBytes : 0};
+    });
 }
 
 void CleaningDesk::ask(const Plan& plan, const Asks& asks) {

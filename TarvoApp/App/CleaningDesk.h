@@ -37,8 +37,9 @@ class CleaningDesk final : public QObject {
     /// is left out and told. `asks` makes the question of what is left.
     using Asks = std::function<asked::Clean(const Agreement&)>;
     void requestClean(const PlanRequest& request, const Asks& asks);
-    /// Asks whether these are set aside: whole, whatever rules know of them.
-    void requestAside(const std::vector<std::string>& paths);
+    /// Asks whether these are set aside: whole, whatever rules know of them. So many bytes of them are known
+    /// to stay on the disk, since they have another name as well.
+    void requestAside(const std::vector<std::string>& paths, std::int64_t keptBytes = 0);
     /// Tells what the last cleanup could not do.
     Q_INVOKABLE void showFailures();
     /// The cleanup of every week, which asks nobody; it finds out itself whether it is due.

@@ -1,6 +1,7 @@
 #include "TarvoApp/App/ExplorerDesk.h"
 
 #include "LumoCore/Basics/ByteFormat.h"
+#include "LumoCore/Basics/OwnFiles.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
@@ -452,7 +453,16 @@ void ExplorerDesk::setAside(int row) {
         ground_.activity.say(lumo::capitalized(*reason) + ".");
         return;
     }
-    cleaning_.requestAside(explorer_->tree().pathsOf(entries));
+    if (ground_.isOnlyDemo()) {
+        return;
+    }
+    // Among very many names that takes a while.
+    ground_.background.start([this, entries, tree = tree_.tree(), paths = explorer_->tree().pathsOf(entries),
+                              support = lumo::OwnFiles::support(ground_.shownHome())](
+                                 const std::stop_token&) -> Background::Apply {
+        const std::int64_t kept = tree->keptWithout(entries, tree->entryAt(support));
+        return [this, paths, kept] { cleaning_.requestAside(paths, kept); };
+    });
 }
 
 void ExplorerDesk::explain(int row) {

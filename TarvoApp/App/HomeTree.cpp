@@ -47,6 +47,7 @@ void HomeTree::measureAgain() {
 void HomeTree::begin() {
     walk_ = std::make_shared<Walk>();
     walk_->tree = std::make_shared<lumo::NamedTree>(ground_.shownHome());
+    walk_->tree->chargeLast(lumo::OwnFiles::support(ground_.shownHome()));
     ground_.background.start(walk_->stop,
                              [this, walk = walk_, measure = ground_.services.measure](
                                  const std::stop_token& stop) -> Background::Apply {

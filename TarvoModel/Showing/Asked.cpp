@@ -52,6 +52,16 @@ std::string listed(const Words& heading, const std::vector<std::string>& lines, 
     return text.empty() ? text : "\n\n" + heading.in(language) + text;
 }
 
+/// Whoever needs the space learns here that this brings none.
+std::string aboutKept(const asked::Clean& clean, Language language) {
+    return clean.keptBytes == 0
+               ? std::string()
+               : "\n" +
+                     Words{"De eso, {} siguen en el disco con otro nombre: quitarlo no los libera.",
+                           "{} of that stays on the disk under another name: removing it frees none of it."}
+                         .in(language, string(clean.keptBytes, language));
+}
+
 /// What a file brought is named in full.
 std::string aboutFile(const asked::FromFile& file, Language language) {
     const Words words = file.plan
@@ -73,7 +83,7 @@ struct Texts {
         const CleanupShares shares = sharesOf(clean.actions);
         const std::string does = cleanTitle(shares, language);
         return {.title = Words{"¿{}?", "{}?"}.in(language, does),
-                .message = confirmationMessage(clean.actions, language) +
+                .message = confirmationMessage(clean.actions, language) + aboutKept(clean, language) +
                            (clean.file ? aboutFile(*clean.file, language) : std::string()),
                 .groups = groupsOf(clean.actions, language),
                 .acceptText = does};

@@ -36,6 +36,7 @@ struct Clean {
     bool isFromPhotos = false; ///< It is asked in the window where photos are reviewed.
     std::optional<FromFile> file = {};
     std::vector<std::string> chosen = {}; ///< The absolute paths that somebody pointed at, where that is all.
+    std::int64_t keptBytes = 0; ///< Of those: what has another name as well, and stays on the disk by that.
 };
 
 /// Whether what is set aside goes for good.

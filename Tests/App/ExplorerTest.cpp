@@ -213,6 +213,29 @@ TEST_F(ExplorerInTheWindow, SetsAsideWhatIsMarkedAfterAQuestionAndFollowsTheUndo
     ASSERT_TRUE(story.waitUntilIdle());
 }
 
+// The copy that was set aside took the bytes of the file, and the name that stays was shown with nothing.
+TEST_F(ExplorerInTheWindow, ShowsWhatAFileTakesUnderTheNameThatStays) {
+    story.home.file("Videos/twice/one.mkv", 3'000'000);
+    story.home.hardLink("Videos/twice/two.mkv", "Videos/twice/one.mkv");
+    ExplorerDesk& explorer = open();
+    explorer.goTo(story.home.path("Videos/twice"));
+    EXPECT_EQ(read(explorer, rowNamed(explorer, "two.mkv"), ExplorerList::bytesRole), "0 MB");
+    explorer.setAside(rowNamed(explorer, "one.mkv"));
+    QuestionDesk& question = *story.app().question();
+    ASSERT_TRUE(story.waitUntil([&] { return question.isOpen(); }));
+    EXPECT_THAT(bytesOf(question.message()), HasSubstr("3 MB of that stays on the disk"));
+    question.accept();
+    ASSERT_TRUE(story.waitUntil([&] { return explorer.entries()->count() == 1; }));
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_TRUE(story.waitUntil(
+        [&] { return read(explorer, rowNamed(explorer, "two.mkv"), ExplorerList::bytesRole) == "3 MB"; }));
+    EXPECT_THAT(bytesOf(explorer.amounts().back()), "3 MB");
+    explorer.setAside(rowNamed(explorer, "two.mkv"));
+    ASSERT_TRUE(story.waitUntil([&] { return question.isOpen(); }));
+    EXPECT_THAT(bytesOf(question.message()), Not(HasSubstr("stays on the disk"))) << "that goes, too, later";
+    question.cancel();
+}
+
 TEST_F(ExplorerInTheWindow, ShowsOnlyWhatIsOldAndSetsAsideNothingNewerWithIt) {
     const auto ago = [&](int days) {
         const auto moment = story.now() - std::chrono::days(days);

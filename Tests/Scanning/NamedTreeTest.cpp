@@ -112,6 +112,35 @@ TEST(NamedTree, ChargesAFileWithSeveralNamesToTheFirstPathAndWhatGoesWithIt) {
     EXPECT_EQ(bytesAt(*tree, home.path()), before - allocatedBytes(home.path("a")));
 }
 
+// A copy that was set aside took the bytes, since its path comes before, and what stays was shown with none.
+TEST(NamedTree, ChargesTheNameThatStaysAndKnowsWhatIsKeptByOne) {
+    const TempHome home;
+    home.file("held/one", 9000);
+    home.hardLink("videos/two", "held/one");
+    home.hardLink("videos/three", "held/one");
+    home.file("videos/lone", 5000);
+    NamedTree tree(home.path());
+    tree.chargeLast(home.path("held"));
+    measureInto(tree, home.path(), NamedTree::root, nullptr, {});
+    const std::int64_t shared = allocatedBytes(home.path("held/one"));
+    EXPECT_EQ(bytesAt(tree, home.path("held/one")), 0);
+    EXPECT_EQ(bytesAt(tree, home.path("videos/three")), shared);
+    const auto kept = [&](std::initializer_list<std::string_view> names, bool withHeld) {
+        std::vector<EntryIndex> entries;
+        for (const std::string_view name : names) {
+            entries.push_back(*tree.entryAt(home.path(name)));
+        }
+        return tree.keptWithout(entries, withHeld ? tree.entryAt(home.path("held")) : std::nullopt);
+    };
+    EXPECT_EQ(kept({"videos/two"}, false), shared) << "although another name is charged";
+    EXPECT_EQ(kept({"videos/two", "videos/three", "videos/lone"}, false), shared) << "once";
+    EXPECT_EQ(kept({"videos/two"}, true), shared);
+    EXPECT_EQ(kept({"videos"}, true), 0) << "nothing but what is set aside already";
+    tree.detach(*tree.entryAt(home.path("videos")));
+    tree.chargeLinked();
+    EXPECT_EQ(bytesAt(tree, home.path("held/one")), shared);
+}
+
 // The folders around something kept its date when it was taken out, so that they passed for newer than they
 // are.
 TEST(NamedTree, DatesGoBackWhenTheNewestIsTakenOut) {
