@@ -50,11 +50,26 @@ void TickedDesk::show(std::shared_ptr<const WholePlan> whole) {
 }
 
 std::set<std::string> TickedDesk::takeOut(const std::vector<lumo::CleanupOutcome>& outcomes) {
-    std::set<std::string> done = emptied_.take(outcomes);
-    plan_.forget(done);
+    showFailed(outcomes);
+    std::set<std::string> gone = emptied_.take(outcomes, rows());
+    gone.merge(plan_.whole()->takenAlong(gone));
+    plan_.forget(gone);
+    hide(gone); // At once: the scan that follows takes its time.
     ticksHaveChanged();
-    emit taken(done);
-    return done;
+    emit taken(gone);
+    return gone;
+}
+
+void TickedDesk::showFailed(const std::vector<lumo::CleanupOutcome>& outcomes) {
+    std::size_t shown = 0;
+    for (const lumo::CleanupOutcome& outcome : outcomes) {
+        shown += outcome.status == lumo::CleanupStatus::failed ? hidden_.erase(outcome.id) : 0;
+    }
+    if (shown > 0) {
+        const WholePlan& narrow = *plan_.whole();
+        plan_.narrow(WholePlan(narrow.plan(), narrow.items(), ground_.shownHome()).without(hidden_));
+        emit planChanged();
+    }
 }
 
 void TickedDesk::hide(const std::set<std::string>& ids) {

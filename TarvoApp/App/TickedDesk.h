@@ -44,7 +44,7 @@ class TickedDesk final : public QObject {
     void takePlan(std::shared_ptr<const WholePlan> made);
     /// Takes over what closer looks found, likewise with the plan that is shown.
     void takeItems(std::shared_ptr<const WholePlan> made);
-    /// Takes out what a cleanup has taken; the ids of that.
+    /// Takes out what a cleanup has taken, and shows again what it could not take; the ids of the first.
     std::set<std::string> takeOut(const std::vector<lumo::CleanupOutcome>& outcomes);
     /// Shows those rows no more, until the next plan: a cleanup has been there.
     void hide(const std::set<std::string>& ids);
@@ -99,6 +99,7 @@ class TickedDesk final : public QObject {
 
   private:
     void show(std::shared_ptr<const WholePlan> whole);
+    void showFailed(const std::vector<lumo::CleanupOutcome>& outcomes);
     void ticksHaveChanged();
 
     Ground ground_;

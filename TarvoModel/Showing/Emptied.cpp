@@ -1,11 +1,46 @@
 #include "TarvoModel/Showing/Emptied.h"
 
+#include "LumoCore/Basics/Path.h"
+
 #include <algorithm>
+#include <string_view>
+#include <unordered_set>
 
 namespace tarvo {
 
-std::set<std::string> Emptied::take(const std::vector<lumo::CleanupOutcome>& outcomes) {
-    std::set<std::string> done;
+namespace {
+
+/// The ids of the rows that have nothing left where they were.
+std::set<std::string> movedRows(const std::vector<lumo::CleanupOutcome>& outcomes,
+                                const std::vector<Row>& rows) {
+    std::unordered_set<std::string_view> moved;
+    for (const lumo::CleanupOutcome& outcome : outcomes) {
+        if (outcome.restorable) {
+            for (const lumo::TrashedItem& item : *outcome.restorable) {
+                moved.insert(item.original);
+            }
+        }
+    }
+    const auto isMoved = [&](std::string_view path) {
+        while (!path.empty() && !moved.contains(path)) {
+            path = lumo::parentOf(path);
+        }
+        return !path.empty();
+    };
+    std::set<std::string> ids;
+    for (const Row& row : rows) {
+        if (!moved.empty() && !row.paths.empty() && std::ranges::all_of(row.paths, isMoved)) {
+            ids.insert(row.id);
+        }
+    }
+    return ids;
+}
+
+} // namespace
+
+std::set<std::string> Emptied::take(const std::vector<lumo::CleanupOutcome>& outcomes,
+                                    const std::vector<Row>& rows) {
+    std::set<std::string> done = movedRows(outcomes, rows);
     for (const lumo::CleanupOutcome& outcome : outcomes) {
         if (outcome.status == lumo::CleanupStatus::done) {
             done.insert(outcome.id);

@@ -18,8 +18,10 @@ class Emptied final {
     /// Less than that is as good as nothing.
     static constexpr std::int64_t hardlyAnything = 1000000;
 
-    /// Takes over what was done of a cleanup; the ids of that.
-    std::set<std::string> take(const std::vector<lumo::CleanupOutcome>& outcomes);
+    /// Takes over what was done of a cleanup; the ids of that, and of the rows all of whose paths were set
+    /// aside, whatever the cleanup called it.
+    std::set<std::string> take(const std::vector<lumo::CleanupOutcome>& outcomes,
+                               const std::vector<Row>& rows);
 
     /// What was set aside has come back, and is shown however small it is.
     void putBack() { setAside_.clear(); }

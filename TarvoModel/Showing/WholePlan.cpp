@@ -60,6 +60,16 @@ const lumo::PlanEntry* WholePlan::holder(std::string_view id) const {
     return found == holders_.end() ? nullptr : found->second;
 }
 
+std::set<std::string> WholePlan::takenAlong(const std::set<std::string>& ids) const {
+    std::set<std::string> along;
+    for (const auto& [item, taker] : holders_) {
+        if (ids.contains(taker->action.id)) {
+            along.emplace(item);
+        }
+    }
+    return along;
+}
+
 std::shared_ptr<const WholePlan> WholePlan::of(ShownPlan plan) {
     return std::make_shared<const WholePlan>(std::make_shared<const ShownPlan>(std::move(plan)), nullptr,
                                              std::string());
@@ -73,8 +83,8 @@ const lumo::PlanEntry* WholePlan::entry(std::string_view id) const {
 std::int64_t WholePlan::sumOfTickable() const {
     // What another row stands for is reached by that.
     std::unordered_set<std::string_view> covered;
-    for (const Row& row : std::span(rows_).subspan(plan_->rows.size())) {
-        if (!row.hasTile && !row.paths.empty()) {
+    for (const Row& row : rows_) {
+        if (row.kind && !row.hasTile && !row.paths.empty()) {
             covered.insert(row.id);
         }
     }
@@ -90,6 +100,13 @@ std::int64_t WholePlan::sumOfTickable() const {
 std::shared_ptr<const WholePlan> WholePlan::without(const std::set<std::string>& ids) const {
     auto rest = std::make_shared<WholePlan>(*this);
     std::erase_if(rest->rows_, [&](const Row& row) { return ids.contains(row.id); });
+    std::erase_if(rest->entries_,
+                  [&](const lumo::PlanEntry* entry) { return ids.contains(entry->action.id); });
+    for (const std::string& id : ids) {
+        rest->byID_.erase(id);
+        rest->holders_.erase(id);
+    }
+    rest->reachable_ = rest->sumOfTickable();
     return rest;
 }
 

@@ -46,11 +46,13 @@ class WholePlan final {
     /// The entry of the plan that takes along all that the item with the id is; none where there is none, or
     /// a tool decides what it takes.
     [[nodiscard]] const lumo::PlanEntry* holder(std::string_view id) const;
+    /// The items that go along when these entries do.
+    [[nodiscard]] std::set<std::string> takenAlong(const std::set<std::string>& ids) const;
     /// Likewise, whatever is searched for.
     [[nodiscard]] const std::vector<Row>& rows() const { return rows_; }
     /// The bytes of all that can be ticked, nothing twice.
     [[nodiscard]] std::int64_t reachable() const { return reachable_; }
-    /// The same without these rows, made of the same.
+    /// The same without these rows and entries, made of the same.
     [[nodiscard]] std::shared_ptr<const WholePlan> without(const std::set<std::string>& ids) const;
 
   private:

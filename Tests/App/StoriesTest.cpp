@@ -256,6 +256,53 @@ TEST(AppStories, WhatWasCleanedIsNeitherTickedNorShownUntilThereIsSomethingAgain
     EXPECT_TRUE(story.waitUntil([&] { return app.explaining()->summaryText().contains(" 0 MB"); }));
 }
 
+// Rows and tiles of what was gone stayed until the scan that follows, and could be ticked.
+TEST(AppStories, WhatACleanupTookIsGoneBeforeTheNextScanHasLooked) {
+    AppStory story;
+    settle(story);
+    AppModel& app = story.app();
+    const std::string own = app.map()->pathsOf(AppStory::ownKey).front();
+    std::vector<std::string> left;
+    QObject::connect(app.ticked(), &TickedDesk::taken, &app, [&] {
+        for (const char* key : {AppStory::cacheKey, AppStory::ownKey}) {
+            app.ticked()->toggle(key);
+            if (app.rows()->indexOf(key) >= 0 || app.ticked()->plan().stateOf(key) != TileState::info) {
+                left.emplace_back(key);
+            }
+        }
+    });
+    app.cleaning()->requestClean();
+    app.question()->accept();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_FALSE(story.hasCache());
+    EXPECT_THAT(left, ElementsAre(AppStory::ownKey)) << "which was not cleaned";
+    // What is set aside by its path goes with the row that stands for it.
+    left.clear();
+    app.ticked()->deselectAll();
+    app.cleaning()->requestAside({own});
+    ASSERT_TRUE(story.waitUntil([&] { return app.question()->isOpen(); }));
+    app.question()->accept();
+    ASSERT_TRUE(story.waitUntilIdle());
+    EXPECT_FALSE(story.hasOwn());
+    EXPECT_THAT(left, IsEmpty());
+}
+
+// What failed was hidden with the rest while the cleanup went on.
+TEST(AppStories, WhatCouldNotBeCleanedIsShownAgainAtOnce) {
+    AppStory story;
+    settle(story);
+    AppModel& app = story.app();
+    app.ticked()->toggle(AppStory::ownKey);
+    const CleanupOutcome failed{.id = AppStory::ownKey, .title = "x", .status = lumo::CleanupStatus::failed};
+    const CleanupOutcome done{.id = AppStory::cacheKey, .title = "y", .freedBytes = 1};
+    app.ticked()->hide({AppStory::ownKey, AppStory::cacheKey});
+    EXPECT_EQ(app.rows()->indexOf(AppStory::ownKey), -1);
+    app.ticked()->takeOut({failed, done});
+    EXPECT_GE(app.rows()->indexOf(AppStory::ownKey), 0);
+    EXPECT_EQ(app.rows()->indexOf(AppStory::cacheKey), -1);
+    EXPECT_THAT(app.ticked()->plan().selection(), ElementsAre(AppStory::ownKey)) << "as it was";
+}
+
 TEST(AppStories, WhatIsProtectedBetweenQuestionAndAnswerStays) {
     AppStory story;
     settle(story);
