@@ -12,6 +12,8 @@ Rectangle {
     signal menuWanted(row: ExplorerRow, at: Item)
 
     readonly property bool roomy: width > 620 * Theme.scale
+    // Whatever stands above the rows takes as little of their height as it can.
+    property bool tight: false
 
     function takeFilter() {
         filter.take();
@@ -26,8 +28,8 @@ Rectangle {
 
     ColumnLayout {
         anchors.fill: parent
-        anchors.margins: 12
-        spacing: 4
+        anchors.margins: pane.tight ? 6 : 12
+        spacing: pane.tight ? 2 : 4
 
         RowLayout {
             spacing: 6
@@ -63,7 +65,7 @@ Rectangle {
         }
         // Below each other only where there is no room beside each other.
         GridLayout {
-            columns: pane.roomy ? 2 : 1
+            columns: pane.roomy || pane.tight ? 2 : 1
             rowSpacing: 4
 
             Breadcrumb {
@@ -77,7 +79,8 @@ Rectangle {
                 onBackWanted: depth => App.explorer.leaveTo(depth)
             }
             ListNote {
-                Layout.fillWidth: !pane.roomy
+                Layout.fillWidth: parent.columns === 1
+                brief: pane.tight
                 end: SideWords.clearMarks
                 says: App.explorer.markedText
 
@@ -86,6 +89,7 @@ Rectangle {
             ListNote {
                 Layout.columnSpan: parent.columns
                 Layout.fillWidth: true
+                brief: pane.tight
                 end: SideWords.anyAge
                 says: App.explorer.ageText
 

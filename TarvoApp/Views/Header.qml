@@ -12,6 +12,8 @@ RowLayout {
 
     // A hint would stand in its way.
     property bool menuShown: false
+    // The most that the status may take: all of it is told where the pointer stays on it.
+    property int statusLines: 4
 
     // The large figure says the first half of the idle line already.
     readonly property string status: App.volumes.freeNow.length > 0 && App.scanning.statusText.startsWith(App.volumes.freeNow)
@@ -56,16 +58,30 @@ RowLayout {
             }
         }
         Line {
+            id: told
+
             // In one line, whatever there is room for: else each look at the disk would make the map lower for its time.
             readonly property bool counts: App.activity.progressText.length > 0
 
             Accessible.name: counts ? header.status + "  " + App.activity.progressText : header.status
             color: Theme.secondaryText
             elide: counts ? Text.ElideNone : Text.ElideRight
-            maximumLineCount: counts ? 1 : 4
+            maximumLineCount: counts ? 1 : header.statusLines
             text: Words.unbroken(Accessible.name)
             width: parent.width
             wrapMode: Text.WordWrap
+
+            HoverHandler {
+                id: over
+            }
+            Loader {
+                active: over.hovered && told.truncated && !told.counts
+                anchors.fill: parent
+                sourceComponent: Tip {
+                    text: header.status // qmllint disable unqualified
+                    visible: true
+                }
+            }
         }
         Line {
             color: Theme.secondaryText

@@ -8,6 +8,8 @@ RowLayout {
 
     required property string says
     required property string end
+    // The way to end it is a sign, for want of room.
+    property bool brief: false
 
     signal ended
 
@@ -29,6 +31,15 @@ RowLayout {
         implicitHeight: Math.round(26 * Theme.scale)
         kind: PlainButton.Link
         text: note.end
+        visible: !note.brief
+
+        onClicked: note.ended()
+    }
+    IconButton {
+        name: note.end
+        shape: "close"
+        side: Math.round(26 * Theme.scale)
+        visible: note.brief
 
         onClicked: note.ended()
     }

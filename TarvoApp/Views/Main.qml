@@ -16,6 +16,8 @@ ApplicationWindow {
     readonly property bool narrow: width < 1000
     // The map is what there must be room for.
     readonly property bool low: height < 680 * Theme.scale
+    // Large writing in a small window: what can be chosen goes before what is told.
+    readonly property bool tight: height < 400 * Theme.scale
     readonly property int gap: low ? 8 : 16
     readonly property bool hasRows: App.scanning.hasReport && (App.map.count > 0 || App.map.depth > 0 || App.map.zoomLoading)
 
@@ -152,6 +154,7 @@ ApplicationWindow {
 
             onHelpWanted: window.openHelp()
             menuShown: more.visible
+            statusLines: !window.tight ? 4 : App.activity.notice.length > 0 ? 1 : 2
 
             onMenuWanted: at => more.openFor(at)
             onSettingsWanted: window.openSettings()
@@ -162,6 +165,7 @@ ApplicationWindow {
             Layout.leftMargin: 24
             Layout.rightMargin: 24
             compact: window.low
+            crowded: window.tight && (App.activity.notice.length > 0 || window.narrow && window.pane > 0)
         }
         ProgressLine {
             Layout.bottomMargin: window.low ? 4 : 8
@@ -171,8 +175,9 @@ ApplicationWindow {
             opacity: window.works ? 0 : 1
         }
         NoticeBar {
-            Layout.bottomMargin: 12
+            Layout.bottomMargin: window.tight ? 4 : 12
             Layout.fillWidth: true
+            compact: window.tight
 
             onDetailsWanted: App.cleaning.showFailures()
         }
@@ -236,6 +241,7 @@ ApplicationWindow {
 
                     Layout.fillHeight: true
                     Layout.fillWidth: true
+                    tight: window.tight
                     visible: window.exploring
 
                     onMenuWanted: (row, at) => menu.openForEntry(row, at)

@@ -7,9 +7,11 @@ RowLayout {
     id: summary
 
     property bool compact: false
+    // Something else needs its room.
+    property bool crowded: false
 
     spacing: 8
-    visible: App.explaining.summary.length > 0
+    visible: App.explaining.summary.length > 0 && !crowded
 
     Line {
         Accessible.description: App.explaining.summaryByAI ? Words.byAIHelp : ""
