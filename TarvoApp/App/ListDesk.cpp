@@ -4,6 +4,7 @@
 #include "TarvoApp/App/QtText.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 
 namespace tarvo {
@@ -128,6 +129,16 @@ void ListDesk::chooseNone() {
     chosenFrom_.clear();
     chosenTo_.clear();
     chosenHaveChanged();
+}
+
+QStringList ListDesk::chosenWith(const QString& key) const {
+    const std::vector<std::string> ids = chosen();
+    if (std::ranges::find(ids, idOf(key)) == ids.end()) {
+        return {key};
+    }
+    QStringList keys;
+    std::ranges::transform(ids, std::back_inserter(keys), keyOf);
+    return keys;
 }
 
 void ListDesk::toggle(const QString& key) {

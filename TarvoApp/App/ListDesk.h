@@ -8,6 +8,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include <string>
 #include <vector>
@@ -47,6 +48,8 @@ class ListDesk final : public QObject {
     /// Chooses the rows from where that began, or from `from`, to `to`.
     Q_INVOKABLE void chooseTo(const QString& from, const QString& to);
     Q_INVOKABLE void chooseNone();
+    /// The keys of the rows that are chosen together with that one; itself alone where it is none of several.
+    Q_INVOKABLE [[nodiscard]] QStringList chosenWith(const QString& key) const;
     /// Ticks or unticks the row, and all that are chosen with it.
     Q_INVOKABLE void toggle(const QString& key);
 

@@ -166,6 +166,11 @@ void MapModel::findLit() {
 
 // The way into folders.
 
+std::string MapModel::labelOf(const std::string& id) const {
+    const LaidTile* const tile = sheet().find(id);
+    return tile == nullptr ? std::string() : tile->label;
+}
+
 SharedPaths MapModel::pathsOf(const std::string& id) const {
     if (id.starts_with(TileID::insidePrefix)) {
         const std::string path = id.substr(TileID::insidePrefix.size());

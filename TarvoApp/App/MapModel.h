@@ -111,6 +111,8 @@ class MapModel final : public QObject {
     /// The first row that has no tile of its own; none when all have one.
     [[nodiscard]] const Row* firstWithoutTile() const;
 
+    /// What is written on the tile; empty where there is none.
+    [[nodiscard]] std::string labelOf(const std::string& id) const;
     /// The paths that a tile or an entry in one stands for; none for tiles that stand for many things.
     [[nodiscard]] SharedPaths pathsOf(const std::string& id) const;
 

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <utility>
 
 namespace tarvo {
@@ -200,25 +201,46 @@ QVariantMap PlacesDesk::previewedRow() const {
     return belonging(row, row != nullptr && row->id != idOf(preview_.key()));
 }
 
-QVariantMap PlacesDesk::offers(const QString& key) const {
+Place PlacesDesk::placeOf(const QString& key) const {
     const std::string id = idOf(key);
     const std::vector<std::string> paths = map_.pathsOf(id);
     const std::vector<std::string> folders = ground_.settings.value(preference::protectedFolders);
-    const bool isProtected = std::ranges::all_of(
-        paths, [&](const std::string& path) { return std::ranges::find(folders, path) != folders.end(); });
     const Row* const row = rowOf(key);
     const bool isPart = row != nullptr && row->id != id;
-    const TileState state = ticked_.plan().stateOf(isPart ? row->id : id);
-    const PlaceOffers can = offersFor(
-        {.state = state,
-         .paths = paths.size(),
-         .canZoom = map_.canZoomInto(id),
-         .hasRow = row != nullptr,
-         .isPart = isPart,
-         .isProtected = isProtected},
-        {.isElsewhere = ground_.isDemo() || scanning_.isOnlyToLookAt(), .isBusy = ground_.activity.isBusy()});
-    return {{"tick", can.tick},
-            {"ticked", state == TileState::selected},
+    return {.state = ticked_.plan().stateOf(isPart ? row->id : id),
+            .paths = paths.size(),
+            .canZoom = map_.canZoomInto(id),
+            .hasRow = row != nullptr,
+            .isPart = isPart,
+            .isProtected = std::ranges::all_of(paths, [&](const std::string& path) {
+                return std::ranges::find(folders, path) != folders.end();
+            })};
+}
+
+QString PlacesDesk::titleOf(const QString& key) const {
+    const std::string id = idOf(key);
+    if (const auto row = std::ranges::find(ticked_.rows(), id, &Row::id); row != ticked_.rows().end()) {
+        return shown(row->title);
+    }
+    const std::vector<std::string> paths = map_.pathsOf(id);
+    return shown(paths.empty() ? map_.labelOf(id) : lumo::revealed(lumo::fileName(paths.front())));
+}
+
+QVariantMap PlacesDesk::offers(const QStringList& keys) const {
+    std::vector<Place> places;
+    std::ranges::transform(keys, std::back_inserter(places),
+                           [this](const QString& key) { return placeOf(key); });
+    const PlaceOffers can =
+        offersForAll(places, {.isElsewhere = ground_.isDemo() || scanning_.isOnlyToLookAt(),
+                              .isBusy = ground_.activity.isBusy()});
+    const auto has = [&](TileState state) {
+        return std::ranges::find(places, state, &Place::state) != places.end();
+    };
+    const bool isOne = places.size() == 1;
+    const Row* const holder = isOne && places.front().isPart ? rowOf(keys.front()) : nullptr;
+    return {{"title", isOne ? titleOf(keys.front()) : QString()},
+            {"tick", can.tick},
+            {"ticked", has(TileState::selected) && !has(TileState::unselected)},
             {"zoom", can.zoom},
             {"explain", can.explain},
             {"preview", can.preview},
@@ -226,8 +248,23 @@ QVariantMap PlacesDesk::offers(const QString& key) const {
             {"aside", can.aside},
             {"archive", can.archive},
             {"protect", can.protect},
-            {"several", paths.size() > 1},
-            {"tickOf", isPart ? shown(row->title) : QString()}};
+            {"copy", can.copy},
+            {"several", pathsOf(keys).size() > 1},
+            {"tickOf", holder != nullptr ? shown(holder->title) : QString()}};
+}
+
+void PlacesDesk::toggleAll(const QStringList& keys) {
+    std::vector<std::string> ids;
+    for (const QString& key : keys) {
+        if (const Row* const row = rowOf(key)) {
+            ids.push_back(row->id);
+        }
+    }
+    if (ids.size() == 1) {
+        ticked_.toggle(keyOf(ids.front()));
+    } else {
+        ticked_.toggleAll(ids);
+    }
 }
 
 std::string PlacesDesk::pathOf(const QString& key) const {
@@ -235,8 +272,17 @@ std::string PlacesDesk::pathOf(const QString& key) const {
     return paths.size() == 1 ? paths.front() : std::string();
 }
 
-void PlacesDesk::protect(const QString& key) {
-    const std::vector<std::string> paths = map_.pathsOf(idOf(key));
+std::vector<std::string> PlacesDesk::pathsOf(const QStringList& keys) const {
+    std::vector<std::string> all;
+    for (const QString& key : keys) {
+        const SharedPaths paths = map_.pathsOf(idOf(key));
+        all.insert(all.end(), paths.begin(), paths.end());
+    }
+    return all;
+}
+
+void PlacesDesk::protect(const QStringList& keys) {
+    const std::vector<std::string> paths = pathsOf(keys);
     ground_.settings.protectPaths(paths);
     const std::vector<std::string> folders = ground_.settings.value(preference::protectedFolders);
     if (paths.empty() || std::ranges::find(folders, paths.front()) == folders.end()) {
@@ -253,8 +299,8 @@ void PlacesDesk::protect(const QString& key) {
                   .with(paths.size()));
 }
 
-void PlacesDesk::setAside(const QString& key) {
-    cleaning_.requestAside(map_.pathsOf(idOf(key)));
+void PlacesDesk::setAside(const QStringList& keys) {
+    cleaning_.requestAside(pathsOf(keys));
 }
 
 bool PlacesDesk::canPreview(const QString& key) const {

@@ -11,6 +11,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QVariantMap>
 
 #include <string>
@@ -51,18 +52,23 @@ class PlacesDesk final : public QObject {
     Q_INVOKABLE void click(const QString& key);
     /// Opens it on the map, or shows what is known of it where it is nothing to open.
     Q_INVOKABLE void enter(const QString& key);
-    /// What a menu can offer: see `PlaceOffers`, with whether the thing is ticked and how many it is.
-    Q_INVOKABLE [[nodiscard]] QVariantMap offers(const QString& key) const;
+    /// What a menu can offer of these together: see `PlaceOffers`, with the "title" of a single one, whether
+    /// all that can be ticked is "ticked", and whether they are "several" things.
+    Q_INVOKABLE [[nodiscard]] QVariantMap offers(const QStringList& keys) const;
 
     /// Ticks or unticks the row that the key's row, tile or entry belongs to.
     Q_INVOKABLE void toggle(const QString& key);
+    /// Ticks all of these that can be ticked, or unticks them when all of those are ticked.
+    Q_INVOKABLE void toggleAll(const QStringList& keys);
 
     /// The path that a row or tile stands for, as bytes that `Settings::protectPaths` takes; empty for
     /// several.
     [[nodiscard]] std::string pathOf(const QString& key) const;
-    Q_INVOKABLE void protect(const QString& key);
-    /// Asks whether it is set aside whole, see `CleaningDesk::requestAside`.
-    Q_INVOKABLE void setAside(const QString& key);
+    /// All paths that these stand for.
+    [[nodiscard]] std::vector<std::string> pathsOf(const QStringList& keys) const;
+    Q_INVOKABLE void protect(const QStringList& keys);
+    /// Asks whether they are set aside whole, see `CleaningDesk::requestAside`.
+    Q_INVOKABLE void setAside(const QStringList& keys);
     /// True when the row or tile stands for something on the disk.
     Q_INVOKABLE [[nodiscard]] bool canPreview(const QString& key) const;
     /// Shows what the row or tile stands for, without another program.
@@ -101,6 +107,10 @@ class PlacesDesk final : public QObject {
   private:
     /// The row that the key's row, tile or entry belongs to; none when there is none.
     [[nodiscard]] const Row* rowOf(const QString& key) const;
+    /// What a menu has to know of it.
+    [[nodiscard]] Place placeOf(const QString& key) const;
+    /// What it is called where it is shown; empty for what has no name.
+    [[nodiscard]] QString titleOf(const QString& key) const;
     /// What can be ticked of the row from another place; `isPart` when that is not all of it.
     [[nodiscard]] QVariantMap belonging(const Row* row, bool isPart) const;
     /// True when nothing that the scan found can be ticked and all of it is little: the home itself tells

@@ -193,8 +193,12 @@ void Desktop::open(const QString& key) {
     }
 }
 
-void Desktop::copyPath(const QString& key) {
-    QGuiApplication::clipboard()->setText(shown(app_.places()->pathOf(key)));
+void Desktop::copyPaths(const QStringList& keys) {
+    QStringList paths;
+    for (const std::string& path : app_.places()->pathsOf(keys)) {
+        paths.push_back(shown(path));
+    }
+    copyText(paths.join('\n'));
 }
 
 void Desktop::copyText(const QString& text) {

@@ -56,7 +56,8 @@ class Desktop : public QObject {
     Q_INVOKABLE void showInFiles(const QString& key);
     /// Opens it with the desktop's program for such things.
     Q_INVOKABLE void open(const QString& key);
-    Q_INVOKABLE void copyPath(const QString& key);
+    /// Copies the paths that these stand for, a line each.
+    Q_INVOKABLE void copyPaths(const QStringList& keys);
     Q_INVOKABLE void copyText(const QString& text);
     /// Gives a window that was not shown yet its place over the middle of another one.
     Q_INVOKABLE void placeOver(QWindow* window, QWindow* over) const;

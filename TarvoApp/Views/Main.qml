@@ -234,7 +234,7 @@ ApplicationWindow {
                     visible: !window.exploring
 
                     onGrowthWanted: sides.openGrowth()
-                    onMenuWanted: (key, at) => menu.openFor(key, at)
+                    onMenuWanted: (key, at) => menu.openForRow(key, at)
                 }
                 ExplorerView {
                     id: explorer

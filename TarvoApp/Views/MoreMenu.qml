@@ -18,7 +18,7 @@ PlainMenu {
 
     function openFor(at: Item) {
         popup(at, at.width - width, at.height + 4);
-        currentIndex = 0;
+        goToEnd(false);
     }
 
     PlainMenuItem {

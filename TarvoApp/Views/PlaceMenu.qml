@@ -2,11 +2,14 @@ import QtQuick
 import QtQuick.Controls.Basic
 import Tarvo
 
-// What can be done with a row, a tile or an entry of the explorer.
+// What can be done with a row or several together, a tile or an entry of the explorer.
 PlainMenu {
     id: menu
 
-    property string key: ""
+    // Several of rows only.
+    property list<string> keys: []
+    readonly property string key: keys[0] || ""
+    property string about: ""
     property var can: ({})
     // Of an entry, which may be elsewhere in its list by the time something is chosen.
     property bool ofEntry: false
@@ -20,31 +23,44 @@ PlainMenu {
         isFolder = row.isFolder;
         isMarked = row.isMarked;
         isPart = row.isPart;
-        show(row.key, at);
+        show([row.key], at);
     }
     function openFor(wanted: string, at: Item) {
         ofEntry = false;
         isPart = false;
-        show(wanted, at);
+        show([wanted], at);
+    }
+    // Of a row of the list, and of all that are chosen with it; else none of them stays chosen.
+    function openForRow(wanted: string, at: Item) {
+        ofEntry = false;
+        isPart = false;
+        const together = App.list.chosenWith(wanted);
+        if (together.length === 1)
+            App.list.chooseNone();
+        show(together, at);
     }
     // At the item that has the focus, or where the pointer is.
-    function show(wanted: string, at: Item) {
-        key = wanted;
+    function show(wanted: list<string>, at: Item) {
+        keys = wanted;
         can = App.places.offers(wanted);
+        about = wanted.length > 1 ? Words.theseRows.arg(wanted.length) : can.title;
         if (at) {
             popup(at, Math.min(24, at.width / 2), Math.min(24, at.height / 2));
-            currentIndex = 0;
+            goToEnd(false);
         } else {
             popup();
         }
     }
 
+    PlainMenuHead {
+        text: menu.about
+    }
     PlainMenuItem {
         enabled: menu.ofEntry || menu.can.tick === true
         text: !menu.ofEntry ? Words.tickText(menu.can.ticked === true, menu.can.tickOf || "")
             : menu.isMarked ? SideWords.unmark : SideWords.mark
 
-        onTriggered: menu.ofEntry ? App.explorer.toggleMark(App.explorer.rowOf(menu.key)) : App.places.toggle(menu.key)
+        onTriggered: menu.ofEntry ? App.explorer.toggleMark(App.explorer.rowOf(menu.key)) : App.places.toggleAll(menu.keys)
     }
     PlainMenuItem {
         enabled: menu.ofEntry ? menu.isFolder : menu.can.zoom === true
@@ -78,10 +94,10 @@ PlainMenu {
         onTriggered: Desktop.showInFiles(menu.key)
     }
     PlainMenuItem {
-        enabled: menu.can.open === true
-        text: Words.copyPath
+        enabled: menu.can.copy === true
+        text: menu.can.several ? Words.copyPaths : Words.copyPath
 
-        onTriggered: Desktop.copyPath(menu.key)
+        onTriggered: Desktop.copyPaths(menu.keys)
     }
     MenuSeparator {}
     PlainMenuItem {
@@ -90,7 +106,7 @@ PlainMenu {
 
         onTriggered: {
             if (!menu.ofEntry)
-                return App.places.setAside(menu.key);
+                return App.places.setAside(menu.keys);
             const row = App.explorer.rowOf(menu.key);
             if (row >= 0)
                 App.explorer.setAside(row);
@@ -106,6 +122,6 @@ PlainMenu {
         enabled: menu.can.protect === true
         text: menu.can.several ? Words.protectAll : Words.protect
 
-        onTriggered: App.places.protect(menu.key)
+        onTriggered: App.places.protect(menu.keys)
     }
 }

@@ -18,6 +18,34 @@ Menu {
         return Math.ceil(widest) + leftPadding + rightPadding;
     }
 
+    // The first or last line that can be chosen.
+    function goToEnd(isLast: bool) {
+        for (let step = 0; step < count; ++step) {
+            const at = isLast ? count - 1 - step : step;
+            const item = itemAt(at) as MenuItem;
+            if (item && item.enabled) {
+                currentIndex = at;
+                return;
+            }
+        }
+    }
+
+    contentItem: ListView {
+        clip: true
+        currentIndex: menu.currentIndex
+        focus: true
+        implicitHeight: contentHeight
+        interactive: contentHeight > height
+        keyNavigationEnabled: false
+        model: menu.contentModel
+
+        Keys.onPressed: event => {
+            const isLast = event.key === Qt.Key_End || event.key === Qt.Key_Up && menu.currentIndex < 0;
+            event.accepted = isLast || event.key === Qt.Key_Home;
+            if (event.accepted)
+                menu.goToEnd(isLast);
+        }
+    }
     background: Rectangle {
         border.color: Theme.hairline
         color: Theme.surface

@@ -14,6 +14,8 @@ MenuItem {
 
     Accessible.description: keys
     Accessible.name: text
+    // The keys pass by what cannot be chosen.
+    activeFocusOnTab: enabled
     font.pixelSize: Theme.body
     horizontalPadding: 12
     implicitHeight: Theme.controlHeight

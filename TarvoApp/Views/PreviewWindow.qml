@@ -153,13 +153,13 @@ SideWindow {
                 enabled: App.cleaning.mayClean
                 help: SideWords.wholeAsideHelp
                 text: SideWords.setAside
-                visible: App.places.offers(App.preview.key).aside === true && window.kind !== PreviewKinds.Missing
+                visible: App.places.offers([App.preview.key]).aside === true && window.kind !== PreviewKinds.Missing
 
                 onClicked: {
                     // The question is the main window's.
                     const key = App.preview.key;
                     window.close();
-                    App.places.setAside(key);
+                    App.places.setAside([key]);
                 }
             }
             PlainButton {

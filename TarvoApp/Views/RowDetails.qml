@@ -125,9 +125,9 @@ Column {
             help: SideWords.wholeAsideHelp
             implicitHeight: Math.round(26 * Theme.scale)
             text: SideWords.setAside
-            visible: details.unclassified && App.places.offers(details.key).aside === true
+            visible: details.unclassified && App.places.offers([details.key]).aside === true
 
-            onClicked: App.places.setAside(details.key)
+            onClicked: App.places.setAside([details.key])
         }
         PlainButton {
             font.pixelSize: Theme.small

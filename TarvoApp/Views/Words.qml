@@ -106,6 +106,8 @@ QtObject {
     readonly property string openOutside: pick("Abrir", "Open")
     readonly property string showInFiles: pick("Mostrar en el gestor de archivos", "Show in File Manager")
     readonly property string copyPath: pick("Copiar ruta", "Copy Path")
+    readonly property string copyPaths: pick("Copiar rutas", "Copy Paths")
+    readonly property string theseRows: pick("Estas %1 filas", "These %1 rows")
     readonly property string protect: pick("No tocar nunca esta carpeta", "Never Touch This Folder")
     readonly property string protectAll: pick("No tocar nunca estas carpetas", "Never Touch These Folders")
 

@@ -23,7 +23,26 @@ PlaceOffers offersFor(const Place& place, const Occasion& occasion) {
             .open = isOne,
             .aside = isReal && (place.isPart || place.state == TileState::info),
             .archive = isOne && !occasion.isBusy,
-            .protect = isReal && !place.isProtected && place.paths <= mostProtected};
+            .protect = isReal && !place.isProtected && place.paths <= mostProtected,
+            .copy = isReal};
+}
+
+PlaceOffers offersForAll(const std::vector<Place>& places, const Occasion& occasion) {
+    if (places.size() == 1) {
+        return offersFor(places.front(), occasion);
+    }
+    PlaceOffers all{.aside = !places.empty()};
+    std::size_t paths = 0;
+    for (const Place& place : places) {
+        const PlaceOffers of = offersFor(place, occasion);
+        all.tick |= of.tick;
+        all.aside &= of.aside; // Else nobody knew which of them it is about.
+        all.protect |= of.protect;
+        all.copy |= of.copy;
+        paths += place.paths;
+    }
+    all.protect &= paths <= mostProtected;
+    return all;
 }
 
 TileClick clickOn(const Tile& tile, TileState state, bool canZoom) {

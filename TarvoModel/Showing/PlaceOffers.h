@@ -3,6 +3,7 @@
 #include "TarvoModel/Showing/DiskMap.h"
 
 #include <cstddef>
+#include <vector>
 
 /// What a row or a tile offers to whoever clicks on it.
 namespace tarvo {
@@ -31,15 +32,18 @@ struct PlaceOffers {
     bool zoom = false;
     bool explain = false;
     bool preview = false;
-    bool open = false;  ///< With the desktop's program, or shown there, or its path copied.
+    bool open = false;  ///< With the desktop's program, or shown there.
     bool aside = false; ///< To be set aside whole, as what no cleanup is about.
     bool archive = false;
     bool protect = false;
+    bool copy = false; ///< Its paths.
 
     friend bool operator==(const PlaceOffers&, const PlaceOffers&) = default;
 };
 
 PlaceOffers offersFor(const Place& place, const Occasion& occasion);
+/// What can be done with all of these together. What is about one thing is not offered of several.
+PlaceOffers offersForAll(const std::vector<Place>& places, const Occasion& occasion);
 
 /// What a click on a tile does. No tile that stands for something has nothing to say.
 enum class TileClick {

@@ -152,7 +152,7 @@ TEST_F(ExplorerInTheWindow, ShowsWhatIsNeverTouchedAndSaysSoInsteadOfMarkingIt) 
         explorer.entries()
             ->data(explorer.entries()->index(rowNamed(explorer, "Videos")), ExplorerList::keyRole)
             .toString();
-    story.app().places()->protect(key);
+    story.app().places()->protect({key});
     EXPECT_THAT(bytesOf(story.app().activity()->notice()),
                 StartsWith("“Videos” will never be touched. You can change that in Settings"));
     EXPECT_FALSE(is("Videos", ExplorerList::protectedRole)) << "the disk was asked while the window waits";

@@ -102,7 +102,7 @@ TEST_F(FilesDeskTest, AReportOfAnotherHomeIsOnlyLookedAt) {
     ASSERT_FALSE(app().ticked()->rows().empty());
     for (const Row& row : app().ticked()->rows()) {
         EXPECT_FALSE(app().ticked()->plan().canSelect(row.id)) << row.id;
-        EXPECT_FALSE(app().places()->offers(keyOf(row.id)).value("archive").toBool());
+        EXPECT_FALSE(app().places()->offers({keyOf(row.id)}).value("archive").toBool());
     }
     // Neither the monitor nor what is protected meanwhile makes a plan of it.
     app().settings()->protectPaths({story.home.path("Documents")});

@@ -247,12 +247,12 @@ TEST(AppStories, WhatWasCleanedIsNeitherTickedNorShownUntilThereIsSomethingAgain
     EXPECT_THAT(app.ticked()->plan().selection(), ElementsAre(AppStory::cacheKey)) << "as at the first start";
 
     app.ticked()->toggle(AppStory::ownKey);
-    app.places()->protect(AppStory::ownKey);
+    app.places()->protect({AppStory::ownKey});
     ASSERT_TRUE(story.waitUntil([&] { return app.ticked()->plan().selection().size() == 1; }));
     EXPECT_EQ(app.ticked()->plan().stateOf(AppStory::ownKey), TileState::blocked);
     // The sentence at the top went on with what had been free to go.
     EXPECT_FALSE(app.explaining()->summaryText().contains(" 0 MB"));
-    app.places()->protect(AppStory::cacheKey);
+    app.places()->protect({AppStory::cacheKey});
     EXPECT_TRUE(story.waitUntil([&] { return app.explaining()->summaryText().contains(" 0 MB"); }));
 }
 

@@ -77,7 +77,7 @@ TEST_F(MainWindowAtHomeTest, ARowIsTickedFromTheFolderOnTheMapAndFromItsPreview)
     EXPECT_TRUE(isTicked());
     EXPECT_TRUE(named(all)->state().checked);
     const QString inside = app.map()->tile(0, TileList::keyRole).toString();
-    const QVariantMap offers = app.places()->offers(inside);
+    const QVariantMap offers = app.places()->offers({inside});
     EXPECT_TRUE(offers.value("tick").toBool());
     EXPECT_EQ(bytesOf(offers.value("tickOf").toString()), row);
     app.places()->toggle(inside);
@@ -99,10 +99,10 @@ TEST_F(MainWindowAtHomeTest, WhatNoRowIsAboutIsSetAsideFromTheMap) {
     AppModel& app = story.app();
     ASSERT_TRUE(story.waitUntil([&] { return app.map()->depth() == 1; }));
     const QString key = keyOf(DiskMap::insideID(film));
-    ASSERT_TRUE(app.places()->offers(key).value("aside").toBool());
+    ASSERT_TRUE(app.places()->offers({key}).value("aside").toBool());
     app.places()->showPreview(key);
     ASSERT_TRUE(story.waitUntil([&] { return isOpen({"film", "film"}); }));
-    app.places()->setAside(key);
+    app.places()->setAside({key});
     ASSERT_TRUE(story.waitUntil([&] { return app.question()->isOpen(); }));
     EXPECT_TRUE(fs::exists(film)) << "nobody has said yes";
     app.question()->accept();

@@ -197,13 +197,13 @@ TEST(RowFacts, SayHowItIsFreedHowManyFilesItHasAndWhenItChanged) {
 
 TEST(PlaceOffers, AreWhatWouldDoSomething) {
     const Place cache{.state = TileState::unselected, .paths = 1, .canZoom = true, .hasRow = true};
-    EXPECT_EQ(offersFor(cache, {}), (PlaceOffers{true, true, true, true, true, false, true, true}))
+    EXPECT_EQ(offersFor(cache, {}), (PlaceOffers{true, true, true, true, true, false, true, true, true}))
         << "what is ticked goes with the cleanup";
     const PlaceOffers demo = offersFor(cache, {.isElsewhere = true});
     EXPECT_EQ(demo, (PlaceOffers{.tick = true, .zoom = true, .explain = true, .preview = true}));
     EXPECT_FALSE(offersFor(cache, {.isBusy = true}).archive);
     const Place several{.state = TileState::blocked, .paths = 3, .hasRow = true, .isProtected = true};
-    EXPECT_EQ(offersFor(several, {}), (PlaceOffers{.explain = true, .preview = true}));
+    EXPECT_EQ(offersFor(several, {}), (PlaceOffers{.explain = true, .preview = true, .copy = true}));
     EXPECT_EQ(offersFor({}, {}), PlaceOffers()) << "free space";
     EXPECT_TRUE(offersFor({.paths = 1}, {}).aside) << "a film";
     EXPECT_FALSE(offersFor({.paths = 1}, {.isElsewhere = true}).aside);
@@ -214,6 +214,18 @@ TEST(PlaceOffers, AreWhatWouldDoSomething) {
 }
 
 // A click on an unclassified tile, a kept one or a file did nothing.
+// The menu over several chosen rows was about one of them.
+TEST(PlaceOffers, OfSeveralAreWhatMakesSenseForAllOfThem) {
+    const Place cache{.state = TileState::selected, .paths = 1, .canZoom = true, .hasRow = true};
+    const Place film{.paths = 1};
+    const std::vector<Place> mixed{cache, film, {.state = TileState::blocked, .paths = 1}};
+    EXPECT_EQ(offersForAll(mixed, {}), (PlaceOffers{.tick = true, .protect = true, .copy = true}));
+    EXPECT_EQ(offersForAll({film, film}, {}), (PlaceOffers{.aside = true, .protect = true, .copy = true}));
+    EXPECT_EQ(offersForAll(mixed, {.isElsewhere = true}), PlaceOffers{.tick = true});
+    EXPECT_FALSE(offersForAll({{.paths = 16}, {.paths = 16}}, {}).protect) << "the list has a line for each";
+    EXPECT_EQ(offersForAll(std::vector{cache}, {}), offersFor(cache, {}));
+}
+
 TEST(PlaceOffers, LeaveNoTileWithoutAnAnswer) {
     const Tile item{
         .id = "sin:/x", .label = {}, .detail = {}, .bytes = 1, .kind = Tile::Kind::item, .safety = {}};
