@@ -22,8 +22,9 @@ Settings::Keeping keepingIn(const RunMode& mode) {
 AppModel::AppModel(AppServices services, QObject* parent)
     : QObject(parent), services_(std::move(services)),
       settings_(services_.desk.home, keepingIn(services_.mode)), background_(threads), activity_(this),
-      question_(this), ground_{services_, settings_, background_, activity_, question_}, volumes_(ground_),
-      ticked_(ground_), scanning_(ground_, volumes_, ticked_), items_(ground_, ticked_), explaining_(ground_),
+      question_(services_.shownHome(), this),
+      ground_{services_, settings_, background_, activity_, question_}, volumes_(ground_), ticked_(ground_),
+      scanning_(ground_, volumes_, ticked_), items_(ground_, ticked_), explaining_(ground_),
       preview_(services_.preview, ground_.shownHome()), list_(ground_, ticked_, explaining_),
       celebrating_(ground_), cleaning_(ground_, scanning_, ticked_, volumes_, celebrating_),
       places_(ground_, ticked_, explaining_, list_, scanning_, volumes_, preview_, cleaning_),

@@ -84,6 +84,10 @@ PreviewDesk::Make previewIn(const RunMode& mode) {
 
 } // namespace
 
+std::string AppServices::shownHome() const {
+    return mode.isDemo ? std::string(DemoDisk::home()) : desk.home;
+}
+
 AppServices AppServices::ofThisMachine(const std::string& home, const RunMode& mode) {
     return {.desk = Desk::ofThisMachine(home, "tarvo-app"),
             .mode = mode,

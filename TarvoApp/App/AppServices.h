@@ -68,6 +68,9 @@ struct AppServices {
     std::function<lumo::Result<void>(const QImage&)> saveCard;
     std::function<void(const QImage&)> copyCard;
 
+    /// The home that is shown: the made-up computer's where there is one.
+    [[nodiscard]] std::string shownHome() const;
+
     /// Those of this machine for the home, without those that need a desktop: there nothing is notified,
     /// drawn or copied, and nothing starts at login.
     static AppServices ofThisMachine(const std::string& home, const RunMode& mode);

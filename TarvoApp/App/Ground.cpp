@@ -7,7 +7,7 @@
 namespace tarvo {
 
 std::string Ground::shownHome() const {
-    return isDemo() ? std::string(DemoDisk::home()) : services.desk.home;
+    return services.shownHome();
 }
 
 bool Ground::isOnlyDemo() const {

@@ -79,7 +79,7 @@ void ItemsDesk::look() {
         // Else the list and the map would be made anew for each kind after each scan.
         if (!known || *known != *made.found) {
             known = made.found;
-            made.whole = std::make_shared<const WholePlan>(plan, itemsIn(looks), home);
+            made.whole = std::make_shared<const WholePlan>(plan, itemsIn(looks, home), home);
         }
         return Background::Apply(
             [this, made, wasStopped = stop.stop_requested()] { lookEnded(made, wasStopped); });
@@ -103,7 +103,7 @@ void ItemsDesk::lookEnded(const Look& look, bool wasStopped) {
 
 // What was found.
 
-std::shared_ptr<const ShownItems> ItemsDesk::itemsIn(const Looks& looks) {
+std::shared_ptr<const ShownItems> ItemsDesk::itemsIn(const Looks& looks, const std::string& home) {
     std::vector<lumo::Inventory> inventories;
     lumo::ResolvedPaths shown;
     for (const auto& look : looks) {
@@ -112,8 +112,9 @@ std::shared_ptr<const ShownItems> ItemsDesk::itemsIn(const Looks& looks) {
             shown.insert(look->shown.begin(), look->shown.end());
         }
     }
-    leaveOutCopies(inventories);
-    auto items = std::make_shared<ShownItems>(shownItems(inventories));
+    const std::size_t copies = leaveOutCopies(inventories);
+    auto items = std::make_shared<ShownItems>(shownItems(inventories, home));
+    items->sums[indexOf(InventoryKind::large)].copies = copies;
     items->shown = std::move(shown);
     return items;
 }
@@ -130,8 +131,8 @@ void ItemsDesk::drop(const std::set<std::string>& ids) {
         }
     }
     if (isNews) {
-        ticked_.takeItems(std::make_shared<const WholePlan>(ticked_.plan().whole()->plan(), itemsIn(looks_),
-                                                            ground_.shownHome()));
+        ticked_.takeItems(std::make_shared<const WholePlan>(
+            ticked_.plan().whole()->plan(), itemsIn(looks_, ground_.shownHome()), ground_.shownHome()));
         tell();
     }
 }
@@ -162,12 +163,12 @@ QVariantList ItemsDesk::kinds() const {
     }
     for (std::size_t index = 0; index < looks_.size(); ++index) {
         const lumo::Inventory* const found = foundOf(kindAt(index));
-        const KindLine line = kindLine(found, stateOf(kindAt(index)));
-        lines_.push_back(
-            QVariantMap{{"title", shown(lumo::titleOf(kindAt(index)))},
-                        {"amount", shown(line.amount)},
-                        {"note", shown(line.note)},
-                        {"count", static_cast<int>(found != nullptr ? found->items.size() : 0)}});
+        const KindSums& sums = ticked_.plan().whole()->items()->sums[index];
+        const KindLine line = kindLine(found, sums, stateOf(kindAt(index)));
+        lines_.push_back(QVariantMap{{"title", shown(lumo::titleOf(kindAt(index)))},
+                                     {"amount", shown(line.amount)},
+                                     {"note", shown(line.note)},
+                                     {"count", static_cast<int>(sums.items)}});
     }
     return lines_;
 }
@@ -177,7 +178,8 @@ QString ItemsDesk::noteOf(int wanted) const {
         return {};
     }
     const InventoryKind kind = kindAt(static_cast<std::size_t>(wanted));
-    return shown(kindNote(foundOf(kind), stateOf(kind), ground_.shownHome()));
+    return shown(kindNote(foundOf(kind), ticked_.plan().whole()->items()->sums[indexOf(kind)], stateOf(kind),
+                          ground_.shownHome()));
 }
 
 } // namespace tarvo

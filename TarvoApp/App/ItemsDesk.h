@@ -61,7 +61,7 @@ class ItemsDesk final : public QObject {
     using Looks = std::array<std::shared_ptr<const CloserLook>, lumo::inventoryKindCount>;
 
     /// What all looks have found together.
-    static std::shared_ptr<const ShownItems> itemsIn(const Looks& looks);
+    static std::shared_ptr<const ShownItems> itemsIn(const Looks& looks, const std::string& home);
     /// What the last look at the kind found, or null.
     [[nodiscard]] const lumo::Inventory* foundOf(lumo::InventoryKind kind) const;
     [[nodiscard]] const Items& itemsOf(lumo::InventoryKind kind) const;

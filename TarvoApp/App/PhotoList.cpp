@@ -2,7 +2,6 @@
 
 #include "LumoCore/Basics/ByteFormat.h"
 #include "LumoCore/Basics/Date.h"
-#include "LumoCore/Basics/Path.h"
 #include "TarvoApp/App/QtText.h"
 
 #include <fmt/format.h>
@@ -45,7 +44,7 @@ QVariant PhotoList::read(int row, int role) const {
     case keyRole:
         return keyOf(picture.path);
     case nameRole:
-        return shown(lumo::fileName(picture.path));
+        return shown(entry.name);
     case factsRole:
         return factsOf(entry.photo);
     case filmRole:

@@ -13,6 +13,7 @@ namespace tarvo {
 struct PhotoEntry {
     std::string id; ///< Its path.
     Photo photo;
+    std::string name; ///< With the folders between it and the one that is looked through.
     int group = 0;
     bool isFirst = false;
     bool isProposed = false;

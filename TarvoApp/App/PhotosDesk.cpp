@@ -18,6 +18,12 @@ using lumo::ByteFormat::string;
 
 namespace {
 
+/// What the picture is called among those of the folder: there may be others of its name deeper in it.
+std::string nameIn(const std::string& folder, const std::string& path) {
+    return path != folder && lumo::isInside(path, folder) ? path.substr(folder.size() + 1)
+                                                          : std::string(lumo::fileName(path));
+}
+
 std::string hintOf(PhotoSection section) {
     switch (section) {
     case PhotoSection::copies:
@@ -163,6 +169,7 @@ void PhotosDesk::setChapter(int index) {
 const PhotoChapter* PhotosDesk::shownChapter() const {
     const auto at = static_cast<std::size_t>(chapter_);
     return at < read_.chapters.size() ? &read_.chapters[at] : nullptr;
+                                   .name = nameIn(read_.folder, read_.photos[at].picture.path),
 }
 
 // What the user decides.

@@ -8,7 +8,7 @@ namespace tarvo {
 
 void QuestionDesk::ask(Asked asked) {
     asked_ = std::move(asked);
-    texts_ = textsOf(asked_);
+    texts_ = textsOf(asked_, home_);
     emit changed();
 }
 
@@ -56,8 +56,10 @@ QVariantList QuestionDesk::lines() const {
         lines.push_back(
             QVariantMap{{"title", shown(group.title)}, {"bytes", shown(group.bytes)}, {"isHead", true}});
         for (const GoingItem& item : group.items) {
-            lines.push_back(
-                QVariantMap{{"title", shown(item.title)}, {"bytes", shown(item.bytes)}, {"isHead", false}});
+            lines.push_back(QVariantMap{{"title", shown(item.title)},
+                                        {"bytes", shown(item.bytes)},
+                                        {"place", shown(item.place)},
+                                        {"isHead", false}});
         }
     }
     return lines;

@@ -6,6 +6,9 @@
 #include <QString>
 #include <QVariantList>
 
+#include <string>
+#include <utility>
+
 namespace tarvo {
 
 /// The one thing that the user is asked or told at a time, and the answer to it.
@@ -18,7 +21,7 @@ class QuestionDesk final : public QObject {
     Q_PROPERTY(QString title READ title NOTIFY changed)
     /// May have several lines.
     Q_PROPERTY(QString message READ message NOTIFY changed)
-    /// What goes, each line with its "title" and "bytes" and whether it "isHead" of a group.
+    /// What goes, each line with its "title", "bytes" and "place" and whether it "isHead" of a group.
     Q_PROPERTY(QVariantList lines READ lines NOTIFY changed)
     /// Empty where there is nothing to agree to.
     Q_PROPERTY(QString acceptText READ acceptText NOTIFY changed)
@@ -26,7 +29,8 @@ class QuestionDesk final : public QObject {
     Q_PROPERTY(bool isDangerous READ isDangerous NOTIFY changed)
 
   public:
-    explicit QuestionDesk(QObject* parent) : QObject(parent) {}
+    /// The home is as a path, the made-up computer's where there is one.
+    QuestionDesk(std::string home, QObject* parent) : QObject(parent), home_(std::move(home)) {}
 
     /// Asks that instead of whatever is asked now.
     void ask(Asked asked);
@@ -51,6 +55,7 @@ class QuestionDesk final : public QObject {
     void accepted(const tarvo::Asked& agreed);
 
   private:
+    std::string home_; ///< Which is shown as "~".
     Asked asked_;
     QuestionTexts texts_; ///< Of what is asked, or was asked last: a dialog that closes still shows it.
 };

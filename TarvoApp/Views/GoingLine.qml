@@ -8,20 +8,35 @@ Item {
     required property var modelData
     required property int index
 
-    Accessible.name: modelData.title + ", " + modelData.bytes
+    readonly property string place: modelData.place || ""
+
+    Accessible.name: modelData.title + (place.length > 0 ? ", " + place : "") + ", " + modelData.bytes
     Accessible.role: modelData.isHead ? Accessible.Heading : Accessible.ListItem
-    implicitHeight: name.implicitHeight + (modelData.isHead && index > 0 ? 14 : 4)
+    implicitHeight: name.y + name.implicitHeight + 2 + (place.length > 0 ? folder.implicitHeight : 0)
 
     Line {
         id: name
 
         Accessible.ignored: true
-        anchors.bottom: parent.bottom
-        anchors.bottomMargin: 2
+        elide: Text.ElideMiddle
         font.weight: line.modelData.isHead ? Font.DemiBold : Font.Normal
         text: line.modelData.title
         width: amount.x - x - 8
         x: line.modelData.isHead ? 0 : 12
+        y: line.modelData.isHead && line.index > 0 ? 12 : 2
+    }
+    Line {
+        id: folder
+
+        Accessible.ignored: true
+        color: Theme.secondaryText
+        elide: Text.ElideMiddle
+        font.pixelSize: Theme.small
+        text: line.place
+        visible: text.length > 0
+        width: name.width
+        x: name.x
+        y: name.y + name.implicitHeight
     }
     Line {
         id: amount

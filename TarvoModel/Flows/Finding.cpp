@@ -38,7 +38,7 @@ void holdBack(const std::vector<DetailItem*>& items, const Desk& desk) {
 
 } // namespace
 
-void leaveOutCopies(std::vector<Inventory>& inventories) {
+std::size_t leaveOutCopies(std::vector<Inventory>& inventories) {
     std::set<std::string> copies;
     for (const Inventory& inventory : inventories) {
         for (const DetailItem& item : inventory.items) {
@@ -48,14 +48,16 @@ void leaveOutCopies(std::vector<Inventory>& inventories) {
             }
         }
     }
+    std::size_t leftOut = 0;
     for (Inventory& inventory : inventories) {
         if (inventory.kind == InventoryKind::large) {
-            std::erase_if(inventory.items, [&](const DetailItem& item) {
+            leftOut += std::erase_if(inventory.items, [&](const DetailItem& item) {
                 const auto paths = lumo::CleanupExecutor::touchedPaths(item.action);
                 return std::ranges::any_of(paths, [&](const auto& path) { return copies.contains(path); });
             });
         }
     }
+    return leftOut;
 }
 
 std::vector<InventoryKind> kindsOf(const FindRequest& request) {

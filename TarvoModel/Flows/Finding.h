@@ -52,8 +52,8 @@ struct CloserLook {
 /// What the request, which names one kind, finds.
 CloserLook lookedAt(const FindRequest& request, const Desk& desk, const FindWatch& watch = {});
 
-/// Leaves the copies out of the large files, and the ones that stay: see `found`.
-void leaveOutCopies(std::vector<lumo::Inventory>& inventories);
+/// Leaves the copies out of the large files, and the ones that stay: see `found`. How many those are.
+std::size_t leaveOutCopies(std::vector<lumo::Inventory>& inventories);
 
 /// The item of that id as it is now, with its reason if it may not be cleaned; absent when there is none. It
 /// does not matter with which folders it was found.

@@ -19,17 +19,22 @@ namespace {
 
 using Actions = std::vector<lumo::CleanupAction>;
 
-GoingGroup groupOf(const Words& title, Actions actions, Language language) {
+GoingGroup groupOf(const Words& title, Actions actions, const std::string& home, Language language) {
     lumo::sortLargestFirst(actions, &lumo::CleanupAction::estimatedBytes);
     GoingGroup group{.title = title.in(language), .bytes = string(bytesOf(actions), language), .items = {}};
     for (const lumo::CleanupAction& action : actions) {
-        group.items.push_back({action.title, string(action.estimatedBytes, language)});
+        const auto* const moved = std::get_if<lumo::method::TrashItems>(&action.method);
+        group.items.push_back({.title = action.title,
+                               .bytes = string(action.estimatedBytes, language),
+                               .place = moved == nullptr ? std::string()
+                                                         : lumo::printable(folderOfNamesake(
+                                                               action.title, moved->paths, home))});
     }
     return group;
 }
 
 /// What goes: first what is missed most if it was ticked by mistake.
-std::vector<GoingGroup> groupsOf(const Actions& actions, Language language) {
+std::vector<GoingGroup> groupsOf(const Actions& actions, const std::string& home, Language language) {
     const Going going = goingOf(actions);
     std::vector<GoingGroup> groups;
     for (const auto& [title, part] :
@@ -37,7 +42,7 @@ std::vector<GoingGroup> groupsOf(const Actions& actions, Language language) {
           std::pair(Words{"No se puede deshacer", "Can't be undone"}, &going.forGood),
           std::pair(Words{"Se regenera solo", "Recreates itself"}, &going.recreated)}) {
         if (!part->empty()) {
-            groups.push_back(groupOf(title, *part, language));
+            groups.push_back(groupOf(title, *part, home, language));
         }
     }
     return groups;
@@ -75,6 +80,7 @@ std::string aboutFile(const asked::FromFile& file, Language language) {
 }
 
 struct Texts {
+    const std::string& home;
     Language language;
 
     QuestionTexts operator()(const asked::Nothing&) const { return {}; }
@@ -85,7 +91,7 @@ struct Texts {
         return {.title = Words{"¿{}?", "{}?"}.in(language, does),
                 .message = confirmationMessage(clean.actions, language) + aboutKept(clean, language) +
                            (clean.file ? aboutFile(*clean.file, language) : std::string()),
-                .groups = groupsOf(clean.actions, language),
+                .groups = groupsOf(clean.actions, home, language),
                 .acceptText = does};
     }
 
@@ -112,8 +118,8 @@ struct Texts {
 
 } // namespace
 
-QuestionTexts textsOf(const Asked& asked, Language language) {
-    return std::visit(Texts{language}, asked);
+QuestionTexts textsOf(const Asked& asked, const std::string& home, Language language) {
+    return std::visit(Texts{home, language}, asked);
 }
 
 } // namespace tarvo

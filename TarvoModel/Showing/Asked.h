@@ -65,7 +65,8 @@ using Asked = std::variant<asked::Nothing, asked::Clean, asked::Empty, asked::Ar
 /// One thing that goes.
 struct GoingItem {
     std::string title;
-    std::string bytes; ///< For a person.
+    std::string bytes;      ///< For a person.
+    std::string place = {}; ///< Its folder, for a person; empty where its name says enough.
 
     friend bool operator==(const GoingItem&, const GoingItem&) = default;
 };
@@ -88,6 +89,8 @@ struct QuestionTexts {
     bool isDangerous = false;            ///< What is agreed to cannot be undone.
 };
 
-QuestionTexts textsOf(const Asked& asked, lumo::Language language = lumo::currentLanguage());
+/// `home` is what is written as "~".
+QuestionTexts textsOf(const Asked& asked, const std::string& home,
+                      lumo::Language language = lumo::currentLanguage());
 
 } // namespace tarvo

@@ -67,6 +67,13 @@ std::vector<std::string> deletedPaths(const std::vector<lumo::CleanupAction>& ac
     return paths;
 }
 
+std::string folderOfNamesake(std::string_view name, const std::vector<std::string>& paths,
+                             const std::string& home) {
+    return paths.empty() || lumo::fileName(paths.front()) != name
+               ? std::string()
+               : lumo::abbreviated(lumo::parentOf(paths.front()), home);
+}
+
 std::int64_t bytesOf(const std::vector<lumo::CleanupAction>& actions) {
     std::int64_t bytes = 0;
     for (const lumo::CleanupAction& action : actions) {

@@ -30,6 +30,11 @@ Going goingOf(const std::vector<lumo::CleanupAction>& actions);
 std::vector<std::string> deletedPaths(const std::vector<lumo::CleanupAction>& actions,
                                       const std::string& home);
 
+/// Where the first of the paths lies, with "~" for the home, if the thing is called as that file is: there
+/// may be others of the name. Empty for what has a name of its own.
+std::string folderOfNamesake(std::string_view name, const std::vector<std::string>& paths,
+                             const std::string& home);
+
 /// What the actions are estimated to free together.
 std::int64_t bytesOf(const std::vector<lumo::CleanupAction>& actions);
 

@@ -5,6 +5,7 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
+#include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <algorithm>
 #include <set>
@@ -21,7 +22,13 @@ using lumo::Words;
 
 namespace {
 
-Row rowOf(const DetailItem& item, lumo::InventoryKind kind) {
+/// What is known of the item, after where it lies if its name alone does not say which one it is.
+std::string detailOf(const DetailItem& item, const std::vector<std::string>& paths, const std::string& home) {
+    const std::string folder = folderOfNamesake(item.name, paths, home);
+    return lumo::printable(folder + (folder.empty() || item.detail.empty() ? "" : " · ") + item.detail);
+}
+
+Row rowOf(const DetailItem& item, lumo::InventoryKind kind, const std::string& home) {
     const auto* const moved = std::get_if<lumo::method::TrashItems>(&item.action.method);
     std::vector<std::string> paths = moved != nullptr ? moved->paths : std::vector<std::string>();
     if (paths.empty() && item.path) {
@@ -29,7 +36,7 @@ Row rowOf(const DetailItem& item, lumo::InventoryKind kind) {
     }
     return {.id = item.id,
             .title = lumo::printable(item.name),
-            .detail = lumo::printable(item.detail),
+            .detail = detailOf(item, paths, home),
             .bytes = item.bytes,
             .safety = item.safety,
             .group = groupOf(item.safety),
@@ -72,12 +79,21 @@ class Places {
     std::unordered_set<std::string_view> holders_; ///< The folders above those.
 };
 
-std::int64_t bytesOf(const Inventory& inventory, bool isBlocked) {
-    std::int64_t sum = 0;
-    for (const DetailItem& item : inventory.items) {
-        sum = lumo::checkedSum(sum, item.blockedBecause.has_value() == isBlocked ? item.bytes : 0);
-    }
-    return sum;
+void count(const DetailItem& item, KindSums& sums) {
+    ++sums.items;
+    std::int64_t& sum = item.blockedBecause ? sums.blocked : sums.tickable;
+    sum = lumo::checkedSum(sum, item.bytes);
+}
+
+std::string copiesText(std::size_t count, Language language) {
+    const std::string duplicates = lumo::titleOf(lumo::InventoryKind::duplicates, language);
+    return count == 0   ? std::string()
+           : count == 1 ? Words{"1 archivo más se ve en «{}», como copia o como el que se queda",
+                                "1 more file is under “{}”, as a copy or as the one that stays"}
+                              .in(language, duplicates)
+                        : Words{"{} archivos más se ven en «{}», como copia o como el que se queda",
+                                "{} more files are under “{}”, as a copy or as the one that stays"}
+                              .in(language, count, duplicates);
 }
 
 } // namespace
@@ -102,14 +118,15 @@ std::string unreadText(const Inventory& inventory, const std::string& home, Lang
     return places.size() > mostNamed ? text + Words{"; y otros", "; and others"}.in(language) : text;
 }
 
-ShownItems shownItems(const std::vector<Inventory>& inventories) {
+ShownItems shownItems(const std::vector<Inventory>& inventories, const std::string& home) {
     ShownItems items;
     std::set<std::string> ids;
     for (const Inventory& inventory : inventories) {
         for (const DetailItem& item : inventory.items) {
             if (ids.insert(item.id).second) {
                 items.entries.push_back({item.action, item.blockedBecause});
-                items.rows.push_back(rowOf(item, inventory.kind));
+                items.rows.push_back(rowOf(item, inventory.kind, home));
+                count(item, items.sums[static_cast<std::size_t>(inventory.kind)]);
             }
         }
     }
@@ -135,18 +152,10 @@ void giveTiles(std::span<Row> items, std::span<const Row> others, const std::str
     }
 }
 
-std::int64_t tickableBytes(const Inventory& inventory) {
-    return bytesOf(inventory, false);
-}
-
-std::int64_t blockedBytes(const Inventory& inventory) {
-    return bytesOf(inventory, true);
-}
-
-KindLine kindLine(const Inventory* found, LookState state, Language language) {
+KindLine kindLine(const Inventory* found, const KindSums& sums, LookState state, Language language) {
     KindLine line;
-    if (found != nullptr && tickableBytes(*found) > 0) {
-        line.amount = lumo::ByteFormat::string(tickableBytes(*found), language);
+    if (sums.tickable > 0) {
+        line.amount = lumo::ByteFormat::string(sums.tickable, language);
     }
     if (state == LookState::going) {
         line.note = Words{"mirando…", "looking…"}.in(language);
@@ -155,17 +164,18 @@ KindLine kindLine(const Inventory* found, LookState state, Language language) {
                                                  : Words{"en espera", "waiting"}.in(language);
     } else if (found->unavailable) {
         line.note = Words{"no se puede saber", "cannot be told"}.in(language);
-    } else if (found->items.empty()) {
+    } else if (sums.items == 0) {
         line.note = Words{"nada", "nothing"}.in(language);
-    } else if (const std::int64_t blocked = blockedBytes(*found); blocked > 0) {
+    } else if (sums.blocked > 0) {
         line.note = (line.amount.empty() ? Words{"{} desde aquí no", "{} not from here"}
                                          : Words{"y {} desde aquí no", "and {} not from here"})
-                        .in(language, lumo::ByteFormat::string(blocked, language));
+                        .in(language, lumo::ByteFormat::string(sums.blocked, language));
     }
     return line;
 }
 
-std::string kindNote(const Inventory* found, LookState state, const std::string& home, Language language) {
+std::string kindNote(const Inventory* found, const KindSums& sums, LookState state, const std::string& home,
+                     Language language) {
     if (found == nullptr) {
         return state == LookState::unwanted
                    ? Words{"Aún no se ha mirado", "Not looked at yet"}.in(language)
@@ -174,12 +184,13 @@ std::string kindNote(const Inventory* found, LookState state, const std::string&
     if (found->unavailable) {
         return lumo::capitalized(lumo::printable(*found->unavailable));
     }
-    std::string unread = unreadText(*found, home, language);
-    if (!found->items.empty()) {
-        return unread;
+    std::string note = sums.items > 0 || sums.copies > 0
+                           ? std::string()
+                           : Words{"No hay nada de esto", "There is nothing of this"}.in(language);
+    for (const std::string& more : {copiesText(sums.copies, language), unreadText(*found, home, language)}) {
+        note += (note.empty() || more.empty() ? "" : " · ") + more;
     }
-    return Words{"No hay nada de esto", "There is nothing of this"}.in(language) +
-           (unread.empty() ? "" : " · " + unread);
+    return note;
 }
 
 } // namespace tarvo

@@ -1,4 +1,6 @@
 #include "TarvoModel/Showing/ItemRows.h"
+#include "TarvoModel/Flows/Finding.h"
+#include "TarvoModel/Showing/Asked.h"
 #include "TarvoModel/Showing/DemoItems.h"
 #include "TarvoModel/Showing/RowFacts.h"
 #include "TarvoModel/Showing/RowView.h"
@@ -21,6 +23,11 @@ DetailItem file(const std::string& id, const std::string& path, std::int64_t byt
     return itemToSetAside(id, path, {path}, bytes, "film");
 }
 
+KindSums sumsOf(const Inventory* found) {
+    return found == nullptr ? KindSums()
+                            : shownItems({*found}, "/h").sums[static_cast<std::size_t>(found->kind)];
+}
+
 std::vector<std::string> tiled(const std::vector<Row>& rows) {
     std::vector<std::string> ids;
     for (const Row& row : rows) {
@@ -39,7 +46,8 @@ TEST(ItemRows, StandBelowTheNameOfTheirKindAndSayWhatStaysAndWhatToRun) {
     const DetailItem shown = itemToShow("sistema:apt", "apt", 3000000, "packages",
                                         needsAdministrator("sudo apt clean", Language::en));
     const ShownItems items = shownItems(
-        {inventoryOf(InventoryKind::duplicates, {copy, copy}), inventoryOf(InventoryKind::system, {shown})});
+        {inventoryOf(InventoryKind::duplicates, {copy, copy}), inventoryOf(InventoryKind::system, {shown})},
+        "/home/u");
     ASSERT_EQ(items.rows.size(), 2U) << "each id once";
     const Row& row = items.rows[0];
     EXPECT_EQ(headOf(row, Language::es), "Archivos duplicados");
@@ -54,6 +62,27 @@ TEST(ItemRows, StandBelowTheNameOfTheirKindAndSayWhatStaysAndWhatToRun) {
     EXPECT_THAT(rowsIn({.kind = InventoryKind::system}, items.rows), ElementsAre(items.rows[1]));
 }
 
+// Two copies of one name could not be told apart, neither in the list nor in the question.
+TEST(ItemRows, SayInWhichFolderAFileLiesOfWhichOnlyTheNameIsKnown) {
+    const DetailItem here = itemToSetAside("copia:1", "db.bin", {"/home/u/Downloads/db.bin"}, 9, "a copy");
+    const DetailItem there = itemToSetAside("copia:2", "db.bin", {"/home/u/old/db.bin"}, 8, "");
+    DetailItem image = itemForTool("docker:i", "image", {"docker"}, 4, "tagged");
+    const std::vector<Row> rows =
+        shownItems({inventoryOf(InventoryKind::duplicates, {here, there, image})}, "/home/u").rows;
+    EXPECT_EQ(rows[0].detail, "~/Downloads · a copy");
+    EXPECT_EQ(rows[1].detail, "~/old");
+    EXPECT_EQ(rows[2].detail, "tagged");
+    lumo::CleanupAction cache = here.action;
+    cache.title = "Caches";
+    const QuestionTexts asked = textsOf(
+        asked::Clean{.actions = {here.action, there.action, cache}, .shown = {}}, "/home/u", Language::en);
+    std::vector<std::string> places;
+    for (const GoingItem& item : asked.groups.front().items) {
+        places.push_back(item.title + "|" + item.place);
+    }
+    EXPECT_THAT(places, UnorderedElementsAre("db.bin|~/Downloads", "db.bin|~/old", "Caches|"));
+}
+
 TEST(ItemRows, HaveATileWhereNoOtherOneStandsForThem) {
     std::vector<Row> items =
         shownItems(
@@ -62,7 +91,8 @@ TEST(ItemRows, HaveATileWhereNoOtherOneStandsForThem) {
                           file("archivo:b", "/home/u/Downloads/b", 8), file("archivo:c", "/mnt/c", 7),
                           file("archivo:d", "/home/u/Work/d", 6)}),
              inventoryOf(InventoryKind::leftovers, {file("resto:a", "/home/u/Videos", 9)}),
-             inventoryOf(InventoryKind::docker, {itemForTool("docker:i", "image", {"docker"}, 4, "")})})
+             inventoryOf(InventoryKind::docker, {itemForTool("docker:i", "image", {"docker"}, 4, "")})},
+            "/home/u")
             .rows;
     const std::vector<Row> found{{.id = "downloads", .paths = {"/home/u/Downloads"}},
                                  {.id = "inner", .paths = {"/home/u/Work/d/cache"}}};
@@ -77,7 +107,8 @@ TEST(ItemRows, JoinThePlanAndNothingCountsTwice) {
     ShownItems found = shownItems(
         {inventoryOf(InventoryKind::large,
                      {file("archivo:a", "/home/u/Videos/a", 9), file("archivo:b", "/home/u/.cache/b", 8)}),
-         inventoryOf(InventoryKind::docker, {itemForTool("docker:i", "image", {"docker"}, 4, "")})});
+         inventoryOf(InventoryKind::docker, {itemForTool("docker:i", "image", {"docker"}, 4, "")})},
+        "/home/u");
     const ShownPlan planned{
         .entries = {PlanEntry{file("cache", "/home/u/.cache", 20).action, {}},
                     PlanEntry{file("held", "/home/u/.held", 70).action, "quit it first"}},
@@ -144,9 +175,28 @@ TEST(ItemRows, AreAsTickedAsWhatTakesThemAlong) {
     EXPECT_THAT(plan.selection(), ElementsAre("archivo:a", "tool"));
 }
 
+// Beside the list the large files came to more than above it, once duplicates were looked for.
+TEST(ItemRows, CountInOneKindOnlyAndTheOtherSaysWhereTheyAre) {
+    DetailItem copy = itemToSetAside("copia:1", "film", {"/home/u/Downloads/film"}, 9, "");
+    copy.kept = "/home/u/Videos/film";
+    std::vector<Inventory> found{
+        inventoryOf(InventoryKind::large, {file("archivo:a", "/home/u/Downloads/film", 9),
+                                           file("archivo:b", "/home/u/Videos/film", 9),
+                                           file("archivo:c", "/home/u/Videos/other", 5)}),
+        inventoryOf(InventoryKind::duplicates, {copy})};
+    EXPECT_EQ(leaveOutCopies(found), 2U);
+    ShownItems shown = shownItems(found, "/home/u");
+    KindSums& large = shown.sums[static_cast<std::size_t>(InventoryKind::large)];
+    EXPECT_EQ(large, (KindSums{.items = 1, .tickable = 5}));
+    large.copies = 2;
+    EXPECT_EQ(shown.sums[static_cast<std::size_t>(InventoryKind::duplicates)].tickable, 9);
+    EXPECT_EQ(kindNote(&found.front(), large, LookState::done, "/home/u", Language::es),
+              "2 archivos más se ven en «Archivos duplicados», como copia o como el que se queda");
+}
+
 TEST(ItemRows, SayOfEachKindWhatItComesToOrWhyNothingIsKnown) {
     const auto line = [](const Inventory* found, LookState state) {
-        const KindLine said = kindLine(found, state, Language::en);
+        const KindLine said = kindLine(found, sumsOf(found), state, Language::en);
         return said.amount + "|" + said.note;
     };
     Inventory found = inventoryOf(InventoryKind::large, {file("archivo:a", "/a", 5000000)});
@@ -155,10 +205,11 @@ TEST(ItemRows, SayOfEachKindWhatItComesToOrWhyNothingIsKnown) {
     EXPECT_EQ(line(&found, LookState::going), "5 MB|looking…");
     EXPECT_EQ(line(&found, LookState::done), "5 MB|");
     found.unreadableCount = 2;
-    EXPECT_EQ(kindNote(&found, LookState::done, "/h", Language::en), "2 places could not be looked at");
+    EXPECT_EQ(kindNote(&found, sumsOf(&found), LookState::done, "/h", Language::en),
+              "2 places could not be looked at");
     found.unreadableCount = 0;
     found.miss("/h/a", "permission denied");
-    EXPECT_EQ(kindNote(&found, LookState::done, "/h", Language::es),
+    EXPECT_EQ(kindNote(&found, sumsOf(&found), LookState::done, "/h", Language::es),
               "1 sitio no se ha podido mirar: ~/a (permission denied)");
     found.missIn("/var/b", 5, Language::en);
     found.missIn("/var/none", 0, Language::en);
@@ -173,7 +224,7 @@ TEST(ItemRows, SayOfEachKindWhatItComesToOrWhyNothingIsKnown) {
     EXPECT_EQ(line(&found, LookState::done), "|nothing");
     found.unavailable = "docker is not running";
     EXPECT_EQ(line(&found, LookState::done), "|cannot be told");
-    EXPECT_EQ(kindNote(&found, LookState::done, "/h", Language::en), "Docker is not running");
+    EXPECT_EQ(kindNote(&found, sumsOf(&found), LookState::done, "/h", Language::en), "Docker is not running");
     // The made-up computer has something of most kinds, in both languages.
     for (std::size_t index = 0; index < inventoryKindCount; ++index) {
         const auto kind = static_cast<InventoryKind>(index);
