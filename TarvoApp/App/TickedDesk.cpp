@@ -22,7 +22,8 @@ void TickedDesk::takePlan(std::shared_ptr<const WholePlan> made) {
     if (emptied_.hasAny()) {
         auto rest = std::make_shared<ShownPlan>(*plan);
         emptied_.leaveOut(rest->entries, rest->defaults, rest->rows);
-        if (rest->entries.size() < plan->entries.size() || rest->rows.size() < plan->rows.size()) {
+        if (rest->entries.size() < plan->entries.size() || rest->rows.size() < plan->rows.size() ||
+            rest->defaults.size() < plan->defaults.size()) {
             plan = std::move(rest);
         }
     }

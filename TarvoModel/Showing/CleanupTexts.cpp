@@ -185,11 +185,23 @@ std::string failedText(std::size_t count, std::string_view first, Language langu
                      .in(language, count, first);
 }
 
-std::optional<std::string> remarkText(const std::vector<lumo::CleanupOutcome>& outcomes) {
+bool hasFreedNothing(const lumo::CleanupOutcome& outcome) {
+    return outcome.status == lumo::CleanupStatus::done && outcome.freedBytes == 0 &&
+           outcome.trashedBytes == 0 && !outcome.restorable;
+}
+
+std::optional<std::string> remarkText(const std::vector<lumo::CleanupOutcome>& outcomes, Language language) {
     const auto remark = std::ranges::find_if(outcomes, [](const lumo::CleanupOutcome& outcome) {
         return outcome.status == lumo::CleanupStatus::done && outcome.message;
     });
-    return remark != outcomes.end() ? std::optional(remark->title + ": " + *remark->message) : std::nullopt;
+    if (remark == outcomes.end()) {
+        return std::nullopt;
+    }
+    const Words next{
+        ". Ya no está marcado: cierra el programa que lo usa y prueba otra vez, o déjalo como está.",
+        ". It is no longer selected: quit the program that uses it and try again, or leave it as it "
+        "is."};
+    return remark->title + ": " + *remark->message + (hasFreedNothing(*remark) ? next.in(language) : "");
 }
 
 std::string leftOutText(std::size_t count, std::string_view first, std::string_view reason,

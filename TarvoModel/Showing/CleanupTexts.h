@@ -76,9 +76,13 @@ std::string stoppedText(std::size_t count, lumo::Language language = lumo::curre
 std::string failedText(std::size_t count, std::string_view first,
                        lumo::Language language = lumo::currentLanguage());
 
+/// True when it was done and has neither freed nor set aside anything.
+bool hasFreedNothing(const lumo::CleanupOutcome& outcome);
+
 /// The sentence after a cleanup of which an item was done and still left something, with what the first of
-/// them says; absent when none has.
-std::optional<std::string> remarkText(const std::vector<lumo::CleanupOutcome>& outcomes);
+/// them says, and what to do where it left all; absent when none has.
+std::optional<std::string> remarkText(const std::vector<lumo::CleanupOutcome>& outcomes,
+                                      lumo::Language language = lumo::currentLanguage());
 
 /// The sentence after a cleanup that left so many agreed items as they were, with the first and its reason.
 std::string leftOutText(std::size_t count, std::string_view first, std::string_view reason,

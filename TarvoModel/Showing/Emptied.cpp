@@ -1,6 +1,7 @@
 #include "TarvoModel/Showing/Emptied.h"
 
 #include "LumoCore/Basics/Path.h"
+#include "TarvoModel/Showing/CleanupTexts.h"
 
 #include <algorithm>
 #include <string_view>
@@ -45,9 +46,29 @@ std::set<std::string> Emptied::take(const std::vector<lumo::CleanupOutcome>& out
         if (outcome.status == lumo::CleanupStatus::done) {
             done.insert(outcome.id);
             (outcome.restorable || outcome.trashedBytes > 0 ? setAside_ : deleted_).insert(outcome.id);
+            fruitless_.erase(outcome.id);
+            if (hasFreedNothing(outcome)) {
+                fruitless_[outcome.id] = std::nullopt;
+            }
         }
     }
     return done;
+}
+
+void Emptied::untickFruitless(const std::vector<lumo::PlanEntry>& entries, Selection& defaults) {
+    for (const lumo::PlanEntry& entry : entries) {
+        const auto known = fruitless_.find(entry.action.id);
+        if (known == fruitless_.end()) {
+            continue;
+        }
+        const std::int64_t bytes = entry.action.estimatedBytes;
+        if (bytes >= known->second.value_or(bytes) + hardlyAnything) {
+            fruitless_.erase(known);
+        } else {
+            known->second = known->second.value_or(bytes);
+            defaults.erase(entry.action.id);
+        }
+    }
 }
 
 void Emptied::leaveOut(std::vector<lumo::PlanEntry>& entries, Selection& defaults, std::vector<Row>& rows) {
@@ -57,6 +78,7 @@ void Emptied::leaveOut(std::vector<lumo::PlanEntry>& entries, Selection& default
             setAside_.erase(entry.action.id);
         }
     }
+    untickFruitless(entries, defaults);
     const auto isEmpty = [&](const std::string& id) {
         return deleted_.contains(id) || setAside_.contains(id);
     };

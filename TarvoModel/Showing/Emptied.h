@@ -5,6 +5,9 @@
 #include "TarvoModel/Showing/Rows.h"
 #include "TarvoModel/Showing/Selection.h"
 
+#include <cstdint>
+#include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -26,14 +29,22 @@ class Emptied final {
     /// What was set aside has come back, and is shown however small it is.
     void putBack() { setAside_.clear(); }
 
-    [[nodiscard]] bool hasAny() const { return !deleted_.empty() || !setAside_.empty(); }
+    [[nodiscard]] bool hasAny() const {
+        return !deleted_.empty() || !setAside_.empty() || !fruitless_.empty();
+    }
 
-    /// Leaves out of a new plan what is still empty. What has grown since is a row like any other again.
+    /// Leaves out of a new plan what is still empty, and ticks nothing of which nothing was freed. What has
+    /// grown since is a row like any other again.
     void leaveOut(std::vector<lumo::PlanEntry>& entries, Selection& defaults, std::vector<Row>& rows);
 
   private:
+    void untickFruitless(const std::vector<lumo::PlanEntry>& entries, Selection& defaults);
+
     std::set<std::string> deleted_;
     std::set<std::string> setAside_;
+    /// What came to an end without freeing anything would be ticked for ever; with the bytes it had
+    /// afterwards, once a plan has told.
+    std::map<std::string, std::optional<std::int64_t>> fruitless_;
 };
 
 } // namespace tarvo

@@ -328,8 +328,14 @@ TEST(AppStories, WhatAToolLeftIsTold) {
     story.app().cleaning()->requestClean();
     story.app().question()->accept();
     ASSERT_TRUE(story.waitUntilIdle());
-    EXPECT_EQ(bytesOf(story.app().activity()->notice()), "pip cache: the tool freed nothing here");
+    EXPECT_EQ(
+        bytesOf(story.app().activity()->notice()),
+        "pip cache: the tool freed nothing here. It is no longer selected: quit the program that uses it and "
+        "try again, or leave it as it is.");
     EXPECT_FALSE(story.hasCache());
+    // It was ticked again at once, and to be cleaned with the same result for ever.
+    EXPECT_FALSE(story.app().ticked()->hasTicked());
+    EXPECT_GE(story.app().rows()->indexOf("pip-cache"), 0) << "it can be ticked";
 }
 
 TEST(AppStories, ACelebrationOpensFromHalfAGigabyteOn) {

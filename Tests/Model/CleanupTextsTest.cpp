@@ -55,7 +55,12 @@ TEST(CleanupTexts, TellWhatWasDoneAndTheFirstFailure) {
     // A tool that was done and had left its cache was told of nowhere in the window.
     EXPECT_FALSE(
         remarkText({{.title = "uv"}, {.title = "a", .status = CleanupStatus::failed, .message = "b"}}));
-    EXPECT_EQ(remarkText({{.title = "uv"}, {.title = "pip", .message = "left"}}), "pip: left");
+    EXPECT_EQ(remarkText({{.title = "uv"}, {.title = "pip", .message = "left", .freedBytes = 1}}),
+              "pip: left");
+    EXPECT_EQ(
+        remarkText({{.title = "npm", .message = "nothing"}}, Language::es),
+        "npm: nothing. Ya no está marcado: cierra el programa que lo usa y prueba otra vez, o déjalo como "
+        "está.");
     EXPECT_EQ(restoredText({.done = 2}, Language::es), "Recuperados 2 elementos de lo apartado");
     EXPECT_EQ(restoredText({.done = 2, .failures = {"a: x", "b: y"}}, Language::en),
               "Restored 2 items from Recently Cleaned · 2 couldn't be restored: a: x");

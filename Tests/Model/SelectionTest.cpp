@@ -1,5 +1,6 @@
 #include "TarvoModel/Showing/Selection.h"
 #include "TarvoModel/Flows/CleanupPlanning.h"
+#include "TarvoModel/Showing/Emptied.h"
 #include "TarvoModel/Showing/Rows.h"
 #include "TarvoModel/Showing/TickedPlan.h"
 #include "Tests/support/TempHome.h"
@@ -209,4 +210,22 @@ TEST(Selection, OffersNothingWhileThePreferencesCannotBeTrusted) {
     EXPECT_EQ(ticked(), 3U);
     home.fileWith(".config/TarvoAI/preferencias.json", "{");
     EXPECT_EQ(ticked(), 0U);
+}
+
+// What its tool had freed nothing of was ticked again at once, for the same cleanup with the same result.
+TEST(Emptied, TicksNothingThatACleanupFreedNothingOfUntilThereIsMore) {
+    Emptied emptied;
+    (void)emptied.take({{.id = "npm", .message = "nothing freed"}, {.id = "uv", .freedBytes = 5000000}});
+    const auto ticked = [&](std::int64_t bytes) {
+        std::vector<lumo::PlanEntry> entries{{{.id = "npm", .estimatedBytes = bytes}, {}},
+                                             {{.id = "uv", .estimatedBytes = 40}, {}}};
+        Selection defaults{"npm", "uv"};
+        std::vector<Row> rows{{.id = "npm"}, {.id = "uv"}};
+        emptied.leaveOut(entries, defaults, rows);
+        EXPECT_EQ(rows.size(), 1U) << "it is still shown";
+        return defaults.contains("npm");
+    };
+    EXPECT_FALSE(ticked(63000000));
+    EXPECT_FALSE(ticked(63100000));
+    EXPECT_TRUE(ticked(80000000));
 }
