@@ -337,14 +337,16 @@ std::span<const LinuxRow> linuxRows() {
               {"Sí. Ctrl+R vuelve a analizar, Ctrl+Mayús+S marca solo lo que se regenera solo, Ctrl y "
                "Retroceso pide limpiar lo marcado (y siempre pregunta antes), Ctrl+Z deshace la última "
                "limpieza, Ctrl+F busca, Ctrl+O y Ctrl+S abren y guardan un informe, Ctrl+H y Ctrl+G abren "
-               "el Historial y el Crecimiento, F1 abre esta ayuda y Esc sale del bloque que abriste con la "
+               "el Historial y el Crecimiento, Ctrl+W cierra cada ventana así, F1 abre esta ayuda y Esc sale "
+               "del bloque que abriste con la "
                "lupa. "
                "Con las flechas te mueves por la lista y por el mapa, y la barra espaciadora marca o "
                "desmarca. La ventana entera se puede manejar con el teclado, sin ratón.",
                "Yes. Ctrl+R analyzes again, Ctrl+Shift+S selects only what recreates itself, Ctrl and "
                "Backspace asks to clean what is selected (and always checks with you first), Ctrl+Z undoes "
                "the last cleanup, Ctrl+F searches, Ctrl+O and Ctrl+S open and save a report, Ctrl+H and "
-               "Ctrl+G open the History and the Growth, F1 opens this help and Esc leaves the block you "
+               "Ctrl+G open the History and the Growth, Ctrl+W closes such a window, F1 opens this help and "
+               "Esc leaves the block you "
                "opened "
                "with the magnifier. The arrow keys move through the list and the map, and the space bar "
                "selects or deselects. The whole window can be used from the keyboard, without a mouse."},

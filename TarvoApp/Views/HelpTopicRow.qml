@@ -7,6 +7,7 @@ Button {
     id: row
 
     required property var modelData
+    required property int index
 
     readonly property bool isExpanded: App.help.expandedHelp === modelData.id
 
@@ -19,6 +20,7 @@ Button {
     rightPadding: 16
     text: modelData.question
 
+    onActiveFocusChanged: if (activeFocus) ListView.view.currentIndex = index
     Keys.onEnterPressed: row.clicked()
     Keys.onReturnPressed: row.clicked()
     onClicked: App.help.expandedHelp = isExpanded ? "" : modelData.id

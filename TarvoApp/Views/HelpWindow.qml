@@ -32,6 +32,7 @@ SideWindow {
                 event.accepted = text.length > 0;
                 App.help.helpSearch = "";
             }
+            Keys.onDownPressed: topics.goTo(0)
             onTextEdited: App.help.helpSearch = text
         }
         Rectangle {
@@ -40,8 +41,12 @@ SideWindow {
             implicitHeight: 1
         }
         HelpTopics {
+            id: topics
+
             Layout.fillHeight: true
             Layout.fillWidth: true
+
+            onLeaveWanted: search.forceActiveFocus(Qt.BacktabFocusReason)
         }
         Rectangle {
             Layout.fillWidth: true

@@ -11,6 +11,8 @@ SideWindow {
     signal historyWanted
     signal newsWanted
 
+    asks: App.question.isOpenInSettings
+
     // From the last page on to the first.
     function turn(by: int): void {
         const count = SettingsWords.tabs.length;

@@ -11,6 +11,9 @@ ApplicationWindow {
     // What was done from here came to this; what was said elsewhere is the main window's.
     property string told: ""
 
+    // Whether something is asked in it, which is answered first.
+    property bool asks: false
+
     property bool placed: false
 
     signal helpWanted
@@ -63,6 +66,12 @@ ApplicationWindow {
         sequence: "F1"
 
         onActivated: side.helpWanted()
+    }
+    Shortcut {
+        enabled: !side.asks
+        sequence: "Ctrl+W"
+
+        onActivated: side.close()
     }
     FocusScope {
         id: body

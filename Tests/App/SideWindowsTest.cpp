@@ -190,6 +190,40 @@ TEST_F(SideWindowsTest, TheHelpComesFromTheSettingsToo) {
     EXPECT_TRUE(shown != nullptr && shown->isVisible());
 }
 
+// Ctrl+W did nothing anywhere.
+TEST_F(SideWindowsTest, AWindowBesideTheMainOneClosesByTheKeysThatCloseAWindow) {
+    for (const Side side :
+         {Side::settings, Side::help, Side::preview, Side::history, Side::growth, Side::photos}) {
+        QQuickWindow& window = open(side);
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        QTest::keyClick(&window, Qt::Key_W, Qt::ControlModifier);
+        EXPECT_FALSE(window.isVisible()) << static_cast<int>(side);
+    }
+    QTest::keyClick(windows().window(), Qt::Key_W, Qt::ControlModifier);
+    EXPECT_TRUE(windows().window()->isVisible());
+}
+
+// From what was searched for in the help no arrow led to what was found.
+TEST_F(SideWindowsTest, TheHelpIsSearchedAndReadByTheKeyboard) {
+    QQuickWindow& window = open(Side::help);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    HelpDesk& help = *story.app().help();
+    const QQuickItem* const search = window.activeFocusItem();
+    for (const char letter : {'d', 'o', 'c', 'k', 'e', 'r'}) {
+        QTest::keyClick(&window, letter);
+    }
+    QTest::keyClick(&window, Qt::Key_Down);
+    ASSERT_NE(window.activeFocusItem(), search);
+    const QVariantList topics = help.topics();
+    ASSERT_GT(topics.size(), 1);
+    QTest::keyClick(&window, Qt::Key_Down);
+    QTest::keyClick(&window, Qt::Key_Return);
+    EXPECT_EQ(help.expandedHelp(), topics[1].toMap()["id"].toString());
+    QTest::keyClick(&window, Qt::Key_Home);
+    QTest::keyClick(&window, Qt::Key_Up);
+    EXPECT_EQ(window.activeFocusItem(), search);
+}
+
 TEST_F(SideWindowsTest, EveryWindowOpensInBothLanguagesAndAppearancesAndClosesWithEscape) {
     for (const Side side :
          {Side::settings, Side::help, Side::news, Side::preview, Side::history, Side::growth}) {
