@@ -248,6 +248,17 @@ ApplicationWindow {
                 }
             }
         }
+        // The list says it at its end, which is under its tab.
+        Line {
+            Layout.bottomMargin: window.gap
+            Layout.fillWidth: true
+            Layout.leftMargin: 24
+            Layout.rightMargin: 24
+            color: Theme.secondaryText
+            font.pixelSize: Theme.small
+            text: App.scanning.unreadable
+            visible: window.hasRows && window.narrow && window.pane === 0 && text.length > 0
+        }
         EmptyState {
             Layout.fillHeight: true
             Layout.fillWidth: true
