@@ -67,7 +67,11 @@ RowLayout {
             }
             PlainButton {
                 Accessible.name: (step.last ? step.modelData : Words.backTo.arg(step.modelData)) + ", " + step.amount
-                Layout.maximumWidth: Math.round(Math.min(200 * Theme.scale, way.width * 0.4)) // qmllint disable unqualified
+                // Gives way where there is no room. Not by the width of the way itself, which would be laid out over and over.
+                Layout.fillWidth: true
+                Layout.maximumWidth: Layout.preferredWidth
+                Layout.minimumWidth: Math.min(Layout.preferredWidth, Math.round(56 * Theme.scale))
+                Layout.preferredWidth: Math.ceil(Math.min(200 * Theme.scale, implicitWidth))
                 enabled: !step.last
                 font.weight: step.last ? Font.DemiBold : Font.Normal
                 kind: PlainButton.Link
