@@ -40,6 +40,12 @@ struct CleanupOutcome {
     /// The agent that asked for it, by the name it gives itself; absent for the user's own cleanups.
     std::optional<std::string> caller;
 
+    /// In the log: the cleanup that it belongs to, the same in all its lines and in no others. Absent in
+    /// older logs, and of what a cleanup that was killed still owed.
+    std::optional<std::string> cleanup = {};
+    /// What the system said of the item at which it failed; absent after other failures, and not kept in the
+    /// log.
+    std::optional<platform::SystemError> cause = {};
     static constexpr auto fields = std::tuple{field("id", &CleanupOutcome::id),
                                               field("title", &CleanupOutcome::title),
                                               field("status", &CleanupOutcome::status),
@@ -48,7 +54,8 @@ struct CleanupOutcome {
                                               field("trashedBytes", &CleanupOutcome::trashedBytes),
                                               field("restorable", &CleanupOutcome::restorable),
                                               field("date", &CleanupOutcome::date),
-                                              field("caller", &CleanupOutcome::caller)};
+                                              field("caller", &CleanupOutcome::caller),
+                                              field("cleanup", &CleanupOutcome::cleanup)};
     friend bool operator==(const CleanupOutcome&, const CleanupOutcome&) = default;
 };
 

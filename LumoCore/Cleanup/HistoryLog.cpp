@@ -34,6 +34,7 @@ SystemResult<std::vector<CleanupOutcome>> HistoryLog::outcomes(const std::string
 }
 
 bool HistoryWriter::append(CleanupOutcome outcome) {
+    outcome.cleanup = cleanup_;
     unwritten_.push_back(std::move(outcome));
     return finish();
 }

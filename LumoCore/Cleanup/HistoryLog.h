@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LumoCore/Basics/UniqueID.h"
 #include "LumoCore/Cleanup/CleanupOutcome.h"
 #include "Platform/SystemError.h"
 
@@ -23,11 +24,11 @@ platform::SystemResult<std::vector<CleanupOutcome>> outcomes(const std::string& 
 
 namespace lumo {
 
-/// Writes the lines of one operation in their order. What cannot be written is kept and tried again: a disk
-/// that is full now is less so after the next action.
+/// Writes the lines of one cleanup in their order, by which they can be told from those of others. What
+/// cannot be written is kept and tried again: a disk that is full now is less so after the next action.
 class HistoryWriter final {
   public:
-    explicit HistoryWriter(std::string path) : path_(std::move(path)) {}
+    explicit HistoryWriter(std::string path) : path_(std::move(path)), cleanup_(uniqueID()) {}
 
     /// True when this line and all before it are durable.
     bool append(CleanupOutcome outcome);
@@ -37,6 +38,7 @@ class HistoryWriter final {
 
   private:
     std::string path_;
+    std::string cleanup_;
     std::vector<CleanupOutcome> unwritten_; ///< Oldest first.
 };
 

@@ -12,6 +12,7 @@
 #include <chrono>
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <set>
 #include <span>
 
@@ -43,6 +44,12 @@ int placeInPlan(std::string_view id) {
     return id.find(':') == std::string_view::npos || id.starts_with(appCachePrefix) ? 0 : 2;
 }
 
+/// Whether the two lines are of one cleanup; absent where the later one does not say. No cleanup goes on
+/// after a line that is older than such names, or that was owed by one that was killed.
+std::optional<bool> areTogether(const CleanupOutcome& earlier, const CleanupOutcome& later) {
+    return later.cleanup ? std::optional(earlier.cleanup == later.cleanup) : std::nullopt;
+}
+
 /// True when the two lines, one after the other, may be of one cleanup as far as both tell by themselves.
 bool mayBeTogether(const CleanupOutcome& earlier, const CleanupOutcome& later) {
     // An action that takes longer has others after it that begin a cleanup of their own: no harm.
@@ -62,6 +69,9 @@ std::size_t sinceItsBatch(std::span<const CleanupOutcome> log, std::size_t line)
     while (first > 0 && log[first - 1].caller == log[line].caller) {
         const CleanupOutcome& before = log[first - 1];
         const std::string other = batchOf(before);
+        if (areTogether(before, log[first]) == false) {
+            return first;
+        }
         if (other == batch) {
             return first - 1;
         }
@@ -79,8 +89,11 @@ std::vector<std::size_t> firstLines(std::span<const CleanupOutcome> log) {
     std::set<std::string> ids; // Of the cleanup in hand.
     for (std::size_t line = 0; line < log.size(); ++line) {
         const std::string batch = batchOf(log[line]);
+        const std::optional<bool> isKnown = line > 0 ? areTogether(log[line - 1], log[line]) : std::nullopt;
         std::size_t since = line;
-        if (!batch.empty()) {
+        if (isKnown) {
+            since = *isKnown ? line - 1 : line;
+        } else if (!batch.empty()) {
             since = sinceItsBatch(log, line);
         } else if (line > 0 && !ids.contains(log[line].id) && mayBeTogether(log[line - 1], log[line])) {
             since = line - 1;
@@ -89,7 +102,7 @@ std::vector<std::size_t> firstLines(std::span<const CleanupOutcome> log) {
         while (!firsts.empty() && firsts.back() > since) {
             firsts.pop_back();
         }
-        const bool goesOn = since < line && (batch.empty() || batchOf(log[since]) == batch);
+        const bool goesOn = since < line && (isKnown || batch.empty() || batchOf(log[since]) == batch);
         if (firsts.empty() || (firsts.back() < since && !goesOn)) {
             firsts.push_back(since);
         }

@@ -47,10 +47,10 @@ struct HistoryCleanup {
     friend bool operator==(const HistoryCleanup&, const HistoryCleanup&) = default;
 };
 
-/// The cleanups of the log, newest first, with what is held of them now. The log has lines of actions alone.
-/// Those since the moment that a batch is named by, up to the last one with that batch, are one cleanup.
-/// Where there is none, those of one cleanup follow each other within minutes and in the order of a plan,
-/// have one caller, and name no action twice. An archived original is always one by itself.
+/// The cleanups of the log, newest first, with what is held of them now. Lines that name their cleanup are of
+/// that one. Of others, those since the moment that a batch is named by, up to the last one with that batch,
+/// are one cleanup. Where there is none, those of one cleanup follow each other within minutes and in the
+/// order of a plan, have one caller, and name no action twice. An archived original is always one by itself.
 std::vector<HistoryCleanup> historyRows(const std::vector<lumo::CleanupOutcome>& outcomes,
                                         const std::vector<HeldItem>& held,
                                         lumo::Language language = lumo::currentLanguage());

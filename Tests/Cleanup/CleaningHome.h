@@ -61,8 +61,13 @@ class CleaningHome final {
     }
 
     [[nodiscard]] std::string historyPath() const { return lumo::OwnFiles::historyLog(files_.path()); }
+    /// The log's lines as the cleanups told of them, which leave out what the log adds.
     [[nodiscard]] std::vector<lumo::CleanupOutcome> history() const {
-        return lumo::HistoryLog::outcomes(historyPath()).value();
+        std::vector<lumo::CleanupOutcome> outcomes = lumo::HistoryLog::outcomes(historyPath()).value();
+        for (lumo::CleanupOutcome& outcome : outcomes) {
+            outcome.cleanup.reset();
+        }
+        return outcomes;
     }
 
     [[nodiscard]] lumo::TrashOperationResult undo() const {

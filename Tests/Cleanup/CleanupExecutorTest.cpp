@@ -51,6 +51,13 @@ TEST(CleanupExecutor, DeletesWhatRecreatesItselfAndSetsEverythingElseAside) {
     EXPECT_TRUE(fs::is_symlink(outcomes[1].restorable->back().inTrash));
     EXPECT_EQ(home.history(), outcomes);
     EXPECT_FALSE(fs::exists(OwnFiles::intents(home.root()))) << "intents are retired";
+    // Two cleanups could not be told apart in the log.
+    (void)home.clean({home.items(Safety::safe, {"missing"})});
+    const auto log = HistoryLog::outcomes(home.historyPath()).value();
+    ASSERT_THAT(log, SizeIs(3));
+    EXPECT_TRUE(log[0].cleanup);
+    EXPECT_EQ(log[0].cleanup, log[1].cleanup);
+    EXPECT_NE(log[1].cleanup, log[2].cleanup);
 }
 
 TEST(CleanupExecutor, TakesWhatIsInAFolderAndLeavesTheFolder) {

@@ -115,6 +115,29 @@ TEST(HistoryRows, NeverTearsACleanupAndNeverJoinsTwo) {
                 ElementsAre(ElementsAre("docker:image"), ElementsAre(archived.id)));
 }
 
+// Two cleanups that set nothing aside, one minute apart, were one line.
+TEST(HistoryRows, KeepCleanupsApartThatNameThemselvesAndReadOlderLinesAsBefore) {
+    const auto of = [](CleanupOutcome outcome, const char* cleanup) {
+        outcome.cleanup = cleanup;
+        return outcome;
+    };
+    const std::string batch = lumo::stampText(start + 60s);
+    const std::vector<CleanupOutcome> log{line("older", 0s, 9),
+                                          line("older too", 1s, 8),
+                                          of(line("npm-cache", 2s, 7), "A"),
+                                          of(line("pip-cache", 60s, 6), "B"),
+                                          of(line("proyecto:web/node_modules", 10min, 5), "B"),
+                                          of(aside("archivo:a", 20min, batch), "B"),
+                                          of(line("apt", 21min, 4), "B"),
+                                          aside("owed after a kill", 22min, batch),
+                                          of(line("uv-cache", 23min, 3), "C")};
+    EXPECT_THAT(titlesOf(historyRows(log, {}, Language::en)),
+                ElementsAre(ElementsAre("uv-cache"),
+                            ElementsAre("archivo:a", "owed after a kill", "pip-cache",
+                                        "proyecto:web/node_modules", "apt"),
+                            ElementsAre("npm-cache"), ElementsAre("older", "older too")));
+}
+
 TEST(HistoryRows, HaveATotalThatIsTheSumOfWhatEachSays) {
     // What an action freed before it failed was in its cleanup's line and not in the total.
     std::vector<CleanupOutcome> log{line("npm-cache", 0s, gigabyte), line("pip-cache", 1s, gigabyte)};
