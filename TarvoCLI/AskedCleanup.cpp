@@ -43,11 +43,14 @@ ExitCode dryRun(const std::vector<PlanEntry>& entries, const Invocation& invocat
 
 } // namespace
 
-ExitCode askedCleanup(const PlanRequest& request, const AskedHow& how, const Desk& desk,
+ExitCode askedCleanup(PlanRequest request, const AskedHow& how, const Desk& desk,
                       const Invocation& invocation) {
-    const auto plan = planOrComplain(request, desk);
+    auto plan = planOrComplain(request, desk);
     if (!plan) {
         return plan.error();
+    }
+    if (request.saved) {
+        measureNow(*plan, *request.saved);
     }
     if (how.isDryRun) {
         return dryRun(plan->entries, invocation);

@@ -13,7 +13,7 @@ struct AskedHow {
 
 /// Plans, shows what would happen, asks once, cleans, and tells what came of it: the same for every command
 /// that cleans.
-ExitCode askedCleanup(const PlanRequest& request, const AskedHow& how, const Desk& desk,
+ExitCode askedCleanup(PlanRequest request, const AskedHow& how, const Desk& desk,
                       const Invocation& invocation);
 
 } // namespace tarvo

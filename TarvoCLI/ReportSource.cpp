@@ -5,6 +5,7 @@
 #include "LumoCore/Basics/Words.h"
 #include "Platform/StateFile.h"
 #include "TarvoCLI/WatchedScan.h"
+#include "TarvoModel/Flows/CleanupPlanning.h"
 #include "TarvoModel/Flows/ScanPass.h"
 
 namespace tarvo {
@@ -53,7 +54,7 @@ std::expected<std::shared_ptr<const lumo::ScanReport>, ExitCode> reportFrom(cons
     if (!bytes) {
         return std::unexpected(refuse(*source.file, lumo::reasonText(bytes.error())));
     }
-    auto report = lumo::scanReportFromJson(*bytes);
+    auto report = savedReport(*bytes);
     if (!report) {
         return std::unexpected(refuse(*source.file, report.error().message));
     }

@@ -1,5 +1,6 @@
 #include "TarvoModel/Flows/CleanupPlanning.h"
 
+#include "LumoCore/Basics/Codec.h"
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
@@ -9,6 +10,8 @@
 #include "LumoCore/Inventories/AppStatus.h"
 #include "LumoCore/Inventories/Inventories.h"
 #include "LumoCore/Rules/RuleCatalog.h"
+#include "LumoCore/Scanning/FileTree.h"
+#include "Platform/Folder.h"
 #include "TarvoModel/Flows/ChosenPath.h"
 #include "TarvoModel/Flows/GivenPath.h"
 #include "TarvoModel/Showing/Selection.h"
@@ -287,11 +290,53 @@ std::int64_t recoverableBytes(const std::shared_ptr<const lumo::ScanReport>& rep
     return lumo::CleanupPlanner::safeRecoverableBytes(planned({.report = report}, desk).entries);
 }
 
+namespace {
+
+/// What a file that was never written by Tarvo AI, or was cut, is told of. What is wrong with it is no news
+/// for whoever wanted to use it.
+std::unexpected<lumo::Failure> damaged() {
+    return lumo::failure(Words{"está dañado o no es un informe ni un plan que guardara Tarvo AI",
+                               "it is damaged, or neither a report nor a plan that Tarvo AI saved"}
+                             .in());
+}
+
+/// Why a file is refused although it can be read.
+std::unexpected<lumo::Failure> foreign() {
+    return lumo::failure(
+        Words{"pide limpiezas que este programa no haría por sí mismo, así que no se usa nada de él",
+              "it asks for cleanups that this program would not do by itself, so nothing of it is used"}
+            .in());
+}
+
+/// What stands at the measured paths now.
+lumo::Usage measuredNow(const lumo::CleanupAction& action) {
+    std::vector<std::string_view> paths(action.measuredPaths.begin(), action.measuredPaths.end());
+    // What is gone would count as something that cannot be read.
+    std::erase_if(paths, [](std::string_view path) { return lumo::platform::isMissing(std::string(path)); });
+    lumo::HardLinkRegistry registry;
+    lumo::Usage all;
+    for (const lumo::Usage& usage : lumo::FileTree::measureAll(paths, registry)) {
+        all += usage;
+    }
+    return all;
+}
+
+} // namespace
+
 lumo::Result<std::vector<PlanEntry>> savedPlan(std::string_view bytes, const Desk& desk) {
-    return lumo::savedPlanFromJson(bytes, knownRules(desk), [&](const std::string& id) {
+    auto saved = lumo::savedPlanFromJson(bytes, knownRules(desk), [&](const std::string& id) {
         const auto item = lumo::Inventories::itemWith(id, queryAt(desk));
         return item ? std::optional(item->action) : std::nullopt;
     });
+    if (!saved) {
+        return lumo::decodeJson<std::vector<PlanEntry>>(bytes) ? foreign() : damaged();
+    }
+    return saved;
+}
+
+lumo::Result<lumo::ScanReport> savedReport(std::string_view bytes) {
+    auto report = lumo::scanReportFromJson(bytes);
+    return report ? std::move(report) : damaged();
 }
 
 lumo::Result<void> checkReport(const lumo::ScanReport& report, const Desk& desk) {
@@ -299,7 +344,25 @@ lumo::Result<void> checkReport(const lumo::ScanReport& report, const Desk& desk)
         return lumo::failure(Words{"es de la carpeta personal {}", "it is about the home folder {}"}.with(
             lumo::printable(report.home)));
     }
-    return lumo::checkCleanups(report, knownRules(desk));
+    const auto checked = lumo::checkCleanups(report, knownRules(desk));
+    return checked ? lumo::Result<void>() : foreign();
+}
+
+void measureNow(Plan& plan, std::vector<PlanEntry>& saved, const VisitMeasured& visit) {
+    for (PlanEntry& entry : plan.entries) {
+        if (entry.skipReason || entry.action.measuredPaths.empty()) {
+            continue;
+        }
+        const auto known = std::ranges::find(saved, entry);
+        const lumo::Usage now = measuredNow(entry.action);
+        entry.action.estimatedBytes = now.allocatedBytes;
+        if (visit) {
+            visit(entry, now);
+        }
+        if (known != saved.end()) {
+            *known = entry;
+        }
+    }
 }
 
 } // namespace tarvo

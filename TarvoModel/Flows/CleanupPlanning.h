@@ -94,9 +94,17 @@ std::optional<std::string> unknownIDs(const PlanRequest& request);
 /// without any more being asked for.
 std::int64_t recoverableBytes(const std::shared_ptr<const lumo::ScanReport>& report, const Desk& desk);
 
-/// Reads a saved plan or report of that home. A failure says in English what no scan or planner would have
+/// Reads a saved plan or report, and checks what a report brings. A failure says as the end of a sentence why
+/// nothing of the file is used: it is damaged, of another home, or asks for what no planner would have
 /// written.
 lumo::Result<std::vector<lumo::PlanEntry>> savedPlan(std::string_view bytes, const Desk& desk);
+lumo::Result<lumo::ScanReport> savedReport(std::string_view bytes);
 lumo::Result<void> checkReport(const lumo::ScanReport& report, const Desk& desk);
+
+/// Gives what the plan of a saved one would do the amounts of now, there and in the saved entries: those of
+/// then would promise what is gone. Only what passed the checks is measured; `visit` sees it then, and may
+/// leave it out.
+using VisitMeasured = std::function<void(lumo::PlanEntry& entry, const lumo::Usage& now)>;
+void measureNow(Plan& plan, std::vector<lumo::PlanEntry>& saved, const VisitMeasured& visit = {});
 
 } // namespace tarvo

@@ -7,7 +7,6 @@
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Explaining/DiskSummary.h"
-#include "LumoCore/Scanning/FileTree.h"
 #include "Platform/Folder.h"
 #include "Platform/StateFile.h"
 
@@ -50,31 +49,16 @@ std::string textOf(const OpenedReport& opened) {
     return words.with(lumo::printable(report.home), lumo::momentText(report.scannedAt));
 }
 
-/// What a file that was never written by Tarvo AI, or was cut, is told of. What is wrong with it is no news
-/// for whoever wanted to look at it.
-lumo::Failure damaged() {
-    return {Words{"está dañado o no es un informe ni un plan que guardara Tarvo AI",
-                  "it is damaged, or neither a report nor a plan that Tarvo AI saved"}
-                .in()};
-}
-
-/// Why a file is refused although it can be read.
-lumo::Failure foreign() {
-    return {Words{"pide limpiezas que este programa no haría por sí mismo, así que no se usa nada de él",
-                  "it asks for cleanups that this program would not do by itself, so nothing of it is used"}
-                .in()};
-}
-
 lumo::Result<OpenedReport> openedReport(std::string_view bytes, PlanRequest request, const Desk& desk) {
-    auto read = lumo::scanReportFromJson(bytes);
+    auto read = savedReport(bytes);
     if (!read) {
-        return std::unexpected(damaged());
+        return std::unexpected(read.error());
     }
     OpenedReport opened;
     opened.isOfOtherHome = read->home != desk.home;
     if (!opened.isOfOtherHome) {
         if (const auto checked = checkReport(*read, desk); !checked) {
-            return std::unexpected(foreign());
+            return std::unexpected(checked.error());
         }
     }
     opened.result =
@@ -88,19 +72,6 @@ lumo::Result<OpenedReport> openedReport(std::string_view bytes, PlanRequest requ
     return opened;
 }
 
-/// What stands at the measured paths now.
-lumo::Usage measuredNow(const lumo::CleanupAction& action) {
-    std::vector<std::string_view> paths(action.measuredPaths.begin(), action.measuredPaths.end());
-    // What is gone would count as something that cannot be read.
-    std::erase_if(paths, [](std::string_view path) { return lumo::platform::isMissing(std::string(path)); });
-    lumo::HardLinkRegistry registry;
-    lumo::Usage all;
-    for (const lumo::Usage& usage : lumo::FileTree::measureAll(paths, registry)) {
-        all += usage;
-    }
-    return all;
-}
-
 /// True when nothing is left of what the action would take: no file, or of what goes whole not even a folder.
 bool isDone(const lumo::CleanupAction& action, const lumo::Usage& now) {
     return std::holds_alternative<lumo::method::TrashItems>(action.method)
@@ -108,37 +79,23 @@ bool isDone(const lumo::CleanupAction& action, const lumo::Usage& now) {
                : now.fileCount == 0 && now.unreadableCount == 0;
 }
 
-/// Gives what the plan would do the amounts of now, there and in the file's own entries: those of then would
-/// promise what is gone. Only what passed the checks is measured.
-void measureNow(OpenedPlan& opened) {
-    for (lumo::PlanEntry& entry : opened.now.entries) {
-        if (entry.skipReason || entry.action.measuredPaths.empty()) {
-            continue;
-        }
-        const auto saved = std::ranges::find(opened.saved, entry);
-        const lumo::Usage now = measuredNow(entry.action);
-        entry.action.estimatedBytes = now.allocatedBytes;
-        if (isDone(entry.action, now)) {
-            entry.skipReason = Words{"ya no queda nada ahí", "nothing is left there"}.in();
-        }
-        if (saved != opened.saved.end()) {
-            *saved = entry;
-        }
+void leaveOutWhatIsDone(lumo::PlanEntry& entry, const lumo::Usage& now) {
+    if (isDone(entry.action, now)) {
+        entry.skipReason = Words{"ya no queda nada ahí", "nothing is left there"}.in();
     }
 }
 
 lumo::Result<OpenedPlan> openedPlan(std::string_view bytes, const PlanRequest& request, const Desk& desk) {
     auto saved = savedPlan(bytes, desk);
     if (!saved) {
-        const bool isPlanAtAll = lumo::decodeJson<std::vector<lumo::PlanEntry>>(bytes).has_value();
-        return std::unexpected(isPlanAtAll ? foreign() : damaged());
+        return std::unexpected(saved.error());
     }
     Plan now = planned(requestForSaved(*saved, request), desk);
     if (now.problem) {
         return lumo::failure(*now.problem);
     }
     OpenedPlan opened{.saved = std::move(*saved), .now = std::move(now)};
-    measureNow(opened);
+    measureNow(opened.now, opened.saved, leaveOutWhatIsDone);
     return opened;
 }
 

@@ -109,9 +109,27 @@ TEST(CleanCommand, RefusesFilesThatBringTheirOwnCommandsOrMakeNoSense) {
         const Ran ran = runTarvo(home, words);
         EXPECT_EQ(ran.exitCode, 2) << line;
         EXPECT_THAT(ran.error, StartsWith("tarvo: "));
+        // What was wrong with a file was told in the parser's English.
+        EXPECT_THAT(ran.error, Not(HasSubstr("document"))) << line;
         EXPECT_TRUE(fs::exists(home.path(".cache/uv/wheel")));
     }
     EXPECT_EQ(runTarvo(home, {"clean", "--yes", "--report", home.path("report.json")}).exitCode, 0);
+    EXPECT_FALSE(fs::exists(home.path(".cache/uv/wheel")));
+}
+
+// The question named the amounts of the day on which the plan was saved.
+TEST(CleanCommand, AsksForASavedPlanWithTheAmountsOfNow) {
+    const TempHome home;
+    home.file(".cache/uv/wheel", 5'000'000);
+    home.fileWith("plan.json", runTarvo(home, {"plan", "--json"}).output);
+    home.file(".cache/uv/wheel", 2'000'000);
+    const auto bytes = [&](const JsonValue& document) {
+        return decode<std::vector<PlanEntry>>(document).value().front().action.estimatedBytes;
+    };
+    const auto now = bytes(jsonOf(home, {"plan"}));
+    EXPECT_EQ(bytes(jsonOf(home, {"clean", "--dry-run", "--plan", home.path("plan.json")})), now);
+    EXPECT_LT(now, 3'000'000);
+    EXPECT_THAT(outcomesOf(jsonOf(home, {"clean", "--yes", "--plan", home.path("plan.json")})), SizeIs(1));
     EXPECT_FALSE(fs::exists(home.path(".cache/uv/wheel")));
 }
 
