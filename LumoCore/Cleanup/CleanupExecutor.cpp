@@ -51,6 +51,7 @@ struct Handled {
     bool hasTouched = false; ///< Something was removed or moved.
     std::vector<TrashedItem> held;
     std::optional<std::string> problem; ///< Of the item at which it stopped.
+    std::optional<SystemError> cause;   ///< Of that, where it is the system's.
 };
 
 std::string problemWith(const std::string& path, const SystemError& error) {
@@ -101,6 +102,7 @@ Handled remove(const Task& task, const std::vector<std::string>& paths,
         handled.hasTouched = true;
         if (const SystemResult<void> removed = removal(**place, task.guard.spared()); !removed) {
             handled.problem = problemWith(path, removed.error());
+            handled.cause = removed.error();
             return handled;
         }
     }
@@ -187,6 +189,7 @@ Handled setAside(const Task& task, Found found) {
     const auto reserved = task.mover.reserve(task.action, paths);
     if (!reserved) {
         handled.problem = problemWith(paths.front(), reserved.error());
+        handled.cause = reserved.error();
         return handled;
     }
     for (std::size_t index = 0; index < found.items.size(); ++index) {
@@ -202,6 +205,7 @@ Handled setAside(const Task& task, Found found) {
             handled.held.push_back({.original = paths[index], .inTrash = (*reserved)[index]});
         } else if (!moved.error().isMissing()) {
             handled.problem = problemWith(paths[index], moved.error());
+            handled.cause = moved.error();
             return handled;
         }
     }
@@ -235,6 +239,7 @@ CleanupOutcome failed(const CleanupAction& action, std::string message) {
 CleanupOutcome outcomeOf(const Task& task, Handled handled) {
     CleanupOutcome outcome =
         handled.problem ? failed(task.action, std::move(*handled.problem)) : begun(task.action);
+    outcome.cause = handled.cause;
     // What was gone before, or somebody else took meanwhile, is nothing that this action freed.
     const std::int64_t bytes = handled.hasTouched ? goneBytes(task) : 0;
     (task.isDirect ? outcome.freedBytes : outcome.trashedBytes) = bytes;
@@ -258,6 +263,7 @@ Handled unlessRegretted(const Task& task, Handled handled) {
     });
     handled.hasTouched = !handled.held.empty();
     handled.problem = std::move(reason);
+    handled.cause.reset();
     return handled;
 }
 

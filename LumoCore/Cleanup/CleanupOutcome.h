@@ -2,6 +2,7 @@
 
 #include "LumoCore/Basics/Codec.h"
 #include "LumoCore/Basics/Date.h"
+#include "Platform/SystemError.h"
 
 #include <optional>
 #include <string>
@@ -39,13 +40,13 @@ struct CleanupOutcome {
     Date date; ///< When the action ended.
     /// The agent that asked for it, by the name it gives itself; absent for the user's own cleanups.
     std::optional<std::string> caller;
-
     /// In the log: the cleanup that it belongs to, the same in all its lines and in no others. Absent in
     /// older logs, and of what a cleanup that was killed still owed.
     std::optional<std::string> cleanup = {};
     /// What the system said of the item at which it failed; absent after other failures, and not kept in the
     /// log.
     std::optional<platform::SystemError> cause = {};
+
     static constexpr auto fields = std::tuple{field("id", &CleanupOutcome::id),
                                               field("title", &CleanupOutcome::title),
                                               field("status", &CleanupOutcome::status),

@@ -1,7 +1,6 @@
 #include "TarvoModel/Exploring/SettingAside.h"
 
 #include "LumoCore/Basics/Path.h"
-#include "LumoCore/Basics/Reason.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Cleanup/CleanupExecutor.h"
@@ -35,7 +34,7 @@ std::string sentence(const Cleaned& cleaned) {
         const std::string first = failed.front()->message.value_or(failed.front()->title);
         const std::string text = failedText(failed.size(), first);
         // Where an item goes is written down before; what recreates itself goes without that.
-        return first.ends_with(lumo::reasonText({ENOSPC}))
+        return failed.front()->cause == lumo::platform::SystemError{ENOSPC}
                    ? text + Words{"; «tarvo limpiar» libera antes lo que se regenera solo",
                                   "; “tarvo clean” first frees what recreates itself"}
                                 .in()
