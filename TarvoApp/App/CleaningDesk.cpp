@@ -272,12 +272,12 @@ void CleaningDesk::cleanedByItself(const lumo::Result<Cleaned>& result) {
     scanning_.rescan();
     const std::int64_t freed = sumsOf(result->outcomes).freed;
     const std::string stopped = result->notBegun > 0 ? stoppedText(result->notBegun) : std::string();
-    if (!stopped.empty()) {
-        ground_.activity.say(stopped);
+    const std::string notice = WeeklyCleanup::notice(freed).value_or("");
+    if (!notice.empty() || !stopped.empty()) {
+        ground_.activity.say(notice + (notice.empty() || stopped.empty() ? "" : ". ") + stopped);
     }
-    if (const auto notice = WeeklyCleanup::notice(freed)) {
-        ground_.activity.say(*notice + (stopped.empty() ? "" : ". ") + stopped);
-        ground_.services.notify(*WeeklyCleanup::notification(freed));
+    if (const auto notification = WeeklyCleanup::notification(freed)) {
+        ground_.services.notify(*notification);
     }
 }
 
