@@ -31,10 +31,10 @@ AppModel::AppModel(AppServices services, QObject* parent)
       growth_(ground_), holding_(ground_, scanning_, ticked_, celebrating_),
       history_(ground_, holding_, ground_.shownHome()),
       explorer_(ground_, ticked_, scanning_, *places_.map(), cleaning_),
-      photos_(ground_, cleaning_, preview_, ground_.shownHome()), archiving_(ground_, places_, scanning_),
-      files_(ground_, scanning_, ticked_), picking_(ground_, ground_.shownHome()),
-      monitor_(ground_, volumes_, scanning_, ticked_, cleaning_), login_(ground_),
-      help_([this] { return explaining_.helpSources(); }),
+      photos_(ground_, cleaning_, holding_, preview_, ground_.shownHome()),
+      archiving_(ground_, places_, scanning_), files_(ground_, scanning_, ticked_),
+      picking_(ground_, ground_.shownHome()), monitor_(ground_, volumes_, scanning_, ticked_, cleaning_),
+      login_(ground_), help_([this] { return explaining_.helpSources(); }),
       agents_(services_.desk.home, isDemo() ? AgentDesk::Access::none : AgentDesk::Access::full),
       showWelcome_(services_.mode.showsWelcome(settings_.isWelcomeSeen())) {
     connect(&settings_, &Settings::failed, this, [this](const QString& why) { activity_.say(bytesOf(why)); });

@@ -51,14 +51,36 @@ std::string hintOf(PhotoSection section) {
 
 } // namespace
 
-PhotosDesk::PhotosDesk(const Ground& ground, CleaningDesk& cleaning, PreviewDesk& preview, std::string home,
-                       QObject* parent)
-    : QObject(parent), ground_(ground), cleaning_(cleaning), preview_(preview), home_(std::move(home)),
-      thumbnails_(Thumbnails::ofHome(ground.services.desk.home)), list_(chosen_, this), places_(list_, this) {
+PhotosDesk::PhotosDesk(const Ground& ground, CleaningDesk& cleaning, HoldingDesk& holding,
+                       PreviewDesk& preview, std::string home, QObject* parent)
+    : QObject(parent), ground_(ground), cleaning_(cleaning), holding_(holding), preview_(preview),
+      home_(std::move(home)), thumbnails_(Thumbnails::ofHome(ground.services.desk.home)),
+      list_(chosen_, this), places_(list_, this) {
     constexpr std::chrono::milliseconds betweenLooks{250};
     ticker_.setInterval(betweenLooks);
     connect(&ticker_, &QTimer::timeout, this, &PhotosDesk::progressed);
+    connect(&ground.question, &QuestionDesk::accepted, this, [this](const Asked& agreed) {
+        if (const auto* const clean = std::get_if<asked::Clean>(&agreed)) {
+            wasAgreedHere_ = clean->isFromPhotos;
+        }
+    });
+    connect(&ground.question, &QuestionDesk::changed, this, &PhotosDesk::undoChanged);
+    connect(&holding, &HoldingDesk::changed, this, &PhotosDesk::undoChanged);
+    connect(&ground.activity, &Activity::phaseChanged, this, [this] {
+        // An archive sets its original aside.
+        setSetAsideHere(wasSetAsideHere_ &&
+                        !std::holds_alternative<phase::Archiving>(ground_.activity.phase()));
+    });
+    connect(&ground.activity, &Activity::rested, this, [this] {
+        if (std::exchange(putsBack_, false)) {
+            show();
+        }
+    });
     connect(&cleaning, &CleaningDesk::outcomesChanged, this, [this] {
+        setSetAsideHere(wasAgreedHere_ &&
+                        std::ranges::any_of(cleaning_.lastOutcomes(), [](const auto& outcome) {
+                            return outcome.restorable.has_value();
+                        }));
         if (!read_.photos.empty()) {
             show(); // What was set aside is no longer there.
         }
@@ -147,6 +169,7 @@ void PhotosDesk::showChapter() {
                 const bool isFirst = at == photos.photos.front();
                 entries.push_back({.id = read_.photos[at].picture.path,
                                    .photo = read_.photos[at],
+                                   .name = nameIn(read_.folder, read_.photos[at].picture.path),
                                    .group = group,
                                    .isFirst = isFirst,
                                    .isProposed = isFirst && photos.proposesFirst});
@@ -169,7 +192,6 @@ void PhotosDesk::setChapter(int index) {
 const PhotoChapter* PhotosDesk::shownChapter() const {
     const auto at = static_cast<std::size_t>(chapter_);
     return at < read_.chapters.size() ? &read_.chapters[at] : nullptr;
-                                   .name = nameIn(read_.folder, read_.photos[at].picture.path),
 }
 
 // What the user decides.
@@ -222,6 +244,31 @@ void PhotosDesk::setAside() {
     cleaning_.requestClean({.report = nullptr, .items = ids}, [](const Agreement& wanted) {
         return asked::Clean{.actions = wanted.actions, .shown = wanted.shown, .isFromPhotos = true};
     });
+}
+
+// What was set aside here last.
+
+void PhotosDesk::setSetAsideHere(bool isSo) {
+    wasSetAsideHere_ = isSo;
+    emit undoChanged();
+}
+
+bool PhotosDesk::mayUndo() const {
+    return offersUndo() && !ground_.activity.isBusy() && !ground_.question.isOpenInPhotos();
+}
+
+void PhotosDesk::undo() {
+    if (mayUndo()) {
+        holding_.undoLastCleanup();
+        setSetAsideHere(false);
+        putsBack_ = true;
+    }
+}
+
+void PhotosDesk::leave() {
+    forget();
+    setSetAsideHere(false);
+    putsBack_ = false;
 }
 
 // What is shown.

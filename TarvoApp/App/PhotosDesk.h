@@ -2,6 +2,7 @@
 
 #include "TarvoApp/App/CleaningDesk.h"
 #include "TarvoApp/App/Ground.h"
+#include "TarvoApp/App/HoldingDesk.h"
 #include "TarvoApp/App/PhotoList.h"
 #include "TarvoApp/App/PhotoPlaces.h"
 #include "TarvoApp/App/PreviewDesk.h"
@@ -42,17 +43,21 @@ class PhotosDesk final : public QObject {
     Q_PROPERTY(tarvo::PhotoPlaces* places READ places CONSTANT)
     Q_PROPERTY(bool hasChosen READ hasChosen NOTIFY chosenChanged)
     Q_PROPERTY(QString chosenText READ chosenText NOTIFY chosenChanged)
+    /// Whether undoing puts back photos: they were set aside here, and nothing was since.
+    Q_PROPERTY(bool offersUndo READ offersUndo NOTIFY undoChanged)
+    /// Whether that can be done now.
+    Q_PROPERTY(bool mayUndo READ mayUndo NOTIFY undoChanged)
 
   public:
-    PhotosDesk(const Ground& ground, CleaningDesk& cleaning, PreviewDesk& preview, std::string home,
-               QObject* parent = nullptr);
+    PhotosDesk(const Ground& ground, CleaningDesk& cleaning, HoldingDesk& holding, PreviewDesk& preview,
+               std::string home, QObject* parent = nullptr);
     /// Ends what goes on.
     ~PhotosDesk() override;
 
     /// Looks through the folder; nothing is forgotten that was chosen and is still there.
     Q_INVOKABLE void show();
-    /// Stops looking.
-    Q_INVOKABLE void forget();
+    /// Stops looking, and offers no undoing any more.
+    Q_INVOKABLE void leave();
     Q_INVOKABLE void lookIn(const QUrl& folder);
     /// Chooses the photo at that place of the chapter, or no longer.
     Q_INVOKABLE void toggle(int index);
@@ -63,6 +68,8 @@ class PhotosDesk final : public QObject {
     Q_INVOKABLE void chooseNone();
     /// Asks whether the chosen ones are set aside.
     Q_INVOKABLE void setAside();
+    /// Puts back what was set aside here last, and shows it.
+    Q_INVOKABLE void undo();
     void setChapter(int index);
 
     [[nodiscard]] QString folder() const;
@@ -77,11 +84,14 @@ class PhotosDesk final : public QObject {
     [[nodiscard]] PhotoPlaces* places() { return &places_; }
     [[nodiscard]] bool hasChosen() const { return !chosen_.empty(); }
     [[nodiscard]] QString chosenText() const;
+    [[nodiscard]] bool offersUndo() const { return wasSetAsideHere_ && holding_.canUndo(); }
+    [[nodiscard]] bool mayUndo() const;
 
   signals:
     void changed();
     void progressed();
     void chosenChanged();
+    void undoChanged();
 
   private:
     /// One look through a folder. Shared with its thread.
@@ -90,13 +100,17 @@ class PhotosDesk final : public QObject {
         std::atomic<std::size_t> looked = 0;
         std::size_t total = 0; ///< Of the main thread; 0 until the photos are listed.
     };
+    void forget();
     void take(PhotosRead read);
+    /// What undoing would put back now is somebody else's, or is photos of here.
+    void setSetAsideHere(bool isSo);
     void showChapter();
     [[nodiscard]] const PhotoChapter* shownChapter() const;
     [[nodiscard]] std::string nameOfFolder() const;
 
     Ground ground_;
     CleaningDesk& cleaning_;
+    HoldingDesk& holding_;
     PreviewDesk& preview_;
     std::string home_; ///< Which is shown as "~".
     Thumbnails thumbnails_;
@@ -108,6 +122,9 @@ class PhotosDesk final : public QObject {
     PhotoPlaces places_;
     std::shared_ptr<Looking> looking_; ///< None while nothing goes on.
     QTimer ticker_;
+    bool wasAgreedHere_ = false;   ///< Of the cleanup that was agreed to last.
+    bool wasSetAsideHere_ = false; ///< Of what was set aside last.
+    bool putsBack_ = false;        ///< What comes back is to be shown.
 };
 
 } // namespace tarvo

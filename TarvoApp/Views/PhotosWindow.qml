@@ -8,29 +8,15 @@ SideWindow {
     id: window
 
     readonly property bool hasChapters: App.photos.chapters.length > 0
-    // What was cleaned last was set aside here. Anything else is undone where it is seen.
-    property bool cleanedHere: false
-    readonly property bool mayUndo: cleanedHere && App.holding.canUndo && !App.activity.isBusy && !App.question.isOpenInPhotos
 
-    property bool putsBack: false
-
-    function undo() {
-        App.holding.undoLastCleanup();
-        cleanedHere = false;
-        putsBack = true;
-    }
-
+    asks: App.question.isOpenInPhotos
     height: 700
     minimumHeight: 520
     minimumWidth: 760
     title: SideWords.photos
     width: 1060
 
-    onVisibleChanged: {
-        cleanedHere = false;
-        putsBack = false;
-        visible ? App.photos.show() : App.photos.forget();
-    }
+    onVisibleChanged: visible ? App.photos.show() : App.photos.leave()
 
     Connections {
         // Whoever goes on choosing has read what was told.
@@ -40,24 +26,11 @@ SideWindow {
 
         target: App.photos
     }
-    Connections {
-        function onPhaseChanged() {
-            if (App.activity.phase === Kinds.Cleaning)
-                window.cleanedHere = window.active;
-            if (!App.activity.isBusy && window.putsBack) {
-                // What came back is shown where it was.
-                window.putsBack = false;
-                App.photos.show();
-            }
-        }
-
-        target: App.activity
-    }
     Shortcut {
-        enabled: window.mayUndo
+        enabled: App.photos.mayUndo
         sequence: "Ctrl+Z"
 
-        onActivated: window.undo()
+        onActivated: App.photos.undo()
     }
     ColumnLayout {
         anchors.fill: parent
@@ -88,12 +61,12 @@ SideWindow {
                 }
             }
             PlainButton {
-                enabled: window.mayUndo
+                enabled: App.photos.mayUndo
                 help: Words.undoHelp
                 text: Words.undo
-                visible: window.cleanedHere && App.holding.canUndo
+                visible: App.photos.offersUndo
 
-                onClicked: window.undo()
+                onClicked: App.photos.undo()
             }
             PlainButton {
                 enabled: !App.isDemo

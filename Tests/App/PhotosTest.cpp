@@ -234,7 +234,46 @@ TEST(Photos, AreReviewedSetAsideAndPutBack) {
     EXPECT_THAT(left(), ::testing::Contains(::testing::StartsWith("forest"))) << "one of the copies stays";
     ASSERT_TRUE(story.waitUntil([&] { return !photos.hasChosen() && photos.busyText().isEmpty(); }));
     ASSERT_TRUE(story.waitUntilIdle());
-    story.app().holding()->undoLastCleanup();
-    ASSERT_TRUE(story.waitUntil([&] { return left().size() == 4; }));
+    ASSERT_TRUE(story.waitUntil([&] { return photos.mayUndo(); }));
+    photos.undo();
+    EXPECT_FALSE(photos.offersUndo());
+    ASSERT_TRUE(
+        story.waitUntil([&] { return left().size() == 4 && story.app().holding()->canUndo() == false; }));
+    ASSERT_TRUE(story.waitUntil([&] { return photos.busyText().isEmpty() && photos.photos()->count() > 1; }))
+        << "what came back is shown";
     EXPECT_EQ(resets, 0);
+}
+
+// In the review of photos undoing put back what had been cleaned elsewhere.
+TEST(Photos, AreNotOfferedToBePutBackWhereTheLastCleanupWasAnotherOne) {
+    AppStory story;
+    save(story.home, "Pictures/beach.png", drawn(1));
+    save(story.home, "Pictures/Trip/beach.png", drawn(7));
+    story.addOwn(2'000'000);
+    story.app().settings()->setWelcomeSeen(true);
+    story.app().scanning()->scan();
+    ASSERT_TRUE(story.waitUntilIdle());
+    PhotosDesk& photos = *story.app().photos();
+    photos.show();
+    ASSERT_TRUE(story.waitUntil([&] { return photos.busyText().isEmpty() && !photos.chapters().isEmpty(); }));
+    std::set<std::string> names;
+    for (int at = 0; at < photos.photos()->count(); ++at) {
+        names.insert(bytesOf(photos.photos()->read(at, PhotoList::nameRole).toString()));
+    }
+    EXPECT_THAT(names, ::testing::ElementsAre("Trip/beach.png", "beach.png"))
+        << "told apart by their folders";
+    photos.toggle(0);
+    photos.setAside();
+    QuestionDesk& question = *story.app().question();
+    ASSERT_TRUE(story.waitUntil([&] { return question.isOpenInPhotos(); }));
+    question.accept();
+    ASSERT_TRUE(story.waitUntil([&] { return photos.mayUndo(); }));
+    ASSERT_TRUE(story.waitUntilIdle());
+    story.app().places()->setAside({AppStory::ownKey});
+    ASSERT_TRUE(story.waitUntil([&] { return question.isOpen(); }));
+    question.accept();
+    ASSERT_TRUE(story.waitUntil([&] { return !story.hasOwn(); }));
+    ASSERT_TRUE(story.waitUntilIdle());
+    ASSERT_TRUE(story.waitUntil([&] { return story.app().holding()->canUndo(); }));
+    EXPECT_FALSE(photos.offersUndo());
 }
