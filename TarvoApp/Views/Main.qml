@@ -283,6 +283,8 @@ ApplicationWindow {
     }
     PlaceMenu {
         id: menu
+
+        ground: window.contentItem
     }
     Connections {
         function onExploreWanted() {

@@ -6,6 +6,9 @@ import Tarvo
 PlainMenu {
     id: menu
 
+    // What it opens over where the pointer is: a row that it was opened at may be gone.
+    required property Item ground
+
     // Several of rows only.
     property list<string> keys: []
     readonly property string key: keys[0] || ""
@@ -48,7 +51,7 @@ PlainMenu {
             popup(at, Math.min(24, at.width / 2), Math.min(24, at.height / 2));
             goToEnd(false);
         } else {
-            popup();
+            popup(ground);
         }
     }
 
