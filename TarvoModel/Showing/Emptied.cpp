@@ -43,13 +43,12 @@ std::set<std::string> Emptied::take(const std::vector<lumo::CleanupOutcome>& out
                                     const std::vector<Row>& rows) {
     std::set<std::string> done = movedRows(outcomes, rows);
     for (const lumo::CleanupOutcome& outcome : outcomes) {
-        if (outcome.status == lumo::CleanupStatus::done) {
+        if (hasFreedNothing(outcome)) {
+            fruitless_[outcome.id] = std::nullopt; // And it is still there.
+        } else if (outcome.status == lumo::CleanupStatus::done) {
             done.insert(outcome.id);
             (outcome.restorable || outcome.trashedBytes > 0 ? setAside_ : deleted_).insert(outcome.id);
             fruitless_.erase(outcome.id);
-            if (hasFreedNothing(outcome)) {
-                fruitless_[outcome.id] = std::nullopt;
-            }
         }
     }
     return done;

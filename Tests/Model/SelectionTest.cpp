@@ -215,7 +215,9 @@ TEST(Selection, OffersNothingWhileThePreferencesCannotBeTrusted) {
 // What its tool had freed nothing of was ticked again at once, for the same cleanup with the same result.
 TEST(Emptied, TicksNothingThatACleanupFreedNothingOfUntilThereIsMore) {
     Emptied emptied;
-    (void)emptied.take({{.id = "npm", .message = "nothing freed"}, {.id = "uv", .freedBytes = 5000000}});
+    const auto done =
+        emptied.take({{.id = "npm", .message = "nothing freed"}, {.id = "uv", .freedBytes = 5000000}}, {});
+    EXPECT_EQ(done, std::set<std::string>{"uv"});
     const auto ticked = [&](std::int64_t bytes) {
         std::vector<lumo::PlanEntry> entries{{{.id = "npm", .estimatedBytes = bytes}, {}},
                                              {{.id = "uv", .estimatedBytes = 40}, {}}};
