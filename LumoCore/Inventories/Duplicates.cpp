@@ -53,11 +53,15 @@ std::optional<Pair> pairIn(std::string_view id, std::string_view home) {
 
 DetailItem itemOf(const Copy& copy, const std::string& kept, const InventoryQuery& query) {
     const std::string& path = copy.names.front();
+    std::string detail = Words{"Igual que {}, que se queda", "The same as {}, which stays"}.in(
+        query.language, abbreviated(kept, query.home));
+    if (copy.names.size() > 1) {
+        detail += "; " + otherNamesText(copy.names, query.home, query.language);
+    }
     DetailItem item = itemToSetAside(std::string(idPrefixOf(kind)) + pathInID(path, query.home) +
                                          std::string(between) + pathInID(kept, query.home),
                                      std::string(fileName(path)), copy.names, copy.status.allocatedBytes,
-                                     Words{"Igual que {}, que se queda", "The same as {}, which stays"}.in(
-                                         query.language, abbreviated(kept, query.home)));
+                                     std::move(detail));
     item.kept = kept;
     return item;
 }

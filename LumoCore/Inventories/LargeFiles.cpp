@@ -42,6 +42,9 @@ DetailItem itemOf(std::vector<std::string> names, const FileStatus& status, cons
     std::string id = std::string(idPrefixOf(kind)) + pathInID(names.front(), query.home);
     std::string name(fileName(names.front()));
     std::string detail = detailOf(name, status, query);
+    if (names.size() > 1) {
+        detail += "; " + otherNamesText(names, query.home, query.language);
+    }
     return itemToSetAside(std::move(id), std::move(name), std::move(names), status.allocatedBytes,
                           std::move(detail));
 }

@@ -165,6 +165,18 @@ bool UserFiles::isClaimed(std::string_view path) const {
     return false;
 }
 
+std::string otherNamesText(const std::vector<std::string>& names, std::string_view home, Language language) {
+    constexpr std::size_t most = 3;
+    std::string text;
+    for (std::size_t other = 1; other < names.size() && other <= most; ++other) {
+        text += (text.empty() ? "" : ", ") + abbreviated(names[other], home);
+    }
+    if (names.size() > most + 1) {
+        text += Words{" y {} más", " and {} more"}.in(language, names.size() - most - 1);
+    }
+    return text.empty() ? text : Words{"también se llama {}", "also called {}"}.in(language, text);
+}
+
 std::string kindOfFile(std::string_view name, Language language) {
     const std::size_t point = name.rfind('.');
     if (point != std::string_view::npos && point > 0) {

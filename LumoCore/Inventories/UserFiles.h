@@ -41,6 +41,10 @@ class UserFiles final {
     std::set<std::string, std::less<>> claimed_; ///< Absolute.
 };
 
+/// "also called ~/Videos/film.mov, ~/old.mov", of the names after the first; empty when the file has but one.
+/// All of them go with it, and who takes one of them for a spare copy must know.
+std::string otherNamesText(const std::vector<std::string>& names, std::string_view home, Language language);
+
 /// "film", "disk image" and so on, by the extension of the name.
 std::string kindOfFile(std::string_view name, Language language);
 

@@ -210,7 +210,7 @@ void ExplorerDesk::setOrder(int order) {
 }
 
 QString ExplorerDesk::filter() const {
-    return explorer_ ? shown(explorer_->filter()) : QString();
+    return explorer_ ? QString::fromStdString(explorer_->filter()) : QString(); // As it was typed.
 }
 
 void ExplorerDesk::setFilter(const QString& letters) {

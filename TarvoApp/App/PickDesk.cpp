@@ -61,7 +61,7 @@ std::string PickDesk::pathOf(std::string_view name) const {
 }
 
 std::string PickDesk::fileNamed(const QString& name) const {
-    const std::string file = bytesOf(name.trimmed());
+    const std::string file = bytesOf(QString(name).remove(fromTheLeft).trimmed()); // As it is on the disk.
     return file.ends_with(ending_) ? file : file + ending_;
 }
 

@@ -11,10 +11,15 @@
 
 namespace tarvo {
 
-/// A text for a window: names from the disk without stray bytes and control characters.
+/// Stands before a text that is read from the left, whatever its first letters are.
+inline constexpr QChar fromTheLeft(0x200E);
+
+/// A text for a window: names from the disk without stray bytes and control characters. One that begins with
+/// a name in Hebrew or Arabic is still read from the left, as the sentence and the window around it are.
 inline QString shown(std::string_view text) {
     const std::string printable = lumo::printable(text);
-    return QString::fromUtf8(printable.data(), static_cast<qsizetype>(printable.size()));
+    const QString shown = QString::fromUtf8(printable.data(), static_cast<qsizetype>(printable.size()));
+    return shown.isRightToLeft() ? fromTheLeft + shown : shown;
 }
 
 /// The same for a text of ours, or of a tool, that may have several lines.

@@ -16,7 +16,8 @@ ScanningDesk::ScanningDesk(const Ground& ground, const VolumesDesk& volumes, con
                            QObject* parent)
     : QObject(parent), ground_(ground), volumes_(volumes), ticked_(ticked),
       wallAnchor_(ground.services.desk.now()), steadyAnchor_(ground.services.steadySeconds()),
-      plannedDays_(ground.settings.activeProjectDays()), plannedFolders_(ground.settings.protectedFolders()) {
+      plannedDays_(ground.settings.activeProjectDays()),
+      plannedFolders_(ground.settings.value(preference::protectedFolders)) {
     connect(&ground.settings, &Settings::changed, this, &ScanningDesk::settingsHaveChanged);
     connect(&ground.settings, &Settings::stored, this, [this] {
         if (std::exchange(replansWhenStored_, false)) {
@@ -158,17 +159,15 @@ PlanRequest ScanningDesk::planRequest() const {
 PlanRequest ScanningDesk::preferredPlan() const {
     PlanRequest request{
         .report = nullptr, .reviews = Reviews::all, .activeDays = ground_.settings.activeProjectDays()};
-    for (const QString& folder : ground_.settings.protectedFolders()) {
-        request.protectedBesides.push_back(bytesOf(folder));
-    }
+    request.protectedBesides = ground_.settings.value(preference::protectedFolders);
     return request;
 }
 
 void ScanningDesk::settingsHaveChanged() {
     const bool hasSamePlan = plannedDays_ == ground_.settings.activeProjectDays() &&
-                             plannedFolders_ == ground_.settings.protectedFolders();
+                             plannedFolders_ == ground_.settings.value(preference::protectedFolders);
     plannedDays_ = ground_.settings.activeProjectDays();
-    plannedFolders_ = ground_.settings.protectedFolders();
+    plannedFolders_ = ground_.settings.value(preference::protectedFolders);
     if (!hasSamePlan) {
         // Once now with what is protected here, and once more when what is stored no longer says otherwise.
         replansWhenStored_ = true;

@@ -117,7 +117,7 @@ class ScanningDesk final : public QObject {
     lumo::Date wallAnchor_; ///< A moment on both clocks, to notice when the wall clock was set.
     double steadyAnchor_ = 0;
     std::int64_t plannedDays_ = 0; ///< The preferences by which the plan was made.
-    QStringList plannedFolders_;
+    std::vector<std::string> plannedFolders_;
     bool replansWhenStored_ = false;
     int replans_ = 0; ///< Of several that were begun only the last one counts.
 };

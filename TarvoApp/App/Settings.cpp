@@ -1,5 +1,6 @@
 #include "TarvoApp/App/Settings.h"
 
+#include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Words.h"
 #include "LumoCore/Scanning/Scanner.h"
 #include "TarvoApp/App/QtText.h"
@@ -20,7 +21,7 @@ Settings::~Settings() {
 QStringList Settings::protectedFolders() const {
     QStringList folders;
     for (const std::string& folder : value(preference::protectedFolders)) {
-        folders.push_back(shown(folder));
+        folders.push_back(shown(lumo::abbreviated(folder, home_)));
     }
     return folders;
 }

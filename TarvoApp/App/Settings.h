@@ -60,6 +60,7 @@ class Settings final : public QObject {
     [[nodiscard]] bool notifyLowSpace() const { return value(preference::notifyLowSpace); }
     [[nodiscard]] bool autoCleanWeekly() const { return value(preference::autoCleanWeekly); }
     [[nodiscard]] qint64 activeProjectDays() const { return value(preference::activeProjectDays); }
+    /// For a person, with "~" for the home.
     [[nodiscard]] QStringList protectedFolders() const;
     [[nodiscard]] bool aiSummaryEnabled() const { return value(preference::aiSummaryEnabled); }
     [[nodiscard]] bool autoExplain() const { return value(preference::autoExplain); }

@@ -4,6 +4,7 @@
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
 #include "TarvoApp/App/QtText.h"
+#include "TarvoModel/Showing/CleanupTexts.h"
 #include "TarvoModel/Showing/Goal.h"
 
 #include <algorithm>
@@ -51,7 +52,7 @@ void TickedDesk::show(std::shared_ptr<const WholePlan> whole) {
 }
 
 std::set<std::string> TickedDesk::takeOut(const std::vector<lumo::CleanupOutcome>& outcomes) {
-    showFailed(outcomes);
+    showWhatStayed(outcomes);
     std::set<std::string> gone = emptied_.take(outcomes, rows());
     gone.merge(plan_.whole()->takenAlong(gone));
     plan_.forget(gone);
@@ -61,10 +62,15 @@ std::set<std::string> TickedDesk::takeOut(const std::vector<lumo::CleanupOutcome
     return gone;
 }
 
-void TickedDesk::showFailed(const std::vector<lumo::CleanupOutcome>& outcomes) {
+void TickedDesk::showWhatStayed(const std::vector<lumo::CleanupOutcome>& outcomes) {
     std::size_t shown = 0;
     for (const lumo::CleanupOutcome& outcome : outcomes) {
-        shown += outcome.status == lumo::CleanupStatus::failed ? hidden_.erase(outcome.id) : 0;
+        if (outcome.status == lumo::CleanupStatus::failed || hasFreedNothing(outcome)) {
+            shown += hidden_.erase(outcome.id);
+        }
+        if (hasFreedNothing(outcome)) {
+            plan_.forget({outcome.id}); // Again it would free nothing.
+        }
     }
     if (shown > 0) {
         const WholePlan& narrow = *plan_.whole();

@@ -99,7 +99,7 @@ class TickedDesk final : public QObject {
 
   private:
     void show(std::shared_ptr<const WholePlan> whole);
-    void showFailed(const std::vector<lumo::CleanupOutcome>& outcomes);
+    void showWhatStayed(const std::vector<lumo::CleanupOutcome>& outcomes);
     void ticksHaveChanged();
 
     Ground ground_;

@@ -30,11 +30,13 @@ Item {
 
         Accessible.ignored: true
         color: Theme.secondaryText
-        elide: Text.ElideMiddle
+        // Nothing of where it is may be left out: several names may go.
+        elide: Text.ElideNone
         font.pixelSize: Theme.small
         text: line.place
         visible: text.length > 0
         width: name.width
+        wrapMode: Text.Wrap
         x: name.x
         y: name.y + name.implicitHeight
     }

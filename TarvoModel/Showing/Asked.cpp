@@ -5,6 +5,7 @@
 #include "LumoCore/Basics/Path.h"
 #include "LumoCore/Basics/Text.h"
 #include "LumoCore/Basics/Words.h"
+#include "LumoCore/Inventories/UserFiles.h"
 #include "TarvoModel/Showing/ArchiveTexts.h"
 
 #include <utility>
@@ -19,16 +20,23 @@ namespace {
 
 using Actions = std::vector<lumo::CleanupAction>;
 
+/// Which of the files of that name it is, and by what other names; empty for what has a name of its own.
+std::string placeOf(const lumo::CleanupAction& action, const std::string& home, Language language) {
+    const auto* const moved = std::get_if<lumo::method::TrashItems>(&action.method);
+    std::string place = moved == nullptr ? std::string() : folderOfNamesake(action.title, moved->paths, home);
+    if (!place.empty() && moved->paths.size() > 1) {
+        place += "; " + lumo::otherNamesText(moved->paths, home, language);
+    }
+    return lumo::printable(place);
+}
+
 GoingGroup groupOf(const Words& title, Actions actions, const std::string& home, Language language) {
     lumo::sortLargestFirst(actions, &lumo::CleanupAction::estimatedBytes);
     GoingGroup group{.title = title.in(language), .bytes = string(bytesOf(actions), language), .items = {}};
     for (const lumo::CleanupAction& action : actions) {
-        const auto* const moved = std::get_if<lumo::method::TrashItems>(&action.method);
         group.items.push_back({.title = action.title,
                                .bytes = string(action.estimatedBytes, language),
-                               .place = moved == nullptr ? std::string()
-                                                         : lumo::printable(folderOfNamesake(
-                                                               action.title, moved->paths, home))});
+                               .place = placeOf(action, home, language)});
     }
     return group;
 }

@@ -186,6 +186,10 @@ TEST_F(FilesDeskTest, TheDialogForAFileBeginsInTheHomeAndKnowsWhatIsTaken) {
     EXPECT_TRUE(picking.isTaken("plan")) << "with the ending that it would get";
     EXPECT_FALSE(picking.isTaken("other.json"));
     EXPECT_EQ(pathOf(picking.placeNamed(" other ")), story.home.path("other.json"));
+    // A sentence that begins with a Hebrew name was turned round, its end first.
+    const QString hebrew = shown("\u05e9\u05dc.json");
+    EXPECT_FALSE(shown("\u00ab" + bytesOf(hebrew) + "\u00bb stays").isRightToLeft());
+    EXPECT_EQ(pathOf(picking.placeNamed(hebrew)), story.home.path("\u05e9\u05dc.json"));
     picking.enter("Documents");
     ASSERT_EQ(names().size(), 1U);
     picking.enter(picking.entries().front().toMap().value("key").toString());

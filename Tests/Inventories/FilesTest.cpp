@@ -99,6 +99,8 @@ TEST(LargeFiles, WithSeveralNamesGoWithAllOrNotAtAll) {
     const Inventory found = Inventories::find(InventoryKind::large, queryOf(home, 1000));
     ASSERT_THAT(idsIn(found), ElementsAre("archivo:a"));
     EXPECT_EQ(found.items[0].action.method, Method(method::TrashItems{{home.path("a"), home.path("b/c")}}));
+    // Whoever takes one for a spare copy must know.
+    EXPECT_THAT(found.items[0].detail, HasSubstr("also called ~/b/c"));
     EXPECT_EQ(Inventories::itemWith("archivo:a", queryOf(home, 1000)), found.items[0]);
     EXPECT_FALSE(Inventories::itemWith("archivo:d", queryOf(home, 1000)));
 }

@@ -72,15 +72,21 @@ TEST(ItemRows, SayInWhichFolderAFileLiesOfWhichOnlyTheNameIsKnown) {
     EXPECT_EQ(rows[0].detail, "~/Downloads · a copy");
     EXPECT_EQ(rows[1].detail, "~/old");
     EXPECT_EQ(rows[2].detail, "tagged");
+    const DetailItem film =
+        itemToSetAside("archivo:1", "film",
+                       {"/home/u/a/film", "/home/u/b/film", "/home/u/c", "/home/u/d", "/home/u/e"}, 7, "");
     lumo::CleanupAction cache = here.action;
     cache.title = "Caches";
-    const QuestionTexts asked = textsOf(
-        asked::Clean{.actions = {here.action, there.action, cache}, .shown = {}}, "/home/u", Language::en);
+    const QuestionTexts asked =
+        textsOf(asked::Clean{.actions = {here.action, there.action, film.action, cache}, .shown = {}},
+                "/home/u", Language::en);
     std::vector<std::string> places;
     for (const GoingItem& item : asked.groups.front().items) {
         places.push_back(item.title + "|" + item.place);
     }
-    EXPECT_THAT(places, UnorderedElementsAre("db.bin|~/Downloads", "db.bin|~/old", "Caches|"));
+    EXPECT_THAT(places,
+                UnorderedElementsAre("db.bin|~/Downloads", "db.bin|~/old",
+                                     "film|~/a; also called ~/b/film, ~/c, ~/d and 1 more", "Caches|"));
 }
 
 TEST(ItemRows, HaveATileWhereNoOtherOneStandsForThem) {
