@@ -5,6 +5,7 @@
 #include "TarvoModel/Flows/WeeklySwitch.h"
 #include "TarvoModel/Showing/LowSpaceAlert.h"
 
+#include <chrono>
 #include <utility>
 
 namespace tarvo {
@@ -113,13 +114,24 @@ void MonitorDesk::checkLowSpace() {
 }
 
 void MonitorDesk::autoCleanIfDue() {
-    if (!isAsking() && WeeklyCleanup::isDue({.isOn = ground_.settings.autoCleanWeekly(),
+    const lumo::Date now = ground_.services.desk.now();
+    if (isAsking() || !WeeklyCleanup::isDue({.isOn = ground_.settings.autoCleanWeekly(),
                                              .mode = ground_.services.mode,
                                              .phase = ground_.activity.phase(),
                                              .hasReport = scanning_.hasReport() && !scanning_.isFromFile(),
                                              .last = ground_.settings.value(preference::lastWeeklyCleanup),
-                                             .now = ground_.services.desk.now()})) {
+                                             .now = now})) {
+        return;
+    }
+    if (!WeeklyCleanup::needsScan(scanning_.lastScanDate(), now)) {
         cleaning_.cleanWeekly();
+        return;
+    }
+    // Whoever stops that scan is left in peace for a while.
+    constexpr std::chrono::hours peace{1};
+    if (!scannedToClean_ || now - *scannedToClean_ >= peace || *scannedToClean_ > now) {
+        scannedToClean_ = now;
+        scanning_.scan();
     }
 }
 

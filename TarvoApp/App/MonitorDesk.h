@@ -10,6 +10,7 @@
 #include <QString>
 #include <QTimer>
 
+#include <optional>
 #include <string>
 
 namespace tarvo {
@@ -60,6 +61,7 @@ class MonitorDesk final : public QObject {
     std::string timerProblem_; ///< Why there is none although one was wanted.
     std::string timerState_;   ///< What is wrong with it by the last look; empty for nothing.
     int switches_ = 0;         ///< Of several only the last one's problem is told.
+    std::optional<lumo::Date> scannedToClean_; ///< When a scan last began for the weekly cleanup.
     bool isLooking_ = false;
     QTimer timer_;
 };

@@ -34,6 +34,11 @@ bool isDue(const Situation& situation) {
            isTimeOver(situation.last, situation.now);
 }
 
+bool needsScan(const std::optional<lumo::Date>& lastScan, lumo::Date now) {
+    // A report from the future has an unknown age: the clock was set back.
+    return !lastScan || now - *lastScan > reportLife || *lastScan > now;
+}
+
 std::vector<lumo::CleanupAction> actions(const std::vector<lumo::PlanEntry>& entries) {
     if (lumo::CleanupPlanner::safeRecoverableBytes(entries) < smallestGain) {
         return {};

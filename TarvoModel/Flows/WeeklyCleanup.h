@@ -47,6 +47,13 @@ struct Situation {
 /// True when it is to run now.
 bool isDue(const Situation& situation);
 
+/// A report older than this is not relied on: the cleanup is for what has gathered until now. Long enough for
+/// the monitor to come round once more after the scan.
+inline constexpr std::chrono::seconds reportLife{120};
+
+/// True when the home is scanned before it runs.
+bool needsScan(const std::optional<lumo::Date>& lastScan, lumo::Date now);
+
 /// True when the user wants it and it is time, by what is stored: for whoever has no window.
 bool isWanted(const Preferences& preferences, lumo::Date now);
 

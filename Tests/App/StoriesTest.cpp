@@ -401,6 +401,23 @@ TEST(AppStories, TheWarningOfAStartTellsWhatCanBeRecoveredAndNothingElseIsSaid) 
         << "the user changed that";
 }
 
+TEST(AppStories, TheWeeklyCleanupTakesWhatHasGatheredSinceTheLastScan) {
+    // It relied on the scan of minutes before, found too little there, and the week counted as done.
+    AppStory story;
+    settle(story);
+    story.addCache(201'000'000);
+    story.pass(4min);
+    story.app().settings()->setAutoCleanWeekly(true);
+    ASSERT_TRUE(story.waitUntil(
+        [&] { return Preferences::load(story.home.path()).value(preference::autoCleanWeekly); }));
+    ASSERT_TRUE(story.lookAround());
+    EXPECT_TRUE(story.hasCache()) << "first it scans";
+    story.pass(1min);
+    ASSERT_TRUE(story.lookAround());
+    EXPECT_FALSE(story.hasCache());
+    EXPECT_THAT(titlesOf(story.notices), ElementsAre("limpieza-semanal|Weekly cleanup: 201 MB freed"));
+}
+
 TEST(AppStories, AMonthOfWeeklyCleanupsTakesOnlyWhatRecreatesItself) {
     AppStory story;
     settle(story);

@@ -94,6 +94,16 @@ TEST(WeeklyCleanup, RunsOnceAWeekWhenItIsOnAndNothingElseGoesOn) {
     EXPECT_FALSE(with([](auto& each) { each.mode = RunMode::from({"tarvo", "--captura"}); }));
 }
 
+TEST(WeeklyCleanup, ScansFirstUnlessTheReportIsOfNow) {
+    for (const auto& [lastScan, needsScan] :
+         {std::pair{std::optional<lumo::Date>(), true}, std::pair{std::optional(now), false},
+          std::pair{std::optional(now - seconds(120)), false},
+          std::pair{std::optional(now - seconds(121)), true},
+          std::pair{std::optional(now + seconds(1)), true}}) {
+        EXPECT_EQ(WeeklyCleanup::needsScan(lastScan, now), needsScan);
+    }
+}
+
 TEST(WeeklyCleanup, TakesOnlySafeThingsAndOnlyWhenTheyAreWorthIt) {
     EXPECT_TRUE(WeeklyCleanup::actions(safeEntries(199999999)).empty());
     const auto actions = WeeklyCleanup::actions(safeEntries(200000000));
