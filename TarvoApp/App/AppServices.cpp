@@ -126,7 +126,7 @@ AppServices AppServices::ofThisMachine(const std::string& home, const RunMode& m
                                              lumo::HeuristicExplainer::explain(DemoDisk::evidence(path), now))
                                        : tarvo::whatItIs(path, home, now, stop);
                 },
-            .notify = [](const Notification&) {},
+            .notify = [](const Notification&, const std::function<void()>&) {},
             .startsAtLogin = [] { return false; },
             .setStartAtLogin = [](bool) { return std::nullopt; },
             .drawCard = [](const ShareStats&, CardLook) { return QImage(); },

@@ -57,7 +57,9 @@ struct AppServices {
     std::function<std::vector<ExplanationLine>(const std::string& path, const std::stop_token& stop)>
         whatItIs;
 
-    std::function<void(const Notification&)> notify;
+    /// Shows it outside the window. `whenTaken` is called once the desktop has it, and never when nobody took
+    /// it.
+    std::function<void(const Notification&, const std::function<void()>& whenTaken)> notify;
     /// In the background.
     std::function<bool()> startsAtLogin;
     /// In the background: why that could not be changed; absent when it was.

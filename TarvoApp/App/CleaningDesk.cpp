@@ -277,7 +277,7 @@ void CleaningDesk::cleanedByItself(const lumo::Result<Cleaned>& result) {
         ground_.activity.say(notice + (notice.empty() || stopped.empty() ? "" : ". ") + stopped);
     }
     if (const auto notification = WeeklyCleanup::notification(freed)) {
-        ground_.services.notify(*notification);
+        ground_.services.notify(*notification, {});
     }
 }
 

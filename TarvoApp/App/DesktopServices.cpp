@@ -14,7 +14,9 @@ namespace tarvo {
 
 AppServices desktopServices(const std::string& home, const RunMode& mode, Notifier& notifier) {
     AppServices services = AppServices::ofThisMachine(home, mode);
-    services.notify = [&notifier](const Notification& notification) { notifier.send(notification); };
+    services.notify = [&notifier](const Notification& notification, const std::function<void()>& whenTaken) {
+        notifier.send(notification, whenTaken);
+    };
     const std::string settings = lumo::platform::environmentVariable("XDG_CONFIG_HOME").value_or("");
     services.startsAtLogin = [home, settings] { return LoginItem::isOn(home, settings); };
     const std::string program = bytesOf(QCoreApplication::applicationFilePath());

@@ -5,6 +5,8 @@
 #include "TarvoModel/Flows/WeeklySwitch.h"
 #include "TarvoModel/Showing/LowSpaceAlert.h"
 
+#include <QPointer>
+
 #include <chrono>
 #include <utility>
 
@@ -108,8 +110,12 @@ void MonitorDesk::checkLowSpace() {
         ground_.settings.note(preference::lastLowSpaceWarning, std::nullopt);
     }
     if (decision.notification) {
-        ground_.settings.note(preference::lastLowSpaceWarning, now);
-        ground_.services.notify(*decision.notification);
+        // At login the desktop may not be ready to show it: then the next look tries again.
+        ground_.services.notify(*decision.notification, [self = QPointer(this), now] {
+            if (self) {
+                self->ground_.settings.note(preference::lastLowSpaceWarning, now);
+            }
+        });
     }
 }
 

@@ -58,9 +58,9 @@ class MonitorDesk final : public QObject {
     ScanningDesk& scanning_;
     const TickedDesk& ticked_;
     CleaningDesk& cleaning_;
-    std::string timerProblem_; ///< Why there is none although one was wanted.
-    std::string timerState_;   ///< What is wrong with it by the last look; empty for nothing.
-    int switches_ = 0;         ///< Of several only the last one's problem is told.
+    std::string timerProblem_;                 ///< Why there is none although one was wanted.
+    std::string timerState_;                   ///< What is wrong with it by the last look; empty for nothing.
+    int switches_ = 0;                         ///< Of several only the last one's problem is told.
     std::optional<lumo::Date> scannedToClean_; ///< When a scan last began for the weekly cleanup.
     bool isLooking_ = false;
     QTimer timer_;

@@ -10,6 +10,7 @@
 #include <QVariantMap>
 
 #include <optional>
+#include <utility>
 
 namespace tarvo {
 
@@ -49,10 +50,14 @@ Notifier::Notifier(const QDBusConnection& bus, const RunMode& mode, lumo::Langua
     }
 }
 
-void Notifier::send(const Notification& notification) {
-    if (!isForReal_ || !bus_.isConnected()) {
-        return;
+void Notifier::send(const Notification& notification, const std::function<void()>& whenTaken) {
+    if (isForReal_ && bus_.isConnected()) {
+        whenTaken_[notification.id] = whenTaken;
+        begin(notification);
     }
+}
+
+void Notifier::begin(const Notification& notification) {
     if (const std::optional<std::uint32_t> replaced = posted_.begin(notification)) {
         post(notification, *replaced);
     }
@@ -95,7 +100,12 @@ void Notifier::takeAnswer(const std::string& id, QDBusPendingCallWatcher& answer
         server_ = reply.service();
     }
     if (const std::optional<Notification> next = posted_.end(id, number)) {
-        send(*next);
+        begin(*next);
+        return;
+    }
+    const std::function<void()> whenTaken = std::exchange(whenTaken_[id], {});
+    if (number && whenTaken) {
+        whenTaken();
     }
 }
 

@@ -10,6 +10,9 @@
 #include <QString>
 
 #include <cstdint>
+#include <functional>
+#include <map>
+#include <string>
 
 class QDBusMessage;
 class QDBusPendingCallWatcher;
@@ -32,8 +35,9 @@ class Notifier final : public QObject {
     [[nodiscard]] bool isAvailable() const { return isAvailable_; }
 
     /// Posts the notification in place of an earlier one with its id. A service that is not running is
-    /// started by the bus where it knows how, so this is worth a try before `isAvailable`.
-    void send(const Notification& notification);
+    /// started by the bus where it knows how, so this is worth a try before `isAvailable`. `whenTaken` is
+    /// called once the service has it; never when nobody took it, or a later one with its id came first.
+    void send(const Notification& notification, const std::function<void()>& whenTaken = {});
 
   Q_SIGNALS:
     /// The user clicked one of the notifications that this object sent.
@@ -48,6 +52,7 @@ class Notifier final : public QObject {
   private:
     void listen();
     void ask();
+    void begin(const Notification& notification);
     void post(const Notification& notification, std::uint32_t replaced);
     void takeAnswer(const std::string& id, QDBusPendingCallWatcher& answer);
     void setAvailable(bool isAvailable);
@@ -58,6 +63,7 @@ class Notifier final : public QObject {
     lumo::Language language_;
     QString server_; ///< Who answered last, by the unique name on the bus.
     PostedNotices posted_;
+    std::map<std::string, std::function<void()>> whenTaken_; ///< Of those on their way, by our ids.
 };
 
 } // namespace tarvo

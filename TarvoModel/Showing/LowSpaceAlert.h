@@ -31,7 +31,7 @@ struct Look {
 /// What is to be done: nothing when both are silent.
 struct Decision {
     bool forgetsDate = false;                 ///< The stored date goes.
-    std::optional<Notification> notification; ///< Is sent, after `now` was stored as its date.
+    std::optional<Notification> notification; ///< Is sent, and `now` stored once somebody shows it.
 
     friend bool operator==(const Decision&, const Decision&) = default;
 };

@@ -42,7 +42,15 @@ AppStory::AppStory(const RunMode& mode)
         const std::scoped_lock lock(mutex_);
         return lumo::VolumeInfo{.totalBytes = 1'000'000'000'000, .availableBytes = free_};
     };
-    services.notify = [this](const Notification& notification) { notices.push_back(notification); };
+    services.notify = [this](const Notification& notification, const std::function<void()>& whenTaken) {
+        if (!showsNotices) {
+            return;
+        }
+        notices.push_back(notification);
+        if (whenTaken) {
+            whenTaken();
+        }
+    };
     if (!mode.isDemo) {
         // What this machine has is no business of a story's.
         services.look = [](lumo::InventoryKind kind, const std::stop_token&) {

@@ -52,6 +52,7 @@ class AppStory {
     TempHome home;
     AppServices services; ///< To be changed before the application is first asked for.
     std::vector<Notification> notices;
+    bool showsNotices = true; ///< False for a desktop without a notification service.
 
   private:
     mutable std::mutex mutex_;

@@ -133,6 +133,23 @@ TEST(Notifier, SendsNothingInTheDemoOrWhileTakingPictures) {
     EXPECT_TRUE(desktop.shown.isEmpty());
 }
 
+TEST(Notifier, TellsOnceTheServiceHasANoticeAndNeverWhenNobodyTookIt) {
+    const PrivateBus bus;
+    Notifier notifier(bus.connection("app"), forReal);
+    int taken = 0;
+    const auto send = [&] { notifier.send(notice("low", "One"), [&] { ++taken; }); };
+    send();
+    settle(bus.connection("app"));
+    EXPECT_EQ(taken, 0);
+    FakeDesktop desktop(bus.connection("desktop"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return notifier.isAvailable(); }));
+    send();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return taken > 0; }));
+    settle(bus.connection("app"));
+    EXPECT_EQ(taken, 1);
+    EXPECT_EQ(desktop.shown, QStringList{"7: One"});
+}
+
 TEST(Notifier, DropsWhatNobodyTakesAndHoldsNobodyUp) {
     const PrivateBus bus;
     const auto sendAll = [](Notifier& notifier) {

@@ -381,6 +381,19 @@ TEST(AppStories, LowSpaceIsToldOnceADayAndAgainAfterItWasMended) {
     EXPECT_THAT(titlesOf(story.notices).front(), "poco-espacio|Only 10.0 GB free");
 }
 
+TEST(AppStories, LowSpaceThatNobodyCouldShowIsToldWhenSomebodyCan) {
+    // At login the desktop's service came seconds later, and the warning of the day was lost.
+    AppStory story;
+    settle(story);
+    story.showsNotices = false;
+    story.setFree(9 * gigabyte);
+    ASSERT_TRUE(story.lookAround());
+    story.showsNotices = true;
+    ASSERT_TRUE(story.lookAround());
+    ASSERT_TRUE(story.lookAround());
+    EXPECT_THAT(story.notices, SizeIs(1));
+}
+
 // The warning at a start was sent before the scan had seen anything, could not say what would help, and kept
 // silent for a day. On a disk that is full the first words were about a preferences file.
 TEST(AppStories, TheWarningOfAStartTellsWhatCanBeRecoveredAndNothingElseIsSaid) {
