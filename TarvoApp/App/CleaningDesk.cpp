@@ -229,7 +229,12 @@ QStringList CleaningDesk::lastFailures() const {
 void CleaningDesk::showFailures() {
     ground_.question.ask(
         asked::Told{.title = lumo::Words{"Esto no se pudo limpiar", "This couldn't be cleaned"}.in(),
-                    .message = bytesOf(lastFailures().join('\n'))});
+                    .message = bytesOf(lastFailures().join("\n\n")) + "\n\n" +
+                               lumo::Words{"Analiza otra vez y, si todavía lo quieres limpiar, márcalo y "
+                                           "confírmalo de nuevo.",
+                                           "Scan again and, if you still want it cleaned, tick and confirm "
+                                           "it once more."}
+                                   .in()});
 }
 
 void CleaningDesk::showStep() {
