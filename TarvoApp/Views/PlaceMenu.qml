@@ -18,6 +18,8 @@ PlainMenu {
     property bool ofEntry: false
     property bool isFolder: false
     property bool isMarked: false
+    // Of an entry that no cleanup takes.
+    property bool isKept: false
     // Of an entry that also holds what is not shown.
     property bool isPart: false
 
@@ -26,17 +28,20 @@ PlainMenu {
         isFolder = row.isFolder;
         isMarked = row.isMarked;
         isPart = row.isPart;
+        isKept = row.isProtected;
         show([row.key], at);
     }
     function openFor(wanted: string, at: Item) {
         ofEntry = false;
         isPart = false;
+        isKept = false;
         show([wanted], at);
     }
     // Of a row of the list, and of all that are chosen with it; else none of them stays chosen.
     function openForRow(wanted: string, at: Item) {
         ofEntry = false;
         isPart = false;
+        isKept = false;
         const together = App.list.chosenWith(wanted);
         if (together.length === 1)
             App.list.chooseNone();
@@ -59,7 +64,7 @@ PlainMenu {
         text: menu.about
     }
     PlainMenuItem {
-        enabled: menu.ofEntry || menu.can.tick === true
+        enabled: menu.ofEntry ? !menu.isKept || menu.isMarked : menu.can.tick === true
         text: !menu.ofEntry ? Words.tickText(menu.can.ticked === true, menu.can.tickOf || "")
             : menu.isMarked ? SideWords.unmark : SideWords.mark
 
@@ -104,7 +109,7 @@ PlainMenu {
     }
     MenuSeparator {}
     PlainMenuItem {
-        enabled: (menu.ofEntry || menu.can.aside === true) && App.cleaning.mayClean
+        enabled: (menu.ofEntry ? !menu.isKept : menu.can.aside === true) && App.cleaning.mayClean
         text: SideWords.setAside
 
         onTriggered: {
@@ -116,14 +121,14 @@ PlainMenu {
         }
     }
     PlainMenuItem {
-        enabled: menu.can.archive === true && !menu.isPart
+        enabled: menu.can.archive === true && !menu.isPart && !menu.isKept
         text: Words.archive
 
         onTriggered: App.archiving.requestArchive(menu.key)
     }
     PlainMenuItem {
-        enabled: menu.can.protect === true
-        text: menu.can.several ? Words.protectAll : Words.protect
+        enabled: menu.can.protect === true && !menu.isKept
+        text: menu.isKept ? Words.isKept : menu.can.several ? Words.protectAll : Words.protect
 
         onTriggered: App.places.protect(menu.keys)
     }

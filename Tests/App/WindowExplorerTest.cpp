@@ -179,6 +179,18 @@ TEST_F(MainWindowAtHomeTest, TheExplorersMenuProtectsAndArchivesByTheKeyboard) {
     ASSERT_TRUE(story.waitUntil([&] { return focused().starts_with("Notes, "); })) << focused();
     const std::string never = Words{"no se toca nunca", "never touched"}.in();
     EXPECT_TRUE(story.waitUntil([&] { return focused().find(never) != std::string::npos; })) << focused();
+    // The menu offered what would only have been refused.
+    const std::string kept =
+        Words{"No tocar nunca: ya está protegido", "Never Touch: Already Protected"}.in();
+    press(Qt::Key_F10, Qt::ShiftModifier);
+    ASSERT_TRUE(story.waitUntil([&] { return named(kept) != nullptr; }));
+    for (const std::string& words :
+         {kept, Words{"Marcar", "Mark"}.in(), Words{"Archivar…", "Archive…"}.in()}) {
+        EXPECT_FALSE(qobject_cast<QQuickItem*>(named(words)->object())->isEnabled()) << words;
+    }
+    press(Qt::Key_Escape);
+    ASSERT_TRUE(story.waitUntil([&] { return named(kept) == nullptr; }));
+    ASSERT_TRUE(story.waitUntil([&] { return focused().starts_with("Notes, "); })) << focused();
     press(Qt::Key_Delete);
     EXPECT_TRUE(story.waitUntil([&] { return story.app().activity()->notice().startsWith("Notes: "); }));
     EXPECT_FALSE(story.app().question()->isAsking());
