@@ -17,6 +17,8 @@ Column {
     required property bool unclassified
 
     property bool asked: false
+    // More would push the row's own buttons out of sight.
+    readonly property int mostPlaces: 10
 
     spacing: 6
 
@@ -83,7 +85,9 @@ Column {
     }
     Told {
         label: Words.where
-        says: details.places.join("\n")
+        says: details.places.slice(0, details.mostPlaces).join("\n")
+            + (details.places.length > details.mostPlaces
+               ? "\n" + Words.morePlaces.arg(details.places.length - details.mostPlaces) : "")
     }
     Rectangle {
         color: Theme.raised

@@ -116,6 +116,7 @@ QtObject {
     readonly property string lessAbout: pick("Plegar %1", "Collapse %1")
     readonly property string what: pick("Qué es", "What")
     readonly property string cannotNow: pick("Ahora no", "Not now")
+    readonly property string morePlaces: pick("y %1 más", "and %1 more")
     readonly property string where: pick("Dónde", "Where")
     readonly property string source: pick("Lo dice", "Says who")
     readonly property string byHeuristics: pick("Aproximación por el nombre, el lugar y el contenido",
