@@ -53,7 +53,8 @@ SettingsPage {
     SettingsCard {
         SwitchRow {
             checked: App.settings.showInMenuBar
-            more: SettingsWords.trayMore
+            enabled: Desktop.hasPanel
+            more: enabled ? SettingsWords.trayMore : SettingsWords.noTray
             text: SettingsWords.tray
 
             onToggled: App.settings.showInMenuBar = checked

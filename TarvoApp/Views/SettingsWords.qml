@@ -23,6 +23,7 @@ QtObject {
     readonly property string textSize: pick("Tamaño del texto", "Text size")
     readonly property string percent: pick("%1 %", "%1%")
     readonly property string tray: pick("Mostrar en la bandeja del sistema", "Show in the system tray")
+    readonly property string noTray: pick("Tu escritorio no tiene una bandeja que la muestre.", "Your desktop has no tray that could show it.")
     readonly property string trayMore: pick("El espacio libre, siempre a la vista.", "The free space, always in sight.")
     readonly property string login: pick("Abrir al iniciar sesión", "Start at login")
     readonly property string loginMore: pick("Para que pueda avisarte a tiempo.", "So that it can warn you in time.")
