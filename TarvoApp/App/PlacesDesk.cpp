@@ -125,6 +125,10 @@ void PlacesDesk::revealRow(const QString& key) {
     });
 }
 
+bool PlacesDesk::hasRow(const QString& key) const {
+    return std::ranges::find(ticked_.rows(), idOf(key), &Row::id) != ticked_.rows().end();
+}
+
 // What a row or tile stands for.
 
 void PlacesDesk::click(const QString& key) {
@@ -269,6 +273,9 @@ void PlacesDesk::toggleAll(const QStringList& keys) {
 
 std::string PlacesDesk::pathOf(const QString& key) const {
     const std::vector<std::string> paths = map_.pathsOf(idOf(key));
+    if (paths.empty() && key == preview_.key()) {
+        return preview_.path(); // A photo is in no row and no tile.
+    }
     return paths.size() == 1 ? paths.front() : std::string();
 }
 

@@ -44,6 +44,8 @@ class PlacesDesk final : public QObject {
     /// Scrolls the list to the row and lights it for a moment; a list that was narrowed without it is
     /// widened.
     Q_INVOKABLE void revealRow(const QString& key);
+    /// Whether there is such a row, shown now or not.
+    Q_INVOKABLE [[nodiscard]] bool hasRow(const QString& key) const;
     /// Opens or closes what is known of the row.
     Q_INVOKABLE void openRow(const QString& key, bool open);
     /// The same for the row that a tile, or an entry in one, belongs to, which is also revealed.
@@ -61,8 +63,8 @@ class PlacesDesk final : public QObject {
     /// Ticks all of these that can be ticked, or unticks them when all of those are ticked.
     Q_INVOKABLE void toggleAll(const QStringList& keys);
 
-    /// The path that a row or tile stands for, as bytes that `Settings::protectPaths` takes; empty for
-    /// several.
+    /// The path that a row or tile stands for, or what is previewed, as bytes that `Settings::protectPaths`
+    /// takes; empty for several.
     [[nodiscard]] std::string pathOf(const QString& key) const;
     /// All paths that these stand for.
     [[nodiscard]] std::vector<std::string> pathsOf(const QStringList& keys) const;

@@ -27,7 +27,7 @@ void PreviewDesk::show(const QString& key, const std::string& title, const std::
     forget();
     key_ = key;
     title_ = title;
-    place_ = paths.size() == 1 ? lumo::abbreviated(paths.front(), home_) : std::string();
+    path_ = paths.size() == 1 ? paths.front() : std::string();
     looking_ = std::stop_source();
     isBusy_ = true;
     background_.start(
@@ -62,7 +62,7 @@ QString PreviewDesk::title() const {
 }
 
 QString PreviewDesk::place() const {
-    return shown(place_);
+    return path_.empty() ? QString() : shown(lumo::abbreviated(path_, home_));
 }
 
 PreviewDesk::Kind PreviewDesk::kind() const {

@@ -50,6 +50,8 @@ class PreviewDesk final : public QObject {
     Q_INVOKABLE void forget();
 
     [[nodiscard]] const QString& key() const { return key_; }
+    /// What is looked at; empty for several paths.
+    [[nodiscard]] const std::string& path() const { return path_; }
     [[nodiscard]] QString title() const;
     [[nodiscard]] QString place() const;
     [[nodiscard]] bool isBusy() const { return isBusy_; }
@@ -72,7 +74,7 @@ class PreviewDesk final : public QObject {
     std::string home_;
     QString key_;
     std::string title_;
-    std::string place_;
+    std::string path_;
     Preview preview_;
     QImage picture_;
     bool isBusy_ = false;

@@ -14,12 +14,21 @@ Rectangle {
     readonly property bool roomy: width > 620 * Theme.scale
     // Whatever stands above the rows takes as little of their height as it can.
     property bool tight: false
+    readonly property bool wide: roomy || tight
 
     function takeFilter() {
         filter.take();
     }
     function takeFocus() {
         list.forceActiveFocus(Qt.ShortcutFocusReason);
+    }
+
+    component Marks: ListNote {
+        brief: pane.tight // qmllint disable unqualified
+        end: SideWords.clearMarks
+        says: App.explorer.markedText
+
+        onEnded: App.explorer.clearMarks()
     }
 
     border.color: Theme.hairline
@@ -65,7 +74,7 @@ Rectangle {
         }
         // Below each other only where there is no room beside each other.
         GridLayout {
-            columns: pane.roomy || pane.tight ? 2 : 1
+            columns: pane.wide ? 2 : 1
             rowSpacing: 4
 
             Breadcrumb {
@@ -78,13 +87,8 @@ Rectangle {
 
                 onBackWanted: depth => App.explorer.leaveTo(depth)
             }
-            ListNote {
-                Layout.fillWidth: parent.columns === 1
-                brief: pane.tight
-                end: SideWords.clearMarks
-                says: App.explorer.markedText
-
-                onEnded: App.explorer.clearMarks()
+            Marks {
+                visible: pane.wide && says.length > 0
             }
             ListNote {
                 Layout.columnSpan: parent.columns
@@ -197,6 +201,19 @@ Rectangle {
                 visible: text.length > 0
                 width: parent.width
                 wrapMode: Text.WordWrap
+            }
+        }
+        // Its room is kept: a mark must not push the rows from below the pointer.
+        Item {
+            Layout.fillWidth: true
+            Layout.preferredHeight: Math.max(Math.round(26 * Theme.scale), marks.implicitHeight)
+            visible: !pane.wide
+
+            Marks {
+                id: marks
+
+                visible: says.length > 0
+                width: parent.width
             }
         }
     }

@@ -88,11 +88,29 @@ SideWindow {
 
             onCloseWanted: window.close()
 
-            PlainButton {
-                enabled: App.rows.indexOf(window.key) >= 0
-                text: SideWords.showInList
+            // A button that is disabled does not notice the pointer.
+            Item {
+                implicitHeight: show.implicitHeight
+                implicitWidth: show.implicitWidth
+                visible: window.hasLines
 
-                onClicked: App.places.revealRow(window.key)
+                HoverHandler {
+                    id: over
+                }
+                Tip {
+                    text: SideWords.notInList
+                    visible: over.hovered && !show.enabled
+                }
+                PlainButton {
+                    id: show
+
+                    Accessible.description: enabled ? "" : SideWords.notInList
+                    // Whatever the list shows now: it turns to what shows the row.
+                    enabled: App.places.hasRow(window.key)
+                    text: SideWords.showInList
+
+                    onClicked: App.places.revealRow(window.key)
+                }
             }
         }
     }

@@ -49,6 +49,10 @@ Item {
         App.map.zoomInto(key);
     }
 
+    // Back from another window nobody has gone to the tile that has the focus again.
+    readonly property bool current: Window.active
+
+    onCurrentChanged: Qt.callLater(dwelling.stop)
     onDepthChanged: {
         const hadFocus = area.activeFocus;
         App.places.mapHovered = "";

@@ -16,7 +16,10 @@ TabBar {
         if (next < 0 || next >= count)
             return;
         chosen(next);
-        itemAt(next).forceActiveFocus(Qt.TabFocusReason);
+        const tab = itemAt(next) as TabButton;
+        tab.forceActiveFocus(Qt.TabFocusReason);
+        // It may have the focus since it was chosen, and for no reason that shows a ring.
+        tab.focusReason = Qt.TabFocusReason;
     }
 
     component Tab: TabButton {

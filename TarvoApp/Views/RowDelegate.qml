@@ -65,6 +65,8 @@ Item {
     implicitHeight: body.y + body.height
 
     Component.onCompleted: hasInside = opened
+    // A row that goes from below the pointer is not told that the pointer has left it.
+    Component.onDestruction: if (App.places.hovered === key) App.places.hovered = ""
     onActiveFocusChanged: if (!activeFocus) hasInside = opened
     onOpenedChanged: hasInside = opened || activeFocus && hasInside
     Accessible.onPressAction: act(false)

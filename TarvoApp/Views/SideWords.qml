@@ -12,6 +12,8 @@ QtObject {
     readonly property string nothingFound: pick("Nada coincide. Pregúntalo abajo con tus palabras.",
                                                 "Nothing matches. Ask it below in your own words.")
     readonly property string showInList: pick("Ver en la lista", "Show in the List")
+    readonly property string notInList: pick("Esto no está en la lista: no es nada que se pueda limpiar.",
+                                             "This is not in the list: it is nothing that can be cleaned.")
     readonly property string question: pick("Tu pregunta", "Your question")
     readonly property string questionExample: pick("Pregunta con tus palabras", "Ask in your own words")
     readonly property string ask: pick("Preguntar", "Ask")

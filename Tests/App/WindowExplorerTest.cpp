@@ -111,6 +111,28 @@ TEST_F(MainWindowAtHomeTest, TheExplorerTellsWhatIsOldAndWhatCouldNotBeRead) {
     ASSERT_TRUE(story.waitUntil([&] { return named("shut, ") != nullptr; }));
 }
 
+// The first mark pushed the rows down, and the next click took it away again.
+TEST_F(MainWindowAtHomeTest, TheRowsOfTheExplorerStayWhereTheyAreWhenOneIsMarked) {
+    story.addCache(2'000'000);
+    story.home.file("Videos/film", 3'000'000);
+    QQuickWindow& window = open();
+    beginExploring(story, [&] { press(Qt::Key_E, Qt::ControlModifier); });
+    ASSERT_TRUE(story.waitUntil([&] { return focused().starts_with("Videos, "); })) << focused();
+    for (const QSize size : {QSize(1180, 760), QSize(800, 560)}) {
+        window.resize(size);
+        QTest::qWait(0);
+        const QRect before = named("Videos, ")->rect();
+        press(Qt::Key_Space);
+        const std::string marked = "AlertMessage|" + Words{"1 marcado", "1 marked"}.in();
+        ASSERT_TRUE(story.waitUntil([&] {
+            return std::ranges::any_of(told(),
+                                       [&](const std::string& line) { return line.starts_with(marked); });
+        }));
+        EXPECT_EQ(named("Videos, ")->rect(), before);
+        press(Qt::Key_Space);
+    }
+}
+
 // With large writing in a small window what is told above the rows left room for none of them.
 TEST_F(MainWindowAtHomeTest, TheExplorerShowsWholeRowsInASmallWindowWithLargeWriting) {
     story.addCache(2'000'000);

@@ -142,3 +142,34 @@ TEST_F(MainWindowAtHomeTest, TheMapEndsWhereTheListBegins) {
         return map != nullptr && whole != nullptr && map->rect().top() - whole->rect().bottom() < 20;
     }));
 }
+
+// The tab that the arrows led to showed no ring.
+TEST_F(MainWindowTest, ATabThatTheArrowsLeadToShowsThatItHasTheFocus) {
+    QQuickWindow& window = open();
+    const std::string list(lumo::Words{"Lista", "List"}.in());
+    const std::string explore(lumo::Words{"Explorar", "Explore"}.in());
+    for (int tabs = 0; tabs < 30 && focused() != list; ++tabs) {
+        press(Qt::Key_Tab);
+    }
+    for (const auto& [key, name] : {std::pair{Qt::Key_Right, explore}, {Qt::Key_Left, list}}) {
+        press(key);
+        EXPECT_EQ(focused(), name);
+        EXPECT_TRUE(window.activeFocusItem()->property("visualFocus").toBool()) << name;
+    }
+}
+
+// The tile of a row that had gone from below the pointer stayed lit.
+TEST_F(MainWindowTest, NoTileIsLitByARowThatHasGone) {
+    QQuickWindow& window = open();
+    AppModel& app = story.app();
+    const std::string title = app.rows()->rows().front().title + ", ";
+    QAccessibleInterface* row = nullptr;
+    visit(QAccessible::queryAccessibleInterface(&window), [&](QAccessibleInterface& item) {
+        row = bytesOf(item.text(QAccessible::Name)).starts_with(title) ? &item : row;
+    });
+    ASSERT_NE(row, nullptr);
+    QTest::mouseMove(&window, window.mapFromGlobal(row->rect().center()));
+    ASSERT_TRUE(story.waitUntil([&] { return !app.places()->hovered().isEmpty(); }));
+    app.list()->setSearchText(shown(app.rows()->rows().back().title));
+    EXPECT_TRUE(story.waitUntil([&] { return app.places()->hovered().isEmpty(); }));
+}

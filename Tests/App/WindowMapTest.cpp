@@ -133,6 +133,8 @@ TEST_F(MainWindowAtHomeTest, APictureIsSeenAfterTheFolderItIsIn) {
     }
     app.preview()->show(keyOf(picture), "a.png", {picture});
     ASSERT_TRUE(story.waitUntil([&] { return app.preview()->kind() == PreviewDesk::Kind::Picture; }));
+    // Of a photo the button that shows it in the file manager was disabled.
+    EXPECT_EQ(app.places()->pathOf(app.preview()->key()), picture);
     const auto isSeen = [](const QWindow* window) {
         const auto* const quick = qobject_cast<const QQuickWindow*>(window);
         return quick != nullptr && quick->isVisible() && quick->title() == "a.png" &&
