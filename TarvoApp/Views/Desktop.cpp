@@ -11,7 +11,6 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-#include <QDBusServiceWatcher>
 #include <QDBusVariant>
 #include <QDesktopServices>
 #include <QEvent>
@@ -35,7 +34,6 @@ const auto appearanceArea = QStringLiteral("org.freedesktop.appearance");
 const auto colorScheme = QStringLiteral("color-scheme");
 const auto reducedMotion = QStringLiteral("reduced-motion");
 const auto gnomeArea = QStringLiteral("org.gnome.desktop.interface");
-const auto panelService = QStringLiteral("org.kde.StatusNotifierWatcher");
 const auto animations = QStringLiteral("enable-animations");
 
 /// A file name that is not in the locale's encoding survives as an encoded address.
@@ -64,29 +62,8 @@ Desktop::Desktop(AppModel& app, QObject* parent) : QObject(parent), app_(app) {
     askPortal(appearanceArea, colorScheme);
     askPortal(appearanceArea, reducedMotion);
     askPortal(gnomeArea, animations);
-    askForPanel();
-}
-
-void Desktop::askForPanel() {
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameHasOwner"));
-    call << panelService;
-    // At login the panel may come later than its items.
-    auto* const watcher = new QDBusServiceWatcher(panelService, QDBusConnection::sessionBus(),
-                                                  QDBusServiceWatcher::WatchForOwnerChange, this);
-    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
-            [this](const QString&, const QString&, const QString& owner) {
-                hasPanel_ = !owner.isEmpty();
-                emit changed();
-            });
-    auto* const answer = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
-        const QDBusPendingReply<bool> reply = *answer;
-        hasPanel_ = !reply.isError() && reply.value();
-        emit changed();
-        answer->deleteLater();
-    });
+    panel_ = new PanelWatch(QDBusConnection::sessionBus(), this);
+    connect(panel_, &PanelWatch::changed, this, &Desktop::changed);
 }
 
 void Desktop::askPortal(const QString& area, const QString& key) {
@@ -217,6 +194,14 @@ void Desktop::placeOver(QWindow* window, QWindow* over) const {
     }
     window->setGeometry(
         WindowPlace::over(over->geometry(), window->size(), over->screen()->availableGeometry(), taken));
+}
+
+void Desktop::bringBack(QWindow* window) {
+    // `show` would make one smaller that filled the screen.
+    window->setWindowStates(window->windowStates() & ~Qt::WindowMinimized);
+    window->setVisible(true);
+    window->raise();
+    window->requestActivate();
 }
 
 void Desktop::protectFolder(const QUrl& folder) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "TarvoApp/App/PanelWatch.h"
+
 #include <QColor>
 #include <QDBusVariant>
 #include <QObject>
@@ -44,7 +46,7 @@ class Desktop : public QObject {
     [[nodiscard]] bool isDark() const;
     [[nodiscard]] bool reducesMotion() const;
     /// True when the desktop has a panel that shows items of applications (StatusNotifierItem).
-    [[nodiscard]] bool hasPanel() const { return hasPanel_; }
+    [[nodiscard]] bool hasPanel() const { return panel_ != nullptr && panel_->isThere(); }
     [[nodiscard]] bool beginsInPanel() const { return beginsInPanel_; }
     void setBeginsInPanel(bool isSo) { beginsInPanel_ = isSo; }
     [[nodiscard]] QColor accent() const;
@@ -61,6 +63,8 @@ class Desktop : public QObject {
     Q_INVOKABLE void copyText(const QString& text);
     /// Gives a window that was not shown yet its place over the middle of another one.
     Q_INVOKABLE void placeOver(QWindow* window, QWindow* over) const;
+    /// Brings a window before the others, as large as it was when it was hidden or minimised.
+    Q_INVOKABLE static void bringBack(QWindow* window);
     /// Protects the folder that a dialog of the desktop chose.
     Q_INVOKABLE void protectFolder(const QUrl& folder);
 
@@ -72,7 +76,6 @@ class Desktop : public QObject {
 
   private:
     void askPortal(const QString& area, const QString& key);
-    void askForPanel();
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     AppModel& app_;
@@ -80,7 +83,7 @@ class Desktop : public QObject {
     bool isDesktopDark_ = false;
     bool hasDesktopSaid_ = false;
     bool hasAnimations_ = true;
-    bool hasPanel_ = false;
+    PanelWatch* panel_ = nullptr; ///< Null while pictures are taken.
     bool beginsInPanel_ = false;
 };
 

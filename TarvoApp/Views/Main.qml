@@ -52,12 +52,6 @@ ApplicationWindow {
             list.takeSearch();
     }
 
-    function comeBack() {
-        show();
-        raise();
-        requestActivate();
-    }
-
     // Somebody has asked for the end: no window may refuse to close then.
     property bool leaving: false
     readonly property bool inPanel: tray.item !== null && (tray.item as TrayItem).keepsRunning
@@ -106,6 +100,7 @@ ApplicationWindow {
 
     Shortcuts {
         active: !question.visible && !files.asks && !welcome.visible && !sides.covers
+        works: window.works
 
         onHelpWanted: window.openHelp()
         onQuitWanted: window.leave()
@@ -319,7 +314,7 @@ ApplicationWindow {
 
         active: Desktop.hasPanel && !App.isDemo && !App.isCapturing
         sourceComponent: TrayItem {
-            onOpenWanted: window.comeBack()
+            onOpenWanted: Desktop.bringBack(window)
             onQuitWanted: window.leave()
         }
     }

@@ -68,9 +68,7 @@ QQuickWindow* MainWindow::open(Side side) {
 
 void MainWindow::raise() const {
     if (QQuickWindow* const shown = window()) {
-        shown->show();
-        shown->raise();
-        shown->requestActivate();
+        Desktop::bringBack(shown);
     }
 }
 

@@ -6,6 +6,8 @@ Item {
     id: keys
 
     property bool active: true
+    // Something goes on that is not done until it ends.
+    property bool works: false
 
     signal settingsWanted
     signal helpWanted
@@ -38,7 +40,7 @@ Item {
         readonly property bool chosen: App.list.chosenText.length > 0
         readonly property bool only: App.list.onlyGroup >= 0 || App.list.onlyKind >= 0
 
-        enabled: keys.active && (chosen || zoomed || only)
+        enabled: keys.active && (chosen || zoomed || only || keys.works)
         sequence: "Esc"
 
         // What was done last is what one wants to be rid of first.
@@ -47,8 +49,10 @@ Item {
                 App.list.chooseNone();
             else if (zoomed)
                 App.map.zoomOut(App.map.zoomLoading ? App.map.depth : App.map.depth - 1);
-            else
+            else if (only)
                 App.list.showAllGroups();
+            else
+                App.activity.stop();
         }
     }
 }

@@ -42,7 +42,7 @@ Rectangle {
             }
         }
         PlainButton {
-            help: App.activity.phase === Kinds.Cleaning ? Words.stopCleaningHelp : Words.stopHelp
+            help: (App.activity.phase === Kinds.Cleaning ? Words.stopCleaningHelp : Words.stopHelp) + " (Esc)"
             implicitHeight: Math.round(36 * Theme.scale)
             text: Words.stop
 

@@ -1,4 +1,5 @@
 #include "TarvoApp/App/Notifier.h"
+#include "TarvoApp/App/PanelWatch.h"
 #include "Tests/App/PrivateBus.h"
 
 #include <QDBusMessage>
@@ -14,6 +15,7 @@
 
 using tarvo::Notification;
 using tarvo::Notifier;
+using tarvo::PanelWatch;
 using tarvo::RunMode;
 using tarvo::testing::PrivateBus;
 
@@ -54,6 +56,32 @@ class FakeDesktop final : public QObject {
   private:
     QDBusConnection bus_;
     uint last_ = 6;
+};
+
+/// The desktop's service that knows items of applications, and whatever shows them.
+class FakePanel final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
+    Q_PROPERTY(bool IsStatusNotifierHostRegistered MEMBER isShown_)
+
+  public:
+    explicit FakePanel(const QDBusConnection& bus) : bus_(bus) {
+        bus_.registerObject("/StatusNotifierWatcher", this,
+                            QDBusConnection::ExportAllProperties | QDBusConnection::ExportAllSignals);
+        bus_.registerService("org.kde.StatusNotifierWatcher");
+    }
+    void end() { bus_.unregisterService("org.kde.StatusNotifierWatcher"); }
+    void show() {
+        isShown_ = true;
+        emit StatusNotifierHostRegistered();
+    }
+
+  Q_SIGNALS:
+    void StatusNotifierHostRegistered();
+
+  private:
+    QDBusConnection bus_;
+    bool isShown_ = false;
 };
 
 namespace {
@@ -173,6 +201,21 @@ TEST(Notifier, DropsWhatNobodyTakesAndHoldsNobodyUp) {
     sendAll(stuck);
     EXPECT_LT(timer.elapsed(), 2000);
     bus.signal(SIGCONT);
+}
+
+// An item that was made before anything could show it was lost for as long as the application ran.
+TEST(PanelWatch, WaitsForWhatShowsTheItems) {
+    const PrivateBus bus;
+    const PanelWatch watch(bus.connection("app"));
+    QSignalSpy changes(&watch, &PanelWatch::changed);
+    FakePanel panel(bus.connection("panel"));
+    EXPECT_FALSE(changes.wait(200)) << "nobody shows them";
+    panel.show();
+    EXPECT_TRUE(changes.wait());
+    EXPECT_TRUE(watch.isThere());
+    panel.end();
+    EXPECT_TRUE(changes.wait());
+    EXPECT_FALSE(watch.isThere());
 }
 
 #include "NotifierTest.moc"

@@ -74,6 +74,10 @@ TEST(OneInstance, TheRunningWindowShowsTheFolderAndSaysThatItsLanguageStays) {
     EXPECT_TRUE(story.waitUntil([&] { return app.map()->depth() == 1; }));
     EXPECT_EQ(app.activity()->notice(), "");
     EXPECT_TRUE(windows.window()->isVisible());
+    // A large window came back as a small one.
+    windows.window()->setWindowStates(Qt::WindowMaximized | Qt::WindowMinimized);
+    windows.answer({.language = own, .folder = {}});
+    EXPECT_EQ(windows.window()->visibility(), QWindow::Maximized);
     // The way to the second folder led over the first.
     windows.answer({.language = own, .folder = story.home.path(".npm")});
     EXPECT_TRUE(story.waitUntil([&] { return app.map()->zoomTitles() == QStringList{".npm"}; }));

@@ -8,6 +8,7 @@
 #include <QQuickWindow>
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <filesystem>
 #include <latch>
@@ -183,12 +184,14 @@ TEST_F(MainWindowTest, TheMenuAndTheKeysLeadToHistoryGrowthAndFiles) {
 // A cleanup was a line of text, and a small button among others to stop it.
 TEST_F(MainWindowAtHomeTest, ACleanupIsSeenStepByStepWithABarAndAStop) {
     std::latch mayEnd(1);
+    std::atomic<bool> wasStopped = false;
     story.services.carryOut = [&](const std::vector<lumo::CleanupAction>& actions,
                                   const lumo::PathGuard& guard, lumo::CleanupExecutor::Control control) {
         control.onBegin = [&, tell = control.onBegin](std::size_t at) {
             tell(at);
             if (at > 0) {
                 mayEnd.wait();
+                wasStopped = control.stop.stop_requested();
             }
         };
         return usualCarryOut(actions, guard, control);
@@ -216,9 +219,10 @@ TEST_F(MainWindowAtHomeTest, ACleanupIsSeenStepByStepWithABarAndAStop) {
         largest = isStop ? std::max(largest, item.rect().height()) : largest;
     });
     EXPECT_GE(largest, 36) << "nobody misses it";
-    app.activity()->stop();
+    press(Qt::Key_Escape);
     mayEnd.count_down();
     EXPECT_TRUE(story.waitUntilIdle());
+    EXPECT_TRUE(wasStopped) << "whatever had the keys";
 }
 
 TEST_F(MainWindowAtHomeTest, TheWindowComesBackWhereItWasUnlessNobodyCouldReachItThere) {
