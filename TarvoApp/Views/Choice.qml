@@ -9,6 +9,7 @@ Rectangle {
     required property list<string> words
     property int current: 0
     property int role: Accessible.RadioButton
+    readonly property Item currentWord: items.count > 0 ? items.itemAt(current) : null
 
     signal chosen(index: int)
 

@@ -10,6 +10,7 @@ SideWindow {
     readonly property bool hasChapters: App.photos.chapters.length > 0
 
     asks: App.question.isOpenInPhotos
+    first: grid
     height: 700
     minimumHeight: 520
     minimumWidth: 760

@@ -9,6 +9,7 @@ SideWindow {
 
     readonly property int kind: App.preview.kind
 
+    first: close
     height: 620
     title: App.preview.title.length > 0 ? App.preview.title : Words.preview
 
@@ -169,6 +170,8 @@ SideWindow {
                 onClicked: Desktop.showInFiles(App.preview.key)
             }
             PlainButton {
+                id: close
+
                 text: Words.close
 
                 onClicked: window.close()

@@ -40,7 +40,7 @@ SettingsCard {
 
                 // The button goes with its folder.
                 onClicked: {
-                    add.forceActiveFocus(Qt.OtherFocusReason);
+                    add.forceActiveFocus(Qt.TabFocusReason);
                     App.settings.unprotect(folder.index);
                 }
             }

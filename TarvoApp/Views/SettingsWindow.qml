@@ -12,6 +12,7 @@ SideWindow {
     signal newsWanted
 
     asks: App.question.isOpenInSettings
+    first: tabs.currentWord
 
     // From the last page on to the first.
     function turn(by: int): void {

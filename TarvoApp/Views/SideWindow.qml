@@ -16,6 +16,10 @@ ApplicationWindow {
 
     property bool placed: false
 
+    // Where the keys are when it opens; what had them before it was closed may be disabled by now.
+    property Item first: null
+    property bool opens: false
+
     signal helpWanted
 
     function present(over: Window): void {
@@ -26,6 +30,7 @@ ApplicationWindow {
             placed = true;
             Desktop.placeOver(side, over);
         }
+        opens = opens || !visible;
         show();
         requestActivate();
     }
@@ -54,6 +59,16 @@ ApplicationWindow {
     }
 
     onVisibleChanged: told = ""
+
+    // Before the window is active, a control gets the focus without its ring.
+    onActiveChanged: if (active && opens) {
+        opens = false;
+        if (first) {
+            first.forceActiveFocus(Qt.TabFocusReason);
+            if (first instanceof Control)
+                (first as Control).focusReason = Qt.TabFocusReason;
+        }
+    }
 
     Connections {
         function onNoticeChanged() {

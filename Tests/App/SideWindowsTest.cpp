@@ -156,6 +156,28 @@ TEST_F(SideWindowsTest, ThePagesOfTheSettingsAreTurnedWithTheKeyboard) {
     EXPECT_EQ(pageAfter(Qt::Key_PageUp, Qt::ControlModifier), 4) << "from the first to the last";
 }
 
+// What had the keys before could be disabled by then, and no key did anything.
+TEST_F(SideWindowsTest, TheKeysAreSeenEachTimeAWindowOpens) {
+    for (const Side side : {Side::settings, Side::preview}) {
+        for (int time = 0; time < 2; ++time) {
+            QQuickWindow& window = open(side);
+            EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+            EXPECT_TRUE(story.waitUntil([&] {
+                return window.activeFocusItem()->property("visualFocus").toBool();
+            })) << static_cast<int>(side)
+                << " " << time;
+            QTest::keyClick(&window, Qt::Key_Tab);
+            QTest::keyClick(&window, Qt::Key_Escape);
+            EXPECT_FALSE(window.isVisible());
+        }
+    }
+    QQuickWindow& window = open(Side::settings);
+    click(window, "Limpieza", "Cleaning");
+    windows().desktop().protectFolder(QUrl("file:///srv/kept"));
+    click(window, "Dejar de proteger /srv/kept", "Stop protecting /srv/kept");
+    EXPECT_TRUE(window.activeFocusItem()->property("visualFocus").toBool()) << "the button went";
+}
+
 TEST_F(SideWindowsTest, WhatWasDoneElsewhereIsNotToldInASideWindow) {
     // What the main window had said stood for good in the footers, in the place of what is chosen.
     windows().window()->requestActivate();
