@@ -42,6 +42,10 @@ bool HeldNotes::hasEnded(std::string_view inTrash) const {
     return contains(lists_.ended, place) || contains(lists_.ended, parentOf(place));
 }
 
+bool HeldNotes::wasPutBack(std::string_view inTrash) const {
+    return lists_.back && contains(*lists_.back, HeldItem::placeInRoot(inTrash));
+}
+
 bool HeldNotes::isIncomplete(std::string_view inTrash) const {
     return contains(lists_.incomplete, HeldItem::placeInRoot(inTrash));
 }
@@ -51,6 +55,14 @@ void HeldNotes::end(std::string_view place) {
     std::erase_if(lists_.ended, isCovered);
     lists_.ended.emplace_back(place);
     hasChanged_ = true;
+}
+
+void HeldNotes::putBack(std::string_view place) {
+    end(place);
+    if (!lists_.back) {
+        lists_.back.emplace();
+    }
+    lists_.back->emplace_back(place);
 }
 
 void HeldNotes::markIncomplete(std::string_view place) {
@@ -66,6 +78,9 @@ void HeldNotes::write() {
     }
     keepNewest(lists_.ended);
     keepNewest(lists_.incomplete);
+    if (lists_.back) {
+        keepNewest(*lists_.back);
+    }
     (void)platform::replaceWhole(path_, dumpJson(encode(lists_), JsonLayout::line) + "\n");
     hasChanged_ = false;
 }

@@ -131,13 +131,6 @@ bool removeIfEmpty(std::string_view batch, const PathGuard& guard) {
     return place && platform::removeEmptyFolder(*place);
 }
 
-/// The item is held no more, and that was wanted.
-void noteEnd(const TrashedItem& item, const PathGuard& guard, HeldNotes& notes) {
-    // The item and never its whole batch: of another one in it nobody may know that it vanished.
-    notes.end(HeldItem::placeInRoot(item.inTrash));
-    (void)removeIfEmpty(batchOf(item.inTrash), guard);
-}
-
 std::string incompleteText(const TrashedItem& item) {
     return std::string(fileName(item.original)) +
            Words{": le faltan partes, que se borraron al vaciar lo apartado",
@@ -309,7 +302,8 @@ TrashOperationResult restore(const std::vector<TrashedItem>& items, const PathGu
             continue;
         }
         ++result.done;
-        noteEnd(item, guard, notes);
+        notes.putBack(HeldItem::placeInRoot(item.inTrash));
+        (void)removeIfEmpty(batchOf(item.inTrash), guard);
         if (notes.isIncomplete(item.inTrash)) {
             result.failures.push_back(incompleteText(item));
         }
@@ -334,7 +328,9 @@ TrashOperationResult emptyTrashed(const std::vector<TrashedItem>& items, const P
             held ? removeThroughStaging(*held, note, *guard.base(), notes) : std::unexpected(held.error());
         if (removed) {
             ++result.done;
-            noteEnd(*item, guard, notes);
+            // The item and never its whole batch: of another one in it nobody may know that it vanished.
+            notes.end(note);
+            (void)removeIfEmpty(batchOf(item->inTrash), guard);
         } else if (!isAsGoodAsMissing(removed.error())) {
             result.failures.push_back(withReason(name, removed.error()));
         }

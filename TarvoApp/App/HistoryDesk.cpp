@@ -35,7 +35,8 @@ HistoryDesk::Read HistoryDesk::readFrom(const Desk& desk) {
     }
     // What happened can be shown when what is held cannot.
     const auto held = heldState(desk);
-    Read read{.cleanups = historyRows(*outcomes, held ? held->items : std::vector<HeldItem>()),
+    Read read{.cleanups = historyRows(*outcomes, {.held = held ? held->items : std::vector<HeldItem>(),
+                                                  .notes = lumo::HeldNotes::of(desk.home)}),
               .total = {},
               .problem = held ? std::string() : held.error().message};
     read.total = historyTotalText(read.cleanups);
@@ -44,8 +45,9 @@ HistoryDesk::Read HistoryDesk::readFrom(const Desk& desk) {
 
 HistoryDesk::Read HistoryDesk::readDemo(lumo::Date now) {
     const auto outcomes = DemoDisk::history(DemoDisk::report(now));
-    Read read{
-        .cleanups = historyRows(outcomes, DemoDisk::heldItems(outcomes, now)), .total = {}, .problem = {}};
+    Read read{.cleanups = historyRows(outcomes, {.held = DemoDisk::heldItems(outcomes, now)}),
+              .total = {},
+              .problem = {}};
     read.total = historyTotalText(read.cleanups);
     return read;
 }

@@ -26,7 +26,11 @@ using lumo::ByteFormat::string;
 
 namespace {
 
-using HeldByID = std::map<std::string, const HeldItem*>;
+/// What became of what was set aside, as one looks it up.
+struct Whereabouts {
+    std::map<std::string, const HeldItem*> held; ///< By their ids.
+    const lumo::HeldNotes& notes;
+};
 
 std::string batchOf(const CleanupOutcome& outcome) {
     return outcome.restorable && !outcome.restorable->empty()
@@ -119,29 +123,29 @@ std::vector<std::size_t> firstLines(std::span<const CleanupOutcome> log) {
     return firsts;
 }
 
-HistoryPiece pieceOf(const TrashedItem& item, const HeldByID& held) {
-    const auto found = held.find(heldIDOf(item));
-    if (found == held.end()) {
-        return {.heldID = {}, .original = item.original};
+HistoryPiece pieceOf(const TrashedItem& item, const Whereabouts& now) {
+    const auto found = now.held.find(heldIDOf(item));
+    if (found == now.held.end()) {
+        return {.heldID = {}, .original = item.original, .isBack = now.notes.wasPutBack(item.inTrash)};
     }
     return {.heldID = found->first,
             .original = found->second->original,
             .isIncomplete = found->second->isIncomplete};
 }
 
-HistoryItem itemOf(const CleanupOutcome& outcome, const HeldByID& held, Language language) {
+HistoryItem itemOf(const CleanupOutcome& outcome, const Whereabouts& now, Language language) {
     HistoryItem item{.title = outcome.title,
                      .bytes = lumo::saturatedSum(outcome.freedBytes, outcome.trashedBytes),
                      .hasFailed = outcome.status == lumo::CleanupStatus::failed,
                      .text = becameText(outcome, language),
                      .pieces = {}};
     for (const TrashedItem& each : outcome.restorable.value_or(std::vector<TrashedItem>())) {
-        item.pieces.push_back(pieceOf(each, held));
+        item.pieces.push_back(pieceOf(each, now));
     }
     return item;
 }
 
-HistoryCleanup cleanupOf(std::span<const CleanupOutcome> outcomes, std::size_t number, const HeldByID& held,
+HistoryCleanup cleanupOf(std::span<const CleanupOutcome> outcomes, std::size_t number, const Whereabouts& now,
                          Language language) {
     HistoryCleanup cleanup{.number = number,
                            .date = outcomes.back().date,
@@ -149,10 +153,16 @@ HistoryCleanup cleanupOf(std::span<const CleanupOutcome> outcomes, std::size_t n
                            .caller = outcomes.front().caller.value_or(""),
                            .items = {}};
     for (const CleanupOutcome& outcome : outcomes) {
-        HistoryItem item = itemOf(outcome, held, language);
-        cleanup.failures += item.hasFailed ? 1 : 0;
-        cleanup.held += static_cast<std::size_t>(std::ranges::count_if(
-            item.pieces, [](const HistoryPiece& piece) { return !piece.heldID.empty(); }));
+        HistoryItem item = itemOf(outcome, now, language);
+        cleanup.failures += item.hasFailed ? 1U : 0U;
+        for (const HistoryPiece& piece : item.pieces) {
+            cleanup.held += piece.heldID.empty() ? 0U : 1U;
+            cleanup.back += piece.isBack ? 1U : 0U;
+        }
+        if (!item.pieces.empty() && std::ranges::all_of(item.pieces, &HistoryPiece::isBack)) {
+            cleanup.backBytes =
+                lumo::saturatedSum(cleanup.backBytes, std::max<std::int64_t>(outcome.trashedBytes, 0));
+        }
         cleanup.items.push_back(std::move(item));
     }
     lumo::sortLargestFirst(cleanup.items, &HistoryItem::bytes);
@@ -161,12 +171,12 @@ HistoryCleanup cleanupOf(std::span<const CleanupOutcome> outcomes, std::size_t n
 
 } // namespace
 
-std::vector<HistoryCleanup> historyRows(const std::vector<CleanupOutcome>& outcomes,
-                                        const std::vector<HeldItem>& held, Language language) {
-    HeldByID byID;
-    for (const HeldItem& item : held) {
+std::vector<HistoryCleanup> historyRows(const std::vector<CleanupOutcome>& outcomes, const SetAsideNow& now,
+                                        Language language) {
+    Whereabouts whereabouts{.held = {}, .notes = now.notes};
+    for (const HeldItem& item : now.held) {
         if (!item.id.empty()) {
-            byID.emplace(item.id, &item);
+            whereabouts.held.emplace(item.id, &item);
         }
     }
     const std::span<const CleanupOutcome> log(outcomes);
@@ -174,7 +184,8 @@ std::vector<HistoryCleanup> historyRows(const std::vector<CleanupOutcome>& outco
     std::vector<HistoryCleanup> cleanups;
     for (std::size_t at = 0; at < firsts.size(); ++at) {
         const std::size_t end = at + 1 < firsts.size() ? firsts[at + 1] : log.size();
-        cleanups.push_back(cleanupOf(log.subspan(firsts[at], end - firsts[at]), firsts[at], byID, language));
+        cleanups.push_back(
+            cleanupOf(log.subspan(firsts[at], end - firsts[at]), firsts[at], whereabouts, language));
     }
     std::ranges::reverse(cleanups);
     return cleanups;
@@ -213,6 +224,8 @@ std::string factsText(const HistoryCleanup& cleanup, Language language) {
     add(cleanup.held == 1, Words{"1 elemento puede volver", "1 item can go back"}.in(language));
     add(cleanup.held > 1,
         Words{"{} elementos pueden volver", "{} items can go back"}.in(language, cleanup.held));
+    add(cleanup.back == 1, Words{"1 elemento devuelto", "1 item put back"}.in(language));
+    add(cleanup.back > 1, Words{"{} elementos devueltos", "{} items put back"}.in(language, cleanup.back));
     add(!cleanup.caller.empty(), callerText(cleanup.caller, language));
     return text;
 }
@@ -220,7 +233,8 @@ std::string factsText(const HistoryCleanup& cleanup, Language language) {
 std::string historyTotalText(const std::vector<HistoryCleanup>& cleanups, Language language) {
     std::int64_t sum = 0;
     for (const HistoryCleanup& cleanup : cleanups) {
-        sum = lumo::saturatedSum(sum, lumo::saturatedSum(cleanup.sums.freed, cleanup.sums.trashed));
+        const auto& [freed, trashed] = cleanup.sums;
+        sum = lumo::saturatedSum(sum, lumo::saturatedSum(freed, trashed) - cleanup.backBytes);
     }
     const std::string total = string(sum, language);
     return cleanups.size() == 1
@@ -229,6 +243,9 @@ std::string historyTotalText(const std::vector<HistoryCleanup>& cleanups, Langua
 }
 
 std::string pieceText(const HistoryPiece& piece, Language language) {
+    if (piece.isBack) {
+        return Words{"devuelto", "put back"}.in(language);
+    }
     if (piece.heldID.empty()) {
         return Words{"ya no está apartado", "no longer set aside"}.in(language);
     }

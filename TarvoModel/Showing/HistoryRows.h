@@ -3,6 +3,7 @@
 #include "LumoCore/Basics/Date.h"
 #include "LumoCore/Basics/Language.h"
 #include "LumoCore/Cleanup/CleanupOutcome.h"
+#include "LumoCore/Cleanup/HeldNotes.h"
 #include "TarvoModel/Showing/CleanupTexts.h"
 #include "TarvoModel/Showing/HeldItem.h"
 
@@ -19,6 +20,7 @@ struct HistoryPiece {
     std::string heldID; ///< By which it can be put back; empty when it is not held any more.
     std::string original;
     bool isIncomplete = false; ///< An emptying that failed removed parts of it.
+    bool isBack = false;       ///< Somebody has put it back.
 
     friend bool operator==(const HistoryPiece&, const HistoryPiece&) = default;
 };
@@ -42,17 +44,26 @@ struct HistoryCleanup {
     std::string caller;             ///< The agent that asked for it; empty for the user's own.
     std::size_t failures = 0;       ///< Of its items.
     std::size_t held = 0;           ///< Pieces that can be put back.
+    std::size_t back = 0;           ///< Pieces that were.
+    std::int64_t backBytes = 0;     ///< Of the actions of which all is back.
     std::vector<HistoryItem> items; ///< Largest first.
 
     friend bool operator==(const HistoryCleanup&, const HistoryCleanup&) = default;
 };
 
-/// The cleanups of the log, newest first, with what is held of them now. Lines that name their cleanup are of
-/// that one. Of others, those since the moment that a batch is named by, up to the last one with that batch,
-/// are one cleanup. Where there is none, those of one cleanup follow each other within minutes and in the
-/// order of a plan, have one caller, and name no action twice. An archived original is always one by itself.
+/// What is known now of all that cleanups set aside.
+struct SetAsideNow {
+    std::vector<HeldItem> held;
+    lumo::HeldNotes notes = {};
+};
+
+/// The cleanups of the log, newest first, with what became of what they set aside. Lines that name their
+/// cleanup are of that one. Of others, those since the moment that a batch is named by, up to the last one
+/// with that batch, are one cleanup. Where there is none, those of one cleanup follow each other within
+/// minutes and in the order of a plan, have one caller, and name no action twice. An archived original is
+/// always one by itself.
 std::vector<HistoryCleanup> historyRows(const std::vector<lumo::CleanupOutcome>& outcomes,
-                                        const std::vector<HeldItem>& held,
+                                        const SetAsideNow& now,
                                         lumo::Language language = lumo::currentLanguage());
 
 /// What became of an action, in a few words: "freed", "failed: …".
@@ -62,11 +73,11 @@ std::string becameText(const lumo::CleanupOutcome& outcome,
 /// Whose wish a cleanup was: "asked for by Claude"; empty for the user's own.
 std::string callerText(const std::string& caller, lumo::Language language = lumo::currentLanguage());
 
-/// What a cleanup came to, in one line: what was freed and set aside, what failed, what can be put back and
-/// who asked for it.
+/// What a cleanup came to, in one line: what was freed and set aside, what failed, what can be put back or
+/// was, and who asked for it.
 std::string factsText(const HistoryCleanup& cleanup, lumo::Language language = lumo::currentLanguage());
 
-/// What all of them came to: the sum of what is said of each.
+/// What all of them came to: the sum of what is said of each, without the actions of which all is back.
 std::string historyTotalText(const std::vector<HistoryCleanup>& cleanups,
                              lumo::Language language = lumo::currentLanguage());
 

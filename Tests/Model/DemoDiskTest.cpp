@@ -84,7 +84,7 @@ TEST(DemoDisk, ShowsWhatIsHeldBackWhatGrewAndWhatIsSetAside) {
         }
         EXPECT_THAT(changes, SizeIs(3));
         const auto log = DemoDisk::history(shown, language, system);
-        const auto cleanups = historyRows(log, DemoDisk::heldItems(log, now, system), language);
+        const auto cleanups = historyRows(log, {.held = DemoDisk::heldItems(log, now, system)}, language);
         ASSERT_THAT(cleanups, SizeIs(4));
         EXPECT_EQ(cleanups[0].held + cleanups[1].held, 4);
         EXPECT_EQ(cleanups[2].held, 0) << "its time is over";

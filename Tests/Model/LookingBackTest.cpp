@@ -162,8 +162,8 @@ TEST(HistoryRows, OffersWhatIsStillHeldAndSaysWhatBecameOfTheRest) {
     log.back().status = lumo::CleanupStatus::failed;
     const auto cleanups =
         historyRows(log,
-                    {{.id = firstID, .original = "/ana/a", .batch = "x", .isIncomplete = true},
-                     {.id = "", .original = "/home/ana/b", .batch = "x"}},
+                    {.held = {{.id = firstID, .original = "/ana/a", .batch = "x", .isIncomplete = true},
+                              {.id = "", .original = "/home/ana/b", .batch = "x"}}},
                     Language::en);
     ASSERT_THAT(cleanups, SizeIs(1));
     const HistoryItem& own = cleanups.front().items.front();
@@ -176,6 +176,23 @@ TEST(HistoryRows, OffersWhatIsStillHeldAndSaysWhatBecameOfTheRest) {
     EXPECT_EQ(cleanups.front().items[2].text, "failed: it was cut short half-way");
     EXPECT_EQ(factsText(cleanups.front(), Language::en),
               "1.0 GB freed · 3.0 GB set aside · 1 failure · 1 item can go back");
+}
+
+// Of what had been put back the history said that it was no longer set aside, as of what is gone for good,
+// and counted it among what was freed.
+TEST(HistoryRows, SayWhatIsBackAndDoNotCountIt) {
+    const std::vector<CleanupOutcome> log{aside("own", 0s, "20260922-000000"),
+                                          line("npm-cache", 1s, gigabyte)};
+    lumo::HeldNotes notes;
+    notes.putBack("20260922-000000/b");
+    auto cleanups = historyRows(log, {.held = {}, .notes = notes}, Language::en);
+    EXPECT_EQ(pieceText(cleanups.front().items.front().pieces[0], Language::en), "no longer set aside");
+    EXPECT_EQ(pieceText(cleanups.front().items.front().pieces[1], Language::en), "put back");
+    EXPECT_EQ(factsText(cleanups.front(), Language::en), "1.0 GB freed · 3.0 GB set aside · 1 item put back");
+    EXPECT_EQ(historyTotalText(cleanups, Language::en), "4.0 GB in one cleanup");
+    notes.putBack(std::string("20260922-000000/") + firstID + "-a");
+    cleanups = historyRows(log, {.held = {}, .notes = notes}, Language::en);
+    EXPECT_EQ(historyTotalText(cleanups, Language::en), "1.0 GB in one cleanup");
 }
 
 TEST(GrowthSeries, HasTheLargestChangesFirstWithWhatIsNewGoneAndLess) {
