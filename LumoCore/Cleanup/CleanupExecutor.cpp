@@ -58,10 +58,10 @@ std::string problemWith(const std::string& path, const SystemError& error) {
     return std::string(fileName(path)) + ": " + reasonText(error);
 }
 
-std::string isElsewhere(const std::string& path) {
+std::string isElsewhere(const std::string& path, const PathGuard& guard) {
     return Words{"{}: ya no es lo que era cuando se mostró",
                  "{}: it is no longer what it was when it was shown"}
-        .with(path);
+        .with(abbreviated(path, guard.home()));
 }
 
 /// Where an item stands; absent when there is nothing, which is no error. The error is in words.
@@ -73,7 +73,7 @@ std::expected<std::optional<Place>, std::string> standing(const Task& task, cons
     }
     const bool wasThere = task.shown.contains(path);
     if (wasThere && !PathGuard::isAsResolved(path, *place, task.shown)) {
-        return std::unexpected(isElsewhere(path));
+        return std::unexpected(isElsewhere(path, task.guard));
     }
     const SystemResult<EntryKind> kind = platform::kindAt(*place);
     if (!kind) {
@@ -81,7 +81,7 @@ std::expected<std::optional<Place>, std::string> standing(const Task& task, cons
                                         : std::unexpected(problemWith(path, kind.error()));
     }
     if (!wasThere) {
-        return std::unexpected(isElsewhere(path));
+        return std::unexpected(isElsewhere(path, task.guard));
     }
     return std::optional(std::move(*place));
 }
