@@ -274,12 +274,16 @@ void CleaningDesk::cleanedByItself(const lumo::Result<Cleaned>& result) {
         ground_.activity.rest();
         return;
     }
+    lastOutcomes_ = result->outcomes;
     scanning_.rescan();
     const std::int64_t freed = sumsOf(result->outcomes).freed;
-    const std::string stopped = result->notBegun > 0 ? stoppedText(result->notBegun) : std::string();
-    const std::string notice = WeeklyCleanup::notice(freed).value_or("");
-    if (!notice.empty() || !stopped.empty()) {
-        ground_.activity.say(notice + (notice.empty() || stopped.empty() ? "" : ". ") + stopped);
+    std::string told = WeeklyCleanup::notice(freed).value_or("");
+    for (const std::string& more :
+         {result->notBegun > 0 ? stoppedText(result->notBegun) : std::string(), whatWasLeft(*result)}) {
+        told += (told.empty() || more.empty() ? "" : ". ") + more;
+    }
+    if (!told.empty()) {
+        ground_.activity.say(told, lastFailures().size() > 1);
     }
     if (const auto notification = WeeklyCleanup::notification(freed)) {
         ground_.services.notify(*notification, {});

@@ -440,15 +440,23 @@ void ExplorerDesk::settle() {
 
 // What can be done with it.
 
+std::vector<EntryIndex> ExplorerDesk::chosenWith(int row) const {
+    if (!hasRow(row)) {
+        return explorer_->chosen();
+    }
+    const EntryIndex entry = explorer_->rows()[static_cast<std::size_t>(row)].index;
+    return explorer_->isMarked(entry) ? explorer_->chosen() : std::vector{entry};
+}
+
+int ExplorerDesk::togetherWith(int row) const {
+    return explorer_ ? static_cast<int>(chosenWith(row).size()) : 0;
+}
+
 void ExplorerDesk::setAside(int row) {
     if (!explorer_) {
         return;
     }
-    std::vector<EntryIndex> entries = explorer_->chosen();
-    if (hasRow(row)) {
-        const EntryIndex entry = explorer_->rows()[static_cast<std::size_t>(row)].index;
-        entries = explorer_->isMarked(entry) ? entries : std::vector{entry};
-    }
+    const std::vector<EntryIndex> entries = chosenWith(row);
     if (const auto reason = whyNotWhole(*explorer_, entries)) {
         ground_.activity.say(lumo::capitalized(*reason) + ".");
         return;

@@ -68,6 +68,8 @@ class ExplorerDesk final : public QObject {
     /// Shows what is of the next age, and after the last one everything.
     Q_INVOKABLE void showNextAge();
     Q_INVOKABLE void clearMarks();
+    /// How many things `setAside` of that row would ask about.
+    Q_INVOKABLE [[nodiscard]] int togetherWith(int row) const;
     /// Asks whether what is marked is set aside: with a row that is not marked, that alone.
     Q_INVOKABLE void setAside(int row);
     /// Tells what stands there.
@@ -117,6 +119,7 @@ class ExplorerDesk final : public QObject {
     void leadMap();
     void followMap();
     [[nodiscard]] bool hasRow(int row) const;
+    [[nodiscard]] std::vector<lumo::EntryIndex> chosenWith(int row) const;
     [[nodiscard]] std::vector<lumo::NamedEntry> way() const;
 
     Ground ground_;

@@ -13,7 +13,8 @@ ApplicationWindow {
     onOpenHelp: sides.openHelp()
     onOpenSettings: sides.openSettings()
 
-    readonly property bool narrow: width < 1000
+    // With large writing neither map nor list has room for its words beside the other.
+    readonly property bool narrow: width < 870 * Math.max(1.15, Theme.scale)
     // The map is what there must be room for.
     readonly property bool low: height < 680 * Theme.scale
     // Large writing in a small window: what can be chosen goes before what is told.

@@ -22,6 +22,8 @@ PlainMenu {
     property bool isKept: false
     // Of an entry that also holds what is not shown.
     property bool isPart: false
+    // How many entries are set aside with it.
+    property int together: 1
 
     function openForEntry(row: ExplorerRow, at: Item) {
         ofEntry = true;
@@ -29,6 +31,7 @@ PlainMenu {
         isMarked = row.isMarked;
         isPart = row.isPart;
         isKept = row.isProtected;
+        together = App.explorer.togetherWith(App.explorer.rowOf(row.key));
         show([row.key], at);
     }
     function openFor(wanted: string, at: Item) {
@@ -110,7 +113,7 @@ PlainMenu {
     MenuSeparator {}
     PlainMenuItem {
         enabled: (menu.ofEntry ? !menu.isKept : menu.can.aside === true) && App.cleaning.mayClean
-        text: SideWords.setAside
+        text: menu.ofEntry && menu.together > 1 ? SideWords.setAsideMarked.arg(menu.together) : SideWords.setAside
 
         onTriggered: {
             if (!menu.ofEntry)
@@ -128,7 +131,8 @@ PlainMenu {
     }
     PlainMenuItem {
         enabled: menu.can.protect === true && !menu.isKept
-        text: menu.isKept ? Words.isKept : menu.can.several ? Words.protectAll : Words.protect
+        text: menu.isKept ? Words.isKept : menu.can.several ? Words.protectAll
+                : menu.ofEntry && !menu.isFolder ? Words.protectFile : Words.protect
 
         onTriggered: App.places.protect(menu.keys)
     }

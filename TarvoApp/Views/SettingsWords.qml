@@ -41,8 +41,8 @@ QtObject {
     readonly property string addFolder: pick("Añadir carpeta…", "Add Folder…")
     readonly property string unprotect: pick("Dejar de proteger %1", "Stop protecting %1")
     readonly property string weekly: pick("Limpieza semanal", "Weekly cleanup")
-    readonly property string weeklyMore: pick("Una vez a la semana borra solo lo que se regenera solo.",
-                                              "Once a week it deletes only what recreates itself.")
+    readonly property string weeklyMore: pick("Una vez a la semana borra solo lo que se regenera solo; la primera vez, al activarla.",
+                                              "Once a week it deletes only what recreates itself; the first time when it is switched on.")
     readonly property string held: pick("Apartado", "Recently Cleaned")
     readonly property string heldEmpty: pick("No hay nada apartado", "Nothing is set aside")
 

@@ -50,6 +50,7 @@ QtObject {
                                                   "Chooses all of this chapter but those that are proposed to stay")
     readonly property string chooseNone: pick("No elegir ninguna", "Choose None")
     readonly property string setAside: pick("Apartar…", "Set Aside…")
+    readonly property string setAsideMarked: pick("Apartar los %1 marcados…", "Set Aside the %1 Marked…")
     readonly property string wholeAsideHelp: pick("Lo aparta entero 7 días, tras preguntar",
                                                   "Sets all of it aside for 7 days, after a question")
     readonly property string proposed: pick("se propone conservar", "proposed to stay")

@@ -109,6 +109,7 @@ QtObject {
     readonly property string copyPaths: pick("Copiar rutas", "Copy Paths")
     readonly property string theseRows: pick("Estas %1 filas", "These %1 rows")
     readonly property string protect: pick("No tocar nunca esta carpeta", "Never Touch This Folder")
+    readonly property string protectFile: pick("No tocar nunca este archivo", "Never Touch This File")
     readonly property string isKept: pick("No tocar nunca: ya está protegido", "Never Touch: Already Protected")
     readonly property string protectAll: pick("No tocar nunca estas carpetas", "Never Touch These Folders")
 

@@ -147,7 +147,9 @@ TEST_F(ExplorerInTheWindow, ShowsWhatIsNeverTouchedAndSaysSoInsteadOfMarkingIt) 
         return explorer.entries()->data(explorer.entries()->index(rowNamed(explorer, name)), role).toBool();
     };
     explorer.toggleMark(rowNamed(explorer, "Videos"));
+    EXPECT_EQ(explorer.togetherWith(rowNamed(explorer, "Music")), 1) << "that alone";
     explorer.toggleMark(rowNamed(explorer, "Music"));
+    EXPECT_EQ(explorer.togetherWith(rowNamed(explorer, "Music")), 2);
     const QString key =
         explorer.entries()
             ->data(explorer.entries()->index(rowNamed(explorer, "Videos")), ExplorerList::keyRole)

@@ -431,6 +431,24 @@ TEST(AppStories, TheWeeklyCleanupTakesWhatHasGatheredSinceTheLastScan) {
     EXPECT_THAT(titlesOf(story.notices), ElementsAre("limpieza-semanal|Weekly cleanup: 201 MB freed"));
 }
 
+// Only the log knew what it had not been able to clean.
+TEST(AppStories, TheWeeklyCleanupSaysWhatItLeft) {
+    AppStory story;
+    story.services.carryOut = [](const auto& actions, const auto& guard, const auto& control) {
+        auto outcomes = usualCarryOut(actions, guard, control);
+        outcomes.front().status = lumo::CleanupStatus::failed;
+        outcomes.front().message = "in use";
+        return outcomes;
+    };
+    story.addCache(201'000'000);
+    settle(story);
+    story.app().settings()->setAutoCleanWeekly(true);
+    ASSERT_TRUE(story.waitUntil(
+        [&] { return Preferences::load(story.home.path()).value(preference::autoCleanWeekly); }));
+    ASSERT_TRUE(story.lookAround());
+    EXPECT_THAT(bytesOf(story.app().activity()->notice()), HasSubstr("in use"));
+}
+
 TEST(AppStories, AMonthOfWeeklyCleanupsTakesOnlyWhatRecreatesItself) {
     AppStory story;
     settle(story);
