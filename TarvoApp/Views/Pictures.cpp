@@ -111,7 +111,9 @@ void takeSettings(Photographer& photographer, MainWindow& windows) {
     QQuickWindow* const settings = windows.open(MainWindow::Side::settings);
     const QStringList tabs{"general", "cleaning", "alerts", "ai", "about"};
     for (int tab = 0; settings != nullptr && tab < tabs.size(); ++tab) {
-        settings->setProperty("tab", tab);
+        if (tab > 0) {
+            QMetaObject::invokeMethod(settings, "turn", Q_ARG(int, 1));
+        }
         // The one that is scrolled otherwise.
         settings->resize(settings->width(), tabs[tab] == QLatin1String("ai") ? 840 : 560);
         photographer.takeBoth(settings, QStringLiteral("settings-") + tabs[tab]);

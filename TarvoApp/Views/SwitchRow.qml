@@ -15,6 +15,8 @@ Switch {
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.45
     padding: 0
+    // Keeps the words from the indicator: a control sets the width of its contents itself.
+    rightPadding: indicator.width + 16
 
     function flip(): void {
         toggle();
@@ -34,9 +36,6 @@ Switch {
         more: row.more
         silent: true
         title: row.text
-
-        // The layout's own margin would not keep the words from the indicator.
-        width: row.availableWidth - row.indicator.width - 16
     }
     indicator: Rectangle {
         border.color: row.checked ? Theme.accent : Theme.secondaryText
