@@ -92,7 +92,9 @@ std::vector<LeftOut> leftOutNow(const std::vector<CleanupAction>& agreed, const 
         }
         if (found == now.entries.end()) {
             left.push_back({action.id, action.title,
-                            Words{"ya no está en el plan", "it is no longer in the plan"}.in()});
+                            Words{"ya no está, o ya no es lo que era: búscalo otra vez",
+                                  "it is gone, or no longer what it was: look for it again"}
+                                .in()});
         } else {
             left.push_back({action.id, action.title, found->skipReason.value_or(changedText())});
         }

@@ -156,8 +156,9 @@ refusalOfFile(const PlanRequest& request, const std::vector<lumo::CleanupAction>
         if (!isPlan || isItemNow(action, {action.id}, desk) || isItemNow(action, ids, desk)) {
             return std::nullopt;
         }
-        return Words{"«{}» ya no es lo que dice el fichero", "“{}” is no longer what the file says"}.with(
-            action.id);
+        return Words{"ya no es lo que dice el fichero: búscalo otra vez",
+                     "it is no longer what the file says: look for it again"}
+            .in();
     };
 }
 
