@@ -11,8 +11,8 @@ namespace lumo {
 
 /// What the holding area cannot show of itself: which of its items ended because somebody wanted it, so that
 /// one that vanished can be told from them, which of these are back in their places, and which lost a part
-/// to an emptying that failed. Kept on a best
-/// effort; a note that is missing costs a sentence, never an item. Notes name a batch, or "batch/name".
+/// to an emptying that failed. Kept on a best effort; a note that is missing costs a sentence, never an
+/// item. Notes name a batch, or "batch/name".
 class HeldNotes final {
   public:
     /// The notes of a home; none when there are none or they cannot be read.

@@ -192,12 +192,16 @@ void CleaningDesk::cleaned(const lumo::Result<Cleaned>& result, const lumo::Volu
     sayWhatWasLeft(*result);
 }
 
-void CleaningDesk::sayWhatWasLeft(const Cleaned& result) {
-    const auto failed = static_cast<std::size_t>(lastFailures().size());
-    const std::string stopped = result.notBegun > 0 ? stoppedText(result.notBegun) : std::string();
-    const std::string left = whatWasLeft(result);
-    if (!stopped.empty() || !left.empty()) {
-        ground_.activity.say(stopped + (stopped.empty() || left.empty() ? "" : " ") + left, failed > 1);
+void CleaningDesk::sayWhatWasLeft(const Cleaned& result, std::string told) {
+    for (const std::string& more :
+         {result.notBegun > 0 ? stoppedText(result.notBegun) : std::string(), whatWasLeft(result)}) {
+        if (!told.empty() && !more.empty()) {
+            told += told.ends_with('.') ? " " : ". ";
+        }
+        told += more;
+    }
+    if (!told.empty()) {
+        ground_.activity.say(told, lastFailures().size() > 1);
     }
 }
 
@@ -277,14 +281,7 @@ void CleaningDesk::cleanedByItself(const lumo::Result<Cleaned>& result) {
     lastOutcomes_ = result->outcomes;
     scanning_.rescan();
     const std::int64_t freed = sumsOf(result->outcomes).freed;
-    std::string told = WeeklyCleanup::notice(freed).value_or("");
-    for (const std::string& more :
-         {result->notBegun > 0 ? stoppedText(result->notBegun) : std::string(), whatWasLeft(*result)}) {
-        told += (told.empty() || more.empty() ? "" : ". ") + more;
-    }
-    if (!told.empty()) {
-        ground_.activity.say(told, lastFailures().size() > 1);
-    }
+    sayWhatWasLeft(*result, WeeklyCleanup::notice(freed).value_or(""));
     if (const auto notification = WeeklyCleanup::notification(freed)) {
         ground_.services.notify(*notification, {});
     }

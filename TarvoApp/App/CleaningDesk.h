@@ -75,7 +75,8 @@ class CleaningDesk final : public QObject {
     void cleaned(const lumo::Result<Cleaned>& result, const lumo::VolumeInfo& after);
     /// What is done goes from list and map while the rest is still cleaned.
     void showStep();
-    void sayWhatWasLeft(const Cleaned& result);
+    /// After what is told already.
+    void sayWhatWasLeft(const Cleaned& result, std::string told = {});
     /// What of it was not done, or is worth a remark, in one sentence; empty for nothing.
     [[nodiscard]] std::string whatWasLeft(const Cleaned& result) const;
     void cleanedByItself(const lumo::Result<Cleaned>& result);
